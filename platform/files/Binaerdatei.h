@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "platform/basic/kvo_export.h"
+
+/// A file that is read at any position. Closed at the end of its life.
+class KVO_EXPORT Binaerdatei {
+ public:
+  Binaerdatei() = default;
+  ~Binaerdatei();
+  Binaerdatei(const Binaerdatei&) = delete;
+  Binaerdatei& operator=(const Binaerdatei&) = delete;
+
+  /// Opens for reading and writing and creates the file when it is missing; where writing is not allowed it falls back
+  /// to reading. Raises 75 for a folder, 70 without read right, 76 when the folder above is missing. The length is
+  /// taken once, here. Anything but a regular file (a FIFO, a device) raises 75 and never waits.
+  void oeffne_binaer(const QString& pfad);
+  /// Opens for reading only. Raises 53 when missing, otherwise as above.
+  void oeffne_lesend(const QString& pfad);
+  void schliesse() noexcept;
+
+  /// Length in bytes at the time of opening.
+  std::int64_t laenge() const noexcept { return laenge_; }
+  /// Fills `ziel` from `position` on and tells how many bytes there were; fewer only at the end. Raises 57.
+  std::size_t lies(std::int64_t position, std::span<std::byte> ziel) const;
+
+ private:
+  int deskriptor_ = -1;
+  std::int64_t laenge_ = 0;
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+#include <cstdint>
+#include <tuple>
+
+#include "platform/basic/kvo_export.h"
+
+/// The file statements besides the FileSystemObject, on paths of the table. Failure numbers as there.
+namespace dateien {
+
+/// Creates one folder level. Raises 75 when it exists, or the right or a writable file system is missing; 76 when the
+/// drive, the share or the level above is missing or is a file, for "\\server" and "\\server\share" themselves; 52 for
+/// characters that no name may have (<>"|?*) and names that are too long; 61 when the disk is full.
+KVO_EXPORT void MkDir(const QString& pfad);
+
+/// Names of the regular files that match: `pfad` is a folder, a separator and a pattern with * and ?, without regard to
+/// case. "*.*" matches names without a dot too; "." matches nothing. Sorted without regard to case. A missing folder
+/// gives none.
+KVO_EXPORT QStringList Dir(const QString& pfad);
+
+/// Length in bytes; 0 for a folder. Raises 53 when it is missing.
+KVO_EXPORT std::int64_t FileLen(const QString& pfad);
+
+/// The path is a folder. Raises 53 when there is nothing of that path.
+KVO_EXPORT bool ist_Ordner(const QString& pfad);
+
+/// The whole content. Raises 53 when missing, 75 for a folder, 70 without read right.
+KVO_EXPORT QByteArray lies_alles(const QString& pfad);
+
+/// Opens for output: creates the file or empties it, writes all bytes, closes. A read-only file raises 75 and is left
+/// as it is; a full disk raises 61.
+KVO_EXPORT void schreibe_alles(const QString& pfad, const QByteArray& bytes);
+
+/// What tells one state of a file from another: device, inode, length and the time of the last change in nanoseconds.
+struct Kennung {
+  std::uint64_t geraet = 0;
+  std::uint64_t inode = 0;
+  std::int64_t laenge = 0;
+  std::int64_t geaendert_ns = 0;
+  friend bool operator==(const Kennung&, const Kennung&) = default;
+};
+/// Raises 53 when it is missing.
+KVO_EXPORT Kennung kennung(const QString& pfad);
+
+/// Free bytes of the file system a path lies on, for a message; -1 when unknown.
+KVO_EXPORT std::int64_t freie_bytes(const QString& pfad);
+
+}  // namespace dateien

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <optional>
+
+#include "platform/basic/kvo_export.h"
+
+/// Knows which place of this machine a path of the table means. The system composes and stores paths with backslashes
+/// ("P:\Artikel\Allg\foto.jpg", "\\server\share\…"); only platform/files turns them into the machine's own form.
+///
+/// Rules of resolving, in this order: both separators count and repeated ones are one; "." and ".." are resolved as the
+/// machine does; a leading "X:" or "\\server\share" goes through the map (without regard to case); "C:" is the root
+/// file system unless mapped otherwise; a path without any of them is taken from the current directory, one that
+/// begins with a single separator from the root. Then, level by level, a name whose exact form is missing is looked up
+/// without regard to case, and after that without its trailing dots and blanks. A level that is found in no form keeps
+/// the name as given.
+class KVO_EXPORT Pfadkarte {
+ public:
+  /// The map in force for the whole process.
+  static Pfadkarte& aktuell();
+
+  /// Maps a drive ("P:", one letter and a colon) or a share ("\\server\share") to a folder of this machine. An earlier
+  /// entry of the same name is replaced. Any other name raises 5.
+  void setze(const QString& laufwerk_oder_freigabe, const QString& ordner);
+  /// Takes an entry back; harmless when there is none.
+  void entferne(const QString& laufwerk_oder_freigabe);
+  /// The folder that a drive or share is mapped to, or none.
+  std::optional<QString> ordner(const QString& laufwerk_oder_freigabe) const;
+  /// All entries' names, drives first.
+  QStringList namen() const;
+
+  /// The machine's own path, in the file system's bytes. A drive or share that nobody mapped raises 76, an empty path
+  /// 76, a path with a zero character or with one of <>"|?* 52.
+  QByteArray maschinenpfad(const QString& pfad) const;
+  /// The way back for a path of this machine: the longest mapped folder wins, the rest is written with backslashes;
+  /// what lies outside all of them becomes "C:\…".
+  QString tabellenpfad(const QString& maschinenpfad) const;
+
+ private:
+  struct Eintrag {
+    QString name;
+    QString ordner;
+  };
+  const Eintrag* suche(const QString& name) const;
+  QList<Eintrag> eintraege_;
+};

@@ -1,0 +1,35 @@
+#include "platform/host/KVOCore.h"
+
+#include <QByteArray>
+#include <cstdio>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class KonsolenCore final : public KVOCore {
+ public:
+  void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
+                    bool mitMeldung) override {
+    if (!mitMeldung) return;
+    const QByteArray zeile =
+        u"Fehler %1 in %2.%3: %4\n"_s.arg(QString::number(nummer), modul, prozedur, beschreibung).toUtf8();
+    std::fwrite(zeile.constData(), 1, static_cast<std::size_t>(zeile.size()), stderr);
+  }
+};
+
+std::shared_ptr<KVOCore>& instanz() {
+  static std::shared_ptr<KVOCore> core = std::make_shared<KonsolenCore>();
+  return core;
+}
+
+}  // namespace
+
+KVOCore::~KVOCore() = default;
+
+KVOCore& KVOCore::aktuell() { return *instanz(); }
+
+std::shared_ptr<KVOCore> KVOCore::setze(std::shared_ptr<KVOCore> core) {
+  if (!core) core = std::make_shared<KonsolenCore>();
+  return std::exchange(instanz(), std::move(core));
+}
