@@ -16,9 +16,13 @@ void schreibe(std::FILE* strom, const QByteArray& bytes) {
 
 namespace ausgabe {
 
-void zeile(const QString& text) { schreibe(stdout, (text + u'\n').toUtf8()); }
+void zeile(const QString& text) {
+  schreibe(stdout, (text + u'\n').toUtf8());
+}
 
-void json(const QJsonObject& objekt) { schreibe(stdout, QJsonDocument(objekt).toJson(QJsonDocument::Compact) + '\n'); }
+void json(const QJsonObject& objekt) {
+  schreibe(stdout, QJsonDocument(objekt).toJson(QJsonDocument::Compact) + '\n');
+}
 
 void meldung(const QString& text) {
   // What was said so far stands in front of the message, also where both streams end in one file.
@@ -26,6 +30,8 @@ void meldung(const QString& text) {
   schreibe(stderr, (u"kvobild: "_s + text + u'\n').toUtf8());
 }
 
-bool abgeschlossen() { return std::fflush(stdout) == 0 && std::ferror(stdout) == 0; }
+bool abgeschlossen() {
+  return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
 
 }  // namespace ausgabe

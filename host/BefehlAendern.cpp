@@ -26,7 +26,7 @@ struct Soll {
 
 Soll soll_der_zeile(Sitzung& sitzung, std::int64_t sortindex) {
   const clsBildZuordnungen& s = sitzung.store();
-  return {sitzung.aktuelles_bild(), s.Bild_Beschreibung(), s.Bild_Drucken(), s.Bild_NeueSeite(),
+  return {sitzung.aktuelles_bild(), s.Bild_Beschreibung(),      s.Bild_Drucken(), s.Bild_NeueSeite(),
           s.Bild_AlsAnhang(),       s.Bild_DruckGesamteSeite(), sortindex};
 }
 
@@ -54,8 +54,9 @@ void pruefe(const Aufruf& aufruf) {
 std::optional<std::int32_t> einzige_zeile(Sitzung& sitzung, const namen::Bilddatei& bild) {
   const std::vector<std::int32_t> zeilen = sitzung.zeilen_von(bild);
   if (zeilen.size() > 1)
-    throw Abbruch(Ausgang::Teilweise,
-                  u"„%1“ steht in diesem Vorgang mehrmals; die Zeilen sind nicht zu unterscheiden."_s.arg(bild.datei()));
+    throw Abbruch(
+        Ausgang::Teilweise,
+        u"„%1“ steht in diesem Vorgang mehrmals; die Zeilen sind nicht zu unterscheiden."_s.arg(bild.datei()));
   return zeilen.empty() ? std::nullopt : std::optional(zeilen.front());
 }
 

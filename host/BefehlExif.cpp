@@ -55,20 +55,22 @@ Befund lies(const QString& angabe) {
 void zeige_json(const QString& datei, const Befund& befund) {
   QJsonArray liste;
   for (const Exif_Entry& e : befund.liste)
-    liste.append(QJsonObject{
-        {u"tag"_s, e.Tag_Id}, {u"format"_s, e.Format_Code}, {u"anzahl"_s, e.Item_Count}, {u"wert"_s, als_json(e.Value)}});
-  ausgabe::json({{u"datei"_s, datei},
-                 {u"load"_s, befund.load},
-                 {u"eintraege"_s, befund.eintraege},
-                 {u"liste"_s, liste}});
+    liste.append(QJsonObject{{u"tag"_s, e.Tag_Id},
+                             {u"format"_s, e.Format_Code},
+                             {u"anzahl"_s, e.Item_Count},
+                             {u"wert"_s, als_json(e.Value)}});
+  ausgabe::json(
+      {{u"datei"_s, datei}, {u"load"_s, befund.load}, {u"eintraege"_s, befund.eintraege}, {u"liste"_s, liste}});
 }
 
 void zeige(const QString& datei, const Befund& befund) {
   if (!befund.fehler.isEmpty()) return;
   ausgabe::zeile(datei + (befund.load.toBool() ? u": %1 Einträge"_s.arg(befund.liste.size()) : u": kein Exif"_s));
   for (const Exif_Entry& e : befund.liste)
-    ausgabe::zeile(u"  %1  Format %2  Anzahl %3  %4"_s.arg(e.Tag_Id, 5).arg(e.Format_Code, 2).arg(e.Item_Count, 6).arg(
-        als_text(e.Value)));
+    ausgabe::zeile(u"  %1  Format %2  Anzahl %3  %4"_s.arg(e.Tag_Id, 5)
+                       .arg(e.Format_Code, 2)
+                       .arg(e.Item_Count, 6)
+                       .arg(als_text(e.Value)));
 }
 
 Ausgang zeige_alle(const Aufruf& aufruf) {

@@ -68,8 +68,8 @@ void zeige_json(Sitzung& sitzung, std::int32_t zeile, const std::optional<QStrin
 
 void zeige(Sitzung& sitzung, std::int32_t zeile, const std::optional<QString>& wurzel) {
   const clsBildZuordnungen& store = sitzung.store();
-  ausgabe::zeile(u"%1  %2"_s.arg(sitzung.sortindex(zeile), 4)
-                     .arg(im_ordner(store.Bild_Pfad(), sitzung.aktuelles_bild().datei())));
+  ausgabe::zeile(
+      u"%1  %2"_s.arg(sitzung.sortindex(zeile), 4).arg(im_ordner(store.Bild_Pfad(), sitzung.aktuelles_bild().datei())));
   const QString druck = druckangaben::text(store);
   ausgabe::zeile(u"      "_s + (druck.isEmpty() ? u"kein Druck"_s : druck) +
                  (store.Bild_Beschreibung().isEmpty() ? QString() : u"; "_s + store.Bild_Beschreibung()));
@@ -106,16 +106,16 @@ Ausgang lies(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::lesen() {
-  return {u"lesen"_s,
-          u"zeigt die Zuordnungen eines Vorgangs"_s,
-          {},
-          u"Zeigt die Zuordnungen in ihrer Reihenfolge. Die Angaben zum Vorgang engen die Liste ein;\n"_s
-          u"ohne jede Angabe ist es die ganze Tabelle, ein leerer Wert meint „-“. Mit --bilder steht\n"_s
-          u"dabei, ob die Datei in der Ablage liegt und was in ihrer Textdatei steht."_s,
-          befehlszeile::datensatz_optionen() + QList<Option>{befehlszeile::verbindung_option(),
-                                                             befehlszeile::bilder_option(),
-                                                             befehlszeile::json_option()},
-          0,
-          0,
-          lies};
+  return {
+      u"lesen"_s,
+      u"zeigt die Zuordnungen eines Vorgangs"_s,
+      {},
+      u"Zeigt die Zuordnungen in ihrer Reihenfolge. Die Angaben zum Vorgang engen die Liste ein;\n"_s
+      u"ohne jede Angabe ist es die ganze Tabelle, ein leerer Wert meint „-“. Mit --bilder steht\n"_s
+      u"dabei, ob die Datei in der Ablage liegt und was in ihrer Textdatei steht."_s,
+      befehlszeile::datensatz_optionen() +
+          QList<Option>{befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()},
+      0,
+      0,
+      lies};
 }

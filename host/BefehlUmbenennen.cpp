@@ -87,8 +87,7 @@ void stelle_um(Sitzung& sitzung, const Umbenennung& u, const namen::Bilddatei& v
 bool fuehre_aus(Sitzung& sitzung, const Umbenennung& u, std::int32_t zeilen, bool mit_text) {
   stelle_um(sitzung, u, u.alt, u.neu);
   if (!liegt_da(u, u.neu) || !zeilen_heissen(sitzung, u, u.neu, zeilen)) return false;
-  return !mit_text ||
-         sitzung.store().Fkt_FileReName(u.ordner() + u.alt.textdatei(), u.ordner() + u.neu.textdatei());
+  return !mit_text || sitzung.store().Fkt_FileReName(u.ordner() + u.alt.textdatei(), u.ordner() + u.neu.textdatei());
 }
 
 /// Gives the picture its old name back when its rows or its text file could not follow.
@@ -105,8 +104,9 @@ void nimm_zurueck(Sitzung& sitzung, const Umbenennung& u, std::int32_t zeilen) {
   bool wie_vorher = false;
   weiter([&] { wie_vorher = liegt_da(u, u.alt) && (!zeilen_neu || zeilen_heissen(sitzung, u, u.alt, zeilen)); });
   if (!wie_vorher)
-    ausgabe::meldung(u"Achtung: Datei und Zuordnungen stimmen nicht mehr überein; die Datei „%1“ sollte „%2“ heißen."_s
-                         .arg(u.neu.datei(), u.alt.datei()));
+    ausgabe::meldung(
+        u"Achtung: Datei und Zuordnungen stimmen nicht mehr überein; die Datei „%1“ sollte „%2“ heißen."_s.arg(
+            u.neu.datei(), u.alt.datei()));
 }
 
 Ausgang benenne_um(const Aufruf& aufruf) {
@@ -129,8 +129,10 @@ Ausgang benenne_um(const Aufruf& aufruf) {
     nimm_zurueck(sitzung, u, zeilen);
     if (!datei_neu) throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ ist nicht umzubenennen."_s.arg(u.alt.datei()));
     if (!zeilen_neu)
-      throw Abbruch(Ausgang::Datenbank, u"„%1“ ist nicht umbenannt: Die Tabelle nahm den neuen Namen nicht an."_s.arg(u.alt.datei()));
-    throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht umbenannt: Die Textdatei ließ sich nicht umbenennen."_s.arg(u.alt.datei()));
+      throw Abbruch(Ausgang::Datenbank,
+                    u"„%1“ ist nicht umbenannt: Die Tabelle nahm den neuen Namen nicht an."_s.arg(u.alt.datei()));
+    throw Abbruch(Ausgang::Datei,
+                  u"„%1“ ist nicht umbenannt: Die Textdatei ließ sich nicht umbenennen."_s.arg(u.alt.datei()));
   }
   ausgabe::zeile(u.neu.datei());
   return Ausgang::Erledigt;

@@ -37,12 +37,11 @@ namen::Bilddatei freier_name(const namen::Bilddatei& alt, const QString& stempel
   const FileSystemObject dateien;
   for (int nummer = 1;; ++nummer) {
     const namen::Bilddatei neu{text::Trim(namen::gestempelt(alt.name, stempel, nummer)), alt.ext};
-    const bool vergeben =
-        dateien.FileExists(ordner + u'\\' + neu.datei()) || dateien.FileExists(ordner + u'\\' + neu.textdatei()) ||
-        !sitzung.zeilen_von(neu).empty() ||
-        std::any_of(bisher.begin(), bisher.end(), [&](const Vorhaben& v) {
-          return v.neu.gleich(neu) || text::UCase(v.neu.textdatei()) == text::UCase(neu.textdatei());
-        });
+    const bool vergeben = dateien.FileExists(ordner + u'\\' + neu.datei()) ||
+                          dateien.FileExists(ordner + u'\\' + neu.textdatei()) || !sitzung.zeilen_von(neu).empty() ||
+                          std::any_of(bisher.begin(), bisher.end(), [&](const Vorhaben& v) {
+                            return v.neu.gleich(neu) || text::UCase(v.neu.textdatei()) == text::UCase(neu.textdatei());
+                          });
     if (!vergeben) return neu;
   }
 }
@@ -86,8 +85,9 @@ void trage_ein(const Aufruf& aufruf, const Datensatz& satz, const QString& pfad,
   clsBildZuordnungen& store = sitzung.store();
   std::int64_t platz = naechster_platz(sitzung);
   if (platz + static_cast<std::int64_t>(plan.size()) > std::numeric_limits<std::int16_t>::max())
-    throw Abbruch(Ausgang::Datenbank, u"Die Reihenfolge des Vorgangs reicht nicht weiter; „aendern --sortierung“ "_s
-                                      u"zählt sie neu."_s);
+    throw Abbruch(Ausgang::Datenbank,
+                  u"Die Reihenfolge des Vorgangs reicht nicht weiter; „aendern --sortierung“ "_s
+                  u"zählt sie neu."_s);
   for (const Vorhaben& v : plan) {
     if (!store.FKT_NeuesBild(satz.key1, satz.key2, satz.key3, satz.key4, v.neu.name, v.neu.ext, satz.typ1, satz.typ2))
       throw Abbruch(Ausgang::Datenbank, u"„%1“ ist nicht zuzuordnen."_s.arg(v.alt.datei()));
@@ -133,8 +133,8 @@ Ausgang ordne_zu(const Aufruf& aufruf) {
   trage_ein(aufruf, satz, pfad, plan, sitzung);
   const int geschrieben = speichere(sitzung, plan, kopien);
   if (geschrieben == static_cast<int>(plan.size())) return Ausgang::Erledigt;
-  ausgabe::meldung(u"%1 von %2 Bildern sind nicht zugeordnet."_s.arg(static_cast<int>(plan.size()) - geschrieben)
-                       .arg(plan.size()));
+  ausgabe::meldung(
+      u"%1 von %2 Bildern sind nicht zugeordnet."_s.arg(static_cast<int>(plan.size()) - geschrieben).arg(plan.size()));
   return geschrieben == 0 ? Ausgang::Datenbank : Ausgang::Teilweise;
 }
 

@@ -11,7 +11,9 @@ namespace {
 
 const QString Hilfehinweis = u" Hilfe gibt „kvobild --hilfe“."_s;
 
-Abbruch falscher_aufruf(const QString& text) { return {Ausgang::Aufruf, text + Hilfehinweis}; }
+Abbruch falscher_aufruf(const QString& text) {
+  return {Ausgang::Aufruf, text + Hilfehinweis};
+}
 
 const QString Ausgangstext =
     u"Ausgang: 0 erledigt, 1 nichts gefunden oder nur zum Teil erledigt, 2 falscher Aufruf,\n"
@@ -120,9 +122,13 @@ Option verbindung_option() {
           u"ein bloßer Dateiname meint eine SQLite-Datei"_s};
 }
 
-Option bilder_option() { return {u"bilder"_s, u"ORDNER"_s, u"Wurzel der Bildablage"_s}; }
+Option bilder_option() {
+  return {u"bilder"_s, u"ORDNER"_s, u"Wurzel der Bildablage"_s};
+}
 
-Option json_option() { return {u"json"_s, {}, u"je Eintrag eine Zeile mit einem JSON-Objekt"_s}; }
+Option json_option() {
+  return {u"json"_s, {}, u"je Eintrag eine Zeile mit einem JSON-Objekt"_s};
+}
 
 Ausgang fuehre_aus(const QList<Befehl>& befehle, const QStringList& argumente) {
   if (argumente.isEmpty()) throw falscher_aufruf(u"Es fehlt der Befehl."_s);

@@ -11,18 +11,23 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-Abbruch falsch(const QString& text) { return {Ausgang::Aufruf, text}; }
+Abbruch falsch(const QString& text) {
+  return {Ausgang::Aufruf, text};
+}
 
 QString vergleichsform(QString s) {
   while (s.endsWith(u' ')) s.chop(1);
   return text::UCase(s);
 }
 
-bool verboten(QChar c) { return c < u' ' || u"<>\"|?*:"_s.contains(c); }
+bool verboten(QChar c) {
+  return c < u' ' || u"<>\"|?*:"_s.contains(c);
+}
 
 void pruefe_zeichen(const QString& was, const QString& wert) {
   if (wert.contains(u'\''))
-    throw falsch(u"%1 „%2“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(was, wert));
+    throw falsch(
+        u"%1 „%2“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(was, wert));
   const auto stelle = std::find_if(wert.begin(), wert.end(), verboten);
   if (stelle != wert.end())
     throw falsch(u"%1 „%2“ enthält ein Zeichen, das in Dateinamen nicht erlaubt ist („%3“)."_s.arg(was, wert, *stelle));
@@ -38,8 +43,7 @@ bool Bilddatei::gleich(const Bilddatei& andere) const {
 
 Bilddatei zerlege(const QString& datei) {
   const qsizetype punkt = datei.lastIndexOf(u'.');
-  if (punkt <= 0 || punkt == datei.size() - 1)
-    throw falsch(u"„%1“ hat keinen Namen mit einer Endung."_s.arg(datei));
+  if (punkt <= 0 || punkt == datei.size() - 1) throw falsch(u"„%1“ hat keinen Namen mit einer Endung."_s.arg(datei));
   return {datei.left(punkt), datei.mid(punkt + 1)};
 }
 
@@ -57,8 +61,9 @@ void pruefe_dateiname(const QString& name) {
 
 void pruefe_schluessel(const QString& option, const QString& wert) {
   if (wert.contains(u'\''))
-    throw falsch(u"Der Wert von „--%1“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(
-        option));
+    throw falsch(
+        u"Der Wert von „--%1“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(
+            option));
   if (wert.size() > Name_Laenge)
     throw falsch(u"Der Wert von „--%1“ ist länger als %2 Zeichen."_s.arg(option).arg(Name_Laenge));
 }
@@ -84,7 +89,9 @@ QString ordner(const QString& angabe) {
   return ergebnis;
 }
 
-QString stempel(const QDateTime& zeit) { return zeit.toString(u"yyyyMMdd_HHmmss"_s); }
+QString stempel(const QDateTime& zeit) {
+  return zeit.toString(u"yyyyMMdd_HHmmss"_s);
+}
 
 QString gestempelt(const QString& name, const QString& stempel, int nummer) {
   const QString ende = (nummer > 1 ? u'_' + QString::number(nummer) : QString()) + stempel;

@@ -57,7 +57,9 @@ Datensatz Datensatz::genau(const Aufruf& aufruf) {
   return datensatz(aufruf, u"-"_s);
 }
 
-Datensatz Datensatz::filter(const Aufruf& aufruf) { return datensatz(aufruf, {}); }
+Datensatz Datensatz::filter(const Aufruf& aufruf) {
+  return datensatz(aufruf, {});
+}
 
 std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf) {
   const QString angabe = gegeben_oder_umgebung(aufruf, u"bilder"_s, "KVOBILD_BILDER");
@@ -79,7 +81,7 @@ QString verbindungszeichenfolge(const Aufruf& aufruf) {
   const QString angabe = gegeben_oder_umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
   if (angabe.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Es fehlt „--verbindung“, die Datenbank."_s);
   if (angabe.contains(u'=')) return angabe;
-  return u"Provider=SQLite;Data Source=\"%1\""_s.arg(QString(angabe).replace(u'"', u"\"\""_s));
+  return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(angabe);
 }
 
 std::optional<QString> datenbankdatei(const QString& verbindung) {
@@ -123,13 +125,21 @@ Sitzung::Sitzung(const Aufruf& aufruf) : core_(std::make_shared<Core>()), vorher
   store_.Init(verbindung, verbindung_, {});
 }
 
-Sitzung::~Sitzung() { KVOCore::setze(vorher_); }
+Sitzung::~Sitzung() {
+  KVOCore::setze(vorher_);
+}
 
-std::int32_t Sitzung::berichte() const { return core_->anzahl; }
+std::int32_t Sitzung::berichte() const {
+  return core_->anzahl;
+}
 
-bool Sitzung::lies(const Datensatz& satz) { return lies_mit(satz, {}, {}); }
+bool Sitzung::lies(const Datensatz& satz) {
+  return lies_mit(satz, {}, {});
+}
 
-bool Sitzung::lies(const QString& pfad, const namen::Bilddatei& bild) { return lies_mit({}, bild, pfad); }
+bool Sitzung::lies(const QString& pfad, const namen::Bilddatei& bild) {
+  return lies_mit({}, bild, pfad);
+}
 
 bool Sitzung::lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad) {
   const std::int32_t vorher = berichte();
@@ -144,7 +154,7 @@ bool Sitzung::lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, cons
 }
 
 void Sitzung::lies_sortindex(const QString& bedingung) {
-  const QStringList spalten{u"Key1"_s,    u"Key2"_s, u"Key3"_s, u"key4"_s,    u"Bildname"_s,
+  const QStringList spalten{u"Key1"_s,    u"Key2"_s, u"Key3"_s, u"key4"_s,     u"Bildname"_s,
                             u"BildExt"_s, u"Typ1"_s, u"Typ2"_s, u"SortIndex"_s};
   const auto satz = verbindung_->Execute(u"Select "_s + spalten.join(u", "_s) + u" from Bild_Zuordnungen"_s +
                                          bedingung + u" order by SortIndex"_s);
