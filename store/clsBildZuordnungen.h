@@ -12,12 +12,12 @@
 #include "platform/gdiplus/Bild.h"
 #include "store/clsBilderSpeicher.h"
 
-/// The assignments that are loaded at the moment, with a cursor on one of them, flags per row, and all operations on the
-/// table Bild_Zuordnungen and on the picture files.
+/// The assignments that are loaded at the moment, with a cursor on one of them, flags per row, and all operations on
+/// the table Bild_Zuordnungen and on the picture files.
 ///
-/// Usual road: Init, FKT_LeseBilder, changes (each followed by Bild_Changeflag), FKT_SpeichernBilder. Used on one thread.
-/// Unless a member says otherwise it catches every failure and tells it through KVOCore::FehlerMelden, and its result is
-/// then False. Paths have backslashes; see Pfadkarte for what they mean on this machine.
+/// Usual road: Init, FKT_LeseBilder, changes (each followed by Bild_Changeflag), FKT_SpeichernBilder. Used on one
+/// thread. Unless a member says otherwise it catches every failure and tells it through KVOCore::FehlerMelden, and its
+/// result is then False. Paths have backslashes; see Pfadkarte for what they mean on this machine.
 class KVO_EXPORT clsBildZuordnungen {
  public:
   clsBildZuordnungen();
@@ -99,12 +99,14 @@ class KVO_EXPORT clsBildZuordnungen {
   bool FKT_NeuesBild(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
                      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2);
   /// Makes this collection a copy of another, all rows new and changed. The other's cursor stays on its last row.
-  /// `pBnrerhalten` is accepted and not looked at. The result is always False and says nothing; failures are passed over.
+  /// `pBnrerhalten` is accepted and not looked at. The result is always False and says nothing; failures are passed
+  /// over.
   bool Fkt_Clone(clsBildZuordnungen& pBildAlt, std::int16_t pMontageNr, bool pBnrerhalten = false);
 
   // ── Reading ───────────────────────────────────────────────────────────────────────────────────────────────────────
   /// Binds the store to the database and empties it. The connection is borrowed; without one (null) the store opens its
-  /// own from the connect string, silently. Writing always goes over the thread's own connection from the connect string.
+  /// own from the connect string, silently. Writing always goes over the thread's own connection from the connect
+  /// string.
   bool Init(const QString& pConnectstring, std::shared_ptr<adodb::Connection> pconnection,
             const QString& pGL_jmtVerarbeitungsdatum);
   /// Fills the collection with the rows that match; an empty argument adds no condition, `pWhere` is a free condition.
@@ -188,14 +190,20 @@ class KVO_EXPORT clsBildZuordnungen {
 
   Zeilen& zeilen();
   const Zeilen& zeilen() const;
+  Zeile& zeile(std::int32_t nummer);
   const Zeile& aktuelle_Zeile() const;
-  Zeile* aktuelle_Zeile_oder_keine() noexcept;
   clsBilderSpeicher& aktueller_Satz() const;
+  void setze_Kennzeichen(bool Zeile::*kennzeichen, bool wert) noexcept;
   void neue_Tabelle();
-  void Init_Zeile(std::int32_t zeile);
+  std::int32_t haenge_Zeile_an();
+  std::int32_t letzte_Zeile() const;
+  void Init_Zeile(std::int32_t nummer);
   bool Init_AktBildObj(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
                        const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2);
   bool Pruefe_Verbindung();
+  adodb::Connection& lesende_Verbindung() const;
+  void schreibe_geaenderte_Zeilen();
+  void loesche_markierte_Zeilen();
   QString Aufbau_Key_Where(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
                            const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
                            const QString& pTyp2, const QString& pWhere);
@@ -205,9 +213,9 @@ class KVO_EXPORT clsBildZuordnungen {
   QString UPrN_Insert(const QString& s) const;
   QString Fkt_LeerAlsStrich(const QString& s) const;
   bool korrigiere_alle(QString clsBilderSpeicher::*feld, const QString& wert);
-  template <class Fuellen>
-  bool lese_Saetze(const QString& anweisung, Fuellen fuelle);
-  void melde(const char16_t* prozedur, const class Laufzeitfehler& fehler) const;
+  template <class Vorbereiten>
+  bool lese_Saetze(const QString& anweisung, Vorbereiten&& vorbereiten);
+  void melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const;
 
   std::shared_ptr<adodb::Connection> mConnection;
   QString mConnectstring;

@@ -8,8 +8,8 @@
 /// One assignment: this picture file belongs to this business record.
 ///
 /// Typ1 (compared without regard to case) says what the keys mean: "BEL" document (Key1 kind, Key2 number), "MON" works
-/// order of a document (Key3 its number), "ART" article (Key1 number), "ANL" installation (Key1 to Key3). Any other value
-/// is legal. In a stored row "-" stands for a part that has no value.
+/// order of a document (Key3 its number), "ART" article (Key1 number), "ANL" installation (Key1 to Key3). Any other
+/// value is legal. In a stored row "-" stands for a part that has no value.
 class KVO_EXPORT clsBilderSpeicher {
  public:
   QString Bild_Key1;
