@@ -70,11 +70,15 @@ QSize ico_groesse(QByteArrayView bytes, std::uint64_t stelle, std::uint64_t laen
   return breite > 0 && breite <= 0x7fff && hoehe > 1 && hoehe <= 0xffff ? QSize(breite, hoehe / 2) : QSize();
 }
 
-std::int64_t flaeche(QSize groesse) noexcept { return std::int64_t{groesse.width()} * groesse.height(); }
+std::int64_t flaeche(QSize groesse) noexcept {
+  return std::int64_t{groesse.width()} * groesse.height();
+}
 
 }  // namespace
 
-bool ist_haltbar(QSize groesse) noexcept { return flaeche(groesse) * 4 <= std::numeric_limits<std::int32_t>::max(); }
+bool ist_haltbar(QSize groesse) noexcept {
+  return flaeche(groesse) * 4 <= std::numeric_limits<std::int32_t>::max();
+}
 
 Bildformat erkenne_Bildformat(QByteArrayView anfang) {
   const Bytesicht b(anfang);
@@ -110,7 +114,9 @@ Bildkopf lies_Bildkopf(QByteArrayView bytes) {
 
 namespace bildkopf {
 
-Bildkopf defekt(Bildformat format) noexcept { return {format, Kopfbefund::Defekt, {}, 0}; }
+Bildkopf defekt(Bildformat format) noexcept {
+  return {format, Kopfbefund::Defekt, {}, 0};
+}
 
 Bildkopf gelesen(Bildformat format, std::uint64_t breite, std::uint64_t hoehe, std::uint64_t groesste_seite) {
   if (breite == 0 || hoehe == 0) return defekt(format);

@@ -29,7 +29,8 @@ struct Bildkopf {
 /// So many bytes from the start of a file are enough for `erkenne_Bildformat`.
 inline constexpr qsizetype kSignaturlaenge = 16;
 
-/// The format, from the signature: JPEG FF D8 FF (ITU T.81 B.1.1), PNG (W3C PNG 5.2), GIF87a and GIF89a, BMP "BM" with any Windows or OS/2 header, TIFF and BigTIFF of both byte orders (TIFF 6.0 section 2), ICO (cursors are no pictures).
+/// The format, from the signature alone: JPEG FF D8 FF (ITU T.81 B.1.1), PNG (W3C PNG 5.2), GIF87a and GIF89a, BMP
+/// "BM" of Windows and OS/2, TIFF and BigTIFF of both byte orders (TIFF 6.0 section 2), ICO (cursors are no pictures).
 Bildformat erkenne_Bildformat(QByteArrayView anfang);
 
 /// Judges signature and header of a whole file; never looks at pixels.
@@ -49,5 +50,6 @@ Bildkopf ico(QByteArrayView bytes);
 
 Bildkopf defekt(Bildformat format) noexcept;
 /// A sound header: too big where the size can't be held or a side is over `groesste_seite`; broken for a side of 0.
-Bildkopf gelesen(Bildformat format, std::uint64_t breite, std::uint64_t hoehe, std::uint64_t groesste_seite = 0x7fffffff);
+Bildkopf gelesen(Bildformat format, std::uint64_t breite, std::uint64_t hoehe,
+                 std::uint64_t groesste_seite = 0x7fffffff);
 }  // namespace bildkopf

@@ -12,8 +12,8 @@ constexpr std::uint16_t kImageLength = 257;
 struct Verzeichnis {
   std::uint64_t erster_eintrag = 0;
   std::uint64_t anzahl = 0;
-  unsigned eintrag = 12;       ///< bytes of an entry
-  unsigned wert = 8;           ///< position of the value in it
+  unsigned eintrag = 12;  ///< bytes of an entry
+  unsigned wert = 8;      ///< position of the value in it
   bool hohes_zuerst = false;
 };
 

@@ -7,7 +7,8 @@
 #include "platform/gdiplus/Jpegmarken.h"
 
 // Which scans of a progressive picture a reduced size needs. A component of w samples that ends in z pixels shows
-// nothing finer than n = 8 z / w half waves to a block, so only the coefficients of the n x n lowest frequencies matter.
+// nothing finer than n = 8 z / w half waves to a block, so only the coefficients of the n x n lowest frequencies
+// matter.
 namespace jpegdekoder {
 namespace {
 

@@ -172,7 +172,9 @@ class Leser {
 
 }  // namespace
 
-bool ist_Kopf_lesbar(QByteArrayView bytes) { return Leser({bytes}).kopf(); }
+bool ist_Kopf_lesbar(QByteArrayView bytes) {
+  return Leser({bytes}).kopf();
+}
 
 QImage dekodiere(QByteArrayView bytes, QSize ziel) {
   auto leser = std::make_unique<Leser>(std::vector{bytes});

@@ -7,7 +7,9 @@
 
 namespace {
 
-bool ohne_Laenge(std::uint8_t marke) noexcept { return (marke >= 0xd0 && marke <= 0xd8) || marke == 0x01; }
+bool ohne_Laenge(std::uint8_t marke) noexcept {
+  return (marke >= 0xd0 && marke <= 0xd8) || marke == 0x01;
+}
 
 // Decoders here know sequential and progressive frames, with Huffman or arithmetic coding, of 8 bits; neither lossless
 // nor hierarchical ones, nor 12 bits, nor a height that only a DNL marker behind the first scan tells.
