@@ -8,7 +8,7 @@ namespace adodb {
 class KVO_EXPORT Command {
  public:
   const std::shared_ptr<Connection>& ActiveConnection() const noexcept { return verbindung_; }
-  /// A connection that is not open raises 3709; the former one then stays.
+  /// A connection that is not open raises 3709; the former one then stays. None takes the former one away.
   void ActiveConnection(std::shared_ptr<Connection> verbindung);
   const QString& CommandText() const noexcept { return text_; }
   void CommandText(const QString& wert) { text_ = wert; }

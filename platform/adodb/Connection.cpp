@@ -1,0 +1,69 @@
+#include "platform/adodb/Connection.h"
+
+#include <utility>
+
+#include "platform/adodb/Adofehler.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace adodb {
+
+namespace {
+
+/// Of a keyword that stands twice the last value counts, so what is put behind replaces what stood there.
+QString mit_anmeldung(QString zeichenfolge, const QString& benutzer, const QString& kennwort) {
+  if (!benutzer.isEmpty()) zeichenfolge += u";User ID="_s + Verbindungszeichenfolge::als_wert(benutzer);
+  if (!kennwort.isEmpty()) zeichenfolge += u";Password="_s + Verbindungszeichenfolge::als_wert(kennwort);
+  return zeichenfolge;
+}
+
+}  // namespace
+
+Connection::Connection() = default;
+
+Connection::Connection(std::unique_ptr<Treiber> treiber) : treiber_(std::move(treiber)), eigener_treiber_(true) {}
+
+Connection::~Connection() = default;
+
+void Connection::ConnectionString(const QString& wert) {
+  if (State() == adStateOpen) throw adofehler(adErrObjectOpen);
+  verbindungszeichenfolge_ = wert;
+}
+
+std::int32_t Connection::State() const noexcept {
+  return treiber_ && treiber_->ist_offen() ? adStateOpen : adStateClosed;
+}
+
+void Connection::Open(const QString& verbindungszeichenfolge, const QString& benutzer, const QString& kennwort,
+                      std::int32_t options) {
+  Q_UNUSED(options);
+  if (State() == adStateOpen) throw adofehler(adErrObjectOpen);
+  if (!verbindungszeichenfolge.isEmpty()) verbindungszeichenfolge_ = verbindungszeichenfolge;
+  const QString ganze = mit_anmeldung(verbindungszeichenfolge_, benutzer, kennwort);
+  if (eigener_treiber_) {
+    if (!treiber_) throw adofehler(adErrProviderNotFound);
+    treiber_->oeffne(ganze);
+    return;
+  }
+  // A driver that could not open is not kept: the next Open may name another one.
+  std::unique_ptr<Treiber> neuer = treiber_fuer(ganze);
+  neuer->oeffne(ganze);
+  treiber_ = std::move(neuer);
+}
+
+void Connection::Close() {
+  if (State() != adStateOpen) throw adofehler(adErrObjectClosed);
+  treiber_->schliesse();
+  if (!eigener_treiber_) treiber_.reset();
+}
+
+std::shared_ptr<Recordset> Connection::Execute(const QString& text, std::int32_t options) {
+  Q_UNUSED(options);
+  if (State() != adStateOpen) throw adofehler(adErrObjectClosed);
+  Ergebnis ergebnis = treiber_->fuehre_aus(text);
+  if (ergebnis.spalten.isEmpty()) return std::make_shared<Recordset>();
+  return std::make_shared<Recordset>(std::move(ergebnis));
+}
+
+}  // namespace adodb

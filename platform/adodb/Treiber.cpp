@@ -1,0 +1,67 @@
+#include "platform/adodb/Treiber.h"
+
+#include <map>
+#include <mutex>
+#include <utility>
+
+#include "platform/adodb/Adofehler.h"
+#include "platform/adodb/SqliteTreiber.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace adodb {
+
+Datenbankfehler::Datenbankfehler(std::int32_t nummer, QString beschreibung, QString sqlstate,
+                                 std::int32_t native_nummer)
+    : Laufzeitfehler(nummer, std::move(beschreibung)), sqlstate_(std::move(sqlstate)), native_nummer_(native_nummer) {}
+
+Datenbankfehler::~Datenbankfehler() = default;
+
+Treiber::~Treiber() = default;
+
+namespace {
+
+struct Register {
+  std::mutex schutz;
+  std::map<QString, Treiberfabrik> fabriken;
+};
+
+/// Never destroyed: a thread's writing connection may outlive the static objects.
+Register& das_register() {
+  static Register* const eines = [] {
+    auto* neu = new Register;
+    neu->fabriken[u"sqlite"_s] = [] { return std::make_unique<SqliteTreiber>(); };
+    return neu;
+  }();
+  return *eines;
+}
+
+}  // namespace
+
+void registriere_treiber(const QString& provider, Treiberfabrik fabrik) {
+  Register& r = das_register();
+  const std::lock_guard sperre(r.schutz);
+  r.fabriken[provider.toCaseFolded()] = std::move(fabrik);
+}
+
+std::unique_ptr<Treiber> treiber_fuer(const QString& verbindungszeichenfolge) {
+  const QString provider = Verbindungszeichenfolge(verbindungszeichenfolge).wert(u"Provider"_s).value_or(QString());
+  Treiberfabrik fabrik;
+  {
+    Register& r = das_register();
+    const std::lock_guard sperre(r.schutz);
+    const auto gefunden = r.fabriken.find(provider.toCaseFolded());
+    if (gefunden != r.fabriken.end()) fabrik = gefunden->second;
+  }
+  // The value is not repeated: where a semicolon was forgotten it holds the password too.
+  if (provider.isEmpty())
+    throw Laufzeitfehler(adErrProviderNotFound, u"Die Verbindungszeichenfolge nennt keinen Provider"_s);
+  std::unique_ptr<Treiber> treiber = fabrik ? fabrik() : nullptr;
+  if (!treiber)
+    throw Laufzeitfehler(adErrProviderNotFound,
+                         u"Für den Provider der Verbindungszeichenfolge gibt es keinen Datenbanktreiber"_s);
+  return treiber;
+}
+
+}  // namespace adodb

@@ -1,0 +1,121 @@
+#include "platform/adodb/Verbindungszeichenfolge.h"
+
+#include "platform/adodb/Treiber.h"
+#include "platform/basic/Text.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace adodb {
+
+namespace {
+
+[[noreturn]] void keine_paare() {
+  throw Datenbankfehler(fehlernummer::Verbindung,
+                        u"Die Verbindungszeichenfolge ist keine Folge von Paaren Schlüsselwort=Wert"_s, u"08001"_s, 0);
+}
+
+/// Reads one connect string from its beginning to its end.
+class Leser {
+ public:
+  explicit Leser(QStringView text) : text_(text) {}
+
+  bool am_ende() const { return stelle_ >= text_.size(); }
+
+  /// Passes over blanks and separators between two pairs.
+  void naechstes_paar() {
+    while (!am_ende() && (text_[stelle_] == u' ' || text_[stelle_] == u';')) ++stelle_;
+  }
+
+  QString wort() {
+    const qsizetype gleich = text_.indexOf(u'=', stelle_);
+    const qsizetype trenner = text_.indexOf(u';', stelle_);
+    if (gleich < 0 || (trenner >= 0 && trenner < gleich)) keine_paare();
+    const QString wort = text::Trim(text_.sliced(stelle_, gleich - stelle_));
+    if (wort.isEmpty()) keine_paare();
+    stelle_ = gleich + 1;
+    return wort;
+  }
+
+  QString wert() {
+    blanks();
+    if (am_ende()) return {};
+    switch (text_[stelle_].unicode()) {
+      case u'"':
+        return zwischen_marken(u'"');
+      case u'\'':
+        return zwischen_marken(u'\'');
+      case u'{':
+        return zwischen_marken(u'}');
+      default:
+        return freier_wert();
+    }
+  }
+
+ private:
+  void blanks() {
+    while (!am_ende() && text_[stelle_] == u' ') ++stelle_;
+  }
+
+  QString freier_wert() {
+    qsizetype ende = text_.indexOf(u';', stelle_);
+    if (ende < 0) ende = text_.size();
+    const QString wert = text::Trim(text_.sliced(stelle_, ende - stelle_));
+    stelle_ = ende;
+    return wert;
+  }
+
+  QString zwischen_marken(QChar schluss) {
+    QString wert;
+    for (++stelle_; !am_ende(); ++stelle_) {
+      const QChar zeichen = text_[stelle_];
+      if (zeichen == schluss) {
+        if (stelle_ + 1 >= text_.size() || text_[stelle_ + 1] != schluss) return nach_marke(wert);
+        ++stelle_;
+      }
+      wert += zeichen;
+    }
+    keine_paare();
+  }
+
+  QString nach_marke(const QString& wert) {
+    ++stelle_;
+    blanks();
+    if (!am_ende() && text_[stelle_] != u';') keine_paare();
+    return wert;
+  }
+
+  QStringView text_;
+  qsizetype stelle_ = 0;
+};
+
+}  // namespace
+
+Verbindungszeichenfolge::Verbindungszeichenfolge(const QString& text) {
+  Leser leser(text);
+  for (leser.naechstes_paar(); !leser.am_ende(); leser.naechstes_paar()) {
+    Paar paar;
+    paar.wort = leser.wort();
+    paar.wert = leser.wert();
+    paare_.append(paar);
+  }
+}
+
+std::optional<QString> Verbindungszeichenfolge::wert(const QString& schluesselwort) const {
+  for (auto paar = paare_.crbegin(); paar != paare_.crend(); ++paar)
+    if (paar->wort.compare(schluesselwort, Qt::CaseInsensitive) == 0) return paar->wert;
+  return std::nullopt;
+}
+
+QStringList Verbindungszeichenfolge::schluesselworte() const {
+  QStringList worte;
+  for (const Paar& paar : paare_)
+    if (!worte.contains(paar.wort, Qt::CaseInsensitive)) worte.append(paar.wort);
+  return worte;
+}
+
+QString Verbindungszeichenfolge::als_wert(const QString& wert) {
+  QString innen = wert;
+  return u'"' + innen.replace(u"\""_s, u"\"\""_s) + u'"';
+}
+
+}  // namespace adodb

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+/// Measuring two ways of one job side by side: the runs alternate, so that a machine that grows slower or faster hits
+/// both, and the median of each counts.
+namespace messung {
+
+inline double sekunden(const std::function<void()>& arbeit) {
+  const auto beginn = std::chrono::steady_clock::now();
+  arbeit();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - beginn).count();
+}
+
+inline double median(std::vector<double> werte) {
+  std::sort(werte.begin(), werte.end());
+  const std::size_t mitte = werte.size() / 2;
+  return werte.size() % 2 == 1 ? werte[mitte] : (werte[mitte - 1] + werte[mitte]) / 2;
+}
+
+/// Prints one line: both medians in milliseconds, their ratio and the ratio aimed at. Gives the ratio.
+inline double zeile(const char* name, const std::vector<double>& unser, const std::vector<double>& peer, double ziel) {
+  const double a = median(unser);
+  const double b = median(peer);
+  std::printf("%-58s %10.3f ms %10.3f ms   %6.3f  (aim <= %.2f)\n", name, a * 1e3, b * 1e3, a / b, ziel);
+  std::fflush(stdout);
+  return a / b;
+}
+
+/// Times `unser` against `peer` in `laeufe` alternated runs, after one uncounted run of each.
+inline double vergleiche(const char* name, int laeufe, double ziel, const std::function<void()>& unser,
+                         const std::function<void()>& peer) {
+  std::vector<double> a;
+  std::vector<double> b;
+  unser();
+  peer();
+  for (int i = 0; i < laeufe; ++i) {
+    a.push_back(sekunden(unser));
+    b.push_back(sekunden(peer));
+  }
+  return zeile(name, a, b, ziel);
+}
+
+}  // namespace messung

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <optional>
+#include <thread>
+
+struct sqlite3;
+
+namespace adodb {
+
+/// How one SQLite connection waits while another one holds the database. Waiting is no failure and has no end, but for
+/// one case: where another connection of the same thread holds an open transaction on the same file nobody could ever
+/// end it, so the wait is bounded.
+/// All open ones are entered in a list of the process, which outlives every thread.
+class SqliteSperre {
+ public:
+  /// `grenze` bounds the wait for a transaction of the waiting thread itself.
+  explicit SqliteSperre(std::chrono::milliseconds grenze) : grenze_(grenze) {}
+  ~SqliteSperre();
+  SqliteSperre(const SqliteSperre&) = delete;
+  SqliteSperre& operator=(const SqliteSperre&) = delete;
+
+  /// Takes over the waiting of an open connection; the connection must be closed after `verlasse`.
+  void betreue(sqlite3* datenbank);
+  void verlasse() noexcept;
+
+  /// To be called before each statement, on the thread that runs it.
+  void beginne_anweisung() noexcept;
+  /// Waits a moment after the code `ergebnis` (busy or locked) that came back without the handler. False when waiting
+  /// further is of no use: the bound has passed, or the connection's own transaction reads an outdated state.
+  bool warte_nach(int ergebnis) noexcept;
+  /// The statement was given up because the bound had passed.
+  bool aufgegeben() const noexcept { return aufgegeben_; }
+
+ private:
+  static int bei_sperre(void* selbst, int versuch);
+  bool warte(bool begrenzt) noexcept;
+  bool eigener_thread_haelt() const noexcept;
+
+  std::chrono::milliseconds grenze_;
+  sqlite3* datenbank_ = nullptr;
+  std::atomic<std::thread::id> thread_;
+  std::optional<std::chrono::steady_clock::time_point> beginn_;
+  std::chrono::milliseconds pause_{1};
+  bool begrenzt_ = false;
+  bool aufgegeben_ = false;
+};
+
+}  // namespace adodb
