@@ -29,6 +29,8 @@ class KVO_EXPORT Binaerdatei {
   std::size_t lies(std::int64_t position, std::span<std::byte> ziel) const;
 
  private:
+  void oeffne(const QString& pfad, int art);
+
   int deskriptor_ = -1;
   std::int64_t laenge_ = 0;
 };

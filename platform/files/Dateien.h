@@ -31,22 +31,22 @@ KVO_EXPORT bool ist_Ordner(const QString& pfad);
 /// The whole content. Raises 53 when missing, 75 for a folder, 70 without read right.
 KVO_EXPORT QByteArray lies_alles(const QString& pfad);
 
-/// Opens for output: creates the file or empties it, writes all bytes, closes. A read-only file raises 75 and is left
-/// as it is; a full disk raises 61.
+/// Replaces the whole content, or makes the file. A read-only file raises 75, a full disk 61, a missing folder 76; in
+/// every failure the former content stays, wherever the folder takes a second file beside it.
 KVO_EXPORT void schreibe_alles(const QString& pfad, const QByteArray& bytes);
 
-/// What tells one state of a file from another: device, inode, length and the time of the last change in nanoseconds.
+/// What tells one state of a file from another: device, inode, length and the times of the last changes, in nanoseconds
+/// since 1970.
 struct Kennung {
   std::uint64_t geraet = 0;
   std::uint64_t inode = 0;
   std::int64_t laenge = 0;
   std::int64_t geaendert_ns = 0;
+  /// Time of the last change of the file's entry (contents, rights, name), which nobody can set back.
+  std::int64_t zustand_ns = 0;
   friend bool operator==(const Kennung&, const Kennung&) = default;
 };
 /// Raises 53 when it is missing.
 KVO_EXPORT Kennung kennung(const QString& pfad);
-
-/// Free bytes of the file system a path lies on, for a message; -1 when unknown.
-KVO_EXPORT std::int64_t freie_bytes(const QString& pfad);
 
 }  // namespace dateien

@@ -1,0 +1,151 @@
+#include "platform/files/FileSystemObject.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+
+#include "platform/basic/Fehlerbehandlung.h"
+#include "platform/files/Pfadkarte.h"
+#include "platform/files/Schreiben.h"
+#include "platform/files/Systemfehler.h"
+#include "platform/files/Verzeichnis.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QByteArray ort_von(const QString& pfad) {
+  return Pfadkarte::aktuell().maschinenpfad(pfad);
+}
+
+std::optional<struct stat> stand(const QByteArray& ort) {
+  struct stat info {};
+  if (::stat(ort.constData(), &info) != 0) return std::nullopt;
+  return info;
+}
+
+/// State of a file that is to be copied, moved or deleted; anything that is no file counts as missing.
+struct stat stand_der_Datei(const QByteArray& ort) {
+  const auto info = stand(ort);
+  if (!info || S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::DateiNichtGefunden);
+  return *info;
+}
+
+bool endet_mit_Trenner(const QString& pfad) {
+  return pfad.endsWith(u'\\') || pfad.endsWith(u'/');
+}
+
+QString letzter_Name(const QString& pfad) {
+  const qsizetype trenner = std::max(pfad.lastIndexOf(u'\\'), pfad.lastIndexOf(u'/'));
+  return pfad.mid(trenner + 1);
+}
+
+/// The file that a copy or move makes. A target that ends in a separator is a folder, which gets the source's name.
+QString zieldatei(const QString& quelle, const QString& ziel) {
+  if (!endet_mit_Trenner(ziel)) return ziel;
+  const auto info = stand(ort_von(ziel));
+  if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  return ziel + letzter_Name(quelle);
+}
+
+void kopiere(const QByteArray& quelle, const struct stat& stand_der_quelle, const QByteArray& ziel, bool ersetzen) {
+  if (!S_ISREG(stand_der_quelle.st_mode) || systemfehler::unlesbar(stand_der_quelle.st_mode))
+    throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+  const systemfehler::Deskriptor lesend(
+      systemfehler::pruefe(::open(quelle.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)));
+  schreiben::Nebendatei kopie(ziel);
+  kopie.kopiere_von(lesend.wert());
+  kopie.uebernimm(stand_der_quelle, true);
+  kopie.vollende(ersetzen);
+}
+
+}  // namespace
+
+QStringList Folder::Files() const {
+  return verzeichnis::liste(ort_von(pfad_), verzeichnis::Art::Dateien);
+}
+
+QStringList Folder::SubFolders() const {
+  return verzeichnis::liste(ort_von(pfad_), verzeichnis::Art::Ordner);
+}
+
+bool FileSystemObject::FileExists(const QString& pfad) const {
+  return fehler::still_enden([&] {
+    const auto info = stand(ort_von(pfad));
+    return info && !S_ISDIR(info->st_mode);
+  });
+}
+
+bool FileSystemObject::FolderExists(const QString& pfad) const {
+  return fehler::still_enden([&] {
+    const auto info = stand(ort_von(pfad));
+    return info && S_ISDIR(info->st_mode);
+  });
+}
+
+Folder FileSystemObject::GetFolder(const QString& pfad) const {
+  const auto info = stand(ort_von(pfad));
+  if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  QString ohne_Trenner = pfad;
+  while (ohne_Trenner.size() > 1 && endet_mit_Trenner(ohne_Trenner) && !ohne_Trenner.endsWith(":\\"_L1))
+    ohne_Trenner.chop(1);
+  return Folder(ohne_Trenner);
+}
+
+QString FileSystemObject::BuildPath(const QString& pfad, const QString& name) const {
+  if (pfad.isEmpty() || name.isEmpty()) return pfad + name;
+  const QString links = endet_mit_Trenner(pfad) ? pfad.chopped(1) : pfad;
+  const bool mit_Trenner = name.startsWith(u'\\') || name.startsWith(u'/');
+  return links + u'\\' + (mit_Trenner ? name.mid(1) : name);
+}
+
+void FileSystemObject::CopyFile(const QString& quelle, const QString& ziel, bool ueberschreiben) const {
+  const QByteArray von = ort_von(quelle);
+  const struct stat stand_der_quelle = stand_der_Datei(von);
+  const QByteArray nach = ort_von(zieldatei(quelle, ziel));
+  if (const auto vorhanden = stand(nach)) {
+    const bool dieselbe = vorhanden->st_dev == stand_der_quelle.st_dev && vorhanden->st_ino == stand_der_quelle.st_ino;
+    if (dieselbe || S_ISDIR(vorhanden->st_mode)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+    if (!ueberschreiben) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
+    if (systemfehler::schreibgeschuetzt(vorhanden->st_mode)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+  }
+  kopiere(von, stand_der_quelle, nach, ueberschreiben);
+}
+
+void FileSystemObject::MoveFile(const QString& quelle, const QString& ziel) const {
+  const QByteArray von = ort_von(quelle);
+  const struct stat stand_der_quelle = stand_der_Datei(von);
+  const QString neuer_Pfad = zieldatei(quelle, ziel);
+  const QByteArray nach = Pfadkarte::aktuell().maschinenpfad_neu(neuer_Pfad);
+  const QByteArray im_Weg = ort_von(neuer_Pfad);
+  struct stat info {};
+  const bool andere_Schreibung = im_Weg == von && nach != von;
+  if (!andere_Schreibung && ::lstat(im_Weg.constData(), &info) == 0) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
+  if (schreiben::benenne_um(von, nach)) return;
+  kopiere(von, stand_der_quelle, nach, false);
+  if (::unlink(von.constData()) == 0) return;
+  const int grund = errno;
+  ::unlink(nach.constData());
+  systemfehler::wirf(grund);
+}
+
+void FileSystemObject::DeleteFile(const QString& pfad, bool auch_schreibgeschuetzte) const {
+  const QByteArray ort = ort_von(pfad);
+  const struct stat info = stand_der_Datei(ort);
+  if (!auch_schreibgeschuetzte && systemfehler::schreibgeschuetzt(info.st_mode))
+    throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+  systemfehler::pruefe(::unlink(ort.constData()));
+}
+
+void FileSystemObject::DeleteFolder(const QString& pfad, bool auch_schreibgeschuetzte) const {
+  const QByteArray ort = ort_von(pfad);
+  const auto info = stand(ort);
+  if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  if (!auch_schreibgeschuetzte && systemfehler::schreibgeschuetzt(info->st_mode))
+    throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+  systemfehler::pruefe(::rmdir(ort.constData()));
+}

@@ -19,12 +19,14 @@ CoreDoppel::CoreDoppel() : core_(std::make_shared<Core>()), vorher_(KVOCore::set
 
 CoreDoppel::~CoreDoppel() {
   for (const Bericht& b : std::as_const(core_->berichte))
-    ADD_FAILURE() << "unexpected report: " << b.Modul.toStdString() << "." << b.Prozedur.toStdString() << " " << b.Nummer
-                  << " " << b.Beschreibung.toStdString();
+    ADD_FAILURE() << "unexpected report: " << b.Modul.toStdString() << "." << b.Prozedur.toStdString() << " "
+                  << b.Nummer << " " << b.Beschreibung.toStdString();
   KVOCore::setze(vorher_);
 }
 
-QList<CoreDoppel::Bericht> CoreDoppel::hole() { return std::exchange(core_->berichte, {}); }
+QList<CoreDoppel::Bericht> CoreDoppel::hole() {
+  return std::exchange(core_->berichte, {});
+}
 
 class MeldungsDoppel::Fenster final : public oberflaeche::Meldungsfenster {
  public:

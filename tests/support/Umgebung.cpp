@@ -29,7 +29,9 @@ QByteArray Testordner::lies(const QString& name) const {
   return datei.readAll();
 }
 
-bool Testordner::vorhanden(const QString& name) const { return QFileInfo::exists(pfad(name)); }
+bool Testordner::vorhanden(const QString& name) const {
+  return QFileInfo::exists(pfad(name));
+}
 
 QString testdaten(const QString& name) {
   QString wurzel = qEnvironmentVariable("KVO_TESTDATEN");
@@ -38,4 +40,6 @@ QString testdaten(const QString& name) {
   return QFileInfo::exists(ziel) ? ziel : QString();
 }
 
-void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
+void PrintTo(const QString& text, std::ostream* os) {
+  *os << '"' << text.toStdString() << '"';
+}

@@ -28,10 +28,10 @@ class Testordner {
 QString testdaten(const QString& name);
 
 /// Skips the test with a message when the outside test pictures are missing.
-#define BRAUCHT_TESTDATEN()                                                                        \
-  do {                                                                                             \
-    if (testdaten(QStringLiteral("bilder")).isEmpty())                                             \
-      GTEST_SKIP() << "outside test pictures are missing: set KVO_TESTDATEN to their folder";       \
+#define BRAUCHT_TESTDATEN()                                                                   \
+  do {                                                                                        \
+    if (testdaten(QStringLiteral("bilder")).isEmpty())                                        \
+      GTEST_SKIP() << "outside test pictures are missing: set KVO_TESTDATEN to their folder"; \
   } while (false)
 
 /// gtest prints a QString as its text.

@@ -1,10 +1,9 @@
-#include "platform/basic/Fehlerbehandlung.h"
-
 #include <gtest/gtest.h>
 
 #include <new>
 #include <stdexcept>
 
+#include "platform/basic/Fehlerbehandlung.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;

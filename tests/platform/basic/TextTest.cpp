@@ -1,8 +1,7 @@
-#include "platform/basic/Text.h"
-
 #include <gtest/gtest.h>
 
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/basic/Text.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;

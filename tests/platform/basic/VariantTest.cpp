@@ -1,10 +1,9 @@
-#include "platform/basic/Variant.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/basic/Variant.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -34,7 +33,9 @@ TEST(Variant, NullHasNoTextButJoinsAsEmpty) {
   EXPECT_EQ(mit_Leertext(Null{}), QString());
 }
 
-TEST(Variant, AnObjectHasNoText) { EXPECT_EQ(nummer_von([] { CStr(Objekt()); }), 13); }
+TEST(Variant, AnObjectHasNoText) {
+  EXPECT_EQ(nummer_von([] { CStr(Objekt()); }), 13);
+}
 
 TEST(Variant, TrueIsMinusOne) {
   EXPECT_TRUE(ist_True(true));

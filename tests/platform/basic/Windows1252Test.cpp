@@ -1,8 +1,7 @@
-#include "platform/basic/Windows1252.h"
-
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "platform/basic/Windows1252.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;

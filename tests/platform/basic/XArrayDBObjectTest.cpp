@@ -1,8 +1,7 @@
-#include "platform/basic/XArrayDBObject.h"
-
 #include <gtest/gtest.h>
 
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/basic/XArrayDBObject.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;

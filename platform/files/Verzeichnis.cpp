@@ -1,0 +1,136 @@
+#include "platform/files/Verzeichnis.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <mntent.h>
+#include <sys/stat.h>
+
+#include <QFile>
+#include <QHash>
+#include <QStringDecoder>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <memory>
+
+#include "platform/basic/Laufzeitfehler.h"
+#include "platform/basic/Text.h"
+#include "platform/files/Systemfehler.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace verzeichnis {
+namespace {
+
+/// Calls `nimm` with each entry but "." and ".."; false when the folder can't be opened.
+bool gehe_durch(const QByteArray& ordner, const std::function<void(int verzeichnis, const dirent& eintrag)>& nimm) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> dir(::opendir(ordner.constData()), &::closedir);
+  if (!dir) return false;
+  errno = 0;
+  while (const dirent* eintrag = ::readdir(dir.get())) {
+    const QByteArrayView name(static_cast<const char*>(eintrag->d_name));
+    if (name != "." && name != "..") nimm(::dirfd(dir.get()), *eintrag);
+    errno = 0;
+  }
+  if (errno != 0) systemfehler::wirf(errno);
+  return true;
+}
+
+std::optional<QString> lesbarer_Name(const char* bytes) {
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  QString name = decoder(QByteArrayView(bytes));
+  if (decoder.hasError() || name.contains(u'\\')) return std::nullopt;
+  return name;
+}
+
+bool ist_von_Art(int verzeichnis, const dirent& eintrag, Art art) {
+  if (eintrag.d_type == DT_DIR) return art == Art::Ordner;
+  if (eintrag.d_type == DT_REG) return art == Art::Dateien;
+  if (eintrag.d_type != DT_UNKNOWN && eintrag.d_type != DT_LNK) return false;
+  struct stat info {};
+  const int flags = art == Art::Ordner ? AT_SYMLINK_NOFOLLOW : 0;
+  if (::fstatat(verzeichnis, eintrag.d_name, &info, flags) != 0) return false;
+  return art == Art::Ordner ? S_ISDIR(info.st_mode) : S_ISREG(info.st_mode);
+}
+
+/// The names of one folder by their upper-case form, and the state of the folder they were read in.
+struct Namensliste {
+  QByteArray ordner;
+  struct timespec geaendert {};
+  dev_t geraet = 0;
+  ino_t inode = 0;
+  QHash<QString, QByteArray> namen;
+};
+
+/// A change within the clock's grain of a listing would go unseen, so a folder must have rested for a while.
+bool in_Ruhe(const struct timespec& geaendert) {
+  const auto jetzt = std::chrono::system_clock::now().time_since_epoch();
+  const auto dann = std::chrono::seconds(geaendert.tv_sec) + std::chrono::nanoseconds(geaendert.tv_nsec);
+  return jetzt - dann > std::chrono::seconds(2);
+}
+
+bool gleicher_Stand(const Namensliste& liste, const QByteArray& ordner, const struct stat& info) {
+  return liste.ordner == ordner && liste.geraet == info.st_dev && liste.inode == info.st_ino &&
+         liste.geaendert.tv_sec == info.st_mtim.tv_sec && liste.geaendert.tv_nsec == info.st_mtim.tv_nsec;
+}
+
+}  // namespace
+
+QStringList liste(const QByteArray& ordner, Art art) {
+  QStringList namen;
+  const bool offen = gehe_durch(ordner, [&](int verzeichnis, const dirent& eintrag) {
+    if (!ist_von_Art(verzeichnis, eintrag, art)) return;
+    if (auto name = lesbarer_Name(eintrag.d_name)) namen.append(*std::move(name));
+  });
+  if (!offen) {
+    if (errno == EACCES) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+    throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  }
+  std::sort(namen.begin(), namen.end(), [](const QString& a, const QString& b) {
+    const int ordnung = a.compare(b, Qt::CaseInsensitive);
+    return ordnung != 0 ? ordnung < 0 : a < b;
+  });
+  return namen;
+}
+
+std::optional<QByteArray> suche_ohne_Schreibung(const QByteArray& ordner, const QString& name) {
+  thread_local Namensliste letzte;
+  struct stat info {};
+  if (::stat(ordner.constData(), &info) != 0 || !S_ISDIR(info.st_mode)) return std::nullopt;
+  if (!gleicher_Stand(letzte, ordner, info)) {
+    Namensliste neu{ordner, info.st_mtim, info.st_dev, info.st_ino, {}};
+    // A folder that may be searched but not listed knows exact names only.
+    if (!gehe_durch(ordner, [&](int, const dirent& eintrag) {
+          const auto lesbar = lesbarer_Name(eintrag.d_name);
+          if (lesbar) neu.namen.insert(text::UCase(*lesbar), QByteArray(static_cast<const char*>(eintrag.d_name)));
+        }))
+      return std::nullopt;
+    letzte = std::move(neu);
+  }
+  const QByteArray treffer = letzte.namen.value(text::UCase(name));
+  if (!in_Ruhe(letzte.geaendert)) letzte = {};
+  if (treffer.isEmpty()) return std::nullopt;
+  return treffer;
+}
+
+std::optional<QString> einhaengepunkt(const QString& freigabe) {
+  const std::unique_ptr<FILE, int (*)(FILE*)> tabelle(::setmntent("/proc/self/mounts", "r"), &::endmntent);
+  if (!tabelle) return std::nullopt;
+  struct mntent eintrag {};
+  std::array<char, 4096> puffer{};
+  while (::getmntent_r(tabelle.get(), &eintrag, puffer.data(), static_cast<int>(puffer.size()))) {
+    const QString art = QString::fromLatin1(eintrag.mnt_type);
+    QString quelle = QFile::decodeName(eintrag.mnt_fsname).replace(u'/', u'\\');
+    if (art.startsWith("nfs"_L1))
+      quelle = "\\\\"_L1 + quelle.replace(u":\\"_s, u"\\"_s);
+    else if (art != "cifs"_L1 && art != "smb3"_L1 && art != "smbfs"_L1)
+      continue;
+    if (quelle.compare(freigabe, Qt::CaseInsensitive) == 0) return QFile::decodeName(eintrag.mnt_dir);
+  }
+  return std::nullopt;
+}
+
+}  // namespace verzeichnis

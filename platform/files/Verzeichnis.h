@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+/// Listings of folders of this machine, for the files of this folder only.
+namespace verzeichnis {
+
+enum class Art { Dateien, Ordner };
+
+/// Names of the regular files (links to such count), or of the folders (links do not count), in the order of their
+/// names without regard to case. Names that hold a backslash or are no UTF-8 are left out: no path of the table can
+/// mean them. A folder that can't be read raises 76 or 70.
+QStringList liste(const QByteArray& ordner, Art art);
+
+/// The entry of a folder that is the name without regard to case, as the folder spells it. The folder's names are kept
+/// until the folder changes, so that many questions about one folder cost one listing.
+std::optional<QByteArray> suche_ohne_Schreibung(const QByteArray& ordner, const QString& name);
+
+/// The folder where a network share is mounted.
+std::optional<QString> einhaengepunkt(const QString& freigabe);
+
+}  // namespace verzeichnis
