@@ -52,7 +52,7 @@ std::span<const std::uint8_t> Dateibytes::ab(std::int64_t index) {
   if (!block) block = std::make_unique_for_overwrite<Block>();
   if (block->nummer != nummer) lade(*block, nummer);
   block_von_ = nummer * Blocklaenge;
-  const auto laenge = static_cast<std::size_t>(std::min(Blocklaenge, obergrenze_ + 1 - block_von_));
+  const auto laenge = static_cast<std::size_t>(std::min(Blocklaenge, std::int64_t{obergrenze_} + 1 - block_von_));
   block_ = std::span(block->bytes).first(laenge);
   return block_.subspan(static_cast<std::size_t>(index - block_von_));
 }

@@ -170,7 +170,7 @@ void clsExifInfo::Read_Text(Exif_Entry& entry) {
 
 void clsExifInfo::Append_Characters(QString& text, std::int64_t from, std::int64_t to) {
   // The count may ask for far more than the file holds.
-  const std::int64_t held = std::clamp<std::int64_t>(File_Bytes.Obergrenze() + 1 - from, 0, to - from);
+  const std::int64_t held = std::clamp<std::int64_t>(std::int64_t{File_Bytes.Obergrenze()} + 1 - from, 0, to - from);
   text.reserve(std::min(held, Free_Text(text, 0)));
   while (from < to) {
     const auto piece = File_Bytes.ab(from);
