@@ -38,10 +38,10 @@ class Datenbanktest : public ::testing::Test {
 
   /// One row of Bild_Zuordnungen, all columns in the order of the table.
   void fuege_ein(const QString& werte) {
-    db.fuehre_aus(
-        u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, Beschreibung, "
-        "Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values (" +
-        werte + u')');
+    db.fuehre_aus(QStringLiteral("insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, "
+                                 "BildPfad, Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) "
+                                 "Values (") +
+                  werte + u')');
   }
   void leere() { db.fuehre_aus(QStringLiteral("delete from Bild_Zuordnungen")); }
 
