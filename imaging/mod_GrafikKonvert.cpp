@@ -1,0 +1,76 @@
+#include "imaging/mod_GrafikKonvert.h"
+
+#include <array>
+
+#include "platform/gdiplus/gdiplus.h"
+#include "platform/host/Oberflaeche.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace mod_GrafikKonvert {
+
+std::int32_t m_GdiToken = 0;
+bool m_GdiAktiv = false;
+std::int32_t m_GdiStatus = 0;
+
+std::int32_t Fkt_GdiStartup(std::int32_t version) {
+  return gdiplus::GdiplusStartup(m_GdiToken, version);
+}
+
+std::int32_t Fkt_GdiShutdown() {
+  return gdiplus::GdiplusShutdown(m_GdiToken);
+}
+
+std::int32_t Fkt_GdiPruefen(std::int32_t status) {
+  // An invalid parameter is not told on purpose.
+  if (status != gdiplus::Ok && status != gdiplus::InvalidParameter)
+    oberflaeche::MsgBox(Fkt_GdiFehlerText(status) + u" GDI+ Error:"_s + QString::number(status),
+                        oberflaeche::Knoepfe::OK, oberflaeche::Symbol::Keins, u"GDI Error"_s);
+  return status;
+}
+
+QString Fkt_GdiFehlerText(std::int32_t status) {
+  static constexpr std::array kTexte{
+      u"Generic Error.",
+      u"Invalid Parameter.",
+      u"Out Of Memory.",
+      u"Object Busy.",
+      u"Insufficient Buffer.",
+      u"Not Implemented.",
+      u"Win32 Error.",
+      u"Wrong State.",
+      u"Aborted.",
+      u"File Not Found.",
+      u"Value Overflow.",
+      u"Access Denied.",
+      u"Unknown Image Format.",
+      u"FontFamily Not Found.",
+      u"FontStyle Not Found.",
+      u"Not TrueType Font.",
+      u"Unsupported Gdiplus Version.",
+      u"Gdiplus Not Initialized.",
+      u"Property Not Found.",
+      u"Property Not Supported.",
+  };
+  if (status < 1 || status > static_cast<std::int32_t>(kTexte.size())) return u"Unknown GDI+ Error."_s;
+  return QString::fromUtf16(kTexte[static_cast<std::size_t>(status - 1)]);
+}
+
+std::shared_ptr<const Bild> Fkt_LoadPictureGdi(const QString& dateiname) {
+  gdiplus::Bitmap bitmap;
+  if (Fkt_GdiPruefen(gdiplus::GdipCreateBitmapFromFile(dateiname, bitmap)) != gdiplus::Ok) return nullptr;
+  std::shared_ptr<const Bild> ergebnis;
+  gdiplus::Bitmap handle;
+  if (Fkt_GdiPruefen(gdiplus::GdipCreateHBITMAPFromBitmap(bitmap, handle, 0)) == gdiplus::Ok)
+    ergebnis = Fkt_HandleToPicture(handle, 1, 0);
+  Fkt_GdiPruefen(gdiplus::GdipDisposeImage(bitmap));
+  return ergebnis;
+}
+
+// A handle is a picture object already: type and palette have nothing left to say.
+std::shared_ptr<const Bild> Fkt_HandleToPicture(const std::shared_ptr<const Bild>& handle, std::int32_t /*bildtyp*/,
+                                                std::int32_t /*palette*/) {
+  return handle;
+}
+
+}  // namespace mod_GrafikKonvert

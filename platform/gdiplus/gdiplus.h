@@ -16,6 +16,7 @@ enum Status : std::int32_t {
   GenericError = 1,
   InvalidParameter = 2,
   OutOfMemory = 3,
+  Win32Error = 7,
   FileNotFound = 10,
   AccessDenied = 12,
   UnknownImageFormat = 13,
@@ -23,17 +24,21 @@ enum Status : std::int32_t {
   GdiplusNotInitialized = 18,
 };
 
-/// Starts a session; sessions are counted. Version 1 is the only one (17 otherwise). `token` gets a number that is not 0.
+/// Starts a session; sessions are counted. Version 1 is the only one (17 otherwise). `token` gets a number that is not
+/// 0, and keeps its value on a failure.
 std::int32_t GdiplusStartup(std::int32_t& token, std::int32_t version);
-/// Ends a session; one end too many, or a token that has ended, is status 0 and changes nothing.
+/// Takes one start back, whatever its token: nested users share one variable for it and end the inner token twice. One
+/// end too many is status 0 and changes nothing.
 std::int32_t GdiplusShutdown(std::int32_t token);
 
 /// An opened bitmap; null when there is none.
 using Bitmap = std::shared_ptr<const Bild>;
 
 /// Opens a picture file, from signature and header alone: 18 without a session, 10 for a missing file (a folder too),
-/// 12 without the right to read, 13 for content of no known picture format, 2 for a known format with a broken header,
-/// 3 for a size nobody can hold.
+/// 12 without the right to read, 7 for a failure of the disk, 13 for content of no known picture format, 2 for a known
+/// format with a broken header, 3 for a size nobody can hold (over 2 GB of 32-bit pixels, a JPEG with a side over
+/// 65500, a PNG with one over 1,000,000). Known are JPEG, PNG, GIF, BMP, TIFF and ICO; a JPEG with 12 bits to a sample,
+/// a lossless one, and one that tells its height only behind its first scan count as broken. The file is closed again.
 std::int32_t GdipCreateBitmapFromFile(const QString& pfad, Bitmap& bitmap);
 /// Turns the bitmap into a displayable one on the given background (0 is black). 18 without a session, 2 without a
 /// bitmap.

@@ -1,5 +1,3 @@
-#include "store/mod_BilderSuchen.h"
-
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -9,6 +7,7 @@
 #include <QFileInfo>
 
 #include "store/clsBildZuordnungen.h"
+#include "store/mod_BilderSuchen.h"
 #include "tests/support/Bildwurzel.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Fehler.h"
@@ -93,7 +92,8 @@ TEST_F(Dateioperationen, ReadingAMissingFileGivesNothingAndCreatesNothing) {
 
 TEST_F(Dateioperationen, TextIsHeldInTheEightBitCodePage) {
   EXPECT_TRUE(store.Fkt_WriteFile(u"P:\\t.txt"_s, u"Größe 5 €\r\nЖ"_s));
-  EXPECT_EQ(wurzel.lies(u"t.txt"_s), QByteArray("Gr\xF6\xDF" "e 5 \x80\r\n?"));
+  EXPECT_EQ(wurzel.lies(u"t.txt"_s), QByteArray("Gr\xF6\xDF"
+                                                "e 5 \x80\r\n?"));
   EXPECT_EQ(store.Fkt_ReadFile(u"P:\\t.txt"_s), u"Größe 5 €\r\n?"_s);
 }
 
@@ -353,11 +353,12 @@ TEST_F(Dateioperationen, SourcesThatCannotBeDeletedAreTold) {
   wurzel.schreibe(u"q/b.jpg"_s, "2");
   schreibgeschuetzt(u"q/a.jpg"_s);
   QString ziel = u"P:\\o"_s;
-  boxen.erwarte({u"Die Dokumente wurden kopiert, es konnten jedoch nicht alle Dokumente\r\n"
-                 "an ihrem ursprünglichen Ort gelöscht werden."_s,
-                 {},
-                 Symbol::Keins,
-                 Knoepfe::OK});
+  boxen.erwarte(
+      {u"Die Dokumente wurden kopiert, es konnten jedoch nicht alle Dokumente\r\n"
+       "an ihrem ursprünglichen Ort gelöscht werden."_s,
+       {},
+       Symbol::Keins,
+       Knoepfe::OK});
   EXPECT_TRUE(store.Fkt_FileCopyAll(u"P:\\q"_s, ziel, u"*.*"_s, true));
   EXPECT_EQ(inhalt(u"q"_s), QStringList{u"a.jpg"_s});
   EXPECT_EQ(inhalt(u"o"_s).size(), 2);

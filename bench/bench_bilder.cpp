@@ -1,0 +1,135 @@
+// bench_bilder [ORDNER [RUNDEN]]: small pictures of large photos, beside TurboJPEG's plain decode at 1/8.
+//
+// ORDNER holds what grosse_fotos.sh makes. Each round runs all candidates once, one after the other, so that a busy
+// moment of the machine hits them alike; the figures are medians over the rounds, in milliseconds, and the ratio to
+// TurboJPEG's decode of the same file, whose bytes are in memory already.
+#include <turbojpeg.h>
+
+#include <QBuffer>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImageReader>
+#include <QLibraryInfo>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/basic/Laufzeitfehler.h"
+#include "platform/gdiplus/Bildspeicher.h"
+#include "platform/gdiplus/gdiplus.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QSize kKlein(100, 75);
+
+struct Teilnehmer {
+  const char* name;
+  std::function<void()> lauf;
+  double ziel = 0;  ///< highest ratio wanted; 0: for information
+  std::vector<double> zeiten{};
+};
+
+void verlange(bool erfuellt, const char* was) {
+  if (erfuellt) return;
+  std::fprintf(stderr, "bench_bilder: %s\n", was);
+  std::exit(2);
+}
+
+void turbojpeg_Achtel(const QByteArray& bytes) {
+  const tjhandle h = tjInitDecompress();
+  const auto* const anfang = reinterpret_cast<const unsigned char*>(bytes.constData());
+  const auto laenge = static_cast<unsigned long>(bytes.size());
+  int breite = 0, hoehe = 0, abtastung = 0, farben = 0;
+  verlange(tjDecompressHeader3(h, anfang, laenge, &breite, &hoehe, &abtastung, &farben) == 0, "TurboJPEG header");
+  constexpr tjscalingfactor kAchtel{1, 8};
+  QImage bild(TJSCALED(breite, kAchtel), TJSCALED(hoehe, kAchtel), QImage::Format_RGB32);
+  verlange(tjDecompress2(h, anfang, laenge, bild.bits(), bild.width(), static_cast<int>(bild.bytesPerLine()),
+                         bild.height(), TJPF_BGRX, 0) == 0,
+           "TurboJPEG decode");
+  tjDestroy(h);
+}
+
+void eigenes(const QString& pfad) {
+  gdiplus::Bitmap bild;
+  verlange(gdiplus::GdipCreateBitmapFromFile(pfad, bild) == gdiplus::Ok, "picture does not open");
+  verlange(bild->bild(kKlein).size() == kKlein, "picture of another size");
+}
+
+void qt_ganz(const QString& pfad) {
+  const QImage bild = QImageReader(pfad).read();
+  verlange(!bild.scaled(kKlein, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).isNull(), "Qt decode");
+}
+
+void qt_skaliert(const QString& pfad) {
+  QImageReader leser(pfad);
+  leser.setScaledSize(kKlein);
+  verlange(!leser.read().isNull(), "Qt scaled decode");
+}
+
+double median(std::vector<double> zeiten) {
+  std::sort(zeiten.begin(), zeiten.end());
+  return zeiten[zeiten.size() / 2];
+}
+
+double miss(const std::function<void()>& lauf) {
+  const auto anfang = std::chrono::steady_clock::now();
+  lauf();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - anfang).count();
+}
+
+bool vergleiche(const QString& pfad, int runden) {
+  QFile datei(pfad);
+  verlange(datei.open(QIODevice::ReadOnly), "file missing: run grosse_fotos.sh first");
+  const QByteArray bytes = datei.readAll();
+  const bool progressiv = pfad.contains(u"prog"_s);
+  std::vector<Teilnehmer> alle{
+      {"TurboJPEG 1/8 from memory", [&] { turbojpeg_Achtel(bytes); }},
+      {"100 pixels, first time",
+       [&] {
+         Bildspeicher::aktuell().leere();
+         eigenes(pfad);
+       },
+       progressiv ? 0.40 : 1.10},
+      {"100 pixels, file unchanged", [&] { eigenes(pfad); }, 0.05},
+      {"Qt, scaled decode", [&] { qt_skaliert(pfad); }},
+      {"Qt, full decode and scaling", [&] { qt_ganz(pfad); }},
+  };
+  for (int i = 0; i <= runden; ++i)
+    for (Teilnehmer& t : alle) {
+      const double zeit = miss(t.lauf);
+      if (i > 0) t.zeiten.push_back(zeit);  // the first round warms up
+    }
+  std::printf("%s\n", qPrintable(pfad));
+  const double mass = median(alle.front().zeiten);
+  bool gut = true;
+  for (const Teilnehmer& t : alle) {
+    const double verhaeltnis = median(t.zeiten) / mass;
+    std::printf("  %-30s %9.3f ms %8.4f x", t.name, median(t.zeiten), verhaeltnis);
+    if (t.ziel > 0) std::printf("   at most %.2f: %s", t.ziel, verhaeltnis <= t.ziel ? "yes" : "NO");
+    std::printf("\n");
+    gut = gut && (t.ziel <= 0 || verhaeltnis <= t.ziel);
+  }
+  return gut;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication app(argc, argv);
+  const QString ordner = argc > 1 ? QString::fromLocal8Bit(argv[1]) : u"fotos"_s;
+  const int runden = argc > 2 ? std::atoi(argv[2]) : 15;
+  std::int32_t marke = 0;
+  gdiplus::GdiplusStartup(marke, 1);
+  bool gut = true;
+  for (const QString& name : {u"foto1_4032x3024_420.jpg"_s, u"foto1_4031x3021_420.jpg"_s, u"foto1_4032x3024_444.jpg"_s,
+                              u"foto1_4032x3024_420_prog.jpg"_s, u"foto1_6000x4000_420_prog.jpg"_s})
+    gut = vergleiche(ordner + u'/' + name, runden) && gut;
+  gdiplus::GdiplusShutdown(marke);
+  return gut ? 0 : 1;
+}

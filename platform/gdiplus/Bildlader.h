@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+#include <cstdint>
+#include <memory>
+
+#include "platform/gdiplus/Bild.h"
+#include "platform/gdiplus/Bildkopf.h"
+
+/// Makes picture objects.
+namespace bildlader {
+
+struct Ergebnis {
+  std::int32_t status = 0;  ///< a gdiplus::Status
+  Bildformat format = Bildformat::Unbekannt;
+  std::shared_ptr<const Bild> bild;  ///< only with status Ok
+};
+
+/// Opens a picture file; the status comes from signature and header alone.
+Ergebnis oeffne(const QString& pfad);
+
+/// The same picture on another background; null for none. A picture that is no file's is opaque and stays as it is.
+std::shared_ptr<const Bild> mit_Hintergrund(const std::shared_ptr<const Bild>& bild, QRgb hintergrund);
+
+/// A picture object of pixels; transparency comes out black. Null for a null image.
+std::shared_ptr<const Bild> aus_Pixeln(const QImage& pixel);
+
+}  // namespace bildlader

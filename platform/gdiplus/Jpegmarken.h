@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <array>
+#include <cstdint>
+#include <optional>
+
+/// Walks the marker segments of a JPEG stream (ITU T.81 annex B) without decoding anything. Bytes between segments and
+/// fill bytes are passed over, as decoders do.
+class Jpegmarken {
+ public:
+  static constexpr std::uint8_t SOF2 = 0xc2;
+  static constexpr std::uint8_t SOF10 = 0xca;
+  static constexpr std::uint8_t EOI = 0xd9;
+  static constexpr std::uint8_t SOS = 0xda;
+
+  struct Segment {
+    std::uint8_t marke = 0;
+    qsizetype anfang = 0;  ///< of the marker's FF
+    qsizetype inhalt = 0;  ///< behind the length
+    qsizetype ende = 0;    ///< behind the segment, without the entropy-coded data of a scan
+  };
+
+  /// `bytes` begins with SOI.
+  explicit Jpegmarken(QByteArrayView bytes) noexcept : bytes_(bytes) {}
+
+  /// The next segment, or none at EOI, at the end of the bytes and where a segment runs past it. Behind SOS the walk
+  /// goes on after the scan's data.
+  std::optional<Segment> naechstes();
+
+ private:
+  qsizetype ende_der_Daten(qsizetype position) const;
+
+  QByteArrayView bytes_;
+  qsizetype position_ = 2;
+};
+
+/// A frame header.
+struct Jpegrahmen {
+  struct Komponente {
+    std::uint8_t kennung = 0;
+    std::uint8_t waagrecht = 0;
+    std::uint8_t senkrecht = 0;
+  };
+  std::uint8_t marke = 0;
+  std::uint8_t bits = 0;
+  std::uint16_t hoehe = 0;
+  std::uint16_t breite = 0;
+  int anzahl = 0;
+  std::array<Komponente, 4> komponenten{};
+
+  bool progressiv() const noexcept { return marke == Jpegmarken::SOF2 || marke == Jpegmarken::SOF10; }
+};
+
+/// The marker is one of the frame headers SOF0 to SOF15.
+bool ist_SOF(std::uint8_t marke) noexcept;
+
+/// Reads a frame header: none when its length does not fit, or a count or sampling factor is out of range.
+std::optional<Jpegrahmen> lies_Rahmen(QByteArrayView bytes, const Jpegmarken::Segment& segment);

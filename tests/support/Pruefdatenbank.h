@@ -1,0 +1,112 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/SqliteTreiber.h"
+#include "tests/support/Umgebung.h"
+
+/// What passes to a database, in order, and which of it is to fail. Shared by the connections of one test.
+class Mitschrift {
+ public:
+  /// Side that sent a text: the host's connection, or one that the system opened itself.
+  enum class Seite { Wirt, System };
+  struct Eintrag {
+    Seite seite = Seite::Wirt;
+    QString text;
+    bool gescheitert = false;
+  };
+
+  /// All texts since the last fetch, oldest first, those that failed too; the list is empty afterwards.
+  QStringList hole();
+  /// The same for one side only; the other side's texts are dropped.
+  QStringList hole(Seite seite);
+  /// All since the last fetch with side and outcome; they stay.
+  const std::vector<Eintrag>& eintraege() const noexcept { return eintraege_; }
+
+  /// The text that is sent as the `n`-th from now on (1 is the next one) fails with that number, and only that one.
+  void scheitere_am(int n, std::int32_t nummer = fehlernummer::Anweisung);
+  void scheitere_am_naechsten(std::int32_t nummer = fehlernummer::Anweisung) { scheitere_am(1, nummer); }
+  /// Every text that begins so fails, without regard to case.
+  void scheitere_bei_beginn(const QString& anfang, std::int32_t nummer = fehlernummer::Anweisung);
+  /// Every text fails.
+  void scheitere_immer(std::int32_t nummer = fehlernummer::Anweisung) { scheitere_bei_beginn(QString(), nummer); }
+  /// Every opening fails.
+  void scheitere_beim_oeffnen(std::int32_t nummer = fehlernummer::Verbindung) { beim_oeffnen_ = nummer; }
+  /// Takes back all failures that are still to come.
+  void heile();
+
+ private:
+  friend class Aufzeichner;
+  struct Fehlerplan {
+    int n = 0;  ///< counts down to the text that fails; 0 for a plan by beginning
+    QString anfang;
+    std::int32_t nummer = 0;
+  };
+  void pruefe_oeffnen() const;
+  /// Notes the text; raises when it is to fail.
+  void nimm(Seite seite, const QString& text);
+
+  std::vector<Eintrag> eintraege_;
+  std::vector<Fehlerplan> plaene_;
+  std::int32_t beim_oeffnen_ = 0;
+};
+
+/// A driver that notes every text it is given, fails where the test wants it, and passes the rest on to SQLite. The
+/// texts are noted above the dialect: as they were sent, and those that fail as well.
+class Aufzeichner final : public adodb::Treiber {
+ public:
+  Aufzeichner(std::shared_ptr<Mitschrift> mitschrift, Mitschrift::Seite seite,
+              std::chrono::milliseconds wartegrenze = adodb::SqliteTreiber::Wartegrenze);
+  /// A `Provider=Pruefling` is opened as SQLite is, with the same other keywords.
+  void oeffne(const QString& verbindungszeichenfolge) override;
+  void schliesse() noexcept override { sqlite_.schliesse(); }
+  bool ist_offen() const noexcept override { return sqlite_.ist_offen(); }
+  adodb::Ergebnis fuehre_aus(const QString& text) override;
+
+ private:
+  std::shared_ptr<Mitschrift> mitschrift_;
+  Mitschrift::Seite seite_;
+  adodb::SqliteTreiber sqlite_;
+};
+
+/// An SQLite database of the test's own with the tables Bild_Zuordnungen and BelegKopfZunft, made from the scripts in
+/// sql/sqlite. While it lives the provider "Pruefling" opens recording connections that write to its Mitschrift; only
+/// one lives at a time. Connections that the system keeps for its thread must be reset by the test.
+class Pruefdatenbank {
+ public:
+  /// `wartegrenze` is the bound of waiting for a transaction of the same thread, for the recording connections.
+  explicit Pruefdatenbank(std::chrono::milliseconds wartegrenze = adodb::SqliteTreiber::Wartegrenze);
+  ~Pruefdatenbank();
+  Pruefdatenbank(const Pruefdatenbank&) = delete;
+  Pruefdatenbank& operator=(const Pruefdatenbank&) = delete;
+
+  /// The database file's path on this machine.
+  QString pfad() const { return ordner_.pfad(QStringLiteral("bilder.db")); }
+  /// "Provider=Pruefling;Data Source=…": what the system opens its own connection from. Recorded as Seite::System.
+  QString verbindungszeichenfolge() const;
+  /// The host's open connection. Recorded as Seite::Wirt.
+  const std::shared_ptr<adodb::Connection>& verbindung() const noexcept { return verbindung_; }
+  Mitschrift& mitschrift() noexcept { return *mitschrift_; }
+
+  /// Runs a text beside all recording, to set up or to look at the tables; a failure fails the test.
+  std::shared_ptr<adodb::Recordset> fuehre_aus(const QString& text);
+  /// All rows of a query as texts, NULL as "<NULL>", beside all recording.
+  std::vector<QStringList> zeilen(const QString& abfrage);
+  /// Number of rows of Bild_Zuordnungen; `where` is a condition without the word, or empty.
+  int anzahl(const QString& where = {});
+
+ private:
+  Testordner ordner_;
+  std::shared_ptr<Mitschrift> mitschrift_;
+  std::shared_ptr<adodb::Connection> verbindung_;
+  std::unique_ptr<adodb::Connection> daneben_;
+};
+
+/// The text of a file below the project's own folder.
+QString projektdatei(const QString& name);
