@@ -10,7 +10,8 @@ set -euo pipefail
 
 bereite_umgebung_vor
 installiere "${PAKETE_BAU[@]}"
-baue dev -DKVO_TESTS=OFF
+# In a folder of its own: a developer's build keeps its tests.
+baue dev start kvobild -DKVO_TESTS=OFF
 
 beispiel=${KVOBILD_BEISPIEL:-}
 if [ -z "$beispiel" ]; then
@@ -23,7 +24,7 @@ if [ -z "$beispiel" ]; then
   fi
 fi
 
-kvobild=$KVO_ORDNER/build/dev/host/kvobild
+kvobild=$KVO_ORDNER/build/start/host/kvobild
 if [ -f "$beispiel/betrieb.db" ]; then
   melde "Die Beispieldaten liegen schon in $beispiel"
 else

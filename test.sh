@@ -23,22 +23,23 @@ pruefe_format() {
   esac
 }
 
-# Each target starts from its corpus, if there is one, and from the outside test pictures for those that read pictures.
+# Each target starts from its corpus, if there is one, and keeps what it learns in build/.
 fuzze() {
   if ! command -v clang++ >/dev/null || ! grep -qs '[^[:space:]]' tests/fuzz/CMakeLists.txt; then
     melde 'Ohne Fuzzing: clang oder die Ziele fehlen'
     return 0
   fi
-  baue fuzz
-  local ziel korpus
+  baue fuzz fuzz tests/fuzz/all
+  local ziel
+  local -a korpus
   for ziel in build/fuzz/tests/fuzz/*; do
     if [ ! -f "$ziel" ] || [ ! -x "$ziel" ]; then continue; fi
     melde "Fuzze ${ziel##*/} (${KVO_FUZZ_SEKUNDEN:-20} s)"
-    korpus=build/fuzz/korpus/${ziel##*/}
-    mkdir -p "$korpus"
+    korpus=(build/fuzz/korpus/"${ziel##*/}")
+    mkdir -p "${korpus[0]}"
+    if [ -d "tests/fuzz/korpus/${ziel##*/}" ]; then korpus+=("tests/fuzz/korpus/${ziel##*/}"); fi
     QT_QPA_PLATFORM=offscreen "$ziel" -max_total_time="${KVO_FUZZ_SEKUNDEN:-20}" -timeout=20 -rss_limit_mb=2048 \
-      -print_final_stats=0 -verbosity=0 -artifact_prefix="build/fuzz/${ziel##*/}-" "$korpus" \
-      "tests/fuzz/korpus/${ziel##*/}"/ </dev/null >&2
+      -verbosity=0 -artifact_prefix="build/fuzz/${ziel##*/}-" "${korpus[@]}" </dev/null >&2
   done
 }
 
@@ -48,7 +49,7 @@ if [ -z "${KVO_TESTDATEN:-}" ] && [ -d ../shared/testdata ]; then
 fi
 
 pruefe_format
-baue "$preset"
+baue "$preset" "$preset" all
 if [ "$preset" = ci ]; then fuzze; fi
 
 melde 'Lasse die Tests laufen'

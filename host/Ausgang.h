@@ -2,6 +2,9 @@
 
 #include <QString>
 #include <exception>
+#include <optional>
+
+#include "platform/basic/Laufzeitfehler.h"
 
 /// What a run of the command line ended in; scripts see it as the exit code.
 enum class Ausgang : int {
@@ -28,3 +31,24 @@ class Abbruch final : public std::exception {
   Ausgang ausgang_;
   QString text_;
 };
+
+/// Runs what may fail at the platform and gives the failure, or none. An Abbruch flies on.
+template <class Anweisung>
+std::optional<Laufzeitfehler> versuche(Anweisung&& anweisung) {
+  try {
+    anweisung();
+    return std::nullopt;
+  } catch (const Laufzeitfehler& fehler) {
+    return fehler;
+  }
+}
+
+/// Runs what may fail in any way; for steps that take back what was done, which must all have their turn.
+template <class Anweisung>
+bool gelingt(Anweisung&& anweisung) {
+  try {
+    return !versuche(anweisung);
+  } catch (const Abbruch&) {
+    return false;
+  }
+}

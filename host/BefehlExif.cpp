@@ -4,7 +4,6 @@
 #include "host/Ausgabe.h"
 #include "host/Befehle.h"
 #include "host/Namen.h"
-#include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -41,12 +40,10 @@ Befund lies(const QString& angabe) {
   if (!FileSystemObject().FileExists(pfad) && !FileSystemObject().FolderExists(pfad))
     return {false, {}, {}, u"Die Datei gibt es nicht."_s};
   clsExifInfo leser;
-  befund.load = fehler::melden_und_enden(
-      [&](const Laufzeitfehler& grund) {
-        befund.fehler = u"%1 (Fehler %2)"_s.arg(grund.Beschreibung()).arg(grund.Nummer());
-      },
-      [&] { return leser.Load(pfad); });
-  if (!befund.fehler.isEmpty()) befund.load = u"fehler"_s;
+  if (const auto grund = versuche([&] { befund.load = leser.Load(pfad); })) {
+    befund.load = u"fehler"_s;
+    befund.fehler = u"%1 (Fehler %2)"_s.arg(grund->Beschreibung(), QString::number(grund->Nummer()));
+  }
   if (const auto anzahl = leser.Anzahl_Entries()) befund.eintraege = *anzahl;
   befund.liste = leser.Entries();
   return befund;
@@ -67,10 +64,8 @@ void zeige(const QString& datei, const Befund& befund) {
   if (!befund.fehler.isEmpty()) return;
   ausgabe::zeile(datei + (befund.load.toBool() ? u": %1 Einträge"_s.arg(befund.liste.size()) : u": kein Exif"_s));
   for (const Exif_Entry& e : befund.liste)
-    ausgabe::zeile(u"  %1  Format %2  Anzahl %3  %4"_s.arg(e.Tag_Id, 5)
-                       .arg(e.Format_Code, 2)
-                       .arg(e.Item_Count, 6)
-                       .arg(als_text(e.Value)));
+    ausgabe::zeile(u"  %1  Format %2  Anzahl %3  "_s.arg(e.Tag_Id, 5).arg(e.Format_Code, 2).arg(e.Item_Count, 6) +
+                   als_text(e.Value));
 }
 
 Ausgang zeige_alle(const Aufruf& aufruf) {

@@ -1,3 +1,6 @@
+#include <QHash>
+#include <vector>
+
 #include "host/Ausgabe.h"
 #include "host/Befehle.h"
 #include "host/Druckangaben.h"
@@ -56,6 +59,24 @@ QString vorgang(const clsBildZuordnungen& store) {
   return teile.join(u' ');
 }
 
+/// The rows with those of one record together, the records in the order of their first row.
+std::vector<std::int32_t> nach_vorgang(clsBildZuordnungen& store) {
+  QHash<QString, std::size_t> nummern;
+  std::vector<std::vector<std::int32_t>> gruppen;
+  for (std::int32_t zeile = 0; zeile < store.AnzahlPos(); ++zeile) {
+    store.AktInd(zeile);
+    const QString gruppe = text::UCase(vorgang(store));
+    if (!nummern.contains(gruppe)) {
+      nummern.insert(gruppe, gruppen.size());
+      gruppen.emplace_back();
+    }
+    gruppen[nummern[gruppe]].push_back(zeile);
+  }
+  std::vector<std::int32_t> folge;
+  for (const auto& gruppe : gruppen) folge.insert(folge.end(), gruppe.begin(), gruppe.end());
+  return folge;
+}
+
 void zeige_json(Sitzung& sitzung, std::int32_t zeile, const std::optional<QString>& wurzel) {
   QJsonObject objekt = als_json(sitzung.store(), sitzung.sortindex(zeile));
   if (wurzel) {
@@ -68,8 +89,8 @@ void zeige_json(Sitzung& sitzung, std::int32_t zeile, const std::optional<QStrin
 
 void zeige(Sitzung& sitzung, std::int32_t zeile, const std::optional<QString>& wurzel) {
   const clsBildZuordnungen& store = sitzung.store();
-  ausgabe::zeile(
-      u"%1  %2"_s.arg(sitzung.sortindex(zeile), 4).arg(im_ordner(store.Bild_Pfad(), sitzung.aktuelles_bild().datei())));
+  ausgabe::zeile(u"%1  "_s.arg(sitzung.sortindex(zeile), 4) +
+                 im_ordner(store.Bild_Pfad(), sitzung.aktuelles_bild().datei()));
   const QString druck = druckangaben::text(store);
   ausgabe::zeile(u"      "_s + (druck.isEmpty() ? u"kein Druck"_s : druck) +
                  (store.Bild_Beschreibung().isEmpty() ? QString() : u"; "_s + store.Bild_Beschreibung()));
@@ -89,7 +110,7 @@ Ausgang lies(const Aufruf& aufruf) {
     return Ausgang::Teilweise;
   }
   QString letzter;
-  for (std::int32_t zeile = 0; zeile < sitzung.store().AnzahlPos(); ++zeile) {
+  for (const std::int32_t zeile : nach_vorgang(sitzung.store())) {
     sitzung.store().AktInd(zeile);
     if (aufruf.gesetzt(u"json"_s)) {
       zeige_json(sitzung, zeile, wurzel);

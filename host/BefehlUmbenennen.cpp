@@ -1,7 +1,6 @@
 #include "host/Ausgabe.h"
 #include "host/Befehle.h"
 #include "host/Sitzung.h"
-#include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
 
@@ -28,7 +27,7 @@ namen::Bilddatei neuer_name(const QString& angabe, const namen::Bilddatei& alt) 
   if (name.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Der neue Name ist leer."_s);
   if (name.size() > namen::Name_Laenge)
     throw Abbruch(Ausgang::Aufruf,
-                  u"Der neue Name „%1“ ist länger als %2 Zeichen."_s.arg(name).arg(namen::Name_Laenge));
+                  u"Der neue Name „%1“ ist länger als %2 Zeichen."_s.arg(name, QString::number(namen::Name_Laenge)));
   if (name == alt.name) throw Abbruch(Ausgang::Aufruf, u"Das Bild heißt schon „%1“."_s.arg(alt.datei()));
   return {name, alt.ext};
 }
@@ -92,17 +91,16 @@ bool fuehre_aus(Sitzung& sitzung, const Umbenennung& u, std::int32_t zeilen, boo
 
 /// Gives the picture its old name back when its rows or its text file could not follow.
 void nimm_zurueck(Sitzung& sitzung, const Umbenennung& u, std::int32_t zeilen) {
-  fehler::Weiter weiter;
   bool zeilen_neu = false;
-  weiter([&] { zeilen_neu = zeilen_heissen(sitzung, u, u.neu, zeilen); });
-  weiter([&] {
+  gelingt([&] { zeilen_neu = zeilen_heissen(sitzung, u, u.neu, zeilen); });
+  gelingt([&] {
     if (zeilen_neu)
       stelle_um(sitzung, u, u.neu, u.alt);
     else if (liegt_da(u, u.neu))
       sitzung.store().Fkt_FileReName(u.ordner() + u.neu.datei(), u.ordner() + u.alt.datei());
   });
   bool wie_vorher = false;
-  weiter([&] { wie_vorher = liegt_da(u, u.alt) && (!zeilen_neu || zeilen_heissen(sitzung, u, u.alt, zeilen)); });
+  gelingt([&] { wie_vorher = liegt_da(u, u.alt) && (!zeilen_neu || zeilen_heissen(sitzung, u, u.alt, zeilen)); });
   if (!wie_vorher)
     ausgabe::meldung(
         u"Achtung: Datei und Zuordnungen stimmen nicht mehr überein; die Datei „%1“ sollte „%2“ heißen."_s.arg(
@@ -119,13 +117,11 @@ Ausgang benenne_um(const Aufruf& aufruf) {
   const std::int32_t zeilen = sitzung.store().AnzahlPos();
   const bool mit_text = FileSystemObject().FileExists(u.ordner() + u.alt.textdatei());
   bool gelungen = false;
-  fehler::Weiter weiter;
-  weiter([&] { gelungen = fuehre_aus(sitzung, u, zeilen, mit_text); });
-  if (!gelungen) {
+  if (!gelingt([&] { gelungen = fuehre_aus(sitzung, u, zeilen, mit_text); }) || !gelungen) {
     // Where the file kept its name the folder refused; where it had the new one, the table or the text file did.
     const bool datei_neu = liegt_da(u, u.neu);
     bool zeilen_neu = false;
-    weiter([&] { zeilen_neu = zeilen_heissen(sitzung, u, u.neu, zeilen); });
+    gelingt([&] { zeilen_neu = zeilen_heissen(sitzung, u, u.neu, zeilen); });
     nimm_zurueck(sitzung, u, zeilen);
     if (!datei_neu) throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ ist nicht umzubenennen."_s.arg(u.alt.datei()));
     if (!zeilen_neu)

@@ -69,7 +69,7 @@ void pruefe_anzahl(const Befehl& befehl, const QStringList& argumente) {
 
 Ausgang fuehre_aus(const Befehl& befehl, const QStringList& argumente) {
   QCommandLineParser leser;
-  leser.addOption(QCommandLineOption({u"h"_s, u"hilfe"_s}));
+  leser.addOption(QCommandLineOption(QStringList{u"h"_s, u"hilfe"_s}));
   for (const Option& option : befehl.optionen)
     leser.addOption(QCommandLineOption(option.name, {}, option.wert.isEmpty() ? QString() : option.wert));
   if (!leser.parse(QStringList{befehl.name} + argumente)) throw falscher_aufruf(grund(leser, befehl, argumente));
@@ -117,7 +117,7 @@ QList<Option> datensatz_optionen() {
 }
 
 Option verbindung_option() {
-  return {u"verbindung"_s, u"ZEICHENFOLGE"_s,
+  return {u"verbindung"_s, u"DATENBANK"_s,
           u"die Datenbank, etwa \"Provider=SQLite;Data Source=/pfad/bilder.db\";\n"_s
           u"ein bloßer Dateiname meint eine SQLite-Datei"_s};
 }

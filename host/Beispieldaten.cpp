@@ -1,6 +1,7 @@
 #include "host/Beispieldaten.h"
 
 #include <QBuffer>
+#include <QHash>
 #include <QImageWriter>
 #include <QLinearGradient>
 #include <QPainter>
@@ -32,7 +33,7 @@ QString text_von(const char16_t* text) {
 }
 
 QString grundname(const Beispielbild& bild) {
-  return u"%1_%2"_s.arg(text_von(bild.motiv)).arg(bild.nummer, 2, 10, u'0');
+  return u"%1_%2"_s.arg(text_von(bild.motiv)).arg(bild.nummer, 2, 10, QChar(u'0'));
 }
 
 /// A picture of the tree bears its stamp, one that waits does not.
@@ -43,8 +44,8 @@ namen::Bilddatei name_von(const Beispielbild& bild) {
 
 exif_schreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {
   const auto nummer = static_cast<std::uint32_t>(bild.nummer);
-  return {.hersteller = bild.exif == Exif::Gross ? u"Brennik Foto"_s : u"Werkstatt Kamera"_s,
-          .modell = bild.exif == Exif::Gross ? u"BF 12"_s : u"WK 300"_s,
+  return {.hersteller = bild.exif == Exif::Gross ? u"Muster Foto"_s : u"Werkstatt Kamera"_s,
+          .modell = bild.exif == Exif::Gross ? u"MF 12"_s : u"WK 300"_s,
           .beschreibung = text_von(bild.motiv),
           .ausrichtung = 1,
           .zeit = zeit_von(bild.nummer),
@@ -77,13 +78,17 @@ void schreibe_bild(const Beispielbild& bild, const QString& ordner, clsBildZuord
     throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht zu schreiben."_s.arg(ziel + u'\\' + name.textdatei()));
 }
 
-void trage_ein(const Beispielbild& bild, clsBildZuordnungen& store) {
+void trage_ein(const Beispielbild& bild, clsBildZuordnungen& store, int platz) {
   const namen::Bilddatei name = name_von(bild);
   store.FKT_NeuesBild(text_von(bild.key1), text_von(bild.key2), text_von(bild.key3), {}, name.name, name.ext,
                       text_von(bild.typ1), {});
   store.Bild_Pfad(text_von(bild.ordner));
   store.Bild_Beschreibung(text_von(bild.beschreibung));
-  store.Bild_SortIndex(bild.nummer);
+  store.Bild_SortIndex(platz);
+}
+
+QString vorgang_von(const Beispielbild& bild) {
+  return QStringList{text_von(bild.typ1), text_von(bild.key1), text_von(bild.key2), text_von(bild.key3)}.join(u'\n');
 }
 
 void pruefe_leer(const QString& ordner) {
@@ -117,7 +122,7 @@ QImage zeichne(int nummer, const QString& motiv, QSize groesse) {
   schrift.setBold(true);
   schrift.setPixelSize(kante / 2);
   maler.setFont(schrift);
-  maler.drawText(bild.rect().adjusted(0, 0, 0, -kante / 6), Qt::AlignCenter, u"%1"_s.arg(nummer, 2, 10, u'0'));
+  maler.drawText(bild.rect().adjusted(0, 0, 0, -kante / 6), Qt::AlignCenter, u"%1"_s.arg(nummer, 2, 10, QChar(u'0')));
   schrift.setPixelSize(kante / 10);
   maler.setFont(schrift);
   maler.drawText(bild.rect().adjusted(0, 0, 0, -kante / 12), Qt::AlignHCenter | Qt::AlignBottom, motiv);
@@ -137,8 +142,9 @@ void erzeuge(const QString& ordner) {
   const auto offene = oeffne(verbindung);
   for (const QString& anweisung : schema::wirtstabellen() + tabellen_des_betriebs()) offene->Execute(anweisung);
   store.Init(verbindung, offene, {});
+  QHash<QString, int> belegt;
   for (const Beispielbild& bild : bilder())
-    if (bild.ordner) trage_ein(bild, store);
+    if (bild.ordner) trage_ein(bild, store, belegt[vorgang_von(bild)]++);
   store.FKT_SpeichernBilder();
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);

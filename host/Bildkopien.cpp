@@ -2,7 +2,6 @@
 
 #include "host/Ausgabe.h"
 #include "host/Ausgang.h"
-#include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -10,13 +9,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 void kopiere_datei(const QString& quelle, const QString& ziel) {
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& grund) {
-        throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht nach „%2“ zu kopieren: %3 (Fehler %4). Nichts ist zugeordnet."_s
-                                          .arg(quelle, ziel, grund.Beschreibung())
-                                          .arg(grund.Nummer()));
-      },
-      [&] { FileSystemObject().CopyFile(quelle, ziel, false); });
+  if (const auto grund = versuche([&] { FileSystemObject().CopyFile(quelle, ziel, false); }))
+    throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht nach „%2“ zu kopieren: %3 (Fehler %4). Nichts ist zugeordnet."_s.arg(
+                                      quelle, ziel, grund->Beschreibung(), QString::number(grund->Nummer())));
 }
 
 /// The text file beside a picture: name and extension without the dot, then ".txt".
@@ -30,9 +25,8 @@ QString textdatei_von(const QString& bild) {
 Bildkopien::~Bildkopien() {
   const FileSystemObject dateien;
   for (const Kopie& kopie : std::as_const(kopien_)) {
-    fehler::Weiter weiter;
     // A copy of a read-only file is read-only too, and is ours all the same.
-    if (weiter([&] { dateien.DeleteFile(kopie.pfad, true); }))
+    if (gelingt([&] { dateien.DeleteFile(kopie.pfad, true); }))
       ausgabe::meldung(u"Die Kopie „%1“ ist wieder entfernt."_s.arg(kopie.pfad));
     else
       ausgabe::meldung(u"Die Kopie „%1“ ist nicht zu entfernen und gehört zu keiner Zuordnung."_s.arg(kopie.pfad));

@@ -111,7 +111,7 @@ void fuelle_aufnahme(Verzeichnis& exif, const Aufnahme& a) {
   exif.bruch(33434, a.belichtung);
   exif.bruch(33437, a.blende);
   exif.kurz(34855, a.iso);
-  exif.roh(36864, "0232");
+  exif.roh(36864, "0220");
   exif.text(36867, zeittext(a.zeit));
   exif.bruch(37386, a.brennweite);
   exif.lang(40962, static_cast<std::uint32_t>(a.groesse.width()));

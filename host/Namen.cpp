@@ -65,7 +65,7 @@ void pruefe_schluessel(const QString& option, const QString& wert) {
         u"Der Wert von „--%1“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(
             option));
   if (wert.size() > Name_Laenge)
-    throw falsch(u"Der Wert von „--%1“ ist länger als %2 Zeichen."_s.arg(option).arg(Name_Laenge));
+    throw falsch(u"Der Wert von „--%1“ ist länger als %2 Zeichen."_s.arg(option, QString::number(Name_Laenge)));
 }
 
 QString beschreibung(const QString& text) {
@@ -85,7 +85,7 @@ QString ordner(const QString& angabe) {
   }
   const QString ergebnis = ebenen.join(u'\\');
   if (ergebnis.size() > Text_Laenge)
-    throw falsch(u"Der Ordner „%1“ ist länger als %2 Zeichen."_s.arg(ergebnis).arg(Text_Laenge));
+    throw falsch(u"Der Ordner „%1“ ist länger als %2 Zeichen."_s.arg(ergebnis, QString::number(Text_Laenge)));
   return ergebnis;
 }
 

@@ -3,7 +3,6 @@
 #include "Schematext.h"
 #include "host/Sitzung.h"
 #include "platform/adodb/SqlZerleger.h"
-#include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -36,11 +35,10 @@ bool lege_an(const QString& verbindung) {
                   u"„anlegen“ kennt nur SQLite; das Schema für einen Server liegt dem Programm als SQL-Skript bei."_s);
   const bool neu = !FileSystemObject().FileExists(*datei);
   const auto offene = oeffne(neu ? verbindung + u";Mode=ReadWriteCreate"_s : verbindung);
-  return fehler::melden_und_enden(
-      [](const Laufzeitfehler& grund) {
-        throw Abbruch(Ausgang::Datenbank, u"Die Tabelle ist nicht anzulegen: "_s + grund.Beschreibung());
-      },
-      [&] { return fuehre_aus(*offene); });
+  bool angelegt = false;
+  if (const auto grund = versuche([&] { angelegt = fuehre_aus(*offene); }))
+    throw Abbruch(Ausgang::Datenbank, u"Die Tabelle ist nicht anzulegen: "_s + grund->Beschreibung());
+  return angelegt;
 }
 
 QStringList wirtstabellen() {

@@ -6,7 +6,6 @@
 
 #include "host/Ausgabe.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
-#include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -93,14 +92,9 @@ std::optional<QString> datenbankdatei(const QString& verbindung) {
 
 std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung) {
   auto offene = std::make_shared<adodb::Connection>();
-  fehler::melden_und_enden(
-      [](const Laufzeitfehler& grund) {
-        throw Abbruch(Ausgang::Datenbank, u"Die Datenbank ist nicht zu erreichen: "_s + grund.Beschreibung());
-      },
-      [&] {
-        offene->CursorLocation(adodb::adUseClient);
-        offene->Open(verbindung);
-      });
+  offene->CursorLocation(adodb::adUseClient);
+  if (const auto grund = versuche([&] { offene->Open(verbindung); }))
+    throw Abbruch(Ausgang::Datenbank, u"Die Datenbank ist nicht zu erreichen: "_s + grund->Beschreibung());
   return offene;
 }
 

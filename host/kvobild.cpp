@@ -37,7 +37,7 @@ Ausgang laufe(const QStringList& argumente) {
     ausgabe::meldung(abbruch.text());
     return abbruch.ausgang();
   } catch (const Laufzeitfehler& fehler) {
-    ausgabe::meldung(u"%1 (Fehler %2)"_s.arg(fehler.Beschreibung()).arg(fehler.Nummer()));
+    ausgabe::meldung(u"%1 (Fehler %2)"_s.arg(fehler.Beschreibung(), QString::number(fehler.Nummer())));
     return ausgang_von(fehler);
   } catch (const std::bad_alloc&) {
     ausgabe::meldung(u"Der Speicher reicht nicht."_s);
@@ -49,8 +49,12 @@ Ausgang laufe(const QStringList& argumente) {
 
 int main(int argc, char** argv) {
   setze_utf8();
-  // No window ever shows; only drawing the sample pictures needs a platform at all.
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QGuiApplication programm(argc, argv);
-  return static_cast<int>(laufe(QGuiApplication::arguments().mid(1)));
+  if (argc > 1 && std::strcmp(argv[1], "beispieldaten") == 0) {
+    // Only drawing pictures needs a platform, and no window ever shows.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication programm(argc, argv);
+    return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
+  }
+  const QCoreApplication programm(argc, argv);
+  return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
 }

@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Shared by start.sh, test.sh and .ci/run. Sourced, not run; sets KVO_ORDNER and the surroundings that a bare container
 # lacks.
 
@@ -57,12 +58,13 @@ installiere() {
   apt-get install -q -y --no-install-recommends "${fehlende[@]}" </dev/null >&2
 }
 
-# baue PRESET [Angaben an CMake…]: configures and builds everything of a preset.
+# baue PRESET ORDNER ZIEL [Angaben an CMake…]: configures a preset in a folder of build/ and builds one target there.
 baue() {
-  local preset=$1
-  shift
-  melde "Baue ($preset)"
-  (cd "$KVO_ORDNER" && cmake --preset "$preset" "$@" && cmake --build --preset "$preset") </dev/null >&2
+  local preset=$1 ordner=build/$2 ziel=$3
+  shift 3
+  melde "Baue $ziel in $ordner"
+  (cd "$KVO_ORDNER" && cmake --preset "$preset" -B "$ordner" "$@" && cmake --build "$ordner" --target "$ziel") \
+    </dev/null >&2
 }
 
 # Sources of the project, one a line, with git or without.
