@@ -51,7 +51,10 @@ fi
 # A failure of one check does not keep the others from running; it counts at the end.
 ergebnis=0
 pruefe_format || { melde 'Das Format stimmt nicht'; ergebnis=1; }
-baue "$preset" "$preset" all
+if ! baue "$preset" "$preset" all; then
+  printf '\n0 passed, 1 failed\n'
+  exit 1
+fi
 if [ "$preset" = ci ]; then fuzze || { melde 'Das Fuzzing ist gescheitert'; ergebnis=1; }; fi
 
 melde 'Lasse die Tests laufen'
