@@ -45,16 +45,21 @@ Ausgang laufe(const QStringList& argumente) {
   }
 }
 
+/// Drawing pictures needs Qt's platform, though no window ever shows. What Qt says of a missing session folder is of no
+/// use to anybody then.
+int laufe_mit_zeichnen(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QtMessageHandler vorher = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  const QGuiApplication programm(argc, argv);
+  qInstallMessageHandler(vorher);
+  return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   setze_utf8();
-  if (argc > 1 && std::strcmp(argv[1], "beispieldaten") == 0) {
-    // Only drawing pictures needs a platform, and no window ever shows.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication programm(argc, argv);
-    return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
-  }
+  if (argc > 1 && std::strcmp(argv[1], "beispieldaten") == 0) return laufe_mit_zeichnen(argc, argv);
   const QCoreApplication programm(argc, argv);
   return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
 }
