@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "platform/shell/Dateityp.h"
 #include "store/clsBildZuordnungen.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/support/Bildwurzel.h"
@@ -378,4 +379,25 @@ TEST_F(Dateioperationen, PendingEventsRunOnceBetweenListingAndCopying) {
   EXPECT_TRUE(store.Fkt_FileCopyAll(u"P:\\q"_s, ziel, u"*.*"_s));
   EXPECT_EQ(pumpe->anzahl, 1);
   setze(vorher);
+}
+
+TEST(DateiTypIcon, TheTypeIsAskedForByItsExtensionAloneWithOneDot) {
+  class Merker : public shell::DateitypIcons {
+   public:
+    QImage icon(const QString& endung, int seite) override {
+      gefragt = endung;
+      return QImage(seite, seite, QImage::Format_RGB32);
+    }
+    QString gefragt;
+  };
+  const auto merker = std::make_shared<Merker>();
+  const auto vorher = shell::setze(merker);
+  for (const QString& ext : {u"pdf"_s, u".pdf"_s}) {
+    const auto bild = mod_BilderSuchen::Fkt_DateiTypIcon(ext, 256);
+    ASSERT_NE(bild, nullptr);
+    EXPECT_EQ(bild->groesse(), QSize(32, 32));
+    EXPECT_EQ(merker->gefragt, u"pdf"_s);
+  }
+  EXPECT_EQ(mod_BilderSuchen::Fkt_DateiTypIcon(u"pdf"_s, 0), nullptr);
+  shell::setze(vorher);
 }
