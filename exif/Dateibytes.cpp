@@ -1,25 +1,14 @@
 #include "exif/Dateibytes.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
+#include "exif/Bytepaar.h"
 #include "platform/basic/Fehlerbehandlung.h"
 
 namespace {
 
-constexpr std::int64_t Suchlaenge = 128 * 1024;
-
-std::optional<std::size_t> finde(std::span<const std::uint8_t> bytes, std::uint8_t erstes, std::uint8_t zweites) {
-  if (bytes.size() < 2) return std::nullopt;
-  const std::uint8_t* const ende = bytes.data() + bytes.size() - 1;
-  for (const std::uint8_t* p = bytes.data(); p < ende; ++p) {
-    p = static_cast<const std::uint8_t*>(std::memchr(p, erstes, static_cast<std::size_t>(ende - p)));
-    if (p == nullptr) break;
-    if (p[1] == zweites) return static_cast<std::size_t>(p - bytes.data());
-  }
-  return std::nullopt;
-}
+constexpr std::int64_t Suchlaenge = 64 * 1024;
 
 }  // namespace
 
@@ -81,17 +70,19 @@ std::optional<std::int32_t> Dateibytes::finde_Paar(std::uint8_t erstes, std::uin
   if (ab_index > obergrenze_) return std::nullopt;
   // As a rule the pair stands in the first block, which will be needed anyway.
   const auto anfang = ab(ab_index);
-  if (const auto treffer = finde(anfang, erstes, zweites)) return ab_index + static_cast<std::int32_t>(*treffer);
+  if (const auto treffer = finde_Bytepaar(anfang, erstes, zweites))
+    return ab_index + static_cast<std::int32_t>(*treffer);
 
   // In front of each piece stands the last byte of the one before, for a pair across the edge.
   constexpr std::size_t davor = 64;
-  std::vector<std::uint8_t> puffer(davor + Suchlaenge);
+  const auto speicher = std::make_unique_for_overwrite<std::uint8_t[]>(davor + Suchlaenge);
+  const std::span puffer(speicher.get(), davor + Suchlaenge);
   puffer[davor - 1] = anfang.back();
   for (std::int64_t von = ab_index + std::ssize(anfang); von < obergrenze_;) {
     const auto laenge = static_cast<std::size_t>(std::min<std::int64_t>(Suchlaenge, obergrenze_ - von));
-    lies(von, std::span(puffer).subspan(davor, laenge));
+    lies(von, puffer.subspan(davor, laenge));
     const auto stueck = std::span<const std::uint8_t>(puffer).subspan(davor - 1, laenge + 1);
-    if (const auto treffer = finde(stueck, erstes, zweites))
+    if (const auto treffer = finde_Bytepaar(stueck, erstes, zweites))
       return static_cast<std::int32_t>(von - 1 + static_cast<std::int64_t>(*treffer));
     puffer[davor - 1] = stueck.back();
     von += static_cast<std::int64_t>(laenge);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <atomic>
 #include <future>
 #include <thread>
 
@@ -31,24 +32,36 @@ class Sperre : public ::testing::Test {
     neuer->oeffne(zeichenfolge(name));
     return neuer;
   }
-  /// Another thread that holds the write lock until `wartender` has paused for it.
-  std::thread halter_bis_gewartet_wird(const SqliteTreiber& wartender) const {
-    std::promise<void> haelt;
-    auto bereit = haelt.get_future();
-    std::thread halter([this, &wartender, haelt = std::move(haelt)]() mutable {
-      const auto eigener = treiber();
-      eigener->fuehre_aus(u"BEGIN IMMEDIATE"_s);
-      eigener->fuehre_aus(u"insert into t values ('anderer')"_s);
-      haelt.set_value();
-      while (wartender.pausen() == 0) std::this_thread::yield();
-      eigener->fuehre_aus(u"COMMIT"_s);
-    });
-    bereit.wait();
-    return halter;
-  }
   static std::size_t anzahl(SqliteTreiber& t) { return t.fuehre_aus(u"select a from t"_s).zeilen(); }
 
   Testordner ordner;
+};
+
+/// Another thread that holds the write lock until somebody pauses for it, at the latest until this object goes.
+class Halter {
+ public:
+  Halter(std::unique_ptr<SqliteTreiber> eigener, const SqliteTreiber& wartender) {
+    std::promise<void> haelt;
+    auto bereit = haelt.get_future();
+    thread_ = std::thread([this, &wartender, &haelt, eigener = std::move(eigener)] {
+      eigener->fuehre_aus(u"BEGIN IMMEDIATE"_s);
+      eigener->fuehre_aus(u"insert into t values ('anderer')"_s);
+      haelt.set_value();
+      while (wartender.pausen() == 0 && !schluss_) std::this_thread::yield();
+      eigener->fuehre_aus(u"COMMIT"_s);
+    });
+    bereit.wait();
+  }
+  ~Halter() {
+    schluss_ = true;
+    thread_.join();
+  }
+  Halter(const Halter&) = delete;
+  Halter& operator=(const Halter&) = delete;
+
+ private:
+  std::atomic<bool> schluss_ = false;
+  std::thread thread_;
 };
 
 Laufzeitfehler fehler_von(SqliteTreiber& treiber, const QString& text) {
@@ -67,9 +80,10 @@ Laufzeitfehler fehler_von(SqliteTreiber& treiber, const QString& text) {
 TEST_F(Sperre, AStatementWaitsForAnotherThreadWithoutABound) {
   // A bound of nothing would end every wait at once; it does not count here.
   const auto wartender = treiber(0ms);
-  std::thread halter = halter_bis_gewartet_wird(*wartender);
-  EXPECT_NO_THROW(wartender->fuehre_aus(u"insert into t values ('ich')"_s));
-  halter.join();
+  {
+    const Halter halter(treiber(), *wartender);
+    EXPECT_NO_THROW(wartender->fuehre_aus(u"insert into t values ('ich')"_s));
+  }
   EXPECT_GT(wartender->pausen(), 0U);
   EXPECT_EQ(anzahl(*wartender), 2U);
 }
@@ -91,12 +105,15 @@ TEST_F(Sperre, AStatementWaitsForAnotherProcess) {
   char zeichen = 0;
   ASSERT_EQ(read(haelt[0], &zeichen, 1), 1);
   const auto wartender = treiber(0ms);
+  std::atomic<bool> schluss = false;
   std::thread melder([&] {
-    while (wartender->pausen() == 0) std::this_thread::yield();
+    while (wartender->pausen() == 0 && !schluss) std::this_thread::yield();
     EXPECT_EQ(write(ende[1], &zeichen, 1), 1);
   });
   EXPECT_NO_THROW(wartender->fuehre_aus(u"insert into t values ('ich')"_s));
+  schluss = true;
   melder.join();
+  EXPECT_GT(wartender->pausen(), 0U);
   int ergebnis = 0;
   waitpid(kind, &ergebnis, 0);
   EXPECT_EQ(ergebnis, 0);
@@ -128,18 +145,18 @@ TEST_F(Sperre, ATransactionOfTheSameThreadOnAnotherFileDoesNotBoundTheWait) {
   fremde->fuehre_aus(u"create table t (a)"_s);
   fremde->fuehre_aus(u"BEGIN IMMEDIATE"_s);
   const auto wartender = treiber(0ms);
-  std::thread halter = halter_bis_gewartet_wird(*wartender);
+  const Halter halter(treiber(), *wartender);
   EXPECT_NO_THROW(wartender->fuehre_aus(u"insert into t values ('ich')"_s));
-  halter.join();
+  EXPECT_GT(wartender->pausen(), 0U);
 }
 
 TEST_F(Sperre, AnIdleConnectionOfTheSameThreadDoesNotBoundTheWait) {
   const auto ruhende = treiber();
   EXPECT_EQ(anzahl(*ruhende), 0U);
   const auto wartender = treiber(0ms);
-  std::thread halter = halter_bis_gewartet_wird(*wartender);
+  const Halter halter(treiber(), *wartender);
   EXPECT_NO_THROW(wartender->fuehre_aus(u"insert into t values ('ich')"_s));
-  halter.join();
+  EXPECT_GT(wartender->pausen(), 0U);
 }
 
 TEST_F(Sperre, ReadingAndWritingConnectionsLiveSideBySide) {
@@ -172,11 +189,10 @@ TEST_F(Sperre, ATransactionsOwnWriteWaitsWithABound) {
   const auto leser = treiber(5ms);
   leser->fuehre_aus(u"BEGIN"_s);
   EXPECT_EQ(anzahl(*leser), 0U);
-  std::thread halter = halter_bis_gewartet_wird(*leser);
+  const Halter halter(treiber(), *leser);
   // The other one commits meanwhile, so this one's state is outdated, or its bound passes first.
   EXPECT_EQ(fehler_von(*leser, u"insert into t values (2)"_s).Nummer() & 0xFF, SQLITE_BUSY);
   EXPECT_GT(leser->pausen(), 0U);
-  halter.join();
 }
 
 TEST_F(Sperre, ManyThreadsWriteAndNoStatementIsLost) {
