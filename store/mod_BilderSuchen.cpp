@@ -6,6 +6,7 @@
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
+#include "platform/shell/Dateityp.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
@@ -246,6 +247,11 @@ bool Fkt_FileDelete(const QString& pFileName) {
     FileSystemObject().DeleteFile(pFileName, false);
     return true;
   });
+}
+
+std::shared_ptr<const Bild> Fkt_DateiTypIcon(const QString& pExt, std::int32_t pGroesse) {
+  const QString name = pExt.startsWith(u'.') ? pExt : u'.' + pExt;
+  return shell::SHGetFileInfo(name, shell::FILE_ATTRIBUTE_NORMAL, pGroesse + shell::SHGFI_USEFILEATTRIBUTES);
 }
 
 }  // namespace mod_BilderSuchen

@@ -5,6 +5,8 @@
 #include <QStringView>
 #include <optional>
 
+#include "platform/basic/kvo_export.h"
+
 namespace adodb {
 
 /// One piece of a statement text; `beginn` and `ende` count 16-bit characters from the text's start.
@@ -48,6 +50,6 @@ bool ist_leere_anweisung(QStringView text);
 /// The single statements of a script, without their semicolons and trimmed; statements that are empty or hold only a
 /// comment are left out. A line that holds nothing but the word GO ends a statement as well. A statement with
 /// semicolons of its own (a trigger's body) is not understood.
-QStringList zerlege_skript(const QString& skript);
+KVO_EXPORT QStringList zerlege_skript(const QString& skript);
 
 }  // namespace adodb

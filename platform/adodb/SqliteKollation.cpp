@@ -98,8 +98,6 @@ void len(sqlite3_context* kontext, int, sqlite3_value** werte) {
 }  // namespace
 
 int vergleiche_servertext(std::string_view a, std::string_view b) noexcept {
-  a = ohne_blanks_am_ende(a);
-  b = ohne_blanks_am_ende(b);
   std::size_t i = 0;
   std::size_t k = 0;
   while (i < a.size() && k < b.size()) {

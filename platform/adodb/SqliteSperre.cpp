@@ -92,6 +92,7 @@ bool SqliteSperre::warte(bool begrenzt) noexcept {
     aufgegeben_ = true;
     return false;
   }
+  pausen_.fetch_add(1, std::memory_order_relaxed);
   std::this_thread::sleep_for(begrenzt_ ? std::min(pause_, grenze_ - vergangen) : pause_);
   pause_ = std::min(2 * pause_, LaengstePause);
   return true;

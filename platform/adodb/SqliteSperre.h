@@ -32,6 +32,8 @@ class SqliteSperre {
   bool warte_nach(int ergebnis) noexcept;
   /// The statement was given up because the bound had passed.
   bool aufgegeben() const noexcept { return aufgegeben_; }
+  /// Number of pauses since the beginning; may be asked from any thread.
+  unsigned pausen() const noexcept { return pausen_.load(std::memory_order_relaxed); }
 
  private:
   static int bei_sperre(void* selbst, int versuch);
@@ -43,6 +45,7 @@ class SqliteSperre {
   std::atomic<std::thread::id> thread_;
   std::optional<std::chrono::steady_clock::time_point> beginn_;
   std::chrono::milliseconds pause_{1};
+  std::atomic<unsigned> pausen_ = 0;
   bool begrenzt_ = false;
   bool aufgegeben_ = false;
 };

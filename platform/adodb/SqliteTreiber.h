@@ -38,6 +38,8 @@ class SqliteTreiber final : public Treiber {
   /// Raises -2147217900 for a statement that fails, and, before anything ran, for an empty text, for one with anything
   /// behind its first statement, and for one with parameters. 3704 when closed.
   Ergebnis fuehre_aus(const QString& text) override;
+  /// How often it has paused for a lock of another connection since it was made; may be asked from any thread.
+  unsigned pausen() const noexcept { return sperre_.pausen(); }
 
  private:
   void oeffne_datei(const QByteArray& pfad, int schalter);

@@ -13,6 +13,9 @@ template <class... Ts>
 struct Ueberladen : Ts... {
   using Ts::operator()...;
 };
+// Clang before 17 can't deduce an aggregate's arguments by itself.
+template <class... Ts>
+Ueberladen(Ts...) -> Ueberladen<Ts...>;
 
 bool text_ist_True(const QString& text) {
   const QString getrimmt = text::LCase(text::Trim(text));

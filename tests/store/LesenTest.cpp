@@ -27,10 +27,12 @@ TEST_F(Lesen, AConditionThatEndsInADigitIsJoinedAllTheSame) {
 }
 
 TEST_F(Lesen, AllPartsOfTheConditionStandInTheirOrder) {
-  EXPECT_FALSE(store.FKT_LeseBilder(u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"n"_s, u"e"_s, u"t"_s, u"u"_s, u"Key1 <> 'x'"_s, false));
-  EXPECT_EQ(gelesen(), QStringList{u"Select * from Bild_Zuordnungen  where Key1 = '1' and Key2 = '2' and Key3 = '3' and "
-                                    "Key4 = '4' and Bildname = 'n' and BildExt = 'e' and Typ1 = 't' and Typ2 = 'u' and "
-                                    "Key1 <> 'x'"_s});
+  EXPECT_FALSE(
+      store.FKT_LeseBilder(u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"n"_s, u"e"_s, u"t"_s, u"u"_s, u"Key1 <> 'x'"_s, false));
+  EXPECT_EQ(gelesen(),
+            QStringList{u"Select * from Bild_Zuordnungen  where Key1 = '1' and Key2 = '2' and Key3 = '3' and "
+                        "Key4 = '4' and Bildname = 'n' and BildExt = 'e' and Typ1 = 't' and Typ2 = 'u' and "
+                        "Key1 <> 'x'"_s});
   EXPECT_FALSE(store.FKT_LeseBilder({}, {}, {}, {}, {}, u"e"_s, {}, u"u"_s, {}, false));
   EXPECT_EQ(gelesen(), QStringList{u"Select * from Bild_Zuordnungen  where BildExt = 'e' and Typ2 = 'u'"_s});
 }
@@ -85,7 +87,8 @@ TEST_F(Lesen, EveryColumnReachesItsFieldAndNullIsEmpty) {
   store.AktInd(1);
   EXPECT_EQ(store.Bild_Bildname(), u"o"_s);
   EXPECT_EQ(store.Bild_Key2() + store.Bild_BildExt() + store.Bild_Pfad() + store.Bild_Beschreibung(), QString());
-  EXPECT_FALSE(store.Bild_NeueSeite() || store.Bild_AlsAnhang() || store.Bild_DruckGesamteSeite() || store.Bild_Drucken());
+  EXPECT_FALSE(store.Bild_NeueSeite() || store.Bild_AlsAnhang() || store.Bild_DruckGesamteSeite() ||
+               store.Bild_Drucken());
 }
 
 TEST_F(Lesen, OnlyAOneMeansTrueInThePrintFlags) {
@@ -101,7 +104,8 @@ TEST_F(Lesen, OnlyAOneMeansTrueInThePrintFlags) {
     leere();
     fuege_ein(u"'A','-','-','-','n','e','t','-','P','T','"_s + fall.kennzeichen + u"',NULL,'-',0"_s);
     ASSERT_TRUE(store.FKT_LeseBilder(u"A"_s, {}, {}, {}, {}, {}, {}, {}, {}));
-    EXPECT_EQ((QList<bool>{store.Bild_NeueSeite(), store.Bild_AlsAnhang(), store.Bild_DruckGesamteSeite(), store.Bild_Drucken()}),
+    EXPECT_EQ((QList<bool>{store.Bild_NeueSeite(), store.Bild_AlsAnhang(), store.Bild_DruckGesamteSeite(),
+                           store.Bild_Drucken()}),
               fall.flags)
         << fall.kennzeichen.toStdString();
   }
@@ -145,7 +149,8 @@ TEST_F(Lesen, ExistenceStopsAtTheFirstRowAndLeavesTheCollection) {
   fuege_ein(u"'A','-','-','-','n','jpg','Bel','-','P','T','0001',NULL,'-',0"_s);
   ASSERT_TRUE(store.FKT_NeuesBild(u"X"_s, {}, {}, {}, u"x"_s, u"jpg"_s, {}, {}));
   EXPECT_TRUE(store.FKT_BilderVorhanden({}, {}, {}, {}, u"n"_s, u"jpg"_s, {}, {}, {}));
-  EXPECT_EQ(gelesen(), QStringList{u"Select Top 1 Key1 from Bild_Zuordnungen  where Bildname = 'n' and BildExt = 'jpg'"_s});
+  EXPECT_EQ(gelesen(),
+            QStringList{u"Select Top 1 Key1 from Bild_Zuordnungen  where Bildname = 'n' and BildExt = 'jpg'"_s});
   EXPECT_FALSE(store.FKT_BilderVorhanden({}, {}, {}, {}, u"m"_s, {}, {}, {}, {}));
   EXPECT_EQ(store.AnzahlPos(), 1);
   EXPECT_EQ(store.Bild_Key1(), u"X"_s);
@@ -161,18 +166,20 @@ TEST_F(Lesen, WithoutArgumentsExistenceAsksForAnyRow) {
 TEST_F(Lesen, CustomerAndProjectReadListOneRowForEachRecord) {
   lege_Belege_an();
   EXPECT_TRUE(store.FKT_LeseBilder_FuerKunde_Projekt({}, false));
-  EXPECT_EQ(gelesen(),
-            QStringList{u"SELECT TOP 100 PERCENT dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-                         "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 FROM dbo.Bild_Zuordnungen LEFT OUTER JOIN "
-                         "dbo.BelegKopfZunft ON dbo.Bild_Zuordnungen.Key1 = dbo.BelegKopfZunft.Belegart AND "
-                         "dbo.Bild_Zuordnungen.Key2 = dbo.BelegKopfZunft.Belegnummer WHERE (dbo.Bild_Zuordnungen.Typ1 = "
-                         "'Mon' OR dbo.Bild_Zuordnungen.Typ1 = 'Bel')  GROUP BY dbo.Bild_Zuordnungen.Key1, "
-                         "dbo.Bild_Zuordnungen.Key2, dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 ORDER BY "
-                         "dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, dbo.Bild_Zuordnungen.Key3"_s});
+  EXPECT_EQ(
+      gelesen(),
+      QStringList{u"SELECT TOP 100 PERCENT dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
+                  "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 FROM dbo.Bild_Zuordnungen LEFT OUTER JOIN "
+                  "dbo.BelegKopfZunft ON dbo.Bild_Zuordnungen.Key1 = dbo.BelegKopfZunft.Belegart AND "
+                  "dbo.Bild_Zuordnungen.Key2 = dbo.BelegKopfZunft.Belegnummer WHERE (dbo.Bild_Zuordnungen.Typ1 = "
+                  "'Mon' OR dbo.Bild_Zuordnungen.Typ1 = 'Bel')  GROUP BY dbo.Bild_Zuordnungen.Key1, "
+                  "dbo.Bild_Zuordnungen.Key2, dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 ORDER BY "
+                  "dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, dbo.Bild_Zuordnungen.Key3"_s});
   // The record without a header and the works order are there, the article is not.
   EXPECT_EQ(zeilen(), (QStringList{u"RE 1 - Bel"_s, u"RE 1 5 Mon"_s, u"RE 2 - Bel"_s, u"XX 9 - Bel"_s}));
   store.AktInd(0);
-  EXPECT_EQ(store.Bild_Bildname() + store.Bild_BildExt() + store.Bild_Key4() + store.Bild_Typ2() + store.Bild_Pfad(), QString());
+  EXPECT_EQ(store.Bild_Bildname() + store.Bild_BildExt() + store.Bild_Key4() + store.Bild_Typ2() + store.Bild_Pfad(),
+            QString());
   EXPECT_FALSE(store.Bild_Drucken() || store.Bild_Changeflag() || store.Bild_Neu());
 }
 

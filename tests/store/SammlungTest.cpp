@@ -80,7 +80,8 @@ TEST_F(Sammlung, ANewPictureIsNewChangedAndPrints) {
   EXPECT_EQ(sammlung.Bild_Pfad(), QString());
   EXPECT_EQ(sammlung.Bild_Beschreibung(), QString());
   EXPECT_EQ(sammlung.Bild_Key1() + sammlung.Bild_Key2() + sammlung.Bild_Key3() + sammlung.Bild_Key4(), u"1234"_s);
-  EXPECT_EQ(sammlung.Bild_Bildname() + sammlung.Bild_BildExt() + sammlung.Bild_Typ1() + sammlung.Bild_Typ2(), u"netu"_s);
+  EXPECT_EQ(sammlung.Bild_Bildname() + sammlung.Bild_BildExt() + sammlung.Bild_Typ1() + sammlung.Bild_Typ2(),
+            u"netu"_s);
 }
 
 TEST_F(Sammlung, WithoutACurrentRecordReadingGivesEmptyValuesAndFlagsRaise) {

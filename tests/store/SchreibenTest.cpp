@@ -32,14 +32,16 @@ const QString Insert =
 TEST_F(Schreiben, ANewRecordIsInsertedWithDashesForItsEmptyParts) {
   neues_Bild(u"b"_s);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_EQ(geschrieben(), QStringList{Insert + u"'A','-','-','-','b','jpg','Bel','-',NULL,NULL,'"_s + kennzeichen(u"0001"_s) +
-                                       u"',NULL,'-', 0)"_s});
+  EXPECT_EQ(geschrieben(), QStringList{Insert + u"'A','-','-','-','b','jpg','Bel','-',NULL,NULL,'"_s +
+                                       kennzeichen(u"0001"_s) + u"',NULL,'-', 0)"_s});
   EXPECT_EQ(store.Bild_Key2(), u"-"_s);
   EXPECT_EQ(store.Bild_Typ2(), u"-"_s);
   EXPECT_FALSE(store.Bild_Changeflag() || store.Bild_Neu() || store.Bild_Delete());
   EXPECT_EQ(store.AktBildObj->Bild_Druckkennzeichen, kennzeichen(u"0001"_s));
-  EXPECT_EQ(db.zeilen(u"SELECT Key1, Key2, Bildname, BildPfad IS NULL, length(Druckkennzeichen), SortIndex FROM Bild_Zuordnungen"_s),
-            QStringList{u"A|-|b|1|50|0"_s});
+  EXPECT_EQ(
+      db.zeilen(
+          u"SELECT Key1, Key2, Bildname, BildPfad IS NULL, length(Druckkennzeichen), SortIndex FROM Bild_Zuordnungen"_s),
+      QStringList{u"A|-|b|1|50|0"_s});
 }
 
 TEST_F(Schreiben, AnInsertHoldsEveryFieldInItsPlace) {
@@ -65,12 +67,13 @@ TEST_F(Schreiben, AnUpdateHoldsEveryFieldAndFindsTheRowByItsIdentity) {
   store.Bild_Pfad(QString());
   store.Bild_Changeflag(true);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_EQ(geschrieben(),
-            QStringList{u"UPDATE Bild_Zuordnungen SET Key1 = '1', Key2 = '2',Key3 = '3',key4 = '4',Bildname = 'n',BildExt = "
-                         "'e',Typ1 = 't',Typ2 = 'u',BildPfad = NULL,Beschreibung = 'neu',Druckkennzeichen = '"_s +
-                        kennzeichen(u"0100"_s) +
-                        u"',Grafik_Ursprung = 'o',GrafikAnbNr = 'g',SortIndex = 0 WHERE Key1 = '1' and Key2 = '2' and Key3 = "
-                         "'3' and Key4 = '4' and Bildname = 'n' and BildExt = 'e' and Typ1 = 't' and Typ2 = 'u'"_s});
+  EXPECT_EQ(
+      geschrieben(),
+      QStringList{u"UPDATE Bild_Zuordnungen SET Key1 = '1', Key2 = '2',Key3 = '3',key4 = '4',Bildname = 'n',BildExt = "
+                  "'e',Typ1 = 't',Typ2 = 'u',BildPfad = NULL,Beschreibung = 'neu',Druckkennzeichen = '"_s +
+                  kennzeichen(u"0100"_s) +
+                  u"',Grafik_Ursprung = 'o',GrafikAnbNr = 'g',SortIndex = 0 WHERE Key1 = '1' and Key2 = '2' and Key3 = "
+                  "'3' and Key4 = '4' and Bildname = 'n' and BildExt = 'e' and Typ1 = 't' and Typ2 = 'u'"_s});
   EXPECT_EQ(db.zeilen(u"SELECT Beschreibung, substr(Druckkennzeichen, 1, 4), SortIndex FROM Bild_Zuordnungen"_s),
             QStringList{u"neu|0100|0"_s});
 }
@@ -131,17 +134,21 @@ TEST_F(Schreiben, ALongNameIsCutOnBothStatementsButTheConditionHoldsAllOfIt) {
   const QString update = geschrieben().value(0);
   EXPECT_TRUE(update.contains(u"Bildname = '"_s + QString(50, u'n') + u"',BildExt"_s));
   EXPECT_TRUE(update.contains(u"and Bildname = '"_s + lang + u"' and BildExt"_s));
-  EXPECT_EQ(db.zeilen(u"SELECT Bildname, Beschreibung IS NULL FROM Bild_Zuordnungen"_s), QStringList{QString(50, u'n') + u"|1"_s});
+  EXPECT_EQ(db.zeilen(u"SELECT Bildname, Beschreibung IS NULL FROM Bild_Zuordnungen"_s),
+            QStringList{QString(50, u'n') + u"|1"_s});
 }
 
 TEST_F(Schreiben, KeysAreCutTo50AndTextsTo250) {
-  ASSERT_TRUE(store.FKT_NeuesBild(QString(60, u'1'), QString(60, u'2'), QString(60, u'3'), QString(60, u'4'), u"n"_s, u"e"_s, u"t"_s, {}));
+  ASSERT_TRUE(store.FKT_NeuesBild(QString(60, u'1'), QString(60, u'2'), QString(60, u'3'), QString(60, u'4'), u"n"_s,
+                                  u"e"_s, u"t"_s, {}));
   store.Bild_Pfad(QString(300, u'p'));
   store.Bild_Beschreibung(QString(300, u'b'));
   EXPECT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_EQ(db.zeilen(u"SELECT length(Key1), length(Key2), length(Key3), length(key4), length(BildPfad), length(Beschreibung) "
-                       "FROM Bild_Zuordnungen"_s),
-            QStringList{u"50|50|50|50|250|250"_s});
+  EXPECT_EQ(
+      db.zeilen(
+          u"SELECT length(Key1), length(Key2), length(Key3), length(key4), length(BildPfad), length(Beschreibung) "
+          "FROM Bild_Zuordnungen"_s),
+      QStringList{u"50|50|50|50|250|250"_s});
   EXPECT_EQ(store.Bild_Pfad().size(), 300);
 }
 
@@ -191,8 +198,9 @@ TEST_F(Schreiben, MarkedRowsAreDeletedFromTheLastToTheFirst) {
   EXPECT_TRUE(store.FKT_SpeichernBilder());
   QStringList erwartet;
   for (const QString& name : {u"c"_s, u"b"_s, u"a"_s})
-    erwartet.append(u"Delete from Bild_Zuordnungen  where Key1 = 'A' and Key2 = '-' and Key3 = '-' and Key4 = '-' and Bildname = '"_s +
-                    name + u"' and BildExt = 'jpg' and Typ1 = 'Bel' and Typ2 = '-'"_s);
+    erwartet.append(
+        u"Delete from Bild_Zuordnungen  where Key1 = 'A' and Key2 = '-' and Key3 = '-' and Key4 = '-' and Bildname = '"_s +
+        name + u"' and BildExt = 'jpg' and Typ1 = 'Bel' and Typ2 = '-'"_s);
   EXPECT_EQ(geschrieben(), erwartet);
   EXPECT_EQ(store.AnzahlPos(), 0);
   EXPECT_EQ(store.AktInd(), 0);
@@ -227,8 +235,9 @@ TEST_F(Schreiben, ANewRowThatIsMarkedStillGetsItsDeleteStatement) {
   neues_Bild(u"neu"_s);
   store.Bild_Delete(true);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_EQ(geschrieben(), QStringList{u"Delete from Bild_Zuordnungen  where Key1 = 'A' and Bildname = 'neu' and BildExt = 'jpg' and "
-                                        "Typ1 = 'Bel'"_s});
+  EXPECT_EQ(geschrieben(),
+            QStringList{u"Delete from Bild_Zuordnungen  where Key1 = 'A' and Bildname = 'neu' and BildExt = 'jpg' and "
+                        "Typ1 = 'Bel'"_s});
   EXPECT_EQ(store.AnzahlPos(), 0);
 }
 
@@ -338,16 +347,19 @@ RC_GTEST_FIXTURE_PROP(Schreiben, AnyDescriptionSurvivesSaveAndRead, (const std::
 TEST_F(Schreiben, TheFirstConnectStringOfAThreadWins) {
   neues_Bild(u"a"_s);
   ASSERT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_TRUE(BasZuordnungen::CmdSql(u"UPDATE Bild_Zuordnungen SET SortIndex = 4"_s, u"Provider=SQLite;Data Source=/gibt/es/nicht"_s, true));
+  EXPECT_TRUE(BasZuordnungen::CmdSql(u"UPDATE Bild_Zuordnungen SET SortIndex = 4"_s,
+                                     u"Provider=SQLite;Data Source=/gibt/es/nicht"_s, true));
   EXPECT_EQ(db.zeilen(u"SELECT SortIndex FROM Bild_Zuordnungen"_s), QStringList{u"4"_s});
 }
 
 TEST_F(Schreiben, AConnectionThatFailedToOpenStaysSetAndItsUseTells) {
   BasZuordnungen::gConnection().reset();
   EXPECT_TRUE(BasZuordnungen::Prüfe_Connection(u"Provider=SQLite;Data Source=/gibt/es/nicht"_s));
-  EXPECT_FALSE(BasZuordnungen::CmdSql(u"UPDATE Bild_Zuordnungen SET SortIndex = 4"_s, db.verbindungszeichenfolge(), true));
+  EXPECT_FALSE(
+      BasZuordnungen::CmdSql(u"UPDATE Bild_Zuordnungen SET SortIndex = 4"_s, db.verbindungszeichenfolge(), true));
   erwarte_Bericht(u"basZuordnungen"_s, u"CmdSql"_s, 3709);
-  EXPECT_FALSE(BasZuordnungen::CmdSql(u"UPDATE Bild_Zuordnungen SET SortIndex = 4"_s, db.verbindungszeichenfolge(), false));
+  EXPECT_FALSE(
+      BasZuordnungen::CmdSql(u"UPDATE Bild_Zuordnungen SET SortIndex = 4"_s, db.verbindungszeichenfolge(), false));
 }
 
 TEST_F(Schreiben, TheWritingConnectionOfAnotherThreadIsItsOwn) {
@@ -370,9 +382,11 @@ TEST_F(Umbenennen, TheFileAndAllRowsOfThePictureChangeWhicheverRecordTheyBelongT
   fuege_ein(u"'B','-','-','-','a','jpg','Art','-','Allg','T','0001',NULL,'-',0"_s);
   fuege_ein(u"'C','-','-','-','a','jpg','Art','-','Andere','T','0001',NULL,'-',0"_s);
   EXPECT_FALSE(store.Verarbeite_Dateinamen_Aenderung(u"P:"_s, u"Allg"_s, u"a"_s, u"jpg"_s, u"neu"_s));
-  EXPECT_EQ(gelesen(), QStringList{u"Update Bild_Zuordnungen SET Bildname = 'neu' WHERE Bildname = 'a' and BildExt = 'jpg' and "
-                                    "BildPfad = 'Allg'"_s});
-  EXPECT_EQ(db.zeilen(u"SELECT Key1, Bildname FROM Bild_Zuordnungen ORDER BY 1"_s), (QStringList{u"A|neu"_s, u"B|neu"_s, u"C|a"_s}));
+  EXPECT_EQ(gelesen(),
+            QStringList{u"Update Bild_Zuordnungen SET Bildname = 'neu' WHERE Bildname = 'a' and BildExt = 'jpg' and "
+                        "BildPfad = 'Allg'"_s});
+  EXPECT_EQ(db.zeilen(u"SELECT Key1, Bildname FROM Bild_Zuordnungen ORDER BY 1"_s),
+            (QStringList{u"A|neu"_s, u"B|neu"_s, u"C|a"_s}));
   EXPECT_TRUE(wurzel.vorhanden(u"Allg/neu.jpg"_s));
   EXPECT_FALSE(wurzel.vorhanden(u"Allg/a.jpg"_s));
   EXPECT_TRUE(wurzel.vorhanden(u"Allg/ajpg.txt"_s));

@@ -1,5 +1,3 @@
-#include "store/mod_BilderSuchen.h"
-
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -8,7 +6,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "platform/shell/Dateityp.h"
 #include "store/clsBildZuordnungen.h"
+#include "store/mod_BilderSuchen.h"
 #include "tests/support/Bildwurzel.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Fehler.h"
@@ -93,7 +93,8 @@ TEST_F(Dateioperationen, ReadingAMissingFileGivesNothingAndCreatesNothing) {
 
 TEST_F(Dateioperationen, TextIsHeldInTheEightBitCodePage) {
   EXPECT_TRUE(store.Fkt_WriteFile(u"P:\\t.txt"_s, u"Größe 5 €\r\nЖ"_s));
-  EXPECT_EQ(wurzel.lies(u"t.txt"_s), QByteArray("Gr\xF6\xDF" "e 5 \x80\r\n?"));
+  EXPECT_EQ(wurzel.lies(u"t.txt"_s), QByteArray("Gr\xF6\xDF"
+                                                "e 5 \x80\r\n?"));
   EXPECT_EQ(store.Fkt_ReadFile(u"P:\\t.txt"_s), u"Größe 5 €\r\n?"_s);
 }
 
@@ -353,11 +354,12 @@ TEST_F(Dateioperationen, SourcesThatCannotBeDeletedAreTold) {
   wurzel.schreibe(u"q/b.jpg"_s, "2");
   schreibgeschuetzt(u"q/a.jpg"_s);
   QString ziel = u"P:\\o"_s;
-  boxen.erwarte({u"Die Dokumente wurden kopiert, es konnten jedoch nicht alle Dokumente\r\n"
-                 "an ihrem ursprünglichen Ort gelöscht werden."_s,
-                 {},
-                 Symbol::Keins,
-                 Knoepfe::OK});
+  boxen.erwarte(
+      {u"Die Dokumente wurden kopiert, es konnten jedoch nicht alle Dokumente\r\n"
+       "an ihrem ursprünglichen Ort gelöscht werden."_s,
+       {},
+       Symbol::Keins,
+       Knoepfe::OK});
   EXPECT_TRUE(store.Fkt_FileCopyAll(u"P:\\q"_s, ziel, u"*.*"_s, true));
   EXPECT_EQ(inhalt(u"q"_s), QStringList{u"a.jpg"_s});
   EXPECT_EQ(inhalt(u"o"_s).size(), 2);
@@ -377,4 +379,25 @@ TEST_F(Dateioperationen, PendingEventsRunOnceBetweenListingAndCopying) {
   EXPECT_TRUE(store.Fkt_FileCopyAll(u"P:\\q"_s, ziel, u"*.*"_s));
   EXPECT_EQ(pumpe->anzahl, 1);
   setze(vorher);
+}
+
+TEST(DateiTypIcon, TheTypeIsAskedForByItsExtensionAloneWithOneDot) {
+  class Merker : public shell::DateitypIcons {
+   public:
+    QImage icon(const QString& endung, int seite) override {
+      gefragt = endung;
+      return QImage(seite, seite, QImage::Format_RGB32);
+    }
+    QString gefragt;
+  };
+  const auto merker = std::make_shared<Merker>();
+  const auto vorher = shell::setze(merker);
+  for (const QString& ext : {u"pdf"_s, u".pdf"_s}) {
+    const auto bild = mod_BilderSuchen::Fkt_DateiTypIcon(ext, 256);
+    ASSERT_NE(bild, nullptr);
+    EXPECT_EQ(bild->groesse(), QSize(32, 32));
+    EXPECT_EQ(merker->gefragt, u"pdf"_s);
+  }
+  EXPECT_EQ(mod_BilderSuchen::Fkt_DateiTypIcon(u"pdf"_s, 0), nullptr);
+  shell::setze(vorher);
 }

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "host/Befehlszeile.h"
+
+/// The commands of the program, each with its help.
+namespace befehle {
+
+Befehl lesen();
+Befehl zuordnen();
+Befehl aendern();
+Befehl entfernen();
+Befehl umbenennen();
+Befehl anlegen();
+Befehl exif();
+Befehl beispieldaten();
+
+}  // namespace befehle

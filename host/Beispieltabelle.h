@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QSize>
+#include <QStringList>
+#include <cstdint>
+#include <span>
+
+/// The records and pictures of the sample firm.
+namespace beispieldaten {
+
+enum class Exif { Ohne, Klein, Gross };
+
+/// One picture. One without `ordner` waits in the folder of new pictures and belongs to nothing.
+struct Beispielbild {
+  int nummer;
+  const char16_t* motiv;
+  const char16_t* ordner;
+  const char16_t* key1;
+  const char16_t* key2;
+  const char16_t* key3;
+  const char16_t* typ1;
+  const char16_t* beschreibung;
+  /// Text of the file beside it, or none.
+  const char16_t* text;
+  Exif exif;
+  QSize groesse;
+};
+
+std::span<const Beispielbild> bilder();
+/// Statements that fill the host's tables, and make those that the component itself never reads.
+QStringList tabellen_des_betriebs();
+
+}  // namespace beispieldaten

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "host/Befehlszeile.h"
+#include "host/Namen.h"
+#include "platform/adodb/Connection.h"
+#include "platform/host/KVOCore.h"
+#include "store/clsBildZuordnungen.h"
+
+/// The six parts that name a business record. In an exact record "-" stands for a part without a value, as it does in
+/// the table; in a filter an empty part adds no condition.
+struct Datensatz {
+  QString key1, key2, key3, key4, typ1, typ2;
+
+  /// The one record of a call; --key1 and --typ1 are needed.
+  static Datensatz genau(const Aufruf& aufruf);
+  /// What a call narrows a list to; a part that was given empty means "-".
+  static Datensatz filter(const Aufruf& aufruf);
+};
+
+/// The picture root of the call in force as drive P: of the path map, since a dot anywhere in a root's path would hide
+/// every text file below it. A missing folder ends with Ausgang::Datei. Gives the root for the store.
+QString bildwurzel(const Aufruf& aufruf);
+/// The same where the call names a root at all; none otherwise.
+std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf);
+/// The connect string of the call; a bare file name means a SQLite file. Missing ends with Ausgang::Aufruf.
+QString verbindungszeichenfolge(const Aufruf& aufruf);
+/// The database file of a connect string as a path of the table, or none where it names a server.
+std::optional<QString> datenbankdatei(const QString& verbindung);
+/// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.
+std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung);
+
+/// The database of one call and the store over it. Failures that the store reports go to standard error as they come.
+class Sitzung {
+ public:
+  /// Opens the database of the call. A missing SQLite file is not made but refused.
+  explicit Sitzung(const Aufruf& aufruf);
+  ~Sitzung();
+  Sitzung(const Sitzung&) = delete;
+  Sitzung& operator=(const Sitzung&) = delete;
+
+  clsBildZuordnungen& store() noexcept { return store_; }
+
+  /// Reads the assignments that match in their stored order, and their stored SortIndex with them, which the store
+  /// itself leaves at 0: a row that is saved then keeps its place. True when there is any.
+  bool lies(const Datensatz& satz);
+  /// Reads what the table holds of a picture file, whichever record it belongs to.
+  bool lies(const QString& pfad, const namen::Bilddatei& bild);
+  /// Rows of the last reading whose picture has that name.
+  std::vector<std::int32_t> zeilen_von(const namen::Bilddatei& bild);
+  /// Stored SortIndex of a row of the last reading, as the table has it.
+  std::int64_t sortindex(std::int32_t zeile) const { return sortindex_.at(static_cast<std::size_t>(zeile)); }
+  /// Name and extension of the row under the cursor.
+  namen::Bilddatei aktuelles_bild() const { return {store_.Bild_Bildname(), store_.Bild_BildExt()}; }
+
+  /// Writes what is flagged. True when every statement ran.
+  bool speichere();
+
+ private:
+  class Core;
+  void lies_sortindex(const QString& bedingung);
+  bool lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad);
+  std::int32_t berichte() const;
+
+  std::shared_ptr<Core> core_;
+  std::shared_ptr<KVOCore> vorher_;
+  std::shared_ptr<adodb::Connection> verbindung_;
+  clsBildZuordnungen store_;
+  std::vector<std::int64_t> sortindex_;
+};

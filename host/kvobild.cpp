@@ -1,0 +1,65 @@
+// The command line: assigns picture files to business records without a window.
+
+#include <langinfo.h>
+
+#include <QGuiApplication>
+#include <clocale>
+#include <cstring>
+
+#include "host/Ausgabe.h"
+#include "host/Befehle.h"
+#include "platform/basic/Laufzeitfehler.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A bare container has the locale "C", of which Qt complains on standard error at every start.
+void setze_utf8() {
+  std::setlocale(LC_ALL, "");
+  if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
+}
+
+/// Which kind of failure a number of the platform is; the database's own numbers are all below 0 or above 3000.
+Ausgang ausgang_von(const Laufzeitfehler& fehler) {
+  return fehler.Nummer() > 0 && fehler.Nummer() < 1000 ? Ausgang::Datei : Ausgang::Datenbank;
+}
+
+Ausgang laufe(const QStringList& argumente) {
+  try {
+    const Ausgang ausgang = befehlszeile::fuehre_aus(
+        {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
+         befehle::entfernen(), befehle::exif(), befehle::beispieldaten()},
+        argumente);
+    if (ausgabe::abgeschlossen()) return ausgang;
+    throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);
+  } catch (const Abbruch& abbruch) {
+    ausgabe::meldung(abbruch.text());
+    return abbruch.ausgang();
+  } catch (const Laufzeitfehler& fehler) {
+    ausgabe::meldung(u"%1 (Fehler %2)"_s.arg(fehler.Beschreibung(), QString::number(fehler.Nummer())));
+    return ausgang_von(fehler);
+  } catch (const std::bad_alloc&) {
+    ausgabe::meldung(u"Der Speicher reicht nicht."_s);
+    return Ausgang::Datei;
+  }
+}
+
+/// Drawing pictures needs Qt's platform, though no window ever shows. What Qt says of a missing session folder is of no
+/// use to anybody then.
+int laufe_mit_zeichnen(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QtMessageHandler vorher = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  const QGuiApplication programm(argc, argv);
+  qInstallMessageHandler(vorher);
+  return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  setze_utf8();
+  if (argc > 1 && std::strcmp(argv[1], "beispieldaten") == 0) return laufe_mit_zeichnen(argc, argv);
+  const QCoreApplication programm(argc, argv);
+  return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
+}

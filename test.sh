@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds with warnings as errors, checks the format, runs all tests and, where clang is at
+# hand, each fuzz target for a short time. Its last line is the summary of ctest.
+#
+# test.sh [PRESET]: "ci" unless told otherwise; "asan" runs the tests under the sanitizers.
+set -euo pipefail
+# shellcheck source=packaging/gemeinsam.sh
+. "$(dirname "${BASH_SOURCE[0]}")/packaging/gemeinsam.sh"
+
+preset=${1:-ci}
+bereite_umgebung_vor
+installiere "${PAKETE_BAU[@]}" "${PAKETE_TEST[@]}"
+cd "$KVO_ORDNER"
+
+pruefe_format() {
+  melde 'Prüfe das Format'
+  local werkzeug
+  werkzeug=$(command -v clang-format-14 || command -v clang-format)
+  # Another version sets the same code in another way.
+  case $("$werkzeug" --version) in
+    *' 14.'*) quellen | xargs -d '\n' "$werkzeug" --dry-run -Werror ;;
+    *) melde "Das Format ist nicht geprüft: $werkzeug hat nicht die Version 14" ;;
+  esac
+}
+
+# Each target starts from its corpus, if there is one, and keeps what it learns in build/.
+fuzze() {
+  if ! command -v clang++ >/dev/null || ! grep -qs '[^[:space:]]' tests/fuzz/CMakeLists.txt; then
+    melde 'Ohne Fuzzing: clang oder die Ziele fehlen'
+    return 0
+  fi
+  baue fuzz fuzz tests/fuzz/all
+  local ziel
+  local -a korpus
+  for ziel in build/fuzz/tests/fuzz/*; do
+    if [ ! -f "$ziel" ] || [ ! -x "$ziel" ]; then continue; fi
+    melde "Fuzze ${ziel##*/} (${KVO_FUZZ_SEKUNDEN:-20} s)"
+    korpus=(build/fuzz/korpus/"${ziel##*/}")
+    mkdir -p "${korpus[0]}"
+    if [ -d "tests/fuzz/korpus/${ziel##*/}" ]; then korpus+=("tests/fuzz/korpus/${ziel##*/}"); fi
+    QT_QPA_PLATFORM=offscreen "$ziel" -max_total_time="${KVO_FUZZ_SEKUNDEN:-20}" -timeout=20 -rss_limit_mb=2048 \
+      -verbosity=0 -artifact_prefix="build/fuzz/${ziel##*/}-" "${korpus[@]}" </dev/null >&2
+  done
+}
+
+if [ -z "${KVO_TESTDATEN:-}" ] && [ -d ../shared/testdata ]; then
+  KVO_TESTDATEN=$(cd ../shared/testdata && pwd)
+  export KVO_TESTDATEN
+fi
+
+pruefe_format
+baue "$preset" "$preset" all
+if [ "$preset" = ci ]; then fuzze; fi
+
+melde 'Lasse die Tests laufen'
+protokoll=build/$preset/ctest.txt
+ergebnis=0
+ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1} UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1} \
+  ctest --test-dir "build/$preset" --output-on-failure --parallel "$(nproc)" </dev/null 2>&1 | tee "$protokoll" || ergebnis=$?
+printf '\n%s\n' "$(grep -E 'tests passed, [0-9]+ tests? failed' "$protokoll" || echo '0 passed, 1 failed')"
+exit "$ergebnis"

@@ -1,0 +1,77 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/Recordset.h"
+#include "tests/support/Fehler.h"
+#include "tests/support/Umgebung.h"
+
+using namespace Qt::Literals::StringLiterals;
+using adodb::Ergebnis;
+using adodb::Recordset;
+
+namespace {
+
+Ergebnis zwei_zeilen() {
+  return {{u"Key1"_s, u"SortIndex"_s}, {u"A"_s, std::int64_t{1}, std::monostate(), 2.5}};
+}
+
+}  // namespace
+
+TEST(Recordset, GoesForwardFromTheFirstRecordToTheEnd) {
+  Recordset satz(zwei_zeilen());
+  EXPECT_EQ(satz.State(), adodb::adStateOpen);
+  EXPECT_FALSE(satz.Eof());
+  EXPECT_EQ(satz.Fields(u"Key1"_s).Text(), u"A"_s);
+  satz.MoveNext();
+  EXPECT_EQ(satz.Fields(u"Key1"_s).Text(), QString());
+  satz.MoveNext();
+  EXPECT_TRUE(satz.Eof());
+  EXPECT_EQ(Fehlernummer_von([&] { satz.MoveNext(); }), 3021);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Fields(u"Key1"_s).Value(); }), 3021);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Text(0); }), 3021);
+}
+
+TEST(Recordset, ColumnsAreFoundInAnyCase) {
+  const Recordset satz(zwei_zeilen());
+  EXPECT_EQ(satz.Spalte(u"key1"_s), 0);
+  EXPECT_EQ(satz.Spalte(u"SORTINDEX"_s), 1);
+  EXPECT_EQ(satz.Fields(u"KEY1"_s).Name(), u"Key1"_s);
+  EXPECT_EQ(satz.Spalten(), QStringList({u"Key1"_s, u"SortIndex"_s}));
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Fields(u"Key2"_s); }), 3265);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Text(2); }), 3265);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Text(-1); }), 3265);
+}
+
+TEST(Recordset, NullIsVisibleAndItsTextIsEmpty) {
+  Recordset satz(zwei_zeilen());
+  satz.MoveNext();
+  EXPECT_TRUE(std::holds_alternative<Null>(satz.Fields(u"Key1"_s).Value()));
+  EXPECT_EQ(satz.Text(0), QString());
+}
+
+TEST(Recordset, NumbersComeIn32BitsOrAsDouble) {
+  constexpr std::int64_t Gross = std::int64_t{1} << 31;
+  const Recordset satz(Ergebnis{{u"a"_s, u"b"_s, u"c"_s, u"d"_s}, {Gross - 1, -Gross, Gross, 2.5}});
+  EXPECT_EQ(satz.Value(0), Variant(std::numeric_limits<std::int32_t>::max()));
+  EXPECT_EQ(satz.Value(1), Variant(std::numeric_limits<std::int32_t>::min()));
+  EXPECT_EQ(satz.Value(2), Variant(2147483648.0));
+  EXPECT_EQ(satz.Value(3), Variant(2.5));
+  EXPECT_EQ(satz.Text(0), u"2147483647"_s);
+  EXPECT_EQ(satz.Text(2), u"2147483648"_s);
+  EXPECT_EQ(satz.Text(3), u"2.5"_s);
+}
+
+TEST(Recordset, AClosedOneRefusesEverything) {
+  Recordset satz(zwei_zeilen());
+  satz.Close();
+  EXPECT_EQ(satz.State(), adodb::adStateClosed);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Eof(); }), 3704);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.MoveNext(); }), 3704);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Fields(u"Key1"_s); }), 3704);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Text(0); }), 3704);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Spalten(); }), 3704);
+  EXPECT_EQ(Fehlernummer_von([&] { satz.Close(); }), 3704);
+  EXPECT_EQ(Recordset().State(), adodb::adStateClosed);
+}
