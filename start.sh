@@ -36,7 +36,7 @@ else
   mv -T "$beispiel.neu" "$beispiel"
 fi
 
-export KVOBILD_VERBINDUNG="Provider=SQLite;Data Source=$beispiel/betrieb.db"
+export KVOBILD_VERBINDUNG="Provider=SQLite;Data Source=\"$beispiel/betrieb.db\""
 export KVOBILD_BILDER=$beispiel/bilder
 vorgang=(--typ1 BEL --key1 AN --key2 24-3005)
 ordner='Belege\24-3005'
@@ -44,7 +44,7 @@ ordner='Belege\24-3005'
 schritt() { printf '\n--- %s\n' "$*"; }
 
 schritt 'Drei neue Bilder kommen zum Beleg AN 24-3005'
-neue=$("$kvobild" zuordnen "${vorgang[@]}" --ordner "$ordner" --beschreibung "Besichtigung 'vor Ort'" \
+neue=$("$kvobild" zuordnen "${vorgang[@]}" --ordner "$ordner" --beschreibung "Besichtigung" \
   "$beispiel/eingang/Baustelle_23.jpg" "$beispiel/eingang/Rohrbruch_24.jpg" "$beispiel/eingang/Übergabe_25.jpg")
 printf '%s\n' "$neue"
 mapfile -t bild <<<"$neue"

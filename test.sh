@@ -29,7 +29,7 @@ fuzze() {
     melde 'Ohne Fuzzing: clang oder die Ziele fehlen'
     return 0
   fi
-  baue fuzz fuzz tests/fuzz/all
+  baue fuzz fuzz tests/fuzz/all || return 1
   local ziel
   local -a korpus
   for ziel in build/fuzz/tests/fuzz/*; do
@@ -39,7 +39,7 @@ fuzze() {
     mkdir -p "${korpus[0]}"
     if [ -d "tests/fuzz/korpus/${ziel##*/}" ]; then korpus+=("tests/fuzz/korpus/${ziel##*/}"); fi
     QT_QPA_PLATFORM=offscreen "$ziel" -max_total_time="${KVO_FUZZ_SEKUNDEN:-20}" -timeout=20 -rss_limit_mb=2048 \
-      -verbosity=0 -artifact_prefix="build/fuzz/${ziel##*/}-" "${korpus[@]}" </dev/null >&2
+      -verbosity=0 -artifact_prefix="build/fuzz/${ziel##*/}-" "${korpus[@]}" </dev/null >&2 || return 1
   done
 }
 
@@ -48,13 +48,17 @@ if [ -z "${KVO_TESTDATEN:-}" ] && [ -d ../shared/testdata ]; then
   export KVO_TESTDATEN
 fi
 
-pruefe_format
-baue "$preset" "$preset" all
-if [ "$preset" = ci ]; then fuzze; fi
+# A failure of one check does not keep the others from running; it counts at the end.
+ergebnis=0
+pruefe_format || { melde 'Das Format stimmt nicht'; ergebnis=1; }
+if ! baue "$preset" "$preset" all; then
+  printf '\n0 passed, 1 failed\n'
+  exit 1
+fi
+if [ "$preset" = ci ]; then fuzze || { melde 'Das Fuzzing ist gescheitert'; ergebnis=1; }; fi
 
 melde 'Lasse die Tests laufen'
 protokoll=build/$preset/ctest.txt
-ergebnis=0
 ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1} UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1} \
   ctest --test-dir "build/$preset" --output-on-failure --parallel "$(nproc)" </dev/null 2>&1 | tee "$protokoll" || ergebnis=$?
 printf '\n%s\n' "$(grep -E 'tests passed, [0-9]+ tests? failed' "$protokoll" || echo '0 passed, 1 failed')"
