@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::int64_t Suchlaenge = 64 * 1024;
+constexpr std::int64_t Suchlaenge = 64LL * 1024;
 
 }  // namespace
 
@@ -38,7 +38,7 @@ std::span<const std::uint8_t> Dateibytes::ab(std::int64_t index) {
   if (index < 0 || index > obergrenze_) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
   const std::int64_t nummer = index / Blocklaenge;
   auto& block = bloecke_[static_cast<std::size_t>(nummer) % bloecke_.size()];
-  if (!block) block = std::make_unique_for_overwrite<Block>();
+  if (!block) block = std::make_unique<Block>();
   if (block->nummer != nummer) lade(*block, nummer);
   block_von_ = nummer * Blocklaenge;
   const auto laenge = static_cast<std::size_t>(std::min(Blocklaenge, std::int64_t{obergrenze_} + 1 - block_von_));

@@ -45,12 +45,12 @@ class Dateibytes {
   const std::optional<Laufzeitfehler>& Lesefehler() const noexcept { return lesefehler_; }
 
  private:
-  static constexpr std::int64_t Blocklaenge = 16 * 1024;
+  static constexpr std::int64_t Blocklaenge = 16LL * 1024;
   static constexpr std::int64_t Hoechstzahl_Bloecke = 1024;
 
   struct Block {
     std::int64_t nummer = -1;
-    std::array<std::uint8_t, Blocklaenge> bytes;
+    std::array<std::uint8_t, Blocklaenge> bytes{};
   };
 
   void lade(Block& block, std::int64_t nummer);

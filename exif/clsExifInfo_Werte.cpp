@@ -137,7 +137,7 @@ QString clsExifInfo::Pad_Left(const QString& text, qsizetype length, QChar fill)
 QString clsExifInfo::Read_Rational(std::int64_t position) {
   const std::int32_t numerator = Read_Long(position);
   const std::int32_t denominator = Read_Long(position + 4);
-  const QString text = QString::number(numerator) + u'/' + QString::number(denominator);
+  QString text = QString::number(numerator) + u'/' + QString::number(denominator);
   Free_Text(text, 0);
   Text_Length += text.size();
   return text;

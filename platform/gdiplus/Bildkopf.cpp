@@ -82,7 +82,7 @@ bool ist_haltbar(QSize groesse) noexcept {
 
 Bildformat erkenne_Bildformat(QByteArrayView anfang) {
   const Bytesicht b(anfang);
-  if (b.beginnt("\xff\xd8\xff")) return Bildformat::Jpeg;
+  if (b.beginnt("\xff\xd8")) return Bildformat::Jpeg;
   if (b.beginnt(kPng)) return Bildformat::Png;
   if (b.beginnt("GIF87a") || b.beginnt("GIF89a")) return Bildformat::Gif;
   if (b.beginnt("BM")) return Bildformat::Bmp;

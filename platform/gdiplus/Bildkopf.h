@@ -29,7 +29,7 @@ struct Bildkopf {
 /// So many bytes from the start of a file are enough for `erkenne_Bildformat`.
 inline constexpr qsizetype kSignaturlaenge = 16;
 
-/// The format, from the signature alone: JPEG FF D8 FF (ITU T.81 B.1.1), PNG (W3C PNG 5.2), GIF87a and GIF89a, BMP
+/// The format, from the signature alone: JPEG FF D8 (ITU T.81 B.1.1), PNG (W3C PNG 5.2), GIF87a and GIF89a, BMP
 /// "BM" of Windows and OS/2, TIFF and BigTIFF of both byte orders (TIFF 6.0 section 2), ICO (cursors are no pictures).
 Bildformat erkenne_Bildformat(QByteArrayView anfang);
 

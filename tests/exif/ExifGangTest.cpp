@@ -36,7 +36,8 @@ TEST_P(ExifGang, reads_first_directory_then_the_chain_then_the_exif_sub_director
 TEST_P(ExifGang, ignores_the_chain_of_the_exif_sub_directory) {
   ExifBauer b(GetParam());
   b.verzeichnis().zeiger();
-  b.unterverzeichnis().zahl(5, 4, 1, 0).kette(0x80000000);
+  b.unterverzeichnis().zahl(5, 4, 1, 0).kette(b.offset(2));
+  b.verzeichnis().zahl(6, 4, 1, 0);
   EXPECT_EQ(tags(b), (QList<int>{34665, 5}));
 }
 

@@ -106,7 +106,10 @@ TEST_F(ExifGrenzen, a_long_chain_of_empty_directories_ends_at_a_million) {
   tiff.replace(0, 8, "II*"_ba + QByteArray(1, '\0') + b.w32(8));
   tiff.replace(8, 2, b.w16(1));
   tiff.replace(22, 4, b.w32(26));
-  for (qsizetype p = 26; p + 12 < tiff.size(); p += 6) tiff.replace(p + 2, 4, b.w32(static_cast<std::uint32_t>(p + 6)));
+  qsizetype p = 26;
+  for (; p + 18 < tiff.size(); p += 6) tiff.replace(p + 2, 4, b.w32(static_cast<std::uint32_t>(p + 6)));
+  // Far behind the limit a directory with an entry.
+  tiff.replace(p, 4, b.w16(1) + b.w16(2));
   const Ladeergebnis ergebnis = lade_bytes(datei(tiff));
   EXPECT_TRUE(ergebnis.load);
   EXPECT_EQ(ergebnis.entries.size(), 1U);

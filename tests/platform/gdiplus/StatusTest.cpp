@@ -1,0 +1,176 @@
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QtEndian>
+
+#include "tests/platform/gdiplus/Vorlagen.h"
+
+using namespace gdiplus;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class Status : public Bilder {
+ protected:
+  static QByteArray mit(QByteArray bytes, qsizetype stelle, const QByteArray& ersatz) {
+    return bytes.replace(stelle, ersatz.size(), ersatz);
+  }
+  // The frame header of a JPEG, from its marker on.
+  static qsizetype rahmen(const QByteArray& jpeg) { return jpeg.indexOf("\xff\xc0"); }
+
+  const QImage bild = vorlagen::foto({40, 30});
+  const QByteArray jpeg = vorlagen::jpeg(bild);
+  const QByteArray png = vorlagen::kodiert(bild, "png");
+  const QByteArray bmp = vorlagen::kodiert(bild, "bmp");
+  const QByteArray tiff = vorlagen::kodiert(bild, "tiff");
+  const QByteArray ico = vorlagen::kodiert(bild, "ico");
+  const QByteArray gif = vorlagen::gif({40, 30}, 64);
+};
+
+TEST_F(Status, heile_Bilder_sind_0_und_haben_die_Groesse_ihres_Kopfes) {
+  for (const QByteArray& inhalt : {jpeg, png, bmp, tiff, ico, gif})
+    EXPECT_EQ(lade(u"bild.xyz"_s, inhalt)->groesse(), QSize(40, 30));
+}
+
+TEST_F(Status, der_Name_einer_Datei_zaehlt_nie) {
+  EXPECT_EQ(lade(u"a.jpg"_s, png)->bild(), bild);
+  EXPECT_EQ(lade(u"b.txt"_s, bmp)->bild(), bild);
+}
+
+TEST_F(Status, eine_fehlende_Datei_ist_10) {
+  EXPECT_EQ(status_von(ordner.pfad(u"fehlt.jpg"_s)), FileNotFound);
+  EXPECT_EQ(status_von(ordner.pfad(u"fehlt/auch.jpg"_s)), FileNotFound);
+  EXPECT_EQ(status_von(QString()), FileNotFound);
+  EXPECT_EQ(status_von(u"Q:\\bild.jpg"_s), FileNotFound);
+}
+
+TEST_F(Status, ein_Ordner_und_eine_Warteschlange_sind_10_und_halten_nicht_auf) {
+  EXPECT_EQ(status_von(ordner.pfad()), FileNotFound);
+  ASSERT_EQ(::mkfifo(QFile::encodeName(ordner.pfad(u"schlange.jpg"_s)).constData(), 0600), 0);
+  EXPECT_EQ(status_von(ordner.pfad(u"schlange.jpg"_s)), FileNotFound);
+}
+
+TEST_F(Status, ohne_Leserecht_ist_er_12) {
+  const QString pfad = ordner.schreibe(u"geheim.jpg"_s, jpeg);
+  ASSERT_TRUE(QFile::setPermissions(pfad, QFileDevice::WriteOwner));
+  EXPECT_EQ(status_von(pfad), AccessDenied);
+}
+
+TEST_F(Status, Inhalt_ohne_bekanntes_Format_ist_13) {
+  for (const QByteArray& inhalt :
+       {QByteArray(), QByteArray("F"), QByteArray("Kein Bild, nur Text."), QByteArray("\xff\xd9", 2),
+        QByteArray("RIFF\x10\0\0\0WEBPVP8 ", 16), QByteArray("P6\n1 1\n255\nabc"),
+        QByteArray("\0\0\2\0\1\0\x20\x20\0\0", 10), QByteArray("GIF88a\1\0\1\0\0\0\0", 13)})
+    EXPECT_EQ(status(inhalt), UnknownImageFormat) << inhalt.toHex().constData();
+}
+
+TEST_F(Status, ein_abgeschnittener_Kopf_ist_2_bei_jedem_Format) {
+  const qsizetype scan = jpeg.indexOf("\xff\xda");
+  for (const QByteArray& inhalt :
+       {jpeg.first(2), jpeg.first(3), jpeg.first(scan), jpeg.first(scan + 6), png.first(8), png.first(32), bmp.first(2),
+        bmp.first(30), tiff.first(4), tiff.first(7), ico.first(4), ico.first(21), gif.first(6), gif.first(12)})
+    EXPECT_EQ(status(inhalt), InvalidParameter) << inhalt.first(2).toHex().constData() << " " << inhalt.size();
+}
+
+TEST_F(Status, ein_abgeschnittenes_Bild_hinter_dem_Kopf_ist_0) {
+  for (const QByteArray& inhalt :
+       {jpeg.first(jpeg.indexOf("\xff\xda") + 14), png.first(33), bmp.first(60), gif.first(13)})
+    EXPECT_EQ(status(inhalt), Ok) << inhalt.first(2).toHex().constData();
+}
+
+TEST_F(Status, ein_JPEG_ohne_Seite_oder_das_niemand_dekodiert_ist_2) {
+  const qsizetype sof = rahmen(jpeg);
+  EXPECT_EQ(status(mit(jpeg, sof + 5, QByteArray(2, 0))), InvalidParameter) << "height 0";
+  EXPECT_EQ(status(mit(jpeg, sof + 7, QByteArray(2, 0))), InvalidParameter) << "width 0";
+  EXPECT_EQ(status(mit(jpeg, sof + 4, "\x0c")), InvalidParameter) << "12 bits";
+  EXPECT_EQ(status(mit(jpeg, sof + 1, "\xc3")), InvalidParameter) << "lossless";
+  EXPECT_EQ(status(mit(jpeg, sof + 1, "\xc5")), InvalidParameter) << "hierarchical";
+  EXPECT_EQ(status(mit(jpeg, sof + 9, "\x05")), InvalidParameter) << "five components";
+  EXPECT_EQ(status(mit(jpeg, sof + 11, "\x52")), InvalidParameter) << "sampling 5x2";
+}
+
+TEST_F(Status, ein_JPEG_mit_Muell_vor_dem_ersten_Segment_ist_0) {
+  EXPECT_EQ(lade(u"a"_s, QByteArray(jpeg).insert(2, QByteArray("\0\xe0Unsinn", 8)))->groesse(), QSize(40, 30));
+}
+
+TEST_F(Status, ein_JPEG_mit_unmoeglicher_Huffmantafel_ist_2) {
+  const qsizetype tafel = jpeg.indexOf("\xff\xc4");
+  EXPECT_EQ(status(mit(jpeg, tafel + 5, QByteArray(16, '\xff'))), InvalidParameter);
+}
+
+TEST_F(Status, ein_PNG_Kopf_der_sich_widerspricht_ist_2) {
+  EXPECT_EQ(status(mit(png, 12, "IHDX")), InvalidParameter);
+  EXPECT_EQ(status(mit(png, 16, QByteArray(4, 0))), InvalidParameter);
+  EXPECT_EQ(status(mit(png, 19, "\x29")), InvalidParameter) << "the check sum tells another width";
+}
+
+TEST_F(Status, ein_BMP_Kopf_der_sich_widerspricht_ist_2) {
+  EXPECT_EQ(status(mit(bmp, 14, "\x29")), InvalidParameter) << "header length 41";
+  EXPECT_EQ(status(mit(bmp, 18, QByteArray(4, 0))), InvalidParameter) << "width 0";
+  EXPECT_EQ(status(mit(bmp, 18, QByteArray(4, '\xff'))), InvalidParameter) << "width -1";
+  EXPECT_EQ(status(mit(bmp, 28, "\x07")), InvalidParameter) << "7 bits";
+  EXPECT_EQ(status(mit(bmp, 30, "\x01")), InvalidParameter) << "run lengths with 24 bits";
+  EXPECT_EQ(status(mit(bmp, 10, QByteArray(4, '\x7f'))), InvalidParameter) << "pixels behind the end";
+}
+
+TEST_F(Status, ein_TIFF_ohne_Breite_oder_mit_einem_Verzeichnis_hinter_dem_Ende_ist_2) {
+  EXPECT_EQ(status(QByteArray("II*\0\x08\0\0\0\1\0\x01\x01\3\0\1\0\0\0\5\0\0\0\0\0\0\0", 26)), InvalidParameter);
+  EXPECT_EQ(status(mit(tiff, 4, QByteArray(4, '\x7f'))), InvalidParameter);
+}
+
+TEST_F(Status, TIFF_und_BigTIFF_beider_Bytefolgen_nennen_ihre_Groesse) {
+  const auto eintrag = [](auto u, int marke, int wert, bool gross) {
+    return u(marke, 2) + u(3, 2) + u(1, gross ? 8 : 4) + u(wert, 2) + u(0, gross ? 6 : 2);
+  };
+  for (const bool hoch : {false, true})
+    for (const bool gross : {false, true}) {
+      const auto u = [hoch](int wert, int breite) {
+        QByteArray b(breite, 0);
+        b[hoch ? breite - 1 : 0] = static_cast<char>(wert & 0xff);
+        if (breite > 1) b[hoch ? breite - 2 : 1] = static_cast<char>(wert >> 8);
+        return b;
+      };
+      const QByteArray kopf = gross ? u(43, 2) + u(8, 2) + u(0, 2) + u(16, 8) + u(2, 8) : u(42, 2) + u(8, 4) + u(2, 2);
+      const QByteArray bytes =
+          (hoch ? "MM" : "II") + kopf + eintrag(u, 256, 321, gross) + eintrag(u, 257, 123, gross) + QByteArray(8, 0);
+      EXPECT_EQ(lade(u"t"_s, bytes)->groesse(), QSize(321, 123)) << hoch << gross;
+    }
+}
+
+TEST_F(Status, eine_Groesse_die_niemand_haelt_ist_3) {
+  EXPECT_EQ(status(mit(jpeg, rahmen(jpeg) + 5, QByteArray(4, '\xff'))), OutOfMemory);
+  EXPECT_EQ(status(mit(jpeg, rahmen(jpeg) + 7, "\xff\xff")), OutOfMemory) << "a side over 65500";
+  EXPECT_EQ(status(mit(bmp, 18, QByteArray("\x60\xea\0\0\x60\xea\0\0", 8))), OutOfMemory);
+  EXPECT_EQ(status(mit(gif, 6, QByteArray(4, '\xff'))), OutOfMemory);
+  EXPECT_EQ(status(QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\x10\0\0\0\x10\0\0\x08\2\0\0\0\xc4\x4a\x37\x92", 33)),
+            OutOfMemory);
+}
+
+TEST_F(Status, von_einem_ICO_zaehlt_das_groesste_Bild) {
+  const QByteArray klein = vorlagen::kodiert(vorlagen::foto({16, 16}), "ico").sliced(22);
+  const QByteArray gross = ico.sliced(22);
+  QByteArray bytes("\0\0\1\0\2\0", 6);
+  const auto verzeichne = [&](QSize groesse, qsizetype laenge, qsizetype stelle) {
+    QByteArray eintrag(16, 0);
+    eintrag[0] = static_cast<char>(groesse.width());
+    eintrag[1] = static_cast<char>(groesse.height());
+    qToLittleEndian(static_cast<quint32>(laenge), eintrag.data() + 8);
+    qToLittleEndian(static_cast<quint32>(stelle), eintrag.data() + 12);
+    bytes += eintrag;
+  };
+  verzeichne({16, 16}, klein.size(), 38);
+  verzeichne({40, 30}, gross.size(), 38 + klein.size());
+  const Bitmap b = lade(u"zwei.ico"_s, bytes + klein + gross);
+  EXPECT_EQ(b->groesse(), QSize(40, 30));
+  EXPECT_EQ(b->bild(), bild);
+}
+
+TEST_F(Status, von_der_Datei_bleibt_nichts_offen) {
+  const auto offene = [] { return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System).size(); };
+  const auto vorher = offene();
+  const Bitmap b = lade(u"a.jpg"_s, jpeg);
+  b->bild({8, 6});
+  EXPECT_EQ(offene(), vorher);
+}
+
+}  // namespace
