@@ -23,23 +23,26 @@ pruefe_format() {
   esac
 }
 
-# Each target starts from its corpus, if there is one, and keeps what it learns in build/.
+# Each target starts from the seeds that the program of its name and "_saaten" writes, if there is one, and keeps what it
+# learns in build/.
 fuzze() {
   if ! command -v clang++ >/dev/null || ! grep -qs '[^[:space:]]' tests/fuzz/CMakeLists.txt; then
     melde 'Ohne Fuzzing: clang oder die Ziele fehlen'
     return 0
   fi
   baue fuzz fuzz tests/fuzz/all || return 1
-  local ziel
-  local -a korpus
-  for ziel in build/fuzz/tests/fuzz/*; do
-    if [ ! -f "$ziel" ] || [ ! -x "$ziel" ]; then continue; fi
-    melde "Fuzze ${ziel##*/} (${KVO_FUZZ_SEKUNDEN:-20} s)"
-    korpus=(build/fuzz/korpus/"${ziel##*/}")
-    mkdir -p "${korpus[0]}"
-    if [ -d "tests/fuzz/korpus/${ziel##*/}" ]; then korpus+=("tests/fuzz/korpus/${ziel##*/}"); fi
-    QT_QPA_PLATFORM=offscreen "$ziel" -max_total_time="${KVO_FUZZ_SEKUNDEN:-20}" -timeout=20 -rss_limit_mb=2048 \
-      -verbosity=0 -artifact_prefix="build/fuzz/${ziel##*/}-" "${korpus[@]}" </dev/null >&2 || return 1
+  local ziel name sekunden=${KVO_FUZZ_SEKUNDEN:-20}
+  for ziel in build/fuzz/tests/fuzz/fuzz_*; do
+    if [ ! -f "$ziel" ] || [ ! -x "$ziel" ] || [[ $ziel = *_saaten ]]; then continue; fi
+    name=${ziel##*/}
+    melde "Fuzze $name ($sekunden s)"
+    mkdir -p "build/fuzz/korpus/$name"
+    if [ -x "${ziel}_saaten" ]; then "${ziel}_saaten" "build/fuzz/korpus/$name" || return 1; fi
+    if ! "$ziel" -max_total_time="$sekunden" -timeout=20 -rss_limit_mb=2048 -artifact_prefix="build/fuzz/$name-" \
+      "build/fuzz/korpus/$name" </dev/null >"build/fuzz/$name.log" 2>&1; then
+      tail -n 60 "build/fuzz/$name.log" >&2
+      return 1
+    fi
   done
 }
 

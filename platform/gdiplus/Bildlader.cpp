@@ -71,7 +71,6 @@ class Bilddatei {
 
   bool lies_nach() {
     return fehler::still_enden([&] {
-      if (dateien::kennung(pfad_) != schluessel_->kennung) return false;
       QByteArray bytes = dateien::lies_alles(pfad_);
       if (dateien::kennung(pfad_) != schluessel_->kennung) return false;
       bytes_ = std::move(bytes);

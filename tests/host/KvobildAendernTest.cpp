@@ -98,6 +98,23 @@ TEST_F(KvobildAendern, Zwei_Zeilen_eines_Namens_werden_nicht_vermengt) {
   EXPECT_EQ(stand(), vorher);
 }
 
+TEST_F(KvobildAendern, Auch_eine_nachrueckende_Zeile_wird_nicht_mit_ihrer_Namensschwester_vermengt) {
+  sql(u"INSERT INTO Bild_Zuordnungen SELECT Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, 'Anderswo', "
+      u"Beschreibung, Druckkennzeichen, Grafik_Ursprung, GrafikAnbNr, 9 FROM Bild_Zuordnungen WHERE Bildname LIKE 'a%'"_s);
+  const QString vorher = stand();
+  EXPECT_EQ(aendern({u"--sortierung"_s, u"0"_s, namen_[2]}).code, 1);
+  EXPECT_EQ(stand(), vorher);
+}
+
+TEST_F(KvobildAendern, Eine_fehlende_Angabe_zum_Vorgang_trifft_keinen_anderen) {
+  sql(u"UPDATE Bild_Zuordnungen SET Key3 = '7'"_s);
+  const QString vorher = stand();
+  EXPECT_EQ(entfernen({u"--alle"_s}).code, 1);
+  EXPECT_EQ(aendern({u"--beschreibung"_s, u"x"_s, namen_[0]}).code, 1);
+  EXPECT_EQ(stand(), vorher);
+  EXPECT_EQ(entfernen({u"--key3"_s, u"7"_s, u"--alle"_s}).code, 0);
+}
+
 TEST_F(KvobildAendern, Nimmt_die_Tabelle_die_Aenderung_nicht_an_so_sagt_es_der_Ausgang) {
   sql(u"CREATE TRIGGER fest BEFORE UPDATE ON Bild_Zuordnungen BEGIN SELECT RAISE(ABORT, 'fest'); END"_s);
   const Lauf lauf = aendern({u"--beschreibung"_s, u"x"_s, namen_[0]});

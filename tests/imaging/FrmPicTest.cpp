@@ -139,6 +139,17 @@ TEST_F(FrmPic, eine_gescheiterte_Sitzung_und_eine_fehlende_Datei_melden_nur_die_
   EXPECT_FALSE(form.FKT_LoadPicture(ordner.pfad(u"fehlt.bmp"_s)));
 }
 
+TEST_F(FrmPic, bricht_schon_der_Start_ab_ist_die_alte_Flagge_geloescht) {
+  const QString pfad = schreibe(u"a.bmp"_s, "bmp", 3, 2);
+  EXPECT_TRUE(form.FKT_LoadPicture(pfad));
+  EXPECT_TRUE(m_GdiAktiv);
+  gdiplus::sitzung::naechster_Start(gdiplus::GenericError);
+  meldungen.erwarte(gdi_Fehler(u"Generic Error. GDI+ Error:1"_s), oberflaeche::Antwort::OK,
+                    [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });
+  EXPECT_FALSE(form.FKT_LoadPicture(pfad));
+  EXPECT_FALSE(m_GdiAktiv);
+}
+
 TEST_F(FrmPic, ein_Fehler_in_der_Meldung_ist_False_und_schliesst_die_Klammer) {
   meldungen.erwarte(gdi_Fehler(u"Unknown Image Format. GDI+ Error:13"_s), oberflaeche::Antwort::OK,
                     [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });

@@ -401,3 +401,18 @@ TEST(DateiTypIcon, TheTypeIsAskedForByItsExtensionAloneWithOneDot) {
   EXPECT_EQ(mod_BilderSuchen::Fkt_DateiTypIcon(u"pdf"_s, 0), nullptr);
   shell::setze(vorher);
 }
+
+TEST_F(Dateioperationen, AFailureInTheMiddleOfCopyingAllKeepsWhatWasCopiedAndLeavesTheBackslash) {
+  wurzel.schreibe(u"q/a.jpg"_s, "1");
+  wurzel.schreibe(u"q/b.jpg"_s, "2");
+  wurzel.schreibe(u"o/b.jpg"_s, "alt");
+  schreibgeschuetzt(u"o/b.jpg"_s);
+  QString ziel = u"P:\\o"_s;
+  boxen.erwarte(frage(u"b.jpg"_s), Antwort::Ja);
+  EXPECT_FALSE(store.Fkt_FileCopyAll(u"P:\\q"_s, ziel, u"*.*"_s, true));
+  EXPECT_EQ(ziel, u"P:\\o\\"_s);
+  EXPECT_EQ(mauszeiger().form(), Zeigerform::Standard);
+  EXPECT_EQ(wurzel.lies(u"o/a.jpg"_s), "1");
+  EXPECT_EQ(wurzel.lies(u"o/b.jpg"_s), "alt");
+  EXPECT_EQ(inhalt(u"q"_s).size(), 2);
+}

@@ -118,6 +118,42 @@ TEST_F(Malen, ein_abgeschnittenes_GIF_oder_TIFF_ist_bestimmt) {
   EXPECT_EQ(zweimal_gleich([&] { return ohne->bild(); }).pixel(5, 5), qRgb(0, 0, 0));
 }
 
+// 64 x 48 grey pixels of 200 in six strips of 8 rows; the directory stands in front of them.
+QByteArray tiff_in_Streifen() {
+  QByteArray b("II*\0\x08\0\0\0", 8);
+  const auto zahl = [&](unsigned wert, int breite) {
+    for (int i = 0; i < breite; ++i) b.append(static_cast<char>(wert >> 8 * i & 0xff));
+  };
+  const auto eintrag = [&](unsigned marke, unsigned typ, unsigned anzahl, unsigned wert) {
+    zahl(marke, 2);
+    zahl(typ, 2);
+    zahl(anzahl, 4);
+    zahl(wert, 4);
+  };
+  zahl(9, 2);
+  eintrag(256, 3, 1, 64);
+  eintrag(257, 3, 1, 48);
+  eintrag(258, 3, 1, 8);
+  eintrag(259, 3, 1, 1);
+  eintrag(262, 3, 1, 1);
+  eintrag(273, 4, 6, 122);
+  eintrag(277, 3, 1, 1);
+  eintrag(278, 3, 1, 8);
+  eintrag(279, 4, 6, 146);
+  zahl(0, 4);
+  for (unsigned i = 0; i < 6; ++i) zahl(170 + i * 512, 4);
+  for (int i = 0; i < 6; ++i) zahl(512, 4);
+  return b + QByteArray(6 * 512, '\xc8');
+}
+
+TEST_F(Malen, ein_abgeschnittenes_TIFF_zeigt_seine_ersten_Streifen) {
+  EXPECT_EQ(lade(u"ganz"_s, tiff_in_Streifen())->bild().pixel(63, 47), qRgb(200, 200, 200));
+  const Bitmap halb = lade(u"halb"_s, tiff_in_Streifen().first(170 + 3 * 512 + 100));
+  const QImage gemalt = zweimal_gleich([&] { return halb->bild(); });
+  EXPECT_EQ(gemalt.pixel(63, 23), qRgb(200, 200, 200));
+  EXPECT_EQ(gemalt.pixel(63, 47), qRgb(0, 0, 0));
+}
+
 TEST_F(Malen, ein_defekter_Inhalt_hinter_heilem_Kopf_ist_schwarz) {
   const QByteArray png = vorlagen::kodiert(bild, "png");
   EXPECT_EQ(lade(u"a"_s, png.first(33) + QByteArray(500, 'x'))->bild().pixel(9, 9), qRgb(0, 0, 0));
@@ -151,14 +187,15 @@ TEST_F(Malen, die_Speichergrenze_des_Wirts_bleibt_wie_sie_war) {
   QImageReader::setAllocationLimit(128);
 }
 
-TEST_F(Malen, PNG_und_TIFF_ueber_Qts_Grenze_von_128_MB_werden_gelesen) {
+TEST_F(Malen, Bilder_ueber_Qts_Grenze_von_128_MB_werden_gelesen) {
   QImage gross(8193, 4096, QImage::Format_RGB32);
   gross.fill(qRgb(10, 200, 30));
-  for (const char* format : {"png", "tiff"}) {
+  for (const char* format : {"png", "tiff", "bmp"}) {
     const Bitmap b = lade(u"gross"_s, vorlagen::kodiert(gross, format));
     EXPECT_EQ(b->groesse(), gross.size());
     EXPECT_EQ(b->bild({100, 50}).pixel(99, 49), qRgb(10, 200, 30)) << format;
   }
+  EXPECT_EQ(lade(u"gif"_s, vorlagen::gif({8193, 4096}, 100))->bild({100, 50}).pixel(99, 49), qRgb(200, 200, 200));
 }
 
 TEST_F(Malen, Pixel_werden_zu_einem_Bildobjekt) {

@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# alle.sh [ORDNER]: builds the release preset and runs every benchmark. The photos and databases are made in ORDNER
+# (default: build/bench in the project); what is there already is used again.
+set -euo pipefail
+# shellcheck source=packaging/gemeinsam.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../packaging/gemeinsam.sh"
+
+bereite_umgebung_vor
+installiere "${PAKETE_BAU[@]}" pkg-config libexif-dev libturbojpeg0-dev
+ordner=${1:-$KVO_ORDNER/build/bench}
+mkdir -p "$ordner"
+"$KVO_ORDNER/bench/grosse_fotos.sh" "$ordner/fotos"
+baue release -DKVO_TESTS=OFF
+export QT_QPA_PLATFORM=offscreen
+
+printf 'Machine: %s, %s cores; %s\n' "$(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -n 1)" "$(nproc)" "$(date +%F)"
+cd "$KVO_ORDNER/build/release/bench"
+printf '\n-- bench_store\n'
+./bench_store "$ordner"
+printf '\n-- bench_exif\n'
+./bench_exif
+printf '\n-- bench_bilder\n'
+./bench_bilder "$ordner/fotos"
