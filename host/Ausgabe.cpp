@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 void schreibe(std::FILE* strom, const QByteArray& bytes) {
-  std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), strom);
+  static_cast<void>(std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), strom));
 }
 
 }  // namespace
@@ -26,7 +26,7 @@ void json(const QJsonObject& objekt) {
 
 void meldung(const QString& text) {
   // What was said so far stands in front of the message, also where both streams end in one file.
-  std::fflush(stdout);
+  static_cast<void>(std::fflush(stdout));
   schreibe(stderr, (u"kvobild: "_s + text + u'\n').toUtf8());
 }
 

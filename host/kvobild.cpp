@@ -16,7 +16,7 @@ namespace {
 
 /// A bare container has the locale "C", of which Qt complains on standard error at every start.
 void setze_utf8() {
-  std::setlocale(LC_ALL, "");
+  static_cast<void>(std::setlocale(LC_ALL, ""));
   if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
 }
 
