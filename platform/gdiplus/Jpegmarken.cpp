@@ -1,6 +1,7 @@
 #include "platform/gdiplus/Jpegmarken.h"
 
 #include <cstring>
+#include <utility>
 
 #include "platform/gdiplus/Bildkopf.h"
 #include "platform/gdiplus/Bytesicht.h"
@@ -43,6 +44,8 @@ qsizetype Jpegmarken::ende_der_Daten(qsizetype position) const {
 std::optional<Jpegmarken::Segment> Jpegmarken::naechstes() {
   const Bytesicht b(bytes_);
   const auto u8 = [&](qsizetype p) { return b.u8(static_cast<std::uint64_t>(p)); };
+  // The data of a scan are only searched when somebody asks what comes behind them.
+  if (std::exchange(in_Daten_, false)) position_ = ende_der_Daten(position_);
   for (;;) {
     while (position_ < bytes_.size() && u8(position_) != 0xff) ++position_;
     while (position_ + 1 < bytes_.size() && u8(position_ + 1) == 0xff) ++position_;
@@ -56,7 +59,8 @@ std::optional<Jpegmarken::Segment> Jpegmarken::naechstes() {
     const qsizetype laenge = b.u16_hoch(static_cast<std::uint64_t>(position_ + 2));
     if (laenge < 2 || position_ + 2 + laenge > bytes_.size()) return std::nullopt;
     const Segment s{marke, position_, position_ + 4, position_ + 2 + laenge};
-    position_ = marke == SOS ? ende_der_Daten(s.ende) : s.ende;
+    position_ = s.ende;
+    in_Daten_ = marke == SOS;
     return s;
   }
 }

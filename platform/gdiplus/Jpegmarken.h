@@ -33,6 +33,7 @@ class Jpegmarken {
 
   QByteArrayView bytes_;
   qsizetype position_ = 2;
+  bool in_Daten_ = false;
 };
 
 /// A frame header.
