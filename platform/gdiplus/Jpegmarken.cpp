@@ -13,7 +13,7 @@ bool ohne_Laenge(std::uint8_t marke) noexcept {
 }
 
 // Decoders here know sequential and progressive frames, with Huffman or arithmetic coding, of 8 bits; neither lossless
-// nor hierarchical ones, nor 12 bits, nor a height that only a DNL marker behind the first scan tells.
+// nor hierarchical ones, nor 12 bits.
 bool ist_dekodierbar(const Jpegrahmen& r) noexcept {
   const bool art = r.marke == 0xc0 || r.marke == 0xc1 || r.marke == 0xc2 || r.marke == 0xc9 || r.marke == 0xca;
   return art && r.bits == 8 && r.anzahl != 2;
@@ -77,6 +77,26 @@ std::optional<Jpegrahmen> lies_Rahmen(QByteArrayView bytes, const Jpegmarken::Se
     if (k.waagrecht < 1 || k.waagrecht > 4 || k.senkrecht < 1 || k.senkrecht > 4) return std::nullopt;
   }
   return r;
+}
+
+void trage_Hoehe_ein(QByteArray& bytes) {
+  Jpegmarken marken(bytes);
+  qsizetype hoehe = -1;
+  while (const auto segment = marken.naechstes()) {
+    if (hoehe < 0 && ist_SOF(segment->marke)) {
+      const auto rahmen = lies_Rahmen(bytes, *segment);
+      if (!rahmen || rahmen->hoehe != 0) return;
+      hoehe = segment->inhalt + 1;
+    } else if (hoehe >= 0 && segment->marke == Jpegmarken::DNL) {
+      const qsizetype inhalt = segment->inhalt;
+      if (segment->ende - inhalt != 2) return;
+      const char oben = bytes[inhalt];
+      const char unten = bytes[inhalt + 1];
+      bytes[hoehe] = oben;
+      bytes[hoehe + 1] = unten;
+      return;
+    }
+  }
 }
 
 Bildkopf bildkopf::jpeg(QByteArrayView bytes) {
