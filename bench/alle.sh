@@ -10,7 +10,7 @@ installiere "${PAKETE_BAU[@]}" pkg-config libexif-dev libturbojpeg0-dev
 ordner=${1:-$KVO_ORDNER/build/bench}
 mkdir -p "$ordner"
 "$KVO_ORDNER/bench/grosse_fotos.sh" "$ordner/fotos"
-baue release -DKVO_TESTS=OFF
+baue release release all -DKVO_TESTS=OFF
 export QT_QPA_PLATFORM=offscreen
 
 printf 'Machine: %s, %s cores; %s\n' "$(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -n 1)" "$(nproc)" "$(date +%F)"

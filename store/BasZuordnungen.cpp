@@ -1,5 +1,8 @@
 #include "store/BasZuordnungen.h"
 
+#include <deque>
+#include <mutex>
+
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/host/KVOCore.h"
 
@@ -8,6 +11,26 @@ using namespace Qt::Literals::StringLiterals;
 namespace BasZuordnungen {
 namespace {
 
+/// What one thread writes through.
+struct Schreibzugang {
+  std::shared_ptr<adodb::Connection> verbindung;
+  std::shared_ptr<adodb::Command> befehl;
+};
+
+/// Every thread's access stays in this list, which nobody takes down: the end of a thread or of the process closes
+/// nothing.
+Schreibzugang* neuer_Zugang() {
+  static std::mutex schutz;
+  static auto* const alle = new std::deque<Schreibzugang>;
+  const std::lock_guard halten(schutz);
+  return &alle->emplace_back();
+}
+
+Schreibzugang& zugang() {
+  thread_local Schreibzugang* const dieser = neuer_Zugang();
+  return *dieser;
+}
+
 void melde(const QString& prozedur, const Laufzeitfehler& fehler) {
   KVOCore::aktuell().FehlerMelden(u"basZuordnungen"_s, prozedur, fehler.Nummer(), fehler.Beschreibung(), true);
 }
@@ -15,13 +38,11 @@ void melde(const QString& prozedur, const Laufzeitfehler& fehler) {
 }  // namespace
 
 std::shared_ptr<adodb::Connection>& gConnection() {
-  thread_local auto* verbindung = new std::shared_ptr<adodb::Connection>;
-  return *verbindung;
+  return zugang().verbindung;
 }
 
 std::shared_ptr<adodb::Command>& gCommand() {
-  thread_local auto* befehl = new std::shared_ptr<adodb::Command>;
-  return *befehl;
+  return zugang().befehl;
 }
 
 std::shared_ptr<adodb::Connection> oeffne_Verbindung(const QString& pConnectstring) {

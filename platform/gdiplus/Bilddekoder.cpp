@@ -55,6 +55,7 @@ const char* qt_Format(Bildformat format) noexcept {
 QImage leer(QSize groesse, QImage::Format format) {
   const int tiefe = QImage::toPixelFormat(format).bitsPerPixel();
   const std::int64_t zeile = (std::int64_t{groesse.width()} * tiefe + 31) / 32 * 4;
+  // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): the image frees it
   void* const speicher = std::calloc(static_cast<std::size_t>(groesse.height()), static_cast<std::size_t>(zeile));
   if (speicher == nullptr) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
   return {static_cast<uchar*>(speicher), groesse.width(), groesse.height(), zeile, format, std::free, speicher};

@@ -11,6 +11,7 @@
 #include "platform/gdiplus/Bilddekoder.h"
 #include "platform/gdiplus/Bildspeicher.h"
 #include "platform/gdiplus/Jpegdekoder.h"
+#include "platform/gdiplus/Jpegmarken.h"
 #include "platform/gdiplus/gdiplus.h"
 
 Bild::~Bild() = default;
@@ -28,6 +29,12 @@ QByteArray lies(const Binaerdatei& datei, qsizetype anzahl) {
   QByteArray bytes(anzahl, Qt::Uninitialized);
   const std::size_t gelesen = datei.lies(0, std::as_writable_bytes(std::span(bytes.begin(), bytes.end())));
   bytes.truncate(static_cast<qsizetype>(gelesen));
+  return bytes;
+}
+
+/// The bytes with everything in front that a decoder wants to find there.
+QByteArray& vollstaendig(QByteArray& bytes) {
+  if (erkenne_Bildformat(bytes) == Bildformat::Jpeg) trage_Hoehe_ein(bytes);
   return bytes;
 }
 
@@ -72,6 +79,7 @@ class Bilddatei {
   bool lies_nach() {
     return fehler::still_enden([&] {
       QByteArray bytes = dateien::lies_alles(pfad_);
+      vollstaendig(bytes);
       if (dateien::kennung(pfad_) != schluessel_->kennung) return false;
       bytes_ = std::move(bytes);
       return true;
@@ -176,7 +184,7 @@ Ergebnis oeffne_oder_wirf(const QString& pfad) {
   QByteArray bytes = lies(datei, static_cast<qsizetype>(datei.laenge()));
   datei.schliesse();
   if (schluessel && dateien::kennung(pfad) != schluessel->kennung) schluessel.reset();
-  const Bildkopf kopf = lies_Bildkopf(bytes);
+  const Bildkopf kopf = lies_Bildkopf(vollstaendig(bytes));
   if (const std::int32_t status = status_des_Kopfes(kopf, bytes); status != gdiplus::Ok)
     return {status, kopf.format, {}};
   return mit(kopf, std::make_shared<Bilddatei>(pfad, std::move(schluessel), kopf, std::move(bytes), QList<QImage>()));

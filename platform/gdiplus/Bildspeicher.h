@@ -25,7 +25,7 @@ class Bildspeicher {
     Bildkopf kopf;
     QList<QImage> reduzierte;  ///< newest first
   };
-  static constexpr qint64 kGrenze = 64 * 1024 * 1024;
+  static constexpr qint64 kGrenze = qint64{64} * 1024 * 1024;
   /// A file changed so recently may change again without its time showing it (FAT counts in steps of two seconds).
   static constexpr std::int64_t kRuhezeit_ns = 3'000'000'000;
   static constexpr int kGroessen_je_Datei = 4;

@@ -1,6 +1,7 @@
 #include "platform/gdiplus/Jpegmarken.h"
 
 #include <cstring>
+#include <utility>
 
 #include "platform/gdiplus/Bildkopf.h"
 #include "platform/gdiplus/Bytesicht.h"
@@ -12,7 +13,7 @@ bool ohne_Laenge(std::uint8_t marke) noexcept {
 }
 
 // Decoders here know sequential and progressive frames, with Huffman or arithmetic coding, of 8 bits; neither lossless
-// nor hierarchical ones, nor 12 bits, nor a height that only a DNL marker behind the first scan tells.
+// nor hierarchical ones, nor 12 bits.
 bool ist_dekodierbar(const Jpegrahmen& r) noexcept {
   const bool art = r.marke == 0xc0 || r.marke == 0xc1 || r.marke == 0xc2 || r.marke == 0xc9 || r.marke == 0xca;
   return art && r.bits == 8 && r.anzahl != 2;
@@ -43,6 +44,8 @@ qsizetype Jpegmarken::ende_der_Daten(qsizetype position) const {
 std::optional<Jpegmarken::Segment> Jpegmarken::naechstes() {
   const Bytesicht b(bytes_);
   const auto u8 = [&](qsizetype p) { return b.u8(static_cast<std::uint64_t>(p)); };
+  // The data of a scan are only searched when somebody asks what comes behind them.
+  if (std::exchange(in_Daten_, false)) position_ = ende_der_Daten(position_);
   for (;;) {
     while (position_ < bytes_.size() && u8(position_) != 0xff) ++position_;
     while (position_ + 1 < bytes_.size() && u8(position_ + 1) == 0xff) ++position_;
@@ -56,7 +59,8 @@ std::optional<Jpegmarken::Segment> Jpegmarken::naechstes() {
     const qsizetype laenge = b.u16_hoch(static_cast<std::uint64_t>(position_ + 2));
     if (laenge < 2 || position_ + 2 + laenge > bytes_.size()) return std::nullopt;
     const Segment s{marke, position_, position_ + 4, position_ + 2 + laenge};
-    position_ = marke == SOS ? ende_der_Daten(s.ende) : s.ende;
+    position_ = s.ende;
+    in_Daten_ = marke == SOS;
     return s;
   }
 }
@@ -73,6 +77,26 @@ std::optional<Jpegrahmen> lies_Rahmen(QByteArrayView bytes, const Jpegmarken::Se
     if (k.waagrecht < 1 || k.waagrecht > 4 || k.senkrecht < 1 || k.senkrecht > 4) return std::nullopt;
   }
   return r;
+}
+
+void trage_Hoehe_ein(QByteArray& bytes) {
+  Jpegmarken marken(bytes);
+  qsizetype hoehe = -1;
+  while (const auto segment = marken.naechstes()) {
+    if (hoehe < 0 && ist_SOF(segment->marke)) {
+      const auto rahmen = lies_Rahmen(bytes, *segment);
+      if (!rahmen || rahmen->hoehe != 0) return;
+      hoehe = segment->inhalt + 1;
+    } else if (hoehe >= 0 && segment->marke == Jpegmarken::DNL) {
+      const qsizetype inhalt = segment->inhalt;
+      if (segment->ende - inhalt != 2) return;
+      const char oben = bytes[inhalt];
+      const char unten = bytes[inhalt + 1];
+      bytes[hoehe] = oben;
+      bytes[hoehe + 1] = unten;
+      return;
+    }
+  }
 }
 
 Bildkopf bildkopf::jpeg(QByteArrayView bytes) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <array>
 #include <cstdint>
@@ -13,6 +14,7 @@ class Jpegmarken {
   static constexpr std::uint8_t SOF10 = 0xca;
   static constexpr std::uint8_t EOI = 0xd9;
   static constexpr std::uint8_t SOS = 0xda;
+  static constexpr std::uint8_t DNL = 0xdc;
 
   struct Segment {
     std::uint8_t marke = 0;
@@ -33,6 +35,7 @@ class Jpegmarken {
 
   QByteArrayView bytes_;
   qsizetype position_ = 2;
+  bool in_Daten_ = false;
 };
 
 /// A frame header.
@@ -57,3 +60,8 @@ bool ist_SOF(std::uint8_t marke) noexcept;
 
 /// Reads a frame header: none when its length does not fit, or a count or sampling factor is out of range.
 std::optional<Jpegrahmen> lies_Rahmen(QByteArrayView bytes, const Jpegmarken::Segment& segment);
+
+/// Some cameras leave the height in the frame header at 0 and tell it by a DNL marker behind the first scan (ITU T.81
+/// B.2.5). Decoders here want it in front: the height is entered in the frame header. All other streams stay as they
+/// are.
+void trage_Hoehe_ein(QByteArray& bytes);

@@ -14,8 +14,6 @@
 namespace shell {
 namespace {
 
-constexpr qsizetype kBuchstaben = 4;
-
 bool hat_Schrift() {
   return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
 }
@@ -32,7 +30,7 @@ class GezeichneteIcons final : public DateitypIcons {
     const int ecke = seite / 4;
     maler.setBrush(QColor(205, 205, 200));
     maler.drawPolygon(QPolygon{{seite - 1 - ecke, 0}, {seite - 1, ecke}, {seite - 1 - ecke, ecke}});
-    schreibe(maler, text::UCase(text::Left(endung, kBuchstaben)), seite);
+    schreibe(maler, text::UCase(text::Left(endung, seite < 32 ? 3 : 4)), seite);
     return bild;
   }
 
@@ -43,8 +41,8 @@ class GezeichneteIcons final : public DateitypIcons {
     if (buchstaben.isEmpty() || !hat_Schrift()) return;
     QFont schrift;
     schrift.setBold(true);
-    // Four capitals fill the field's width.
-    schrift.setPixelSize(qMax(5, seite * 2 / (buchstaben.size() > 3 ? 7 : 6)));
+    // As many capitals as there are must fit into the field's width.
+    schrift.setPixelSize(buchstaben.size() > 3 ? seite / 4 : seite * 5 / 16);
     maler.setFont(schrift);
     maler.setPen(Qt::white);
     maler.drawText(feld, Qt::AlignCenter, buchstaben);

@@ -6,6 +6,7 @@
 
 #include "tests/exif/ExifBauer.h"
 #include "tests/exif/Referenz.h"
+#include "tests/exif/Speicherdatei.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -19,8 +20,8 @@ QByteArray als_bytes(const std::vector<std::uint8_t>& bytes) {
 }
 
 bool stimmen_ueberein(const QByteArray& bytes) {
-  const Testordner ordner;
-  return lade(ordner.schreibe(u"a.jpg"_s, bytes)) == referenz(bytes);
+  const Speicherdatei datei;
+  return lade(datei.fuelle(bytes)) == referenz(bytes);
 }
 
 /// A file of every shape of value, small enough to be changed at each of its bytes.
@@ -43,23 +44,23 @@ TEST(ExifVergleich, the_samples_are_read_to_their_end) {
 }
 
 TEST(ExifVergleich, a_file_cut_short_at_any_byte_gives_the_same) {
-  const Testordner ordner;
+  const Speicherdatei datei;
   for (const QByteArray& ganz : {vielerlei(Folge::Intel), vielerlei(Folge::Motorola), kamerabild(Folge::Intel)}) {
     for (qsizetype laenge = 0; laenge < ganz.size(); ++laenge) {
       const QByteArray bytes = ganz.left(laenge);
-      ASSERT_EQ(lade(ordner.schreibe(u"a.jpg"_s, bytes)), referenz(bytes)) << "cut at " << laenge;
+      ASSERT_EQ(lade(datei.fuelle(bytes)), referenz(bytes)) << "cut at " << laenge;
     }
   }
 }
 
 TEST(ExifVergleich, any_byte_set_to_a_value_that_hurts_gives_the_same) {
-  const Testordner ordner;
+  const Speicherdatei datei;
   for (const QByteArray& ganz : {vielerlei(Folge::Intel), vielerlei(Folge::Motorola)}) {
     for (qsizetype i = 0; i < ganz.size(); ++i) {
       for (const char wert : {'\0', '\1', '\x0C', '\x7F', '\x80', '\xFF'}) {
         QByteArray bytes = ganz;
         bytes[i] = wert;
-        ASSERT_EQ(lade(ordner.schreibe(u"a.jpg"_s, bytes)), referenz(bytes)) << "byte " << i << " = " << int{wert};
+        ASSERT_EQ(lade(datei.fuelle(bytes)), referenz(bytes)) << "byte " << i << " = " << int{wert};
       }
     }
   }
@@ -84,9 +85,8 @@ RC_GTEST_PROP(ExifVergleich, a_valid_file_with_changed_bytes_gives_the_same, ())
   RC_ASSERT(stimmen_ueberein(bytes));
 }
 
-/// A picture is copied first: opening asks for the right to write.
 void vergleiche_ordner(const QString& quelle) {
-  const Testordner ordner;
+  const Speicherdatei kopie;
   int gelesen = 0;
   QDirIterator dateien(quelle, QDir::Files);
   while (dateien.hasNext()) {
@@ -94,7 +94,7 @@ void vergleiche_ordner(const QString& quelle) {
     QFile datei(pfad);
     ASSERT_TRUE(datei.open(QIODevice::ReadOnly)) << pfad.toStdString();
     const QByteArray bytes = datei.readAll();
-    EXPECT_EQ(lade(ordner.schreibe(u"bild.jpg"_s, bytes)), referenz(bytes)) << pfad.toStdString();
+    EXPECT_EQ(lade(kopie.fuelle(bytes)), referenz(bytes)) << pfad.toStdString();
     ++gelesen;
   }
   EXPECT_GT(gelesen, 0);

@@ -201,10 +201,10 @@ TEST_F(Lesen, KeysAreCorrectedInAllRowsAndNothingElse) {
   fuege_ein(u"'A','B','-','-','a','jpg','Bel','-','P','T','0001',NULL,'-',1"_s);
   fuege_ein(u"'A','B','-','-','b','jpg','Bel','-','P','T','0001',NULL,'-',2"_s);
   ASSERT_TRUE(store.FKT_LeseBilder(u"A"_s, {}, {}, {}, {}, {}, {}, {}, {}));
-  store.AktInd(1);
+  store.AktInd(0);
   EXPECT_TRUE(store.fkt_Korr_Key1(u"K1"_s));
   EXPECT_TRUE(store.fkt_Korr_Key2(u"K2"_s));
-  EXPECT_EQ(store.AktInd(), 1);
+  EXPECT_EQ(store.AktInd(), 0);
   for (int i = 0; i < 2; ++i) {
     store.AktInd(i);
     EXPECT_EQ(store.Bild_Key1() + store.Bild_Key2(), u"K1K2"_s);

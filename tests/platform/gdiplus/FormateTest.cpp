@@ -189,12 +189,14 @@ TEST_F(Testbilder, jedes_Kamerabild_wird_geladen_und_gleicht_verkleinert_dem_gan
   for (const QString& name : namen(u"kameras"_s)) {
     if (ist_beschaedigt(name)) continue;
     const QString pfad = testdaten(u"bilder/kameras/"_s + name);
-    if (name == u"beach.jpg"_s) {
-      EXPECT_EQ(status_von(pfad), InvalidParameter) << "its height only stands behind the first scan";
-      continue;
-    }
     const Bitmap b = oeffne(pfad);
     ASSERT_NE(b, nullptr) << qPrintable(name);
+    if (name == u"beach.jpg"_s) {
+      // Qt's reader refuses it: its height stands behind the only scan.
+      EXPECT_EQ(b->groesse().height(), 200);
+      EXPECT_NE(b->bild().pixel(b->groesse().width() / 2, 190), qRgb(0, 0, 0));
+      continue;
+    }
     const QImage voll = QImageReader(pfad, "jpeg").read().convertToFormat(QImage::Format_RGB32);
     ASSERT_EQ(b->groesse(), voll.size()) << qPrintable(name);
     // Drawn graphics with hard edges lose most by being scaled twice; a wrong picture stays far below.

@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QtEndian>
 
+#include "platform/gdiplus/Bildkopf.h"
+#include "platform/gdiplus/Jpegmarken.h"
 #include "tests/platform/gdiplus/Vorlagen.h"
 
 using namespace gdiplus;
@@ -171,6 +173,33 @@ TEST_F(Status, von_der_Datei_bleibt_nichts_offen) {
   const Bitmap b = lade(u"a.jpg"_s, jpeg);
   b->bild({8, 6});
   EXPECT_EQ(offene(), vorher);
+}
+
+// Takes the height out of the frame header and puts it into a DNL segment behind the scan, as some cameras do.
+QByteArray mit_Hoehe_am_Ende(QByteArray jpeg, int hoehe) {
+  for (qsizetype i = 2; i + 8 < jpeg.size();
+       i += 2 + static_cast<std::uint8_t>(jpeg[i + 2]) * 256 + static_cast<std::uint8_t>(jpeg[i + 3])) {
+    if (jpeg[i + 1] != '\xc0') continue;
+    jpeg[i + 5] = 0;
+    jpeg[i + 6] = 0;
+    break;
+  }
+  const char dnl[] = {'\xff', '\xdc', 0, 4, static_cast<char>(hoehe >> 8), static_cast<char>(hoehe)};
+  return jpeg.insert(jpeg.size() - 2, QByteArrayView(dnl, sizeof dnl));
+}
+
+TEST_F(Status, eine_Hoehe_die_erst_hinter_dem_Scan_steht_wird_gefunden) {
+  const QByteArray am_Ende = mit_Hoehe_am_Ende(jpeg, 30);
+  ASSERT_EQ(lies_Bildkopf(am_Ende).befund, Kopfbefund::Defekt);
+  QByteArray eingetragen = am_Ende;
+  trage_Hoehe_ein(eingetragen);
+  EXPECT_EQ(lies_Bildkopf(eingetragen).groesse, QSize(40, 30));
+  QByteArray unveraendert = jpeg;
+  trage_Hoehe_ein(unveraendert);
+  EXPECT_EQ(unveraendert, jpeg);
+  EXPECT_EQ(lade(u"dnl.jpg"_s, am_Ende)->bild(), lade(u"ganz.jpg"_s, jpeg)->bild());
+  // Without the segment the header is broken for good.
+  EXPECT_EQ(status(am_Ende.left(am_Ende.size() - 8)), InvalidParameter);
 }
 
 }  // namespace
