@@ -24,6 +24,7 @@ inline constexpr std::int32_t PfadZugriff = 75;
 inline constexpr std::int32_t PfadNichtGefunden = 76;
 inline constexpr std::int32_t ObjektNichtGesetzt = 91;
 inline constexpr std::int32_t NullUngueltig = 94;
+inline constexpr std::int32_t UngueltigerEigenschaftswert = 380;
 inline constexpr std::int32_t ObjektNichtErstellbar = 429;
 inline constexpr std::int32_t UngueltigesBild = 481;
 inline constexpr std::int32_t SpalteFehlt = 3265;

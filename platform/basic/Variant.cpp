@@ -39,13 +39,14 @@ QString CStr(const Variant& wert) {
       wert);
 }
 
-QString mit_Leertext(const Variant& wert) { return std::holds_alternative<Null>(wert) ? QString() : CStr(wert); }
+QString mit_Leertext(const Variant& wert) {
+  return std::holds_alternative<Null>(wert) ? QString() : CStr(wert);
+}
 
 bool ist_True(const Variant& wert) {
-  return std::visit(
-      Ueberladen{[](Empty) { return false; }, [](Null) { return false; }, [](bool b) { return b; },
-                 [](std::int32_t n) { return n == -1; }, [](double d) { return d == -1.0; },
-                 [](const QString& s) { return text_ist_True(s); },
-                 [](const Objekt&) -> bool { throw Laufzeitfehler(fehlernummer::TypenUnvertraeglich); }},
-      wert);
+  return std::visit(Ueberladen{[](Empty) { return false; }, [](Null) { return false; }, [](bool b) { return b; },
+                               [](std::int32_t n) { return n == -1; }, [](double d) { return d == -1.0; },
+                               [](const QString& s) { return text_ist_True(s); },
+                               [](const Objekt&) -> bool { throw Laufzeitfehler(fehlernummer::TypenUnvertraeglich); }},
+                    wert);
 }

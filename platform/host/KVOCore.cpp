@@ -27,7 +27,9 @@ std::shared_ptr<KVOCore>& instanz() {
 
 KVOCore::~KVOCore() = default;
 
-KVOCore& KVOCore::aktuell() { return *instanz(); }
+KVOCore& KVOCore::aktuell() {
+  return *instanz();
+}
 
 std::shared_ptr<KVOCore> KVOCore::setze(std::shared_ptr<KVOCore> core) {
   if (!core) core = std::make_shared<KonsolenCore>();

@@ -53,9 +53,15 @@ Meldungsfenster::~Meldungsfenster() = default;
 Mauszeiger::~Mauszeiger() = default;
 Ereignispumpe::~Ereignispumpe() = default;
 
-Meldungsfenster& meldungsfenster() { return *instanz<Meldungsfenster, KonsolenMeldung>(); }
-Mauszeiger& mauszeiger() { return *instanz<Mauszeiger, GemerkterZeiger>(); }
-Ereignispumpe& ereignispumpe() { return *instanz<Ereignispumpe, OhneEreignisse>(); }
+Meldungsfenster& meldungsfenster() {
+  return *instanz<Meldungsfenster, KonsolenMeldung>();
+}
+Mauszeiger& mauszeiger() {
+  return *instanz<Mauszeiger, GemerkterZeiger>();
+}
+Ereignispumpe& ereignispumpe() {
+  return *instanz<Ereignispumpe, OhneEreignisse>();
+}
 
 std::shared_ptr<Meldungsfenster> setze(std::shared_ptr<Meldungsfenster> dienst) {
   return tausche<Meldungsfenster, KonsolenMeldung>(std::move(dienst));

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+/// Who stands between the event loop and the handlers of a window: it decides what becomes of a handler's failure.
+class Ereigniswache {
+ public:
+  virtual ~Ereigniswache() = default;
+  /// Runs a handler; a failure of the outermost one is kept, that of an inner one flies on.
+  virtual void bewacht(const std::function<void()>& handler) = 0;
+
+  /// Runs a control's handler under the guard of the window it stands in; without a guard it runs plainly. An empty
+  /// handler is passed over.
+  static void melde(const QWidget& steuerelement, const std::function<void()>& handler) {
+    if (!handler) return;
+    if (auto* wache = dynamic_cast<Ereigniswache*>(steuerelement.window()))
+      wache->bewacht(handler);
+    else
+      handler();
+  }
+};

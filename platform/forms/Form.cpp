@@ -1,0 +1,160 @@
+#include "platform/forms/Form.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QScopeGuard>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "platform/forms/Twips.h"
+
+namespace tasten {
+
+std::int16_t code(int qt_taste) noexcept {
+  struct Paar {
+    int qt;
+    std::int16_t code;
+  };
+  static constexpr std::array<Paar, 16> paare{{{Qt::Key_Backspace, 8},
+                                               {Qt::Key_Tab, 9},
+                                               {Qt::Key_Return, 13},
+                                               {Qt::Key_Enter, 13},
+                                               {Qt::Key_Shift, 16},
+                                               {Qt::Key_Control, 17},
+                                               {Qt::Key_Alt, 18},
+                                               {Qt::Key_Escape, 27},
+                                               {Qt::Key_PageUp, 33},
+                                               {Qt::Key_PageDown, 34},
+                                               {Qt::Key_End, 35},
+                                               {Qt::Key_Home, 36},
+                                               {Qt::Key_Left, 37},
+                                               {Qt::Key_Up, 38},
+                                               {Qt::Key_Right, 39},
+                                               {Qt::Key_Down, 40}}};
+  if (qt_taste >= Qt::Key_F1 && qt_taste <= Qt::Key_F24) return static_cast<std::int16_t>(112 + qt_taste - Qt::Key_F1);
+  if (qt_taste == Qt::Key_Insert) return 45;
+  if (qt_taste == Qt::Key_Delete) return 46;
+  if (qt_taste == Qt::Key_Space || (qt_taste >= Qt::Key_0 && qt_taste <= Qt::Key_9) ||
+      (qt_taste >= Qt::Key_A && qt_taste <= Qt::Key_Z))
+    return static_cast<std::int16_t>(qt_taste);
+  const auto* treffer = std::find_if(paare.begin(), paare.end(), [&](const Paar& p) { return p.qt == qt_taste; });
+  return treffer == paare.end() ? std::int16_t{0} : treffer->code;
+}
+
+std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept {
+  int summe = 0;
+  if (zustand.testFlag(Qt::ShiftModifier)) summe |= Umschalt;
+  if (zustand.testFlag(Qt::ControlModifier)) summe |= Strg;
+  if (zustand.testFlag(Qt::AltModifier)) summe |= Alt;
+  return static_cast<std::int16_t>(summe);
+}
+
+}  // namespace tasten
+
+Form::Form(const QString& name) : name_(name) {
+  setObjectName(name);
+  setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
+                 Qt::WindowCloseButtonHint);
+  qApp->installEventFilter(this);
+}
+
+Form::~Form() {
+  qApp->removeEventFilter(this);
+}
+
+void Form::Load() {
+  if (std::exchange(geladen_, true)) return;
+  Form_Load();
+}
+
+void Form::Show() {
+  Load();
+  fehler_ = nullptr;
+  exec();
+  if (fehler_) std::rethrow_exception(std::exchange(fehler_, nullptr));
+}
+
+void Form::Hide() {
+  hide();
+}
+
+void Form::Unload() {
+  if (!geladen_ || std::exchange(entladen_, true)) return;
+  Form_Unload();
+  hide();
+}
+
+double Form::ScaleWidth() const {
+  return twips::aus_Pixel(width());
+}
+
+double Form::ScaleHeight() const {
+  return twips::aus_Pixel(height());
+}
+
+void Form::setze_Innengroesse(double breite, double hoehe) {
+  resize(twips::pixel(breite), twips::pixel(hoehe));
+}
+
+void Form::bewacht(const std::function<void()>& handler) {
+  if (tiefe_ > 0) return handler();
+  abgeschirmt(handler);
+}
+
+void Form::abgeschirmt(const std::function<void()>& handler) noexcept {
+  ++tiefe_;
+  const auto zurueck = qScopeGuard([this] { --tiefe_; });
+  try {
+    handler();
+  } catch (...) {
+    // The first failure is the cause; what follows from it tells nobody more.
+    if (!fehler_) fehler_ = std::current_exception();
+    hide();
+  }
+}
+
+void Form::resizeEvent(QResizeEvent* ereignis) {
+  QDialog::resizeEvent(ereignis);
+  abgeschirmt([this] { Form_Resize(); });
+}
+
+// The base is not called: it would ask reject() again, which clicks the cancel button and does not return here.
+void Form::closeEvent(QCloseEvent* ereignis) {
+  bool abgelehnt = false;
+  abgeschirmt([&] { Form_QueryUnload(abgelehnt); });
+  ereignis->setAccepted(!abgelehnt);
+}
+
+bool Form::event(QEvent* ereignis) {
+  const bool ergebnis = QDialog::event(ereignis);
+  if (ereignis->type() == QEvent::WindowActivate) abgeschirmt([this] { Form_Activate(); });
+  return ergebnis;
+}
+
+bool Form::eventFilter(QObject* empfaenger, QEvent* ereignis) {
+  const bool taste = ereignis->type() == QEvent::KeyPress || ereignis->type() == QEvent::KeyRelease;
+  const auto* ziel = taste ? qobject_cast<QWidget*>(empfaenger) : nullptr;
+  // A key that a control ignores comes again at its containers: only the first stop counts.
+  if (ziel && ziel->window() == this && (ziel == focusWidget() || (!focusWidget() && ziel == this)))
+    sieh_Taste(static_cast<QKeyEvent&>(*ereignis));
+  return QDialog::eventFilter(empfaenger, ereignis);
+}
+
+void Form::sieh_Taste(QKeyEvent& taste) {
+  const std::int16_t zustand = tasten::shift(taste.modifiers());
+  const std::int16_t code = tasten::code(taste.key());
+  const QString text = taste.text();
+  const bool gedrueckt = taste.type() == QEvent::KeyPress;
+  bewacht([&] {
+    if (!gedrueckt && !taste.isAutoRepeat()) Form_KeyUp(code, zustand);
+    if (gedrueckt) Form_KeyDown(code, zustand);
+    if (gedrueckt && !text.isEmpty()) Form_KeyPress(static_cast<std::int16_t>(text[0].unicode()));
+  });
+}
+
+void Form::reject() {
+  if (abbruchknopf_ && abbruchknopf_->isEnabled() && !abbruchknopf_->isHidden()) abbruchknopf_->click();
+}

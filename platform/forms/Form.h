@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QDialog>
+#include <QString>
+#include <cstdint>
+#include <exception>
+#include <functional>
+
+#include "platform/basic/kvo_export.h"
+#include "platform/forms/Ereigniswache.h"
+
+class QAbstractButton;
+
+/// Key codes and shift states as the forms know them.
+namespace tasten {
+enum Shift : std::int16_t { Umschalt = 1, Strg = 2, Alt = 4 };
+/// The virtual key code of a Qt key; 0 for one that has none here.
+std::int16_t code(int qt_taste) noexcept;
+std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept;
+}  // namespace tasten
+
+/// A window that lays itself out in code. Life: made, loaded (Form_Load, once), shown modally, ended by hiding itself,
+/// unloaded (Form_Unload, once) by whoever made it. The object stays usable while hidden.
+///
+/// Failures: what a handler that the event loop entered could not do ends the modal show, and Show throws it again. A
+/// handler that was called by a statement passes its failure on to that statement.
+class KVO_EXPORT Form : public QDialog, public Ereigniswache {
+ public:
+  explicit Form(const QString& name);
+  ~Form() override;
+
+  /// Runs Form_Load unless it has run.
+  void Load();
+  /// Loads, shows the form modally and returns when it was hidden. Throws the failure that ended the show.
+  void Show();
+  /// Ends the modal show; the form keeps its state.
+  void Hide();
+  /// Runs Form_Unload unless it has run, and hides the form. Unloading twice is harmless.
+  void Unload();
+  bool ist_geladen() const noexcept { return geladen_; }
+
+  const QString& Name() const noexcept { return name_; }
+  QString Caption() const { return windowTitle(); }
+  void Caption(const QString& text) { setWindowTitle(text); }
+  /// Inner size in twips.
+  double ScaleWidth() const;
+  double ScaleHeight() const;
+  void setze_Innengroesse(double breite, double hoehe);
+
+  /// The button that Escape clicks; none makes Escape do nothing.
+  void setze_Abbruchknopf(QAbstractButton* knopf) noexcept { abbruchknopf_ = knopf; }
+
+  /// Runs a handler. As the outermost entry from the event loop a failure is kept and ends the modal show; inside a
+  /// running handler it flies on.
+  void bewacht(const std::function<void()>& handler) override;
+  /// The same where no exception may pass, in the middle of Qt's own work: a failure is kept in any case.
+  void abgeschirmt(const std::function<void()>& handler) noexcept;
+
+ protected:
+  virtual void Form_Load() {}
+  virtual void Form_Resize() {}
+  virtual void Form_Activate() {}
+  /// The frame asks to close; setting `Cancel` keeps the form open.
+  virtual void Form_QueryUnload(bool& Cancel) { (void)Cancel; }
+  virtual void Form_Unload() {}
+  // Keys are seen here before the control that has the focus, which still gets them.
+  virtual void Form_KeyDown(std::int16_t KeyCode, std::int16_t Shift) { (void)KeyCode, (void)Shift; }
+  virtual void Form_KeyPress(std::int16_t KeyAscii) { (void)KeyAscii; }
+  virtual void Form_KeyUp(std::int16_t KeyCode, std::int16_t Shift) { (void)KeyCode, (void)Shift; }
+
+  void resizeEvent(QResizeEvent* ereignis) override;
+  void closeEvent(QCloseEvent* ereignis) override;
+  bool event(QEvent* ereignis) override;
+  bool eventFilter(QObject* empfaenger, QEvent* ereignis) override;
+  void reject() override;
+
+ private:
+  void sieh_Taste(QKeyEvent& taste);
+
+  QString name_;
+  QAbstractButton* abbruchknopf_ = nullptr;
+  std::exception_ptr fehler_;
+  int tiefe_ = 0;
+  bool geladen_ = false;
+  bool entladen_ = false;
+};

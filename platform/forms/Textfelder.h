@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <functional>
+
+#include "platform/basic/kvo_export.h"
+#include "platform/forms/Steuerelement.h"
+
+/// A text box of one line. Change runs when the text really changes, by the user or by code, at once.
+class KVO_EXPORT TextBox : public QLineEdit, public Steuerelement {
+ public:
+  explicit TextBox(QWidget* behaelter, const QString& name);
+
+  QString Text() const { return text(); }
+  void Text(const QString& wert);
+  bool Locked() const { return isReadOnly(); }
+  void Locked(bool wert) { setReadOnly(wert); }
+
+  std::function<void()> Change;
+};
+
+/// A text box of several lines. What code assigned comes back character for character until the user edits it, whatever
+/// the display makes of line ends and hard blanks; what the user edits has CR LF as line end.
+class KVO_EXPORT Textblock : public QPlainTextEdit, public Steuerelement {
+ public:
+  explicit Textblock(QWidget* behaelter, const QString& name);
+
+  const QString& Text() const noexcept { return text_; }
+  void Text(const QString& wert);
+  bool Locked() const { return isReadOnly(); }
+  void Locked(bool wert) { setReadOnly(wert); }
+
+  std::function<void()> Change;
+
+ private:
+  void uebernimm_Eingabe();
+  QString angezeigter_Text() const;
+
+  QString text_;
+  /// The text as the display holds it after the last assignment or input.
+  QString angezeigt_;
+};
