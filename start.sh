@@ -57,7 +57,13 @@ schritt "Geändert: ${bild[2]} kommt nach vorn, mit anderem Text, als Anhang auf
   --neue-seite ja "${bild[2]}"
 
 schritt "Umbenannt: ${bild[0]}, mit Textdatei"
-name=Rathaus_${bild[0]#Baustelle_23}
+stamm=${bild[0]#Baustelle_23}
+name=Rathaus_$stamm
+# Two runs within one second give two pictures the same stamp.
+for ((nummer = 2; ; nummer++)); do
+  [ -e "$KVOBILD_BILDER/${ordner//\\//}/$name" ] || break
+  name=Rathaus_${nummer}_$stamm
+done
 "$kvobild" umbenennen --ordner "$ordner" "${bild[0]}" "$name"
 
 schritt "Entfernt: ${bild[1]}; die Datei bleibt in der Ablage"
