@@ -135,11 +135,11 @@ bool Form::event(QEvent* ereignis) {
 }
 
 bool Form::eventFilter(QObject* empfaenger, QEvent* ereignis) {
-  const bool taste = ereignis->type() == QEvent::KeyPress || ereignis->type() == QEvent::KeyRelease;
-  const auto* ziel = taste ? qobject_cast<QWidget*>(empfaenger) : nullptr;
+  auto* const taste = dynamic_cast<QKeyEvent*>(ereignis);
+  const bool bewegt = ereignis->type() == QEvent::KeyPress || ereignis->type() == QEvent::KeyRelease;
+  const auto* ziel = taste && bewegt ? qobject_cast<QWidget*>(empfaenger) : nullptr;
   // A key that a control ignores comes again at its containers: only the first stop counts.
-  if (ziel && ziel->window() == this && (ziel == focusWidget() || (!focusWidget() && ziel == this)))
-    sieh_Taste(static_cast<QKeyEvent&>(*ereignis));
+  if (ziel && ziel->window() == this && (ziel == focusWidget() || (!focusWidget() && ziel == this))) sieh_Taste(*taste);
   return QDialog::eventFilter(empfaenger, ereignis);
 }
 
