@@ -23,7 +23,7 @@ struct Liste {
 
 /// Never destroyed: a thread's writing connection may outlive the static objects.
 Liste& liste() {
-  static Liste* const eine = new Liste;
+  static auto* const eine = new Liste;
   return *eine;
 }
 

@@ -42,7 +42,7 @@ class SqliteTreiber final : public Treiber {
   unsigned pausen() const noexcept { return sperre_.pausen(); }
 
  private:
-  void oeffne_datei(const QByteArray& pfad, int schalter);
+  void oeffne_datei(const QByteArray& pfad, int art);
   void richte_ein();
   sqlite3_stmt* bereite_vor(const QByteArray& text);
   int fuehre_schritt(sqlite3_stmt* anweisung);

@@ -101,9 +101,11 @@ Verbindungszeichenfolge::Verbindungszeichenfolge(const QString& text) {
 }
 
 std::optional<QString> Verbindungszeichenfolge::wert(const QString& schluesselwort) const {
-  for (auto paar = paare_.crbegin(); paar != paare_.crend(); ++paar)
-    if (paar->wort.compare(schluesselwort, Qt::CaseInsensitive) == 0) return paar->wert;
-  return std::nullopt;
+  // The last of several counts.
+  std::optional<QString> letzter;
+  for (const Paar& paar : paare_)
+    if (paar.wort.compare(schluesselwort, Qt::CaseInsensitive) == 0) letzter = paar.wert;
+  return letzter;
 }
 
 QStringList Verbindungszeichenfolge::schluesselworte() const {

@@ -1,11 +1,12 @@
 #include "platform/files/Schreiben.h"
 
 #include <fcntl.h>
-#include <stdio.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
+#include <utility>
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/files/Systemfehler.h"
@@ -26,8 +27,7 @@ QByteArray ordner_von(const QByteArray& pfad) {
 }  // namespace
 
 Nebendatei::Nebendatei(const QByteArray& ziel)
-    : ziel_(ziel), name_(ordner_von(ziel) + "/.kvo-XXXXXX"), deskriptor_(-1) {
-  deskriptor_ = ::mkostemp(name_.data(), O_CLOEXEC);
+    : ziel_(ziel), name_(ordner_von(ziel) + "/.kvo-XXXXXX"), deskriptor_(::mkostemp(name_.data(), O_CLOEXEC)) {
   if (deskriptor_ < 0) wirf_fuer_Ziel(errno);
 }
 

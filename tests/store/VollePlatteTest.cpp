@@ -35,7 +35,8 @@ long zuteilung(std::size_t wunsch) {
 
 }  // namespace
 
-// Visible, so that the libraries find these too.
+// Visible, so that the libraries find these too. Their declarations name the parameters with reserved words.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 #pragma GCC visibility push(default)
 extern "C" {
 
@@ -56,6 +57,7 @@ ssize_t pwrite(int deskriptor, const void* puffer, std::size_t anzahl, off_t ste
 
 }  // extern "C"
 #pragma GCC visibility pop
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 namespace {
 

@@ -199,6 +199,7 @@ TEST_F(Sperre, ManyThreadsWriteAndNoStatementIsLost) {
   constexpr int Threads = 4;
   constexpr int Texte = 25;
   std::vector<std::thread> threads;
+  threads.reserve(Threads);
   for (int i = 0; i < Threads; ++i)
     threads.emplace_back([this] {
       const auto eigener = treiber(0ms);

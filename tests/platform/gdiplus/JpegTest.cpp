@@ -5,7 +5,6 @@
 
 using namespace gdiplus;
 using namespace Qt::Literals::StringLiterals;
-using vorlagen::Jpegart;
 
 namespace {
 
