@@ -19,11 +19,14 @@
 #include <string>
 #include <vector>
 
+#include "bench/Messung.h"
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/gdiplus/Bildspeicher.h"
 #include "platform/gdiplus/gdiplus.h"
 
 using namespace Qt::Literals::StringLiterals;
+
+using messung::median;
 
 namespace {
 
@@ -72,11 +75,6 @@ void qt_skaliert(const QString& pfad) {
   QImageReader leser(pfad);
   leser.setScaledSize(kKlein);
   verlange(!leser.read().isNull(), "Qt scaled decode");
-}
-
-double median(std::vector<double> zeiten) {
-  std::sort(zeiten.begin(), zeiten.end());
-  return zeiten[zeiten.size() / 2];
 }
 
 double rechenzeit() {

@@ -14,6 +14,7 @@
 #include <random>
 #include <vector>
 
+#include "bench/Messung.h"
 #include "exif/clsExifInfo.h"
 #include "tests/exif/ExifBauer.h"
 
@@ -21,6 +22,8 @@
 // same photos without it. Warm page cache, both sides in turn, medians; ends with 1 when a bound is not kept.
 
 using namespace Qt::Literals::StringLiterals;
+
+using messung::median;
 
 namespace {
 
@@ -62,11 +65,6 @@ double mikrosekunden(const std::function<void()>& arbeit) {
   const auto von = std::chrono::steady_clock::now();
   arbeit();
   return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - von).count();
-}
-
-double median(std::vector<double> zeiten) {
-  std::ranges::nth_element(zeiten, zeiten.begin() + std::ssize(zeiten) / 2);
-  return zeiten[zeiten.size() / 2];
 }
 
 /// Runs both in turn, prints the medians and tells whether the ratio keeps the bound.

@@ -82,12 +82,7 @@ QByteArray ohne_Verweise(const QByteArray& ort) {
 void schreibe_an_Ort(const QByteArray& ort, const QByteArray& bytes) {
   systemfehler::Deskriptor datei(
       systemfehler::pruefe(::open(ort.constData(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NONBLOCK)));
-  QByteArrayView rest(bytes);
-  while (!rest.isEmpty()) {
-    const ssize_t n = ::write(datei.wert(), rest.data(), static_cast<std::size_t>(rest.size()));
-    if (n < 0 && errno == EINTR) continue;
-    rest = rest.sliced(systemfehler::pruefe(n));
-  }
+  schreiben::schreibe_alle(datei.wert(), bytes);
   datei.schliesse();
 }
 

@@ -26,6 +26,14 @@ QByteArray ordner_von(const QByteArray& pfad) {
 
 }  // namespace
 
+void schreibe_alle(int deskriptor, QByteArrayView bytes) {
+  while (!bytes.isEmpty()) {
+    const ssize_t n = ::write(deskriptor, bytes.data(), static_cast<std::size_t>(bytes.size()));
+    if (n < 0 && errno == EINTR) continue;
+    bytes = bytes.sliced(systemfehler::pruefe(n));
+  }
+}
+
 Nebendatei::Nebendatei(const QByteArray& ziel)
     : ziel_(ziel), name_(ordner_von(ziel) + "/.kvo-XXXXXX"), deskriptor_(::mkostemp(name_.data(), O_CLOEXEC)) {
   if (deskriptor_ < 0) wirf_fuer_Ziel(errno);
@@ -37,13 +45,7 @@ Nebendatei::~Nebendatei() {
 }
 
 void Nebendatei::schreibe(const QByteArray& bytes) {
-  QByteArrayView rest(bytes);
-  while (!rest.isEmpty()) {
-    const ssize_t n = ::write(deskriptor_, rest.data(), static_cast<std::size_t>(rest.size()));
-    if (n < 0 && errno == EINTR) continue;
-    systemfehler::pruefe(n);
-    rest = rest.sliced(n);
-  }
+  schreibe_alle(deskriptor_, bytes);
 }
 
 void Nebendatei::kopiere_von(int quelle) {

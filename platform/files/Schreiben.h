@@ -3,10 +3,14 @@
 #include <sys/stat.h>
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <functional>
 
 /// Writing a file so that its name never stands for half of it, for the files of this folder only.
 namespace schreiben {
+
+/// Writes all bytes to an open file.
+void schreibe_alle(int deskriptor, QByteArrayView bytes);
 
 /// A file beside `ziel`, without its name yet. Gone at the end of its life unless it took the name.
 class Nebendatei {

@@ -1,7 +1,10 @@
-// What a full disk does. The program puts its own write calls in front of the C library's, so that they answer
-// "no space left" once a budget is used up; no file system of its own is needed.
+// What a full disk and an unwilling file system do. The program puts calls of its own in front of the C library's,
+// which answer "no space left" once a budget is used up, or whatever failure a test asks for; no file system of its own
+// is needed.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -33,6 +36,21 @@ long zuteilung(std::size_t wunsch) {
   return bytes;
 }
 
+/// The failure (errno) that the next calls of that kind answer, and how many of them; 0 calls none.
+struct Antwort {
+  int fehler = 0;
+  int anzahl = 0;
+  bool trifft() {
+    if (anzahl == 0) return false;
+    --anzahl;
+    errno = fehler;
+    return true;
+  }
+};
+Antwort beim_Umbenennen;
+Antwort beim_Loeschen;
+Antwort beim_Ordner;
+
 }  // namespace
 
 // Visible, so that the libraries find these too. Their declarations name the parameters with reserved words.
@@ -53,6 +71,21 @@ ssize_t pwrite64(int deskriptor, const void* puffer, std::size_t anzahl, off64_t
 
 ssize_t pwrite(int deskriptor, const void* puffer, std::size_t anzahl, off_t stelle) {
   return pwrite64(deskriptor, puffer, anzahl, stelle);
+}
+
+int renameat2(int von_ordner, const char* von, int nach_ordner, const char* nach, unsigned art) noexcept {
+  if (beim_Umbenennen.trifft()) return -1;
+  return static_cast<int>(::syscall(SYS_renameat2, von_ordner, von, nach_ordner, nach, art));
+}
+
+int unlink(const char* name) noexcept {
+  if (beim_Loeschen.trifft()) return -1;
+  return static_cast<int>(::syscall(SYS_unlinkat, AT_FDCWD, name, 0));
+}
+
+int mkdir(const char* name, mode_t rechte) noexcept {
+  if (beim_Ordner.trifft()) return -1;
+  return static_cast<int>(::syscall(SYS_mkdirat, AT_FDCWD, name, rechte));
 }
 
 }  // extern "C"
@@ -127,4 +160,50 @@ TEST_F(AufVollerPlatte, ASaveKeepsItsFlagsAndIsCompletedWhenThereIsRoomAgain) {
   EXPECT_TRUE(store.FKT_SpeichernBilder());
   EXPECT_EQ(db.anzahl(), 2);
   EXPECT_FALSE(store.Bild_Changeflag());
+}
+
+using UnwilligesDateisystem = AufVollerPlatte;
+
+TEST_F(UnwilligesDateisystem, AcrossFileSystemsAMoveCopiesAndThenDeletes) {
+  wurzel.schreibe(u"a.jpg"_s, "1");
+  beim_Umbenennen = {EXDEV, 1};
+  fso.MoveFile(u"P:\\a.jpg"_s, u"P:\\b.jpg"_s);
+  EXPECT_EQ(beim_Umbenennen.anzahl, 0);
+  EXPECT_EQ(inhalt(), QStringList{u"b.jpg"_s});
+  EXPECT_EQ(wurzel.lies(u"b.jpg"_s), "1");
+}
+
+TEST_F(UnwilligesDateisystem, AMoveAcrossFileSystemsThatCannotDeleteItsSourceLeavesNoCopy) {
+  wurzel.schreibe(u"a.jpg"_s, "1");
+  beim_Umbenennen = {EXDEV, 1};
+  beim_Loeschen = {EACCES, 1};
+  EXPECT_EQ(Fehlernummer_von([&] { fso.MoveFile(u"P:\\a.jpg"_s, u"P:\\b.jpg"_s); }), 70);
+  EXPECT_EQ(beim_Loeschen.anzahl, 0);
+  EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
+}
+
+TEST_F(UnwilligesDateisystem, WithoutACallThatNeverReplacesARenameLooksFirst) {
+  wurzel.schreibe(u"a.jpg"_s, "1");
+  wurzel.schreibe(u"b.jpg"_s, "2");
+  beim_Umbenennen = {EINVAL, 1};
+  fso.MoveFile(u"P:\\a.jpg"_s, u"P:\\c.jpg"_s);
+  EXPECT_EQ(beim_Umbenennen.anzahl, 0);
+  EXPECT_EQ(inhalt(), (QStringList{u"b.jpg"_s, u"c.jpg"_s}));
+  EXPECT_EQ(wurzel.lies(u"c.jpg"_s), "1");
+}
+
+TEST_F(UnwilligesDateisystem, AFolderThatMayNotBeMadeCountsAsThereButNoSpaceDoesNot) {
+  for (const int fehler : {EROFS, EACCES, EPERM}) {
+    beim_Ordner = {fehler, 1};
+    EXPECT_EQ(Fehlernummer_von([] { dateien::MkDir(u"P:\\neu"_s); }), 75) << fehler;
+    beim_Ordner = {fehler, 2};
+    EXPECT_TRUE(store.Fkt_MakePath(u"P:\\neu"_s)) << fehler;
+    beim_Ordner = {};
+  }
+  beim_Ordner = {ENOSPC, 1};
+  EXPECT_EQ(Fehlernummer_von([] { dateien::MkDir(u"P:\\neu"_s); }), 61);
+  beim_Ordner = {ENOSPC, 1};
+  EXPECT_FALSE(store.Fkt_MakePath(u"P:\\neu"_s));
+  beim_Ordner = {};
+  EXPECT_FALSE(wurzel.vorhanden(u"neu"_s));
 }

@@ -163,20 +163,6 @@ TEST_F(FileSystem, ATwinOfTheSourceIsAnExistingTarget) {
   nur({u"a.jpg"_s, u"b.jpg"_s});
 }
 
-TEST_F(FileSystem, AcrossFileSystemsAMoveCopiesAndThenDeletes) {
-  struct stat hier {};
-  struct stat dort {};
-  ASSERT_EQ(::stat(QFile::encodeName(wurzel.pfad()).constData(), &hier), 0);
-  if (::stat("/dev/shm", &dort) != 0 || hier.st_dev == dort.st_dev || ::access("/dev/shm", W_OK) != 0)
-    GTEST_SKIP() << "no second file system to move to";
-  wurzel.schreibe(u"a.jpg"_s, "1");
-  const QString ziel = u"/dev/shm/kvo-test-%1.jpg"_s.arg(::getpid());
-  fso.MoveFile(u"P:\\a.jpg"_s, ziel);
-  EXPECT_TRUE(QFile::exists(ziel));
-  EXPECT_TRUE(QFile::remove(ziel));
-  nur({});
-}
-
 TEST_F(FileSystem, AReadOnlyFileIsDeletedOnlyByForce) {
   wurzel.schreibe(u"a.jpg"_s, "1");
   schreibgeschuetzt(u"a.jpg"_s);
