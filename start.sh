@@ -30,10 +30,13 @@ if [ -f "$beispiel/betrieb.db" ]; then
 else
   melde "Beispieldaten nach $beispiel"
   # Made beside and renamed, so that an interrupted run leaves no half of them.
-  rm -rf "$beispiel.neu"
   mkdir -p "$(dirname "$beispiel")"
-  "$kvobild" beispieldaten "$beispiel.neu"
-  mv -T "$beispiel.neu" "$beispiel"
+  neu=$(mktemp -d "$beispiel.XXXXXX")
+  trap 'rm -rf "$neu"' EXIT
+  chmod 755 "$neu"
+  "$kvobild" beispieldaten "$neu"
+  mv -T "$neu" "$beispiel"
+  trap - EXIT
 fi
 
 export KVOBILD_VERBINDUNG="Provider=SQLite;Data Source=\"$beispiel/betrieb.db\""
