@@ -25,7 +25,31 @@ std::shared_ptr<KVOCore>& instanz() {
 
 }  // namespace
 
+Fensterplatz::~Fensterplatz() = default;
+
+KeyHandler::~KeyHandler() = default;
+
+void KeyHandler::KeyDown(std::int16_t KeyCode, std::int16_t Shift) {
+  if (eingeschaltet_ && bei_KeyDown) bei_KeyDown(KeyCode, Shift);
+}
+
+void KeyHandler::KeyPress(std::int16_t KeyAscii) {
+  if (eingeschaltet_ && bei_KeyPress) bei_KeyPress(KeyAscii);
+}
+
+void KeyHandler::KeyUp(std::int16_t KeyCode, std::int16_t Shift) {
+  if (eingeschaltet_ && bei_KeyUp) bei_KeyUp(KeyCode, Shift);
+}
+
 KVOCore::~KVOCore() = default;
+
+void KVOCore::FensterWiederherstellen(const QString& /*anwendung*/, Fensterplatz& /*fenster*/) {}
+
+void KVOCore::FensterSpeichern(const QString& /*anwendung*/, const Fensterplatz& /*fenster*/) {}
+
+std::shared_ptr<KeyHandler> KVOCore::NeuerKeyHandler() {
+  return std::make_shared<KeyHandler>();
+}
 
 KVOCore& KVOCore::aktuell() {
   return *instanz();
