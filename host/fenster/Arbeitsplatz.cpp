@@ -43,7 +43,7 @@ void Arbeitsplatz::oeffne() {
     verbindungszeichenfolge_ = optionen_.verbindung;
   }
   if (const auto datei = datenbankdatei(verbindungszeichenfolge_); datei && !FileSystemObject().FileExists(*datei))
-    throw Abbruch(Ausgang::Datenbank, u"Die Datenbank „%1“ gibt es nicht."_s.arg(*datei));
+    throw Abbruch(Ausgang::Datenbank, u"Die Datenbank „%1“ gibt es nicht."_s.arg(namen::angezeigt(*datei)));
   verbindung_ = ::oeffne(verbindungszeichenfolge_);
 }
 
@@ -71,7 +71,8 @@ std::optional<QString> Arbeitsplatz::wurzel_fehlt() {
   if (angabe.isEmpty()) return u"Zu dieser Datenbank ist keine Bildablage genannt; „--bilder“ beim Aufruf nennt sie."_s;
   const auto grund = versuche([&] { binde_Wurzel(); });
   if (!grund && FileSystemObject().FolderExists(wurzel() + u'\\')) return std::nullopt;
-  return u"Die Bildablage „%1“ ist nicht zu erreichen."_s.arg(optionen_.bilder.isEmpty() ? angabe : optionen_.bilder);
+  return u"Die Bildablage „%1“ ist nicht zu erreichen."_s.arg(optionen_.bilder.isEmpty() ? namen::angezeigt(angabe)
+                                                                                         : optionen_.bilder);
 }
 
 bool Arbeitsplatz::wurzel_leer() const {

@@ -5,6 +5,7 @@
 
 #include "host/Ausgang.h"
 #include "host/Beispieldaten.h"
+#include "host/Namen.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
@@ -53,13 +54,14 @@ void verliere_ein_Bild(const QString& ordner) {
 
 void pruefe_frei(const QString& ordner) {
   const FileSystemObject dateien;
-  if (dateien.FileExists(ordner)) throw Abbruch(Ausgang::Datei, u"„%1“ ist eine Datei und kein Ordner."_s.arg(ordner));
+  if (dateien.FileExists(ordner))
+    throw Abbruch(Ausgang::Datei, u"„%1“ ist eine Datei und kein Ordner."_s.arg(namen::angezeigt(ordner)));
   if (!dateien.FolderExists(ordner)) return;
   const Folder inhalt = dateien.GetFolder(ordner);
   if (!inhalt.Files().isEmpty() || !inhalt.SubFolders().isEmpty())
     throw Abbruch(Ausgang::Datei,
                   u"Im Ordner „%1“ liegt anderes, aber keine Datenbank „betrieb.db“. Es ist nichts angelegt; nennen "
-                  "Sie mit „--datenordner“ einen leeren Ordner."_s.arg(ordner));
+                  "Sie mit „--datenordner“ einen leeren Ordner."_s.arg(namen::angezeigt(ordner)));
 }
 
 void mache(const QString& ordner) {
@@ -86,7 +88,8 @@ void datenordner::richte_ein(const QString& ordner) {
   const auto grund = versuche([&] { mache(ordner); });
   // Another start of the program may have come first.
   if (!grund || eingerichtet(ordner)) return;
-  throw Abbruch(Ausgang::Datei, u"Der Datenordner „%1“ ist nicht anzulegen: %2"_s.arg(ordner, grund->Beschreibung()));
+  throw Abbruch(Ausgang::Datei,
+                u"Der Datenordner „%1“ ist nicht anzulegen: %2"_s.arg(namen::angezeigt(ordner), grund->Beschreibung()));
 }
 
 QString datenordner::verbindung(const QString& ordner) {

@@ -1,10 +1,9 @@
 #include "host/fenster/Hauptfenster.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
@@ -77,7 +76,7 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   setObjectName(u"Hauptfenster"_s);
   setWindowTitle(u"Bildzuordnung"_s);
   baue_auf();
-  baue_Menue();
+  baue_Aktionen();
   resize(1120, 680);
   Platz platz(*this);
   KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, platz);
@@ -89,7 +88,8 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   });
   connect(ansicht_->cmd_Zuordnen, &QPushButton::clicked, this, [this] { oeffne_Dialog(false); });
   connect(ansicht_->cmd_Anzeigen, &QPushButton::clicked, this, [this] { oeffne_Dialog(true); });
-  connect(ansicht_->cmd_Einlesen, &QPushButton::clicked, this, [this] { lies_neu(); });
+  for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
+    connect(knopf, &QPushButton::clicked, this, [this] { lies_neu(); });
   erlaube_Aktionen(false);
   ansicht_->zeige_Hinweis(u"Die Vorgänge werden gelesen …"_s, {});
 }
@@ -120,24 +120,24 @@ void Hauptfenster::baue_auf() {
   statusBar()->addWidget(lbl_Status, 1);
 }
 
-void Hauptfenster::baue_Menue() {
-  QMenu* menue = menuBar()->addMenu(u"&Vorgang"_s);
-  const auto eintrag = [&](const QString& name, const QString& text, const QKeySequence& taste) {
-    QAction* neu = menue->addAction(text);
+/// No menu bar: making one loads all of Qt's image formats, which takes a third of the program's start.
+void Hauptfenster::baue_Aktionen() {
+  const auto aktion = [&](const QString& name, const QString& text, const QKeySequence& taste) {
+    auto* neu = new QAction(text, this);
     neu->setObjectName(name);
     neu->setShortcut(taste);
+    addAction(neu);
     return neu;
   };
-  act_Zuordnen = eintrag(u"act_Zuordnen"_s, u"Bilder &zuordnen …"_s, Qt::CTRL | Qt::Key_B);
-  act_Anzeigen = eintrag(u"act_Anzeigen"_s, u"Nur &anzeigen …"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_B);
-  menue->addSeparator();
-  QAction* einlesen = eintrag(u"act_Einlesen"_s, u"Neu &einlesen"_s, Qt::Key_F5);
-  menue->addSeparator();
-  QAction* beenden = eintrag(u"act_Beenden"_s, u"&Beenden"_s, Qt::CTRL | Qt::Key_Q);
+  act_Zuordnen = aktion(u"act_Zuordnen"_s, u"Bilder zuordnen …"_s, Qt::CTRL | Qt::Key_B);
+  act_Anzeigen = aktion(u"act_Anzeigen"_s, u"Nur anzeigen …"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_B);
+  QAction* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5);
+  QAction* beenden = aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q);
   connect(act_Zuordnen, &QAction::triggered, this, [this] { oeffne_Dialog(false); });
   connect(act_Anzeigen, &QAction::triggered, this, [this] { oeffne_Dialog(true); });
   connect(einlesen, &QAction::triggered, this, [this] { lies_neu(); });
   connect(beenden, &QAction::triggered, this, [this] { close(); });
+  liste_->Kontextmenue({act_Zuordnen, act_Anzeigen, einlesen});
 }
 
 void Hauptfenster::beginne() {
@@ -178,7 +178,7 @@ void Hauptfenster::zeige_Ausfall(const QString& grund) {
   liste_->setze({});
   erlaube_Aktionen(false);
   ansicht_->zeige_Hinweis(u"Die Vorgänge sind nicht zu lesen"_s,
-                          grund + u"\n\nIst die Ursache behoben, liest „Neu einlesen“ (F5) sie noch einmal."_s, true);
+                          grund + u"\n\nIst die Ursache behoben, liest „Neu einlesen“ (F5) sie."_s, true);
   melde(grund);
 }
 

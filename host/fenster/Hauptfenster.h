@@ -39,7 +39,7 @@ class Hauptfenster final : public QMainWindow {
  private:
   class Platz;
   void baue_auf();
-  void baue_Menue();
+  void baue_Aktionen();
   void melde(const QString& text);
   void zeige_gewaehlten();
   void zeige_Ausfall(const QString& grund);

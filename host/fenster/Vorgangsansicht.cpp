@@ -47,8 +47,8 @@ Vorgangsansicht::Vorgangsansicht(QWidget* oberhalb)
                 u"Öffnet die Bilder des Vorgangs zum Bearbeiten (Eingabetaste oder Doppelklick in der Liste)"_s)),
       cmd_Anzeigen(knopf(u"cmd_Anzeigen"_s, u"Nur &anzeigen …"_s,
                          u"Zeigt die Bilder des Vorgangs, ohne dass sich etwas ändern lässt"_s)),
-      cmd_Einlesen(
-          knopf(u"cmd_Einlesen"_s, u"Neu &einlesen"_s, u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s)),
+      cmd_NochEinmal(
+          knopf(u"cmd_NochEinmal"_s, u"Neu &einlesen"_s, u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s)),
       lst_Bilder(new Vorschaustreifen),
       seiten_(new QStackedWidget(this)),
       bildseiten_(new QStackedWidget),
@@ -102,7 +102,7 @@ QWidget* Vorgangsansicht::baue_Hinweisseite() {
   lage->addWidget(lbl_Ueberschrift);
   lage->addWidget(lbl_Hinweis);
   lage->addSpacing(8);
-  lage->addWidget(cmd_Einlesen, 0, Qt::AlignHCenter);
+  lage->addWidget(cmd_NochEinmal, 0, Qt::AlignHCenter);
   lage->addStretch(3);
   return seite;
 }
@@ -118,10 +118,10 @@ void Vorgangsansicht::zeige(const Vorgang& vorgang, const QList<Vorschaubild>& b
   seiten_->setCurrentIndex(1);
 }
 
-void Vorgangsansicht::zeige_Hinweis(const QString& ueberschrift, const QString& text, bool mit_Einlesen) {
+void Vorgangsansicht::zeige_Hinweis(const QString& ueberschrift, const QString& text, bool mit_Versuch) {
   lbl_Ueberschrift->setText(ueberschrift);
   lbl_Hinweis->setText(text);
-  cmd_Einlesen->setVisible(mit_Einlesen);
+  cmd_NochEinmal->setVisible(mit_Versuch);
   lst_Bilder->setze({});
   seiten_->setCurrentIndex(0);
 }

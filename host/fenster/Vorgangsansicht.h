@@ -19,12 +19,12 @@ class Vorgangsansicht final : public QWidget {
 
   /// Shows a record with its pictures.
   void zeige(const Vorgang& vorgang, const QList<Vorschaubild>& bilder);
-  /// Shows words in place of a record; with a button to read all anew where that may help.
-  void zeige_Hinweis(const QString& ueberschrift, const QString& text, bool mit_Einlesen = false);
+  /// Shows words in place of a record; with a button to try again where that may help.
+  void zeige_Hinweis(const QString& ueberschrift, const QString& text, bool mit_Versuch = false);
 
   QPushButton* cmd_Zuordnen;
   QPushButton* cmd_Anzeigen;
-  QPushButton* cmd_Einlesen;
+  QPushButton* cmd_NochEinmal;
   Vorschaustreifen* lst_Bilder;
 
  private:

@@ -1,10 +1,11 @@
 #include "host/fenster/Vorgangsliste.h"
 
+#include <QAction>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
@@ -34,6 +35,7 @@ class Zeilenmaler final : public QStyledItemDelegate {
 
 Vorgangsliste::Vorgangsliste(QWidget* oberhalb)
     : QWidget(oberhalb),
+      cmd_Einlesen(benannt(new QPushButton(u"Neu &einlesen"_s, this), u"cmd_Einlesen"_s)),
       txt_Filter(benannt(new QLineEdit(this), u"txt_Filter"_s)),
       tree_Vorgaenge(benannt(new QTreeView(this), u"tree_Vorgaenge"_s)),
       seiten_(new QStackedWidget(this)),
@@ -54,7 +56,6 @@ void Vorgangsliste::baue_auf() {
   txt_Filter->setPlaceholderText(u"Nummer, Kunde oder Betreff"_s);
   txt_Filter->setToolTip(u"Zeigt nur Vorgänge, die alle Wörter enthalten"_s);
   txt_Filter->setAccessibleName(u"Filter der Vorgänge"_s);
-  txt_Filter->setClearButtonEnabled(true);
   tree_Vorgaenge->setAccessibleName(u"Vorgänge"_s);
   tree_Vorgaenge->setItemDelegate(new Zeilenmaler(tree_Vorgaenge));
   tree_Vorgaenge->setUniformRowHeights(true);
@@ -66,6 +67,7 @@ void Vorgangsliste::baue_auf() {
   kopf.setSectionResizeMode(Vorgangsmodell::Nummer, QHeaderView::ResizeToContents);
   kopf.setSectionResizeMode(Vorgangsmodell::Betreff, QHeaderView::Stretch);
   kopf.setSectionResizeMode(Vorgangsmodell::Bilder, QHeaderView::ResizeToContents);
+  cmd_Einlesen->setToolTip(u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s);
   lbl_Leer->setWordWrap(true);
   lbl_Leer->setAlignment(Qt::AlignCenter);
   lbl_Leer->setTextFormat(Qt::PlainText);
@@ -80,9 +82,12 @@ void Vorgangsliste::baue_auf() {
   seiten_->addWidget(tree_Vorgaenge);
   seiten_->addWidget(leere);
 
+  setTabOrder(txt_Filter, cmd_Einlesen);
+  setTabOrder(cmd_Einlesen, tree_Vorgaenge);
   auto* zeile = new QHBoxLayout;
   zeile->addWidget(lbl_Filter);
   zeile->addWidget(txt_Filter, 1);
+  zeile->addWidget(cmd_Einlesen);
   auto* lage = new QVBoxLayout(this);
   lage->setContentsMargins(0, 0, 0, 0);
   lage->addLayout(zeile);
@@ -92,10 +97,6 @@ void Vorgangsliste::baue_auf() {
 void Vorgangsliste::verbinde() {
   connect(txt_Filter, &QLineEdit::textChanged, this, [this](const QString& text) { filtere(text); });
   connect(txt_Filter, &QLineEdit::returnPressed, this, [this] { waehle_ersten_Treffer(); });
-  connect(new QShortcut(Qt::Key_Down, txt_Filter, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
-          [this] { waehle_ersten_Treffer(); });
-  connect(new QShortcut(Qt::Key_Escape, txt_Filter, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-          txt_Filter, &QLineEdit::clear);
   connect(cmd_FilterLeeren, &QPushButton::clicked, this, [this] {
     txt_Filter->clear();
     txt_Filter->setFocus();
@@ -106,11 +107,27 @@ void Vorgangsliste::verbinde() {
   connect(tree_Vorgaenge, &QTreeView::doubleClicked, this, [this] {
     if (gewaehlt() && bei_Oeffnen) bei_Oeffnen();
   });
-  for (const Qt::Key taste : {Qt::Key_Return, Qt::Key_Enter})
-    connect(new QShortcut(taste, tree_Vorgaenge, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
-            [this] {
-              if (gewaehlt() && bei_Oeffnen) bei_Oeffnen();
-            });
+  txt_Filter->installEventFilter(this);
+  tree_Vorgaenge->installEventFilter(this);
+}
+
+bool Vorgangsliste::eventFilter(QObject* ziel, QEvent* ereignis) {
+  if (ereignis->type() != QEvent::KeyPress) return QWidget::eventFilter(ziel, ereignis);
+  const int taste = static_cast<QKeyEvent*>(ereignis)->key();
+  if (ziel == txt_Filter && taste == Qt::Key_Down)
+    waehle_ersten_Treffer();
+  else if (ziel == txt_Filter && taste == Qt::Key_Escape)
+    txt_Filter->clear();
+  else if (ziel == tree_Vorgaenge && (taste == Qt::Key_Return || taste == Qt::Key_Enter) && gewaehlt() && bei_Oeffnen)
+    bei_Oeffnen();
+  else
+    return QWidget::eventFilter(ziel, ereignis);
+  return true;
+}
+
+void Vorgangsliste::Kontextmenue(const QList<QAction*>& aktionen) {
+  tree_Vorgaenge->addActions(aktionen);
+  tree_Vorgaenge->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 const Vorgang* Vorgangsliste::gewaehlt() const {
@@ -145,6 +162,8 @@ bool Vorgangsliste::waehle(const QString& nummer) {
 }
 
 void Vorgangsliste::filtere(const QString& text) {
+  // Its icon makes Qt load every image format; the start of the program goes without.
+  txt_Filter->setClearButtonEnabled(true);
   const QPersistentModelIndex vorher = filter_->mapToSource(tree_Vorgaenge->currentIndex());
   {
     // Rows that go would hand the choice to their neighbours, one after the other.

@@ -8,6 +8,7 @@
 #include "host/fenster/Vorgang.h"
 #include "host/fenster/Vorgangsmodell.h"
 
+class QAction;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -24,6 +25,10 @@ class Vorgangsliste final : public QWidget {
   /// The chosen record is to be opened: double click or Enter.
   std::function<void()> bei_Oeffnen;
 
+  QPushButton* cmd_Einlesen;
+  /// What the right mouse button offers.
+  void Kontextmenue(const QList<QAction*>& aktionen);
+
   /// Replaces all records. The chosen one stays chosen where it is still there; `bei_Wahl` is not called.
   void setze(const QList<Vorgang>& vorgaenge);
   /// The chosen record, or none. Valid until the next `setze`.
@@ -31,6 +36,9 @@ class Vorgangsliste final : public QWidget {
   /// Chooses the record with that number; false when there is none.
   bool waehle(const QString& nummer);
   bool leer() const { return modell_->leer(); }
+
+ protected:
+  bool eventFilter(QObject* ziel, QEvent* ereignis) override;
 
  private:
   void baue_auf();
