@@ -50,10 +50,15 @@ QByteArray steige_ab(const QByteArray& ordner, const QString& name) {
   return steige_ab(ordner, gekuerzt);
 }
 
+QByteArray ohne_Nachsehen(QByteArray ordner, const QStringList& ebenen) {
+  if (ebenen.isEmpty()) return ordner;
+  if (!ordner.endsWith('/')) ordner += '/';
+  return ordner += QFile::encodeName(ebenen.join(u'/'));
+}
+
 QByteArray steige_ab(QByteArray ordner, const QStringList& ebenen) {
   // Nearly always the path is there as asked for: one look instead of one for each level.
-  QByteArray genau = ordner;
-  for (const QString& ebene : ebenen) genau = verbinde(genau, QFile::encodeName(ebene));
+  const QByteArray genau = ohne_Nachsehen(ordner, ebenen);
   if (vorhanden(genau)) return genau;
   for (const QString& ebene : ebenen) ordner = steige_ab(ordner, ebene);
   return ordner;
@@ -141,6 +146,11 @@ Pfadkarte::Zerlegt Pfadkarte::zerlege(const QString& pfad) const {
 QByteArray Pfadkarte::maschinenpfad(const QString& pfad) const {
   const Zerlegt teile = zerlege(pfad);
   return steige_ab(teile.wurzel, teile.ebenen);
+}
+
+QByteArray Pfadkarte::genauer_Pfad(const QString& pfad) const {
+  const Zerlegt teile = zerlege(pfad);
+  return ohne_Nachsehen(teile.wurzel, teile.ebenen);
 }
 
 QByteArray Pfadkarte::maschinenpfad_neu(const QString& pfad) const {

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-
-#include "platform/files/Pfadkarte.h"
+#include <utility>
 
 std::int64_t Bildspeicher::systemuhr() {
   return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
@@ -17,9 +16,9 @@ Bildspeicher& Bildspeicher::aktuell() {
 
 std::optional<Bildspeicher::Schluessel> Bildspeicher::schluessel(const QString& pfad) const {
   const std::int64_t jetzt = uhr_.load()();
-  const Schluessel s{Pfadkarte::aktuell().maschinenpfad(pfad), dateien::kennung(pfad)};
-  if (std::max(s.kennung.geaendert_ns, s.kennung.zustand_ns) > jetzt - kRuhezeit_ns) return std::nullopt;
-  return s;
+  dateien::Fundstelle f = dateien::fundstelle(pfad);
+  if (std::max(f.kennung.geaendert_ns, f.kennung.zustand_ns) > jetzt - kRuhezeit_ns) return std::nullopt;
+  return Schluessel{std::move(f.ort), f.kennung};
 }
 
 // The entry of exactly that state, moved to the front.
