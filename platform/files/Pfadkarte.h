@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
 #include <optional>
 
 #include "platform/basic/kvo_export.h"
@@ -52,11 +53,12 @@ class KVO_EXPORT Pfadkarte {
     QString name;
     QString ordner;
   };
+  /// A path's place on this machine, and its levels below that, as text with backslashes.
   struct Zerlegt {
-    QByteArray wurzel;
-    QStringList ebenen;
+    QString wurzel;
+    QString rest;
   };
-  const Eintrag* suche(const QString& name) const;
+  const Eintrag* suche(QStringView name) const;
   QString freigabe(const QString& name) const;
   Zerlegt zerlege(const QString& pfad) const;
   QList<Eintrag> eintraege_;

@@ -89,6 +89,19 @@ TEST(Pfadkarte, ANewFileIsFoundAtOnceInAnotherCaseAlthoughTheFolderWasListedBefo
   EXPECT_EQ(ort(u"P:\\NEU.JPG"_s), wurzel.pfad(u"neu.jpg"_s));
 }
 
+TEST(Pfadkarte, TheExactPathNeedsNoDiskAndIsTheResolvedOneWhereItIsThere) {
+  const Bildwurzel wurzel;
+  const auto genau = [](const QString& pfad) { return QFile::decodeName(Pfadkarte::aktuell().genauer_Pfad(pfad)); };
+  wurzel.schreibe(u"Größe/Foto.JPG"_s, "x");
+  EXPECT_EQ(genau(u"p:/Größe//.\\a\\..\\Foto.JPG"_s), wurzel.pfad(u"Größe/Foto.JPG"_s));
+  EXPECT_EQ(ort(u"P:\\Größe\\Foto.JPG"_s), wurzel.pfad(u"Größe/Foto.JPG"_s));
+  EXPECT_EQ(genau(u"P:\\größe\\foto.jpg."_s), wurzel.pfad(u"größe/foto.jpg."_s));
+  EXPECT_EQ(genau(u"P:"_s), wurzel.pfad());
+  EXPECT_EQ(genau(u"C:\\etc\\hosts"_s), u"/etc/hosts"_s);
+  EXPECT_EQ(genau(u"\\"_s), u"/"_s);
+  EXPECT_EQ(Fehlernummer_von([&] { genau(u"Q:\\a"_s); }), 76);
+}
+
 TEST(Pfadkarte, TheWayBackTakesTheLongestMappedFolder) {
   const Bildwurzel wurzel;
   Pfadkarte::aktuell().setze(u"Q:"_s, wurzel.pfad(u"tief"_s));
