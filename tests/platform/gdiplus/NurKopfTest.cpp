@@ -166,6 +166,11 @@ TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_grossen_Dateien_aller_Formate_di
     vergleiche(QByteArray(inhalt).replace(16, 4, QByteArray(4, '\x7f')), format);
     vergleiche(QByteArray(inhalt).replace(8, 8, QByteArray(8, '\x01')), format);
   }
+  QByteArray jpeg = vorlagen::jpeg(bild) + QByteArray(200'000, 'x');
+  vergleiche(jpeg, "jpeg");
+  jpeg.replace(jpeg.indexOf(QByteArray("\xff\xc4", 2)) + 5, 16, QByteArray(16, '\xff'));
+  vergleiche(jpeg, "jpeg with an impossible table");
+  EXPECT_EQ(nur_mit_Kopf(ordner.schreibe(u"j"_s, jpeg)).status, InvalidParameter);
   vergleiche(vorlagen::gif({400, 300}, 20), "gif");
   vergleiche(icon_mit_fernem_Bild(100'000), "ico");
   vergleiche(icon_mit_fernem_Bild(100'000).first(90'000), "ico, cut");
@@ -179,6 +184,7 @@ TEST_F(NurKopfTest, eine_Hoehe_hinter_dem_Scan_wird_gefunden_wie_weit_sie_auch_s
     const QByteArray am_Ende = ohne_Hoehe(jpeg, groesse.height());
     vergleiche(am_Ende, "height behind the scan");
     const Bitmap b = oeffne_Kopf(ordner.schreibe(u"h.jpg"_s, am_Ende));
+    ASSERT_NE(b, nullptr);
     EXPECT_EQ(b->groesse(), groesse);
     EXPECT_EQ(b->bild(), lade(u"g.jpg"_s, jpeg)->bild());
   }
