@@ -41,6 +41,27 @@ std::optional<Befund> sicheres_Urteil(QByteArray& anfang) {
   return Befund{status_von(kopf.befund), kopf};
 }
 
+QByteArray lies_Stelle(const Binaerdatei& datei, std::int64_t stelle, qsizetype anzahl) {
+  QByteArray bytes(anzahl, Qt::Uninitialized);
+  const std::size_t gelesen = datei.lies(stelle, std::as_writable_bytes(std::span(bytes.begin(), bytes.end())));
+  bytes.truncate(static_cast<qsizetype>(gelesen));
+  return bytes;
+}
+
+// Looks only at the directory, wherever it stands.
+Befund urteile_Tiff(const Binaerdatei& datei) {
+  const QByteArray anfang = lies_Anfang(datei, kSignaturlaenge);
+  const auto stelle = bildkopf::tiff_Verzeichnis(anfang);
+  Bildkopf kopf = bildkopf::defekt(Bildformat::Tiff);
+  if (stelle && *stelle < static_cast<std::uint64_t>(datei.laenge()))
+    for (const qsizetype anzahl : {kErstesStueck, bildkopf::kLaengstes_Verzeichnis}) {
+      const QByteArray verzeichnis = lies_Stelle(datei, static_cast<std::int64_t>(*stelle), anzahl);
+      kopf = lies_Bildkopf(bildkopf::tiff_gekuerzt(anfang, verzeichnis));
+      if (kopf.befund != Kopfbefund::Defekt) break;
+    }
+  return {status_von(kopf.befund), kopf};
+}
+
 }  // namespace
 
 Befund urteile(QByteArray& alle) {
@@ -57,16 +78,14 @@ Befund urteile_nach_Anfang(const Binaerdatei& datei) {
   for (qsizetype anzahl = kErstesStueck; anzahl < ganz; anzahl *= 4) {
     QByteArray anfang = lies_Anfang(datei, anzahl);
     if (const auto befund = sicheres_Urteil(anfang)) return *befund;
+    if (erkenne_Bildformat(anfang) == Bildformat::Tiff) return urteile_Tiff(datei);
   }
   QByteArray alle = lies_Anfang(datei, ganz);
   return urteile(alle);
 }
 
 QByteArray lies_Anfang(const Binaerdatei& datei, qsizetype anzahl) {
-  QByteArray bytes(anzahl, Qt::Uninitialized);
-  const std::size_t gelesen = datei.lies(0, std::as_writable_bytes(std::span(bytes.begin(), bytes.end())));
-  bytes.truncate(static_cast<qsizetype>(gelesen));
-  return bytes;
+  return lies_Stelle(datei, 0, anzahl);
 }
 
 }  // namespace bildbefund

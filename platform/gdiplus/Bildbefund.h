@@ -19,7 +19,8 @@ struct Befund {
 Befund urteile(QByteArray& alle);
 
 /// The same finding from no more of the file than it takes: first 64 KB, then four times as much, until the header is
-/// complete. A broken header never is, and the directory of an icon may lead anywhere: such files are read whole.
+/// complete; of a TIFF the directory, wherever it stands. A broken header never is complete, and the directory of an
+/// icon may lead anywhere: such files are read whole.
 /// Failures of reading as Binaerdatei's.
 Befund urteile_nach_Anfang(const Binaerdatei& datei);
 

@@ -178,6 +178,43 @@ TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_grossen_Dateien_aller_Formate_di
   EXPECT_EQ(nur_mit_Kopf(ordner.schreibe(u"i"_s, icon_mit_fernem_Bild(100'000))).groesse, QSize(40, 30));
 }
 
+// A directory of many entries behind many bytes; classic and big, in both byte orders.
+QByteArray tiff_mit_fernem_Verzeichnis(bool gross, bool hoch, quint64 stelle, int eintraege, qsizetype pixel) {
+  const auto u = [hoch](quint64 wert, qsizetype breite) {
+    QByteArray b(breite, 0);
+    for (qsizetype i = 0; i < breite; ++i) b[hoch ? breite - 1 - i : i] = static_cast<char>(wert >> 8 * i);
+    return b;
+  };
+  const auto eintrag = [&](quint64 marke, quint64 wert) {
+    return u(marke, 2) + u(3, 2) + u(1, gross ? 8 : 4) + u(wert, 2) + u(0, gross ? 6 : 2);
+  };
+  QByteArray bytes = hoch ? "MM" : "II";
+  bytes += gross ? u(43, 2) + u(8, 2) + u(0, 2) + u(stelle, 8) : u(42, 2) + u(stelle, 4);
+  bytes += QByteArray(pixel - bytes.size(), 'x') + u(static_cast<quint64>(eintraege), gross ? 8 : 2);
+  for (int i = 2; i < eintraege; ++i) bytes += eintrag(1, 7);
+  return bytes + eintrag(256, 321) + eintrag(257, 123);
+}
+
+TEST_F(NurKopfTest, von_einem_TIFF_wird_nur_das_Verzeichnis_gelesen_wo_es_auch_steht) {
+  constexpr qsizetype kPixel = 1'000'000;
+  for (const bool gross : {false, true})
+    for (const bool hoch : {false, true}) {
+      for (const int eintraege : {2, 20, 9000}) {
+        const QByteArray inhalt = tiff_mit_fernem_Verzeichnis(gross, hoch, kPixel, eintraege, kPixel);
+        vergleiche(inhalt, "tiff");
+        vergleiche(inhalt.chopped(1), "tiff, cut in the last entry");
+        vergleiche(inhalt.chopped(13), "tiff, cut in the last entry but one");
+        EXPECT_EQ(nur_mit_Kopf(ordner.schreibe(u"t"_s, inhalt)).groesse, QSize(321, 123)) << gross << hoch << eintraege;
+      }
+      for (const quint64 stelle : {quint64{0}, quint64{7}, quint64{kPixel + 100'000}, ~quint64{0}, ~quint64{0} >> 1})
+        vergleiche(tiff_mit_fernem_Verzeichnis(gross, hoch, stelle, 2, kPixel), "tiff, directory elsewhere");
+    }
+  const QString pfad = ordner.schreibe(u"t"_s, tiff_mit_fernem_Verzeichnis(false, false, kPixel, 20, kPixel));
+  const qint64 vorher = bisher_gelesen();
+  EXPECT_EQ(oeffne_Kopf(pfad)->groesse(), QSize(321, 123));
+  EXPECT_LT(bisher_gelesen() - vorher, 80'000);
+}
+
 TEST_F(NurKopfTest, eine_Hoehe_hinter_dem_Scan_wird_gefunden_wie_weit_sie_auch_steht) {
   for (const QSize groesse : {QSize(40, 30), QSize(900, 700)}) {
     const QByteArray jpeg = vorlagen::jpeg(vorlagen::foto(groesse), {.qualitaet = 98});
