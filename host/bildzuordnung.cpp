@@ -3,7 +3,6 @@
 #include <langinfo.h>
 
 #include <QApplication>
-#include <QStandardPaths>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
@@ -11,7 +10,6 @@
 #include "host/Ausgang.h"
 #include "host/fenster/Dialogaufruf.h"
 #include "host/fenster/Hauptfenster.h"
-#include "host/fenster/Wirtskern.h"
 #include "platform/forms/Fensterdienste.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -31,18 +29,18 @@ void waehle_Plattform() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
-QString einstellungsdatei() {
-  const QString ordner = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-  return ordner.isEmpty() ? QString() : ordner + u"/kvobildzuordnung/fenster.ini"_s;
-}
-
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
-  KVOCore::setze(std::make_shared<Wirtskern>(einstellungsdatei()));
   Hauptfenster fenster(optionen, dialogaufruf::der_Komponente());
   fenster.beginne();
   fenster.show();
   return QApplication::exec();
+}
+
+/// What Qt says of a session folder that a bare container has not is of no use to anybody.
+QtMessageHandler bisher = nullptr;
+void ohne_Sitzungsordner(QtMsgType art, const QMessageLogContext& ort, const QString& text) {
+  if (!text.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set"_L1)) bisher(art, ort, text);
 }
 
 }  // namespace
@@ -50,6 +48,7 @@ int laufe(const Wirtsoptionen& optionen) {
 int main(int argc, char** argv) {
   setze_utf8();
   waehle_Plattform();
+  bisher = qInstallMessageHandler(ohne_Sitzungsordner);
   const QApplication programm(argc, argv);
   QApplication::setApplicationName(u"bildzuordnung"_s);
   QApplication::setApplicationDisplayName(u"Bildzuordnung"_s);

@@ -129,7 +129,7 @@ void FileSystemObject::MoveFile(const QString& quelle, const QString& ziel) cons
 
 void FileSystemObject::MoveFolder(const QString& quelle, const QString& ziel) const {
   const QByteArray von = ort_von(quelle);
-  const auto info = stand(von);
+  const auto info = stand_am_Ort(von);
   if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
   const QByteArray nach = Pfadkarte::aktuell().maschinenpfad_neu(ziel);
   struct stat im_Weg {};
