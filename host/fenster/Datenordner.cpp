@@ -1,6 +1,9 @@
 #include "host/fenster/Datenordner.h"
 
+#include <signal.h>
+
 #include <QCoreApplication>
+#include <cerrno>
 #include <utility>
 
 #include "host/Ausgang.h"
@@ -28,6 +31,28 @@ void raeume_weg(const QString& ordner) {
   for (const QString& name : inhalt.SubFolders()) raeume_weg(ordner + u'\\' + name);
   for (const QString& name : inhalt.Files()) gelingt([&] { dateien.DeleteFile(ordner + u'\\' + name, true); });
   gelingt([&] { dateien.DeleteFolder(ordner, true); });
+}
+
+/// What the folders beside are named: the data folder's name, this, and the number of the process that makes it.
+const QString Beizeichen = u".neu-"_s;
+
+bool laeuft(qint64 prozess) {
+  return ::kill(static_cast<pid_t>(prozess), 0) == 0 || errno != ESRCH;
+}
+
+/// Removes what a start left that was killed; one that is still at work keeps its own.
+void raeume_Reste_weg(const QString& ordner) {
+  const qsizetype trenner = ordner.lastIndexOf(u'\\');
+  const QString oberhalb = ordner.left(trenner);
+  const QString anfang = ordner.mid(trenner + 1) + Beizeichen;
+  const FileSystemObject dateien;
+  if (!dateien.FolderExists(oberhalb)) return;
+  for (const QString& name : dateien.GetFolder(oberhalb).SubFolders()) {
+    if (!name.startsWith(anfang)) continue;
+    bool ist_Zahl = false;
+    const qint64 prozess = name.mid(anfang.size()).toLongLong(&ist_Zahl);
+    if (ist_Zahl && prozess > 0 && !laeuft(prozess)) raeume_weg(oberhalb + u'\\' + name);
+  }
 }
 
 /// A folder that is removed at the end of its life, unless it has another name by then.
@@ -67,8 +92,9 @@ void pruefe_frei(const QString& ordner) {
 void mache(const QString& ordner) {
   pruefe_frei(ordner);
   clsBildZuordnungen store;
-  const Nebenordner neu(u"%1.neu-%2"_s.arg(ordner).arg(QCoreApplication::applicationPid()));
+  const Nebenordner neu(ordner + Beizeichen + QString::number(QCoreApplication::applicationPid()));
   raeume_weg(neu.pfad());
+  raeume_Reste_weg(ordner);
   store.Fkt_MakePath(neu.pfad());
   beispieldaten::erzeuge(neu.pfad());
   verliere_ein_Bild(neu.pfad());

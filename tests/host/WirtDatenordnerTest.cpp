@@ -1,6 +1,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
+#include <QProcess>
 
 #include "host/Ausgang.h"
 #include "host/Namen.h"
@@ -98,6 +99,21 @@ TEST_F(WirtDatenordner, Ein_Rest_eines_abgebrochenen_Anlegens_stoert_nicht) {
   richte_ein();
   EXPECT_FALSE(QFile::exists(daten() + u"/bilder/Belege/halb.jpg"_s));
   EXPECT_EQ(daneben(), QStringList{u"kvobildzuordnung"_s});
+}
+
+TEST_F(WirtDatenordner, Was_ein_getoeteter_Start_liegen_liess_geht_beim_naechsten) {
+  QProcess fertig;
+  fertig.start(u"true"_s, QStringList());
+  ASSERT_TRUE(fertig.waitForStarted());
+  const qint64 tot = fertig.processId();
+  ASSERT_TRUE(fertig.waitForFinished());
+  ordner_.schreibe(u"heim/kvobildzuordnung.neu-%1/bilder/halb.jpg"_s.arg(tot), "halb");
+  // The first process runs as long as the machine does.
+  ordner_.schreibe(u"heim/kvobildzuordnung.neu-1/bilder/halb.jpg"_s, "noch in Arbeit");
+  ordner_.schreibe(u"heim/kvobildzuordnung.neu-meins/bild.jpg"_s, "bleibt");
+  richte_ein();
+  EXPECT_EQ(daneben(),
+            (QStringList{u"kvobildzuordnung"_s, u"kvobildzuordnung.neu-1"_s, u"kvobildzuordnung.neu-meins"_s}));
 }
 
 TEST(WirtOptionen, Ein_falscher_Aufruf_wird_mit_Worten_abgelehnt) {
