@@ -23,3 +23,5 @@ printf '\n-- bench_bilder\n'
 ./bench_bilder "$ordner/fotos"
 printf '\n-- bench_streifen\n'
 ./bench_streifen "$ordner/fotos"
+printf '\n-- bench_dialog\n'
+./bench_dialog "$ordner/fotos"

@@ -39,7 +39,9 @@ bool frm_BildZuordnung::KeineBilder() const {
 
 const Variant& frm_BildZuordnung::Zelle(std::int32_t zeile, spalte::Spalte spalte) const {
   static const Variant leer;
-  return zeile >= 0 && zeile <= LetzteZeile() ? BildTabelle->Value(zeile, spalte) : leer;
+  if (zeile < 0 || zeile > LetzteZeile()) return leer;
+  if (spalte == spalte::HatExif || spalte == spalte::ExifKennung) frage_Exif_nach(zeile);
+  return BildTabelle->Value(zeile, spalte);
 }
 
 void frm_BildZuordnung::Zelle(std::int32_t zeile, spalte::Spalte spalte, Variant wert) {
@@ -170,11 +172,10 @@ void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
   const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
   Zelle(zeile, spalte::DateiFehlt, fehlt);
   Zelle(zeile, spalte::Entfernen, fehlt);
-  QString kennung;
-  bool exif = false;
-  if (!fehlt) Pruefe_Exif(Text(zeile, spalte::VollerPfad), kennung, exif);
-  Zelle(zeile, spalte::HatExif, exif);
-  Zelle(zeile, spalte::ExifKennung, kennung);
+  if (fehlt) {
+    Zelle(zeile, spalte::HatExif, false);
+    Zelle(zeile, spalte::ExifKennung, QString());
+  }
   Zelle(zeile, spalte::NameDoppelt, false);
   Zelle(zeile, spalte::ZeileGeaendert, false);
   Zelle(zeile, spalte::NameGeaendert, false);
@@ -182,8 +183,21 @@ void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
   Zelle(zeile, spalte::NeuAusSuche, false);
 }
 
-// A file that the reader fails on has no Exif data to show; it must not end the loading of the others.
-void frm_BildZuordnung::Pruefe_Exif(const QString& pDatei, QString& pKennung, bool& pVorhanden) {
+// Whether a picture has Exif data is asked when its row is looked at for it. A picture without any is read to its end,
+// and a record may have a hundred that nobody selects.
+void frm_BildZuordnung::frage_Exif_nach(std::int32_t zeile) const {
+  if (!std::holds_alternative<Empty>(BildTabelle->Value(zeile, spalte::HatExif))) return;
+  const QString datei = Text(zeile, spalte::VollerPfad);
+  if (datei.isEmpty()) return;
+  QString kennung;
+  bool exif = false;
+  Pruefe_Exif(datei, kennung, exif);
+  BildTabelle->Value(zeile, spalte::HatExif, exif);
+  BildTabelle->Value(zeile, spalte::ExifKennung, kennung);
+}
+
+// A file that the reader fails on has no Exif data to show; it must not end what is being done.
+void frm_BildZuordnung::Pruefe_Exif(const QString& pDatei, QString& pKennung, bool& pVorhanden) const {
   pVorhanden = fehler::still_enden([&] { return clsExifInfo().Load(pDatei); });
   pKennung = pVorhanden ? CStr(true) : QString();
 }

@@ -70,7 +70,7 @@ class frm_BildZuordnung : public Form {
   void SetzeZeileGeaendert(bool pWert);
   /// What becomes of unsaved changes before something else goes on. `pWeiter` is False only after "Abbrechen".
   void Pruefe_Speichern(bool pOhneFrage, bool& pWeiter);
-  void Pruefe_Exif(const QString& pDatei, QString& pKennung, bool& pVorhanden);
+  void Pruefe_Exif(const QString& pDatei, QString& pKennung, bool& pVorhanden) const;
 
   // ── Strip ─────────────────────────────────────────────────────────────────────────────────────────────────────────
   /// Rebuilds the strip from a row on; clamps the row for the caller. Draws neither stripes nor crosses.
@@ -186,14 +186,13 @@ class frm_BildZuordnung : public Form {
 
   XArrayDBObject& Tabelle();
   void lade_Zeile(std::int32_t zeile);
-  QString Textdatei(std::int32_t zeile) const;
+  void frage_Exif_nach(std::int32_t zeile) const;
   void waehle_Zeile(std::int32_t index);
   void lade_grosses_Bild();
   void fuelle_Eingaben();
   void sperre_Fehlende();
   void erzwinge_Anhang();
   void stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t index);
-  bool ist_gesucht(std::int32_t zeile, spalte::Spalte spalte) const;
   void scrolle(std::int32_t schritte);
   void baue_Streifen_neu();
   void schalte_Sortierung(bool an);

@@ -35,7 +35,7 @@ void beschrifte(QAbstractButton& knopf, const QString& name) {
 }
 
 /// The picture that stands for a missing file.
-std::shared_ptr<const Bild> platzhalter() {
+std::shared_ptr<const Bild> zeichne_Platzhalter() {
   constexpr QSize groesse(800, 600);
   QImage bild(groesse, QImage::Format_RGB32);
   bild.fill(QColor(225, 225, 225));
@@ -46,6 +46,12 @@ std::shared_ptr<const Bild> platzhalter() {
   if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
   maler.end();
   return bildlader::aus_Pixeln(bild);
+}
+
+/// Drawn once for all forms.
+const std::shared_ptr<const Bild>& platzhalter() {
+  static const std::shared_ptr<const Bild> bild = zeichne_Platzhalter();
+  return bild;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/forms/Twips.h"
+#include "platform/gdiplus/NurKopf.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Dateityp.h"
 #include "platform/shell/Programmstart.h"
@@ -47,6 +48,8 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
   if (LetzteZeile() < 0) return;
   mauszeiger().form(Zeigerform::Sanduhr);
   pStart = std::min(std::max(pStart, 0), LetzteZeile());
+  // Of most pictures only the size is needed: they stand outside the visible part.
+  const bildlader::NurKopf nur_Kopf;
   for (std::int32_t zeile = pStart; zeile <= LetzteZeile(); ++zeile) {
     weiter([&] { Neuer_Thumb(); });
     if (text::Trim(Text(zeile, spalte::VollerPfad)).isEmpty()) continue;

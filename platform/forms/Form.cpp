@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QScopeGuard>
 #include <algorithm>
 #include <array>
@@ -88,8 +89,11 @@ void Form::zeige_zum_ersten_Mal() {
   vorweg_aktiviert_ = !isActiveWindow();
   abgeschirmt([this] { Form_Resize(); });
   abgeschirmt([this] {
-    for (QWidget* kind : findChildren<QWidget*>())
-      if (auto* element = dynamic_cast<Steuerelement*>(kind)) element->zum_ersten_Mal_gezeigt();
+    // The event of one control may unload others.
+    QList<QPointer<QWidget>> kinder;
+    for (QWidget* kind : findChildren<QWidget*>()) kinder.append(kind);
+    for (const QPointer<QWidget>& kind : kinder)
+      if (auto* element = dynamic_cast<Steuerelement*>(kind.data())) element->zum_ersten_Mal_gezeigt();
   });
   if (!fehler_) abgeschirmt([this] { Form_Activate(); });
 }

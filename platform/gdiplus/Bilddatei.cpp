@@ -35,6 +35,15 @@ QImage Bilddatei::suche_im_Speicher(QSize ziel) const {
   return eintrag ? suche(eintrag->reduzierte, ziel) : QImage();
 }
 
+QImage Bilddatei::groessere_im_Speicher(QSize ziel) const {
+  const auto eintrag = Bildspeicher::aktuell().suche(*schluessel_);
+  QImage beste;
+  for (const QImage& x : eintrag ? eintrag->reduzierte : QList<QImage>())
+    if (x.width() >= 2 * ziel.width() && x.height() >= 2 * ziel.height())
+      if (beste.isNull() || flaeche(x.size()) < flaeche(beste.size())) beste = x;
+  return beste;
+}
+
 QImage Bilddatei::groesstes(const QList<QImage>& alle) {
   const auto b = std::max_element(alle.cbegin(), alle.cend(), [](const QImage& x, const QImage& y) {
     return flaeche(x.size()) < flaeche(y.size());
@@ -94,8 +103,12 @@ class UngeleseneBilddatei final : public Bilddatei {
 
   QImage bild(QSize ziel, QRgb hintergrund) override {
     const bool merken = ist_zu_merken(ziel, hintergrund);
-    if (merken)
+    if (merken) {
       if (const QImage gemerkt = suche_im_Speicher(ziel); !gemerkt.isNull()) return gemerkt;
+      // A thumbnail of the picture that the window shows large beside it.
+      if (const QImage groessere = groessere_im_Speicher(ziel); !groessere.isNull())
+        return merke(bilddekoder::auf_Groesse(groessere, ziel));
+    }
     const Inhalt inhalt = fehler::still_enden([&] { return lies(); });
     if (inhalt.bytes.isNull()) return ersatz(ziel);
     const QImage neu = bilddekoder::dekodiere(inhalt.kopf, inhalt.bytes, ziel, hintergrund);
@@ -109,6 +122,11 @@ class UngeleseneBilddatei final : public Bilddatei {
     Bildkopf kopf;
     bool unveraendert = false;  ///< surely still what was opened
   };
+
+  QImage merke(const QImage& pixel) const {
+    Bildspeicher::aktuell().merke(*schluessel_, kopf(), pixel);
+    return pixel;
+  }
 
   // The header is read with the bytes, so that both are of one state, whichever it is.
   Inhalt lies() const {

@@ -31,6 +31,9 @@ class Bilddatei {
   bool ist_zu_merken(QSize ziel, QRgb hintergrund) const noexcept;
   static QImage suche(const QList<QImage>& alle, QSize ziel);
   QImage suche_im_Speicher(QSize ziel) const;
+  /// The smallest cached pixels that are at least twice as wide and high: scaling them down loses nothing that shows.
+  /// Null for none.
+  QImage groessere_im_Speicher(QSize ziel) const;
   static QImage groesstes(const QList<QImage>& alle);
 
   const QString pfad_;

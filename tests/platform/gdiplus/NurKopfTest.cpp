@@ -254,6 +254,25 @@ RC_GTEST_PROP(NurKopfZufall, veraenderte_Bytes_geben_denselben_Status, ()) {
   RC_ASSERT(kopf == ganz);
 }
 
+TEST_F(NurKopfTest, was_doppelt_so_gross_schon_da_ist_wird_verkleinert_und_nicht_noch_einmal_gelesen) {
+  const QSize groesse(800, 600);
+  const QByteArray inhalt = vorlagen::jpeg(vorlagen::foto(groesse)) + QByteArray(3'000'000, 'x');
+  const QString pfad = ordner.schreibe(u"doppelt.jpg"_s, inhalt);
+  const QImage eigenes = oeffne_Kopf(pfad)->bild({100, 75});
+  Bildspeicher::aktuell().leere();
+  const Bitmap b = oeffne_Kopf(pfad);
+  b->bild({200, 150});
+  const qint64 vorher = bisher_gelesen();
+  const QImage verkleinert = b->bild({100, 75});
+  EXPECT_LT(bisher_gelesen() - vorher, 2'000);
+  EXPECT_EQ(verkleinert.size(), QSize(100, 75));
+  EXPECT_GT(vorlagen::psnr(verkleinert, eigenes), 30);
+  // One pixel less than twice as large does not serve.
+  const qint64 vor_dem_groesseren = bisher_gelesen();
+  b->bild({101, 75});
+  EXPECT_GT(bisher_gelesen() - vor_dem_groesseren, 3'000'000);
+}
+
 TEST_F(NurKopfTest, beim_Oeffnen_wird_nur_der_Anfang_gelesen_und_beim_zweiten_Mal_nichts) {
   const QByteArray inhalt = vorlagen::jpeg(vorlagen::foto({300, 200}));
   const QString pfad = ordner.schreibe(u"gross.jpg"_s, inhalt + QByteArray(3'000'000, 'x'));
