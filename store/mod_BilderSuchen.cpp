@@ -12,6 +12,8 @@ using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
 
 namespace mod_BilderSuchen {
+
+QString pLetzterOrdner;
 namespace {
 
 constexpr std::int16_t Teil_Pfad = 1;

@@ -14,6 +14,9 @@
 /// None of these reports; a failure is a False. Arguments that are really changed for the caller are references.
 namespace mod_BilderSuchen {
 
+/// Folder that the search dialog showed last. Lives as long as the process; empty until there was one.
+extern QString pLetzterOrdner;
+
 /// Creates a folder with all its parents; existing ones count as success. With a ShowMsg that is true a level that
 /// can't be made is passed over, the result is True all the same, and no message comes.
 bool Fkt_MakePath(QString sPath, const Variant& ShowMsg = Empty{});

@@ -1,6 +1,7 @@
 #include "dialogs/assignment/clsDialoge.h"
 
 #include "dialogs/assignment/frm_BildZuordnung.h"
+#include "dialogs/search/frm_BilderSuchen.h"
 #include "platform/basic/Fehlerbehandlung.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -44,4 +45,27 @@ bool clsDialoge::Fkt_Aufruf_Dialog_Zuordnung(const std::shared_ptr<Anwendungsobj
   // After a failure the form is not unloaded, only let go.
   if (gelaufen) form->Unload();
   return gelaufen;
+}
+
+bool clsDialoge::Fkt_Aufruf_Dialog_BilderSuchen(const std::shared_ptr<Anwendungsobjekt>& /*pAppObj*/,
+                                                const QString& pRootpath, std::shared_ptr<XArrayDBObject>& pFindArray,
+                                                bool MultiSelect) {
+  std::unique_ptr<frm_BilderSuchen> form;
+  const bool gelaufen =
+      fehler::melden_und_enden([](const Laufzeitfehler& f) { melde(u"Fkt_Aufruf_Dialog_BilderSuchen", f); },
+                               [&] {
+                                 form = std::make_unique<frm_BilderSuchen>();
+                                 // Loading already looks at these two.
+                                 form->MultiSelect = MultiSelect;
+                                 form->pRootpath = pRootpath;
+                                 form->Load();
+                                 form->pFindArray = pFindArray;
+                                 form->Show();
+                                 return true;
+                               });
+  if (!gelaufen) return false;
+  pFindArray = form->pFindArray;
+  form->raeume_auf();
+  form->Unload();
+  return pFindArray != nullptr;
 }

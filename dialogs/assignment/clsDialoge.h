@@ -3,6 +3,7 @@
 #include <QString>
 #include <memory>
 
+#include "platform/basic/XArrayDBObject.h"
 #include "platform/basic/kvo_export.h"
 #include "platform/host/Anwendungsobjekt.h"
 #include "store/clsBildZuordnungen.h"
@@ -22,4 +23,11 @@ class KVO_EXPORT clsDialoge {
                                    const std::shared_ptr<clsBildZuordnungen>& pBildObj, const QString& PTyp1,
                                    const QString& pTyp2, const QString& pInfoZeile, bool pNurAnzeige = false,
                                    bool pNurAnhang = false);
+
+  /// The user finds picture files on any drive. Each chosen one fills the last row of `pFindArray` (0 whole name,
+  /// 1 folder with its closing backslash, 2 name, 3 extension) and appends an empty row behind it. After cancel
+  /// `pFindArray` is null and the result False. `pRootpath` is where to start on the first opening in a process; later
+  /// ones start where the last one ended.
+  bool Fkt_Aufruf_Dialog_BilderSuchen(const std::shared_ptr<Anwendungsobjekt>& pAppObj, const QString& pRootpath,
+                                      std::shared_ptr<XArrayDBObject>& pFindArray, bool MultiSelect = true);
 };

@@ -138,20 +138,35 @@ std::optional<QByteArray> suche_ohne_Schreibung(const QByteArray& ordner, const 
   return treffer;
 }
 
-std::optional<QString> einhaengepunkt(const QString& freigabe) {
-  const std::unique_ptr<FILE, int (*)(FILE*)> tabelle(::setmntent("/proc/self/mounts", "r"), &::endmntent);
-  if (!tabelle) return std::nullopt;
+namespace {
+
+QString freigabe_von(const QString& quelle, const QString& art) {
+  QString freigabe = quelle;
+  freigabe.replace(u'/', u'\\');
+  if (art.startsWith("nfs"_L1)) return "\\\\"_L1 + freigabe.replace(u":\\"_s, u"\\"_s);
+  return art == "cifs"_L1 || art == "smb3"_L1 || art == "smbfs"_L1 ? freigabe : QString();
+}
+
+}  // namespace
+
+QList<Einhaengung> einhaengungen(const QString& tabelle) {
+  QList<Einhaengung> alle;
+  const std::unique_ptr<FILE, int (*)(FILE*)> datei(::setmntent(QFile::encodeName(tabelle).constData(), "r"),
+                                                    &::endmntent);
+  if (!datei) return alle;
   struct mntent eintrag {};
   std::array<char, 4096> puffer{};
-  while (::getmntent_r(tabelle.get(), &eintrag, puffer.data(), static_cast<int>(puffer.size()))) {
+  while (::getmntent_r(datei.get(), &eintrag, puffer.data(), static_cast<int>(puffer.size()))) {
+    const QString quelle = QFile::decodeName(eintrag.mnt_fsname);
     const QString art = QString::fromLatin1(eintrag.mnt_type);
-    QString quelle = QFile::decodeName(eintrag.mnt_fsname).replace(u'/', u'\\');
-    if (art.startsWith("nfs"_L1))
-      quelle = "\\\\"_L1 + quelle.replace(u":\\"_s, u"\\"_s);
-    else if (art != "cifs"_L1 && art != "smb3"_L1 && art != "smbfs"_L1)
-      continue;
-    if (quelle.compare(freigabe, Qt::CaseInsensitive) == 0) return QFile::decodeName(eintrag.mnt_dir);
+    alle.append({quelle, QFile::decodeName(eintrag.mnt_dir), art, freigabe_von(quelle, art)});
   }
+  return alle;
+}
+
+std::optional<QString> einhaengepunkt(const QString& freigabe) {
+  for (const Einhaengung& e : einhaengungen())
+    if (!e.freigabe.isEmpty() && e.freigabe.compare(freigabe, Qt::CaseInsensitive) == 0) return e.ordner;
   return std::nullopt;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -18,6 +19,17 @@ QStringList liste(const QByteArray& ordner, Art art);
 /// The entry of a folder that is the name without regard to case, as the folder spells it. The names of the
 /// last few folders are kept until the folder changes, so that many questions about them cost one listing each.
 std::optional<QByteArray> suche_ohne_Schreibung(const QByteArray& ordner, const QString& name);
+
+/// One line of the system's table of mounts.
+struct Einhaengung {
+  QString quelle;    ///< device or remote place, as the table spells it
+  QString ordner;    ///< where it is mounted
+  QString art;       ///< of the file system
+  QString freigabe;  ///< "\\server\share" of a network mount, otherwise empty
+};
+
+/// The mounts in the order of the table; none where it can't be read.
+QList<Einhaengung> einhaengungen(const QString& tabelle = QStringLiteral("/proc/self/mounts"));
 
 /// The folder where a network share is mounted.
 std::optional<QString> einhaengepunkt(const QString& freigabe);

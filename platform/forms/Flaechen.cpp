@@ -15,6 +15,22 @@ SSPanel::SSPanel(QWidget* behaelter, const QString& name)
   setMinimumSize(0, 0);
 }
 
+void SSPanel::FloodPercent(double wert) {
+  if (!(wert >= 0 && wert <= 100)) throw Laufzeitfehler(fehlernummer::UngueltigerEigenschaftswert);
+  flut_ = wert;
+  update();
+}
+
+void SSPanel::paintEvent(QPaintEvent* ereignis) {
+  if (flut_ > 0) {
+    const QRect innen = contentsRect();
+    const int breite = static_cast<int>(innen.width() * flut_ / 100);
+    QPainter(this).fillRect(QRect(innen.topLeft(), QSize(breite, innen.height())),
+                            palette().color(QPalette::Highlight));
+  }
+  QLabel::paintEvent(ereignis);
+}
+
 Label::Label(QWidget* behaelter, const QString& name) : QLabel(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
   setObjectName(name);
   setTextFormat(Qt::PlainText);

@@ -5,13 +5,22 @@
 #include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 
-/// A panel: a framed surface with a caption, which can hold other controls.
+/// A panel: a framed surface with a caption, which can hold other controls, and which can be flooded from the left.
 class KVO_EXPORT SSPanel : public QLabel, public Steuerelement {
  public:
   explicit SSPanel(QWidget* behaelter, const QString& name);
 
   QString Caption() const { return text(); }
   void Caption(const QString& wert) { setText(wert); }
+  /// Percent of the width that is flooded, 0 to 100; anything else raises 380.
+  double FloodPercent() const noexcept { return flut_; }
+  void FloodPercent(double wert);
+
+ protected:
+  void paintEvent(QPaintEvent* ereignis) override;
+
+ private:
+  double flut_ = 0;
 };
 
 /// A line of text.

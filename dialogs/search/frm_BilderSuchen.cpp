@@ -1,0 +1,171 @@
+// The form at design time, and its layout.
+#include "dialogs/search/frm_BilderSuchen.h"
+
+#include <QImageReader>
+#include <QPainter>
+
+#include "platform/basic/Fehlerbehandlung.h"
+#include "platform/gdiplus/Bildlader.h"
+#include "platform/shell/Programmstart.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr double Startbreite = 13200;
+constexpr double Starthoehe = 9300;
+constexpr double Rand = 40;
+constexpr double Oben = 840;
+constexpr double Hoehe_Fuss = 360;
+constexpr double Hoehe_Knoepfe = 465;
+constexpr double Hoehe_Text = 900;
+constexpr double Hoehe_Info = 330;
+constexpr double Breite_Ordner = 3300;
+
+QIcon symbol(const QString& name) {
+  return QIcon(u":/kvo/icons/%1.svg"_s.arg(name));
+}
+
+void bebildere(SSCommand& knopf, const QString& name, const QString& hinweis) {
+  knopf.setIcon(symbol(name));
+  knopf.setIconSize(QSize(32, 32));
+  knopf.ToolTipText(hinweis);
+  knopf.setAccessibleName(hinweis);
+  knopf.Move(0, 30, 750, 735);
+}
+
+/// What stands for a picture that can't be read.
+const std::shared_ptr<const Bild>& ersatzbild() {
+  static const std::shared_ptr<const Bild> bild = [] {
+    QImage blatt(96, 96, QImage::Format_RGB32);
+    blatt.fill(Qt::white);
+    QImageReader leser(u":/kvo/icons/bild_unlesbar.svg"_s);
+    leser.setScaledSize(blatt.size());
+    QPainter maler(&blatt);
+    // Without the SVG plugin the sheet stays white.
+    if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
+    maler.end();
+    return bildlader::aus_Pixeln(blatt);
+  }();
+  return bild;
+}
+
+}  // namespace
+
+frm_BilderSuchen::frm_BilderSuchen()
+    : Form(u"frm_BilderSuchen"_s),
+      ImageCombo1(this, u"ImageCombo1"_s),
+      Dir1(this, u"Dir1"_s),
+      SSC_Drehen(this, u"SSC_Drehen"_s),
+      SSC_Bildbearbeitung(this, u"SSC_Bildbearbeitung"_s),
+      lvwContent(this, u"lvwContent"_s),
+      SSP_Liste(this, u"SSP_Liste"_s),
+      cbo_BildTypen(this, u"cbo_BildTypen"_s),
+      SSP_Info(this, u"SSP_Info"_s),
+      txt_Info(this, u"txt_Info"_s),
+      cmd_EinlesenAbrrechen(this, u"cmd_EinlesenAbrrechen"_s),
+      cmd_TextSpeichern(this, u"cmd_TextSpeichern"_s),
+      cmd_Uebernehmen(this, u"cmd_Uebernehmen"_s),
+      cmd_Abbruch(this, u"cmd_Abbruch"_s),
+      SSP_Anzahl(this, u"SSP_Anzahl"_s),
+      SSP_Fortschritt(this, u"SSP_Fortschritt"_s),
+      Pic_Blank(this, u"Pic_Blank"_s) {
+  setWindowIcon(symbol(u"programm"_s));
+  QFont schrift = font();
+  schrift.setPixelSize(12);
+  setFont(schrift);
+  entwirf();
+  verbinde_Ereignisse();
+  setze_Abbruchknopf(&cmd_Abbruch);
+  setMinimumSize(640, 480);
+  setze_Innengroesse(Startbreite, Starthoehe);
+}
+
+frm_BilderSuchen::~frm_BilderSuchen() = default;
+
+void frm_BilderSuchen::entwirf() {
+  for (const auto& [nummer, name] :
+       {std::pair{12, u"laufwerk_diskette"_s}, std::pair{14, u"laufwerk_system"_s}, std::pair{15, u"laufwerk_cd"_s},
+        std::pair{16, u"laufwerk_wechsel"_s}, std::pair{17, u"laufwerk_netz"_s}, std::pair{19, u"laufwerk_fest"_s}})
+    ImageList1.Add(QString::number(nummer), symbol(name));
+  ImageCombo1.Move(Rand, 390, Breite_Ordner, 390);
+  ImageCombo1.ToolTipText(u"Laufwerk"_s);
+  ImageCombo1.setAccessibleName(u"Laufwerk"_s);
+  Dir1.Move(Rand, Oben, Breite_Ordner, 4000);
+  Dir1.ToolTipText(u"Ordner mit Doppelklick oder Eingabetaste öffnen"_s);
+  Dir1.setAccessibleName(u"Ordner"_s);
+  bebildere(SSC_Drehen, u"drehen90"_s, u"Bild 90° nach rechts  drehen"_s);
+  bebildere(SSC_Bildbearbeitung, u"bildbearbeitung"_s, u"Bildbearbeitungsprogramm auswählen und starten"_s);
+  for (ListView* liste : {&lvwContent, &SSP_Liste}) liste->setze_Bildseite(101);
+  lvwContent.setAccessibleName(u"Dateien"_s);
+  SSP_Liste.setFocusPolicy(Qt::NoFocus);
+  cbo_BildTypen.Move(0, 0, 4500, 390);
+  cbo_BildTypen.ToolTipText(u"Dateityp"_s);
+  cbo_BildTypen.setAccessibleName(u"Dateityp"_s);
+  SSP_Info.Caption(u"Infotext für die ausgewählten Dateien"_s);
+  SSP_Info.Move(Rand, 0, 4000, Hoehe_Info);
+  txt_Info.Move(Rand, 0, 4000, Hoehe_Text);
+  txt_Info.setAccessibleName(u"Infotext"_s);
+  const auto knopf = [](SSCommand& k, const QString& text, double breite) {
+    k.Caption(text);
+    k.Move(Rand, 0, breite, Hoehe_Knoepfe);
+  };
+  knopf(cmd_EinlesenAbrrechen, u"&Einlesen abbrechen"_s, 2400);
+  knopf(cmd_TextSpeichern, u"&Info speichern"_s, 1900);
+  knopf(cmd_Uebernehmen, u"&Übernehmen"_s, 1700);
+  knopf(cmd_Abbruch, u"&Zurück"_s, 1500);
+  SSP_Anzahl.Move(Rand, 0, 2400, Hoehe_Fuss);
+  SSP_Fortschritt.Move(2460, 0, 4000, Hoehe_Fuss);
+  SSP_Fortschritt.Visible(false);
+  Pic_Blank.AutoSize = true;
+  Pic_Blank.Visible(false);
+  Pic_Blank.Picture(ersatzbild());
+}
+
+void frm_BilderSuchen::verbinde_Ereignisse() {
+  ImageCombo1.Click = [this] { ImageCombo1_Click(); };
+  Dir1.Change = [this] { Dir1_Change(); };
+  cbo_BildTypen.Click = [this] { cbo_BildTypen_Click(); };
+  lvwContent.ItemClick = [this](int eintrag) { lvwContent_ItemClick(eintrag); };
+  lvwContent.DblClick = [this] {
+    if (const int eintrag = lvwContent.SelectedItem(); eintrag > 0)
+      shell::ShellExecute_open(lvwContent.ItemTag(eintrag));
+  };
+  cmd_EinlesenAbrrechen.Click = [this] { pEinlesenAbbrechen = true; };
+  cmd_TextSpeichern.Click = [this] { speichere_Text(); };
+  cmd_Uebernehmen.Click = [this] { uebernimm(); };
+  cmd_Abbruch.Click = [this] {
+    pFindArray.reset();
+    Hide();
+  };
+  SSC_Drehen.Click = [this] { drehe(); };
+  SSC_Bildbearbeitung.Click = [this] { bearbeite(); };
+}
+
+void frm_BilderSuchen::Form_Resize() {
+  fehler::Weiter weiter;
+  const double breite = ScaleWidth();
+  const double hoehe = ScaleHeight();
+  weiter([&] { SSC_Bildbearbeitung.Left(breite - Rand - SSC_Bildbearbeitung.Width()); });
+  weiter([&] { SSC_Drehen.Left(SSC_Bildbearbeitung.Left() - 20 - SSC_Drehen.Width()); });
+  for (SSPanel* feld : {&SSP_Anzahl, &SSP_Fortschritt}) weiter([&] { feld->Top(hoehe - Hoehe_Fuss); });
+  weiter([&] { SSP_Fortschritt.Left(SSP_Anzahl.Left() + SSP_Anzahl.Width() + 20); });
+  weiter([&] { SSP_Fortschritt.Width(breite - Rand - SSP_Fortschritt.Left()); });
+  const double knoepfe = hoehe - Hoehe_Fuss - Hoehe_Knoepfe - 40;
+  for (SSCommand* knopf : {&cmd_EinlesenAbrrechen, &cmd_TextSpeichern, &cmd_Uebernehmen, &cmd_Abbruch})
+    weiter([&] { knopf->Top(knoepfe); });
+  weiter([&] { cmd_TextSpeichern.Left(cmd_EinlesenAbrrechen.Left() + cmd_EinlesenAbrrechen.Width() + 40); });
+  weiter([&] { cmd_Abbruch.Left(breite - Rand - cmd_Abbruch.Width()); });
+  weiter([&] { cmd_Uebernehmen.Left(cmd_Abbruch.Left() - 40 - cmd_Uebernehmen.Width()); });
+  weiter([&] { txt_Info.Top(knoepfe - 40 - txt_Info.Height()); });
+  weiter([&] { SSP_Info.Top(txt_Info.Top() - SSP_Info.Height()); });
+  for (Steuerelement* feld : std::initializer_list<Steuerelement*>{&txt_Info, &SSP_Info})
+    weiter([&] { feld->Width(breite - 2 * Rand); });
+  const double links = Dir1.Left() + Dir1.Width() + 150;
+  const double unten = SSP_Info.Top() - 700;
+  weiter([&] { lvwContent.Move(links, Oben, breite - Rand - links, unten - Oben); });
+  weiter([&] { SSP_Liste.Move(lvwContent.Left(), lvwContent.Top(), lvwContent.Width(), lvwContent.Height()); });
+  weiter([&] { Dir1.Height(unten - Dir1.Top()); });
+  weiter([&] { cbo_BildTypen.Left(links); });
+  weiter([&] { cbo_BildTypen.Top(unten + 155); });
+}

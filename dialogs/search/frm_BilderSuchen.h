@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <memory>
+
+#include "platform/basic/XArrayDBObject.h"
+#include "platform/forms/Auswahlfelder.h"
+#include "platform/forms/Bildfeld.h"
+#include "platform/forms/DirListBox.h"
+#include "platform/forms/Flaechen.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/ImageList.h"
+#include "platform/forms/Knoepfe.h"
+#include "platform/forms/ListView.h"
+#include "platform/forms/Textfelder.h"
+
+/// Columns of the search's result: one row a chosen file, and an empty last one.
+namespace fund {
+enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3 };
+}  // namespace fund
+
+/// The dialog in which the user finds picture files on any drive and chooses some of them.
+///
+/// Usual road: set MultiSelect and pRootpath, Load, set pFindArray, Show; then pFindArray is the result, none after
+/// cancel.
+class frm_BilderSuchen : public Form {
+ public:
+  frm_BilderSuchen();
+  ~frm_BilderSuchen() override;
+
+  /// Where to start, as long as no last folder is remembered.
+  QString pRootpath;
+  /// Owned by the caller; a row is appended for each chosen file. None after cancel.
+  std::shared_ptr<XArrayDBObject> pFindArray;
+  bool MultiSelect = false;
+  /// Pattern in force, upper case.
+  QString pDateifilter;
+  /// From loading to the end of the first activation: a change of the filter reads nothing.
+  bool pLaedt = false;
+  /// The user wants the running read to stop.
+  bool pEinlesenAbbrechen = false;
+
+  /// Fills the list of drives. Raises 35601 when the current directory lies on none of them.
+  void Lade_Laufwerke();
+  QString Hole_Volumename(const QString& root);
+  QString Hole_Netzname(const QString& root);
+  /// Reads a folder into the list, letting events in at each file. A second read inside a running one ends the older.
+  void Show_Folder_Content(const QString& pPfad, const QString& pMuster);
+  /// Number of files that Show_Folder_Content would list.
+  std::int32_t Zaehle_Dateien(const QString& pPfad, const QString& pMuster);
+  /// Draws one thumbnail; measures in twips.
+  QIcon Create_Picture(const QString& pDatei, double pBreite, double pHoehe);
+  /// What the frame does on closing; the entry point runs it after it has read the result.
+  void raeume_auf();
+
+  // Controls
+  ImageCombo ImageCombo1;
+  DirListBox Dir1;
+  SSCommand SSC_Drehen;
+  SSCommand SSC_Bildbearbeitung;
+  ListView lvwContent;
+  ListView SSP_Liste;
+  ComboBox cbo_BildTypen;
+  SSPanel SSP_Info;
+  Textblock txt_Info;
+  SSCommand cmd_EinlesenAbrrechen;
+  SSCommand cmd_TextSpeichern;
+  SSCommand cmd_Uebernehmen;
+  SSCommand cmd_Abbruch;
+  SSPanel SSP_Anzahl;
+  SSPanel SSP_Fortschritt;
+  Bildfeld Pic_Blank;
+  ImageList ilsImages;
+  ImageList ImageList1;
+
+ protected:
+  void Form_Load() override;
+  void Form_Resize() override;
+  void Form_Activate() override;
+  void Form_QueryUnload(bool& Cancel) override;
+  void Form_Unload() override;
+  void hideEvent(QHideEvent* ereignis) override;
+
+ private:
+  void entwirf();
+  void verbinde_Ereignisse();
+  void ImageCombo1_Click();
+  void Dir1_Change();
+  void cbo_BildTypen_Click();
+  void lies_Ordner(const QString& ordner, const QString& muster);
+  /// False when the read ends here.
+  bool lies_Dateien(const QString& ordner, const QStringList& namen, std::uint32_t lesung);
+  void fuege_Datei_ein(const QString& ordner, const QString& name);
+  void gib_Bild(int eintrag, const QString& pfad, const QString& endung);
+  void rueck_Fortschritt_vor();
+  bool passt(const QString& endung) const;
+  void entferne_Vorschaubilder();
+  void lvwContent_ItemClick(int eintrag);
+  void speichere_Text();
+  void uebernimm();
+  void drehe();
+  void bearbeite();
+  void melde_GdiFehler();
+  bool starte_GdiSitzung();
+  std::shared_ptr<const Bild> lade_Bild(const QString& datei);
+  QString Textdatei(const QString& tag) const;
+
+  /// Number of the read that runs or ran last, and whether one runs.
+  std::uint32_t m_Lesung = 0;
+  /// Of the running read: images made so far, divisor of the progress, failures are tolerated.
+  std::int32_t m_Nummer = 0;
+  std::int32_t m_Teiler = 0;
+  bool m_Duldsam = false;
+};

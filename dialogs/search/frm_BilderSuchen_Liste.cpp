@@ -1,0 +1,213 @@
+// The list of a folder's files: reading it, and what is done with the chosen ones.
+#include <QGuiApplication>
+#include <QScopeGuard>
+#include <algorithm>
+
+#include "dialogs/search/Vorschaubild.h"
+#include "dialogs/search/frm_BilderSuchen.h"
+#include "imaging/mod_GrafikKonvert.h"
+#include "platform/basic/Fehlerbehandlung.h"
+#include "platform/basic/Text.h"
+#include "platform/files/Dateien.h"
+#include "platform/gdiplus/NurKopf.h"
+#include "platform/gdiplus/gdiplus.h"
+#include "platform/host/Oberflaeche.h"
+#include "platform/shell/Dateityp.h"
+#include "platform/shell/Programmstart.h"
+#include "store/mod_BilderSuchen.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace oberflaeche;
+using Dimension = XArrayDBObject::Dimension;
+
+namespace {
+
+constexpr double Vorschauseite = 1500;
+
+QString mit_Trenner(const QString& ordner) {
+  return ordner.endsWith(u'\\') ? ordner : ordner + u'\\';
+}
+
+/// What follows the last point; a name without one is an extension itself.
+QString endung_von(const QString& name) {
+  return name.mid(name.lastIndexOf(u'.') + 1);
+}
+
+/// Plain files that are neither hidden nor of the system, in the order of their names.
+QStringList sichtbare_Dateien(const QString& ordner, const QString& muster) {
+  QStringList namen = dateien::Dir(ordner + muster);
+  namen.removeIf([](const QString& name) { return name.startsWith(u'.'); });
+  return namen;
+}
+
+/// Key of a file type's icon. A key of digits alone would be taken for an index.
+QString typschluessel(const QString& endung) {
+  bool zahl = false;
+  endung.toDouble(&zahl);
+  // "nan" and "inf" are words here.
+  return zahl && endung.front() != u'n' && endung.front() != u'i' ? endung + u'K' : endung;
+}
+
+void fuelle_Zeile(XArrayDBObject& tabelle, std::int32_t zeile, const QString& tag) {
+  tabelle.Value(zeile, fund::VollerName, text::Trim(tag));
+  for (const fund::Spalte s : {fund::Pfad, fund::Name, fund::Endung})
+    tabelle.Value(zeile, s, mod_BilderSuchen::Fkt_SplitFileName(tag, static_cast<std::int16_t>(s)));
+}
+
+}  // namespace
+
+bool frm_BilderSuchen::passt(const QString& endung) const {
+  // A part of the pattern is enough: "IF" passes for "TIF" and "GIF". Meant so.
+  return pDateifilter == "*.*"_L1 || pDateifilter.contains(text::UCase(endung));
+}
+
+std::int32_t frm_BilderSuchen::Zaehle_Dateien(const QString& pPfad, const QString& pMuster) {
+  const QStringList namen = sichtbare_Dateien(mit_Trenner(pPfad), pMuster);
+  return static_cast<std::int32_t>(
+      std::count_if(namen.begin(), namen.end(), [this](const QString& name) { return passt(endung_von(name)); }));
+}
+
+void frm_BilderSuchen::Show_Folder_Content(const QString& pPfad, const QString& pMuster) {
+  const std::uint32_t lesung = ++m_Lesung;
+  mauszeiger().form(Zeigerform::Sanduhr);
+  fehler::still_enden([&] { lies_Ordner(mit_Trenner(pPfad), pMuster); });
+  // A read that a newer one took over leaves the window to it.
+  if (lesung != m_Lesung && isVisible()) return;
+  SSP_Fortschritt.Visible(false);
+  mauszeiger().form(Zeigerform::Standard);
+}
+
+void frm_BilderSuchen::lies_Ordner(const QString& ordner, const QString& muster) {
+  const std::uint32_t lesung = m_Lesung;
+  lvwContent.MultiSelect(MultiSelect);
+  lvwContent.Clear();
+  lvwContent.Tag = ordner;
+  const QStringList namen = sichtbare_Dateien(ordner, muster);
+  m_Teiler = std::max(Zaehle_Dateien(ordner, muster) - 1, 0);
+  m_Nummer = 0;
+  m_Duldsam = false;
+  lvwContent.Icons(nullptr);
+  entferne_Vorschaubilder();
+  if (!namen.isEmpty()) {
+    SSP_Fortschritt.FloodPercent(0);
+    SSP_Fortschritt.Visible(true);
+    ereignispumpe().verarbeite_anstehende();
+    if (lesung != m_Lesung) return;
+    lvwContent.Visible(false);
+    SSP_Liste.Visible(true);
+    if (!lies_Dateien(ordner, namen, lesung)) return;
+    SSP_Liste.Visible(false);
+    lvwContent.Visible(true);
+  }
+  SSP_Anzahl.Caption(QString::number(lvwContent.Count()) + u" Objekt(e)"_s);
+}
+
+bool frm_BilderSuchen::lies_Dateien(const QString& ordner, const QStringList& namen, std::uint32_t lesung) {
+  for (const QString& name : namen) {
+    ereignispumpe().verarbeite_anstehende();
+    if (lesung != m_Lesung) return false;
+    if (pEinlesenAbbrechen) {
+      pEinlesenAbbrechen = false;
+      break;
+    }
+    if (passt(endung_von(name))) fuege_Datei_ein(ordner, name);
+  }
+  return true;
+}
+
+void frm_BilderSuchen::fuege_Datei_ein(const QString& ordner, const QString& name) {
+  const int eintrag = lvwContent.Add(name, ordner + name);
+  const QString endung = text::LCase(endung_von(name));
+  const int bekannt = vorschaubild::ist_Bildtyp(endung) ? 0 : ilsImages.Suche(typschluessel(endung));
+  if (bekannt == 0) {
+    gib_Bild(eintrag, ordner + name, endung);
+    return;
+  }
+  lvwContent.Icons(&ilsImages);
+  lvwContent.Icon(eintrag, bekannt);
+}
+
+// A failure on the very first image ends the read; from then on each is marked on its entry.
+void frm_BilderSuchen::gib_Bild(int eintrag, const QString& pfad, const QString& endung) {
+  const bool bild = vorschaubild::ist_Bildtyp(endung);
+  const QString schluessel = bild ? pfad.mid(pfad.lastIndexOf(u'\\') + 1) : typschluessel(endung);
+  const auto nimm = [&] { ilsImages.Add(schluessel, Create_Picture(pfad, Vorschauseite, Vorschauseite)); };
+  if (!m_Duldsam) {
+    nimm();
+    m_Duldsam = true;
+  } else {
+    fehler::Weiter weiter;
+    if (!weiter(nimm)) lvwContent.Text(eintrag, lvwContent.Text(eintrag) + u" (Ungültig)"_s);
+  }
+  rueck_Fortschritt_vor();
+  lvwContent.Icons(&ilsImages);
+  lvwContent.Icon(eintrag, ilsImages.Count());
+}
+
+void frm_BilderSuchen::rueck_Fortschritt_vor() {
+  // The filter may have changed in the middle of the read: the count is then another one.
+  if (m_Nummer > 0 && m_Teiler > 0) {
+    SSP_Fortschritt.FloodPercent(std::min(100.0, 100.0 / m_Teiler * m_Nummer));
+    SSP_Fortschritt.repaint();
+  }
+  ++m_Nummer;
+}
+
+void frm_BilderSuchen::entferne_Vorschaubilder() {
+  for (int i = ilsImages.Count(); i >= 1; --i)
+    if (vorschaubild::ist_Bildtyp(endung_von(ilsImages.Key(i)))) ilsImages.Remove(i);
+}
+
+QIcon frm_BilderSuchen::Create_Picture(const QString& pDatei, double pBreite, double pHoehe) {
+  const QString endung = text::LCase(endung_von(pDatei));
+  const bool ist_Bild = vorschaubild::ist_Bildtyp(endung);
+  std::shared_ptr<const Bild> bild;
+  fehler::Weiter weiter;
+  weiter([&] { bild = ist_Bild ? lade_Bild(pDatei) : mod_BilderSuchen::Fkt_DateiTypIcon(endung, shell::SHGFI_ICON); });
+  if (ist_Bild && !bild) bild = Pic_Blank.Picture();
+  QImage blatt;
+  weiter([&] { blatt = vorschaubild::zeichne(bild, pBreite, pHoehe, !ist_Bild, devicePixelRatioF()); });
+  return QIcon(QPixmap::fromImage(blatt));
+}
+
+// Nothing may ask the user in the middle of a read: what the loader would refuse with a message is not handed to it.
+std::shared_ptr<const Bild> frm_BilderSuchen::lade_Bild(const QString& datei) {
+  const bildlader::NurKopf nur_Kopf;
+  if (!mod_GrafikKonvert::m_GdiAktiv) return gdiplus::LoadPicture(datei);
+  gdiplus::Bitmap probe;
+  if (gdiplus::GdipCreateBitmapFromFile(datei, probe) != gdiplus::Ok) return nullptr;
+  return mod_GrafikKonvert::Fkt_LoadPictureGdi(datei);
+}
+
+// ── Texts ───────────────────────────────────────────────────────────────────────────────────────────────────────────
+
+QString frm_BilderSuchen::Textdatei(const QString& tag) const {
+  using mod_BilderSuchen::Fkt_SplitFileName;
+  return Fkt_SplitFileName(tag, 1) + Fkt_SplitFileName(tag, 2) + Fkt_SplitFileName(tag, 3) + u".txt"_s;
+}
+
+void frm_BilderSuchen::lvwContent_ItemClick(int eintrag) {
+  txt_Info.Text(QString());
+  const QString datei = Textdatei(lvwContent.ItemTag(eintrag));
+  if (mod_BilderSuchen::Fkt_FileExists(datei)) txt_Info.Text(text::Trim(mod_BilderSuchen::Fkt_ReadFile(datei)));
+}
+
+// The last entry is not looked at: the bound is one short, and callers count on it.
+void frm_BilderSuchen::speichere_Text() {
+  if (text::Trim(txt_Info.Text()).isEmpty()) return;
+  for (int i = 1; i <= lvwContent.Count() - 1; ++i)
+    if (lvwContent.Selected(i)) mod_BilderSuchen::Fkt_WriteFile(Textdatei(lvwContent.ItemTag(i)), txt_Info.Text());
+}
+
+// ── Chosen files ────────────────────────────────────────────────────────────────────────────────────────────────────
+
+void frm_BilderSuchen::uebernimm() {
+  for (int i = 1; i <= lvwContent.Count(); ++i) {
+    if (!lvwContent.Selected(i) || !pFindArray) continue;
+    fuelle_Zeile(*pFindArray, pFindArray->UpperBound(Dimension::Zeilen), lvwContent.ItemTag(i));
+    pFindArray->AppendRows(1);
+  }
+  Hide();
+}
+void frm_BilderSuchen::drehe() {}
+void frm_BilderSuchen::bearbeite() {}
