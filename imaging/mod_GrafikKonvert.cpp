@@ -2,8 +2,10 @@
 
 #include <array>
 
+#include "platform/basic/Text.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
+#include "platform/shell/Programme.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -12,6 +14,7 @@ namespace mod_GrafikKonvert {
 std::int32_t m_GdiToken = 0;
 bool m_GdiAktiv = false;
 std::int32_t m_GdiStatus = 0;
+QString m_OpenWithProgramm;
 
 std::int32_t Fkt_GdiStartup(std::int32_t version) {
   return gdiplus::GdiplusStartup(m_GdiToken, version);
@@ -71,6 +74,16 @@ std::shared_ptr<const Bild> Fkt_LoadPictureGdi(const QString& dateiname) {
 std::shared_ptr<const Bild> Fkt_HandleToPicture(const std::shared_ptr<const Bild>& handle, std::int32_t /*bildtyp*/,
                                                 std::int32_t /*palette*/) {
   return handle;
+}
+
+QString Fkt_OpenWith(QString& datei) {
+  m_OpenWithProgramm.clear();
+  if (text::Trim(datei).isEmpty()) {
+    oberflaeche::MsgBox(u"Bitte wählen Sie zuerst ein Bild aus!"_s);
+    return {};
+  }
+  m_OpenWithProgramm = shell::OpenAs(datei);
+  return m_OpenWithProgramm;
 }
 
 }  // namespace mod_GrafikKonvert

@@ -15,6 +15,8 @@ extern std::int32_t m_GdiToken;
 extern bool m_GdiAktiv;
 /// Status of the last start or end.
 extern std::int32_t m_GdiStatus;
+/// Program that the last Fkt_OpenWith started; empty for none.
+extern QString m_OpenWithProgramm;
 
 /// Starts a session; its token goes to m_GdiToken.
 std::int32_t Fkt_GdiStartup(std::int32_t version);
@@ -29,5 +31,9 @@ std::shared_ptr<const Bild> Fkt_LoadPictureGdi(const QString& dateiname);
 /// The picture object that owns the handle from then on.
 std::shared_ptr<const Bild> Fkt_HandleToPicture(const std::shared_ptr<const Bild>& handle, std::int32_t bildtyp,
                                                 std::int32_t palette);
+
+/// Lets the user choose a program for a file and starts it on it, without waiting. The name of the program that was
+/// started, or empty for none. A blank name is told.
+QString Fkt_OpenWith(QString& datei);
 
 }  // namespace mod_GrafikKonvert

@@ -1,0 +1,221 @@
+#include "platform/shell/Programme.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QLocale>
+#include <QMimeDatabase>
+#include <QProcess>
+#include <QSet>
+#include <QStandardPaths>
+#include <QUrl>
+#include <algorithm>
+#include <utility>
+
+#include "platform/files/FileSystemObject.h"
+#include "platform/files/Pfadkarte.h"
+#include "platform/host/Oberflaeche.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace shell {
+namespace {
+
+using Gruppe = QHash<QString, QString>;
+
+/// The groups of a file in the desktop's key format; of a key that stands twice the first counts.
+QHash<QString, Gruppe> lies_Gruppen(const QString& pfad) {
+  QHash<QString, Gruppe> gruppen;
+  QFile datei(pfad);
+  if (!datei.open(QIODevice::ReadOnly)) return gruppen;
+  QString gruppe;
+  for (const QByteArray& rohzeile : datei.readAll().split('\n')) {
+    const QString zeile = QString::fromUtf8(rohzeile).trimmed();
+    if (zeile.isEmpty() || zeile.startsWith(u'#')) continue;
+    if (zeile.startsWith(u'[') && zeile.endsWith(u']')) {
+      gruppe = zeile.mid(1, zeile.size() - 2);
+      continue;
+    }
+    const qsizetype gleich = zeile.indexOf(u'=');
+    const QString schluessel = zeile.left(gleich).trimmed();
+    if (gleich > 0 && !gruppen[gruppe].contains(schluessel))
+      gruppen[gruppe].insert(schluessel, zeile.mid(gleich + 1).trimmed());
+  }
+  return gruppen;
+}
+
+QStringList liste(const QString& wert) {
+  return wert.split(u';', Qt::SkipEmptyParts);
+}
+
+/// Escapes of a string value.
+QString entschluesselt(const QString& wert) {
+  QString text;
+  for (qsizetype i = 0; i < wert.size(); ++i) {
+    if (wert[i] != u'\\' || i + 1 == wert.size()) {
+      text += wert[i];
+      continue;
+    }
+    const QChar zeichen = wert[++i];
+    text += zeichen == u's' ? u' ' : zeichen == u'n' ? u'\n' : zeichen == u't' ? u'\t' : zeichen;
+  }
+  return text;
+}
+
+QString uebersetzt(const Gruppe& gruppe, const QString& schluessel) {
+  const QString land = QLocale().name();
+  for (const QString& sprache : {land, land.section(u'_', 0, 0)})
+    if (const QString wert = gruppe.value(u"%1[%2]"_s.arg(schluessel, sprache)); !wert.isEmpty())
+      return entschluesselt(wert);
+  return entschluesselt(gruppe.value(schluessel));
+}
+
+/// All desktop entries by their identity; what the user has goes before what the system has.
+QHash<QString, QString> alle_Eintraege() {
+  QHash<QString, QString> eintraege;
+  for (const QString& ordner : QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
+    QDirIterator lauf(ordner, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (lauf.hasNext()) {
+      const QString pfad = lauf.next();
+      const QString kennung = QDir(ordner).relativeFilePath(pfad).replace(u'/', u'-');
+      if (!eintraege.contains(kennung)) eintraege.insert(kennung, pfad);
+    }
+  }
+  return eintraege;
+}
+
+struct Zuordnungen {
+  QStringList bevorzugte;
+  QSet<QString> entfernte;
+};
+
+/// What the user and the system have said about a type beside the entries themselves.
+Zuordnungen zuordnungen(const QStringList& typen) {
+  Zuordnungen z;
+  QStringList orte = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
+  orte += QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
+  for (const QString& ort : std::as_const(orte)) {
+    const auto gruppen = lies_Gruppen(ort + u"/mimeapps.list"_s);
+    for (const QString& gruppe : {u"Default Applications"_s, u"Added Associations"_s})
+      for (const QString& typ : typen) z.bevorzugte += liste(gruppen.value(gruppe).value(typ));
+    for (const QString& typ : typen)
+      for (const QString& kennung : liste(gruppen.value(u"Removed Associations"_s).value(typ)))
+        z.entfernte.insert(kennung);
+  }
+  return z;
+}
+
+bool ist_ausfuehrbar(const QString& befehl) {
+  const QStringList teile = QProcess::splitCommand(befehl);
+  return !teile.isEmpty() && !QStandardPaths::findExecutable(teile.first()).isEmpty();
+}
+
+/// The program of an entry, or one without a name for an entry that is not offered.
+Programm lies_Programm(const QString& pfad, const Gruppe& eintrag) {
+  const auto ja = [&](const QString& schluessel) { return eintrag.value(schluessel) == u"true"_s; };
+  if (eintrag.value(u"Type"_s) != u"Application"_s || ja(u"Hidden"_s) || ja(u"NoDisplay"_s) || ja(u"Terminal"_s))
+    return {};
+  const QString befehl = entschluesselt(eintrag.value(u"Exec"_s));
+  const QString probe = entschluesselt(eintrag.value(u"TryExec"_s));
+  if (!ist_ausfuehrbar(befehl) || (!probe.isEmpty() && QStandardPaths::findExecutable(probe).isEmpty())) return {};
+  return {uebersetzt(eintrag, u"Name"_s), befehl, eintrag.value(u"Icon"_s), pfad,
+          entschluesselt(eintrag.value(u"Path"_s))};
+}
+
+std::shared_ptr<Programmwahl>& in_Kraft() {
+  static std::shared_ptr<Programmwahl> dienst;
+  return dienst;
+}
+
+void warne(const QString& text) {
+  using namespace oberflaeche;
+  MsgBox(text, Knoepfe::OK, Symbol::Ausrufezeichen, u"Achtung"_s);
+}
+
+}  // namespace
+
+Programmwahl::~Programmwahl() = default;
+
+std::shared_ptr<Programmwahl> setze(std::shared_ptr<Programmwahl> dienst) {
+  return std::exchange(in_Kraft(), std::move(dienst));
+}
+
+QList<Programm> Programme_fuer(const QString& datei) {
+  const QMimeType typ = QMimeDatabase().mimeTypeForFile(datei);
+  const QStringList typen = QStringList{typ.name()} + typ.allAncestors();
+  const Zuordnungen z = zuordnungen(typen);
+  QList<std::pair<qsizetype, Programm>> gefunden;
+  const auto eintraege = alle_Eintraege();
+  for (auto e = eintraege.cbegin(); e != eintraege.cend(); ++e) {
+    const Gruppe gruppe = lies_Gruppen(e.value()).value(u"Desktop Entry"_s);
+    const QStringList kann = liste(gruppe.value(u"MimeType"_s));
+    const bool passt = std::any_of(typen.begin(), typen.end(), [&](const QString& t) { return kann.contains(t); });
+    const qsizetype vorzug = z.bevorzugte.indexOf(e.key());
+    if ((!passt && vorzug < 0) || z.entfernte.contains(e.key())) continue;
+    const Programm programm = lies_Programm(e.value(), gruppe);
+    if (!programm.name.isEmpty()) gefunden.append({vorzug < 0 ? z.bevorzugte.size() : vorzug, programm});
+  }
+  std::sort(gefunden.begin(), gefunden.end(), [](const auto& a, const auto& b) {
+    if (a.first != b.first) return a.first < b.first;
+    return a.second.name.localeAwareCompare(b.second.name) < 0;
+  });
+  QList<Programm> programme;
+  for (const auto& [vorzug, programm] : std::as_const(gefunden)) programme.append(programm);
+  return programme;
+}
+
+QStringList Befehlszeile(const Programm& programm, const QString& datei) {
+  QStringList zeile;
+  bool eingesetzt = false;
+  for (const QString& teil : QProcess::splitCommand(programm.befehl)) {
+    if (teil == "%i"_L1) {
+      if (!programm.symbol.isEmpty()) zeile += {u"--icon"_s, programm.symbol};
+      continue;
+    }
+    QString wert;
+    for (qsizetype i = 0; i < teil.size(); ++i) {
+      if (teil[i] != u'%' || i + 1 == teil.size()) {
+        wert += teil[i];
+        continue;
+      }
+      const QChar code = teil[++i];
+      if (code == u'f' || code == u'F') wert += datei;
+      if (code == u'u' || code == u'U') wert += QUrl::fromLocalFile(datei).toString(QUrl::FullyEncoded);
+      if (code == u'c') wert += programm.name;
+      if (code == u'k') wert += programm.eintrag;
+      if (code == u'%') wert += u'%';
+      eingesetzt = eingesetzt || u"fFuU"_s.contains(code);
+    }
+    // A field that stands for nothing leaves no empty argument.
+    if (!wert.isEmpty() || !teil.startsWith(u'%')) zeile.append(wert);
+  }
+  if (!zeile.isEmpty() && !eingesetzt) zeile.append(datei);
+  return zeile;
+}
+
+QString starte(const QStringList& befehlszeile, const QString& verzeichnis) {
+  if (befehlszeile.isEmpty()) return {};
+  const QString programm = QStandardPaths::findExecutable(befehlszeile.first());
+  if (programm.isEmpty()) return {};
+  return QProcess::startDetached(programm, befehlszeile.mid(1), verzeichnis) ? programm : QString();
+}
+
+QString OpenAs(const QString& datei) {
+  if (!FileSystemObject().FileExists(datei)) {
+    warne(u"Die Datei „%1“ gibt es nicht."_s.arg(datei));
+    return {};
+  }
+  const std::shared_ptr<Programmwahl> wahl = in_Kraft();
+  if (!wahl) return {};
+  const QString pfad = QFile::decodeName(Pfadkarte::aktuell().maschinenpfad(datei));
+  QString verzeichnis;
+  const QStringList befehlszeile = wahl->waehle(pfad, Programme_fuer(pfad), verzeichnis);
+  if (befehlszeile.isEmpty()) return {};
+  const QString name = starte(befehlszeile, verzeichnis);
+  if (name.isEmpty()) warne(u"Das Programm „%1“ ließ sich nicht starten."_s.arg(befehlszeile.first()));
+  return name;
+}
+
+}  // namespace shell
