@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFile>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -43,6 +44,15 @@ inline double vergleiche(const char* name, int laeufe, double ziel, const std::f
     b.push_back(sekunden(peer));
   }
   return zeile(name, a, b, ziel);
+}
+
+/// Peak of the process's memory in MB.
+inline double groesster_Speicher() {
+  QFile datei(QStringLiteral("/proc/self/status"));
+  if (!datei.open(QIODevice::ReadOnly)) return 0;
+  for (const QByteArray& zeile : datei.readAll().split('\n'))
+    if (zeile.startsWith("VmHWM:")) return zeile.mid(6).trimmed().split(' ').first().toDouble() / 1024;
+  return 0;
 }
 
 }  // namespace messung

@@ -21,3 +21,7 @@ printf '\n-- bench_exif\n'
 ./bench_exif
 printf '\n-- bench_bilder\n'
 ./bench_bilder "$ordner/fotos"
+printf '\n-- bench_streifen\n'
+./bench_streifen "$ordner/fotos"
+printf '\n-- bench_dialog\n'
+./bench_dialog "$ordner/fotos"

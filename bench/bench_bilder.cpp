@@ -4,8 +4,6 @@
 // moment of the machine hits them alike. The figures are medians over the rounds: milliseconds, and the ratio to
 // TurboJPEG's decode of the same file in the same round, whose bytes are in memory already. The last column is the
 // ratio of the time spent on a processor, which other programs on the machine disturb less.
-#include <turbojpeg.h>
-
 #include <QBuffer>
 #include <QFile>
 #include <QGuiApplication>
@@ -20,6 +18,7 @@
 #include <vector>
 
 #include "bench/Messung.h"
+#include "bench/Turbojpeg.h"
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/gdiplus/Bildspeicher.h"
 #include "platform/gdiplus/gdiplus.h"
@@ -27,6 +26,8 @@
 using namespace Qt::Literals::StringLiterals;
 
 using messung::median;
+using messung::turbojpeg_Achtel;
+using messung::verlange;
 
 namespace {
 
@@ -39,26 +40,6 @@ struct Teilnehmer {
   std::vector<double> zeiten{};
   std::vector<double> rechenzeiten{};
 };
-
-void verlange(bool erfuellt, const char* was) {
-  if (erfuellt) return;
-  std::fprintf(stderr, "bench_bilder: %s\n", was);
-  std::exit(2);
-}
-
-void turbojpeg_Achtel(const QByteArray& bytes) {
-  const tjhandle h = tjInitDecompress();
-  const auto* const anfang = reinterpret_cast<const unsigned char*>(bytes.constData());
-  const auto laenge = static_cast<unsigned long>(bytes.size());
-  int breite = 0, hoehe = 0, abtastung = 0, farben = 0;
-  verlange(tjDecompressHeader3(h, anfang, laenge, &breite, &hoehe, &abtastung, &farben) == 0, "TurboJPEG header");
-  constexpr tjscalingfactor kAchtel{1, 8};
-  QImage bild(TJSCALED(breite, kAchtel), TJSCALED(hoehe, kAchtel), QImage::Format_RGB32);
-  verlange(tjDecompress2(h, anfang, laenge, bild.bits(), bild.width(), static_cast<int>(bild.bytesPerLine()),
-                         bild.height(), TJPF_BGRX, 0) == 0,
-           "TurboJPEG decode");
-  tjDestroy(h);
-}
 
 void eigenes(const QString& pfad) {
   gdiplus::Bitmap bild;

@@ -36,6 +36,12 @@ QString uebliche_Worte(std::int32_t nummer) {
       return u"Objektvariable nicht festgelegt"_s;
     case fehlernummer::NullUngueltig:
       return u"Unzulässige Verwendung von Null"_s;
+    case fehlernummer::ElementFehlt:
+      return u"Das Steuerelementfeld hat dieses Element nicht"_s;
+    case fehlernummer::BereitsGeladen:
+      return u"Das Objekt ist bereits geladen"_s;
+    case fehlernummer::NichtEntladbar:
+      return u"Ein zur Entwurfszeit angelegtes Steuerelement kann nicht entladen werden"_s;
     case fehlernummer::UngueltigerEigenschaftswert:
       return u"Ungültiger Eigenschaftswert"_s;
     case fehlernummer::ObjektNichtErstellbar:

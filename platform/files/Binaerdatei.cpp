@@ -7,7 +7,7 @@
 #include <cerrno>
 
 #include "platform/basic/Laufzeitfehler.h"
-#include "platform/files/Pfadkarte.h"
+#include "platform/files/Stand.h"
 #include "platform/files/Systemfehler.h"
 
 namespace {
@@ -36,10 +36,8 @@ void Binaerdatei::schliesse() noexcept {
 
 void Binaerdatei::oeffne(const QString& pfad, int art) {
   schliesse();
-  const QByteArray ort = Pfadkarte::aktuell().maschinenpfad(pfad);
-  struct stat info {};
-  const bool vorhanden = ::stat(ort.constData(), &info) == 0;
-  if (vorhanden) pruefe_Art(info.st_mode);
+  auto [ort, info, grund] = stand::von(pfad);
+  if (grund == 0) pruefe_Art(info.st_mode);
   constexpr int immer = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
   constexpr mode_t rechte = 0666;
   int deskriptor = ::open(ort.constData(), art | immer, rechte);

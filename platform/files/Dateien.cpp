@@ -10,12 +10,14 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
 #include "platform/files/Binaerdatei.h"
 #include "platform/files/Pfadkarte.h"
 #include "platform/files/Schreiben.h"
+#include "platform/files/Stand.h"
 #include "platform/files/Systemfehler.h"
 #include "platform/files/Verzeichnis.h"
 
@@ -27,10 +29,10 @@ QByteArray ort_von(const QString& pfad) {
   return Pfadkarte::aktuell().maschinenpfad(pfad);
 }
 
-struct stat stand(const QString& pfad) {
-  struct stat info {};
-  systemfehler::pruefe(::stat(ort_von(pfad).constData(), &info));
-  return info;
+stand::Stand stand_von(const QString& pfad) {
+  stand::Stand s = stand::von(pfad);
+  if (!s.vorhanden()) systemfehler::wirf(s.fehler);
+  return s;
 }
 
 bool hat_verbotene_Zeichen(const QString& pfad) {
@@ -111,10 +113,9 @@ QStringList Dir(const QString& pfad) {
   const qsizetype trenner = std::max(pfad.lastIndexOf(u'\\'), pfad.lastIndexOf(u'/'));
   const QString muster = pfad.mid(trenner + 1);
   const QString ordner = trenner < 0 ? u"."_s : pfad.left(trenner + 1);
-  const QByteArray ort = ort_von(ordner);
-  struct stat info {};
-  if (::stat(ort.constData(), &info) != 0 || !S_ISDIR(info.st_mode)) return {};
-  QStringList namen = verzeichnis::liste(ort, verzeichnis::Art::Dateien);
+  const stand::Stand s = stand::von(ordner);
+  if (!s.ist_Ordner()) return {};
+  QStringList namen = verzeichnis::liste(s.ort, verzeichnis::Art::Dateien);
   if (muster == "*.*"_L1) return namen;
   const QString gross = text::UCase(muster);
   namen.removeIf([&](const QString& name) { return !passt(text::UCase(name), gross); });
@@ -122,12 +123,12 @@ QStringList Dir(const QString& pfad) {
 }
 
 std::int64_t FileLen(const QString& pfad) {
-  const struct stat info = stand(pfad);
-  return S_ISDIR(info.st_mode) ? 0 : info.st_size;
+  const stand::Stand s = stand_von(pfad);
+  return s.ist_Ordner() ? 0 : s.info.st_size;
 }
 
 bool ist_Ordner(const QString& pfad) {
-  return S_ISDIR(stand(pfad).st_mode);
+  return stand_von(pfad).ist_Ordner();
 }
 
 QByteArray lies_alles(const QString& pfad) {
@@ -168,8 +169,14 @@ void schreibe_alles(const QString& pfad, const QByteArray& bytes) {
 }
 
 Kennung kennung(const QString& pfad) {
-  const struct stat info = stand(pfad);
-  return {info.st_dev, info.st_ino, info.st_size, nanosekunden(info.st_mtim), nanosekunden(info.st_ctim)};
+  return fundstelle(pfad).kennung;
+}
+
+Fundstelle fundstelle(const QString& pfad) {
+  stand::Stand s = stand_von(pfad);
+  const auto& info = s.info;
+  return {std::move(s.ort),
+          {info.st_dev, info.st_ino, info.st_size, nanosekunden(info.st_mtim), nanosekunden(info.st_ctim)}};
 }
 
 }  // namespace dateien

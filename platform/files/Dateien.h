@@ -49,4 +49,12 @@ struct Kennung {
 /// Raises 53 when it is missing.
 KVO_EXPORT Kennung kennung(const QString& pfad);
 
+/// Where a path leads on this machine, and the state of what stands there, in one look.
+struct Fundstelle {
+  QByteArray ort;
+  Kennung kennung;
+};
+/// Raises 53 when it is missing.
+KVO_EXPORT Fundstelle fundstelle(const QString& pfad);
+
 }  // namespace dateien

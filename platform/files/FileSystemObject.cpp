@@ -11,6 +11,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/Pfadkarte.h"
 #include "platform/files/Schreiben.h"
+#include "platform/files/Stand.h"
 #include "platform/files/Systemfehler.h"
 #include "platform/files/Verzeichnis.h"
 
@@ -22,7 +23,7 @@ QByteArray ort_von(const QString& pfad) {
   return Pfadkarte::aktuell().maschinenpfad(pfad);
 }
 
-std::optional<struct stat> stand(const QByteArray& ort) {
+std::optional<struct stat> stand_am_Ort(const QByteArray& ort) {
   struct stat info {};
   if (::stat(ort.constData(), &info) != 0) return std::nullopt;
   return info;
@@ -30,7 +31,7 @@ std::optional<struct stat> stand(const QByteArray& ort) {
 
 /// State of a file that is to be copied, moved or deleted; anything that is no file counts as missing.
 struct stat stand_der_Datei(const QByteArray& ort) {
-  const auto info = stand(ort);
+  const auto info = stand_am_Ort(ort);
   if (!info || S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::DateiNichtGefunden);
   return *info;
 }
@@ -47,7 +48,7 @@ QString letzter_Name(const QString& pfad) {
 /// The file that a copy or move makes. A target that ends in a separator is a folder, which gets the source's name.
 QString zieldatei(const QString& quelle, const QString& ziel) {
   if (!endet_mit_Trenner(ziel)) return ziel;
-  const auto info = stand(ort_von(ziel));
+  const auto info = stand_am_Ort(ort_von(ziel));
   if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
   return ziel + letzter_Name(quelle);
 }
@@ -74,22 +75,15 @@ QStringList Folder::SubFolders() const {
 }
 
 bool FileSystemObject::FileExists(const QString& pfad) const {
-  return fehler::still_enden([&] {
-    const auto info = stand(ort_von(pfad));
-    return info && !S_ISDIR(info->st_mode);
-  });
+  return fehler::still_enden([&] { return stand::von(pfad).ist_Datei(); });
 }
 
 bool FileSystemObject::FolderExists(const QString& pfad) const {
-  return fehler::still_enden([&] {
-    const auto info = stand(ort_von(pfad));
-    return info && S_ISDIR(info->st_mode);
-  });
+  return fehler::still_enden([&] { return stand::von(pfad).ist_Ordner(); });
 }
 
 Folder FileSystemObject::GetFolder(const QString& pfad) const {
-  const auto info = stand(ort_von(pfad));
-  if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  if (!stand::von(pfad).ist_Ordner()) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
   QString ohne_Trenner = pfad;
   while (ohne_Trenner.size() > 1 && endet_mit_Trenner(ohne_Trenner) && !ohne_Trenner.endsWith(":\\"_L1))
     ohne_Trenner.chop(1);
@@ -107,7 +101,7 @@ void FileSystemObject::CopyFile(const QString& quelle, const QString& ziel, bool
   const QByteArray von = ort_von(quelle);
   const struct stat stand_der_quelle = stand_der_Datei(von);
   const QByteArray nach = ort_von(zieldatei(quelle, ziel));
-  if (const auto vorhanden = stand(nach)) {
+  if (const auto vorhanden = stand_am_Ort(nach)) {
     const bool dieselbe = vorhanden->st_dev == stand_der_quelle.st_dev && vorhanden->st_ino == stand_der_quelle.st_ino;
     if (dieselbe || S_ISDIR(vorhanden->st_mode)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
     if (!ueberschreiben) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
@@ -133,6 +127,16 @@ void FileSystemObject::MoveFile(const QString& quelle, const QString& ziel) cons
   systemfehler::wirf(grund);
 }
 
+void FileSystemObject::MoveFolder(const QString& quelle, const QString& ziel) const {
+  const QByteArray von = ort_von(quelle);
+  const auto info = stand_am_Ort(von);
+  if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  const QByteArray nach = Pfadkarte::aktuell().maschinenpfad_neu(ziel);
+  struct stat im_Weg {};
+  if (::lstat(ort_von(ziel).constData(), &im_Weg) == 0) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
+  if (!schreiben::benenne_um(von, nach)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+}
+
 void FileSystemObject::DeleteFile(const QString& pfad, bool auch_schreibgeschuetzte) const {
   const QByteArray ort = ort_von(pfad);
   const struct stat info = stand_der_Datei(ort);
@@ -143,7 +147,7 @@ void FileSystemObject::DeleteFile(const QString& pfad, bool auch_schreibgeschuet
 
 void FileSystemObject::DeleteFolder(const QString& pfad, bool auch_schreibgeschuetzte) const {
   const QByteArray ort = ort_von(pfad);
-  const auto info = stand(ort);
+  const auto info = stand_am_Ort(ort);
   if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
   if (!auch_schreibgeschuetzte && systemfehler::schreibgeschuetzt(info->st_mode))
     throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QVarLengthArray>
 #include <algorithm>
 #include <optional>
 
@@ -50,26 +51,40 @@ QByteArray steige_ab(const QByteArray& ordner, const QString& name) {
   return steige_ab(ordner, gekuerzt);
 }
 
-QByteArray steige_ab(QByteArray ordner, const QStringList& ebenen) {
-  // Nearly always the path is there as asked for: one look instead of one for each level.
-  QByteArray genau = ordner;
-  for (const QString& ebene : ebenen) genau = verbinde(genau, QFile::encodeName(ebene));
-  if (vorhanden(genau)) return genau;
-  for (const QString& ebene : ebenen) ordner = steige_ab(ordner, ebene);
-  return ordner;
-}
+// Paths are resolved for every picture of a strip at every scroll step: levels are views, not texts of their own.
+using Ebenen = QVarLengthArray<QStringView, 16>;
 
-/// The levels below the drive or share, with "." and ".." resolved by the text.
-QStringList ebenen_von(QStringView rest) {
-  QStringList ebenen;
+/// The levels of a text with backslashes, "." and ".." resolved.
+Ebenen ebenen_von(QStringView rest) {
+  Ebenen ebenen;
   for (const QStringView teil : rest.tokenize(u'\\', Qt::SkipEmptyParts)) {
-    if (teil == u"."_s) continue;
-    if (teil != u".."_s)
-      ebenen.append(teil.toString());
+    if (teil == u".") continue;
+    if (teil != u"..")
+      ebenen.append(teil);
     else if (!ebenen.isEmpty())
       ebenen.removeLast();
   }
   return ebenen;
+}
+
+QByteArray ohne_Nachsehen(const QString& wurzel, const Ebenen& ebenen) {
+  QString ort;
+  ort.reserve(wurzel.size() + 256);  // seldom more, so that one memory serves
+  ort += wurzel;
+  for (const QStringView ebene : ebenen) {
+    if (!ort.endsWith(u'/')) ort += u'/';
+    ort += ebene;
+  }
+  return QFile::encodeName(ort);
+}
+
+QByteArray steige_ab(const QString& wurzel, const Ebenen& ebenen) {
+  // Nearly always the path is there as asked for: one look instead of one for each level.
+  const QByteArray genau = ohne_Nachsehen(wurzel, ebenen);
+  if (vorhanden(genau)) return genau;
+  QByteArray ordner = QFile::encodeName(wurzel);
+  for (const QStringView ebene : ebenen) ordner = steige_ab(ordner, ebene.toString());
+  return ordner;
 }
 
 }  // namespace
@@ -79,9 +94,9 @@ Pfadkarte& Pfadkarte::aktuell() {
   return karte;
 }
 
-const Pfadkarte::Eintrag* Pfadkarte::suche(const QString& name) const {
+const Pfadkarte::Eintrag* Pfadkarte::suche(QStringView name) const {
   const auto treffer = std::find_if(eintraege_.begin(), eintraege_.end(), [&](const Eintrag& eintrag) {
-    return eintrag.name.compare(name, Qt::CaseInsensitive) == 0;
+    return name.compare(eintrag.name, Qt::CaseInsensitive) == 0;
   });
   return treffer == eintraege_.end() ? nullptr : &*treffer;
 }
@@ -125,29 +140,35 @@ Pfadkarte::Zerlegt Pfadkarte::zerlege(const QString& pfad) const {
     const QStringList teile = s.split(u'\\', Qt::SkipEmptyParts);
     if (teile.size() < 2) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
     const QString ort = freigabe("\\\\"_L1 + teile[0] + u'\\' + teile[1]);
-    return {QFile::encodeName(ort), ebenen_von(teile.mid(2).join(u'\\'))};
+    return {ort, teile.mid(2).join(u'\\')};
   }
   if (ist_Laufwerk(QStringView(s).left(2))) {
-    const QString laufwerk = s.left(2);
-    if (const Eintrag* eintrag = suche(laufwerk)) return {QFile::encodeName(eintrag->ordner), ebenen_von(s.mid(2))};
-    if (laufwerk[0].toUpper() != u'C') throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+    if (const Eintrag* eintrag = suche(QStringView(s).left(2))) return {eintrag->ordner, s.mid(2)};
+    if (s[0].toUpper() != u'C') throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
     s.remove(0, 2);
   }
-  if (s.startsWith(u'\\')) return {"/", ebenen_von(s)};
+  if (s.startsWith(u'\\')) return {u"/"_s, s};
   const QString hier = QDir::currentPath().replace(u'/', u'\\');
-  return {"/", ebenen_von(hier + u'\\' + s)};
+  return {u"/"_s, hier + u'\\' + s};
 }
 
 QByteArray Pfadkarte::maschinenpfad(const QString& pfad) const {
   const Zerlegt teile = zerlege(pfad);
-  return steige_ab(teile.wurzel, teile.ebenen);
+  return steige_ab(teile.wurzel, ebenen_von(teile.rest));
+}
+
+QByteArray Pfadkarte::genauer_Pfad(const QString& pfad) const {
+  const Zerlegt teile = zerlege(pfad);
+  return ohne_Nachsehen(teile.wurzel, ebenen_von(teile.rest));
 }
 
 QByteArray Pfadkarte::maschinenpfad_neu(const QString& pfad) const {
-  Zerlegt teile = zerlege(pfad);
-  if (teile.ebenen.isEmpty()) return teile.wurzel;
-  const QString name = teile.ebenen.takeLast();
-  const QByteArray ordner = steige_ab(teile.wurzel, teile.ebenen);
+  const Zerlegt teile = zerlege(pfad);
+  Ebenen ebenen = ebenen_von(teile.rest);
+  if (ebenen.isEmpty()) return QFile::encodeName(teile.wurzel);
+  const QString name = ebenen.last().toString();
+  ebenen.removeLast();
+  const QByteArray ordner = steige_ab(teile.wurzel, ebenen);
   const QByteArray genau = verbinde(ordner, QFile::encodeName(name));
   return vorhanden(genau) ? genau : verbinde(ordner, QFile::encodeName(ohne_Ende(name)));
 }

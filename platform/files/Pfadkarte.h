@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
 #include <optional>
 
 #include "platform/basic/kvo_export.h"
@@ -37,8 +38,11 @@ class KVO_EXPORT Pfadkarte {
   /// The machine's own path, in the file system's bytes. A drive or share that nobody mapped raises 76, an empty path
   /// 76, a path with a zero character 52.
   QByteArray maschinenpfad(const QString& pfad) const;
-  /// The same for a name that is to be made: the last level keeps the case that was asked for, also where the name
-  /// exists in another.
+  /// The same without a look at the disk: the exact form of the path, whether it is there or not. Where it is there,
+  /// it is what maschinenpfad gives.
+  QByteArray genauer_Pfad(const QString& pfad) const;
+  /// As maschinenpfad, for a name that is to be made: the last level keeps the case that was asked for, also where the
+  /// name exists in another.
   QByteArray maschinenpfad_neu(const QString& pfad) const;
   /// The way back for a path of this machine: the longest mapped folder wins, the rest is written with backslashes;
   /// what lies outside all of them becomes "C:\…".
@@ -49,11 +53,12 @@ class KVO_EXPORT Pfadkarte {
     QString name;
     QString ordner;
   };
+  /// A path's place on this machine, and its levels below that, as text with backslashes.
   struct Zerlegt {
-    QByteArray wurzel;
-    QStringList ebenen;
+    QString wurzel;
+    QString rest;
   };
-  const Eintrag* suche(const QString& name) const;
+  const Eintrag* suche(QStringView name) const;
   QString freigabe(const QString& name) const;
   Zerlegt zerlege(const QString& pfad) const;
   QList<Eintrag> eintraege_;

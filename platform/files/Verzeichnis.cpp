@@ -14,6 +14,7 @@
 #include <chrono>
 #include <cstdio>
 #include <functional>
+#include <list>
 #include <memory>
 
 #include "platform/basic/Laufzeitfehler.h"
@@ -72,9 +73,39 @@ bool in_Ruhe(const struct timespec& geaendert) {
   return jetzt - dann > std::chrono::seconds(2);
 }
 
-bool gleicher_Stand(const Namensliste& liste, const QByteArray& ordner, const struct stat& info) {
-  return liste.ordner == ordner && liste.geraet == info.st_dev && liste.inode == info.st_ino &&
-         liste.geaendert.tv_sec == info.st_mtim.tv_sec && liste.geaendert.tv_nsec == info.st_mtim.tv_nsec;
+bool gleicher_Stand(const Namensliste& liste, const struct stat& info) {
+  return liste.geraet == info.st_dev && liste.inode == info.st_ino && liste.geaendert.tv_sec == info.st_mtim.tv_sec &&
+         liste.geaendert.tv_nsec == info.st_mtim.tv_nsec;
+}
+
+/// The lists of the folders asked for last, the latest first: the levels of one path, and of the paths beside it.
+using Namenslisten = std::list<Namensliste>;
+constexpr std::size_t kHoechstens_Listen = 8;
+
+std::optional<Namensliste> lies_Namen(const QByteArray& ordner, const struct stat& info) {
+  Namensliste neu{ordner, info.st_mtim, info.st_dev, info.st_ino, {}};
+  // A folder that may be searched but not listed knows exact names only.
+  if (!gehe_durch(ordner, [&](int, const dirent& eintrag) {
+        const auto lesbar = lesbarer_Name(eintrag.d_name);
+        if (lesbar) neu.namen.insert(text::UCase(*lesbar), QByteArray(static_cast<const char*>(eintrag.d_name)));
+      }))
+    return std::nullopt;
+  return neu;
+}
+
+/// Puts the folder's list in front, read anew unless it is known in this state. False where it can't be listed.
+bool hole_nach_vorn(Namenslisten& listen, const QByteArray& ordner, const struct stat& info) {
+  const auto bekannt = std::find_if(listen.begin(), listen.end(), [&](const auto& l) { return l.ordner == ordner; });
+  if (bekannt != listen.end() && gleicher_Stand(*bekannt, info)) {
+    listen.splice(listen.begin(), listen, bekannt);
+    return true;
+  }
+  if (bekannt != listen.end()) listen.erase(bekannt);
+  auto neu = lies_Namen(ordner, info);
+  if (!neu) return false;
+  listen.push_front(*std::move(neu));
+  if (listen.size() > kHoechstens_Listen) listen.pop_back();
+  return true;
 }
 
 }  // namespace
@@ -97,21 +128,12 @@ QStringList liste(const QByteArray& ordner, Art art) {
 }
 
 std::optional<QByteArray> suche_ohne_Schreibung(const QByteArray& ordner, const QString& name) {
-  thread_local Namensliste letzte;
+  thread_local Namenslisten listen;
   struct stat info {};
   if (::stat(ordner.constData(), &info) != 0 || !S_ISDIR(info.st_mode)) return std::nullopt;
-  if (!gleicher_Stand(letzte, ordner, info)) {
-    Namensliste neu{ordner, info.st_mtim, info.st_dev, info.st_ino, {}};
-    // A folder that may be searched but not listed knows exact names only.
-    if (!gehe_durch(ordner, [&](int, const dirent& eintrag) {
-          const auto lesbar = lesbarer_Name(eintrag.d_name);
-          if (lesbar) neu.namen.insert(text::UCase(*lesbar), QByteArray(static_cast<const char*>(eintrag.d_name)));
-        }))
-      return std::nullopt;
-    letzte = std::move(neu);
-  }
-  const QByteArray treffer = letzte.namen.value(text::UCase(name));
-  if (!in_Ruhe(letzte.geaendert)) letzte = {};
+  if (!hole_nach_vorn(listen, ordner, info)) return std::nullopt;
+  const QByteArray treffer = listen.front().namen.value(text::UCase(name));
+  if (!in_Ruhe(listen.front().geaendert)) listen.pop_front();
   if (treffer.isEmpty()) return std::nullopt;
   return treffer;
 }

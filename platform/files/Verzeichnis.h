@@ -15,8 +15,8 @@ enum class Art { Dateien, Ordner };
 /// mean them. A folder that can't be read raises 76 or 70.
 QStringList liste(const QByteArray& ordner, Art art);
 
-/// The entry of a folder that is the name without regard to case, as the folder spells it. The folder's names are kept
-/// until the folder changes, so that many questions about one folder cost one listing.
+/// The entry of a folder that is the name without regard to case, as the folder spells it. The names of the
+/// last few folders are kept until the folder changes, so that many questions about them cost one listing each.
 std::optional<QByteArray> suche_ohne_Schreibung(const QByteArray& ordner, const QString& name);
 
 /// The folder where a network share is mounted.

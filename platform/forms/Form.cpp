@@ -4,11 +4,13 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QScopeGuard>
 #include <algorithm>
 #include <array>
 #include <utility>
 
+#include "platform/forms/Steuerelement.h"
 #include "platform/forms/Twips.h"
 
 namespace tasten {
@@ -59,6 +61,8 @@ Form::Form(const QString& name) : name_(name) {
   setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
                  Qt::WindowCloseButtonHint);
   qApp->installEventFilter(this);
+  ziehen_.bewacht = [this](const std::function<void()>& handler) { bewacht(handler); };
+  ziehen_.Ende = [this] { Form_DragEnde(); };
 }
 
 Form::~Form() {
@@ -73,8 +77,25 @@ void Form::Load() {
 void Form::Show() {
   Load();
   fehler_ = nullptr;
-  exec();
+  // Shown before the loop is entered: a form that a failure or its own first events hid must not enter it.
+  setWindowModality(Qt::ApplicationModal);
+  show();
+  if (!std::exchange(gezeigt_, true)) zeige_zum_ersten_Mal();
+  if (isVisible() && !fehler_) exec();
   if (fehler_) std::rethrow_exception(std::exchange(fehler_, nullptr));
+}
+
+void Form::zeige_zum_ersten_Mal() {
+  vorweg_aktiviert_ = !isActiveWindow();
+  abgeschirmt([this] { Form_Resize(); });
+  abgeschirmt([this] {
+    // The event of one control may unload others.
+    QList<QPointer<QWidget>> kinder;
+    for (QWidget* kind : findChildren<QWidget*>()) kinder.append(kind);
+    for (const QPointer<QWidget>& kind : kinder)
+      if (auto* element = dynamic_cast<Steuerelement*>(kind.data())) element->zum_ersten_Mal_gezeigt();
+  });
+  if (!fehler_) abgeschirmt([this] { Form_Activate(); });
 }
 
 void Form::Hide() {
@@ -99,6 +120,22 @@ void Form::setze_Innengroesse(double breite, double hoehe) {
   resize(twips::pixel(breite), twips::pixel(hoehe));
 }
 
+Fensterlage Form::Lage() const {
+  const bool maximiert = isMaximized();
+  return {maximiert ? normalGeometry() : geometry(), maximiert};
+}
+
+void Form::Lage(const Fensterlage& wert) {
+  setGeometry(wert.Rechteck);
+  if (wert.Maximiert) setWindowState(windowState() | Qt::WindowMaximized);
+  // A window that does not show yet gets its resize when it does: too late for whoever asked.
+  if (!isVisible()) Form_Resize();
+}
+
+void Form::beginne_Ziehen(Steuerelement& quelle) {
+  ziehen_.beginne(quelle);
+}
+
 void Form::bewacht(const std::function<void()>& handler) {
   if (tiefe_ > 0) return handler();
   abgeschirmt(handler);
@@ -118,7 +155,12 @@ void Form::abgeschirmt(const std::function<void()>& handler) noexcept {
 
 void Form::resizeEvent(QResizeEvent* ereignis) {
   QDialog::resizeEvent(ereignis);
-  abgeschirmt([this] { Form_Resize(); });
+  if (gezeigt_) abgeschirmt([this] { Form_Resize(); });
+}
+
+void Form::hideEvent(QHideEvent* ereignis) {
+  QDialog::hideEvent(ereignis);
+  ziehen_.brich_ab();
 }
 
 // The base is not called: it would ask reject() again, which clicks the cancel button and does not return here.
@@ -130,7 +172,8 @@ void Form::closeEvent(QCloseEvent* ereignis) {
 
 bool Form::event(QEvent* ereignis) {
   const bool ergebnis = QDialog::event(ereignis);
-  if (ereignis->type() == QEvent::WindowActivate) abgeschirmt([this] { Form_Activate(); });
+  if (ereignis->type() == QEvent::WindowActivate && gezeigt_ && !std::exchange(vorweg_aktiviert_, false))
+    abgeschirmt([this] { Form_Activate(); });
   return ergebnis;
 }
 

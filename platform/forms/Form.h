@@ -8,6 +8,8 @@
 
 #include "platform/basic/kvo_export.h"
 #include "platform/forms/Ereigniswache.h"
+#include "platform/forms/Ziehvorgang.h"
+#include "platform/host/KVOCore.h"
 
 class QAbstractButton;
 
@@ -22,9 +24,12 @@ std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept;
 /// A window that lays itself out in code. Life: made, loaded (Form_Load, once), shown modally, ended by hiding itself,
 /// unloaded (Form_Unload, once) by whoever made it. The object stays usable while hidden.
 ///
+/// The first showing raises Form_Resize, then the first event of each control that has one, then Form_Activate; where a
+/// window manager activates the window, that activation is the same one. Later activations raise Form_Activate again.
+///
 /// Failures: what a handler that the event loop entered could not do ends the modal show, and Show throws it again. A
 /// handler that was called by a statement passes its failure on to that statement.
-class KVO_EXPORT Form : public QDialog, public Ereigniswache {
+class KVO_EXPORT Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fensterplatz {
  public:
   explicit Form(const QString& name);
   ~Form() override;
@@ -47,6 +52,10 @@ class KVO_EXPORT Form : public QDialog, public Ereigniswache {
   double ScaleHeight() const;
   void setze_Innengroesse(double breite, double hoehe);
 
+  QString Fenstername() const override { return name_; }
+  Fensterlage Lage() const override;
+  void Lage(const Fensterlage& wert) override;
+
   /// The button that Escape clicks; none makes Escape do nothing.
   void setze_Abbruchknopf(QAbstractButton* knopf) noexcept { abbruchknopf_ = knopf; }
 
@@ -55,6 +64,8 @@ class KVO_EXPORT Form : public QDialog, public Ereigniswache {
   void bewacht(const std::function<void()>& handler) override;
   /// The same where no exception may pass, in the middle of Qt's own work: a failure is kept in any case.
   void abgeschirmt(const std::function<void()>& handler) noexcept;
+
+  void beginne_Ziehen(Steuerelement& quelle) override;
 
  protected:
   virtual void Form_Load() {}
@@ -67,8 +78,11 @@ class KVO_EXPORT Form : public QDialog, public Ereigniswache {
   virtual void Form_KeyDown(std::int16_t KeyCode, std::int16_t Shift) { (void)KeyCode, (void)Shift; }
   virtual void Form_KeyPress(std::int16_t KeyAscii) { (void)KeyAscii; }
   virtual void Form_KeyUp(std::int16_t KeyCode, std::int16_t Shift) { (void)KeyCode, (void)Shift; }
+  /// A drag of one of the form's controls has ended, wherever and however.
+  virtual void Form_DragEnde() {}
 
   void resizeEvent(QResizeEvent* ereignis) override;
+  void hideEvent(QHideEvent* ereignis) override;
   void closeEvent(QCloseEvent* ereignis) override;
   bool event(QEvent* ereignis) override;
   bool eventFilter(QObject* empfaenger, QEvent* ereignis) override;
@@ -76,11 +90,17 @@ class KVO_EXPORT Form : public QDialog, public Ereigniswache {
 
  private:
   void sieh_Taste(QKeyEvent& taste);
+  void zeige_zum_ersten_Mal();
 
   QString name_;
+  Ziehvorgang ziehen_{*this};
   QAbstractButton* abbruchknopf_ = nullptr;
   std::exception_ptr fehler_;
   int tiefe_ = 0;
   bool geladen_ = false;
   bool entladen_ = false;
+  /// The first showing has raised its events.
+  bool gezeigt_ = false;
+  /// The form raised the first activation itself; the window's own is still to come.
+  bool vorweg_aktiviert_ = false;
 };

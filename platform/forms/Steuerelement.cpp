@@ -1,6 +1,7 @@
 #include "platform/forms/Steuerelement.h"
 
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/forms/Farbwert.h"
 #include "platform/forms/Twips.h"
 
 namespace {
@@ -26,15 +27,11 @@ void Steuerelement::Top(double wert) {
 }
 
 void Steuerelement::Width(double wert) {
-  pruefe_Groesse(wert);
-  breite_ = wert;
-  setze_Geometrie();
+  setze_Groesse(wert, hoehe_);
 }
 
 void Steuerelement::Height(double wert) {
-  pruefe_Groesse(wert);
-  hoehe_ = wert;
-  setze_Geometrie();
+  setze_Groesse(breite_, wert);
 }
 
 void Steuerelement::Move(double links, double oben, double breite, double hoehe) {
@@ -42,25 +39,30 @@ void Steuerelement::Move(double links, double oben, double breite, double hoehe)
   pruefe_Groesse(hoehe);
   links_ = links;
   oben_ = oben;
+  setze_Groesse(breite, hoehe);
+}
+
+void Steuerelement::setze_Groesse(double breite, double hoehe) {
+  pruefe_Groesse(breite);
+  pruefe_Groesse(hoehe);
+  const bool anders = breite != breite_ || hoehe != hoehe_;
   breite_ = breite;
   hoehe_ = hoehe;
   setze_Geometrie();
+  if (anders) nach_Groesse();
 }
 
 void Steuerelement::setze_Geometrie() {
   widget_.setGeometry(twips::pixel(links_), twips::pixel(oben_), twips::pixel(breite_), twips::pixel(hoehe_));
 }
 
-void Steuerelement::uebernimm_Groesse(QSize pixel) {
-  breite_ = twips::aus_Pixel(pixel.width());
-  hoehe_ = twips::aus_Pixel(pixel.height());
-}
-
-bool Steuerelement::Visible() const {
-  return !widget_.isHidden();
-}
 void Steuerelement::Visible(bool wert) {
-  widget_.setVisible(wert);
+  sichtbar_ = wert;
+  widget_.setVisible(wert && !zurueckgehalten_);
+}
+void Steuerelement::halte_zurueck() {
+  zurueckgehalten_ = true;
+  widget_.setVisible(false);
 }
 void Steuerelement::Enabled(bool wert) {
   freigegeben_ = wert;
@@ -68,4 +70,38 @@ void Steuerelement::Enabled(bool wert) {
 }
 void Steuerelement::ToolTipText(const QString& text) {
   widget_.setToolTip(text);
+}
+
+Farbe Steuerelement::BackColor() const {
+  return farbe(hintergrund());
+}
+void Steuerelement::BackColor(Farbe wert) {
+  setze_Farbe(hintergrund(), wert);
+  widget_.setAutoFillBackground(true);
+}
+Farbe Steuerelement::ForeColor() const {
+  return farbe(vordergrund());
+}
+void Steuerelement::ForeColor(Farbe wert) {
+  setze_Farbe(vordergrund(), wert);
+}
+
+// The roles are the widget's own: a text field paints on another one than a label does.
+QPalette::ColorRole Steuerelement::hintergrund() const {
+  return widget_.backgroundRole();
+}
+QPalette::ColorRole Steuerelement::vordergrund() const {
+  return widget_.foregroundRole();
+}
+
+Farbe Steuerelement::farbe(QPalette::ColorRole rolle) const {
+  const QColor c = widget_.palette().color(QPalette::Active, rolle);
+  return static_cast<Farbe>(c.red() | c.green() << 8 | c.blue() << 16);
+}
+
+void Steuerelement::setze_Farbe(QPalette::ColorRole rolle, Farbe wert) {
+  if (farbe(rolle) == wert) return;
+  QPalette palette = widget_.palette();
+  palette.setColor(rolle, farben::qt(wert));
+  widget_.setPalette(palette);
 }

@@ -18,6 +18,10 @@ class KVO_EXPORT TextBox : public QLineEdit, public Steuerelement {
   void Locked(bool wert) { setReadOnly(wert); }
 
   std::function<void()> Change;
+
+ protected:
+  QPalette::ColorRole hintergrund() const override { return QPalette::Base; }
+  QPalette::ColorRole vordergrund() const override { return QPalette::Text; }
 };
 
 /// A text box of several lines. What code assigned comes back character for character until the user edits it, whatever

@@ -94,21 +94,20 @@ QImage mit_Qt(const Bildkopf& kopf, const QByteArray& datei) {
 // The reader's own idea of the size may differ from the header's (a GIF whose frame is not its screen).
 QImage auf_Flaeche(const QImage& bild, QSize groesse) {
   if (bild.size() == groesse) return bild;
-  QImage flaeche = geprueft(QImage(groesse, QImage::Format_RGB32));
-  flaeche.fill(qRgb(0, 0, 0));
+  QImage flaeche = schwarz(groesse);
   const QSize gemeinsam = bild.size().boundedTo(groesse);
   for (int y = 0; y < gemeinsam.height(); ++y)
     std::memcpy(flaeche.scanLine(y), bild.constScanLine(y), static_cast<std::size_t>(gemeinsam.width()) * sizeof(QRgb));
   return flaeche;
 }
 
-QImage einfarbig(QSize groesse) {
+}  // namespace
+
+QImage schwarz(QSize groesse) {
   QImage bild = geprueft(QImage(groesse, QImage::Format_RGB32));
   bild.fill(qRgb(0, 0, 0));
   return bild;
 }
-
-}  // namespace
 
 QImage undurchsichtig(QImage bild, QRgb hintergrund) {
   if (!bild.hasAlphaChannel()) return geprueft(std::move(bild).convertToFormat(QImage::Format_RGB32));
@@ -134,10 +133,10 @@ QImage auf_Groesse(const QImage& bild, QSize ziel) {
 QImage dekodiere(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
   if (kopf.format == Bildformat::Jpeg) {
     const QImage bild = jpegdekoder::dekodiere(bytes, ziel);
-    return bild.isNull() ? einfarbig(ziel) : auf_Groesse(bild, ziel);
+    return bild.isNull() ? schwarz(ziel) : auf_Groesse(bild, ziel);
   }
   QImage bild = mit_Qt(kopf, bytes);
-  if (bild.isNull()) return einfarbig(ziel);
+  if (bild.isNull()) return schwarz(ziel);
   return auf_Groesse(auf_Flaeche(undurchsichtig(std::move(bild), hintergrund), kopf.groesse), ziel);
 }
 

@@ -17,6 +17,9 @@ QImage dekodiere(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb
 /// The opaque form (RGB32) of any image on a background.
 QImage undurchsichtig(QImage bild, QRgb hintergrund);
 
+/// Black all over. Memory run out raises 7.
+QImage schwarz(QSize groesse);
+
 /// Scaled smoothly to exactly `ziel`, whatever the proportions.
 QImage auf_Groesse(const QImage& bild, QSize ziel);
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QSize>
 #include <cstdint>
+#include <optional>
 
 /// The formats that the system's pictures come in. They are told by the content alone; a file's name never matters.
 /// Metafiles are not among them, nor is what only newer programs write (WebP, HEIC, AVIF): other workstations on the
@@ -47,6 +49,15 @@ Bildkopf gif(QByteArrayView bytes);
 Bildkopf bmp(QByteArrayView bytes);
 Bildkopf tiff(QByteArrayView bytes);
 Bildkopf ico(QByteArrayView bytes);
+
+/// Many programs write a TIFF's directory behind its pixels. `anfang` holds the first kSignaturlaenge bytes; the
+/// result is the position that they name, or none where they name none.
+std::optional<std::uint64_t> tiff_Verzeichnis(QByteArrayView anfang);
+/// So many bytes hold any directory: 65535 entries of a BigTIFF and their count.
+inline constexpr qsizetype kLaengstes_Verzeichnis = 8 + 20 * 0xffff;
+/// A short TIFF of the same header: the first kSignaturlaenge bytes, made to name what follows, and the bytes from the
+/// directory on.
+QByteArray tiff_gekuerzt(QByteArrayView anfang, QByteArrayView verzeichnis);
 
 Bildkopf defekt(Bildformat format) noexcept;
 /// A sound header: too big where the size can't be held or a side is over `groesste_seite`; broken for a side of 0.

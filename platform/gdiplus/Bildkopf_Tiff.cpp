@@ -17,17 +17,33 @@ struct Verzeichnis {
   bool hohes_zuerst = false;
 };
 
+bool ist_hohes_zuerst(const Bytesicht& b) noexcept {
+  return b.u8(0) == 'M';
+}
+
+bool ist_gross(const Bytesicht& b) noexcept {
+  return b.zahl(2, 2, ist_hohes_zuerst(b)) == 43;
+}
+
+// Where the header says that the first directory stands; it can't stand in the header.
+std::optional<std::uint64_t> stelle_im_Kopf(const Bytesicht& b) {
+  const bool hoch = ist_hohes_zuerst(b);
+  const bool gross = ist_gross(b);
+  if (gross && (b.zahl(4, 2, hoch) != 8 || !b.hat(0, 16))) return std::nullopt;
+  if (!b.hat(0, 8)) return std::nullopt;
+  const std::uint64_t stelle = gross ? b.zahl(8, 8, hoch) : b.zahl(4, 4, hoch);
+  return stelle < 8 ? std::nullopt : std::optional(stelle);
+}
+
 std::optional<Verzeichnis> erstes_Verzeichnis(const Bytesicht& b) {
   Verzeichnis v;
-  v.hohes_zuerst = b.u8(0) == 'M';
-  const bool gross = b.zahl(2, 2, v.hohes_zuerst) == 43;
-  if (gross && (b.zahl(4, 2, v.hohes_zuerst) != 8 || !b.hat(0, 16))) return std::nullopt;
-  if (!b.hat(0, 8)) return std::nullopt;
-  const std::uint64_t stelle = gross ? b.zahl(8, 8, v.hohes_zuerst) : b.zahl(4, 4, v.hohes_zuerst);
+  v.hohes_zuerst = ist_hohes_zuerst(b);
+  const bool gross = ist_gross(b);
+  const auto stelle = stelle_im_Kopf(b);
   const unsigned zaehler = gross ? 8 : 2;
-  if (stelle < 8 || !b.hat(stelle, zaehler)) return std::nullopt;
-  v.anzahl = b.zahl(stelle, zaehler, v.hohes_zuerst);
-  v.erster_eintrag = stelle + zaehler;
+  if (!stelle || !b.hat(*stelle, zaehler)) return std::nullopt;
+  v.anzahl = b.zahl(*stelle, zaehler, v.hohes_zuerst);
+  v.erster_eintrag = *stelle + zaehler;
   if (gross) {
     v.eintrag = 20;
     v.wert = 12;
@@ -54,6 +70,19 @@ std::uint64_t ganzzahl(const Bytesicht& b, const Verzeichnis& v, std::uint64_t e
 }
 
 }  // namespace
+
+std::optional<std::uint64_t> bildkopf::tiff_Verzeichnis(QByteArrayView anfang) {
+  return stelle_im_Kopf(Bytesicht(anfang));
+}
+
+QByteArray bildkopf::tiff_gekuerzt(QByteArrayView anfang, QByteArrayView verzeichnis) {
+  const Bytesicht b(anfang);
+  QByteArray kurz = anfang.toByteArray();
+  const qsizetype feld = ist_gross(b) ? 8 : 4;  // its position and its length as well
+  kurz.replace(feld, feld, QByteArray(feld, 0));
+  kurz[ist_hohes_zuerst(b) ? 2 * feld - 1 : feld] = static_cast<char>(kSignaturlaenge);
+  return kurz + verzeichnis.toByteArray();
+}
 
 Bildkopf bildkopf::tiff(QByteArrayView bytes) {
   const Bytesicht b(bytes);

@@ -17,7 +17,8 @@ struct Ergebnis {
   std::shared_ptr<const Bild> bild;  ///< only with status Ok
 };
 
-/// Opens a picture file; the status comes from signature and header alone.
+/// Opens a picture file; the status comes from signature and header alone. The picture outlives its file, unless a
+/// NurKopf lives on this thread.
 Ergebnis oeffne(const QString& pfad);
 
 /// The same picture on another background; null for none. A picture that is no file's is opaque and stays as it is.

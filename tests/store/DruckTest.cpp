@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QImage>
 
 #include "imaging/frmPic.h"
+#include "platform/gdiplus/NurKopf.h"
 #include "store/clsBildZuordnungen.h"
 #include "tests/support/Bildwurzel.h"
 #include "tests/support/Doppel.h"
@@ -149,4 +151,17 @@ TEST_F(Druck, ReleasingTheStoreReleasesTheLoadingForm) {
     frmPic::Instanz().picPicture.Scale(ScaleMode::Twips);
   }
   EXPECT_EQ(frmPic::Instanz().picPicture.Scale(), ScaleMode::Pixel);
+}
+
+TEST_F(Druck, APictureOpenedByItsHeaderHasItsSizeAtOnceAndReadsItsFileWhenPainted) {
+  male(u"a.png"_s, {30, 20});
+  {
+    const bildlader::NurKopf nur_Kopf;
+    ASSERT_TRUE(store.FKT_LoadPicture(u"a.png"_s, u"P:"_s, false));
+  }
+  EXPECT_EQ(store.AktLoadPicture_Breite, 30);
+  EXPECT_EQ(store.AktLoadPicture_Hoehe, 20);
+  EXPECT_EQ(store.AktLoadPicture_Picture->bild().pixel(10, 10), qRgb(255, 0, 0));
+  ASSERT_TRUE(QFile::remove(wurzel.pfad(u"a.png"_s)));
+  EXPECT_EQ(store.AktLoadPicture_Picture->bild({15, 10}).size(), QSize(15, 10));
 }

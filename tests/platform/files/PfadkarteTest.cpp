@@ -3,6 +3,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <chrono>
+#include <filesystem>
 
 #include "platform/files/Pfadkarte.h"
 #include "tests/support/Bildwurzel.h"
@@ -87,6 +89,38 @@ TEST(Pfadkarte, ANewFileIsFoundAtOnceInAnotherCaseAlthoughTheFolderWasListedBefo
   EXPECT_EQ(ort(u"P:\\NEU.JPG"_s), wurzel.pfad(u"NEU.JPG"_s));
   wurzel.schreibe(u"neu.jpg"_s, "1");
   EXPECT_EQ(ort(u"P:\\NEU.JPG"_s), wurzel.pfad(u"neu.jpg"_s));
+}
+
+TEST(Pfadkarte, ManyFoldersInAnotherCaseAreToldApartAndSeenChanging) {
+  const Bildwurzel wurzel;
+  const auto schreibe = [&](int i, const QString& name) { wurzel.schreibe(u"Ordner%1/"_s.arg(i) + name, "x"); };
+  const auto alt = std::chrono::file_clock::now() - std::chrono::hours(1);
+  const auto mache_alt = [&](const QString& pfad) { std::filesystem::last_write_time(pfad.toStdString(), alt); };
+  for (int i = 0; i < 12; ++i) {
+    schreibe(i, u"Foto%1.jpg"_s.arg(i));
+    mache_alt(wurzel.pfad(u"Ordner%1"_s.arg(i)));
+  }
+  mache_alt(wurzel.pfad());
+  const auto gefragt = [](int i, const QString& name) { return ort(u"P:\\ORDNER%1\\"_s.arg(i) + name); };
+  for (int runde = 0; runde < 3; ++runde)
+    for (int i = 0; i < 12; ++i)
+      EXPECT_EQ(gefragt(i, u"FOTO%1.JPG"_s.arg(i)), wurzel.pfad(u"Ordner%1/Foto%1.jpg"_s.arg(i)));
+  EXPECT_EQ(gefragt(11, u"FOTO3.JPG"_s), wurzel.pfad(u"Ordner11/FOTO3.JPG"_s));
+  schreibe(11, u"Foto3.jpg"_s);
+  EXPECT_EQ(gefragt(11, u"FOTO3.JPG"_s), wurzel.pfad(u"Ordner11/Foto3.jpg"_s));
+}
+
+TEST(Pfadkarte, TheExactPathNeedsNoDiskAndIsTheResolvedOneWhereItIsThere) {
+  const Bildwurzel wurzel;
+  const auto genau = [](const QString& pfad) { return QFile::decodeName(Pfadkarte::aktuell().genauer_Pfad(pfad)); };
+  wurzel.schreibe(u"Größe/Foto.JPG"_s, "x");
+  EXPECT_EQ(genau(u"p:/Größe//.\\a\\..\\Foto.JPG"_s), wurzel.pfad(u"Größe/Foto.JPG"_s));
+  EXPECT_EQ(ort(u"P:\\Größe\\Foto.JPG"_s), wurzel.pfad(u"Größe/Foto.JPG"_s));
+  EXPECT_EQ(genau(u"P:\\größe\\foto.jpg."_s), wurzel.pfad(u"größe/foto.jpg."_s));
+  EXPECT_EQ(genau(u"P:"_s), wurzel.pfad());
+  EXPECT_EQ(genau(u"C:\\etc\\hosts"_s), u"/etc/hosts"_s);
+  EXPECT_EQ(genau(u"\\"_s), u"/"_s);
+  EXPECT_EQ(Fehlernummer_von([&] { genau(u"Q:\\a"_s); }), 76);
 }
 
 TEST(Pfadkarte, TheWayBackTakesTheLongestMappedFolder) {

@@ -1,0 +1,231 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <memory>
+
+#include "dialogs/assignment/Bildtabelle.h"
+#include "dialogs/assignment/clsDialoge.h"
+#include "platform/basic/XArrayDBObject.h"
+#include "platform/forms/Bildfeld.h"
+#include "platform/forms/Flaechen.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Knoepfe.h"
+#include "platform/forms/SSSplitter.h"
+#include "platform/forms/Steuerelementfeld.h"
+#include "platform/forms/Textfelder.h"
+#include "platform/host/KVOCore.h"
+
+/// The dialog in which the user sees and edits the pictures of one business record. It works on a table of its own,
+/// BildTabelle; saving moves that into the collection and carries the changes of files out. It never touches the
+/// database but for the renaming of stored pictures.
+///
+/// Usual road: Load, set the public members, Lade_Zuordnung, AnzeigeSteuern, Show, Unload.
+class frm_BildZuordnung : public Form {
+ public:
+  frm_BildZuordnung();
+  ~frm_BildZuordnung() override;
+
+  // ── Set by the entry point between Load and Lade_Zuordnung ────────────────────────────────────────────────────────
+  QString pStandardBildPfad;  ///< below the root; new pictures are copied there
+  QString pInfoZeile;
+  QString PTyp1;
+  QString pTyp2;
+  QString pGL_jmtVerarbeitungsdatum;
+  bool pNurAnzeige = false;
+  bool pNurAnhang = false;
+  std::shared_ptr<Anwendungsobjekt> pAppObj;
+  QString pRootpath;  ///< without a closing separator; saving sets it to the root of the row written last
+  std::shared_ptr<clsBildZuordnungen> pBildObj;
+
+  // ── State ─────────────────────────────────────────────────────────────────────────────────────────────────────────
+  static constexpr std::int32_t KeineZeile = -1000;
+  std::shared_ptr<XArrayDBObject> BildTabelle;
+  std::shared_ptr<XArrayDBObject> SortTabelle;  ///< the same table, while it is being sorted
+  std::int32_t AktZeile = 0;
+  std::int32_t AktThumb = 1;  ///< never below 1
+  std::int32_t ErsteZeile = 0;
+  bool DatenGeaendert = false;
+  bool AnzeigeAufbau = false;
+  bool LayoutSperre = false;
+  std::int32_t StreifenHoehe = 0;
+  std::int32_t ThumbZaehler = 0;
+  std::int32_t ThumbSchritt = 0;
+  std::int32_t ThumbBreite = 0;  ///< pixels
+  std::int32_t ThumbHoehe = 0;   ///< pixels
+  std::int32_t SichtbareThumbs = 0;
+  bool DragAktiv = false;
+  std::int32_t DragQuelle = 0;
+  std::int32_t DragZiel = 0;
+
+  // ── Loading and state ─────────────────────────────────────────────────────────────────────────────────────────────
+  /// Fills BildTabelle from pBildObj. A failure is reported; the rows read until then stay.
+  void Lade_Zuordnung();
+  void AnzeigeSteuern();
+  void Init_ThumbNailArray();
+  void EingabenFreigeben(bool pWert);
+  /// Does nothing while a row is being copied into the controls.
+  void SetzeDatenGeaendert(bool pWert);
+  /// Marks the selected row; also while it is merely shown. Meant so: rows that were looked at are written back.
+  void SetzeZeileGeaendert(bool pWert);
+  /// What becomes of unsaved changes before something else goes on. `pWeiter` is False only after "Abbrechen".
+  void Pruefe_Speichern(bool pOhneFrage, bool& pWeiter);
+  void Pruefe_Exif(const QString& pDatei, QString& pKennung, bool& pVorhanden) const;
+
+  // ── Strip ─────────────────────────────────────────────────────────────────────────────────────────────────────────
+  /// Rebuilds the strip from a row on; clamps the row for the caller. Draws neither stripes nor crosses.
+  void Create_ThumbNails(std::int32_t& pStart);
+  void Neuer_Thumb();
+  void Loesche_Thumbs();
+  /// Fits a picture into a box of pBreite by pHoehe pixels and paints it into `pZiel`, which takes its size.
+  void Bild_Einpassen(std::int32_t pBreite, std::int32_t pHoehe, Bildfeld& pQuelle, Bildfeld& pZiel);
+  void Markiere_Auswahl();
+  void Markiere_Ziel(std::int32_t pIndex);
+  void Pruefe_Scroll();
+  void Zeichne_Status();
+  void Zeichne_Entfernt(bool pNichtNeu);
+  /// Brings a row into view; `pZeile` is a control index afterwards.
+  void Zeige_Zeile(std::int32_t& pZeile, bool pScrollen, bool& pErgebnis);
+  void Bild_Verschieben();
+  /// Selects the row that the control shows.
+  void Pic_Thumb_Click(std::int32_t index);
+  void Zeige_Bild();
+
+  // ── Picture actions ───────────────────────────────────────────────────────────────────────────────────────────────
+  void Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis);
+  void NameWarnung(bool pWert);
+  void NameGeaendertAnzeige(bool pWert);
+
+  // ── Saving ────────────────────────────────────────────────────────────────────────────────────────────────────────
+  /// Moves the changed rows into the collection and carries the changes of files out. A failure is reported; rows done
+  /// until then stay done.
+  void Zuordnung_Speichern();
+  /// First row whose name collides and that is not to be removed, or -1.
+  void Suche_NameDoppelt(std::int32_t& pZeile);
+  void Pruefe_NameGeaendert(bool& pErgebnis);
+  void Pruefe_NameGeaendertAlle(bool& pErgebnis);
+  /// Takes back the rename of a row, or for -1 of the first renamed one, and of that one only.
+  void Namen_Zuruecksetzen(std::int32_t pZeile);
+  /// Renames stored pictures with all their assignments. Failures are passed over.
+  void Namen_Aendern();
+  /// Lets the user choose a root directory; ready for the host.
+  void ShowVerzeichnisDialog(QString& pErgebnis);
+
+  /// Cells of the table as the dialog reads them. A row that is not there reads as a blank one and takes nothing.
+  const Variant& Zelle(std::int32_t zeile, spalte::Spalte spalte) const;
+  void Zelle(std::int32_t zeile, spalte::Spalte spalte, Variant wert);
+  QString Text(std::int32_t zeile, spalte::Spalte spalte) const;
+  bool Ja(std::int32_t zeile, spalte::Spalte spalte) const;
+  std::int32_t LetzteZeile() const;
+  /// The table has no row, or only the blank placeholder.
+  bool KeineBilder() const;
+
+  // ── Controls; a container stands before what it holds ─────────────────────────────────────────────────────────────
+  SSSplitter SSS_BildZuordnung;
+  Steuerelementfeld<SSPanel> SSP_Panel;
+  Steuerelementfeld<SSPanel> SSP_Anzahl;
+  SSCommand SSC_Bildbearbeitung;
+  SSCommand SSC_Drehen90;
+  SSCommand SSC_Drehen270;
+  SSCommand SSC_Drehen180;
+  SSCommand SSC_Aktualisieren;
+  SSCommand SSC_ExifInfo;
+  SSPanel SSP_NameChanged;
+  Steuerelementfeld<Label> lbl_Anzeige;
+  SSCommand cmd_OriginalName;
+  Label SSP_WarnungName;
+  TextBox txt_BildName;
+  TextBox txt_BildExt;
+  CheckBox chk_Drucken;
+  CheckBox chk_GesamteSeite;
+  CheckBox chk_NeueSeite;
+  CheckBox chk_AlsAnhang;
+  CheckBox chk_Delete;
+  Textblock txt_BildText;
+  Bildfeld Pic_Bearbeitung;
+  Bildfeld Pic_Dummy;
+  Bildfeld Pic_Dummy0;
+  Bildfeld Pic_Blank;
+  Label lbl_Beschreibung;
+  Textblock txt_BildInfo;
+  Steuerelementfeld<Bildfeld> Pic_Thumb;
+  SSCommand SSC_Scroll_Left;
+  SSCommand SSC_Scroll_Right;
+  Shape Shp_Thump;
+  Shape Shp_Sort;
+  SSCommand SSC_BilderLaden;
+  SSCommand SSC_AlleZuordnungen;
+  SSCommand SSC_WeitereZuordnungen;
+  SSRibbon SSR_Sortierung;
+  SSCommand SSC_ZuordnungSpeichern;
+  SSCommand cmd_Abbruch;
+
+ protected:
+  void Form_Load() override;
+  void Form_Resize() override;
+  void Form_Activate() override;
+  void Form_QueryUnload(bool& Cancel) override;
+  void Form_Unload() override;
+  void Form_KeyDown(std::int16_t KeyCode, std::int16_t Shift) override;
+  void Form_KeyPress(std::int16_t KeyAscii) override;
+  void Form_KeyUp(std::int16_t KeyCode, std::int16_t Shift) override;
+  void Form_DragEnde() override;
+
+ private:
+  // Design time
+  void entwirf_Kopf();
+  void entwirf_Felder();
+  void entwirf_Bild();
+  void entwirf_Streifen();
+  void entwirf_Fussleiste();
+  void entwirf_Reihenfolge();
+  void verbinde_Ereignisse();
+  void verbinde_Schalter(CheckBox& schalter, spalte::Spalte spalte);
+  void verbinde_Text(Textblock& feld, spalte::Spalte spalte);
+  std::unique_ptr<Bildfeld> neues_Pic_Thumb(int index);
+
+  XArrayDBObject& Tabelle();
+  void lade_Zeile(std::int32_t zeile);
+  void frage_Exif_nach(std::int32_t zeile) const;
+  void waehle_Zeile(std::int32_t index);
+  void lade_grosses_Bild();
+  void fuelle_Eingaben();
+  void sperre_Fehlende();
+  void erzwinge_Anhang();
+  void stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t index);
+  void scrolle(std::int32_t schritte);
+  void baue_Streifen_neu();
+  void schalte_Sortierung(bool an);
+  void setze_Ziehart(int art, const QString& hinweis);
+  void ziehe_ueber_Thumb(std::int32_t index);
+  void ziehe_ueber_Scroll_Right();
+  void lasse_fallen(std::int32_t index);
+  void verschiebe_Zeile();
+  void zeige_im_Programm(const QString& datei);
+  void aendere_Namen();
+  void aktualisiere();
+  bool melde_Doppelte(std::int32_t zeile);
+  void speichere_und_schliesse();
+  void speichere_Zeilen();
+  void speichere_Zeile(std::int32_t zeile, bool namen_erledigt);
+  bool benenne_gespeicherte_um(std::int32_t zeile, bool namen_erledigt);
+  void lege_neue_an(std::int32_t zeile);
+  QString gestempelter_Name(std::int32_t zeile) const;
+  void schreibe_Textdatei(std::int32_t zeile);
+  QString Standardordner() const;
+  void ordne_Splitter(std::int32_t pane);
+  void ordne_Kopf();
+  void ordne_Felder();
+  void ordne_Streifen();
+  void ordne_Bild();
+  void keyhandler_KeyDown(std::int16_t KeyCode, std::int16_t Shift);
+  void naechstes_Bild();
+  void voriges_Bild();
+  void melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const;
+
+  std::shared_ptr<KeyHandler> keyhandler;
+  std::shared_ptr<clsDialoge> DialogObj;
+  Farbe NameRueckfarbe = 0;
+  Farbe NameTextfarbe = 0;
+  QString AktDatei, AktName, AktExt, AktPfad, AktKey1, AktKey2, AktKey3, AktKey4, AktTyp1, AktTyp2;
+};

@@ -1,0 +1,87 @@
+// Sort mode: dragging a thumbnail to another place of the strip.
+#include <vector>
+
+#include "dialogs/assignment/frm_BildZuordnung.h"
+#include "platform/basic/Fehlerbehandlung.h"
+#include "platform/host/Oberflaeche.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+void frm_BildZuordnung::schalte_Sortierung(bool an) {
+  if (an) {
+    DragAktiv = false;
+    setze_Ziehart(1, u"Bei gedrückter Maustaste Bild an die gewünschte Position schieben"_s);
+    Shp_Thump.Visible(false);
+    SortTabelle = BildTabelle;
+    return;
+  }
+  setze_Ziehart(0, u"Bearbeitungsprogramm starten mit Doppelklick"_s);
+  Shp_Thump.Visible(true);
+  // A row's number taken for a control's: with a scrolled strip another picture gets selected. Meant so.
+  if (AktZeile != KeineZeile) Pic_Thumb_Click(AktZeile + 1);
+}
+
+void frm_BildZuordnung::setze_Ziehart(int art, const QString& hinweis) {
+  for (const auto& [i, thumbnail] : Pic_Thumb) {
+    thumbnail->DragMode(art);
+    thumbnail->ToolTipText(hinweis);
+  }
+}
+
+void frm_BildZuordnung::ziehe_ueber_Thumb(std::int32_t index) {
+  if (!DragAktiv) {
+    DragAktiv = true;
+    DragQuelle = index;
+  }
+  Markiere_Ziel(index);
+}
+
+void frm_BildZuordnung::ziehe_ueber_Scroll_Right() {
+  if (!DragAktiv) return;
+  ++ErsteZeile;
+  Create_ThumbNails(ErsteZeile);
+  Zeichne_Status();
+  Zeichne_Entfernt(true);
+}
+
+void frm_BildZuordnung::lasse_fallen(std::int32_t index) {
+  Shp_Sort.Visible(false);
+  DragAktiv = false;
+  DragZiel = index;
+  Bild_Verschieben();
+}
+
+void frm_BildZuordnung::Form_DragEnde() {
+  DragAktiv = false;
+  Shp_Sort.Visible(false);
+}
+
+void frm_BildZuordnung::Bild_Verschieben() {
+  fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Bild_Verschieben", f); },
+                           [&] { verschiebe_Zeile(); });
+}
+
+// The selected row's number stays as it is; the picture that it stands for may be another one afterwards.
+void frm_BildZuordnung::verschiebe_Zeile() {
+  if (DragZiel == DragQuelle || !SortTabelle) return;
+  XArrayDBObject& tabelle = *SortTabelle;
+  const std::int32_t quelle = DragQuelle + ErsteZeile - 1;
+  const std::int32_t ziel = DragZiel + ErsteZeile - 1;
+  std::vector<Variant> zeile;
+  for (std::int32_t s = 0; s < spalte::SortIndex; ++s) zeile.push_back(tabelle.Value(quelle, s));
+  tabelle.DeleteRows(quelle);
+  if (ziel > LetzteZeile())
+    tabelle.AppendRows(1);
+  else
+    tabelle.InsertRows(ziel);
+  for (std::int32_t s = 0; s < spalte::SortIndex; ++s)
+    tabelle.Value(ziel, s, std::move(zeile[static_cast<std::size_t>(s)]));
+  for (std::int32_t r = 0; r <= LetzteZeile(); ++r) {
+    Zelle(r, spalte::SortIndex, r);
+    Zelle(r, spalte::ZeileGeaendert, true);
+  }
+  SetzeDatenGeaendert(true);
+  Create_ThumbNails(ErsteZeile);
+  Zeichne_Status();
+  Zeichne_Entfernt(true);
+}

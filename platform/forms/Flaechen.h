@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QLabel>
+
+#include "platform/basic/kvo_export.h"
+#include "platform/forms/Steuerelement.h"
+
+/// A panel: a framed surface with a caption, which can hold other controls.
+class KVO_EXPORT SSPanel : public QLabel, public Steuerelement {
+ public:
+  explicit SSPanel(QWidget* behaelter, const QString& name);
+
+  QString Caption() const { return text(); }
+  void Caption(const QString& wert) { setText(wert); }
+};
+
+/// A line of text.
+class KVO_EXPORT Label : public QLabel, public Steuerelement {
+ public:
+  explicit Label(QWidget* behaelter, const QString& name);
+
+  QString Caption() const { return text(); }
+  void Caption(const QString& wert) { setText(wert); }
+};
+
+/// A frame in one colour around something else. It lies above its siblings and lets the mouse through.
+class KVO_EXPORT Shape : public QWidget, public Steuerelement {
+ public:
+  explicit Shape(QWidget* behaelter, const QString& name);
+
+  Farbe BorderColor() const noexcept { return randfarbe_; }
+  void BorderColor(Farbe wert);
+  /// Pixels, at least 1; less raises 380.
+  int BorderWidth() const noexcept { return randbreite_; }
+  void BorderWidth(int wert);
+
+ protected:
+  void paintEvent(QPaintEvent* ereignis) override;
+
+ private:
+  Farbe randfarbe_ = 0;
+  int randbreite_ = 1;
+};

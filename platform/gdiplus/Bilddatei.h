@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QList>
+#include <QString>
+#include <memory>
+#include <optional>
+
+#include "platform/gdiplus/Bildkopf.h"
+#include "platform/gdiplus/Bildspeicher.h"
+
+/// Where the pixels of a picture file come from once it has been opened. Reduced pixels go through the cache.
+class Bilddatei {
+ public:
+  using Schluessel = std::optional<Bildspeicher::Schluessel>;
+
+  virtual ~Bilddatei() = default;
+  Bilddatei(const Bilddatei&) = delete;
+  Bilddatei& operator=(const Bilddatei&) = delete;
+
+  const Bildkopf& kopf() const noexcept { return kopf_; }
+
+  /// The picture at exactly `ziel` pixels (see bilddekoder::dekodiere).
+  virtual QImage bild(QSize ziel, QRgb hintergrund) = 0;
+
+ protected:
+  Bilddatei(QString pfad, Schluessel schluessel, const Bildkopf& kopf);
+
+  /// Only what is smaller than the picture itself, and on black, is worth keeping.
+  bool ist_zu_merken(QSize ziel, QRgb hintergrund) const noexcept;
+  static QImage suche(const QList<QImage>& alle, QSize ziel);
+  QImage suche_im_Speicher(QSize ziel) const;
+  /// The smallest cached pixels that are at least twice as wide and high: scaling them down loses nothing that shows.
+  /// Null for none.
+  QImage groessere_im_Speicher(QSize ziel) const;
+  static QImage groesstes(const QList<QImage>& alle);
+
+  const QString pfad_;
+  const Schluessel schluessel_;  ///< none for a file whose state can't be told from its next one
+
+ private:
+  const Bildkopf kopf_;
+};
+
+/// A file whose content is held: its compressed bytes, or, where the cache knew its state, `reduzierte` and nothing
+/// more until another size is asked for. Needs one of the two, and with pixels a key.
+std::shared_ptr<Bilddatei> gehaltene_Bilddatei(QString pfad, Bilddatei::Schluessel schluessel, const Bildkopf& kopf,
+                                               QByteArray bytes, QList<QImage> reduzierte);
+
+/// A file that is read whenever pixels are asked for (see bildlader::NurKopf).
+std::shared_ptr<Bilddatei> ungelesene_Bilddatei(QString pfad, Bilddatei::Schluessel schluessel, const Bildkopf& kopf);

@@ -1,0 +1,152 @@
+#include "tests/dialogs/assignment/Dialogtest.h"
+
+#include <QBuffer>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include "store/BasZuordnungen.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QPoint im_Fenster(const QWidget& ziel, QPoint wo) {
+  const QPoint punkt = wo == QPoint(-1, -1) ? ziel.rect().center() : wo;
+  return ziel.mapTo(ziel.window(), punkt);
+}
+
+}  // namespace
+
+Dialogtest::Dialogtest() {
+  BasZuordnungen::gConnection().reset();
+  EXPECT_TRUE(store->Init(db.verbindungszeichenfolge(), db.verbindung(), {}));
+}
+
+Dialogtest::~Dialogtest() {
+  if (form_) form_->Unload();
+  form_.reset();
+  BasZuordnungen::gConnection().reset();
+}
+
+QByteArray Dialogtest::lege_Bild(const QString& name, QSize groesse, const QColor& farbe, const QString& ordner) {
+  QImage bild(groesse, QImage::Format_RGB32);
+  bild.fill(farbe);
+  QByteArray bytes;
+  QBuffer puffer(&bytes);
+  EXPECT_TRUE(bild.save(&puffer, "JPEG"));
+  wurzel.schreibe(ordner + u'/' + name, bytes);
+  return bytes;
+}
+
+void Dialogtest::fuege_Bild_ein(const QString& name, const QString& ext, bool mit_datei,
+                                const std::function<void(clsBildZuordnungen&)>& werte) {
+  if (mit_datei) lege_Bild(name + u'.' + ext);
+  clsBildZuordnungen neu;
+  ASSERT_TRUE(neu.Init(db.verbindungszeichenfolge(), db.verbindung(), {}));
+  ASSERT_TRUE(neu.FKT_NeuesBild(u"RE"_s, u"1"_s, {}, {}, name, ext, typ1, {}));
+  neu.Bild_Pfad(u"Belege\\1"_s);
+  neu.Bild_SortIndex(db.anzahl());
+  if (werte) werte(neu);
+  ASSERT_TRUE(neu.FKT_SpeichernBilder());
+}
+
+void Dialogtest::fuege_Bilder_ein(int anzahl) {
+  for (int i = 0; i < anzahl; ++i) fuege_Bild_ein(QString(QChar(u'a' + i)));
+}
+
+void Dialogtest::lies() {
+  store->FKT_LeseBilder(u"RE"_s, u"1"_s, {}, {}, {}, {}, typ1, {}, {});
+}
+
+frm_BildZuordnung& Dialogtest::form() {
+  if (form_) return *form_;
+  lies();
+  form_ = std::make_unique<frm_BildZuordnung>();
+  form_->Load();
+  form_->pBildObj = store;
+  form_->pRootpath = u"P:"_s;
+  form_->pStandardBildPfad = u"Belege\\1"_s;
+  form_->PTyp1 = typ1;
+  form_->pInfoZeile = u"Rechnung 1"_s;
+  form_->pNurAnzeige = nur_anzeige;
+  form_->pNurAnhang = nur_anhang;
+  form_->Lade_Zuordnung();
+  form_->AnzeigeSteuern();
+  return *form_;
+}
+
+void Dialogtest::zeige(const std::function<void()>& waehrend) {
+  frm_BildZuordnung& f = form();
+  QTimer takt;
+  QObject::connect(&takt, &QTimer::timeout, &f, [&] {
+    // Not in the middle of the first layout, which lets events in.
+    if (fenster.pumpt) return;
+    takt.stop();
+    waehrend();
+    f.Hide();
+  });
+  takt.start(0);
+  f.Show();
+}
+
+void Dialogtest::haenge_neue_Zeile_an(const QString& ordner, const QString& name, const QString& ext) {
+  frm_BildZuordnung& f = form();
+  if (!f.KeineBilder()) f.BildTabelle->AppendRows(1);
+  const std::int32_t zeile = f.LetzteZeile();
+  f.Zelle(zeile, spalte::NameDoppelt, false);
+  f.Zelle(zeile, spalte::VollerPfad, QString(ordner + u'\\' + name + u'.' + ext));
+  f.Zelle(zeile, spalte::Root, f.pRootpath);
+  f.Zelle(zeile, spalte::Pfad, ordner);
+  f.Zelle(zeile, spalte::Bildname, name);
+  f.Zelle(zeile, spalte::BildExt, ext);
+  for (const auto s : {spalte::AlsAnhang, spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite})
+    f.Zelle(zeile, s, false);
+  f.Zelle(zeile, spalte::ZeileGeaendert, true);
+  f.Zelle(zeile, spalte::NeuAusSuche, true);
+  f.SetzeDatenGeaendert(true);
+}
+
+void Dialogtest::druecke_Maus(QWidget& ziel, QPoint wo) {
+  QTest::mousePress(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
+}
+
+void Dialogtest::bewege_Maus(QWidget& ziel, QPoint wo) {
+  QTest::mouseMove(ziel.window()->windowHandle(), im_Fenster(ziel, wo));
+  QCoreApplication::processEvents();
+}
+
+void Dialogtest::lasse_Maus_los(QWidget& ziel, QPoint wo) {
+  QTest::mouseRelease(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
+}
+
+void Dialogtest::klicke(QWidget& ziel, QPoint wo) {
+  QTest::mouseClick(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
+}
+
+void Dialogtest::doppelklicke(QWidget& ziel) {
+  QTest::mouseDClick(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, QPoint(-1, -1)));
+}
+
+void Dialogtest::taste(QWidget& fenster, int qt_taste) {
+  QTest::keyClick(fenster.window()->windowHandle(), static_cast<Qt::Key>(qt_taste));
+}
+
+void Dialogtest::tippe(QWidget& feld, const QString& text) {
+  feld.setFocus();
+  for (const QChar zeichen : text) QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
+}
+
+QStringList Dialogtest::gespeichert() {
+  QStringList alle;
+  for (const QStringList& zeile :
+       db.zeilen(u"select Bildname, SortIndex, Beschreibung from Bild_Zuordnungen order by SortIndex, Bildname"_s))
+    alle.append(zeile.join(u'|'));
+  return alle;
+}
+
+QStringList Dialogtest::spalte_von(spalte::Spalte spalte) {
+  QStringList alle;
+  for (std::int32_t i = 0; i <= form().LetzteZeile(); ++i) alle.append(form().Text(i, spalte));
+  return alle;
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPoint>
+#include <functional>
+#include <memory>
+
+#include "dialogs/assignment/frm_BildZuordnung.h"
+#include "tests/support/Bildwurzel.h"
+#include "tests/support/Doppel.h"
+#include "tests/support/Fensterdoppel.h"
+#include "tests/support/Pruefdatenbank.h"
+
+/// The assignment dialog over a record of its own: database, picture tree and collection, all made by the test.
+///
+/// The record is the document RE 1 with the folder "Belege\1" below the root "P:". Boxes and reports that the test did
+/// not announce fail it.
+class Dialogtest : public ::testing::Test {
+ protected:
+  Dialogtest();
+  ~Dialogtest() override;
+
+  /// Writes a JPEG of one colour into the picture tree; gives its content.
+  QByteArray lege_Bild(const QString& name, QSize groesse = QSize(120, 80), const QColor& farbe = Qt::blue,
+                       const QString& ordner = QStringLiteral("Belege/1"));
+  /// Stores a row of the record, with or without its file. `werte` changes the record before it is stored.
+  void fuege_Bild_ein(const QString& name, const QString& ext = QStringLiteral("jpg"), bool mit_datei = true,
+                      const std::function<void(clsBildZuordnungen&)>& werte = {});
+  /// Stores rows a, b, c … with a file each.
+  void fuege_Bilder_ein(int anzahl);
+  /// Reads the record into the collection.
+  void lies();
+  /// The form as the entry point makes it: loaded, members set, table filled. Reads the record first.
+  frm_BildZuordnung& form();
+  /// Shows the form modally; `waehrend` runs once it is up and has laid itself out. A form that it leaves open is
+  /// hidden.
+  void zeige(const std::function<void()>& waehrend);
+  /// Appends a row to the table as the search does, for a file that lies at `pfad`.
+  void haenge_neue_Zeile_an(const QString& ordner, const QString& name, const QString& ext = QStringLiteral("jpg"));
+  /// Real events on the window: they take the toolkit's own way from the window to the control.
+  static void klicke(QWidget& ziel, QPoint wo = QPoint(-1, -1));
+  static void doppelklicke(QWidget& ziel);
+  static void taste(QWidget& fenster, int qt_taste);
+  static void tippe(QWidget& feld, const QString& text);
+  static void druecke_Maus(QWidget& ziel, QPoint wo = QPoint(-1, -1));
+  static void bewege_Maus(QWidget& ziel, QPoint wo = QPoint(-1, -1));
+  static void lasse_Maus_los(QWidget& ziel, QPoint wo = QPoint(-1, -1));
+  /// Rows of the table as the database holds them: "Bildname|SortIndex|Beschreibung", in their order.
+  QStringList gespeichert();
+  /// Column of all rows as texts.
+  QStringList spalte_von(spalte::Spalte spalte);
+
+  Bildwurzel wurzel;
+  CoreDoppel core;
+  Pruefdatenbank db;
+  MeldungsDoppel meldungen;
+  Fensterdoppel fenster;  ///< above the core double: placement and reports
+  std::shared_ptr<clsBildZuordnungen> store = std::make_shared<clsBildZuordnungen>();
+  bool nur_anzeige = false;
+  bool nur_anhang = false;
+  QString typ1 = QStringLiteral("BEL");
+
+ private:
+  std::unique_ptr<frm_BildZuordnung> form_;
+};
