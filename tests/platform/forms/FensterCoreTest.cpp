@@ -6,8 +6,10 @@
 #include <QScreen>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QTest>
 
 #include "platform/forms/FensterCore.h"
+#include "platform/forms/Form.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Umgebung.h"
 
@@ -83,6 +85,22 @@ TEST_F(FensterCoreTest, AMaximizedWindowComesBackMaximizedWithItsNormalRectangle
   const Fensterlage gross{Normal.Rechteck, true};
   speichere(Anwendung, u"frm_A"_s, gross);
   EXPECT_EQ(geholt(Anwendung, u"frm_A"_s), gross);
+}
+
+TEST_F(FensterCoreTest, AFormComesBackWithItsInnerSizeAlsoAfterItWasMaximized) {
+  Form form(u"frm_A"_s);
+  form.setGeometry(Normal.Rechteck);
+  form.show();
+  form.showMaximized();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return form.isMaximized() && form.width() > Normal.Rechteck.width(); }));
+  core.FensterSpeichern(Anwendung, form);
+  Form neue(u"frm_A"_s);
+  core.FensterWiederherstellen(Anwendung, neue);
+  EXPECT_TRUE(neue.isMaximized());
+  neue.show();
+  neue.showNormal();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !neue.isMaximized(); }));
+  EXPECT_EQ(neue.geometry(), Normal.Rechteck);
 }
 
 TEST_F(FensterCoreTest, PlacementsLieInTheUsersConfigurationUnderApplicationAndWindow) {
