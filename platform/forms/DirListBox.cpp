@@ -98,8 +98,8 @@ class DirListBox::Modell final : public QAbstractListModel {
   QStringList ordner;
 
  private:
-  const QIcon offener_{u":/kvo/icons/ordner_offen.svg"_s};
-  const QIcon ordner_{u":/kvo/icons/ordner.svg"_s};
+  const QIcon offener_{u":/kvo/forms/ordner_offen.svg"_s};
+  const QIcon ordner_{u":/kvo/forms/ordner.svg"_s};
 };
 
 DirListBox::DirListBox(QWidget* behaelter, const QString& name)
