@@ -8,10 +8,10 @@
 
 #include "host/Ausgang.h"
 #include "host/Beispieltabelle.h"
+#include "host/Datenbank.h"
 #include "host/ExifSchreiber.h"
 #include "host/Namen.h"
 #include "host/Schema.h"
-#include "host/Sitzung.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
@@ -78,13 +78,34 @@ void schreibe_bild(const Beispielbild& bild, const QString& ordner, clsBildZuord
     throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht zu schreiben."_s.arg(ziel + u'\\' + name.textdatei()));
 }
 
-void trage_ein(const Beispielbild& bild, clsBildZuordnungen& store, int platz) {
+QString in_Hochkommas(const QString& s) {
+  return u'\'' + s + u'\'';
+}
+
+/// One row as the store writes it. It is not written by the store: that keeps its connection to the end of the process,
+/// and a program that goes on with another database, or moves this one, must not be tied to it.
+QString einfuegen(const Beispielbild& bild, int platz) {
+  const auto oder = [](const QString& wert, const QString& sonst) {
+    return wert.isEmpty() ? sonst : in_Hochkommas(wert);
+  };
+  const QString strich = in_Hochkommas(u"-"_s);
   const namen::Bilddatei name = name_von(bild);
-  store.FKT_NeuesBild(text_von(bild.key1), text_von(bild.key2), text_von(bild.key3), {}, name.name, name.ext,
-                      text_von(bild.typ1), {});
-  store.Bild_Pfad(text_von(bild.ordner));
-  store.Bild_Beschreibung(text_von(bild.beschreibung));
-  store.Bild_SortIndex(platz);
+  const QStringList werte{oder(text_von(bild.key1), strich),
+                          oder(text_von(bild.key2), strich),
+                          oder(text_von(bild.key3), strich),
+                          strich,
+                          in_Hochkommas(name.name),
+                          in_Hochkommas(name.ext),
+                          in_Hochkommas(text_von(bild.typ1)),
+                          strich,
+                          in_Hochkommas(text_von(bild.ordner)),
+                          oder(text_von(bild.beschreibung), u"NULL"_s),
+                          in_Hochkommas(u"0001"_s.leftJustified(50)),
+                          strich,
+                          QString::number(platz)};
+  return u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+         "Beschreibung, Druckkennzeichen, Grafik_Ursprung, SortIndex) VALUES ("_s +
+         werte.join(u", "_s) + u')';
 }
 
 QString vorgang_von(const Beispielbild& bild) {
@@ -141,15 +162,9 @@ void erzeuge(const QString& ordner) {
   schema::lege_an(verbindung);
   const auto offene = oeffne(verbindung);
   for (const QString& anweisung : schema::wirtstabellen() + tabellen_des_betriebs()) offene->Execute(anweisung);
-  store.Init(verbindung, offene, {});
   QHash<QString, int> belegt;
   for (const Beispielbild& bild : bilder())
-    if (bild.ordner) trage_ein(bild, store, belegt[vorgang_von(bild)]++);
-  store.FKT_SpeichernBilder();
-  for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
-    store.AktInd(i);
-    if (store.Bild_Neu()) throw Abbruch(Ausgang::Datenbank, u"Die Beispieldaten sind nicht vollständig."_s);
-  }
+    if (bild.ordner) offene->Execute(einfuegen(bild, belegt[vorgang_von(bild)]++));
 }
 
 }  // namespace beispieldaten

@@ -107,4 +107,10 @@ QString tabellenpfad(const QString& angabe) {
   return Pfadkarte::aktuell().tabellenpfad(angabe);
 }
 
+QString angezeigt(const QString& pfad) {
+  QString ort = pfad;
+  gelingt([&] { ort = QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(pfad)); });
+  return ort;
+}
+
 }  // namespace namen

@@ -46,4 +46,7 @@ QString gestempelt(const QString& name, const QString& stempel, int nummer);
 /// machine.
 QString tabellenpfad(const QString& angabe);
 
+/// A path of the table as the user of this machine knows it; one that means nothing here stays as it is.
+QString angezeigt(const QString& pfad);
+
 }  // namespace namen

@@ -1,7 +1,8 @@
 #include "host/Schema.h"
 
 #include "Schematext.h"
-#include "host/Sitzung.h"
+#include "host/Ausgang.h"
+#include "host/Datenbank.h"
 #include "platform/adodb/SqlZerleger.h"
 #include "platform/files/FileSystemObject.h"
 

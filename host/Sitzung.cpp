@@ -1,11 +1,7 @@
 #include "host/Sitzung.h"
 
-#include <QHash>
-#include <algorithm>
-#include <limits>
-
 #include "host/Ausgabe.h"
-#include "platform/adodb/Verbindungszeichenfolge.h"
+#include "host/Reihenfolge.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -79,23 +75,7 @@ QString bildwurzel(const Aufruf& aufruf) {
 QString verbindungszeichenfolge(const Aufruf& aufruf) {
   const QString angabe = gegeben_oder_umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
   if (angabe.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Es fehlt „--verbindung“, die Datenbank."_s);
-  if (angabe.contains(u'=')) return angabe;
-  return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(angabe);
-}
-
-std::optional<QString> datenbankdatei(const QString& verbindung) {
-  const adodb::Verbindungszeichenfolge teile(verbindung);
-  if (teile.wert(u"Provider"_s).value_or(QString()).compare("SQLite"_L1, Qt::CaseInsensitive) != 0) return std::nullopt;
-  const std::optional<QString> datei = teile.wert(u"Data Source"_s);
-  return datei ? std::optional(namen::tabellenpfad(*datei)) : std::nullopt;
-}
-
-std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung) {
-  auto offene = std::make_shared<adodb::Connection>();
-  offene->CursorLocation(adodb::adUseClient);
-  if (const auto grund = versuche([&] { offene->Open(verbindung); }))
-    throw Abbruch(Ausgang::Datenbank, u"Die Datenbank ist nicht zu erreichen: "_s + grund->Beschreibung());
-  return offene;
+  return verbindung_aus_angabe(angabe);
 }
 
 /// Says each report at once and counts them, since a result of the store can't be told from an empty one.
@@ -143,34 +123,8 @@ bool Sitzung::lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, cons
   if (berichte() != vorher)
     throw Abbruch(Ausgang::Datenbank,
                   u"Die Zuordnungen sind nicht zu lesen. Fehlt die Tabelle, legt „kvobild anlegen“ sie an."_s);
-  lies_sortindex(bedingung(satz, bild, pfad));
+  sortindex_ = reihenfolge::lies(*verbindung_, store_, bedingung(satz, bild, pfad));
   return gefunden;
-}
-
-void Sitzung::lies_sortindex(const QString& bedingung) {
-  const QStringList spalten{u"Key1"_s,    u"Key2"_s, u"Key3"_s, u"key4"_s,     u"Bildname"_s,
-                            u"BildExt"_s, u"Typ1"_s, u"Typ2"_s, u"SortIndex"_s};
-  const auto satz = verbindung_->Execute(u"Select "_s + spalten.join(u", "_s) + u" from Bild_Zuordnungen"_s +
-                                         bedingung + u" order by SortIndex"_s);
-  // Rows that share an identity are told apart by their order, which is the same in both readings.
-  QHash<QString, QList<std::int64_t>> gespeichert;
-  for (; !satz->Eof(); satz->MoveNext()) {
-    QStringList kennung;
-    for (std::int32_t i = 0; i < 8; ++i) kennung.append(satz->Text(i));
-    gespeichert[kennung.join(u'\x1f')].append(satz->Text(8).toLongLong());
-  }
-  sortindex_.clear();
-  for (std::int32_t i = 0; i < store_.AnzahlPos(); ++i) {
-    store_.AktInd(i);
-    const clsBilderSpeicher& b = *store_.AktBildObj;
-    QList<std::int64_t>& werte = gespeichert[QStringList{b.Bild_Key1, b.Bild_Key2, b.Bild_Key3, b.Bild_Key4,
-                                                         b.Bild_Bildname, b.Bild_BildExt, b.Bild_Typ1, b.Bild_Typ2}
-                                                 .join(u'\x1f')];
-    const std::int64_t wert = werte.isEmpty() ? 0 : werte.takeFirst();
-    sortindex_.push_back(wert);
-    using Grenzen = std::numeric_limits<std::int16_t>;
-    store_.Bild_SortIndex(static_cast<int>(std::clamp<std::int64_t>(wert, Grenzen::min(), Grenzen::max())));
-  }
 }
 
 std::vector<std::int32_t> Sitzung::zeilen_von(const namen::Bilddatei& bild) {

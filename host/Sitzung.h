@@ -4,21 +4,12 @@
 #include <vector>
 
 #include "host/Befehlszeile.h"
+#include "host/Datenbank.h"
+#include "host/Datensatz.h"
 #include "host/Namen.h"
 #include "platform/adodb/Connection.h"
 #include "platform/host/KVOCore.h"
 #include "store/clsBildZuordnungen.h"
-
-/// The six parts that name a business record. In an exact record "-" stands for a part without a value, as it does in
-/// the table; in a filter an empty part adds no condition.
-struct Datensatz {
-  QString key1, key2, key3, key4, typ1, typ2;
-
-  /// The one record of a call; --key1 and --typ1 are needed.
-  static Datensatz genau(const Aufruf& aufruf);
-  /// What a call narrows a list to; a part that was given empty means "-".
-  static Datensatz filter(const Aufruf& aufruf);
-};
 
 /// The picture root of the call in force as drive P: of the path map, since a dot anywhere in a root's path would hide
 /// every text file below it. A missing folder ends with Ausgang::Datei. Gives the root for the store.
@@ -27,10 +18,6 @@ QString bildwurzel(const Aufruf& aufruf);
 std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf);
 /// The connect string of the call; a bare file name means a SQLite file. Missing ends with Ausgang::Aufruf.
 QString verbindungszeichenfolge(const Aufruf& aufruf);
-/// The database file of a connect string as a path of the table, or none where it names a server.
-std::optional<QString> datenbankdatei(const QString& verbindung);
-/// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.
-std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung);
 
 /// The database of one call and the store over it. Failures that the store reports go to standard error as they come.
 class Sitzung {
@@ -60,7 +47,6 @@ class Sitzung {
 
  private:
   class Core;
-  void lies_sortindex(const QString& bedingung);
   bool lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad);
   std::int32_t berichte() const;
 

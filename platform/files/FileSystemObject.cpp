@@ -127,6 +127,16 @@ void FileSystemObject::MoveFile(const QString& quelle, const QString& ziel) cons
   systemfehler::wirf(grund);
 }
 
+void FileSystemObject::MoveFolder(const QString& quelle, const QString& ziel) const {
+  const QByteArray von = ort_von(quelle);
+  const auto info = stand_am_Ort(von);
+  if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  const QByteArray nach = Pfadkarte::aktuell().maschinenpfad_neu(ziel);
+  struct stat im_Weg {};
+  if (::lstat(ort_von(ziel).constData(), &im_Weg) == 0) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
+  if (!schreiben::benenne_um(von, nach)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+}
+
 void FileSystemObject::DeleteFile(const QString& pfad, bool auch_schreibgeschuetzte) const {
   const QByteArray ort = ort_von(pfad);
   const struct stat info = stand_der_Datei(ort);

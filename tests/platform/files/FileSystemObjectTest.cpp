@@ -148,6 +148,24 @@ TEST_F(FileSystem, ARenameNeverReplaces) {
   EXPECT_EQ(wurzel.lies(u"c.jpg"_s), "1");
 }
 
+TEST_F(FileSystem, AFolderMovesWithAllThatIsInIt) {
+  wurzel.schreibe(u"o/p/x"_s, "1");
+  fso.MoveFolder(u"P:\\o"_s, u"P:\\n"_s);
+  EXPECT_EQ(wurzel.lies(u"n/p/x"_s), "1");
+  EXPECT_FALSE(fso.FolderExists(u"P:\\o"_s));
+}
+
+TEST_F(FileSystem, AFolderMovesNeverOntoWhatIsThere) {
+  wurzel.schreibe(u"o/x"_s, "1");
+  wurzel.schreibe(u"n/y"_s, "2");
+  wurzel.schreibe(u"a.jpg"_s, "3");
+  EXPECT_EQ(Fehlernummer_von([&] { fso.MoveFolder(u"P:\\o"_s, u"P:\\n"_s); }), 58);
+  EXPECT_EQ(Fehlernummer_von([&] { fso.MoveFolder(u"P:\\o"_s, u"P:\\a.jpg"_s); }), 58);
+  EXPECT_EQ(Fehlernummer_von([&] { fso.MoveFolder(u"P:\\a.jpg"_s, u"P:\\m"_s); }), 76);
+  EXPECT_EQ(Fehlernummer_von([&] { fso.MoveFolder(u"P:\\fehlt"_s, u"P:\\m"_s); }), 76);
+  EXPECT_EQ(wurzel.lies(u"o/x"_s), "1");
+}
+
 TEST_F(FileSystem, TheSameFileIsRenamedToAnotherCase) {
   wurzel.schreibe(u"a.jpg"_s, "1");
   fso.MoveFile(u"P:\\a.jpg"_s, u"P:\\A.JPG"_s);

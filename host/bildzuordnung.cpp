@@ -1,0 +1,64 @@
+// The reference host: shows a firm's business records and assigns pictures to them in the component's dialogs.
+
+#include <langinfo.h>
+
+#include <QApplication>
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+
+#include "host/Ausgang.h"
+#include "host/fenster/Dialogaufruf.h"
+#include "host/fenster/Hauptfenster.h"
+#include "platform/forms/Fensterdienste.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A bare container has the locale "C", of which Qt complains on standard error at every start.
+void setze_utf8() {
+  static_cast<void>(std::setlocale(LC_ALL, ""));
+  if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
+}
+
+/// Without a display QApplication would abort.
+void waehle_Plattform() {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
+      qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+int laufe(const Wirtsoptionen& optionen) {
+  fensterdienste::richte_ein();
+  Hauptfenster fenster(optionen, dialogaufruf::der_Komponente());
+  fenster.beginne();
+  fenster.show();
+  return QApplication::exec();
+}
+
+/// What Qt says of a session folder that a bare container has not is of no use to anybody.
+QtMessageHandler bisher = nullptr;
+void ohne_Sitzungsordner(QtMsgType art, const QMessageLogContext& ort, const QString& text) {
+  if (!text.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set"_L1)) bisher(art, ort, text);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  setze_utf8();
+  waehle_Plattform();
+  bisher = qInstallMessageHandler(ohne_Sitzungsordner);
+  const QApplication programm(argc, argv);
+  QApplication::setApplicationName(u"bildzuordnung"_s);
+  QApplication::setApplicationDisplayName(u"Bildzuordnung"_s);
+  try {
+    const Wirtsoptionen optionen = wirtsoptionen::lies(QApplication::arguments().mid(1));
+    if (!optionen.hilfe) return laufe(optionen);
+    static_cast<void>(std::fputs(wirtsoptionen::hilfetext().toUtf8().constData(), stdout));
+    return static_cast<int>(Ausgang::Erledigt);
+  } catch (const Abbruch& abbruch) {
+    static_cast<void>(std::fputs((u"bildzuordnung: "_s + abbruch.text() + u'\n').toUtf8().constData(), stderr));
+    return static_cast<int>(abbruch.ausgang());
+  }
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+/// The program's own folder with its database and its picture tree. Paths of the table.
+namespace datenordner {
+
+/// There is a database in the folder.
+bool eingerichtet(const QString& ordner);
+
+/// Makes the folder with the sample data: the sample firm's records, and its picture tree, in which one assigned file
+/// is missing. All of it is made beside the folder and takes its name when it is complete. A folder that is set up
+/// already stays as it is; one that holds anything else is refused. Failures end with Abbruch, and nothing is left.
+void richte_ein(const QString& ordner);
+
+/// The connect string of the folder's database, and its picture root.
+QString verbindung(const QString& ordner);
+QString bilder(const QString& ordner);
+
+}  // namespace datenordner

@@ -1,0 +1,248 @@
+#include "host/fenster/Hauptfenster.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTimer>
+
+#include "host/Ausgang.h"
+#include "host/fenster/Vorgangsansicht.h"
+#include "host/fenster/Vorgangsliste.h"
+#include "host/fenster/Vorgangsquelle.h"
+#include "platform/host/KVOCore.h"
+#include "platform/host/Oberflaeche.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString Anwendungsname = u"bildzuordnung"_s;
+
+/// The hourglass for as long as it lives.
+class Sanduhr {
+ public:
+  Sanduhr() : vorher_(oberflaeche::mauszeiger().form()) {
+    oberflaeche::mauszeiger().form(oberflaeche::Zeigerform::Sanduhr);
+  }
+  ~Sanduhr() { oberflaeche::mauszeiger().form(vorher_); }
+  Sanduhr(const Sanduhr&) = delete;
+  Sanduhr& operator=(const Sanduhr&) = delete;
+
+ private:
+  oberflaeche::Zeigerform vorher_;
+};
+
+QList<Vorschaubild> vorschaubilder(clsBildZuordnungen& store, const QString& wurzel) {
+  QList<Vorschaubild> bilder;
+  for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
+    store.AktInd(i);
+    Vorschaubild bild{store.Bild_Pfad(), store.Bild_Bildname() + u'.' + store.Bild_BildExt(), store.Bild_Beschreibung(),
+                      false};
+    bild.fehlt = !store.Fkt_FileExists(wurzel + u'\\' + bild.ordner + u'\\' + bild.datei);
+    bilder.append(bild);
+  }
+  return bilder;
+}
+
+}  // namespace
+
+/// The window's place on the screen for the core component that keeps it.
+class Hauptfenster::Platz final : public Fensterplatz {
+ public:
+  explicit Platz(Hauptfenster& fenster) : fenster_(fenster) {}
+  QString Fenstername() const override { return u"Hauptfenster"_s; }
+  Fensterlage Lage() const override {
+    return {fenster_.isMaximized() ? fenster_.normalGeometry() : fenster_.geometry(), fenster_.isMaximized()};
+  }
+  void Lage(const Fensterlage& wert) override {
+    fenster_.setGeometry(wert.Rechteck);
+    if (wert.Maximiert) fenster_.setWindowState(Qt::WindowMaximized);
+  }
+
+ private:
+  Hauptfenster& fenster_;
+};
+
+Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
+    : platz_(std::move(optionen)),
+      lauf_(platz_, std::move(dialog)),
+      liste_(new Vorgangsliste),
+      ansicht_(new Vorgangsansicht),
+      lbl_Status(new QLabel) {
+  setObjectName(u"Hauptfenster"_s);
+  setWindowTitle(u"Bildzuordnung"_s);
+  baue_auf();
+  baue_Aktionen();
+  resize(1120, 680);
+  Platz platz(*this);
+  KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, platz);
+  anfang_ = platz_.optionen().vorgang;
+  liste_->bei_Wahl = [this] { zeige_gewaehlten(); };
+  liste_->bei_Oeffnen = [this] { oeffne_Dialog(false); };
+  ansicht_->lst_Bilder->Ladeweg([this](const Vorschaubild& bild, QSize groesse) {
+    return vorschau_.lade(platz_.wurzel() + u'\\' + bild.ordner, bild.datei, groesse);
+  });
+  connect(ansicht_->cmd_Zuordnen, &QPushButton::clicked, this, [this] { oeffne_Dialog(false); });
+  connect(ansicht_->cmd_Anzeigen, &QPushButton::clicked, this, [this] { oeffne_Dialog(true); });
+  for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
+    connect(knopf, &QPushButton::clicked, this, [this] { lies_neu(); });
+  erlaube_Aktionen(false);
+  ansicht_->zeige_Hinweis(u"Die Vorgänge werden gelesen …"_s, {});
+}
+
+Hauptfenster::~Hauptfenster() = default;
+
+void Hauptfenster::baue_auf() {
+  auto* teiler = new QSplitter(Qt::Horizontal);
+  teiler->setObjectName(u"teiler"_s);
+  teiler->addWidget(liste_);
+  teiler->addWidget(ansicht_);
+  teiler->setChildrenCollapsible(false);
+  teiler->setHandleWidth(9);
+  teiler->setStretchFactor(0, 0);
+  teiler->setStretchFactor(1, 1);
+  teiler->setSizes({480, 620});
+  liste_->setMinimumWidth(260);
+  ansicht_->setMinimumWidth(320);
+  auto* mitte = new QWidget;
+  auto* lage = new QHBoxLayout(mitte);
+  lage->addWidget(teiler);
+  setCentralWidget(mitte);
+  lbl_Status->setObjectName(u"lbl_Status"_s);
+  lbl_Status->setTextFormat(Qt::PlainText);
+  // A long message must not widen the window; its tool tip has all of it.
+  lbl_Status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  statusBar()->setContentsMargins(6, 0, 0, 0);
+  statusBar()->addWidget(lbl_Status, 1);
+}
+
+/// No menu bar: making one loads all of Qt's image formats, which takes a third of the program's start.
+void Hauptfenster::baue_Aktionen() {
+  const auto aktion = [&](const QString& name, const QString& text, const QKeySequence& taste) {
+    auto* neu = new QAction(text, this);
+    neu->setObjectName(name);
+    neu->setShortcut(taste);
+    addAction(neu);
+    return neu;
+  };
+  act_Zuordnen = aktion(u"act_Zuordnen"_s, u"Bilder zuordnen …"_s, Qt::CTRL | Qt::Key_B);
+  act_Anzeigen = aktion(u"act_Anzeigen"_s, u"Nur anzeigen …"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_B);
+  QAction* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5);
+  QAction* beenden = aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q);
+  connect(act_Zuordnen, &QAction::triggered, this, [this] { oeffne_Dialog(false); });
+  connect(act_Anzeigen, &QAction::triggered, this, [this] { oeffne_Dialog(true); });
+  connect(einlesen, &QAction::triggered, this, [this] { lies_neu(); });
+  connect(beenden, &QAction::triggered, this, [this] { close(); });
+  liste_->Kontextmenue({act_Zuordnen, act_Anzeigen, einlesen});
+}
+
+void Hauptfenster::beginne() {
+  const bool erster = platz_.erster_Start();
+  if (!erster && !platz_.wartet_auf_Server()) {
+    lies_neu();
+    return;
+  }
+  ansicht_->zeige_Hinweis(erster ? u"Die Beispieldaten werden angelegt …"_s : u"Die Datenbank wird geöffnet …"_s, {});
+  wartet_aufs_Malen_ = true;
+}
+
+bool Hauptfenster::event(QEvent* ereignis) {
+  const bool ergebnis = QMainWindow::event(ereignis);
+  if (wartet_aufs_Malen_ && ereignis->type() == QEvent::Paint) {
+    wartet_aufs_Malen_ = false;
+    QTimer::singleShot(0, this, [this] { lies_neu(); });
+  }
+  return ergebnis;
+}
+
+void Hauptfenster::closeEvent(QCloseEvent* ereignis) {
+  KVOCore::aktuell().FensterSpeichern(Anwendungsname, Platz(*this));
+  ereignis->accept();
+}
+
+void Hauptfenster::melde(const QString& text) {
+  lbl_Status->setText(text);
+  lbl_Status->setToolTip(text);
+}
+
+void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
+  for (QAction* aktion : {act_Zuordnen, act_Anzeigen}) aktion->setEnabled(erlaubt);
+  for (QPushButton* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen}) knopf->setEnabled(erlaubt);
+}
+
+void Hauptfenster::zeige_Ausfall(const QString& grund) {
+  liste_->setze({});
+  erlaube_Aktionen(false);
+  ansicht_->zeige_Hinweis(u"Die Vorgänge sind nicht zu lesen"_s,
+                          grund + u"\n\nIst die Ursache behoben, liest „Neu einlesen“ (F5) sie."_s, true);
+  melde(grund);
+}
+
+void Hauptfenster::lies_neu() {
+  if (dialog_offen_) return;
+  const Sanduhr sanduhr;
+  try {
+    platz_.oeffne();
+    const vorgangsquelle::Bestand bestand = vorgangsquelle::lies(*platz_.verbindung());
+    liste_->setze(bestand.vorgaenge);
+    melde(bestand.hinweise.isEmpty() ? u"%1 Vorgänge"_s.arg(bestand.vorgaenge.size())
+                                     : u"Nicht gelesen – "_s + bestand.hinweise.join(u"; "_s));
+  } catch (const Abbruch& abbruch) {
+    zeige_Ausfall(abbruch.text());
+    return;
+  } catch (const Laufzeitfehler& fehler) {
+    zeige_Ausfall(fehler.Beschreibung());
+    return;
+  }
+  const QString anfang = std::exchange(anfang_, {});
+  if (!anfang.isEmpty() && !waehle(anfang)) melde(u"Den Vorgang „%1“ gibt es nicht."_s.arg(anfang));
+  zeige_gewaehlten();
+}
+
+bool Hauptfenster::waehle(const QString& nummer) {
+  return liste_->waehle(nummer);
+}
+
+void Hauptfenster::zeige_gewaehlten() {
+  const Vorgang* vorgang = liste_->gewaehlt();
+  erlaube_Aktionen(vorgang != nullptr);
+  if (!platz_.verbindung()) return;
+  if (!vorgang) {
+    const QString text = liste_->leer() ? u"In der Datenbank stehen keine Vorgänge."_s
+                                        : u"Wählen Sie links einen Vorgang; hier erscheinen dann seine Bilder."_s;
+    ansicht_->zeige_Hinweis(u"Kein Vorgang gewählt"_s, text, liste_->leer());
+    return;
+  }
+  try {
+    // Makes the drive known; what is wrong with it is told by the pictures that are missing and by the dialog.
+    static_cast<void>(platz_.wurzel_fehlt());
+    const Bildsammlung sammlung = lies_Bildsammlung(platz_, *vorgang);
+    ansicht_->zeige(*vorgang, vorschaubilder(*sammlung.store, platz_.wurzel()));
+  } catch (const Abbruch& abbruch) {
+    ansicht_->zeige_Hinweis(vorgang::infozeile(*vorgang), abbruch.text(), true);
+    melde(abbruch.text());
+  }
+}
+
+void Hauptfenster::oeffne_Dialog(bool nur_Anzeige) {
+  const Vorgang* gewaehlt = liste_->gewaehlt();
+  if (!gewaehlt || dialog_offen_) return;
+  const Vorgang vorgang = *gewaehlt;
+  dialog_offen_ = true;
+  const Laufergebnis ergebnis = lauf_.gehe(vorgang, nur_Anzeige);
+  dialog_offen_ = false;
+  if (ergebnis.geoeffnet) aktualisiere_Anzahlen();
+  melde(vorgang::einzahl(vorgang.art) + u' ' + vorgang.nummer + u": "_s + ergebnis.text());
+}
+
+void Hauptfenster::aktualisiere_Anzahlen() {
+  const auto grund = versuche([&] { liste_->setze(vorgangsquelle::lies(*platz_.verbindung()).vorgaenge); });
+  if (grund)
+    zeige_Ausfall(grund->Beschreibung());
+  else
+    zeige_gewaehlten();
+}

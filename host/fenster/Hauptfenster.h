@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QString>
+
+#include "host/fenster/Arbeitsplatz.h"
+#include "host/fenster/Vorschaulader.h"
+#include "host/fenster/Zuordnungslauf.h"
+
+class QAction;
+class QLabel;
+class Vorgangsansicht;
+class Vorgangsliste;
+
+/// The program's window: the records on the left, the chosen one with its pictures on the right.
+class Hauptfenster final : public QMainWindow {
+ public:
+  /// Opens nothing yet.
+  Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog);
+  ~Hauptfenster() override;
+
+  /// Opens the database and reads the records; where that takes long only once the window has been painted. A failure
+  /// is told in the window, which stays usable.
+  void beginne();
+  /// Reads all records anew, from the database opened anew.
+  void lies_neu();
+  /// Chooses the record with that number; false when there is none.
+  bool waehle(const QString& nummer);
+  /// Walks the road for the chosen record, which must be there.
+  void oeffne_Dialog(bool nur_Anzeige);
+
+  Vorgangsliste* liste() const noexcept { return liste_; }
+  Vorgangsansicht* ansicht() const noexcept { return ansicht_; }
+
+ protected:
+  bool event(QEvent* ereignis) override;
+  void closeEvent(QCloseEvent* ereignis) override;
+
+ private:
+  class Platz;
+  void baue_auf();
+  void baue_Aktionen();
+  void melde(const QString& text);
+  void zeige_gewaehlten();
+  void zeige_Ausfall(const QString& grund);
+  void aktualisiere_Anzahlen();
+  void erlaube_Aktionen(bool erlaubt);
+
+  Arbeitsplatz platz_;
+  Zuordnungslauf lauf_;
+  Vorschaulader vorschau_;
+  Vorgangsliste* liste_;
+  Vorgangsansicht* ansicht_;
+  QLabel* lbl_Status;
+  QAction* act_Zuordnen = nullptr;
+  QAction* act_Anzeigen = nullptr;
+  QString anfang_;
+  bool wartet_aufs_Malen_ = false;
+  bool dialog_offen_ = false;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+#include "store/clsBildZuordnungen.h"
+
+/// Loads small previews through the component.
+class Vorschaulader {
+ public:
+  /// The picture at most that large in pixels, in its own proportions and never enlarged; null when it can't be read.
+  /// Tells the user nothing: a preview is nothing that he asked for.
+  QImage lade(const QString& ordner, const QString& datei, QSize hoechstens);
+
+ private:
+  clsBildZuordnungen store_;
+};

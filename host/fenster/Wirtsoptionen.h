@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What the program was called with.
+struct Wirtsoptionen {
+  /// Connect string, or empty for the database in the data folder.
+  QString verbindung;
+  /// Picture root as the user gave it, or empty.
+  QString bilder;
+  /// The program's own folder as the user gave it; the one below the user's data home unless told otherwise.
+  QString datenordner;
+  /// The record that is chosen at the start, by its number, or empty.
+  QString vorgang;
+  bool hilfe = false;
+};
+
+namespace wirtsoptionen {
+
+/// Reads the arguments, without the program's own name. A wrong call ends with Abbruch, Ausgang::Aufruf.
+Wirtsoptionen lies(const QStringList& argumente);
+QString hilfetext();
+
+}  // namespace wirtsoptionen
