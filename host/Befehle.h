@@ -12,6 +12,7 @@ Befehl entfernen();
 Befehl umbenennen();
 Befehl anlegen();
 Befehl exif();
+Befehl drehen();
 Befehl beispieldaten();
 
 }  // namespace befehle

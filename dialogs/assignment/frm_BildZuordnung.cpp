@@ -193,7 +193,8 @@ void frm_BildZuordnung::frage_Exif_nach(std::int32_t zeile) const {
   bool exif = false;
   Pruefe_Exif(datei, kennung, exif);
   BildTabelle->Value(zeile, spalte::HatExif, exif);
-  BildTabelle->Value(zeile, spalte::ExifKennung, kennung);
+  // The search's rows have no mark.
+  BildTabelle->Value(zeile, spalte::ExifKennung, Ja(zeile, spalte::NeuAusSuche) ? QString() : kennung);
 }
 
 // A file that the reader fails on has no Exif data to show; it must not end what is being done.

@@ -95,6 +95,9 @@ class frm_BildZuordnung : public Form {
   void Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis);
   void NameWarnung(bool pWert);
   void NameGeaendertAnzeige(bool pWert);
+  /// Turns the selected picture's file: "JpgTransformRotate90", "…Rotate180", "…Rotate270", "…FlipHorizontal" or
+  /// "…FlipVertical". Saves what is pending without a question.
+  void Bild_Drehen(const QString& pTransformation);
 
   // ── Saving ────────────────────────────────────────────────────────────────────────────────────────────────────────
   /// Moves the changed rows into the collection and carries the changes of files out. A failure is reported; rows done
@@ -202,6 +205,11 @@ class frm_BildZuordnung : public Form {
   void lasse_fallen(std::int32_t index);
   void verschiebe_Zeile();
   void zeige_im_Programm(const QString& datei);
+  void mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit);
+  void suche_Bilder();
+  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
+  void bearbeite_Bild();
+  void zeige_Exif();
   void aendere_Namen();
   void aktualisiere();
   bool melde_Doppelte(std::int32_t zeile);

@@ -1,8 +1,11 @@
 // What the buttons do to the selected picture, and adding pictures from the search.
+#include <QHash>
+
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -13,7 +16,7 @@ using Dimension = XArrayDBObject::Dimension;
 namespace {
 
 /// Columns of the search's result.
-enum Fund : std::int32_t { VollerName = 0, Ordner = 1, Name = 2, Endung = 3, LetzteSpalte = 10 };
+enum Fund : std::int32_t { GanzerName = 0, Ordner = 1, Stamm = 2, Endung = 3, LetzteSpalte = 10 };
 
 }  // namespace
 
@@ -38,7 +41,7 @@ void frm_BildZuordnung::suche_Bilder() {
   if (!DialogObj->Fkt_Aufruf_Dialog_BilderSuchen(pAppObj, pRootpath, funde, true)) return;
   mauszeiger().form(Zeigerform::Sanduhr);
   for (std::int32_t i = 0; i <= funde->UpperBound(Dimension::Zeilen); ++i)
-    if (!text::Trim(mit_Leertext(funde->Value(i, VollerName))).isEmpty()) haenge_Fund_an(*funde, i);
+    if (!text::Trim(mit_Leertext(funde->Value(i, GanzerName))).isEmpty()) haenge_Fund_an(*funde, i);
   if (text::Trim(Text(LetzteZeile(), spalte::VollerPfad)).isEmpty()) Tabelle().DeleteRows(LetzteZeile());
   ErsteZeile = 0;
   Create_ThumbNails(ErsteZeile);
@@ -62,25 +65,24 @@ void frm_BildZuordnung::suche_Bilder() {
 void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund) {
   const auto wert = [&](Fund s) { return mit_Leertext(funde.Value(fund, s)); };
   bool doppelt = false;
-  Pruefe_NameVorhanden(text::Trim(wert(Name)), text::Trim(wert(Endung)), doppelt);
+  Pruefe_NameVorhanden(text::Trim(wert(Stamm)), text::Trim(wert(Endung)), doppelt);
   const auto leer = [this](spalte::Spalte s) { return text::Trim(Text(LetzteZeile(), s)).isEmpty(); };
   // The placeholder of an empty table takes the first picture.
   if (LetzteZeile() < 0 || !leer(spalte::VollerPfad) || !leer(spalte::Pfad)) Tabelle().AppendRows(1);
   const std::int32_t zeile = LetzteZeile();
   // A duplicate is kept and only marked.
   Zelle(zeile, spalte::NameDoppelt, doppelt);
-  Zelle(zeile, spalte::VollerPfad, wert(VollerName));
+  Zelle(zeile, spalte::VollerPfad, wert(GanzerName));
   Zelle(zeile, spalte::Root, pRootpath);
   Zelle(zeile, spalte::Pfad, wert(Ordner));
-  Zelle(zeile, spalte::Bildname, wert(Name));
+  Zelle(zeile, spalte::Bildname, wert(Stamm));
   Zelle(zeile, spalte::BildExt, wert(Endung));
   Zelle(zeile, spalte::Beschreibung, QString());
   for (const auto s : {spalte::AlsAnhang, spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite})
     Zelle(zeile, s, false);
-  for (const auto s :
-       {spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1, spalte::Typ2})
+  for (const auto s : {spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1, spalte::Typ2})
     Zelle(zeile, s, QString());
-  const QString textdatei = wert(Ordner) + u'\\' + wert(Name) + wert(Endung) + u".txt"_s;
+  const QString textdatei = wert(Ordner) + u'\\' + wert(Stamm) + wert(Endung) + u".txt"_s;
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
     Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
   Zelle(zeile, spalte::ZeileGeaendert, true);
@@ -98,4 +100,34 @@ void frm_BildZuordnung::bearbeite_Bild() {
 void frm_BildZuordnung::zeige_Exif() {
   DialogObj = std::make_shared<clsDialoge>();
   DialogObj->Fkt_Aufruf_Dialog_BildInfo(Text(AktZeile, spalte::VollerPfad), Text(AktZeile, spalte::ExifKennung), true);
+}
+
+// Turning changes the file at once, and reading the record again afterwards saves what was pending without a question.
+void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
+  static const QHash<QString, std::int32_t> transformationen{{u"JpgTransformRotate90"_s, 13},
+                                                             {u"JpgTransformRotate180"_s, 14},
+                                                             {u"JpgTransformRotate270"_s, 15},
+                                                             {u"JpgTransformFlipHorizontal"_s, 16},
+                                                             {u"JpgTransformFlipVertical"_s, 17}};
+  const QString datei = text::Trim(Text(AktZeile, spalte::VollerPfad));
+  if (datei.isEmpty()) return;
+  using namespace mod_GrafikKonvert;
+  if (Fkt_GdiStartup(1) != gdiplus::Ok) {
+    MsgBox(u"GDI+ not inizialized."_s, Knoepfe::OK, Symbol::Keins, u"GDI Error"_s);
+    return;
+  }
+  fehler::melden_und_enden(
+      [&](const Laufzeitfehler& /*fehler*/) {
+        Fkt_GdiShutdown();
+        MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Kritisch, u"Achtung"_s);
+      },
+      [&] {
+        if (Fkt_Bild_Drehen(datei, transformationen.value(pTransformation))) {
+          pBildObj->AktLoadPicture.clear();
+          aktualisiere();
+        } else {
+          MsgBox(u"Das rotieren der JPG ist fehlgeschlagen."_s, Knoepfe::OK, Symbol::Keins, u"Error"_s);
+        }
+        Fkt_GdiShutdown();
+      });
 }

@@ -100,6 +100,7 @@ class frm_BilderSuchen : public Form {
   void speichere_Text();
   void uebernimm();
   void drehe();
+  void drehe_Auswahl();
   void bearbeite();
   void melde_GdiFehler();
   bool starte_GdiSitzung();
@@ -112,4 +113,6 @@ class frm_BilderSuchen : public Form {
   std::int32_t m_Nummer = 0;
   std::int32_t m_Teiler = 0;
   bool m_Duldsam = false;
+  /// The chosen files while they are turned.
+  std::shared_ptr<XArrayDBObject> m_Auswahl;
 };
