@@ -22,4 +22,9 @@ class KVO_EXPORT clsDialoge {
                                    const std::shared_ptr<clsBildZuordnungen>& pBildObj, const QString& PTyp1,
                                    const QString& pTyp2, const QString& pInfoZeile, bool pNurAnzeige = false,
                                    bool pNurAnhang = false);
+
+  /// The user sees the Exif properties of a picture. With `pLoadFlag` they are read from the file `pBildNameMitPfad`, a
+  /// path of the table; without it the list stays empty, whatever `pExifInfoText` says. When the one of the two texts
+  /// that counts is blank, nothing is shown, and the result is True all the same.
+  bool Fkt_Aufruf_Dialog_BildInfo(const QString& pBildNameMitPfad, const QString& pExifInfoText, bool pLoadFlag);
 };
