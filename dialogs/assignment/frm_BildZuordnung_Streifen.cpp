@@ -78,7 +78,7 @@ void frm_BildZuordnung::stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t in
       Pic_Dummy0.Picture(Pic_Blank.Picture());
     else if (!ist_Bildtyp(teile.endung))
       Pic_Dummy0.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-    else if (pBildObj->FKT_LoadPicture(teile.datei(), teile.ordner, false))
+    else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false))
       Pic_Dummy0.Picture(pBildObj->AktLoadPicture_Picture);
     // What can't be loaded leaves the picture that was on stage.
   });
@@ -272,7 +272,7 @@ void frm_BildZuordnung::lade_grosses_Bild() {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
     Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-  } else if (pBildObj->FKT_LoadPicture(teile.datei(), teile.ordner, false)) {
+  } else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false)) {
     Pic_Dummy.Picture(pBildObj->AktLoadPicture_Picture);
   }
   if (!pNurAnzeige) chk_Delete.Enabled(true);
