@@ -390,6 +390,8 @@ void frm_BildZuordnung::aktualisiere() {
     // Forgotten, so that a picture which another program changed is loaded again under its name.
     Sammlung().AktLoadPicture.clear();
     Lade_Zuordnung();
+    // A lost picture offers no saving where nothing can be changed: the next reading would save it unasked.
+    if (pNurAnzeige) SetzeDatenGeaendert(false);
     ErsteZeile = 0;
     Create_ThumbNails(ErsteZeile);
     Zeichne_Status();

@@ -78,8 +78,6 @@ void frm_BildZuordnung::Zuordnung_Speichern() {
 }
 
 void frm_BildZuordnung::speichere_Zeilen() {
-  // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
   bool umbenannt = false;
   bool erledigt = false;
   Pruefe_NameGeaendert(umbenannt);
@@ -99,6 +97,8 @@ void frm_BildZuordnung::speichere_Zeilen() {
         break;
     }
   }
+  // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
+  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
     if (Ja(i, spalte::ZeileGeaendert) && !text::Trim(Text(i, spalte::VollerPfad)).isEmpty())
       speichere_Zeile(i, erledigt);
