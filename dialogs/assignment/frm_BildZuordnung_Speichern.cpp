@@ -64,7 +64,7 @@ void frm_BildZuordnung::Namen_Aendern() {
                              Ja(i, spalte::NameGeaendert) && !Ja(i, spalte::Entfernen);
       if (!betroffen) return;
       Sammlung().Verarbeite_Dateinamen_Aenderung(pRootpath, Text(i, spalte::Pfad), Text(i, spalte::OriginalName),
-                                                Text(i, spalte::BildExt), text::Trim(Text(i, spalte::Bildname)));
+                                                 Text(i, spalte::BildExt), text::Trim(Text(i, spalte::Bildname)));
     });
 }
 
@@ -192,15 +192,14 @@ QString frm_BildZuordnung::gestempelter_Name(std::int32_t zeile) const {
   return neu;
 }
 
-// An emptied text leaves the file as it is.
+// An emptied text leaves the file as it is. A text that can't be written is not told, as no failure of a file is but a
+// failed renaming.
 void frm_BildZuordnung::schreibe_Textdatei(std::int32_t zeile) {
   const QString inhalt = text::Trim(Text(zeile, spalte::BildInfo));
   if (inhalt.isEmpty()) return;
   const QString datei = Standardordner() + u'\\' + text::Trim(Text(zeile, spalte::Bildname)) +
                         text::Trim(Text(zeile, spalte::BildExt)) + u".txt"_s;
-  if (!mod_BilderSuchen::Fkt_WriteFile(datei, inhalt))
-    melde(u"Zuordnung_Speichern",
-          Laufzeitfehler(fehlernummer::PfadZugriff, u"Die Bild-Info ist nicht zu schreiben: "_s + datei));
+  mod_BilderSuchen::Fkt_WriteFile(datei, inhalt);
 }
 
 void frm_BildZuordnung::ShowVerzeichnisDialog(QString& pErgebnis) {
