@@ -196,7 +196,8 @@ void frm_BildZuordnung::frage_Exif_nach(std::int32_t zeile) const {
   if (datei.isEmpty()) return;
   QString kennung;
   bool exif = false;
-  Pruefe_Exif(datei, kennung, exif);
+  // The reader's way of opening would make an empty file of one that is gone by now.
+  if (mod_BilderSuchen::Fkt_FileExists(datei)) Pruefe_Exif(datei, kennung, exif);
   BildTabelle->Value(zeile, spalte::HatExif, exif);
   BildTabelle->Value(zeile, spalte::ExifKennung, kennung);
 }

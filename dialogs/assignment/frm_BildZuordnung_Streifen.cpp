@@ -56,8 +56,9 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
     weiter([&] { Pic_Thumb(0).Visible(false); });
     weiter([&] { stelle_Thumbnail_dar(zeile, ThumbZaehler); });
   }
-  if (AktZeile == KeineZeile && ThumbZaehler > 0) {
-    weiter([&] { Pic_Thumb_Click(1); });
+  if (AktZeile == KeineZeile) {
+    // Nothing to click while the table holds only its placeholder.
+    if (ThumbZaehler > 0) weiter([&] { Pic_Thumb_Click(1); });
     weiter([&] { EingabenFreigeben(!txt_BildName.Text().isEmpty()); });
     bool entfernen = false;
     for (std::int32_t i = 0; i <= LetzteZeile(); ++i) entfernen = entfernen || Ja(i, spalte::Entfernen);
