@@ -169,8 +169,8 @@ void Rundgang::plane_Groessen() {
       u"Klick auf den linken Rollknopf: Er ist wieder am Anfang."_s,
       [this] { hand_.klicke(element(u"SSC_Scroll_Left"_s)); }, [this] { return bilder_im_Streifen() == 4; });
   schritt(
-      u"Das Fenster so klein es geht."_s, [this] { groesse(QSize(640, 480)); },
-      [this] { return Hand::fenster_vorn()->size() == QSize(640, 480); }, [this] { bild(u"dialog_klein"_s); });
+      u"Das Fenster so klein es geht."_s, [this] { groesse(QSize(800, 480)); },
+      [this] { return Hand::fenster_vorn()->size() == QSize(800, 480); }, [this] { bild(u"dialog_klein"_s); });
   schritt(
       u"Das Fenster groß."_s, [this] { groesse(QSize(1500, 1000)); },
       [this] { return Hand::fenster_vorn()->size() == QSize(1500, 1000); }, [this] { bild(u"dialog_gross"_s); });

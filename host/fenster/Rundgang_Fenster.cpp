@@ -4,6 +4,7 @@
 
 #include "host/fenster/Datenordner.h"
 #include "host/fenster/Rundgang.h"
+#include "host/fenster/Vorgangsansicht.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -67,6 +68,8 @@ void Rundgang::plane_Bildablage() {
   schritt(
       u"Die Bildablage ist nicht zu erreichen: Statt des Dialogs kommt eine Meldung."_s,
       [=, this] {
+        // What is not read yet could not be read any more.
+        fenster_->ansicht()->lst_Bilder->lade_Sichtbare();
         FileSystemObject().MoveFolder(hier, weg);
         hand_.klicke(element(u"cmd_Zuordnen"_s));
       },

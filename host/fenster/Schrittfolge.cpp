@@ -13,9 +13,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// How long an effect may take, and how often it is looked for, in milliseconds.
+/// How long an effect may take, how often it is looked for, and how long it must last, in milliseconds.
 constexpr qint64 Geduld = 60'000;
 constexpr int Blick = 10;
+constexpr int Ruhe = 40;
 
 }  // namespace
 
@@ -73,6 +74,7 @@ void Schrittfolge::tue_naechsten() {
   const Schritt schritt = schritte_[stelle_];
   sage(u"%1. %2"_s.arg(stelle_ + 1, 2).arg(schritt.text));
   uhr_.start();
+  schon_gesehen_ = false;
   // First, because what is done may open a window whose event loop ends only with a later step.
   QTimer::singleShot(0, [this] { sieh_nach(); });
   if (schritt.tun && !geschuetzt(schritt.tun)) stelle_ = schritte_.size();
@@ -89,9 +91,11 @@ bool Schrittfolge::ist_soweit() const {
 
 void Schrittfolge::sieh_nach() {
   if (stelle_ == schritte_.size()) return am_Ende_();
-  if (wache_->pumpt() || !ist_soweit()) {
+  // Seen twice: by then the window has laid itself out and painted what it shows.
+  const bool zu_sehen = !wache_->pumpt() && ist_soweit();
+  if (!std::exchange(schon_gesehen_, zu_sehen) || !zu_sehen) {
     if (uhr_.elapsed() < Geduld) {
-      QTimer::singleShot(Blick, [this] { sieh_nach(); });
+      QTimer::singleShot(zu_sehen ? Ruhe : Blick, [this] { sieh_nach(); });
       return;
     }
     fehler(u"Das ist in %1 Sekunden nicht zu sehen gewesen; der Rundgang endet hier."_s.arg(Geduld / 1000));

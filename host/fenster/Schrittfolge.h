@@ -51,6 +51,7 @@ class Schrittfolge {
 
   QList<Schritt> schritte_;
   qsizetype stelle_ = 0;
+  bool schon_gesehen_ = false;
   QElapsedTimer uhr_;
   std::function<void()> am_Ende_;
   std::shared_ptr<Pumpenwache> wache_;
