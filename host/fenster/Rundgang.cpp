@@ -228,12 +228,20 @@ bool Rundgang::datei_da(const QString& datei) const {
   return FileSystemObject().FileExists(datenordner::bilder(daten_) + u'\\' + datei);
 }
 
+namespace {
+
+void sage_Zeilen(const QStringList& zeilen) {
+  for (QString zeile : zeilen) Schrittfolge::sage(u"    "_s + zeile.replace(u"\r\n"_s, u" / "_s));
+}
+
+}  // namespace
+
 void Rundgang::schliesse_ab() {
   const auto grund = versuche([&] {
     Schrittfolge::sage(u"Die Datenbank hielt vorher zu RE 24-2003:"_s);
-    for (const QString& zeile : vorher_) Schrittfolge::sage(u"    "_s + zeile);
+    sage_Zeilen(vorher_);
     Schrittfolge::sage(u"Die Datenbank hält jetzt zu RE 24-2003:"_s);
-    for (const QString& zeile : zeilen(u"RE"_s, u"24-2003"_s)) Schrittfolge::sage(u"    "_s + zeile);
+    sage_Zeilen(zeilen(u"RE"_s, u"24-2003"_s));
     if (folge_.durchlaufen()) pruefe_Endstand();
   });
   if (grund) folge_.fehler(grund->Beschreibung());

@@ -13,8 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// How long an effect may take, how often it is looked for, and how long it must last, in milliseconds.
-constexpr qint64 Geduld = 60'000;
+/// How often an effect is looked for and how long it must last, in milliseconds.
 constexpr int Blick = 10;
 constexpr int Ruhe = 40;
 
@@ -39,7 +38,7 @@ class Schrittfolge::Pumpenwache final : public oberflaeche::Ereignispumpe {
   int tiefe_ = 0;
 };
 
-Schrittfolge::Schrittfolge() : wache_(std::make_shared<Pumpenwache>()) {
+Schrittfolge::Schrittfolge(int geduld) : geduld_(geduld), wache_(std::make_shared<Pumpenwache>()) {
   wache_->vorige = oberflaeche::setze(std::shared_ptr<oberflaeche::Ereignispumpe>(wache_));
 }
 
@@ -94,11 +93,11 @@ void Schrittfolge::sieh_nach() {
   // Seen twice: by then the window has laid itself out and painted what it shows.
   const bool zu_sehen = !wache_->pumpt() && ist_soweit();
   if (!std::exchange(schon_gesehen_, zu_sehen) || !zu_sehen) {
-    if (uhr_.elapsed() < Geduld) {
+    if (uhr_.elapsed() < geduld_) {
       QTimer::singleShot(zu_sehen ? Ruhe : Blick, [this] { sieh_nach(); });
       return;
     }
-    fehler(u"Das ist in %1 Sekunden nicht zu sehen gewesen; der Rundgang endet hier."_s.arg(Geduld / 1000));
+    fehler(u"Das ist in %1 Sekunden nicht zu sehen gewesen; der Rundgang endet hier."_s.arg(geduld_ / 1000.0));
     return am_Ende_();
   }
   if (const auto danach = schritte_[stelle_].danach) geschuetzt(danach);

@@ -20,7 +20,8 @@ struct Schritt {
 /// account of what was expected. Prints a line for each step, and more where something is wrong.
 class Schrittfolge {
  public:
-  Schrittfolge();
+  /// Waits for an effect as long as `geduld`, in milliseconds.
+  explicit Schrittfolge(int geduld = 60'000);
   ~Schrittfolge();
   Schrittfolge(const Schrittfolge&) = delete;
   Schrittfolge& operator=(const Schrittfolge&) = delete;
@@ -49,6 +50,7 @@ class Schrittfolge {
   template <class Anweisung>
   bool geschuetzt(Anweisung&& anweisung);
 
+  const int geduld_;
   QList<Schritt> schritte_;
   qsizetype stelle_ = 0;
   bool schon_gesehen_ = false;
