@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTest>
 #include <stdexcept>
 
@@ -14,6 +15,12 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// The pump of a program with windows.
+class Fensterpumpe final : public oberflaeche::Ereignispumpe {
+ public:
+  void verarbeite_anstehende() override { QCoreApplication::processEvents(); }
+};
 
 /// Runs the steps to their end.
 void laufe(Schrittfolge& folge) {
@@ -85,6 +92,8 @@ TEST(Schrittfolge, Abweichungen_zaehlen_und_der_Gang_geht_weiter) {
 }
 
 TEST(Schrittfolge, Mitten_in_der_Arbeit_eines_Fensters_wird_nicht_hingesehen) {
+  const auto vorige = oberflaeche::setze(std::make_shared<Fensterpumpe>());
+  const auto zurueck = qScopeGuard([&] { oberflaeche::setze(std::shared_ptr(vorige)); });
   Schrittfolge folge;
   bool bei_der_Arbeit = false;
   bool zu_frueh = false;
