@@ -25,3 +25,9 @@ printf '\n-- bench_streifen\n'
 ./bench_streifen "$ordner/fotos"
 printf '\n-- bench_dialog\n'
 ./bench_dialog "$ordner/fotos"
+printf '\n-- bench_fenster, without a display\n'
+./bench_fenster
+if command -v xvfb-run >/dev/null; then
+  printf '\n-- bench_fenster, in an X server\n'
+  env -u QT_QPA_PLATFORM xvfb-run -a ./bench_fenster
+fi

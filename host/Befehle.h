@@ -11,6 +11,7 @@ Befehl aendern();
 Befehl entfernen();
 Befehl umbenennen();
 Befehl anlegen();
+Befehl aufraeumen();
 Befehl exif();
 Befehl drehen();
 Befehl beispieldaten();
