@@ -1,3 +1,6 @@
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
 #include <QDir>
 #include <QTransform>
 
@@ -287,6 +290,29 @@ TEST(Drehen, unmoegliche_Koeffizienten_werden_auf_moegliche_begrenzt) {
 
 TEST(Drehen, nur_die_fuenf_Nummern_sind_Transformationen) {
   for (int wert = -2; wert < 30; ++wert) EXPECT_EQ(Drehung::von(wert).has_value(), wert >= 13 && wert <= 17) << wert;
+}
+
+Abtastung beliebige_Abtastung() {
+  return {*rc::gen::inRange(1, 5), *rc::gen::inRange(1, 5)};
+}
+
+RC_GTEST_PROP(DrehenBeliebig, jede_Groesse_und_Abtastung_behaelt_was_sich_verschieben_laesst, ()) {
+  const Machart art{.raum = *rc::gen::element(JCS_YCbCr, JCS_RGB),
+                    .abtastung = {beliebige_Abtastung(), beliebige_Abtastung(), beliebige_Abtastung()},
+                    .optimiert = *rc::gen::arbitrary<bool>(),
+                    .neustart = *rc::gen::inRange(0U, 9U),
+                    .qualitaet = *rc::gen::inRange(5, 101)};
+  const QSize groesse(*rc::gen::inRange(1, 150), *rc::gen::inRange(1, 150));
+  const QByteArray alt = jpeg(groesse, art);
+  const int transform = *rc::gen::elementOf(std::vector<int>(kAlle.begin(), kAlle.end()));
+  const QByteArray neu = drehe(alt, transform);
+  const bool ganz = pruefe(alt, neu, transform);
+  RC_ASSERT(!testing::Test::HasFailure());
+  const int zurueck = transform == 13 ? 15 : transform == 15 ? 13 : transform;
+  const QByteArray wieder = drehe(neu, zurueck);
+  pruefe(neu, wieder, zurueck);
+  RC_ASSERT(!testing::Test::HasFailure());
+  RC_ASSERT(!ganz || lies(wieder).komponenten == lies(alt).komponenten);
 }
 
 /// All JPEGs among the outside pictures that have a sound header.
