@@ -10,9 +10,8 @@ namespace {
 
 // Soft shades with an edge and some grain; each component its own.
 JSAMPLE probe(int komponente, int x, int y) {
-  const std::uint32_t korn = (static_cast<std::uint32_t>(x * 73856093) ^ static_cast<std::uint32_t>(y * 19349663) ^
-                              static_cast<std::uint32_t>(komponente * 83492791)) *
-                             2654435761U;
+  const auto u = [](int zahl) { return static_cast<std::uint32_t>(zahl); };
+  const std::uint32_t korn = (u(x) * 73856093U ^ u(y) * 19349663U ^ u(komponente) * 83492791U) * 2654435761U;
   const double wert = 128 + 60 * std::sin(x / (9.0 + komponente)) + 40 * std::cos(y / (7.0 + 2 * komponente)) +
                       ((x / 11 + y / 13) % 4 == 0 ? 30 : 0) + static_cast<int>(korn >> 28) - 8;
   return static_cast<JSAMPLE>(std::clamp(wert, 0.0, 255.0));

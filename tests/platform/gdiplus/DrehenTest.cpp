@@ -253,6 +253,16 @@ TEST(Drehen, ein_Strom_der_mitten_im_Bild_unlesbar_wird_ist_1) {
   EXPECT_EQ(ergebnis, "vorher");
 }
 
+TEST(Drehen, eine_Komponente_die_kein_Scan_nennt_bleibt_leer) {
+  const QByteArray ganz = jpeg({64, 64}, {.abtastung = {{4, 4}, {2, 2}, {1, 1}}});
+  const QByteArray ohne = ganz.first(ganz.lastIndexOf("\xff\xda")) + "\xff\xd9";
+  const Inhalt alt = lies(ohne);
+  const Inhalt neu = lies(drehe(ohne, 13));
+  ASSERT_EQ(neu.komponenten.size(), 3U);
+  for (const std::size_t i : {0U, 1U}) EXPECT_TRUE(neu.komponenten[i] == gedreht(alt.komponenten[i], 13)) << i;
+  EXPECT_EQ(neu.komponenten[2].bloecke, std::vector<Block>(4));
+}
+
 TEST(Drehen, mehr_Scans_als_ein_Bild_je_braucht_sind_1) {
   const QByteArray bytes = jpeg({64, 64}, {.progressiv = true});
   const qsizetype letzter = bytes.lastIndexOf("\xff\xda");
