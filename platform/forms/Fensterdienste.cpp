@@ -1,9 +1,15 @@
 #include "platform/forms/Fensterdienste.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTranslator>
+#include <utility>
 
+#include "platform/forms/FensterCore.h"
+#include "platform/forms/Fensterdienste_Ordnerwahl.h"
+#include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -75,6 +81,22 @@ class QtEreignispumpe final : public Ereignispumpe {
   void verarbeite_anstehende() override { QCoreApplication::processEvents(); }
 };
 
+/// The texts that the toolkit itself shows, as in the menu of a text field. It asks the translators when it makes them,
+/// so that the application has to have this one before its first window.
+void lade_Texte() {
+  const QString name = u"qtbase_de"_s;
+  if (qApp->findChild<QTranslator*>(name, Qt::FindDirectChildrenOnly)) return;
+  auto* texte = new QTranslator(qApp);
+  texte->setObjectName(name);
+  if (texte->load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) QCoreApplication::installTranslator(texte);
+}
+
+void registriere_Vorgaben() {
+  const QString name = u"KVOCore.KVFileFunctions"_s;
+  komponenten::Fabrik vorher = komponenten::registriere(name, [] { return std::make_shared<Ordnerwahl>(); });
+  if (vorher) komponenten::registriere(name, std::move(vorher));
+}
+
 }  // namespace
 
 namespace fensterdienste {
@@ -83,6 +105,9 @@ void richte_ein() {
   setze(std::make_shared<QtMeldungsfenster>());
   setze(std::make_shared<QtMauszeiger>());
   setze(std::make_shared<QtEreignispumpe>());
+  KVOCore::setze(std::make_shared<FensterCore>());
+  registriere_Vorgaben();
+  lade_Texte();
 }
 
 }  // namespace fensterdienste
