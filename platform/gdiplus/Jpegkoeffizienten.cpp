@@ -123,12 +123,12 @@ class Leser {
     nach.kennung = von.component_id;
     nach.waagrecht = von.h_samp_factor;
     nach.senkrecht = von.v_samp_factor;
-    nach.tabelle = von.quant_tbl_no;
     nach.bloecke = {static_cast<int>(von.width_in_blocks), static_cast<int>(von.height_in_blocks)};
     nach.proben = {static_cast<int>(von.downsampled_width), static_cast<int>(von.downsampled_height)};
     nach.quantisierung.fill(1);
     // A component that no scan ever named has no tables; its coefficients are all 0.
     if (von.quant_table == nullptr) return;
+    nach.tabelle = von.quant_tbl_no;
     std::copy_n(von.quant_table->quantval, DCTSIZE2, nach.quantisierung.begin());
     nimm_Tabelle(cinfo_.dc_huff_tbl_ptrs, von.dc_tbl_no, nach.gleichstrom);
     nimm_Tabelle(cinfo_.ac_huff_tbl_ptrs, von.ac_tbl_no, nach.wechselstrom);

@@ -261,6 +261,10 @@ TEST(Drehen, eine_Komponente_die_kein_Scan_nennt_bleibt_leer) {
   ASSERT_EQ(neu.komponenten.size(), 3U);
   for (const std::size_t i : {0U, 1U}) EXPECT_TRUE(neu.komponenten[i] == gedreht(alt.komponenten[i], 13)) << i;
   EXPECT_EQ(neu.komponenten[2].bloecke, std::vector<Block>(4));
+  // Nobody looks at the number of its table either.
+  QByteArray wirr = ohne;
+  wirr[wirr.indexOf("\xff\xc0") + 10 + 8] = static_cast<char>(0xfd);
+  EXPECT_TRUE(lies(drehe(wirr, 13)).komponenten == neu.komponenten);
 }
 
 TEST(Drehen, mehr_Scans_als_ein_Bild_je_braucht_sind_1) {
