@@ -185,6 +185,8 @@ class frm_BildZuordnung : public Form {
   std::unique_ptr<Bildfeld> neues_Pic_Thumb(int index);
 
   XArrayDBObject& Tabelle();
+  /// The collection; without one it raises 91.
+  clsBildZuordnungen& Sammlung() const;
   void lade_Zeile(std::int32_t zeile);
   void frage_Exif_nach(std::int32_t zeile) const;
   void waehle_Zeile(std::int32_t index);

@@ -203,13 +203,15 @@ void frm_BildZuordnung::entwirf_Bild() {
 }
 
 void frm_BildZuordnung::entwirf_Streifen() {
-  // Buttons and frames stand above the thumbnails, which are put below them one by one.
+  // The frames stand above the thumbnails, which are put below them one by one, and the buttons above both.
   SSC_Scroll_Left.Move(0, 0, 360, Hoehe_Streifen);
   bebildere(SSC_Scroll_Left, u"links"_s, u"Streifen um ein Bild nach links"_s, 20);
   SSC_Scroll_Right.Move(0, 0, 360, Hoehe_Streifen);
   bebildere(SSC_Scroll_Right, u"rechts"_s, u"Streifen um ein Bild nach rechts"_s, 20);
   Pic_Thumb.entwirf(0).ToolTipText(u"Bearbeitungsprogramm starten mit Doppelklick"_s);
   for (Shape* rahmen : {&Shp_Thump, &Shp_Sort}) rahmen->BorderWidth(2);
+  SSC_Scroll_Left.raise();
+  SSC_Scroll_Right.raise();
 }
 
 void frm_BildZuordnung::entwirf_Fussleiste() {
@@ -273,7 +275,7 @@ void frm_BildZuordnung::verbinde_Ereignisse() {
 
 std::unique_ptr<Bildfeld> frm_BildZuordnung::neues_Pic_Thumb(int index) {
   auto neu = std::make_unique<Bildfeld>(&SSP_Panel(3), u"Pic_Thumb(%1)"_s.arg(index));
-  neu->stackUnder(&SSC_Scroll_Left);
+  neu->stackUnder(&Shp_Thump);
   neu->setAccessibleName(u"Bild %1 des Streifens"_s.arg(index));
   neu->Click = [this, index] { Pic_Thumb_Click(index); };
   neu->DblClick = [this] { zeige_im_Programm(AktDatei); };
