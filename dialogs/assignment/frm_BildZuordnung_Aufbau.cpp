@@ -15,7 +15,7 @@ constexpr double Starthoehe = 9000;
 constexpr double Hoehe_Kopf = 810;
 constexpr double Hoehe_Streifen = 2100;
 constexpr double Hoehe_Fuss = 520;
-constexpr double Breite_Felder = 3600;
+constexpr double Breite_Felder = 3840;
 
 QIcon symbol(const QString& name) {
   return QIcon(u":/kvo/icons/%1.svg"_s.arg(name));
@@ -117,7 +117,8 @@ frm_BildZuordnung::frm_BildZuordnung()
   entwirf_Reihenfolge();
   verbinde_Ereignisse();
   setze_Abbruchknopf(&cmd_Abbruch);
-  setMinimumSize(640, 480);
+  // Narrower, the buttons at the bottom would cover each other.
+  setMinimumSize(800, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
 
   // Their work is still to come; until then nobody is shown a button that does nothing.
@@ -161,7 +162,7 @@ void frm_BildZuordnung::entwirf_Felder() {
   lbl_Anzeige(0).setBuddy(&txt_BildName);
   cmd_OriginalName.Move(660, 60, 390, 330);
   bebildere(cmd_OriginalName, u"originalname"_s, u"Auf Original-Namen zurücksetzen"_s, 16);
-  SSP_WarnungName.Move(1110, 60, 2430, 330);
+  SSP_WarnungName.Move(1110, 60, 2670, 330);
   SSP_WarnungName.Caption(u"Dateiname schon vorhanden!"_s);
   SSP_WarnungName.ForeColor(farben::Klassisch[4]);
   txt_BildName.Move(60, 420, 2500, 360);
@@ -225,7 +226,7 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
        2150);
   fuss(SSR_Sortierung, u"         Sortieren"_s, u"sortieren"_s, 1500);
   SSR_Sortierung.ToolTipText(u"Schaltet in den Sortier-Modus um"_s);
-  fuss(SSC_ZuordnungSpeichern, u"Zuordnung &speichern  "_s, u"zuordnung_speichern"_s, 2300);
+  fuss(SSC_ZuordnungSpeichern, u"Zuordnung &speichern  "_s, u"zuordnung_speichern"_s, 2450);
   fuss(cmd_Abbruch, u"&Zurück"_s, u"zurueck"_s, 1300);
 }
 
