@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <QList>
-
 #include <cerrno>
 #include <climits>
 #include <cstdio>

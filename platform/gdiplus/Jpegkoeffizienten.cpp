@@ -123,14 +123,20 @@ class Leser {
     nach.kennung = von.component_id;
     nach.waagrecht = von.h_samp_factor;
     nach.senkrecht = von.v_samp_factor;
-    nach.tabelle = von.quant_tbl_no;
     nach.bloecke = {static_cast<int>(von.width_in_blocks), static_cast<int>(von.height_in_blocks)};
     nach.proben = {static_cast<int>(von.downsampled_width), static_cast<int>(von.downsampled_height)};
-    // A component that no scan ever named has no table; its coefficients are all 0.
     nach.quantisierung.fill(1);
-    if (von.quant_table != nullptr) std::copy_n(von.quant_table->quantval, DCTSIZE2, nach.quantisierung.begin());
-    if (const JHUFF_TBL* t = cinfo_.dc_huff_tbl_ptrs[von.dc_tbl_no]) nach.gleichstrom = *t;
-    if (const JHUFF_TBL* t = cinfo_.ac_huff_tbl_ptrs[von.ac_tbl_no]) nach.wechselstrom = *t;
+    // A component that no scan ever named has no tables; its coefficients are all 0.
+    if (von.quant_table == nullptr) return;
+    nach.tabelle = von.quant_tbl_no;
+    std::copy_n(von.quant_table->quantval, DCTSIZE2, nach.quantisierung.begin());
+    nimm_Tabelle(cinfo_.dc_huff_tbl_ptrs, von.dc_tbl_no, nach.gleichstrom);
+    nimm_Tabelle(cinfo_.ac_huff_tbl_ptrs, von.ac_tbl_no, nach.wechselstrom);
+  }
+
+  // A scan may name any number for a table that it does not use.
+  static void nimm_Tabelle(JHUFF_TBL* const (&tabellen)[NUM_HUFF_TBLS], int nummer, JHUFF_TBL& nach) {
+    if (nummer >= 0 && nummer < NUM_HUFF_TBLS && tabellen[nummer] != nullptr) nach = *tabellen[nummer];
   }
 
   QByteArrayView bytes_;

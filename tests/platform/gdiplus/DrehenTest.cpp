@@ -1,3 +1,6 @@
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
 #include <QDir>
 #include <QTransform>
 
@@ -250,6 +253,20 @@ TEST(Drehen, ein_Strom_der_mitten_im_Bild_unlesbar_wird_ist_1) {
   EXPECT_EQ(ergebnis, "vorher");
 }
 
+TEST(Drehen, eine_Komponente_die_kein_Scan_nennt_bleibt_leer) {
+  const QByteArray ganz = jpeg({64, 64}, {.abtastung = {{4, 4}, {2, 2}, {1, 1}}});
+  const QByteArray ohne = ganz.first(ganz.lastIndexOf("\xff\xda")) + "\xff\xd9";
+  const Inhalt alt = lies(ohne);
+  const Inhalt neu = lies(drehe(ohne, 13));
+  ASSERT_EQ(neu.komponenten.size(), 3U);
+  for (const std::size_t i : {0U, 1U}) EXPECT_TRUE(neu.komponenten[i] == gedreht(alt.komponenten[i], 13)) << i;
+  EXPECT_EQ(neu.komponenten[2].bloecke, std::vector<Block>(4));
+  // Nobody looks at the number of its table either.
+  QByteArray wirr = ohne;
+  wirr[wirr.indexOf("\xff\xc0") + 10 + 8] = static_cast<char>(0xfd);
+  EXPECT_TRUE(lies(drehe(wirr, 13)).komponenten == neu.komponenten);
+}
+
 TEST(Drehen, mehr_Scans_als_ein_Bild_je_braucht_sind_1) {
   const QByteArray bytes = jpeg({64, 64}, {.progressiv = true});
   const qsizetype letzter = bytes.lastIndexOf("\xff\xda");
@@ -287,6 +304,29 @@ TEST(Drehen, unmoegliche_Koeffizienten_werden_auf_moegliche_begrenzt) {
 
 TEST(Drehen, nur_die_fuenf_Nummern_sind_Transformationen) {
   for (int wert = -2; wert < 30; ++wert) EXPECT_EQ(Drehung::von(wert).has_value(), wert >= 13 && wert <= 17) << wert;
+}
+
+Abtastung beliebige_Abtastung() {
+  return {*rc::gen::inRange(1, 5), *rc::gen::inRange(1, 5)};
+}
+
+RC_GTEST_PROP(DrehenBeliebig, jede_Groesse_und_Abtastung_behaelt_was_sich_verschieben_laesst, ()) {
+  const Machart art{.raum = *rc::gen::element(JCS_YCbCr, JCS_RGB),
+                    .abtastung = {beliebige_Abtastung(), beliebige_Abtastung(), beliebige_Abtastung()},
+                    .optimiert = *rc::gen::arbitrary<bool>(),
+                    .neustart = *rc::gen::inRange(0U, 9U),
+                    .qualitaet = *rc::gen::inRange(5, 101)};
+  const QSize groesse(*rc::gen::inRange(1, 150), *rc::gen::inRange(1, 150));
+  const QByteArray alt = jpeg(groesse, art);
+  const int transform = *rc::gen::elementOf(std::vector<int>(kAlle.begin(), kAlle.end()));
+  const QByteArray neu = drehe(alt, transform);
+  const bool ganz = pruefe(alt, neu, transform);
+  RC_ASSERT(!testing::Test::HasFailure());
+  const int zurueck = transform == 13 ? 15 : transform == 15 ? 13 : transform;
+  const QByteArray wieder = drehe(neu, zurueck);
+  pruefe(neu, wieder, zurueck);
+  RC_ASSERT(!testing::Test::HasFailure());
+  RC_ASSERT(!ganz || lies(wieder).komponenten == lies(alt).komponenten);
 }
 
 /// All JPEGs among the outside pictures that have a sound header.
