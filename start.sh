@@ -1,9 +1,7 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and shows the main job: pictures are assigned to a business record on the embedded
-# database, read back, changed, renamed and removed.
-#
-# The sample data lies in KVOBILD_BEISPIEL (default: kvobild-beispiel in the user's data folder). It is made once; later
-# runs go on with it, since what a user put there belongs to the user.
+# Installs what is missing, builds, and starts the program on the user's data folder, which the first start fills with
+# samples. Where there is no display the program walks itself through its windows and leaves pictures of them in
+# KVO_RUNDGANG (default: build/rundgang).
 set -euo pipefail
 # shellcheck source=packaging/gemeinsam.sh
 . "$(dirname "${BASH_SOURCE[0]}")/packaging/gemeinsam.sh"
@@ -11,84 +9,34 @@ set -euo pipefail
 bereite_umgebung_vor
 installiere "${PAKETE_BAU[@]}"
 # In a folder of its own: a developer's build keeps its tests.
-baue dev start kvobild -DKVO_TESTS=OFF
+baue dev start host/all -DKVO_TESTS=OFF
+programme=$KVO_ORDNER/build/start/host
 
-beispiel=${KVOBILD_BEISPIEL:-}
-if [ -z "$beispiel" ]; then
-  if [ -n "${XDG_DATA_HOME:-}" ]; then
-    beispiel=$XDG_DATA_HOME/kvobild-beispiel
-  elif [ -n "${HOME:-}" ] && [ -w "$HOME" ]; then
-    beispiel=$HOME/.local/share/kvobild-beispiel
-  else
-    beispiel=$KVO_ORDNER/build/kvobild-beispiel
-  fi
-fi
+# A display may be named and not answer; then the program ends at once, even when only its help is asked for.
+bildschirm_da() {
+  if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then return 1; fi
+  case ${QT_QPA_PLATFORM:-} in offscreen* | minimal*) return 1 ;; esac
+  (ulimit -c 0 && timeout 20 "$programme/bildzuordnung" --hilfe) >/dev/null 2>&1
+}
 
-kvobild=$KVO_ORDNER/build/start/host/kvobild
-if [ -f "$beispiel/betrieb.db" ]; then
-  melde "Die Beispieldaten liegen schon in $beispiel"
+if bildschirm_da; then
+  daten=$(datenheim)/kvobildzuordnung
+  melde "Starte bildzuordnung auf $daten"
+  "$programme/bildzuordnung" --datenordner "$daten"
 else
-  melde "Beispieldaten nach $beispiel"
-  # Made beside and renamed, so that an interrupted run leaves no half of them.
-  mkdir -p "$(dirname "$beispiel")"
-  neu=$(mktemp -d "$beispiel.XXXXXX")
-  trap 'rm -rf "$neu"' EXIT
-  chmod 755 "$neu"
-  "$kvobild" beispieldaten "$neu"
-  mv -T "$neu" "$beispiel"
-  trap - EXIT
+  rundgang=${KVO_RUNDGANG:-$KVO_ORDNER/build/rundgang}
+  daten=$rundgang/daten/betrieb
+  melde 'Kein Bildschirm: Das Programm geht allein durch seine Fenster'
+  env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=offscreen "$programme/bildzuordnung" --rundgang "$rundgang"
+  melde "Die Bilder der Fenster liegen in $rundgang"
 fi
-
-export KVOBILD_VERBINDUNG="Provider=SQLite;Data Source=\"$beispiel/betrieb.db\""
-export KVOBILD_BILDER=$beispiel/bilder
-vorgang=(--typ1 BEL --key1 AN --key2 24-3005)
-ordner='Belege\24-3005'
-
-schritt() { printf '\n--- %s\n' "$*"; }
-
-schritt 'Drei neue Bilder kommen zum Beleg AN 24-3005'
-neue=$("$kvobild" zuordnen "${vorgang[@]}" --ordner "$ordner" --beschreibung "Besichtigung" \
-  "$beispiel/eingang/Baustelle_23.jpg" "$beispiel/eingang/Rohrbruch_24.jpg" "$beispiel/eingang/Übergabe_25.jpg")
-printf '%s\n' "$neue"
-mapfile -t bild <<<"$neue"
-
-schritt 'Gelesen steht da'
-"$kvobild" lesen "${vorgang[@]}"
-
-schritt "Geändert: ${bild[2]} kommt nach vorn, mit anderem Text, als Anhang auf eigener Seite"
-"$kvobild" aendern "${vorgang[@]}" --sortierung 0 --beschreibung 'Übergabe der Schlüssel' --anhang ja \
-  --neue-seite ja "${bild[2]}"
-
-schritt "Umbenannt: ${bild[0]}, mit Textdatei"
-stamm=${bild[0]#Baustelle_23}
-name=Rathaus_$stamm
-# Two runs within one second give two pictures the same stamp.
-for ((nummer = 2; ; nummer++)); do
-  [ -e "$KVOBILD_BILDER/${ordner//\\//}/$name" ] || break
-  name=Rathaus_${nummer}_$stamm
-done
-"$kvobild" umbenennen --ordner "$ordner" "${bild[0]}" "$name"
-
-schritt "Entfernt: ${bild[1]}; die Datei bleibt in der Ablage"
-"$kvobild" entfernen "${vorgang[@]}" "${bild[1]}"
-
-schritt 'Die Tabelle hält jetzt zu diesem Beleg'
-"$kvobild" lesen "${vorgang[@]}"
-
-schritt 'Die Bildablage hält jetzt in seinem Ordner'
-(cd "$KVOBILD_BILDER/${ordner//\\//}" && ls -l --time-style=+%F)
-
-schritt "Exif von $name"
-"$kvobild" exif "$KVOBILD_BILDER/${ordner//\\//}/$name"
-
-schritt 'Die Tabelle hält insgesamt'
-"$kvobild" lesen --json | wc -l | sed 's/^ */Zuordnungen: /'
 
 cat <<TEXT
 
-Weiter von Hand, etwa:
-  export KVOBILD_VERBINDUNG='$KVOBILD_VERBINDUNG'
-  export KVOBILD_BILDER='$KVOBILD_BILDER'
-  $kvobild lesen --typ1 BEL --key1 AB --key2 24-1001
-  $kvobild --hilfe
+Dieselben Daten auf der Befehlszeile:
+  export KVOBILD_VERBINDUNG='Provider=SQLite;Data Source="$daten/betrieb.db"'
+  export KVOBILD_BILDER='$daten/bilder'
+  $programme/kvobild lesen --typ1 BEL --key1 RE --key2 24-2003
+  $programme/kvobild --hilfe
+Eine Vorführung davon: packaging/vorfuehrung_kvobild.sh
 TEXT

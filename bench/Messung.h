@@ -4,12 +4,20 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <vector>
 
 /// Measuring two ways of one job side by side: the runs alternate, so that a machine that grows slower or faster hits
 /// both, and the median of each counts.
 namespace messung {
+
+/// A measurement of something that failed is none: says what and ends the program with 2.
+inline void verlange(bool erfuellt, const char* was) {
+  if (erfuellt) return;
+  std::fprintf(stderr, "benchmark: %s\n", was);
+  std::exit(2);
+}
 
 inline double sekunden(const std::function<void()>& arbeit) {
   const auto beginn = std::chrono::steady_clock::now();

@@ -4,17 +4,10 @@
 
 #include <QByteArray>
 #include <QImage>
-#include <cstdio>
-#include <cstdlib>
+
+#include "bench/Messung.h"
 
 namespace messung {
-
-/// A measurement of something that failed is none: says what and ends the program with 2.
-inline void verlange(bool erfuellt, const char* was) {
-  if (erfuellt) return;
-  std::fprintf(stderr, "benchmark: %s\n", was);
-  std::exit(2);
-}
 
 /// The measure of all small pictures: TurboJPEG's plain decode at 1/8, of bytes that are in memory already.
 inline void turbojpeg_Achtel(const QByteArray& bytes) {

@@ -3,11 +3,13 @@
 #include <QString>
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include "exif/Dateibytes.h"
 #include "platform/basic/Variant.h"
+#include "platform/basic/XArrayDBObject.h"
 #include "platform/basic/kvo_export.h"
 
 /// One directory entry as it was read.
@@ -58,6 +60,31 @@ class KVO_EXPORT clsExifInfo {
   /// Number of entries, those included that were not reached; none while the list was never sized.
   std::optional<std::int32_t> Anzahl_Entries() const noexcept;
 
+  /// The value of the first entry with that tag number (TIFF 6.0, Exif 2.32), whichever directory it stands in, as text
+  /// with a blank for each "~"; an entry without a value gives "". Empty when there is no such entry. Tag number 0
+  /// gives the number of entries as Anzahl_Entries, Empty for none.
+  ///
+  /// Loads the file of property picFile first where none is loaded, with the failures of Load; without a file name the
+  /// result is Empty. Raises 9 while the list of entries was never sized, so after a Load that was false.
+  Variant Tag(std::int32_t ExifTag);
+
+  /// The value, as it was read, of the first maker note's entry with that number; Empty when there is none or no file
+  /// is loaded. The walk enters no maker note, so there never is one. Raises 9 while the list was never sized.
+  Variant MakerNoteTag(std::int32_t MakerTag) const;
+
+  /// Columns of the table that Get_ExifInfo gives.
+  enum class Spalte : std::int32_t {
+    Zeigen = 0,        ///< True, or "" for a row that lists leave out
+    Tag = 1,           ///< tag number, 32 bits
+    Name = 2,          ///< fixed English name
+    Beschriftung = 3,  ///< German label, or the name
+    Wert = 4           ///< text of Tag, "" when the file does not have it
+  };
+
+  /// A new table of all tags that the properties know: rows 0 to 150, of which 112 and later are empty with "" for
+  /// label and value. Loads as Tag does. None when a value could not be asked for; nobody is told.
+  std::shared_ptr<XArrayDBObject> Get_ExifInfo();
+
  private:
   friend class ExifInfoPruefer;
 
@@ -71,6 +98,7 @@ class KVO_EXPORT clsExifInfo {
   std::size_t Grow_Entries(std::int32_t count);
   void Read_Directory(std::int32_t position, std::int32_t count);
   void Note_Pointer(const Exif_Entry& entry);
+  const Exif_Entry* Find_Entry(std::int32_t tag, bool only_maker_note) const;
   void Read_Entry(std::int64_t position, Exif_Entry& entry);
 
   std::int32_t Read_Word(std::int64_t position);

@@ -11,7 +11,9 @@ Befehl aendern();
 Befehl entfernen();
 Befehl umbenennen();
 Befehl anlegen();
+Befehl aufraeumen();
 Befehl exif();
+Befehl drehen();
 Befehl beispieldaten();
 
 }  // namespace befehle

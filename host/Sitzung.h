@@ -29,6 +29,8 @@ class Sitzung {
   Sitzung& operator=(const Sitzung&) = delete;
 
   clsBildZuordnungen& store() noexcept { return store_; }
+  /// The open connection that the store reads over.
+  const std::shared_ptr<adodb::Connection>& verbindung() const noexcept { return verbindung_; }
 
   /// Reads the assignments that match in their stored order, and their stored SortIndex with them, which the store
   /// itself leaves at 0: a row that is saved then keeps its place. True when there is any.

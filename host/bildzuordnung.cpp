@@ -10,6 +10,7 @@
 #include "host/Ausgang.h"
 #include "host/fenster/Dialogaufruf.h"
 #include "host/fenster/Hauptfenster.h"
+#include "host/fenster/Rundgang.h"
 #include "platform/forms/Fensterdienste.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -31,16 +32,20 @@ void waehle_Plattform() {
 
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
+  if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, dialogaufruf::der_Komponente()).laufe();
   Hauptfenster fenster(optionen, dialogaufruf::der_Komponente());
   fenster.beginne();
   fenster.show();
   return QApplication::exec();
 }
 
-/// What Qt says of a session folder that a bare container has not is of no use to anybody.
+/// What Qt says of a session folder that a bare container has not, and of what a window without a display can't do, is
+/// of no use to anybody.
 QtMessageHandler bisher = nullptr;
-void ohne_Sitzungsordner(QtMsgType art, const QMessageLogContext& ort, const QString& text) {
-  if (!text.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set"_L1)) bisher(art, ort, text);
+void ohne_Belangloses(QtMsgType art, const QMessageLogContext& ort, const QString& text) {
+  if (text.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set"_L1)) return;
+  if (text.startsWith("This plugin does not support "_L1)) return;
+  bisher(art, ort, text);
 }
 
 }  // namespace
@@ -48,7 +53,7 @@ void ohne_Sitzungsordner(QtMsgType art, const QMessageLogContext& ort, const QSt
 int main(int argc, char** argv) {
   setze_utf8();
   waehle_Plattform();
-  bisher = qInstallMessageHandler(ohne_Sitzungsordner);
+  bisher = qInstallMessageHandler(ohne_Belangloses);
   const QApplication programm(argc, argv);
   QApplication::setApplicationName(u"bildzuordnung"_s);
   QApplication::setApplicationDisplayName(u"Bildzuordnung"_s);

@@ -29,7 +29,7 @@ Ausgang laufe(const QStringList& argumente) {
   try {
     const Ausgang ausgang = befehlszeile::fuehre_aus(
         {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
-         befehle::entfernen(), befehle::exif(), befehle::beispieldaten()},
+         befehle::entfernen(), befehle::aufraeumen(), befehle::exif(), befehle::drehen(), befehle::beispieldaten()},
         argumente);
     if (ausgabe::abgeschlossen()) return ausgang;
     throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);

@@ -1,8 +1,11 @@
 #include "imaging/mod_GrafikKonvert.h"
 
 #include <array>
+#include <vector>
 
+#include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "platform/files/Ersatzdatei.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Programme.h"
@@ -84,6 +87,81 @@ QString Fkt_OpenWith(QString& datei) {
   }
   m_OpenWithProgramm = shell::OpenAs(datei);
   return m_OpenWithProgramm;
+}
+
+bool Fkt_GetEncoderClsid(const QString& mime_type, gdiplus::CLSID& clsid) {
+  std::uint32_t anzahl = 0;
+  std::uint32_t groesse = 0;
+  gdiplus::GdipGetImageEncodersSize(anzahl, groesse);
+  if (groesse == 0) return false;
+  std::vector<gdiplus::ImageCodecInfo> saetze(groesse / gdiplus::kKodierersatz);
+  gdiplus::GdipGetImageEncoders(anzahl, groesse, saetze);
+  for (std::uint32_t i = 0; i < anzahl; ++i) {
+    if (saetze[i].MimeType.compare(mime_type, Qt::CaseInsensitive) != 0) continue;
+    clsid = saetze[i].Clsid;
+    return true;
+  }
+  return false;
+}
+
+namespace {
+
+gdiplus::EncoderParameters parameter_fuer(std::int32_t transform) {
+  gdiplus::EncoderParameters parameter;
+  parameter.Count = 1;
+  gdiplus::CLSIDFromString(u"{8D0EB2D1-A58E-4EA8-AA14-108074B7B6F9}"_s, parameter.Parameter.Guid);
+  parameter.Parameter.NumberOfValues = 1;
+  parameter.Parameter.Type = gdiplus::EncoderParameterValueTypeLong;
+  parameter.Parameter.Value = transform;
+  return parameter;
+}
+
+/// Finds the encoder and saves the image with `speichere`, which gives a status; the image is disposed of in any case.
+template <class Speichern>
+bool transformiere(gdiplus::Image& image, std::int32_t transform, Speichern&& speichere) {
+  bool ergebnis = false;
+  gdiplus::CLSID clsid{};
+  if (Fkt_GetEncoderClsid(u"image/jpeg"_s, clsid))
+    ergebnis = Fkt_GdiPruefen(speichere(clsid, parameter_fuer(transform))) == gdiplus::Ok;
+  else
+    oberflaeche::MsgBox(u"Konnte keinen passenden Encoder ermitteln."_s, oberflaeche::Knoepfe::OK,
+                        oberflaeche::Symbol::Keins, u"Encoder Error"_s);
+  Fkt_GdiPruefen(gdiplus::GdipDisposeImage(image));
+  return ergebnis;
+}
+
+std::int32_t schreibe(Ersatzdatei& neu, const QByteArray& strom) {
+  std::int32_t status = gdiplus::Ok;
+  fehler::melden_und_enden([&](const Laufzeitfehler& f) { status = gdiplus::status_beim_Schreiben(f.Nummer()); },
+                           [&] { neu.schreibe(strom); });
+  return status;
+}
+
+}  // namespace
+
+bool Fkt_JpgTransform(const QString& quelle, const QString& ziel, std::int32_t transform) {
+  gdiplus::Image image;
+  if (Fkt_GdiPruefen(gdiplus::GdipLoadImageFromFile(quelle, image)) != gdiplus::Ok) return false;
+  return transformiere(image, transform, [&](const auto& clsid, const auto& parameter) {
+    return gdiplus::GdipSaveImageToFile(image, ziel, clsid, parameter);
+  });
+}
+
+bool Fkt_Bild_Drehen(const QString& datei, std::int32_t transform) {
+  gdiplus::Image image;
+  if (Fkt_GdiPruefen(gdiplus::GdipLoadImageFromFile(datei, image)) != gdiplus::Ok) return false;
+  if (gdiplus::format_von(image) != Bildformat::Jpeg) {
+    Fkt_GdiPruefen(gdiplus::GdipDisposeImage(image));
+    return false;
+  }
+  Ersatzdatei neu(datei);
+  const bool gelungen = transformiere(image, transform, [&](const auto& clsid, const auto& parameter) {
+    QByteArray strom;
+    const std::int32_t status = gdiplus::GdipSaveImageToStream(image, strom, clsid, parameter);
+    return status == gdiplus::Ok ? schreibe(neu, strom) : status;
+  });
+  if (gelungen) neu.tausche();
+  return gelungen;
 }
 
 }  // namespace mod_GrafikKonvert

@@ -5,8 +5,9 @@
 #include <memory>
 
 #include "platform/gdiplus/Bild.h"
+#include "platform/gdiplus/Kodierer.h"
 
-/// Picture handling through GDI+: sessions, status messages, loading.
+/// Picture handling through GDI+: sessions, status messages, loading, turning.
 namespace mod_GrafikKonvert {
 
 /// Token of the session started last.
@@ -35,5 +36,23 @@ std::shared_ptr<const Bild> Fkt_HandleToPicture(const std::shared_ptr<const Bild
 /// Lets the user choose a program for a file and starts it on it, without waiting. The name of the program that was
 /// started, or empty for none. A blank name is told.
 QString Fkt_OpenWith(QString& datei);
+
+/// The class id of the encoder of that mime type, case of letters ignored. False where there is none, or no session.
+bool Fkt_GetEncoderClsid(const QString& mime_type, gdiplus::CLSID& clsid);
+/// Writes a picture file, transformed, as JPEG under another name; `transform` is 13 to 17 (clockwise by 90, 180, 270
+/// degrees, mirrored left and right, top and bottom). What stood under that name is replaced, but only by a complete
+/// file. False after a message for each status that has one; source and target are two files. The module doesn't look
+/// at the file type: a picture of another format comes out as JPEG too.
+bool Fkt_JpgTransform(const QString& quelle, const QString& ziel, std::int32_t transform);
+
+/// Turns a JPEG file in its place, between start and end of a session: the transform into a file of the same name with
+/// "_" in front, then the exchange (see Ersatzdatei). At each moment the name stands for the whole old picture or the
+/// whole new one, and a file of the user's that begins with "_" is not touched.
+///
+/// False when the transform fails, after the messages of its statuses; the caller then tells that the turning failed.
+/// That is so for a sound picture of another format too, without a message of a status: it would be JPEG bytes under a
+/// name that says otherwise. Raises the failure of the exchange (70 for a read-only file, 53 for one that is gone
+/// meanwhile). In all these cases the file is as it was and nothing is left beside it.
+bool Fkt_Bild_Drehen(const QString& datei, std::int32_t transform);
 
 }  // namespace mod_GrafikKonvert

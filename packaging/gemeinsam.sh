@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034
-# Shared by start.sh, test.sh and .ci/run. Sourced, not run; sets KVO_ORDNER and the surroundings that a bare container
+# Shared by start.sh, test.sh, .ci/run and the scripts beside this one. Sourced, not run; sets KVO_ORDNER and the surroundings that a bare container
 # lacks.
 
 KVO_ORDNER=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -8,12 +8,12 @@ readonly KVO_ORDNER
 # What the programs need to be built and to run.
 readonly PAKETE_BAU=(
   g++ cmake ninja-build ccache
-  qt6-base-dev qt6-image-formats-plugins libqt6svg6
-  libjpeg62-turbo-dev libsqlite3-dev
+  qt6-base-dev libjpeg62-turbo-dev libsqlite3-dev
+  libqt6gui6 qt6-image-formats-plugins libqt6svg6 qt6-translations-l10n
   fonts-dejavu-core
 )
 # What the tests need besides.
-readonly PAKETE_TEST=(libgtest-dev libgmock-dev librapidcheck-dev clang-format)
+readonly PAKETE_TEST=(libgtest-dev libgmock-dev librapidcheck-dev clang-format xvfb xauth)
 # What the checks of a change need besides.
 readonly PAKETE_CI=(git clang clang-tidy)
 
@@ -35,6 +35,17 @@ bereite_umgebung_vor() {
     export XDG_CACHE_HOME=${XDG_CACHE_HOME:-$KVO_ORDNER/build/cache}
   fi
   export CCACHE_BASEDIR=$KVO_ORDNER CCACHE_NOHASHDIR=1
+}
+
+# The folder for the data of programs, as the programs find it; without a home one in the project.
+datenheim() {
+  if [ -n "${XDG_DATA_HOME:-}" ]; then
+    printf '%s\n' "$XDG_DATA_HOME"
+  elif [ -n "${HOME:-}" ] && [ -w "$HOME" ]; then
+    printf '%s\n' "$HOME/.local/share"
+  else
+    printf '%s\n' "$KVO_ORDNER/build/daten"
+  fi
 }
 
 paket_fehlt() {

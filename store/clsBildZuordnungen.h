@@ -10,7 +10,10 @@
 #include "platform/basic/Variant.h"
 #include "platform/basic/kvo_export.h"
 #include "platform/gdiplus/Bild.h"
+#include "store/Aufraeumliste.h"
 #include "store/clsBilderSpeicher.h"
+
+class Bildbaum;
 
 /// The assignments that are loaded at the moment, with a cursor on one of them, flags per row, and all operations on
 /// the table Bild_Zuordnungen and on the picture files.
@@ -161,6 +164,18 @@ class KVO_EXPORT clsBildZuordnungen {
   bool Fkt_FileDelete(const QString& pFileName);
 
   // ── Maintenance ───────────────────────────────────────────────────────────────────────────────────────────────────
+  /// Clears the tree from the folder `pAbPfad` on, depth first, without asking: files that no row of Bild_Zuordnungen
+  /// names, text files without their picture, folders that hold nothing then. `pBasisBildPfad` is the picture root
+  /// without a closing backslash; files directly in it are never found in the table and always go. True when done,
+  /// False when a subfolder could not be cleared (the folders above it then stay as they are), Empty when the folder
+  /// itself can't be read; nobody is told.
+  ///
+  /// Where the table can't be asked, files are deleted: only to be called on a working connection, and after the user
+  /// has seen FKT_Liste_Bild_Ohne_Zuordnung.
+  Variant FKT_Loesche_Bild_Ohne_Zuordnung(const QString& pAbPfad, const QString& pBasisBildPfad);
+  /// What FKT_Loesche_Bild_Ohne_Zuordnung would delete at this moment, file by file; deletes nothing. Asks the table
+  /// the same questions. Never raises.
+  Aufraeumliste FKT_Liste_Bild_Ohne_Zuordnung(const QString& pAbPfad, const QString& pBasisBildPfad);
   /// Renames a picture file and all rows that point to it. The result is always False and says nothing; the text file
   /// keeps its name, which is the caller's business.
   bool Verarbeite_Dateinamen_Aenderung(const QString& pRoot, const QString& pPfad, const QString& pOldName,
@@ -207,6 +222,10 @@ class KVO_EXPORT clsBildZuordnungen {
   QString Aufbau_Key_Where(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
                            const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
                            const QString& pTyp2, const QString& pWhere);
+  Variant raeume_auf(const QString& pAbPfad, const QString& pBasisBildPfad, Bildbaum& baum);
+  void Loesche_Ordner_Ohne_Zuordnung(const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum);
+  void loesche_Bilder_ohne_Zuordnung(const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum);
+  void loesche_Texte_ohne_Bild(const QString& pPfad, Bildbaum& baum);
   bool Fkt_Update_Insert(bool pNeu);
   QString insert_Anweisung();
   QString update_Anweisung() const;

@@ -1,8 +1,5 @@
-#include "platform/basic/Fehlerbehandlung.h"
 #include "store/clsBildZuordnungen.h"
 #include "store/mod_BilderSuchen.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 bool clsBildZuordnungen::Fkt_MakePath(const QString& sPath, const Variant& ShowMsg) {
   return mod_BilderSuchen::Fkt_MakePath(sPath, ShowMsg);
@@ -58,20 +55,4 @@ bool clsBildZuordnungen::Fkt_File_Txt_Copy(const QString& OrgFileName, QString& 
 
 bool clsBildZuordnungen::Fkt_FileDelete(const QString& pFileName) {
   return mod_BilderSuchen::Fkt_FileDelete(pFileName);
-}
-
-bool clsBildZuordnungen::Verarbeite_Dateinamen_Aenderung(const QString& pRoot, const QString& pPfad,
-                                                         const QString& pOldName, const QString& pExt,
-                                                         const QString& pNewName) {
-  const QString ordner = pRoot + u'\\' + pPfad + u'\\';
-  const bool umbenannt = Fkt_FileReName(ordner + pOldName + u'.' + pExt, ordner + pNewName + u'.' + pExt);
-  if (!umbenannt) return false;
-  fehler::Weiter weiter;
-  weiter([&] {
-    lesende_Verbindung().Execute(u"Update Bild_Zuordnungen SET Bildname = '"_s + pNewName + u"' "_s +
-                                 u"WHERE Bildname = '"_s + pOldName + u"' and BildExt = '"_s + pExt + u"' "_s +
-                                 u"and BildPfad = '"_s + pPfad + u"'"_s);
-  });
-  // The result was never set and so tells nothing, after a success too.
-  return false;
 }

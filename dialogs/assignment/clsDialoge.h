@@ -30,4 +30,9 @@ class KVO_EXPORT clsDialoge {
   /// ones start where the last one ended.
   bool Fkt_Aufruf_Dialog_BilderSuchen(const std::shared_ptr<Anwendungsobjekt>& pAppObj, const QString& pRootpath,
                                       std::shared_ptr<XArrayDBObject>& pFindArray, bool MultiSelect = true);
+
+  /// The user sees the Exif properties of a picture. With `pLoadFlag` they are read from the file `pBildNameMitPfad`, a
+  /// path of the table; without it the list stays empty, whatever `pExifInfoText` says. When the one of the two texts
+  /// that counts is blank, nothing is shown, and the result is True all the same.
+  bool Fkt_Aufruf_Dialog_BildInfo(const QString& pBildNameMitPfad, const QString& pExifInfoText, bool pLoadFlag);
 };

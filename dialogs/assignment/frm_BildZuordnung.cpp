@@ -24,6 +24,11 @@ XArrayDBObject& frm_BildZuordnung::Tabelle() {
   return *BildTabelle;
 }
 
+clsBildZuordnungen& frm_BildZuordnung::Sammlung() const {
+  if (!pBildObj) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
+  return *pBildObj;
+}
+
 void frm_BildZuordnung::Init_ThumbNailArray() {
   Tabelle().ReDim(0, 0, 0, spalte::Letzte);
 }
@@ -125,10 +130,10 @@ void frm_BildZuordnung::Lade_Zuordnung() {
   fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Lade_Zuordnung", f); },
                            [&] {
                              Init_ThumbNailArray();
-                             const std::int32_t anzahl = pBildObj->AnzahlPos();
+                             const std::int32_t anzahl = Sammlung().AnzahlPos();
                              if (anzahl == 0) return;
                              for (std::int32_t i = 0; i < anzahl; ++i) {
-                               pBildObj->AktInd(i);
+                               Sammlung().AktInd(i);
                                lade_Zeile(i);
                                Tabelle().AppendRows(1);
                              }
@@ -144,7 +149,7 @@ void frm_BildZuordnung::Lade_Zuordnung() {
 }
 
 void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
-  const clsBildZuordnungen& b = *pBildObj;
+  const clsBildZuordnungen& b = Sammlung();
   Zelle(zeile, spalte::Gespeichert, true);
   Zelle(zeile, spalte::VollerPfad,
         QString(pRootpath + u'\\' + b.Bild_Pfad() + u'\\' + b.Bild_Bildname() + u'.' + b.Bild_BildExt()));
@@ -191,9 +196,11 @@ void frm_BildZuordnung::frage_Exif_nach(std::int32_t zeile) const {
   if (datei.isEmpty()) return;
   QString kennung;
   bool exif = false;
-  Pruefe_Exif(datei, kennung, exif);
+  // The reader's way of opening would make an empty file of one that is gone by now.
+  if (mod_BilderSuchen::Fkt_FileExists(datei)) Pruefe_Exif(datei, kennung, exif);
   BildTabelle->Value(zeile, spalte::HatExif, exif);
-  BildTabelle->Value(zeile, spalte::ExifKennung, kennung);
+  // The search's rows have no mark.
+  BildTabelle->Value(zeile, spalte::ExifKennung, Ja(zeile, spalte::NeuAusSuche) ? QString() : kennung);
 }
 
 // A file that the reader fails on has no Exif data to show; it must not end what is being done.
@@ -383,8 +390,10 @@ void frm_BildZuordnung::aktualisiere() {
     mauszeiger().form(Zeigerform::Sanduhr);
     const std::int32_t nummer = AktZeile + 1;
     // Forgotten, so that a picture which another program changed is loaded again under its name.
-    pBildObj->AktLoadPicture.clear();
+    Sammlung().AktLoadPicture.clear();
     Lade_Zuordnung();
+    // A lost picture offers no saving where nothing can be changed: the next reading would save it unasked.
+    if (pNurAnzeige) SetzeDatenGeaendert(false);
     ErsteZeile = 0;
     Create_ThumbNails(ErsteZeile);
     Zeichne_Status();

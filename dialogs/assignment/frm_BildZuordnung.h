@@ -95,6 +95,9 @@ class frm_BildZuordnung : public Form {
   void Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis);
   void NameWarnung(bool pWert);
   void NameGeaendertAnzeige(bool pWert);
+  /// Turns the selected picture's file: "JpgTransformRotate90", "…Rotate180", "…Rotate270", "…FlipHorizontal" or
+  /// "…FlipVertical". Saves what is pending without a question.
+  void Bild_Drehen(const QString& pTransformation);
 
   // ── Saving ────────────────────────────────────────────────────────────────────────────────────────────────────────
   /// Moves the changed rows into the collection and carries the changes of files out. A failure is reported; rows done
@@ -185,6 +188,8 @@ class frm_BildZuordnung : public Form {
   std::unique_ptr<Bildfeld> neues_Pic_Thumb(int index);
 
   XArrayDBObject& Tabelle();
+  /// The collection; without one it raises 91.
+  clsBildZuordnungen& Sammlung() const;
   void lade_Zeile(std::int32_t zeile);
   void frage_Exif_nach(std::int32_t zeile) const;
   void waehle_Zeile(std::int32_t index);
@@ -202,6 +207,11 @@ class frm_BildZuordnung : public Form {
   void lasse_fallen(std::int32_t index);
   void verschiebe_Zeile();
   void zeige_im_Programm(const QString& datei);
+  void mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit);
+  void suche_Bilder();
+  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
+  void bearbeite_Bild();
+  void zeige_Exif();
   void aendere_Namen();
   void aktualisiere();
   bool melde_Doppelte(std::int32_t zeile);

@@ -15,7 +15,7 @@ constexpr double Starthoehe = 9000;
 constexpr double Hoehe_Kopf = 810;
 constexpr double Hoehe_Streifen = 2100;
 constexpr double Hoehe_Fuss = 520;
-constexpr double Breite_Felder = 3600;
+constexpr double Breite_Felder = 3840;
 
 QIcon symbol(const QString& name) {
   return QIcon(u":/kvo/icons/%1.svg"_s.arg(name));
@@ -117,13 +117,12 @@ frm_BildZuordnung::frm_BildZuordnung()
   entwirf_Reihenfolge();
   verbinde_Ereignisse();
   setze_Abbruchknopf(&cmd_Abbruch);
-  setMinimumSize(640, 480);
+  // Narrower, the buttons at the bottom would cover each other.
+  setMinimumSize(800, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
 
   // Their work is still to come; until then nobody is shown a button that does nothing.
-  for (SSCommand* knopf : {&SSC_BilderLaden, &SSC_AlleZuordnungen, &SSC_WeitereZuordnungen, &SSC_Drehen90,
-                           &SSC_Drehen180, &SSC_Drehen270, &SSC_Bildbearbeitung, &SSC_ExifInfo})
-    knopf->halte_zurueck();
+  for (SSCommand* knopf : {&SSC_AlleZuordnungen, &SSC_WeitereZuordnungen}) knopf->halte_zurueck();
 }
 
 frm_BildZuordnung::~frm_BildZuordnung() = default;
@@ -161,7 +160,7 @@ void frm_BildZuordnung::entwirf_Felder() {
   lbl_Anzeige(0).setBuddy(&txt_BildName);
   cmd_OriginalName.Move(660, 60, 390, 330);
   bebildere(cmd_OriginalName, u"originalname"_s, u"Auf Original-Namen zurücksetzen"_s, 16);
-  SSP_WarnungName.Move(1110, 60, 2430, 330);
+  SSP_WarnungName.Move(1110, 60, 2670, 330);
   SSP_WarnungName.Caption(u"Dateiname schon vorhanden!"_s);
   SSP_WarnungName.ForeColor(farben::Klassisch[4]);
   txt_BildName.Move(60, 420, 2500, 360);
@@ -202,13 +201,15 @@ void frm_BildZuordnung::entwirf_Bild() {
 }
 
 void frm_BildZuordnung::entwirf_Streifen() {
-  // Buttons and frames stand above the thumbnails, which are put below them one by one.
+  // The frames stand above the thumbnails, which are put below them one by one, and the buttons above both.
   SSC_Scroll_Left.Move(0, 0, 360, Hoehe_Streifen);
   bebildere(SSC_Scroll_Left, u"links"_s, u"Streifen um ein Bild nach links"_s, 20);
   SSC_Scroll_Right.Move(0, 0, 360, Hoehe_Streifen);
   bebildere(SSC_Scroll_Right, u"rechts"_s, u"Streifen um ein Bild nach rechts"_s, 20);
   Pic_Thumb.entwirf(0).ToolTipText(u"Bearbeitungsprogramm starten mit Doppelklick"_s);
   for (Shape* rahmen : {&Shp_Thump, &Shp_Sort}) rahmen->BorderWidth(2);
+  SSC_Scroll_Left.raise();
+  SSC_Scroll_Right.raise();
 }
 
 void frm_BildZuordnung::entwirf_Fussleiste() {
@@ -223,7 +224,7 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
        2150);
   fuss(SSR_Sortierung, u"         Sortieren"_s, u"sortieren"_s, 1500);
   SSR_Sortierung.ToolTipText(u"Schaltet in den Sortier-Modus um"_s);
-  fuss(SSC_ZuordnungSpeichern, u"Zuordnung &speichern  "_s, u"zuordnung_speichern"_s, 2300);
+  fuss(SSC_ZuordnungSpeichern, u"Zuordnung &speichern  "_s, u"zuordnung_speichern"_s, 2450);
   fuss(cmd_Abbruch, u"&Zurück"_s, u"zurueck"_s, 1300);
 }
 
@@ -257,6 +258,13 @@ void frm_BildZuordnung::verbinde_Ereignisse() {
   SSC_Scroll_Right.Click = [this] { scrolle(1); };
   SSC_Scroll_Right.DragOver = [this] { ziehe_ueber_Scroll_Right(); };
   SSR_Sortierung.Click = [this](bool an) { schalte_Sortierung(an); };
+  SSC_BilderLaden.Click = [this] { mit_Meldung(u"SSC_BilderLaden_Click", [this] { suche_Bilder(); }); };
+  SSC_Drehen90.Click = [this] { Bild_Drehen(u"JpgTransformRotate90"_s); };
+  SSC_Drehen180.Click = [this] { Bild_Drehen(u"JpgTransformRotate180"_s); };
+  SSC_Drehen270.Click = [this] { Bild_Drehen(u"JpgTransformRotate270"_s); };
+  SSC_Bildbearbeitung.Click = [this] { bearbeite_Bild(); };
+  // It reports under the other button's name; whoever searches the reports knows it so.
+  SSC_ExifInfo.Click = [this] { mit_Meldung(u"SSC_BilderLaden_Click", [this] { zeige_Exif(); }); };
   SSC_Aktualisieren.Click = [this] { aktualisiere(); };
   SSC_ZuordnungSpeichern.Click = [this] { speichere_und_schliesse(); };
   cmd_Abbruch.Click = [this] {
@@ -272,7 +280,7 @@ void frm_BildZuordnung::verbinde_Ereignisse() {
 
 std::unique_ptr<Bildfeld> frm_BildZuordnung::neues_Pic_Thumb(int index) {
   auto neu = std::make_unique<Bildfeld>(&SSP_Panel(3), u"Pic_Thumb(%1)"_s.arg(index));
-  neu->stackUnder(&SSC_Scroll_Left);
+  neu->stackUnder(&Shp_Thump);
   neu->setAccessibleName(u"Bild %1 des Streifens"_s.arg(index));
   neu->Click = [this, index] { Pic_Thumb_Click(index); };
   neu->DblClick = [this] { zeige_im_Programm(AktDatei); };

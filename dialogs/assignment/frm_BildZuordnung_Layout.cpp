@@ -26,7 +26,9 @@ void frm_BildZuordnung::Form_Resize() {
   fehler::Weiter weiter;
   const double breite = ScaleWidth();
   const double hoehe = ScaleHeight();
-  weiter([&] { SSS_BildZuordnung.Move(0, 0, breite, hoehe - Fusszone); });
+  // A height that would be refused stays as it is, and the width follows all the same.
+  const double unterkante = hoehe < Fusszone ? SSS_BildZuordnung.Height() : hoehe - Fusszone;
+  weiter([&] { SSS_BildZuordnung.Move(0, 0, breite, unterkante); });
   for (Steuerelement* knopf :
        std::initializer_list<Steuerelement*>{&SSC_BilderLaden, &SSC_ZuordnungSpeichern, &cmd_Abbruch,
                                              &SSC_AlleZuordnungen, &SSC_WeitereZuordnungen, &SSR_Sortierung})
@@ -187,6 +189,7 @@ void frm_BildZuordnung::Form_KeyUp(std::int16_t KeyCode, std::int16_t Shift) {
 // Page Up goes forwards and Page Down backwards: so the users know it.
 void frm_BildZuordnung::keyhandler_KeyDown(std::int16_t KeyCode, std::int16_t /*Shift*/) {
   enum Taste : std::int16_t { BildAuf = 33, BildAb = 34, F7 = 118, F8 = 119 };
+  if (KeineBilder()) return;
   mauszeiger().form(Zeigerform::Sanduhr);
   if (KeyCode == BildAuf || KeyCode == F8) naechstes_Bild();
   if (KeyCode == BildAb || KeyCode == F7) voriges_Bild();

@@ -18,7 +18,7 @@ void frm_BildZuordnung::schalte_Sortierung(bool an) {
   setze_Ziehart(0, u"Bearbeitungsprogramm starten mit Doppelklick"_s);
   Shp_Thump.Visible(true);
   // A row's number taken for a control's: with a scrolled strip another picture gets selected. Meant so.
-  if (AktZeile != KeineZeile) Pic_Thumb_Click(AktZeile + 1);
+  if (AktZeile >= 0 && AktZeile <= LetzteZeile()) Pic_Thumb_Click(AktZeile + 1);
 }
 
 void frm_BildZuordnung::setze_Ziehart(int art, const QString& hinweis) {

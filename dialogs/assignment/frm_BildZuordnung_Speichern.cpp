@@ -63,8 +63,8 @@ void frm_BildZuordnung::Namen_Aendern() {
       const bool betroffen = Ja(i, spalte::ZeileGeaendert) && Ja(i, spalte::Gespeichert) &&
                              Ja(i, spalte::NameGeaendert) && !Ja(i, spalte::Entfernen);
       if (!betroffen) return;
-      pBildObj->Verarbeite_Dateinamen_Aenderung(pRootpath, Text(i, spalte::Pfad), Text(i, spalte::OriginalName),
-                                                Text(i, spalte::BildExt), text::Trim(Text(i, spalte::Bildname)));
+      Sammlung().Verarbeite_Dateinamen_Aenderung(pRootpath, Text(i, spalte::Pfad), Text(i, spalte::OriginalName),
+                                                 Text(i, spalte::BildExt), text::Trim(Text(i, spalte::Bildname)));
     });
 }
 
@@ -78,8 +78,6 @@ void frm_BildZuordnung::Zuordnung_Speichern() {
 }
 
 void frm_BildZuordnung::speichere_Zeilen() {
-  // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
   bool umbenannt = false;
   bool erledigt = false;
   Pruefe_NameGeaendert(umbenannt);
@@ -99,6 +97,8 @@ void frm_BildZuordnung::speichere_Zeilen() {
         break;
     }
   }
+  // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
+  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
     if (Ja(i, spalte::ZeileGeaendert) && !text::Trim(Text(i, spalte::VollerPfad)).isEmpty())
       speichere_Zeile(i, erledigt);
@@ -115,19 +115,20 @@ void frm_BildZuordnung::speichere_Zeile(std::int32_t zeile, bool namen_erledigt)
   } else {
     lege_neue_an(zeile);
   }
+  clsBildZuordnungen& b = Sammlung();
   pRootpath = Text(zeile, spalte::Root);
-  pBildObj->Bild_Pfad(Text(zeile, spalte::Pfad));
-  pBildObj->Bild_Bildname(Text(zeile, spalte::Bildname));
-  pBildObj->Bild_BildExt(Text(zeile, spalte::BildExt));
-  pBildObj->Bild_AlsAnhang(Ja(zeile, spalte::AlsAnhang));
-  pBildObj->Bild_Beschreibung(Text(zeile, spalte::Beschreibung));
-  pBildObj->Bild_Drucken(Ja(zeile, spalte::Drucken));
-  pBildObj->Bild_DruckGesamteSeite(Ja(zeile, spalte::DruckGesamteSeite));
-  pBildObj->Bild_NeueSeite(Ja(zeile, spalte::NeueSeite));
+  b.Bild_Pfad(Text(zeile, spalte::Pfad));
+  b.Bild_Bildname(Text(zeile, spalte::Bildname));
+  b.Bild_BildExt(Text(zeile, spalte::BildExt));
+  b.Bild_AlsAnhang(Ja(zeile, spalte::AlsAnhang));
+  b.Bild_Beschreibung(Text(zeile, spalte::Beschreibung));
+  b.Bild_Drucken(Ja(zeile, spalte::Drucken));
+  b.Bild_DruckGesamteSeite(Ja(zeile, spalte::DruckGesamteSeite));
+  b.Bild_NeueSeite(Ja(zeile, spalte::NeueSeite));
   schreibe_Textdatei(zeile);
-  pBildObj->Bild_Delete(Ja(zeile, spalte::Entfernen));
-  pBildObj->Bild_Changeflag(true);
-  pBildObj->Bild_SortIndex(zeile);
+  b.Bild_Delete(Ja(zeile, spalte::Entfernen));
+  b.Bild_Changeflag(true);
+  b.Bild_SortIndex(zeile);
   Zelle(zeile, spalte::ZeileGeaendert, false);
   Zelle(zeile, spalte::Gespeichert, true);
 }
@@ -135,12 +136,12 @@ void frm_BildZuordnung::speichere_Zeile(std::int32_t zeile, bool namen_erledigt)
 // The row's number is the collection's index. After a drop the two are out of step: the values then go to the record at
 // that place, and an index that does not exist is passed over.
 bool frm_BildZuordnung::benenne_gespeicherte_um(std::int32_t zeile, bool namen_erledigt) {
-  pBildObj->AktInd(zeile);
-  if (!pBildObj->AktBildObj) {
+  Sammlung().AktInd(zeile);
+  if (!Sammlung().AktBildObj) {
     melde(u"Zuordnung_Speichern", Laufzeitfehler(fehlernummer::IndexAusserhalb));
     return false;
   }
-  pBildObj->Bild_Neu(false);
+  Sammlung().Bild_Neu(false);
   const bool umbenannt = Ja(zeile, spalte::NameGeaendert) && !Ja(zeile, spalte::NeuAusSuche) &&
                          text::Trim(Text(zeile, spalte::Bildname)) != text::Trim(Text(zeile, spalte::OriginalName));
   if (!umbenannt || namen_erledigt) return true;
@@ -160,8 +161,8 @@ void frm_BildZuordnung::lege_neue_an(std::int32_t zeile) {
   Zelle(zeile, spalte::Bildname, gestempelter_Name(zeile));
   const QString name = text::Trim(Text(zeile, spalte::Bildname));
   const QString endung = text::Trim(Text(zeile, spalte::BildExt));
-  pBildObj->FKT_NeuesBild({}, {}, {}, {}, name, endung, PTyp1, pTyp2);
-  pBildObj->Bild_Neu(true);
+  Sammlung().FKT_NeuesBild({}, {}, {}, {}, name, endung, PTyp1, pTyp2);
+  Sammlung().Bild_Neu(true);
   QString ziel = Standardordner();
   const QString quelle = text::Trim(Text(zeile, spalte::Pfad));
   // Compared letter by letter: a picture that lies there already keeps its file and its name on the disk.
@@ -191,15 +192,14 @@ QString frm_BildZuordnung::gestempelter_Name(std::int32_t zeile) const {
   return neu;
 }
 
-// An emptied text leaves the file as it is.
+// An emptied text leaves the file as it is. A text that can't be written is not told, as no failure of a file is but a
+// failed renaming.
 void frm_BildZuordnung::schreibe_Textdatei(std::int32_t zeile) {
   const QString inhalt = text::Trim(Text(zeile, spalte::BildInfo));
   if (inhalt.isEmpty()) return;
   const QString datei = Standardordner() + u'\\' + text::Trim(Text(zeile, spalte::Bildname)) +
                         text::Trim(Text(zeile, spalte::BildExt)) + u".txt"_s;
-  if (!mod_BilderSuchen::Fkt_WriteFile(datei, inhalt))
-    melde(u"Zuordnung_Speichern",
-          Laufzeitfehler(fehlernummer::PfadZugriff, u"Die Bild-Info ist nicht zu schreiben: "_s + datei));
+  mod_BilderSuchen::Fkt_WriteFile(datei, inhalt);
 }
 
 void frm_BildZuordnung::ShowVerzeichnisDialog(QString& pErgebnis) {

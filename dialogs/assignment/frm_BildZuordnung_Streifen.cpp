@@ -56,8 +56,9 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
     weiter([&] { Pic_Thumb(0).Visible(false); });
     weiter([&] { stelle_Thumbnail_dar(zeile, ThumbZaehler); });
   }
-  if (AktZeile == KeineZeile && ThumbZaehler > 0) {
-    weiter([&] { Pic_Thumb_Click(1); });
+  if (AktZeile == KeineZeile) {
+    // Nothing to click while the table holds only its placeholder.
+    if (ThumbZaehler > 0) weiter([&] { Pic_Thumb_Click(1); });
     weiter([&] { EingabenFreigeben(!txt_BildName.Text().isEmpty()); });
     bool entfernen = false;
     for (std::int32_t i = 0; i <= LetzteZeile(); ++i) entfernen = entfernen || Ja(i, spalte::Entfernen);
@@ -78,7 +79,7 @@ void frm_BildZuordnung::stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t in
       Pic_Dummy0.Picture(Pic_Blank.Picture());
     else if (!ist_Bildtyp(teile.endung))
       Pic_Dummy0.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-    else if (pBildObj->FKT_LoadPicture(teile.datei(), teile.ordner, false))
+    else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false))
       Pic_Dummy0.Picture(pBildObj->AktLoadPicture_Picture);
     // What can't be loaded leaves the picture that was on stage.
   });
@@ -272,7 +273,7 @@ void frm_BildZuordnung::lade_grosses_Bild() {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
     Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-  } else if (pBildObj->FKT_LoadPicture(teile.datei(), teile.ordner, false)) {
+  } else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false)) {
     Pic_Dummy.Picture(pBildObj->AktLoadPicture_Picture);
   }
   if (!pNurAnzeige) chk_Delete.Enabled(true);

@@ -101,6 +101,7 @@ class frm_BilderSuchen : public Form {
   void speichere_Text();
   void uebernimm();
   void drehe();
+  void drehe_Auswahl();
   void bearbeite();
   void melde_GdiFehler();
   bool starte_GdiSitzung();
@@ -114,4 +115,6 @@ class frm_BilderSuchen : public Form {
   std::int32_t m_Teiler = 0;
   bool m_Duldsam = false;
   bool m_Aufgeraeumt = false;
+  /// The chosen files while they are turned.
+  std::shared_ptr<XArrayDBObject> m_Auswahl;
 };

@@ -218,5 +218,45 @@ void frm_BilderSuchen::uebernimm() {
   }
   Hide();
 }
-void frm_BilderSuchen::drehe() {}
-void frm_BilderSuchen::bearbeite() {}
+void frm_BilderSuchen::bearbeite() {
+  QString datei;
+  if (const int eintrag = lvwContent.SelectedItem(); eintrag > 0) datei = text::Trim(lvwContent.ItemTag(eintrag));
+  mod_GrafikKonvert::Fkt_OpenWith(datei);
+}
+
+// The session of the dialog's start ends here: later pictures are loaded without one.
+void frm_BilderSuchen::drehe() {
+  using namespace mod_GrafikKonvert;
+  if (!m_Auswahl) m_Auswahl = std::make_shared<XArrayDBObject>();
+  m_Auswahl->ReDim(0, 0, 0, 4);
+  int anzahl = 0;
+  for (int i = 1; i <= lvwContent.Count(); ++i) {
+    if (!lvwContent.Selected(i)) continue;
+    if (anzahl++ > 0) m_Auswahl->AppendRows(1);
+    fuelle_Zeile(*m_Auswahl, m_Auswahl->UpperBound(Dimension::Zeilen), lvwContent.ItemTag(i));
+  }
+  if (anzahl == 0) return;
+  const auto beende = [] {
+    fehler::Weiter weiter;
+    weiter([] { Fkt_GdiShutdown(); });
+    m_GdiAktiv = false;
+  };
+  fehler::melden_und_enden(
+      [&](const Laufzeitfehler& /*fehler*/) {
+        MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Keins, u"Achtung"_s);
+        beende();
+      },
+      [&] {
+        starte_GdiSitzung();
+        if (m_GdiAktiv) drehe_Auswahl();
+        Show_Folder_Content(Dir1.Path(), u"*.*"_s);
+        beende();
+      });
+}
+
+void frm_BilderSuchen::drehe_Auswahl() {
+  constexpr std::int32_t Rechts = 13;
+  for (std::int32_t i = 0; i <= m_Auswahl->UpperBound(Dimension::Zeilen); ++i)
+    if (!mod_GrafikKonvert::Fkt_Bild_Drehen(mit_Leertext(m_Auswahl->Value(i, fund::VollerName)), Rechts))
+      MsgBox(u"Das rotieren der JPG ist fehlgeschlagen."_s, Knoepfe::OK, Symbol::Keins, u"Error"_s);
+}

@@ -23,16 +23,6 @@ QString datenbank(const QString& ordner) {
   return ordner + u"\\betrieb.db"_s;
 }
 
-/// Removes a folder with all that is in it, as far as it goes.
-void raeume_weg(const QString& ordner) {
-  const FileSystemObject dateien;
-  if (!dateien.FolderExists(ordner)) return;
-  const Folder inhalt = dateien.GetFolder(ordner);
-  for (const QString& name : inhalt.SubFolders()) raeume_weg(ordner + u'\\' + name);
-  for (const QString& name : inhalt.Files()) gelingt([&] { dateien.DeleteFile(ordner + u'\\' + name, true); });
-  gelingt([&] { dateien.DeleteFolder(ordner, true); });
-}
-
 /// What the folders beside are named: the data folder's name, this, and the number of the process that makes it.
 const QString Beizeichen = u".neu-"_s;
 
@@ -51,7 +41,7 @@ void raeume_Reste_weg(const QString& ordner) {
     if (!name.startsWith(anfang)) continue;
     bool ist_Zahl = false;
     const qint64 prozess = name.mid(anfang.size()).toLongLong(&ist_Zahl);
-    if (ist_Zahl && prozess > 0 && !laeuft(prozess)) raeume_weg(oberhalb + u'\\' + name);
+    if (ist_Zahl && prozess > 0 && !laeuft(prozess)) datenordner::entferne(oberhalb + u'\\' + name);
   }
 }
 
@@ -60,7 +50,7 @@ class Nebenordner {
  public:
   explicit Nebenordner(QString pfad) : pfad_(std::move(pfad)) {}
   ~Nebenordner() {
-    gelingt([&] { raeume_weg(pfad_); });
+    gelingt([&] { datenordner::entferne(pfad_); });
   }
   Nebenordner(const Nebenordner&) = delete;
   Nebenordner& operator=(const Nebenordner&) = delete;
@@ -93,7 +83,7 @@ void mache(const QString& ordner) {
   pruefe_frei(ordner);
   clsBildZuordnungen store;
   const Nebenordner neu(ordner + Beizeichen + QString::number(QCoreApplication::applicationPid()));
-  raeume_weg(neu.pfad());
+  datenordner::entferne(neu.pfad());
   raeume_Reste_weg(ordner);
   store.Fkt_MakePath(neu.pfad());
   beispieldaten::erzeuge(neu.pfad());
@@ -116,6 +106,15 @@ void datenordner::richte_ein(const QString& ordner) {
   if (!grund || eingerichtet(ordner)) return;
   throw Abbruch(Ausgang::Datei,
                 u"Der Datenordner „%1“ ist nicht anzulegen: %2"_s.arg(namen::angezeigt(ordner), grund->Beschreibung()));
+}
+
+void datenordner::entferne(const QString& ordner) {
+  const FileSystemObject dateien;
+  if (!dateien.FolderExists(ordner)) return;
+  const Folder inhalt = dateien.GetFolder(ordner);
+  for (const QString& name : inhalt.SubFolders()) entferne(ordner + u'\\' + name);
+  for (const QString& name : inhalt.Files()) gelingt([&] { dateien.DeleteFile(ordner + u'\\' + name, true); });
+  gelingt([&] { dateien.DeleteFolder(ordner, true); });
 }
 
 QString datenordner::verbindung(const QString& ordner) {

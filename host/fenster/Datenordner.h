@@ -13,6 +13,9 @@ bool eingerichtet(const QString& ordner);
 /// already stays as it is; one that holds anything else is refused. Failures end with Abbruch, and nothing is left.
 void richte_ein(const QString& ordner);
 
+/// Removes a folder with all that is in it, as far as it goes; nothing where it is missing.
+void entferne(const QString& ordner);
+
 /// The connect string of the folder's database, and its picture root.
 QString verbindung(const QString& ordner);
 QString bilder(const QString& ordner);

@@ -72,6 +72,7 @@ void Vorgangsliste::baue_auf() {
   lbl_Leer->setAlignment(Qt::AlignCenter);
   lbl_Leer->setTextFormat(Qt::PlainText);
   cmd_FilterLeeren->setToolTip(u"Zeigt wieder alle Vorgänge"_s);
+  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren}) knopf->setMinimumWidth(knopf->sizeHint().width() + 16);
 
   auto* leere = new QWidget(this);
   auto* leerlage = new QVBoxLayout(leere);

@@ -149,11 +149,13 @@ class Vorschaustreifen::Maler final : public QStyledItemDelegate {
                          const QRect& kasten, bool gewaehlt) {
     const int hoehe = stil.fontMetrics.height();
     QRect zeile(kasten.left(), kasten.bottom() + 1 + Abstand, kasten.width(), hoehe);
-    const QString oben = bild.beschreibung.isEmpty() ? bild.datei : bild.beschreibung;
+    // A text of several lines becomes one.
+    const QString beschreibung = bild.beschreibung.simplified();
+    const QString oben = beschreibung.isEmpty() ? bild.datei : beschreibung;
     maler.setPen(stil.palette.color(gewaehlt ? QPalette::HighlightedText : QPalette::Text));
     maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignVCenter,
                    stil.fontMetrics.elidedText(oben, Qt::ElideRight, zeile.width()));
-    if (bild.beschreibung.isEmpty()) return;
+    if (beschreibung.isEmpty()) return;
     zeile.translate(0, hoehe);
     if (!gewaehlt) maler.setPen(stil.palette.color(QPalette::PlaceholderText));
     maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignVCenter,

@@ -15,7 +15,7 @@ Abbruch falscher_aufruf(const QString& text) {
 }
 
 const QStringList& mit_Wert() {
-  static const QStringList Namen{u"verbindung"_s, u"bilder"_s, u"datenordner"_s, u"vorgang"_s};
+  static const QStringList Namen{u"verbindung"_s, u"bilder"_s, u"datenordner"_s, u"vorgang"_s, u"rundgang"_s};
   return Namen;
 }
 
@@ -34,6 +34,14 @@ QString wert(const QCommandLineParser& leser, const QString& name) {
   return leser.value(name);
 }
 
+/// A tour has data of its own and must not come near the user's.
+void pruefe_Rundgang(const QCommandLineParser& leser) {
+  if (!leser.isSet(u"rundgang"_s)) return;
+  for (const QString& name : mit_Wert())
+    if (name != "rundgang"_L1 && leser.isSet(name))
+      throw falscher_aufruf(u"„--rundgang“ hat eigene Daten und verträgt kein „--%1“."_s.arg(name));
+}
+
 }  // namespace
 
 Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
@@ -43,7 +51,9 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
   if (!leser.parse(QStringList{u"bildzuordnung"_s} + argumente)) throw falscher_aufruf(grund(leser, argumente));
   if (!leser.positionalArguments().isEmpty())
     throw falscher_aufruf(u"„%1“ ist zu viel."_s.arg(leser.positionalArguments().first()));
+  pruefe_Rundgang(leser);
   Wirtsoptionen optionen;
+  optionen.rundgang = wert(leser, u"rundgang"_s);
   optionen.hilfe = leser.isSet(u"hilfe"_s);
   const QString angabe = wert(leser, u"verbindung"_s);
   if (!angabe.isEmpty()) optionen.verbindung = verbindung_aus_angabe(angabe);
@@ -67,8 +77,12 @@ QString wirtsoptionen::hilfetext() {
          "                           Bildablage mit Beispielen an. Sonst „kvobildzuordnung“ im Ordner\n"
          "                           für Anwendungsdaten\n"
          "  --vorgang NUMMER         beginnt mit diesem Vorgang, etwa \"AB 24-1001\"\n"
+         "  --rundgang ORDNER        geht ohne Benutzer mit Maus und Tasten durch Programm und Dialog, auf eigenen\n"
+         "                           Beispieldaten in ORDNER/daten, speichert Bilder der Fenster in ORDNER und\n"
+         "                           sagt, was danach in der Datenbank steht\n"
          "  -h, --hilfe              diese Hilfe\n\n"
          "Ohne --verbindung gilt die Datenbank im Datenordner, ohne beides auch dessen Bildablage; wer die\n"
          "Datenbank nennt, nennt auch die Bildablage.\n\n"
-         "Ausgang: 0 beendet, 2 falscher Aufruf.\n"_s;
+         "Ausgang: 0 beendet, 1 der Rundgang sah nicht, was er sollte, 2 falscher Aufruf, 4 der Ordner des\n"
+         "Rundgangs ist nicht zu benutzen.\n"_s;
 }

@@ -13,6 +13,8 @@ struct Wirtsoptionen {
   QString datenordner;
   /// The record that is chosen at the start, by its number, or empty.
   QString vorgang;
+  /// Folder for the pictures of a tour in place of the program's usual run, or empty.
+  QString rundgang;
   bool hilfe = false;
 };
 

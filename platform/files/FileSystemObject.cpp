@@ -74,6 +74,10 @@ QStringList Folder::SubFolders() const {
   return verzeichnis::liste(ort_von(pfad_), verzeichnis::Art::Ordner);
 }
 
+std::int64_t Folder::Anzahl_Eintraege() const {
+  return verzeichnis::anzahl(ort_von(pfad_));
+}
+
 bool FileSystemObject::FileExists(const QString& pfad) const {
   return fehler::still_enden([&] { return stand::von(pfad).ist_Datei(); });
 }
@@ -152,4 +156,18 @@ void FileSystemObject::DeleteFolder(const QString& pfad, bool auch_schreibgeschu
   if (!auch_schreibgeschuetzte && systemfehler::schreibgeschuetzt(info->st_mode))
     throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
   systemfehler::pruefe(::rmdir(ort.constData()));
+}
+
+bool FileSystemObject::darf_loeschen(const QString& pfad) const {
+  return fehler::still_enden([&] {
+    const QByteArray ort = ort_von(pfad);
+    const QByteArray ordner = ort.left(std::max(ort.lastIndexOf('/'), qsizetype{1}));
+    struct stat eintrag {};
+    const auto darueber = stand_am_Ort(ordner);
+    if (!darueber || ::lstat(ort.constData(), &eintrag) != 0) return false;
+    if (::faccessat(AT_FDCWD, ordner.constData(), W_OK | X_OK, AT_EACCESS) != 0) return false;
+    // In a folder with the sticky bit everybody deletes only what is his own.
+    const uid_t wir = ::geteuid();
+    return (darueber->st_mode & S_ISVTX) == 0 || wir == 0 || wir == darueber->st_uid || wir == eintrag.st_uid;
+  });
 }

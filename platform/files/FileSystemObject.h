@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <utility>
 
 #include "platform/basic/kvo_export.h"
@@ -14,6 +15,9 @@ class KVO_EXPORT Folder {
   QStringList Files() const;
   /// Names of the folders, likewise. Linked folders are not among them.
   QStringList SubFolders() const;
+  /// Number of everything in the folder, also of what the two lists leave out: linked folders, sockets, names that no
+  /// path of the table can mean.
+  std::int64_t Anzahl_Eintraege() const;
 
  private:
   friend class FileSystemObject;
@@ -50,4 +54,7 @@ class KVO_EXPORT FileSystemObject {
   void DeleteFile(const QString& pfad, bool auch_schreibgeschuetzte = false) const;
   /// Deletes an empty folder. Raises 76 when it is missing, 70 when it is not empty or may not go.
   void DeleteFolder(const QString& pfad, bool auch_schreibgeschuetzte = false) const;
+  /// This user may take a file or folder out of the folder it stands in, as far as the rights there and a read-only
+  /// file system tell; whether it is read-only itself does not count. False for a missing one. Never raises.
+  bool darf_loeschen(const QString& pfad) const;
 };

@@ -108,6 +108,10 @@ bool hole_nach_vorn(Namenslisten& listen, const QByteArray& ordner, const struct
   return true;
 }
 
+[[noreturn]] void wirf_nicht_lesbar() {
+  throw Laufzeitfehler(errno == EACCES ? fehlernummer::ZugriffVerweigert : fehlernummer::PfadNichtGefunden);
+}
+
 }  // namespace
 
 QStringList liste(const QByteArray& ordner, Art art) {
@@ -116,15 +120,18 @@ QStringList liste(const QByteArray& ordner, Art art) {
     if (!ist_von_Art(verzeichnis, eintrag, art)) return;
     if (auto name = lesbarer_Name(eintrag.d_name)) namen.append(*std::move(name));
   });
-  if (!offen) {
-    if (errno == EACCES) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
-    throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
-  }
+  if (!offen) wirf_nicht_lesbar();
   std::sort(namen.begin(), namen.end(), [](const QString& a, const QString& b) {
     const int ordnung = a.compare(b, Qt::CaseInsensitive);
     return ordnung != 0 ? ordnung < 0 : a < b;
   });
   return namen;
+}
+
+std::int64_t anzahl(const QByteArray& ordner) {
+  std::int64_t anzahl = 0;
+  if (!gehe_durch(ordner, [&](int, const dirent&) { ++anzahl; })) wirf_nicht_lesbar();
+  return anzahl;
 }
 
 std::optional<QByteArray> suche_ohne_Schreibung(const QByteArray& ordner, const QString& name) {

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <optional>
 
 /// Listings of folders of this machine, for the files of this folder only.
@@ -15,6 +16,9 @@ enum class Art { Dateien, Ordner };
 /// names without regard to case. Names that hold a backslash or are no UTF-8 are left out: no path of the table can
 /// mean them. A folder that can't be read raises 76 or 70.
 QStringList liste(const QByteArray& ordner, Art art);
+
+/// Number of all entries of a folder but "." and "..". A folder that can't be read raises 76 or 70.
+std::int64_t anzahl(const QByteArray& ordner);
 
 /// The entry of a folder that is the name without regard to case, as the folder spells it. The names of the
 /// last few folders are kept until the folder changes, so that many questions about them cost one listing each.

@@ -37,8 +37,10 @@ class SSSplitter::Griff final : public QWidget {
   void mouseMoveEvent(QMouseEvent* ereignis) override {
     if (!ziehend_) return;
     const QPoint weg = ereignis->globalPosition().toPoint() - anfang_;
-    move(waagerecht_ ? QPoint(platz_.x(), std::clamp(platz_.y() + weg.y(), 0, splitter_.height() - height()))
-                     : QPoint(std::clamp(platz_.x() + weg.x(), 0, splitter_.width() - width()), platz_.y()));
+    // In a splitter thinner than the bar there is nowhere to go.
+    const int weitestens = std::max(0, waagerecht_ ? splitter_.height() - height() : splitter_.width() - width());
+    move(waagerecht_ ? QPoint(platz_.x(), std::clamp(platz_.y() + weg.y(), 0, weitestens))
+                     : QPoint(std::clamp(platz_.x() + weg.x(), 0, weitestens), platz_.y()));
   }
   void mouseReleaseEvent(QMouseEvent* ereignis) override {
     if (ereignis->button() != Qt::LeftButton || !ziehend_) return;

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWidget>
+#include <QWindow>
 #include <utility>
 
 #include "platform/forms/Steuerelement.h"
@@ -37,14 +38,17 @@ void Ziehvorgang::schliesse_ab() {
 }
 
 bool Ziehvorgang::eventFilter(QObject* empfaenger, QEvent* ereignis) {
-  const auto* widget = qobject_cast<QWidget*>(empfaenger);
-  if (!widget || !laeuft_) return false;
+  if (!laeuft_) return false;
   switch (ereignis->type()) {
+    // The mouse is watched where it reaches the window. Once the widget that had the press is gone, the window hands
+    // neither moves nor the release on to any other.
     case QEvent::MouseMove:
-    case QEvent::MouseButtonRelease:
-      return sieh_Maus(*widget, static_cast<QMouseEvent&>(*ereignis));
+    case QEvent::MouseButtonRelease: {
+      const auto* fenster = qobject_cast<QWindow*>(empfaenger);
+      return fenster && sieh_Maus(*fenster, static_cast<QMouseEvent&>(*ereignis));
+    }
     case QEvent::KeyPress:
-      if (static_cast<QKeyEvent*>(ereignis)->key() != Qt::Key_Escape) return false;
+      if (!empfaenger->isWidgetType() || static_cast<QKeyEvent*>(ereignis)->key() != Qt::Key_Escape) return false;
       brich_ab();
       return true;
     default:
@@ -52,11 +56,11 @@ bool Ziehvorgang::eventFilter(QObject* empfaenger, QEvent* ereignis) {
   }
 }
 
-bool Ziehvorgang::sieh_Maus(const QWidget& empfaenger, QMouseEvent& maus) {
+bool Ziehvorgang::sieh_Maus(const QWindow& empfaenger, QMouseEvent& maus) {
   const bool losgelassen = maus.type() == QEvent::MouseButtonRelease && maus.button() == Qt::LeftButton;
   // A box that came up in between took the release: the drag ends at the first sign of the mouse.
   const bool verloren = !losgelassen && !maus.buttons().testFlag(Qt::LeftButton);
-  if (empfaenger.window() != &fenster_ || verloren) {
+  if (&empfaenger != fenster_.windowHandle() || verloren) {
     if (losgelassen || verloren) brich_ab();
     return false;
   }

@@ -7,6 +7,7 @@
 
 class QMouseEvent;
 class QWidget;
+class QWindow;
 class Steuerelement;
 
 /// A window whose controls can be dragged.
@@ -43,7 +44,7 @@ class Ziehvorgang : public QObject {
   bool eventFilter(QObject* empfaenger, QEvent* ereignis) override;
 
  private:
-  bool sieh_Maus(const QWidget& empfaenger, QMouseEvent& maus);
+  bool sieh_Maus(const QWindow& empfaenger, QMouseEvent& maus);
   Steuerelement* ziel(QPoint global) const;
   void schliesse_ab();
 

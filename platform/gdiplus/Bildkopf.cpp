@@ -77,7 +77,7 @@ std::int64_t flaeche(QSize groesse) noexcept {
 }  // namespace
 
 bool ist_haltbar(QSize groesse) noexcept {
-  return flaeche(groesse) * 4 <= std::numeric_limits<std::int32_t>::max();
+  return flaeche(groesse) <= std::numeric_limits<std::int32_t>::max() / 4;
 }
 
 Bildformat erkenne_Bildformat(QByteArrayView anfang) {

@@ -54,24 +54,6 @@ class PixelBild final : public Bild {
   QImage pixel_;
 };
 
-std::int32_t status_des_Fehlers(std::int32_t nummer) noexcept {
-  switch (nummer) {
-    case fehlernummer::ZugriffVerweigert:
-      return gdiplus::AccessDenied;
-    case fehlernummer::SpeicherErschoepft:
-      return gdiplus::OutOfMemory;
-    case fehlernummer::EinAusgabeFehler:
-      return gdiplus::Win32Error;
-    case fehlernummer::DateiNichtGefunden:
-    case fehlernummer::UngueltigerDateiname:
-    case fehlernummer::PfadZugriff:
-    case fehlernummer::PfadNichtGefunden:
-      return gdiplus::FileNotFound;
-    default:
-      return gdiplus::GenericError;
-  }
-}
-
 Ergebnis mit(const std::shared_ptr<Bilddatei>& datei) {
   return {gdiplus::Ok, datei->kopf().format, std::make_shared<DateiBild>(datei, qRgb(0, 0, 0))};
 }
@@ -128,6 +110,24 @@ NurKopf::~NurKopf() {
 
 bool NurKopf::gilt() noexcept {
   return nur_kopf > 0;
+}
+
+std::int32_t status_des_Fehlers(std::int32_t nummer) noexcept {
+  switch (nummer) {
+    case fehlernummer::ZugriffVerweigert:
+      return gdiplus::AccessDenied;
+    case fehlernummer::SpeicherErschoepft:
+      return gdiplus::OutOfMemory;
+    case fehlernummer::EinAusgabeFehler:
+      return gdiplus::Win32Error;
+    case fehlernummer::DateiNichtGefunden:
+    case fehlernummer::UngueltigerDateiname:
+    case fehlernummer::PfadZugriff:
+    case fehlernummer::PfadNichtGefunden:
+      return gdiplus::FileNotFound;
+    default:
+      return gdiplus::GenericError;
+  }
 }
 
 Ergebnis oeffne(const QString& pfad) {

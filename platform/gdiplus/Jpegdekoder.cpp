@@ -1,28 +1,16 @@
 #include "platform/gdiplus/Jpegdekoder.h"
 
-#include <csetjmp>
-#include <cstddef>
-#include <cstdio>
-#include <cstring>
+#include <algorithm>
 #include <memory>
-
-// jpeglib.h wants size_t and FILE to be declared before it.
-#include <jerror.h>
-#include <jpeglib.h>
+#include <utility>
 
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/gdiplus/Jpegfehler.h"
 
 namespace jpegdekoder {
 namespace {
 
-// libjpeg leaves by a jump. Nothing with a destructor may live between the place of return and the calls, which is why
-// the reader keeps everything in members. An exception must not pass through the frames of a C library.
-// NOLINTBEGIN(cert-err52-cpp)
-struct Fehlerziel {
-  jpeg_error_mgr verwaltung;
-  std::jmp_buf rueckkehr;
-};
-
+// NOLINTBEGIN(cert-err52-cpp): libjpeg leaves by a jump
 // Feeds the pieces one after the other and an EOI for ever behind them.
 struct Quelle {
   jpeg_source_mgr verwaltung;
@@ -30,15 +18,6 @@ struct Quelle {
   const QByteArrayView* ende;
 };
 
-[[noreturn]] void springe(j_common_ptr cinfo) {
-  std::longjmp(reinterpret_cast<Fehlerziel*>(cinfo->err)->rueckkehr, 1);
-}
-
-// Warnings are no failures: a truncated picture shows what it holds.
-void zaehle_Warnung(j_common_ptr cinfo, int stufe) {
-  if (stufe < 0) ++cinfo->err->num_warnings;
-}
-void schweige(j_common_ptr) {}
 void nichts(j_decompress_ptr) {}
 
 boolean fuelle_nach(j_decompress_ptr cinfo) {
@@ -71,10 +50,7 @@ void ueberspringe(j_decompress_ptr cinfo, long anzahl) {
 class Leser {
  public:
   explicit Leser(std::vector<QByteArrayView> stuecke) : stuecke_(std::move(stuecke)) {
-    cinfo_.err = jpeg_std_error(&fehler_.verwaltung);
-    fehler_.verwaltung.error_exit = springe;
-    fehler_.verwaltung.emit_message = zaehle_Warnung;
-    fehler_.verwaltung.output_message = schweige;
+    cinfo_.err = jpegfehler::richte_ein(fehler_);
     quelle_.naechstes = stuecke_.data();
     quelle_.ende = stuecke_.data() + stuecke_.size();
     quelle_.verwaltung.init_source = nichts;
@@ -118,10 +94,7 @@ class Leser {
       std::fill_n(reinterpret_cast<QRgb*>(bild.scanLine(zeile_)), bild.width(), qRgb(0, 0, 0));
   }
 
-  bool Speicher_erschoepft() const {
-    const int art = fehler_.verwaltung.msg_code;
-    return art == JERR_OUT_OF_MEMORY || art == JERR_NO_BACKING_STORE;
-  }
+  bool Speicher_erschoepft() const { return jpegfehler::Speicher_erschoepft(fehler_); }
 
  private:
   bool lies_Zeilen(QImage& bild) {
@@ -162,7 +135,7 @@ class Leser {
 
   std::vector<QByteArrayView> stuecke_;
   jpeg_decompress_struct cinfo_{};
-  Fehlerziel fehler_{};
+  jpegfehler::Fehlerziel fehler_{};
   Quelle quelle_{};
   std::vector<JSAMPLE> cmyk_;
   uchar* anfang_ = nullptr;

@@ -1,9 +1,13 @@
 #include "platform/gdiplus/gdiplus.h"
 
+#include <optional>
 #include <utility>
 
+#include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/files/Dateien.h"
 #include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/Bildquelle.h"
 #include "platform/gdiplus/Sitzung.h"
 
 namespace gdiplus {
@@ -60,6 +64,71 @@ std::int32_t GdipDisposeImage(Bitmap& bitmap) {
   if (!bitmap) return InvalidParameter;
   bitmap.reset();
   return Ok;
+}
+
+std::int32_t GdipLoadImageFromFile(const QString& pfad, Image& image) {
+  image.reset();
+  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  return Bildquelle::oeffne(pfad, image);
+}
+
+Bildformat format_von(const Image& image) noexcept {
+  return image ? image->kopf().format : Bildformat::Unbekannt;
+}
+
+std::int32_t GdipDisposeImage(Image& image) {
+  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!image) return InvalidParameter;
+  image.reset();
+  return Ok;
+}
+
+namespace {
+
+std::optional<Drehung> drehung_von(const EncoderParameters& parameter) noexcept {
+  const EncoderParameter& p = parameter.Parameter;
+  if (parameter.Count != 1 || p.Guid != EncoderTransformation) return std::nullopt;
+  if (p.NumberOfValues != 1 || p.Type != EncoderParameterValueTypeLong) return std::nullopt;
+  return Drehung::von(p.Value);
+}
+
+}  // namespace
+
+std::int32_t GdipSaveImageToStream(const Image& image, QByteArray& strom, const CLSID& kodierer,
+                                   const EncoderParameters& parameter) {
+  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  const auto drehung = drehung_von(parameter);
+  if (!image || !drehung) return InvalidParameter;
+  if (kodierer != JpegEncoder) return UnknownImageFormat;
+  return image->drehe(*drehung, strom);
+}
+
+std::int32_t GdipSaveImageToFile(const Image& image, const QString& pfad, const CLSID& kodierer,
+                                 const EncoderParameters& parameter) {
+  if (image && image->ist_Datei(pfad)) return GenericError;
+  QByteArray strom;
+  std::int32_t status = GdipSaveImageToStream(image, strom, kodierer, parameter);
+  if (status != Ok) return status;
+  fehler::melden_und_enden([&](const Laufzeitfehler& f) { status = status_beim_Schreiben(f.Nummer()); },
+                           [&] { dateien::schreibe_alles(pfad, strom); });
+  return status;
+}
+
+std::int32_t status_beim_Schreiben(std::int32_t nummer) noexcept {
+  switch (nummer) {
+    case fehlernummer::ZugriffVerweigert:
+    case fehlernummer::PfadZugriff:
+    case fehlernummer::DateiVorhanden:
+      return AccessDenied;
+    case fehlernummer::DateiNichtGefunden:
+    case fehlernummer::UngueltigerDateiname:
+    case fehlernummer::PfadNichtGefunden:
+      return FileNotFound;
+    case fehlernummer::SpeicherErschoepft:
+      return OutOfMemory;
+    default:
+      return Win32Error;
+  }
 }
 
 std::shared_ptr<const Bild> LoadPicture(const QString& pfad) {

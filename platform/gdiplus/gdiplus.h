@@ -6,6 +6,10 @@
 
 #include "platform/basic/kvo_export.h"
 #include "platform/gdiplus/Bild.h"
+#include "platform/gdiplus/Bildkopf.h"
+#include "platform/gdiplus/Kodierer.h"
+
+class Bildquelle;
 
 /// The GDI+ operations that the system uses, with GDI+'s names and status numbers
 /// (learn.microsoft.com, "GdiPlusTypes.h: Status enumeration").
@@ -16,12 +20,23 @@ enum Status : std::int32_t {
   GenericError = 1,
   InvalidParameter = 2,
   OutOfMemory = 3,
+  ObjectBusy = 4,
+  InsufficientBuffer = 5,
+  NotImplemented = 6,
   Win32Error = 7,
+  WrongState = 8,
+  Aborted = 9,
   FileNotFound = 10,
+  ValueOverflow = 11,
   AccessDenied = 12,
   UnknownImageFormat = 13,
+  FontFamilyNotFound = 14,
+  FontStyleNotFound = 15,
+  NotTrueTypeFont = 16,
   UnsupportedGdiplusVersion = 17,
   GdiplusNotInitialized = 18,
+  PropertyNotFound = 19,
+  PropertyNotSupported = 20,
 };
 
 /// Starts a session; sessions are counted. Version 1 is the only one (17 otherwise). `token` gets a number that is not
@@ -45,6 +60,32 @@ std::int32_t GdipCreateBitmapFromFile(const QString& pfad, Bitmap& bitmap);
 std::int32_t GdipCreateHBITMAPFromBitmap(const Bitmap& bitmap, Bitmap& handle, std::int32_t hintergrund);
 /// Releases the bitmap. 18 without a session, 2 without a bitmap.
 std::int32_t GdipDisposeImage(Bitmap& bitmap);
+
+/// A picture file that was read to be written anew. It holds the file's bytes and knows which file they are of; nothing
+/// of the file stays open.
+using Image = std::shared_ptr<const Bildquelle>;
+
+/// Reads a picture file, with the statuses of GdipCreateBitmapFromFile. A file of no known format is not read through.
+std::int32_t GdipLoadImageFromFile(const QString& pfad, Image& image);
+/// Format of the image, by its content; Unbekannt for none.
+Bildformat format_von(const Image& image) noexcept;
+/// Releases the image. 18 without a session, 2 without an image.
+std::int32_t GdipDisposeImage(Image& image);
+
+/// Writes the image, transformed, into memory. `parameter` holds one transformation: category EncoderTransformation,
+/// one value of type 4, 13 to 17 (see Drehung::von). A JPEG keeps all that it can keep (see jpegdrehung); pixels of
+/// another format are turned and coded with the quality 75, which is GDI+'s own. 18 without a session, 2 without an
+/// image or for other parameters, 13 for an encoder that is not of the list, 1 for a stream that can't be read to its
+/// end or sides that no JPEG can have, 3 for memory run out. `strom` is changed with status 0 alone.
+std::int32_t GdipSaveImageToStream(const Image& image, QByteArray& strom, const CLSID& kodierer,
+                                   const EncoderParameters& parameter);
+/// The same into a file, which is complete and on the disk before it takes its name; on a failure what stood there
+/// stays. Statuses of GdipSaveImageToStream, and 1 where source and target are one file, 12 without the right to write,
+/// 10 for a missing folder, 7 for a full disk and other failures of it.
+std::int32_t GdipSaveImageToFile(const Image& image, const QString& pfad, const CLSID& kodierer,
+                                 const EncoderParameters& parameter);
+/// The status that stands for a Laufzeitfehler of that number, raised while a file was written.
+std::int32_t status_beim_Schreiben(std::int32_t nummer) noexcept;
 
 /// The platform's plain picture loader, for programs without a GDI+ session: BMP, GIF and JPEG. Raises 53 for a missing
 /// file, 481 for anything that is no such picture.

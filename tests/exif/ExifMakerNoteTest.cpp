@@ -1,26 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "exif/clsExifInfo.h"
 #include "tests/exif/ExifBauer.h"
+#include "tests/exif/ExifInfoPruefer.h"
 #include "tests/exif/Referenz.h"
 #include "tests/support/Fehler.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-/// Reaches the routine that nothing in the system calls yet.
-class ExifInfoPruefer {
- public:
-  /// Reads one directory at a position of the file as a maker note's.
-  static void lies(clsExifInfo& info, const QString& pfad, std::int32_t position) {
-    info.Read_File_Bytes(pfad);
-    ASSERT_TRUE(info.Find_Exif_Segment());
-    info.Read_MakerNote_Ifd(position);
-  }
-  static QString Pad_Left(const QString& text, qsizetype laenge, QChar zeichen) {
-    return clsExifInfo::Pad_Left(text, laenge, zeichen);
-  }
-};
 
 namespace {
 

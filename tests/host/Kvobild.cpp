@@ -34,7 +34,7 @@ QList<QJsonObject> Lauf::objekte() const {
   return liste;
 }
 
-Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei) {
+Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei, const QString& eingabe) {
   QProcess prozess;
   QProcessEnvironment umgebung;
   umgebung.insert(u"TZ"_s, u"Europe/Berlin"_s);
@@ -43,7 +43,7 @@ Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei) {
     if (qEnvironmentVariableIsSet(name.toUtf8().constData()))
       umgebung.insert(name, qEnvironmentVariable(name.toUtf8().constData()));
   prozess.setProcessEnvironment(umgebung);
-  prozess.setStandardInputFile(QProcess::nullDevice());
+  prozess.setStandardInputFile(eingabe.isEmpty() ? QProcess::nullDevice() : eingabe);
   if (!ausgabedatei.isEmpty()) prozess.setStandardOutputFile(ausgabedatei);
   prozess.start(QStringLiteral(KVOBILD_PROGRAMM), argumente);
   EXPECT_TRUE(prozess.waitForFinished(120'000)) << "kvobild does not end";

@@ -21,7 +21,8 @@ struct Lauf {
 };
 
 /// Runs the program to its end, in surroundings without any of its variables.
-Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei = {});
+/// `eingabe` names the file that it reads as its standard input; without one there is nothing to read.
+Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei = {}, const QString& eingabe = {});
 
 /// A firm with an empty table, an empty picture tree and a folder of pictures that wait.
 class Betrieb : public ::testing::Test {

@@ -18,6 +18,10 @@ QByteArray mit_exif(const QByteArray& eintraege, char anzahl) {
          anzahl + '\0' + eintraege + QByteArray(40, '\0');
 }
 
+QJsonObject zeile(const QJsonObject& befund, int nummer) {
+  return befund[u"tabelle"_s].toArray().at(nummer).toObject();
+}
+
 QJsonObject eintrag(const QJsonObject& befund, int nummer) {
   return befund[u"liste"_s].toArray().at(nummer).toObject();
 }
@@ -54,12 +58,57 @@ TEST_F(KvobildExif, Zahl_Text_und_leerer_Wert_bleiben_unterschieden) {
   EXPECT_TRUE(eintrag(befund, 2)[u"wert"_s].isNull());
 }
 
+TEST_F(KvobildExif, Die_Tabelle_steht_ganz_dabei) {
+  const QByteArray eintraege(
+      "\x12\x01\x03\0\x01\0\0\0\x06\0\0\0"   // Orientation, SHORT 6
+      "\x28\x01\x03\0\x01\0\0\0\x02\0\0\0",  // ResolutionUnit, SHORT 2
+      24);
+  const QString datei = ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 2));
+  const QJsonObject befund = lies(datei);
+  ASSERT_EQ(befund[u"tabelle"_s].toArray().size(), 151);
+  EXPECT_EQ(zeile(befund, 4), (QJsonObject{{u"zeile"_s, 4},
+                                           {u"zeigen"_s, true},
+                                           {u"tag"_s, 274},
+                                           {u"name"_s, u"Orientation"_s},
+                                           {u"beschriftung"_s, u"Bildlage"_s},
+                                           {u"wert"_s, u"6"_s}}));
+  EXPECT_EQ(zeile(befund, 7), (QJsonObject{{u"zeile"_s, 7},
+                                           {u"zeigen"_s, QString()},
+                                           {u"tag"_s, 296},
+                                           {u"name"_s, u"ResolutionUnit"_s},
+                                           {u"beschriftung"_s, u"Auflösung"_s},
+                                           {u"wert"_s, u"2"_s}}));
+  EXPECT_EQ(zeile(befund, 111)[u"wert"_s].toString(u"fehlt"_s), QString());
+  EXPECT_EQ(zeile(befund, 150), (QJsonObject{{u"zeile"_s, 150},
+                                             {u"zeigen"_s, QJsonValue()},
+                                             {u"tag"_s, QJsonValue()},
+                                             {u"name"_s, QJsonValue()},
+                                             {u"beschriftung"_s, QString()},
+                                             {u"wert"_s, QString()}}));
+}
+
+TEST_F(KvobildExif, Als_Text_stehen_die_Zeilen_der_Tabelle_die_einen_Wert_haben) {
+  const QByteArray eintraege(
+      "\x12\x01\x03\0\x01\0\0\0\x06\0\0\0"
+      "\x28\x01\x03\0\x01\0\0\0\x02\0\0\0",
+      24);
+  const Lauf lauf = kvobild({u"exif"_s, ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 2))});
+  EXPECT_EQ(lauf.code, 0);
+  QStringList tabelle;
+  for (const QString& z : lauf.zeilen().mid(4)) tabelle.append(z.simplified());
+  EXPECT_EQ(lauf.zeilen().value(3), u"  Tabelle:"_s);
+  EXPECT_EQ(tabelle, (QStringList{u"4 zeigen 274 Orientation Bildlage 6"_s, u"7 - 296 ResolutionUnit Auflösung 2"_s,
+                                  u"71 - 296 ResolutionUnit2 ResolutionUnit2 2"_s}));
+}
+
 TEST_F(KvobildExif, Eine_Datei_ohne_Exif_ist_load_false_und_kein_Fehler) {
   const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, QByteArray("\xFF\xD8\xFF\xD9", 4)));
   EXPECT_TRUE(befund[u"load"_s].isBool());
   EXPECT_FALSE(befund[u"load"_s].toBool());
   EXPECT_TRUE(befund[u"eintraege"_s].isNull());
   EXPECT_TRUE(befund[u"liste"_s].toArray().isEmpty());
+  EXPECT_TRUE(befund.contains(u"tabelle"_s));
+  EXPECT_TRUE(befund[u"tabelle"_s].isNull());
 }
 
 TEST_F(KvobildExif, Ein_Fehler_der_den_Aufrufer_erreicht_ist_load_fehler) {
@@ -74,6 +123,7 @@ TEST_F(KvobildExif, Ein_Verzeichnis_ohne_Eintraege_hat_die_Anzahl_null) {
   const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_exif({}, 0)));
   EXPECT_TRUE(befund[u"load"_s].toBool());
   EXPECT_TRUE(befund[u"eintraege"_s].isNull());
+  EXPECT_TRUE(befund[u"tabelle"_s].isNull());
 }
 
 TEST_F(KvobildExif, Eine_fehlende_Datei_wird_gemeldet_und_nicht_angelegt) {

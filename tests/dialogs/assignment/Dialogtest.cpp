@@ -134,7 +134,13 @@ void Dialogtest::taste(QWidget& fenster, int qt_taste) {
 
 void Dialogtest::tippe(QWidget& feld, const QString& text) {
   feld.setFocus();
-  for (const QChar zeichen : text) QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
+  for (const QChar zeichen : text) {
+    // Qt's table of keys ends with ASCII.
+    if (zeichen.unicode() < 0x80)
+      QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
+    else
+      QTest::sendKeyEvent(QTest::Click, &feld, Qt::Key_unknown, QString(zeichen), {});
+  }
 }
 
 QStringList Dialogtest::gespeichert() {

@@ -197,3 +197,23 @@ TEST_F(FileSystem, AFolderGoesOnlyWhenItIsEmpty) {
   fso.DeleteFolder(u"P:\\o"_s, true);
   EXPECT_EQ(Fehlernummer_von([&] { fso.DeleteFolder(u"P:\\o"_s, true); }), 76);
 }
+
+TEST_F(FileSystem, EverythingInAFolderIsCountedAlsoWhatItsListsLeaveOut) {
+  for (const auto& name : {u"o/a.jpg"_s, u"o/b\\c.jpg"_s, u"o/Unter/x"_s}) wurzel.schreibe(name, "x");
+  ASSERT_TRUE(QFile::link(wurzel.pfad(), wurzel.pfad(u"o/verweis"_s)));
+  EXPECT_EQ(fso.GetFolder(u"P:\\o"_s).Anzahl_Eintraege(), 4);
+  const Folder ordner = fso.GetFolder(u"P:\\o\\Unter"_s);
+  fso.DeleteFile(u"P:\\o\\Unter\\x"_s);
+  EXPECT_EQ(ordner.Anzahl_Eintraege(), 0);
+  fso.DeleteFolder(u"P:\\o\\Unter"_s);
+  EXPECT_EQ(Fehlernummer_von([&] { ordner.Anzahl_Eintraege(); }), 76) << "a missing folder is no empty one";
+}
+
+TEST_F(FileSystem, WhatMayBeDeletedIsToldBeforehand) {
+  wurzel.schreibe(u"o/a.jpg"_s, "1");
+  schreibgeschuetzt(u"o/a.jpg"_s);
+  EXPECT_TRUE(fso.darf_loeschen(u"P:\\o\\a.jpg"_s)) << "the file's own rights do not count";
+  EXPECT_TRUE(fso.darf_loeschen(u"P:\\o"_s));
+  EXPECT_FALSE(fso.darf_loeschen(u"P:\\o\\fehlt.jpg"_s));
+  EXPECT_FALSE(fso.darf_loeschen(u"Q:\\a.jpg"_s));
+}

@@ -68,3 +68,44 @@ TEST(Knoepfe, AToggleGivesItsNewValue) {
   schalter.Value(false);
   EXPECT_EQ(werte, (QList<bool>{true, false}));
 }
+
+TEST(Knoepfe, ACaptionKeepsItsBlanksAndShowsRunsOfThemAsLineBreaks) {
+  struct Fall {
+    QString beschriftung;
+    QString angezeigt;
+  };
+  const QList<Fall> faelle{
+      {u"&Bilder suchen   "_s, u"&Bilder suchen"_s},
+      {u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"&Alle Zuordnungen des\nBildes anzeigen"_s},
+      {u"         Sortieren"_s, u"Sortieren"_s},
+      {u"&Zurück"_s, u"&Zurück"_s},
+      {u"   "_s, u""_s}};
+  QWidget behaelter;
+  SSCommand knopf(&behaelter, u"SSC_Probe"_s);
+  SSRibbon schalter(&behaelter, u"SSR_Probe"_s);
+  for (const Fall& fall : faelle) {
+    knopf.Caption(fall.beschriftung);
+    schalter.Caption(fall.beschriftung);
+    EXPECT_EQ(knopf.Caption(), fall.beschriftung);
+    EXPECT_EQ(knopf.text(), fall.angezeigt);
+    EXPECT_EQ(schalter.Caption(), fall.beschriftung);
+    EXPECT_EQ(schalter.text(), fall.angezeigt);
+  }
+}
+
+TEST(Knoepfe, AButtonThatIsHeldBackDoesNotShowAndItsAccessKeyDoesNothing) {
+  Form form(u"frm_Probe"_s);
+  SSCommand knopf(&form, u"SSC_Probe"_s);
+  knopf.Caption(u"&Probe"_s);
+  int klicks = 0;
+  knopf.Click = [&] { ++klicks; };
+  knopf.halte_zurueck();
+  QTimer::singleShot(0, &form, [&] {
+    knopf.Steuerelement::Visible(true);
+    EXPECT_TRUE(knopf.isHidden());
+    QTest::keyClick(form.windowHandle(), Qt::Key_P, Qt::AltModifier);
+    form.Hide();
+  });
+  form.Show();
+  EXPECT_EQ(klicks, 0);
+}

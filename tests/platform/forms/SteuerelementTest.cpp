@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/forms/Steuerelement.h"
+#include "platform/forms/Textfelder.h"
 #include "platform/forms/Twips.h"
 #include "tests/support/Fehler.h"
 
@@ -63,4 +64,63 @@ TEST(Steuerelement, VisibleAndEnabledAreTheControlsOwnProperties) {
   kasten.Enabled(false);
   eltern.setEnabled(true);
   EXPECT_FALSE(kasten.Enabled());
+}
+
+TEST(Steuerelement, WhatIsHeldBackNeverShowsThoughItsPropertySaysSo) {
+  QWidget eltern;
+  Kasten kasten(&eltern);
+  eltern.show();
+  kasten.halte_zurueck();
+  EXPECT_TRUE(kasten.Visible());
+  EXPECT_FALSE(kasten.isVisible());
+  kasten.Visible(false);
+  kasten.Visible(true);
+  EXPECT_TRUE(kasten.Visible());
+  EXPECT_FALSE(kasten.isVisible());
+}
+
+TEST(Steuerelement, VisibleIsThePropertyWhileItsContainerIsHidden) {
+  QWidget fenster;
+  Kasten aussen(&fenster);
+  Kasten innen(&aussen);
+  fenster.show();
+  aussen.Visible(false);
+  EXPECT_TRUE(innen.Visible());
+  innen.Visible(false);
+  aussen.Visible(true);
+  EXPECT_FALSE(innen.isVisible());
+}
+
+TEST(Steuerelement, PixelsOfPlaceAndSizeAreRoundedEachOnItsOwnHalvesToEven) {
+  QWidget eltern;
+  Kasten kasten(&eltern);
+  kasten.Move(7.5, 22.5, 37.5, 52.5);
+  EXPECT_EQ(kasten.geometry(), QRect(0, 2, 2, 4));
+  EXPECT_EQ(kasten.Left(), 7.5);
+  EXPECT_EQ(kasten.Height(), 52.5);
+  kasten.Steuerelement::Left(-22.5);
+  EXPECT_EQ(kasten.x(), -2);
+}
+
+TEST(Steuerelement, ColoursAreReadAsTheyWereSetAndTheSystemsBefore) {
+  QWidget eltern;
+  Kasten kasten(&eltern);
+  const QColor system = kasten.palette().color(kasten.backgroundRole());
+  EXPECT_EQ(kasten.BackColor(), static_cast<Farbe>(system.red() | system.green() << 8 | system.blue() << 16));
+  kasten.BackColor(0x102030);
+  kasten.ForeColor(0x405060);
+  EXPECT_EQ(kasten.BackColor(), 0x102030u);
+  EXPECT_EQ(kasten.ForeColor(), 0x405060u);
+  kasten.resize(10, 10);
+  EXPECT_EQ(kasten.grab().toImage().pixel(5, 5), qRgb(0x30, 0x20, 0x10));
+}
+
+TEST(Steuerelement, ATextFieldsColoursAreThoseOfItsPaperAndItsLetters) {
+  QWidget eltern;
+  TextBox feld(&eltern, QStringLiteral("txt_Probe"));
+  feld.BackColor(0x0000FF);
+  feld.ForeColor(0x00FF00);
+  EXPECT_EQ(feld.palette().color(QPalette::Base), QColor(255, 0, 0));
+  EXPECT_EQ(feld.palette().color(QPalette::Text), QColor(0, 255, 0));
+  EXPECT_EQ(feld.BackColor(), 0x0000FFu);
 }

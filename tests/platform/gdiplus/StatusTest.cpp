@@ -139,6 +139,13 @@ TEST_F(Status, TIFF_und_BigTIFF_beider_Bytefolgen_nennen_ihre_Groesse) {
     }
 }
 
+TEST_F(Status, die_groessten_Seiten_sind_nicht_haltbar) {
+  EXPECT_FALSE(ist_haltbar({0x7fffffff, 0x7fffffff}));
+  EXPECT_FALSE(ist_haltbar({0x7fffffff, 0x40000001}));
+  EXPECT_TRUE(ist_haltbar({32767, 16384}));
+  EXPECT_FALSE(ist_haltbar({32768, 16384}));
+}
+
 TEST_F(Status, eine_Groesse_die_niemand_haelt_ist_3) {
   EXPECT_EQ(status(mit(jpeg, rahmen(jpeg) + 5, QByteArray(4, '\xff'))), OutOfMemory);
   EXPECT_EQ(status(mit(jpeg, rahmen(jpeg) + 7, "\xff\xff")), OutOfMemory) << "a side over 65500";

@@ -1,0 +1,76 @@
+// bench_fenster [LAEUFE]: how soon the program's window is up with a record of ten pictures, beside an empty Qt window
+// of the same size. Each run is a process of its own, timed from its start until its window is painted; the previews
+// follow behind that, one by one. To be run in an X server, if need be one without a screen ("xvfb-run -s -noreset"):
+// Qt's offscreen windows cost next to nothing, and the comparison would be one with reading the fonts, which the empty
+// window does not need.
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+#include "bench/Messung.h"
+#include "host/Datenbank.h"
+#include "host/Namen.h"
+#include "host/fenster/Datenordner.h"
+
+using namespace Qt::Literals::StringLiterals;
+using messung::verlange;
+
+namespace {
+
+/// Runs a program until it says that its window is painted.
+void starte(const std::vector<std::string>& aufruf) {
+  int rohr[2];
+  verlange(::pipe2(rohr, O_CLOEXEC) == 0, "pipe");
+  posix_spawn_file_actions_t dateien;
+  posix_spawn_file_actions_init(&dateien);
+  posix_spawn_file_actions_adddup2(&dateien, rohr[1], 3);
+  std::vector<char*> argumente;
+  for (const std::string& wort : aufruf) argumente.push_back(const_cast<char*>(wort.c_str()));
+  argumente.push_back(nullptr);
+  pid_t prozess = 0;
+  verlange(::posix_spawn(&prozess, argumente[0], &dateien, nullptr, argumente.data(), environ) == 0, argumente[0]);
+  posix_spawn_file_actions_destroy(&dateien);
+  ::close(rohr[1]);
+  char byte = 0;
+  verlange(::read(rohr[0], &byte, 1) == 1, "the window was not painted");
+  ::close(rohr[0]);
+  int ausgang = 0;
+  ::waitpid(prozess, &ausgang, 0);
+}
+
+/// Sample data whose record AN 24-3005 has ten pictures.
+void richte_Daten_ein(const QString& ordner) {
+  const QString tabelle = namen::tabellenpfad(ordner);
+  datenordner::richte_ein(tabelle);
+  oeffne(datenordner::verbindung(tabelle))
+      ->Execute(
+          u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+          "Beschreibung, Druckkennzeichen, Grafik_Ursprung, SortIndex) SELECT 'AN', '24-3005', '-', '-', Bildname, "
+          "BildExt, 'BEL', '-', BildPfad, Beschreibung, Druckkennzeichen, '-', 0 FROM Bild_Zuordnungen LIMIT 10"_s);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int laeufe = argc > 1 ? std::atoi(argv[1]) : 25;
+  const QTemporaryDir ordner;
+  {
+    int keine = 1;
+    const QGuiApplication programm(keine, argv);
+    richte_Daten_ein(ordner.filePath(u"daten"_s));
+  }
+  const std::string wirt = KVO_WIRT_PROGRAMM;
+  const std::string leer = KVO_LEERES_FENSTER;
+  const std::string daten = ordner.filePath(u"daten"_s).toStdString();
+  messung::vergleiche(
+      "window with a record of 10 pictures | empty Qt window", laeufe, 2.0,
+      [&] {
+        starte({wirt, "--datenordner", daten, "--vorgang", "AN 24-3005"});
+      },
+      [&] { starte({leer}); });
+  return 0;
+}

@@ -1,0 +1,133 @@
+// What the buttons do to the selected picture, and adding pictures from the search.
+#include <QHash>
+
+#include "dialogs/assignment/frm_BildZuordnung.h"
+#include "imaging/mod_GrafikKonvert.h"
+#include "platform/basic/Fehlerbehandlung.h"
+#include "platform/basic/Text.h"
+#include "platform/gdiplus/gdiplus.h"
+#include "platform/host/Oberflaeche.h"
+#include "store/mod_BilderSuchen.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace oberflaeche;
+using Dimension = XArrayDBObject::Dimension;
+
+namespace {
+
+/// Columns of the search's result.
+enum Fund : std::int32_t { GanzerName = 0, Ordner = 1, Stamm = 2, Endung = 3, LetzteSpalte = 10 };
+
+}  // namespace
+
+/// Runs a button's procedure; a failure is reported under its name after the pointer was set back.
+void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit) {
+  fehler::melden_und_enden(
+      [&](const Laufzeitfehler& f) {
+        mauszeiger().form(Zeigerform::Standard);
+        melde(prozedur, f);
+      },
+      [&] { arbeit(); });
+  DialogObj.reset();
+}
+
+// ── Adding ──────────────────────────────────────────────────────────────────────────────────────────────────────────
+
+// Nothing is copied here: a new row points at the file where it lies until it is saved.
+void frm_BildZuordnung::suche_Bilder() {
+  auto funde = std::make_shared<XArrayDBObject>();
+  funde->ReDim(0, 0, 0, LetzteSpalte);
+  DialogObj = std::make_shared<clsDialoge>();
+  if (!DialogObj->Fkt_Aufruf_Dialog_BilderSuchen(pAppObj, pRootpath, funde, true)) return;
+  mauszeiger().form(Zeigerform::Sanduhr);
+  for (std::int32_t i = 0; i <= funde->UpperBound(Dimension::Zeilen); ++i)
+    if (!text::Trim(mit_Leertext(funde->Value(i, GanzerName))).isEmpty()) haenge_Fund_an(*funde, i);
+  if (text::Trim(Text(LetzteZeile(), spalte::VollerPfad)).isEmpty()) Tabelle().DeleteRows(LetzteZeile());
+  ErsteZeile = 0;
+  Create_ThumbNails(ErsteZeile);
+  if (AktZeile == 0) {
+    Pic_Thumb_Click(1);
+    const bool benannt = !txt_BildName.Text().isEmpty();
+    EingabenFreigeben(benannt);
+    if (benannt) {
+      SSC_AlleZuordnungen.Enabled(true);
+      SSC_WeitereZuordnungen.Enabled(true);
+    }
+  }
+  Markiere_Auswahl();
+  Zeichne_Status();
+  Zeichne_Entfernt(true);
+  SetzeDatenGeaendert(true);
+  SSP_Anzahl(3).Caption(QString::number(Tabelle().Count(Dimension::Zeilen)));
+  mauszeiger().form(Zeigerform::Standard);
+}
+
+void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund) {
+  const auto wert = [&](Fund s) { return mit_Leertext(funde.Value(fund, s)); };
+  bool doppelt = false;
+  Pruefe_NameVorhanden(text::Trim(wert(Stamm)), text::Trim(wert(Endung)), doppelt);
+  const auto leer = [this](spalte::Spalte s) { return text::Trim(Text(LetzteZeile(), s)).isEmpty(); };
+  // The placeholder of an empty table takes the first picture.
+  if (LetzteZeile() < 0 || !leer(spalte::VollerPfad) || !leer(spalte::Pfad)) Tabelle().AppendRows(1);
+  const std::int32_t zeile = LetzteZeile();
+  // A duplicate is kept and only marked.
+  Zelle(zeile, spalte::NameDoppelt, doppelt);
+  Zelle(zeile, spalte::VollerPfad, wert(GanzerName));
+  Zelle(zeile, spalte::Root, pRootpath);
+  Zelle(zeile, spalte::Pfad, wert(Ordner));
+  Zelle(zeile, spalte::Bildname, wert(Stamm));
+  Zelle(zeile, spalte::BildExt, wert(Endung));
+  Zelle(zeile, spalte::Beschreibung, QString());
+  for (const auto s : {spalte::AlsAnhang, spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite})
+    Zelle(zeile, s, false);
+  for (const auto s : {spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1, spalte::Typ2})
+    Zelle(zeile, s, QString());
+  const QString textdatei = wert(Ordner) + u'\\' + wert(Stamm) + wert(Endung) + u".txt"_s;
+  if (mod_BilderSuchen::Fkt_FileExists(textdatei))
+    Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
+  Zelle(zeile, spalte::ZeileGeaendert, true);
+  Zelle(zeile, spalte::NeuAusSuche, true);
+  Tabelle().AppendRows(1);
+}
+
+// ── The selected picture ────────────────────────────────────────────────────────────────────────────────────────────
+
+void frm_BildZuordnung::bearbeite_Bild() {
+  QString datei = Text(AktZeile, spalte::VollerPfad);
+  mod_GrafikKonvert::Fkt_OpenWith(datei);
+}
+
+void frm_BildZuordnung::zeige_Exif() {
+  DialogObj = std::make_shared<clsDialoge>();
+  DialogObj->Fkt_Aufruf_Dialog_BildInfo(Text(AktZeile, spalte::VollerPfad), Text(AktZeile, spalte::ExifKennung), true);
+}
+
+// Turning changes the file at once, and reading the record again afterwards saves what was pending without a question.
+void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
+  static const QHash<QString, std::int32_t> transformationen{{u"JpgTransformRotate90"_s, 13},
+                                                             {u"JpgTransformRotate180"_s, 14},
+                                                             {u"JpgTransformRotate270"_s, 15},
+                                                             {u"JpgTransformFlipHorizontal"_s, 16},
+                                                             {u"JpgTransformFlipVertical"_s, 17}};
+  const QString datei = text::Trim(Text(AktZeile, spalte::VollerPfad));
+  if (datei.isEmpty()) return;
+  using namespace mod_GrafikKonvert;
+  if (Fkt_GdiStartup(1) != gdiplus::Ok) {
+    MsgBox(u"GDI+ not inizialized."_s, Knoepfe::OK, Symbol::Keins, u"GDI Error"_s);
+    return;
+  }
+  fehler::melden_und_enden(
+      [&](const Laufzeitfehler& /*fehler*/) {
+        Fkt_GdiShutdown();
+        MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Kritisch, u"Achtung"_s);
+      },
+      [&] {
+        if (Fkt_Bild_Drehen(datei, transformationen.value(pTransformation))) {
+          pBildObj->AktLoadPicture.clear();
+          aktualisiere();
+        } else {
+          MsgBox(u"Das rotieren der JPG ist fehlgeschlagen."_s, Knoepfe::OK, Symbol::Keins, u"Error"_s);
+        }
+        Fkt_GdiShutdown();
+      });
+}

@@ -1,0 +1,70 @@
+#include "host/Aufraeumen.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/Ausgang.h"
+#include "host/Namen.h"
+#include "platform/files/FileSystemObject.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool gleich(const Aufraeumliste& a, const Aufraeumliste& b) {
+  return a.Ergebnis == b.Ergebnis &&
+         std::equal(a.Posten.begin(), a.Posten.end(), b.Posten.begin(), b.Posten.end(),
+                    [](const auto& x, const auto& y) { return x.Pfad == y.Pfad && x.Warum == y.Warum; });
+}
+
+}  // namespace
+
+Aufraeumen::Aufraeumen(clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel,
+                       QString start)
+    : store_(store), verbindung_(std::move(verbindung)), wurzel_(std::move(wurzel)), start_(std::move(start)) {}
+
+bool Aufraeumen::hat_Zeilen() const {
+  bool zeilen = false;
+  if (const auto grund =
+          versuche([&] { zeilen = !verbindung_->Execute(u"select Top 1 Key1 from Bild_Zuordnungen"_s)->Eof(); }))
+    throw Abbruch(Ausgang::Datenbank,
+                  u"Die Tabelle Bild_Zuordnungen ist nicht zu lesen, und ohne sie gälte jedes Bild als frei: "_s +
+                      grund->Beschreibung());
+  return zeilen;
+}
+
+Aufraeumliste Aufraeumen::liste() {
+  const FileSystemObject dateien;
+  for (const QString& ordner : {wurzel_, start_})
+    if (!dateien.FolderExists(ordner))
+      throw Abbruch(Ausgang::Datei, u"Den Ordner „%1“ gibt es nicht."_s.arg(namen::angezeigt(ordner)));
+  if (hat_Zeilen() && dateien.GetFolder(wurzel_).Anzahl_Eintraege() == 0)
+    throw Abbruch(Ausgang::Datei,
+                  u"Die Bildablage „%1“ ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?"_s.arg(
+                      namen::angezeigt(wurzel_)));
+  Aufraeumliste liste = store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_);
+  // A connection that broke in between would have made every picture a free one.
+  hat_Zeilen();
+  return liste;
+}
+
+QStringList Aufraeumen::fuehre_aus(const Aufraeumliste& gezeigt) {
+  if (!gleich(liste(), gezeigt))
+    throw Abbruch(Ausgang::Teilweise,
+                  u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s);
+  store_.FKT_Loesche_Bild_Ohne_Zuordnung(start_, wurzel_);
+  QStringList geblieben;
+  const FileSystemObject dateien;
+  for (const Aufraeumposten& p : gezeigt.Posten)
+    if (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)) geblieben.append(angezeigt(p));
+  return geblieben;
+}
+
+QString Aufraeumen::angezeigt(const Aufraeumposten& posten) const {
+  if (posten.Pfad == wurzel_) return u"."_s;
+  return posten.Pfad.mid(wurzel_.size() + 1) + (posten.ist_Ordner() ? u"\\"_s : QString());
+}
+
+bool Aufraeumen::liegt_in_der_Wurzel(const Aufraeumposten& posten) const {
+  return !posten.ist_Ordner() && posten.Pfad.lastIndexOf(u'\\') == wurzel_.size();
+}

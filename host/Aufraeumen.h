@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+#include "platform/adodb/Connection.h"
+#include "store/clsBildZuordnungen.h"
+
+/// The clearing of the picture tree as a host offers it: the component deletes without a question, and where the table
+/// can't be asked it deletes too much. So it is listed, shown, asked, and then it does what was shown or nothing.
+class Aufraeumen {
+ public:
+  /// `wurzel` is the picture root, `start` the folder to begin at, the root itself or one below it; both paths of the
+  /// table without a closing backslash. The store is bound to that connection and stays the caller's.
+  Aufraeumen(clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel, QString start);
+
+  /// What would go. Ends with Abbruch: Ausgang::Datei where the start is missing, or the root is empty though the table
+  /// names pictures (a share that is not mounted); Ausgang::Datenbank where the table can't be asked.
+  Aufraeumliste liste();
+  /// Clears, if the list is still the one that was shown; otherwise ends with Abbruch, Ausgang::Teilweise, and nothing
+  /// is deleted. Gives the paths that were to go and are still there.
+  QStringList fuehre_aus(const Aufraeumliste& gezeigt);
+
+  /// A path of the list as the user knows it: below the root, a folder with a closing backslash; "." is the root.
+  QString angezeigt(const Aufraeumposten& posten) const;
+  /// The file lies directly in the root, where none is ever found in the table.
+  bool liegt_in_der_Wurzel(const Aufraeumposten& posten) const;
+
+ private:
+  bool hat_Zeilen() const;
+
+  clsBildZuordnungen& store_;
+  std::shared_ptr<adodb::Connection> verbindung_;
+  QString wurzel_;
+  QString start_;
+};

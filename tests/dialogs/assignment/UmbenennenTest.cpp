@@ -1,0 +1,177 @@
+#include <QTest>
+
+#include "tests/dialogs/assignment/Speichertest.h"
+
+using namespace Qt::Literals::StringLiterals;
+using oberflaeche::Antwort;
+
+using Umbenennen = Speichertest;
+
+TEST_F(Umbenennen, YesRenamesTheFileAndAllAssignmentsOfThePicture) {
+  fuege_Bilder_ein(2);
+  db.fuehre_aus(
+      u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, Druckkennzeichen, SortIndex) values ('X','9','-','-','a','jpg','ART','-','Belege\\1','0001',0)"_s);
+  zeige([&] {
+    benenne(1, u"neu"_s);
+    tippe(form().txt_BildText, u"Text"_s);
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Ja);
+    speichere();
+    EXPECT_FALSE(form().isVisible());
+  });
+  EXPECT_EQ(dateien(), (QStringList{u"b.jpg"_s, u"neu.jpg"_s}));
+  EXPECT_EQ(db.anzahl(u"Bildname = 'neu'"_s), 2);
+  EXPECT_EQ(sammlung(), (QStringList{u"neu|Belege\\1|1|0|0"_s, u"b|Belege\\1|0|0|0"_s}));
+  wirt_schreibt();
+  EXPECT_EQ(db.zeilen(u"select Beschreibung from Bild_Zuordnungen where Key1 = 'RE' and Bildname = 'neu'"_s),
+            std::vector<QStringList>{QStringList{u"Text"_s}});
+}
+
+TEST_F(Umbenennen, YesRenamesInThePicturesOwnFolder) {
+  fuege_Bild_ein(u"a"_s, u"jpg"_s, true, [](clsBildZuordnungen& b) { b.Bild_Pfad(u"Belege\\2"_s); });
+  lege_Bild(u"a.jpg"_s, QSize(60, 40), Qt::red, u"Belege/2"_s);
+  zeige([&] {
+    benenne(1, u"neu"_s);
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Ja);
+    speichere();
+  });
+  EXPECT_EQ(dateien(u"Belege/2"_s), QStringList{u"neu.jpg"_s});
+  EXPECT_EQ(sammlung(), QStringList{u"neu|Belege\\2|1|0|0"_s});
+}
+
+// Whether the renaming succeeded is not asked: the record gets the new name, the file and the table keep the old one.
+TEST_F(Umbenennen, ARenamingThatFailsAfterYesIsNotTold) {
+  fuege_Bilder_ein(1);
+  lege_Bild(u"da.jpg"_s);
+  zeige([&] {
+    benenne(1, u"da"_s);
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Ja);
+    speichere();
+  });
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"da.jpg"_s}));
+  EXPECT_EQ(sammlung(), QStringList{u"da|Belege\\1|1|0|0"_s});
+  EXPECT_EQ(db.anzahl(u"Bildname = 'a'"_s), 1);
+}
+
+TEST_F(Umbenennen, NoTakesTheRenamingBackAndGoesOnSaving) {
+  fuege_Bilder_ein(2);
+  zeige([&] {
+    benenne(1, u"neu"_s);
+    tippe(form().txt_BildText, u"Text"_s);
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Nein);
+    speichere();
+    EXPECT_FALSE(form().isVisible());
+    EXPECT_EQ(form().Text(0, spalte::Bildname), u"a"_s);
+  });
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s}));
+  wirt_schreibt();
+  EXPECT_EQ(gespeichert(), (QStringList{u"a|0|Text"_s, u"b|1|<NULL>"_s}));
+}
+
+TEST_F(Umbenennen, NoTakesBackTheFirstRenamedRowOnlyAndTheSecondIsRenamed) {
+  fuege_Bilder_ein(3);
+  zeige([&] {
+    benenne(2, u"bx"_s);
+    benenne(3, u"cx"_s);
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Nein);
+    speichere();
+  });
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s, u"cx.jpg"_s}));
+  EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|1|0|0"_s, u"b|Belege\\1|1|0|0"_s, u"cx|Belege\\1|1|0|0"_s}));
+}
+
+TEST_F(Umbenennen, ThatSecondRowMovesIntoTheStandardFolderWithItsPath) {
+  fuege_Bild_ein(u"a"_s);
+  fuege_Bild_ein(u"b"_s, u"jpg"_s, false, [](clsBildZuordnungen& b) { b.Bild_Pfad(u"Belege\\2"_s); });
+  lege_Bild(u"b.jpg"_s, QSize(60, 40), Qt::red, u"Belege/2"_s);
+  zeige([&] {
+    benenne(1, u"ax"_s);
+    benenne(2, u"bx"_s);
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Nein);
+    speichere();
+    EXPECT_EQ(form().Text(1, spalte::Pfad), u"Belege\\1"_s);
+    EXPECT_EQ(form().Text(1, spalte::VollerPfad), u"P:\\Belege\\2\\b.jpg"_s);
+  });
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"bx.jpg"_s}));
+  EXPECT_EQ(dateien(u"Belege/2"_s), QStringList());
+  EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|1|0|0"_s, u"bx|Belege\\1|1|0|0"_s}));
+}
+
+TEST_F(Umbenennen, ARenamingThatFailsIsToldAndTheRowKeepsItsOldName) {
+  fuege_Bilder_ein(2);
+  lege_Bild(u"da.jpg"_s);
+  zeige([&] {
+    benenne(1, u"ax"_s);
+    benenne(2, u"da"_s);
+    tippe(form().txt_BildText, u"Text"_s);
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Nein);
+    meldungen.erwarte(meldung::nicht_umbenannt(u"P:\\Belege\\1\\b.jpg"_s));
+    speichere();
+    EXPECT_FALSE(form().isVisible());
+    EXPECT_EQ(form().Text(1, spalte::Bildname), u"b"_s);
+  });
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s, u"da.jpg"_s}));
+  wirt_schreibt();
+  EXPECT_EQ(gespeichert(), (QStringList{u"a|0|<NULL>"_s, u"b|1|Text"_s}));
+}
+
+TEST_F(Umbenennen, CancelLeavesTableFilesAndFlagsAndEndsTheDialog) {
+  fuege_Bilder_ein(2);
+  zeige([&] {
+    benenne(1, u"neu"_s);
+    nimm_auf(u"foto"_s);
+    std::vector<QStringList> vorher;
+    for (std::int32_t s = 0; s <= spalte::Letzte; ++s) vorher.push_back(spalte_von(static_cast<spalte::Spalte>(s)));
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Abbrechen);
+    speichere();
+    EXPECT_FALSE(form().isVisible());
+    EXPECT_TRUE(form().DatenGeaendert);
+    for (std::int32_t s = 0; s <= spalte::Letzte; ++s)
+      EXPECT_EQ(spalte_von(static_cast<spalte::Spalte>(s)), vorher[static_cast<std::size_t>(s)]) << s;
+  });
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s}));
+  EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|0|0|0"_s, u"b|Belege\\1|0|0|0"_s}));
+}
+
+TEST_F(Umbenennen, ANameBackAtItsOriginalIsNotAskedAbout) {
+  fuege_Bilder_ein(1);
+  zeige([&] {
+    benenne(1, u"neu"_s);
+    klicke(form().cmd_OriginalName);
+    speichere();
+    EXPECT_FALSE(form().isVisible());
+  });
+  EXPECT_EQ(dateien(), QStringList{u"a.jpg"_s});
+}
+
+TEST_F(Umbenennen, OnlyStoredRowsThatStayCountAsRenamed) {
+  fuege_Bilder_ein(2);
+  form().Zelle(1, spalte::NameGeaendert, true);
+  bool einer = false;
+  bool alle = false;
+  const auto frage = [&] {
+    form().Pruefe_NameGeaendert(einer);
+    form().Pruefe_NameGeaendertAlle(alle);
+  };
+  frage();
+  EXPECT_TRUE(einer && alle);
+  form().Zelle(1, spalte::NeuAusSuche, true);
+  frage();
+  EXPECT_FALSE(einer);
+  EXPECT_TRUE(alle);
+  form().Zelle(1, spalte::Entfernen, true);
+  frage();
+  EXPECT_FALSE(alle);
+}
+
+TEST_F(Umbenennen, ARenamingIsTakenBackOfTheGivenRow) {
+  fuege_Bilder_ein(3);
+  for (const std::int32_t i : {1, 2}) {
+    form().Zelle(i, spalte::OriginalName, form().Text(i, spalte::Bildname));
+    form().Zelle(i, spalte::Bildname, u"x"_s);
+    form().Zelle(i, spalte::NameGeaendert, true);
+  }
+  form().Namen_Zuruecksetzen(2);
+  EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"x"_s, u"c"_s}));
+  form().Namen_Zuruecksetzen(-1);
+  EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"b"_s, u"c"_s}));
+}

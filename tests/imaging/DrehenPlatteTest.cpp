@@ -1,0 +1,240 @@
+// What a full disk, an unwilling folder and a process that dies in the middle do to a turn. The program puts calls of
+// its own in front of the C library's, which answer the failure that a test asks for or end the process.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QBuffer>
+#include <QDir>
+#include <QImage>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdlib>
+
+#include "imaging/mod_GrafikKonvert.h"
+#include "platform/gdiplus/Jpegdrehung.h"
+#include "tests/support/Doppel.h"
+#include "tests/support/Fehler.h"
+#include "tests/support/Umgebung.h"
+
+using namespace mod_GrafikKonvert;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Antworten {
+  long platz = -1;       ///< bytes that may still be written; -1 without a bound
+  int beim_Anlegen = 0;  ///< errno of making a file, 0 for none
+  int beim_Umbenennen = 0;
+  int beim_Loeschen = 0;
+  bool ohne_namenlose = false;  ///< a file system that holds no file without a name
+  int noch_Aufrufe = -1;        ///< the process ends at that call that changes anything; -1 for never
+};
+Antworten antworten;
+
+void zaehle() {
+  if (antworten.noch_Aufrufe < 0) return;
+  if (antworten.noch_Aufrufe-- == 0) ::_exit(7);
+}
+
+bool scheitert(int fehler) {
+  if (fehler != 0) errno = fehler;
+  return fehler != 0;
+}
+
+int oeffne(const char* name, int art, mode_t rechte) {
+  if ((art & O_ACCMODE) != O_RDONLY) zaehle();
+  if ((art & O_TMPFILE) == O_TMPFILE && antworten.ohne_namenlose) return errno = EOPNOTSUPP, -1;
+  if ((art & (O_CREAT | (O_TMPFILE & ~O_DIRECTORY))) != 0 && scheitert(antworten.beim_Anlegen)) return -1;
+  return static_cast<int>(::syscall(SYS_openat, AT_FDCWD, name, art, rechte));
+}
+
+}  // namespace
+
+// Visible, so that the libraries find these too. Their declarations name the parameters with reserved words.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
+#pragma GCC visibility push(default)
+extern "C" {
+
+int open(const char* name, int art, ...) {
+  va_list weitere;
+  va_start(weitere, art);
+  const mode_t rechte = (art & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(weitere, mode_t) : 0;
+  va_end(weitere);
+  return oeffne(name, art, rechte);
+}
+
+int mkostemp(char* muster, int art) {
+  static int nummer = 0;
+  const QByteArray ende = QByteArray::number(100'000 + nummer++ % 900'000);
+  std::copy(ende.begin(), ende.end(), muster + qstrlen(muster) - 6);
+  return oeffne(muster, O_RDWR | O_CREAT | O_EXCL | art, 0600);
+}
+
+ssize_t write(int deskriptor, const void* puffer, std::size_t anzahl) {
+  if (deskriptor <= 2) return ::syscall(SYS_write, deskriptor, puffer, anzahl);
+  zaehle();
+  if (antworten.platz >= 0) anzahl = std::min(anzahl, static_cast<std::size_t>(antworten.platz));
+  if (anzahl == 0) return errno = ENOSPC, -1;
+  if (antworten.platz >= 0) antworten.platz -= static_cast<long>(anzahl);
+  return ::syscall(SYS_write, deskriptor, puffer, anzahl);
+}
+
+int fsync(int deskriptor) {
+  zaehle();
+  return static_cast<int>(::syscall(SYS_fsync, deskriptor));
+}
+
+int linkat(int von_ordner, const char* von, int nach_ordner, const char* nach, int art) noexcept {
+  zaehle();
+  return static_cast<int>(::syscall(SYS_linkat, von_ordner, von, nach_ordner, nach, art));
+}
+
+int rename(const char* von, const char* nach) noexcept {
+  zaehle();
+  if (scheitert(antworten.beim_Umbenennen)) return antworten.beim_Umbenennen = 0, -1;
+  return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, von, AT_FDCWD, nach, 0));
+}
+
+int unlink(const char* name) noexcept {
+  zaehle();
+  if (scheitert(antworten.beim_Loeschen)) return antworten.beim_Loeschen = 0, -1;
+  return static_cast<int>(::syscall(SYS_unlinkat, AT_FDCWD, name, 0));
+}
+
+}  // extern "C"
+#pragma GCC visibility pop
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
+
+namespace {
+
+oberflaeche::Meldung gdi_Fehler(const QString& text) {
+  return {text, u"GDI Error"_s, oberflaeche::Symbol::Keins, oberflaeche::Knoepfe::OK};
+}
+
+QByteArray farbig() {
+  QImage bild(320, 240, QImage::Format_RGB32);
+  for (int y = 0; y < 240; ++y)
+    for (int x = 0; x < 320; ++x) bild.setPixel(x, y, qRgb(x % 256, y, (x * y / 7) % 256));
+  QByteArray bytes;
+  QBuffer puffer(&bytes);
+  puffer.open(QIODevice::WriteOnly);
+  bild.save(&puffer, "jpg", 90);
+  return bytes;
+}
+
+class DrehenPlatte : public ::testing::Test {
+ protected:
+  DrehenPlatte() {
+    Fkt_GdiStartup(1);
+    EXPECT_EQ(jpegdrehung::drehe(jpg, *Drehung::von(13), neu), 0);
+  }
+  ~DrehenPlatte() override {
+    antworten = {};
+    Fkt_GdiShutdown();
+  }
+  QStringList inhalt() const { return QDir(ordner.pfad()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+  void bleibt_allein() const {
+    EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
+    EXPECT_EQ(ordner.lies(u"a.jpg"_s), jpg);
+  }
+
+  MeldungsDoppel meldungen;
+  Testordner ordner;
+  const QByteArray jpg = farbig();
+  QByteArray neu;
+  const QString bild = ordner.schreibe(u"a.jpg"_s, jpg);
+};
+
+TEST_F(DrehenPlatte, eine_volle_Platte_meldet_7_und_laesst_nichts_zurueck) {
+  for (const bool ohne_namenlose : {false, true})
+    for (const long platz : {0L, 1000L}) {
+      antworten = {.platz = platz, .ohne_namenlose = ohne_namenlose};
+      meldungen.erwarte(gdi_Fehler(u"Win32 Error. GDI+ Error:7"_s));
+      EXPECT_FALSE(Fkt_Bild_Drehen(bild, 13));
+      bleibt_allein();
+      antworten.platz = platz;
+      meldungen.erwarte(gdi_Fehler(u"Win32 Error. GDI+ Error:7"_s));
+      EXPECT_FALSE(Fkt_JpgTransform(bild, ordner.pfad(u"b.jpg"_s), 13));
+      bleibt_allein();
+    }
+}
+
+TEST_F(DrehenPlatte, ein_Ordner_in_den_niemand_schreiben_darf_meldet_12) {
+  for (const int fehler : {EACCES, EROFS}) {
+    antworten.beim_Anlegen = fehler;
+    meldungen.erwarte(gdi_Fehler(u"Access Denied. GDI+ Error:12"_s));
+    EXPECT_FALSE(Fkt_Bild_Drehen(bild, 13));
+    meldungen.erwarte(gdi_Fehler(u"Access Denied. GDI+ Error:12"_s));
+    EXPECT_FALSE(Fkt_JpgTransform(bild, ordner.pfad(u"b.jpg"_s), 13));
+    antworten = {};
+    bleibt_allein();
+  }
+}
+
+TEST_F(DrehenPlatte, ein_Tausch_der_scheitert_wird_gemeldet_und_laesst_nichts_zurueck) {
+  for (const auto& [fehler, nummer] : {std::pair{EPERM, 70}, std::pair{EBUSY, 70}, std::pair{EIO, 57}}) {
+    antworten.beim_Umbenennen = fehler;
+    EXPECT_EQ(Fehlernummer_von([&] { Fkt_Bild_Drehen(bild, 13); }), nummer);
+    bleibt_allein();
+  }
+}
+
+TEST_F(DrehenPlatte, ohne_ersetzendes_Umbenennen_wird_erst_geloescht) {
+  antworten.beim_Umbenennen = EEXIST;
+  EXPECT_TRUE(Fkt_Bild_Drehen(bild, 13));
+  EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
+  EXPECT_EQ(ordner.lies(u"a.jpg"_s), neu);
+}
+
+TEST_F(DrehenPlatte, scheitert_dann_das_Loeschen_nimmt_der_neue_Inhalt_den_Namen_nie_an) {
+  antworten.beim_Umbenennen = EEXIST;
+  antworten.beim_Loeschen = EACCES;
+  EXPECT_EQ(Fehlernummer_von([&] { Fkt_Bild_Drehen(bild, 13); }), 70);
+  bleibt_allein();
+}
+
+TEST_F(DrehenPlatte, ohne_namenlose_Dateien_traegt_der_neue_Inhalt_gleich_den_Unterstrich) {
+  antworten.ohne_namenlose = true;
+  ordner.schreibe(u"_a.jpg"_s, "von jemandem");
+  EXPECT_TRUE(Fkt_Bild_Drehen(bild, 13));
+  EXPECT_EQ(inhalt(), (QStringList{u"_a.jpg"_s, u"a.jpg"_s}));
+  EXPECT_EQ(ordner.lies(u"_a.jpg"_s), "von jemandem");
+  EXPECT_EQ(ordner.lies(u"a.jpg"_s), neu);
+}
+
+// One process for each call that changes anything on the disk; it ends right before that call.
+TEST_F(DrehenPlatte, vor_jedem_Aufruf_an_die_Platte_ist_das_Bild_ganz_da) {
+  for (const bool ohne_namenlose : {false, true}) {
+    int tote = 0;
+    for (bool gestorben = true; gestorben; ++tote) {
+      ordner.schreibe(u"a.jpg"_s, jpg);
+      ordner.schreibe(u"_a.jpg"_s, "von jemandem");
+      const pid_t kind = ::fork();
+      ASSERT_GE(kind, 0);
+      if (kind == 0) {
+        antworten = {.ohne_namenlose = ohne_namenlose, .noch_Aufrufe = tote};
+        ::_exit(Fkt_Bild_Drehen(bild, 13) ? 0 : 1);
+      }
+      int ende = 0;
+      ASSERT_EQ(::waitpid(kind, &ende, 0), kind);
+      ASSERT_TRUE(WIFEXITED(ende));
+      gestorben = WEXITSTATUS(ende) == 7;
+      ASSERT_EQ(WEXITSTATUS(ende), gestorben ? 7 : 0);
+      EXPECT_EQ(ordner.lies(u"a.jpg"_s), gestorben ? jpg : neu) << tote;
+      EXPECT_EQ(ordner.lies(u"_a.jpg"_s), "von jemandem") << tote;
+      // Where a file can be without a name, only the whole new content ever has one.
+      if (!ohne_namenlose && ordner.vorhanden(u"__a.jpg"_s)) {
+        EXPECT_EQ(ordner.lies(u"__a.jpg"_s), neu);
+      }
+      QFile::remove(ordner.pfad(u"__a.jpg"_s));
+    }
+    EXPECT_GE(tote, 5) << "open, write, fsync, link or not, rename";
+  }
+}
+
+}  // namespace
