@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QStyledItemDelegate>
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/forms/Ereigniswache.h"
@@ -65,6 +66,23 @@ class ListView::Modell final : public QAbstractListModel {
   int gezeigt_ = 0;
 };
 
+namespace {
+
+/// An item fills its cell of the grid: a name has the cell's width, not the picture's alone.
+class Kachel final : public QStyledItemDelegate {
+ public:
+  explicit Kachel(const QListView& liste, QObject* besitzer) : QStyledItemDelegate(besitzer), liste_(liste) {}
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const QSize zelle = liste_.gridSize();
+    return zelle.isValid() ? zelle - QSize(4, 2) : QStyledItemDelegate::sizeHint(option, index);
+  }
+
+ private:
+  const QListView& liste_;
+};
+
+}  // namespace
+
 ListView::ListView(QWidget* behaelter, const QString& name)
     : QListView(behaelter), Steuerelement(static_cast<QWidget&>(*this)), modell_(std::make_unique<Modell>()) {
   setObjectName(name);
@@ -73,6 +91,7 @@ ListView::ListView(QWidget* behaelter, const QString& name)
   setMovement(QListView::Static);
   setResizeMode(QListView::Adjust);
   setUniformItemSizes(true);
+  setItemDelegate(new Kachel(*this, this));
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setTextElideMode(Qt::ElideMiddle);
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);

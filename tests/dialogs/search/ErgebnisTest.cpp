@@ -1,6 +1,8 @@
-#include <QFile>
+#include <QImage>
 
 #include "imaging/mod_GrafikKonvert.h"
+#include "platform/gdiplus/Sitzung.h"
+#include "platform/shell/Programme.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/search/Suchtest.h"
 
@@ -181,4 +183,131 @@ TEST_F(Ergebnis, ABlankTextIsNotSaved) {
     klicke(form().cmd_TextSpeichern);
     EXPECT_EQ(text(u"ajpg.txt"_s), u"bleibt"_s);
   });
+}
+
+// ── Turning and editing ─────────────────────────────────────────────────────────────────────────────────────────────
+
+namespace {
+
+class Drehen : public Suchtest {
+ protected:
+  Drehen() {
+    lege_Bild(u"Bilder/a.jpg"_s, QSize(64, 32));
+    lege_Bild(u"Bilder/b.jpg"_s, QSize(64, 32));
+  }
+  QSize groesse(const QString& name) { return QImage(ordner.pfad(u"p/Bilder/"_s + name)).size(); }
+  void waehle_beide() {
+    for (const int zeile : {0, 1}) klicke_Zeile(form().lvwContent, zeile, Qt::ControlModifier);
+  }
+  void erwarte_Misslingen() { meldungen.erwarte({u"Das rotieren der JPG ist fehlgeschlagen."_s, u"Error"_s}); }
+};
+
+}  // namespace
+
+TEST_F(Drehen, ChosenPicturesAreTurnedAndTheFolderIsReadAgain) {
+  zeige([&] {
+    klicke_Zeile(form().lvwContent, 1);
+    klicke(form().SSC_Drehen);
+    EXPECT_EQ(groesse(u"a.jpg"_s), QSize(64, 32));
+    EXPECT_EQ(groesse(u"b.jpg"_s), QSize(32, 64));
+    EXPECT_EQ(eintraege(), (QStringList{u"a.jpg"_s, u"b.jpg"_s}));
+    EXPECT_EQ(form().lvwContent.SelectedItem(), 0) << "the selection is lost";
+    EXPECT_EQ(form().SSC_Drehen.toolTip(), u"Bild 90° nach rechts  drehen"_s);
+    waehle_beide();
+    klicke(form().SSC_Drehen);
+    EXPECT_EQ(groesse(u"a.jpg"_s), QSize(32, 64));
+    EXPECT_EQ(groesse(u"b.jpg"_s), QSize(64, 32));
+  });
+}
+
+TEST_F(Drehen, WithNothingChosenNothingHappens) {
+  zeige([&] {
+    lege_Bild(u"Bilder/neu.jpg"_s);
+    klicke(form().SSC_Drehen);
+    EXPECT_EQ(eintraege().size(), 2) << "the folder is not read";
+    EXPECT_TRUE(mod_GrafikKonvert::m_GdiAktiv);
+  });
+}
+
+TEST_F(Drehen, LaterPicturesGoThroughThePlainLoader) {
+  ordner.schreibe(u"p/Bilder/c.tif"_s, bild(QSize(40, 30), Qt::red, "TIFF"));
+  zeige([&] {
+    EXPECT_NE(bild_von(3), ersatz());
+    klicke_Zeile(form().lvwContent, 0);
+    klicke(form().SSC_Drehen);
+    EXPECT_FALSE(mod_GrafikKonvert::m_GdiAktiv);
+    EXPECT_NE(bild_von(3), ersatz()) << "this read still had the session";
+    form().Show_Folder_Content(u"P:\\Bilder"_s, u"*.*"_s);
+    EXPECT_EQ(bild_von(3), ersatz());
+  });
+}
+
+TEST_F(Drehen, APictureThatIsNoJpegStaysAndTheOthersAreTurned) {
+  const QByteArray tif = bild(QSize(40, 30), Qt::red, "TIFF");
+  ordner.schreibe(u"p/Bilder/a.jpg"_s, tif);
+  erwarte_Misslingen();
+  zeige([&] {
+    waehle_beide();
+    klicke(form().SSC_Drehen);
+    EXPECT_EQ(ordner.lies(u"p/Bilder/a.jpg"_s), tif);
+    EXPECT_EQ(groesse(u"b.jpg"_s), QSize(32, 64));
+  });
+}
+
+TEST_F(Drehen, WithoutASessionNothingIsTurnedButTheFolderIsReadAgain) {
+  zeige([&] {
+    lege_Bild(u"Bilder/neu.jpg"_s);
+    klicke_Zeile(form().lvwContent, 0);
+    gdiplus::sitzung::naechster_Start(18);
+    meldungen.erwarte({u"GDI+ not inizialized."_s, u"GDI Error"_s});
+    klicke(form().SSC_Drehen);
+    EXPECT_EQ(groesse(u"a.jpg"_s), QSize(64, 32));
+    EXPECT_EQ(eintraege().size(), 3);
+  });
+}
+
+TEST_F(Drehen, TurningEndsTheDialogsSessionsAndNoOther) {
+  mod_GrafikKonvert::Fkt_GdiStartup(1);
+  for (const std::int32_t start : {0, 18}) {
+    zeige([&] {
+      if (start != 0) meldungen.erwarte({u"GDI+ not inizialized."_s, u"GDI Error"_s});
+      for (int i = 0; i < 2; ++i) {
+        klicke_Zeile(form().lvwContent, 0);
+        klicke(form().SSC_Drehen);
+        gdiplus::sitzung::naechster_Start(i == 0 ? start : 0);
+      }
+      EXPECT_TRUE(gdiplus::sitzung::laeuft());
+    });
+    entlade();
+    mod_BilderSuchen::pLetzterOrdner.clear();
+    EXPECT_TRUE(gdiplus::sitzung::laeuft());
+  }
+  mod_GrafikKonvert::Fkt_GdiShutdown();
+  EXPECT_FALSE(gdiplus::sitzung::laeuft());
+}
+
+TEST_F(Drehen, TheEditorOpensTheChosenFileAndTheListIsNotReadAgain) {
+  class Wahl final : public shell::Programmwahl {
+   public:
+    QStringList waehle(const QString& datei, const QList<shell::Programm>&, QString&) override {
+      gefragt.append(datei);
+      return {};
+    }
+    QStringList gefragt;
+  };
+  const auto wahl = std::make_shared<Wahl>();
+  const auto vorher = shell::setze(wahl);
+  zeige([&] {
+    klicke_Zeile(form().lvwContent, 1);
+    lege_Bild(u"Bilder/neu.jpg"_s);
+    klicke(form().SSC_Bildbearbeitung);
+    EXPECT_EQ(wahl->gefragt, QStringList{ordner.pfad(u"p/Bilder/b.jpg"_s)});
+    EXPECT_EQ(eintraege().size(), 2);
+  });
+  shell::setze(vorher);
+}
+
+TEST_F(Drehen, TheEditorWithoutAChosenFileAsksForOne) {
+  meldungen.erwarte({u"Bitte wählen Sie zuerst ein Bild aus!"_s, {}});
+  zeige([&] { klicke(form().SSC_Bildbearbeitung); });
 }
