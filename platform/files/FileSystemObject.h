@@ -43,8 +43,8 @@ class KVO_EXPORT FileSystemObject {
   /// Renames or moves one file; never replaces (58), but the same file under another case of its name is renamed. A
   /// folder as source raises 53. Across file systems it copies, then deletes.
   void MoveFile(const QString& quelle, const QString& ziel) const;
-  /// Renames or moves a folder with all that is in it, within one file system. Never replaces (58); a file as source, or
-  /// a missing one, raises 76; a target on another file system 70.
+  /// Renames or moves a folder with all that is in it, within one file system. Never replaces (58); a file as source,
+  /// or a missing one, raises 76; a target on another file system 70.
   void MoveFolder(const QString& quelle, const QString& ziel) const;
   /// Deletes one file; without `auch_schreibgeschuetzte` a read-only one raises 70.
   void DeleteFile(const QString& pfad, bool auch_schreibgeschuetzte = false) const;
