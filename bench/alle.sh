@@ -25,6 +25,8 @@ printf '\n-- bench_streifen\n'
 ./bench_streifen "$ordner/fotos"
 printf '\n-- bench_dialog\n'
 ./bench_dialog "$ordner/fotos"
+printf '\n-- bench_suche\n'
+./bench_suche "$ordner/fotos"
 printf '\n-- bench_drehen\n'
 ./bench_drehen "$ordner/fotos"
 printf '\n-- bench_fenster\n'

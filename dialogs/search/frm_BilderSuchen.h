@@ -51,26 +51,27 @@ class frm_BilderSuchen : public Form {
   std::int32_t Zaehle_Dateien(const QString& pPfad, const QString& pMuster);
   /// Draws one thumbnail; measures in twips.
   QIcon Create_Picture(const QString& pDatei, double pBreite, double pHoehe);
-  /// What the frame does on closing; the entry point runs it after it has read the result.
+  /// What the frame does on closing; the entry point runs it after it has read the result. It runs once: later calls do
+  /// nothing.
   void raeume_auf();
 
-  // Controls
-  ImageCombo ImageCombo1;
-  DirListBox Dir1;
+  // Controls, in their tab order
   SSCommand SSC_Drehen;
   SSCommand SSC_Bildbearbeitung;
+  SSCommand cmd_EinlesenAbrrechen;
+  Bildfeld Pic_Blank;
+  SSCommand cmd_TextSpeichern;
+  Textblock txt_Info;
+  SSCommand cmd_Abbruch;
+  SSCommand cmd_Uebernehmen;
+  SSPanel SSP_Fortschritt;
+  SSPanel SSP_Anzahl;
+  ComboBox cbo_BildTypen;
+  DirListBox Dir1;
   ListView lvwContent;
   ListView SSP_Liste;
-  ComboBox cbo_BildTypen;
   SSPanel SSP_Info;
-  Textblock txt_Info;
-  SSCommand cmd_EinlesenAbrrechen;
-  SSCommand cmd_TextSpeichern;
-  SSCommand cmd_Uebernehmen;
-  SSCommand cmd_Abbruch;
-  SSPanel SSP_Anzahl;
-  SSPanel SSP_Fortschritt;
-  Bildfeld Pic_Blank;
+  ImageCombo ImageCombo1;
   ImageList ilsImages;
   ImageList ImageList1;
 
@@ -93,7 +94,7 @@ class frm_BilderSuchen : public Form {
   bool lies_Dateien(const QString& ordner, const QStringList& namen, std::uint32_t lesung);
   void fuege_Datei_ein(const QString& ordner, const QString& name);
   void gib_Bild(int eintrag, const QString& pfad, const QString& endung);
-  void rueck_Fortschritt_vor();
+  void zeige_Fortschritt();
   bool passt(const QString& endung) const;
   void entferne_Vorschaubilder();
   void lvwContent_ItemClick(int eintrag);
@@ -113,6 +114,7 @@ class frm_BilderSuchen : public Form {
   std::int32_t m_Nummer = 0;
   std::int32_t m_Teiler = 0;
   bool m_Duldsam = false;
+  bool m_Aufgeraeumt = false;
   /// The chosen files while they are turned.
   std::shared_ptr<XArrayDBObject> m_Auswahl;
 };

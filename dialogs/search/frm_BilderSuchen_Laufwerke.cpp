@@ -1,4 +1,7 @@
 // Drives, folders, filter, and the dialog's start and end.
+#include <QHideEvent>
+#include <utility>
+
 #include "dialogs/search/frm_BilderSuchen.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
@@ -164,8 +167,10 @@ void frm_BilderSuchen::Form_QueryUnload(bool& Cancel) {
   raeume_auf();
 }
 
+// Once only: the session that a second ending would take back is somebody else's.
 void frm_BilderSuchen::raeume_auf() {
   using namespace mod_GrafikKonvert;
+  if (std::exchange(m_Aufgeraeumt, true)) return;
   fehler::Weiter weiter;
   weiter([&] {
     if (m_GdiAktiv) m_GdiStatus = Fkt_GdiShutdown();
@@ -180,8 +185,8 @@ void frm_BilderSuchen::Form_Unload() {
   pFindArray.reset();
 }
 
-// A read that is running has nobody left to read for.
+// A read that is running has nobody left to read for. A window that is only iconified will be looked at again.
 void frm_BilderSuchen::hideEvent(QHideEvent* ereignis) {
-  ++m_Lesung;
+  if (!ereignis->spontaneous()) ++m_Lesung;
   Form::hideEvent(ereignis);
 }

@@ -28,6 +28,10 @@ QString mit_Trenner(const QString& ordner) {
   return ordner.endsWith(u'\\') ? ordner : ordner + u'\\';
 }
 
+QString name_von(const QString& pfad) {
+  return pfad.mid(pfad.lastIndexOf(u'\\') + 1);
+}
+
 /// What follows the last point; a name without one is an extension itself.
 QString endung_von(const QString& name) {
   return name.mid(name.lastIndexOf(u'.') + 1);
@@ -95,9 +99,11 @@ void frm_BilderSuchen::lies_Ordner(const QString& ordner, const QString& muster)
     if (lesung != m_Lesung) return;
     lvwContent.Visible(false);
     SSP_Liste.Visible(true);
-    if (!lies_Dateien(ordner, namen, lesung)) return;
+    const bool eigene = lies_Dateien(ordner, namen, lesung);
+    // Also after a read that a newer one ended: that one may have found nothing, and touched neither list.
     SSP_Liste.Visible(false);
     lvwContent.Visible(true);
+    if (!eigene) return;
   }
   SSP_Anzahl.Caption(QString::number(lvwContent.Count()) + u" Objekt(e)"_s);
 }
@@ -130,8 +136,12 @@ void frm_BilderSuchen::fuege_Datei_ein(const QString& ordner, const QString& nam
 // A failure on the very first image ends the read; from then on each is marked on its entry.
 void frm_BilderSuchen::gib_Bild(int eintrag, const QString& pfad, const QString& endung) {
   const bool bild = vorschaubild::ist_Bildtyp(endung);
-  const QString schluessel = bild ? pfad.mid(pfad.lastIndexOf(u'\\') + 1) : typschluessel(endung);
-  const auto nimm = [&] { ilsImages.Add(schluessel, Create_Picture(pfad, Vorschauseite, Vorschauseite)); };
+  const QString schluessel = bild ? name_von(pfad) : typschluessel(endung);
+  const auto nimm = [&] {
+    ilsImages.Add(schluessel, Create_Picture(pfad, Vorschauseite, Vorschauseite));
+    // The bar is set twice for these; meant so, and no step further.
+    if (schluessel != endung && !bild) zeige_Fortschritt();
+  };
   if (!m_Duldsam) {
     nimm();
     m_Duldsam = true;
@@ -139,18 +149,17 @@ void frm_BilderSuchen::gib_Bild(int eintrag, const QString& pfad, const QString&
     fehler::Weiter weiter;
     if (!weiter(nimm)) lvwContent.Text(eintrag, lvwContent.Text(eintrag) + u" (Ungültig)"_s);
   }
-  rueck_Fortschritt_vor();
+  zeige_Fortschritt();
+  ++m_Nummer;
   lvwContent.Icons(&ilsImages);
   lvwContent.Icon(eintrag, ilsImages.Count());
 }
 
-void frm_BilderSuchen::rueck_Fortschritt_vor() {
+void frm_BilderSuchen::zeige_Fortschritt() {
   // The filter may have changed in the middle of the read: the count is then another one.
-  if (m_Nummer > 0 && m_Teiler > 0) {
-    SSP_Fortschritt.FloodPercent(std::min(100.0, 100.0 / m_Teiler * m_Nummer));
-    SSP_Fortschritt.repaint();
-  }
-  ++m_Nummer;
+  if (m_Nummer <= 0 || m_Teiler <= 0) return;
+  SSP_Fortschritt.FloodPercent(std::min(100.0, 100.0 / m_Teiler * m_Nummer));
+  SSP_Fortschritt.repaint();
 }
 
 void frm_BilderSuchen::entferne_Vorschaubilder() {
@@ -159,7 +168,7 @@ void frm_BilderSuchen::entferne_Vorschaubilder() {
 }
 
 QIcon frm_BilderSuchen::Create_Picture(const QString& pDatei, double pBreite, double pHoehe) {
-  const QString endung = text::LCase(endung_von(pDatei));
+  const QString endung = text::LCase(endung_von(name_von(pDatei)));
   const bool ist_Bild = vorschaubild::ist_Bildtyp(endung);
   std::shared_ptr<const Bild> bild;
   fehler::Weiter weiter;

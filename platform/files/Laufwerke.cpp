@@ -8,6 +8,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/basic/Text.h"
 #include "platform/files/Pfadkarte.h"
 #include "platform/files/Verzeichnis.h"
 
@@ -35,6 +36,7 @@ class Systemlaufwerke final : public Anbieter {
   Systemlaufwerke(QString mounts, QString marken) : tabelle_(std::move(mounts)), marken_(std::move(marken)) {}
 
   void sieh_nach() override {
+    nachgesehen_ = true;
     mounts_ = verzeichnis::einhaengungen(tabelle_);
     QList<Einhaengung> eigene;
     for (const Einhaengung& e : std::as_const(mounts_))
@@ -74,7 +76,22 @@ class Systemlaufwerke final : public Anbieter {
     return 0;
   }
 
-  QString aktuelles_Verzeichnis() override { return Pfadkarte::aktuell().tabellenpfad(QDir::currentPath()); }
+  // Shares have no letter: a directory that a host mapped as one lies on the drive around it.
+  QString aktuelles_Verzeichnis() override {
+    if (!nachgesehen_) sieh_nach();
+    const QString pfad = QDir::currentPath();
+    QString laufwerk = u"C:"_s;
+    QString bester;
+    for (const QString& name : Pfadkarte::aktuell().namen()) {
+      const QString ordner = name.size() == 2 ? *Pfadkarte::aktuell().ordner(name) : QString();
+      if (ordner.isEmpty() || !liegt_in(pfad, ordner) || ordner.size() <= bester.size()) continue;
+      laufwerk = text::UCase(name);
+      bester = ordner;
+    }
+    QString rest = bester.size() > 1 ? pfad.mid(bester.size()) : pfad;
+    rest.replace(u'/', u'\\');
+    return rest.isEmpty() ? laufwerk + u'\\' : laufwerk + rest;
+  }
 
  private:
   static std::optional<QString> ordner_von(const QString& laufwerk) {
@@ -128,6 +145,8 @@ class Systemlaufwerke final : public Anbieter {
   const QString marken_;
   QList<Einhaengung> mounts_;
   QMap<QString, QString> vergeben_;
+  /// The letters are given; before that a directory on a medium would seem to lie on C:.
+  bool nachgesehen_ = false;
 };
 
 std::shared_ptr<Anbieter>& in_Kraft() {

@@ -23,7 +23,7 @@ class KVO_EXPORT Anbieter {
   virtual bool GetVolumeInformation(const QString& wurzel, QString& bezeichnung) = 0;
   /// Place behind a network drive "X:", as "\\server\share"; 0 for success.
   virtual std::int32_t WNetGetConnection(const QString& laufwerk, QString& ziel) = 0;
-  /// Current directory of the process. It always lies on a drive that is there.
+  /// Current directory of the process, beginning with the letter of a drive where the platform has one for it.
   virtual QString aktuelles_Verzeichnis() = 0;
 };
 

@@ -150,8 +150,12 @@ namespace {
 QString freigabe_von(const QString& quelle, const QString& art) {
   QString freigabe = quelle;
   freigabe.replace(u'/', u'\\');
-  if (art.startsWith("nfs"_L1)) return "\\\\"_L1 + freigabe.replace(u":\\"_s, u"\\"_s);
-  return art == "cifs"_L1 || art == "smb3"_L1 || art == "smbfs"_L1 ? freigabe : QString();
+  if (art.startsWith("nfs"_L1))
+    freigabe = "\\\\"_L1 + freigabe.replace(u":\\"_s, u"\\"_s);
+  else if (art != "cifs"_L1 && art != "smb3"_L1 && art != "smbfs"_L1)
+    return {};
+  while (freigabe.endsWith(u'\\')) freigabe.chop(1);
+  return freigabe;
 }
 
 }  // namespace

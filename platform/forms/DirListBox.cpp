@@ -39,11 +39,14 @@ QString verbunden(const QStringList& ebenen, qsizetype anzahl) {
   return pfad;
 }
 
-/// The path in one spelling: backslashes, one between two levels, "X:" alone as that drive's current directory.
+/// The path in one spelling: backslashes, one between two levels, "X:" alone as that drive's current directory, a path
+/// without a drive on that of the process.
 QString einheitlich(QString pfad) {
   pfad.replace(u'/', u'\\');
   const auto ist_Laufwerk = [](const QString& p) { return p.size() >= 2 && p[1] == u':'; };
   const QString aktuelles = laufwerke::aktuell().aktuelles_Verzeichnis();
+  if (!pfad.isEmpty() && !ist_Laufwerk(pfad) && !pfad.startsWith(u"\\\\"_s))
+    pfad = pfad.startsWith(u'\\') ? aktuelles.left(2) + pfad : FileSystemObject().BuildPath(aktuelles, pfad);
   if (ist_Laufwerk(pfad) && (pfad.size() == 2 || pfad[2] != u'\\')) {
     const bool selbes = text::UCase(pfad.left(2)) == text::UCase(aktuelles.left(2));
     const QString anfang = selbes ? aktuelles : pfad.left(2) + u'\\';
@@ -95,8 +98,8 @@ class DirListBox::Modell final : public QAbstractListModel {
   QStringList ordner;
 
  private:
-  const QIcon offener_{u":/kvo/icons/ordner_offen.svg"_s};
-  const QIcon ordner_{u":/kvo/icons/ordner.svg"_s};
+  const QIcon offener_{u":/kvo/forms/ordner_offen.svg"_s};
+  const QIcon ordner_{u":/kvo/forms/ordner.svg"_s};
 };
 
 DirListBox::DirListBox(QWidget* behaelter, const QString& name)

@@ -9,6 +9,7 @@
 
 #include "platform/forms/FensterCore.h"
 #include "platform/forms/Fensterdienste_Ordnerwahl.h"
+#include "platform/forms/Programmauswahl.h"
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
 
@@ -106,6 +107,7 @@ void richte_ein() {
   setze(std::make_shared<QtMauszeiger>());
   setze(std::make_shared<QtEreignispumpe>());
   KVOCore::setze(std::make_shared<FensterCore>());
+  shell::setze(std::make_shared<Programmwahl_mit_Fenster>());
   registriere_Vorgaben();
   lade_Texte();
 }

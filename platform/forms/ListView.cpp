@@ -1,5 +1,6 @@
 #include "platform/forms/ListView.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 
@@ -173,6 +174,21 @@ void ListView::showEvent(QShowEvent* ereignis) {
 void ListView::currentChanged(const QModelIndex& jetzt, const QModelIndex& vorher) {
   QListView::currentChanged(jetzt, vorher);
   if (!durch_Code_ && jetzt.isValid()) melde_Auswahl(jetzt.row() + 1);
+}
+
+// The focus alone puts the current item on the first one: nobody chose that.
+void ListView::focusInEvent(QFocusEvent* ereignis) {
+  const QScopedValueRollback still(durch_Code_, true);
+  QListView::focusInEvent(ereignis);
+}
+
+// The blank chooses the current item without moving to another.
+void ListView::keyPressEvent(QKeyEvent* ereignis) {
+  const QModelIndex vorher = currentIndex();
+  const bool war_gewaehlt = selectionModel()->isSelected(vorher);
+  QListView::keyPressEvent(ereignis);
+  if (vorher.isValid() && !war_gewaehlt && currentIndex() == vorher && selectionModel()->isSelected(vorher))
+    melde_Auswahl(vorher.row() + 1);
 }
 
 void ListView::mousePressEvent(QMouseEvent* ereignis) {

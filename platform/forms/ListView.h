@@ -47,6 +47,8 @@ class KVO_EXPORT ListView : public QListView, public Steuerelement {
  protected:
   void showEvent(QShowEvent* ereignis) override;
   void currentChanged(const QModelIndex& jetzt, const QModelIndex& vorher) override;
+  void focusInEvent(QFocusEvent* ereignis) override;
+  void keyPressEvent(QKeyEvent* ereignis) override;
   void mousePressEvent(QMouseEvent* ereignis) override;
   void mouseDoubleClickEvent(QMouseEvent* ereignis) override;
   QPalette::ColorRole hintergrund() const override { return QPalette::Base; }

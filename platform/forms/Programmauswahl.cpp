@@ -63,9 +63,7 @@ void Programmauswahl::waehle_anderes() {
   wahl.setLabelText(QFileDialog::FileType, u"Dateityp:"_s);
   if (wahl.exec() != QDialog::Accepted || wahl.selectedFiles().isEmpty()) return;
   const QString pfad = wahl.selectedFiles().constFirst();
-  QString befehl = pfad;
-  befehl.replace(u'%', u"%%"_s);
-  programme_.append({QFileInfo(pfad).fileName(), u'"' + befehl + u"\" %f"_s, {}, {}, {}});
+  programme_.append({QFileInfo(pfad).fileName(), shell::als_Argument(pfad) + u" %f"_s, {}, {}, {}});
   new QListWidgetItem(programme_.constLast().name, liste_);
   liste_->setCurrentRow(liste_->count() - 1);
   accept();

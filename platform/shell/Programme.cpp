@@ -96,27 +96,55 @@ Zuordnungen zuordnungen(const QStringList& typen) {
   Zuordnungen z;
   QStringList orte = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
   orte += QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
+  // From the user's own to the system's: what an earlier one says about a program, a later one can't take back.
   for (const QString& ort : std::as_const(orte)) {
     const auto gruppen = lies_Gruppen(ort + u"/mimeapps.list"_s);
     for (const QString& gruppe : {u"Default Applications"_s, u"Added Associations"_s})
-      for (const QString& typ : typen) z.bevorzugte += liste(gruppen.value(gruppe).value(typ));
+      for (const QString& typ : typen)
+        for (const QString& kennung : liste(gruppen.value(gruppe).value(typ)))
+          if (!z.entfernte.contains(kennung)) z.bevorzugte.append(kennung);
     for (const QString& typ : typen)
       for (const QString& kennung : liste(gruppen.value(u"Removed Associations"_s).value(typ)))
-        z.entfernte.insert(kennung);
+        if (!z.bevorzugte.contains(kennung)) z.entfernte.insert(kennung);
   }
   return z;
 }
 
+/// The arguments of a value of Exec. Quotes hold an argument together; a backslash in them takes the next character as
+/// it stands. None for a quote that does not end.
+QStringList zerlegt(const QString& befehl) {
+  QStringList teile;
+  QString teil;
+  bool offen = false;
+  bool begonnen = false;
+  for (qsizetype i = 0; i < befehl.size(); ++i) {
+    const QChar zeichen = befehl[i];
+    if (zeichen == u'"') {
+      offen = !offen;
+      begonnen = true;
+    } else if (!offen && (zeichen == u' ' || zeichen == u'\t')) {
+      if (begonnen) teile.append(std::exchange(teil, QString()));
+      begonnen = false;
+    } else {
+      teil += offen && zeichen == u'\\' && i + 1 < befehl.size() ? befehl[++i] : zeichen;
+      begonnen = true;
+    }
+  }
+  if (offen) return {};
+  if (begonnen) teile.append(teil);
+  return teile;
+}
+
 bool ist_ausfuehrbar(const QString& befehl) {
-  const QStringList teile = QProcess::splitCommand(befehl);
+  const QStringList teile = zerlegt(befehl);
   return !teile.isEmpty() && !QStandardPaths::findExecutable(teile.first()).isEmpty();
 }
 
 /// The program of an entry, or one without a name for an entry that is not offered.
 Programm lies_Programm(const QString& pfad, const Gruppe& eintrag) {
   const auto ja = [&](const QString& schluessel) { return eintrag.value(schluessel) == u"true"_s; };
-  if (eintrag.value(u"Type"_s) != u"Application"_s || ja(u"Hidden"_s) || ja(u"NoDisplay"_s) || ja(u"Terminal"_s))
-    return {};
+  // NoDisplay keeps a program out of menus only: it is how one says that it opens files and nothing else.
+  if (eintrag.value(u"Type"_s) != u"Application"_s || ja(u"Hidden"_s) || ja(u"Terminal"_s)) return {};
   const QString befehl = entschluesselt(eintrag.value(u"Exec"_s));
   const QString probe = entschluesselt(eintrag.value(u"TryExec"_s));
   if (!ist_ausfuehrbar(befehl) || (!probe.isEmpty() && QStandardPaths::findExecutable(probe).isEmpty())) return {};
@@ -144,7 +172,7 @@ std::shared_ptr<Programmwahl> setze(std::shared_ptr<Programmwahl> dienst) {
 
 QList<Programm> Programme_fuer(const QString& datei) {
   const QMimeType typ = QMimeDatabase().mimeTypeForFile(datei);
-  const QStringList typen = QStringList{typ.name()} + typ.allAncestors();
+  const QStringList typen = QStringList{typ.name()} + typ.aliases() + typ.allAncestors();
   const Zuordnungen z = zuordnungen(typen);
   QList<std::pair<qsizetype, Programm>> gefunden;
   const auto eintraege = alle_Eintraege();
@@ -166,10 +194,20 @@ QList<Programm> Programme_fuer(const QString& datei) {
   return programme;
 }
 
+QString als_Argument(const QString& text) {
+  QString wert = u"\""_s;
+  for (const QChar zeichen : text) {
+    if (u"\"`$\\"_s.contains(zeichen)) wert += u'\\';
+    if (zeichen == u'%') wert += u'%';
+    wert += zeichen;
+  }
+  return wert + u'"';
+}
+
 QStringList Befehlszeile(const Programm& programm, const QString& datei) {
   QStringList zeile;
   bool eingesetzt = false;
-  for (const QString& teil : QProcess::splitCommand(programm.befehl)) {
+  for (const QString& teil : zerlegt(programm.befehl)) {
     if (teil == "%i"_L1) {
       if (!programm.symbol.isEmpty()) zeile += {u"--icon"_s, programm.symbol};
       continue;

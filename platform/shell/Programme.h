@@ -20,13 +20,16 @@ struct Programm {
   QString verzeichnis;  ///< where to start it; empty for the current directory
 };
 
-/// Programs registered for the type of a file: the user's defaults first, then by name. Hidden ones, ones whose program
-/// is missing and ones that need a terminal are left out.
+/// Programs registered for the type of a file: the user's defaults first, then by name. Deleted ones, ones whose
+/// program is missing and ones that need a terminal are left out.
 KVO_EXPORT QList<Programm> Programme_fuer(const QString& datei);
 
 /// The command line for one file: field codes replaced, quotes resolved, the file at the end where no code asks for it.
 /// The first element is the program; empty for a command that can't be read.
 KVO_EXPORT QStringList Befehlszeile(const Programm& programm, const QString& datei);
+
+/// A text as one argument in a value of Exec.
+KVO_EXPORT QString als_Argument(const QString& text);
 
 /// Starts a program detached; the program's own name as it was started, or "" where it did not start.
 KVO_EXPORT QString starte(const QStringList& befehlszeile, const QString& verzeichnis);
