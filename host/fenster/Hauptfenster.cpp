@@ -91,7 +91,6 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
     connect(knopf, &QPushButton::clicked, this, [this] { lies_neu(); });
   erlaube_Aktionen(false);
-  ansicht_->zeige_Hinweis(u"Die Vorgänge werden gelesen …"_s, {});
 }
 
 Hauptfenster::~Hauptfenster() = default;

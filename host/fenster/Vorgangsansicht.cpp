@@ -11,6 +11,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// The one large size: each size of letters more costs the program's start its share.
+constexpr qreal Gross = 1.5;
+
 QLabel* beschriftung(const QString& name, qreal groesse = 1, bool fett = false) {
   auto* label = new QLabel;
   label->setObjectName(name);
@@ -53,11 +56,11 @@ Vorgangsansicht::Vorgangsansicht(QWidget* oberhalb)
       seiten_(new QStackedWidget(this)),
       bildseiten_(new QStackedWidget),
       lbl_Art(beschriftung(u"lbl_Art"_s)),
-      lbl_Nummer(beschriftung(u"lbl_Nummer"_s, 1.6, true)),
-      lbl_Betreff(beschriftung(u"lbl_Betreff"_s, 1.1)),
+      lbl_Nummer(beschriftung(u"lbl_Nummer"_s, Gross, true)),
+      lbl_Betreff(beschriftung(u"lbl_Betreff"_s)),
       lbl_Anzahl(beschriftung(u"lbl_Anzahl"_s)),
       lbl_KeineBilder(beschriftung(u"lbl_KeineBilder"_s)),
-      lbl_Ueberschrift(beschriftung(u"lbl_Ueberschrift"_s, 1.3, true)),
+      lbl_Ueberschrift(beschriftung(u"lbl_Ueberschrift"_s, Gross, true)),
       lbl_Hinweis(beschriftung(u"lbl_Hinweis"_s)) {
   lst_Bilder->setObjectName(u"lst_Bilder"_s);
   lst_Bilder->setAccessibleName(u"Bilder des Vorgangs"_s);
