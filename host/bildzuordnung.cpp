@@ -3,6 +3,8 @@
 #include <langinfo.h>
 
 #include <QApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
@@ -30,6 +32,16 @@ void waehle_Plattform() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
+/// Where there is neither a session bus nor the program that would start one, Qt's first text on a button looks for
+/// that program all along the search path, in a process of its own, before the window is up.
+void suche_keinen_Sitzungsbus() {
+  if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return;
+  const QString ordner = qEnvironmentVariable("XDG_RUNTIME_DIR");
+  if (!ordner.isEmpty() && QFileInfo::exists(ordner + u"/bus"_s)) return;
+  if (QStandardPaths::findExecutable(u"dbus-launch"_s).isEmpty())
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+}
+
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
   if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, dialogaufruf::der_Komponente()).laufe();
@@ -53,6 +65,7 @@ void ohne_Belangloses(QtMsgType art, const QMessageLogContext& ort, const QStrin
 int main(int argc, char** argv) {
   setze_utf8();
   waehle_Plattform();
+  suche_keinen_Sitzungsbus();
   bisher = qInstallMessageHandler(ohne_Belangloses);
   const QApplication programm(argc, argv);
   QApplication::setApplicationName(u"bildzuordnung"_s);

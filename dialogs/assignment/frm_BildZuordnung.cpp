@@ -369,7 +369,7 @@ void frm_BildZuordnung::NameWarnung(bool pWert) {
 
 void frm_BildZuordnung::NameGeaendertAnzeige(bool pWert) {
   const QColor flaeche = palette().color(QPalette::Active, QPalette::Button);
-  const Farbe knopfflaeche = static_cast<Farbe>(flaeche.red() | flaeche.green() << 8 | flaeche.blue() << 16);
+  const auto knopfflaeche = static_cast<Farbe>(flaeche.red() | flaeche.green() << 8 | flaeche.blue() << 16);
   const Farbe farbe = pWert ? farben::Hellgrau : knopfflaeche;
   SSP_NameChanged.BackColor(farbe);
   cmd_OriginalName.Enabled(pWert);

@@ -88,6 +88,9 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   });
   connect(ansicht_->cmd_Zuordnen, &QPushButton::clicked, this, [this] { oeffne_Dialog(false); });
   connect(ansicht_->cmd_Anzeigen, &QPushButton::clicked, this, [this] { oeffne_Dialog(true); });
+  connect(ansicht_->cmd_Exif, &QPushButton::clicked, this, [this] { zeige_Exif(); });
+  connect(ansicht_->cmd_Suchen, &QPushButton::clicked, this, [this] { suche_Bilder(); });
+  connect(ansicht_->cmd_Aufraeumen, &QPushButton::clicked, this, [this] { raeume_auf(); });
   for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
     connect(knopf, &QPushButton::clicked, this, [this] { lies_neu(); });
   erlaube_Aktionen(false);
@@ -130,13 +133,19 @@ void Hauptfenster::baue_Aktionen() {
   };
   act_Zuordnen = aktion(u"act_Zuordnen"_s, u"Bilder zuordnen …"_s, Qt::CTRL | Qt::Key_B);
   act_Anzeigen = aktion(u"act_Anzeigen"_s, u"Nur anzeigen …"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_B);
+  QAction* exif = aktion(u"act_Exif"_s, u"Exif …"_s, Qt::CTRL | Qt::Key_E);
+  QAction* suchen = aktion(u"act_Suchen"_s, u"Bilder suchen …"_s, Qt::CTRL | Qt::Key_F);
+  QAction* aufraeumen = aktion(u"act_Aufraeumen"_s, u"Bilderbaum aufräumen …"_s, {});
+  connect(exif, &QAction::triggered, this, [this] { zeige_Exif(); });
+  connect(suchen, &QAction::triggered, this, [this] { suche_Bilder(); });
+  connect(aufraeumen, &QAction::triggered, this, [this] { raeume_auf(); });
   QAction* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5);
   QAction* beenden = aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q);
   connect(act_Zuordnen, &QAction::triggered, this, [this] { oeffne_Dialog(false); });
   connect(act_Anzeigen, &QAction::triggered, this, [this] { oeffne_Dialog(true); });
   connect(einlesen, &QAction::triggered, this, [this] { lies_neu(); });
   connect(beenden, &QAction::triggered, this, [this] { close(); });
-  liste_->Kontextmenue({act_Zuordnen, act_Anzeigen, einlesen});
+  liste_->Kontextmenue({act_Zuordnen, act_Anzeigen, suchen, aufraeumen, einlesen});
 }
 
 void Hauptfenster::beginne() {

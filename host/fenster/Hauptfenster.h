@@ -28,6 +28,13 @@ class Hauptfenster final : public QMainWindow {
   bool waehle(const QString& nummer);
   /// Walks the road for the chosen record, which must be there.
   void oeffne_Dialog(bool nur_Anzeige);
+  /// Shows the Exif properties of the picture chosen in the preview; without one nothing happens.
+  void zeige_Exif();
+  /// Opens the picture search; what was chosen is told in the status bar.
+  void suche_Bilder();
+  /// Shows what a clearing of the picture tree would delete, asks, and deletes that. Refuses where the root or the
+  /// database can't be reached.
+  void raeume_auf();
 
   Vorgangsliste* liste() const noexcept { return liste_; }
   Vorgangsansicht* ansicht() const noexcept { return ansicht_; }

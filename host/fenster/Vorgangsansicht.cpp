@@ -50,6 +50,10 @@ Vorgangsansicht::Vorgangsansicht(QWidget* oberhalb)
                 u"Öffnet die Bilder des Vorgangs zum Bearbeiten (Eingabetaste oder Doppelklick in der Liste)"_s)),
       cmd_Anzeigen(knopf(u"cmd_Anzeigen"_s, u"Nur &anzeigen …"_s,
                          u"Zeigt die Bilder des Vorgangs, ohne dass sich etwas ändern lässt"_s)),
+      cmd_Exif(knopf(u"cmd_Exif"_s, u"E&xif …"_s, u"Zeigt die Eigenschaften des gewählten Bildes (Strg+E)"_s)),
+      cmd_Suchen(knopf(u"cmd_Suchen"_s, u"Bilder &suchen …"_s, u"Sucht Bilder auf allen Laufwerken (Strg+F)"_s)),
+      cmd_Aufraeumen(knopf(u"cmd_Aufraeumen"_s, u"Bilderbaum auf&räumen …"_s,
+                           u"Zeigt, welche Dateien der Bildablage niemand benutzt, und löscht sie auf Wunsch"_s)),
       cmd_NochEinmal(
           knopf(u"cmd_NochEinmal"_s, u"Neu &einlesen"_s, u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s)),
       lst_Bilder(new Vorschaustreifen),
@@ -84,7 +88,12 @@ QWidget* Vorgangsansicht::baue_Vorgangsseite() {
   auto* knoepfe = new QHBoxLayout;
   knoepfe->addWidget(cmd_Zuordnen);
   knoepfe->addWidget(cmd_Anzeigen);
+  knoepfe->addWidget(cmd_Exif);
   knoepfe->addStretch(1);
+  knoepfe->addWidget(cmd_Suchen);
+  knoepfe->addWidget(cmd_Aufraeumen);
+  lst_Bilder->bei_Wahl = [this] { cmd_Exif->setEnabled(lst_Bilder->gewaehltes() != nullptr); };
+  cmd_Exif->setEnabled(false);
   auto* seite = new QWidget;
   auto* lage = new QVBoxLayout(seite);
   lage->setContentsMargins(0, 0, 0, 0);

@@ -177,6 +177,9 @@ Vorschaustreifen::Vorschaustreifen(QWidget* oberhalb) : QListView(oberhalb), mod
   setSpacing(4);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    if (bei_Wahl) bei_Wahl();
+  });
 }
 
 Vorschaustreifen::~Vorschaustreifen() = default;
@@ -185,8 +188,15 @@ void Vorschaustreifen::Ladeweg(Lader lader) {
   modell_->lader = std::move(lader);
 }
 
+// A model that begins anew drops the selection without a word.
 void Vorschaustreifen::setze(const QList<Vorschaubild>& bilder) {
   modell_->setze(bilder);
+  if (bei_Wahl) bei_Wahl();
+}
+
+const Vorschaubild* Vorschaustreifen::gewaehltes() const {
+  const QModelIndexList gewaehlte = selectionModel()->selectedIndexes();
+  return gewaehlte.isEmpty() ? nullptr : &modell_->bilder.at(gewaehlte.first().row());
 }
 
 int Vorschaustreifen::anzahl() const {

@@ -32,6 +32,10 @@ class Vorschaustreifen final : public QListView {
   /// Shows other pictures.
   void setze(const QList<Vorschaubild>& bilder);
   int anzahl() const;
+  /// The picture that the user chose, or none.
+  const Vorschaubild* gewaehltes() const;
+  /// Another picture was chosen, or none is any more.
+  std::function<void()> bei_Wahl;
   /// Number of pictures whose pixels are there; those that can't be read count too.
   int geladene() const;
   /// Loads what is in sight at once.

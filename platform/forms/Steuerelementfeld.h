@@ -48,7 +48,7 @@ class Steuerelementfeld {
     T& element = (*this)(index);
     if (index == 0) throw Laufzeitfehler(fehlernummer::NichtEntladbar);
     element.Visible(false);
-    elemente_.find(index)->second.release();
+    static_cast<void>(elemente_.find(index)->second.release());
     elemente_.erase(index);
     element.deleteLater();
   }

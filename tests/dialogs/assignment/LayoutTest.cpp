@@ -270,10 +270,11 @@ TEST_F(Layout, DraggingTheOtherBarsRefitsThePictureAndLeavesTheStripAlone) {
     EXPECT_EQ(thumbnails(), vorher);
     pruefe_Bildbereich();
     breite = f.Pic_Bearbeitung.Width();
+    const double felder = f.SSP_Panel(1).Width();
     ziehe_Balken(2, {300, 0});
-    EXPECT_EQ(f.SSP_Panel(1).Width(), 3600 + 4500);
+    EXPECT_EQ(f.SSP_Panel(1).Width(), felder + 4500);
     EXPECT_NE(f.Pic_Bearbeitung.Width(), breite);
-    EXPECT_EQ(f.txt_BildText.Width(), 8100 - 120);
+    EXPECT_EQ(f.txt_BildText.Width(), felder + 4500 - 120);
     EXPECT_EQ(thumbnails(), vorher);
     pruefe_Bildbereich();
   });

@@ -43,6 +43,21 @@ void zeige(Form& form, const std::function<void()>& waehrend = {}) {
   form.Show();
 }
 
+/// Whether a show entered its event loop. A form that does is hidden again, so that the test goes on.
+class Schleifenwache {
+ public:
+  explicit Schleifenwache(Form& form) {
+    QTimer::singleShot(0, &form, [this, &form] {
+      betreten_ = true;
+      form.Hide();
+    });
+  }
+  bool betreten() const { return betreten_; }
+
+ private:
+  bool betreten_ = false;
+};
+
 }  // namespace
 
 TEST(ErsteAnzeige, ResizeComesFirstThenTheSplitterThoughNoSizeChangedThenActivate) {
@@ -86,7 +101,9 @@ TEST(ErsteAnzeige, AFailureInAnyOfTheFirstEventsEndsShowAndIsThrownWithoutHangin
     Probe form;
     form.bei = wo;
     form.tue = [] { throw Laufzeitfehler(9); };
+    const Schleifenwache schleife(form);
     EXPECT_EQ(Fehlernummer_von([&] { form.Show(); }), 9) << wo.toStdString();
+    EXPECT_FALSE(schleife.betreten());
     EXPECT_FALSE(form.isVisible());
   }
 }
@@ -99,6 +116,7 @@ TEST(ErsteAnzeige, OfTwoFailuresTheFirstIsThrown) {
     form.tue = [] { throw Laufzeitfehler(13); };
     throw Laufzeitfehler(9);
   };
+  const Schleifenwache schleife(form);
   EXPECT_EQ(Fehlernummer_von([&] { form.Show(); }), 9);
 }
 
@@ -107,7 +125,9 @@ TEST(ErsteAnzeige, AFormThatItsFirstEventsHideEndsItsShow) {
     Probe form;
     form.bei = wo;
     form.tue = [&] { form.Hide(); };
+    const Schleifenwache schleife(form);
     form.Show();
+    EXPECT_FALSE(schleife.betreten()) << wo.toStdString();
     EXPECT_FALSE(form.isVisible()) << wo.toStdString();
   }
 }

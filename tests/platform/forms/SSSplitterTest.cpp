@@ -231,6 +231,8 @@ TEST(SSSplitter, AFailureOfAnEventThatADragRaisedEndsTheShowOfItsForm) {
     QMouseEvent zug(QEvent::MouseMove, QPointF(5, -30), global, Qt::NoButton, Qt::LeftButton, {});
     QCoreApplication::sendEvent(&b, &zug);
     QTest::mouseRelease(&b, Qt::LeftButton);
+    EXPECT_FALSE(form.isVisible());
+    form.Hide();
   });
   EXPECT_EQ(Fehlernummer_von([&] { form.Show(); }), 13);
 }
