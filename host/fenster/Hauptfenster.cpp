@@ -89,8 +89,8 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   connect(ansicht_->cmd_Zuordnen, &QPushButton::clicked, this, [this] { oeffne_Dialog(false); });
   connect(ansicht_->cmd_Anzeigen, &QPushButton::clicked, this, [this] { oeffne_Dialog(true); });
   connect(ansicht_->cmd_Exif, &QPushButton::clicked, this, [this] { zeige_Exif(); });
-  connect(ansicht_->cmd_Suchen, &QPushButton::clicked, this, [this] { suche_Bilder(); });
-  connect(ansicht_->cmd_Aufraeumen, &QPushButton::clicked, this, [this] { raeume_auf(); });
+  connect(liste_->cmd_Suchen, &QPushButton::clicked, this, [this] { suche_Bilder(); });
+  connect(liste_->cmd_Aufraeumen, &QPushButton::clicked, this, [this] { raeume_auf(); });
   for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
     connect(knopf, &QPushButton::clicked, this, [this] { lies_neu(); });
   erlaube_Aktionen(false);

@@ -51,9 +51,6 @@ Vorgangsansicht::Vorgangsansicht(QWidget* oberhalb)
       cmd_Anzeigen(knopf(u"cmd_Anzeigen"_s, u"Nur &anzeigen …"_s,
                          u"Zeigt die Bilder des Vorgangs, ohne dass sich etwas ändern lässt"_s)),
       cmd_Exif(knopf(u"cmd_Exif"_s, u"E&xif …"_s, u"Zeigt die Eigenschaften des gewählten Bildes (Strg+E)"_s)),
-      cmd_Suchen(knopf(u"cmd_Suchen"_s, u"Bilder &suchen …"_s, u"Sucht Bilder auf allen Laufwerken (Strg+F)"_s)),
-      cmd_Aufraeumen(knopf(u"cmd_Aufraeumen"_s, u"Bilderbaum auf&räumen …"_s,
-                           u"Zeigt, welche Dateien der Bildablage niemand benutzt, und löscht sie auf Wunsch"_s)),
       cmd_NochEinmal(
           knopf(u"cmd_NochEinmal"_s, u"Neu &einlesen"_s, u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s)),
       lst_Bilder(new Vorschaustreifen),
@@ -90,8 +87,6 @@ QWidget* Vorgangsansicht::baue_Vorgangsseite() {
   knoepfe->addWidget(cmd_Anzeigen);
   knoepfe->addWidget(cmd_Exif);
   knoepfe->addStretch(1);
-  knoepfe->addWidget(cmd_Suchen);
-  knoepfe->addWidget(cmd_Aufraeumen);
   lst_Bilder->bei_Wahl = [this] { cmd_Exif->setEnabled(lst_Bilder->gewaehltes() != nullptr); };
   cmd_Exif->setEnabled(false);
   auto* seite = new QWidget;

@@ -25,8 +25,6 @@ class Vorgangsansicht final : public QWidget {
   QPushButton* cmd_Zuordnen;
   QPushButton* cmd_Anzeigen;
   QPushButton* cmd_Exif;  ///< usable while a picture is chosen
-  QPushButton* cmd_Suchen;
-  QPushButton* cmd_Aufraeumen;
   QPushButton* cmd_NochEinmal;
   Vorschaustreifen* lst_Bilder;
 

@@ -36,6 +36,8 @@ class Zeilenmaler final : public QStyledItemDelegate {
 Vorgangsliste::Vorgangsliste(QWidget* oberhalb)
     : QWidget(oberhalb),
       cmd_Einlesen(benannt(new QPushButton(u"Neu &einlesen"_s, this), u"cmd_Einlesen"_s)),
+      cmd_Suchen(benannt(new QPushButton(u"Bilder &suchen …"_s, this), u"cmd_Suchen"_s)),
+      cmd_Aufraeumen(benannt(new QPushButton(u"Bilderbaum auf&räumen …"_s, this), u"cmd_Aufraeumen"_s)),
       txt_Filter(benannt(new QLineEdit(this), u"txt_Filter"_s)),
       tree_Vorgaenge(benannt(new QTreeView(this), u"tree_Vorgaenge"_s)),
       seiten_(new QStackedWidget(this)),
@@ -68,11 +70,14 @@ void Vorgangsliste::baue_auf() {
   kopf.setSectionResizeMode(Vorgangsmodell::Betreff, QHeaderView::Stretch);
   kopf.setSectionResizeMode(Vorgangsmodell::Bilder, QHeaderView::ResizeToContents);
   cmd_Einlesen->setToolTip(u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s);
+  cmd_Suchen->setToolTip(u"Sucht Bilder auf allen Laufwerken (Strg+F)"_s);
+  cmd_Aufraeumen->setToolTip(u"Zeigt, welche Dateien der Bildablage niemand benutzt, und löscht sie auf Wunsch"_s);
   lbl_Leer->setWordWrap(true);
   lbl_Leer->setAlignment(Qt::AlignCenter);
   lbl_Leer->setTextFormat(Qt::PlainText);
   cmd_FilterLeeren->setToolTip(u"Zeigt wieder alle Vorgänge"_s);
-  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren}) knopf->setMinimumWidth(knopf->sizeHint().width() + 16);
+  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren, cmd_Suchen, cmd_Aufraeumen})
+    knopf->setMinimumWidth(knopf->sizeHint().width() + 16);
 
   auto* leere = new QWidget(this);
   auto* leerlage = new QVBoxLayout(leere);
@@ -85,6 +90,8 @@ void Vorgangsliste::baue_auf() {
 
   setTabOrder(txt_Filter, cmd_Einlesen);
   setTabOrder(cmd_Einlesen, tree_Vorgaenge);
+  setTabOrder(tree_Vorgaenge, cmd_Suchen);
+  setTabOrder(cmd_Suchen, cmd_Aufraeumen);
   auto* zeile = new QHBoxLayout;
   zeile->addWidget(lbl_Filter);
   zeile->addWidget(txt_Filter, 1);
@@ -93,6 +100,11 @@ void Vorgangsliste::baue_auf() {
   lage->setContentsMargins(0, 0, 0, 0);
   lage->addLayout(zeile);
   lage->addWidget(seiten_, 1);
+  auto* fuss = new QHBoxLayout;
+  fuss->addWidget(cmd_Suchen);
+  fuss->addWidget(cmd_Aufraeumen);
+  fuss->addStretch(1);
+  lage->addLayout(fuss);
 }
 
 void Vorgangsliste::verbinde() {

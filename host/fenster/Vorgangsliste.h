@@ -26,6 +26,8 @@ class Vorgangsliste final : public QWidget {
   std::function<void()> bei_Oeffnen;
 
   QPushButton* cmd_Einlesen;
+  QPushButton* cmd_Suchen;
+  QPushButton* cmd_Aufraeumen;
   /// What the right mouse button offers.
   void Kontextmenue(const QList<QAction*>& aktionen);
 
