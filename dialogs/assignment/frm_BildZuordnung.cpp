@@ -347,16 +347,18 @@ void frm_BildZuordnung::aendere_Namen() {
 
 // The first row of that name decides, whatever its extension. The row that is being edited still has its old name and
 // counts only when that is the very text; other rows collide in any case of their letters, as files on a share do.
-void frm_BildZuordnung::Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis) {
-  pErgebnis = false;
-  const QString name = text::Trim(pName);
+bool frm_BildZuordnung::ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const {
+  const QString gesucht = text::Trim(name);
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i) {
     const QString anderer = Text(i, spalte::Bildname);
-    const bool gleich = i == AktZeile ? anderer == name : text::UCase(anderer) == text::UCase(name);
-    if (!gleich) continue;
-    pErgebnis = text::UCase(text::Trim(Text(i, spalte::BildExt))) == text::UCase(text::Trim(pExt));
-    return;
+    const bool gleich = i == in_Arbeit ? anderer == gesucht : text::UCase(anderer) == text::UCase(gesucht);
+    if (gleich) return text::UCase(text::Trim(Text(i, spalte::BildExt))) == text::UCase(text::Trim(endung));
   }
+  return false;
+}
+
+void frm_BildZuordnung::Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis) {
+  pErgebnis = ist_vergeben(pName, pExt, AktZeile);
 }
 
 void frm_BildZuordnung::NameWarnung(bool pWert) {

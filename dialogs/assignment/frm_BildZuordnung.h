@@ -212,6 +212,7 @@ class frm_BildZuordnung : public Form {
   void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
   void bearbeite_Bild();
   void zeige_Exif();
+  bool ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const;
   void aendere_Namen();
   void aktualisiere();
   bool melde_Doppelte(std::int32_t zeile);

@@ -64,8 +64,8 @@ void frm_BildZuordnung::suche_Bilder() {
 
 void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund) {
   const auto wert = [&](Fund s) { return mit_Leertext(funde.Value(fund, s)); };
-  bool doppelt = false;
-  Pruefe_NameVorhanden(text::Trim(wert(Stamm)), text::Trim(wert(Endung)), doppelt);
+  // No row is being edited: each collides in any case of its letters.
+  const bool doppelt = ist_vergeben(wert(Stamm), wert(Endung), KeineZeile);
   const auto leer = [this](spalte::Spalte s) { return text::Trim(Text(LetzteZeile(), s)).isEmpty(); };
   // The placeholder of an empty table takes the first picture.
   if (LetzteZeile() < 0 || !leer(spalte::VollerPfad) || !leer(spalte::Pfad)) Tabelle().AppendRows(1);
