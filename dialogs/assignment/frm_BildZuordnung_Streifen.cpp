@@ -1,9 +1,9 @@
 // The strip of thumbnails: building, drawing, selecting, scrolling.
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "dialogs/assignment/frm_BildZuordnung.h"
+#include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/forms/Twips.h"
@@ -20,12 +20,6 @@ namespace {
 
 constexpr double Abstand = 100;
 constexpr double Streifen_am_Rand = 3;
-
-/// Loaded as pictures; any other type shows its icon.
-bool ist_Bildtyp(const QString& endung) {
-  static const std::array<QString, 4> typen{u"bmp"_s, u"jpg"_s, u"gif"_s, u"tif"_s};
-  return std::find(typen.begin(), typen.end(), text::LCase(endung)) != typen.end();
-}
 
 struct Dateiteile {
   explicit Dateiteile(const QString& pfad)
@@ -77,7 +71,7 @@ void frm_BildZuordnung::stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t in
     const Dateiteile teile(pfad);
     if (Ja(zeile, spalte::DateiFehlt))
       Pic_Dummy0.Picture(Pic_Blank.Picture());
-    else if (!ist_Bildtyp(teile.endung))
+    else if (!vorschaubild::ist_Bildtyp(teile.endung))
       Pic_Dummy0.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
     else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false))
       Pic_Dummy0.Picture(pBildObj->AktLoadPicture_Picture);
@@ -269,7 +263,7 @@ void frm_BildZuordnung::lade_grosses_Bild() {
     return;
   }
   const Dateiteile teile(AktDatei);
-  if (!ist_Bildtyp(teile.endung)) {
+  if (!vorschaubild::ist_Bildtyp(teile.endung)) {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
     Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));

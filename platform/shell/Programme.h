@@ -7,7 +7,7 @@
 
 #include "platform/basic/kvo_export.h"
 
-/// The desktop's programs for a file, and choosing one (freedesktop.org: Desktop Entry Specification 1.5, MIME
+/// The desktop's programs for a file, and choosing one (freedesktop.org: Desktop Entry 1.5, MIME
 /// Applications Associations 1.0). Paths are those of the machine.
 namespace shell {
 
