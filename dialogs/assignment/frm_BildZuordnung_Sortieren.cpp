@@ -68,6 +68,7 @@ void frm_BildZuordnung::verschiebe_Zeile() {
   const std::int32_t quelle = DragQuelle + ErsteZeile - 1;
   const std::int32_t ziel = DragZiel + ErsteZeile - 1;
   std::vector<Variant> zeile;
+  zeile.reserve(spalte::SortIndex);
   for (std::int32_t s = 0; s < spalte::SortIndex; ++s) zeile.push_back(tabelle.Value(quelle, s));
   tabelle.DeleteRows(quelle);
   if (ziel > LetzteZeile())

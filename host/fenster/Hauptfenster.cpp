@@ -72,7 +72,8 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
       lauf_(platz_, std::move(dialog)),
       liste_(new Vorgangsliste),
       ansicht_(new Vorgangsansicht),
-      lbl_Status(new QLabel) {
+      lbl_Status(new QLabel),
+      anfang_(platz_.optionen().vorgang) {
   setObjectName(u"Hauptfenster"_s);
   setWindowTitle(u"Bildzuordnung"_s);
   baue_auf();
@@ -80,7 +81,6 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   resize(1120, 680);
   Platz platz(*this);
   KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, platz);
-  anfang_ = platz_.optionen().vorgang;
   liste_->bei_Wahl = [this] { zeige_gewaehlten(); };
   liste_->bei_Oeffnen = [this] { oeffne_Dialog(false); };
   ansicht_->lst_Bilder->Ladeweg([this](const Vorschaubild& bild, QSize groesse) {
