@@ -1,9 +1,8 @@
 #include "host/fenster/Datenordner.h"
 
-#include <signal.h>
-
 #include <QCoreApplication>
 #include <cerrno>
+#include <csignal>
 #include <utility>
 
 #include "host/Ausgang.h"

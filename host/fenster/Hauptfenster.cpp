@@ -114,6 +114,9 @@ void Hauptfenster::baue_auf() {
   auto* lage = new QHBoxLayout(mitte);
   lage->addWidget(teiler);
   setCentralWidget(mitte);
+  // From the record to its pictures; what serves the whole tree comes last.
+  setTabOrder(ansicht_->cmd_Exif, liste_->cmd_Suchen);
+  setTabOrder(liste_->cmd_Suchen, liste_->cmd_Aufraeumen);
   lbl_Status->setObjectName(u"lbl_Status"_s);
   lbl_Status->setTextFormat(Qt::PlainText);
   // A long message must not widen the window; its tool tip has all of it.

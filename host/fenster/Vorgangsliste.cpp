@@ -90,8 +90,6 @@ void Vorgangsliste::baue_auf() {
 
   setTabOrder(txt_Filter, cmd_Einlesen);
   setTabOrder(cmd_Einlesen, tree_Vorgaenge);
-  setTabOrder(tree_Vorgaenge, cmd_Suchen);
-  setTabOrder(cmd_Suchen, cmd_Aufraeumen);
   auto* zeile = new QHBoxLayout;
   zeile->addWidget(lbl_Filter);
   zeile->addWidget(txt_Filter, 1);
@@ -125,8 +123,9 @@ void Vorgangsliste::verbinde() {
 }
 
 bool Vorgangsliste::eventFilter(QObject* ziel, QEvent* ereignis) {
-  if (ereignis->type() != QEvent::KeyPress) return QWidget::eventFilter(ziel, ereignis);
-  const int taste = static_cast<QKeyEvent*>(ereignis)->key();
+  const auto* tastendruck = ereignis->type() == QEvent::KeyPress ? dynamic_cast<QKeyEvent*>(ereignis) : nullptr;
+  if (!tastendruck) return QWidget::eventFilter(ziel, ereignis);
+  const int taste = tastendruck->key();
   if (ziel == txt_Filter && taste == Qt::Key_Down)
     waehle_ersten_Treffer();
   else if (ziel == txt_Filter && taste == Qt::Key_Escape)

@@ -123,7 +123,8 @@ bool Vorgangsfilter::filterAcceptsRow(int zeile, const QModelIndex& oberhalb) co
   if (worte_.isEmpty()) return true;
   // A kind shows with its records or not at all.
   if (!oberhalb.isValid()) return false;
-  const auto* modell = static_cast<const Vorgangsmodell*>(sourceModel());
+  const auto* modell = dynamic_cast<const Vorgangsmodell*>(sourceModel());
+  if (!modell) return false;
   const Vorgang* vorgang = modell->vorgang(modell->index(zeile, 0, oberhalb));
   const QString text = vorgang::infozeile(*vorgang) + u' ' + vorgang::mehrzahl(vorgang->art);
   return std::all_of(worte_.begin(), worte_.end(),

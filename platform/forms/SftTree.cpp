@@ -163,12 +163,12 @@ void SftTree::CellFontSize(std::int32_t eintrag, std::int32_t zelle, double wert
 
 // A cell that is cut shows its text under the mouse.
 bool SftTree::viewportEvent(QEvent* ereignis) {
-  if (ereignis->type() != QEvent::ToolTip) return QTreeWidget::viewportEvent(ereignis);
-  const auto& hilfe = static_cast<QHelpEvent&>(*ereignis);
-  const QModelIndex zelle = indexAt(hilfe.pos());
+  const auto* hilfe = ereignis->type() == QEvent::ToolTip ? dynamic_cast<QHelpEvent*>(ereignis) : nullptr;
+  if (!hilfe) return QTreeWidget::viewportEvent(ereignis);
+  const QModelIndex zelle = indexAt(hilfe->pos());
   const QString text = angezeigt(zelle.data().toString()).trimmed();
   if (text.isEmpty()) return QTreeWidget::viewportEvent(ereignis);
   // Escaped: the text comes from a file and is no markup.
-  QToolTip::showText(hilfe.globalPos(), u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s, viewport(), visualRect(zelle));
+  QToolTip::showText(hilfe->globalPos(), u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s, viewport(), visualRect(zelle));
   return true;
 }

@@ -45,12 +45,15 @@ bool Ziehvorgang::eventFilter(QObject* empfaenger, QEvent* ereignis) {
     case QEvent::MouseMove:
     case QEvent::MouseButtonRelease: {
       const auto* fenster = qobject_cast<QWindow*>(empfaenger);
-      return fenster && sieh_Maus(*fenster, static_cast<QMouseEvent&>(*ereignis));
+      auto* maus = dynamic_cast<QMouseEvent*>(ereignis);
+      return fenster && maus && sieh_Maus(*fenster, *maus);
     }
-    case QEvent::KeyPress:
-      if (!empfaenger->isWidgetType() || static_cast<QKeyEvent*>(ereignis)->key() != Qt::Key_Escape) return false;
+    case QEvent::KeyPress: {
+      const auto* taste = dynamic_cast<QKeyEvent*>(ereignis);
+      if (!empfaenger->isWidgetType() || !taste || taste->key() != Qt::Key_Escape) return false;
       brich_ab();
       return true;
+    }
     default:
       return false;
   }
