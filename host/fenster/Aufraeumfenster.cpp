@@ -47,7 +47,7 @@ Aufraeumfenster::Aufraeumfenster(const Aufraeumen& aufraeumen, const Aufraeumlis
   setObjectName(u"Aufraeumfenster"_s);
   setWindowTitle(u"Bilderbaum aufräumen"_s);
   auto* lage = new QVBoxLayout(this);
-  auto* frage = new QLabel(u"Diese Dateien und Ordner benutzt niemand. Sollen sie endgültig gelöscht werden?"_s);
+  auto* frage = new QLabel(u"Sollen diese Dateien und Ordner endgültig gelöscht werden?"_s);
   frage->setWordWrap(true);
   lage->addWidget(frage);
   auto* namen = new QListWidget;
