@@ -24,11 +24,16 @@ class Aufraeumen {
 
   /// A path of the list as the user knows it: below the root, a folder with a closing backslash; "." is the root.
   QString angezeigt(const Aufraeumposten& posten) const;
-  /// The file lies directly in the root, where none is ever found in the table.
-  bool liegt_in_der_Wurzel(const Aufraeumposten& posten) const;
+  /// Sentences about what a user might not expect of the list; none where there is nothing.
+  QStringList warnungen(const Aufraeumliste& liste) const;
+  /// Why something goes: for scripts, one lower-case word, and for people.
+  static QString kennung(Aufraeumposten::Grund grund);
+  static QString worte(Aufraeumposten::Grund grund);
 
  private:
   bool hat_Zeilen() const;
+  /// The file lies directly in the root, where none is ever found in the table.
+  bool liegt_in_der_Wurzel(const Aufraeumposten& posten) const;
 
   clsBildZuordnungen& store_;
   std::shared_ptr<adodb::Connection> verbindung_;
