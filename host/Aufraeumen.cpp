@@ -78,11 +78,17 @@ QStringList Aufraeumen::fuehre_aus(const Aufraeumliste& gezeigt) {
   if (!gleich(liste(), gezeigt))
     throw Abbruch(Ausgang::Teilweise,
                   u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s);
-  store_.FKT_Loesche_Bild_Ohne_Zuordnung(start_, wurzel_);
+  // Not the component's own clearing: it would ask the table again, and take a connection that breaks right now for a
+  // table that names no picture.
   QStringList geblieben;
   const FileSystemObject dateien;
-  for (const Aufraeumposten& p : gezeigt.Posten)
-    if (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)) geblieben.append(angezeigt(p));
+  for (const Aufraeumposten& p : gezeigt.Posten) {
+    const auto grund =
+        versuche([&] { p.ist_Ordner() ? dateien.DeleteFolder(p.Pfad, true) : dateien.DeleteFile(p.Pfad, true); });
+    // What somebody else has deleted meanwhile is gone as well.
+    if (grund && (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)))
+      geblieben.append(angezeigt(p));
+  }
   return geblieben;
 }
 

@@ -18,8 +18,8 @@ class Aufraeumen {
   /// What would go. Ends with Abbruch: Ausgang::Datei where the start is missing, or the root is empty though the table
   /// names pictures (a share that is not mounted); Ausgang::Datenbank where the table can't be asked.
   Aufraeumliste liste();
-  /// Clears, if the list is still the one that was shown; otherwise ends with Abbruch, Ausgang::Teilweise, and nothing
-  /// is deleted. Gives the paths that were to go and are still there.
+  /// Deletes what is on the list and nothing else, if it is still the one that was shown; otherwise ends with Abbruch,
+  /// Ausgang::Teilweise, and nothing is deleted. Gives the paths that did not go, as shown.
   QStringList fuehre_aus(const Aufraeumliste& gezeigt);
 
   /// A path of the list as the user knows it: below the root, a folder with a closing backslash; "." is the root.

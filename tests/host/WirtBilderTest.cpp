@@ -9,6 +9,9 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include "host/Aufraeumen.h"
+#include "host/Ausgang.h"
+#include "platform/adodb/Treiber.h"
 #include "tests/host/Wirt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -194,6 +197,92 @@ TEST_F(WirtAufraeumen, Hat_sich_inzwischen_etwas_geaendert_so_geht_trotz_des_Ja_
     druecke(fenster, u"cmd_Loeschen"_s);
   }));
   EXPECT_EQ(stand().size(), 8);
+}
+
+namespace {
+
+/// SQLite that lets something happen at each text.
+class Beobachtet final : public adodb::Treiber {
+ public:
+  explicit Beobachtet(const std::function<void()>& dabei) : dabei_(dabei) {}
+  void oeffne(const QString& zeichenfolge) override {
+    eigentlicher_ = adodb::treiber_fuer(u"Provider=SQLite"_s);
+    eigentlicher_->oeffne(zeichenfolge);
+  }
+  void schliesse() noexcept override { eigentlicher_.reset(); }
+  bool ist_offen() const noexcept override { return eigentlicher_ != nullptr; }
+  adodb::Ergebnis fuehre_aus(const QString& text) override {
+    if (dabei_) dabei_();
+    return eigentlicher_->fuehre_aus(text);
+  }
+
+ private:
+  const std::function<void()>& dabei_;
+  std::unique_ptr<adodb::Treiber> eigentlicher_;
+};
+
+/// The clearing behind the window, over a connection that the test can disturb.
+class WirtAufraeumenGestoert : public WirtAufraeumen {
+ protected:
+  void SetUp() override {
+    WirtAufraeumen::SetUp();
+    adodb::registriere_treiber(u"Beobachtet"_s, [this] { return std::make_unique<Beobachtet>(bei_Text_); });
+    oeffne_Ablage();
+    klicke(u"AB 24-1001"_s);  // binds P: to the tree
+    const QString zeichenfolge = u"Provider=Beobachtet;Data Source="_s + datenbank();
+    const auto verbindung = std::make_shared<adodb::Connection>();
+    verbindung->Open(zeichenfolge);
+    ASSERT_TRUE(store_.Init(zeichenfolge, verbindung, {}));
+    aufraeumen_ = std::make_unique<Aufraeumen>(store_, verbindung, u"P:"_s, u"P:"_s);
+    bei_Text_ = [this] { ++texte_; };
+    liste_ = aufraeumen_->liste();
+    bei_Text_ = {};
+    ASSERT_EQ(liste_.Posten.size(), 4U);
+  }
+  void TearDown() override {
+    adodb::registriere_treiber(u"Beobachtet"_s, [] { return std::unique_ptr<adodb::Treiber>(); });
+    WirtAufraeumen::TearDown();
+  }
+  /// Clears; `dabei` happens at the n-th text from then on, counted from 1.
+  QStringList raeume_auf_und(int n, const std::function<void()>& dabei) {
+    bei_Text_ = [=, i = 0]() mutable {
+      if (++i >= n) dabei();
+    };
+    return aufraeumen_->fuehre_aus(liste_);
+  }
+  const QStringList geraeumt_{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s};
+
+  std::function<void()> bei_Text_;
+  clsBildZuordnungen store_;
+  std::unique_ptr<Aufraeumen> aufraeumen_;
+  Aufraeumliste liste_;
+  /// How many texts one listing sends.
+  int texte_ = 0;
+};
+
+}  // namespace
+
+TEST_F(WirtAufraeumenGestoert, Reisst_die_Verbindung_ab_so_geht_kein_Bild_das_nicht_gezeigt_wurde) {
+  const QStringList vorher = stand();
+  const auto abreissen = [] { throw Laufzeitfehler(fehlernummer::Verbindung); };
+  for (int n = 1; n <= texte_; ++n) {
+    EXPECT_THROW(raeume_auf_und(n, abreissen), Abbruch) << n;
+    EXPECT_EQ(stand(), vorher);
+  }
+  EXPECT_TRUE(raeume_auf_und(texte_ + 1, abreissen).isEmpty());
+  EXPECT_EQ(stand(), geraeumt_);
+}
+
+TEST_F(WirtAufraeumenGestoert, Was_stehen_bleibt_wird_genannt) {
+  const QStringList geblieben =
+      raeume_auf_und(texte_, [&] { ablage_.schreibe(u"Belege/2/im_letzten_Augenblick.jpg"_s, "x"); });
+  EXPECT_EQ(geblieben, QStringList{u"Belege\\2\\"_s});
+  EXPECT_EQ(stand(), geraeumt_ + QStringList({u"Belege/2/"_s, u"Belege/2/im_letzten_Augenblick.jpg"_s}));
+}
+
+TEST_F(WirtAufraeumenGestoert, Was_ein_anderer_schon_geloescht_hat_wird_nicht_vermisst) {
+  EXPECT_TRUE(raeume_auf_und(texte_, [&] { QFile::remove(ablage_.pfad(u"Belege/1/b.jpg"_s)); }).isEmpty());
+  EXPECT_EQ(stand(), geraeumt_);
 }
 
 TEST_F(WirtAufraeumen, Was_niemand_erwartet_steht_als_Warnung_ueber_der_Frage) {
