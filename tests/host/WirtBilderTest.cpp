@@ -245,10 +245,17 @@ class WirtAufraeumenGestoert : public WirtAufraeumen {
   }
   /// Clears; `dabei` happens at the n-th text from then on, counted from 1.
   QStringList raeume_auf_und(int n, const std::function<void()>& dabei) {
+    plane(n, dabei);
+    return aufraeumen_->fuehre_aus(liste_);
+  }
+  Aufraeumliste liste_und(int n, const std::function<void()>& dabei) {
+    plane(n, dabei);
+    return aufraeumen_->liste();
+  }
+  void plane(int n, const std::function<void()>& dabei) {
     bei_Text_ = [=, i = 0]() mutable {
       if (++i >= n) dabei();
     };
-    return aufraeumen_->fuehre_aus(liste_);
   }
   const QStringList geraeumt_{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s};
 
@@ -268,6 +275,7 @@ TEST_F(WirtAufraeumenGestoert, Reisst_die_Verbindung_ab_so_geht_kein_Bild_das_ni
   for (int n = 1; n <= texte_; ++n) {
     EXPECT_THROW(raeume_auf_und(n, abreissen), Abbruch) << n;
     EXPECT_EQ(stand(), vorher);
+    EXPECT_THROW(liste_und(n, abreissen), Abbruch) << "not even shown, " << n;
   }
   EXPECT_TRUE(raeume_auf_und(texte_ + 1, abreissen).isEmpty());
   EXPECT_EQ(stand(), geraeumt_);
