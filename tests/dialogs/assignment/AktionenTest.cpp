@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QFile>
 #include <QTimer>
 #include <algorithm>
 
@@ -7,6 +8,7 @@
 #include "platform/shell/Programme.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/assignment/Dialogtest.h"
+#include "tests/dialogs/assignment/Starterdoppel.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
@@ -186,6 +188,8 @@ TEST_F(Aktionen, NothingChosenForAnEmptyRecordTakesThePlaceholderAndTheNextSearc
       EXPECT_FALSE(form().txt_BildName.Enabled());
     }
     klicke(form().SSC_Drehen90);
+    form().Zuordnung_Speichern();
+    EXPECT_EQ(store->AnzahlPos(), 0);
     suche_alle();
     EXPECT_EQ(spalte_von(spalte::Bildname), QStringList{u"x"_s});
     EXPECT_EQ(form().AktZeile, 0);
@@ -247,6 +251,63 @@ TEST_F(Aktionen, TheEditorGetsTheWholeNameAndNothingIsReadAgain) {
     form().SetzeDatenGeaendert(false);
   });
   shell::setze(vorher);
+}
+
+// The search gives the folder with its closing separator, which makes it another one.
+TEST_F(Aktionen, APictureChosenFromTheRecordsOwnFolderIsCopiedAllTheSame) {
+  mod_BilderSuchen::pLetzterOrdner = u"P:\\Belege\\1"_s;
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red);
+  zeige([&] {
+    suche_alle();
+    form().Zuordnung_Speichern();
+    EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/x.jpg"_s));
+    EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/"_s + form().Text(0, spalte::Bildname) + u".jpg"_s));
+    EXPECT_EQ(form().Text(0, spalte::Pfad), u"Belege\\1"_s);
+  });
+}
+
+TEST_F(Aktionen, AnAddedPictureOpensInItsProgramWhereItLies) {
+  fuege_Bilder_ein(1);
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
+  const Starterdoppel starter;
+  zeige([&] {
+    suche_alle();
+    doppelklicke(form().Pic_Thumb(2));
+    doppelklicke(form().Pic_Bearbeitung);
+    EXPECT_EQ(starter.geoeffnet(), (QStringList{wurzel.pfad(u"Neu/x.jpg"_s), wurzel.pfad(u"Neu/x.jpg"_s)}));
+  });
+}
+
+TEST_F(Aktionen, ATextThatCannotBeReadIsReportedAndTheRowsUntilThenStay) {
+  fuege_Bilder_ein(1);
+  for (const auto& name : {u"x.jpg"_s, u"y.jpg"_s}) lege_Bild(name, {60, 40}, Qt::red, u"Neu"_s);
+  const QString text = wurzel.schreibe(u"Neu/yjpg.txt"_s, "Text");
+  ASSERT_TRUE(QFile::setPermissions(text, {}));
+  zeige([&] {
+    suche_alle();
+    const auto berichte = core.hole();
+    ASSERT_EQ(berichte.size(), 1);
+    EXPECT_EQ(berichte[0].Modul, u"frm_BildZuordnung"_s);
+    EXPECT_EQ(berichte[0].Prozedur, u"SSC_BilderLaden_Click"_s);
+    EXPECT_TRUE(berichte[0].MitMeldung);
+    EXPECT_EQ(form().Text(1, spalte::Bildname), u"x"_s);
+    EXPECT_EQ(mauszeiger().form(), Zeigerform::Standard);
+    EXPECT_FALSE(form().DatenGeaendert);
+  });
+}
+
+TEST_F(Aktionen, WithoutAPictureThePropertiesShowNothing) {
+  zeige([&] {
+    form().SSC_ExifInfo.Enabled(true);
+    QTimer::singleShot(0, qApp, [] {
+      auto* dialog = dynamic_cast<frm_BildInfo*>(QApplication::activeModalWidget());
+      if (!dialog) return;
+      ADD_FAILURE() << "the properties came up";
+      dialog->Hide();
+    });
+    klicke(form().SSC_ExifInfo);
+    QCoreApplication::processEvents();
+  });
 }
 
 TEST_F(Aktionen, WithoutAPictureTurningStopsAndTheEditorAsksForOne) {
