@@ -107,7 +107,6 @@ class frm_BilderSuchen : public Form {
   bool starte_GdiSitzung();
   /// Ends what sessions this form has started, and nobody else's: they are counted.
   void beende_GdiSitzungen();
-  std::shared_ptr<const Bild> lade_Bild(const QString& datei);
   QString Textdatei(const QString& tag) const;
 
   /// Number of the read that runs or ran last, and whether one runs.
