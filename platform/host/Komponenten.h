@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/kvo_export.h"
 
 /// Components of the host that are asked for by name and made when they are needed. Used on the GUI thread.
@@ -23,6 +24,14 @@ KVO_EXPORT Fabrik registriere(const QString& name, Fabrik fabrik);
 
 /// A new object of the component. Raises 429 when nobody registered the name or its maker gives nothing.
 KVO_EXPORT std::shared_ptr<Komponente> CreateObject(const QString& name);
+
+/// The same as an object of the type that its user works with. An object of another type raises 13.
+template <class T>
+std::shared_ptr<T> erzeuge(const QString& name) {
+  auto neu = std::dynamic_pointer_cast<T>(CreateObject(name));
+  if (!neu) throw Laufzeitfehler(fehlernummer::TypenUnvertraeglich);
+  return neu;
+}
 
 }  // namespace komponenten
 
