@@ -5,6 +5,7 @@
 
 #include "host/fenster/Arbeitsplatz.h"
 #include "host/fenster/Vorschaulader.h"
+#include "host/fenster/Wirtskomponenten.h"
 #include "host/fenster/Zuordnungslauf.h"
 
 class QAction;
@@ -53,6 +54,7 @@ class Hauptfenster final : public QMainWindow {
   void aktualisiere_Anzahlen();
   void erlaube_Aktionen(bool erlaubt);
 
+  Wirtskomponenten komponenten_;
   Arbeitsplatz platz_;
   Zuordnungslauf lauf_;
   Vorschaulader vorschau_;
