@@ -120,9 +120,6 @@ frm_BildZuordnung::frm_BildZuordnung()
   // Narrower, the buttons at the bottom would cover each other.
   setMinimumSize(800, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
-
-  // Their work is still to come; until then nobody is shown a button that does nothing.
-  for (SSCommand* knopf : {&SSC_AlleZuordnungen, &SSC_WeitereZuordnungen}) knopf->halte_zurueck();
 }
 
 frm_BildZuordnung::~frm_BildZuordnung() = default;
@@ -265,6 +262,10 @@ void frm_BildZuordnung::verbinde_Ereignisse() {
   SSC_Bildbearbeitung.Click = [this] { bearbeite_Bild(); };
   // It reports under the other button's name; whoever searches the reports knows it so.
   SSC_ExifInfo.Click = [this] { mit_Meldung(u"SSC_BilderLaden_Click", [this] { zeige_Exif(); }); };
+  SSC_AlleZuordnungen.Click = [this] { zeige_AlleZuordnungen(); };
+  SSC_WeitereZuordnungen.Click = [this] {
+    mit_Meldung(u"SSC_WeitereZuordnungen_Click", [this] { zeige_WeitereZuordnungen(); });
+  };
   SSC_Aktualisieren.Click = [this] { aktualisiere(); };
   SSC_ZuordnungSpeichern.Click = [this] { speichere_und_schliesse(); };
   cmd_Abbruch.Click = [this] {

@@ -31,8 +31,6 @@ class KVO_EXPORT Steuerelement {
   /// The properties, whatever the containers say.
   bool Visible() const noexcept { return sichtbar_; }
   void Visible(bool wert);
-  /// The control does not show, whatever Visible says: its work is not there yet.
-  void halte_zurueck();
   bool Enabled() const noexcept { return freigegeben_; }
   void Enabled(bool wert);
   void ToolTipText(const QString& text);
@@ -75,5 +73,4 @@ class KVO_EXPORT Steuerelement {
   double hoehe_ = 0;
   bool freigegeben_ = true;
   bool sichtbar_ = true;
-  bool zurueckgehalten_ = false;
 };
