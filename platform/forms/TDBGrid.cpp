@@ -33,7 +33,10 @@ TDBGrid::TDBGrid(QWidget* behaelter, const QString& name)
   };
 }
 
+// The end of a grid is nothing that its user did.
 TDBGrid::~TDBGrid() {
+  durch_Code_ = true;
+  entwerte_Editor();
   setModel(nullptr);
 }
 
@@ -181,11 +184,20 @@ std::int32_t TDBGrid::Row() const noexcept {
 void TDBGrid::Row(std::int32_t wert) {
   const int linie = wert - modell_->arrayzeile(0);
   if (linie < 0 || linie >= modell_->rowCount()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
+  versetze({linie, spalte_ < 0 ? erste_sichtbare_Spalte() : spalte_});
+}
+
+void TDBGrid::Col(std::int32_t wert) {
+  pruefe_Spalte(wert);
+  versetze({zeile_, wert});
+}
+
+void TDBGrid::versetze(const Zelle& ziel) {
   Update();
   const Zelle vorher{zeile_, spalte_};
   {
     const QScopedValueRollback still(durch_Code_, true);
-    gehe_zu(linie, spalte_ < 0 ? erste_sichtbare_Spalte() : spalte_);
+    gehe_zu(ziel.zeile, ziel.spalte);
     nimm_Standort();
   }
   if (vorher != Zelle{zeile_, spalte_}) melde_Standort(vorher);

@@ -82,6 +82,8 @@ class KVO_EXPORT TDBGrid : public QTableView, public Steuerelement {
   void Bookmark(std::int32_t wert) { Row(wert); }
   /// Number of the current column, -1 without one.
   std::int32_t Col() const noexcept { return spalte_; }
+  /// Commits an open edit, moves there and raises RowColChange if that is another column. Nothing without a row.
+  void Col(std::int32_t wert);
   /// The text of the current cell, of an open edit what has been entered so far; "True" or "False" for a check box.
   QString Text() const;
   /// Enters a text into the current cell, locked or not; of a check box "True" or "False", anything else raises 13. It
@@ -136,6 +138,7 @@ class KVO_EXPORT TDBGrid : public QTableView, public Steuerelement {
   // The current cell.
   Zelle aktuelle() const { return {currentIndex().row(), currentIndex().column()}; }
   void gehe_zu(int zeile, int spalte);
+  void versetze(const Zelle& ziel);
   int erste_sichtbare_Spalte() const;
   void nimm_Standort();
   void melde_Standort(const Zelle& vorher) const;

@@ -63,6 +63,7 @@ TEST_F(TDBGridEingabeTest, LeavingTheCellCommits) {
   };
   for (std::size_t i = 0; i < wege.size(); ++i) {
     gitter.Row(0);
+    gitter.Col(0);
     gitter.setFocus();
     array->Value(0, 0, u"alt"_s);
     gitter.Refresh();

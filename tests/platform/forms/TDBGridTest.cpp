@@ -1,7 +1,7 @@
-#include "platform/forms/TDBGrid.h"
 #include <QLineEdit>
 #include <QStyledItemDelegate>
 
+#include "platform/forms/TDBGrid.h"
 #include "tests/platform/forms/Gitterprobe.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -34,13 +34,13 @@ TEST_F(TDBGridTest, TheLastVisibleColumnFillsTheRest) {
 TEST_F(TDBGridTest, ColoursOfCellsAndHeadingAreTheOnesSet) {
   gitter.AddColumn({.BackColor = farben::Hellgruen, .HeadBackColor = farben::Hellrot});
   gitter.AddColumn({});
-  fuelle(1, 2);
+  fuelle(2, 2);
   zeige();
   const auto farbe = [](const QVariant& wert) { return wert.value<QBrush>().color(); };
   EXPECT_EQ(farbe(gitter.model()->index(0, 0).data(Qt::BackgroundRole)), QColor(0xC0, 0xFF, 0xC0));
   EXPECT_EQ(farbe(gitter.model()->headerData(0, Qt::Horizontal, Qt::BackgroundRole)), QColor(0xFF, 0xC0, 0xC0));
   EXPECT_FALSE(gitter.model()->index(0, 1).data(Qt::BackgroundRole).isValid());
-  const QPoint ecke = ort(0, 0).topLeft() + QPoint(2, 2);
+  const QPoint ecke = ort(1, 0).topLeft() + QPoint(2, 2);
   EXPECT_EQ(gitter.viewport()->grab().toImage().pixelColor(ecke), QColor(0xC0, 0xFF, 0xC0)) << "painted";
 }
 
@@ -82,6 +82,7 @@ TEST_F(TDBGridTest, NumbersOutsideRaise9AndANegativeWidth380) {
     EXPECT_EQ(Fehlernummer_von([&] { gitter.RemoveColumn(spalte); }), 9);
     EXPECT_EQ(Fehlernummer_von([&] { static_cast<void>(gitter.Column(spalte)); }), 9);
     EXPECT_EQ(Fehlernummer_von([&] { gitter.Column(spalte, {}); }), 9);
+    EXPECT_EQ(Fehlernummer_von([&] { gitter.Col(spalte); }), 9);
   }
   for (const int zeile : {-1, 3}) {
     EXPECT_EQ(Fehlernummer_von([&] { gitter.Row(zeile); }), 9);
@@ -248,7 +249,10 @@ TEST_F(TDBGridTest, CodeMovesTheCurrentRowAndTellsIt) {
   zeige_Liste(3);
   gitter.Bookmark(2);
   gitter.Row(2);
-  EXPECT_EQ(hole(), QStringList{u"zeile 0>2"_s});
+  EXPECT_EQ(hole(), QStringList{u"zeile 0>2"_s}) << "once";
+  gitter.Col(0);
+  EXPECT_EQ(gitter.Col(), 0);
+  EXPECT_EQ(hole(), QStringList{u"zeile 2>2"_s}) << "the column counts too";
   EXPECT_EQ(auswahl(), QString());
 }
 
@@ -279,4 +283,25 @@ TEST_F(TDBGridTest, TheTabulatorLeavesTheGrid) {
   QWidget::setTabOrder(&gitter, &danach);
   taste(Qt::Key_Tab);
   EXPECT_TRUE(danach.hasFocus());
+}
+
+TEST_F(TDBGridTest, TheEndOfAGridWithAnOpenEditRaisesNoEvent) {
+  array->ReDim(0, 1, 0, 0);
+  int ereignis = 0;
+  {
+    TDBGrid kurz(&fenster, u"TDBG_Kurz"_s);
+    kurz.Move(0, 0, 5000, 3000);
+    kurz.AddColumn({});
+    kurz.Array(array);
+    kurz.ReBind();
+    kurz.RowColChange = [&](std::int32_t, std::int32_t) { ++ereignis; };
+    kurz.AfterColEdit = [&](std::int32_t) { ++ereignis; };
+    fenster.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&fenster));
+    kurz.setFocus();
+    tippe("x");
+    EXPECT_EQ(kurz.Text(), u"x"_s);
+  }
+  EXPECT_EQ(ereignis, 0);
+  EXPECT_EQ(im_Array(0, 0), QString());
 }
