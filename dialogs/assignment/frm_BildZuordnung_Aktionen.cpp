@@ -42,12 +42,14 @@ void frm_BildZuordnung::suche_Bilder() {
   mauszeiger().form(Zeigerform::Sanduhr);
   for (std::int32_t i = 0; i <= funde->UpperBound(Dimension::Zeilen); ++i)
     if (!text::Trim(mit_Leertext(funde->Value(i, GanzerName))).isEmpty()) haenge_Fund_an(*funde, i);
-  if (text::Trim(Text(LetzteZeile(), spalte::VollerPfad)).isEmpty()) Tabelle().DeleteRows(LetzteZeile());
+  // Of an empty record for which nothing was chosen the placeholder goes too.
+  if (LetzteZeile() >= 0 && text::Trim(Text(LetzteZeile(), spalte::VollerPfad)).isEmpty())
+    Tabelle().DeleteRows(LetzteZeile());
   ErsteZeile = 0;
   Create_ThumbNails(ErsteZeile);
   if (AktZeile == 0) {
     Pic_Thumb_Click(1);
-    const bool benannt = !txt_BildName.Text().isEmpty();
+    const bool benannt = !text::Trim(txt_BildName.Text()).isEmpty();
     EingabenFreigeben(benannt);
     if (benannt) {
       SSC_AlleZuordnungen.Enabled(true);

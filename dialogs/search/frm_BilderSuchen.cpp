@@ -58,6 +58,8 @@ frm_BilderSuchen::frm_BilderSuchen()
   entwirf();
   verbinde_Ereignisse();
   setze_Abbruchknopf(&cmd_Abbruch);
+  // The keys go to the folders first: the list of files is out of sight while it is read, and the first control turns.
+  Dir1.setFocus();
   setMinimumSize(640, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
 }

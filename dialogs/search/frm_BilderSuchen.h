@@ -105,6 +105,8 @@ class frm_BilderSuchen : public Form {
   void bearbeite();
   void melde_GdiFehler();
   bool starte_GdiSitzung();
+  /// Ends what sessions this form has started, and nobody else's: they are counted.
+  void beende_GdiSitzungen();
   QString Textdatei(const QString& tag) const;
 
   /// Number of the read that runs or ran last, and whether one runs.
@@ -114,6 +116,7 @@ class frm_BilderSuchen : public Form {
   std::int32_t m_Teiler = 0;
   bool m_Duldsam = false;
   bool m_Aufgeraeumt = false;
+  int m_Sitzungen = 0;
   /// The chosen files while they are turned.
   std::shared_ptr<XArrayDBObject> m_Auswahl;
 };

@@ -124,11 +124,19 @@ bool frm_BilderSuchen::starte_GdiSitzung() {
   using namespace mod_GrafikKonvert;
   m_GdiAktiv = false;
   m_GdiStatus = Fkt_GdiStartup(1);
-  if (m_GdiStatus == gdiplus::Ok)
+  if (m_GdiStatus == gdiplus::Ok) {
     m_GdiAktiv = true;
-  else
+    ++m_Sitzungen;
+  } else {
     melde_GdiFehler();
+  }
   return m_GdiAktiv;
+}
+
+void frm_BilderSuchen::beende_GdiSitzungen() {
+  using namespace mod_GrafikKonvert;
+  fehler::Weiter weiter;
+  for (; m_Sitzungen > 0; --m_Sitzungen) weiter([] { m_GdiStatus = Fkt_GdiShutdown(); });
 }
 
 void frm_BilderSuchen::Form_Load() {
@@ -167,14 +175,10 @@ void frm_BilderSuchen::Form_QueryUnload(bool& Cancel) {
   raeume_auf();
 }
 
-// Once only: the session that a second ending would take back is somebody else's.
+// It may come in the middle of a turn's read, which then has nothing left to end.
 void frm_BilderSuchen::raeume_auf() {
-  using namespace mod_GrafikKonvert;
   if (std::exchange(m_Aufgeraeumt, true)) return;
-  fehler::Weiter weiter;
-  weiter([&] {
-    if (m_GdiAktiv) m_GdiStatus = Fkt_GdiShutdown();
-  });
+  if (mod_GrafikKonvert::m_GdiAktiv) beende_GdiSitzungen();
   lvwContent.Icons(nullptr);
   ilsImages.Clear();
   Hide();

@@ -218,12 +218,8 @@ void frm_BilderSuchen::drehe() {
     fuelle_Zeile(*m_Auswahl, m_Auswahl->UpperBound(Dimension::Zeilen), lvwContent.ItemTag(i));
   }
   if (anzahl == 0) return;
-  // Sessions are counted: that of the start ends with the new one, and nobody else's.
-  const bool vom_Start = m_GdiAktiv;
-  const auto beende = [vom_Start] {
-    fehler::Weiter weiter;
-    for (const bool laeuft : {vom_Start, m_GdiAktiv})
-      if (laeuft) weiter([] { m_GdiStatus = Fkt_GdiShutdown(); });
+  const auto beende = [this] {
+    beende_GdiSitzungen();
     m_GdiAktiv = false;
   };
   fehler::melden_und_enden(

@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <mntent.h>
+#include <poll.h>
 #include <sys/stat.h>
 
 #include <QFile>
@@ -16,6 +17,7 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <utility>
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
@@ -175,8 +177,36 @@ QList<Einhaengung> einhaengungen(const QString& tabelle) {
   return alle;
 }
 
+namespace {
+
+/// The machine's mounts, read again only after a change: the kernel tells one on the opened table as urgent data
+/// (proc(5), "mounts"). Where the table can't be opened it is asked for each time.
+class Maschineneinhaengungen {
+ public:
+  const QList<Einhaengung>& liste() {
+    if (datei_.wert() < 0 || geaendert()) liste_ = einhaengungen();
+    return liste_;
+  }
+
+ private:
+  bool geaendert() {
+    struct pollfd frage {
+      datei_.wert(), POLLPRI, 0
+    };
+    const bool erstes_Mal = !std::exchange(gelesen_, true);
+    return ::poll(&frage, 1, 0) != 0 || erstes_Mal;
+  }
+
+  const systemfehler::Deskriptor datei_{::open("/proc/self/mounts", O_RDONLY | O_CLOEXEC)};
+  bool gelesen_ = false;
+  QList<Einhaengung> liste_;
+};
+
+}  // namespace
+
 std::optional<QString> einhaengepunkt(const QString& freigabe) {
-  for (const Einhaengung& e : einhaengungen())
+  thread_local Maschineneinhaengungen einhaengungen;
+  for (const Einhaengung& e : einhaengungen.liste())
     if (!e.freigabe.isEmpty() && e.freigabe.compare(freigabe, Qt::CaseInsensitive) == 0) return e.ordner;
   return std::nullopt;
 }

@@ -35,7 +35,7 @@ struct Einhaengung {
 /// The mounts in the order of the table; none where it can't be read.
 QList<Einhaengung> einhaengungen(const QString& tabelle = QStringLiteral("/proc/self/mounts"));
 
-/// The folder where a network share is mounted.
+/// The folder where a network share is mounted. The table of mounts is kept until it changes.
 std::optional<QString> einhaengepunkt(const QString& freigabe);
 
 }  // namespace verzeichnis

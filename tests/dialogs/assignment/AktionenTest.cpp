@@ -1,5 +1,5 @@
 #include <QApplication>
-#include <QImage>
+#include <QFile>
 #include <QTimer>
 #include <algorithm>
 
@@ -8,6 +8,7 @@
 #include "platform/shell/Programme.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/assignment/Dialogtest.h"
+#include "tests/dialogs/assignment/Starterdoppel.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
@@ -38,7 +39,6 @@ class Aktionen : public Dialogtest {
       klicke(dialog.cmd_Uebernehmen);
     });
   }
-  QImage datei(const QString& name) { return QImage(wurzel.pfad(u"Belege/1/"_s + name)); }
 };
 
 }  // namespace
@@ -102,48 +102,211 @@ TEST_F(Aktionen, APictureOfANameThatStandsThereIsKeptMarkedAndStopsTheSaving) {
   });
 }
 
-TEST_F(Aktionen, TurningChangesTheFileAtOnceAndSavesWhatWasPending) {
-  fuege_Bild_ein(u"a"_s);
-  lege_Bild(u"a.jpg"_s, {120, 80}, Qt::blue);
-  zeige([&] {
-    form().txt_BildText.Text(u"Text"_s);
-    klicke(form().SSC_Drehen90);
-    EXPECT_EQ(datei(u"a.jpg"_s).size(), QSize(80, 120));
-    EXPECT_FALSE(form().DatenGeaendert);
-    EXPECT_EQ(store->Bild_Beschreibung(), u"Text"_s);
-    EXPECT_GT(form().Pic_Thumb(1).Height(), form().Pic_Thumb(1).Width());
-    klicke(form().SSC_Drehen180);
-    EXPECT_EQ(datei(u"a.jpg"_s).size(), QSize(80, 120));
-    klicke(form().SSC_Drehen270);
-    EXPECT_EQ(datei(u"a.jpg"_s).size(), QSize(120, 80));
-    EXPECT_FALSE(wurzel.vorhanden(u"Belege/1/_a.jpg"_s));
-  });
-}
-
-TEST_F(Aktionen, TurningWhatIsNoJpegIsToldAndLeavesTheFile) {
-  QImage bild(30, 20, QImage::Format_RGB32);
-  bild.fill(Qt::red);
-  fuege_Bild_ein(u"a"_s, u"bmp"_s, false);
-  ASSERT_TRUE(wurzel.schreibe(u"Belege/1/platz"_s, {}).size() > 0);
-  ASSERT_TRUE(bild.save(wurzel.pfad(u"Belege/1/a.bmp"_s), "BMP"));
-  const QByteArray vorher = wurzel.lies(u"Belege/1/a.bmp"_s);
-  zeige([&] {
-    meldungen.erwarte({u"Das rotieren der JPG ist fehlgeschlagen."_s, u"Error"_s});
-    klicke(form().SSC_Drehen90);
-    EXPECT_EQ(wurzel.lies(u"Belege/1/a.bmp"_s), vorher);
-  });
-}
-
-TEST_F(Aktionen, TurningAReadOnlyPictureIsToldAndLeavesIt) {
+TEST_F(Aktionen, ARowOfTheSearchHoldsWhatTheStepsTell) {
   fuege_Bilder_ein(1);
-  const QString pfad = wurzel.pfad(u"Belege/1/a.jpg"_s);
-  const QByteArray vorher = wurzel.lies(u"Belege/1/a.jpg"_s);
-  ASSERT_TRUE(QFile::setPermissions(pfad, QFile::ReadOwner));
+  lege_Bild(u"x.JPG"_s, {60, 40}, Qt::red, u"Neu"_s);
   zeige([&] {
-    meldungen.erwarte({u"Bild konnte nicht bearbeitet werden!"_s, u"Achtung"_s, Symbol::Kritisch});
+    suche_alle();
+    const auto text = [&](spalte::Spalte s) { return form().Text(1, s); };
+    EXPECT_EQ(text(spalte::Root), u"P:"_s);
+    EXPECT_EQ(text(spalte::BildExt), u"JPG"_s);
+    for (const auto s : {spalte::AlsAnhang, spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite}) {
+      EXPECT_TRUE(std::holds_alternative<bool>(form().Zelle(1, s))) << s;
+      EXPECT_FALSE(form().Ja(1, s)) << s;
+    }
+    for (const auto s : {spalte::Beschreibung, spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1,
+                         spalte::Typ2, spalte::BildInfo, spalte::OriginalName})
+      EXPECT_EQ(text(s), QString()) << s;
+    EXPECT_FALSE(form().Ja(1, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Ja(1, spalte::HatExif));
+    EXPECT_FALSE(form().Ja(1, spalte::NameGeaendert));
+  });
+}
+
+TEST_F(Aktionen, AnAddedPictureWithExifDataIsMarkedWithoutTheTextOfTheMark) {
+  fuege_Bilder_ein(1);
+  // An Exif segment with an empty first directory, before the picture's own segments.
+  const QByteArray segment = QByteArray::fromHex("ffe1001645786966000049492a0008000000000000000000");
+  QByteArray inhalt = lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
+  wurzel.schreibe(u"Neu/x.jpg"_s, inhalt.insert(2, segment));
+  zeige([&] {
+    suche_alle();
+    EXPECT_TRUE(form().Ja(1, spalte::HatExif));
+    EXPECT_EQ(form().Text(1, spalte::ExifKennung), QString());
+    klicke(form().Pic_Thumb(2));
+    EXPECT_TRUE(form().SSC_ExifInfo.Enabled());
+  });
+}
+
+// The row of a picture without a folder is no placeholder: it has its whole name.
+TEST_F(Aktionen, AStoredPictureWithoutAFolderKeepsItsRow) {
+  fuege_Bild_ein(u"a"_s, u"jpg"_s, false, [](clsBildZuordnungen& b) { b.Bild_Pfad(QString()); });
+  lege_Bild(u"a.jpg"_s, {60, 40}, Qt::blue, u"."_s);
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
+  zeige([&] {
+    ASSERT_EQ(form().Text(0, spalte::Pfad), QString());
+    suche_alle();
+    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"x"_s}));
+    EXPECT_TRUE(form().Ja(0, spalte::Gespeichert));
+  });
+}
+
+TEST_F(Aktionen, TheSelectionStaysWhereItWasAndTheStripStartsFromItsFirstRow) {
+  fuege_Bilder_ein(3);
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
+  zeige([&] {
+    klicke(form().Pic_Thumb(2));
+    form().ErsteZeile = 1;
+    suche_alle();
+    EXPECT_EQ(form().AktZeile, 1);
+    EXPECT_EQ(form().txt_BildName.Text(), u"b"_s);
+    EXPECT_EQ(form().ErsteZeile, 0);
+    EXPECT_EQ(form().Pic_Thumb.Count() - 1, 4);
+    EXPECT_EQ(mauszeiger().form(), Zeigerform::Standard);
+  });
+}
+
+TEST_F(Aktionen, NothingChosenIsAChangeAllTheSame) {
+  fuege_Bilder_ein(2);
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
+  zeige([&] {
+    suche([](frm_BilderSuchen& dialog) { klicke(dialog.cmd_Uebernehmen); });
+    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_EQ(form().SSP_Anzahl(3).Caption(), u"2"_s);
+    EXPECT_TRUE(form().DatenGeaendert);
+  });
+}
+
+// The last row is blank and goes, which leaves a table without any.
+TEST_F(Aktionen, NothingChosenForAnEmptyRecordTakesThePlaceholderAndTheNextSearchStillWorks) {
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
+  zeige([&] {
+    for (int i = 0; i < 2; ++i) {
+      suche([](frm_BilderSuchen& dialog) { klicke(dialog.cmd_Uebernehmen); });
+      EXPECT_EQ(form().LetzteZeile(), -1);
+      EXPECT_EQ(form().SSP_Anzahl(3).Caption(), u"0"_s);
+      EXPECT_FALSE(form().txt_BildName.Enabled());
+    }
     klicke(form().SSC_Drehen90);
-    EXPECT_EQ(wurzel.lies(u"Belege/1/a.jpg"_s), vorher);
-    EXPECT_FALSE(wurzel.vorhanden(u"Belege/1/_a.jpg"_s));
+    form().Zuordnung_Speichern();
+    EXPECT_EQ(store->AnzahlPos(), 0);
+    suche_alle();
+    EXPECT_EQ(spalte_von(spalte::Bildname), QStringList{u"x"_s});
+    EXPECT_EQ(form().AktZeile, 0);
+    EXPECT_TRUE(form().txt_BildName.Enabled());
+    EXPECT_TRUE(form().SSC_AlleZuordnungen.Enabled());
+    EXPECT_TRUE(form().SSC_WeitereZuordnungen.Enabled());
+  });
+}
+
+TEST_F(Aktionen, OfTwoPicturesOfOneNameInOneChoiceTheSecondIsMarked) {
+  fuege_Bilder_ein(1);
+  for (const auto& name : {u"X.jpg"_s, u"x.jpg"_s, u"y.JPG"_s, u"y.gif"_s})
+    lege_Bild(name, {60, 40}, Qt::red, u"Neu"_s);
+  zeige([&] {
+    suche_alle();
+    ASSERT_EQ(form().LetzteZeile(), 4);
+    EXPECT_FALSE(form().Ja(1, spalte::NameDoppelt));
+    EXPECT_TRUE(form().Ja(2, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Ja(3, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Ja(4, spalte::NameDoppelt)) << "another extension";
+  });
+}
+
+TEST_F(Aktionen, OneSearchOffersSeveralPicturesAndBeginsAtTheRoot) {
+  mod_BilderSuchen::pLetzterOrdner.clear();
+  fuege_Bilder_ein(1);
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
+  zeige([&] {
+    suche([](frm_BilderSuchen& dialog) {
+      EXPECT_TRUE(dialog.MultiSelect);
+      EXPECT_EQ(dialog.pRootpath, u"P:"_s);
+      EXPECT_EQ(dialog.Dir1.Path(), u"P:\\"_s);
+      EXPECT_EQ(dialog.pFindArray->UpperBound(XArrayDBObject::Dimension::Spalten), 10);
+      EXPECT_EQ(dialog.pFindArray->Count(XArrayDBObject::Dimension::Zeilen), 1);
+      klicke(dialog.cmd_Abbruch);
+    });
+  });
+}
+
+TEST_F(Aktionen, TheEditorGetsTheWholeNameAndNothingIsReadAgain) {
+  class Wahl final : public shell::Programmwahl {
+   public:
+    QStringList waehle(const QString& datei, const QList<shell::Programm>&, QString&) override {
+      gefragt.append(datei);
+      return {};
+    }
+    QStringList gefragt;
+  };
+  const auto wahl = std::make_shared<Wahl>();
+  const auto vorher = shell::setze(wahl);
+  fuege_Bilder_ein(2);
+  zeige([&] {
+    klicke(form().Pic_Thumb(2));
+    tippe(form().txt_BildText, u"Text"_s);
+    klicke(form().SSC_Bildbearbeitung);
+    EXPECT_EQ(wahl->gefragt, QStringList{wurzel.pfad(u"Belege/1/b.jpg"_s)});
+    EXPECT_TRUE(form().DatenGeaendert) << "nothing was saved for it";
+    EXPECT_EQ(form().AktZeile, 1);
+    form().SetzeDatenGeaendert(false);
+  });
+  shell::setze(vorher);
+}
+
+// The search gives the folder with its closing separator, which makes it another one.
+TEST_F(Aktionen, APictureChosenFromTheRecordsOwnFolderIsCopiedAllTheSame) {
+  mod_BilderSuchen::pLetzterOrdner = u"P:\\Belege\\1"_s;
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red);
+  zeige([&] {
+    suche_alle();
+    form().Zuordnung_Speichern();
+    EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/x.jpg"_s));
+    EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/"_s + form().Text(0, spalte::Bildname) + u".jpg"_s));
+    EXPECT_EQ(form().Text(0, spalte::Pfad), u"Belege\\1"_s);
+  });
+}
+
+TEST_F(Aktionen, AnAddedPictureOpensInItsProgramWhereItLies) {
+  fuege_Bilder_ein(1);
+  lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
+  const Starterdoppel starter;
+  zeige([&] {
+    suche_alle();
+    doppelklicke(form().Pic_Thumb(2));
+    doppelklicke(form().Pic_Bearbeitung);
+    EXPECT_EQ(starter.geoeffnet(), (QStringList{wurzel.pfad(u"Neu/x.jpg"_s), wurzel.pfad(u"Neu/x.jpg"_s)}));
+  });
+}
+
+TEST_F(Aktionen, ATextThatCannotBeReadIsReportedAndTheRowsUntilThenStay) {
+  fuege_Bilder_ein(1);
+  for (const auto& name : {u"x.jpg"_s, u"y.jpg"_s}) lege_Bild(name, {60, 40}, Qt::red, u"Neu"_s);
+  const QString text = wurzel.schreibe(u"Neu/yjpg.txt"_s, "Text");
+  ASSERT_TRUE(QFile::setPermissions(text, {}));
+  zeige([&] {
+    suche_alle();
+    const auto berichte = core.hole();
+    ASSERT_EQ(berichte.size(), 1);
+    EXPECT_EQ(berichte[0].Modul, u"frm_BildZuordnung"_s);
+    EXPECT_EQ(berichte[0].Prozedur, u"SSC_BilderLaden_Click"_s);
+    EXPECT_TRUE(berichte[0].MitMeldung);
+    EXPECT_EQ(form().Text(1, spalte::Bildname), u"x"_s);
+    EXPECT_EQ(mauszeiger().form(), Zeigerform::Standard);
+    EXPECT_FALSE(form().DatenGeaendert);
+  });
+}
+
+TEST_F(Aktionen, WithoutAPictureThePropertiesShowNothing) {
+  zeige([&] {
+    form().SSC_ExifInfo.Enabled(true);
+    QTimer::singleShot(0, qApp, [] {
+      auto* dialog = dynamic_cast<frm_BildInfo*>(QApplication::activeModalWidget());
+      if (!dialog) return;
+      ADD_FAILURE() << "the properties came up";
+      dialog->Hide();
+    });
+    klicke(form().SSC_ExifInfo);
+    QCoreApplication::processEvents();
   });
 }
 

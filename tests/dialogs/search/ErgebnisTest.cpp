@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QImage>
 
 #include "imaging/mod_GrafikKonvert.h"
@@ -111,6 +112,33 @@ TEST_F(Ergebnis, SeveralFilesCanBeChosenUnlessTheCallerWantsOne) {
         u"P:\\Bilder"_s, mehrere);
     EXPECT_EQ(zeilen(*feld).size(), mehrere.value_or(true) ? 3 : 2);
   }
+}
+
+TEST_F(Ergebnis, TheFormIsLoadedWithItsStartAndGetsTheTableAfterwards) {
+  gdiplus::sitzung::naechster_Start(18);
+  bool gesehen = false;
+  meldungen.erwarte({u"GDI+ not inizialized."_s, u"GDI Error"_s}, oberflaeche::Antwort::OK, [&] {
+    for (QWidget* fenster : QApplication::topLevelWidgets()) {
+      const auto* f = dynamic_cast<frm_BilderSuchen*>(fenster);
+      if (!f) continue;
+      gesehen = true;
+      EXPECT_TRUE(f->MultiSelect);
+      EXPECT_EQ(f->pRootpath, u"P:\\Bilder"_s);
+      EXPECT_EQ(f->pFindArray, nullptr);
+    }
+  });
+  const auto meins = feld;
+  EXPECT_TRUE(rufe_auf(
+      [&](frm_BilderSuchen& f) {
+        EXPECT_EQ(f.pFindArray, meins);
+        EXPECT_TRUE(f.isModal());
+        EXPECT_EQ(f.parentWidget(), nullptr);
+        klicke(f.cmd_Uebernehmen);
+      },
+      u"P:\\Bilder"_s));
+  EXPECT_TRUE(gesehen);
+  EXPECT_EQ(feld, meins);
+  for (QWidget* fenster : QApplication::topLevelWidgets()) EXPECT_EQ(dynamic_cast<frm_BilderSuchen*>(fenster), nullptr);
 }
 
 TEST_F(Ergebnis, ATableOfTooFewColumnsIsReportedAndKept) {

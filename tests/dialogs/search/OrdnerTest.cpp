@@ -48,11 +48,17 @@ TEST_F(Ordner, TheFirstOpeningStartsAtTheRootPathAndReadsIt) {
 }
 
 TEST_F(Ordner, LoadingChangesNoFolderAndReadsNothing) {
+  ordner.schreibe(u"c/Heim/h.jpg"_s, bild());
   form();
   EXPECT_TRUE(form().pLaedt);
   EXPECT_EQ(form().Dir1.Path(), u"C:\\Heim"_s);
   EXPECT_TRUE(pLetzterOrdner.isEmpty());
   EXPECT_EQ(form().lvwContent.Count(), 0);
+  EXPECT_EQ(form().SSP_Anzahl.Caption(), QString());
+  form().cbo_BildTypen.ListIndex(0);
+  EXPECT_EQ(form().SSP_Anzahl.Caption(), QString()) << "stores the pattern only";
+  EXPECT_EQ(form().pDateifilter, u"*.*"_s);
+  form().cbo_BildTypen.ListIndex(1);
   EXPECT_EQ(form().pDateifilter, u"*.BMP|*.JPG|*.GIF|*.TIF"_s);
   EXPECT_EQ(form().cbo_BildTypen.ListIndex(), 1);
 }
@@ -224,6 +230,15 @@ TEST_F(Ordner, ClosingTheFrameEmptiesTheImageListAndTheResult) {
     EXPECT_EQ(form().pFindArray, nullptr);
     EXPECT_EQ(form().ilsImages.Count(), 0);
     EXPECT_EQ(form().lvwContent.Icons(), nullptr);
+  });
+}
+
+TEST_F(Ordner, TheFirstKeysGoToTheFolders) {
+  zeige([&] {
+    EXPECT_TRUE(form().Dir1.hasFocus());
+    taste(form(), Qt::Key_Down);
+    taste(form(), Qt::Key_Return);
+    EXPECT_EQ(form().Dir1.Path(), u"P:\\Bilder\\Sommer"_s);
   });
 }
 

@@ -22,9 +22,10 @@ std::int32_t Laufwerksdoppel::GetDriveType(const QString& wurzel) {
 
 bool Laufwerksdoppel::GetVolumeInformation(const QString& wurzel, QString& bezeichnung) {
   nach_Marke_gefragt.append(wurzel);
-  const auto marke = laufwerke.value(wurzel[0]).marke;
-  if (marke) bezeichnung = *marke;
-  return marke.has_value();
+  const auto laufwerk = laufwerke.constFind(wurzel[0]);
+  if (laufwerk == laufwerke.constEnd() || !laufwerk->marke) return false;
+  bezeichnung = *laufwerk->marke;
+  return true;
 }
 
 std::int32_t Laufwerksdoppel::WNetGetConnection(const QString& laufwerk, QString& ziel) {
