@@ -216,9 +216,9 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
     beschrifte(knopf, bild);
   };
   fuss(SSC_BilderLaden, u"&Bilder suchen   "_s, u"bilder_suchen"_s, 1750);
-  fuss(SSC_AlleZuordnungen, u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"alle_zuordnungen"_s, 2250);
+  fuss(SSC_AlleZuordnungen, u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"alle_zuordnungen"_s, 2520);
   fuss(SSC_WeitereZuordnungen, u"      &Weitere Zuordnungen    bearbeiten           "_s, u"weitere_zuordnungen"_s,
-       2150);
+       2400);
   fuss(SSR_Sortierung, u"         Sortieren"_s, u"sortieren"_s, 1500);
   SSR_Sortierung.ToolTipText(u"Schaltet in den Sortier-Modus um"_s);
   fuss(SSC_ZuordnungSpeichern, u"Zuordnung &speichern  "_s, u"zuordnung_speichern"_s, 2450);

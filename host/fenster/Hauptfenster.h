@@ -31,6 +31,11 @@ class Hauptfenster final : public QMainWindow {
   void oeffne_Dialog(bool nur_Anzeige);
   /// Shows the Exif properties of the picture chosen in the preview; without one nothing happens.
   void zeige_Exif();
+  /// Shows all assignments of the picture chosen in the preview; where the user removes that of the record itself, its
+  /// row is deleted.
+  void zeige_AlleZuordnungen();
+  /// Lets the user assign pictures of the chosen record to articles.
+  void zeige_WeitereZuordnungen();
   /// Opens the picture search; what was chosen is told in the status bar.
   void suche_Bilder();
   /// Shows what a clearing of the picture tree would delete, asks, and deletes that. Refuses where the root or the
