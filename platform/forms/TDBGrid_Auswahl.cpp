@@ -12,7 +12,6 @@
 // How the user selects rows, and what else the mouse and the keys do in the grid.
 
 bool TDBGrid::waehlt_in_Zellen() const {
-  if (neue_zeile_) return false;
   const auto& spalten = modell_->spalten();
   return !AllowUpdate() ||
          std::none_of(spalten.begin(), spalten.end(), [](const Gitterspalte& s) { return s.Visible && !s.Locked; });
