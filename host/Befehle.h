@@ -14,6 +14,7 @@ Befehl anlegen();
 Befehl aufraeumen();
 Befehl exif();
 Befehl drehen();
+Befehl thumbnail();
 Befehl beispieldaten();
 
 }  // namespace befehle

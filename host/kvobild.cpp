@@ -27,10 +27,11 @@ Ausgang ausgang_von(const Laufzeitfehler& fehler) {
 
 Ausgang laufe(const QStringList& argumente) {
   try {
-    const Ausgang ausgang = befehlszeile::fuehre_aus(
-        {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
-         befehle::entfernen(), befehle::aufraeumen(), befehle::exif(), befehle::drehen(), befehle::beispieldaten()},
-        argumente);
+    const Ausgang ausgang =
+        befehlszeile::fuehre_aus({befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(),
+                                  befehle::umbenennen(), befehle::entfernen(), befehle::aufraeumen(), befehle::exif(),
+                                  befehle::drehen(), befehle::thumbnail(), befehle::beispieldaten()},
+                                 argumente);
     if (ausgabe::abgeschlossen()) return ausgang;
     throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);
   } catch (const Abbruch& abbruch) {
@@ -59,7 +60,8 @@ int laufe_mit_zeichnen(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   setze_utf8();
-  if (argc > 1 && std::strcmp(argv[1], "beispieldaten") == 0) return laufe_mit_zeichnen(argc, argv);
+  for (const char* zeichnender : {"beispieldaten", "thumbnail"})
+    if (argc > 1 && std::strcmp(argv[1], zeichnender) == 0) return laufe_mit_zeichnen(argc, argv);
   const QCoreApplication programm(argc, argv);
   return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
 }

@@ -1,12 +1,19 @@
 #include "dialogs/search/Vorschaubild.h"
 
+#include <QImageReader>
 #include <QPainter>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
+#include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/NurKopf.h"
+#include "platform/gdiplus/gdiplus.h"
+#include "platform/shell/Dateityp.h"
+#include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -16,6 +23,32 @@ namespace {
 constexpr double TwipsJePixel = 15;
 constexpr double Rand = 8;
 constexpr double Zugabe = 10;
+
+// Nothing may ask the user in the middle of a read: what the loader would refuse with a message is not handed to it.
+std::shared_ptr<const Bild> lade(const QString& datei, bool mit_Sitzung) {
+  const bildlader::NurKopf nur_Kopf;
+  if (!mit_Sitzung) return gdiplus::LoadPicture(datei);
+  gdiplus::Bitmap probe;
+  if (gdiplus::GdipCreateBitmapFromFile(datei, probe) != gdiplus::Ok) return nullptr;
+  return mod_GrafikKonvert::Fkt_LoadPictureGdi(datei);
+}
+
+/// A session of the picture service for the length of a call, in place of one that runs.
+class Sitzung {
+ public:
+  Sitzung() { mod_GrafikKonvert::m_GdiAktiv = mod_GrafikKonvert::Fkt_GdiStartup(1) == gdiplus::Ok; }
+  ~Sitzung() {
+    if (mod_GrafikKonvert::m_GdiAktiv) static_cast<void>(mod_GrafikKonvert::Fkt_GdiShutdown());
+    mod_GrafikKonvert::m_GdiAktiv = vorher_;
+    mod_GrafikKonvert::m_GdiToken = marke_;
+  }
+  Sitzung(const Sitzung&) = delete;
+  Sitzung& operator=(const Sitzung&) = delete;
+
+ private:
+  const bool vorher_ = mod_GrafikKonvert::m_GdiAktiv;
+  const std::int32_t marke_ = mod_GrafikKonvert::m_GdiToken;
+};
 
 }  // namespace
 
@@ -43,6 +76,42 @@ QImage zeichne(const std::shared_ptr<const Bild>& bild, double breite, double ho
     QPainter(&blatt).drawImage(QPointF(ort) / dichte, pixel);
   });
   return blatt;
+}
+
+const std::shared_ptr<const Bild>& ersatzbild() {
+  static const std::shared_ptr<const Bild> bild = [] {
+    QImage blatt(96, 96, QImage::Format_RGB32);
+    blatt.fill(Qt::white);
+    QImageReader leser(u":/kvo/icons/bild_unlesbar.svg"_s);
+    leser.setScaledSize(blatt.size());
+    QPainter maler(&blatt);
+    // Without the SVG plugin the sheet stays white.
+    if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
+    maler.end();
+    return bildlader::aus_Pixeln(blatt);
+  }();
+  return bild;
+}
+
+QImage zeichne_Datei(const QString& datei, double breite, double hoehe, const std::shared_ptr<const Bild>& unlesbar,
+                     bool mit_Sitzung, double dichte) {
+  const QString name = datei.mid(datei.lastIndexOf(u'\\') + 1);
+  const QString endung = text::LCase(name.mid(name.lastIndexOf(u'.') + 1));
+  const bool ist_Bild = ist_Bildtyp(endung);
+  std::shared_ptr<const Bild> bild;
+  fehler::Weiter weiter;
+  weiter([&] {
+    bild = ist_Bild ? lade(datei, mit_Sitzung) : mod_BilderSuchen::Fkt_DateiTypIcon(endung, shell::SHGFI_ICON);
+  });
+  if (ist_Bild && !bild) bild = unlesbar;
+  QImage blatt;
+  weiter([&] { blatt = zeichne(bild, breite, hoehe, !ist_Bild, dichte); });
+  return blatt;
+}
+
+QImage wie_in_der_Liste(const QString& datei, double breite, double hoehe) {
+  const Sitzung sitzung;
+  return zeichne_Datei(datei, breite, hoehe, ersatzbild(), mod_GrafikKonvert::m_GdiAktiv);
 }
 
 }  // namespace vorschaubild

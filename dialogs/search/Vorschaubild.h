@@ -20,4 +20,17 @@ KVO_EXPORT bool ist_Bildtyp(const QString& endung);
 KVO_EXPORT QImage zeichne(const std::shared_ptr<const Bild>& bild, double breite, double hoehe, bool nur_mittig = false,
                           double dichte = 1);
 
+/// The drawing that stands for a picture that can't be read, 96 pixels wide and high.
+const std::shared_ptr<const Bild>& ersatzbild();
+
+/// The sheet of a file: a picture as it is, a file of another type with its type's icon. A picture that is missing or
+/// not to be read shows `unlesbar`. `mit_Sitzung` tells that a session of the picture service runs; without one the
+/// plain loader reads. Asks and tells nobody anything.
+QImage zeichne_Datei(const QString& datei, double breite, double hoehe, const std::shared_ptr<const Bild>& unlesbar,
+                     bool mit_Sitzung, double dichte = 1);
+
+/// As the list of the picture search draws a file, for programs without windows; brings a session of its own. Icons
+/// have the letters of their type only where a QGuiApplication lives.
+KVO_EXPORT QImage wie_in_der_Liste(const QString& datei, double breite, double hoehe);
+
 }  // namespace vorschaubild

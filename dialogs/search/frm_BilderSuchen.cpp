@@ -1,11 +1,8 @@
 // The form at design time, and its layout.
 #include "dialogs/search/frm_BilderSuchen.h"
 
-#include <QImageReader>
-#include <QPainter>
-
+#include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
-#include "platform/gdiplus/Bildlader.h"
 #include "platform/shell/Programmstart.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -32,22 +29,6 @@ void bebildere(SSCommand& knopf, const QString& name, const QString& hinweis) {
   knopf.ToolTipText(hinweis);
   knopf.setAccessibleName(hinweis);
   knopf.Move(0, 30, 750, 735);
-}
-
-/// What stands for a picture that can't be read.
-const std::shared_ptr<const Bild>& ersatzbild() {
-  static const std::shared_ptr<const Bild> bild = [] {
-    QImage blatt(96, 96, QImage::Format_RGB32);
-    blatt.fill(Qt::white);
-    QImageReader leser(u":/kvo/icons/bild_unlesbar.svg"_s);
-    leser.setScaledSize(blatt.size());
-    QPainter maler(&blatt);
-    // Without the SVG plugin the sheet stays white.
-    if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
-    maler.end();
-    return bildlader::aus_Pixeln(blatt);
-  }();
-  return bild;
 }
 
 }  // namespace
@@ -119,7 +100,7 @@ void frm_BilderSuchen::entwirf() {
   SSP_Fortschritt.Visible(false);
   Pic_Blank.AutoSize = true;
   Pic_Blank.Visible(false);
-  Pic_Blank.Picture(ersatzbild());
+  Pic_Blank.Picture(vorschaubild::ersatzbild());
 }
 
 void frm_BilderSuchen::verbinde_Ereignisse() {

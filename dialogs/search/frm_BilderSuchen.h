@@ -105,7 +105,6 @@ class frm_BilderSuchen : public Form {
   void bearbeite();
   void melde_GdiFehler();
   bool starte_GdiSitzung();
-  std::shared_ptr<const Bild> lade_Bild(const QString& datei);
   QString Textdatei(const QString& tag) const;
 
   /// Number of the read that runs or ran last, and whether one runs.

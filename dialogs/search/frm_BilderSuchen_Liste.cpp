@@ -9,10 +9,8 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/Dateien.h"
-#include "platform/gdiplus/NurKopf.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
-#include "platform/shell/Dateityp.h"
 #include "platform/shell/Programmstart.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -168,24 +166,8 @@ void frm_BilderSuchen::entferne_Vorschaubilder() {
 }
 
 QIcon frm_BilderSuchen::Create_Picture(const QString& pDatei, double pBreite, double pHoehe) {
-  const QString endung = text::LCase(endung_von(name_von(pDatei)));
-  const bool ist_Bild = vorschaubild::ist_Bildtyp(endung);
-  std::shared_ptr<const Bild> bild;
-  fehler::Weiter weiter;
-  weiter([&] { bild = ist_Bild ? lade_Bild(pDatei) : mod_BilderSuchen::Fkt_DateiTypIcon(endung, shell::SHGFI_ICON); });
-  if (ist_Bild && !bild) bild = Pic_Blank.Picture();
-  QImage blatt;
-  weiter([&] { blatt = vorschaubild::zeichne(bild, pBreite, pHoehe, !ist_Bild, devicePixelRatioF()); });
-  return QIcon(QPixmap::fromImage(blatt));
-}
-
-// Nothing may ask the user in the middle of a read: what the loader would refuse with a message is not handed to it.
-std::shared_ptr<const Bild> frm_BilderSuchen::lade_Bild(const QString& datei) {
-  const bildlader::NurKopf nur_Kopf;
-  if (!mod_GrafikKonvert::m_GdiAktiv) return gdiplus::LoadPicture(datei);
-  gdiplus::Bitmap probe;
-  if (gdiplus::GdipCreateBitmapFromFile(datei, probe) != gdiplus::Ok) return nullptr;
-  return mod_GrafikKonvert::Fkt_LoadPictureGdi(datei);
+  return QIcon(QPixmap::fromImage(vorschaubild::zeichne_Datei(pDatei, pBreite, pHoehe, Pic_Blank.Picture(),
+                                                              mod_GrafikKonvert::m_GdiAktiv, devicePixelRatioF())));
 }
 
 // ── Texts ───────────────────────────────────────────────────────────────────────────────────────────────────────────

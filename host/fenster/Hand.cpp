@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QWidget>
 #include <stdexcept>
 
@@ -38,7 +39,7 @@ void Hand::zeige_auf(QWidget& widget, QPoint stelle) {
 
 void Hand::sende(QEvent::Type art, Qt::MouseButton knopf, Qt::MouseButtons gedrueckte) {
   if (!fenster_) return;
-  QMouseEvent ereignis(art, ort_, ort_, ort_ + fenster_->position(), knopf, gedrueckte, Qt::NoModifier);
+  QMouseEvent ereignis(art, ort_, ort_, ort_ + fenster_->position(), knopf, gedrueckte, dazu_);
   QCoreApplication::sendEvent(fenster_, &ereignis);
 }
 
@@ -46,7 +47,9 @@ void Hand::klicke(QWidget& widget) {
   klicke(widget, widget.rect().center());
 }
 
-void Hand::klicke(QWidget& widget, QPoint stelle) {
+void Hand::klicke(QWidget& widget, QPoint stelle, Qt::KeyboardModifiers dazu) {
+  dazu_ = dazu;
+  const auto danach = qScopeGuard([this] { dazu_ = Qt::NoModifier; });
   druecke(widget, stelle);
   lasse_los();
 }

@@ -15,7 +15,7 @@ class Hand {
   /// Clicks with the left button; without a place in the widget's middle. A widget that can't be seen or used there
   /// ends with std::runtime_error, before anything is sent.
   void klicke(QWidget& widget);
-  void klicke(QWidget& widget, QPoint stelle);
+  void klicke(QWidget& widget, QPoint stelle, Qt::KeyboardModifiers dazu = Qt::NoModifier);
   /// A click and the double click that follows it.
   void doppelklicke(QWidget& widget, QPoint stelle);
 
@@ -40,4 +40,5 @@ class Hand {
 
   QPointer<QWindow> fenster_;
   QPointF ort_;
+  Qt::KeyboardModifiers dazu_;
 };

@@ -102,7 +102,8 @@ int Rundgang::laufe() {
        {&Rundgang::plane_Fenster, &Rundgang::plane_Waehlen, &Rundgang::plane_Oeffnen, &Rundgang::plane_Felder,
         &Rundgang::plane_Namen, &Rundgang::plane_Entfernen, &Rundgang::plane_Sortieren, &Rundgang::plane_Groessen,
         &Rundgang::plane_Fragen, &Rundgang::plane_Speichern, &Rundgang::plane_Anzeigen, &Rundgang::plane_Verwerfen,
-        &Rundgang::plane_Bildablage})
+        &Rundgang::plane_Bildablage, &Rundgang::plane_Suchen, &Rundgang::plane_Anhaengen, &Rundgang::plane_Drehen,
+        &Rundgang::plane_Exif, &Rundgang::plane_Aufraeumen})
     (this->*plane)();
   folge_.beginne([this] {
     // Where something is wrong the last sight tells most.

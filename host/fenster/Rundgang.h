@@ -42,6 +42,11 @@ class Rundgang {
   void plane_Anzeigen();
   void plane_Verwerfen();
   void plane_Bildablage();
+  void plane_Suchen();
+  void plane_Anhaengen();
+  void plane_Drehen();
+  void plane_Exif();
+  void plane_Aufraeumen();
   void schliesse_ab();
 
   void schritt(const QString& text, std::function<void()> tun, std::function<bool()> bis,
@@ -66,6 +71,15 @@ class Rundgang {
   /// The dialog is laid out and shows its strip.
   bool dialog_bereit(const QString& kopf, int bilder) const;
   bool meldung_offen(const QString& titel) const;
+  bool fenster_offen(const QString& name) const;
+  /// The picture search is in front and has read a folder of that many files.
+  bool suche_zeigt(int dateien) const;
+  void klicke_Eintrag(const QString& liste, const QString& name, bool doppelt = false,
+                      Qt::KeyboardModifiers dazu = Qt::NoModifier);
+  /// Size in pixels of a picture of the sample data.
+  QSize groesse_von(const QString& datei) const;
+  /// The first picture of the record that got the new ones.
+  QString erste_Datei() const;
   /// The program's window is in front again and tells this in its status bar.
   bool zurueck_mit(const QString& status) const;
 
@@ -84,6 +98,7 @@ class Rundgang {
   QStringList vorher_;
   QStringList anderer_vorher_;
   QSize startgroesse_;
+  QSize gedreht_;
   int streifenhoehe_ = 0;
   int bilder_ = 0;
 };

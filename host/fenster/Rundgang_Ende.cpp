@@ -106,8 +106,6 @@ void Rundgang::pruefe_Endstand() {
   folge_.erwarte(u"Zeilen am Ende"_s, zeilen(u"RE"_s, u"24-2003"_s).join(u'\n'), soll.join(u'\n'));
   folge_.erwarte(u"die umbenannte Datei ist da"_s, datei_da(Umbenannt + u".jpg"_s));
   folge_.erwarte(u"unter dem alten Namen ist keine mehr da"_s, !datei_da(Zweites + u".jpg"_s));
-  folge_.erwarte(u"die entfernte Datei bleibt in der Ablage"_s,
-                 datei_da(u"Belege\\24-2003\\Dusche_0720240305_094500.jpg"_s));
   const QByteArray info = dateien::lies_alles(datenordner::bilder(daten_) + u'\\' + Umbenannt + u"jpg.txt"_s);
   folge_.erwarte(u"die Textdatei hat den neuen Text"_s, info.contains("Ma\xDF"
                                                                       "e gepr\xFC"

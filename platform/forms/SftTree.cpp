@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QPainter>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 
@@ -154,6 +155,31 @@ void SftTree::CellFontSize(std::int32_t eintrag, std::int32_t zelle, double wert
 }
 
 // A cell that is cut shows its text under the mouse.
+QRect SftTree::platz_mit_Leeren(const QModelIndex& zelle) const {
+  QRect platz = visualRect(zelle);
+  for (int spalte = zelle.column() + 1; spalte < columnCount(); ++spalte) {
+    const QModelIndex naechste = zelle.siblingAtColumn(spalte);
+    if (!naechste.data().toString().isEmpty() || naechste.data(Qt::BackgroundRole).isValid()) break;
+    platz |= visualRect(naechste);
+  }
+  return platz;
+}
+
+void SftTree::drawRow(QPainter* maler, const QStyleOptionViewItem& option, const QModelIndex& zeile) const {
+  QTreeWidget::drawRow(maler, option, zeile);
+  for (int spalte = 0; spalte < columnCount(); ++spalte) {
+    const QModelIndex zelle = zeile.siblingAtColumn(spalte);
+    const QRect platz = platz_mit_Leeren(zelle);
+    if (platz == visualRect(zelle) || itemDelegate()->sizeHint(option, zelle).width() <= visualRect(zelle).width())
+      continue;
+    QStyleOptionViewItem ganze(option);
+    ganze.rect = platz;
+    ganze.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(zelle));
+    maler->fillRect(platz, palette().brush(QPalette::Base));
+    itemDelegate()->paint(maler, ganze, zelle);
+  }
+}
+
 bool SftTree::viewportEvent(QEvent* ereignis) {
   const auto* hilfe = ereignis->type() == QEvent::ToolTip ? dynamic_cast<QHelpEvent*>(ereignis) : nullptr;
   if (!hilfe) return QTreeWidget::viewportEvent(ereignis);

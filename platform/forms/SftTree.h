@@ -53,6 +53,8 @@ class KVO_EXPORT SftTree : public QTreeWidget, public Steuerelement {
   void CellFontSize(std::int32_t eintrag, std::int32_t zelle, double wert);
 
  protected:
+  /// A text too long for its column goes on over the empty cells beside it.
+  void drawRow(QPainter* maler, const QStyleOptionViewItem& option, const QModelIndex& zeile) const override;
   QPalette::ColorRole hintergrund() const override { return QPalette::Base; }
   QPalette::ColorRole vordergrund() const override { return QPalette::Text; }
   bool viewportEvent(QEvent* ereignis) override;
@@ -60,6 +62,8 @@ class KVO_EXPORT SftTree : public QTreeWidget, public Steuerelement {
  private:
   QTreeWidgetItem& eintrag_von(std::int32_t eintrag) const;
   QTreeWidgetItem& zelle_von(std::int32_t eintrag, std::int32_t zelle) const;
+  /// The cell's place together with that of the empty cells behind it.
+  QRect platz_mit_Leeren(const QModelIndex& zelle) const;
   void pruefe_Spalte(std::int32_t spalte) const;
   void setze_Auswahlfarbe(QPalette::ColorRole rolle, Farbe wert);
 };

@@ -11,7 +11,7 @@ TEST_F(KvobildAufruf, Jeder_Befehl_hat_seine_Hilfe) {
   const Lauf liste = kvobild({u"--hilfe"_s});
   EXPECT_EQ(liste.code, 0);
   for (const QString& befehl : {u"anlegen"_s, u"zuordnen"_s, u"lesen"_s, u"aendern"_s, u"umbenennen"_s, u"entfernen"_s,
-                                u"aufraeumen"_s, u"exif"_s, u"beispieldaten"_s}) {
+                                u"aufraeumen"_s, u"exif"_s, u"drehen"_s, u"thumbnail"_s, u"beispieldaten"_s}) {
     EXPECT_TRUE(liste.ausgabe.contains(u"  "_s + befehl + u' ')) << befehl.toStdString();
     const Lauf lauf = kvobild({befehl, u"--hilfe"_s});
     EXPECT_EQ(lauf.code, 0);

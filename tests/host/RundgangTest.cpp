@@ -53,12 +53,12 @@ int farbenzahl(const QImage& bild) {
 
 void pruefe_Bilder(const QString& ordner, const QString& ausgabe) {
   const QStringList bilder = gemeldete_Bilder(ausgabe);
-  EXPECT_EQ(bilder.size(), 27);
+  EXPECT_EQ(bilder.size(), 36);
   EXPECT_EQ(QDir(ordner).entryList({u"*.png"_s}, QDir::Files), bilder);
   QImage voriges;
   for (const QString& name : bilder) {
     const QImage bild(ordner + u'/' + name);
-    EXPECT_GE(bild.width(), 800) << name.toStdString();
+    EXPECT_GE(bild.width(), 400) << name.toStdString();
     EXPECT_GT(farbenzahl(bild), 50) << name.toStdString() << " is blank";
     EXPECT_NE(bild, voriges) << name.toStdString() << " shows what the one before it does";
     voriges = bild;

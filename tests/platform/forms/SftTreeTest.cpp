@@ -105,3 +105,25 @@ TEST_F(SftTreeTest, ACellTellsItsTextUnderTheMouseAndNeverAsMarkup) {
   QCoreApplication::sendEvent(tree.viewport(), &hilfe);
   EXPECT_EQ(QToolTip::text(), u"<p>&lt;b&gt;fett&lt;/b&gt;</p>"_s);
 }
+
+TEST_F(SftTreeTest, ALongTextGoesOnOverTheEmptyCellBesideItAndStopsAtAFullOne) {
+  tree.resize(400, 120);
+  for (int i = 0; i < 3; ++i) tree.ColumnWidth(i, 100 * 15);
+  for (int zeile = 0; zeile < 2; ++zeile) {
+    tree.AddItem(u"Feld"_s);
+    tree.CellText(zeile, 1, QString(60, u'W'));
+  }
+  tree.CellText(1, 2, u"Info"_s);
+  tree.show();
+  const QImage bild = tree.viewport()->grab().toImage();
+  const auto dunkle = [&](int zeile, int von, int bis) {
+    const QRect platz = tree.visualItemRect(tree.topLevelItem(zeile));
+    int anzahl = 0;
+    for (int y = platz.top() + 2; y < platz.bottom() - 1; ++y)
+      for (int x = von; x < bis; ++x) anzahl += qGray(bild.pixel(x, y)) < 128 ? 1 : 0;
+    return anzahl;
+  };
+  EXPECT_GT(dunkle(0, 260, 285), 20);
+  EXPECT_EQ(dunkle(1, 260, 295), 0);
+  EXPECT_EQ(dunkle(0, 302, 395), 0);
+}
