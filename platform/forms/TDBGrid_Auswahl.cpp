@@ -58,7 +58,7 @@ void TDBGrid::waehle_bis(int zeile) {
   for (std::int32_t z = von; !waehlt_ab_ && z <= bis; ++z) neu.Add(z);
   if (neu == auswahl_) return;
   uebernimm_Auswahl(std::move(neu));
-  Ereigniswache::melde(*this, SelChange);
+  Ereigniswache::melde_im_Signal(*this, SelChange);
 }
 
 void TDBGrid::hebe_auf() {

@@ -68,7 +68,7 @@ bool TDBGrid::lies_Editor() {
 
 /// The editor is being left.
 void TDBGrid::nimm_Editor() {
-  if (lies_Editor()) Ereigniswache::melde(*this, [this] { vollziehe(); });
+  if (lies_Editor()) Ereigniswache::melde_im_Signal(*this, [this] { vollziehe(); });
 }
 
 /// Closes the editor; what was typed is lost unless it was taken before.
