@@ -202,6 +202,9 @@ TEST_F(TDBGridAuswahlTest, TheLineForANewRowIsNeverSelected) {
   EXPECT_EQ(auswahl(), QString());
   taste(Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(auswahl(), u"0,1"_s);
+  gitter.SelBookmarks().Add(2);
+  EXPECT_TRUE(hervorgehoben(1));
+  EXPECT_FALSE(hervorgehoben(2)) << "a bookmark without a row shows nothing";
 }
 
 TEST_F(TDBGridAuswahlTest, AGridThatMayNotBeUpdatedSelectsByItsCells) {

@@ -358,6 +358,7 @@ TEST_F(TDBGridEingabeTest, ALockedCheckBoxStays) {
   spalte.Locked = true;
   gitter.Column(0, spalte);
   klicke(1, 0);
+  EXPECT_EQ(array->Value(1, 0), Variant(true));
   taste(Qt::Key_Space);
   EXPECT_EQ(array->Value(1, 0), Variant(true));
 }
