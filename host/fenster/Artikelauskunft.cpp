@@ -52,7 +52,7 @@ Artikelfenster::Artikelfenster(const QList<QStringList>& artikel)
       txt_Filter(new QLineEdit(this)),
       tree_Artikel(new QTreeView(this)),
       lbl_Leer(new QLabel(this)),
-      cmd_Nehmen(new QPushButton(u"Ü&bernehmen"_s, this)) {
+      cmd_Nehmen(new QPushButton(u"&Übernehmen"_s, this)) {
   setObjectName(u"Artikelauskunft"_s);
   setWindowTitle(u"Artikel auswählen"_s);
   modell_->setSourceModel(als_Modell(artikel, this));
