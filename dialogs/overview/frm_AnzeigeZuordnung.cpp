@@ -112,7 +112,17 @@ void frm_AnzeigeZuordnung::Form_Resize() {
   if (pic_Anzeige.Visible()) VorschauBild_Einpassen(TDBG_Zuordnungen.Row());
 }
 
+void frm_AnzeigeZuordnung::mousePressEvent(QMouseEvent* ereignis) {
+  bewacht([this] { TDBG_WeitereZuordnungen.Update(); });
+  Form::mousePressEvent(ereignis);
+}
+
 void frm_AnzeigeZuordnung::Form_Unload() {
+  // Without its array a grid holds neither rows nor an edit that hiding would commit.
+  for (TDBGrid* gitter : {&TDBG_Zuordnungen, &TDBG_WeitereZuordnungen}) {
+    gitter->Array(nullptr);
+    gitter->ReBind();
+  }
   m_Zuordnungen.reset();
   m_Artikel.reset();
   pAppObj.reset();
