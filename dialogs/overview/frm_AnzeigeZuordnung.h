@@ -88,8 +88,8 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   void Form_Load() override;
   void Form_Resize() override;
   void Form_Unload() override;
-  /// A press on a button that is still disabled ends up here: it leaves the cell that is being edited all the same.
-  void mousePressEvent(QMouseEvent* ereignis) override;
+  /// The press on the button to save leaves the cell that is being edited first, which may be what enables the button.
+  bool eventFilter(QObject* empfaenger, QEvent* ereignis) override;
 
  private:
   void entwirf();

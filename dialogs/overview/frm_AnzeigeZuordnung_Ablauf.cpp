@@ -106,7 +106,8 @@ void frm_AnzeigeZuordnung::LA_Doppelclick(const QString& pWert) {
 void frm_AnzeigeZuordnung::waehle_Artikel() {
   pAuswahlWert.clear();
   AuskunftSelect(u"Artikel"_s);
-  if (text::Trim(pAuswahlWert).isEmpty()) return;
+  // The form may have been unloaded meanwhile.
+  if (!m_Artikel || text::Trim(pAuswahlWert).isEmpty()) return;
   TDBG_WeitereZuordnungen.Text(pAuswahlWert);
   TDBG_WeitereZuordnungen.Update();
 }

@@ -1,6 +1,6 @@
+#include <QFile>
+
 #include "dialogs/search/Vorschaubild.h"
-#include "platform/gdiplus/Bildspeicher.h"
-#include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/overview/WeitereTest.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -169,15 +169,25 @@ TEST_F(WeitereLaden, AFileOfAnotherTypeShowsTheIconOfItsType) {
   EXPECT_LE(form().Pic_Dummy.Picture()->groesse().width(), 64);
 }
 
-TEST_F(WeitereLaden, APictureThatCannotBeReadLeavesTheOneBefore) {
+TEST_F(WeitereLaden, APictureThatCannotBeLoadedLeavesTheOneBefore) {
   lege_Bild(u"a.jpg"_s);
-  wurzel.schreibe(u"Belege/1/b.jpg"_s, "kein Bild");
+  lege_Bild(u"b.jpg"_s);
   fuege_ein({.name = u"a"_s});
   fuege_ein({.name = u"b"_s});
   form();
   const auto vorher = form().Pic_Dummy.Picture();
+  ASSERT_TRUE(QFile::remove(wurzel.pfad(u"Belege/1/b.jpg"_s)));
   form().Bild_Vorschau(1);
   EXPECT_EQ(form().Pic_Dummy.Picture(), vorher);
+  EXPECT_EQ(store->AktLoadPicture, u"a.jpg"_s);
+}
+
+TEST_F(WeitereLaden, AFileThatIsNoPictureIsToldAndLeavesAnEmptyPreview) {
+  wurzel.schreibe(u"Belege/1/a.jpg"_s, "kein Bild");
+  fuege_ein({});
+  meldungen.erwarte({u"Unknown Image Format. GDI+ Error:13"_s, u"GDI Error"_s});
+  form();
+  EXPECT_EQ(form().Pic_Dummy.Picture(), nullptr);
 }
 
 TEST_F(WeitereLaden, NoRowHasNoPreviewAndNoHourglass) {
