@@ -29,7 +29,7 @@ class WeitereTest : public Uebersichtstest {
   }
   void lies() {
     EXPECT_TRUE(store->Init(db.verbindungszeichenfolge(), db.verbindung(), {}));
-    store->FKT_LeseBilder(QStringLiteral("RE"), QStringLiteral("1"), {}, {}, {}, {}, QStringLiteral("BEL"), {}, {});
+    store->FKT_LeseBilder(QStringLiteral("RE"), QStringLiteral("1"), {}, {}, {}, {}, typ1, {}, {});
   }
   /// The form as the entry point makes it: loaded, members set, list read. Reads the record first.
   frm_AnzeigeZuordnung& form() {
@@ -79,6 +79,7 @@ class WeitereTest : public Uebersichtstest {
     return QDir(wurzel.pfad(ordner)).entryList(QDir::Files | QDir::Hidden, QDir::Name);
   }
 
+  QString typ1 = QStringLiteral("BEL");
   Artikelstamm stamm;
   Auskunftsverlauf auskunft;
   QStringList auskuenfte;
