@@ -84,6 +84,8 @@ void frm_AnzeigeZuordnung::lies_Zuordnungen() {
     Zuordnungen().DeleteRows(Zuordnungen().UpperBound(Dimension::Zeilen));
   }
   Init_Grid();
+  // The pictures are marked as they come; what is missing is an article.
+  TDBG_WeitereZuordnungen.setFocus();
 }
 
 // ── Articles ────────────────────────────────────────────────────────────────────────────────────────────────────────

@@ -123,6 +123,21 @@ TEST_F(Artikelwahl, AComponentThatNobodyRegisteredCountsAsNotFound) {
   });
 }
 
+TEST_F(Artikelwahl, ANumberCanBeTypedAtOnceAndTheTabKeyGoesThroughTheControls) {
+  zeige([&] {
+    EXPECT_EQ(form().focusWidget(), &artikel());
+    tippe(form(), u"4711"_s);
+    eingaben::taste(form(), Qt::Key_Return);
+    EXPECT_EQ(artikelzeilen(), QStringList{u"4711|Schraube|M8|Mayer"_s});
+    QList<QWidget*> folge;
+    for (int i = 0; i < 4; ++i) {
+      eingaben::taste(form(), Qt::Key_Tab);
+      folge += form().focusWidget();
+    }
+    EXPECT_EQ(folge, (QList<QWidget*>{&form().SSC_ZuordnungSpeichern, &form().cmd_Abbrechen, &bilder(), &artikel()}));
+  });
+}
+
 TEST_F(Artikelwahl, SavingNeedsAMarkAndANumber) {
   zeige([&] {
     EXPECT_FALSE(form().SSC_ZuordnungSpeichern.isEnabled());

@@ -285,11 +285,11 @@ TEST_F(Knoepfe_des_Vorgangs, AFailureAfterAlleZuordnungenIsReportedUnderTheButto
   zeige_Vorgang([&] {
     druecke<frm_AlleZuordnungen>(vorgang().SSC_AlleZuordnungen, [&](frm_AlleZuordnungen& form) {
       loesche_eigene(form);
-      vorgang().AktZeile = 99;
+      vorgang().chk_Delete.Click = [] { throw Laufzeitfehler(fehlernummer::Ueberlauf); };
     });
-    vorgang().AktZeile = 0;
+    EXPECT_TRUE(vorgang().isVisible());
   });
-  erwarte_Bericht(u"frm_BildZuordnung"_s, u"SSC_AlleZuordnungen_Click"_s, fehlernummer::IndexAusserhalb);
+  erwarte_Bericht(u"frm_BildZuordnung"_s, u"SSC_AlleZuordnungen_Click"_s, fehlernummer::Ueberlauf);
   EXPECT_EQ(oberflaeche::mauszeiger().form(), oberflaeche::Zeigerform::Standard);
 }
 
