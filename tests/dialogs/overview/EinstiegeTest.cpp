@@ -183,9 +183,9 @@ TEST_F(Einstiege, AFailureWhileWeitereZuordnungenShowsGivesFalse) {
 }
 
 /// The two buttons of the assignment dialog.
-class Knoepfe_des_Vorgangs : public Einstiege {
+class KnoepfeDesVorgangs : public Einstiege {
  protected:
-  ~Knoepfe_des_Vorgangs() override {
+  ~KnoepfeDesVorgangs() override {
     if (vorgang_) vorgang_->Unload();
   }
   frm_BildZuordnung& vorgang() {
@@ -228,7 +228,7 @@ class Knoepfe_des_Vorgangs : public Einstiege {
   std::unique_ptr<frm_BildZuordnung> vorgang_;
 };
 
-TEST_F(Knoepfe_des_Vorgangs, AlleZuordnungenGetsTheSelectionAsItWasBeforeTheEdit) {
+TEST_F(KnoepfeDesVorgangs, AlleZuordnungenGetsTheSelectionAsItWasBeforeTheEdit) {
   fuege_Bilder_ein(2);
   zeige_Vorgang([&] {
     eingaben::klicke(vorgang().Pic_Thumb(2));
@@ -244,7 +244,7 @@ TEST_F(Knoepfe_des_Vorgangs, AlleZuordnungenGetsTheSelectionAsItWasBeforeTheEdit
   });
 }
 
-TEST_F(Knoepfe_des_Vorgangs, TheOwnAssignmentIsMarkedForRemovalAndNotMoreThanThat) {
+TEST_F(KnoepfeDesVorgangs, TheOwnAssignmentIsMarkedForRemovalAndNotMoreThanThat) {
   fuege_Bilder_ein(2);
   zeige_Vorgang([&] {
     druecke<frm_AlleZuordnungen>(vorgang().SSC_AlleZuordnungen, [&](frm_AlleZuordnungen& form) {
@@ -262,7 +262,7 @@ TEST_F(Knoepfe_des_Vorgangs, TheOwnAssignmentIsMarkedForRemovalAndNotMoreThanTha
   });
 }
 
-TEST_F(Knoepfe_des_Vorgangs, WithoutTheOwnAssignmentNothingIsMarked) {
+TEST_F(KnoepfeDesVorgangs, WithoutTheOwnAssignmentNothingIsMarked) {
   fuege_Bilder_ein(1);
   fuege_ein({.typ1 = u"ART"_s, .key1 = u"A1"_s});
   zeige_Vorgang([&] {
@@ -280,7 +280,7 @@ TEST_F(Knoepfe_des_Vorgangs, WithoutTheOwnAssignmentNothingIsMarked) {
   EXPECT_EQ(db.anzahl(), 1);
 }
 
-TEST_F(Knoepfe_des_Vorgangs, AFailureAfterAlleZuordnungenIsReportedUnderTheButton) {
+TEST_F(KnoepfeDesVorgangs, AFailureAfterAlleZuordnungenIsReportedUnderTheButton) {
   fuege_Bilder_ein(1);
   zeige_Vorgang([&] {
     druecke<frm_AlleZuordnungen>(vorgang().SSC_AlleZuordnungen, [&](frm_AlleZuordnungen& form) {
@@ -293,7 +293,7 @@ TEST_F(Knoepfe_des_Vorgangs, AFailureAfterAlleZuordnungenIsReportedUnderTheButto
   EXPECT_EQ(oberflaeche::mauszeiger().form(), oberflaeche::Zeigerform::Standard);
 }
 
-TEST_F(Knoepfe_des_Vorgangs, AFailureAfterWeitereZuordnungenIsReportedUnderTheButton) {
+TEST_F(KnoepfeDesVorgangs, AFailureAfterWeitereZuordnungenIsReportedUnderTheButton) {
   class Zeiger final : public oberflaeche::Mauszeiger {
    public:
     oberflaeche::Zeigerform form() const override { return oberflaeche::Zeigerform::Standard; }
@@ -315,7 +315,7 @@ TEST_F(Knoepfe_des_Vorgangs, AFailureAfterWeitereZuordnungenIsReportedUnderTheBu
   erwarte_Bericht(u"frm_BildZuordnung"_s, u"SSC_WeitereZuordnungen_Click"_s, fehlernummer::Ueberlauf);
 }
 
-TEST_F(Knoepfe_des_Vorgangs, ABlankNameOpensNothing) {
+TEST_F(KnoepfeDesVorgangs, ABlankNameOpensNothing) {
   fuege_Bilder_ein(1);
   zeige_Vorgang([&] {
     vorgang().BildTabelle->Value(0, spalte::Bildname, u"  "_s);
@@ -326,7 +326,7 @@ TEST_F(Knoepfe_des_Vorgangs, ABlankNameOpensNothing) {
   });
 }
 
-TEST_F(Knoepfe_des_Vorgangs, WeitereZuordnungenGetsTheCollectionAndTheSelectedKeys) {
+TEST_F(KnoepfeDesVorgangs, WeitereZuordnungenGetsTheCollectionAndTheSelectedKeys) {
   typ1 = u"ART"_s;
   lege_Bild(u"a.jpg"_s);
   fuege_ein({.typ1 = u"ART"_s, .key3 = u"k3"_s, .key4 = u"k4"_s, .typ2 = u"t2"_s});
