@@ -154,12 +154,14 @@ void frm_AlleZuordnungen::Init_Grid() {
   TDBG_Zuordnungen.Visible(true);
   // Binding has ended the selection without an event.
   cmd_Loeschen.Enabled(false);
+  // Hiding the grid took the focus from it, or from the button that has done its work.
+  TDBG_Zuordnungen.setFocus();
 }
 
 QString frm_AlleZuordnungen::Baue_ZuordnungsText(std::int32_t zeile) {
   const auto wert = [&](uebersicht::Spalte s) { return text::Trim(CStr(pZuordnungArray()->Value(zeile, s))); };
   using namespace uebersicht;
-  const QString art = text::UCase(wert(Typ1));
+  const QString art = text::UCase(CStr(pZuordnungArray()->Value(zeile, Typ1)));
   if (art == "BEL"_L1) return u"Beleg: "_s + wert(Key1) + u" / "_s + wert(Key2);
   if (art == "MON"_L1) return u"Montageauftrag: "_s + wert(Key1) + u" / "_s + wert(Key2) + u" / "_s + wert(Key3);
   if (art == "ART"_L1) return u"Artikelnummer: "_s + wert(Key1);

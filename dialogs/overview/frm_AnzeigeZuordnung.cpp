@@ -1,6 +1,8 @@
 // The form at design time, its grids and its layout.
 #include "dialogs/overview/frm_AnzeigeZuordnung.h"
 
+#include <QEvent>
+
 #include "dialogs/overview/Uebersichtszeile.h"
 #include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
@@ -112,7 +114,19 @@ void frm_AnzeigeZuordnung::Form_Resize() {
   if (pic_Anzeige.Visible()) VorschauBild_Einpassen(TDBG_Zuordnungen.Row());
 }
 
+// A disabled button takes neither the focus nor the press, so that nobody would leave the cell.
+bool frm_AnzeigeZuordnung::eventFilter(QObject* empfaenger, QEvent* ereignis) {
+  if (empfaenger == &SSC_ZuordnungSpeichern && ereignis->type() == QEvent::MouseButtonPress)
+    bewacht([this] { TDBG_WeitereZuordnungen.Update(); });
+  return Form::eventFilter(empfaenger, ereignis);
+}
+
 void frm_AnzeigeZuordnung::Form_Unload() {
+  // Without its array a grid holds neither rows nor an edit that hiding would commit.
+  for (TDBGrid* gitter : {&TDBG_Zuordnungen, &TDBG_WeitereZuordnungen}) {
+    gitter->Array(nullptr);
+    gitter->ReBind();
+  }
   m_Zuordnungen.reset();
   m_Artikel.reset();
   pAppObj.reset();

@@ -61,7 +61,7 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   void AuskunftSelect(const QString& pName);
   void LA_Doppelclick(const QString& pWert) override;
   /// Finds an article by its number, or by a part of it, which `pArtikelNr` then is replaced by. `pFuellen` writes its
-  /// texts and its supplier into the row. False when there is none, after a failure too.
+  /// texts and its supplier into the row. False when there is none, after a failure of the first search too.
   bool Lese_Artikel(QString& pArtikelNr, std::int32_t pZeile, bool pFuellen);
   /// Shows the picture of a row of the upper grid; a failure is reported.
   void Bild_Vorschau(std::int32_t pZeile);
@@ -88,6 +88,8 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   void Form_Load() override;
   void Form_Resize() override;
   void Form_Unload() override;
+  /// The press on the button to save leaves the cell that is being edited first, which may be what enables the button.
+  bool eventFilter(QObject* empfaenger, QEvent* ereignis) override;
 
  private:
   void entwirf();
@@ -95,12 +97,15 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   void lies_Zuordnungen();
   void nach_Artikeleingabe();
   void waehle_Artikel();
-  bool finde_Artikel(QString& nummer, std::int32_t zeile, bool fuellen);
+  enum class Fund { Keiner, Genau, Teil };
+  Fund suche_Artikel(QString& nummer, std::int32_t zeile, bool fuellen);
   std::shared_ptr<clsArtikelManagerSQL> neuer_Artikelmanager() const;
   void lade_Vorschau(std::int32_t zeile);
   void frage_und_speichere();
   void ordne_zu(std::int32_t artikelzeile);
   void ordne_Bild_zu(std::int32_t zeile, const QString& artikelnummer, const QString& zielordner);
+  XArrayDBObject& Zuordnungen() const;
+  XArrayDBObject& Artikel() const;
   QString Zuordnungstext(std::int32_t zeile, std::int32_t spalte) const;
   QString Artikeltext(std::int32_t zeile, std::int32_t spalte) const;
   template <class Prozedur>

@@ -41,12 +41,23 @@ void frm_AnzeigeZuordnung::mit_Meldung(const char16_t* prozedur, Prozedur&& arbe
       std::forward<Prozedur>(arbeit));
 }
 
+// Whatever still runs when the form is unloaded finds no arrays any more.
+XArrayDBObject& frm_AnzeigeZuordnung::Zuordnungen() const {
+  verlange(m_Zuordnungen);
+  return *m_Zuordnungen;
+}
+
+XArrayDBObject& frm_AnzeigeZuordnung::Artikel() const {
+  verlange(m_Artikel);
+  return *m_Artikel;
+}
+
 QString frm_AnzeigeZuordnung::Zuordnungstext(std::int32_t zeile, std::int32_t spalte) const {
-  return mit_Leertext(m_Zuordnungen->Value(zeile, spalte));
+  return mit_Leertext(Zuordnungen().Value(zeile, spalte));
 }
 
 QString frm_AnzeigeZuordnung::Artikeltext(std::int32_t zeile, std::int32_t spalte) const {
-  return mit_Leertext(m_Artikel->Value(zeile, spalte));
+  return mit_Leertext(Artikel().Value(zeile, spalte));
 }
 
 // ── Loading ─────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -67,12 +78,14 @@ void frm_AnzeigeZuordnung::lies_Zuordnungen() {
   if (pBildObj->AnzahlPos() > 0) {
     for (std::int32_t i = 0; i < pBildObj->AnzahlPos(); ++i) {
       pBildObj->AktInd(i);
-      uebersicht::fuelle(*m_Zuordnungen, i, *pBildObj, pRootpath);
-      m_Zuordnungen->AppendRows(1);
+      uebersicht::fuelle(Zuordnungen(), i, *pBildObj, pRootpath);
+      Zuordnungen().AppendRows(1);
     }
-    m_Zuordnungen->DeleteRows(m_Zuordnungen->UpperBound(Dimension::Zeilen));
+    Zuordnungen().DeleteRows(Zuordnungen().UpperBound(Dimension::Zeilen));
   }
   Init_Grid();
+  // The pictures are marked as they come; what is missing is an article.
+  TDBG_WeitereZuordnungen.setFocus();
 }
 
 // ── Articles ────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -95,7 +108,8 @@ void frm_AnzeigeZuordnung::LA_Doppelclick(const QString& pWert) {
 void frm_AnzeigeZuordnung::waehle_Artikel() {
   pAuswahlWert.clear();
   AuskunftSelect(u"Artikel"_s);
-  if (text::Trim(pAuswahlWert).isEmpty()) return;
+  // The form may have been unloaded meanwhile.
+  if (!m_Artikel || text::Trim(pAuswahlWert).isEmpty()) return;
   TDBG_WeitereZuordnungen.Text(pAuswahlWert);
   TDBG_WeitereZuordnungen.Update();
 }
@@ -103,7 +117,7 @@ void frm_AnzeigeZuordnung::waehle_Artikel() {
 void frm_AnzeigeZuordnung::nach_Artikeleingabe() {
   QString nummer = TDBG_WeitereZuordnungen.Text();
   if (!Lese_Artikel(nummer, pAktZeile, true))
-    for (const auto spalte : {artikel::Kurztext1, artikel::Kurztext2}) m_Artikel->Value(pAktZeile, spalte, QString());
+    for (const auto spalte : {artikel::Kurztext1, artikel::Kurztext2}) Artikel().Value(pAktZeile, spalte, QString());
   TDBG_WeitereZuordnungen.Refresh();
   Pruefe_ZuordnungSchalter();
 }
@@ -116,27 +130,31 @@ std::shared_ptr<clsArtikelManagerSQL> frm_AnzeigeZuordnung::neuer_Artikelmanager
   return manager;
 }
 
+// A number that was found by a part counts, even where the search for it then ends without its article. A component
+// that keeps naming numbers that it does not know itself must not keep this going.
 bool frm_AnzeigeZuordnung::Lese_Artikel(QString& pArtikelNr, std::int32_t pZeile, bool pFuellen) {
-  return fehler::still_enden([&] { return finde_Artikel(pArtikelNr, pZeile, pFuellen); });
+  const auto suche = [&] { return fehler::still_enden([&] { return suche_Artikel(pArtikelNr, pZeile, pFuellen); }); };
+  std::set<QString> versucht{pArtikelNr};
+  Fund fund = suche();
+  const bool gefunden = fund == Fund::Genau || (fund == Fund::Teil && !pArtikelNr.isEmpty());
+  while (fund == Fund::Teil && versucht.insert(pArtikelNr).second) fund = suche();
+  return gefunden;
 }
 
-// A component that finds a part but not the number it then names itself must not keep this going.
-bool frm_AnzeigeZuordnung::finde_Artikel(QString& nummer, std::int32_t zeile, bool fuellen) {
-  std::set<QString> versucht;
-  while (versucht.insert(nummer).second) {
-    auto manager = neuer_Artikelmanager();
-    if (manager->fktLeseArtikel(nummer, true, false, false, false, false, true)) {
-      if (!fuellen) return true;
-      m_Artikel->Value(zeile, artikel::Kurztext1, mit_Leertext(manager->Bez()));
-      m_Artikel->Value(zeile, artikel::Kurztext2, mit_Leertext(manager->bez3()));
-      m_Artikel->Value(zeile, artikel::Lieferant, mit_Leertext(manager->Hauptlieferant()));
-      TDBG_WeitereZuordnungen.Refresh();
-      return true;
-    }
-    if (!manager->fktLeseArtikel_TeilArtikel(nummer)) return false;
-    nummer = manager->Artikelnummer();
+/// One search by one component. What it finds by a part replaces the number.
+frm_AnzeigeZuordnung::Fund frm_AnzeigeZuordnung::suche_Artikel(QString& nummer, std::int32_t zeile, bool fuellen) {
+  const auto manager = neuer_Artikelmanager();
+  if (manager->fktLeseArtikel(nummer, true, false, false, false, false, true)) {
+    if (!fuellen) return Fund::Genau;
+    Artikel().Value(zeile, artikel::Kurztext1, mit_Leertext(manager->Bez()));
+    Artikel().Value(zeile, artikel::Kurztext2, mit_Leertext(manager->bez3()));
+    Artikel().Value(zeile, artikel::Lieferant, mit_Leertext(manager->Hauptlieferant()));
+    TDBG_WeitereZuordnungen.Refresh();
+    return Fund::Genau;
   }
-  return !nummer.isEmpty();
+  if (!manager->fktLeseArtikel_TeilArtikel(nummer)) return Fund::Keiner;
+  nummer = manager->Artikelnummer();
+  return Fund::Teil;
 }
 
 void frm_AnzeigeZuordnung::Pruefe_ZuordnungSchalter() {
@@ -148,11 +166,11 @@ void frm_AnzeigeZuordnung::Pruefe_ZuordnungSchalter() {
       return false;
     };
     const bool markiert =
-        gibt(*m_Zuordnungen, [&](std::int32_t i) { return ist_True(m_Zuordnungen->Value(i, uebersicht::Marke)); });
-    const bool artikel = markiert && gibt(*m_Artikel, [&](std::int32_t i) {
+        gibt(Zuordnungen(), [&](std::int32_t i) { return ist_True(Zuordnungen().Value(i, uebersicht::Marke)); });
+    const bool benannt = markiert && gibt(Artikel(), [&](std::int32_t i) {
                            return !text::Trim(Artikeltext(i, artikel::Nummer)).isEmpty();
                          });
-    if (artikel) SSC_ZuordnungSpeichern.Enabled(true);
+    if (benannt) SSC_ZuordnungSpeichern.Enabled(true);
   });
 }
 
@@ -169,7 +187,7 @@ void frm_AnzeigeZuordnung::Bild_Vorschau(std::int32_t pZeile) {
 }
 
 void frm_AnzeigeZuordnung::lade_Vorschau(std::int32_t zeile) {
-  if (ist_True(m_Zuordnungen->Value(zeile, uebersicht::Fehlt))) return Pic_Dummy.Picture(Pic_Blank.Picture());
+  if (ist_True(Zuordnungen().Value(zeile, uebersicht::Fehlt))) return Pic_Dummy.Picture(Pic_Blank.Picture());
   const auto teil = [datei = Zuordnungstext(zeile, uebersicht::Datei)](std::int16_t art) {
     return mod_BilderSuchen::Fkt_SplitFileName(datei, art);
   };
@@ -209,17 +227,17 @@ void frm_AnzeigeZuordnung::StretchPicture(const Bildfeld& quelle, Bildfeld& ziel
 // ── Saving ──────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_AnzeigeZuordnung::frage_und_speichere() {
-  const Antwort antwort = MsgBox(
-      u"Die oben gekennzeichneten Dateien werden den unten aufgeführten Artikeln zugeordnet! Möchten Sie den Vorgang "
-      "starten?"_s,
-      Knoepfe::JaNein, Symbol::Frage, u"Dateien zuordnen"_s);
-  if (antwort != Antwort::Ja) return;
   mit_Meldung(u"SSC_ZuordnungSpeichern_Click", [this] {
+    const Antwort antwort = MsgBox(
+        u"Die oben gekennzeichneten Dateien werden den unten aufgeführten Artikeln zugeordnet! Möchten Sie den Vorgang "
+        "starten?"_s,
+        Knoepfe::JaNein, Symbol::Frage, u"Dateien zuordnen"_s);
+    if (antwort != Antwort::Ja) return;
     verlange(pAppObj);
     pNeuObj = std::make_shared<clsBildZuordnungen>();
     pNeuObj->Init(pAppObj->ConnectStringDB(), pAppObj->ConnectionDB(), pGL_jmtVerarbeitungsdatum);
     pNeuObj->FKT_Neu();
-    for (std::int32_t j = 0; j <= m_Artikel->UpperBound(Dimension::Zeilen); ++j) ordne_zu(j);
+    for (std::int32_t j = 0; j <= Artikel().UpperBound(Dimension::Zeilen); ++j) ordne_zu(j);
     // Until here no row was written.
     pNeuObj->FKT_SpeichernBilder();
     Hide();
@@ -229,15 +247,15 @@ void frm_AnzeigeZuordnung::frage_und_speichere() {
 void frm_AnzeigeZuordnung::ordne_zu(std::int32_t artikelzeile) {
   const QString lieferant = Artikeltext(artikelzeile, artikel::Lieferant);
   const QString ordner = u"Artikel\\"_s + (text::Trim(lieferant).isEmpty() ? u"Allg"_s : lieferant);
-  for (std::int32_t i = 0; i <= m_Zuordnungen->UpperBound(Dimension::Zeilen); ++i)
-    if (ist_True(m_Zuordnungen->Value(i, uebersicht::Marke)))
+  for (std::int32_t i = 0; i <= Zuordnungen().UpperBound(Dimension::Zeilen); ++i)
+    if (ist_True(Zuordnungen().Value(i, uebersicht::Marke)))
       ordne_Bild_zu(i, Artikeltext(artikelzeile, artikel::Nummer), ordner);
 }
 
 void frm_AnzeigeZuordnung::ordne_Bild_zu(std::int32_t zeile, const QString& artikelnummer, const QString& zielordner) {
   using namespace uebersicht;
   const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
-  const auto ja = [&](Spalte spalte) { return ist_True(m_Zuordnungen->Value(zeile, spalte)); };
+  const auto ja = [&](Spalte spalte) { return ist_True(Zuordnungen().Value(zeile, spalte)); };
   const QString name = text::Trim(wert(Dateiname));
   const QString endung = text::Trim(wert(Ext));
   if (pNeuObj->FKT_BilderVorhanden(artikelnummer, {}, {}, {}, name, endung, u"Art"_s, {}, {})) return;
