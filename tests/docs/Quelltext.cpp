@@ -110,7 +110,7 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
       u"^  (?=\\w)(?!return|using|friend|struct|enum)[^(=;\\n]+?[ &>]"
       "(\\w+(?:, \\w+)*)(?: = [^;(]*)?;"_s);
   QSet<QString> namen;
-  const QRegularExpression kopf(u"\\b(?:class|struct) (?:KVO_EXPORT )?"_s + klasse + u"\\b[^;{]*\\{"_s);
+  const QRegularExpression kopf(u"\\b(?:class|struct) (?:KVO_[A-Z]+ )?"_s + klasse + u"\\b[^;{]*\\{"_s);
   const QRegularExpressionMatch fund = kopf.match(code_);
   EXPECT_TRUE(fund.hasMatch()) << klasse.toStdString();
   bool oeffentlich = fund.captured().startsWith(u"struct"_s);
