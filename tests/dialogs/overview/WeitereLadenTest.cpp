@@ -1,3 +1,4 @@
+#include <QCoreApplication>
 #include <QFile>
 
 #include "dialogs/search/Vorschaubild.h"
@@ -138,6 +139,23 @@ TEST_F(WeitereLaden, ASmallPictureIsEnlargedToTheFrameAndKeepsItsProportions) {
     EXPECT_NEAR(form().pic_Anzeige.Width(), rahmen, 15);
     EXPECT_NEAR(form().pic_Anzeige.Height(), rahmen / 3, 15);
     EXPECT_NEAR(form().pic_Anzeige.Top(), (form().SSP_Anzeige.Height() - rahmen / 3) / 2, 15);
+  });
+}
+
+TEST_F(WeitereLaden, TheUpperHalfIsForThePicturesWithTheirPreviewAndTheLowerForTheArticles) {
+  fuege_Bilder_ein(1);
+  zeige([&] {
+    for (const QSize groesse : {form().size(), QSize(900, 700)}) {
+      form().resize(groesse);
+      QCoreApplication::processEvents();
+      EXPECT_NEAR(bilder().Height(), artikel().Height(), 15);
+      EXPECT_NEAR(form().SSP_Anzeige.Top(), bilder().Top(), 15);
+      EXPECT_NEAR(form().SSP_Anzeige.Height(), bilder().Height(), 15);
+      EXPECT_GE(form().SSP_Anzeige.Left(), bilder().Left() + bilder().Width());
+      EXPECT_GE(artikel().Top(), bilder().Top() + bilder().Height());
+      EXPECT_NEAR(artikel().Width(), form().SSP_Anzeige.Left() + form().SSP_Anzeige.Width() - bilder().Left(), 15);
+      EXPECT_LE(artikel().Top() + artikel().Height(), form().cmd_Abbrechen.Top() + 15);
+    }
   });
 }
 
