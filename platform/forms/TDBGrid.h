@@ -8,7 +8,6 @@
 #include <memory>
 
 #include "platform/basic/XArrayDBObject.h"
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Gitterspalte.h"
 #include "platform/forms/Steuerelement.h"
 #include "platform/forms/Zeilenauswahl.h"
@@ -32,7 +31,7 @@ class QLineEdit;
 ///
 /// Events that the user causes run under the guard of the window. Events that a statement causes are raised by that
 /// statement, which passes on a handler's failure.
-class KVO_EXPORT TDBGrid : public QTableView, public Steuerelement {
+class TDBGrid : public QTableView, public Steuerelement {
  public:
   explicit TDBGrid(QWidget* behaelter, const QString& name);
   ~TDBGrid() override;
