@@ -11,6 +11,32 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+using Grund = Aufraeumposten::Grund;
+
+struct Begruendung {
+  QStringView kennung;
+  QStringView worte;
+};
+
+Begruendung begruendung(Grund grund) {
+  switch (grund) {
+    case Grund::OhneZuordnung:
+      return {u"ohne_zuordnung", u"keine Zuordnung"};
+    case Grund::AbfrageGescheitert:
+      return {u"abfrage_gescheitert", u"nicht zu prüfen, geht auch mit Zuordnung"};
+    case Grund::TextOhneBild:
+      return {u"text_ohne_bild", u"Text ohne Bild"};
+    case Grund::LeererOrdner:
+      break;
+  }
+  return {u"leerer_ordner", u"leerer Ordner"};
+}
+
+template <class Bedingung>
+qsizetype zaehle(const Aufraeumliste& liste, Bedingung bedingung) {
+  return static_cast<qsizetype>(std::count_if(liste.Posten.begin(), liste.Posten.end(), bedingung));
+}
+
 bool gleich(const Aufraeumliste& a, const Aufraeumliste& b) {
   return a.Ergebnis == b.Ergebnis &&
          std::equal(a.Posten.begin(), a.Posten.end(), b.Posten.begin(), b.Posten.end(),
@@ -52,17 +78,45 @@ QStringList Aufraeumen::fuehre_aus(const Aufraeumliste& gezeigt) {
   if (!gleich(liste(), gezeigt))
     throw Abbruch(Ausgang::Teilweise,
                   u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s);
-  store_.FKT_Loesche_Bild_Ohne_Zuordnung(start_, wurzel_);
+  // Not the component's own clearing: it would ask the table again, and take a connection that breaks right now for a
+  // table that names no picture.
   QStringList geblieben;
   const FileSystemObject dateien;
-  for (const Aufraeumposten& p : gezeigt.Posten)
-    if (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)) geblieben.append(angezeigt(p));
+  for (const Aufraeumposten& p : gezeigt.Posten) {
+    const auto grund =
+        versuche([&] { p.ist_Ordner() ? dateien.DeleteFolder(p.Pfad, true) : dateien.DeleteFile(p.Pfad, true); });
+    // What somebody else has deleted meanwhile is gone as well.
+    if (grund && (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)))
+      geblieben.append(angezeigt(p));
+  }
   return geblieben;
 }
 
 QString Aufraeumen::angezeigt(const Aufraeumposten& posten) const {
   if (posten.Pfad == wurzel_) return u"."_s;
   return posten.Pfad.mid(wurzel_.size() + 1) + (posten.ist_Ordner() ? u"\\"_s : QString());
+}
+
+QStringList Aufraeumen::warnungen(const Aufraeumliste& liste) const {
+  QStringList saetze;
+  if (const auto anzahl = zaehle(liste, [&](const auto& p) { return liegt_in_der_Wurzel(p); }))
+    saetze.append(
+        u"Dateien unmittelbar in der Bildablage: %1. Dort geht jede, ob zugeordnet oder nicht."_s.arg(anzahl));
+  if (const auto anzahl = zaehle(liste, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; }))
+    saetze.append(
+        u"Dateien, nach denen sich die Tabelle nicht fragen ließ, etwa wegen eines Hochkommas: %1. Sie gehen, "
+        "auch wenn sie zugeordnet sind."_s.arg(anzahl));
+  if (!ist_True(liste.Ergebnis))
+    saetze.append(u"Ein Ordner ist nicht zu lesen: Ab dort, und in den Ordnern über ihm, bleibt alles stehen."_s);
+  return saetze;
+}
+
+QString Aufraeumen::kennung(Grund grund) {
+  return begruendung(grund).kennung.toString();
+}
+
+QString Aufraeumen::worte(Grund grund) {
+  return begruendung(grund).worte.toString();
 }
 
 bool Aufraeumen::liegt_in_der_Wurzel(const Aufraeumposten& posten) const {

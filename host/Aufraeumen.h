@@ -18,17 +18,22 @@ class Aufraeumen {
   /// What would go. Ends with Abbruch: Ausgang::Datei where the start is missing, or the root is empty though the table
   /// names pictures (a share that is not mounted); Ausgang::Datenbank where the table can't be asked.
   Aufraeumliste liste();
-  /// Clears, if the list is still the one that was shown; otherwise ends with Abbruch, Ausgang::Teilweise, and nothing
-  /// is deleted. Gives the paths that were to go and are still there.
+  /// Deletes what is on the list and nothing else, if it is still the one that was shown; otherwise ends with Abbruch,
+  /// Ausgang::Teilweise, and nothing is deleted. Gives the paths that did not go, as shown.
   QStringList fuehre_aus(const Aufraeumliste& gezeigt);
 
   /// A path of the list as the user knows it: below the root, a folder with a closing backslash; "." is the root.
   QString angezeigt(const Aufraeumposten& posten) const;
-  /// The file lies directly in the root, where none is ever found in the table.
-  bool liegt_in_der_Wurzel(const Aufraeumposten& posten) const;
+  /// Sentences about what a user might not expect of the list; none where there is nothing.
+  QStringList warnungen(const Aufraeumliste& liste) const;
+  /// Why something goes: for scripts, one lower-case word, and for people.
+  static QString kennung(Aufraeumposten::Grund grund);
+  static QString worte(Aufraeumposten::Grund grund);
 
  private:
   bool hat_Zeilen() const;
+  /// The file lies directly in the root, where none is ever found in the table.
+  bool liegt_in_der_Wurzel(const Aufraeumposten& posten) const;
 
   clsBildZuordnungen& store_;
   std::shared_ptr<adodb::Connection> verbindung_;

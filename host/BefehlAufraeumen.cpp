@@ -10,53 +10,20 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-using Grund = Aufraeumposten::Grund;
-
-QString grund(Grund grund) {
-  switch (grund) {
-    case Grund::OhneZuordnung:
-      return u"ohne_zuordnung"_s;
-    case Grund::AbfrageGescheitert:
-      return u"abfrage_gescheitert"_s;
-    case Grund::TextOhneBild:
-      return u"text_ohne_bild"_s;
-    case Grund::LeererOrdner:
-      break;
-  }
-  return u"leerer_ordner"_s;
-}
-
 void zeige(const Aufraeumen& aufraeumen, const Aufraeumliste& liste, bool als_json) {
   for (const Aufraeumposten& p : liste.Posten) {
     if (als_json)
       ausgabe::json({{u"pfad"_s, aufraeumen.angezeigt(p)},
                      {u"art"_s, p.ist_Ordner() ? u"ordner"_s : u"datei"_s},
-                     {u"grund"_s, grund(p.Warum)}});
+                     {u"grund"_s, Aufraeumen::kennung(p.Warum)}});
     else
       ausgabe::zeile(aufraeumen.angezeigt(p));
   }
 }
 
-template <class Bedingung>
-qsizetype zaehle(const Aufraeumliste& liste, Bedingung bedingung) {
-  return static_cast<qsizetype>(std::count_if(liste.Posten.begin(), liste.Posten.end(), bedingung));
-}
-
-/// What a user might not expect of the list.
-void warne(const Aufraeumen& aufraeumen, const Aufraeumliste& liste) {
-  if (!ist_True(liste.Ergebnis))
-    ausgabe::meldung(u"Ein Ordner ist nicht zu lesen: Ab dort, und in den Ordnern über ihm, bleibt alles stehen."_s);
-  if (const auto anzahl = zaehle(liste, [&](const auto& p) { return aufraeumen.liegt_in_der_Wurzel(p); }))
-    ausgabe::meldung(
-        u"Achtung: Dateien unmittelbar in der Bildablage: %1. Dort geht jede, ob zugeordnet oder nicht."_s.arg(anzahl));
-  if (const auto anzahl = zaehle(liste, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; }))
-    ausgabe::meldung(
-        u"Achtung: Dateien, nach denen sich die Tabelle nicht fragen ließ, etwa wegen eines Hochkommas: %1. Sie gehen,\n"_s
-        u"auch wenn sie zugeordnet sind."_s.arg(anzahl));
-}
-
 bool ist_bestaetigt(const Aufraeumliste& liste) {
-  const auto ordner = zaehle(liste, [](const auto& p) { return p.ist_Ordner(); });
+  const auto ordner =
+      std::count_if(liste.Posten.begin(), liste.Posten.end(), [](const auto& p) { return p.ist_Ordner(); });
   ausgabe::meldung(u"Endgültig löschen (Dateien: %1, Ordner: %2)? Mit „ja“ bestätigen:"_s.arg(
       QString::number(std::ssize(liste.Posten) - ordner), QString::number(ordner)));
   QFile eingabe;
@@ -82,7 +49,7 @@ Ausgang raeume_auf(const Aufruf& aufruf) {
   Aufraeumen aufraeumen(sitzung.store(), sitzung.verbindung(), wurzel, wurzel + ordner);
   const Aufraeumliste liste = aufraeumen.liste();
   zeige(aufraeumen, liste, aufruf.gesetzt(u"json"_s));
-  warne(aufraeumen, liste);
+  for (const QString& satz : aufraeumen.warnungen(liste)) ausgabe::meldung(u"Achtung: "_s + satz);
   if (liste.Posten.empty()) ausgabe::meldung(u"Es gibt nichts aufzuräumen."_s);
   if (probe || liste.Posten.empty()) return ist_True(liste.Ergebnis) ? Ausgang::Erledigt : Ausgang::Teilweise;
   if (ja || ist_bestaetigt(liste)) return loesche(aufraeumen, liste);

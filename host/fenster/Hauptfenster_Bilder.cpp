@@ -7,6 +7,7 @@
 #include "host/fenster/Aufraeumfenster.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Vorgangsansicht.h"
+#include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,14 +16,38 @@ using namespace oberflaeche;
 namespace {
 
 const QString Titel = u"Bildzuordnung"_s;
+const QString Nichts = u"\r\n\r\nNichts ist gelöscht."_s;
+
+/// Shows what would go, asks, and clears after a yes; gives what is to be told in the end.
+QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
+  const Aufraeumliste liste = aufraeumen.liste();
+  if (liste.Posten.empty()) {
+    const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
+    const QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(liste);
+    MsgBox(saetze.join(u"\r\n\r\n"_s), Knoepfe::OK, Symbol::Information, Titel);
+    return nichts_zu_tun;
+  }
+  if (Aufraeumfenster(aufraeumen, liste, ueber).exec() != QDialog::Accepted) return u"Nichts ist gelöscht."_s;
+  const QStringList geblieben = aufraeumen.fuehre_aus(liste);
+  return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 gelöscht."_s.arg(liste.Posten.size())
+                             : u"Bilderbaum: NICHT gelöscht sind %1."_s.arg(geblieben.join(u", "_s));
+}
 
 }  // namespace
 
 void Hauptfenster::zeige_Exif() {
+  if (dialog_offen_) return;
   const Vorschaubild* bild = ansicht_->lst_Bilder->gewaehltes();
-  if (!bild || dialog_offen_) return;
+  if (!bild) return melde(u"Exif: Wählen Sie zuerst ein Bild des Vorgangs aus."_s);
+  const QString pfad = platz_.wurzel() + u'\\' + bild->ordner + u'\\' + bild->datei;
+  // The reader would make a missing file.
+  if (!FileSystemObject().FileExists(pfad)) {
+    MsgBox(u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei), Knoepfe::OK,
+           Symbol::Ausrufezeichen, Titel);
+    return;
+  }
   dialog_offen_ = true;
-  clsDialoge().Fkt_Aufruf_Dialog_BildInfo(platz_.wurzel() + u'\\' + bild->ordner + u'\\' + bild->datei, {}, true);
+  clsDialoge().Fkt_Aufruf_Dialog_BildInfo(pfad, {}, true);
   dialog_offen_ = false;
 }
 
@@ -35,6 +60,8 @@ void Hauptfenster::suche_Bilder() {
   const bool genommen =
       clsDialoge().Fkt_Aufruf_Dialog_BilderSuchen(platz_.anwendungsobjekt(), platz_.wurzel() + u'\\', funde);
   dialog_offen_ = false;
+  // The search can turn pictures of the record too.
+  zeige_gewaehlten();
   if (!genommen) return melde(u"Bilder suchen: nichts gewählt."_s);
   // The last row is empty.
   const std::int32_t anzahl = funde->UpperBound(XArrayDBObject::Dimension::Zeilen);
@@ -47,7 +74,7 @@ void Hauptfenster::suche_Bilder() {
 void Hauptfenster::raeume_auf() {
   if (dialog_offen_) return;
   if (const auto grund = platz_.wurzel_fehlt()) {
-    MsgBox(*grund + u"\r\n\r\nNichts ist gelöscht."_s, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
+    MsgBox(*grund + Nichts, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
     return;
   }
   dialog_offen_ = true;
@@ -56,20 +83,13 @@ void Hauptfenster::raeume_auf() {
     if (!platz_.verbindung()) platz_.oeffne();
     store.Init(platz_.verbindungszeichenfolge(), platz_.verbindung(), {});
     Aufraeumen aufraeumen(store, platz_.verbindung(), platz_.wurzel(), platz_.wurzel());
-    const Aufraeumliste liste = aufraeumen.liste();
-    if (liste.Posten.empty()) {
-      MsgBox(u"Es gibt nichts aufzuräumen."_s, Knoepfe::OK, Symbol::Information, Titel);
-    } else if (Aufraeumfenster(aufraeumen, liste, this).exec() == QDialog::Accepted) {
-      const QStringList geblieben = aufraeumen.fuehre_aus(liste);
-      melde(geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 gelöscht."_s.arg(liste.Posten.size())
-                                : u"Bilderbaum: NICHT gelöscht sind %1."_s.arg(geblieben.join(u", "_s)));
-    } else {
-      melde(u"Nichts ist gelöscht."_s);
-    }
+    melde(raeume_nach_Frage(aufraeumen, this));
   } catch (const Abbruch& abbruch) {
-    MsgBox(abbruch.text() + u"\r\n\r\nNichts ist gelöscht."_s, Knoepfe::OK, Symbol::Kritisch, Titel);
+    // What changed meanwhile is told with these words already.
+    const bool gesagt = abbruch.ausgang() == Ausgang::Teilweise;
+    MsgBox(abbruch.text() + (gesagt ? QString() : Nichts), Knoepfe::OK, Symbol::Kritisch, Titel);
   } catch (const Laufzeitfehler& fehler) {
-    MsgBox(fehler.Beschreibung(), Knoepfe::OK, Symbol::Kritisch, Titel);
+    MsgBox(fehler.Beschreibung() + Nichts, Knoepfe::OK, Symbol::Kritisch, Titel);
   }
   dialog_offen_ = false;
   zeige_gewaehlten();

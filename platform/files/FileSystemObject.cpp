@@ -53,6 +53,17 @@ QString zieldatei(const QString& quelle, const QString& ziel) {
   return ziel + letzter_Name(quelle);
 }
 
+/// No folder to be deleted: it is the root of a mount, or a link to a folder.
+bool ist_verankert(const QByteArray& ort, const struct stat& eintrag) {
+  if (S_ISLNK(eintrag.st_mode)) {
+    const auto dahinter = stand_am_Ort(ort);
+    return dahinter && S_ISDIR(dahinter->st_mode);
+  }
+  struct statx mehr {};
+  return S_ISDIR(eintrag.st_mode) && ::statx(AT_FDCWD, ort.constData(), AT_SYMLINK_NOFOLLOW, 0, &mehr) == 0 &&
+         (mehr.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
 void kopiere(const QByteArray& quelle, const struct stat& stand_der_quelle, const QByteArray& ziel, bool ersetzen) {
   if (!S_ISREG(stand_der_quelle.st_mode) || systemfehler::unlesbar(stand_der_quelle.st_mode))
     throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
@@ -166,6 +177,7 @@ bool FileSystemObject::darf_loeschen(const QString& pfad) const {
     const auto darueber = stand_am_Ort(ordner);
     if (!darueber || ::lstat(ort.constData(), &eintrag) != 0) return false;
     if (::faccessat(AT_FDCWD, ordner.constData(), W_OK | X_OK, AT_EACCESS) != 0) return false;
+    if (ist_verankert(ort, eintrag)) return false;
     // In a folder with the sticky bit everybody deletes only what is his own.
     const uid_t wir = ::geteuid();
     return (darueber->st_mode & S_ISVTX) == 0 || wir == 0 || wir == darueber->st_uid || wir == eintrag.st_uid;

@@ -54,7 +54,8 @@ class KVO_EXPORT FileSystemObject {
   void DeleteFile(const QString& pfad, bool auch_schreibgeschuetzte = false) const;
   /// Deletes an empty folder. Raises 76 when it is missing, 70 when it is not empty or may not go.
   void DeleteFolder(const QString& pfad, bool auch_schreibgeschuetzte = false) const;
-  /// This user may take a file or folder out of the folder it stands in, as far as the rights there and a read-only
-  /// file system tell; whether it is read-only itself does not count. False for a missing one. Never raises.
+  /// This user may take a file or an empty folder out of the folder it stands in, as far as the rights there and a
+  /// read-only file system tell; whether it is read-only itself does not count. False for a missing one, for a link to
+  /// a folder and for a folder that something is mounted on. Never raises.
   bool darf_loeschen(const QString& pfad) const;
 };

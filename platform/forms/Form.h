@@ -61,8 +61,8 @@ class Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fen
   /// Runs a handler. As the outermost entry from the event loop a failure is kept and ends the modal show; inside a
   /// running handler it flies on.
   void bewacht(const std::function<void()>& handler) override;
-  /// The same where no exception may pass, in the middle of Qt's own work: a failure is kept in any case.
-  void abgeschirmt(const std::function<void()>& handler) noexcept;
+  /// A failure that is kept ends the modal show, too.
+  void abgeschirmt(const std::function<void()>& handler) noexcept override;
 
   void beginne_Ziehen(Steuerelement& quelle) override;
 

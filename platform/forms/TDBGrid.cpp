@@ -57,7 +57,7 @@ void TDBGrid::richte_Koepfe_ein() {
     druecke_Zeile(zeile, QGuiApplication::keyboardModifiers(), zeile_);
   });
   connect(&waehler, &QHeaderView::sectionEntered, this, [this](int zeile) { waehle_bis(zeile); });
-  connect(&waehler, &QHeaderView::sectionClicked, this, [this] { Ereigniswache::melde(*this, Click); });
+  connect(&waehler, &QHeaderView::sectionClicked, this, [this] { Ereigniswache::melde_im_Signal(*this, Click); });
 }
 
 std::int32_t TDBGrid::ColumnCount() const noexcept {
@@ -218,8 +218,9 @@ void TDBGrid::melde_Standort(const Zelle& vorher) const {
 void TDBGrid::currentChanged(const QModelIndex& jetzt, const QModelIndex& vorher) {
   QTableView::currentChanged(jetzt, vorher);
   if (durch_Code_) return;
-  if (modell_->eingabe()) Ereigniswache::melde(*this, [this] { Update(); });
+  if (modell_->eingabe()) Ereigniswache::melde_im_Signal(*this, [this] { Update(); });
   const Zelle letzte{zeile_, spalte_};
   nimm_Standort();
-  if (letzte != Zelle{zeile_, spalte_}) Ereigniswache::melde(*this, [this, letzte] { melde_Standort(letzte); });
+  if (letzte != Zelle{zeile_, spalte_})
+    Ereigniswache::melde_im_Signal(*this, [this, letzte] { melde_Standort(letzte); });
 }

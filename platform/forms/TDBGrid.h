@@ -29,8 +29,9 @@ class QLineEdit;
 /// gets that row; AfterColEdit; the value goes into the array; AfterUpdate. A failure in a handler ends the commit
 /// there; a row that the array got stays.
 ///
-/// Events that the user causes run under the guard of the window. Events that a statement causes are raised by that
-/// statement, which passes on a handler's failure.
+/// Events that the user causes run under the guard of the window, and those that come of a statement elsewhere, as of
+/// taking the focus away from an open edit. Events that a statement of the grid causes are raised by that statement,
+/// which passes on a handler's failure.
 class TDBGrid : public QTableView, public Steuerelement {
  public:
   explicit TDBGrid(QWidget* behaelter, const QString& name);

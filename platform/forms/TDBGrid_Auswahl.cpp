@@ -12,7 +12,6 @@
 // How the user selects rows, and what else the mouse and the keys do in the grid.
 
 bool TDBGrid::waehlt_in_Zellen() const {
-  if (neue_zeile_) return false;
   const auto& spalten = modell_->spalten();
   return !AllowUpdate() ||
          std::none_of(spalten.begin(), spalten.end(), [](const Gitterspalte& s) { return s.Visible && !s.Locked; });
@@ -59,7 +58,7 @@ void TDBGrid::waehle_bis(int zeile) {
   for (std::int32_t z = von; !waehlt_ab_ && z <= bis; ++z) neu.Add(z);
   if (neu == auswahl_) return;
   uebernimm_Auswahl(std::move(neu));
-  Ereigniswache::melde(*this, SelChange);
+  Ereigniswache::melde_im_Signal(*this, SelChange);
 }
 
 void TDBGrid::hebe_auf() {

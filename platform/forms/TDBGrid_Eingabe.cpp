@@ -68,7 +68,7 @@ bool TDBGrid::lies_Editor() {
 
 /// The editor is being left.
 void TDBGrid::nimm_Editor() {
-  if (lies_Editor()) Ereigniswache::melde(*this, [this] { vollziehe(); });
+  if (lies_Editor()) Ereigniswache::melde_im_Signal(*this, [this] { vollziehe(); });
 }
 
 /// Closes the editor; what was typed is lost unless it was taken before.
@@ -133,7 +133,7 @@ void TDBGrid::Update() {
 /// The road of an edit. A handler may go it to its end itself.
 void TDBGrid::vollziehe() {
   if (!modell_->eingabe()) return;
-  const auto verwirf = qScopeGuard([this] { modell_->setze_Eingabe({}); });
+  auto verwirf = qScopeGuard([this] { modell_->setze_Eingabe({}); });
   lege_Zeile_an();
   if (!modell_->eingabe()->gemeldet) {
     modell_->merke_gemeldet();
@@ -141,6 +141,7 @@ void TDBGrid::vollziehe() {
     if (AfterColEdit) AfterColEdit(modell_->eingabe()->spalte);
   }
   if (modell_->eingabe()) schreibe();
+  verwirf.dismiss();
 }
 
 /// Gives the array the row that an edit in the line for a new row is for.

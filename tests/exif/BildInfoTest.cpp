@@ -247,6 +247,7 @@ TEST_F(BildInfo, TitlesAndTheSelectedRowAreDarkBlueOnTheListsOwnColours) {
   form.Create_List();
   const SftTree& tree = form.Sft_Eigenschaften;
   for (std::int32_t i = 0; i < 3; ++i) EXPECT_EQ(tree.ColumnForeColor(i), 0x800000U);
+  EXPECT_EQ(tree.headerItem()->foreground(0).color(), QColor(0, 0, 0x80));
   EXPECT_EQ(tree.SelectBackColor(), tree.BackColor());
   EXPECT_EQ(tree.SelectForeColor(), 0x800000U);
   EXPECT_EQ(tree.BackColor(), 0xFFFFFFU);
@@ -288,6 +289,7 @@ TEST_F(BildInfo, AHighlightedRowIsMarkedAsAReferenceAndASpacerIsARowOfItsOwn) {
   EXPECT_EQ(tree.CellText(1, 1), u"Wert"_s);
   for (const int zelle : {0, 1}) EXPECT_EQ(tree.CellBackColor(1, zelle), 0xFFC0C0U);
   EXPECT_NE(tree.CellBackColor(1, 2), 0xFFC0C0U);
+  EXPECT_EQ(tree.topLevelItem(1)->background(0).color(), QColor(0xC0, 0xC0, 0xFF)) << "a light blue";
   for (const int zelle : {0, 1, 2}) {
     EXPECT_EQ(tree.CellText(2, zelle), QString());
     EXPECT_EQ(tree.CellFontSize(2, zelle), 4);

@@ -1,4 +1,5 @@
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QProcess>
 
@@ -24,6 +25,17 @@ class KvobildAufraeumen : public Betrieb {
   }
   Lauf antworte(const QString& antwort) const {
     return aufraeumen({}, ordner_.schreibe(u"antwort"_s, antwort.toUtf8()));
+  }
+  /// Everything below the root as the command names it.
+  QStringList baum() const {
+    QStringList pfade;
+    QDirIterator lauf(wurzel(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (lauf.hasNext()) {
+      const QString pfad = lauf.next().mid(wurzel().size() + 1).replace(u'/', u'\\');
+      pfade.append(pfad + (lauf.fileInfo().isDir() ? u"\\"_s : QString()));
+    }
+    pfade.sort();
+    return pfade;
   }
   const QStringList alles{u"Belege\\1\\b.jpg"_s, u"Belege\\1\\bjpg.txt"_s, u"Belege\\2\\c.jpg"_s, u"Belege\\2\\"_s};
 };
@@ -63,6 +75,29 @@ TEST_F(KvobildAufraeumen, Ein_Ja_auf_die_Frage_loescht) {
   const Lauf lauf = antworte(u"Ja\n"_s);
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
   EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"ajpg.txt"_s}));
+}
+
+TEST_F(KvobildAufraeumen, Die_Liste_und_das_Aufraeumen_stimmen_Datei_fuer_Datei_ueberein) {
+  for (const char* name :
+       {"oben.jpg", "Belege/1/A.JPG", "Belege/1/a.jpg.bak", "Belege/1/plan.v2.jpg", "Belege/1/'.jpg", "Belege/1/ab.txt",
+        "Belege/1/notes.txt", "Belege/1/fotojpeg.txt", "Belege/1/ohne_Punkt", "Belege/1/ä'ö.jpg", "Belege/1/b\\x.jpg",
+        "Belege/3/Tief/x.jpg", "Belege/3/Tief/xjpg.txt", "Belege/4/.jpg", "Belege/4/jpg.txt"})
+    ordner_.schreibe(u"bild.ablage/"_s + QString::fromUtf8(name), "x");
+  ASSERT_TRUE(QFile::link(ordner_.pfad(), wurzel() + u"/Belege/4/Verweis"_s));
+  ordne_zu(u"Belege\\4"_s, {});
+  const QStringList vorher = baum();
+  const QStringList liste = aufraeumen({u"--probe"_s}).zeilen();
+  EXPECT_EQ(baum(), vorher);
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(lauf.zeilen(), liste);
+  QStringList weg = vorher;
+  const QStringList nachher = baum();
+  weg.removeIf([&](const QString& pfad) { return nachher.contains(pfad); });
+  QStringList gelistet = liste;
+  gelistet.sort();
+  EXPECT_EQ(weg, gelistet);
+  EXPECT_EQ(weg.size(), 15) << weg.join(u'\n').toStdString();
 }
 
 TEST_F(KvobildAufraeumen, Hat_sich_die_Ablage_waehrend_der_Frage_geaendert_so_geschieht_nichts) {

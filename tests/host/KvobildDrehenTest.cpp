@@ -47,10 +47,31 @@ TEST_F(KvobildDrehen, Jede_Art_bringt_das_Viertel_an_seinen_Ort) {
 }
 
 TEST_F(KvobildDrehen, Eine_andere_oder_keine_Art_ist_ein_falscher_Aufruf) {
-  EXPECT_EQ(drehe(u"45"_s).code, 2);
-  EXPECT_EQ(kvobild({u"drehen"_s, quelle_, ziel_}).code, 2);
-  EXPECT_EQ(kvobild({u"drehen"_s, u"--um"_s, u"90"_s, quelle_}).code, 2);
+  for (const QString& um : {u"45"_s, u"-90"_s, u"90 "_s, u"0"_s, u"Waagerecht"_s, QString()}) {
+    const Lauf lauf = drehe(um);
+    EXPECT_EQ(lauf.code, 2) << um.toStdString();
+    EXPECT_TRUE(lauf.meldungen.contains(u"--um"_s)) << lauf.meldungen.toStdString();
+  }
+  const QList<QStringList> falsche{{quelle_, ziel_},
+                                   {u"--um"_s, u"90"_s, quelle_},
+                                   {u"--um"_s, u"90"_s},
+                                   {u"--um"_s, u"90"_s, quelle_, ziel_, ziel_},
+                                   {u"--um"_s, u"90"_s, u"--ja"_s, quelle_, ziel_},
+                                   {quelle_, ziel_, u"--um"_s}};
+  for (const QStringList& argumente : falsche) {
+    const Lauf lauf = kvobild(QStringList{u"drehen"_s} + argumente);
+    EXPECT_EQ(lauf.code, 2) << argumente.join(u' ').toStdString();
+    EXPECT_FALSE(lauf.meldungen.isEmpty());
+  }
   EXPECT_EQ(inhalt().size(), 1);
+}
+
+TEST_F(KvobildDrehen, Ein_Ziel_das_da_ist_wird_ersetzt_und_bleibt_wenn_es_nicht_geht) {
+  ordner_.schreibe(u"ziel.jpg"_s, "alt");
+  EXPECT_EQ(kvobild({u"drehen"_s, u"--um"_s, u"90"_s, ordner_.schreibe(u"t.jpg"_s, "Text"), ziel_}).code, 4);
+  EXPECT_EQ(ordner_.lies(u"ziel.jpg"_s), "alt");
+  EXPECT_EQ(drehe(u"90"_s).code, 0);
+  EXPECT_EQ(QImage(ziel_).size(), QSize(32, 64));
 }
 
 TEST_F(KvobildDrehen, Fehlende_und_andere_Dateien_sind_Ausgang_4_mit_Worten_und_ohne_Ziel) {

@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
+#include "platform/adodb/SqliteTreiber.h"
 #include "tests/store/Datenbanktest.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -306,6 +308,75 @@ TEST_F(Aufraeumen, TheCollectionAndItsCursorStayAsTheyAre) {
   EXPECT_EQ(store.AnzahlPos(), 1);
   EXPECT_EQ(store.AktInd(), 0);
   EXPECT_EQ(store.Bild_Bildname(), u"a"_s);
+}
+
+TEST_F(Aufraeumen, AStartThatIsALinkIsClearedAndStaysAsALink) {
+  const Testordner anderswo;
+  anderswo.schreibe(u"a.jpg"_s, "x");
+  fs::create_directory_symlink(anderswo.pfad().toStdString(), ort("Link"));
+  const Aufraeumliste vorher = store.FKT_Liste_Bild_Ohne_Zuordnung(u"P:\\Link"_s, u"P:"_s);
+  EXPECT_EQ(genannt(vorher), QStringList{u"Link/a.jpg"_s});
+  EXPECT_EQ(store.FKT_Loesche_Bild_Ohne_Zuordnung(u"P:\\Link"_s, u"P:"_s), Variant(true));
+  EXPECT_FALSE(anderswo.vorhanden(u"a.jpg"_s));
+  EXPECT_EQ(baum(), QStringList{u"Link"_s});
+}
+
+namespace {
+
+/// A connection that lets something happen at each question, before it is answered.
+class Zwischenfall final : public adodb::Treiber {
+ public:
+  explicit Zwischenfall(std::function<void(const QString&)> dabei) : dabei_(std::move(dabei)) {}
+  void oeffne(const QString& zeichenfolge) override { sqlite_.oeffne(zeichenfolge); }
+  void schliesse() noexcept override { sqlite_.schliesse(); }
+  bool ist_offen() const noexcept override { return sqlite_.ist_offen(); }
+  adodb::Ergebnis fuehre_aus(const QString& text) override {
+    dabei_(text);
+    return sqlite_.fuehre_aus(text);
+  }
+
+ private:
+  std::function<void(const QString&)> dabei_;
+  adodb::SqliteTreiber sqlite_;
+};
+
+class AufraeumenMitZwischenfall : public Aufraeumen {
+ protected:
+  /// Clears the root; `dabei` runs at each question to the table.
+  void raeume_auf_waehrend(const std::function<void(const QString&)>& dabei) {
+    adodb::registriere_treiber(u"Zwischenfall"_s, [&] { return std::make_unique<Zwischenfall>(dabei); });
+    const QString zeichenfolge = u"Provider=Zwischenfall;Data Source="_s + db.pfad();
+    const auto verbindung = std::make_shared<adodb::Connection>();
+    verbindung->Open(zeichenfolge);
+    clsBildZuordnungen gestoerter;
+    ASSERT_TRUE(gestoerter.Init(zeichenfolge, verbindung, {}));
+    EXPECT_EQ(gestoerter.FKT_Loesche_Bild_Ohne_Zuordnung(u"P:"_s, u"P:"_s), Variant(true));
+    adodb::registriere_treiber(u"Zwischenfall"_s, [] { return std::unique_ptr<adodb::Treiber>(); });
+  }
+};
+
+}  // namespace
+
+TEST_F(AufraeumenMitZwischenfall, WhatAppearsMeanwhileStaysWithItsFolder) {
+  lege({"Allg/a.jpg", "Allg/b.jpg"});
+  raeume_auf_waehrend([&](const QString& frage) {
+    if (frage.contains(u"'b'"_s)) lege({"Allg/neu.jpg"});
+  });
+  EXPECT_EQ(baum(), (QStringList{u"Allg/"_s, u"Allg/neu.jpg"_s}));
+}
+
+TEST_F(AufraeumenMitZwischenfall, EachPassTakesTheListOfFilesAnew) {
+  lege({"Allg/a.jpg", "Allg/bleibt"});
+  raeume_auf_waehrend([&](const QString&) { lege({"Allg/cjpg.txt"}); });
+  EXPECT_EQ(baum(), (QStringList{u"Allg/"_s, u"Allg/bleibt"_s})) << "the text came after the first pass's list";
+}
+
+TEST_F(AufraeumenMitZwischenfall, AFileThatGoesMeanwhileDoesNotEndThePass) {
+  lege({"Allg/a.jpg", "Allg/b.jpg", "Allg/c.jpg", "Allg/bleibt"});
+  raeume_auf_waehrend([&](const QString& frage) {
+    if (frage.contains(u"'a'"_s)) fs::remove(ort("Allg/a.jpg"));
+  });
+  EXPECT_EQ(baum(), (QStringList{u"Allg/"_s, u"Allg/bleibt"_s}));
 }
 
 namespace {

@@ -217,3 +217,13 @@ TEST_F(FileSystem, WhatMayBeDeletedIsToldBeforehand) {
   EXPECT_FALSE(fso.darf_loeschen(u"P:\\o\\fehlt.jpg"_s));
   EXPECT_FALSE(fso.darf_loeschen(u"Q:\\a.jpg"_s));
 }
+
+TEST_F(FileSystem, AFolderThatIsALinkOrThatSomethingIsMountedOnMayNotBeDeletedEvenWhenItIsEmpty) {
+  const Testordner anderswo;
+  ASSERT_TRUE(QFile::link(anderswo.pfad(), wurzel.pfad(u"verweis"_s)));
+  ASSERT_TRUE(QFile::link(wurzel.schreibe(u"a.jpg"_s, "1"), wurzel.pfad(u"b.jpg"_s)));
+  EXPECT_FALSE(fso.darf_loeschen(u"P:\\verweis"_s));
+  EXPECT_TRUE(fso.darf_loeschen(u"P:\\b.jpg"_s)) << "a link to a file goes, and leaves the file";
+  EXPECT_NE(Fehlernummer_von([&] { fso.DeleteFolder(u"P:\\verweis"_s, true); }), 0);
+  EXPECT_FALSE(fso.darf_loeschen(u"C:\\proc"_s));
+}

@@ -24,6 +24,10 @@ class Probefenster final : public QWidget, public Ereigniswache {
     --tiefe_;
     if (nummer != 0) fehler.append(nummer);
   }
+  void abgeschirmt(const std::function<void()>& handler) noexcept override {
+    const std::int32_t nummer = Fehlernummer_von(handler);
+    if (nummer != 0) fehler.append(nummer);
+  }
   QList<std::int32_t> fehler;
 
  private:

@@ -172,8 +172,9 @@ TEST_F(TDBGridAuswahlTest, TheUserGoesOnFromASelectionByCode) {
   klicke(2, 1, Qt::ControlModifier);
   EXPECT_EQ(auswahl(), u"0,1,3"_s);
   gitter.SelBookmarks().Clear();
+  gitter.Row(0);
   klicke(3, 1, Qt::ShiftModifier);
-  EXPECT_EQ(auswahl(), u"2,3"_s) << "from the current row: the choice before no longer counts";
+  EXPECT_EQ(auswahl(), u"0,1,2,3"_s) << "from the current row: the choice before no longer counts";
 }
 
 TEST_F(TDBGridAuswahlTest, TheHandlerMaySelectByCodeItself) {
@@ -201,6 +202,9 @@ TEST_F(TDBGridAuswahlTest, TheLineForANewRowIsNeverSelected) {
   EXPECT_EQ(auswahl(), QString());
   taste(Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(auswahl(), u"0,1"_s);
+  gitter.SelBookmarks().Add(2);
+  EXPECT_TRUE(hervorgehoben(1));
+  EXPECT_FALSE(hervorgehoben(2)) << "a bookmark without a row shows nothing";
 }
 
 TEST_F(TDBGridAuswahlTest, AGridThatMayNotBeUpdatedSelectsByItsCells) {
