@@ -6,7 +6,6 @@
 #include <exception>
 #include <functional>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Ereigniswache.h"
 #include "platform/forms/Ziehvorgang.h"
 #include "platform/host/KVOCore.h"
@@ -29,7 +28,7 @@ std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept;
 ///
 /// Failures: what a handler that the event loop entered could not do ends the modal show, and Show throws it again. A
 /// handler that was called by a statement passes its failure on to that statement.
-class KVO_EXPORT Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fensterplatz {
+class Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fensterplatz {
  public:
   explicit Form(const QString& name);
   ~Form() override;

@@ -5,11 +5,10 @@
 #include <functional>
 
 #include "platform/basic/Farben.h"
-#include "platform/basic/kvo_export.h"
 
 /// What every control has in common: place and size in twips, and whether it shows and can be used. The measures are
 /// kept exactly as they were set; the pixels derive from them. Used on the GUI thread.
-class KVO_EXPORT Steuerelement {
+class Steuerelement {
  public:
   virtual ~Steuerelement();
   Steuerelement(const Steuerelement&) = delete;

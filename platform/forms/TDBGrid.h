@@ -8,7 +8,6 @@
 #include <memory>
 
 #include "platform/basic/XArrayDBObject.h"
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Gitterspalte.h"
 #include "platform/forms/Steuerelement.h"
 #include "platform/forms/Zeilenauswahl.h"
@@ -33,7 +32,7 @@ class QLineEdit;
 /// Events that the user causes run under the guard of the window, and those that come of a statement elsewhere, as of
 /// taking the focus away from an open edit. Events that a statement of the grid causes are raised by that statement,
 /// which passes on a handler's failure.
-class KVO_EXPORT TDBGrid : public QTableView, public Steuerelement {
+class TDBGrid : public QTableView, public Steuerelement {
  public:
   explicit TDBGrid(QWidget* behaelter, const QString& name);
   ~TDBGrid() override;

@@ -5,12 +5,10 @@
 #include <functional>
 #include <unordered_set>
 
-#include "platform/basic/kvo_export.h"
-
 /// The selected rows of a grid, as row indexes of its array, in the order in which they were selected. Changes made
 /// here show at once and raise no event of the grid. Telling whether a row is selected, adding, and removing at either
 /// end take the same time whatever the number of rows.
-class KVO_EXPORT Zeilenauswahl {
+class Zeilenauswahl {
  public:
   Zeilenauswahl() = default;
   Zeilenauswahl(const Zeilenauswahl&) = delete;
