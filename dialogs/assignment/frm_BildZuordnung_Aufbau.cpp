@@ -3,10 +3,13 @@
 #include <QPainter>
 #include <array>
 
+#include "dialogs/Symbole.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/gdiplus/Bildlader.h"
 
 using namespace Qt::Literals::StringLiterals;
+using symbole::bebildere;
+using symbole::symbol;
 
 namespace {
 
@@ -16,18 +19,6 @@ constexpr double Hoehe_Kopf = 810;
 constexpr double Hoehe_Streifen = 2100;
 constexpr double Hoehe_Fuss = 520;
 constexpr double Breite_Felder = 3840;
-
-QIcon symbol(const QString& name) {
-  return QIcon(u":/kvo/icons/%1.svg"_s.arg(name));
-}
-
-/// A button that shows only a picture; its tool tip is its name for screen readers too.
-void bebildere(SSCommand& knopf, const QString& name, const QString& hinweis, int seite) {
-  knopf.setIcon(symbol(name));
-  knopf.setIconSize(QSize(seite, seite));
-  knopf.ToolTipText(hinweis);
-  knopf.setAccessibleName(hinweis);
-}
 
 void beschrifte(QAbstractButton& knopf, const QString& name) {
   knopf.setIcon(symbol(name));
@@ -100,11 +91,6 @@ frm_BildZuordnung::frm_BildZuordnung()
       SSC_ZuordnungSpeichern(this, u"SSC_ZuordnungSpeichern"_s),
       cmd_Abbruch(this, u"cmd_Abbruch"_s) {
   Caption(u"Bildzuordnung"_s);
-  setWindowIcon(symbol(u"programm"_s));
-  // The measures of the controls were drawn for letters of this size.
-  QFont schrift = font();
-  schrift.setPixelSize(12);
-  setFont(schrift);
   entwirf_Kopf();
   entwirf_Felder();
   entwirf_Bild();

@@ -34,10 +34,6 @@ frm_AlleZuordnungen::frm_AlleZuordnungen()
       cmd_Abbrechen(this, u"cmd_Abbrechen"_s),
       SSP_Info([this](int i) { return std::make_unique<SSPanel>(this, u"SSP_Info(%1)"_s.arg(i)); }) {
   Caption(u"Alle Zuordnungen"_s);
-  setWindowIcon(QIcon(u":/kvo/icons/programm.svg"_s));
-  QFont schrift = font();
-  schrift.setPixelSize(12);
-  setFont(schrift);
   entwirf();
   TDBG_Zuordnungen.Click = [this] { cmd_Loeschen.Enabled(TDBG_Zuordnungen.SelBookmarks().Count() > 0); };
   TDBG_Zuordnungen.SelChange = [this] { nach_Auswahl(); };

@@ -36,10 +36,6 @@ frm_AnzeigeZuordnung::frm_AnzeigeZuordnung()
       Pic_Blank(this, u"Pic_Blank"_s),
       btnAuswahl(this, u"btnAuswahl"_s) {
   Caption(u"Anzeige der Zuordnungen"_s);
-  setWindowIcon(QIcon(u":/kvo/icons/programm.svg"_s));
-  QFont schrift = font();
-  schrift.setPixelSize(12);
-  setFont(schrift);
   entwirf();
   verbinde_Ereignisse();
   setze_Abbruchknopf(&cmd_Abbrechen);
