@@ -62,6 +62,6 @@ using Treiberfabrik = std::function<std::unique_ptr<Treiber>()>;
 KVO_EXPORT void registriere_treiber(const QString& provider, Treiberfabrik fabrik);
 
 /// The driver that a connect string asks for: by its `Provider`. Raises 3706 when no driver fits.
-std::unique_ptr<Treiber> treiber_fuer(const QString& verbindungszeichenfolge);
+KVO_EXPORT std::unique_ptr<Treiber> treiber_fuer(const QString& verbindungszeichenfolge);
 
 }  // namespace adodb
