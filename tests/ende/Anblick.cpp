@@ -77,13 +77,12 @@ const Element& Anblick::knopf(const QString& text) const {
 
 const Anblickzeile* Anblick::zeile(const QString& liste, const QString& text) const {
   const QList<Anblickzeile>& zeilen = element(liste).zeilen;
-  const auto gefunden = std::find_if(zeilen.rbegin(), zeilen.rend(),
-                                     [&](const Anblickzeile& z) { return z.texte.value(0) == text; });
+  const auto gefunden =
+      std::find_if(zeilen.rbegin(), zeilen.rend(), [&](const Anblickzeile& z) { return z.texte.value(0) == text; });
   return gefunden == zeilen.rend() ? nullptr : &*gefunden;
 }
 
 int Anblick::anzahl_sichtbarer(const QString& anfang) const {
-  return static_cast<int>(std::count_if(elemente.begin(), elemente.end(), [&](const Element& e) {
-    return e.sichtbar && e.name.startsWith(anfang);
-  }));
+  return static_cast<int>(std::count_if(elemente.begin(), elemente.end(),
+                                        [&](const Element& e) { return e.sichtbar && e.name.startsWith(anfang); }));
 }

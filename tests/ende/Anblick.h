@@ -7,8 +7,8 @@
 #include <QString>
 #include <QStringList>
 
-/// A row of a list, tree or grid: the texts of the columns that show ("[x]" and "[ ]" for a check mark), and the place of
-/// each on the screen.
+/// A row of a list, tree or grid: the texts of the columns that show ("[x]" and "[ ]" for a check mark), and the place
+/// of each on the screen.
 struct Anblickzeile {
   QStringList texte;
   QList<QRect> orte;

@@ -12,8 +12,8 @@
 /// window until something is to be seen there, and moves the mouse and the keys of the session.
 ///
 /// What does not come about in time raises std::runtime_error, and a picture of the screen is left in the file
-/// ende_fehler.png of the current folder. The environment variable KVO_ENDE_FAKTOR multiplies the time; KVO_ENDE_VORSPANN
-/// is what the program is started with, words parted by blanks, as "valgrind --leak-check=full".
+/// ende_fehler.png of the current folder. The environment variable KVO_ENDE_FAKTOR multiplies the time;
+/// KVO_ENDE_VORSPANN is what the program is started with, words parted by blanks, as "valgrind --leak-check=full".
 class Programm {
  public:
   using Bedingung = std::function<bool(const Anblick&)>;

@@ -32,6 +32,8 @@ const char* const Verwaltung = R"(<?xml version="1.0" encoding="UTF-8"?>
   <mouse>
     <context name="Client"><mousebind button="Left" action="Press">
       <action name="Focus"/><action name="Raise"/></mousebind></context>
+    <context name="Titlebar"><mousebind button="Left" action="DoubleClick"><action name="ToggleMaximize"/></mousebind>
+    </context>
     <context name="Close"><mousebind button="Left" action="Click"><action name="Close"/></mousebind></context>
   </mouse>
 </openbox_config>
@@ -45,6 +47,7 @@ KeySym zeichen(QChar c) {
   static const QHash<QChar, KeySym> eigene{{u'„', XK_doublelowquotemark},
                                            {u'“', XK_leftdoublequotemark},
                                            {u'–', XK_endash},
+                                           {u'€', XK_EuroSign},
                                            {u'…', XK_ellipsis},
                                            {u'\n', XK_Return}};
   if (const auto gefunden = eigene.find(c); gefunden != eigene.end()) return *gefunden;
@@ -245,10 +248,12 @@ void Xsitzung::klicke(QPoint stelle) {
   lasse_los();
 }
 
+// All at once: on a busy machine a round trip for each could make it two single clicks.
 void Xsitzung::doppelklicke(QPoint stelle) {
-  klicke(stelle);
-  druecke();
-  lasse_los();
+  zeige_auf(stelle);
+  for (const int unten : {True, False, True, False})
+    XTestFakeButtonEvent(als_Anzeige(anzeige_), Button1, unten, CurrentTime);
+  XSync(als_Anzeige(anzeige_), False);
 }
 
 void Xsitzung::klicke_dazu(QPoint stelle) {
@@ -268,6 +273,12 @@ void Xsitzung::schliesse_am_Rahmen(unsigned long fenster) {
   const QMargins dazu = rahmen(fenster);
   const QRect aussen = ort(fenster).marginsAdded(dazu);
   klicke({aussen.right() - dazu.right() - dazu.top() / 2, aussen.top() + dazu.top() / 2});
+}
+
+void Xsitzung::maximiere_am_Rahmen(unsigned long fenster) {
+  const QMargins dazu = rahmen(fenster);
+  const QRect aussen = ort(fenster).marginsAdded(dazu);
+  doppelklicke({aussen.center().x(), aussen.top() + dazu.top() / 2});
 }
 
 void Xsitzung::tippe(const QString& text) {

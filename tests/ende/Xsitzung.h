@@ -8,8 +8,8 @@
 #include <QTemporaryDir>
 #include <memory>
 
-/// An X server of its own with a German keyboard and a window manager, for as long as it lives; and the hand at its mouse
-/// and keys. What the hand does goes to the server, which passes it on to whatever window is there.
+/// An X server of its own with a German keyboard and a window manager, for as long as it lives; and the hand at its
+/// mouse and keys. What the hand does goes to the server, which passes it on to whatever window is there.
 class Xsitzung {
  public:
   Xsitzung();
@@ -41,10 +41,13 @@ class Xsitzung {
   void rolle(QPoint stelle);
   /// Clicks the closing button in the frame that the window manager draws.
   void schliesse_am_Rahmen(unsigned long fenster);
+  /// Double-clicks the title bar, so that the window takes the whole screen.
+  void maximiere_am_Rahmen(unsigned long fenster);
 
   /// Types a text; raises std::runtime_error for a letter that the keyboard does not have.
   void tippe(const QString& text);
-  /// A key by its name in X ("Return", "Escape", "End"), with Control or Alt when they are named before it ("Control+a").
+  /// A key by its name in X ("Return", "Escape", "End"), with Control or Alt when they are named before it
+  /// ("Control+a").
   void taste(const QString& name);
 
   /// What the screen shows.
