@@ -75,6 +75,10 @@ const Element& Anblick::knopf(const QString& text) const {
   return suche(elemente, [&](const Element& e) { return e.sichtbar && QString(e.text).remove(u'&') == text; });
 }
 
+const Element& Anblick::fokus() const {
+  return suche(elemente, [](const Element& e) { return e.fokus; });
+}
+
 const Anblickzeile* Anblick::zeile(const QString& liste, const QString& text) const {
   const QList<Anblickzeile>& zeilen = element(liste).zeilen;
   const auto gefunden =

@@ -52,6 +52,8 @@ struct Anblick {
   const Element& operator[](const QString& gesucht) const { return element(gesucht); }
   /// The button with that text (without the mark of its short-cut).
   const Element& knopf(const QString& text) const;
+  /// The control that has the keys.
+  const Element& fokus() const;
   /// The last row whose first column has that text, with its list; null when there is none.
   const Anblickzeile* zeile(const QString& liste, const QString& text) const;
   /// How many visible controls have a name that begins so.

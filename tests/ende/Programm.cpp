@@ -2,6 +2,8 @@
 
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QTime>
+#include <cstdio>
 #include <stdexcept>
 
 using namespace Qt::Literals::StringLiterals;
@@ -35,7 +37,7 @@ void Programm::starte() {
   umgebung.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(AUSKUNFT_PLUGINS));
   umgebung.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"kvo_auskunft"_s);
   umgebung.insert(u"KVO_AUSKUNFT"_s, ordner_.pfad(u"auskunft"_s));
-  for (const char* name : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"})
+  for (const char* name : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "QT_ENABLE_REGEXP_JIT"})
     if (qEnvironmentVariableIsSet(name)) umgebung.insert(QString::fromLatin1(name), qEnvironmentVariable(name));
   prozess_.setProcessEnvironment(umgebung);
   prozess_.setWorkingDirectory(ordner_.pfad(u"heim"_s));
@@ -68,6 +70,8 @@ bool Programm::bereit(const Anblick& anblick) const {
 }
 
 Anblick Programm::warte(const char* worauf, const Bedingung& bedingung) {
+  // Slow runs are long, and somebody sits before them.
+  if (geduld_ > Geduld) std::fprintf(stderr, "%s %s\n", qPrintable(QTime::currentTime().toString()), worauf);
   QByteArray zuletzt;
   bool schon = false;
   for (const QDeadlineTimer frist(geduld_); !frist.hasExpired();) {

@@ -284,6 +284,9 @@ void Vormittag::ordne_Artikeln_zu() {
   }
   const QRect erste = programm.zelle(u"TDBG_WeitereZuordnungen"_s, 0, 0);
   x.klicke({erste.left() + 20, erste.center().y()});
+  programm.warte("the keys go to the grid", [](const Anblick& a) {
+    return a.fokus().sichtbar && a[u"TDBG_WeitereZuordnungen"_s].ort.contains(a.fokus().ort);
+  });
   x.tippe(u"TH-0110\n"_s);
   programm.warte("the typed article", [](const Anblick& a) {
     return a[u"TDBG_WeitereZuordnungen"_s].zeilentexte().value(0) ==

@@ -22,7 +22,9 @@ namespace {
 
 constexpr int Start = 30'000;
 
-/// No keys of its own, so that each reaches the program; the title bar has a name and the closing button at its right.
+/// No keys and no buttons inside of windows, so that each reaches the program, and in the order in which they came: a
+/// manager that looks at a click first holds the mouse up, and keys overtake it. The title bar has a name and the
+/// closing button at its right.
 const char* const Verwaltung = R"(<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew><followMouse>no</followMouse><raiseOnFocus>yes</raiseOnFocus></focus>
@@ -30,8 +32,6 @@ const char* const Verwaltung = R"(<?xml version="1.0" encoding="UTF-8"?>
   <theme><name>Clearlooks</name><titleLayout>LC</titleLayout></theme>
   <desktops><number>1</number><popupTime>0</popupTime></desktops>
   <mouse>
-    <context name="Client"><mousebind button="Left" action="Press">
-      <action name="Focus"/><action name="Raise"/></mousebind></context>
     <context name="Titlebar"><mousebind button="Left" action="DoubleClick"><action name="ToggleMaximize"/></mousebind>
     </context>
     <context name="Close"><mousebind button="Left" action="Click"><action name="Close"/></mousebind></context>
