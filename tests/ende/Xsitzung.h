@@ -22,7 +22,8 @@ class Xsitzung {
   /// The display's name, as ":5".
   const QString& bildschirm() const noexcept { return nummer_; }
 
-  /// Where the server has a window's inner rectangle, and the widths that its frame adds (left, top, right, bottom).
+  /// Where the server has a window's inner rectangle, and the widths that its frame adds. Empty for a window that is
+  /// gone.
   QRect ort(unsigned long fenster) const;
   QMargins rahmen(unsigned long fenster) const;
   /// The window that has the keys, or one above it, is this one.
