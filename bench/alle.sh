@@ -27,6 +27,8 @@ printf '\n-- bench_dialog\n'
 ./bench_dialog "$ordner/fotos"
 printf '\n-- bench_suche\n'
 ./bench_suche "$ordner/fotos"
+printf '\n-- bench_uebersicht\n'
+./bench_uebersicht
 printf '\n-- bench_drehen\n'
 ./bench_drehen "$ordner/fotos"
 printf '\n-- bench_fenster\n'

@@ -24,6 +24,10 @@ std::int64_t entry_position(std::int32_t directory, std::int32_t index) {
 
 }  // namespace
 
+clsExifInfo::clsExifInfo() = default;
+
+clsExifInfo::~clsExifInfo() = default;
+
 bool clsExifInfo::Load(const QString& picFile) {
   // A name that was set before wins over the argument; callers rely on it.
   if (Pic_File.isEmpty()) Pic_File = picFile;

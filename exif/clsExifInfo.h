@@ -33,6 +33,11 @@ struct Exif_Entry {
 /// stands reversed, a number with its highest bit set ends the walk.
 class KVO_EXPORT clsExifInfo {
  public:
+  clsExifInfo();
+  ~clsExifInfo();
+  clsExifInfo(const clsExifInfo&) = delete;
+  clsExifInfo& operator=(const clsExifInfo&) = delete;
+
   /// The name of the file that Load reads. Resets nothing: Is_Loaded and Entries of an earlier file stay.
   void picFile(const QString& name) { Pic_File = name; }
 

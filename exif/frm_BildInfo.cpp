@@ -35,10 +35,6 @@ bool ist_zu_zeigen(const Variant& wert) {
 frm_BildInfo::frm_BildInfo()
     : Form(u"frm_BildInfo"_s), Sft_Eigenschaften(this, u"Sft_Eigenschaften"_s), cmd_OK(this, u"cmd_OK"_s) {
   Caption(u"Eigenschaften"_s);
-  setWindowIcon(QIcon(u":/kvo/icons/programm.svg"_s));
-  QFont schrift = font();
-  schrift.setPixelSize(12);
-  setFont(schrift);
 
   // Colours of its own: dark blue titles and rows can be read on them, whatever the desktop's colours are.
   Sft_Eigenschaften.BackColor(farben::Klassisch[15]);

@@ -3,14 +3,13 @@
 #include <memory>
 
 #include "platform/basic/XArrayDBObject.h"
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Knoepfe.h"
 #include "platform/forms/SftTree.h"
 
 /// "Eigenschaften": the Exif values of one picture in a list. Whoever makes it sets the three members, calls Load_Exif
 /// or Create_List, shows it modally and unloads it.
-class KVO_EXPORT frm_BildInfo : public Form {
+class frm_BildInfo : public Form {
  public:
   frm_BildInfo();
   ~frm_BildInfo() override;

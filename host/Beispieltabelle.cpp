@@ -82,10 +82,21 @@ QStringList tabellen_des_betriebs() {
       u"MontageNr TEXT COLLATE SERVERTEXT, Aufgabe TEXT COLLATE SERVERTEXT)"_s,
       u"INSERT INTO Montageauftraege VALUES ('AB', '24-1001', '1', 'Kessel und Verteiler'), "
       u"('AB', '24-1001', '2', 'Elektrik und Fühler')"_s,
-      u"CREATE TABLE Artikelstamm (Artikelnummer TEXT COLLATE SERVERTEXT, Bezeichnung TEXT COLLATE SERVERTEXT)"_s,
-      u"INSERT INTO Artikelstamm VALUES ('WP-0900', 'Wärmepumpe 9 kW'), ('MI-0025', 'Dreiwegemischer DN 25'), "
-      u"('TH-0100', 'Thermostatkopf'), ('TH-0110', 'Thermostatkopf, neue Ausführung'), "
-      u"('WT-0600', 'Waschtisch 60 cm'), ('AR-0010', 'Einhebelmischer')"_s,
+      u"CREATE TABLE Artikelstamm (Artikelnummer TEXT COLLATE SERVERTEXT, Bezeichnung TEXT COLLATE SERVERTEXT, "
+      u"Bezeichnung3 TEXT COLLATE SERVERTEXT, Hauptlieferant TEXT COLLATE SERVERTEXT)"_s,
+      u"INSERT INTO Artikelstamm VALUES ('WP-0900', 'Wärmepumpe 9 kW', 'außen aufgestellt', '70120'), "
+      u"('MI-0025', 'Dreiwegemischer DN 25', NULL, '70120'), "
+      u"('TH-0100', 'Thermostatkopf', 'Auslauf', '70300'), "
+      u"('TH-0110', 'Thermostatkopf, neue Ausführung', 'weiß', '70300'), "
+      u"('WT-0600', 'Waschtisch 60 cm', 'weiß, mit Überlauf', ''), ('AR-0010', 'Einhebelmischer', 'verchromt', NULL)"_s,
+      // The second stock of firms that keep one; the setting MitArtikelstammZF chooses it.
+      u"CREATE TABLE ArtikelstammZF (Artikelnummer TEXT COLLATE SERVERTEXT, Bezeichnung TEXT COLLATE SERVERTEXT, "
+      u"Bezeichnung3 TEXT COLLATE SERVERTEXT, Hauptlieferant TEXT COLLATE SERVERTEXT)"_s,
+      u"INSERT INTO ArtikelstammZF VALUES ('ZF-9001', 'Pumpengruppe', 'mit Mischer', '70120'), "
+      u"('ZF-9002', 'Pufferspeicher 500 l', NULL, '')"_s,
+      u"CREATE TABLE Einstellungen (Programm TEXT COLLATE SERVERTEXT, Benutzer TEXT COLLATE SERVERTEXT, "
+      u"Abschnitt TEXT COLLATE SERVERTEXT, Schluessel TEXT COLLATE SERVERTEXT, Wert TEXT COLLATE SERVERTEXT)"_s,
+      u"INSERT INTO Einstellungen VALUES ('Standard', 'Standard', 'Firmendaten', 'MitArtikelstammZF', '0')"_s,
       u"CREATE TABLE Anlagen (Referenz1 TEXT COLLATE SERVERTEXT, Referenz2 TEXT COLLATE SERVERTEXT, "
       u"Referenz3 TEXT COLLATE SERVERTEXT, Bezeichnung TEXT COLLATE SERVERTEXT)"_s,
       u"INSERT INTO Anlagen VALUES ('10002', 'Solar', '1', 'Thermische Solaranlage'), "

@@ -25,3 +25,7 @@ std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung) {
     throw Abbruch(Ausgang::Datenbank, u"Die Datenbank ist nicht zu erreichen: "_s + grund->Beschreibung());
   return offene;
 }
+
+QString literal(QString text) {
+  return u'\'' + text.replace(u'\'', u"''"_s) + u'\'';
+}

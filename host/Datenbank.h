@@ -12,3 +12,6 @@ QString verbindung_aus_angabe(const QString& angabe);
 std::optional<QString> datenbankdatei(const QString& verbindung);
 /// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.
 std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung);
+
+/// A text as a literal of a statement.
+QString literal(QString text);

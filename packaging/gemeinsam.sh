@@ -13,7 +13,7 @@ readonly PAKETE_BAU=(
   fonts-dejavu-core
 )
 # What the tests need besides.
-readonly PAKETE_TEST=(libgtest-dev libgmock-dev librapidcheck-dev clang-format xvfb xauth)
+readonly PAKETE_TEST=(libgtest-dev libgmock-dev librapidcheck-dev clang-format xvfb xauth x11-xkb-utils xkb-data openbox libx11-dev libxtst-dev)
 # What the checks of a change need besides.
 readonly PAKETE_CI=(git clang clang-tidy)
 

@@ -1,5 +1,7 @@
+#include <QScopeGuard>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
@@ -69,13 +71,25 @@ void clsBildZuordnungen::schreibe_geaenderte_Zeilen() {
   }
 }
 
+// The rows leave the table together: taken out one by one, each would move all that stand behind it.
 void clsBildZuordnungen::loesche_markierte_Zeilen() {
+  std::vector<bool> geloescht(zeilen().size());
+  const auto raeume_auf = qScopeGuard([&] {
+    Zeilen& alle = zeilen();
+    std::size_t bleibende = 0;
+    for (std::size_t i = 0; i < alle.size(); ++i) {
+      if (geloescht[i]) continue;
+      if (bleibende != i) alle[bleibende] = std::move(alle[i]);
+      ++bleibende;
+    }
+    alle.resize(bleibende);
+  });
   for (std::int32_t i = letzte_Zeile(); i >= 0; --i) {
     AktInd(i);
     if (!zeile(i).Bild_Delete) continue;
-    if (FKT_DeleteBilder(Bild_Key1(), Bild_Key2(), Bild_Key3(), Bild_Key4(), Bild_Bildname(), Bild_BildExt(),
-                         Bild_Typ1(), Bild_Typ2(), {}))
-      zeilen().erase(zeilen().begin() + i);
+    geloescht[static_cast<std::size_t>(i)] =
+        FKT_DeleteBilder(Bild_Key1(), Bild_Key2(), Bild_Key3(), Bild_Key4(), Bild_Bildname(), Bild_BildExt(),
+                         Bild_Typ1(), Bild_Typ2(), {});
   }
 }
 

@@ -1,19 +1,16 @@
 #include "dialogs/assignment/clsDialoge.h"
 
+#include "dialogs/assignment/Dialogmeldung.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "dialogs/search/frm_BilderSuchen.h"
 #include "platform/basic/Fehlerbehandlung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-void melde(const char16_t* prozedur, const Laufzeitfehler& fehler) {
+void dialogmeldung::melde(const char16_t* prozedur, const Laufzeitfehler& fehler) {
   KVOCore::aktuell().FehlerMelden(u"clsDialoge"_s, QString::fromUtf16(prozedur), fehler.Nummer(), fehler.Beschreibung(),
                                   true);
 }
-
-}  // namespace
 
 bool clsDialoge::Fkt_Aufruf_Dialog_Zuordnung(const std::shared_ptr<Anwendungsobjekt>& pAppObj, const QString& pRootpath,
                                              const QString& pStandardBildPfad,
@@ -22,7 +19,7 @@ bool clsDialoge::Fkt_Aufruf_Dialog_Zuordnung(const std::shared_ptr<Anwendungsobj
                                              bool pNurAnhang) {
   std::unique_ptr<frm_BildZuordnung> form;
   const bool gelaufen =
-      fehler::melden_und_enden([](const Laufzeitfehler& f) { melde(u"Fkt_Aufruf_Dialog_Zuordnung", f); },
+      fehler::melden_und_enden([](const Laufzeitfehler& f) { dialogmeldung::melde(u"Fkt_Aufruf_Dialog_Zuordnung", f); },
                                [&] {
                                  if (!pBildObj) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
                                  form = std::make_unique<frm_BildZuordnung>();
@@ -51,18 +48,18 @@ bool clsDialoge::Fkt_Aufruf_Dialog_BilderSuchen(const std::shared_ptr<Anwendungs
                                                 const QString& pRootpath, std::shared_ptr<XArrayDBObject>& pFindArray,
                                                 bool MultiSelect) {
   std::unique_ptr<frm_BilderSuchen> form;
-  const bool gelaufen =
-      fehler::melden_und_enden([](const Laufzeitfehler& f) { melde(u"Fkt_Aufruf_Dialog_BilderSuchen", f); },
-                               [&] {
-                                 form = std::make_unique<frm_BilderSuchen>();
-                                 // Loading already looks at these two.
-                                 form->MultiSelect = MultiSelect;
-                                 form->pRootpath = pRootpath;
-                                 form->Load();
-                                 form->pFindArray = pFindArray;
-                                 form->Show();
-                                 return true;
-                               });
+  const bool gelaufen = fehler::melden_und_enden(
+      [](const Laufzeitfehler& f) { dialogmeldung::melde(u"Fkt_Aufruf_Dialog_BilderSuchen", f); },
+      [&] {
+        form = std::make_unique<frm_BilderSuchen>();
+        // Loading already looks at these two.
+        form->MultiSelect = MultiSelect;
+        form->pRootpath = pRootpath;
+        form->Load();
+        form->pFindArray = pFindArray;
+        form->Show();
+        return true;
+      });
   if (!gelaufen) return false;
   pFindArray = form->pFindArray;
   form->raeume_auf();

@@ -24,6 +24,34 @@ class KVO_EXPORT clsDialoge {
                                    const QString& pTyp2, const QString& pInfoZeile, bool pNurAnzeige = false,
                                    bool pNurAnhang = false);
 
+  /// The user sees all assignments of a picture, which is told by its name and extension, and can delete some of them.
+  /// Deleting writes at once, whatever the host saves later. The assignment from which the dialog was opened, told by
+  /// keys and types, is never deleted here: `pDeleteFlagAktBild` tells that the user wants it gone. What it held before
+  /// is lost.
+  bool Fkt_Aufruf_Dialog_AlleZuordnungen(const std::shared_ptr<Anwendungsobjekt>& pAppObj, const QString& pRootpath,
+                                         const QString& pStandardBildPfad, const QString& pKey1, const QString& pKey2,
+                                         const QString& pKey3, const QString& pKey4, const QString& pBildname,
+                                         const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
+                                         const QString& pGL_jmtVerarbeitungsdatum, const QString& pInfoZeile,
+                                         bool& pDeleteFlagAktBild);
+  /// The same for a caller that does not ask about its own assignment.
+  bool Fkt_Aufruf_Dialog_AlleZuordnungen(const std::shared_ptr<Anwendungsobjekt>& pAppObj, const QString& pRootpath,
+                                         const QString& pStandardBildPfad, const QString& pKey1, const QString& pKey2,
+                                         const QString& pKey3, const QString& pKey4, const QString& pBildname,
+                                         const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
+                                         const QString& pGL_jmtVerarbeitungsdatum, const QString& pInfoZeile);
+
+  /// The user attaches pictures of `pBildObj` to articles: the files are copied into the articles' folders and the rows
+  /// are written before the call returns. The records of `pBildObj` stay as they are; its cursor moves. Articles come
+  /// from the host's components (platform/host/Artikel.h, Auskunft.h), the setting "MitArtikelstammZF" from
+  /// Anwendungsobjekt::Settings.
+  bool Fkt_Aufruf_Dialog_WeitereZuordnungen(const std::shared_ptr<Anwendungsobjekt>& pAppObj,
+                                            const std::shared_ptr<clsBildZuordnungen>& pBildObj,
+                                            const QString& pRootpath, const QString& pStandardBildPfad,
+                                            const QString& pKey1, const QString& pKey2, const QString& pKey3,
+                                            const QString& pKey4, const QString& PTyp1, const QString& pTyp2,
+                                            const QString& pGL_jmtVerarbeitungsdatum, const QString& pInfoZeile);
+
   /// The user finds picture files on any drive. Each chosen one fills the last row of `pFindArray` (0 whole name,
   /// 1 folder with its closing backslash, 2 name, 3 extension) and appends an empty row behind it. After cancel
   /// `pFindArray` is null and the result False. `pRootpath` is where to start on the first opening in a process; later

@@ -1,3 +1,4 @@
+#include "dialogs/assignment/Dialogmeldung.h"
 #include "dialogs/assignment/clsDialoge.h"
 #include "exif/frm_BildInfo.h"
 #include "platform/basic/Fehlerbehandlung.h"
@@ -7,10 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 bool clsDialoge::Fkt_Aufruf_Dialog_BildInfo(const QString& pBildNameMitPfad, const QString& pExifInfoText,
                                             bool pLoadFlag) {
-  const auto melden = [](const Laufzeitfehler& f) {
-    KVOCore::aktuell().FehlerMelden(u"clsDialoge"_s, u"Fkt_Aufruf_Dialog_BildInfo"_s, f.Nummer(), f.Beschreibung(),
-                                    true);
-  };
+  const auto melden = [](const Laufzeitfehler& f) { dialogmeldung::melde(u"Fkt_Aufruf_Dialog_BildInfo", f); };
   std::unique_ptr<frm_BildInfo> form;
   const bool gelaufen = fehler::melden_und_enden(melden, [&] {
     form = std::make_unique<frm_BildInfo>();

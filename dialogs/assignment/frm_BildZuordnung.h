@@ -212,6 +212,8 @@ class frm_BildZuordnung : public Form {
   void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
   void bearbeite_Bild();
   void zeige_Exif();
+  void zeige_AlleZuordnungen();
+  void zeige_WeitereZuordnungen();
   bool ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const;
   void aendere_Namen();
   void aktualisiere();

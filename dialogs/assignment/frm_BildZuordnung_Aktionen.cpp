@@ -104,6 +104,33 @@ void frm_BildZuordnung::zeige_Exif() {
   DialogObj->Fkt_Aufruf_Dialog_BildInfo(Text(AktZeile, spalte::VollerPfad), Text(AktZeile, spalte::ExifKennung), true);
 }
 
+// The dialog tells that the user removed this record's own assignment; here that is only marked, as by the check box.
+void frm_BildZuordnung::zeige_AlleZuordnungen() {
+  if (text::Trim(AktName).isEmpty()) return;
+  mit_Meldung(u"SSC_AlleZuordnungen_Click", [this] {
+    bool eigene = false;
+    DialogObj = std::make_shared<clsDialoge>();
+    DialogObj->Fkt_Aufruf_Dialog_AlleZuordnungen(pAppObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2, AktKey3,
+                                                 AktKey4, AktName, AktExt, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum,
+                                                 pInfoZeile, eigene);
+    if (eigene) {
+      Zelle(AktZeile, spalte::Entfernen, true);
+      Zelle(AktZeile, spalte::ZeileGeaendert, true);
+      chk_Delete.Value(1);
+      Zeichne_Entfernt(false);
+    }
+    mauszeiger().form(Zeigerform::Standard);
+  });
+}
+
+void frm_BildZuordnung::zeige_WeitereZuordnungen() {
+  DialogObj = std::make_shared<clsDialoge>();
+  DialogObj->Fkt_Aufruf_Dialog_WeitereZuordnungen(pAppObj, pBildObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2,
+                                                  AktKey3, AktKey4, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum,
+                                                  pInfoZeile);
+  mauszeiger().form(Zeigerform::Standard);
+}
+
 // Turning changes the file at once, and reading the record again afterwards saves what was pending without a question.
 void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
   static const QHash<QString, std::int32_t> transformationen{{u"JpgTransformRotate90"_s, 13},

@@ -3,10 +3,13 @@
 #include <QPainter>
 #include <array>
 
+#include "dialogs/Symbole.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/gdiplus/Bildlader.h"
 
 using namespace Qt::Literals::StringLiterals;
+using symbole::bebildere;
+using symbole::symbol;
 
 namespace {
 
@@ -16,18 +19,6 @@ constexpr double Hoehe_Kopf = 810;
 constexpr double Hoehe_Streifen = 2100;
 constexpr double Hoehe_Fuss = 520;
 constexpr double Breite_Felder = 3840;
-
-QIcon symbol(const QString& name) {
-  return QIcon(u":/kvo/icons/%1.svg"_s.arg(name));
-}
-
-/// A button that shows only a picture; its tool tip is its name for screen readers too.
-void bebildere(SSCommand& knopf, const QString& name, const QString& hinweis, int seite) {
-  knopf.setIcon(symbol(name));
-  knopf.setIconSize(QSize(seite, seite));
-  knopf.ToolTipText(hinweis);
-  knopf.setAccessibleName(hinweis);
-}
 
 void beschrifte(QAbstractButton& knopf, const QString& name) {
   knopf.setIcon(symbol(name));
@@ -100,11 +91,6 @@ frm_BildZuordnung::frm_BildZuordnung()
       SSC_ZuordnungSpeichern(this, u"SSC_ZuordnungSpeichern"_s),
       cmd_Abbruch(this, u"cmd_Abbruch"_s) {
   Caption(u"Bildzuordnung"_s);
-  setWindowIcon(symbol(u"programm"_s));
-  // The measures of the controls were drawn for letters of this size.
-  QFont schrift = font();
-  schrift.setPixelSize(12);
-  setFont(schrift);
   entwirf_Kopf();
   entwirf_Felder();
   entwirf_Bild();
@@ -120,9 +106,6 @@ frm_BildZuordnung::frm_BildZuordnung()
   // Narrower, the buttons at the bottom would cover each other.
   setMinimumSize(800, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
-
-  // Their work is still to come; until then nobody is shown a button that does nothing.
-  for (SSCommand* knopf : {&SSC_AlleZuordnungen, &SSC_WeitereZuordnungen}) knopf->halte_zurueck();
 }
 
 frm_BildZuordnung::~frm_BildZuordnung() = default;
@@ -219,9 +202,9 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
     beschrifte(knopf, bild);
   };
   fuss(SSC_BilderLaden, u"&Bilder suchen   "_s, u"bilder_suchen"_s, 1750);
-  fuss(SSC_AlleZuordnungen, u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"alle_zuordnungen"_s, 2250);
+  fuss(SSC_AlleZuordnungen, u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"alle_zuordnungen"_s, 2520);
   fuss(SSC_WeitereZuordnungen, u"      &Weitere Zuordnungen    bearbeiten           "_s, u"weitere_zuordnungen"_s,
-       2150);
+       2400);
   fuss(SSR_Sortierung, u"         Sortieren"_s, u"sortieren"_s, 1500);
   SSR_Sortierung.ToolTipText(u"Schaltet in den Sortier-Modus um"_s);
   fuss(SSC_ZuordnungSpeichern, u"Zuordnung &speichern  "_s, u"zuordnung_speichern"_s, 2450);
@@ -265,6 +248,10 @@ void frm_BildZuordnung::verbinde_Ereignisse() {
   SSC_Bildbearbeitung.Click = [this] { bearbeite_Bild(); };
   // It reports under the other button's name; whoever searches the reports knows it so.
   SSC_ExifInfo.Click = [this] { mit_Meldung(u"SSC_BilderLaden_Click", [this] { zeige_Exif(); }); };
+  SSC_AlleZuordnungen.Click = [this] { zeige_AlleZuordnungen(); };
+  SSC_WeitereZuordnungen.Click = [this] {
+    mit_Meldung(u"SSC_WeitereZuordnungen_Click", [this] { zeige_WeitereZuordnungen(); });
+  };
   SSC_Aktualisieren.Click = [this] { aktualisiere(); };
   SSC_ZuordnungSpeichern.Click = [this] { speichere_und_schliesse(); };
   cmd_Abbruch.Click = [this] {

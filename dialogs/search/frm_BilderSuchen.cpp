@@ -1,11 +1,14 @@
 // The form at design time, and its layout.
 #include "dialogs/search/frm_BilderSuchen.h"
 
+#include "dialogs/Symbole.h"
 #include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/shell/Programmstart.h"
 
 using namespace Qt::Literals::StringLiterals;
+using symbole::bebildere;
+using symbole::symbol;
 
 namespace {
 
@@ -18,18 +21,6 @@ constexpr double Hoehe_Knoepfe = 465;
 constexpr double Hoehe_Text = 900;
 constexpr double Hoehe_Info = 330;
 constexpr double Breite_Ordner = 3300;
-
-QIcon symbol(const QString& name) {
-  return QIcon(u":/kvo/icons/%1.svg"_s.arg(name));
-}
-
-void bebildere(SSCommand& knopf, const QString& name, const QString& hinweis) {
-  knopf.setIcon(symbol(name));
-  knopf.setIconSize(QSize(32, 32));
-  knopf.ToolTipText(hinweis);
-  knopf.setAccessibleName(hinweis);
-  knopf.Move(0, 30, 750, 735);
-}
 
 }  // namespace
 
@@ -51,10 +42,6 @@ frm_BilderSuchen::frm_BilderSuchen()
       SSP_Liste(this, u"SSP_Liste"_s),
       SSP_Info(this, u"SSP_Info"_s),
       ImageCombo1(this, u"ImageCombo1"_s) {
-  setWindowIcon(symbol(u"programm"_s));
-  QFont schrift = font();
-  schrift.setPixelSize(12);
-  setFont(schrift);
   entwirf();
   verbinde_Ereignisse();
   setze_Abbruchknopf(&cmd_Abbruch);
@@ -79,6 +66,7 @@ void frm_BilderSuchen::entwirf() {
   Dir1.setAccessibleName(u"Ordner"_s);
   bebildere(SSC_Drehen, u"drehen90"_s, u"Bild 90° nach rechts  drehen"_s);
   bebildere(SSC_Bildbearbeitung, u"bildbearbeitung"_s, u"Bildbearbeitungsprogramm auswählen und starten"_s);
+  for (SSCommand* knopf : {&SSC_Drehen, &SSC_Bildbearbeitung}) knopf->Move(0, 30, 750, 735);
   for (ListView* liste : {&lvwContent, &SSP_Liste}) liste->setze_Bildseite(101);
   lvwContent.setAccessibleName(u"Dateien"_s);
   SSP_Liste.setFocusPolicy(Qt::NoFocus);

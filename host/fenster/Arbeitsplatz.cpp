@@ -1,9 +1,13 @@
 #include "host/fenster/Arbeitsplatz.h"
 
+#include <QCoreApplication>
+
 #include "host/Ausgang.h"
 #include "host/Datenbank.h"
 #include "host/Namen.h"
 #include "host/fenster/Datenordner.h"
+#include "host/fenster/Wirtskomponenten.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -17,6 +21,17 @@ class Anwendung final : public Anwendungsobjekt {
       : verbindungszeichenfolge_(std::move(verbindungszeichenfolge)), verbindung_(std::move(verbindung)) {}
   QString ConnectStringDB() const override { return verbindungszeichenfolge_; }
   std::shared_ptr<adodb::Connection> ConnectionDB() const override { return verbindung_; }
+  std::shared_ptr<Einstellungen> Settings() const override {
+    return std::make_shared<Einstellungstabelle>(verbindung_);
+  }
+  QString Name() const override { return QCoreApplication::applicationName(); }
+  QString User() const override { return qEnvironmentVariable("USER", qEnvironmentVariable("LOGNAME")); }
+  QString ExeDir() const override { return namen::tabellenpfad(QCoreApplication::applicationDirPath()); }
+  QString ReportDBTemplateDir() const override { return ExeDir() + u"\\Vorlagen"_s; }
+  QString DBName() const override {
+    const adodb::Verbindungszeichenfolge teile(verbindungszeichenfolge_);
+    return teile.wert(u"Initial Catalog"_s).value_or(teile.wert(u"Data Source"_s).value_or(QString()));
+  }
 
  private:
   QString verbindungszeichenfolge_;

@@ -89,6 +89,8 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   connect(ansicht_->cmd_Zuordnen, &QPushButton::clicked, this, [this] { oeffne_Dialog(false); });
   connect(ansicht_->cmd_Anzeigen, &QPushButton::clicked, this, [this] { oeffne_Dialog(true); });
   connect(ansicht_->cmd_Exif, &QPushButton::clicked, this, [this] { zeige_Exif(); });
+  connect(ansicht_->cmd_AlleZuordnungen, &QPushButton::clicked, this, [this] { zeige_AlleZuordnungen(); });
+  connect(ansicht_->cmd_WeitereZuordnungen, &QPushButton::clicked, this, [this] { zeige_WeitereZuordnungen(); });
   connect(liste_->cmd_Suchen, &QPushButton::clicked, this, [this] { suche_Bilder(); });
   connect(liste_->cmd_Aufraeumen, &QPushButton::clicked, this, [this] { raeume_auf(); });
   for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
@@ -115,6 +117,9 @@ void Hauptfenster::baue_auf() {
   lage->addWidget(teiler);
   setCentralWidget(mitte);
   // From the record to its pictures; what serves the whole tree comes last.
+  setTabOrder(ansicht_->cmd_Anzeigen, ansicht_->cmd_AlleZuordnungen);
+  setTabOrder(ansicht_->cmd_AlleZuordnungen, ansicht_->cmd_WeitereZuordnungen);
+  setTabOrder(ansicht_->cmd_WeitereZuordnungen, ansicht_->cmd_Exif);
   setTabOrder(ansicht_->cmd_Exif, liste_->cmd_Suchen);
   setTabOrder(liste_->cmd_Suchen, liste_->cmd_Aufraeumen);
   lbl_Status->setObjectName(u"lbl_Status"_s);

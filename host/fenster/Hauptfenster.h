@@ -5,6 +5,7 @@
 
 #include "host/fenster/Arbeitsplatz.h"
 #include "host/fenster/Vorschaulader.h"
+#include "host/fenster/Wirtskomponenten.h"
 #include "host/fenster/Zuordnungslauf.h"
 
 class QAction;
@@ -30,6 +31,11 @@ class Hauptfenster final : public QMainWindow {
   void oeffne_Dialog(bool nur_Anzeige);
   /// Shows the Exif properties of the picture chosen in the preview; without one nothing happens.
   void zeige_Exif();
+  /// Shows all assignments of the picture chosen in the preview; where the user removes that of the record itself, its
+  /// row is deleted.
+  void zeige_AlleZuordnungen();
+  /// Lets the user assign pictures of the chosen record to articles.
+  void zeige_WeitereZuordnungen();
   /// Opens the picture search; what was chosen is told in the status bar.
   void suche_Bilder();
   /// Shows what a clearing of the picture tree would delete, asks, and deletes that. Refuses where the root or the
@@ -53,6 +59,7 @@ class Hauptfenster final : public QMainWindow {
   void aktualisiere_Anzahlen();
   void erlaube_Aktionen(bool erlaubt);
 
+  Wirtskomponenten komponenten_;
   Arbeitsplatz platz_;
   Zuordnungslauf lauf_;
   Vorschaulader vorschau_;

@@ -99,11 +99,13 @@ int Rundgang::laufe() {
   fenster_->beginne();
   fenster_->show();
   for (const auto plane :
-       {&Rundgang::plane_Fenster, &Rundgang::plane_Waehlen, &Rundgang::plane_Oeffnen, &Rundgang::plane_Felder,
-        &Rundgang::plane_Namen, &Rundgang::plane_Entfernen, &Rundgang::plane_Sortieren, &Rundgang::plane_Groessen,
-        &Rundgang::plane_Fragen, &Rundgang::plane_Speichern, &Rundgang::plane_Anzeigen, &Rundgang::plane_Verwerfen,
-        &Rundgang::plane_Bildablage, &Rundgang::plane_Suchen, &Rundgang::plane_Anhaengen, &Rundgang::plane_Drehen,
-        &Rundgang::plane_Exif, &Rundgang::plane_Aufraeumen})
+       {&Rundgang::plane_Fenster,          &Rundgang::plane_Waehlen,   &Rundgang::plane_Oeffnen,
+        &Rundgang::plane_Felder,           &Rundgang::plane_Namen,     &Rundgang::plane_Entfernen,
+        &Rundgang::plane_Sortieren,        &Rundgang::plane_Groessen,  &Rundgang::plane_Fragen,
+        &Rundgang::plane_Speichern,        &Rundgang::plane_Anzeigen,  &Rundgang::plane_Verwerfen,
+        &Rundgang::plane_Bildablage,       &Rundgang::plane_Suchen,    &Rundgang::plane_Anhaengen,
+        &Rundgang::plane_Drehen,           &Rundgang::plane_Exif,      &Rundgang::plane_Weitere_Zuordnungen,
+        &Rundgang::plane_Alle_Zuordnungen, &Rundgang::plane_Aufraeumen})
     (this->*plane)();
   folge_.beginne([this] {
     // Where something is wrong the last sight tells most.
@@ -222,6 +224,13 @@ QStringList Rundgang::zeilen(const QString& belegart, const QString& belegnummer
   for (; !satz->Eof(); satz->MoveNext())
     liste.append(u"%1 %2\\%3.%4 „%5“ Druck %6"_s.arg(satz->Text(0), satz->Text(3), satz->Text(1), satz->Text(2),
                                                      satz->Text(4), satz->Text(5).left(4)));
+  return liste;
+}
+
+QStringList Rundgang::werte(const QString& abfrage) const {
+  const auto verbindung = oeffne(datenordner::verbindung(daten_));
+  QStringList liste;
+  for (const auto satz = verbindung->Execute(abfrage); !satz->Eof(); satz->MoveNext()) liste.append(satz->Text(0));
   return liste;
 }
 

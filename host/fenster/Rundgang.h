@@ -46,6 +46,8 @@ class Rundgang {
   void plane_Anhaengen();
   void plane_Drehen();
   void plane_Exif();
+  void plane_Weitere_Zuordnungen();
+  void plane_Alle_Zuordnungen();
   void plane_Aufraeumen();
   void schliesse_ab();
 
@@ -76,6 +78,10 @@ class Rundgang {
   bool suche_zeigt(int dateien) const;
   void klicke_Eintrag(const QString& liste, const QString& name, bool doppelt = false,
                       Qt::KeyboardModifiers dazu = Qt::NoModifier);
+  // Cells of a data grid, by row and column of its table.
+  QString zelle(const QString& gitter, int zeile, int spalte) const;
+  int zeilenzahl(const QString& gitter) const;
+  void klicke_Zelle(const QString& gitter, int zeile, int spalte, bool auf_Knopf = false);
   /// Size in pixels of a picture of the sample data.
   QSize groesse_von(const QString& datei) const;
   /// The first picture of the record that got the new ones.
@@ -85,6 +91,8 @@ class Rundgang {
 
   /// The rows of a record as the database holds them, one text each.
   QStringList zeilen(const QString& belegart, const QString& belegnummer) const;
+  /// The first column of a query.
+  QStringList werte(const QString& abfrage) const;
   void pruefe_Endstand();
   bool datei_da(const QString& datei) const;
 

@@ -51,6 +51,10 @@ Vorgangsansicht::Vorgangsansicht(QWidget* oberhalb)
       cmd_Anzeigen(knopf(u"cmd_Anzeigen"_s, u"Nur &anzeigen …"_s,
                          u"Zeigt die Bilder des Vorgangs, ohne dass sich etwas ändern lässt"_s)),
       cmd_Exif(knopf(u"cmd_Exif"_s, u"E&xif …"_s, u"Zeigt die Eigenschaften des gewählten Bildes (Strg+E)"_s)),
+      cmd_AlleZuordnungen(knopf(u"cmd_AlleZuordnungen"_s, u"A&lle Zuordnungen …"_s,
+                                u"Zeigt, welchen Vorgängen das gewählte Bild noch zugeordnet ist"_s)),
+      cmd_WeitereZuordnungen(knopf(u"cmd_WeitereZuordnungen"_s, u"&Weitere Zuordnungen …"_s,
+                                   u"Ordnet Bilder des Vorgangs auch Artikeln zu"_s)),
       cmd_NochEinmal(
           knopf(u"cmd_NochEinmal"_s, u"Neu &einlesen"_s, u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s)),
       lst_Bilder(new Vorschaustreifen),
@@ -85,10 +89,16 @@ QWidget* Vorgangsansicht::baue_Vorgangsseite() {
   auto* knoepfe = new QHBoxLayout;
   knoepfe->addWidget(cmd_Zuordnen);
   knoepfe->addWidget(cmd_Anzeigen);
-  knoepfe->addWidget(cmd_Exif);
   knoepfe->addStretch(1);
-  lst_Bilder->bei_Wahl = [this] { cmd_Exif->setEnabled(lst_Bilder->gewaehltes() != nullptr); };
-  cmd_Exif->setEnabled(false);
+  auto* bildknoepfe = new QHBoxLayout;
+  for (QPushButton* eines : {cmd_AlleZuordnungen, cmd_WeitereZuordnungen, cmd_Exif}) {
+    bildknoepfe->addWidget(eines);
+    eines->setEnabled(false);
+  }
+  bildknoepfe->addStretch(1);
+  lst_Bilder->bei_Wahl = [this] {
+    for (QPushButton* eines : {cmd_Exif, cmd_AlleZuordnungen}) eines->setEnabled(lst_Bilder->gewaehltes() != nullptr);
+  };
   auto* seite = new QWidget;
   auto* lage = new QVBoxLayout(seite);
   lage->setContentsMargins(0, 0, 0, 0);
@@ -97,6 +107,7 @@ QWidget* Vorgangsansicht::baue_Vorgangsseite() {
   lage->addWidget(lbl_Betreff);
   lage->addWidget(bildseiten_, 1);
   lage->addLayout(knoepfe);
+  lage->addLayout(bildknoepfe);
   return seite;
 }
 
@@ -121,6 +132,7 @@ void Vorgangsansicht::zeige(const Vorgang& vorgang, const QList<Vorschaubild>& b
   lbl_Betreff->setVisible(!vorgang.betreff.isEmpty());
   lbl_Anzahl->setText(zahl_der_Bilder(bilder));
   lst_Bilder->setze(bilder);
+  cmd_WeitereZuordnungen->setEnabled(!bilder.isEmpty());
   bildseiten_->setCurrentIndex(bilder.isEmpty() ? 1 : 0);
   seiten_->setCurrentIndex(1);
 }

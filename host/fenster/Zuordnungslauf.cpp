@@ -32,6 +32,14 @@ QString bildname(const clsBildZuordnungen& store) {
   return text::UCase(store.Bild_Bildname() + u'.' + store.Bild_BildExt());
 }
 
+/// A row that was not read stands in no database yet, whatever the dialog says of it: one that it has put into the
+/// collection before it closes, as turning a picture does, counts there as stored as soon as it is changed again.
+void kennzeichne_Neue(const Bildsammlung& sammlung) {
+  je_Zeile(*sammlung.store, [&](std::int32_t i) {
+    if (static_cast<std::size_t>(i) >= sammlung.reihenfolge.size()) sammlung.store->Bild_Neu(true);
+  });
+}
+
 /// New rows come out of the dialog with blank keys.
 void gib_Schluessel(clsBildZuordnungen& store, const Datensatz& satz) {
   store.fkt_Korr_Key1(satz.key1);
@@ -181,6 +189,7 @@ bool Zuordnungslauf::pruefe_Bilder(clsBildZuordnungen& store, bool nur_Anzeige) 
 }
 
 void Zuordnungslauf::speichere(const Bildsammlung& sammlung, const Vorgang& vorgang, Laufergebnis& ergebnis) const {
+  kennzeichne_Neue(sammlung);
   gib_Schluessel(*sammlung.store, vorgang.satz);
   const QSet<const clsBilderSpeicher*> nachgefuehrt = fuehre_Reihenfolge_nach(sammlung);
   const std::vector<Wartender> zeilen = wartende(*sammlung.store);

@@ -5,7 +5,7 @@
 namespace adodb {
 
 /// A statement text that runs on a connection.
-class KVO_EXPORT Command {
+class Command {
  public:
   const std::shared_ptr<Connection>& ActiveConnection() const noexcept { return verbindung_; }
   /// A connection that is not open raises 3709; the former one then stays. None takes the former one away.

@@ -13,8 +13,8 @@ KVO_EXPORT QString Trim(QStringView s);
 /// Upper case, one 16-bit character to one; "ß" and letters whose upper form is longer stay as they are.
 KVO_EXPORT QString UCase(QStringView s);
 /// Lower case, one 16-bit character to one.
-KVO_EXPORT QString LCase(QStringView s);
+QString LCase(QStringView s);
 /// The first `anzahl` 16-bit characters, or all of them. A negative number raises 5.
-KVO_EXPORT QString Left(const QString& s, qsizetype anzahl);
+QString Left(const QString& s, qsizetype anzahl);
 
 }  // namespace text

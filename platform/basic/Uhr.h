@@ -2,16 +2,14 @@
 
 #include <QDateTime>
 
-#include "platform/basic/kvo_export.h"
-
 /// The clock of the system: what names and stamps are made from.
 namespace uhr {
 
 using Zeitgeber = QDateTime (*)();
 
 /// Local date and time.
-KVO_EXPORT QDateTime jetzt();
+QDateTime jetzt();
 /// Puts another clock in force and hands back the one before; none puts the system's back. Tests fix the time with it.
-KVO_EXPORT Zeitgeber setze(Zeitgeber zeitgeber);
+Zeitgeber setze(Zeitgeber zeitgeber);
 
 }  // namespace uhr

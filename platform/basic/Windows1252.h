@@ -14,9 +14,9 @@
 namespace windows1252 {
 
 /// The character of each byte.
-KVO_EXPORT extern const std::array<char16_t, 256> Zeichen;
+extern const std::array<char16_t, 256> Zeichen;
 
-KVO_EXPORT QString decode(QByteArrayView bytes);
+QString decode(QByteArrayView bytes);
 /// A character outside the code page becomes "?", one for each 16-bit unit.
 KVO_EXPORT QByteArray encode(QStringView text);
 

@@ -5,10 +5,8 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/basic/kvo_export.h"
-
 /// A file that is read at any position. Closed at the end of its life.
-class KVO_EXPORT Binaerdatei {
+class Binaerdatei {
  public:
   Binaerdatei() = default;
   ~Binaerdatei();

@@ -15,7 +15,7 @@ namespace dateien {
 /// Creates one folder level. Raises 75 when it exists, or the right or a writable file system is missing; 76 when the
 /// drive, the share or the level above is missing or is a file, for "\\server" and "\\server\share" themselves; 52 for
 /// characters that no name may have (<>"|?*) and names that are too long; 61 when the disk is full.
-KVO_EXPORT void MkDir(const QString& pfad);
+void MkDir(const QString& pfad);
 
 /// Names of the regular files that match: `pfad` is a folder, a separator and a pattern with * and ?, without regard to
 /// case. "*.*" matches names without a dot too; "." matches nothing. Sorted without regard to case. A missing folder
@@ -23,10 +23,10 @@ KVO_EXPORT void MkDir(const QString& pfad);
 KVO_EXPORT QStringList Dir(const QString& pfad);
 
 /// Length in bytes; 0 for a folder. Raises 53 when it is missing.
-KVO_EXPORT std::int64_t FileLen(const QString& pfad);
+std::int64_t FileLen(const QString& pfad);
 
 /// The path is a folder. Raises 53 when there is nothing of that path.
-KVO_EXPORT bool ist_Ordner(const QString& pfad);
+bool ist_Ordner(const QString& pfad);
 
 /// The whole content. Raises 53 when missing, 75 for a folder, 70 without read right.
 KVO_EXPORT QByteArray lies_alles(const QString& pfad);
@@ -55,6 +55,6 @@ struct Fundstelle {
   Kennung kennung;
 };
 /// Raises 53 when it is missing.
-KVO_EXPORT Fundstelle fundstelle(const QString& pfad);
+Fundstelle fundstelle(const QString& pfad);
 
 }  // namespace dateien

@@ -3,15 +3,13 @@
 #include <QByteArray>
 #include <QString>
 
-#include "platform/basic/kvo_export.h"
-
 /// A new content that takes a file's place, all of it or nothing: at each moment, a power cut included, the name stands
 /// for the whole old content or the whole new one.
 ///
 /// The new content lies beside the file under "_" and its name; where that is taken by a file of somebody's, further
 /// underscores go in front. Until it is complete it has no name at all, where the file system can hold such files. A
 /// content that did not take the file's place is gone at the end of this object's life.
-class KVO_EXPORT Ersatzdatei {
+class Ersatzdatei {
  public:
   /// For the file of that path. Nothing is touched yet. Raises 53 when it is missing, 75 for anything but a file.
   /// Behind a link the file itself is meant.

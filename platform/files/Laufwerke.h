@@ -4,15 +4,13 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/basic/kvo_export.h"
-
 /// What the list of drives asks the platform (learn.microsoft.com, "GetDriveTypeA", "GetVolumeInformationA",
 /// "WNetGetConnectionA"). Paths are those of the table.
 namespace laufwerke {
 
 enum Typ : std::int32_t { Unbekannt = 0, OhneWurzel = 1, Wechsel = 2, Fest = 3, Netz = 4, CdRom = 5, Ramdisk = 6 };
 
-class KVO_EXPORT Anbieter {
+class Anbieter {
  public:
   virtual ~Anbieter();
   /// Looks what drives there are at the moment; to be called before they are walked through.
@@ -28,15 +26,15 @@ class KVO_EXPORT Anbieter {
 };
 
 /// The provider in force; by default that of this machine.
-KVO_EXPORT Anbieter& aktuell();
+Anbieter& aktuell();
 /// Puts another one in force and hands back the one before; none puts the machine's back.
-KVO_EXPORT std::shared_ptr<Anbieter> setze(std::shared_ptr<Anbieter> anbieter);
+std::shared_ptr<Anbieter> setze(std::shared_ptr<Anbieter> anbieter);
 
 /// The provider of a machine without drive letters. "C:" is the root file system; letters that a host put into the path
 /// map are drives too. Removable media, network mounts (CIFS, NFS) and optical drives get the free letters from D: on
 /// by their mount points, in the path map, and lose them when they are gone. `mounts` is the table of mounts, `marken`
 /// the folder with the links from volume labels to devices.
-KVO_EXPORT std::shared_ptr<Anbieter> dieser_Maschine(const QString& mounts = QStringLiteral("/proc/self/mounts"),
-                                                     const QString& marken = QStringLiteral("/dev/disk/by-label"));
+std::shared_ptr<Anbieter> dieser_Maschine(const QString& mounts = QStringLiteral("/proc/self/mounts"),
+                                          const QString& marken = QStringLiteral("/dev/disk/by-label"));
 
 }  // namespace laufwerke

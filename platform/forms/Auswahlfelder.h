@@ -3,11 +3,10 @@
 #include <QComboBox>
 #include <functional>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 
 /// A drop-down list of texts. Click runs when the chosen entry changes, by the user or by code, at once.
-class KVO_EXPORT ComboBox : public QComboBox, public Steuerelement {
+class ComboBox : public QComboBox, public Steuerelement {
  public:
   explicit ComboBox(QWidget* behaelter, const QString& name);
 
@@ -20,7 +19,7 @@ class KVO_EXPORT ComboBox : public QComboBox, public Steuerelement {
 };
 
 /// A drop-down list of texts with a key and a picture each. Click runs when the user chooses; code raises nothing.
-class KVO_EXPORT ImageCombo : public QComboBox, public Steuerelement {
+class ImageCombo : public QComboBox, public Steuerelement {
  public:
   explicit ImageCombo(QWidget* behaelter, const QString& name);
 

@@ -5,7 +5,6 @@
 #include <memory>
 #include <vector>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 #include "platform/gdiplus/Bild.h"
 
@@ -15,7 +14,7 @@
 /// for its image. A picture in a part of the window that nobody sees costs nothing but its header, and the pixels are
 /// those of the screen, whatever its scaling. Measures of drawing are pixels (15 twips). A picture that can't be
 /// decoded leaves what could be.
-class KVO_EXPORT Bildfeld : public QWidget, public Steuerelement {
+class Bildfeld : public QWidget, public Steuerelement {
  public:
   explicit Bildfeld(QWidget* behaelter, const QString& name);
   ~Bildfeld() override;

@@ -5,12 +5,11 @@
 #include <functional>
 #include <memory>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 
 /// A list of folders: the path from the root down, one step to the right for each level, and below it the folders of
 /// the last one. A double click or Enter opens a folder. Hidden folders (a dot in front) and links are left out.
-class KVO_EXPORT DirListBox : public QListView, public Steuerelement {
+class DirListBox : public QListView, public Steuerelement {
  public:
   /// Starts at the current directory of the process.
   explicit DirListBox(QWidget* behaelter, const QString& name);

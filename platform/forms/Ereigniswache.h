@@ -9,6 +9,8 @@ class Ereigniswache {
   virtual ~Ereigniswache() = default;
   /// Runs a handler; a failure of the outermost one is kept, that of an inner one flies on.
   virtual void bewacht(const std::function<void()>& handler) = 0;
+  /// Runs a handler where no exception may pass, in the middle of Qt's own work: a failure is kept in any case.
+  virtual void abgeschirmt(const std::function<void()>& handler) noexcept = 0;
 
   /// Runs a control's handler under the guard of the window it stands in; without a guard it runs plainly. An empty
   /// handler is passed over.
@@ -16,6 +18,14 @@ class Ereigniswache {
     if (!handler) return;
     if (auto* wache = dynamic_cast<Ereigniswache*>(steuerelement.window()))
       wache->bewacht(handler);
+    else
+      handler();
+  }
+  /// The same for a handler that runs inside one of Qt's signals, even where another handler caused it.
+  static void melde_im_Signal(const QWidget& steuerelement, const std::function<void()>& handler) {
+    if (!handler) return;
+    if (auto* wache = dynamic_cast<Ereigniswache*>(steuerelement.window()))
+      wache->abgeschirmt(handler);
     else
       handler();
   }

@@ -2,11 +2,10 @@
 
 #include <QLabel>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 
 /// A panel: a framed surface with a caption, which can hold other controls, and which can be flooded from the left.
-class KVO_EXPORT SSPanel : public QLabel, public Steuerelement {
+class SSPanel : public QLabel, public Steuerelement {
  public:
   explicit SSPanel(QWidget* behaelter, const QString& name);
 
@@ -24,7 +23,7 @@ class KVO_EXPORT SSPanel : public QLabel, public Steuerelement {
 };
 
 /// A line of text.
-class KVO_EXPORT Label : public QLabel, public Steuerelement {
+class Label : public QLabel, public Steuerelement {
  public:
   explicit Label(QWidget* behaelter, const QString& name);
 
@@ -33,7 +32,7 @@ class KVO_EXPORT Label : public QLabel, public Steuerelement {
 };
 
 /// A frame in one colour around something else. It lies above its siblings and lets the mouse through.
-class KVO_EXPORT Shape : public QWidget, public Steuerelement {
+class Shape : public QWidget, public Steuerelement {
  public:
   explicit Shape(QWidget* behaelter, const QString& name);
 

@@ -13,6 +13,8 @@
 #include "platform/forms/Steuerelement.h"
 #include "platform/forms/Twips.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace tasten {
 
 std::int16_t code(int qt_taste) noexcept {
@@ -58,6 +60,11 @@ std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept {
 
 Form::Form(const QString& name) : name_(name) {
   setObjectName(name);
+  setWindowIcon(QIcon(u":/kvo/icons/programm.svg"_s));
+  // The measures of all controls were drawn for letters of this size.
+  QFont schrift = font();
+  schrift.setPixelSize(12);
+  setFont(schrift);
   setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
                  Qt::WindowCloseButtonHint);
   qApp->installEventFilter(this);

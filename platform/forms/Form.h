@@ -6,7 +6,6 @@
 #include <exception>
 #include <functional>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Ereigniswache.h"
 #include "platform/forms/Ziehvorgang.h"
 #include "platform/host/KVOCore.h"
@@ -29,7 +28,7 @@ std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept;
 ///
 /// Failures: what a handler that the event loop entered could not do ends the modal show, and Show throws it again. A
 /// handler that was called by a statement passes its failure on to that statement.
-class KVO_EXPORT Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fensterplatz {
+class Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fensterplatz {
  public:
   explicit Form(const QString& name);
   ~Form() override;
@@ -62,8 +61,8 @@ class KVO_EXPORT Form : public QDialog, public Ereigniswache, public Ziehbuehne,
   /// Runs a handler. As the outermost entry from the event loop a failure is kept and ends the modal show; inside a
   /// running handler it flies on.
   void bewacht(const std::function<void()>& handler) override;
-  /// The same where no exception may pass, in the middle of Qt's own work: a failure is kept in any case.
-  void abgeschirmt(const std::function<void()>& handler) noexcept;
+  /// A failure that is kept ends the modal show, too.
+  void abgeschirmt(const std::function<void()>& handler) noexcept override;
 
   void beginne_Ziehen(Steuerelement& quelle) override;
 

@@ -5,11 +5,9 @@
 #include <QString>
 #include <vector>
 
-#include "platform/basic/kvo_export.h"
-
 /// Images with a key each, numbered from 1. A key may be empty; several images may bear the same one. An index outside
 /// raises 9.
-class KVO_EXPORT ImageList {
+class ImageList {
  public:
   int Count() const noexcept { return static_cast<int>(bilder_.size()); }
   /// Appends an image.

@@ -4,7 +4,6 @@
 #include <QPushButton>
 #include <functional>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 
 // Buttons. A handler runs when the user clicks, and at once when code changes a value; what code sets to the value it
@@ -12,7 +11,7 @@
 
 /// A command button. "&" in its caption marks the access key; blanks around it and runs of them inside are room for the
 /// picture and for line breaks, and show as such.
-class KVO_EXPORT SSCommand : public QPushButton, public Steuerelement {
+class SSCommand : public QPushButton, public Steuerelement {
  public:
   explicit SSCommand(QWidget* behaelter, const QString& name);
 
@@ -28,7 +27,7 @@ class KVO_EXPORT SSCommand : public QPushButton, public Steuerelement {
 };
 
 /// A toggle that stays down.
-class KVO_EXPORT SSRibbon : public QPushButton, public Steuerelement {
+class SSRibbon : public QPushButton, public Steuerelement {
  public:
   explicit SSRibbon(QWidget* behaelter, const QString& name);
 
@@ -45,7 +44,7 @@ class KVO_EXPORT SSRibbon : public QPushButton, public Steuerelement {
 };
 
 /// A check box with the values 0 (not checked) and 1 (checked).
-class KVO_EXPORT CheckBox : public QCheckBox, public Steuerelement {
+class CheckBox : public QCheckBox, public Steuerelement {
  public:
   explicit CheckBox(QWidget* behaelter, const QString& name);
 

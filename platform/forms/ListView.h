@@ -6,13 +6,12 @@
 #include <memory>
 #include <vector>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/Steuerelement.h"
 
 /// A list of pictures with a line of text each, numbered from 1. An index outside raises 9. Selections made by code
 /// raise no event.
-class KVO_EXPORT ListView : public QListView, public Steuerelement {
+class ListView : public QListView, public Steuerelement {
  public:
   explicit ListView(QWidget* behaelter, const QString& name);
   ~ListView() override;

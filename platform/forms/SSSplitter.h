@@ -4,7 +4,6 @@
 #include <array>
 #include <functional>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 
 /// A surface in four panes with three bars between them that can be dragged: pane 0 across the top, below it pane 1 on
@@ -12,7 +11,7 @@
 /// when the splitter grows; pane 2 gets the rest. Measures are twips and kept exactly.
 ///
 /// A pane holds one control, which always fills it.
-class KVO_EXPORT SSSplitter : public QWidget, public Steuerelement {
+class SSSplitter : public QWidget, public Steuerelement {
  public:
   static constexpr int Anzahl = 4;
   /// Thickness of a bar, and what a pane keeps as long as there is room.

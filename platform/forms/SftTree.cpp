@@ -9,6 +9,7 @@
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/forms/Farbwert.h"
 #include "platform/forms/Twips.h"
+#include "platform/forms/Zelltext.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -16,21 +17,12 @@ namespace {
 
 constexpr int Rolle_Ebene = Qt::UserRole;
 
-/// One line that a reader can take in, whatever the text holds.
-QString angezeigt(const QString& text) {
-  constexpr qsizetype Hoechstens = 500;
-  QString zeile = text.left(Hoechstens);
-  for (QChar& zeichen : zeile)
-    if (zeichen.category() == QChar::Other_Control || zeichen == QChar::LineSeparator ||
-        zeichen == QChar::ParagraphSeparator)
-      zeichen = u' ';
-  return text.size() > Hoechstens ? zeile + u'…' : zeile;
-}
-
 class Zellenmaler final : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
-  QString displayText(const QVariant& wert, const QLocale&) const override { return angezeigt(wert.toString()); }
+  QString displayText(const QVariant& wert, const QLocale&) const override {
+    return zelltext::angezeigt(wert.toString());
+  }
 };
 
 Farbe als_Farbe(const QColor& c) {
@@ -192,7 +184,7 @@ bool SftTree::viewportEvent(QEvent* ereignis) {
   const auto* hilfe = ereignis->type() == QEvent::ToolTip ? dynamic_cast<QHelpEvent*>(ereignis) : nullptr;
   if (!hilfe) return QTreeWidget::viewportEvent(ereignis);
   const QModelIndex zelle = indexAt(hilfe->pos());
-  const QString text = angezeigt(zelle.data().toString()).trimmed();
+  const QString text = zelltext::angezeigt(zelle.data().toString()).trimmed();
   if (text.isEmpty()) return QTreeWidget::viewportEvent(ereignis);
   // Escaped: the text comes from a file and is no markup.
   QToolTip::showText(hilfe->globalPos(), u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s, viewport(), visualRect(zelle));

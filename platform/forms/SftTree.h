@@ -3,7 +3,6 @@
 #include <QTreeWidget>
 #include <cstdint>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 
 /// A list with columns under titles, whose items have a level. Items and cells count from 0; a number outside of them
@@ -11,7 +10,7 @@
 ///
 /// What a cell holds is kept character for character. It shows on one line: control characters as blanks, and of a text
 /// longer than anybody reads in a list only its beginning, which is also the cell's tool tip.
-class KVO_EXPORT SftTree : public QTreeWidget, public Steuerelement {
+class SftTree : public QTreeWidget, public Steuerelement {
  public:
   explicit SftTree(QWidget* behaelter, const QString& name);
 

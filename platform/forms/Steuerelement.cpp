@@ -58,11 +58,7 @@ void Steuerelement::setze_Geometrie() {
 
 void Steuerelement::Visible(bool wert) {
   sichtbar_ = wert;
-  widget_.setVisible(wert && !zurueckgehalten_);
-}
-void Steuerelement::halte_zurueck() {
-  zurueckgehalten_ = true;
-  widget_.setVisible(false);
+  widget_.setVisible(wert);
 }
 void Steuerelement::Enabled(bool wert) {
   freigegeben_ = wert;

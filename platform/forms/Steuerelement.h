@@ -5,11 +5,10 @@
 #include <functional>
 
 #include "platform/basic/Farben.h"
-#include "platform/basic/kvo_export.h"
 
 /// What every control has in common: place and size in twips, and whether it shows and can be used. The measures are
 /// kept exactly as they were set; the pixels derive from them. Used on the GUI thread.
-class KVO_EXPORT Steuerelement {
+class Steuerelement {
  public:
   virtual ~Steuerelement();
   Steuerelement(const Steuerelement&) = delete;
@@ -31,8 +30,6 @@ class KVO_EXPORT Steuerelement {
   /// The properties, whatever the containers say.
   bool Visible() const noexcept { return sichtbar_; }
   void Visible(bool wert);
-  /// The control does not show, whatever Visible says: its work is not there yet.
-  void halte_zurueck();
   bool Enabled() const noexcept { return freigegeben_; }
   void Enabled(bool wert);
   void ToolTipText(const QString& text);
@@ -75,5 +72,4 @@ class KVO_EXPORT Steuerelement {
   double hoehe_ = 0;
   bool freigegeben_ = true;
   bool sichtbar_ = true;
-  bool zurueckgehalten_ = false;
 };

@@ -4,11 +4,10 @@
 #include <QPlainTextEdit>
 #include <functional>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/forms/Steuerelement.h"
 
 /// A text box of one line. Change runs when the text really changes, by the user or by code, at once.
-class KVO_EXPORT TextBox : public QLineEdit, public Steuerelement {
+class TextBox : public QLineEdit, public Steuerelement {
  public:
   explicit TextBox(QWidget* behaelter, const QString& name);
 
@@ -26,7 +25,7 @@ class KVO_EXPORT TextBox : public QLineEdit, public Steuerelement {
 
 /// A text box of several lines. What code assigned comes back character for character until the user edits it, whatever
 /// the display makes of line ends and hard blanks; what the user edits has CR LF as line end.
-class KVO_EXPORT Textblock : public QPlainTextEdit, public Steuerelement {
+class Textblock : public QPlainTextEdit, public Steuerelement {
  public:
   explicit Textblock(QWidget* behaelter, const QString& name);
 

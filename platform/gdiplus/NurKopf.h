@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/basic/kvo_export.h"
-
 namespace bildlader {
 
 /// While one of these lives, picture files opened on its thread are read no further than their header. The status is
@@ -13,7 +11,7 @@ namespace bildlader {
 /// one that is gone, or no picture any more, shows the largest pixels that the cache still has of it, otherwise black.
 /// So it is for those who show pictures that lie where they lie, never for those who load a picture and then remove its
 /// file. Nests; belongs to the thread that made it.
-class KVO_EXPORT NurKopf {
+class NurKopf {
  public:
   NurKopf() noexcept;
   ~NurKopf();

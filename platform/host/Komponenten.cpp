@@ -5,7 +5,8 @@
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
-#include "platform/host/Anwendungsobjekt.h"
+#include "platform/host/Artikel.h"
+#include "platform/host/Auskunft.h"
 
 namespace {
 
@@ -37,4 +38,8 @@ std::shared_ptr<Komponente> CreateObject(const QString& name) {
 
 KVFileFunctions::~KVFileFunctions() = default;
 
-Anwendungsobjekt::~Anwendungsobjekt() = default;
+Auskunftsempfaenger::~Auskunftsempfaenger() = default;
+
+clsAuskunft::~clsAuskunft() = default;
+
+clsArtikelManagerSQL::~clsArtikelManagerSQL() = default;

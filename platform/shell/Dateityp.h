@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/gdiplus/Bild.h"
 
 /// File-type icons (learn.microsoft.com, "SHGetFileInfo").
@@ -18,7 +17,7 @@ inline constexpr std::int32_t SHGFI_ICON = 256;
 inline constexpr std::int32_t FILE_ATTRIBUTE_NORMAL = 128;
 
 /// Gives the icon of a file type. A program with windows may put the desktop's icons in its place.
-class KVO_EXPORT DateitypIcons {
+class DateitypIcons {
  public:
   virtual ~DateitypIcons();
   /// `endung` without a dot, perhaps empty; `seite` is 32 or 16 pixels. A null image where there is none.
@@ -27,13 +26,13 @@ class KVO_EXPORT DateitypIcons {
 
 /// The service in force. By default a sheet with a folded corner and the extension's letters is drawn; without a
 /// QGuiApplication, which letters need, a sheet without them.
-KVO_EXPORT DateitypIcons& dateitypIcons();
+DateitypIcons& dateitypIcons();
 /// Puts another service in force and hands back the one before; none puts the default back.
-KVO_EXPORT std::shared_ptr<DateitypIcons> setze(std::shared_ptr<DateitypIcons> dienst);
+std::shared_ptr<DateitypIcons> setze(std::shared_ptr<DateitypIcons> dienst);
 
 /// The icon of a file name's type as a picture object, or none: without SHGFI_ICON, when the service has none or fails,
 /// or when without SHGFI_USEFILEATTRIBUTES no file of that name exists. `attribute` is FILE_ATTRIBUTE_NORMAL. The icon
 /// is opaque, 32 pixels wide and high, with SHGFI_SMALLICON 16.
-KVO_EXPORT std::shared_ptr<const Bild> SHGetFileInfo(const QString& name, std::int32_t attribute, std::int32_t flags);
+std::shared_ptr<const Bild> SHGetFileInfo(const QString& name, std::int32_t attribute, std::int32_t flags);
 
 }  // namespace shell

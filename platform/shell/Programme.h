@@ -5,8 +5,6 @@
 #include <QStringList>
 #include <memory>
 
-#include "platform/basic/kvo_export.h"
-
 /// The desktop's programs for a file, and choosing one (freedesktop.org: Desktop Entry 1.5, MIME
 /// Applications Associations 1.0). Paths are those of the machine.
 namespace shell {
@@ -22,20 +20,20 @@ struct Programm {
 
 /// Programs registered for the type of a file: the user's defaults first, then by name. Deleted ones, ones whose
 /// program is missing and ones that need a terminal are left out.
-KVO_EXPORT QList<Programm> Programme_fuer(const QString& datei);
+QList<Programm> Programme_fuer(const QString& datei);
 
 /// The command line for one file: field codes replaced, quotes resolved, the file at the end where no code asks for it.
 /// The first element is the program; empty for a command that can't be read.
-KVO_EXPORT QStringList Befehlszeile(const Programm& programm, const QString& datei);
+QStringList Befehlszeile(const Programm& programm, const QString& datei);
 
 /// A text as one argument in a value of Exec.
-KVO_EXPORT QString als_Argument(const QString& text);
+QString als_Argument(const QString& text);
 
 /// Starts a program detached; the program's own name as it was started, or "" where it did not start.
-KVO_EXPORT QString starte(const QStringList& befehlszeile, const QString& verzeichnis);
+QString starte(const QStringList& befehlszeile, const QString& verzeichnis);
 
 /// Lets the user choose a program for a file.
-class KVO_EXPORT Programmwahl {
+class Programmwahl {
  public:
   virtual ~Programmwahl();
   /// Command line that was chosen, without the file's own part missing; empty for none.
@@ -44,10 +42,10 @@ class KVO_EXPORT Programmwahl {
 
 /// Puts another service in force and hands back the one before; none puts the default back, which chooses nothing:
 /// there are no windows to ask with.
-KVO_EXPORT std::shared_ptr<Programmwahl> setze(std::shared_ptr<Programmwahl> dienst);
+std::shared_ptr<Programmwahl> setze(std::shared_ptr<Programmwahl> dienst);
 
 /// The desktop's Open With for a file of the table: the user chooses, the program starts on it. The name of what was
 /// started, "" for nothing. The user is told when the file is missing or the program does not start.
-KVO_EXPORT QString OpenAs(const QString& datei);
+QString OpenAs(const QString& datei);
 
 }  // namespace shell

@@ -3,12 +3,10 @@
 #include <QString>
 #include <memory>
 
-#include "platform/basic/kvo_export.h"
-
 /// Showing files in the programs of the desktop (learn.microsoft.com, "ShellExecute").
 namespace shell {
 
-class KVO_EXPORT Programmstarter {
+class Programmstarter {
  public:
   virtual ~Programmstarter();
   /// Opens a file of the machine's own path in its program. False when there is none or it did not start.
@@ -16,10 +14,10 @@ class KVO_EXPORT Programmstarter {
 };
 
 /// Puts another service in force and hands back the one before; none puts the desktop's back.
-KVO_EXPORT std::shared_ptr<Programmstarter> setze(std::shared_ptr<Programmstarter> dienst);
+std::shared_ptr<Programmstarter> setze(std::shared_ptr<Programmstarter> dienst);
 
 /// Opens a file, given as the table writes it, with the verb "open" in a normal window. The user is told when the file
 /// is missing or no program shows it; the result is then False.
-KVO_EXPORT bool ShellExecute_open(const QString& datei);
+bool ShellExecute_open(const QString& datei);
 
 }  // namespace shell

@@ -1,7 +1,10 @@
 #include "tests/host/Wirt.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 
 #include "host/Namen.h"
@@ -124,4 +127,33 @@ void WirtFenster::klicke(const QString& nummer, bool doppelt) const {
   const QPoint stelle = baum()->visualRect(index(nummer)).center();
   QTest::mouseClick(baum()->viewport(), Qt::LeftButton, {}, stelle);
   if (doppelt) QTest::mouseDClick(baum()->viewport(), Qt::LeftButton, {}, stelle);
+}
+
+bool WirtBilder::klicke_und(const QString& knopf, const QString& name, const std::function<void(QWidget&)>& darin) {
+  bool offen = false;
+  QTimer takt;
+  QObject::connect(&takt, &QTimer::timeout, &takt, [&] {
+    QWidget* vorn = QApplication::activeModalWidget();
+    if (!vorn || vorn->objectName() != name || !vorn->isVisible()) return;
+    takt.stop();
+    offen = true;
+    darin(*vorn);
+    if (vorn->isVisible()) vorn->close();
+  });
+  takt.start(0);
+  QTest::mouseClick(kind<QPushButton>(knopf), Qt::LeftButton);
+  return offen;
+}
+
+void WirtBilder::druecke(QWidget& fenster, const QString& name) {
+  auto* knopf = fenster.findChild<QAbstractButton*>(name);
+  ASSERT_NE(knopf, nullptr) << name.toStdString();
+  QTest::mouseClick(knopf, Qt::LeftButton);
+}
+
+void WirtBilder::klicke_Bild(int zeile) const {
+  auto* streifen = fenster_->ansicht()->lst_Bilder;
+  const QModelIndex index = streifen->model()->index(zeile, 0);
+  streifen->scrollTo(index);
+  QTest::mouseClick(streifen->viewport(), Qt::LeftButton, {}, streifen->visualRect(index).center());
 }

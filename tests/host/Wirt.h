@@ -14,6 +14,7 @@
 #include "tests/support/Umgebung.h"
 
 class QTreeView;
+class QWidget;
 
 /// A call of the dialog as the double saw it.
 struct Dialogaufruf {
@@ -73,4 +74,15 @@ class WirtFenster : public Wirt {
   void klicke(const QString& nummer, bool doppelt = false) const;
 
   std::unique_ptr<Hauptfenster> fenster_;
+};
+
+/// The same with what opens over it.
+class WirtBilder : public WirtFenster {
+ protected:
+  /// Clicks on a button of the window and runs `darin` in the window of that name that opens over it, which is closed
+  /// afterwards if it is still there. True when one opened.
+  bool klicke_und(const QString& knopf, const QString& name, const std::function<void(QWidget&)>& darin);
+  static void druecke(QWidget& fenster, const QString& name);
+  /// Chooses a picture of the record that is shown.
+  void klicke_Bild(int zeile) const;
 };

@@ -19,32 +19,6 @@ using namespace oberflaeche;
 
 namespace {
 
-class WirtBilder : public WirtFenster {
- protected:
-  /// Clicks on a button of the window and runs `darin` in the window that opens over it, which is closed afterwards if
-  /// it is still there. True when one opened.
-  bool klicke_und(const QString& knopf, const QString& name, const std::function<void(QWidget&)>& darin) {
-    bool offen = false;
-    QTimer takt;
-    QObject::connect(&takt, &QTimer::timeout, &takt, [&] {
-      QWidget* vorn = QApplication::activeModalWidget();
-      if (!vorn || vorn->objectName() != name || !vorn->isVisible()) return;
-      takt.stop();
-      offen = true;
-      darin(*vorn);
-      if (vorn->isVisible()) vorn->close();
-    });
-    takt.start(0);
-    QTest::mouseClick(kind<QPushButton>(knopf), Qt::LeftButton);
-    return offen;
-  }
-  static void druecke(QWidget& fenster, const QString& name) {
-    auto* knopf = fenster.findChild<QAbstractButton*>(name);
-    ASSERT_NE(knopf, nullptr) << name.toStdString();
-    QTest::mouseClick(knopf, Qt::LeftButton);
-  }
-};
-
 /// A picture tree of the test's own with one picture that is assigned.
 class WirtAufraeumen : public WirtBilder {
  protected:
@@ -381,12 +355,6 @@ namespace {
 
 class WirtExif : public WirtBilder {
  protected:
-  void klicke_Bild(int zeile) const {
-    auto* streifen = fenster_->ansicht()->lst_Bilder;
-    const QModelIndex index = streifen->model()->index(zeile, 0);
-    streifen->scrollTo(index);
-    QTest::mouseClick(streifen->viewport(), Qt::LeftButton, {}, streifen->visualRect(index).center());
-  }
   bool zeige(const std::function<void(QWidget&)>& darin) { return klicke_und(u"cmd_Exif"_s, u"frm_BildInfo"_s, darin); }
 };
 

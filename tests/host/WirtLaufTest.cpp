@@ -77,6 +77,20 @@ TEST_F(WirtLauf, Neue_Zeilen_bekommen_alle_vier_Schluessel_des_Vorgangs) {
             QStringList{u"AB|24-1001|1|-|MON|-"_s});
 }
 
+TEST_F(WirtLauf, Was_nicht_gelesen_wurde_ist_neu_auch_wenn_der_Dialog_es_schon_fuer_gespeichert_haelt) {
+  im_Dialog_ = [](clsBildZuordnungen& store) {
+    neues_Bild(store, u"Neu"_s, u"BEL"_s, u"-"_s);
+    // Turned, which saves within the dialog, and changed again.
+    store.Bild_Neu(false);
+    store.Bild_Changeflag(true);
+  };
+  const Laufergebnis ergebnis = gehe(auftrag());
+  EXPECT_EQ(ergebnis.neu, 1);
+  EXPECT_EQ(ergebnis.geaendert, 0);
+  EXPECT_EQ(werte(u"Select Key1 || '|' || Key2 || '|' || Key3 from Bild_Zuordnungen where Bildname = 'Neu'"_s),
+            QStringList{u"AB|24-1001|-"_s});
+}
+
 TEST_F(WirtLauf, Ein_Teil_ohne_Wert_wird_zum_Strich) {
   im_Dialog_ = [](clsBildZuordnungen& store) { neues_Bild(store, u"Neu"_s, u"ART"_s, u"-"_s); };
   gehe(vorgang::aus_schluesseln(Vorgangsart::Artikel, u"TH-0110"_s));

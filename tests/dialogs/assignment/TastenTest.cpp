@@ -24,6 +24,35 @@ class Tasten : public Dialogtest {
   }
 };
 
+/// Writes down what the form hands in, and lets it pass.
+class Mithoerer final : public KeyHandler {
+ public:
+  void KeyDown(std::int16_t KeyCode, std::int16_t Shift) override {
+    tasten += u"down %1"_s.arg(KeyCode);
+    KeyHandler::KeyDown(KeyCode, Shift);
+  }
+  void KeyPress(std::int16_t KeyAscii) override {
+    tasten += u"press %1"_s.arg(KeyAscii);
+    KeyHandler::KeyPress(KeyAscii);
+  }
+  void KeyUp(std::int16_t KeyCode, std::int16_t Shift) override {
+    tasten += u"up %1"_s.arg(KeyCode);
+    KeyHandler::KeyUp(KeyCode, Shift);
+  }
+  QStringList tasten;
+};
+
+/// A core whose windows get that handler.
+class Tastencore final : public KVOCore {
+ public:
+  void FehlerMelden(const QString& /*modul*/, const QString& prozedur, std::int32_t /*nummer*/,
+                    const QString& beschreibung, bool /*mitMeldung*/) override {
+    ADD_FAILURE() << prozedur.toStdString() << ": " << beschreibung.toStdString();
+  }
+  std::shared_ptr<KeyHandler> NeuerKeyHandler() override { return mithoerer; }
+  std::shared_ptr<Mithoerer> mithoerer = std::make_shared<Mithoerer>();
+};
+
 class Tastenpaare : public Tasten, public ::testing::WithParamInterface<Tastenpaar> {};
 
 }  // namespace
@@ -190,4 +219,19 @@ TEST_F(Tasten, TheyWorkForDisplayOnlyToo) {
     EXPECT_EQ(form().txt_BildName.Text(), u"b"_s);
     EXPECT_FALSE(form().DatenGeaendert);
   });
+}
+
+TEST_F(Tasten, PressAndReleaseReachTheHostsHandlerToo) {
+  fuege_Bilder_ein(2);
+  const auto tastencore = std::make_shared<Tastencore>();
+  const std::shared_ptr<KVOCore> vorher = KVOCore::setze(tastencore);
+  zeige([&] {
+    form().chk_Drucken.setFocus();
+    taste(form(), Qt::Key_F9);
+    tippe(form().chk_Drucken, u"x"_s);
+    EXPECT_EQ(tastencore->mithoerer->tasten,
+              (QStringList{u"down 120"_s, u"up 120"_s, u"down 88"_s, u"press 120"_s, u"up 88"_s}));
+    EXPECT_EQ(form().AktZeile, 0);
+  });
+  KVOCore::setze(vorher);
 }

@@ -92,20 +92,3 @@ TEST(Knoepfe, ACaptionKeepsItsBlanksAndShowsRunsOfThemAsLineBreaks) {
     EXPECT_EQ(schalter.text(), fall.angezeigt);
   }
 }
-
-TEST(Knoepfe, AButtonThatIsHeldBackDoesNotShowAndItsAccessKeyDoesNothing) {
-  Form form(u"frm_Probe"_s);
-  SSCommand knopf(&form, u"SSC_Probe"_s);
-  knopf.Caption(u"&Probe"_s);
-  int klicks = 0;
-  knopf.Click = [&] { ++klicks; };
-  knopf.halte_zurueck();
-  QTimer::singleShot(0, &form, [&] {
-    knopf.Steuerelement::Visible(true);
-    EXPECT_TRUE(knopf.isHidden());
-    QTest::keyClick(form.windowHandle(), Qt::Key_P, Qt::AltModifier);
-    form.Hide();
-  });
-  form.Show();
-  EXPECT_EQ(klicks, 0);
-}

@@ -66,19 +66,6 @@ TEST(Steuerelement, VisibleAndEnabledAreTheControlsOwnProperties) {
   EXPECT_FALSE(kasten.Enabled());
 }
 
-TEST(Steuerelement, WhatIsHeldBackNeverShowsThoughItsPropertySaysSo) {
-  QWidget eltern;
-  Kasten kasten(&eltern);
-  eltern.show();
-  kasten.halte_zurueck();
-  EXPECT_TRUE(kasten.Visible());
-  EXPECT_FALSE(kasten.isVisible());
-  kasten.Visible(false);
-  kasten.Visible(true);
-  EXPECT_TRUE(kasten.Visible());
-  EXPECT_FALSE(kasten.isVisible());
-}
-
 TEST(Steuerelement, VisibleIsThePropertyWhileItsContainerIsHidden) {
   QWidget fenster;
   Kasten aussen(&fenster);

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <cstdint>
+
+#include "platform/basic/XArrayDBObject.h"
+#include "platform/forms/TDBGrid.h"
+#include "store/clsBildZuordnungen.h"
+
+/// The row layout that both overview dialogs share: one assignment with its picture, of which most columns are hidden
+/// and carry the record.
+namespace uebersicht {
+
+enum Spalte : std::int32_t {
+  Marke = 0,
+  Datei,
+  Root,
+  Pfad,
+  Dateiname,
+  Ext,
+  Beschreibung,
+  Drucken,
+  DruckGesamteSeite,
+  NeueSeite,
+  AlsAnhang,
+  Key1,
+  Key2,
+  Key3,
+  Key4,
+  Typ1,
+  Typ2,
+  AktBild,  ///< unused, as Info, DblName, Exif and ExifText are
+  Info,
+  Geaendert,
+  Fehlt,
+  Loeschen,
+  DblName,
+  Exif,
+  ExifText,
+  Zuordnung  ///< only in the list of all assignments
+};
+
+struct Spaltenentwurf {
+  const char16_t* Caption;
+  double Width;  ///< twips
+};
+
+/// Captions and widths of the columns 1 to 24; column 0 has another caption in each dialog.
+inline constexpr std::array<Spaltenentwurf, 25> Entwurf{
+    {{u"", 400},          {u"Datei", 1500},        {u"Root", 1500},       {u"Pfad", 1500},       {u"Dateiname", 2000},
+     {u"Ext", 900},       {u"Beschreibung", 2500}, {u"Druck", 500},       {u"GSeite", 1500},     {u"NSeite", 1500},
+     {u"Anhang", 1500},   {u"Referenz 1", 1500},   {u"Referenz 2", 1500}, {u"Referenz 3", 1500}, {u"Referenz 4", 1500},
+     {u"Art 1", 800},     {u"Art 2", 800},         {u"AktBild", 1500},    {u"Info", 1500},       {u"Changed", 1500},
+     {u"NotFound", 1500}, {u"Delete", 1500},       {u"DblName", 1500},    {u"Exif", 1500},       {u"ExifText", 1500}}};
+
+/// A hidden and locked column of the grids as both dialogs draw it: heading in the middle on a button's face, white.
+Gitterspalte entworfen(const QString& caption, double breite);
+/// The column of that number.
+Gitterspalte entworfen(Spalte spalte);
+
+/// Fills a row from the record under the collection's cursor and asks whether its file is there.
+void fuelle(XArrayDBObject& tabelle, std::int32_t zeile, clsBildZuordnungen& bilder, const QString& root);
+
+}  // namespace uebersicht

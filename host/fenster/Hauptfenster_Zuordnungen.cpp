@@ -1,0 +1,92 @@
+// What the window does with the assignments of a record beside its dialog: all of a picture's, and further ones.
+#include "dialogs/assignment/clsDialoge.h"
+#include "host/Ausgang.h"
+#include "host/fenster/Bildsammlung.h"
+#include "host/fenster/Hauptfenster.h"
+#include "host/fenster/Vorgangsansicht.h"
+#include "host/fenster/Vorgangsliste.h"
+#include "platform/host/Oberflaeche.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace oberflaeche;
+
+namespace {
+
+const QString Titel = u"Bildzuordnung"_s;
+
+/// Moves the collection's cursor to a picture; false when the record does not have it any more.
+bool waehle_Bild(clsBildZuordnungen& store, const Vorschaubild& bild) {
+  for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
+    store.AktInd(i);
+    if (store.Bild_Pfad() == bild.ordner && store.Bild_Bildname() + u'.' + store.Bild_BildExt() == bild.datei)
+      return true;
+  }
+  return false;
+}
+
+/// Deletes the row under the cursor. What went wrong, or nothing.
+QString entferne_Zeile(clsBildZuordnungen& store) {
+  const Berichtsfang fang;
+  store.Bild_Delete(true);
+  store.Bild_Changeflag(true);
+  store.FKT_SpeichernBilder();
+  return fang.erster();
+}
+
+}  // namespace
+
+void Hauptfenster::zeige_AlleZuordnungen() {
+  const Vorschaubild* gewaehltes = ansicht_->lst_Bilder->gewaehltes();
+  const Vorgang* gewaehlt = liste_->gewaehlt();
+  if (!gewaehltes || !gewaehlt || dialog_offen_) return;
+  const Vorschaubild bild = *gewaehltes;
+  const Vorgang vorgang = *gewaehlt;
+  dialog_offen_ = true;
+  QString ergebnis = u"Die Zuordnungen von „%1“ sind gezeigt."_s.arg(bild.datei);
+  try {
+    // A missing root shows as missing files only; the assignments are there all the same.
+    static_cast<void>(platz_.wurzel_fehlt());
+    const Bildsammlung sammlung = lies_Bildsammlung(platz_, vorgang);
+    clsBildZuordnungen& store = *sammlung.store;
+    if (!waehle_Bild(store, bild))
+      throw Abbruch(Ausgang::Datenbank, u"Das Bild ist dem Vorgang nicht mehr zugeordnet."_s);
+    bool eigene = false;
+    clsDialoge().Fkt_Aufruf_Dialog_AlleZuordnungen(
+        platz_.anwendungsobjekt(), platz_.wurzel(), vorgang::bildordner(vorgang), store.Bild_Key1(), store.Bild_Key2(),
+        store.Bild_Key3(), store.Bild_Key4(), store.Bild_Bildname(), store.Bild_BildExt(), store.Bild_Typ1(),
+        store.Bild_Typ2(), store.cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang), eigene);
+    if (eigene) {
+      const QString grund = entferne_Zeile(store);
+      ergebnis = grund.isEmpty() ? u"Die Zuordnung von „%1“ zu diesem Vorgang ist entfernt."_s.arg(bild.datei)
+                                 : u"Die Zuordnung von „%1“ ist NICHT entfernt: %2"_s.arg(bild.datei, grund);
+    }
+  } catch (const Abbruch& abbruch) {
+    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
+    ergebnis = abbruch.text();
+  }
+  dialog_offen_ = false;
+  aktualisiere_Anzahlen();
+  melde(ergebnis);
+}
+
+void Hauptfenster::zeige_WeitereZuordnungen() {
+  const Vorgang* gewaehlt = liste_->gewaehlt();
+  if (!gewaehlt || dialog_offen_) return;
+  const Vorgang vorgang = *gewaehlt;
+  if (const auto grund = platz_.wurzel_fehlt()) {
+    MsgBox(*grund + u"\r\n\r\nOhne sie ist nichts zuzuordnen."_s, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
+    return;
+  }
+  dialog_offen_ = true;
+  try {
+    const Bildsammlung sammlung = lies_Bildsammlung(platz_, vorgang);
+    clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(
+        platz_.anwendungsobjekt(), sammlung.store, platz_.wurzel(), vorgang::bildordner(vorgang), vorgang.satz.key1,
+        vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4, vorgang.satz.typ1, vorgang.satz.typ2,
+        sammlung.store->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
+  } catch (const Abbruch& abbruch) {
+    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
+  }
+  dialog_offen_ = false;
+  aktualisiere_Anzahlen();
+}

@@ -1,0 +1,80 @@
+// What the built library publishes, compared with the list beside this file.
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QMap>
+#include <QRegularExpression>
+#include <QSet>
+#include <QStandardPaths>
+
+#include "tests/component/Prozess.h"
+#include "tests/support/Umgebung.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The name that a demangled symbol is about, without its arguments and what the compiler made of it.
+QString gemeinter_Name(QString symbol) {
+  static const QRegularExpression vorsatz(
+      u"^(typeinfo name for|typeinfo for|vtable for|VTT for|construction vtable for|guard variable for|"
+      "non-virtual thunk to|virtual thunk to|covariant return thunk to) "_s);
+  while (symbol.contains(vorsatz)) symbol.remove(vorsatz);
+  int tiefe = 0;
+  for (qsizetype i = 0; i < symbol.size(); ++i) {
+    if (symbol[i] == u'<') ++tiefe;
+    if (symbol[i] == u'>') --tiefe;
+    if (tiefe == 0 && symbol[i] == u'(') return symbol.left(i);
+  }
+  return symbol;
+}
+
+QSet<QString> symbole(const QString& nm) {
+  const Prozess lauf = starte(nm, {u"-DC"_s, u"--defined-only"_s, QStringLiteral(BIBLIOTHEK)});
+  EXPECT_EQ(lauf.code, 0) << ende(lauf);
+  QSet<QString> namen;
+  for (const QString& zeile : lauf.ausgabe.split(u'\n', Qt::SkipEmptyParts))
+    namen.insert(gemeinter_Name(zeile.section(u' ', 2)));
+  return namen;
+}
+
+QSet<QString> liste() {
+  QFile datei(QStringLiteral(KVO_QUELLORDNER "/tests/component/veroeffentlicht.txt"));
+  EXPECT_TRUE(datei.open(QIODevice::ReadOnly));
+  QSet<QString> namen;
+  for (const QString& zeile : QString::fromUtf8(datei.readAll()).split(u'\n'))
+    if (!zeile.isEmpty() && !zeile.startsWith(u'#')) namen.insert(zeile);
+  return namen;
+}
+
+/// A name of the list stands for itself and, as a class, for its members.
+QString eintrag_von(const QString& name, const QSet<QString>& namen) {
+  QString kopf = name;
+  kopf.remove(QRegularExpression(u"<.*>"_s));
+  for (; !kopf.isEmpty(); kopf = kopf.contains(u"::"_s) ? kopf.left(kopf.lastIndexOf(u"::"_s)) : QString())
+    if (namen.contains(kopf)) return kopf;
+  return {};
+}
+
+std::string zeilen(const QSet<QString>& namen) {
+  QStringList sortiert = namen.values();
+  sortiert.sort();
+  return ("\n  "_L1 + sortiert.join("\n  "_L1)).toStdString();
+}
+
+}  // namespace
+
+TEST(Symbole, The_library_publishes_what_the_list_names_and_nothing_else) {
+  const QString nm = QStandardPaths::findExecutable(u"nm"_s);
+  if (nm.isEmpty()) GTEST_SKIP() << "nm (binutils) is missing";
+  const QSet<QString> soll = liste();
+  QSet<QString> ueberzaehlig;
+  QSet<QString> gesehen;
+  for (const QString& name : symbole(nm)) {
+    const QString eintrag = eintrag_von(name, soll);
+    (eintrag.isEmpty() ? ueberzaehlig : gesehen).insert(eintrag.isEmpty() ? name : eintrag);
+  }
+  EXPECT_TRUE(ueberzaehlig.isEmpty()) << "published, but not in veroeffentlicht.txt:" << zeilen(ueberzaehlig);
+  const QSet<QString> fehlend = soll - gesehen;
+  EXPECT_TRUE(fehlend.isEmpty()) << "in veroeffentlicht.txt, but not published:" << zeilen(fehlend);
+}
