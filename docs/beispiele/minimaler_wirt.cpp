@@ -33,8 +33,10 @@ class Betrieb final : public Anwendungsobjekt {
   std::shared_ptr<adodb::Connection> verbindung_ = std::make_shared<adodb::Connection>();
 };
 
-// Neue Zeilen kommen ohne Schlüssel aus dem Dialog. Was danach noch ein Kennzeichen hat, wurde nicht geschrieben.
-void speichere(clsBildZuordnungen& bilder) {
+// Neu ist, was nicht gelesen wurde; es hat noch keine Schlüssel. Ein Kennzeichen, das bleibt: nicht geschrieben.
+void speichere(clsBildZuordnungen& bilder, std::int32_t gelesen) {
+  for (bilder.AktInd(gelesen); bilder.AktInd() < bilder.AnzahlPos(); bilder.AktInd(bilder.AktInd() + 1))
+    bilder.Bild_Neu(true);
   bilder.fkt_Korr_Key1(u"AB"_s);
   bilder.fkt_Korr_Key2(u"24-1001"_s);
   bilder.FKT_SpeichernBilder();
@@ -51,9 +53,10 @@ bool bearbeite(const std::shared_ptr<Betrieb>& betrieb) {
   if (!bilder->Init(betrieb->ConnectStringDB(), betrieb->ConnectionDB(), {})) return false;  // schon gemeldet
   if (!bilder->Fkt_DirExists(u"P:"_s)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
   bilder->FKT_LeseBilder(u"AB"_s, u"24-1001"_s, {}, {}, {}, {}, u"BEL"_s, {}, {});
+  const std::int32_t gelesen = bilder->AnzahlPos();
   const bool erledigt = dialoge->Fkt_Aufruf_Dialog_Zuordnung(betrieb, u"P:"_s, u"Belege\\24-1001"_s, bilder, u"BEL"_s,
                                                              {}, u"Beleg AB 24-1001, Familie Muster"_s);
-  speichere(*bilder);  // auch nach False: Was der Benutzer im Dialog gespeichert hat, steht in der Sammlung
+  speichere(*bilder, gelesen);  // auch nach False: Was der Benutzer im Dialog gespeichert hat, steht in der Sammlung
   return erledigt;
 }
 
