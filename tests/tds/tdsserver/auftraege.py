@@ -131,12 +131,11 @@ def _lies_anmeldung(rest: list[str]) -> Eingriff:
 
 
 def _lies_fehler(rest: list[str]) -> tuple[int, int, str]:
-    """NUMBER [CLASS] WORDS; without a class it is 16."""
+    """NUMBER [CLASS] WORDS; a class is 11 to 25, without one it is 16."""
     if len(rest) < 2 or not rest[0].lstrip("-").isdigit():
         raise Auftragsfehler("fehler braucht NUMMER [KLASSE] TEXT")
-    klasse = int(rest[1]) if rest[1].isdigit() and len(rest) > 2 else 16
-    worte = rest[2:] if rest[1].isdigit() and len(rest) > 2 else rest[1:]
-    return int(rest[0]), klasse, " ".join(worte)
+    mit_klasse = len(rest) > 2 and rest[1].isdigit() and 11 <= int(rest[1]) <= 25
+    return int(rest[0]), int(rest[1]) if mit_klasse else 16, " ".join(rest[2 if mit_klasse else 1 :])
 
 
 def _zahl(text: str) -> float:
