@@ -54,19 +54,24 @@ class Katalog:
         return katalog
 
     def nimm(self, anweisung: str) -> None:
-        """Takes note of the columns where the text creates a table; any other text is passed over."""
+        """Takes note where the text creates a table or an index; any other text is passed over."""
         stuecke = bedeutende(anweisung)
-        for i in range(len(stuecke) - 1):
-            if stuecke[i].ist("CREATE") and stuecke[i + 1].ist("TABLE"):
+        for i in range(len(stuecke) - 2):
+            if not stuecke[i].ist("CREATE"):
+                continue
+            if stuecke[i + 1].ist("TABLE"):
                 self._nimm_tabelle(anweisung, stuecke[i + 2 :])
-                return
+            elif stuecke[i + 1].ist("INDEX"):
+                name = blosser_name(stuecke[i + 2])
+                self._namen[name.lower()] = name
+            return
 
     def typ(self, spalte: str) -> Typ | None:
         """The declared type of a column; None where no table has it, or two have it with different types."""
         return self._typen.get(spalte.lower())
 
     def schreibweise(self, name: str) -> str:
-        """A name of a table or column as the scripts write it, else as given."""
+        """A name of a table, a column or an index as the scripts write it, else as given."""
         return self._namen.get(name.lower(), name)
 
     def _nimm_tabelle(self, text: str, stuecke: list[Stueck]) -> None:

@@ -44,6 +44,7 @@ class Prozeduren:
             "sp_executesql": self._executesql, "sp_prepare": self._prepare, "sp_execute": self._execute,
             "sp_prepexec": self._prepexec, "sp_unprepare": self._unprepare, "sp_cursoropen": self._cursoropen,
             "sp_cursorfetch": self._cursorfetch, "sp_cursorclose": self._cursorclose,
+            "sp_cursoroption": self._cursoroption,
         }.get(name)  # fmt: skip
         if arbeit is None:
             wort = f"Could not find stored procedure '{aufruf.name}'."
@@ -116,6 +117,10 @@ class Prozeduren:
 
     def _cursorclose(self, p: list[Parameter]) -> Iterator[Ereignis]:
         self._zeiger.pop(_zahl(p[0]), None)
+        yield from ()
+
+    def _cursoroption(self, p: list[Parameter]) -> Iterator[Ereignis]:
+        """The name of a cursor and the like; nothing here depends on it."""
         yield from ()
 
 

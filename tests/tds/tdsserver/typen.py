@@ -154,6 +154,8 @@ def lies_parameterwert(leser: Leser) -> Wert:
         return _lies_zeitpunkt(leser)
     if art in (0xE7, 0xEF, 0xA7, 0xAF, 0xA5, 0xAD):
         return _lies_kette(leser, art)
+    if art in (0x63, 0x23, 0x22):
+        return _lies_altes_lang(leser, art)
     raise Protokollfehler(f"Parametertyp 0x{art:02X}")
 
 
@@ -178,6 +180,20 @@ def _lies_lang(leser: Leser) -> bytes | None:
     while laenge := leser.u32():
         stuecke.append(leser.bytes(laenge))
     return b"".join(stuecke)
+
+
+def _lies_altes_lang(leser: Leser, art: int) -> Wert:
+    """ntext, text or image: the long types of old."""
+    leser.u32()
+    if art != 0x22:
+        leser.bytes(5)
+    laenge = leser.u32()
+    if laenge == 0xFFFFFFFF:
+        return None
+    roh = leser.bytes(laenge)
+    if art == 0x22:
+        return roh
+    return entziffere(roh) if art == 0x63 else roh.decode("cp1252", "replace")
 
 
 def _lies_dezimalzahl(leser: Leser) -> Wert:
