@@ -200,6 +200,7 @@ def _uebersetzt(fehler: PgFehler) -> Exception:
     worte = re.sub(r"; SQL statement:.*", "", fehler.text, flags=re.DOTALL).strip()
     gemeint = re.search(r'"([^"]*)"', worte)
     name = gemeint[1] if gemeint else ""
+    worte = worte.replace('"EXPLAIN ', '"')
     zustand = fehler.sqlstate
     if zustand == "57014":
         return Abgebrochen()

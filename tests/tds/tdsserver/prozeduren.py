@@ -106,7 +106,8 @@ class Prozeduren:
             raise SqlFehler(16916, f"A cursor with the name '{nummer}' does not exist.")
         ergebnis, stelle = self._zeiger[nummer]
         art = _zahl(p[1]) & 0x1F if len(p) > 1 else _NAECHSTE
-        zeile, anzahl = (_zahl(p[i]) if len(p) > i else vorgabe for i, vorgabe in ((2, 1), (3, 1)))
+        # The row is NULL where the kind of fetch needs none.
+        zeile, anzahl = (_zahl(p[i]) if len(p) > i and p[i].wert is not None else 1 for i in (2, 3))
         von = {_ERSTE: 0, _VORIGE: stelle - 2 * anzahl, _LETZTE: len(ergebnis.zeilen) - anzahl, _STELLE: zeile - 1}
         beginn = max(von.get(art, stelle), 0)
         zeilen = [[*werte, 1] for werte in ergebnis.zeilen[beginn : beginn + anzahl]]
