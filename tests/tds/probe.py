@@ -12,7 +12,8 @@ from typing import Any
 
 import odbc
 
-BENUTZER, KENNWORT = "pruefer", "Kenn}wort;ä€"
+# Without a closing brace: FreeTDS does not read its doubled form.
+BENUTZER, KENNWORT = "pruefer", "Kenn{wort;ä€"
 START = Path(__file__).resolve().parent / "starte.py"
 
 

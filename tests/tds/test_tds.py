@@ -332,7 +332,10 @@ class WerkzeugeTest(Fall):
     def test_isql(self) -> None:
         if shutil.which("isql") is None:
             self.skipTest("isql fehlt (unixodbc)")
-        ausgabe = subprocess.run(["isql", "-k", self.server.zeichenfolge(), "-b", "-x0x7c"], text=True, capture_output=True,
+        # isql passes the connect string on in 8-bit characters, so this server has a plain password.
+        server = Probe("--kennwort", "Geheim-1")
+        self.addCleanup(server.schliesse)
+        ausgabe = subprocess.run(["isql", "-v", "-k", server.zeichenfolge("Geheim-1"), "-b", "-x0x7c"], text=True, capture_output=True,
                                  input="select 'abc' as a, 7 as b\n", timeout=60)  # fmt: skip
         self.assertIn("abc|7", ausgabe.stdout, ausgabe.stderr)
 

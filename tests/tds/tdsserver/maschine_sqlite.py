@@ -53,6 +53,7 @@ class SqliteMaschine:
         self._datei = datei
         self._katalog = katalog
         verbindung = self._oeffne()
+        verbindung.execute(f"PRAGMA busy_timeout={int(WARTEGRENZE * 1000)}")
         verbindung.execute("PRAGMA journal_mode=WAL")
         for skript in skripte:
             verbindung.executescript(skript.read_text(encoding="utf-8"))
@@ -65,13 +66,15 @@ class SqliteMaschine:
         """The file stays."""
 
     def _oeffne(self) -> sqlite3.Connection:
-        verbindung = sqlite3.connect(self._datei, timeout=0, isolation_level=None, check_same_thread=False)
+        verbindung = sqlite3.connect(self._datei, timeout=WARTEGRENZE, isolation_level=None, check_same_thread=False)
         verbindung.create_collation("SERVERTEXT", vergleiche_servertext)
         verbindung.create_function("LEN", 1, _len, deterministic=True)
         verbindung.create_function("DATALENGTH", 1, _datalength, deterministic=True)
         verbindung.create_function("REPLICATE", 2, _replicate, deterministic=True)
         # The file need not outlive the machine, only the processes.
         verbindung.execute("PRAGMA synchronous=OFF")
+        # Locks are waited for above, where a cancel is heard meanwhile.
+        verbindung.execute("PRAGMA busy_timeout=0")
         return verbindung
 
 

@@ -47,7 +47,7 @@ class Sitzung:
         try:
             if self._melde_an():
                 self._arbeite()
-        except (Verbindungsende, Protokollfehler) as ende:
+        except (Verbindungsende, Protokollfehler, Abgebrochen) as ende:
             self._protokoll.notiere(self._nummer, "ende", str(ende))
         finally:
             self._leitung.trenne()

@@ -43,6 +43,8 @@ class Befehle:
             return f"fehler: {fehler}"
         except SqlFehler as fehler:
             return f"fehler: {fehler.nummer} {fehler.text}".replace("\n", " ")
+        except Exception as fehler:  # whatever it is, the one who asked learns of it
+            return f"fehler: {type(fehler).__name__} {fehler}".replace("\n", " ")
 
     def _heile(self) -> str:
         self._server.auftraege.heile()
