@@ -352,6 +352,16 @@ class H2EingriffeTest(EingriffeTest):
     maschine = "h2"
 
 
+class InstanzTest(Fall):
+    schalter = ("--instanz", "ZUNFT")
+
+    def test_benannte_instanz_wird_gefunden(self) -> None:
+        zeichenfolge = self.server.zeichenfolge().replace("Server=127.0.0.1", "Server=127.0.0.1\\Zunft")
+        verbindung = Verbindung(zeichenfolge.replace(f"Port={self.server.port};", ""))
+        self.addCleanup(verbindung.schliesse)
+        self.assertEqual([["1"]], verbindung.fuehre_aus("select 1 as a")[0].zeilen)
+
+
 class ProzessTest(unittest.TestCase):
     """The process itself; needs no driver."""
 

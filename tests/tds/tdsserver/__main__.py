@@ -10,11 +10,12 @@ import tempfile
 import threading
 from pathlib import Path
 
+from .auskunft import Sitzungswerte
+from .instanzen import Instanzauskunft
 from .katalog import Katalog, zerlege_skript
 from .maschine import Maschine
 from .maschine_h2 import H2Maschine
 from .maschine_sqlite import SqliteMaschine
-from .auskunft import Sitzungswerte
 from .pakete import ERSTE_PAKETGROESSE
 from .protokoll import Protokoll
 from .server import Server
@@ -38,6 +39,7 @@ def lies_schalter(argumente: list[str]) -> argparse.Namespace:
     leser.add_argument("--paketgroesse", type=int, default=ERSTE_PAKETGROESSE, help="Obergrenze, 512 bis 32767")
     leser.add_argument("--port", type=int, default=0)
     leser.add_argument("--steuerport", type=int, default=0)
+    leser.add_argument("--instanz", default="", help="beantwortet die Frage nach dem Port dieser Instanz (UDP 1434)")
     leser.add_argument("--protokoll", type=Path, help="Datei, eine JSON-Zeile je Eintrag")
     return leser.parse_args(argumente)
 
@@ -73,6 +75,8 @@ def haupt(argumente: list[str]) -> int:
             zugang = Zugang(schalter.benutzer, schalter.kennwort, schalter.datenbank, schalter.paketgroesse)
             server = Server(maschine, zugang, Protokoll(schalter.protokoll), schalter.port)
             steuerung = Steuerung(server, schalter.steuerport)
+            if schalter.instanz:
+                Instanzauskunft(schalter.instanz, server.port)
             print(server.port, steuerung.port, sep="\n", flush=True)
             warte_auf_ende(server)
             server.halte_an()

@@ -6,8 +6,10 @@ session, since the port presets a mode of its own.
 
 from __future__ import annotations
 
+import ctypes
 import re
 import shutil
+import signal
 import subprocess
 from pathlib import Path
 
@@ -31,6 +33,12 @@ def fehlt() -> str:
     return "" if BIBLIOTHEK.exists() else f"{BIBLIOTHEK} fehlt (libh2-java)"
 
 
+def _stirb_mit_dem_server() -> None:
+    """Runs in the child: it gets a SIGKILL as soon as its parent is gone, however that ended."""
+    auftrag_bei_elternende = 1  # PR_SET_PDEATHSIG
+    ctypes.CDLL(None).prctl(auftrag_bei_elternende, signal.SIGKILL)
+
+
 class H2Maschine:
     """A database in the memory of a Java process of its own."""
 
@@ -42,9 +50,10 @@ class H2Maschine:
         self._katalog = katalog
         befehl = ["java", "-XX:TieredStopAtLevel=1", "-Xmx512m", "-cp", str(BIBLIOTHEK), "org.h2.tools.Server", "-pg",
                   "-pgPort", "0", "-ifNotExists"]  # fmt: skip
-        # Without input of its own, and in its own group: a Ctrl-C at the server is not for it.
+        # In a group of its own, since a Ctrl-C at the server is not for it; it never outlives the server.
         self._prozess = subprocess.Popen(befehl, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                         stderr=subprocess.DEVNULL, text=True, start_new_session=True)  # fmt: skip
+                                         stderr=subprocess.DEVNULL, text=True, start_new_session=True,
+                                         preexec_fn=_stirb_mit_dem_server)  # fmt: skip
         assert self._prozess.stdout is not None
         zeile = self._prozess.stdout.readline()
         treffer = re.search(r"pg://[^:]*:(\d+)", zeile)
