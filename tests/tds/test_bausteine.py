@@ -217,6 +217,7 @@ class TexteTest(unittest.TestCase):
             "select 1 union all select 2; ;delete from t": ["select 1 union all select 2", "delete from t"],
             "if exists (select 1 from t) delete from t print 'x'": ["if exists (select 1 from t) delete from t", "print 'x'"],
             "begin tran insert into t values (1) commit": ["begin tran", "insert into t values (1)", "commit"],
+            "set nocount on insert into t values (1) set nocount off": ["set nocount on", "insert into t values (1)", "set nocount off"],
             "create table t (a int) create index i on t (a)": ["create table t (a int)", "create index i on t (a)"],
             "alter table t alter column a int null": ["alter table t alter column a int null"],
             " Select * from T  where a = 'b'order by c ": [" Select * from T  where a = 'b'order by c "],

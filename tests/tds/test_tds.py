@@ -93,6 +93,12 @@ class AnweisungenTest(Fall):
         wert = self.verbinde().fuehre_aus("select replicate(N'ä😀b', 20000) as lang")[0].zeilen[0][0]
         self.assertEqual("ä😀b" * 20000, wert)
 
+    def test_ohne_zahlen_wird_trotzdem_geschrieben(self) -> None:
+        verbindung = self.verbinde()
+        ergebnisse = verbindung.fuehre_aus("set nocount on " + EINFUEGEN + "('a', '', '', 1) select count(*) as n from Bild_Zuordnungen")
+        self.assertEqual([["1"]], ergebnisse[-1].zeilen)
+        self.assertNotIn(1, [e.anzahl for e in ergebnisse])
+
     def test_leeres_ergebnis_hat_seine_spalten(self) -> None:
         ergebnis = self.verbinde().fuehre_aus("Select Top 1 Key1 from Bild_Zuordnungen ")[0]
         self.assertEqual((["Key1"], [(-9, 50)], []), (ergebnis.namen, ergebnis.typen, ergebnis.zeilen))

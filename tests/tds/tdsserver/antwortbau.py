@@ -15,9 +15,8 @@ _WECHSEL = {"beginn": antworten.UMGEBUNG_TA_BEGINN, "abschluss": antworten.UMGEB
 class Antwortbau:
     """One response. `prozedur`: it answers a procedure call."""
 
-    def __init__(self, werte: Sitzungswerte, ohne_anzahl: bool = False, prozedur: bool = False) -> None:
+    def __init__(self, werte: Sitzungswerte, prozedur: bool = False) -> None:
         self._werte = werte
-        self._ohne_anzahl = ohne_anzahl
         self._prozedur = prozedur
         self._teile: list[bytes] = []
         self._ende: tuple[int, int | None, str] | None = None
@@ -36,7 +35,7 @@ class Antwortbau:
             self._ende = (zustand | (FEHLER if ereignis.gescheitert else 0), None, "")
         else:
             self._nimm_ergebnis(ereignis)
-            self._ende = (zustand, None if self._ohne_anzahl else ereignis.anzahl, ereignis.befehl)
+            self._ende = (zustand, None if self._werte.ohne_anzahl else ereignis.anzahl, ereignis.befehl)
 
     def sende(self, roh: bytes) -> None:
         """Puts in a token of the caller's own."""

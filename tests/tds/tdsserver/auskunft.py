@@ -31,6 +31,7 @@ class Sitzungswerte:
     transaktionen: int = 0
     betroffen: int = 0
     fehlernummer: int = 0
+    ohne_anzahl: bool = False
 
 
 def objektnummer(name: str) -> int:

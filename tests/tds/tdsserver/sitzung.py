@@ -131,22 +131,22 @@ class Sitzung:
         if art == pakete.STAPEL:
             text = anfragen.lies_stapel(inhalt)
             self._protokoll.notiere(self._nummer, "stapel", text)
-            self._fuehre_aus(text, lauf.fuehre_aus(text), lauf)
+            self._fuehre_aus(text, lauf.fuehre_aus(text))
         elif art == pakete.TRANSAKTION:
             self._transaktion(anfragen.lies_transaktionswunsch(inhalt), lauf)
         elif art == pakete.RPC:
-            self._rufe(inhalt, lauf, prozeduren)
+            self._rufe(inhalt, prozeduren)
         elif art == pakete.ABBRUCH:
             self._bestaetige_abbruch(art)
         else:
             raise Protokollfehler(f"unbekannte Nachricht 0x{art:02X}")
 
-    def _rufe(self, inhalt: bytes, lauf: Stapellauf, prozeduren: Prozeduren) -> None:
+    def _rufe(self, inhalt: bytes, prozeduren: Prozeduren) -> None:
         aufruf = anfragen.lies_aufruf(inhalt)
         text = prozeduren.text(aufruf)
         self._protokoll.notiere(self._nummer, "aufruf", text, name=aufruf.name,
                                 werte=[repr(p.wert) for p in aufruf.parameter])  # fmt: skip
-        self._fuehre_aus(text, prozeduren.rufe(aufruf), lauf, prozeduren)
+        self._fuehre_aus(text, prozeduren.rufe(aufruf), prozeduren)
 
     def _transaktion(self, wunsch: anfragen.Transaktionswunsch, lauf: Stapellauf) -> None:
         wege = {anfragen.TA_BEGINN: ("BEGIN TRANSACTION", lauf.beginne),
@@ -162,16 +162,16 @@ class Sitzung:
             if wunsch.neu:
                 yield from lauf.beginne()
 
-        self._fuehre_aus(name, ereignisse(), lauf, zaehlt=False)
+        self._fuehre_aus(name, ereignisse(), zaehlt=False)
 
-    def _fuehre_aus(self, text: str, ereignisse: Iterable[Ereignis], lauf: Stapellauf,
+    def _fuehre_aus(self, text: str, ereignisse: Iterable[Ereignis],
                     prozeduren: Prozeduren | None = None, zaehlt: bool = True) -> None:  # fmt: skip
         """Runs what the events come from and answers, with what was ordered in between."""
         eingriff = self._auftraege.eingriff("stapel", text, zaehlt and bool(text or prozeduren is None))
         if eingriff.trenne == "vor":
             raise Verbindungsende("auf Bestellung vor der Anweisung")
         self._verzoegere(eingriff)
-        bau = Antwortbau(self._werte, lauf.ohne_anzahl, prozedur=prozeduren is not None)
+        bau = Antwortbau(self._werte, prozedur=prozeduren is not None)
         for worte in eingriff.meldungen:
             bau.nimm(Hinweis(0, worte))
         if eingriff.fehler:

@@ -51,7 +51,6 @@ class Stapellauf:
         self._wache = wache
         self._implizit = False
         self.werte = werte
-        self.ohne_anzahl = False
 
     def fuehre_aus(self, text: str) -> Iterator[Ereignis]:
         """What happens, in order; errors are among it. Raises Abgebrochen when the client cancels."""
@@ -206,7 +205,7 @@ class Stapellauf:
         """What has no meaning for the databases behind is passed over."""
         worte = [s.text.upper() for s in stuecke]
         if worte[1:2] == ["NOCOUNT"]:
-            self.ohne_anzahl = worte[-1] == "ON"
+            self.werte.ohne_anzahl = worte[-1] == "ON"
         elif worte[1:2] == ["IMPLICIT_TRANSACTIONS"]:
             self._implizit = worte[-1] == "ON"
 

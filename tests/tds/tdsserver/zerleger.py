@@ -106,6 +106,8 @@ def _gehoert_dazu(laufend: list[Stueck], stueck: Stueck) -> bool:
     """The word `stueck` goes on with the statement of which these pieces are there already."""
     erstes, voriges = laufend[0], laufend[-1]
     worte = {s.text.upper() for s in laufend if s.art == WORT}
+    if erstes.ist("SET", "PRINT", "USE", "BEGIN", "COMMIT", "ROLLBACK", "SAVE", "WAITFOR", "RAISERROR", "THROW"):
+        return False
     if erstes.ist("IF"):
         rumpf = next((i for i, s in enumerate(laufend[1:], 1) if s.ist(*ANFAENGE) and _aussen(laufend, i)), None)
         return rumpf is None or _gehoert_dazu(laufend[rumpf:], stueck)
@@ -116,7 +118,7 @@ def _gehoert_dazu(laufend: list[Stueck], stueck: Stueck) -> bool:
     if stueck.ist("SET"):
         return erstes.ist("UPDATE", "MERGE") and "SET" not in worte
     if stueck.ist("WITH"):
-        return not erstes.ist("WITH") and not erstes.ist("PRINT", "SET")
+        return not erstes.ist("WITH")
     if erstes.ist("ALTER"):
         return stueck.ist("ALTER", "DROP", "SET") and "COLUMN" not in worte
     if erstes.ist("WITH"):
