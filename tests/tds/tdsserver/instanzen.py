@@ -19,8 +19,8 @@ def antworte(frage: bytes, instanz: str, port: int) -> bytes | None:
     name = frage[1:].split(b"\0")[0].decode("cp1252", "replace")
     if name.lower() != instanz.lower():
         return None
-    worte = f"ServerName;{SERVERNAME};InstanceName;{instanz};IsClustered;No;Version;15.0.2000.5;tcp;{port};;".encode("cp1252")
-    return struct.pack("<BH", _ANTWORT, len(worte)) + worte
+    worte = f"ServerName;{SERVERNAME};InstanceName;{instanz};IsClustered;No;Version;15.0.2000.5;tcp;{port};;"
+    return struct.pack("<BH", _ANTWORT, len(worte)) + worte.encode("cp1252")
 
 
 class Instanzauskunft:

@@ -136,7 +136,8 @@ class H2Arbeit:
 
     def indexe(self) -> list[tuple[str, str]]:
         frage = "SELECT TABLE_NAME, INDEX_NAME FROM INFORMATION_SCHEMA.INDEXES WHERE TABLE_SCHEMA = 'dbo' ORDER BY 2"
-        return [(self._katalog.schreibweise(t or ""), self._katalog.schreibweise(n or "")) for t, n in self._frage(frage).zeilen]
+        schreibweise = self._katalog.schreibweise
+        return [(schreibweise(t or ""), schreibweise(n or "")) for t, n in self._frage(frage).zeilen]
 
     def schliesse(self) -> None:
         self._leitung.schliesse()
@@ -179,7 +180,8 @@ def h2_dialekt(text: str) -> str:
 
 
 def _typ(h2typ: str, laenge: str | None) -> Typ:
-    einfach = {"smallint": "smallint", "integer": "int", "bigint": "bigint", "boolean": "bit", "double precision": "float"}
+    einfach = {"smallint": "smallint", "integer": "int", "bigint": "bigint", "boolean": "bit",
+               "double precision": "float"}  # fmt: skip
     if h2typ.lower() in einfach:
         return Typ(einfach[h2typ.lower()])
     zeichen = int(laenge or 0)

@@ -85,7 +85,8 @@ class Server:
                 sitzung = Sitzung(nummer, Paketleitung(buchse, self.zaehler), self.maschine, self._zugang,
                                   self.auftraege, self.protokoll)  # fmt: skip
                 self._sitzungen[nummer] = sitzung
-            threading.Thread(target=self._bediene, args=(nummer, sitzung), name=f"sitzung-{nummer}", daemon=True).start()
+            name = f"sitzung-{nummer}"
+            threading.Thread(target=self._bediene, args=(nummer, sitzung), name=name, daemon=True).start()
 
     def _bediene(self, nummer: int, sitzung: Sitzung) -> None:
         try:

@@ -1,4 +1,4 @@
-"""Runs a batch: its statements one behind the other, those of the server's own language here, the rest in the database."""
+"""Runs a batch: one statement behind the other, those of the server's own language here, the rest in the database."""
 
 from __future__ import annotations
 
