@@ -67,8 +67,8 @@ class PaketeTest(unittest.TestCase):
     def test_abbruch_mitten_im_senden_verwirft_den_anfang(self) -> None:
         links, rechts = socket.socketpair()
         with links, rechts:
-            anfang, abbruch = pakete.zerteile(pakete.STAPEL, b"x" * 1000, 512)[0], pakete.zerteile(pakete.ABBRUCH, b"", 512)
-            links.sendall(anfang + abbruch[0])
+            anfang = pakete.zerteile(pakete.STAPEL, b"x" * 1000, 512)[0]
+            links.sendall(anfang + pakete.zerteile(pakete.ABBRUCH, b"", 512)[0])
             self.assertEqual((pakete.ABBRUCH, b""), pakete.Paketleitung(rechts).lies_nachricht())
 
     def test_ende_der_leitung_und_unsinn_werden_gemeldet(self) -> None:

@@ -54,6 +54,30 @@ class InstanzTest(Fall):
         self.assertEqual([["1"]], verbindung.fuehre_aus("select 1 as a")[0].zeilen)
 
 
+class LeereDatenbankTest(Fall):
+    schalter = ("--ohne-tabellen",)
+
+    def test_skripte_des_servers_legen_alles_an_und_laufen_zweimal(self) -> None:
+        verbindung = self.verbinde()
+        skripte = sorted((Path(__file__).resolve().parents[2] / "sql" / "mssql").glob("*.sql"))
+        texte = [t for s in skripte for t in s.read_text(encoding="utf-8").split("\nGO\n") if t.strip()]
+        for text in texte * 2:
+            verbindung.fuehre_aus(text)
+        self.assertEqual(texte * 2, self.server.protokoll())
+        tabellen = self.zeilen(verbindung, "select TABLE_NAME, count(*) from INFORMATION_SCHEMA.COLUMNS "
+                                           "group by TABLE_NAME order by TABLE_NAME")  # fmt: skip
+        self.assertEqual([["BelegKopfZunft", "4"], ["Bild_Zuordnungen", "14"]], tabellen)
+        indexe = self.zeilen(verbindung, "select name from sys.indexes order by name")
+        self.assertEqual(["BelegKopfZunft_Beleg", "Bild_Zuordnungen_Datei"], [i[0] for i in indexe][:2])
+        self.assertEqual(4, len(indexe))
+        satz = self.fehler(verbindung.fuehre_aus, f"insert into Bild_Zuordnungen (key4) values ('{'x' * 51}')")[0]
+        self.assertEqual(("22001", 8152), satz[:2])
+
+
+class H2LeereDatenbankTest(LeereDatenbankTest):
+    maschine = "h2"
+
+
 class ProzessTest(unittest.TestCase):
     """The process itself; needs no driver."""
 
@@ -64,7 +88,7 @@ class ProzessTest(unittest.TestCase):
         self.assertEqual(0, server.prozess.wait(timeout=20))
         server.schliesse()
 
-    def test_datei_bleibt_und_leere_datenbank_nimmt_die_skripte_des_servers(self) -> None:
+    def test_datei_bleibt_und_neue_tabelle_hat_die_grenzen_des_servers(self) -> None:
         with tempfile.TemporaryDirectory() as ordner:
             server = Probe("--datei", f"{ordner}/x.db", "--ohne-tabellen")
             server.sql("create table dbo.T (a nvarchar(3) NULL, s smallint)")
