@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "platform/adodb/Adofehler.h"
+#include "platform/adodb/OdbcTreiber.h"
+#include "platform/adodb/OdbcVerbindung.h"
 #include "platform/adodb/SqliteTreiber.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 
@@ -27,11 +29,28 @@ struct Register {
   std::map<QString, Treiberfabrik> fabriken;
 };
 
+/// The OLE DB providers whose connect strings go to ODBC, in small letters; each also with its version behind it
+/// ("SQLOLEDB.1").
+constexpr QStringView OdbcProvider[] = {u"msdasql",   u"sqloledb",   u"sqlncli",     u"sqlncli10",
+                                        u"sqlncli11", u"msoledbsql", u"msoledbsql19"};
+
+/// The provider's name without a version, or that of the provider for ODBC where a connect string in ODBC form has
+/// none.
+QString provider_von(const Verbindungszeichenfolge& folge) {
+  const QString provider = folge.wert(u"Provider"_s).value_or(QString());
+  if (provider.isEmpty()) return ist_odbc_form(folge) ? u"MSDASQL"_s : QString();
+  for (const QStringView name : OdbcProvider)
+    if (provider.compare(name.toString() + u".1"_s, Qt::CaseInsensitive) == 0) return name.toString();
+  return provider;
+}
+
 /// Never destroyed: a thread's writing connection may outlive the static objects.
 Register& das_register() {
   static Register* const eines = [] {
     auto* neu = new Register;
     neu->fabriken[u"sqlite"_s] = [] { return std::make_unique<SqliteTreiber>(); };
+    for (const QStringView provider : OdbcProvider)
+      neu->fabriken[provider.toString()] = [] { return std::make_unique<OdbcTreiber>(); };
     return neu;
   }();
   return *eines;
@@ -46,7 +65,7 @@ void registriere_treiber(const QString& provider, Treiberfabrik fabrik) {
 }
 
 std::unique_ptr<Treiber> treiber_fuer(const QString& verbindungszeichenfolge) {
-  const QString provider = Verbindungszeichenfolge(verbindungszeichenfolge).wert(u"Provider"_s).value_or(QString());
+  const QString provider = provider_von(Verbindungszeichenfolge(verbindungszeichenfolge));
   Treiberfabrik fabrik;
   {
     Register& r = das_register();

@@ -58,10 +58,12 @@ class KVO_EXPORT Treiber {
 using Treiberfabrik = std::function<std::unique_ptr<Treiber>()>;
 
 /// Enters a driver under a provider's name, which is compared without regard to case. A later entry replaces an
-/// earlier one. "SQLite" is there from the start.
+/// earlier one. "SQLite" is there from the start, and for Microsoft SQL Server "MSDASQL", "SQLOLEDB", "SQLNCLI" and
+/// "MSOLEDBSQL" with their numbers ("SQLNCLI11", "SQLOLEDB.1").
 KVO_EXPORT void registriere_treiber(const QString& provider, Treiberfabrik fabrik);
 
-/// The driver that a connect string asks for: by its `Provider`. Raises 3706 when no driver fits.
+/// The driver that a connect string asks for: by its `Provider`; one in ODBC form has none and means "MSDASQL". Raises
+/// 3706 when no driver fits.
 KVO_EXPORT std::unique_ptr<Treiber> treiber_fuer(const QString& verbindungszeichenfolge);
 
 }  // namespace adodb

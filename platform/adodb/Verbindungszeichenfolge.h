@@ -23,14 +23,17 @@ class KVO_EXPORT Verbindungszeichenfolge {
   /// All keywords in the order of their first standing, as written.
   QStringList schluesselworte() const;
 
-  /// A value in the form that stands in a connect string whatever it holds: in double quotes.
-  static QString als_wert(const QString& wert);
-
- private:
   struct Paar {
     QString wort;
     QString wert;
   };
+  /// All pairs as they stand, doubled ones too.
+  const QList<Paar>& paare() const noexcept { return paare_; }
+
+  /// A value in the form that stands in a connect string whatever it holds: in double quotes.
+  static QString als_wert(const QString& wert);
+
+ private:
   QList<Paar> paare_;
 };
 

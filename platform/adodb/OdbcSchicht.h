@@ -1,0 +1,50 @@
+#pragma once
+
+#include <sql.h>
+#include <sqlext.h>
+#include <sqlucode.h>
+
+#include <QString>
+
+namespace adodb {
+
+/// The calls of ODBC 3 that the driver makes, each under its own name and with its own return value, so that a test can
+/// answer them without a server. Texts are UTF-16; handles, numbers and lengths are those of ODBC.
+class OdbcSchicht {
+ public:
+  virtual ~OdbcSchicht();
+
+  virtual SQLRETURN AllocHandle(SQLSMALLINT art, SQLHANDLE eltern, SQLHANDLE* neu) = 0;
+  virtual SQLRETURN FreeHandle(SQLSMALLINT art, SQLHANDLE griff) = 0;
+  virtual SQLRETURN SetEnvAttr(SQLHENV umgebung, SQLINTEGER attribut, SQLULEN wert) = 0;
+  /// Attributes whose value is a number.
+  virtual SQLRETURN SetConnectAttr(SQLHDBC verbindung, SQLINTEGER attribut, SQLULEN wert) = 0;
+  virtual SQLRETURN GetConnectAttr(SQLHDBC verbindung, SQLINTEGER attribut, SQLUINTEGER* wert) = 0;
+  virtual SQLRETURN SetStmtAttr(SQLHSTMT anweisung, SQLINTEGER attribut, SQLULEN wert) = 0;
+  /// SQLDriverConnectW without any prompt.
+  virtual SQLRETURN DriverConnect(SQLHDBC verbindung, const QString& zeichenfolge) = 0;
+  virtual SQLRETURN Disconnect(SQLHDBC verbindung) = 0;
+  virtual SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) = 0;
+  virtual SQLRETURN NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) = 0;
+  /// `platz` and `laenge` count characters; `laenge` is the whole name's. Columns are counted from 1.
+  virtual SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
+                                SQLSMALLINT* laenge, SQLSMALLINT* typ) = 0;
+  virtual SQLRETURN Fetch(SQLHSTMT anweisung) = 0;
+  /// `platz` and `laenge` count bytes, the closing zero is in `platz` and not in `laenge`.
+  virtual SQLRETURN GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
+                            SQLLEN* laenge) = 0;
+  virtual SQLRETURN MoreResults(SQLHSTMT anweisung) = 0;
+  /// `sqlstate` has room for six characters; `platz` and `laenge` count characters, `laenge` is the whole text's.
+  virtual SQLRETURN GetDiagRec(SQLSMALLINT art, SQLHANDLE griff, SQLSMALLINT satz, char16_t* sqlstate,
+                               SQLINTEGER* nummer, char16_t* text, SQLSMALLINT platz, SQLSMALLINT* laenge) = 0;
+  /// The next installed driver and its attributes ("Driver=libtdsodbc.so", one behind the other, parted by zeros), or
+  /// SQL_NO_DATA. `richtung` is SQL_FETCH_FIRST or SQL_FETCH_NEXT, here and below.
+  virtual SQLRETURN Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* attribute) = 0;
+  /// The next data source and the name of its driver.
+  virtual SQLRETURN DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* treiber) = 0;
+};
+
+/// The machine's own driver manager. Lives as long as the process.
+OdbcSchicht& odbc_der_maschine();
+
+}  // namespace adodb

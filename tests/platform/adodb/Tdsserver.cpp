@@ -1,0 +1,85 @@
+#include "tests/platform/adodb/Tdsserver.h"
+
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStandardPaths>
+
+#include "platform/adodb/OdbcTreiberwahl.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+int verbinde(int port) {
+  const int leitung = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in ziel{};
+  ziel.sin_family = AF_INET;
+  ziel.sin_port = htons(static_cast<std::uint16_t>(port));
+  ziel.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  if (connect(leitung, reinterpret_cast<const sockaddr*>(&ziel), sizeof ziel) == 0) return leitung;
+  close(leitung);
+  return -1;
+}
+
+int lies_zahl(QProcess& prozess) {
+  while (!prozess.canReadLine())
+    if (!prozess.waitForReadyRead(30000)) return 0;
+  return prozess.readLine().trimmed().toInt();
+}
+
+}  // namespace
+
+QString Tdsserver::hindernis() {
+  if (QStandardPaths::findExecutable(u"python3"_s).isEmpty()) return u"python3 is missing"_s;
+  adodb::OdbcSchicht& odbc = adodb::odbc_der_maschine();
+  SQLHANDLE umgebung = SQL_NULL_HANDLE;
+  odbc.AllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &umgebung);
+  odbc.SetEnvAttr(umgebung, SQL_ATTR_ODBC_VERSION, SQL_OV_ODBC3);
+  const adodb::OdbcUmgebung gefunden = adodb::lies_odbc_umgebung(odbc, umgebung);
+  odbc.FreeHandle(SQL_HANDLE_ENV, umgebung);
+  for (const adodb::OdbcInstallierter& treiber : gefunden.treiber)
+    if (treiber.name == "FreeTDS"_L1) return {};
+  return u"unixODBC has no driver FreeTDS (package tdsodbc)"_s;
+}
+
+Tdsserver::Tdsserver(const QString& benutzer, const QString& kennwort) {
+  prozess_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  prozess_.start(u"python3"_s, {QStringLiteral(KVO_QUELLORDNER "/tests/tds/starte.py"), u"--benutzer"_s, benutzer,
+                                u"--kennwort"_s, kennwort});
+  port_ = lies_zahl(prozess_);
+  if (port_ > 0) leitung_ = verbinde(lies_zahl(prozess_));
+  if (leitung_ < 0) port_ = 0;
+}
+
+Tdsserver::~Tdsserver() {
+  if (leitung_ >= 0) close(leitung_);
+  prozess_.closeWriteChannel();
+  if (!prozess_.waitForFinished(20000)) prozess_.kill();
+}
+
+QString Tdsserver::steuere(const QString& zeile) {
+  const QByteArray frage = zeile.toUtf8() + '\n';
+  EXPECT_EQ(write(leitung_, frage.constData(), static_cast<std::size_t>(frage.size())), frage.size());
+  QByteArray antwort;
+  char zeichen = 0;
+  while (read(leitung_, &zeichen, 1) == 1 && zeichen != '\n') antwort += zeichen;
+  EXPECT_TRUE(antwort.startsWith("ok")) << antwort.toStdString();
+  return QString::fromUtf8(antwort.sliced(qMin<qsizetype>(3, antwort.size())));
+}
+
+QStringList Tdsserver::stapel() {
+  QStringList texte;
+  const QJsonArray eintraege = QJsonDocument::fromJson(steuere(u"protokoll"_s).toUtf8()).array();
+  for (const QJsonValue& eintrag : eintraege) {
+    const QJsonObject satz = eintrag.toObject();
+    if (satz.value("art"_L1).toString() == "stapel"_L1) texte.append(satz.value("text"_L1).toString());
+  }
+  return texte;
+}

@@ -1,0 +1,105 @@
+"""Starts the server: `python3 -m tdsserver --hilfe`. First line of the output: its port, second: the control port."""
+
+from __future__ import annotations
+
+import argparse
+import os
+import signal
+import sys
+import tempfile
+import threading
+from pathlib import Path
+
+from .auskunft import Sitzungswerte
+from .instanzen import Instanzauskunft
+from .katalog import Katalog, zerlege_skript
+from .maschine import Maschine
+from .maschine_h2 import H2Maschine
+from .maschine_sqlite import SqliteMaschine
+from .pakete import ERSTE_PAKETGROESSE
+from .protokoll import Protokoll
+from .server import Server
+from .sitzung import Zugang
+from .stapel import Hinweis, Stapellauf
+from .steuerung import Steuerung
+
+SKRIPTE = Path(__file__).resolve().parents[3] / "sql"
+
+
+def lies_schalter(argumente: list[str]) -> argparse.Namespace:
+    leser = argparse.ArgumentParser(prog="tdsserver", description="TDS-Server für Tests", add_help=False)
+    leser.add_argument("--hilfe", action="help", help="zeigt dies")
+    leser.add_argument("--maschine", choices=("sqlite", "h2"), default="sqlite", help="Datenbank dahinter")
+    leser.add_argument("--datei", type=Path, help="Datei der SQLite-Datenbank; sonst eine, die am Ende verschwindet")
+    leser.add_argument("--ohne-tabellen", action="store_true", help="beginnt mit einer leeren Datenbank")
+    leser.add_argument("--skripte", type=Path, default=SKRIPTE, help="Ordner mit mssql/ und sqlite/")
+    leser.add_argument("--benutzer", default="sa")
+    leser.add_argument("--kennwort", default="Geheim-1")
+    leser.add_argument("--datenbank", default="", help="einziger Name, der gilt; sonst jeder")
+    leser.add_argument("--paketgroesse", type=int, default=ERSTE_PAKETGROESSE, help="Obergrenze, 512 bis 32767")
+    leser.add_argument("--port", type=int, default=0)
+    leser.add_argument("--steuerport", type=int, default=0)
+    leser.add_argument("--instanz", default="", help="beantwortet die Frage nach dem Port dieser Instanz (UDP 1434)")
+    leser.add_argument("--protokoll", type=Path, help="Datei, eine JSON-Zeile je Eintrag")
+    return leser.parse_args(argumente)
+
+
+def baue_maschine(schalter: argparse.Namespace, ordner: Path) -> Maschine:
+    """The database with its tables; H2's are created from the server's own scripts."""
+    katalog = Katalog.aus_ordner(schalter.skripte / "mssql")
+    if schalter.maschine == "sqlite":
+        skripte = [] if schalter.ohne_tabellen else sorted((schalter.skripte / "sqlite").glob("*.sql"))
+        return SqliteMaschine(schalter.datei or ordner / "bilder.db", katalog, skripte)
+    h2 = H2Maschine(katalog)
+    if not schalter.ohne_tabellen:
+        fuehre_skripte_aus(h2, sorted((schalter.skripte / "mssql").glob("*.sql")))
+    return h2
+
+
+def fuehre_skripte_aus(maschine: Maschine, skripte: list[Path]) -> None:
+    arbeit = maschine.verbinde(lambda: False)
+    lauf = Stapellauf(arbeit, Sitzungswerte(), lambda: False)
+    for skript in skripte:
+        for stapel in zerlege_skript(skript.read_text(encoding="utf-8")):
+            for ereignis in lauf.fuehre_aus(stapel):
+                if isinstance(ereignis, Hinweis) and ereignis.klasse > 10:
+                    raise RuntimeError(f"{skript.name}: {ereignis.text}")
+    arbeit.schliesse()
+
+
+def haupt(argumente: list[str]) -> int:
+    schalter = lies_schalter(argumente)
+    with tempfile.TemporaryDirectory(prefix="tdsserver-") as ordner:
+        maschine = baue_maschine(schalter, Path(ordner))
+        try:
+            zugang = Zugang(schalter.benutzer, schalter.kennwort, schalter.datenbank, schalter.paketgroesse)
+            server = Server(maschine, zugang, Protokoll(schalter.protokoll), schalter.port)
+            steuerung = Steuerung(server, schalter.steuerport)
+            if schalter.instanz:
+                Instanzauskunft(schalter.instanz, server.port)
+            print(server.port, steuerung.port, sep="\n", flush=True)
+            warte_auf_ende(server)
+            server.halte_an()
+            steuerung.schliesse()
+        finally:
+            maschine.schliesse()
+    return 0
+
+
+def warte_auf_ende(server: Server) -> None:
+    """Until a signal, the command "ende", or the end of the standard input."""
+    for nummer in (signal.SIGTERM, signal.SIGINT):
+        signal.signal(nummer, lambda *_: server.beende())
+
+    def lies_eingabe() -> None:
+        # Not through sys.stdin: its lock, held in a read, would hinder the end of the process.
+        while os.read(0, 4096):
+            pass
+        server.beende()
+
+    threading.Thread(target=lies_eingabe, name="eingabe", daemon=True).start()
+    server.warte_auf_ende()
+
+
+if __name__ == "__main__":
+    sys.exit(haupt(sys.argv[1:]))
