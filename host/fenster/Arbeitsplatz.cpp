@@ -30,7 +30,9 @@ class Anwendung final : public Anwendungsobjekt {
   QString ReportDBTemplateDir() const override { return ExeDir() + u"\\Vorlagen"_s; }
   QString DBName() const override {
     const adodb::Verbindungszeichenfolge teile(verbindungszeichenfolge_);
-    return teile.wert(u"Initial Catalog"_s).value_or(teile.wert(u"Data Source"_s).value_or(QString()));
+    for (const QString& wort : {u"Initial Catalog"_s, u"Database"_s, u"Data Source"_s})
+      if (const auto wert = teile.wert(wort)) return *wert;
+    return {};
   }
 
  private:
