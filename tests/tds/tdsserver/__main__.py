@@ -77,8 +77,10 @@ def haupt(argumente: list[str]) -> int:
             steuerung = Steuerung(server, schalter.steuerport)
             if schalter.instanz:
                 Instanzauskunft(schalter.instanz, server.port)
+            hoere_auf_das_ende(server)
+            # Last: whoever has read the ports may ask for the end at once.
             print(server.port, steuerung.port, sep="\n", flush=True)
-            warte_auf_ende(server)
+            server.warte_auf_ende()
             server.halte_an()
             steuerung.schliesse()
         finally:
@@ -86,10 +88,14 @@ def haupt(argumente: list[str]) -> int:
     return 0
 
 
-def warte_auf_ende(server: Server) -> None:
-    """Until a signal, the command "ende", or the end of the standard input."""
+def hoere_auf_das_ende(server: Server) -> None:
+    """A signal and the end of the standard input end the server, as the command "ende" does."""
+    # A handler of Python's runs between two steps of the main thread and would be late for one that waits already; the
+    # byte is written at once.
+    os.set_blocking(server.schluss, False)
+    signal.set_wakeup_fd(server.schluss)
     for nummer in (signal.SIGTERM, signal.SIGINT):
-        signal.signal(nummer, lambda *_: server.beende())
+        signal.signal(nummer, lambda *_: None)
 
     def lies_eingabe() -> None:
         # Not through sys.stdin: its lock, held in a read, would hinder the end of the process.
@@ -98,7 +104,6 @@ def warte_auf_ende(server: Server) -> None:
         server.beende()
 
     threading.Thread(target=lies_eingabe, name="eingabe", daemon=True).start()
-    server.warte_auf_ende()
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 import socket
 import threading
 
@@ -13,7 +14,10 @@ from .sitzung import Sitzung, Zugang
 
 
 class Server:
-    """Begins to listen at once. `port` 0 takes a free one; it stays the same over `halte_an` and `horche`."""
+    """Begins to listen at once. `port` 0 takes a free one; it stays the same over `halte_an` and `horche`.
+
+    A byte written to `schluss` ends `warte_auf_ende`.
+    """
 
     def __init__(self, maschine: Maschine, zugang: Zugang, protokoll: Protokoll, port: int = 0) -> None:
         self.maschine = maschine
@@ -26,7 +30,7 @@ class Server:
         self._sitzungen: dict[int, Sitzung] = {}
         self._naechste = 1
         self._horcher: socket.socket | None = None
-        self._schluss = threading.Event()
+        self._ende, self.schluss = os.pipe()
         self.horche()
 
     def horche(self) -> None:
@@ -67,10 +71,10 @@ class Server:
             return len(self._sitzungen)
 
     def warte_auf_ende(self) -> None:
-        self._schluss.wait()
+        os.read(self._ende, 1)
 
     def beende(self) -> None:
-        self._schluss.set()
+        os.write(self.schluss, b"\0")
 
     def _nimm_auf(self, horcher: socket.socket) -> None:
         while True:
