@@ -4,8 +4,8 @@
 #include "platform/adodb/Command.h"
 #include "platform/adodb/Connection.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
-#include "tests/platform/adodb/Tdsserver.h"
 #include "tests/support/Fehler.h"
+#include "tests/support/Tdsserver.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;

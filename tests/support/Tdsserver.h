@@ -4,13 +4,16 @@
 #include <QString>
 #include <QStringList>
 
-/// The TDS server of tests/tds as a process of its own, with SQLite behind it. Ends with the object.
+/// The TDS server of tests/tds as a process of its own. Ends with the object.
 class Tdsserver {
  public:
-  /// Why FreeTDS cannot be used through unixODBC here; empty where it can.
-  static QString hindernis();
+  /// Database behind the server.
+  enum class Maschine { Sqlite, H2 };
+  /// Why the server or FreeTDS through unixODBC cannot be used here; empty where they can.
+  static QString hindernis(Maschine maschine = Maschine::Sqlite);
 
-  Tdsserver(const QString& benutzer, const QString& kennwort);
+  Tdsserver(const QString& benutzer, const QString& kennwort, Maschine maschine = Maschine::Sqlite,
+            const QStringList& schalter = {});
   ~Tdsserver();
   Tdsserver(const Tdsserver&) = delete;
   Tdsserver& operator=(const Tdsserver&) = delete;

@@ -1,4 +1,4 @@
-#include "tests/platform/adodb/Tdsserver.h"
+#include "tests/support/Tdsserver.h"
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
@@ -6,12 +6,11 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStandardPaths>
-
-#include "platform/adodb/OdbcTreiberwahl.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -36,23 +35,25 @@ int lies_zahl(QProcess& prozess) {
 
 }  // namespace
 
-QString Tdsserver::hindernis() {
-  if (QStandardPaths::findExecutable(u"python3"_s).isEmpty()) return u"python3 is missing"_s;
-  adodb::OdbcSchicht& odbc = adodb::odbc_der_maschine();
-  SQLHANDLE umgebung = SQL_NULL_HANDLE;
-  odbc.AllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &umgebung);
-  odbc.SetEnvAttr(umgebung, SQL_ATTR_ODBC_VERSION, SQL_OV_ODBC3);
-  const adodb::OdbcUmgebung gefunden = adodb::lies_odbc_umgebung(odbc, umgebung);
-  odbc.FreeHandle(SQL_HANDLE_ENV, umgebung);
-  for (const adodb::OdbcInstallierter& treiber : gefunden.treiber)
-    if (treiber.name == "FreeTDS"_L1) return {};
-  return u"unixODBC has no driver FreeTDS (package tdsodbc)"_s;
+QString Tdsserver::hindernis(Maschine maschine) {
+  for (const QString& programm : {u"python3"_s, u"odbcinst"_s})
+    if (QStandardPaths::findExecutable(programm).isEmpty()) return programm + u" is missing"_s;
+  if (maschine == Maschine::H2 && QStandardPaths::findExecutable(u"java"_s).isEmpty()) return u"java is missing"_s;
+  if (maschine == Maschine::H2 && !QFileInfo::exists(u"/usr/share/java/h2.jar"_s))
+    return u"H2 is missing (libh2-java)"_s;
+  QProcess frage;
+  frage.start(u"odbcinst"_s, {u"-q"_s, u"-d"_s});
+  frage.waitForFinished();
+  return frage.readAllStandardOutput().contains("[FreeTDS]") ? QString()
+                                                             : u"unixODBC has no driver FreeTDS (package tdsodbc)"_s;
 }
 
-Tdsserver::Tdsserver(const QString& benutzer, const QString& kennwort) {
+Tdsserver::Tdsserver(const QString& benutzer, const QString& kennwort, Maschine maschine, const QStringList& schalter) {
   prozess_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  prozess_.start(u"python3"_s, {QStringLiteral(KVO_QUELLORDNER "/tests/tds/starte.py"), u"--benutzer"_s, benutzer,
-                                u"--kennwort"_s, kennwort});
+  prozess_.start(u"python3"_s, QStringList{QStringLiteral(KVO_QUELLORDNER "/tests/tds/starte.py"), u"--benutzer"_s,
+                                           benutzer, u"--kennwort"_s, kennwort, u"--maschine"_s,
+                                           maschine == Maschine::H2 ? u"h2"_s : u"sqlite"_s} +
+                                   schalter);
   port_ = lies_zahl(prozess_);
   if (port_ > 0) leitung_ = verbinde(lies_zahl(prozess_));
   if (leitung_ < 0) port_ = 0;
