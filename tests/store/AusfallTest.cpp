@@ -336,7 +336,7 @@ TEST_F(Ausfall, AStatementThatIsNeverAnsweredEndsWhenTheLinkDoes) {
   neue_Bilder(u"ab"_s);
   auftrag(u"stumm 1/insert"_s);
   std::thread leitung([] {
-    while (!pruefserver().stapel().filter(u"insert"_s).size()) std::this_thread::yield();
+    while (pruefserver().angekommen().filter(u"insert"_s).isEmpty()) std::this_thread::yield();
     pruefserver().steuere(u"trenne-alle"_s);
   });
   speichere(2);
