@@ -28,7 +28,7 @@ class KvobildAusfall : public ::testing::Test {
   static QStringList tabelle() {
     QStringList zeilen;
     const QString antwort = pruefserver().steuere(u"sql SELECT Bildname FROM Bild_Zuordnungen ORDER BY Bildname"_s);
-    for (const QJsonValue& zeile : QJsonDocument::fromJson(antwort.toUtf8()).array())
+    for (const auto zeile : QJsonDocument::fromJson(antwort.toUtf8()).array())
       zeilen.append(zeile.toArray()[0].toString());
     return zeilen;
   }

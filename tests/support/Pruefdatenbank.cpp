@@ -125,11 +125,11 @@ adodb::Ergebnis frage_server(const QString& text) {
   const QByteArray liste = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
   const QString antwort = pruefserver().steuere(u"sql "_s + QString::fromUtf8(liste.sliced(1).chopped(1)));
   adodb::Ergebnis ergebnis{{u"1"_s}, {}};
-  for (const QJsonValue& zeile : QJsonDocument::fromJson(antwort.toUtf8()).array()) {
+  for (const auto zeile : QJsonDocument::fromJson(antwort.toUtf8()).array()) {
     const QJsonArray werte = zeile.toArray();
     while (ergebnis.spalten.size() < werte.size())
       ergebnis.spalten.append(QString::number(ergebnis.spalten.size() + 1));
-    for (const QJsonValue& einer : werte) ergebnis.werte.push_back(wert(einer));
+    for (const auto einer : werte) ergebnis.werte.push_back(wert(einer));
   }
   return ergebnis;
 }
