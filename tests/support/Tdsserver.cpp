@@ -54,7 +54,8 @@ Tdsserver::Tdsserver(const QString& benutzer, const QString& kennwort, Maschine 
                                            benutzer, u"--kennwort"_s, kennwort, u"--maschine"_s,
                                            maschine == Maschine::H2 ? u"h2"_s : u"sqlite"_s} +
                                    schalter);
-  port_ = lies_zahl(prozess_);
+  // Not before the process has begun.
+  port_ = lies_zahl(prozess_);  // NOLINT(cppcoreguidelines-prefer-member-initializer)
   if (port_ > 0) leitung_ = verbinde(lies_zahl(prozess_));
   if (leitung_ < 0) port_ = 0;
 }
@@ -78,7 +79,7 @@ QString Tdsserver::steuere(const QString& zeile) {
 QStringList Tdsserver::stapel() {
   QStringList texte;
   const QJsonArray eintraege = QJsonDocument::fromJson(steuere(u"protokoll"_s).toUtf8()).array();
-  for (const QJsonValue& eintrag : eintraege) {
+  for (const auto& eintrag : eintraege) {
     const QJsonObject satz = eintrag.toObject();
     if (satz.value("art"_L1).toString() == "stapel"_L1) texte.append(satz.value("text"_L1).toString());
   }
