@@ -16,9 +16,8 @@ namespace adodb {
 /// A statement's handle; giving it back closes what of its result is still open.
 class OdbcTreiber::Anweisung {
  public:
-  Anweisung(OdbcSchicht& odbc, SQLHDBC verbindung) : odbc_(odbc) {
-    ergebnis_ = odbc_.AllocHandle(SQL_HANDLE_STMT, verbindung, &griff_);
-  }
+  Anweisung(OdbcSchicht& odbc, SQLHDBC verbindung)
+      : odbc_(odbc), ergebnis_(odbc.AllocHandle(SQL_HANDLE_STMT, verbindung, &griff_)) {}
   ~Anweisung() {
     if (griff_ != SQL_NULL_HSTMT) odbc_.FreeHandle(SQL_HANDLE_STMT, griff_);
   }
@@ -31,7 +30,7 @@ class OdbcTreiber::Anweisung {
  private:
   OdbcSchicht& odbc_;
   SQLHSTMT griff_ = SQL_NULL_HSTMT;
-  SQLRETURN ergebnis_ = SQL_ERROR;
+  SQLRETURN ergebnis_;
 };
 
 namespace {

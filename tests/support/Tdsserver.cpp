@@ -53,7 +53,8 @@ Tdsserver::Tdsserver(const QString& benutzer, const QString& kennwort, Maschine 
                                            benutzer, u"--kennwort"_s, kennwort, u"--maschine"_s,
                                            maschine == Maschine::H2 ? u"h2"_s : u"sqlite"_s} +
                                    schalter);
-  port_ = lies_zahl(prozess_);
+  // Not before the process has begun.
+  port_ = lies_zahl(prozess_);  // NOLINT(cppcoreguidelines-prefer-member-initializer)
   if (port_ > 0) leitung_ = verbinde(lies_zahl(prozess_));
   if (leitung_ < 0) port_ = 0;
 }
@@ -80,14 +81,14 @@ QJsonArray Tdsserver::protokoll() {
 
 QStringList Tdsserver::stapel() {
   QStringList texte;
-  for (const QJsonValue& eintrag : protokoll())
+  for (const auto eintrag : protokoll())
     if (eintrag["art"_L1] == "stapel"_L1) texte.append(eintrag["text"_L1].toString());
   return texte;
 }
 
 QStringList Tdsserver::angekommen() {
   QStringList texte;
-  for (const QJsonValue& eintrag : protokoll()) {
+  for (const auto eintrag : protokoll()) {
     const QString art = eintrag["art"_L1].toString();
     if (art == "anmeldung"_L1 || art == "ende"_L1) continue;
     const QString text = eintrag["text"_L1].toString();
