@@ -6,7 +6,7 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/../packaging/gemeinsam.sh"
 
 bereite_umgebung_vor
-installiere "${PAKETE_BAU[@]}" pkg-config libexif-dev libturbojpeg0-dev xvfb xauth
+installiere "${PAKETE_BAU[@]}" pkg-config libexif-dev libturbojpeg0-dev libgtest-dev python3 xvfb xauth
 ordner=${1:-$KVO_ORDNER/build/bench}
 mkdir -p "$ordner"
 "$KVO_ORDNER/bench/grosse_fotos.sh" "$ordner/fotos"
@@ -17,6 +17,8 @@ printf 'Machine: %s, %s cores; %s\n' "$(sed -n 's/^model name\s*: //p' /proc/cpu
 cd "$KVO_ORDNER/build/release/bench"
 printf '\n-- bench_store\n'
 ./bench_store "$ordner"
+printf '\n-- bench_odbc\n'
+./bench_odbc
 printf '\n-- bench_exif\n'
 ./bench_exif
 printf '\n-- bench_bilder\n'

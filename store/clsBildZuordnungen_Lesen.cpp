@@ -1,3 +1,4 @@
+#include <array>
 #include <utility>
 
 #include "platform/basic/Fehlerbehandlung.h"
@@ -19,6 +20,24 @@ void decodiere_Kennzeichen(const QString& s, clsBilderSpeicher& satz) {
   satz.Bild_DruckGesamteSeite = Flag_Aus_Kennzeichen(s, 3);
   satz.Bild_Drucken = Flag_Aus_Kennzeichen(s, 4);
 }
+
+/// Makes records some at a time, which live until the last of them is given up: thousands of rows are read at once, and
+/// each allocation counts.
+class Satzvorrat {
+ public:
+  std::shared_ptr<clsBilderSpeicher> neuer() {
+    if (naechster_ == Anzahl) {
+      block_ = std::make_shared<std::array<clsBilderSpeicher, Anzahl>>();
+      naechster_ = 0;
+    }
+    return {block_, &(*block_)[naechster_++]};
+  }
+
+ private:
+  static constexpr std::size_t Anzahl = 16;
+  std::shared_ptr<std::array<clsBilderSpeicher, Anzahl>> block_;
+  std::size_t naechster_ = Anzahl;
+};
 
 /// Where the columns of a whole row stand in a result, looked up once for all its records.
 struct Spaltenorte {
@@ -77,12 +96,13 @@ bool clsBildZuordnungen::lese_Saetze(const QString& anweisung, Vorbereiten&& vor
   const bool gefunden = !rs->Eof();
   if (gefunden) {
     auto fuelle = vorbereiten(*rs);
+    Satzvorrat saetze;
+    zeilen().reserve(static_cast<std::size_t>(rs->RecordCount()));
     for (bool erste = true; !rs->Eof(); rs->MoveNext(), erste = false) {
       if (!erste) haenge_Zeile_an();
       Zeile& neu = zeilen().back();
-      auto satz = std::make_shared<clsBilderSpeicher>();
-      fuelle(neu, *satz);
-      neu.Zeile_Objekt = std::move(satz);
+      neu.Zeile_Objekt = saetze.neuer();
+      fuelle(neu, *neu.Zeile_Objekt);
     }
     if (AnzahlPos() > 0) AktInd(0);
   }

@@ -60,6 +60,9 @@ class Treiberverwaltung final : public OdbcSchicht {
   SQLRETURN SetStmtAttr(SQLHSTMT anweisung, SQLINTEGER attribut, SQLULEN wert) override {
     return SQLSetStmtAttrW(anweisung, attribut, als_zeiger(wert), SQL_IS_UINTEGER);
   }
+  SQLRETURN SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, void* ziel) override {
+    return SQLSetStmtAttrW(anweisung, attribut, ziel, SQL_IS_POINTER);
+  }
   SQLRETURN DriverConnect(SQLHDBC verbindung, const QString& zeichenfolge) override {
     return SQLDriverConnectW(verbindung, nullptr, zeichen(zeichenfolge), static_cast<SQLSMALLINT>(zeichenfolge.size()),
                              nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
@@ -72,8 +75,12 @@ class Treiberverwaltung final : public OdbcSchicht {
     return SQLNumResultCols(anweisung, spalten);
   }
   SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz, SQLSMALLINT* laenge,
-                        SQLSMALLINT* typ) override {
-    return SQLDescribeColW(anweisung, spalte, zeichen(name), platz, laenge, typ, nullptr, nullptr, nullptr);
+                        SQLSMALLINT* typ, SQLULEN* groesse) override {
+    return SQLDescribeColW(anweisung, spalte, zeichen(name), platz, laenge, typ, groesse, nullptr, nullptr);
+  }
+  SQLRETURN BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
+                    SQLLEN* laengen) override {
+    return SQLBindCol(anweisung, spalte, art, ziel, platz, laengen);
   }
   SQLRETURN Fetch(SQLHSTMT anweisung) override { return SQLFetch(anweisung); }
   SQLRETURN GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,

@@ -21,14 +21,20 @@ class OdbcSchicht {
   virtual SQLRETURN SetConnectAttr(SQLHDBC verbindung, SQLINTEGER attribut, SQLULEN wert) = 0;
   virtual SQLRETURN GetConnectAttr(SQLHDBC verbindung, SQLINTEGER attribut, SQLUINTEGER* wert) = 0;
   virtual SQLRETURN SetStmtAttr(SQLHSTMT anweisung, SQLINTEGER attribut, SQLULEN wert) = 0;
+  /// Attributes whose value is a place that the driver writes to.
+  virtual SQLRETURN SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, void* ziel) = 0;
   /// SQLDriverConnectW without any prompt.
   virtual SQLRETURN DriverConnect(SQLHDBC verbindung, const QString& zeichenfolge) = 0;
   virtual SQLRETURN Disconnect(SQLHDBC verbindung) = 0;
   virtual SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) = 0;
   virtual SQLRETURN NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) = 0;
-  /// `platz` and `laenge` count characters; `laenge` is the whole name's. Columns are counted from 1.
+  /// `platz` and `laenge` count characters; `laenge` is the whole name's. `groesse` is the column's width, 0 where it
+  /// has no bound. Columns are counted from 1.
   virtual SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
-                                SQLSMALLINT* laenge, SQLSMALLINT* typ) = 0;
+                                SQLSMALLINT* laenge, SQLSMALLINT* typ, SQLULEN* groesse) = 0;
+  /// `platz` counts the bytes of one row's value. The driver writes to both places at every Fetch.
+  virtual SQLRETURN BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
+                            SQLLEN* laengen) = 0;
   virtual SQLRETURN Fetch(SQLHSTMT anweisung) = 0;
   /// `platz` and `laenge` count bytes, the closing zero is in `platz` and not in `laenge`.
   virtual SQLRETURN GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,

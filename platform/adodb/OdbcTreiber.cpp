@@ -116,14 +116,16 @@ Ergebnis OdbcTreiber::fuehre_aus(const QString& text) {
 /// SQL_NO_DATA from the execution is a statement that met no row; behind it further results may come.
 Ergebnis OdbcTreiber::lies_ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis) {
   std::optional<Ergebnis> gelesenes;
+  std::optional<OdbcWerte> leser;
   if (ergebnis == SQL_NO_DATA) ergebnis = odbc_.MoreResults(anweisung);
   for (; ergebnis != SQL_NO_DATA; ergebnis = odbc_.MoreResults(anweisung)) {
     if (!SQL_SUCCEEDED(ergebnis)) wirf_anweisung(anweisung);
     if (gelesenes) continue;
     SQLSMALLINT spalten = 0;
     if (!SQL_SUCCEEDED(odbc_.NumResultCols(anweisung, &spalten))) wirf_anweisung(anweisung);
-    if (spalten > 0)
-      gelesenes = OdbcWerte(odbc_, anweisung, [this, anweisung] { wirf_anweisung(anweisung); }).lies(spalten);
+    if (spalten <= 0) continue;
+    leser.emplace(odbc_, anweisung, [this, anweisung] { wirf_anweisung(anweisung); });
+    gelesenes = leser->lies(spalten);
   }
   pruefe_leitung();
   return gelesenes ? std::move(*gelesenes) : Ergebnis();

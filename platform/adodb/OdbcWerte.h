@@ -3,14 +3,15 @@
 #include <functional>
 #include <vector>
 
+#include "platform/adodb/OdbcBindung.h"
 #include "platform/adodb/OdbcSchicht.h"
 #include "platform/adodb/Treiber.h"
 
 namespace adodb {
 
-/// Reads the rows of an open result of ODBC. Whole numbers, and bits as 0 and 1, come as whole numbers; floating and
-/// decimal numbers as numbers; all else as the text that ODBC makes of it: characters as they are with their blanks,
-/// times in ODBC's form, bytes in hexadecimal form.
+/// Reads the rows of an open result of ODBC. Must outlive every call on the statement. Whole numbers, and bits as 0 and
+/// 1, come as whole numbers; floating and decimal numbers as numbers; all else as the text that ODBC makes of it:
+/// characters as they are with their blanks, times in ODBC's form, bytes in hexadecimal form.
 class OdbcWerte {
  public:
   /// `fehler` is called when a call failed; it must raise.
@@ -23,8 +24,10 @@ class OdbcWerte {
   enum class Lesart { Ganzzahl, Zahl, Text };
   QString lies_spalte(SQLUSMALLINT spalte);
   static Lesart lesart(SQLSMALLINT typ);
-  Wert lies_wert(SQLUSMALLINT spalte, Lesart art, const Wert* darueber);
-  Wert lies_text(SQLUSMALLINT spalte, const Wert* darueber);
+  void nimm_block(Werte& werte);
+  void nimm_gebundenen(std::size_t spalte, std::size_t zeile, std::size_t nummer, Werte& werte);
+  void lies_wert(SQLUSMALLINT spalte, Lesart art, std::size_t nummer, Werte& werte);
+  void lies_text(SQLUSMALLINT spalte, std::size_t nummer, Werte& werte);
   QString lies_stuecke(SQLUSMALLINT spalte, SQLLEN laenge);
   bool hole(SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laenge);
   void pruefe(SQLRETURN ergebnis);
@@ -33,6 +36,7 @@ class OdbcWerte {
   SQLHSTMT anweisung_;
   std::function<void()> fehler_;
   std::vector<Lesart> lesarten_;
+  OdbcBindung bindung_;
   std::vector<char16_t> stueck_;
 };
 

@@ -11,7 +11,6 @@ namespace adodb {
 namespace {
 
 Variant als_variant(const Wert& wert) {
-  if (const auto* text = std::get_if<QString>(&wert)) return *text;
   if (const auto* zahl = std::get_if<double>(&wert)) return *zahl;
   const auto* ganz = std::get_if<std::int64_t>(&wert);
   if (!ganz) return Null{};
@@ -34,7 +33,8 @@ QString Field::Text() const {
   return satz_->Text(spalte_);
 }
 
-Recordset::Recordset(Ergebnis ergebnis) : ergebnis_(std::move(ergebnis)), offen_(true) {}
+Recordset::Recordset(Ergebnis ergebnis)
+    : ergebnis_(std::move(ergebnis)), letzte_(static_cast<std::size_t>(ergebnis_.spalten.size())), offen_(true) {}
 
 std::int32_t Recordset::State() const noexcept {
   return offen_ ? adStateOpen : adStateClosed;
@@ -49,6 +49,11 @@ bool Recordset::Eof() const {
   return zeile_ >= ergebnis_.zeilen();
 }
 
+std::int32_t Recordset::RecordCount() const {
+  pruefe_offen();
+  return static_cast<std::int32_t>(ergebnis_.zeilen());
+}
+
 void Recordset::MoveNext() {
   if (Eof()) throw adofehler(adErrNoCurrentRecord);
   ++zeile_;
@@ -57,6 +62,7 @@ void Recordset::MoveNext() {
 void Recordset::Close() {
   pruefe_offen();
   ergebnis_ = Ergebnis();
+  letzte_.clear();
   zeile_ = 0;
   offen_ = false;
 }
@@ -77,23 +83,34 @@ const QStringList& Recordset::Spalten() const {
   return ergebnis_.spalten;
 }
 
-const Wert& Recordset::zelle(std::int32_t spalte) const {
+/// Place of the current record's value in the result.
+std::size_t Recordset::stelle(std::int32_t spalte) const {
   pruefe_offen();
   const auto breite = static_cast<std::size_t>(ergebnis_.spalten.size());
   if (spalte < 0 || static_cast<std::size_t>(spalte) >= breite) throw adofehler(adErrItemNotFound);
   const std::size_t stelle = zeile_ * breite + static_cast<std::size_t>(spalte);
   if (stelle >= ergebnis_.werte.size()) throw adofehler(adErrNoCurrentRecord);
-  return ergebnis_.werte[stelle];
+  return stelle;
 }
 
 QString Recordset::Text(std::int32_t spalte) const {
-  const Wert& wert = zelle(spalte);
-  if (const auto* text = std::get_if<QString>(&wert)) return *text;
-  return mit_Leertext(als_variant(wert));
+  const std::size_t nummer = stelle(spalte);
+  if (!ergebnis_.werte.ist_text(nummer)) return mit_Leertext(als_variant(ergebnis_.werte[nummer]));
+  Letzter& letzter = letzte_[static_cast<std::size_t>(spalte)];
+  const std::int64_t ort = ergebnis_.werte.ort(nummer);
+  if (letzter.ort != ort) {
+    letzter.ort = ort;
+    letzter.text = QString();
+    return als_text(ergebnis_.werte.zeichen(nummer));
+  }
+  if (letzter.text.isNull()) letzter.text = als_text(ergebnis_.werte.zeichen(nummer));
+  return letzter.text;
 }
 
 Variant Recordset::Value(std::int32_t spalte) const {
-  return als_variant(zelle(spalte));
+  const std::size_t nummer = stelle(spalte);
+  if (ergebnis_.werte.ist_text(nummer)) return Text(spalte);
+  return als_variant(ergebnis_.werte[nummer]);
 }
 
 }  // namespace adodb

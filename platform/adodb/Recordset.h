@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <vector>
 
 #include "platform/adodb/Treiber.h"
 #include "platform/basic/Variant.h"
@@ -38,6 +39,8 @@ class KVO_EXPORT Recordset {
   std::int32_t State() const noexcept;
   /// Behind the last record. Raises 3704 when closed, as all of the following do.
   bool Eof() const;
+  /// Number of all records.
+  std::int32_t RecordCount() const;
   /// Raises 3021 when already at the end.
   void MoveNext();
   void Close();
@@ -53,10 +56,17 @@ class KVO_EXPORT Recordset {
   Variant Value(std::int32_t spalte) const;
 
  private:
-  const Wert& zelle(std::int32_t spalte) const;
+  /// Where the text of a column lay that was asked for last, and from its second time on the text itself, which is then
+  /// shared.
+  struct Letzter {
+    std::int64_t ort = -1;
+    QString text;
+  };
+  std::size_t stelle(std::int32_t spalte) const;
   void pruefe_offen() const;
 
   Ergebnis ergebnis_;
+  mutable std::vector<Letzter> letzte_;
   std::size_t zeile_ = 0;
   bool offen_ = false;
   friend class Field;

@@ -99,57 +99,32 @@ QByteArray dateipfad(const QString& quelle) {
   return pfad.startsWith('/') ? pfad : "./" + pfad;
 }
 
-/// The text consists of these ASCII bytes.
-bool ist_gleicher_text(const QString& text, const char* bytes, int laenge) {
-  if (text.size() != laenge) return false;
-  const QChar* zeichen = text.constData();
-  unsigned unterschied = 0;
-  for (int i = 0; i < laenge; ++i) {
-    const auto b = static_cast<unsigned char>(bytes[i]);
-    unterschied |= (b ^ zeichen[i].unicode()) | (b & 0x80U);
-  }
-  return unterschied == 0;
-}
-
-/// A text of the current row. Columns of a record repeat from row to row, so the one above is shared where it is equal.
-Wert lies_text(sqlite3_stmt* anweisung, int spalte, const Wert* darueber) {
-  const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(anweisung, spalte));
-  const int laenge = sqlite3_column_bytes(anweisung, spalte);
-  const QString* oben = darueber ? std::get_if<QString>(darueber) : nullptr;
-  if (oben && ist_gleicher_text(*oben, bytes, laenge)) return *oben;
-  return QString::fromUtf8(bytes, laenge);
-}
-
-Wert lies_blob(sqlite3_stmt* anweisung, int spalte) {
-  const auto* bytes = static_cast<const char*>(sqlite3_column_blob(anweisung, spalte));
-  const int laenge = sqlite3_column_bytes(anweisung, spalte);
-  return windows1252::decode(QByteArrayView(bytes, laenge));
-}
-
-Wert lies_wert(sqlite3_stmt* anweisung, int spalte, const Wert* darueber) {
+/// Reads one value of the current row behind the others.
+void lies_wert(sqlite3_stmt* anweisung, int spalte, std::size_t breite, Werte& werte) {
   switch (sqlite3_column_type(anweisung, spalte)) {
-    case SQLITE_TEXT:
-      return lies_text(anweisung, spalte, darueber);
+    case SQLITE_TEXT: {
+      const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(anweisung, spalte));
+      werte.haenge_utf8_an(bytes, static_cast<std::size_t>(sqlite3_column_bytes(anweisung, spalte)), breite);
+      break;
+    }
     case SQLITE_INTEGER:
-      return std::int64_t{sqlite3_column_int64(anweisung, spalte)};
+      werte.haenge_zahl_an(std::int64_t{sqlite3_column_int64(anweisung, spalte)});
+      break;
     case SQLITE_FLOAT:
-      return sqlite3_column_double(anweisung, spalte);
-    case SQLITE_BLOB:
-      return lies_blob(anweisung, spalte);
+      werte.haenge_zahl_an(sqlite3_column_double(anweisung, spalte));
+      break;
+    case SQLITE_BLOB: {
+      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(anweisung, spalte));
+      werte.haenge_text_an(windows1252::decode(QByteArrayView(bytes, sqlite3_column_bytes(anweisung, spalte))), breite);
+      break;
+    }
     default:
-      return std::monostate();
+      werte.haenge_null_an();
   }
 }
 
-void lies_zeile(sqlite3_stmt* anweisung, int spalten, std::vector<Wert>& werte) {
-  const bool erste = werte.empty();
-  const auto breite = static_cast<std::size_t>(spalten);
-  // Grown here by whole rows, so that the row above stays where it is while this one is read.
-  if (werte.capacity() < werte.size() + breite) werte.reserve(2 * werte.size() + 16 * breite);
-  for (int i = 0; i < spalten; ++i) {
-    const Wert* darueber = erste ? nullptr : werte.data() + (werte.size() - breite);
-    werte.push_back(lies_wert(anweisung, i, darueber));
-  }
+void lies_zeile(sqlite3_stmt* anweisung, int spalten, Werte& werte) {
+  for (int i = 0; i < spalten; ++i) lies_wert(anweisung, i, static_cast<std::size_t>(spalten), werte);
 }
 
 QStringList spaltennamen(sqlite3_stmt* anweisung, int spalten) {

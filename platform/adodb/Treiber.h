@@ -5,22 +5,18 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <variant>
-#include <vector>
 
+#include "platform/adodb/Werte.h"
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/kvo_export.h"
 
 namespace adodb {
 
-/// One value of a result as the database gave it: NULL, a whole number, a number or a text.
-using Wert = std::variant<std::monostate, std::int64_t, double, QString>;
-
 /// A result that was read whole. `werte` holds the rows one behind the other, `spalten.size()` values each.
 /// A statement that returns no rows leaves `spalten` empty.
 struct Ergebnis {
   QStringList spalten;
-  std::vector<Wert> werte;
+  Werte werte;
   std::size_t zeilen() const noexcept {
     return spalten.isEmpty() ? 0 : werte.size() / static_cast<std::size_t>(spalten.size());
   }

@@ -5,9 +5,14 @@
 #include <QCryptographicHash>
 #include <QDirIterator>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <stdexcept>
+
+#include "tests/support/Tdsserver.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -53,6 +58,27 @@ class Leser {
   sqlite3* datenbank_ = nullptr;
 };
 
+/// What a query gives, each row with its columns joined by "|".
+using Abfrage = std::function<QStringList(const QString&)>;
+
+QString als_Text(const QJsonValue& wert) {
+  QString text = wert.isNull() ? u"<NULL>"_s : wert.toVariant().toString();
+  while (text.endsWith(u' ')) text.chop(1);
+  return text;
+}
+
+/// The query runs in the database behind the server, beside the protocol.
+QStringList zeilen_am_Server(Tdsserver& server, const QString& abfrage) {
+  QStringList liste;
+  const QJsonArray zeilen = QJsonDocument::fromJson(server.steuere(u"sql "_s + abfrage).toUtf8()).array();
+  for (const QJsonValue& zeile : zeilen) {
+    QStringList werte;
+    for (const QJsonValue& wert : zeile.toArray()) werte.append(als_Text(wert));
+    liste.append(werte.join(u'|'));
+  }
+  return liste;
+}
+
 QByteArray inhalt(const QString& pfad) {
   QFile datei(pfad);
   if (!datei.open(QIODevice::ReadOnly)) return "not to be read";
@@ -77,14 +103,17 @@ QStringList als_Zeilen(const QMap<QString, QByteArray>& dateien) {
 
 }  // namespace
 
-Bestand Bestand::lies(const QString& ordner) {
+Bestand Bestand::lies(const QString& ordner, Tdsserver* server) {
   Bestand bestand;
   const Leser leser(ordner + u"/betrieb.db"_s);
+  const Abfrage zeilen = [&](const QString& abfrage) {
+    return server ? zeilen_am_Server(*server, abfrage) : leser.zeilen(abfrage);
+  };
   const QString tabelle = u"Bild_Zuordnungen"_s;
-  bestand.zuordnungen = leser.zeilen(u"SELECT * FROM %1 ORDER BY rowid"_s.arg(tabelle));
-  for (const QString& name : leser.zeilen(u"SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid"_s)) {
+  bestand.zuordnungen = zeilen(u"SELECT * FROM %1 ORDER BY rowid"_s.arg(tabelle));
+  for (const QString& name : zeilen(u"SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid"_s)) {
     if (name == tabelle) continue;
-    for (const QString& zeile : leser.zeilen(u"SELECT * FROM \"%1\" ORDER BY rowid"_s.arg(name)))
+    for (const QString& zeile : zeilen(u"SELECT * FROM \"%1\" ORDER BY rowid"_s.arg(name)))
       bestand.uebrige.append(name + u": "_s + zeile);
   }
   for (QDirIterator dateien(ordner, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);

@@ -5,7 +5,9 @@
 #include <QString>
 #include <QStringList>
 
-/// All that a data folder holds: the database's rows and the files, read with nothing of the program's own.
+class Tdsserver;
+
+/// All that a data folder and its database hold: the rows and the files, read with nothing of the program's own.
 struct Bestand {
   /// The rows of Bild_Zuordnungen in the order in which they were inserted: "Key1|Key2|Key3|key4|Bildname|BildExt|Typ1|
   /// Typ2|BildPfad|Beschreibung|Druckkennzeichen|Grafik_Ursprung|GrafikAnbNr|SortIndex", trailing blanks cut, NULL as
@@ -16,8 +18,9 @@ struct Bestand {
   /// Each file by its path in the folder, but the database's: of a text file its bytes, of any other their SHA-1.
   QMap<QString, QByteArray> dateien;
 
-  /// Raises std::runtime_error when the database can't be read.
-  static Bestand lies(const QString& ordner);
+  /// The database is the folder's, or, with a server, what stands behind it. Raises std::runtime_error when it can't be
+  /// read.
+  static Bestand lies(const QString& ordner, Tdsserver* server);
 };
 
 /// What `ist` has too much ("+ …") and too little ("- …"); empty when both are the same. The order of rows counts.

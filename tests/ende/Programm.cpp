@@ -2,6 +2,7 @@
 
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QTime>
 #include <cstdio>
 #include <stdexcept>
@@ -13,6 +14,12 @@ namespace {
 /// How long an effect may take, and how long is waited between two looks, in milliseconds.
 constexpr int Geduld = 30'000;
 constexpr int Blick = 25;
+
+const QString Kennwort = u"Werkstatt-7"_s;
+
+bool ueber_Tds() {
+  return qEnvironmentVariableIsSet("KVO_ENDE_TDS");
+}
 
 int faktor() {
   return std::max(1, qEnvironmentVariableIntValue("KVO_ENDE_FAKTOR"));
@@ -26,6 +33,33 @@ Programm::~Programm() {
   if (prozess_.state() == QProcess::NotRunning) return;
   prozess_.kill();
   prozess_.waitForFinished();
+}
+
+QString Programm::hindernis() {
+  return ueber_Tds() ? Tdsserver::hindernis() : QString();
+}
+
+/// The server's database begins as a copy of the samples' own.
+void Programm::stelle_Server_bereit() {
+  QProcess kvobild;
+  kvobild.start(QStringLiteral(KVOBILD_PROGRAMM), {u"beispieldaten"_s, datenordner()});
+  if (!kvobild.waitForFinished(geduld_) || kvobild.exitCode() != 0)
+    throw std::runtime_error("no sample data: " + kvobild.readAllStandardError().toStdString());
+  const QString datei = ordner_.pfad(u"server.db"_s);
+  if (!QFile::copy(datenordner() + u"/betrieb.db"_s, datei)) throw std::runtime_error("the database can't be copied");
+  server_ = std::make_unique<Tdsserver>(u"buero"_s, Kennwort, Tdsserver::Maschine::Sqlite,
+                                        QStringList{u"--datei"_s, datei, u"--ohne-tabellen"_s});
+  if (!server_->laeuft()) throw std::runtime_error("the TDS server does not start");
+}
+
+QStringList Programm::argumente() {
+  if (!ueber_Tds()) return {u"--datenordner"_s, datenordner()};
+  stelle_Server_bereit();
+  return {u"--verbindung"_s,
+          u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=betrieb;User ID=buero;Password=%2"_s
+              .arg(server_->port())
+              .arg(Kennwort),
+          u"--bilder"_s, datenordner() + u"/bilder"_s};
 }
 
 void Programm::starte() {
@@ -42,7 +76,7 @@ void Programm::starte() {
   prozess_.setProcessEnvironment(umgebung);
   prozess_.setWorkingDirectory(ordner_.pfad(u"heim"_s));
   QStringList worte = qEnvironmentVariable("KVO_ENDE_VORSPANN").split(u' ', Qt::SkipEmptyParts);
-  worte << QStringLiteral(BILDZUORDNUNG_PROGRAMM) << u"--datenordner"_s << datenordner();
+  worte << QStringLiteral(BILDZUORDNUNG_PROGRAMM) << argumente();
   const QString programm = worte.takeFirst();
   prozess_.start(programm, worte);
   verbinde();

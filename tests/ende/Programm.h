@@ -3,13 +3,19 @@
 #include <QLocalSocket>
 #include <QProcess>
 #include <functional>
+#include <memory>
 
 #include "tests/ende/Anblick.h"
+#include "tests/ende/Bestand.h"
 #include "tests/ende/Xsitzung.h"
+#include "tests/support/Tdsserver.h"
 #include "tests/support/Umgebung.h"
 
 /// The program `bildzuordnung` as a process of its own in an X session, and the user in front of it: looks at the front
 /// window until something is to be seen there, and moves the mouse and the keys of the session.
+///
+/// With the environment variable KVO_ENDE_TDS the sample data are made beforehand, and the program works on a copy of
+/// their database behind the TDS server of tests/tds.
 ///
 /// What does not come about in time raises std::runtime_error, and a picture of the screen is left in the file
 /// ende_fehler.png of the current folder. The environment variable KVO_ENDE_FAKTOR multiplies the time;
@@ -24,7 +30,11 @@ class Programm {
   Programm(const Programm&) = delete;
   Programm& operator=(const Programm&) = delete;
 
+  /// Why it cannot run here; empty where it can.
+  static QString hindernis();
   QString datenordner() const { return ordner_.pfad(QStringLiteral("daten")); }
+  /// What the data folder and the database that the program works on hold now.
+  Bestand bestand() const { return Bestand::lies(datenordner(), server_.get()); }
   void starte();
 
   /// Waits until the front window is in its place, has the keys, is not at work and fulfils the condition, twice in a
@@ -47,6 +57,8 @@ class Programm {
   QString fehlerausgabe() const { return fehlerausgabe_; }
 
  private:
+  QStringList argumente();
+  void stelle_Server_bereit();
   void verbinde();
   QByteArray frage();
   bool bereit(const Anblick& anblick) const;
@@ -55,6 +67,7 @@ class Programm {
 
   Xsitzung& x_;
   const Testordner& ordner_;
+  std::unique_ptr<Tdsserver> server_;
   QProcess prozess_;
   QLocalSocket auskunft_;
   QString fehlerausgabe_;

@@ -13,12 +13,13 @@ using namespace Qt::Literals::StringLiterals;
 class Schliessen : public testing::Test {
  protected:
   void SetUp() override {
+    if (const QString grund = Programm::hindernis(); !grund.isEmpty()) GTEST_SKIP() << grund.toStdString();
     if (const QString grund = x.beginne(); !grund.isEmpty()) GTEST_SKIP() << grund.toStdString();
     programm.starte();
     programm.warte("the records", [](const Anblick& a) {
       return a.name == "Hauptfenster"_L1 && a.zeile(u"tree_Vorgaenge"_s, u"AB 24-1001"_s) != nullptr;
     });
-    vorher = Bestand::lies(programm.datenordner());
+    vorher = programm.bestand();
     x.klicke(programm.zeile(u"tree_Vorgaenge"_s, u"AB 24-1001"_s));
     programm.warte("its pictures", [](const Anblick& a) { return a[u"lbl_Anzahl"_s].text == "4 Bilder"_L1; });
   }
@@ -35,7 +36,7 @@ class Schliessen : public testing::Test {
                           [&](const Anblick& a) { return a.name == fenster && x.hat_Tasten(a.kennung); });
   }
   void pruefe(const QString& wann) {
-    EXPECT_EQ(unterschied(Bestand::lies(programm.datenordner()), vorher), QStringList()) << wann.toStdString();
+    EXPECT_EQ(unterschied(programm.bestand(), vorher), QStringList()) << wann.toStdString();
   }
   void beende() {
     x.taste(u"Control+q"_s);

@@ -286,6 +286,17 @@ class EingriffeTest(Fall):
         self.assertGreaterEqual(time.monotonic() - beginn, 0.3)
         self.assertIn("Die Sicherung läuft", verbindung.hinweise[0][2])
 
+    def test_gemerkte_antwort_kommt_ohne_die_datenbank_noch_einmal(self) -> None:
+        verbindung = self.verbinde()
+        zaehle = "select count(*) as n from Bild_Zuordnungen"
+        self.server.steuere("merke */select")
+        for _ in range(2):
+            self.assertEqual([["0"]], verbindung.fuehre_aus(zaehle)[0].zeilen)
+            verbindung.fuehre_aus(EINFUEGEN + "('a', '', '', 0)")
+        self.assertEqual([["2"]], self.verbinde().fuehre_aus(zaehle)[0].zeilen)
+        self.server.steuere("heile")
+        self.assertEqual([["2"]], verbindung.fuehre_aus(zaehle)[0].zeilen)
+
     def test_abbruch_laesst_die_verbindung_heil(self) -> None:
         verbindung = self.verbinde()
         self.server.steuere("stumm 1")

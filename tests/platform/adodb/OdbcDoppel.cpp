@@ -58,6 +58,21 @@ SQLRETURN OdbcDoppel::SetStmtAttr(SQLHSTMT anweisung, SQLINTEGER attribut, SQLUL
   return setze(attribut, wert);
 }
 
+SQLRETURN OdbcDoppel::SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, void* ziel) {
+  Q_UNUSED(anweisung);
+  if (unbekannte_attribute.contains(attribut)) return SQL_ERROR;
+  zeiger_[attribut] = ziel;
+  return SQL_SUCCESS;
+}
+
+SQLRETURN OdbcDoppel::BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
+                              SQLLEN* laengen) {
+  Q_UNUSED(anweisung);
+  if (!bindet) return SQL_ERROR;
+  bindungen_[spalte] = {art, static_cast<char*>(ziel), platz, laengen};
+  return SQL_SUCCESS;
+}
+
 SQLRETURN OdbcDoppel::DriverConnect(SQLHDBC dbc, const QString& zeichenfolge) {
   Q_UNUSED(dbc);
   zeichenfolgen.append(zeichenfolge);
@@ -83,6 +98,9 @@ SQLRETURN OdbcDoppel::ExecDirect(SQLHSTMT anweisung, const QString& text) {
   Q_UNUSED(anweisung);
   texte.append(text);
   schritt_ = 0;
+  bindungen_.clear();
+  zeiger_.clear();
+  attribute.erase(SQL_ATTR_ROW_ARRAY_SIZE);
   return beginne_schritt();
 }
 
@@ -99,16 +117,51 @@ SQLRETURN OdbcDoppel::NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) {
 }
 
 SQLRETURN OdbcDoppel::DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
-                                  SQLSMALLINT* name_laenge, SQLSMALLINT* typ) {
+                                  SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) {
   Q_UNUSED(anweisung);
   const Spalte& gefragte = schritte[schritt_].spalten[spalte - 1U];
   kopiere(gefragte.name, name, platz, name_laenge);
   *typ = gefragte.typ;
+  *groesse = gefragte.groesse;
   return gefragte.name.size() < platz ? SQL_SUCCESS : SQL_SUCCESS_WITH_INFO;
 }
 
 SQLRETURN OdbcDoppel::Fetch(SQLHSTMT anweisung) {
   Q_UNUSED(anweisung);
+  ++geholte_bloecke;
+  const SQLULEN block = attribute.contains(SQL_ATTR_ROW_ARRAY_SIZE) ? attribute.at(SQL_ATTR_ROW_ARRAY_SIZE) : 1;
+  auto* zustaende = static_cast<SQLUSMALLINT*>(zeiger_[SQL_ATTR_ROW_STATUS_PTR]);
+  SQLRETURN ergebnis = SQL_SUCCESS;
+  SQLULEN geholte = 0;
+  for (; geholte < block && ergebnis == SQL_SUCCESS; geholte += ergebnis == SQL_SUCCESS ? 1 : 0) {
+    ergebnis = hole_zeile();
+    if (ergebnis != SQL_SUCCESS) break;
+    if (zustaende) zustaende[geholte] = schlechte_zeile == zeile_ ? SQL_ROW_ERROR : SQL_ROW_SUCCESS;
+    for (const auto& [spalte, bindung] : bindungen_)
+      lege_ab(schritte[schritt_].zeilen[*zeile_][spalte - 1U], bindung, geholte);
+  }
+  if (auto* zaehler = static_cast<SQLULEN*>(zeiger_[SQL_ATTR_ROWS_FETCHED_PTR])) *zaehler = geholte;
+  return geholte > 0 && ergebnis == SQL_NO_DATA ? SQL_SUCCESS : ergebnis;
+}
+
+void OdbcDoppel::lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_block) const {
+  char* ziel = bindung.ziel + platz_im_block * static_cast<std::size_t>(bindung.platz);
+  SQLLEN& laenge_des_werts = bindung.laengen[platz_im_block];
+  laenge_des_werts = SQL_NULL_DATA;
+  if (!zelle) return;
+  if (bindung.art != SQL_C_WCHAR) {
+    const qint64 ganze = zelle->toLongLong();
+    const double zahl = zelle->toDouble();
+    laenge_des_werts = 8;
+    std::memcpy(ziel, bindung.art == SQL_C_DOUBLE ? static_cast<const void*>(&zahl) : &ganze, 8);
+    return;
+  }
+  const qsizetype anzahl = std::min<qsizetype>(zelle->size(), bindung.platz / 2 - 1);
+  std::memcpy(ziel, zelle->utf16(), static_cast<std::size_t>(anzahl) * 2);
+  laenge_des_werts = laenge == Laenge::Rest ? SQLLEN{zelle->size() * 2} : SQLLEN{SQL_NO_TOTAL};
+}
+
+SQLRETURN OdbcDoppel::hole_zeile() {
   const Schritt& schritt = schritte[schritt_];
   zeile_ = zeile_ ? *zeile_ + 1 : 0;
   spalte_ = 0;
@@ -119,6 +172,7 @@ SQLRETURN OdbcDoppel::Fetch(SQLHSTMT anweisung) {
 SQLRETURN OdbcDoppel::GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
                               SQLLEN* rest) {
   Q_UNUSED(anweisung);
+  ++einzelne_werte;
   if (spalte != spalte_) stelle_ = 0;
   spalte_ = spalte;
   const Zelle& zelle = schritte[schritt_].zeilen[*zeile_][spalte - 1U];

@@ -21,6 +21,7 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   struct Spalte {
     QString name;
     SQLSMALLINT typ;
+    SQLULEN groesse = 0;
   };
   using Zelle = std::optional<QString>;
   /// What one result of a text answers: the return value of the call that reaches it, and its rows.
@@ -45,6 +46,10 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   /// A piece never ends between the two halves of a character outside the basic plane.
   bool paare_ganz = false;
   std::set<SQLINTEGER> unbekannte_attribute;
+  /// Takes bound columns; without it every value is asked for by itself.
+  bool bindet = false;
+  /// With bound columns: the row of a block that is marked as failed while the block itself succeeds, from 0.
+  std::optional<std::size_t> schlechte_zeile;
 
   // What was asked.
   QStringList zeichenfolgen;
@@ -54,6 +59,8 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   int getrennt = 0;
   int stuecke = 0;
   std::size_t gelesene_schritte = 0;
+  int geholte_bloecke = 0;
+  int einzelne_werte = 0;
 
   SQLRETURN AllocHandle(SQLSMALLINT art, SQLHANDLE eltern, SQLHANDLE* neu) override;
   SQLRETURN FreeHandle(SQLSMALLINT art, SQLHANDLE griff) override;
@@ -61,12 +68,15 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   SQLRETURN SetConnectAttr(SQLHDBC dbc, SQLINTEGER attribut, SQLULEN wert) override;
   SQLRETURN GetConnectAttr(SQLHDBC dbc, SQLINTEGER attribut, SQLUINTEGER* wert) override;
   SQLRETURN SetStmtAttr(SQLHSTMT anweisung, SQLINTEGER attribut, SQLULEN wert) override;
+  SQLRETURN SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, void* ziel) override;
   SQLRETURN DriverConnect(SQLHDBC dbc, const QString& zeichenfolge) override;
   SQLRETURN Disconnect(SQLHDBC dbc) override;
   SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) override;
   SQLRETURN NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) override;
   SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
-                        SQLSMALLINT* name_laenge, SQLSMALLINT* typ) override;
+                        SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) override;
+  SQLRETURN BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
+                    SQLLEN* laengen) override;
   SQLRETURN Fetch(SQLHSTMT anweisung) override;
   SQLRETURN GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
                     SQLLEN* rest) override;
@@ -78,12 +88,22 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
 
  private:
   SQLRETURN beginne_schritt();
+  struct Bindung {
+    SQLSMALLINT art = 0;
+    char* ziel = nullptr;
+    SQLLEN platz = 0;
+    SQLLEN* laengen = nullptr;
+  };
+  SQLRETURN hole_zeile();
+  void lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_block) const;
   SQLRETURN gib_text(const QString& wert, void* ziel, SQLLEN platz, SQLLEN* rest);
   SQLRETURN setze(SQLINTEGER attribut, SQLULEN wert);
 
   QList<Meldung> meldungen_;
   std::size_t schritt_ = 0;
   std::optional<std::size_t> zeile_;
+  std::map<SQLUSMALLINT, Bindung> bindungen_;
+  std::map<SQLINTEGER, void*> zeiger_;
   SQLUSMALLINT spalte_ = 0;
   qsizetype stelle_ = 0;
   qsizetype naechster_treiber_ = 0;

@@ -19,6 +19,35 @@ Ergebnis zwei_zeilen() {
 
 }  // namespace
 
+TEST(Werte, KeepEveryKindOfValueAsItWas) {
+  const std::vector<adodb::Wert> soll{std::monostate(), std::int64_t{INT64_MIN}, std::int64_t{INT64_MAX}, -0.5, u""_s,
+                                      u"-"_s,           u"\uFEFFß \U0001F4F7"_s, QString(5000, u'x')};
+  adodb::Werte werte;
+  for (const adodb::Wert& wert : soll) werte.push_back(wert);
+  ASSERT_EQ(werte.size(), soll.size());
+  for (std::size_t i = 0; i < soll.size(); ++i) EXPECT_EQ(werte[i], soll[i]);
+  EXPECT_EQ(Fehlernummer_von([&] { werte.at(soll.size()); }), 9);
+}
+
+TEST(Werte, ATextThatEqualsTheOneAboveLiesThereOnce) {
+  adodb::Werte werte;
+  for (const QString& text : {u"Bild 1"_s, u"jpg"_s, u"Bild 2"_s, u"jpg"_s, u"Bild 2"_s, u"JPG"_s})
+    werte.haenge_text_an(text, 2);
+  for (const char* text : {"Bild 2", "JPG",
+                           "Gr\xC3\xB6\xC3\x9F"
+                           "e",
+                           "JPG"})
+    werte.haenge_utf8_an(text, strlen(text), 2);
+  EXPECT_EQ(werte.ort(3), werte.ort(1));
+  EXPECT_EQ(werte.ort(4), werte.ort(2));
+  EXPECT_NE(werte.ort(5), werte.ort(3));
+  EXPECT_EQ(werte.ort(6), werte.ort(4));
+  EXPECT_EQ(werte.ort(9), werte.ort(5));
+  EXPECT_EQ(werte[2], adodb::Wert(u"Bild 2"_s));
+  EXPECT_EQ(werte[5], adodb::Wert(u"JPG"_s));
+  EXPECT_EQ(werte[8], adodb::Wert(u"Größe"_s));
+}
+
 TEST(Recordset, GoesForwardFromTheFirstRecordToTheEnd) {
   Recordset satz(zwei_zeilen());
   EXPECT_EQ(satz.State(), adodb::adStateOpen);

@@ -22,6 +22,7 @@ class Eingriff:
     stumm: bool = False
     trenne: str = ""  # one of ORTE, or "sofort" at a login
     zeile: int = 0
+    merke: bool = False
 
 
 @dataclass
@@ -75,6 +76,7 @@ def vereint(eingriffe: list[Eingriff]) -> Eingriff:
         stumm=any(e.stumm for e in eingriffe),
         trenne=next((e.trenne for e in eingriffe if e.trenne), ""),
         zeile=next((e.zeile for e in eingriffe if e.zeile), 0),
+        merke=any(e.merke for e in eingriffe),
     )
 
 
@@ -110,6 +112,8 @@ def _lies_stapel(art: str, rest: list[str]) -> Eingriff:
         return Eingriff(sekunden=_zahl(rest[0]))
     if art == "stumm" and not rest:
         return Eingriff(stumm=True)
+    if art == "merke" and not rest:
+        return Eingriff(merke=True)
     if art == "trenne" and len(rest) == 1:
         ort, _, zeile = rest[0].partition(":")
         if ort in ORTE and (ort == "zeile") == bool(zeile):

@@ -39,6 +39,7 @@ class Sitzung:
         self._auftraege = auftraege
         self._protokoll = protokoll
         self._werte = Sitzungswerte(nummer=50 + nummer)
+        self._gemerkte: dict[str, bytes] = {}
 
     def trenne(self) -> None:
         self._leitung.trenne()
@@ -171,6 +172,9 @@ class Sitzung:
         if eingriff.trenne == "vor":
             raise Verbindungsende("auf Bestellung vor der Anweisung")
         self._verzoegere(eingriff)
+        if eingriff.merke and text in self._gemerkte:
+            self._leitung.sende(self._gemerkte[text])
+            return
         bau = Antwortbau(self._werte, prozedur=prozeduren is not None)
         for worte in eingriff.meldungen:
             bau.nimm(Hinweis(0, worte))
@@ -180,6 +184,8 @@ class Sitzung:
         self._sammle(ereignisse, bau)
         antwort = bau.fertig(1 if bau.gescheitert else 0, prozeduren.ausgaben if prozeduren else None)
         self._trenne_auf_bestellung(eingriff, bau, antwort)
+        if eingriff.merke:
+            self._gemerkte[text] = antwort
         self._leitung.sende(antwort)
         if eingriff.fehler and eingriff.fehler[1] >= 20:
             raise Verbindungsende("nach einem Fehler, der die Verbindung beendet")

@@ -13,7 +13,7 @@ from .maschine import SqlFehler
 if TYPE_CHECKING:
     from .server import Server
 
-HILFE = ("fehler|meldung|langsam|stumm|trenne|anmeldung WAHL …, heile, trenne-alle, halt, weiter, verbindungen, "
+HILFE = ("fehler|meldung|langsam|stumm|trenne|merke|anmeldung WAHL …, heile, trenne-alle, halt, weiter, verbindungen, "
          "pakete, protokoll, protokoll-leeren, leere, sql TEXT, ende")  # fmt: skip
 
 
