@@ -78,6 +78,13 @@ QString verbindungszeichenfolge(const Aufruf& aufruf) {
   return verbindung_aus_angabe(angabe);
 }
 
+std::shared_ptr<adodb::Connection> oeffne_vorhandene(const QString& verbindung) {
+  if (const auto datei = datenbankdatei(verbindung); datei && !FileSystemObject().FileExists(*datei))
+    throw Abbruch(Ausgang::Datenbank,
+                  u"Die Datenbank „%1“ gibt es nicht; „kvobild anlegen“ legt sie an."_s.arg(*datei));
+  return oeffne(verbindung);
+}
+
 /// Says each report at once and counts them, since a result of the store can't be told from an empty one.
 class Sitzung::Core final : public KVOCore {
  public:
@@ -92,10 +99,7 @@ class Sitzung::Core final : public KVOCore {
 
 Sitzung::Sitzung(const Aufruf& aufruf) : core_(std::make_shared<Core>()), vorher_(KVOCore::setze(core_)) {
   const QString verbindung = verbindungszeichenfolge(aufruf);
-  if (const auto datei = datenbankdatei(verbindung); datei && !FileSystemObject().FileExists(*datei))
-    throw Abbruch(Ausgang::Datenbank,
-                  u"Die Datenbank „%1“ gibt es nicht; „kvobild anlegen“ legt sie an."_s.arg(*datei));
-  verbindung_ = oeffne(verbindung);
+  verbindung_ = oeffne_vorhandene(verbindung);
   store_.Init(verbindung, verbindung_, {});
 }
 

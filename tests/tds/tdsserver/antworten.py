@@ -25,6 +25,7 @@ UMGEBUNG_TA_BEGINN, UMGEBUNG_TA_ABSCHLUSS, UMGEBUNG_TA_RUECKNAHME = 8, 9, 10
 class Spalte:
     name: str
     typ: Typ
+    nullbar: bool = True
 
 
 def _kurztext(text: str) -> bytes:
