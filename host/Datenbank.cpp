@@ -15,7 +15,10 @@ QString verbindung_aus_angabe(const QString& angabe) {
 }
 
 std::optional<QString> datenbankdatei(const QString& verbindung) {
-  const adodb::Verbindungszeichenfolge teile(verbindung);
+  // What is no connect string names no file; the opening says what is wrong with it.
+  std::optional<adodb::Verbindungszeichenfolge> gelesene;
+  if (!gelingt([&] { gelesene.emplace(verbindung); })) return std::nullopt;
+  const adodb::Verbindungszeichenfolge& teile = *gelesene;
   if (teile.wert(u"Provider"_s).value_or(QString()).compare("SQLite"_L1, Qt::CaseInsensitive) != 0) return std::nullopt;
   const std::optional<QString> datei = teile.wert(u"Data Source"_s);
   return datei ? std::optional(namen::tabellenpfad(*datei)) : std::nullopt;
@@ -25,6 +28,7 @@ namespace {
 
 Datenbankgrund grund_der_Verbindung(const adodb::Datenbankfehler& fehler) {
   // Refused, a database that this login may not open or that is not there, a password that has expired.
+  if (fehler.Sqlstate() == "01S00"_L1) return Datenbankgrund::Angaben;
   constexpr std::array Abgelehnte{18456, 18452, 18470, 18486, 18487, 18488, 4060, 4064, 916};
   const bool abgelehnt = std::find(Abgelehnte.begin(), Abgelehnte.end(), fehler.NativeNummer()) != Abgelehnte.end();
   return abgelehnt || fehler.Sqlstate() == "28000"_L1 ? Datenbankgrund::Anmeldung : Datenbankgrund::Unerreichbar;
@@ -64,11 +68,21 @@ Datenbankausfall ausfall_von(const Laufzeitfehler& fehler) {
   return ausfall;
 }
 
+std::optional<Datenbankausfall> versuche_zu_oeffnen(const QString& verbindung,
+                                                    std::shared_ptr<adodb::Connection>& offene) {
+  auto neue = std::make_shared<adodb::Connection>();
+  neue->CursorLocation(adodb::adUseClient);
+  auto ausfall = versuche_Datenbank([&] { neue->Open(verbindung); });
+  if (ausfall)
+    ausfall->worte = u"Die Datenbank ist nicht zu öffnen: "_s + ausfall->worte;
+  else
+    offene = neue;
+  return ausfall;
+}
+
 std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung) {
-  auto offene = std::make_shared<adodb::Connection>();
-  offene->CursorLocation(adodb::adUseClient);
-  if (const auto ausfall = versuche_Datenbank([&] { offene->Open(verbindung); }))
-    throw Abbruch(Ausgang::Datenbank, u"Die Datenbank ist nicht zu öffnen: "_s + ausfall->worte);
+  std::shared_ptr<adodb::Connection> offene;
+  if (const auto ausfall = versuche_zu_oeffnen(verbindung, offene)) throw Abbruch(Ausgang::Datenbank, ausfall->worte);
   return offene;
 }
 

@@ -11,11 +11,9 @@
 QString verbindung_aus_angabe(const QString& angabe);
 /// The database file of a connect string as a path of the table, or none where it names a server.
 std::optional<QString> datenbankdatei(const QString& verbindung);
-/// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.
-std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung);
-
 /// What a failure of the database comes from, as far as its numbers tell.
-enum class Datenbankgrund { Anderer, Unerreichbar, Anmeldung, Tabelle_fehlt, Recht_fehlt };
+/// `Angaben`: the connect string can't be honoured.
+enum class Datenbankgrund { Anderer, Unerreichbar, Angaben, Anmeldung, Tabelle_fehlt, Recht_fehlt };
 
 /// A failure of the database and its words for the user.
 struct Datenbankausfall {
@@ -34,6 +32,12 @@ std::optional<Datenbankausfall> versuche_Datenbank(Anweisung&& anweisung) {
     return ausfall_von(fehler);
   }
 }
+
+/// The same call as `oeffne`, for callers that look at the reason: none when `offene` is open.
+std::optional<Datenbankausfall> versuche_zu_oeffnen(const QString& verbindung,
+                                                    std::shared_ptr<adodb::Connection>& offene);
+/// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.
+std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung);
 
 /// A text as a literal of a statement.
 QString literal(QString text);
