@@ -42,7 +42,7 @@ Befehl befehle::anlegen() {
   return {u"anlegen"_s,
           u"legt die Tabelle Bild_Zuordnungen an"_s,
           {},
-          u"Kurz für „datenbank anlegen“. "_s + Erklaerung,
+          u"Kurz für „datenbank anlegen“:\n"_s + Erklaerung,
           {befehlszeile::verbindung_option(), beispiel_option()},
           0,
           0,

@@ -73,10 +73,10 @@ std::optional<Datenbankausfall> versuche_zu_oeffnen(const QString& verbindung,
   auto neue = std::make_shared<adodb::Connection>();
   neue->CursorLocation(adodb::adUseClient);
   auto ausfall = versuche_Datenbank([&] { neue->Open(verbindung); });
-  if (ausfall)
+  if (!ausfall) offene = neue;
+  // A failure to connect says so itself.
+  if (ausfall && ausfall->grund == Datenbankgrund::Anderer)
     ausfall->worte = u"Die Datenbank ist nicht zu öffnen: "_s + ausfall->worte;
-  else
-    offene = neue;
   return ausfall;
 }
 

@@ -106,7 +106,7 @@ QList<Spalte> spalten(const QString& tabelle) {
   static const QRegularExpression Eine(u"^  (\\w+) (\\w+)(?:\\((\\d+)\\))? NULL"_s,
                                        QRegularExpression::MultilineOption);
   const QString& skripte = serverskripte();
-  const qsizetype anfang = skripte.indexOf(u"CREATE TABLE dbo."_s + tabelle + u" ("_s, 0, Qt::CaseInsensitive);
+  const qsizetype anfang = skripte.indexOf(u"CREATE TABLE dbo.%1 ("_s.arg(tabelle), 0, Qt::CaseInsensitive);
   if (anfang < 0) return {};
   const QString rumpf = skripte.mid(anfang, skripte.indexOf(u"\n)"_s, anfang) - anfang);
   QList<Spalte> liste;

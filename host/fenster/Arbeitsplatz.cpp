@@ -55,6 +55,7 @@ bool Arbeitsplatz::braucht_Kennwort() const {
 
 void Arbeitsplatz::oeffne() {
   verbindung_.reset();
+  ausfallgrund_ = Datenbankgrund::Anderer;
   if (optionen_.verbindung.isEmpty()) {
     const QString ordner = namen::tabellenpfad(optionen_.datenordner);
     datenordner::richte_ein(ordner);
@@ -67,6 +68,7 @@ void Arbeitsplatz::oeffne() {
     throw Abbruch(Ausgang::Datenbank,
                   u"Die Datenbank „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(namen::angezeigt(*datei))));
   if (const auto ausfall = versuche_zu_oeffnen(verbindungszeichenfolge_, verbindung_)) {
+    ausfallgrund_ = ausfall->grund;
     // A server that is away says nothing against the password.
     if (ausfall->grund != Datenbankgrund::Unerreichbar) kennwort_.reset();
     throw Abbruch(Ausgang::Datenbank, ausfall->worte);

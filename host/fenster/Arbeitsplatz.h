@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "host/Datenbank.h"
 #include "host/fenster/Wirtsoptionen.h"
 #include "platform/adodb/Connection.h"
 #include "platform/host/Anwendungsobjekt.h"
@@ -24,6 +25,8 @@ class Arbeitsplatz {
   bool braucht_Kennwort() const;
   /// The password that the user gave; kept in memory for as long as the server takes it.
   void kennwort(const QString& wert) { kennwort_ = wert; }
+  /// Why the last opening failed, and Anderer where it did not.
+  Datenbankgrund ausfallgrund() const noexcept { return ausfallgrund_; }
   /// Opens the database, anew where it was open, and makes the data folder where it is needed and missing. A failure
   /// ends with Abbruch and words for the user; nothing is open then.
   void oeffne();
@@ -47,6 +50,7 @@ class Arbeitsplatz {
 
   Wirtsoptionen optionen_;
   std::optional<QString> kennwort_;
+  Datenbankgrund ausfallgrund_ = Datenbankgrund::Anderer;
   QString verbindungszeichenfolge_;
   std::shared_ptr<adodb::Connection> verbindung_;
   bool wurzel_gebunden_ = false;

@@ -212,7 +212,12 @@ void Hauptfenster::zeige_Ausfall(const QString& grund) {
 void Hauptfenster::oeffne_Datenbank() {
   for (QString hinweis;;) {
     if (platz_.braucht_Kennwort()) {
-      Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung), hinweis, this);
+      const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
+      Anmeldefenster fenster(
+          anmeldung::worte(platz_.optionen().verbindung),
+          abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s
+                    : hinweis,
+          this);
       dialog_offen_ = true;
       const bool angenommen = fenster.exec() == QDialog::Accepted;
       dialog_offen_ = false;

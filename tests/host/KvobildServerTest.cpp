@@ -204,6 +204,48 @@ TEST_P(KvobildServer, Eine_abgelehnte_Anmeldung_ist_Ausgang_3_in_Worten) {
   }
 }
 
+TEST_P(KvobildServer, Das_Kennwort_darf_in_der_Umgebung_stehen) {
+  ASSERT_EQ(lege_an().code, 0);
+  const QString ohne = verbindung().section(u";Password="_s, 0, 0);
+  const QStringList aufruf{u"datenbank"_s, u"pruefen"_s, u"--verbindung"_s, ohne};
+  EXPECT_EQ(kvobild(aufruf).code, 3);
+  const Lauf lauf = kvobild(aufruf, {}, {}, {{u"KVOBILD_KENNWORT"_s, Kennwort}});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_FALSE((lauf.ausgabe + lauf.meldungen).contains(Kennwort));
+  const Lauf nur_Umgebung = kvobild({u"datenbank"_s, u"pruefen"_s}, {}, {},
+                                    {{u"KVOBILD_KENNWORT"_s, Kennwort}, {u"KVOBILD_VERBINDUNG"_s, ohne}});
+  EXPECT_EQ(nur_Umgebung.code, 0) << nur_Umgebung.meldungen.toStdString();
+}
+
+TEST_P(KvobildServer, Jeder_Befehl_geht_auf_dem_Server_wie_auf_SQLite) {
+  ASSERT_EQ(lege_an().code, 0);
+  const Testordner ordner;
+  const QString wurzel = ordner.pfad(u"ablage"_s);
+  const QString eines = ordner.schreibe(u"neu/größe.jpg"_s, "a");
+  const QString anderes = ordner.schreibe(u"neu/b.jpg"_s, "b");
+  ordner.schreibe(u"ablage/Belege/1/frei.jpg"_s, "niemand");
+  const QStringList satz{u"--typ1"_s, u"BEL"_s, u"--key1"_s, u"AB"_s, u"--key2"_s, u"1"_s};
+  const QStringList bilder{u"--bilder"_s, wurzel};
+  const Lauf neu = fuehre({u"zuordnen"_s}, satz + bilder + QStringList{u"--ordner"_s, u"Belege/1"_s, eines, anderes});
+  ASSERT_EQ(neu.code, 0) << neu.meldungen.toStdString();
+  const QString erstes = neu.zeilen().value(0);
+  EXPECT_EQ(fuehre({u"aendern"_s}, satz + QStringList{u"--beschreibung"_s, u"Bob's Größe"_s, erstes}).code, 0);
+  const QList<QJsonObject> zeilen = fuehre({u"lesen"_s}, satz + bilder + QStringList{u"--json"_s}).objekte();
+  ASSERT_EQ(zeilen.size(), 2);
+  EXPECT_EQ(zeilen.at(0)[u"beschreibung"_s].toString(), u"Bob's Größe"_s);
+  EXPECT_TRUE(zeilen.at(0)[u"vorhanden"_s].toBool());
+  const Lauf um = fuehre({u"umbenennen"_s}, bilder + QStringList{u"--ordner"_s, u"Belege/1"_s, erstes, u"umbenannt"_s});
+  EXPECT_EQ(um.code, 0) << um.meldungen.toStdString();
+  EXPECT_EQ(fuehre({u"entfernen"_s}, satz + QStringList{neu.zeilen().value(1)}).code, 0);
+  const Lauf auf = fuehre({u"aufraeumen"_s}, bilder + QStringList{u"--ja"_s});
+  EXPECT_EQ(auf.code, 0) << auf.meldungen.toStdString();
+  EXPECT_EQ(auf.zeilen().size(), 2) << auf.ausgabe.toStdString();
+  EXPECT_TRUE(ordner.vorhanden(u"ablage/Belege/1/umbenannt.jpg"_s));
+  const Lauf am_Ende = pruefe(bilder);
+  EXPECT_EQ(am_Ende.code, 0) << am_Ende.ausgabe.toStdString();
+  EXPECT_TRUE(am_Ende.ausgabe.contains(u"Zeilen:           1\n"_s));
+}
+
 TEST_P(KvobildServer, Ein_Server_der_fort_ist_ist_Ausgang_3_in_Worten) {
   server().steuere(u"halt"_s);
   const Lauf lauf = pruefe();
