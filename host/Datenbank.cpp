@@ -35,9 +35,10 @@ Datenbankgrund grund_der_Verbindung(const adodb::Datenbankfehler& fehler) {
 }
 
 Datenbankgrund grund_der_Anweisung(const adodb::Datenbankfehler& fehler) {
-  // A right on a table, on a column, to make a table, on the server's own views; SQLite's file that is only to read.
-  constexpr std::array Verweigerte{229, 230, 262, 297, 300, 3906, 8};
-  if (std::find(Verweigerte.begin(), Verweigerte.end(), fehler.NativeNummer()) != Verweigerte.end())
+  // A right on a table, on a column, to make a table, on the server's own views; a database that is only to read.
+  constexpr std::array Verweigerte{229, 230, 262, 297, 300, 3906};
+  if (fehler.Sqlstate() == "25006"_L1 ||
+      std::find(Verweigerte.begin(), Verweigerte.end(), fehler.NativeNummer()) != Verweigerte.end())
     return Datenbankgrund::Recht_fehlt;
   if (fehler.NativeNummer() == 208 || fehler.Beschreibung().contains("no such table"_L1))
     return Datenbankgrund::Tabelle_fehlt;

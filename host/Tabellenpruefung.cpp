@@ -91,7 +91,10 @@ class Pruefer {
       if (pruefe_Spalte(tabelle, spalte, gefundene)) vorhandene.append(spalte.name);
     lage_.tabellen.append(tabelle);
     lage_.spalten.append(static_cast<int>(vorhandene.size()));
-    if (tabelle == schema::Zuordnungen) pruefe_Schluessel(gefundene);
+    if (tabelle == schema::Zuordnungen) {
+      pruefe_Schluessel(gefundene);
+      pruefe_Fremde();
+    }
     return versuche_Anweisungen(tabelle, vorhandene) && vorhandene.size() == schema::spalten(tabelle).size();
   }
 
@@ -170,6 +173,25 @@ class Pruefer {
       melde(u"schluessel_breit"_s,
             u"Die acht Spalten des Schlüssels von Bild_Zuordnungen sind zusammen breiter als 1700 Bytes; ein Index "
             "darüber ist nicht möglich oder nimmt nicht jede Zeile an."_s);
+  }
+
+  /// Columns of somebody else that would refuse every new row; the statements below meet no row and can't tell.
+  void pruefe_Fremde() {
+    QStringList eigene;
+    for (const schema::Spalte& spalte : schema::spalten(schema::Zuordnungen)) eigene.append(spalte.name);
+    // 189 is the type of a row's version, which the server fills in itself.
+    const auto satz = verbindung_.Execute(
+        ist_Server_ ? u"SELECT name FROM sys.columns WHERE object_id = OBJECT_ID(N'dbo.Bild_Zuordnungen') AND "
+                      "is_nullable = 0 AND is_identity = 0 AND is_computed = 0 AND default_object_id = 0 AND "
+                      "system_type_id <> 189"_s
+                    : u"SELECT name FROM pragma_table_info('Bild_Zuordnungen') WHERE \"notnull\" = 1 AND pk = 0 AND "
+                      "dflt_value IS NULL"_s);
+    for (; !satz->Eof(); satz->MoveNext())
+      if (!eigene.contains(satz->Text(0), Qt::CaseInsensitive))
+        melde(u"spalte_fremd"_s,
+              u"Die Spalte Bild_Zuordnungen.%1 kennt das System nicht; ohne NULL und ohne Vorgabe lässt sie keine neue "
+              "Zeile zu."_s.arg(satz->Text(0)),
+              true);
   }
 
   /// The statements name the tables as the system does, without a schema. Each of them meets no row, so that even

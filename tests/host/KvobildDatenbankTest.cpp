@@ -172,6 +172,24 @@ TEST_F(KvobildDatenbank, Was_an_den_Spalten_nicht_passt_wird_einzeln_genannt) {
   EXPECT_TRUE(lauf.ausgabe.contains(u"SortIndex fehlt; erwartet ist smallint"_s));
 }
 
+TEST_F(KvobildDatenbank, Eine_fremde_Spalte_ist_nur_ein_Befund_wo_sie_neue_Zeilen_verhindert) {
+  sql(u"drop table Bild_Zuordnungen"_s);
+  ASSERT_EQ(kvobild({u"anlegen"_s, u"--verbindung"_s, datenbank()}).code, 0);
+  sql(u"alter table Bild_Zuordnungen add column Frei text"_s);
+  sql(u"alter table Bild_Zuordnungen add column Vorgabe text not null default 'x'"_s);
+  EXPECT_EQ(pruefe().code, 0);
+  sql(u"create table Neu (Pflicht text not null)"_s);
+  for (const QString& spalte : inhalt(u"select name || ' ' || type from pragma_table_info('Bild_Zuordnungen')"_s))
+    sql(u"alter table Neu add column "_s + spalte +
+        (spalte.endsWith(u"TEXT"_s) ? u" COLLATE SERVERTEXT"_s : QString()));
+  sql(u"drop table Bild_Zuordnungen"_s);
+  sql(u"alter table Neu rename to Bild_Zuordnungen"_s);
+  const Lauf lauf = pruefe_json();
+  EXPECT_EQ(lauf.code, 3);
+  EXPECT_EQ(kennungen(lauf), QStringList{u"spalte_fremd"_s}) << lauf.ausgabe.toStdString();
+  EXPECT_TRUE(lauf.ausgabe.contains(u"Bild_Zuordnungen.Pflicht kennt das System nicht"_s));
+}
+
 TEST_F(KvobildDatenbank, Ein_fehlendes_Recht_ist_Ausgang_3_und_wird_genannt) {
   const Lauf lauf = kvobild(
       {u"datenbank"_s, u"pruefen"_s, u"--verbindung"_s, u"Provider=SQLite;Mode=ReadOnly;Data Source="_s + datenbank()});

@@ -138,6 +138,18 @@ TEST_P(KvobildServer, Typ_Pflicht_und_Breite_der_Spalten_werden_geprueft) {
   EXPECT_FALSE(alles.contains(u"Typ2"_s)) << alles.toStdString();
 }
 
+TEST_P(KvobildServer, Eine_fremde_Spalte_ist_nur_ein_Befund_wo_sie_neue_Zeilen_verhindert) {
+  const QString anfang = u"create table dbo.Bild_Zuordnungen (Frei int NULL, Vorgabe int NOT NULL DEFAULT 0"_s;
+  sql(anfang + u')');
+  ASSERT_EQ(lege_an().code, 0);
+  EXPECT_EQ(pruefe().code, 0) << pruefe().ausgabe.toStdString();
+  sql(u"drop table Bild_Zuordnungen"_s);
+  sql(anfang + u", Pflicht nvarchar(5) NOT NULL)"_s);
+  ASSERT_EQ(lege_an().code, 0);
+  EXPECT_EQ(kennungen(), QStringList{u"spalte_fremd"_s});
+  EXPECT_EQ(pruefe().code, 3);
+}
+
 TEST_P(KvobildServer, Ein_fehlendes_Recht_wird_genannt_und_die_anderen_auch_versucht) {
   ASSERT_EQ(lege_an().code, 0);
   server().steuere(u"fehler */insert 229 14 The INSERT permission was denied on the object 'Bild_Zuordnungen'."_s);

@@ -26,6 +26,7 @@ class Spalte:
     name: str
     typ: Typ
     nullbar: bool = True
+    vorgabe: bool = False  # a value that the database puts in where none is given
 
 
 def _kurztext(text: str) -> bytes:

@@ -168,7 +168,8 @@ class _Ersetzer:
 def _sys_spaltenzeile(tabelle: str, nummer: int, s: Spalte) -> dict[str, str | int | None]:
     typnummer = _SYSTEMTYPEN.get(s.typ.name, 231)
     return {"object_id": objektnummer(tabelle), "name": s.name, "column_id": nummer, "system_type_id": typnummer,
-            "user_type_id": typnummer, "max_length": _breite(s), "is_nullable": int(s.nullbar)}  # fmt: skip
+            "user_type_id": typnummer, "max_length": _breite(s), "is_nullable": int(s.nullbar),
+            "is_identity": 0, "is_computed": 0, "default_object_id": objektnummer(tabelle + s.name) if s.vorgabe else 0}  # fmt: skip
 
 
 def _breite(spalte: Spalte) -> int:

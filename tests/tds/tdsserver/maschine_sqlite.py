@@ -126,11 +126,12 @@ class SqliteArbeit:
         ergebnis = {}
         for (tabelle,) in self._verbindung.execute(frage).fetchall():
             zeilen = self._verbindung.execute(
-                'SELECT name, type, "notnull" FROM pragma_table_info(?)', (tabelle,)
+                'SELECT name, type, "notnull", dflt_value IS NOT NULL OR pk FROM pragma_table_info(?)', (tabelle,)
             ).fetchall()
             ergebnis[tabelle] = [
-                Spalte(name, self._katalog.typ_in(tabelle, name) or typ_aus_text(typ) or Typ("nvarchar"), not fest)
-                for name, typ, fest in zeilen
+                Spalte(name, self._katalog.typ_in(tabelle, name) or typ_aus_text(typ) or Typ("nvarchar"),
+                       not fest, bool(vorgabe))
+                for name, typ, fest, vorgabe in zeilen
             ]
         return ergebnis
 
