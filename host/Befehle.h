@@ -11,6 +11,8 @@ Befehl aendern();
 Befehl entfernen();
 Befehl umbenennen();
 Befehl anlegen();
+Befehl datenbank_anlegen();
+Befehl datenbank_pruefen();
 Befehl aufraeumen();
 Befehl exif();
 Befehl drehen();

@@ -3,6 +3,7 @@
 #include <QCommandLineParser>
 #include <algorithm>
 
+#include "host/Anmeldung.h"
 #include "host/Ausgabe.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -31,10 +32,11 @@ void drucke_hilfe(const QList<Befehl>& befehle) {
   ausgabe::zeile(u"kvobild ordnet Bilddateien den Vorgängen eines Betriebs zu.\n"_s);
   ausgabe::zeile(u"Aufruf: kvobild BEFEHL [Optionen] [Argumente]\n        kvobild BEFEHL --hilfe\n"_s);
   ausgabe::zeile(u"Befehle:"_s);
-  for (const Befehl& befehl : befehle) ausgabe::zeile(u"  "_s + befehl.name.leftJustified(14) + befehl.kurz);
+  for (const Befehl& befehl : befehle) ausgabe::zeile(u"  "_s + befehl.name.leftJustified(18) + u' ' + befehl.kurz);
   ausgabe::zeile(
       u"\nErgebnisse stehen auf der Standardausgabe, Meldungen auf der Fehlerausgabe.\n"_s
-      u"Fehlt --verbindung oder --bilder, gilt KVOBILD_VERBINDUNG oder KVOBILD_BILDER aus der Umgebung.\n"_s);
+      u"Fehlt --verbindung oder --bilder, gilt KVOBILD_VERBINDUNG oder KVOBILD_BILDER aus der Umgebung;\n"_s
+      u"nennt die Verbindung einen Benutzer ohne Kennwort, gilt KVOBILD_KENNWORT.\n"_s);
   ausgabe::zeile(Ausgangstext);
 }
 
@@ -49,7 +51,8 @@ void drucke_hilfe(const Befehl& befehl) {
 /// What is wrong with arguments that the parser refuses, in words of our own: Qt's are English.
 QString grund(const QCommandLineParser& leser, const Befehl& befehl, const QStringList& argumente) {
   const QStringList unbekannte = leser.unknownOptionNames();
-  if (!unbekannte.isEmpty()) return u"Die Option „%1“ gibt es bei „%2“ nicht."_s.arg(unbekannte.first(), befehl.name);
+  if (!unbekannte.isEmpty())
+    return u"Die Option „%1“ gibt es bei „%2“ nicht."_s.arg(anmeldung::ohne_Geheimnis(unbekannte.first()), befehl.name);
   for (const Option& option : befehl.optionen) {
     const QString name = u"--"_s + option.name;
     if (!option.wert.isEmpty() && !argumente.isEmpty() && argumente.last() == name)
@@ -64,7 +67,8 @@ void pruefe_anzahl(const Befehl& befehl, const QStringList& argumente) {
   if (argumente.size() < befehl.argumente_mindestens)
     throw falscher_aufruf(u"Bei „%1“ fehlt: %2."_s.arg(befehl.name, befehl.argumente));
   if (argumente.size() > befehl.argumente_hoechstens)
-    throw falscher_aufruf(u"„%1“ ist bei „%2“ zu viel."_s.arg(argumente.last(), befehl.name));
+    throw falscher_aufruf(
+        u"„%1“ ist bei „%2“ zu viel."_s.arg(anmeldung::ohne_Geheimnis(argumente.last()), befehl.name));
 }
 
 Ausgang fuehre_aus(const Befehl& befehl, const QStringList& argumente) {
@@ -82,6 +86,26 @@ Ausgang fuehre_aus(const Befehl& befehl, const QStringList& argumente) {
     if (leser.isSet(option.name)) werte.insert(option.name, leser.value(option.name));
   pruefe_anzahl(befehl, leser.positionalArguments());
   return befehl.fuehre_aus(Aufruf(werte, leser.positionalArguments()));
+}
+
+/// A command of two words whose second word is missing or unknown, or a command that there is not.
+Ausgang ohne_zweites_wort(const QList<Befehl>& befehle, const QStringList& argumente) {
+  QList<Befehl> gruppe;
+  QStringList zweite;
+  for (const Befehl& befehl : befehle) {
+    if (!befehl.name.startsWith(argumente.first() + u' ')) continue;
+    gruppe.append(befehl);
+    zweite.append(u'„' + befehl.name.section(u' ', 1) + u'“');
+  }
+  const QString wort = argumente.value(1);
+  if (!gruppe.isEmpty() && (wort == "--hilfe"_L1 || wort == "-h"_L1 || wort == "--help"_L1)) {
+    for (const Befehl& befehl : gruppe) ausgabe::zeile(u"  "_s + befehl.name.leftJustified(18) + u' ' + befehl.kurz);
+    return Ausgang::Erledigt;
+  }
+  if (!gruppe.isEmpty() && (wort.isEmpty() || wort.startsWith(u'-')))
+    throw falscher_aufruf(u"Hinter „%1“ fehlt %2."_s.arg(argumente.first(), zweite.join(u" oder "_s)));
+  const QString name = gruppe.isEmpty() ? argumente.first() : argumente.first() + u' ' + wort;
+  throw falscher_aufruf(u"Den Befehl „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(name)));
 }
 
 }  // namespace
@@ -137,9 +161,11 @@ Ausgang fuehre_aus(const QList<Befehl>& befehle, const QStringList& argumente) {
     drucke_hilfe(befehle);
     return Ausgang::Erledigt;
   }
-  const auto befehl = std::find_if(befehle.begin(), befehle.end(), [&](const Befehl& b) { return b.name == name; });
-  if (befehl == befehle.end()) throw falscher_aufruf(u"Den Befehl „%1“ gibt es nicht."_s.arg(name));
-  return ::fuehre_aus(*befehl, argumente.mid(1));
+  const auto worte = [](const Befehl& b) { return b.name.split(u' '); };
+  const auto befehl = std::find_if(befehle.begin(), befehle.end(),
+                                   [&](const Befehl& b) { return argumente.mid(0, worte(b).size()) == worte(b); });
+  if (befehl != befehle.end()) return ::fuehre_aus(*befehl, argumente.mid(worte(*befehl).size()));
+  return ohne_zweites_wort(befehle, argumente);
 }
 
 }  // namespace befehlszeile

@@ -5,11 +5,37 @@
 #include <optional>
 
 #include "platform/adodb/Connection.h"
+#include "platform/basic/Laufzeitfehler.h"
 
 /// The connect string that a user's words mean: one as it stands, or the name of a SQLite file.
 QString verbindung_aus_angabe(const QString& angabe);
 /// The database file of a connect string as a path of the table, or none where it names a server.
 std::optional<QString> datenbankdatei(const QString& verbindung);
+/// What a failure of the database comes from, as far as its numbers tell.
+/// `Angaben`: the connect string can't be honoured.
+enum class Datenbankgrund { Anderer, Unerreichbar, Angaben, Anmeldung, Tabelle_fehlt, Recht_fehlt };
+
+/// A failure of the database and its words for the user.
+struct Datenbankausfall {
+  Datenbankgrund grund = Datenbankgrund::Anderer;
+  QString worte;
+};
+Datenbankausfall ausfall_von(const Laufzeitfehler& fehler);
+
+/// Runs what may fail at the database and gives the failure, or none.
+template <class Anweisung>
+std::optional<Datenbankausfall> versuche_Datenbank(Anweisung&& anweisung) {
+  try {
+    anweisung();
+    return std::nullopt;
+  } catch (const Laufzeitfehler& fehler) {
+    return ausfall_von(fehler);
+  }
+}
+
+/// The same call as `oeffne`, for callers that look at the reason: none when `offene` is open.
+std::optional<Datenbankausfall> versuche_zu_oeffnen(const QString& verbindung,
+                                                    std::shared_ptr<adodb::Connection>& offene);
 /// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.
 std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung);
 

@@ -1,16 +1,47 @@
 #pragma once
 
+#include <QHash>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
-/// The tables of the embedded database; their texts are part of the program.
+#include "platform/adodb/Connection.h"
+
+/// The tables of a database; the scripts that make them are part of the program.
 namespace schema {
 
-/// Makes the table Bild_Zuordnungen in the database of a connect string, and the database's file where it is missing.
-/// False when the table stood there already; it is left as it is then. Failures end with Ausgang::Datenbank.
-bool lege_an(const QString& verbindung);
+/// The one table of the system, and the one of the host that it reads.
+inline const QString Zuordnungen = QStringLiteral("Bild_Zuordnungen");
+inline const QString Belegkoepfe = QStringLiteral("BelegKopfZunft");
 
-/// The statements that make the tables of a host that the component reads.
+/// A column as the server's script declares it; `laenge` counts 16-bit characters, 0 for a number.
+struct Spalte {
+  QString name;
+  QString typ;
+  int laenge = 0;
+};
+/// The columns of one of the two tables, in their order.
+QList<Spalte> spalten(const QString& tabelle);
+
+/// The definitions of the columns in a CREATE TABLE statement by their names in capital letters; conditions of the
+/// whole table are not understood.
+QHash<QString, QString> definitionen(const QString& create_table);
+
+/// What a run of the scripts made.
+struct Angelegt {
+  QStringList tabellen;
+  /// Columns that a table of an older installation lacked, as "Tabelle.Spalte".
+  QStringList spalten;
+  QStringList indexe;
+  bool nichts() const { return tabellen.isEmpty() && spalten.isEmpty() && indexe.isEmpty(); }
+};
+
+/// Makes what is missing of the table Bild_Zuordnungen (with `mit_Beispieltabellen` of the host's table as well) in the
+/// database of a connect string, and an SQLite file that is missing. What stands there stays as it is, its rows too.
+/// Failures end with Ausgang::Datenbank.
+Angelegt lege_an(const QString& verbindung, bool mit_Beispieltabellen = false);
+
+/// The statements that make the tables of a host that the component reads, for the embedded database.
 QStringList wirtstabellen();
 
 }  // namespace schema

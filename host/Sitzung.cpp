@@ -1,5 +1,6 @@
 #include "host/Sitzung.h"
 
+#include "host/Anmeldung.h"
 #include "host/Ausgabe.h"
 #include "host/Reihenfolge.h"
 #include "platform/files/FileSystemObject.h"
@@ -75,7 +76,14 @@ QString bildwurzel(const Aufruf& aufruf) {
 QString verbindungszeichenfolge(const Aufruf& aufruf) {
   const QString angabe = gegeben_oder_umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
   if (angabe.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Es fehlt „--verbindung“, die Datenbank."_s);
-  return verbindung_aus_angabe(angabe);
+  return anmeldung::mit_Kennwort_der_Umgebung(verbindung_aus_angabe(angabe));
+}
+
+std::shared_ptr<adodb::Connection> oeffne_vorhandene(const QString& verbindung) {
+  if (const auto datei = datenbankdatei(verbindung); datei && !FileSystemObject().FileExists(*datei))
+    throw Abbruch(Ausgang::Datenbank, u"Die Datenbank „%1“ gibt es nicht; „kvobild anlegen“ legt sie an."_s.arg(
+                                          anmeldung::ohne_Geheimnis(*datei)));
+  return oeffne(verbindung);
 }
 
 /// Says each report at once and counts them, since a result of the store can't be told from an empty one.
@@ -92,10 +100,7 @@ class Sitzung::Core final : public KVOCore {
 
 Sitzung::Sitzung(const Aufruf& aufruf) : core_(std::make_shared<Core>()), vorher_(KVOCore::setze(core_)) {
   const QString verbindung = verbindungszeichenfolge(aufruf);
-  if (const auto datei = datenbankdatei(verbindung); datei && !FileSystemObject().FileExists(*datei))
-    throw Abbruch(Ausgang::Datenbank,
-                  u"Die Datenbank „%1“ gibt es nicht; „kvobild anlegen“ legt sie an."_s.arg(*datei));
-  verbindung_ = oeffne(verbindung);
+  verbindung_ = oeffne_vorhandene(verbindung);
   store_.Init(verbindung, verbindung_, {});
 }
 

@@ -20,6 +20,9 @@ std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf);
 /// The connect string of the call; a bare file name means a SQLite file. Missing ends with Ausgang::Aufruf.
 QString verbindungszeichenfolge(const Aufruf& aufruf);
 
+/// Opens a database for reading. A missing SQLite file is not made but refused; failures end with Ausgang::Datenbank.
+std::shared_ptr<adodb::Connection> oeffne_vorhandene(const QString& verbindung);
+
 /// The database of one call and the store over it. Failures that the store reports go to standard error as they come.
 class Sitzung {
  public:

@@ -11,6 +11,7 @@
 
 #include "host/Ausgang.h"
 #include "host/fenster/Dialogaufruf.h"
+#include "host/fenster/Gedaechtnis.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Rundgang.h"
 #include "platform/forms/Fensterdienste.h"
@@ -45,7 +46,10 @@ void suche_keinen_Sitzungsbus() {
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
   if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, dialogaufruf::der_Komponente()).laufe();
-  Hauptfenster fenster(optionen, dialogaufruf::der_Komponente());
+  const Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
+  // The programs that open a picture are not to inherit it.
+  qunsetenv("KVOBILD_KENNWORT");
+  Hauptfenster fenster(alle, dialogaufruf::der_Komponente());
   fenster.beginne();
   fenster.show();
   return QApplication::exec();

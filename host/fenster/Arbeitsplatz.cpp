@@ -2,12 +2,13 @@
 
 #include <QCoreApplication>
 
+#include "host/Anmeldung.h"
 #include "host/Ausgang.h"
 #include "host/Datenbank.h"
 #include "host/Namen.h"
 #include "host/fenster/Datenordner.h"
+#include "host/fenster/Gedaechtnis.h"
 #include "host/fenster/Wirtskomponenten.h"
-#include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -29,10 +30,8 @@ class Anwendung final : public Anwendungsobjekt {
   QString ExeDir() const override { return namen::tabellenpfad(QCoreApplication::applicationDirPath()); }
   QString ReportDBTemplateDir() const override { return ExeDir() + u"\\Vorlagen"_s; }
   QString DBName() const override {
-    const adodb::Verbindungszeichenfolge teile(verbindungszeichenfolge_);
-    for (const QString& wort : {u"Initial Catalog"_s, u"Database"_s, u"Data Source"_s})
-      if (const auto wert = teile.wert(wort)) return *wert;
-    return {};
+    const anmeldung::Worte worte = anmeldung::worte(verbindungszeichenfolge_);
+    return worte.datenbank.isEmpty() ? worte.server : worte.datenbank;
   }
 
  private:
@@ -50,18 +49,31 @@ bool Arbeitsplatz::wartet_auf_Server() const {
   return !optionen_.verbindung.isEmpty() && !datenbankdatei(optionen_.verbindung);
 }
 
+bool Arbeitsplatz::braucht_Kennwort() const {
+  return !kennwort_ && anmeldung::fehlt_Kennwort(optionen_.verbindung);
+}
+
 void Arbeitsplatz::oeffne() {
   verbindung_.reset();
+  ausfallgrund_ = Datenbankgrund::Anderer;
   if (optionen_.verbindung.isEmpty()) {
     const QString ordner = namen::tabellenpfad(optionen_.datenordner);
     datenordner::richte_ein(ordner);
     verbindungszeichenfolge_ = datenordner::verbindung(ordner);
   } else {
-    verbindungszeichenfolge_ = optionen_.verbindung;
+    verbindungszeichenfolge_ =
+        kennwort_ ? anmeldung::mit_Kennwort(optionen_.verbindung, *kennwort_) : optionen_.verbindung;
   }
   if (const auto datei = datenbankdatei(verbindungszeichenfolge_); datei && !FileSystemObject().FileExists(*datei))
-    throw Abbruch(Ausgang::Datenbank, u"Die Datenbank „%1“ gibt es nicht."_s.arg(namen::angezeigt(*datei)));
-  verbindung_ = ::oeffne(verbindungszeichenfolge_);
+    throw Abbruch(Ausgang::Datenbank,
+                  u"Die Datenbank „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(namen::angezeigt(*datei))));
+  if (const auto ausfall = versuche_zu_oeffnen(verbindungszeichenfolge_, verbindung_)) {
+    ausfallgrund_ = ausfall->grund;
+    // A server that is away says nothing against the password.
+    if (ausfall->grund != Datenbankgrund::Unerreichbar) kennwort_.reset();
+    throw Abbruch(Ausgang::Datenbank, ausfall->worte);
+  }
+  gedaechtnis::merke(optionen_);
 }
 
 std::shared_ptr<Anwendungsobjekt> Arbeitsplatz::anwendungsobjekt() const {

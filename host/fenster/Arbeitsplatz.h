@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "host/Datenbank.h"
 #include "host/fenster/Wirtsoptionen.h"
 #include "platform/adodb/Connection.h"
 #include "platform/host/Anwendungsobjekt.h"
@@ -19,6 +20,13 @@ class Arbeitsplatz {
   bool erster_Start() const;
   /// Opening may wait for a server.
   bool wartet_auf_Server() const;
+  /// The connection names a user, and neither the call nor the user has given the password yet, or the server has
+  /// refused it.
+  bool braucht_Kennwort() const;
+  /// The password that the user gave; kept in memory for as long as the server takes it.
+  void kennwort(const QString& wert) { kennwort_ = wert; }
+  /// Why the last opening failed, and Anderer where it did not.
+  Datenbankgrund ausfallgrund() const noexcept { return ausfallgrund_; }
   /// Opens the database, anew where it was open, and makes the data folder where it is needed and missing. A failure
   /// ends with Abbruch and words for the user; nothing is open then.
   void oeffne();
@@ -41,6 +49,8 @@ class Arbeitsplatz {
   void binde_Wurzel();
 
   Wirtsoptionen optionen_;
+  std::optional<QString> kennwort_;
+  Datenbankgrund ausfallgrund_ = Datenbankgrund::Anderer;
   QString verbindungszeichenfolge_;
   std::shared_ptr<adodb::Connection> verbindung_;
   bool wurzel_gebunden_ = false;

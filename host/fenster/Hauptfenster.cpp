@@ -9,7 +9,10 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include "host/Anmeldung.h"
 #include "host/Ausgang.h"
+#include "host/Datenbank.h"
+#include "host/fenster/Anmeldefenster.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Vorgangsquelle.h"
@@ -46,6 +49,14 @@ QList<Vorschaubild> vorschaubilder(clsBildZuordnungen& store, const QString& wur
     bilder.append(bild);
   }
   return bilder;
+}
+
+/// Where the records come from, if the call or an earlier one has named it.
+QString ort_der_Datenbank(const Arbeitsplatz& platz) {
+  const anmeldung::Worte worte = anmeldung::worte(platz.optionen().verbindung);
+  if (worte.server.isEmpty()) return {};
+  if (worte.datenbank.isEmpty()) return u" · Datenbank "_s + worte.server;
+  return u" · Datenbank %1 auf %2"_s.arg(worte.datenbank, worte.server);
 }
 
 }  // namespace
@@ -198,20 +209,47 @@ void Hauptfenster::zeige_Ausfall(const QString& grund) {
   melde(grund);
 }
 
+void Hauptfenster::oeffne_Datenbank() {
+  for (QString hinweis;;) {
+    if (platz_.braucht_Kennwort()) {
+      const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
+      Anmeldefenster fenster(
+          anmeldung::worte(platz_.optionen().verbindung),
+          abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s
+                    : hinweis,
+          this);
+      dialog_offen_ = true;
+      const bool angenommen = fenster.exec() == QDialog::Accepted;
+      dialog_offen_ = false;
+      if (!angenommen)
+        throw Abbruch(Ausgang::Datenbank, hinweis.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : hinweis);
+      platz_.kennwort(fenster.kennwort());
+    }
+    try {
+      const Sanduhr sanduhr;
+      platz_.oeffne();
+      return;
+    } catch (const Abbruch& abbruch) {
+      if (!platz_.braucht_Kennwort()) throw;
+      hinweis = abbruch.text();
+    }
+  }
+}
+
 void Hauptfenster::lies_neu() {
   if (dialog_offen_) return;
-  const Sanduhr sanduhr;
   try {
-    platz_.oeffne();
+    oeffne_Datenbank();
+    const Sanduhr sanduhr;
     const vorgangsquelle::Bestand bestand = vorgangsquelle::lies(*platz_.verbindung());
     liste_->setze(bestand.vorgaenge);
-    melde(bestand.hinweise.isEmpty() ? u"%1 Vorgänge"_s.arg(bestand.vorgaenge.size())
+    melde(bestand.hinweise.isEmpty() ? u"%1 Vorgänge"_s.arg(bestand.vorgaenge.size()) + ort_der_Datenbank(platz_)
                                      : u"Nicht gelesen – "_s + bestand.hinweise.join(u"; "_s));
   } catch (const Abbruch& abbruch) {
     zeige_Ausfall(abbruch.text());
     return;
   } catch (const Laufzeitfehler& fehler) {
-    zeige_Ausfall(fehler.Beschreibung());
+    zeige_Ausfall(ausfall_von(fehler).worte);
     return;
   }
   const QString anfang = std::exchange(anfang_, {});
@@ -256,9 +294,9 @@ void Hauptfenster::oeffne_Dialog(bool nur_Anzeige) {
 }
 
 void Hauptfenster::aktualisiere_Anzahlen() {
-  const auto grund = versuche([&] { liste_->setze(vorgangsquelle::lies(*platz_.verbindung()).vorgaenge); });
-  if (grund)
-    zeige_Ausfall(grund->Beschreibung());
+  const auto ausfall = versuche_Datenbank([&] { liste_->setze(vorgangsquelle::lies(*platz_.verbindung()).vorgaenge); });
+  if (ausfall)
+    zeige_Ausfall(ausfall->worte);
   else
     zeige_gewaehlten();
 }

@@ -53,6 +53,9 @@ class Hauptfenster final : public QMainWindow {
   class Platz;
   void baue_auf();
   void baue_Aktionen();
+  /// Opens the database and asks for the password as often as the server refuses it; ends with Abbruch where the user
+  /// gives up.
+  void oeffne_Datenbank();
   void melde(const QString& text);
   void zeige_gewaehlten();
   void zeige_Ausfall(const QString& grund);

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/Ausgang.h"
+#include "host/Datenbank.h"
 #include "platform/basic/Text.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -54,11 +54,13 @@ class Leser {
   /// Reads one table of the host; `je_Satz` sees each record. A host that has no such table has no such records.
   template <class JeSatz>
   void lies_Tabelle(const QString& was, const QString& anweisung, JeSatz&& je_Satz) {
-    const auto grund = versuche([&] {
+    const auto ausfall = versuche_Datenbank([&] {
       const auto satz = verbindung_.Execute(anweisung);
       for (; !satz->Eof(); satz->MoveNext()) je_Satz(*satz);
     });
-    if (grund) bestand_.hinweise.append(u"%1: %2"_s.arg(was, grund->Beschreibung()));
+    if (!ausfall) return;
+    const bool fehlt = ausfall->grund == Datenbankgrund::Tabelle_fehlt;
+    bestand_.hinweise.append(was + u": "_s + (fehlt ? u"die Tabelle fehlt"_s : ausfall->worte));
   }
 
   void lies_Kunden() {

@@ -16,6 +16,12 @@ struct Wirtsoptionen {
   /// Folder for the pictures of a tour in place of the program's usual run, or empty.
   QString rundgang;
   bool hilfe = false;
+  /// The database of the data folder, whatever was opened last.
+  bool eingebettet = false;
+  /// The call itself names the data folder.
+  bool datenordner_genannt = false;
+  /// The connection is kept for the next start.
+  bool merken = false;
 };
 
 namespace wirtsoptionen {

@@ -34,7 +34,8 @@ QList<QJsonObject> Lauf::objekte() const {
   return liste;
 }
 
-Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei, const QString& eingabe) {
+Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei, const QString& eingabe,
+             const QMap<QString, QString>& dazu) {
   QProcess prozess;
   QProcessEnvironment umgebung;
   umgebung.insert(u"TZ"_s, u"Europe/Berlin"_s);
@@ -42,6 +43,7 @@ Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei, const QS
   for (const QString& name : {u"ASAN_OPTIONS"_s, u"UBSAN_OPTIONS"_s, u"XDG_RUNTIME_DIR"_s})
     if (qEnvironmentVariableIsSet(name.toUtf8().constData()))
       umgebung.insert(name, qEnvironmentVariable(name.toUtf8().constData()));
+  for (auto i = dazu.begin(); i != dazu.end(); ++i) umgebung.insert(i.key(), i.value());
   prozess.setProcessEnvironment(umgebung);
   prozess.setStandardInputFile(eingabe.isEmpty() ? QProcess::nullDevice() : eingabe);
   if (!ausgabedatei.isEmpty()) prozess.setStandardOutputFile(ausgabedatei);

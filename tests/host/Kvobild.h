@@ -4,6 +4,7 @@
 
 #include <QJsonObject>
 #include <QList>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -21,8 +22,10 @@ struct Lauf {
 };
 
 /// Runs the program to its end, in surroundings without any of its variables.
-/// `eingabe` names the file that it reads as its standard input; without one there is nothing to read.
-Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei = {}, const QString& eingabe = {});
+/// `eingabe` names the file that it reads as its standard input; without one there is nothing to read. `dazu` are
+/// variables that it does get.
+Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei = {}, const QString& eingabe = {},
+             const QMap<QString, QString>& dazu = {});
 
 /// A firm with an empty table, an empty picture tree and a folder of pictures that wait.
 class Betrieb : public ::testing::Test {

@@ -83,6 +83,15 @@ TEST_F(KvobildAufruf, Ein_Kennwort_steht_in_keiner_Meldung) {
     EXPECT_NE(lauf.code, 0);
     EXPECT_FALSE((lauf.meldungen + lauf.ausgabe).contains(u"geheim99"_s)) << lauf.meldungen.toStdString();
   }
+  const QString verbindung = u"Server=s;UID=sa;Pass word = geheim99"_s;
+  for (const QStringList& falsch :
+       {QStringList{verbindung}, QStringList{u"lesen"_s, verbindung}, QStringList{u"lesen"_s, u"--"_s + verbindung},
+        QStringList{u"datenbank"_s, verbindung}, QStringList{u"datenbank"_s, u"pruefen"_s, verbindung},
+        QStringList{u"lesen"_s, u"--verbindung"_s, u"Provider=SQLite;Data Source=x.db PWD=geheim99"_s}}) {
+    const Lauf lauf = kvobild(falsch);
+    EXPECT_NE(lauf.code, 0);
+    EXPECT_FALSE((lauf.meldungen + lauf.ausgabe).contains(u"geheim99"_s)) << lauf.meldungen.toStdString();
+  }
 }
 
 TEST_F(KvobildAufruf, Lesen_ohne_Treffer_ist_Ausgang_1) {

@@ -148,6 +148,7 @@ TEST(WirtOptionen, Ohne_Angabe_liegt_der_Datenordner_unter_den_Anwendungsdaten) 
 
 TEST(WirtOptionen, Die_Hilfe_nennt_jede_Option) {
   EXPECT_TRUE(wirtsoptionen::lies({u"--hilfe"_s}).hilfe);
-  for (const QString& option : {u"--verbindung"_s, u"--bilder"_s, u"--datenordner"_s, u"--vorgang"_s, u"--hilfe"_s})
+  for (const QString& option :
+       {u"--verbindung"_s, u"--bilder"_s, u"--eingebettet"_s, u"--datenordner"_s, u"--vorgang"_s, u"--hilfe"_s})
     EXPECT_TRUE(wirtsoptionen::hilfetext().contains(option)) << option.toStdString();
 }

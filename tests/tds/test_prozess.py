@@ -73,6 +73,26 @@ class LeereDatenbankTest(Fall):
         satz = self.fehler(verbindung.fuehre_aus, f"insert into Bild_Zuordnungen (key4) values ('{'x' * 51}')")[0]
         self.assertEqual(("22001", 8152), satz[:2])
 
+    def test_eine_spalte_kommt_hinzu_und_die_auskunft_nennt_laenge_pflicht_und_sortierung(self) -> None:
+        verbindung = self.verbinde()
+        self.addCleanup(self.server.sql, "drop table Alte")
+        verbindung.fuehre_aus("create table dbo.Alte (Key1 nvarchar(30) NOT NULL)")
+        verbindung.fuehre_aus("insert into Alte (Key1) values ('a')")
+        for anweisung in ("alter table dbo.Alte add SortIndex smallint NULL",
+                          "alter table Alte add Typ1 nvarchar(20) NULL"):  # fmt: skip
+            verbindung.fuehre_aus(anweisung)
+        spalten = self.zeilen(verbindung, "select COLUMN_NAME, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH, IS_NULLABLE, "
+                                          "COLLATION_NAME from INFORMATION_SCHEMA.COLUMNS "
+                                          "where TABLE_NAME = 'Alte' order by ORDINAL_POSITION")  # fmt: skip
+        sortierung = "Latin1_General_CI_AS"
+        self.assertEqual([["Key1", "nvarchar", "30", "NO", sortierung], ["SortIndex", "smallint", None, "YES", None],
+                          ["Typ1", "nvarchar", "20", "YES", sortierung]], spalten)  # fmt: skip
+        self.assertEqual([["a", None, None]], self.zeilen(verbindung, "select * from Alte"))
+        satz = self.fehler(verbindung.fuehre_aus, "update Alte set SortIndex = 40000")[0]
+        self.assertEqual(220, satz[1])
+        satz = self.fehler(verbindung.fuehre_aus, f"update Alte set Typ1 = '{'x' * 21}'")[0]
+        self.assertEqual(8152, satz[1])
+
 
 class H2LeereDatenbankTest(LeereDatenbankTest):
     maschine = "h2"

@@ -33,17 +33,6 @@ QString text_von(int laenge) {
   return u"'"_s + QString(laenge, u'ä') + u"'"_s;
 }
 
-/// Columns and lengths of a script's table, "Key1 50" and so on.
-QStringList laengen(const QString& skript, const QString& muster) {
-  QStringList gefunden;
-  auto treffer = QRegularExpression(muster, QRegularExpression::MultilineOption).globalMatch(skript);
-  while (treffer.hasNext()) {
-    const auto einer = treffer.next();
-    gefunden.append(einer.captured(1) + u' ' + einer.captured(2));
-  }
-  return gefunden;
-}
-
 }  // namespace
 
 TEST_F(Schema, RunsTwiceWithoutHarm) {
@@ -146,23 +135,97 @@ TEST_F(Schema, TheReadsUseAnIndex) {
       plan(u"Delete from Bild_Zuordnungen "_s + identitaet).contains(u"Bild_Zuordnungen_Schluessel (Key1=? AND"_s));
 }
 
-TEST(Schemaskripte, BothDatabasesHaveTheSameColumnsAndLengths) {
-  for (const QString& name : {u"Bild_Zuordnungen.sql"_s, u"Wirtstabellen_Beispiel.sql"_s}) {
-    const QStringList embedded =
-        laengen(projektdatei(u"sql/sqlite/"_s + name), u"CHECK \\(LEN\\((\\w+)\\) <= (\\d+)\\)"_s);
-    const QStringList server = laengen(projektdatei(u"sql/mssql/"_s + name), u"^  (\\w+) n?(?:var)?char\\((\\d+)\\)"_s);
-    EXPECT_FALSE(embedded.isEmpty());
-    EXPECT_EQ(embedded, server);
+/// What a script says of a database, in one form for both: per table its columns as "Key1 text(50) NULL", per index its
+/// table and columns.
+struct Beschreibung {
+  QStringList tabellen;
+  QStringList indexe;
+  friend bool operator==(const Beschreibung&, const Beschreibung&) = default;
+};
+
+QString alle_spalten(const QString& rumpf, bool embedded) {
+  static const QRegularExpression Embedded(
+      u"^  (\\w+) (TEXT COLLATE SERVERTEXT|INTEGER) (NULL|NOT NULL)\\s+CONSTRAINT \"[^\"]*\"\\s+CHECK "
+      u"\\((?:LEN\\(\\1\\) <= (\\d+)\\)|\\1 IS NULL OR .* BETWEEN -32768 AND 32767\\)\\))"_s,
+      QRegularExpression::MultilineOption);
+  static const QRegularExpression Server(u"^  (\\w+) (nvarchar|char|smallint)(?:\\((\\d+)\\))? (NULL|NOT NULL)"_s,
+                                         QRegularExpression::MultilineOption);
+  QStringList spalten;
+  for (auto lauf = (embedded ? Embedded : Server).globalMatch(rumpf); lauf.hasNext();) {
+    const auto treffer = lauf.next();
+    const bool ist_Zahl = treffer.captured(2) == (embedded ? u"INTEGER"_s : u"smallint"_s);
+    spalten.append(treffer.captured(1) + u' ' +
+                   (ist_Zahl ? u"zahl"_s : u"text(%1)"_s.arg(treffer.captured(embedded ? 4 : 3))) + u' ' +
+                   treffer.captured(embedded ? 3 : 4));
+  }
+  // Each line of a column begins with its name behind two blanks; none may have been passed over.
+  static const QRegularExpression Beginn(u"^  \\w"_s, QRegularExpression::MultilineOption);
+  EXPECT_EQ(rumpf.count(Beginn), spalten.size()) << rumpf.toStdString();
+  return spalten.join(u", "_s);
+}
+
+Beschreibung beschreibe(const QString& skript, bool embedded) {
+  static const QRegularExpression Tabelle(u"CREATE TABLE (?:IF NOT EXISTS |dbo\\.)(\\w+) \\(\\n(.*?)\\n\\)"_s,
+                                          QRegularExpression::DotMatchesEverythingOption);
+  static const QRegularExpression Index(
+      u"CREATE INDEX (?:IF NOT EXISTS )?(\\w+)\\s+ON (?:dbo\\.)?(\\w+) (\\([^)]*\\))"_s);
+  Beschreibung ergebnis;
+  for (auto lauf = Tabelle.globalMatch(skript); lauf.hasNext();) {
+    const auto treffer = lauf.next();
+    ergebnis.tabellen.append(treffer.captured(1) + u": "_s + alle_spalten(treffer.captured(2), embedded));
+  }
+  for (auto lauf = Index.globalMatch(skript); lauf.hasNext();) {
+    const auto treffer = lauf.next();
+    ergebnis.indexe.append(treffer.captured(1) + u" on "_s + treffer.captured(2) + u' ' + treffer.captured(3));
+  }
+  return ergebnis;
+}
+
+/// The columns of an index as the script names them.
+QStringList schluessel(const QString& index) {
+  return index.section(u'(', 1).chopped(1).split(u", "_s);
+}
+
+TEST(Schemaskripte, BothDatabasesHaveTheSameTablesColumnsLengthsAndIndexes) {
+  for (const auto& [name, indexe] : {std::pair(u"Bild_Zuordnungen.sql"_s, 3), {u"Wirtstabellen_Beispiel.sql"_s, 1}}) {
+    const Beschreibung embedded = beschreibe(projektdatei(u"sql/sqlite/"_s + name), true);
+    const Beschreibung server = beschreibe(projektdatei(u"sql/mssql/"_s + name), false);
+    ASSERT_EQ(embedded.tabellen.size(), 1);
+    EXPECT_EQ(embedded.indexe.size(), indexe);
+    EXPECT_EQ(embedded.tabellen, server.tabellen);
+    EXPECT_EQ(embedded.indexe, server.indexe);
   }
 }
 
-TEST(Schemaskripte, TheServersScriptIsFourStatementsWhoseKeysFitAnIndex) {
+TEST(Schemaskripte, EveryKeyFitsAnIndexOfTheServer) {
+  const QString skript = projektdatei(u"sql/mssql/Bild_Zuordnungen.sql"_s);
+  const Beschreibung server = beschreibe(skript, false);
+  const QString spalten = server.tabellen.value(0);
+  for (const QString& index : server.indexe) {
+    int bytes = 0;
+    for (const QString& spalte : schluessel(index)) {
+      const QRegularExpression breite(u"\\b"_s + spalte + u" text\\((\\d+)\\)"_s);
+      const auto treffer = breite.match(spalten);
+      ASSERT_TRUE(treffer.hasMatch()) << spalte.toStdString();
+      bytes += 2 * treffer.captured(1).toInt();
+    }
+    EXPECT_LE(bytes, 1700) << index.toStdString();
+  }
+}
+
+TEST(Schemaskripte, TheServersScriptAddsEveryColumnOfTheTableWithItsType) {
   const QStringList anweisungen = adodb::zerlege_skript(projektdatei(u"sql/mssql/Bild_Zuordnungen.sql"_s));
-  ASSERT_EQ(anweisungen.size(), 4);
+  ASSERT_EQ(anweisungen.size(), 1 + Alle + 3);
   for (const QString& anweisung : anweisungen)
-    EXPECT_TRUE(anweisung.contains(u"\nIF "_s) || anweisung.startsWith(u"IF "_s));
-  const QStringList spalten = laengen(anweisungen.first(), u"  (\\w+) nvarchar\\((\\d+)\\)"_s);
-  int bytes = 0;
-  for (int i = 0; i < 8; ++i) bytes += 2 * spalten.value(i).section(u' ', 1).toInt();
-  EXPECT_LE(bytes, 1700);
+    EXPECT_TRUE(anweisung.contains(u"\nIF "_s) || anweisung.startsWith(u"IF "_s)) << anweisung.toStdString();
+  static const QRegularExpression Spalte(u"^  (\\w+) (.*) NULL,?$"_s, QRegularExpression::MultilineOption);
+  int stelle = 1;
+  for (auto lauf = Spalte.globalMatch(anweisungen.first()); lauf.hasNext(); ++stelle) {
+    const auto treffer = lauf.next();
+    EXPECT_TRUE(anweisungen.at(stelle).endsWith(
+        u"IF COL_LENGTH(N'dbo.Bild_Zuordnungen', N'%1') IS NULL\nALTER TABLE dbo.Bild_Zuordnungen ADD %1 %2 NULL"_s.arg(
+            treffer.captured(1), treffer.captured(2))))
+        << anweisungen.at(stelle).toStdString();
+  }
+  EXPECT_EQ(stelle, 1 + Alle);
 }

@@ -25,6 +25,8 @@ UMGEBUNG_TA_BEGINN, UMGEBUNG_TA_ABSCHLUSS, UMGEBUNG_TA_RUECKNAHME = 8, 9, 10
 class Spalte:
     name: str
     typ: Typ
+    nullbar: bool = True
+    vorgabe: bool = False  # a value that the database puts in where none is given
 
 
 def _kurztext(text: str) -> bytes:

@@ -160,14 +160,16 @@ class _Ersetzer:
     def _spaltenzeile(self, tabelle: str, nummer: int, s: Spalte) -> dict[str, str | int | None]:
         zahl = s.typ.name in GANZE_ZAHLEN or s.typ.name == "float"
         return {"TABLE_CATALOG": self._sitzung.datenbank, "TABLE_SCHEMA": "dbo", "TABLE_NAME": tabelle,
-                "COLUMN_NAME": s.name, "ORDINAL_POSITION": nummer, "IS_NULLABLE": "YES", "DATA_TYPE": s.typ.name,
-                "CHARACTER_MAXIMUM_LENGTH": None if zahl else s.typ.laenge or -1}  # fmt: skip
+                "COLUMN_NAME": s.name, "ORDINAL_POSITION": nummer, "IS_NULLABLE": "YES" if s.nullbar else "NO",
+                "DATA_TYPE": s.typ.name, "CHARACTER_MAXIMUM_LENGTH": None if zahl else s.typ.laenge or -1,
+                "COLLATION_NAME": None if zahl else _EIGENSCHAFTEN["collation"]}  # fmt: skip
 
 
 def _sys_spaltenzeile(tabelle: str, nummer: int, s: Spalte) -> dict[str, str | int | None]:
     typnummer = _SYSTEMTYPEN.get(s.typ.name, 231)
     return {"object_id": objektnummer(tabelle), "name": s.name, "column_id": nummer, "system_type_id": typnummer,
-            "user_type_id": typnummer, "max_length": _breite(s), "is_nullable": 1}  # fmt: skip
+            "user_type_id": typnummer, "max_length": _breite(s), "is_nullable": int(s.nullbar),
+            "is_identity": 0, "is_computed": 0, "default_object_id": objektnummer(tabelle + s.name) if s.vorgabe else 0}  # fmt: skip
 
 
 def _breite(spalte: Spalte) -> int:

@@ -33,7 +33,7 @@ def sqlite_dialekt(text: str) -> str:
     alle = zerlege(text)
     stuecke = [s for s in alle if s.art not in (LEER, KOMMENTAR)]
     aenderungen = _kleinigkeiten(alle, stuecke) + _Topsuche(text, stuecke).suche()
-    if [s.text.upper() for s in stuecke[:2]] == ["CREATE", "TABLE"]:
+    if [s.text.upper() for s in stuecke[:2]] in (["CREATE", "TABLE"], ["ALTER", "TABLE"]):
         aenderungen += _spaltentypen(text, stuecke)
     return _wende_an(text, aenderungen)
 
@@ -69,7 +69,7 @@ def _kleinigkeiten(alle: list[Stueck], stuecke: list[Stueck]) -> list[_Aenderung
 
 
 def _spaltentypen(text: str, stuecke: list[Stueck]) -> list[_Aenderung]:
-    """Gives the columns of a new table the server's collation and the server's bounds."""
+    """Gives the columns of a new table, and those that a table gets, the server's collation and the server's bounds."""
     aenderungen = []
     for i, stueck in enumerate(stuecke[2:], 2):
         if not stueck.ist(*_TYPWORTE) or stuecke[i - 1].art not in (WORT, NAME):

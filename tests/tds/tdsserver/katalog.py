@@ -54,8 +54,12 @@ class Katalog:
         return katalog
 
     def nimm(self, anweisung: str) -> None:
-        """Takes note where the text creates a table or an index; any other text is passed over."""
+        """Takes note where the text creates a table or an index or adds a column; any other text is passed over."""
         stuecke = bedeutende(anweisung)
+        hinzu = next((i for i, s in enumerate(stuecke) if s.ist("ADD")), 0)
+        if [s.text.upper() for s in stuecke[:2]] == ["ALTER", "TABLE"] and 0 < hinzu < len(stuecke) - 2:
+            self._nimm_spalte(anweisung, blosser_name(stuecke[hinzu - 1]), stuecke[hinzu + 1])
+            return
         for i in range(len(stuecke) - 2):
             if not stuecke[i].ist("CREATE"):
                 continue
@@ -65,6 +69,11 @@ class Katalog:
                 name = blosser_name(stuecke[i + 2])
                 self._namen[name.lower()] = name
             return
+
+    def typ_in(self, tabelle: str, spalte: str) -> Typ | None:
+        """The declared type of a column of a table; else what `typ` knows of the name alone."""
+        spalten = self.tabellen.get(self.schreibweise(tabelle), [])
+        return next((s.typ for s in spalten if s.name.lower() == spalte.lower()), None) or self.typ(spalte)
 
     def typ(self, spalte: str) -> Typ | None:
         """The declared type of a column; None where no table has it, or two have it with different types."""
@@ -87,10 +96,22 @@ class Katalog:
         self.tabellen[tabelle] = spalten
         self._namen[tabelle.lower()] = tabelle
         for spalte in spalten:
-            schluessel = spalte.name.lower()
-            self._namen.setdefault(schluessel, spalte.name)
-            gleich = self._typen.get(schluessel, spalte.typ) == spalte.typ
-            self._typen[schluessel] = spalte.typ if gleich else None
+            self._merke(spalte)
+
+    def _nimm_spalte(self, text: str, tabelle: str, name: Stueck) -> None:
+        typ = typ_aus_text(text[name.ende :])
+        if typ is None:
+            return
+        spalte = Spalte(blosser_name(name), typ)
+        spalten = self.tabellen.setdefault(self.schreibweise(tabelle), [])
+        spalten[:] = [s for s in spalten if s.name.lower() != spalte.name.lower()] + [spalte]
+        self._merke(spalte)
+
+    def _merke(self, spalte: Spalte) -> None:
+        schluessel = spalte.name.lower()
+        self._namen.setdefault(schluessel, spalte.name)
+        gleich = self._typen.get(schluessel, spalte.typ) == spalte.typ
+        self._typen[schluessel] = spalte.typ if gleich else None
 
 
 def _glieder(stuecke: list[Stueck]) -> list[tuple[Stueck, Stueck]]:

@@ -131,12 +131,14 @@ class H2Arbeit:
         self._in_transaktion = False
 
     def tabellen(self) -> dict[str, list[Spalte]]:
-        frage = ("SELECT TABLE_NAME, COLUMN_NAME, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH FROM INFORMATION_SCHEMA.COLUMNS "
-                 "WHERE TABLE_SCHEMA = 'dbo' ORDER BY TABLE_NAME, ORDINAL_POSITION")  # fmt: skip
+        frage = ("SELECT TABLE_NAME, COLUMN_NAME, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH, IS_NULLABLE, "
+                 "COALESCE(COLUMN_DEFAULT, CASE IS_IDENTITY WHEN 'YES' THEN 'YES' END) FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA = 'dbo' "
+                 "ORDER BY TABLE_NAME, ORDINAL_POSITION")  # fmt: skip
         ergebnis: dict[str, list[Spalte]] = {}
-        for tabelle, spalte, typ, laenge in self._frage(frage).zeilen:
+        for tabelle, spalte, typ, laenge, nullbar, vorgabe in self._frage(frage).zeilen:
             liste = ergebnis.setdefault(self._katalog.schreibweise(tabelle or ""), [])
-            liste.append(Spalte(self._katalog.schreibweise(spalte or ""), _typ(typ or "", laenge)))
+            name = self._katalog.schreibweise(spalte or "")
+            liste.append(Spalte(name, _typ(typ or "", laenge), nullbar != "NO", vorgabe is not None))
         return ergebnis
 
     def indexe(self) -> list[tuple[str, str]]:

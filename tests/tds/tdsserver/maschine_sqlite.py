@@ -91,7 +91,7 @@ class SqliteArbeit:
     def fuehre_aus(self, text: str) -> Ergebnis:
         befehl = next((s.text.upper() for s in bedeutende(text)), "")
         cursor = self._versuche(sqlite_dialekt(text))
-        if befehl == "CREATE":
+        if befehl in ("CREATE", "ALTER"):
             self._katalog.nimm(text)
         if cursor.description is None:
             return Ergebnis(befehl, anzahl=max(cursor.rowcount, 0) if befehl in _ZAEHLENDE else None)
@@ -125,9 +125,13 @@ class SqliteArbeit:
         frage = "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY name"
         ergebnis = {}
         for (tabelle,) in self._verbindung.execute(frage).fetchall():
-            zeilen = self._verbindung.execute("SELECT name, type FROM pragma_table_info(?)", (tabelle,)).fetchall()
+            zeilen = self._verbindung.execute(
+                'SELECT name, type, "notnull", dflt_value IS NOT NULL OR pk FROM pragma_table_info(?)', (tabelle,)
+            ).fetchall()
             ergebnis[tabelle] = [
-                Spalte(name, self._katalog.typ(name) or typ_aus_text(typ) or Typ("nvarchar")) for name, typ in zeilen
+                Spalte(name, self._katalog.typ_in(tabelle, name) or typ_aus_text(typ) or Typ("nvarchar"),
+                       not fest, bool(vorgabe))
+                for name, typ, fest, vorgabe in zeilen
             ]
         return ergebnis
 

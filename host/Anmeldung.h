@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+/// The login in a connect string: what may be shown and kept of it, and the password that may not.
+namespace anmeldung {
+
+/// What a user is told of a connection; empty where the connect string does not say it.
+struct Worte {
+  QString server;
+  QString datenbank;
+  QString benutzer;
+};
+/// A value that may hold a password's rest, after a forgotten semicolon, is left out.
+Worte worte(const QString& verbindung);
+
+/// It names a server and a user, but no password. False for SQLite, for the system's own login, and for a text that is
+/// no connect string.
+bool fehlt_Kennwort(const QString& verbindung);
+/// The same connection with that password.
+QString mit_Kennwort(const QString& verbindung, const QString& kennwort);
+/// With the password of the environment variable KVOBILD_KENNWORT where it is set and the connect string has none.
+QString mit_Kennwort_der_Umgebung(const QString& verbindung);
+/// The connect string without its password, to be kept; an SQLite file with its whole path. Empty where the rest might
+/// still hold one.
+QString zum_Merken(const QString& verbindung);
+
+/// A text for a message, cut where a password begins.
+QString ohne_Geheimnis(const QString& text);
+
+}  // namespace anmeldung

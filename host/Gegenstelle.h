@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "platform/adodb/Connection.h"
+
+/// What an open connection has reached, as the database itself says.
+struct Gegenstelle {
+  /// The server's name, or the path of the file.
+  QString server;
+  /// "Microsoft SQL Server 15.0.2000.5, Express Edition" or "SQLite 3.40.1".
+  QString version;
+  /// Empty on SQLite, as is the user.
+  QString datenbank;
+  QString benutzer;
+  /// Whether this connection is encrypted; none where the database does not tell.
+  std::optional<bool> verschluesselt;
+  /// The same in words, with the reason where it is not known.
+  QString verschluesselung;
+};
+
+/// Asks an open connection. Raises what the connection raises; a right that is missing for the encryption raises
+/// nothing.
+Gegenstelle lies_Gegenstelle(adodb::Connection& verbindung);

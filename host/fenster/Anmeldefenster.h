@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDialog>
+#include <QString>
+
+#include "host/Anmeldung.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+/// Asks for the password of a connection. The password lives in the field and nowhere else; it goes with the window.
+class Anmeldefenster final : public QDialog {
+ public:
+  /// `hinweis`: why it is asked once more, or empty.
+  Anmeldefenster(const anmeldung::Worte& worte, const QString& hinweis, QWidget* ueber);
+
+  QString kennwort() const;
+
+ private:
+  QLineEdit* txt_Kennwort;
+  QPushButton* cmd_Anmelden;
+};
