@@ -111,6 +111,19 @@ TEST_F(OdbcTreiberTest, TheTextGoesOutAsItStandsOnAForwardOnlyCursorWithoutScann
   EXPECT_EQ(odbc.attribute.at(SQL_ATTR_LOGIN_TIMEOUT), 15U);
 }
 
+TEST_F(OdbcTreiberTest, HalfOfASurrogatePairGoesOutAsItIsWithTheMakersDriverAlone) {
+  const QString halb(QChar(char16_t{0xD83D}));
+  const QString anweisung = u"Select '\U0001F4F7%1 x'"_s;
+  oeffne();
+  treiber.fuehre_aus(anweisung.arg(halb));
+  EXPECT_EQ(odbc.texte.takeLast(), anweisung.arg(u"?"_s)) << "FreeTDS would drop what stands behind it";
+  treiber.schliesse();
+  odbc.treiber = {{u"ODBC Driver 18 for SQL Server"_s, u"Driver=libmsodbcsql-18.so"_s}};
+  oeffne();
+  treiber.fuehre_aus(anweisung.arg(halb));
+  EXPECT_EQ(odbc.texte.takeLast(), anweisung.arg(halb));
+}
+
 TEST_F(OdbcTreiberTest, AnAttributeThatTheDriverDoesNotKnowIsDoneWithout) {
   odbc.unbekannte_attribute = {SQL_ATTR_NOSCAN, SQL_ATTR_LOGIN_TIMEOUT, SQL_ATTR_CURSOR_TYPE, SQL_ATTR_CONCURRENCY};
   odbc.kennt_tot = false;
