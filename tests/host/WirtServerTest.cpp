@@ -1,5 +1,5 @@
-// The program with windows on the server of tests/tds. The database behind the server is the one that KVO_PRUEFDATENBANK
-// names, since the store's writing connection stays with its first server to the end of the process.
+// The program with windows on the server of tests/tds. The database behind the server is the one that
+// KVO_PRUEFDATENBANK names, since the store's writing connection stays with its first server to the end of the process.
 #include <QApplication>
 #include <QDirIterator>
 #include <QFile>
