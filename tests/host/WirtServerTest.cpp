@@ -1,5 +1,5 @@
-// The program with windows on the server of tests/tds. The database behind the server is the one that KVO_MASCHINE
-// names, since the store's writing connection stays with its first server to the end of the process.
+// The program with windows on the server of tests/tds. The database behind the server is the one that
+// KVO_PRUEFDATENBANK names, since the store's writing connection stays with its first server to the end of the process.
 #include <QApplication>
 #include <QDirIterator>
 #include <QFile>
@@ -18,6 +18,7 @@
 #include "host/fenster/Wirtskomponenten.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "tests/host/Wirt.h"
+#include "tests/support/Pruefziel.h"
 #include "tests/support/Tdsserver.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -28,7 +29,7 @@ const QString Benutzer = u"pruefer"_s;
 const QString Kennwort = u"#Ge;he}im\"'ä€#"_s;
 
 Tdsserver::Maschine maschine() {
-  return qEnvironmentVariable("KVO_MASCHINE") == "h2"_L1 ? Tdsserver::Maschine::H2 : Tdsserver::Maschine::Sqlite;
+  return pruefziel() == Pruefziel::TdsH2 ? Tdsserver::Maschine::H2 : Tdsserver::Maschine::Sqlite;
 }
 
 std::unique_ptr<Tdsserver> neuer_Server() {
