@@ -34,7 +34,7 @@ class Satzvorrat {
   }
 
  private:
-  static constexpr std::size_t Anzahl = 16;
+  static constexpr std::size_t Anzahl = 64;
   std::shared_ptr<std::array<clsBilderSpeicher, Anzahl>> block_;
   std::size_t naechster_ = Anzahl;
 };

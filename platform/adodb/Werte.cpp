@@ -12,6 +12,9 @@ namespace adodb {
 
 namespace {
 
+/// Values, and characters, that a large result gets room for.
+constexpr std::size_t Grosse = 256 * 1024;
+
 using Paar = std::array<char16_t, 2>;
 
 constexpr auto EinzelneZeichen = [] {
@@ -108,6 +111,12 @@ Werte::Zelle Werte::neuer_text(qsizetype laenge) const {
 
 std::size_t Werte::haenge_zeilen_an(std::size_t zeilen, std::size_t breite) {
   const std::size_t erster = zellen_.size();
+  // Rows behind rows are a large result. Room for many at once costs nothing until it is used; growing step by step
+  // moves everything each time.
+  if (erster > 0 && zeilen > 1 && zellen_.capacity() < erster + zeilen * breite && erster < Grosse / 4) {
+    zellen_.reserve(Grosse);
+    zeichen_.reserve(Grosse);
+  }
   zellen_.resize(erster + zeilen * breite);
   return erster;
 }

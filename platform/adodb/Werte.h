@@ -65,6 +65,6 @@ class KVO_EXPORT Werte {
 
 /// A text of these characters. One ASCII character shares its memory with all of its kind and nobody counts who holds
 /// it: in most columns of most rows stands "-".
-KVO_EXPORT QString als_text(QStringView zeichen);
+QString als_text(QStringView zeichen);
 
 }  // namespace adodb
