@@ -37,6 +37,11 @@ qsizetype zaehle(const Aufraeumliste& liste, Bedingung bedingung) {
   return static_cast<qsizetype>(std::count_if(liste.Posten.begin(), liste.Posten.end(), bedingung));
 }
 
+/// A question that the table refused though nothing in the file's path could have broken it.
+bool ohne_Anlass_gescheitert(const Aufraeumposten& posten) {
+  return posten.Warum == Grund::AbfrageGescheitert && !posten.Pfad.contains(u'\'');
+}
+
 bool gleich(const Aufraeumliste& a, const Aufraeumliste& b) {
   return a.Ergebnis == b.Ergebnis &&
          std::equal(a.Posten.begin(), a.Posten.end(), b.Posten.begin(), b.Posten.end(),
@@ -71,6 +76,10 @@ Aufraeumliste Aufraeumen::liste() {
   Aufraeumliste liste = store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_);
   // A connection that broke in between would have made every picture a free one.
   hat_Zeilen();
+  if (const auto anzahl = zaehle(liste, ohne_Anlass_gescheitert))
+    throw Abbruch(
+        Ausgang::Datenbank,
+        u"Die Tabelle Bild_Zuordnungen hat die Antwort verweigert (Dateien: %1); nichts ist gelöscht."_s.arg(anzahl));
   return liste;
 }
 

@@ -16,7 +16,8 @@ class Aufraeumen {
   Aufraeumen(clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel, QString start);
 
   /// What would go. Ends with Abbruch: Ausgang::Datei where the start is missing, or the root is empty though the table
-  /// names pictures (a share that is not mounted); Ausgang::Datenbank where the table can't be asked.
+  /// names pictures (a share that is not mounted); Ausgang::Datenbank where the table can't be asked, or
+  /// refused a single answer though no apostrophe stood in the question.
   Aufraeumliste liste();
   /// Deletes what is on the list and nothing else, if it is still the one that was shown; otherwise ends with Abbruch,
   /// Ausgang::Teilweise, and nothing is deleted. Gives the paths that did not go, as shown.

@@ -98,18 +98,34 @@ void trage_ein(const Aufruf& aufruf, const Datensatz& satz, const QString& pfad,
   }
 }
 
-/// Writes the new rows. A row that was not written stays marked; its copies are removed with `kopien`.
-int speichere(Sitzung& sitzung, const std::vector<Vorhaben>& plan, Bildkopien& kopien) {
+/// Whether the row of a new picture was written. A statement whose answer is lost with the link counts as failed but
+/// may have run, so the table itself is asked. Where it can't be, the copies stay too: a file without a row is cleared
+/// away some day, a row without its file shows nothing.
+bool ist_geschrieben(const Datensatz& satz, const QString& pfad, const Vorhaben& v, Sitzung& sitzung,
+                     Bildkopien& kopien) {
+  for (const std::int32_t zeile : sitzung.zeilen_von(v.neu)) {
+    sitzung.store().AktInd(zeile);
+    if (!sitzung.store().Bild_Neu()) return true;
+  }
+  const std::optional<bool> da = sitzung.steht_in_der_Tabelle(satz, pfad, v.neu);
+  if (!da) {
+    ausgabe::meldung(u"Ob „%1“ zugeordnet ist, ist ungewiss; die Kopie in der Ablage bleibt."_s.arg(v.neu.datei()));
+    kopien.behalte(v.neu);
+  }
+  if (da == true) ausgabe::meldung(u"„%1“ ist trotz des Fehlers zugeordnet."_s.arg(v.neu.datei()));
+  return da == true;
+}
+
+/// Writes the new rows; the copies of those that were not written are removed with `kopien`.
+int speichere(const Datensatz& satz, const QString& pfad, Sitzung& sitzung, const std::vector<Vorhaben>& plan,
+              Bildkopien& kopien) {
   sitzung.speichere();
   int geschrieben = 0;
   for (const Vorhaben& v : plan) {
-    for (const std::int32_t zeile : sitzung.zeilen_von(v.neu)) {
-      sitzung.store().AktInd(zeile);
-      if (sitzung.store().Bild_Neu()) continue;
-      kopien.behalte(v.neu);
-      ausgabe::zeile(v.neu.datei());
-      ++geschrieben;
-    }
+    if (!ist_geschrieben(satz, pfad, v, sitzung, kopien)) continue;
+    kopien.behalte(v.neu);
+    ausgabe::zeile(v.neu.datei());
+    ++geschrieben;
   }
   return geschrieben;
 }
@@ -131,7 +147,7 @@ Ausgang ordne_zu(const Aufruf& aufruf) {
     kopien.kopiere(v.quelle, ordner, v.neu);
   }
   trage_ein(aufruf, satz, pfad, plan, sitzung);
-  const int geschrieben = speichere(sitzung, plan, kopien);
+  const int geschrieben = speichere(satz, pfad, sitzung, plan, kopien);
   if (geschrieben == static_cast<int>(plan.size())) return Ausgang::Erledigt;
   ausgabe::meldung(
       u"%1 von %2 Bildern sind nicht zugeordnet."_s.arg(static_cast<int>(plan.size()) - geschrieben).arg(plan.size()));

@@ -136,6 +136,15 @@ std::vector<std::int32_t> Sitzung::zeilen_von(const namen::Bilddatei& bild) {
   return zeilen;
 }
 
+std::optional<bool> Sitzung::steht_in_der_Tabelle(const Datensatz& satz, const QString& pfad,
+                                                  const namen::Bilddatei& bild) {
+  bool da = false;
+  const auto grund = versuche([&] {
+    da = !verbindung_->Execute(u"Select Top 1 Key1 from Bild_Zuordnungen"_s + bedingung(satz, bild, pfad))->Eof();
+  });
+  return grund ? std::nullopt : std::optional(da);
+}
+
 bool Sitzung::speichere() {
   const std::int32_t vorher = berichte();
   return store_.FKT_SpeichernBilder() && berichte() == vorher;

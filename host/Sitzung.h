@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "host/Befehlszeile.h"
@@ -43,6 +44,9 @@ class Sitzung {
   std::int64_t sortindex(std::int32_t zeile) const { return sortindex_.at(static_cast<std::size_t>(zeile)); }
   /// Name and extension of the row under the cursor.
   namen::Bilddatei aktuelles_bild() const { return {store_.Bild_Bildname(), store_.Bild_BildExt()}; }
+
+  /// Whether the table holds a row of that record, folder and picture; none where it can't be asked.
+  std::optional<bool> steht_in_der_Tabelle(const Datensatz& satz, const QString& pfad, const namen::Bilddatei& bild);
 
   /// Writes what is flagged. True when every statement ran.
   bool speichere();

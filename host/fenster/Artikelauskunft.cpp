@@ -121,8 +121,8 @@ void Artikelfenster::nimm() {
 
 /// The arrows walk the list while one types.
 bool Artikelfenster::eventFilter(QObject* objekt, QEvent* ereignis) {
-  if (objekt == txt_Filter && ereignis->type() == QEvent::KeyPress) {
-    const auto* taste = static_cast<QKeyEvent*>(ereignis);
+  if (const auto* taste = objekt == txt_Filter ? dynamic_cast<QKeyEvent*>(ereignis) : nullptr;
+      taste && taste->type() == QEvent::KeyPress) {
     for (const int gemeint : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown})
       if (taste->key() == gemeint) return QCoreApplication::sendEvent(tree_Artikel, ereignis);
   }

@@ -16,9 +16,8 @@ namespace adodb {
 /// A statement's handle; giving it back closes what of its result is still open.
 class OdbcTreiber::Anweisung {
  public:
-  Anweisung(OdbcSchicht& odbc, SQLHDBC verbindung) : odbc_(odbc) {
-    ergebnis_ = odbc_.AllocHandle(SQL_HANDLE_STMT, verbindung, &griff_);
-  }
+  Anweisung(OdbcSchicht& odbc, SQLHDBC verbindung)
+      : odbc_(odbc), ergebnis_(odbc.AllocHandle(SQL_HANDLE_STMT, verbindung, &griff_)) {}
   ~Anweisung() {
     if (griff_ != SQL_NULL_HSTMT) odbc_.FreeHandle(SQL_HANDLE_STMT, griff_);
   }
@@ -31,13 +30,18 @@ class OdbcTreiber::Anweisung {
  private:
   OdbcSchicht& odbc_;
   SQLHSTMT griff_ = SQL_NULL_HSTMT;
-  SQLRETURN ergebnis_ = SQL_ERROR;
+  SQLRETURN ergebnis_;
 };
 
 namespace {
 
 [[noreturn]] void keine_anweisung(const QString& worte) {
   throw Datenbankfehler(fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s, 0);
+}
+
+/// The text with "?" for each half of a surrogate pair that stands alone.
+QString ohne_halbe_Paare(const QString& text) {
+  return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
 }
 
 }  // namespace
@@ -58,6 +62,7 @@ void OdbcTreiber::oeffne(const QString& verbindungszeichenfolge) {
     if (aufruf.paketgroesse &&
         !SQL_SUCCEEDED(odbc_.SetConnectAttr(verbindung_, SQL_ATTR_PACKET_SIZE, *aufruf.paketgroesse)))
       odbc_unerfuellbar(u"der ODBC-Treiber nimmt die Paketgröße (Packet Size) nicht an"_s);
+    ganze_Paare_ = aufruf.art != OdbcArt::Hersteller;
     verbinde(aufruf.zeichenfolge, versuch);
   } catch (...) {
     schliesse();
@@ -104,7 +109,8 @@ Ergebnis OdbcTreiber::fuehre_aus(const QString& text) {
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_CURSOR_TYPE, SQL_CURSOR_FORWARD_ONLY);
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_CONCURRENCY, SQL_CONCUR_READ_ONLY);
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_NOSCAN, SQL_NOSCAN_ON);
-  return lies_ergebnisse(anweisung.griff(), odbc_.ExecDirect(anweisung.griff(), text));
+  return lies_ergebnisse(anweisung.griff(),
+                         odbc_.ExecDirect(anweisung.griff(), ganze_Paare_ ? ohne_halbe_Paare(text) : text));
 }
 
 /// SQL_NO_DATA from the execution is a statement that met no row; behind it further results may come.

@@ -12,6 +12,8 @@ namespace adodb {
 /// nothing is prepared, bound or scanned for escapes, and no call beside it costs a round trip. Of a batch with several
 /// results the first one with columns is read; messages, row counts and warnings before and behind it are passed over,
 /// a failure anywhere in it is one of the whole text. Every result is read to its end before `fuehre_aus` returns.
+/// One thing can't stand in a text but with the maker's driver: half of a surrogate pair, which a cut to 50 or 250
+/// characters may leave. FreeTDS would send what stands before it and drop the rest; it becomes "?", as on SQLite.
 ///
 /// A link that is gone makes the statement fail that meets it, and all behind it; nothing is opened anew, the
 /// connection counts as open until it is closed.
@@ -44,6 +46,7 @@ class OdbcTreiber final : public Treiber {
   SQLHENV umgebung_ = SQL_NULL_HENV;
   SQLHDBC verbindung_ = SQL_NULL_HDBC;
   bool offen_ = false;
+  bool ganze_Paare_ = false;
 };
 
 }  // namespace adodb

@@ -44,9 +44,9 @@ struct OdbcWort {
   QStringView nur = {};
 };
 
-inline constexpr char16_t JaNein[] = u"yes|true|1|no|false|0";
-inline constexpr char16_t Ja[] = u"yes|true|1";
-inline constexpr char16_t Nein[] = u"no|false|0";
+inline constexpr QStringView JaNein = u"yes|true|1|no|false|0";
+inline constexpr QStringView Ja = u"yes|true|1";
+inline constexpr QStringView Nein = u"no|false|0";
 
 /// All keywords that are known, of OLE DB (SQLOLEDB, SQLNCLI, MSOLEDBSQL), of the maker's ODBC driver and of FreeTDS.
 /// Wirkungslos stands where the value asks for what happens in any case.

@@ -30,7 +30,10 @@ class Datenbanktest : public ::testing::Test {
     BasZuordnungen::gConnection().reset();
     ASSERT_TRUE(store.Init(db.verbindungszeichenfolge(), db.verbindung(), {}));
   }
-  void TearDown() override { BasZuordnungen::gConnection().reset(); }
+  void TearDown() override {
+    BasZuordnungen::gConnection().reset();
+    db.pruefe_Ankunft();
+  }
 
   /// Texts sent over the host's connection, and over the store's own, since the last question.
   QStringList gelesen() { return db.mitschrift().hole(Mitschrift::Seite::Wirt); }

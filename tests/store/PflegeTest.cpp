@@ -8,7 +8,6 @@
 #include <fstream>
 #include <functional>
 
-#include "platform/adodb/SqliteTreiber.h"
 #include "tests/store/Datenbanktest.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -323,35 +322,12 @@ TEST_F(Aufraeumen, AStartThatIsALinkIsClearedAndStaysAsALink) {
 
 namespace {
 
-/// A connection that lets something happen at each question, before it is answered.
-class Zwischenfall final : public adodb::Treiber {
- public:
-  explicit Zwischenfall(std::function<void(const QString&)> dabei) : dabei_(std::move(dabei)) {}
-  void oeffne(const QString& zeichenfolge) override { sqlite_.oeffne(zeichenfolge); }
-  void schliesse() noexcept override { sqlite_.schliesse(); }
-  bool ist_offen() const noexcept override { return sqlite_.ist_offen(); }
-  adodb::Ergebnis fuehre_aus(const QString& text) override {
-    dabei_(text);
-    return sqlite_.fuehre_aus(text);
-  }
-
- private:
-  std::function<void(const QString&)> dabei_;
-  adodb::SqliteTreiber sqlite_;
-};
-
 class AufraeumenMitZwischenfall : public Aufraeumen {
  protected:
-  /// Clears the root; `dabei` runs at each question to the table.
+  /// Clears the root; `dabei` runs at each question to the table, before it is answered.
   void raeume_auf_waehrend(const std::function<void(const QString&)>& dabei) {
-    adodb::registriere_treiber(u"Zwischenfall"_s, [&] { return std::make_unique<Zwischenfall>(dabei); });
-    const QString zeichenfolge = u"Provider=Zwischenfall;Data Source="_s + db.pfad();
-    const auto verbindung = std::make_shared<adodb::Connection>();
-    verbindung->Open(zeichenfolge);
-    clsBildZuordnungen gestoerter;
-    ASSERT_TRUE(gestoerter.Init(zeichenfolge, verbindung, {}));
-    EXPECT_EQ(gestoerter.FKT_Loesche_Bild_Ohne_Zuordnung(u"P:"_s, u"P:"_s), Variant(true));
-    adodb::registriere_treiber(u"Zwischenfall"_s, [] { return std::unique_ptr<adodb::Treiber>(); });
+    db.mitschrift().bei_jedem(dabei);
+    EXPECT_EQ(store.FKT_Loesche_Bild_Ohne_Zuordnung(u"P:"_s, u"P:"_s), Variant(true));
   }
 };
 

@@ -1,9 +1,12 @@
 #include "tests/support/Pruefdatenbank.h"
 
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <algorithm>
 #include <utility>
 
+#include "platform/adodb/OdbcTreiber.h"
 #include "platform/adodb/SqlZerleger.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 
@@ -50,21 +53,23 @@ void Mitschrift::nimm(Seite seite, const QString& text) {
   }
   eintraege_.push_back({seite, text, nummer != 0});
   if (nummer != 0) throw adodb::Datenbankfehler(nummer, u"Die Anweisung sollte scheitern"_s, u"HY000"_s, 0);
+  if (dabei_) dabei_(text);
+  weitergegeben_.append(text);
 }
 
 Aufzeichner::Aufzeichner(std::shared_ptr<Mitschrift> mitschrift, Mitschrift::Seite seite,
-                         std::chrono::milliseconds wartegrenze)
-    : mitschrift_(std::move(mitschrift)), seite_(seite), sqlite_(wartegrenze) {}
+                         std::unique_ptr<adodb::Treiber> innen)
+    : mitschrift_(std::move(mitschrift)), seite_(seite), innen_(std::move(innen)) {}
 
 void Aufzeichner::oeffne(const QString& verbindungszeichenfolge) {
   mitschrift_->pruefe_oeffnen();
-  sqlite_.oeffne(verbindungszeichenfolge);
+  innen_->oeffne(verbindungszeichenfolge);
 }
 
 adodb::Ergebnis Aufzeichner::fuehre_aus(const QString& text) {
   mitschrift_->nimm(seite_, text);
   try {
-    return sqlite_.fuehre_aus(text);
+    return innen_->fuehre_aus(text);
   } catch (...) {
     mitschrift_->eintraege_.back().gescheitert = true;
     throw;
@@ -72,34 +77,95 @@ adodb::Ergebnis Aufzeichner::fuehre_aus(const QString& text) {
 }
 
 Pruefdatenbank::Pruefdatenbank(std::chrono::milliseconds wartegrenze)
-    : mitschrift_(std::make_shared<Mitschrift>()), daneben_(std::make_unique<adodb::Connection>()) {
-  const QString quelle = u"Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(pfad());
-  daneben_->Open(u"Provider=SQLite;Mode=ReadWriteCreate;"_s + quelle);
-  for (const QString& skript : {u"sql/sqlite/Bild_Zuordnungen.sql"_s, u"sql/sqlite/Wirtstabellen_Beispiel.sql"_s})
-    for (const QString& anweisung : adodb::zerlege_skript(projektdatei(skript))) daneben_->Execute(anweisung);
-  adodb::registriere_treiber(u"Pruefling"_s, [mitschrift = mitschrift_, wartegrenze] {
-    return std::make_unique<Aufzeichner>(mitschrift, Mitschrift::Seite::System, wartegrenze);
+    : wartegrenze_(wartegrenze), mitschrift_(std::make_shared<Mitschrift>()) {
+  if (pruefziel() == Pruefziel::Sqlite) {
+    lege_Datei_an();
+  } else {
+    angaben_ = pruefserver_angaben();
+    pruefserver().steuere(u"weiter"_s);
+    pruefserver().steuere(u"leere"_s);
+  }
+  adodb::registriere_treiber(u"Pruefling"_s, [this] {
+    return std::make_unique<Aufzeichner>(mitschrift_, Mitschrift::Seite::System, treiber());
   });
   verbindung_ = std::make_shared<adodb::Connection>(
-      std::make_unique<Aufzeichner>(mitschrift_, Mitschrift::Seite::Wirt, wartegrenze));
-  verbindung_->Open(u"Provider=Pruefling;"_s + quelle);
+      std::make_unique<Aufzeichner>(mitschrift_, Mitschrift::Seite::Wirt, treiber()));
+  verbindung_->Open(verbindungszeichenfolge());
 }
 
 Pruefdatenbank::~Pruefdatenbank() {
+  // The next test gets the tables as they were.
+  if (umgebaut_) verwirf_pruefserver();
   adodb::registriere_treiber(u"Pruefling"_s, [] { return std::unique_ptr<adodb::Treiber>(); });
 }
 
-QString Pruefdatenbank::verbindungszeichenfolge() const {
-  return u"Provider=Pruefling;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(pfad());
+void Pruefdatenbank::lege_Datei_an() {
+  angaben_ = u"Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(ordner_.pfad(u"bilder.db"_s));
+  daneben_ = std::make_unique<adodb::Connection>();
+  daneben_->Open(u"Provider=SQLite;Mode=ReadWriteCreate;"_s + angaben_);
+  for (const QString& skript : {u"sql/sqlite/Bild_Zuordnungen.sql"_s, u"sql/sqlite/Wirtstabellen_Beispiel.sql"_s})
+    for (const QString& anweisung : adodb::zerlege_skript(projektdatei(skript))) daneben_->Execute(anweisung);
 }
 
+std::unique_ptr<adodb::Treiber> Pruefdatenbank::treiber() const {
+  if (pruefziel() == Pruefziel::Sqlite) return std::make_unique<adodb::SqliteTreiber>(wartegrenze_);
+  return std::make_unique<adodb::OdbcTreiber>();
+}
+
+namespace {
+
+adodb::Wert wert(const QJsonValue& gelesener) {
+  if (gelesener.isNull()) return std::monostate();
+  if (gelesener.isDouble()) return static_cast<std::int64_t>(gelesener.toInteger());
+  return gelesener.toString();
+}
+
+/// One statement through the server's control channel, beside its log. Its columns are numbered from 1.
+adodb::Ergebnis frage_server(const QString& text) {
+  const QByteArray liste = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+  const QString antwort = pruefserver().steuere(u"sql "_s + QString::fromUtf8(liste.sliced(1).chopped(1)));
+  adodb::Ergebnis ergebnis{{u"1"_s}, {}};
+  for (const auto zeile : QJsonDocument::fromJson(antwort.toUtf8()).array()) {
+    const QJsonArray werte = zeile.toArray();
+    while (ergebnis.spalten.size() < werte.size())
+      ergebnis.spalten.append(QString::number(ergebnis.spalten.size() + 1));
+    for (const auto einer : werte) ergebnis.werte.push_back(wert(einer));
+  }
+  return ergebnis;
+}
+
+bool aendert_mehr_als_Zeilen(const QString& text) {
+  return text.startsWith("ALTER"_L1, Qt::CaseInsensitive) || text.startsWith("CREATE"_L1, Qt::CaseInsensitive) ||
+         text.startsWith("DROP"_L1, Qt::CaseInsensitive);
+}
+
+}  // namespace
+
 std::shared_ptr<adodb::Recordset> Pruefdatenbank::fuehre_aus(const QString& text) {
+  if (!daneben_) {
+    umgebaut_ |= aendert_mehr_als_Zeilen(text);
+    return std::make_shared<adodb::Recordset>(frage_server(text));
+  }
   try {
     return daneben_->Execute(text);
   } catch (const Laufzeitfehler& fehler) {
     ADD_FAILURE() << text.toStdString() << ": " << fehler.what();
     return std::make_shared<adodb::Recordset>(adodb::Ergebnis{{u"fehlt"_s}, {}});
   }
+}
+
+QStringList Pruefdatenbank::angekommen() {
+  const QStringList alle = pruefziel() == Pruefziel::Sqlite ? mitschrift_->weitergegeben() : pruefserver().angekommen();
+  return alle.sliced(std::exchange(gesehen_, alle.size()));
+}
+
+void Pruefdatenbank::pruefe_Ankunft() const {
+  if (pruefziel() == Pruefziel::Sqlite) return;
+  // Half of a surrogate pair is the one thing that FreeTDS can't send.
+  QStringList texte = mitschrift_->weitergegeben();
+  for (QString& text : texte)
+    if (!text.isValidUtf16()) text = QString::fromUtf8(text.toUtf8());
+  EXPECT_EQ(pruefserver().angekommen(), texte);
 }
 
 std::vector<QStringList> Pruefdatenbank::zeilen(const QString& abfrage) {

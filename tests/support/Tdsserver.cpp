@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStandardPaths>
@@ -54,7 +53,8 @@ Tdsserver::Tdsserver(const QString& benutzer, const QString& kennwort, Maschine 
                                            benutzer, u"--kennwort"_s, kennwort, u"--maschine"_s,
                                            maschine == Maschine::H2 ? u"h2"_s : u"sqlite"_s} +
                                    schalter);
-  port_ = lies_zahl(prozess_);
+  // Not before the process has begun.
+  port_ = lies_zahl(prozess_);  // NOLINT(cppcoreguidelines-prefer-member-initializer)
   if (port_ > 0) leitung_ = verbinde(lies_zahl(prozess_));
   if (leitung_ < 0) port_ = 0;
 }
@@ -75,12 +75,24 @@ QString Tdsserver::steuere(const QString& zeile) {
   return QString::fromUtf8(antwort.sliced(qMin<qsizetype>(3, antwort.size())));
 }
 
+QJsonArray Tdsserver::protokoll() {
+  return QJsonDocument::fromJson(steuere(u"protokoll"_s).toUtf8()).array();
+}
+
 QStringList Tdsserver::stapel() {
   QStringList texte;
-  const QJsonArray eintraege = QJsonDocument::fromJson(steuere(u"protokoll"_s).toUtf8()).array();
-  for (const QJsonValue& eintrag : eintraege) {
-    const QJsonObject satz = eintrag.toObject();
-    if (satz.value("art"_L1).toString() == "stapel"_L1) texte.append(satz.value("text"_L1).toString());
+  for (const auto eintrag : protokoll())
+    if (eintrag["art"_L1] == "stapel"_L1) texte.append(eintrag["text"_L1].toString());
+  return texte;
+}
+
+QStringList Tdsserver::angekommen() {
+  QStringList texte;
+  for (const auto eintrag : protokoll()) {
+    const QString art = eintrag["art"_L1].toString();
+    if (art == "anmeldung"_L1 || art == "ende"_L1) continue;
+    const QString text = eintrag["text"_L1].toString();
+    texte.append(art == "stapel"_L1 ? text : u"<%1 %2%3>"_s.arg(art, eintrag["name"_L1].toString(), text));
   }
   return texte;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -24,8 +25,13 @@ class Tdsserver {
   QString steuere(const QString& zeile);
   /// The batches that arrived since `steuere("protokoll-leeren")`, letter by letter.
   QStringList stapel();
+  /// All that clients had the server do since then, but for logins: a batch as its text, anything else (a procedure's
+  /// call, a transaction, a cancellation) as its kind and name in angle brackets.
+  QStringList angekommen();
 
  private:
+  QJsonArray protokoll();
+
   QProcess prozess_;
   int port_ = 0;
   int leitung_ = -1;

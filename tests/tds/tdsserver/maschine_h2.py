@@ -11,6 +11,7 @@ import re
 import shutil
 import signal
 import subprocess
+import threading
 from pathlib import Path
 
 from . import maschine
@@ -48,6 +49,7 @@ class H2Maschine:
         if grund := fehlt():
             raise RuntimeError(grund)
         self._katalog = katalog
+        self._anmeldeschloss = threading.Lock()
         befehl = ["java", "-XX:TieredStopAtLevel=1", "-Xmx512m", "-cp", str(BIBLIOTHEK), "org.h2.tools.Server", "-pg",
                   "-pgPort", "0", "-ifNotExists"]  # fmt: skip
         # In a group of its own, since a Ctrl-C at the server is not for it; it never outlives the server.
@@ -80,8 +82,11 @@ class H2Maschine:
         leitung.schliesse()
 
     def _leitung(self) -> Pgleitung:
-        leitung = Pgleitung(self._port, _DATENBANK, _BENUTZER, _KENNWORT)
-        leitung.frage("SET MODE MSSQLServer")
+        # The mode belongs to the whole database, and the port logs in under a mode of its own: a second login between
+        # the two steps of the first one would fail.
+        with self._anmeldeschloss:
+            leitung = Pgleitung(self._port, _DATENBANK, _BENUTZER, _KENNWORT)
+            leitung.frage("SET MODE MSSQLServer")
         return leitung
 
 
