@@ -69,8 +69,10 @@ Worte worte(const QString& verbindung) {
 bool fehlt_Kennwort(const QString& verbindung) {
   const Paare liste = paare(verbindung);
   const bool ist_Server = vereinfacht(wert(liste, {u"provider"_s})) != "sqlite"_L1;
-  const bool steht_da = std::any_of(liste.begin(), liste.end(),
-                                    [](const auto& paar) { return Kennwortworte.contains(vereinfacht(paar.wort)); });
+  // One behind a forgotten semicolon is in another value; the opening says what is wrong there.
+  const bool steht_da = std::any_of(liste.begin(), liste.end(), [](const auto& paar) {
+    return Kennwortworte.contains(vereinfacht(paar.wort)) || paar.wert.contains(kennwort_beginnt());
+  });
   return ist_Server && !steht_da && !wert(liste, Benutzerworte).isEmpty();
 }
 
