@@ -44,7 +44,7 @@ void zeige(const Befund& befund, bool als_json) {
     return;
   }
   ausgabe::zeile(u"Befund: "_s + befund.text);
-  for (const QJsonValue& eine : befund.zeilen) ausgabe::zeile(u"  "_s + genannt(eine.toObject()));
+  for (const auto& eine : befund.zeilen) ausgabe::zeile(u"  "_s + genannt(eine.toObject()));
   if (befund.anzahl > befund.zeilen.size()) ausgabe::zeile(u"  … und weitere"_s);
 }
 
