@@ -50,12 +50,6 @@ QString zu_zeigen(const QString& wert) {
   return wert.contains(u'=') ? QString() : wert;
 }
 
-QString mit_ganzem_Pfad(const QString& datei) {
-  QString pfad = datei;
-  gelingt([&] { pfad = namen::angezeigt(namen::tabellenpfad(datei)); });
-  return pfad;
-}
-
 }  // namespace
 
 namespace anmeldung {
@@ -94,7 +88,7 @@ QString zum_Merken(const QString& verbindung) {
     // An empty password is no secret, and without it the user would be asked for one.
     if (Kennwortworte.contains(wort) && !paar.wert.isEmpty()) continue;
     if (paar.wert.contains(kennwort_beginnt())) return {};
-    const QString inhalt = ist_Datei && wort == "datasource"_L1 ? mit_ganzem_Pfad(paar.wert) : paar.wert;
+    const QString inhalt = ist_Datei && wort == "datasource"_L1 ? namen::ganzer_Pfad(paar.wert) : paar.wert;
     teile.append(paar.wort + u'=' + adodb::Verbindungszeichenfolge::als_wert(inhalt));
   }
   return teile.join(u';');

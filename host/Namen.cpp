@@ -113,4 +113,10 @@ QString angezeigt(const QString& pfad) {
   return ort;
 }
 
+QString ganzer_Pfad(const QString& angabe) {
+  QString pfad = angabe;
+  gelingt([&] { pfad = angezeigt(tabellenpfad(angabe)); });
+  return pfad;
+}
+
 }  // namespace namen

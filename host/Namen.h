@@ -49,4 +49,8 @@ QString tabellenpfad(const QString& angabe);
 /// A path of the table as the user of this machine knows it; one that means nothing here stays as it is.
 QString angezeigt(const QString& pfad);
 
+/// The whole path of a file or folder that the user gave, to be understood from any folder; what has none stays as it
+/// is.
+QString ganzer_Pfad(const QString& angabe);
+
 }  // namespace namen

@@ -3,7 +3,6 @@
 #include <QSettings>
 
 #include "host/Anmeldung.h"
-#include "host/Ausgang.h"
 #include "host/Namen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,13 +19,6 @@ class Datei : public QSettings {
     setFallbacksEnabled(false);
   }
 };
-
-QString mit_ganzem_Pfad(const QString& ordner) {
-  if (ordner.isEmpty()) return {};
-  QString pfad = ordner;
-  gelingt([&] { pfad = namen::angezeigt(namen::tabellenpfad(ordner)); });
-  return pfad;
-}
 
 }  // namespace
 
@@ -52,5 +44,5 @@ void gedaechtnis::merke(const Wirtsoptionen& optionen) {
   if (verbindung.isEmpty()) return;
   Datei datei;
   datei.setValue(Verbindung, verbindung);
-  datei.setValue(Bilder, mit_ganzem_Pfad(optionen.bilder));
+  datei.setValue(Bilder, optionen.bilder.isEmpty() ? QString() : namen::ganzer_Pfad(optionen.bilder));
 }

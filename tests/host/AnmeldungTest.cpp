@@ -8,6 +8,7 @@
 #include "host/Anmeldung.h"
 #include "host/Ausgang.h"
 #include "host/fenster/Gedaechtnis.h"
+#include "platform/adodb/OdbcWorte.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "tests/support/Umgebung.h"
 
@@ -64,6 +65,22 @@ RC_GTEST_PROP(Anmeldung, Ein_Kennwort_jeder_Schreibweise_bleibt_aus_dem_Gemerkte
     RC_ASSERT(worte.server == u"SRV01"_s && worte.datenbank == u"Betrieb"_s && worte.benutzer == u"kvo"_s);
     const adodb::Verbindungszeichenfolge wieder(anmeldung::mit_Kennwort(gemerkt, geheim));
     RC_ASSERT(wieder.wert(u"Password"_s) == geheim);
+  }
+}
+
+TEST(Anmeldung, Kennt_jedes_Schluesselwort_des_Treibers_fuer_Kennwort_Benutzer_Server_und_Datenbank) {
+  using adodb::OdbcSinn;
+  for (const adodb::OdbcWort& wort : adodb::OdbcWorte) {
+    const QString angabe = wort.name.toString() + u"=Wert"_s;
+    SCOPED_TRACE(angabe.toStdString());
+    const anmeldung::Worte worte = anmeldung::worte(angabe);
+    const bool Server =
+        wort.sinn == OdbcSinn::Server || wort.sinn == OdbcSinn::Abschnitt || wort.sinn == OdbcSinn::Datenquelle;
+    EXPECT_EQ(worte.server == u"Wert"_s, Server);
+    EXPECT_EQ(worte.datenbank == u"Wert"_s, wort.sinn == OdbcSinn::Datenbank);
+    EXPECT_EQ(worte.benutzer == u"Wert"_s, wort.sinn == OdbcSinn::Benutzer);
+    EXPECT_EQ(anmeldung::zum_Merken(angabe).isEmpty(), wort.sinn == OdbcSinn::Kennwort);
+    EXPECT_EQ(anmeldung::fehlt_Kennwort(u"Server=a;UID=b;"_s + angabe), wort.sinn != OdbcSinn::Kennwort);
   }
 }
 
