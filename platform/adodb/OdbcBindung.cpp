@@ -43,10 +43,7 @@ void OdbcBindung::binde() {
     ++gebundene_;
   }
   // What is left goes by SQLGetData, which reads single rows only.
-  if (block > 1 && gebundene_ < spalten_.size()) {
-    odbc_.SetStmtAttr(anweisung_, SQL_ATTR_ROW_ARRAY_SIZE, 1);
-    zustaende_.clear();
-  }
+  if (block > 1 && gebundene_ < spalten_.size()) nimm_einzelne();
 }
 
 /// A driver that does not take all three gives one row at a time.
@@ -55,11 +52,15 @@ bool OdbcBindung::verlange_block(std::size_t block) {
   const bool genommen = odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROW_STATUS_PTR, zustaende_.data()) == SQL_SUCCESS &&
                         odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROWS_FETCHED_PTR, &geholte_) == SQL_SUCCESS &&
                         odbc_.SetStmtAttr(anweisung_, SQL_ATTR_ROW_ARRAY_SIZE, block) == SQL_SUCCESS;
-  if (genommen) return true;
+  if (!genommen) nimm_einzelne();
+  return genommen;
+}
+
+/// One row at a time, and no place left for the driver to write states to.
+void OdbcBindung::nimm_einzelne() {
   odbc_.SetStmtAttr(anweisung_, SQL_ATTR_ROW_ARRAY_SIZE, 1);
   odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROW_STATUS_PTR, nullptr);
   zustaende_.clear();
-  return false;
 }
 
 SQLRETURN OdbcBindung::hole() {

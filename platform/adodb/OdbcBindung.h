@@ -50,6 +50,7 @@ class OdbcBindung {
   };
   std::size_t hoechste_blockgroesse() const noexcept;
   bool verlange_block(std::size_t block);
+  void nimm_einzelne();
 
   OdbcSchicht& odbc_;
   SQLHSTMT anweisung_;
