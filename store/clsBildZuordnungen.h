@@ -14,6 +14,8 @@
 #include "store/clsBilderSpeicher.h"
 
 class Bildbaum;
+struct Dialogspur;
+struct Umbenennung;
 
 /// The assignments that are loaded at the moment, with a cursor on one of them, flags per row, and all operations on
 /// the table Bild_Zuordnungen and on the picture files.
@@ -192,6 +194,9 @@ class KVO_EXPORT clsBildZuordnungen {
   bool Pruefe_naechstes_Bild_neueSeite(std::int32_t abInd);
 
  private:
+  /// The dialog and the road of a host, which need more of a collection than other hosts.
+  friend class Sammlungszugriff;
+
   struct Zeile {
     bool Bild_Changeflag = false;
     QString Zeile_Bildname;
@@ -231,6 +236,8 @@ class KVO_EXPORT clsBildZuordnungen {
   QString update_Anweisung() const;
   QString UPrN_Insert(const QString& s) const;
   QString Fkt_LeerAlsStrich(const QString& s) const;
+  Umbenennung benenne_um(const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt,
+                         const QString& pNewName);
   bool korrigiere_alle(QString clsBilderSpeicher::*feld, const QString& wert);
   template <class Vorbereiten>
   bool lese_Saetze(const QString& anweisung, Vorbereiten&& vorbereiten);
@@ -240,4 +247,5 @@ class KVO_EXPORT clsBildZuordnungen {
   QString mConnectstring;
   std::int32_t mAktInd = 0;
   std::unique_ptr<Zeilen> mBilder;
+  std::shared_ptr<Dialogspur> mSpur;
 };

@@ -2,6 +2,7 @@
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
 #include "store/Bildbaum.h"
+#include "store/Sammlungszugriff.h"
 #include "store/clsBildZuordnungen.h"
 
 // Keeping the picture tree and the table in step. Nothing here is told to the central report.
@@ -101,15 +102,26 @@ void clsBildZuordnungen::loesche_Texte_ohne_Bild(const QString& pPfad, Bildbaum&
 bool clsBildZuordnungen::Verarbeite_Dateinamen_Aenderung(const QString& pRoot, const QString& pPfad,
                                                          const QString& pOldName, const QString& pExt,
                                                          const QString& pNewName) {
+  // The result was never set and so tells nothing, after a success too.
+  fehler::still_enden([&] { benenne_um(pRoot, pPfad, pOldName, pExt, pNewName); });
+  return false;
+}
+
+Umbenennung clsBildZuordnungen::benenne_um(const QString& pRoot, const QString& pPfad, const QString& pOldName,
+                                           const QString& pExt, const QString& pNewName) {
   const QString ordner = pRoot + u'\\' + pPfad + u'\\';
-  const bool umbenannt = Fkt_FileReName(ordner + pOldName + u'.' + pExt, ordner + pNewName + u'.' + pExt);
-  if (!umbenannt) return false;
-  fehler::Weiter weiter;
-  weiter([&] {
+  Umbenennung ergebnis;
+  const auto sage = [&](const Laufzeitfehler& f) { ergebnis.grund = f.Beschreibung(); };
+  ergebnis.datei = fehler::melden_und_enden(sage, [&] {
+    FileSystemObject().MoveFile(ordner + pOldName + u'.' + pExt, ordner + pNewName + u'.' + pExt);
+    return true;
+  });
+  if (!ergebnis.datei) return ergebnis;
+  ergebnis.tabelle = fehler::melden_und_enden(sage, [&] {
     lesende_Verbindung().Execute(u"Update Bild_Zuordnungen SET Bildname = '"_s + pNewName + u"' "_s +
                                  u"WHERE Bildname = '"_s + pOldName + u"' and BildExt = '"_s + pExt + u"' "_s +
                                  u"and BildPfad = '"_s + pPfad + u"'"_s);
+    return true;
   });
-  // The result was never set and so tells nothing, after a success too.
-  return false;
+  return ergebnis;
 }

@@ -1,0 +1,73 @@
+#include "store/Sammlungszugriff.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+#include "platform/basic/Fehlerbehandlung.h"
+
+void Sammlungszugriff::ordne(clsBildZuordnungen& sammlung, const std::vector<const clsBilderSpeicher*>& folge) {
+  std::unordered_map<const clsBilderSpeicher*, std::size_t> rang;
+  for (std::size_t i = 0; i < folge.size(); ++i) rang.try_emplace(folge[i], i);
+  const auto rang_von = [&](const clsBildZuordnungen::Zeile& zeile) {
+    const auto stelle = rang.find(zeile.Zeile_Objekt.get());
+    return stelle == rang.end() ? folge.size() : stelle->second;
+  };
+  auto& zeilen = sammlung.zeilen();
+  std::stable_sort(zeilen.begin(), zeilen.end(),
+                   [&](const auto& a, const auto& b) { return rang_von(a) < rang_von(b); });
+  sammlung.AktInd(-1);
+}
+
+void Sammlungszugriff::haenge_an(clsBildZuordnungen& sammlung, std::shared_ptr<clsBilderSpeicher> satz) {
+  if (sammlung.AnzahlPos() > 0) sammlung.haenge_Zeile_an();
+  const std::int32_t nummer = sammlung.letzte_Zeile();
+  sammlung.Init_Zeile(nummer);
+  auto& zeile = sammlung.zeile(nummer);
+  zeile.Zeile_Bildname = satz->Bild_Bildname;
+  zeile.Zeile_BildExt = satz->Bild_BildExt;
+  zeile.Zeile_Objekt = std::move(satz);
+  zeile.Bild_Changeflag = true;
+  zeile.Bild_Neu = true;
+  sammlung.AktInd(nummer);
+}
+
+void Sammlungszugriff::entnimm(clsBildZuordnungen& sammlung, const clsBilderSpeicher* satz) {
+  const std::int32_t nummer = platz(sammlung, satz);
+  if (nummer < 0) return;
+  auto& zeilen = sammlung.zeilen();
+  zeilen.erase(std::next(zeilen.begin(), nummer));
+  // A table without any row counts as one blank row.
+  if (zeilen.empty()) sammlung.haenge_Zeile_an();
+  sammlung.AktInd(-1);
+}
+
+std::int32_t Sammlungszugriff::platz(const clsBildZuordnungen& sammlung, const clsBilderSpeicher* satz) {
+  const auto& zeilen = sammlung.zeilen();
+  const auto stelle =
+      std::find_if(zeilen.begin(), zeilen.end(), [&](const auto& z) { return z.Zeile_Objekt.get() == satz; });
+  if (!satz || stelle == zeilen.end()) return -1;
+  return static_cast<std::int32_t>(std::distance(zeilen.begin(), stelle));
+}
+
+std::vector<std::int64_t> Sammlungszugriff::gespeicherte_Reihenfolge(const clsBildZuordnungen& sammlung) {
+  std::vector<std::int64_t> folge;
+  for (std::int32_t i = 0; i < sammlung.AnzahlPos(); ++i) {
+    const Variant& wert = sammlung.zeilen()[static_cast<std::size_t>(i)].Zeile_SortIndex;
+    folge.push_back(mit_Leertext(wert).toLongLong());
+  }
+  return folge;
+}
+
+void Sammlungszugriff::lesende_Verbindung(clsBildZuordnungen& sammlung, std::shared_ptr<adodb::Connection> verbindung) {
+  sammlung.mConnection = std::move(verbindung);
+}
+
+std::shared_ptr<Dialogspur>& Sammlungszugriff::spur(clsBildZuordnungen& sammlung) {
+  return sammlung.mSpur;
+}
+
+Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
+                                         const QString& alter_name, const QString& endung, const QString& neuer_name) {
+  return fehler::still_enden([&] { return sammlung.benenne_um(wurzel, pfad, alter_name, endung, neuer_name); });
+}
