@@ -92,7 +92,7 @@ TEST_F(Bildwege, ANewPictureThatIsDraggedInFrontOfStoredOnesIsSavedThere) {
 // ── Turned, marked, read again, sorted ──────────────────────────────────────────────────────────────────────────────
 
 class Bildweg_mit_zwei_neuen : public Bildwege {
- protected:
+ public:
   /// Two pictures of one name, the second of which gets another.
   void haenge_Gleichnamige_an() {
     lege_hin(u"eingang/Küche_28.jpg"_s, u"zweiter/Baustelle_23.jpg"_s);
@@ -188,7 +188,7 @@ TEST_F(Bildweg_mit_zwei_neuen, WhatWasAttachedTurnedMarkedReadAgainAndDraggedFar
 // ── Renamed and left ────────────────────────────────────────────────────────────────────────────────────────────────
 
 class Bildweg_umbenannter : public Bildwege {
- protected:
+ public:
   void benenne_auf_vergebenen_Namen() {
     lege_hin(u"eingang/Küche_28.jpg"_s, Ablage + u"Kessel.jpg"_s);
     benenne_um(u"Kessel"_s);
