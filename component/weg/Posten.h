@@ -38,6 +38,8 @@ struct Posten {
   QString textgrund;
   /// Whether the table took it could not be asked.
   bool ungewiss = false;
+  /// Its last statement was answered with a failure, or not at all.
+  bool abgelehnt = false;
   /// Why it waits.
   QString grund;
   /// What is to be said of it, and whether the user has to act on it.

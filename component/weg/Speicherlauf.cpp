@@ -69,7 +69,10 @@ void Speicherlauf::schreibe() {
     if (eines.zustand == Zustand::Offen) eines.satz->Bild_Beschreibung = eines.wunsch.soll.satz.Bild_Beschreibung;
   bilder_.FKT_SpeichernBilder();
   for (Posten& eines : posten_)
-    if (eines.zustand == Zustand::Offen && !eines.in_Gruppe) eines.grund = fang.erster();
+    if (eines.zustand == Zustand::Offen && !eines.in_Gruppe) {
+      eines.abgelehnt = ist_gekennzeichnet(eines);
+      eines.grund = eines.abgelehnt ? fang.erster() : QString();
+    }
   schreibe_Gruppen();
 }
 
@@ -118,17 +121,18 @@ bool Speicherlauf::pruefe() {
   return true;
 }
 
+bool Speicherlauf::ist_gekennzeichnet(const Posten& eines) {
+  const std::int32_t zeile = Sammlungszugriff::platz(bilder_, eines.satz.get());
+  if (zeile < 0) return false;
+  bilder_.AktInd(zeile);
+  return bilder_.Bild_Changeflag() || bilder_.Bild_Delete();
+}
+
 /// The statements' own results are all that is known then.
 void Speicherlauf::merke_Ungewisse() {
   for (Posten& eines : posten_) {
     if (eines.zustand != Zustand::Offen) continue;
-    const std::int32_t zeile = Sammlungszugriff::platz(bilder_, eines.satz.get());
-    bool wartet = zeile >= 0;
-    if (wartet) {
-      bilder_.AktInd(zeile);
-      wartet = bilder_.Bild_Changeflag() || bilder_.Bild_Delete();
-    }
-    if (eines.in_Gruppe) wartet = !eines.grund.isEmpty();
+    const bool wartet = eines.in_Gruppe ? !eines.grund.isEmpty() : ist_gekennzeichnet(eines);
     eines.ungewiss = wartet;
     if (!wartet) eines.zustand = Zustand::Erledigt;
     if (wartet && eines.grund.isEmpty()) eines.grund = grund_;
@@ -141,6 +145,8 @@ void Speicherlauf::uebernimm(Posten& eines, const Befund& befund) {
     case Befund::Lage::Erfuellt:
       eines.zustand = Zustand::Erledigt;
       eines.grund.clear();
+      if (std::exchange(eines.abgelehnt, false))
+        eines.hinweise.append(u"Trotz des Fehlers der Datenbank gespeichert."_s);
       if (!eines.nachtrag.isEmpty()) eines.hinweise.append(std::exchange(eines.nachtrag, QString()));
       break;
     case Befund::Lage::Doppelt:

@@ -32,6 +32,7 @@ class Speicherlauf {
   void uebernimm_Fehlende(Posten& eines);
   void nimm_Doppelte_heraus(Posten& eines);
   void merke_Ungewisse();
+  bool ist_gekennzeichnet(const Posten& eines);
   void kennzeichne(Posten& eines, bool offen);
   void kennzeichne_Wartende_der_Gruppe(const Posten& eines);
   void kopiere_Wartende();
