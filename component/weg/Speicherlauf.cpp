@@ -7,6 +7,7 @@
 #include "component/weg/Ablage.h"
 #include "component/weg/Gruppen.h"
 #include "component/weg/Meldung.h"
+#include "store/BasZuordnungen.h"
 #include "store/Sammlungszugriff.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -68,6 +69,8 @@ void Speicherlauf::schreibe() {
   for (Posten& eines : posten_)
     if (eines.zustand == Zustand::Offen) eines.satz->Bild_Beschreibung = eines.wunsch.soll.satz.Bild_Beschreibung;
   bilder_.FKT_SpeichernBilder();
+  // Whoever writes next, in this run or in a later one, gets a connection that is not the failed one.
+  if (!fang.leer()) BasZuordnungen::verwirf_Verbindung();
   for (Posten& eines : posten_)
     if (eines.zustand == Zustand::Offen && !eines.in_Gruppe) {
       eines.abgelehnt = ist_gekennzeichnet(eines);
