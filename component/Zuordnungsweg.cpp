@@ -102,16 +102,22 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::speichere(const std::shared_ptr<clsBildZu
   Ergebnis ergebnis;
   ergebnis.geoeffnet = true;
   weg::Verbindungen verbindungen(*anwendung_);
-  weg::Speicherlauf lauf(*bilder, verbindungen, {wurzel_, weg::mit_Strichen(vorgang), false});
+  weg::Speicherlauf lauf(*bilder, verbindungen, {wurzel_, weg::mit_Strichen(vorgang), {}, false});
   lauf.laufe();
   lauf.trage_ein(ergebnis);
   return ergebnis;
 }
 
+/// A connection that died since the last walk is no reason not to open the dialog.
+Zuordnungsweg::Lesung Zuordnungsweg::lies_auch_nach_Ausfall(const Vorgang& vorgang) const {
+  Lesung lesung = lies(vorgang);
+  if (lesung.bilder || !einwand(vorgang).isEmpty()) return lesung;
+  return weg::Verbindungen(*anwendung_).erneuere().isEmpty() ? lies(vorgang) : lesung;
+}
+
 /// False when the dialog must not open: it marks every row whose file is missing for removal.
-bool Zuordnungsweg::darf_oeffnen(clsBildZuordnungen& bilder, bool nur_Anzeige) const {
-  const std::int32_t alle = bilder.AnzahlPos();
-  if (alle == 0 || fehlende(bilder, wurzel_).size() < static_cast<std::size_t>(alle)) return true;
+bool Zuordnungsweg::darf_oeffnen(std::int32_t alle, std::int32_t fehlende, bool nur_Anzeige) const {
+  if (fehlende < alle || alle == 0) return true;
   if (ist_leer(wurzel_)) {
     weg::meldung::warne(
         u"Die Bildablage ist leer, obwohl dem Vorgang Bilder zugeordnet sind. Ist das Laufwerk verbunden?"_s +
@@ -133,12 +139,14 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& gegebener, bool nur_A
     weg::meldung::warne(u"Die Bildablage „%1“ ist nicht zu erreichen."_s.arg(wurzel_) + Vormerkung);
     return ergebnis;
   }
-  const Lesung lesung = lies(vorgang);
+  const Lesung lesung = lies_auch_nach_Ausfall(vorgang);
   if (!lesung.bilder) {
     MsgBox(lesung.grund, Knoepfe::OK, Symbol::Kritisch, weg::meldung::titel());
     return ergebnis;
   }
-  if (!darf_oeffnen(*lesung.bilder, nur_Anzeige)) return ergebnis;
+  const auto fehlten = fehlende(*lesung.bilder, wurzel_);
+  if (!darf_oeffnen(lesung.bilder->AnzahlPos(), static_cast<std::int32_t>(fehlten.size()), nur_Anzeige))
+    return ergebnis;
   ergebnis.geoeffnet = true;
   do {
     ergebnis.dialog_gescheitert = !dialog_(anwendung_, wurzel_, vorgang.Bildpfad, lesung.bilder, vorgang.Typ1,
@@ -147,7 +155,7 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& gegebener, bool nur_A
   if (nur_Anzeige) return ergebnis;
   // What the user saved is in the collection and its files are in place, whatever became of the dialog afterwards.
   weg::Verbindungen verbindungen(*anwendung_);
-  weg::Speicherlauf lauf(*lesung.bilder, verbindungen, {wurzel_, vorgang, true});
+  weg::Speicherlauf lauf(*lesung.bilder, verbindungen, {wurzel_, vorgang, fehlten, true});
   lauf.laufe();
   lauf.trage_ein(ergebnis);
   weg::ungespeichertes::trage_ein(*lesung.bilder, ergebnis);

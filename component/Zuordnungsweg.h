@@ -114,7 +114,8 @@ class KVO_EXPORT Zuordnungsweg {
   static std::vector<std::int64_t> uebernimm_Reihenfolge(clsBildZuordnungen& bilder);
 
  private:
-  bool darf_oeffnen(clsBildZuordnungen& bilder, bool nur_Anzeige) const;
+  bool darf_oeffnen(std::int32_t alle, std::int32_t fehlende, bool nur_Anzeige) const;
+  Lesung lies_auch_nach_Ausfall(const Vorgang& vorgang) const;
 
   std::shared_ptr<Anwendungsobjekt> anwendung_;
   QString wurzel_;

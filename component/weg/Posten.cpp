@@ -154,7 +154,19 @@ class Vorbereitung {
     eines.nachgefuehrt = nachgefuehrte_.contains(eines.satz.get());
     if (gekuerzte_.contains(eines.satz.get())) sage_gekuerzt(eines);
     if (eines.spur) nimm_Folgen_auf(eines);
+    if (art == Wunsch::Art::Aendern && auftrag_.mit_Benutzer) pruefe_Datei(eines);
     return eines;
+  }
+
+  /// A picture that the dialog renamed is looked at with its names.
+  void pruefe_Datei(Posten& eines) const {
+    const auto& fehlten = auftrag_.fehlten;
+    if (eines.spur && !eines.spur->fruehere.empty()) return;
+    if (std::find(fehlten.begin(), fehlten.end(), eines.satz.get()) != fehlten.end()) return;
+    if (!ablage::ist_da(auftrag_.wurzel, *eines.satz))
+      eines.sage(
+          u"Die Datei ist nicht mehr in der Bildablage. Legen Sie sie zurück, oder entfernen Sie das Bild aus dem "
+          "Vorgang."_s);
   }
 
   static void sage_gekuerzt(Posten& eines) {

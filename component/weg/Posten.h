@@ -61,6 +61,8 @@ struct Auftrag {
   QString wurzel;
   /// With all its parts.
   Zuordnungsweg::Vorgang vorgang;
+  /// Records whose files were missing before the dialog opened.
+  std::vector<const clsBilderSpeicher*> fehlten;
   /// Questions are asked and messages shown, and rows that are written only for their place are written too.
   bool mit_Benutzer = true;
 };

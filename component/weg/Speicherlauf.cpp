@@ -238,7 +238,11 @@ void Speicherlauf::kopiere_Wartende() {
 
 void Speicherlauf::kopiere(Posten& eines) {
   const clsBilderSpeicher& satz = *eines.satz;
-  if (eines.spur && !eines.spur->quelle.isEmpty() && !ablage::ist_da(auftrag_.wurzel, satz)) {
+  const bool hat_Quelle = eines.spur && !eines.spur->quelle.isEmpty();
+  // What lies there under its name without its size is somebody else's, and copying says so.
+  const bool da = ablage::ist_da(auftrag_.wurzel, satz) &&
+                  (!hat_Quelle || ablage::einwand_Groesse(auftrag_.wurzel, satz, eines.spur->groesse).isEmpty());
+  if (hat_Quelle && !da) {
     if (const auto grund = ablage::kopiere(auftrag_.wurzel, eines.spur->quelle, satz)) {
       eines.grund = u"Die Datei ist nicht kopiert: "_s + *grund;
       return;
@@ -326,6 +330,7 @@ Verbleib verbleib_von(const Posten& eines) {
     case Zustand::Erledigt:
       break;
   }
+  if (eines.text_fehlt) return Verbleib::Nicht_geschrieben;
   if (eines.nachgefuehrt) return Verbleib::Nachgefuehrt;
   if (eines.wunsch.art == Art::Einfuegen) return Verbleib::Neu;
   return eines.wunsch.art == Art::Entfernen ? Verbleib::Entfernt : Verbleib::Geaendert;

@@ -18,7 +18,8 @@ Zuordnungsweg::Vorgang als_Zuordnungsvorgang(const Vorgang& vorgang) {
 
 std::shared_ptr<clsBildZuordnungen> lies_Bildsammlung(const Arbeitsplatz& platz, const Vorgang& vorgang) {
   if (!platz.verbindung())
-    throw Abbruch(Ausgang::Datenbank, u"Die Zuordnungen sind nicht zu lesen: Die Datenbank ist nicht geöffnet."_s);
+    throw Abbruch(Ausgang::Datenbank,
+                  u"Die Zuordnungen sind nicht zu lesen: "_s + u"Die Datenbank ist nicht geöffnet."_s);
   const Zuordnungsweg::Lesung lesung =
       Zuordnungsweg(platz.anwendungsobjekt(), platz.wurzel()).lies(als_Zuordnungsvorgang(vorgang));
   if (!lesung.bilder) throw Abbruch(Ausgang::Datenbank, lesung.grund);

@@ -48,6 +48,13 @@ TEST_F(WegAusfall, TheReadingConnectionIsOpenedAnewInItsPlaceAndNothingIsLost) {
   EXPECT_EQ(zeilen().size(), 2);
 }
 
+TEST_F(WegAusfall, AConnectionThatDiedBeforeTheDialogIsOpenedAnewForIt) {
+  gespeichert(u"a"_s, 0);
+  db.verbindung()->Close();
+  EXPECT_TRUE(gehe([](clsBildZuordnungen& bilder) { aendere(bilder, 0, u"neu"_s); }).vollstaendig());
+  EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|neu|0"_s});
+}
+
 TEST_F(WegAusfall, WhatWaitsStaysInTheCollectionForAsManyTriesAsItTakes) {
   gespeichert(u"a"_s, 0);
   gespeichert(u"b"_s, 1);

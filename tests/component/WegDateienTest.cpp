@@ -177,3 +177,47 @@ TEST_F(WegDateien, ATextFileThatFailedIsWrittenAgain) {
               }).vollstaendig());
   EXPECT_EQ(wurzel.lies(u"Belege/1/ajpg.txt"_s), "Kessel");
 }
+
+TEST_F(WegDateien, ATextFileThatCanNotBeWrittenIsNotCalledSaved) {
+  gespeichert(u"a"_s, 0);
+  wurzel.schreibe(u"Belege/1/ajpg.txt/ordner"_s, "x");
+  const QString ende = u"„P:\\Belege\\1\\ajpg.txt“ ist nicht zu schreiben"_s;
+  erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: Der Infotext ist nicht geschrieben: Zugriff verweigert"_s, Antwort::Ja);
+  erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: Der Infotext ist nicht geschrieben: "_s + ende, Antwort::Nein);
+  const Ergebnis ergebnis = gehe([&](clsBildZuordnungen& bilder) {
+    aendere(bilder, 0, u"neu"_s);
+    Bildspur& spur = lege_Spur(bilder).bilder[0];
+    spur.bildinfo = u"Kessel"_s;
+    spur.text = gescheitert(u"Zugriff verweigert"_s);
+  });
+  EXPECT_EQ(ergebnis.nicht_geschrieben, 1);
+  EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|neu|0"_s}) << "the row is written all the same";
+}
+
+TEST_F(WegDateien, AForeignFileUnderTheNameIsNotTakenForTheCopy) {
+  erwarte_Frage(u"1 von 1"_s, u"„foto.jpg“: "_s + Nicht_kopiert + u"Der Datenträger ist voll"_s, Antwort::Ja);
+  erwarte_Frage(u"1 von 1"_s, u"„foto.jpg“: "_s + Nicht_kopiert + u"Datei existiert bereits"_s, Antwort::Nein);
+  gehe([&](clsBildZuordnungen& bilder) {
+    lege_Spur_ohne_Datei(lege_Spur(bilder), u"foto1"_s, u"P:\\Eingang\\foto.jpg"_s).groesse = 6;
+    wurzel.schreibe(u"Eingang/foto.jpg"_s, "inhalt");
+    wurzel.schreibe(datei(u"foto1"_s), "fremd");
+  });
+  EXPECT_TRUE(zeilen().isEmpty());
+  EXPECT_EQ(wurzel.lies(datei(u"foto1"_s)), "fremd");
+}
+
+TEST_F(WegDateien, AFileThatWentMeanwhileIsToldAndOneThatWasMissingBeforeIsNot) {
+  gespeichert(u"a"_s, 0);
+  gespeichert(u"b"_s, 1);
+  gespeichert(u"c"_s, 2);
+  EXPECT_TRUE(QFile::remove(wurzel.pfad(datei(u"b"_s))));
+  erwarte_Hinweis(
+      u"„a.jpg“: Die Datei ist nicht mehr in der Bildablage. Legen Sie sie zurück, oder entfernen Sie das Bild aus dem "
+      "Vorgang."_s);
+  EXPECT_EQ(gehe([&](clsBildZuordnungen& bilder) {
+              aendere(bilder, 0, u"neu"_s);
+              aendere(bilder, 1, u"neu"_s);
+              EXPECT_TRUE(QFile::remove(wurzel.pfad(datei(u"a"_s))));
+            }).geaendert,
+            2);
+}

@@ -98,7 +98,7 @@ TEST_F(WegDialog, AMissingRootAndAReadThatFailsAreToldAndNothingOpens) {
        u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
   EXPECT_EQ(Zuordnungsweg(std::make_shared<Betrieb>(db), u"P:\\fehlt"_s, nie).gehe(vorgang()).text(),
             u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
-  db.mitschrift().scheitere_am_naechsten();
+  db.mitschrift().scheitere_immer();
   meldungen.erwarte(
       {u"Die Zuordnungen sind nicht zu lesen: "_s + Verweigert, u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   EXPECT_FALSE(Zuordnungsweg(std::make_shared<Betrieb>(db), u"P:"_s, nie).gehe(vorgang()).geoeffnet);
