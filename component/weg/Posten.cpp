@@ -180,14 +180,17 @@ class Vorbereitung {
     if (!eines.spur->abgelehnter_Name.isEmpty()) sage_abgelehnt(eines);
     if (!eines.spur->text.gescheitert() || eines.wunsch.art == Wunsch::Art::Entfernen) return;
     eines.text_fehlt = true;
-    eines.textgrund = u"Der Infotext ist nicht geschrieben: "_s + eines.spur->text.grund;
+    const QString& grund = eines.spur->text.grund;
+    eines.textgrund = u"Der Infotext ist nicht geschrieben"_s + (grund.isEmpty() ? u"."_s : u": "_s + grund);
   }
 
   static void sage_abgelehnt(Posten& eines) {
     const QString& grund = eines.spur->umbenennung.grund;
-    eines.sage(
-        u"Das Bild behält seinen Namen, „%1“ bekommt es nicht%2. Alles andere daran ist davon unberührt; wählen "
-        "Sie einen anderen Namen."_s.arg(eines.spur->abgelehnter_Name, grund.isEmpty() ? QString() : u": "_s + grund));
+    eines.hinweise.append(
+        u"Das Bild behält seinen Namen, „%1“ bekommt es nicht%2. Alles andere daran ist davon unberührt; wählen Sie "
+        "einen anderen Namen."_s.arg(eines.spur->abgelehnter_Name, grund.isEmpty() ? QString() : u": "_s + grund));
+    // Without a reason the dialog has told it already.
+    eines.sagen |= !grund.isEmpty();
   }
 
   /// A row without its file shows nothing. Without a source nothing can be copied again; the file may come back all the

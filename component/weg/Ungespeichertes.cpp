@@ -3,9 +3,6 @@
 #include <QStringList>
 
 #include "component/weg/Meldung.h"
-#include "platform/basic/Fehlerbehandlung.h"
-#include "platform/basic/Text.h"
-#include "platform/basic/XArrayDBObject.h"
 #include "store/Dialogspur.h"
 #include "store/Sammlungszugriff.h"
 
@@ -14,25 +11,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace weg::ungespeichertes {
 namespace {
 
-// Columns of the dialog's working table.
-constexpr std::int32_t Name = 4;
-constexpr std::int32_t Endung = 5;
-constexpr std::int32_t Geaendert = 19;
-
-/// The pictures with changes that are not in the collection.
+/// The pictures with changes that are not in the collection; none where only the order differs.
 QStringList namen(const Dialogspur& spur) {
-  QStringList liste;
-  if (!spur.stand || !spur.stand->tabelle) return liste;
-  const XArrayDBObject& tabelle = *spur.stand->tabelle;
-  fehler::Weiter weiter;
-  using Dimension = XArrayDBObject::Dimension;
-  for (std::int32_t i = tabelle.LowerBound(Dimension::Zeilen); i <= tabelle.UpperBound(Dimension::Zeilen); ++i)
-    weiter([&] {
-      if (ist_True(tabelle.Value(i, Geaendert)))
-        liste.append(text::Trim(mit_Leertext(tabelle.Value(i, Name))) + u'.' +
-                     text::Trim(mit_Leertext(tabelle.Value(i, Endung))));
-    });
-  return liste;
+  return spur.stand ? spur.stand->betroffene : QStringList();
 }
 
 }  // namespace

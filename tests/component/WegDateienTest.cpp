@@ -114,6 +114,17 @@ TEST_F(WegDateien, ANameThatIsTakenIsToldAndTheOtherEditsOfTheRowAreKept) {
   EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|neu|0"_s});
 }
 
+TEST_F(WegDateien, ANameThatTheDialogHasRefusedWithItsOwnBoxIsNotToldTwice) {
+  gespeichert(u"a"_s, 0);
+  const Ergebnis ergebnis = gehe([&](clsBildZuordnungen& bilder) {
+    aendere(bilder, 0, u"neu"_s);
+    Bildspur& spur = lege_Spur(bilder).bilder[0];
+    spur.abgelehnter_Name = u"b"_s;
+    spur.umbenennung = gescheitert({});
+  });
+  EXPECT_TRUE(ergebnis.bilder[0].hinweis.startsWith(u"Das Bild behält seinen Namen, „b“ bekommt es nicht."_s));
+}
+
 TEST_F(WegDateien, ARenameThatTheTableMissedIsCarriedAfterInEveryRecord) {
   gespeichert(u"a"_s, 0);
   gespeichert(u"a"_s, 0, u"Belege\\1"_s, u"RE"_s);

@@ -1,5 +1,4 @@
 // Before the dialog opens, and when it closes without having saved.
-#include "platform/basic/XArrayDBObject.h"
 #include "tests/component/Wegtest.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -14,13 +13,7 @@ class WegDialog : public Wegtest {
     Dialogspur& spur = lege_Spur(bilder);
     spur.ungespeichert = true;
     spur.stand = std::make_shared<Dialogstand>();
-    spur.stand->tabelle = std::make_shared<XArrayDBObject>();
-    spur.stand->tabelle->ReDim(0, 1, 0, 28);
-    for (const std::int32_t zeile : {0, 1}) {
-      spur.stand->tabelle->Value(zeile, 4, zeile == 0 ? u"a"_s : u"b"_s);
-      spur.stand->tabelle->Value(zeile, 5, u"jpg"_s);
-      spur.stand->tabelle->Value(zeile, 19, zeile == 1);
-    }
+    spur.stand->betroffene = {u"b.jpg"_s};
   }
   static Meldung nicht_gespeichert() {
     return {
@@ -63,6 +56,19 @@ TEST_F(WegDialog, UnsavedChangesThatTheUserGivesUpAreInTheResult) {
   EXPECT_EQ(ergebnis.nicht_geschrieben, 1);
   EXPECT_EQ(ergebnis.bilder.back().name, u"b.jpg"_s);
   EXPECT_EQ(ergebnis.bilder.back().verbleib, Verbleib::Nicht_gespeichert);
+}
+
+TEST_F(WegDialog, AnOrderThatWasNotSavedIsToldWithoutNames) {
+  gespeichert(u"a"_s, 0);
+  meldungen.erwarte({u"Der Dialog ist geschlossen, aber Ihre Änderungen sind nicht gespeichert.\r\n\r\nDen Dialog mit "
+                     "diesen Änderungen noch einmal öffnen?"_s,
+                     u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::JaNein},
+                    Antwort::Nein);
+  EXPECT_EQ(gehe([](clsBildZuordnungen& bilder) {
+              schliesse_ungespeichert(bilder);
+              Sammlungszugriff::spur(bilder)->stand->betroffene.clear();
+            }).nicht_geschrieben,
+            1);
 }
 
 TEST_F(WegDialog, AKeyWithAnApostropheOrTooLongIsRefusedBeforeAnythingIsSent) {
