@@ -92,12 +92,14 @@ TEST_F(WegAusfall, OnlyWhatTheTableDoesNotHaveIsWrittenAgain) {
   erwarte_Frage(u"2 von 2"_s, u"„a.jpg“, „b.jpg“: Die Verbindung ist abgerissen"_s, Antwort::Ja, [&] {
     db.mitschrift().bei_jedem({});
     db.mitschrift().heile();
+    db.mitschrift().hole();
   });
   const Ergebnis ergebnis = gehe([&](clsBildZuordnungen& bilder) {
     neues(bilder, u"a"_s);
     neues(bilder, u"b"_s);
   });
   EXPECT_EQ(ergebnis.neu, 2);
+  EXPECT_EQ(anweisungen(u"insert"_s).size(), 1) << "the first one stands there already";
   EXPECT_EQ(zeilen(), (QStringList{u"a|Belege\\1|<NULL>|0"_s, u"b|Belege\\1|<NULL>|1"_s}));
 }
 
