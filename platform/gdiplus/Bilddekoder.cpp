@@ -81,14 +81,8 @@ bool ist_unberuehrt(const QImage& bild) {
   return std::all_of(anfang, anfang + bild.sizeInBytes(), [](uchar byte) { return byte == 0; });
 }
 
-// A bitmap that ends with its header is read as success.
-bool hat_Rumpf(const Bildkopf& kopf, const QByteArray& datei) {
-  return kopf.format != Bildformat::Bmp || datei.size() > Bytesicht(datei).u32_tief(10);
-}
-
 /// Null where the file gives nothing.
 QImage mit_Qt(const Bildkopf& kopf, const QByteArray& datei) {
-  if (!hat_Rumpf(kopf, datei)) return {};
   const OhneSpeichergrenze ohne_Grenze;
   QByteArray bytes = kopf.format == Bildformat::Bmp ? mit_bekanntem_Kopf(datei) : datei;
   QBuffer puffer(&bytes);
