@@ -1,5 +1,7 @@
 #include "dialogs/overview/Zuordnungslauf.h"
 
+#include <algorithm>
+
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/Dateien.h"
@@ -24,25 +26,32 @@ bool Zuordnungslauf::sind_gleich(const QString& eine, const QString& andere) {
   });
 }
 
-std::optional<QString> Zuordnungslauf::Name_fuer(const QString& artikel, const Bild& bild,
-                                                 const std::function<bool(const QString&)>& vergeben) const {
-  const auto hat = [&](const Eintrag& e, const QString& name) {
+bool Zuordnungslauf::heissen_gleich(const Bild& eines, const Bild& anderes) {
+  return gleicher_Text(eines.Name, anderes.Name) && gleicher_Text(eines.Endung, anderes.Endung);
+}
+
+std::optional<QString> Zuordnungslauf::Name_fuer(const QString& artikel, const Bild& bild, bool einziges,
+                                                 const std::function<Platz(const QString&)>& platz) const {
+  const auto traegt = [&](const Eintrag& e, const QString& name) {
     return gleicher_Text(e.Artikel, artikel) && gleicher_Text(e.Quelle.Endung, bild.Endung) &&
-           (gleicher_Text(e.Name, name) || gleicher_Text(e.Quelle.Name, name));
+           gleicher_Text(e.Name, name);
   };
-  const auto schon = [&](const QString& name) {
-    for (const Eintrag& e : m_Eintraege)
-      if (hat(e, name)) return true;
-    return false;
-  };
-  if (!schon(bild.Name)) return bild.Name;
-  if (!mod_BilderSuchen::Fkt_FileExists(bild.Datei)) return std::nullopt;
-  for (const Eintrag& e : m_Eintraege)
-    if (hat(e, bild.Name) && (e.Quelle.Zeile == bild.Zeile || sind_gleich(e.Quelle.Datei, bild.Datei)))
-      return std::nullopt;
-  for (int nummer = 2;; ++nummer) {
-    QString name = bildnamen::gestempelt(bild.Name, {}, nummer);
-    if (!schon(name) && !vergeben(name)) return name;
+  bool anderes = false;
+  for (const Eintrag& e : m_Eintraege) {
+    if (!traegt(e, bild.Name) && !(gleicher_Text(e.Artikel, artikel) && heissen_gleich(e.Quelle, bild))) continue;
+    if (e.Quelle.Zeile == bild.Zeile || sind_gleich(e.Quelle.Datei, bild.Datei)) return std::nullopt;
+    anderes = true;
+  }
+  const bool vorhanden = mod_BilderSuchen::Fkt_FileExists(bild.Datei);
+  if (!anderes && (einziges || !vorhanden)) return bild.Name;
+  if (!vorhanden) return std::nullopt;
+  for (int nummer = 1;; ++nummer) {
+    QString name = nummer == 1 ? bild.Name : bildnamen::gestempelt(bild.Name, {}, nummer);
+    const auto nimmt = [&](const Eintrag& e) { return traegt(e, name); };
+    if (std::any_of(m_Eintraege.begin(), m_Eintraege.end(), nimmt)) continue;
+    const Platz ort = platz(name);
+    if (ort == Platz::Frei) return name;
+    if (ort == Platz::Zugeordnet) return std::nullopt;
   }
 }
 

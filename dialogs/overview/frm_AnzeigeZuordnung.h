@@ -105,7 +105,10 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   void frage_und_speichere();
   void ordne_zu(Zuordnungslauf& lauf, std::int32_t artikelzeile);
   void ordne_Bild_zu(Zuordnungslauf& lauf, std::int32_t zeile, const QString& artikelnummer, const QString& zielordner);
-  bool ist_frei(const QString& ziel, const QString& name, const Zuordnungslauf::Bild& bild);
+  Zuordnungslauf::Bild Bild_der_Zeile(std::int32_t zeile) const;
+  bool ist_einziges(const Zuordnungslauf::Bild& bild) const;
+  Zuordnungslauf::Platz Platz_von(const QString& ziel, const QString& name, const Zuordnungslauf::Bild& bild,
+                                  bool zugeordnet) const;
   void kopiere(const Zuordnungslauf::Bild& bild, const QString& ziel, const QString& name, bool schonend);
   void uebernimm_Angaben(std::int32_t zeile);
   XArrayDBObject& Zuordnungen() const;

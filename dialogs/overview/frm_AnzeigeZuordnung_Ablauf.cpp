@@ -260,16 +260,14 @@ void frm_AnzeigeZuordnung::ordne_Bild_zu(Zuordnungslauf& lauf, std::int32_t zeil
   using namespace uebersicht;
   const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
   const QString ziel = pRootpath + u'\\' + zielordner;
-  const Zuordnungslauf::Bild bild{
-      zeile, text::Trim(wert(Dateiname)), text::Trim(wert(Ext)),
-      pRootpath + u'\\' + wert(Pfad) + u'\\' + mod_BilderSuchen::Fkt_SplitFileName(wert(Datei), 2) + u'.' + wert(Ext)};
+  const Zuordnungslauf::Bild bild = Bild_der_Zeile(zeile);
   const auto vorhanden = [&](const QString& name) {
     return pNeuObj->FKT_BilderVorhanden(artikelnummer, {}, {}, {}, name, bild.Endung, u"Art"_s, {}, {});
   };
   if (vorhanden(bild.Name)) return;
-  const std::optional<QString> name = lauf.Name_fuer(artikelnummer, bild, [&](const QString& anderer) {
-    return vorhanden(anderer) || !ist_frei(ziel, anderer, bild);
-  });
+  const std::optional<QString> name = lauf.Name_fuer(
+      artikelnummer, bild, ist_einziges(bild),
+      [&](const QString& moeglicher) { return Platz_von(ziel, moeglicher, bild, vorhanden(moeglicher)); });
   if (!name) return;
   lauf.merke(artikelnummer, bild, *name);
   pNeuObj->FKT_NeuesBild(artikelnummer, {}, {}, {}, *name, bild.Endung, u"Art"_s, {});
@@ -287,11 +285,31 @@ void frm_AnzeigeZuordnung::ordne_Bild_zu(Zuordnungslauf& lauf, std::int32_t zeil
   pNeuObj->Bild_Changeflag(true);
 }
 
-/// No file of another picture or text stands where the picture would go under that name.
-bool frm_AnzeigeZuordnung::ist_frei(const QString& ziel, const QString& name, const Zuordnungslauf::Bild& bild) {
+Zuordnungslauf::Bild frm_AnzeigeZuordnung::Bild_der_Zeile(std::int32_t zeile) const {
+  using namespace uebersicht;
+  const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
+  const QString name = mod_BilderSuchen::Fkt_SplitFileName(wert(Datei), 2);
+  return {zeile, text::Trim(wert(Dateiname)), text::Trim(wert(Ext)),
+          pRootpath + u'\\' + wert(Pfad) + u'\\' + name + u'.' + wert(Ext)};
+}
+
+/// No other marked picture has its name.
+bool frm_AnzeigeZuordnung::ist_einziges(const Zuordnungslauf::Bild& bild) const {
+  for (std::int32_t i = 0; i <= Zuordnungen().UpperBound(Dimension::Zeilen); ++i)
+    if (i != bild.Zeile && ist_True(Zuordnungen().Value(i, uebersicht::Marke)) &&
+        Zuordnungslauf::heissen_gleich(Bild_der_Zeile(i), bild))
+      return false;
+  return true;
+}
+
+Zuordnungslauf::Platz frm_AnzeigeZuordnung::Platz_von(const QString& ziel, const QString& name,
+                                                      const Zuordnungslauf::Bild& bild, bool zugeordnet) const {
+  using Platz = Zuordnungslauf::Platz;
   const QString datei = ziel + u'\\' + name + u'.' + bild.Endung;
-  if (pNeuObj->Fkt_FileExists(datei)) return Zuordnungslauf::sind_gleich(datei, bild.Datei);
-  return !pNeuObj->Fkt_FileExists(ziel + u'\\' + bildnamen::textdatei(name, bild.Endung));
+  if (Zuordnungslauf::sind_gleich(datei, bild.Datei)) return zugeordnet ? Platz::Zugeordnet : Platz::Frei;
+  const QString text = ziel + u'\\' + bildnamen::textdatei(name, bild.Endung);
+  const bool fremdes = pNeuObj->Fkt_FileExists(datei) || pNeuObj->Fkt_FileExists(text);
+  return zugeordnet || fremdes ? Platz::Vergeben : Platz::Frei;
 }
 
 // Under its own name a picture spares what lies there. A copy that fails goes unnoticed, and its row is written.

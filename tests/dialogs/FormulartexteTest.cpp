@@ -55,7 +55,7 @@ const QHash<QString, QList<Text>> Liste{
          {u"SSP_NameChanged"_s, {}, {}, {}},
          {u"cmd_OriginalName"_s, {}, u"Auf Original-Namen zurücksetzen"_s, {}},
          {u"SSP_WarnungName"_s, u"Dateiname schon vorhanden!"_s, {}, {}},
-         {u"txt_BildName"_s, {}, {}, {}},
+         {u"txt_BildName"_s, {}, u"Nicht erlaubt sind \\ / : * ? \" < > | ' und Steuerzeichen"_s, {}},
          {u"txt_BildExt"_s, {}, {}, {}},
          {u"lbl_Anzeige(0)"_s, u"Name:"_s, {}, {}},
          {u"chk_Drucken"_s, u"Drucken"_s, {}, {}},

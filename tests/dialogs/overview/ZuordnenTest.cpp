@@ -201,6 +201,31 @@ TEST_F(Zuordnen, TwoPicturesOfOneNameBothArriveTheSecondUnderANumber) {
   EXPECT_EQ(eingefuegt(), QStringList());
 }
 
+TEST_F(Zuordnen, APictureThatLiesWhereAnotherOfItsNameGoesKeepsItsFileAndItsName) {
+  const QByteArray blaues = lege_Bild(u"a.jpg"_s);
+  fuege_ein({});
+  const QByteArray rotes = lege_Bild(u"a.jpg"_s, QSize(120, 80), Qt::red, u"Artikel/Mayer"_s);
+  fuege_ein({.pfad = u"Artikel\\Mayer"_s});
+  ordne_zu({u"4711"_s});
+  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a_2|Artikel\\Mayer"_s, u"4711|a|Artikel\\Mayer"_s}));
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a.jpg"_s), rotes);
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a_2.jpg"_s), blaues);
+}
+
+TEST_F(Zuordnen, APictureThatGotItsNumberEarlierIsNotAssignedAgain) {
+  lege_Bild(u"a.jpg"_s);
+  fuege_ein({});
+  lege_Bild(u"a.jpg"_s, QSize(120, 80), Qt::blue, u"Belege/2"_s);
+  fuege_ein({.pfad = u"Belege\\2"_s});
+  wurzel.schreibe(u"Artikel/Mayer/a.jpg"_s, "fremdes Bild");
+  ordne_zu({u"4711"_s});
+  EXPECT_EQ(zugeordnet(), QStringList{u"4711|a_2|Artikel\\Mayer"_s});
+  db.mitschrift().hole();
+  zeige([&] { speichere(); });
+  EXPECT_EQ(eingefuegt(), QStringList());
+  EXPECT_EQ(dateien(u"Artikel/Mayer"_s), (QStringList{u"a.jpg"_s, u"a_2.jpg"_s}));
+}
+
 TEST_F(Zuordnen, ANumberedNameTakesNothingFromAnotherPictureOrText) {
   const QString name(50, u'n');
   const auto gekuerzt = [&](int nummer) { return name.left(48) + u'_' + QString::number(nummer); };
