@@ -46,6 +46,7 @@ TEST_F(Druck, WithASideOfZeroTheGivenValueComesBack) {
   EXPECT_EQ(store.Fkt_GetHoehe_Picture(200, 100, 7, 0), 7);
   EXPECT_EQ(store.Fkt_GetBreite_Picture(200, 100, 0, 9), 9);
   EXPECT_EQ(store.Fkt_GetBreite_Picture(0, 100, 30, 9), 9);
+  EXPECT_EQ(store.Fkt_GetBreite_Picture(200, 0, 30, 9), 9);
 }
 
 TEST_F(Druck, ALoadedPictureTellsItsSizeAndLivesOn) {
@@ -76,8 +77,10 @@ TEST_F(Druck, TheSameNameInAnotherFolderCountsAsLoaded) {
   ASSERT_TRUE(store.FKT_LoadPicture(u"a.png"_s, u"P:"_s, false));
   const auto bild = store.AktLoadPicture_Picture;
   EXPECT_TRUE(store.FKT_LoadPicture(u"a.png"_s, u"P:\\o"_s, false));
+  EXPECT_EQ(store.AktLoadPicture, u"a.png"_s);
   EXPECT_EQ(store.AktLoadPicture_Picture, bild);
   EXPECT_EQ(store.AktLoadPicture_Breite, 40);
+  EXPECT_EQ(store.AktLoadPicture_Hoehe, 20);
   store.AktLoadPicture.clear();
   EXPECT_TRUE(store.FKT_LoadPicture(u"a.png"_s, u"P:\\o"_s, false));
   EXPECT_EQ(store.AktLoadPicture_Breite, 10);

@@ -334,3 +334,22 @@ TEST_F(Aktionen, ThePropertiesOfThePictureOpenAndClose) {
     EXPECT_TRUE(form().isVisible());
   });
 }
+
+TEST_F(Aktionen, AFailureOfThePropertiesIsReportedUnderTheNameOfTheSearchButton) {
+  fuege_Bilder_ein(1);
+  zeige([&] {
+    form().SSC_ExifInfo.Enabled(true);
+    const std::int32_t zeile = form().AktZeile;
+    form().AktZeile = 99;
+    mauszeiger().form(Zeigerform::Sanduhr);
+    klicke(form().SSC_ExifInfo);
+    form().AktZeile = zeile;
+    const auto berichte = core.hole();
+    ASSERT_EQ(berichte.size(), 1);
+    EXPECT_EQ(berichte[0].Modul, u"frm_BildZuordnung"_s);
+    EXPECT_EQ(berichte[0].Prozedur, u"SSC_BilderLaden_Click"_s);
+    EXPECT_EQ(berichte[0].Nummer, 9);
+    EXPECT_TRUE(berichte[0].MitMeldung);
+    EXPECT_EQ(mauszeiger().form(), Zeigerform::Standard);
+  });
+}
