@@ -2,6 +2,7 @@
 
 #include "host/Anmeldung.h"
 #include "host/Ausgabe.h"
+#include "host/Hochkomma.h"
 #include "host/Reihenfolge.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
@@ -150,7 +151,19 @@ std::optional<bool> Sitzung::steht_in_der_Tabelle(const Datensatz& satz, const Q
   return grund ? std::nullopt : std::optional(da);
 }
 
+/// Nothing is sent where one of the rows could not be: a part of them would be written and the rest widened or broken.
+void Sitzung::pruefe_gekennzeichnete() {
+  for (std::int32_t i = 0; i < store_.AnzahlPos(); ++i) {
+    store_.AktInd(i);
+    if (store_.Bild_Delete())
+      hochkomma::pruefe_Kennung(*store_.AktBildObj);
+    else if (store_.Bild_Changeflag())
+      hochkomma::pruefe_Zeile(*store_.AktBildObj);
+  }
+}
+
 bool Sitzung::speichere() {
+  pruefe_gekennzeichnete();
   const std::int32_t vorher = berichte();
   return store_.FKT_SpeichernBilder() && berichte() == vorher;
 }

@@ -51,12 +51,14 @@ class Sitzung {
   /// Whether the table holds a row of that record, folder and picture; none where it can't be asked.
   std::optional<bool> steht_in_der_Tabelle(const Datensatz& satz, const QString& pfad, const namen::Bilddatei& bild);
 
-  /// Writes what is flagged. True when every statement ran.
+  /// Writes what is flagged. True when every statement ran. Where a flagged row holds an apostrophe that would stand in
+  /// a statement as it is, nothing is sent and it ends with Abbruch, Ausgang::Datenbank.
   bool speichere();
 
  private:
   class Core;
   bool lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad);
+  void pruefe_gekennzeichnete();
   std::int32_t berichte() const;
 
   std::shared_ptr<Core> core_;

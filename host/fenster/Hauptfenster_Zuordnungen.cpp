@@ -1,6 +1,7 @@
 // What the window does with the assignments of a record beside its dialog: all of a picture's, and further ones.
 #include "dialogs/assignment/clsDialoge.h"
 #include "host/Ausgang.h"
+#include "host/Hochkomma.h"
 #include "host/fenster/Bildsammlung.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Vorgangsansicht.h"
@@ -33,7 +34,28 @@ QString entferne_Zeile(clsBildZuordnungen& store) {
   return fang.erster();
 }
 
+/// The record's assignments for a dialog that puts them into statements; ends with Abbruch where one can't be.
+Bildsammlung lies_zum_Bearbeiten(const Arbeitsplatz& platz, const Vorgang& vorgang) {
+  Bildsammlung sammlung = lies_Bildsammlung(platz, vorgang);
+  hochkomma::pruefe_Zeilen(*sammlung.store);
+  return sammlung;
+}
+
 }  // namespace
+
+bool Hauptfenster::erlaubt_Bearbeiten(const Vorgang& vorgang) {
+  Bildsammlung sammlung;
+  // What keeps the record from being read is told by the road itself.
+  if (!gelingt([&] { sammlung = lies_Bildsammlung(platz_, vorgang); })) return true;
+  try {
+    hochkomma::pruefe_Zeilen(*sammlung.store);
+    return true;
+  } catch (const Abbruch& abbruch) {
+    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
+    melde(abbruch.text());
+    return false;
+  }
+}
 
 void Hauptfenster::zeige_AlleZuordnungen() {
   const Vorschaubild* gewaehltes = ansicht_->lst_Bilder->gewaehltes();
@@ -46,7 +68,7 @@ void Hauptfenster::zeige_AlleZuordnungen() {
   try {
     // A missing root shows as missing files only; the assignments are there all the same.
     static_cast<void>(platz_.wurzel_fehlt());
-    const Bildsammlung sammlung = lies_Bildsammlung(platz_, vorgang);
+    const Bildsammlung sammlung = lies_zum_Bearbeiten(platz_, vorgang);
     clsBildZuordnungen& store = *sammlung.store;
     if (!waehle_Bild(store, bild))
       throw Abbruch(Ausgang::Datenbank, u"Das Bild ist dem Vorgang nicht mehr zugeordnet."_s);
@@ -79,7 +101,7 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   }
   dialog_offen_ = true;
   try {
-    const Bildsammlung sammlung = lies_Bildsammlung(platz_, vorgang);
+    const Bildsammlung sammlung = lies_zum_Bearbeiten(platz_, vorgang);
     clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(
         platz_.anwendungsobjekt(), sammlung.store, platz_.wurzel(), vorgang::bildordner(vorgang), vorgang.satz.key1,
         vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4, vorgang.satz.typ1, vorgang.satz.typ2,
