@@ -100,12 +100,14 @@ TEST_F(KvobildHochkomma, Eine_fremde_Zeile_wird_beim_Aendern_nicht_geschrieben) 
   for (const QString& spalte : {u"Bildname"_s, u"BildExt"_s, u"BildPfad"_s, u"Grafik_Ursprung"_s, u"GrafikAnbNr"_s}) {
     SCOPED_TRACE(spalte.toStdString());
     fremde_Zeile(spalte, Weit);
+    ASSERT_EQ(zeilen().size(), 3);
     const QJsonObject zeile = zeilen().last();
     const QString vorher = stand();
     erwarte_Ablehnung(aendern({u"--beschreibung"_s, u"neu"_s, name_von(zeile)}), vorher, spalte);
     // Moved up, another picture makes it change its place.
     erwarte_Ablehnung(aendern({u"--sortierung"_s, u"2"_s, namen_[0]}), vorher, spalte);
     EXPECT_EQ(aendern({u"--beschreibung"_s, u"nur diese"_s, namen_[1]}).code, 0);
+    ASSERT_EQ(zeilen().size(), 3);
     EXPECT_EQ(zeilen()[1][u"beschreibung"_s].toString(), u"nur diese"_s);
     EXPECT_EQ(zeilen()[0][u"beschreibung"_s].toString(), QString());
     EXPECT_EQ(aendern({u"--beschreibung"_s, QString(), namen_[1]}).code, 0);
