@@ -339,16 +339,17 @@ TEST_F(Aktionen, AFailureOfThePropertiesIsReportedUnderTheNameOfTheSearchButton)
   fuege_Bilder_ein(1);
   zeige([&] {
     form().SSC_ExifInfo.Enabled(true);
-    const std::int32_t zeile = form().AktZeile;
-    form().AktZeile = 99;
+    const Variant pfad = form().Zelle(0, spalte::VollerPfad);
+    // What is no text can't be the name of a file.
+    form().Zelle(0, spalte::VollerPfad, Variant(std::make_shared<int>(1)));
     mauszeiger().form(Zeigerform::Sanduhr);
     klicke(form().SSC_ExifInfo);
-    form().AktZeile = zeile;
+    form().Zelle(0, spalte::VollerPfad, pfad);
     const auto berichte = core.hole();
     ASSERT_EQ(berichte.size(), 1);
     EXPECT_EQ(berichte[0].Modul, u"frm_BildZuordnung"_s);
     EXPECT_EQ(berichte[0].Prozedur, u"SSC_BilderLaden_Click"_s);
-    EXPECT_EQ(berichte[0].Nummer, 9);
+    EXPECT_EQ(berichte[0].Nummer, 13);
     EXPECT_TRUE(berichte[0].MitMeldung);
     EXPECT_EQ(mauszeiger().form(), Zeigerform::Standard);
   });
