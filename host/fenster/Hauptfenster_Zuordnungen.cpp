@@ -25,30 +25,21 @@ bool waehle_Bild(clsBildZuordnungen& store, const Vorschaubild& bild) {
   return false;
 }
 
-/// Deletes the row under the cursor. What went wrong, or nothing.
-QString entferne_Zeile(clsBildZuordnungen& store) {
-  const Berichtsfang fang;
-  store.Bild_Delete(true);
-  store.Bild_Changeflag(true);
-  store.FKT_SpeichernBilder();
-  return fang.erster();
-}
-
 /// The record's assignments for a dialog that puts them into statements; ends with Abbruch where one can't be.
-Bildsammlung lies_zum_Bearbeiten(const Arbeitsplatz& platz, const Vorgang& vorgang) {
-  Bildsammlung sammlung = lies_Bildsammlung(platz, vorgang);
-  hochkomma::pruefe_Zeilen(*sammlung.store);
+std::shared_ptr<clsBildZuordnungen> lies_zum_Bearbeiten(const Arbeitsplatz& platz, const Vorgang& vorgang) {
+  const auto sammlung = lies_Bildsammlung(platz, vorgang);
+  hochkomma::pruefe_Zeilen(*sammlung);
   return sammlung;
 }
 
 }  // namespace
 
 bool Hauptfenster::erlaubt_Bearbeiten(const Vorgang& vorgang) {
-  Bildsammlung sammlung;
+  std::shared_ptr<clsBildZuordnungen> sammlung;
   // What keeps the record from being read is told by the road itself.
   if (!gelingt([&] { sammlung = lies_Bildsammlung(platz_, vorgang); })) return true;
   try {
-    hochkomma::pruefe_Zeilen(*sammlung.store);
+    hochkomma::pruefe_Zeilen(*sammlung);
     return true;
   } catch (const Abbruch& abbruch) {
     MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
@@ -68,8 +59,8 @@ void Hauptfenster::zeige_AlleZuordnungen() {
   try {
     // A missing root shows as missing files only; the assignments are there all the same.
     static_cast<void>(platz_.wurzel_fehlt());
-    const Bildsammlung sammlung = lies_zum_Bearbeiten(platz_, vorgang);
-    clsBildZuordnungen& store = *sammlung.store;
+    const auto sammlung = lies_zum_Bearbeiten(platz_, vorgang);
+    clsBildZuordnungen& store = *sammlung;
     if (!waehle_Bild(store, bild))
       throw Abbruch(Ausgang::Datenbank, u"Das Bild ist dem Vorgang nicht mehr zugeordnet."_s);
     bool eigene = false;
@@ -78,7 +69,7 @@ void Hauptfenster::zeige_AlleZuordnungen() {
         store.Bild_Key3(), store.Bild_Key4(), store.Bild_Bildname(), store.Bild_BildExt(), store.Bild_Typ1(),
         store.Bild_Typ2(), store.cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang), eigene);
     if (eigene) {
-      const QString grund = entferne_Zeile(store);
+      const QString grund = entferne_Zeile(platz_, sammlung, vorgang);
       ergebnis = grund.isEmpty() ? u"Die Zuordnung von „%1“ zu diesem Vorgang ist entfernt."_s.arg(bild.datei)
                                  : u"Die Zuordnung von „%1“ ist NICHT entfernt: %2"_s.arg(bild.datei, grund);
     }
@@ -101,11 +92,11 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   }
   dialog_offen_ = true;
   try {
-    const Bildsammlung sammlung = lies_zum_Bearbeiten(platz_, vorgang);
+    const auto sammlung = lies_zum_Bearbeiten(platz_, vorgang);
     clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(
-        platz_.anwendungsobjekt(), sammlung.store, platz_.wurzel(), vorgang::bildordner(vorgang), vorgang.satz.key1,
+        platz_.anwendungsobjekt(), sammlung, platz_.wurzel(), vorgang::bildordner(vorgang), vorgang.satz.key1,
         vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4, vorgang.satz.typ1, vorgang.satz.typ2,
-        sammlung.store->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
+        sammlung->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
   } catch (const Abbruch& abbruch) {
     MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
   }
