@@ -206,6 +206,8 @@ void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
 }
 
 void frm_BildZuordnung::lade_Text(std::int32_t zeile) {
+  // What could not be written stands as it was typed: the next save would take the old text of the file for it.
+  if (Spur(zeile).text.gescheitert()) return Zelle(zeile, spalte::BildInfo, Spur(zeile).bildinfo);
   const QString textdatei = pRootpath + u'\\' + Text(zeile, spalte::Pfad) + u'\\' +
                             bildnamen::textdatei(Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt));
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))

@@ -3,6 +3,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/basic/Uhr.h"
+#include "platform/basic/Windows1252.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
@@ -194,8 +195,9 @@ void frm_BildZuordnung::schreibe_Textdatei(std::int32_t zeile) {
   if (spur.bildinfo.isEmpty()) return;
   const QString datei = textdatei(pRootpath + u'\\' + Text(zeile, spalte::Pfad),
                                   text::Trim(Text(zeile, spalte::Bildname)), text::Trim(Text(zeile, spalte::BildExt)));
-  if (mod_BilderSuchen::Fkt_WriteFile(datei, spur.bildinfo))
-    spur.text = {Dateischritt::Stand::Getan, {}};
-  else
-    spur.text = {Dateischritt::Stand::Gescheitert, {}};
+  spur.text.stand = Dateischritt::Stand::Getan;
+  if (mod_BilderSuchen::Fkt_WriteFile(datei, spur.bildinfo)) return;
+  // The second try tells why.
+  const auto sage = [&](const Laufzeitfehler& f) { spur.text = {Dateischritt::Stand::Gescheitert, f.Beschreibung()}; };
+  fehler::melden_und_enden(sage, [&] { dateien::schreibe_alles(datei, windows1252::encode(spur.bildinfo)); });
 }

@@ -71,6 +71,8 @@ void frm_BildZuordnung::verschiebe_Zeile() {
   XArrayDBObject& tabelle = *SortTabelle;
   const std::int32_t quelle = DragQuelle + ErsteZeile - 1;
   const std::int32_t ziel = DragZiel + ErsteZeile - 1;
+  // Before anything is taken out: a row without a place to go to would be lost.
+  if (ziel < 0 || ziel > LetzteZeile()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
   std::vector<Variant> zeile;
   zeile.reserve(spalte::SortIndex);
   for (std::int32_t s = 0; s < spalte::SortIndex; ++s) zeile.push_back(tabelle.Value(quelle, s));

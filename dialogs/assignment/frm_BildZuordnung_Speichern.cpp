@@ -169,7 +169,12 @@ void frm_BildZuordnung::uebernimm_in(clsBilderSpeicher& satz, std::int32_t zeile
   satz.Bild_Drucken = Ja(zeile, spalte::Drucken);
   satz.Bild_DruckGesamteSeite = Ja(zeile, spalte::DruckGesamteSeite);
   satz.Bild_NeueSeite = Ja(zeile, spalte::NeueSeite);
-  Spur(zeile).ungekuerzter_Drucktext = satz.Bild_Beschreibung == drucktext ? QString() : drucktext;
+  QString& ungekuerzter = Spur(zeile).ungekuerzter_Drucktext;
+  // A text that was cut before it was read again has not been shortened by the user.
+  if (satz.Bild_Beschreibung != drucktext)
+    ungekuerzter = drucktext;
+  else if (bildnamen::passender_Drucktext(ungekuerzter) != drucktext)
+    ungekuerzter.clear();
 }
 
 void frm_BildZuordnung::ShowVerzeichnisDialog(QString& pErgebnis) {

@@ -307,8 +307,11 @@ void frm_BildZuordnung::zeige_im_Programm(const QString& datei) {
 // ── Scrolling ───────────────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_BildZuordnung::scrolle(std::int32_t schritte) {
+  const std::int32_t vorher = ErsteZeile;
   ErsteZeile += schritte;
   baue_Streifen_neu();
+  // The picture that was taken stays the source, though the keys scroll the strip while it is dragged.
+  if (DragAktiv) DragQuelle -= ErsteZeile - vorher;
 }
 
 // Built twice: once for the row, once by the crosses. The selection does not move with the strip.

@@ -68,6 +68,9 @@ Anblick Anblick::lies(const QByteArray& zeile) {
 }
 
 const Element& Anblick::element(const QString& gesucht) const {
+  // What was taken out of a window lives on unseen until its event loop ends.
+  const Element& sichtbares = suche(elemente, [&](const Element& e) { return e.name == gesucht && e.sichtbar; });
+  if (sichtbares.sichtbar) return sichtbares;
   return suche(elemente, [&](const Element& e) { return e.name == gesucht; });
 }
 

@@ -47,7 +47,7 @@ struct Anblick {
   QList<Element> elemente;
 
   static Anblick lies(const QByteArray& zeile);
-  /// The control of that name, or one that has neither name nor text: never null.
+  /// The control of that name, a visible one before others, or one that has neither name nor text: never null.
   const Element& element(const QString& gesucht) const;
   const Element& operator[](const QString& gesucht) const { return element(gesucht); }
   /// The button with that text (without the mark of its short-cut).

@@ -4,10 +4,7 @@
 #include <QImage>
 #include <QRegularExpression>
 
-#include "tests/ende/Bestand.h"
-#include "tests/ende/Programm.h"
-#include "tests/ende/Xsitzung.h"
-#include "tests/support/Umgebung.h"
+#include "tests/ende/Dialogsitzung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,34 +22,12 @@ bool Marke_rechts_oben(const QImage& bild) {
          bild.pixelColor(kante / 10, kante / 10).lightness() < 240;
 }
 
-/// One row of Bild_Zuordnungen of the record or of an article.
-struct Zeile {
-  QString schluessel;
-  QString typ;
-  QString pfad;
-  QString name;
-  QString text;
-  QString druck;
-  int platz = 0;
-  QString als_Text() const {
-    return QStringList{
-        schluessel, name, u"jpg"_s, typ, u"-"_s, pfad, text, druck, u"-"_s, u"<NULL>"_s, QString::number(platz)}
-        .join(u'|');
-  }
-};
-
 }  // namespace
 
 /// A clerk's morning at the program, one step after the other. After each the whole data folder is compared with what
 /// it must hold by then.
-class Vormittag : public testing::Test {
+class Vormittag : public Dialogsitzung {
  public:
-  void SetUp() override {
-    if (const QString grund = Programm::hindernis(); !grund.isEmpty()) GTEST_SKIP() << grund.toStdString();
-    if (const QString grund = x.beginne(); !grund.isEmpty()) GTEST_SKIP() << grund.toStdString();
-  }
-
-  void beginne();
   void oeffne_Beleg();
   void suche_Bilder();
   void sortiere();
@@ -65,48 +40,16 @@ class Vormittag : public testing::Test {
   void loesche_eine_Zuordnung();
   void schliesse();
 
-  /// Nothing else is in the data folder than what the test knows of.
+  /// Nothing else is in the data folder than what the test knows of, the order of the rows included.
   void pruefe(const char* wann) {
     SCOPED_TRACE(wann);
     EXPECT_EQ(unterschied(programm.bestand(), soll), QStringList());
   }
-  /// Clicks a picture of the strip and waits until it is the one whose fields show.
-  void waehle_Bild(int nummer) {
-    programm.klicke(u"Pic_Thumb(%1)"_s.arg(nummer));
-    programm.warte("the picture's number",
-                   [&](const Anblick& a) { return a[u"SSP_Anzahl(1)"_s].text == QString::number(nummer); });
-  }
-  /// The names in the strip's order, read from the fields.
-  static bool dialog_zeigt(const Anblick& a, int bilder) {
-    return a.name == "frm_BildZuordnung"_L1 && a[u"SSP_Panel(0)"_s].text == Kopf &&
-           a.anzahl_sichtbarer(u"Pic_Thumb("_s) == bilder && a[u"SSP_Anzahl(3)"_s].text == QString::number(bilder);
-  }
-  static bool suche_zeigt(const Anblick& a, int dateien) {
-    return a.name == "frm_BilderSuchen"_L1 && a[u"lvwContent"_s].sichtbar &&
-           a[u"SSP_Anzahl"_s].text == u"%1 Objekt(e)"_s.arg(dateien);
-  }
-  /// The name of a saved picture: its own with the moment of saving behind, which must lie in the step.
-  QString gestempelt(const QString& name, const Bestand& ist, const QDateTime& von);
   /// Writes what the record's rows must be from now on.
-  Zeile zeile_des_Belegs(int platz) const;
-  QImage bild(const QString& datei) const { return QImage(programm.datenordner() + u'/' + datei); }
-
-  Testordner ordner;
-  Xsitzung x;
-  Programm programm{x, ordner};
-  Bestand soll;
+  Zuordnungszeile zeile_des_Belegs(int platz) const;
   /// The names of the record's pictures in their order, as they were saved.
   QStringList namen;
 };
-
-void Vormittag::beginne() {
-  programm.starte();
-  programm.warte("the records", [](const Anblick& a) {
-    return a.name == "Hauptfenster"_L1 && a.zeile(u"tree_Vorgaenge"_s, u"AN 24-3005"_s) != nullptr;
-  });
-  soll = programm.bestand();
-  EXPECT_EQ(soll.zuordnungen.size(), 22);
-}
 
 void Vormittag::oeffne_Beleg() {
   x.klicke(programm.zeile(u"tree_Vorgaenge"_s, u"AN 24-3005"_s));
@@ -116,48 +59,22 @@ void Vormittag::oeffne_Beleg() {
   programm.klicke(u"cmd_Zuordnen"_s);
   const Anblick a =
       programm.warte("the empty dialog", [](const Anblick& b) { return b.name == "frm_BildZuordnung"_L1; });
+  EXPECT_EQ(a[u"SSP_Panel(0)"_s].text, Kopf);
   // Five pictures side by side need room.
-  x.maximiere_am_Rahmen(a.kennung);
-  programm.warte("the large dialog", [](const Anblick& b) { return b.ort.width() > 1500; });
+  vergroessere();
   pruefe("the dialog is open");
 }
 
 void Vormittag::suche_Bilder() {
-  programm.klicke(u"SSC_BilderLaden"_s);
-  programm.warte("the search", [](const Anblick& a) { return suche_zeigt(a, 0); });
-  programm.klicke(u"ImageCombo1"_s);
-  x.klicke(programm.zeile(QString(), u"(C:)"_s));
-  programm.warte("the folder of the program",
-                 [](const Anblick& a) { return a.zeile(u"Dir1"_s, u"heim"_s) != nullptr; });
-  x.doppelklicke(programm.zeile(u"Dir1"_s, ordner.pfad().section(u'/', -1)));
-  x.doppelklicke(programm.zeile(u"Dir1"_s, u"daten"_s));
-  x.doppelklicke(programm.zeile(u"Dir1"_s, u"eingang"_s));
-  programm.warte("the pictures that wait", [](const Anblick& a) { return suche_zeigt(a, 8); });
-  for (const QString& name : Gesuchte) {
-    const QPoint stelle = programm.zeile(u"lvwContent"_s, name + u".jpg"_s);
-    if (name == Gesuchte.first())
-      x.klicke(stelle);
-    else
-      x.klicke_dazu(stelle);
-    programm.warte("the picture is chosen",
-                   [&](const Anblick& a) { return a.zeile(u"lvwContent"_s, name + u".jpg"_s)->gewaehlt; });
-  }
-  programm.klicke(u"cmd_Uebernehmen"_s);
-  programm.warte("five pictures", [](const Anblick& a) { return dialog_zeigt(a, 5); });
+  haenge_an(u"eingang"_s, 8, Gesuchte, 5);
   pruefe("the pictures are attached, but not saved");
 }
 
 void Vormittag::sortiere() {
-  programm.klicke(u"SSR_Sortierung"_s);
-  const Anblick a = programm.warte("sorting is on", [](const Anblick& b) { return b[u"SSR_Sortierung"_s].an; });
-  x.zeige_auf(a[u"Pic_Thumb(5)"_s].ort.center());
-  x.druecke();
-  x.ziehe_nach(a[u"Pic_Thumb(1)"_s].ort.center());
-  programm.warte("the mark of the place", [](const Anblick& b) { return b[u"Shp_Sort"_s].sichtbar; });
-  x.lasse_los();
-  programm.warte("the picture was dropped", [](const Anblick& b) { return !b[u"Shp_Sort"_s].sichtbar; });
-  programm.klicke(u"SSR_Sortierung"_s);
-  programm.warte("sorting is off", [](const Anblick& b) { return !b[u"SSR_Sortierung"_s].an; });
+  sortieren(true);
+  fasse_und_ziehe(5, 1);
+  lasse_fallen();
+  sortieren(false);
   const QStringList folge{u"Übergabe_25"_s, u"Baustelle_23"_s, u"Dachrinne_26"_s, u"Küche_28"_s, u"Rohrbruch_24"_s};
   for (int i = 5; i >= 1; --i) {
     waehle_Bild(i);
@@ -184,20 +101,6 @@ void Vormittag::benenne_um() {
   pruefe("a picture has another name, but is not saved");
 }
 
-QString Vormittag::gestempelt(const QString& name, const Bestand& ist, const QDateTime& von) {
-  const QRegularExpression muster(u"^%1(%2(\\d{8}_\\d{6}))\\.jpg$"_s.arg(Ablage, name));
-  for (const QString& datei : ist.dateien.keys()) {
-    const QRegularExpressionMatch treffer = muster.match(datei);
-    if (!treffer.hasMatch()) continue;
-    QDateTime zeit = QDateTime::fromString(treffer.captured(2), u"yyyyMMdd_HHmmss"_s);
-    EXPECT_GE(zeit, von) << qUtf8Printable(datei);
-    EXPECT_LE(zeit, QDateTime::currentDateTime()) << qUtf8Printable(datei);
-    return treffer.captured(1);
-  }
-  ADD_FAILURE() << "not saved: " << qUtf8Printable(name);
-  return name;
-}
-
 // Turning changes the file where it lies, and the dialog puts what is pending into its folder at once.
 void Vormittag::drehe() {
   const QString gedrehtes = u"eingang/Rohrbruch_24.jpg"_s;
@@ -220,7 +123,7 @@ void Vormittag::drehe() {
                                                     {u"Küchenanschluß"_s, u"Küche_28"_s},
                                                     {u"Rohrbruch_24"_s, u"Rohrbruch_24"_s}};
   for (const auto& [name, quelle] : herkunft) {
-    namen.append(gestempelt(name, ist, von));
+    namen.append(gestempelt(Ablage, name, ist, von));
     soll.dateien.insert(Ablage + namen.last() + u".jpg"_s, soll.dateien[u"eingang/"_s + quelle + u".jpg"_s]);
   }
   soll.dateien.insert(Ablage + namen[0] + u"jpg.txt"_s,
@@ -248,7 +151,7 @@ void Vormittag::kreuze_an() {
   pruefe("print flags are set, but not saved");
 }
 
-Zeile Vormittag::zeile_des_Belegs(int platz) const {
+Zuordnungszeile Vormittag::zeile_des_Belegs(int platz) const {
   const QStringList texte{u"Schlüssel an Frau „Öztürk“:\r\nschön geworden, 'süß'"_s, u"Straße aufgerissen"_s,
                           u"<NULL>"_s, u"<NULL>"_s, u"<NULL>"_s};
   const QStringList druck{u"0111"_s, u"0000"_s, u"0000"_s, u"0000"_s, u"1001"_s};
@@ -312,7 +215,7 @@ void Vormittag::ordne_Artikeln_zu() {
   programm.warte("the window", [](const Anblick& a) { return a.name == "Hauptfenster"_L1; });
   for (const auto& [artikel, lieferant] : {std::pair{u"TH-0110"_s, u"70300"_s}, std::pair{u"WT-0600"_s, u"Allg"_s}})
     for (const int bild : {0, 1, 3}) {
-      Zeile neue = zeile_des_Belegs(bild);
+      Zuordnungszeile neue = zeile_des_Belegs(bild);
       neue.schluessel = artikel + u"|-|-|-"_s;
       neue.typ = u"Art"_s;
       neue.pfad = u"Artikel\\"_s + lieferant;
@@ -363,7 +266,7 @@ void Vormittag::schliesse() {
 }
 
 TEST_F(Vormittag, Vom_leeren_Beleg_bis_zur_geloeschten_Zuordnung_steht_nach_jedem_Schritt_genau_das_Richtige_da) {
-  beginne();
+  starte();
   for (const auto schritt :
        {&Vormittag::oeffne_Beleg, &Vormittag::suche_Bilder, &Vormittag::sortiere, &Vormittag::schreibe_Texte,
         &Vormittag::benenne_um, &Vormittag::drehe, &Vormittag::kreuze_an, &Vormittag::speichere,

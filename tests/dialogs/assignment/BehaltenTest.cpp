@@ -1,4 +1,5 @@
 // What turning, reading again and leaving must not lose: new pictures, marks, the order, typed work.
+#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -377,6 +378,40 @@ TEST_F(Behalten, ALongDrucktextIsCutSoThatItsDoubledQuotesFit) {
   EXPECT_EQ(Sammlungszugriff::spur(*store)->bilder.front().ungekuerzter_Drucktext, text);
   wirt_schreibt();
   EXPECT_EQ(gespeichert(), QStringList{u"a|0|"_s + QString(248, u'x') + u'\''});
+}
+
+TEST_F(Behalten, ADrucktextThatWasCutBeforeReadingAgainIsStillKnownToBeCut) {
+  fuege_Bilder_ein(2);
+  const QString text = QString(248, u'x') + u"''''"_s;
+  zeige([&] {
+    form().txt_BildText.Text(text);
+    form().SetzeDatenGeaendert(true);
+    frische_auf();
+    klicke(form().Pic_Thumb(2));
+    tippe(form().txt_BildText, u"y"_s);
+    speichere();
+  });
+  EXPECT_EQ(Sammlungszugriff::spur(*store)->bilder[0].ungekuerzter_Drucktext, text);
+  EXPECT_EQ(Sammlungszugriff::spur(*store)->bilder[1].ungekuerzter_Drucktext, QString());
+}
+
+TEST_F(Behalten, ATextThatCouldNotBeWrittenStandsThereAfterReadingAgainAndIsWrittenLater) {
+  fuege_Bilder_ein(1);
+  wurzel.schreibe(u"Belege/1/ajpg.txt/im Weg"_s, "x");
+  zeige([&] {
+    tippe(form().txt_BildInfo, u"Maße"_s);
+    frische_auf();
+    const Dateischritt& schritt = Sammlungszugriff::spur(*store)->bilder.front().text;
+    EXPECT_TRUE(schritt.gescheitert());
+    EXPECT_FALSE(schritt.grund.isEmpty());
+    EXPECT_EQ(form().txt_BildInfo.Text(), u"Maße"_s);
+    ASSERT_TRUE(QDir(wurzel.pfad(u"Belege/1/ajpg.txt"_s)).removeRecursively());
+    tippe(form().txt_BildText, u"y"_s);
+    speichere();
+  });
+  EXPECT_EQ(wurzel.lies(u"Belege/1/ajpg.txt"_s),
+            "Ma\xDF"
+            "e");
 }
 
 TEST_F(Behalten, ARenamingThatTheTableRefusesLeavesTheFileItsName) {

@@ -291,6 +291,35 @@ TEST_F(Sortieren, APictureThatWasTakenAndScrolledOutIsStillTheOneThatMoves) {
   });
 }
 
+TEST_F(Sortieren, APictureThatWasTakenIsStillTheOneThatMovesWhenKeysScrollTheStrip) {
+  zeige_sortierend(12, [&] {
+    druecke_Maus(form().Pic_Thumb(2));
+    for (int i = 0; i < 11; ++i) taste(form(), Qt::Key_F8);
+    ASSERT_GT(form().ErsteZeile, 0);
+    const QString davor = form().Text(form().ErsteZeile, spalte::Bildname);
+    bewege_Maus(form().Pic_Thumb(1));
+    lasse_Maus_los(form().Pic_Thumb(1));
+    QString erwartet = u"acdefghijkl"_s;
+    erwartet.insert(erwartet.indexOf(davor) + 1, u'b');
+    EXPECT_EQ(namen(), erwartet);
+  });
+}
+
+TEST_F(Sortieren, ARowWithoutAPlaceToGoToIsReportedAndStaysWhereItIs) {
+  zeige_sortierend(4, [&] {
+    for (const int ziel : {0, 5}) {
+      form().DragQuelle = 2;
+      form().DragZiel = ziel;
+      form().Bild_Verschieben();
+      const auto berichte = core.hole();
+      ASSERT_EQ(berichte.size(), 1) << ziel;
+      EXPECT_EQ(berichte[0].Prozedur, u"Bild_Verschieben"_s);
+      EXPECT_EQ(berichte[0].Nummer, fehlernummer::IndexAusserhalb);
+      EXPECT_EQ(namen(), u"abcd"_s) << ziel;
+    }
+  });
+}
+
 TEST_F(Sortieren, AfterADropStripesAndCrossesAreDrawnAgain) {
   zeige_sortierend(3, [&] {
     form().Zelle(1, spalte::Gespeichert, Variant());
