@@ -1,0 +1,119 @@
+// Roads through the assignment dialog and the host's save, drawn and named.
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <optional>
+
+#include "tests/wege/Fahrt.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace schritt;
+
+namespace {
+
+constexpr int Laengster = 30;
+
+Schauplatz& schauplatz() {
+  static Schauplatz einer;
+  return einer;
+}
+
+QString bericht(const Weg& weg, const QStringList& maengel) {
+  return als_Text(weg) + u"\n  "_s + maengel.join(u"\n  "_s);
+}
+
+template <class... Werte>
+auto eines(Werte... werte) {
+  return rc::gen::element(werte...);
+}
+
+rc::Gen<Antwort> antworten() {
+  return rc::gen::weightedElement<Antwort>({{6, Antwort::Ja}, {3, Antwort::Nein}, {1, Antwort::Abbrechen}});
+}
+
+rc::Gen<int> zeilen() {
+  return rc::gen::inRange(0, 8);
+}
+
+template <class T, class... Gens>
+rc::Gen<Schritt> einen(Gens... gens) {
+  return rc::gen::map(rc::gen::construct<T>(gens...), [](const T& s) { return Schritt(s); });
+}
+
+rc::Gen<Schritt> anhaengen() {
+  return rc::gen::map(
+      eines<Haenge_an>(Haenge_an{u"Neu"_s, {u"foto.jpg"_s}}, Haenge_an{u"Neu"_s, {u"foto.jpg"_s, u"haus.jpg"_s}},
+                       Haenge_an{u"Anders"_s, {u"foto.jpg"_s}}, Haenge_an{u"Neu"_s, {u"a.jpg"_s}},
+                       Haenge_an{u"Anders"_s, {u"Müller's ß.jpg"_s, u"foto.jpg"_s}},
+                       Haenge_an{u"Belege/1"_s, {u"lager.jpg"_s}},
+                       Haenge_an{u"Anders"_s, {QString(45, u'n') + u".jpg"_s}}),
+      [](const Haenge_an& s) { return Schritt(s); });
+}
+
+rc::Gen<QString> bildnamen_() {
+  return eines<QString>(u"x"_s, u"y"_s, u"b"_s, u"A"_s, u"foto"_s, u"z "_s, u"Haus neu"_s, u"q:r"_s, u"O'Neil"_s, u""_s,
+                        u" "_s);
+}
+
+rc::Gen<QString> texte() {
+  return eines<QString>(u""_s, u"neu"_s, u"Ein 'Wort'"_s, u"größer"_s, u" Rand "_s);
+}
+
+rc::Gen<Schritt> schritte() {
+  using rc::gen::weightedOneOf;
+  return weightedOneOf<Schritt>({{4, anhaengen()},
+                                 {4, einen<Ziehe>(zeilen(), rc::gen::inRange(0, 5), eines<int>(0, 0, 0, 1, 2))},
+                                 {1, einen<Rolle>(eines<int>(1, 2, -1))},
+                                 {2, einen<Waehle>(zeilen())},
+                                 {2, einen<Drehe>(zeilen(), rc::gen::inRange(1, 4), antworten())},
+                                 {5, einen<Benenne>(zeilen(), bildnamen_())},
+                                 {4, einen<Schreibe>(zeilen(), eines<Feld>(Feld::Drucktext, Feld::Info), texte())},
+                                 {2, einen<Schalte>(zeilen(), eines<Marke>(Marke::NeueSeite, Marke::AlsAnhang,
+                                                                           Marke::GesamteSeite, Marke::Drucken))},
+                                 {3, einen<Merke_vor>(zeilen())},
+                                 {3, einen<Aktualisiere>(antworten())},
+                                 {3, einen<Speichere>(antworten())},
+                                 {3, einen<Verlasse>(eines<Ausgang>(Ausgang::Zurueck, Ausgang::Escape, Ausgang::Rahmen),
+                                                     antworten(), antworten())},
+                                 {1, einen<Verschwinde>(rc::gen::inRange(0, 14))},
+                                 {1, einen<Kehre_zurueck>()},
+                                 {1, einen<Stoere>(rc::gen::inRange(0, 14))},
+                                 {1, einen<Belege>(zeilen())},
+                                 {1, einen<Warte>()}});
+}
+
+rc::Gen<Weg> wege() {
+  return rc::gen::construct<Weg>(rc::gen::inRange(0, 6),
+                                 rc::gen::resize(Laengster, rc::gen::container<std::vector<Schritt>>(schritte())));
+}
+
+struct BenannterWeg {
+  const char* name;
+  Weg weg;
+};
+
+}  // namespace
+
+void showValue(const Weg& weg, std::ostream& os) {
+  os << weg;
+}
+
+class Wege : public ::testing::TestWithParam<BenannterWeg> {};
+
+TEST_P(Wege, EndAsTheModelSays) {
+  const Weg& weg = GetParam().weg;
+  const QStringList maengel = Fahrt(schauplatz(), weg).fahre();
+  EXPECT_TRUE(maengel.isEmpty()) << bericht(weg, maengel).toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Benannte, Wege,
+                         ::testing::Values(BenannterWeg{"NothingHappens", {3, {Waehle{1}}}},
+                                           BenannterWeg{"APictureIsAttached",
+                                                        {2, {Haenge_an{u"Neu"_s, {u"foto.jpg"_s}}, Speichere{}}}}),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+RC_GTEST_PROP(GezogeneWege, EndAsTheModelSays, ()) {
+  const Weg weg = *wege();
+  const QStringList maengel = Fahrt(schauplatz(), weg).fahre();
+  if (!maengel.isEmpty()) RC_FAIL(bericht(weg, maengel).toStdString());
+}
