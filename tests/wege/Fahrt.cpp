@@ -2,6 +2,7 @@
 
 #include <QTest>
 #include <QWindow>
+#include <algorithm>
 #include <utility>
 
 #include "tests/support/Eingaben.h"
@@ -156,11 +157,11 @@ void Fahrt::tu(const Haenge_an& s) {
     if (modell_.welt.bilder.contains(s.ordner + u'/' + name)) da.append(name);
   if (da.isEmpty()) return;
   schauplatz_.suche(form(), s.ordner, da);
-  QStringList pfade;
-  // The search lists files by their names.
-  for (auto i = modell_.welt.bilder.begin(); i != modell_.welt.bilder.end(); ++i)
-    if (da.contains(i.key().section(u'/', -1)) && i.key().section(u'/', 0, -2) == s.ordner) pfade.append(i.key());
-  modell_.haenge_an(pfade);
+  // The search lists files by their names, in any case of their letters.
+  std::sort(da.begin(), da.end(),
+            [](const QString& x, const QString& y) { return x.compare(y, Qt::CaseInsensitive) < 0; });
+  for (QString& name : da) name.prepend(s.ordner + u'/');
+  modell_.haenge_an(da);
 }
 
 void Fahrt::tu(const Ziehe& s) {
