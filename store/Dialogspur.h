@@ -53,6 +53,12 @@ struct Bildspur {
   Dateischritt umbenennung;
   Dateischritt text;
 
+  /// Name and folder of the picture's file as far as the dialog knows; empty for a new row.
+  QString dateiname;
+  QString dateipfad;
+  /// Its folder could be listed when the file was looked for.
+  bool ordner_lesbar = true;
+
   /// The user marked the picture for removal; a file that is merely missing does not count.
   bool vorgemerkt = false;
   /// The removal mark of the last save that the user asked for.

@@ -43,11 +43,11 @@ void Sammlungszugriff::entnimm(clsBildZuordnungen& sammlung, const clsBilderSpei
 }
 
 std::int32_t Sammlungszugriff::platz(const clsBildZuordnungen& sammlung, const clsBilderSpeicher* satz) {
+  if (!satz) return -1;
   const auto& zeilen = sammlung.zeilen();
   const auto stelle =
       std::find_if(zeilen.begin(), zeilen.end(), [&](const auto& z) { return z.Zeile_Objekt.get() == satz; });
-  if (!satz || stelle == zeilen.end()) return -1;
-  return static_cast<std::int32_t>(std::distance(zeilen.begin(), stelle));
+  return stelle == zeilen.end() ? -1 : static_cast<std::int32_t>(std::distance(zeilen.begin(), stelle));
 }
 
 std::vector<std::int64_t> Sammlungszugriff::gespeicherte_Reihenfolge(const clsBildZuordnungen& sammlung) {
@@ -70,4 +70,16 @@ std::shared_ptr<Dialogspur>& Sammlungszugriff::spur(clsBildZuordnungen& sammlung
 Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
                                          const QString& alter_name, const QString& endung, const QString& neuer_name) {
   return fehler::still_enden([&] { return sammlung.benenne_um(wurzel, pfad, alter_name, endung, neuer_name); });
+}
+
+bool Sammlungszugriff::folge_der_Datei(clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung,
+                                       const Fruehere& neu) {
+  return fehler::still_enden([&] {
+    sammlung.lesende_Verbindung().Execute(
+        QStringLiteral(
+            "Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = "
+            "'%4' and BildPfad = '%5'")
+            .arg(neu.name, neu.pfad, alt.name, endung, alt.pfad));
+    return true;
+  });
 }

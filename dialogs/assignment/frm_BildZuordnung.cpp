@@ -1,10 +1,15 @@
 #include "dialogs/assignment/frm_BildZuordnung.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "exif/clsExifInfo.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "platform/files/FileSystemObject.h"
 #include "platform/forms/Twips.h"
 #include "platform/host/Oberflaeche.h"
+#include "store/Bildnamen.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -101,7 +106,9 @@ void frm_BildZuordnung::Form_QueryUnload(bool& Cancel) {
   bool weiter = true;
   Pruefe_Speichern(false, weiter);
   Cancel = !weiter;
-  if (weiter) Hide();
+  if (!weiter) return;
+  verlasse();
+  Hide();
 }
 
 void frm_BildZuordnung::Form_Unload() {
@@ -129,23 +136,39 @@ void frm_BildZuordnung::melde(const char16_t* prozedur, const Laufzeitfehler& fe
 void frm_BildZuordnung::Lade_Zuordnung() {
   fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Lade_Zuordnung", f); },
                            [&] {
+                             if (nimm_Stand_auf()) return;
+                             std::vector<Bildspur> vorige = std::exchange(spuren_, {});
+                             auflistbar_.clear();
                              Init_ThumbNailArray();
-                             const std::int32_t anzahl = Sammlung().AnzahlPos();
-                             if (anzahl == 0) return;
-                             for (std::int32_t i = 0; i < anzahl; ++i) {
-                               Sammlung().AktInd(i);
-                               lade_Zeile(i);
-                               Tabelle().AppendRows(1);
-                             }
-                             Tabelle().DeleteRows(LetzteZeile());
-                             SSP_Anzahl(3).Caption(QString::number(anzahl));
-                             bool entfernen = false;
-                             for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
-                               entfernen = entfernen || Ja(i, spalte::Entfernen);
-                             SetzeDatenGeaendert(entfernen);
-                             SSC_AlleZuordnungen.Enabled(true);
-                             SSC_WeitereZuordnungen.Enabled(true);
+                             if (Sammlung().AnzahlPos() > 0) lade_Zeilen(std::move(vorige));
                            });
+}
+
+void frm_BildZuordnung::lade_Zeilen(std::vector<Bildspur> vorige) {
+  const std::int32_t anzahl = Sammlung().AnzahlPos();
+  for (std::int32_t i = 0; i < anzahl; ++i) {
+    Sammlung().AktInd(i);
+    const auto satz = Sammlung().AktBildObj;
+    const auto bekannt =
+        std::find_if(vorige.begin(), vorige.end(), [&](const Bildspur& s) { return s.satz && s.satz == satz; });
+    Bildspur& spur = Spur(i);
+    if (bekannt != vorige.end()) {
+      spur = std::move(*bekannt);
+    } else {
+      spur.satz = satz;
+      // A mark that an earlier dialog left would remove the picture unseen.
+      spur.vorgemerkt = spur.bestaetigt_vorgemerkt = Sammlung().Bild_Delete();
+    }
+    lade_Zeile(i);
+    Tabelle().AppendRows(1);
+  }
+  Tabelle().DeleteRows(LetzteZeile());
+  SSP_Anzahl(3).Caption(QString::number(anzahl));
+  bool entfernen = false;
+  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) entfernen = entfernen || Ja(i, spalte::Entfernen);
+  SetzeDatenGeaendert(entfernen);
+  SSC_AlleZuordnungen.Enabled(true);
+  SSC_WeitereZuordnungen.Enabled(true);
 }
 
 void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
@@ -169,23 +192,49 @@ void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
   Zelle(zeile, spalte::Typ1, b.Bild_Typ1());
   Zelle(zeile, spalte::Typ2, b.Bild_Typ2());
   Zelle(zeile, spalte::SortIndex, std::int32_t{b.Bild_SortIndex()});
-  // No dot between name and extension: so the text files are called.
-  const QString textdatei =
-      pRootpath + u'\\' + b.Bild_Pfad() + u'\\' + b.Bild_Bildname() + b.Bild_BildExt() + u".txt"_s;
-  if (mod_BilderSuchen::Fkt_FileExists(textdatei))
-    Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
-  const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
-  Zelle(zeile, spalte::DateiFehlt, fehlt);
-  Zelle(zeile, spalte::Entfernen, fehlt);
-  if (fehlt) {
-    Zelle(zeile, spalte::HatExif, false);
-    Zelle(zeile, spalte::ExifKennung, QString());
-  }
+  Spur(zeile).dateiname = b.Bild_Bildname();
+  Spur(zeile).dateipfad = b.Bild_Pfad();
+  lade_Text(zeile);
+  lade_Anwesenheit(zeile);
   Zelle(zeile, spalte::NameDoppelt, false);
   Zelle(zeile, spalte::ZeileGeaendert, false);
   Zelle(zeile, spalte::NameGeaendert, false);
   Zelle(zeile, spalte::OriginalName, QString());
   Zelle(zeile, spalte::NeuAusSuche, false);
+}
+
+void frm_BildZuordnung::lade_Text(std::int32_t zeile) {
+  const QString textdatei = pRootpath + u'\\' + Text(zeile, spalte::Pfad) + u'\\' +
+                            bildnamen::textdatei(Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt));
+  if (mod_BilderSuchen::Fkt_FileExists(textdatei))
+    Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
+}
+
+// A file that is missing in a folder which can't be listed says nothing about the file: the share may be away. What the
+// user marked stays marked; what only a missing file had marked is unmarked once the file is back.
+void frm_BildZuordnung::lade_Anwesenheit(std::int32_t zeile) {
+  Bildspur& spur = Spur(zeile);
+  const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
+  spur.ordner_lesbar = !fehlt || (laesst_sich_auflisten(pRootpath) &&
+                                  laesst_sich_auflisten(pRootpath + u'\\' + Text(zeile, spalte::Pfad)));
+  const bool entfernen = spur.vorgemerkt || (fehlt && spur.ordner_lesbar);
+  Zelle(zeile, spalte::DateiFehlt, fehlt);
+  Zelle(zeile, spalte::Entfernen, entfernen);
+  if (!entfernen) Sammlung().Bild_Delete(false);
+  if (!fehlt) return;
+  Zelle(zeile, spalte::HatExif, false);
+  Zelle(zeile, spalte::ExifKennung, QString());
+}
+
+bool frm_BildZuordnung::laesst_sich_auflisten(const QString& ordner) {
+  const auto bekannt = auflistbar_.constFind(ordner);
+  if (bekannt != auflistbar_.constEnd()) return *bekannt;
+  const bool lesbar = fehler::still_enden([&] {
+    FileSystemObject().GetFolder(ordner + u'\\').Files();
+    return true;
+  });
+  auflistbar_.insert(ordner, lesbar);
+  return lesbar;
 }
 
 // Whether a picture has Exif data is asked when its row is looked at for it. A picture without any is read to its end,
@@ -243,8 +292,9 @@ void frm_BildZuordnung::erzwinge_Anhang() {
   chk_AlsAnhang.Value(1);
 }
 
+// Where the folder can't be listed nothing is marked, and the user may still do so.
 void frm_BildZuordnung::sperre_Fehlende() {
-  if (Ja(AktZeile, spalte::DateiFehlt)) chk_Delete.Enabled(false);
+  if (Ja(AktZeile, spalte::DateiFehlt) && Spur(AktZeile).ordner_lesbar) chk_Delete.Enabled(false);
 }
 
 // ── Changes ─────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -264,6 +314,7 @@ void frm_BildZuordnung::verbinde_Schalter(CheckBox& schalter, spalte::Spalte spa
     SetzeDatenGeaendert(true);
     SetzeZeileGeaendert(true);
     Zelle(AktZeile, spalte, schalter.Value() != 0);
+    if (spalte == spalte::Entfernen && !AnzeigeAufbau) Spur(AktZeile).vorgemerkt = schalter.Value() != 0;
     // An unmarked row loses its cross only through a rebuild.
     if (spalte == spalte::Entfernen) Zeichne_Entfernt(schalter.Value() != 0);
   };
@@ -279,6 +330,7 @@ void frm_BildZuordnung::verbinde_Text(Textblock& feld, spalte::Spalte spalte) {
 
 void frm_BildZuordnung::Pruefe_Speichern(bool pOhneFrage, bool& pWeiter) {
   pWeiter = true;
+  abgelehnt_ = false;
   if (!DatenGeaendert) return;
   if (mod_BilderSuchen::Fkt_DirExists(Standardordner())) {
     std::int32_t zeile = -1;
@@ -294,11 +346,13 @@ void frm_BildZuordnung::Pruefe_Speichern(bool pOhneFrage, bool& pWeiter) {
                  Symbol::Frage, u"Achtung"_s)) {
     case Antwort::Ja:
       Zuordnung_Speichern();
+      if (!DatenGeaendert) bestaetige_Vormerkungen();
       break;
     case Antwort::Abbrechen:
       pWeiter = false;
       break;
     default:
+      abgelehnt_ = true;
       break;
   }
 }
@@ -390,18 +444,37 @@ void frm_BildZuordnung::aktualisiere() {
     Pruefe_Speichern(true, weiter);
     if (!weiter) return;
     mauszeiger().form(Zeigerform::Sanduhr);
-    const std::int32_t nummer = AktZeile + 1;
     // Forgotten, so that a picture which another program changed is loaded again under its name.
     Sammlung().AktLoadPicture.clear();
-    Lade_Zuordnung();
-    // A lost picture offers no saving where nothing can be changed: the next reading would save it unasked.
-    if (pNurAnzeige) SetzeDatenGeaendert(false);
-    ErsteZeile = 0;
-    Create_ThumbNails(ErsteZeile);
-    Zeichne_Status();
-    Zeichne_Entfernt(true);
-    if (!AnzeigeAufbau) Markiere_Auswahl();
-    Pic_Thumb_Click(nummer);
+    // What could not be saved would be lost by reading it anew.
+    if (DatenGeaendert)
+      zeichne_neu();
+    else
+      lies_neu();
     mauszeiger().form(Zeigerform::Standard);
   });
+}
+
+void frm_BildZuordnung::zeichne_neu() {
+  Create_ThumbNails(ErsteZeile);
+  Zeichne_Status();
+  Zeichne_Entfernt(true);
+  if (!SSR_Sortierung.Value()) Markiere_Auswahl();
+  lade_grosses_Bild();
+  Zeige_Bild();
+}
+
+void frm_BildZuordnung::lies_neu() {
+  const std::int32_t nummer = AktZeile + 1;
+  const auto behalten = nimm_ungespeicherte();
+  Lade_Zuordnung();
+  // A lost picture offers no saving where nothing can be changed: the next reading would save it unasked.
+  if (pNurAnzeige) SetzeDatenGeaendert(false);
+  stelle_zurueck(behalten);
+  ErsteZeile = 0;
+  Create_ThumbNails(ErsteZeile);
+  Zeichne_Status();
+  Zeichne_Entfernt(true);
+  if (!AnzeigeAufbau) Markiere_Auswahl();
+  Pic_Thumb_Click(nummer);
 }

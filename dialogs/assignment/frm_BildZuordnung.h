@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "dialogs/assignment/Bildtabelle.h"
 #include "dialogs/assignment/clsDialoge.h"
@@ -15,6 +17,7 @@
 #include "platform/forms/Steuerelementfeld.h"
 #include "platform/forms/Textfelder.h"
 #include "platform/host/KVOCore.h"
+#include "store/Dialogspur.h"
 
 /// The dialog in which the user sees and edits the pictures of one business record. It works on a table of its own,
 /// BildTabelle; saving moves that into the collection and carries the changes of files out. It never touches the
@@ -92,6 +95,8 @@ class frm_BildZuordnung : public Form {
   void Zeige_Bild();
 
   // ── Picture actions ───────────────────────────────────────────────────────────────────────────────────────────────
+  /// Appends a picture that the search found, `fund` being its row there; the table then ends with a blank row.
+  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
   void Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis);
   void NameWarnung(bool pWert);
   void NameGeaendertAnzeige(bool pWert);
@@ -190,9 +195,15 @@ class frm_BildZuordnung : public Form {
   XArrayDBObject& Tabelle();
   /// The collection; without one it raises 91.
   clsBildZuordnungen& Sammlung() const;
+  void lade_Zeilen(std::vector<Bildspur> vorige);
   void lade_Zeile(std::int32_t zeile);
+  void lade_Text(std::int32_t zeile);
+  void lade_Anwesenheit(std::int32_t zeile);
+  bool laesst_sich_auflisten(const QString& ordner);
+  bool nimm_Stand_auf();
   void frage_Exif_nach(std::int32_t zeile) const;
   void waehle_Zeile(std::int32_t index);
+  void zeige_Auswahl();
   void lade_grosses_Bild();
   void fuelle_Eingaben();
   void sperre_Fehlende();
@@ -209,7 +220,6 @@ class frm_BildZuordnung : public Form {
   void zeige_im_Programm(const QString& datei);
   void mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit);
   void suche_Bilder();
-  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
   void bearbeite_Bild();
   void zeige_Exif();
   void zeige_AlleZuordnungen();
@@ -217,14 +227,44 @@ class frm_BildZuordnung : public Form {
   bool ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const;
   void aendere_Namen();
   void aktualisiere();
+  void lies_neu();
+  void zeichne_neu();
   bool melde_Doppelte(std::int32_t zeile);
   void speichere_und_schliesse();
+  bool frage_nach_Namen(bool& erledigt);
   void speichere_Zeilen();
   void speichere_Zeile(std::int32_t zeile, bool namen_erledigt);
-  bool benenne_gespeicherte_um(std::int32_t zeile, bool namen_erledigt);
-  void lege_neue_an(std::int32_t zeile);
-  QString gestempelter_Name(std::int32_t zeile) const;
+  bool ordne_Satz_zu(std::int32_t zeile, bool namen_erledigt);
+  void uebernimm_in(clsBilderSpeicher& satz, std::int32_t zeile);
+  void halte_leere_Namen();
+  void pruefe_Fehlende(std::int32_t zeile);
+
+  // Files of the rows
+  void benenne_mit_allen_um(std::int32_t zeile);
+  void benenne_gespeicherte_um(std::int32_t zeile);
+  void lehne_Namen_ab(std::int32_t zeile, const QString& grund);
+  void merke_Namen(std::int32_t zeile, const QString& name, const QString& pfad);
+  void nimm_Text_mit(const QString& alt, const QString& neu);
+  bool lege_neue_an(std::int32_t zeile);
+  QString kopiere(const QString& quelle, std::int32_t zeile, const QString& endung);
+  bool ist_frei(const QString& name, const QString& endung, std::int32_t zeile) const;
+  void merke_ohne_Datei(std::int32_t zeile, const QString& name, const QString& endung);
   void schreibe_Textdatei(std::int32_t zeile);
+
+  // What ties the rows to their records, and what is left of it
+  Bildspur& Spur(std::int32_t zeile);
+  void ordne_Sammlung();
+  void bestaetige_Vormerkungen();
+  void verlasse();
+  void hinterlasse_Spur();
+  /// A row that only the dialog has, with its place among those that stay.
+  struct Ungespeicherte {
+    std::int32_t platz;
+    std::vector<Variant> zellen;
+    Bildspur spur;
+  };
+  std::vector<Ungespeicherte> nimm_ungespeicherte();
+  void stelle_zurueck(const std::vector<Ungespeicherte>& zeilen);
   QString Standardordner() const;
   void ordne_Splitter(std::int32_t pane);
   void ordne_Kopf();
@@ -238,6 +278,14 @@ class frm_BildZuordnung : public Form {
 
   std::shared_ptr<KeyHandler> keyhandler;
   std::shared_ptr<clsDialoge> DialogObj;
+  /// One for each row of the table, beside it, since a move keeps columns only; rows without one have none yet.
+  std::vector<Bildspur> spuren_;
+  /// Folders that were asked whether they can be listed, since the table was read.
+  QHash<QString, bool> auflistbar_;
+  /// Opened again with what the last dialog over the collection left unsaved.
+  bool wiederaufgenommen_ = false;
+  /// The user refused to save.
+  bool abgelehnt_ = false;
   Farbe NameRueckfarbe = 0;
   Farbe NameTextfarbe = 0;
   QString AktDatei, AktName, AktExt, AktPfad, AktKey1, AktKey2, AktKey3, AktKey4, AktTyp1, AktTyp2;

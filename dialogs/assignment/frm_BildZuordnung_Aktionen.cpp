@@ -7,6 +7,7 @@
 #include "platform/basic/Text.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
+#include "store/Bildnamen.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -80,11 +81,12 @@ void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t
   Zelle(zeile, spalte::Bildname, wert(Stamm));
   Zelle(zeile, spalte::BildExt, wert(Endung));
   Zelle(zeile, spalte::Beschreibung, QString());
-  for (const auto s : {spalte::AlsAnhang, spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite})
-    Zelle(zeile, s, false);
+  for (const auto s : {spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite}) Zelle(zeile, s, false);
+  // Where all are attachments, a picture that nobody selects is one too.
+  Zelle(zeile, spalte::AlsAnhang, pNurAnhang);
   for (const auto s : {spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1, spalte::Typ2})
     Zelle(zeile, s, QString());
-  const QString textdatei = wert(Ordner) + u'\\' + wert(Stamm) + wert(Endung) + u".txt"_s;
+  const QString textdatei = wert(Ordner) + u'\\' + bildnamen::textdatei(wert(Stamm), wert(Endung));
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
     Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
   Zelle(zeile, spalte::ZeileGeaendert, true);
@@ -116,6 +118,7 @@ void frm_BildZuordnung::zeige_AlleZuordnungen() {
     if (eigene) {
       Zelle(AktZeile, spalte::Entfernen, true);
       Zelle(AktZeile, spalte::ZeileGeaendert, true);
+      Spur(AktZeile).vorgemerkt = true;
       chk_Delete.Value(1);
       Zeichne_Entfernt(false);
     }

@@ -6,6 +6,7 @@
 #include "dialogs/Symbole.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/gdiplus/Bildlader.h"
+#include "store/Bildnamen.h"
 
 using namespace Qt::Literals::StringLiterals;
 using symbole::bebildere;
@@ -148,6 +149,8 @@ void frm_BildZuordnung::entwirf_Felder() {
   SSP_WarnungName.ForeColor(farben::Klassisch[4]);
   txt_BildName.Move(60, 420, 2500, 360);
   txt_BildName.setAccessibleName(u"Name"_s);
+  txt_BildName.ToolTipText(u"Nicht erlaubt sind \\ / : * ? \" < > | ' und Steuerzeichen"_s);
+  txt_BildName.verbiete(bildnamen::ist_verboten, bildnamen::Namenslaenge);
   txt_BildExt.Move(2580, 420, 600, 360);
   txt_BildExt.Locked(true);
   txt_BildExt.setFocusPolicy(Qt::NoFocus);
@@ -258,6 +261,7 @@ void frm_BildZuordnung::verbinde_Ereignisse() {
     bool weiter = true;
     Pruefe_Speichern(false, weiter);
     if (!weiter) return;
+    verlasse();
     if (pNurAnzeige)
       Unload();
     else

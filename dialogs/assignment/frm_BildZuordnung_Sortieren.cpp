@@ -38,8 +38,11 @@ void frm_BildZuordnung::ziehe_ueber_Thumb(std::int32_t index) {
 
 void frm_BildZuordnung::ziehe_ueber_Scroll_Right() {
   if (!DragAktiv) return;
+  const std::int32_t vorher = ErsteZeile;
   ++ErsteZeile;
   Create_ThumbNails(ErsteZeile);
+  // The picture that was taken stays the source, though its control is another one now, or none.
+  DragQuelle -= ErsteZeile - vorher;
   Zeichne_Status();
   Zeichne_Entfernt(true);
 }
@@ -61,7 +64,8 @@ void frm_BildZuordnung::Bild_Verschieben() {
                            [&] { verschiebe_Zeile(); });
 }
 
-// The selected row's number stays as it is; the picture that it stands for may be another one afterwards.
+// The selected row's number stays as it is. The picture that it stands for may be another one afterwards, so the fields
+// show that one: what is typed into them goes to its row.
 void frm_BildZuordnung::verschiebe_Zeile() {
   if (DragZiel == DragQuelle || !SortTabelle) return;
   XArrayDBObject& tabelle = *SortTabelle;
@@ -77,6 +81,10 @@ void frm_BildZuordnung::verschiebe_Zeile() {
     tabelle.InsertRows(ziel);
   for (std::int32_t s = 0; s < spalte::SortIndex; ++s)
     tabelle.Value(ziel, s, std::move(zeile[static_cast<std::size_t>(s)]));
+  Spur(LetzteZeile());
+  Bildspur spur = std::move(Spur(quelle));
+  spuren_.erase(spuren_.begin() + quelle);
+  spuren_.insert(spuren_.begin() + ziel, std::move(spur));
   for (std::int32_t r = 0; r <= LetzteZeile(); ++r) {
     Zelle(r, spalte::SortIndex, r);
     Zelle(r, spalte::ZeileGeaendert, true);
@@ -85,4 +93,5 @@ void frm_BildZuordnung::verschiebe_Zeile() {
   Create_ThumbNails(ErsteZeile);
   Zeichne_Status();
   Zeichne_Entfernt(true);
+  if (AktZeile >= 0 && AktZeile <= LetzteZeile()) zeige_Auswahl();
 }

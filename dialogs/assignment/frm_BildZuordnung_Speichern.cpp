@@ -2,22 +2,14 @@
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
-#include "platform/basic/Uhr.h"
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
+#include "store/Bildnamen.h"
+#include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
-
-namespace {
-
-const QString Stempelform = u"yyyyMMdd_HHmmss"_s;
-constexpr qsizetype Stempellaenge = 15;
-/// Longest name that the database keeps.
-constexpr qsizetype Namenslaenge = 50;
-
-}  // namespace
 
 void frm_BildZuordnung::speichere_und_schliesse() {
   if (mod_BilderSuchen::Fkt_DirExists(Standardordner())) {
@@ -28,7 +20,10 @@ void frm_BildZuordnung::speichere_und_schliesse() {
       return;
     }
   }
+  abgelehnt_ = false;
   Zuordnung_Speichern();
+  if (!DatenGeaendert) bestaetige_Vormerkungen();
+  verlasse();
   Hide();
 }
 
@@ -62,9 +57,7 @@ void frm_BildZuordnung::Namen_Aendern() {
     weiter([&] {
       const bool betroffen = Ja(i, spalte::ZeileGeaendert) && Ja(i, spalte::Gespeichert) &&
                              Ja(i, spalte::NameGeaendert) && !Ja(i, spalte::Entfernen);
-      if (!betroffen) return;
-      Sammlung().Verarbeite_Dateinamen_Aenderung(pRootpath, Text(i, spalte::Pfad), Text(i, spalte::OriginalName),
-                                                 Text(i, spalte::BildExt), text::Trim(Text(i, spalte::Bildname)));
+      if (betroffen) benenne_mit_allen_um(i);
     });
 }
 
@@ -75,28 +68,35 @@ void frm_BildZuordnung::Zuordnung_Speichern() {
         melde(u"Zuordnung_Speichern", f);
       },
       [&] { speichere_Zeilen(); });
+  hinterlasse_Spur();
+}
+
+/// Asks before stored pictures are renamed; False when nothing is to be saved.
+bool frm_BildZuordnung::frage_nach_Namen(bool& erledigt) {
+  bool umbenannt = false;
+  Pruefe_NameGeaendert(umbenannt);
+  if (!umbenannt) return true;
+  switch (
+      MsgBox(u"Der Dateiname eines oder mehrere schon zugeordneten Bilder wurde verändert.\r\n\r\n"
+             "Wollen Sie diese Änderung jetzt durchführen?"_s,
+             Knoepfe::JaNeinAbbrechen, Symbol::Keins, u"Dateinamen wurden verändert"_s)) {
+    case Antwort::Ja:
+      Namen_Aendern();
+      erledigt = true;
+      return true;
+    case Antwort::Abbrechen:
+      return false;
+    default:
+      Namen_Zuruecksetzen(-1);
+      return true;
+  }
 }
 
 void frm_BildZuordnung::speichere_Zeilen() {
-  bool umbenannt = false;
   bool erledigt = false;
-  Pruefe_NameGeaendert(umbenannt);
-  if (umbenannt) {
-    switch (
-        MsgBox(u"Der Dateiname eines oder mehrere schon zugeordneten Bilder wurde verändert.\r\n\r\n"
-               "Wollen Sie diese Änderung jetzt durchführen?"_s,
-               Knoepfe::JaNeinAbbrechen, Symbol::Keins, u"Dateinamen wurden verändert"_s)) {
-      case Antwort::Ja:
-        Namen_Aendern();
-        erledigt = true;
-        break;
-      case Antwort::Abbrechen:
-        return;
-      default:
-        Namen_Zuruecksetzen(-1);
-        break;
-    }
-  }
+  halte_leere_Namen();
+  if (!frage_nach_Namen(erledigt)) return;
+  ordne_Sammlung();
   // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
@@ -106,100 +106,70 @@ void frm_BildZuordnung::speichere_Zeilen() {
   Zeichne_Status();
 }
 
-void frm_BildZuordnung::speichere_Zeile(std::int32_t zeile, bool namen_erledigt) {
-  // A picture that leaves the record is not renamed on its way out.
-  if (Ja(zeile, spalte::Entfernen) && Ja(zeile, spalte::NameGeaendert))
-    Zelle(zeile, spalte::Bildname, Text(zeile, spalte::OriginalName));
-  if (Ja(zeile, spalte::Gespeichert)) {
-    if (!benenne_gespeicherte_um(zeile, namen_erledigt)) return;
-  } else {
-    lege_neue_an(zeile);
+/// A stored picture whose name was emptied keeps the one that it has: no file can be called so.
+void frm_BildZuordnung::halte_leere_Namen() {
+  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) {
+    if (!Ja(i, spalte::Gespeichert) || !Ja(i, spalte::NameGeaendert)) continue;
+    if (!text::Trim(Text(i, spalte::Bildname)).isEmpty()) continue;
+    Zelle(i, spalte::Bildname, Text(i, spalte::OriginalName));
+    Zelle(i, spalte::NameGeaendert, false);
   }
+}
+
+/// What only a missing file marked for removal stays when the file is back, or where its folder can't be looked into.
+void frm_BildZuordnung::pruefe_Fehlende(std::int32_t zeile) {
+  if (!Ja(zeile, spalte::DateiFehlt) || !Ja(zeile, spalte::Entfernen) || Spur(zeile).vorgemerkt) return;
+  auflistbar_.clear();
+  const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
+  const bool sicher = laesst_sich_auflisten(Text(zeile, spalte::Root)) &&
+                      laesst_sich_auflisten(Text(zeile, spalte::Root) + u'\\' + Text(zeile, spalte::Pfad));
+  Zelle(zeile, spalte::DateiFehlt, fehlt);
+  Zelle(zeile, spalte::Entfernen, fehlt && sicher);
+}
+
+void frm_BildZuordnung::speichere_Zeile(std::int32_t zeile, bool namen_erledigt) {
+  pruefe_Fehlende(zeile);
+  const bool entfernen = Ja(zeile, spalte::Entfernen);
+  // A picture that leaves the record is not renamed on its way out, and one that never was in it does not get there.
+  if (entfernen && !Ja(zeile, spalte::Gespeichert)) return;
+  if (entfernen && Ja(zeile, spalte::NameGeaendert)) Zelle(zeile, spalte::Bildname, Text(zeile, spalte::OriginalName));
+  if (!ordne_Satz_zu(zeile, namen_erledigt)) return;
   clsBildZuordnungen& b = Sammlung();
   pRootpath = Text(zeile, spalte::Root);
-  b.Bild_Pfad(Text(zeile, spalte::Pfad));
-  b.Bild_Bildname(Text(zeile, spalte::Bildname));
-  b.Bild_BildExt(Text(zeile, spalte::BildExt));
-  b.Bild_AlsAnhang(Ja(zeile, spalte::AlsAnhang));
-  b.Bild_Beschreibung(Text(zeile, spalte::Beschreibung));
-  b.Bild_Drucken(Ja(zeile, spalte::Drucken));
-  b.Bild_DruckGesamteSeite(Ja(zeile, spalte::DruckGesamteSeite));
-  b.Bild_NeueSeite(Ja(zeile, spalte::NeueSeite));
+  uebernimm_in(*b.AktBildObj, zeile);
   schreibe_Textdatei(zeile);
-  b.Bild_Delete(Ja(zeile, spalte::Entfernen));
+  b.Bild_Delete(entfernen);
   b.Bild_Changeflag(true);
   b.Bild_SortIndex(zeile);
   Zelle(zeile, spalte::ZeileGeaendert, false);
   Zelle(zeile, spalte::Gespeichert, true);
 }
 
-// The row's number is the collection's index. After a drop the two are out of step: the values then go to the record at
-// that place, and an index that does not exist is passed over.
-bool frm_BildZuordnung::benenne_gespeicherte_um(std::int32_t zeile, bool namen_erledigt) {
-  Sammlung().AktInd(zeile);
+/// Moves the cursor to the row's record, a new one for a new picture, and brings its file into place. False where the
+/// row has to stay as it is.
+bool frm_BildZuordnung::ordne_Satz_zu(std::int32_t zeile, bool namen_erledigt) {
+  if (!Ja(zeile, spalte::Gespeichert)) return lege_neue_an(zeile);
+  Sammlung().AktInd(Sammlungszugriff::platz(Sammlung(), Spur(zeile).satz.get()));
   if (!Sammlung().AktBildObj) {
+    // The host took the record out while the dialog was open.
     melde(u"Zuordnung_Speichern", Laufzeitfehler(fehlernummer::IndexAusserhalb));
     return false;
   }
-  Sammlung().Bild_Neu(false);
-  const bool umbenannt = Ja(zeile, spalte::NameGeaendert) && !Ja(zeile, spalte::NeuAusSuche) &&
-                         text::Trim(Text(zeile, spalte::Bildname)) != text::Trim(Text(zeile, spalte::OriginalName));
-  if (!umbenannt || namen_erledigt) return true;
-  const QString alt = Text(zeile, spalte::VollerPfad);
-  const QString neu = Standardordner() + u'\\' + text::Trim(Text(zeile, spalte::Bildname)) + u'.' +
-                      text::Trim(Text(zeile, spalte::BildExt));
-  if (mod_BilderSuchen::Fkt_FileReName(alt, neu)) {
-    Zelle(zeile, spalte::Pfad, pStandardBildPfad);
-    return true;
-  }
-  MsgBox(u"Datei "_s + alt + u" konnte nicht umbennant werden"_s);
-  Zelle(zeile, spalte::Bildname, Text(zeile, spalte::OriginalName));
+  if (!namen_erledigt && !Ja(zeile, spalte::Entfernen)) benenne_gespeicherte_um(zeile);
   return true;
 }
 
-void frm_BildZuordnung::lege_neue_an(std::int32_t zeile) {
-  Zelle(zeile, spalte::Bildname, gestempelter_Name(zeile));
-  const QString name = text::Trim(Text(zeile, spalte::Bildname));
-  const QString endung = text::Trim(Text(zeile, spalte::BildExt));
-  Sammlung().FKT_NeuesBild({}, {}, {}, {}, name, endung, PTyp1, pTyp2);
-  Sammlung().Bild_Neu(true);
-  QString ziel = Standardordner();
-  const QString quelle = text::Trim(Text(zeile, spalte::Pfad));
-  // Compared letter by letter: a picture that lies there already keeps its file and its name on the disk.
-  if (quelle == ziel) return;
-  if (!mod_BilderSuchen::Fkt_DirExists(ziel)) mod_BilderSuchen::Fkt_MakePath(ziel);
-  const QString datei = mod_BilderSuchen::Fkt_SplitFileName(Text(zeile, spalte::VollerPfad), 2) + u'.' + endung;
-  mod_BilderSuchen::Fkt_FileCopy(quelle + u'\\' + datei, ziel, false, false, name + u'.' + endung, false);
-  Zelle(zeile, spalte::Pfad, pStandardBildPfad);
-}
-
-// The stamp follows the last letter. A name that would not fit the database with it is cut before it: cut behind it,
-// the row would point to no file.
-QString frm_BildZuordnung::gestempelter_Name(std::int32_t zeile) const {
-  const QString stempel = uhr::jetzt().toString(Stempelform);
-  const QString name = Text(zeile, spalte::Bildname);
-  if (text::Trim(name).size() + Stempellaenge <= Namenslaenge) return name + stempel;
-  const auto vergeben = [&](const QString& neu) {
-    for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
-      if (i != zeile && text::UCase(text::Trim(Text(i, spalte::Bildname))) == text::UCase(neu)) return true;
-    return false;
-  };
-  QString neu = text::Left(name, Namenslaenge - Stempellaenge) + stempel;
-  for (int nummer = 2; vergeben(neu); ++nummer) {
-    const QString anhang = u"_%1"_s.arg(nummer);
-    neu = text::Left(name, Namenslaenge - Stempellaenge - anhang.size()) + anhang + stempel;
-  }
-  return neu;
-}
-
-// An emptied text leaves the file as it is. A text that can't be written is not told, as no failure of a file is but a
-// failed renaming.
-void frm_BildZuordnung::schreibe_Textdatei(std::int32_t zeile) {
-  const QString inhalt = text::Trim(Text(zeile, spalte::BildInfo));
-  if (inhalt.isEmpty()) return;
-  const QString datei = Standardordner() + u'\\' + text::Trim(Text(zeile, spalte::Bildname)) +
-                        text::Trim(Text(zeile, spalte::BildExt)) + u".txt"_s;
-  mod_BilderSuchen::Fkt_WriteFile(datei, inhalt);
+void frm_BildZuordnung::uebernimm_in(clsBilderSpeicher& satz, std::int32_t zeile) {
+  const QString drucktext = Text(zeile, spalte::Beschreibung);
+  satz.Bild_Pfad = Text(zeile, spalte::Pfad);
+  satz.Bild_Bildname = Text(zeile, spalte::Bildname);
+  satz.Bild_BildExt = Text(zeile, spalte::BildExt);
+  satz.Bild_AlsAnhang = Ja(zeile, spalte::AlsAnhang);
+  satz.Bild_Beschreibung = bildnamen::passender_Drucktext(drucktext);
+  satz.Bild_Drucken = Ja(zeile, spalte::Drucken);
+  satz.Bild_DruckGesamteSeite = Ja(zeile, spalte::DruckGesamteSeite);
+  satz.Bild_NeueSeite = Ja(zeile, spalte::NeueSeite);
+  Spur(zeile).ungekuerzter_Drucktext = satz.Bild_Beschreibung == drucktext ? QString() : drucktext;
 }
 
 void frm_BildZuordnung::ShowVerzeichnisDialog(QString& pErgebnis) {

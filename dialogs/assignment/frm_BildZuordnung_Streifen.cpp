@@ -53,8 +53,8 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
   if (AktZeile == KeineZeile) {
     // Nothing to click while the table holds only its placeholder.
     if (ThumbZaehler > 0) weiter([&] { Pic_Thumb_Click(1); });
-    weiter([&] { EingabenFreigeben(!txt_BildName.Text().isEmpty()); });
-    bool entfernen = false;
+    weiter([&] { EingabenFreigeben(!text::Trim(txt_BildName.Text()).isEmpty()); });
+    bool entfernen = wiederaufgenommen_;
     for (std::int32_t i = 0; i <= LetzteZeile(); ++i) entfernen = entfernen || Ja(i, spalte::Entfernen);
     // A lost picture offers saving at once, but not where nothing can be changed.
     SetzeDatenGeaendert(entfernen && !pNurAnzeige);
@@ -217,11 +217,18 @@ void frm_BildZuordnung::Pic_Thumb_Click(std::int32_t index) {
 void frm_BildZuordnung::waehle_Zeile(std::int32_t index) {
   mauszeiger().form(Zeigerform::Sanduhr);
   AktThumb = std::max(index, 1);
+  AktZeile = ErsteZeile + AktThumb - 1;
+  if (AktZeile > LetzteZeile()) AktZeile = 0;
+  zeige_Auswahl();
+  Markiere_Auswahl();
+  mauszeiger().form(Zeigerform::Standard);
+}
+
+/// Shows the selected row in the fields and in large.
+void frm_BildZuordnung::zeige_Auswahl() {
   AnzeigeAufbau = true;
   NameWarnung(false);
   NameGeaendertAnzeige(false);
-  AktZeile = ErsteZeile + AktThumb - 1;
-  if (AktZeile > LetzteZeile()) AktZeile = 0;
   AktDatei = Text(AktZeile, spalte::VollerPfad);
   AktName = Text(AktZeile, spalte::Bildname);
   AktExt = Text(AktZeile, spalte::BildExt);
@@ -236,9 +243,8 @@ void frm_BildZuordnung::waehle_Zeile(std::int32_t index) {
   fuelle_Eingaben();
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::Aktuell, false);
   Zelle(AktZeile, spalte::Aktuell, true);
-  Markiere_Auswahl();
   Zeige_Bild();
-  if (!txt_BildName.Text().isEmpty()) {
+  if (!text::Trim(txt_BildName.Text()).isEmpty()) {
     SSP_Anzahl(1).Caption(QString::number(AktZeile + 1));
     // A row without a name has locked the fields; that is over.
     if (!txt_BildInfo.Enabled() && ThumbZaehler > 0) EingabenFreigeben(true);
@@ -247,7 +253,6 @@ void frm_BildZuordnung::waehle_Zeile(std::int32_t index) {
     chk_Delete.Enabled(false);
     EingabenFreigeben(false);
   }
-  mauszeiger().form(Zeigerform::Standard);
   AnzeigeAufbau = false;
 }
 
@@ -259,7 +264,8 @@ void frm_BildZuordnung::lade_grosses_Bild() {
   }
   if (Ja(AktZeile, spalte::DateiFehlt)) {
     Pic_Dummy.Picture(Pic_Blank.Picture());
-    chk_Delete.Enabled(false);
+    if (!pNurAnzeige) chk_Delete.Enabled(true);
+    sperre_Fehlende();
     return;
   }
   const Dateiteile teile(AktDatei);

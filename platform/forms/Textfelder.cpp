@@ -2,20 +2,63 @@
 
 #include <QSignalBlocker>
 #include <QTextBlock>
+#include <QValidator>
+#include <algorithm>
 
 #include "platform/forms/Ereigniswache.h"
 
 using namespace Qt::Literals::StringLiterals;
 
+/// Takes forbidden characters out of what the user types or pastes.
+class TextBox::Filter final : public QValidator {
+ public:
+  Filter(TextBox& feld, bool (*ist_verboten)(QChar), qsizetype hoechstens)
+      : QValidator(&feld), feld_(feld), ist_verboten_(ist_verboten), hoechstens_(hoechstens) {}
+
+  State validate(QString& eingabe, int& stelle) const override {
+    if (!feld_.gilt_als_Eingabe_ || eingabe == feld_.letzter_) return Acceptable;
+    for (qsizetype i = eingabe.size() - 1; i >= 0; --i) {
+      if (!ist_verboten_(eingabe[i])) continue;
+      eingabe.remove(i, 1);
+      if (i < stelle) --stelle;
+    }
+    const qsizetype grenze = std::max(hoechstens_, feld_.letzter_.size());
+    if (eingabe.size() > grenze) {
+      eingabe.truncate(eingabe[grenze - 1].isHighSurrogate() ? grenze - 1 : grenze);
+      stelle = static_cast<int>(std::min<qsizetype>(stelle, eingabe.size()));
+    }
+    return Acceptable;
+  }
+
+ private:
+  TextBox& feld_;
+  bool (*ist_verboten_)(QChar);
+  qsizetype hoechstens_;
+};
+
 TextBox::TextBox(QWidget* behaelter, const QString& name)
     : QLineEdit(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
   setObjectName(name);
-  connect(this, &QLineEdit::textEdited, this, [this] { Ereigniswache::melde(*this, Change); });
+  connect(this, &QLineEdit::textEdited, this, [this] { uebernimm_Eingabe(); });
+}
+
+void TextBox::verbiete(bool (*ist_verboten)(QChar), qsizetype hoechstens) {
+  setValidator(new Filter(*this, ist_verboten, hoechstens));
+}
+
+// A key whose character was refused is told as an edit too.
+void TextBox::uebernimm_Eingabe() {
+  if (text() == letzter_) return;
+  letzter_ = text();
+  Ereigniswache::melde(*this, Change);
 }
 
 void TextBox::Text(const QString& wert) {
   if (wert == text()) return;
+  gilt_als_Eingabe_ = false;
   setText(wert);
+  gilt_als_Eingabe_ = true;
+  letzter_ = text();
   if (Change) Change();
 }
 

@@ -15,12 +15,23 @@ class TextBox : public QLineEdit, public Steuerelement {
   void Text(const QString& wert);
   bool Locked() const { return isReadOnly(); }
   void Locked(bool wert) { setReadOnly(wert); }
+  /// What the user types or pastes loses the characters that `ist_verboten` names and what exceeds `hoechstens` 16-bit
+  /// characters; what code assigns is taken as it is, and the user may shorten it.
+  void verbiete(bool (*ist_verboten)(QChar), qsizetype hoechstens);
 
   std::function<void()> Change;
 
  protected:
   QPalette::ColorRole hintergrund() const override { return QPalette::Base; }
   QPalette::ColorRole vordergrund() const override { return QPalette::Text; }
+
+ private:
+  class Filter;
+  void uebernimm_Eingabe();
+
+  /// The text after the last assignment or input.
+  QString letzter_;
+  bool gilt_als_Eingabe_ = true;
 };
 
 /// A text box of several lines. What code assigned comes back character for character until the user edits it, whatever

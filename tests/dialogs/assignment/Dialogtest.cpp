@@ -61,7 +61,7 @@ void Dialogtest::lies() {
 
 frm_BildZuordnung& Dialogtest::form() {
   if (form_) return *form_;
-  lies();
+  if (liest_vorher_) lies();
   form_ = std::make_unique<frm_BildZuordnung>();
   form_->Load();
   form_->pBildObj = store;
@@ -74,6 +74,12 @@ frm_BildZuordnung& Dialogtest::form() {
   form_->Lade_Zuordnung();
   form_->AnzeigeSteuern();
   return *form_;
+}
+
+void Dialogtest::schliesse() {
+  form_->Unload();
+  form_.reset();
+  liest_vorher_ = false;
 }
 
 void Dialogtest::zeige(const std::function<void()>& waehrend) {

@@ -34,6 +34,8 @@ class Dialogtest : public ::testing::Test {
   void lies();
   /// The form as the entry point makes it: loaded, members set, table filled. Reads the record first.
   frm_BildZuordnung& form();
+  /// Unloads the form; the next one opens over the same collection, without reading it again.
+  void schliesse();
   /// Shows the form modally; `waehrend` runs once it is up and has laid itself out. A form that it leaves open is
   /// hidden.
   void zeige(const std::function<void()>& waehrend);
@@ -64,4 +66,5 @@ class Dialogtest : public ::testing::Test {
 
  private:
   std::unique_ptr<frm_BildZuordnung> form_;
+  bool liest_vorher_ = true;
 };

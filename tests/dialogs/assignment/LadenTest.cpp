@@ -262,10 +262,25 @@ TEST_F(Laden, ALostPictureThatIsNotTheFirstIsOfferedForRemovalToo) {
   });
 }
 
-TEST_F(Laden, AMissingPictureRootMarksEveryRow) {
+TEST_F(Laden, AMissingPictureRootMarksNoRow) {
   fuege_Bilder_ein(2);
   Pfadkarte::aktuell().setze(u"P:"_s, wurzel.pfad(u"gibt es nicht"_s));
-  EXPECT_EQ(spalte_von(spalte::Entfernen), (QStringList{u"True"_s, u"True"_s}));
+  EXPECT_EQ(spalte_von(spalte::DateiFehlt), (QStringList{u"True"_s, u"True"_s}));
+  EXPECT_EQ(spalte_von(spalte::Entfernen), (QStringList{u"False"_s, u"False"_s}));
+  EXPECT_FALSE(form().DatenGeaendert);
+}
+
+TEST_F(Laden, AMissingFolderOfTheRecordMarksNoRowAndTheUserStillCan) {
+  fuege_Bild_ein(u"a"_s, u"jpg"_s, false, [](clsBildZuordnungen& b) { b.Bild_Pfad(u"Belege\\fort"_s); });
+  fuege_Bild_ein(u"b"_s);
+  zeige([&] {
+    EXPECT_EQ(spalte_von(spalte::Entfernen), (QStringList{u"False"_s, u"False"_s}));
+    EXPECT_EQ(form().Pic_Dummy.Picture(), form().Pic_Blank.Picture());
+    EXPECT_FALSE(form().SSC_ZuordnungSpeichern.Enabled());
+    EXPECT_TRUE(form().chk_Delete.Enabled());
+    klicke(form().chk_Delete, QPoint(8, 8));
+    EXPECT_TRUE(form().Ja(0, spalte::Entfernen));
+  });
 }
 
 TEST_F(Laden, WithNothingToShowThePlaceholderStaysAndTheFieldsAreLocked) {

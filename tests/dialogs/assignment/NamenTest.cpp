@@ -1,3 +1,5 @@
+#include <QApplication>
+#include <QClipboard>
 #include <QTest>
 
 #include "platform/basic/Text.h"
@@ -258,12 +260,58 @@ TEST_F(Namen, ARowWithoutANameShowsNumberZeroAndLocksItsFields) {
   });
 }
 
-TEST_F(Namen, UmlautsAndApostrophesAreTakenAsTyped) {
+TEST_F(Namen, UmlautsAndDotsAreTakenAsTyped) {
   fuege_Bilder_ein(1);
   zeige([&] {
-    tippe_Namen(u"Mü'ß.Ö"_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"Mü'ß.Ö"_s);
+    tippe_Namen(u"Mü’ß.Ö"_s);
+    EXPECT_EQ(zelle(0, spalte::Bildname), u"Mü’ß.Ö"_s);
     EXPECT_EQ(zelle(0, spalte::OriginalName), u"a"_s);
+  });
+}
+
+TEST_F(Namen, CharactersThatNoDeskCouldStoreOrThatBreakAStatementAreNotTyped) {
+  fuege_Bilder_ein(1);
+  zeige([&] {
+    form().txt_BildName.setFocus();
+    form().txt_BildName.end(false);
+    for (const QChar zeichen : u"\\/:*?\"<>|'"_s) {
+      tippe(form().txt_BildName, QString(zeichen));
+      EXPECT_EQ(form().txt_BildName.Text(), u"a"_s) << QString(zeichen).toStdString();
+    }
+    EXPECT_FALSE(form().DatenGeaendert) << "a refused key changes nothing";
+    EXPECT_FALSE(form().Ja(0, spalte::NameGeaendert));
+    EXPECT_TRUE(form().txt_BildName.toolTip().contains(u"\\ / : * ? \" < > | '"_s));
+  });
+}
+
+TEST_F(Namen, PastingLeavesThemOutAndTakesTheRest) {
+  fuege_Bilder_ein(1);
+  zeige([&] {
+    QApplication::clipboard()->setText(u"Bad: \"Müller's\" 1/2\t?"_s);
+    form().txt_BildName.selectAll();
+    form().txt_BildName.paste();
+    EXPECT_EQ(zelle(0, spalte::Bildname), u"Bad Müllers 12"_s);
+    EXPECT_TRUE(form().Ja(0, spalte::NameGeaendert));
+  });
+}
+
+TEST_F(Namen, NoMoreIsTypedThanTheTableKeeps) {
+  fuege_Bilder_ein(1);
+  zeige([&] {
+    QApplication::clipboard()->setText(QString(49, u'n') + u"😀"_s);
+    form().txt_BildName.selectAll();
+    form().txt_BildName.paste();
+    EXPECT_EQ(zelle(0, spalte::Bildname), QString(49, u'n')) << "no half of a pair";
+    tippe(form().txt_BildName, u"xy"_s);
+    EXPECT_EQ(zelle(0, spalte::Bildname), QString(49, u'n') + u'x');
+  });
+}
+
+TEST_F(Namen, AStoredNameWithSuchCharactersIsShownAsItIs) {
+  fuege_Bild_ein(u"x"_s, u"jpg"_s, false, [](clsBildZuordnungen& b) { b.Bild_Bildname(u"a:b"_s); });
+  zeige([&] {
+    EXPECT_EQ(form().txt_BildName.Text(), u"a:b"_s);
+    EXPECT_EQ(zelle(0, spalte::Bildname), u"a:b"_s);
   });
 }
 
@@ -347,14 +395,15 @@ TEST_F(Aktualisieren, WithNothingSelectedItDoesNothing) {
   });
 }
 
-// The collision stops the saving and not the reading: the edits go.
-TEST_F(Aktualisieren, ACollisionIsToldAndTheTableIsReadAnew) {
+// The collision stops the saving; reading anew would lose what was typed.
+TEST_F(Aktualisieren, ACollisionIsToldAndNothingIsReadAnew) {
   fuege_Bilder_ein(2);
   zeige([&] {
     tippe_Namen(u"b"_s);
     meldungen.erwarte(meldung::doppelte_Datei());
     klicke(form().SSC_Aktualisieren);
-    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"b"_s, u"b"_s}));
+    EXPECT_TRUE(form().DatenGeaendert);
     store->AktInd(0);
     EXPECT_FALSE(store->Bild_Changeflag());
   });
@@ -374,15 +423,16 @@ TEST_F(Aktualisieren, TheQuestionAboutRenamedFilesIsStillAsked) {
   });
 }
 
-TEST_F(Aktualisieren, CancellingThatQuestionReadsTheOldRowsAgain) {
+TEST_F(Aktualisieren, CancellingThatQuestionKeepsWhatWasTyped) {
   fuege_Bilder_ein(2);
   zeige([&] {
     tippe(form().txt_BildName, u"x"_s);
     meldungen.erwarte(meldung::umbenannt(), Antwort::Abbrechen);
     klicke(form().SSC_Aktualisieren);
     EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/a.jpg"_s));
-    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"b"_s}));
-    EXPECT_EQ(form().txt_BildName.Text(), u"a"_s);
+    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"ax"_s, u"b"_s}));
+    EXPECT_EQ(form().txt_BildName.Text(), u"ax"_s);
+    EXPECT_TRUE(form().DatenGeaendert);
   });
 }
 

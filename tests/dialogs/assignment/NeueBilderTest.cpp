@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "store/Sammlungszugriff.h"
 #include "tests/dialogs/assignment/Speichertest.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -41,8 +42,8 @@ TEST_F(NeueBilder, TheStripeOfANewPictureTurnsGreen) {
   });
 }
 
-// Told by the folder alone: the file keeps its name, the record gets the stamped one.
-TEST_F(NeueBilder, ANewPictureOfTheStandardFolderIsNotCopied) {
+// The file keeps its name and the record gets the stamped one, under which there must be a file too.
+TEST_F(NeueBilder, ANewPictureOfTheStandardFolderKeepsItsFileAndGetsOneUnderTheStampedName) {
   lege_Bild(u"foto.jpg"_s);
   zeige([&] {
     haenge_neue_Zeile_an(u"P:\\Belege\\1"_s, u"foto"_s);
@@ -50,8 +51,9 @@ TEST_F(NeueBilder, ANewPictureOfTheStandardFolderIsNotCopied) {
     form().SetzeDatenGeaendert(true);
     speichere();
   });
-  EXPECT_EQ(dateien(), QStringList{u"foto.jpg"_s});
-  EXPECT_EQ(sammlung(), QStringList{u"foto"_s + Stempel + u"|P:\\Belege\\1|1|1|0"_s});
+  EXPECT_EQ(dateien(), (QStringList{u"foto.jpg"_s, u"foto"_s + Stempel + u".jpg"_s}));
+  EXPECT_EQ(wurzel.lies(u"Belege/1/foto"_s + Stempel + u".jpg"_s), wurzel.lies(u"Belege/1/foto.jpg"_s));
+  EXPECT_EQ(sammlung(), QStringList{u"foto"_s + Stempel + u"|Belege\\1|1|1|0"_s});
 }
 
 TEST_F(NeueBilder, TheStandardFolderInOtherLettersIsAnotherFolder) {
@@ -78,13 +80,13 @@ TEST_F(NeueBilder, ANewPictureRenamedBeforeGetsTheStampBehindTheEditedName) {
   EXPECT_EQ(dateien(u"Neu"_s), QStringList{u"foto.jpg"_s});
 }
 
-TEST_F(NeueBilder, BlanksAroundANewNameAreCutButForTheTable) {
+TEST_F(NeueBilder, BlanksAroundANewNameAreCutForFileAndTable) {
   zeige([&] {
     nimm_auf(u"foto"_s);
     form().Zelle(0, spalte::Bildname, u" Haus "_s);
     form().SetzeDatenGeaendert(true);
     speichere();
-    EXPECT_EQ(form().Text(0, spalte::Bildname), u" Haus "_s + Stempel);
+    EXPECT_EQ(form().Text(0, spalte::Bildname), u"Haus "_s + Stempel);
   });
   EXPECT_EQ(dateien(), QStringList{u"Haus "_s + Stempel + u".jpg"_s});
 }
@@ -99,7 +101,7 @@ TEST_F(NeueBilder, AMissingStandardFolderIsMadeWithItsParents) {
   EXPECT_EQ(dateien(u"Belege/2026/März"_s), QStringList{u"foto"_s + Stempel + u".jpg"_s});
 }
 
-TEST_F(NeueBilder, ACopyThatFailsIsNotToldAndTheRowPointsToNoFile) {
+TEST_F(NeueBilder, ACopyThatFailsIsNotToldHereAndGivesNoRow) {
   wurzel.schreibe(u"Belege/1"_s, "a file where the folder should be");
   zeige([&] {
     nimm_auf(u"foto"_s);
@@ -110,7 +112,20 @@ TEST_F(NeueBilder, ACopyThatFailsIsNotToldAndTheRowPointsToNoFile) {
     EXPECT_FALSE(form().DatenGeaendert);
   });
   EXPECT_EQ(wurzel.lies(u"Belege/1"_s), "a file where the folder should be");
-  EXPECT_EQ(sammlung(), QStringList{u"foto"_s + Stempel + u"|Belege\\1|1|1|0"_s});
+  EXPECT_EQ(sammlung(), QStringList());
+  const auto spur = Sammlungszugriff::spur(*store);
+  ASSERT_TRUE(spur);
+  ASSERT_EQ(spur->bilder.size(), 1U);
+  const Bildspur& bild = spur->bilder.front();
+  EXPECT_FALSE(bild.satz);
+  ASSERT_TRUE(bild.ohne_Datei);
+  EXPECT_EQ(bild.ohne_Datei->Bild_Bildname, u"foto"_s + Stempel);
+  EXPECT_EQ(bild.ohne_Datei->Bild_Pfad, u"Belege\\1"_s);
+  EXPECT_EQ(bild.quelle, u"P:\\Neu\\foto.jpg"_s);
+  EXPECT_EQ(bild.groesse, wurzel.lies(u"Neu/foto.jpg"_s).size());
+  EXPECT_EQ(bild.bildinfo, u"Info"_s);
+  EXPECT_TRUE(bild.kopie.gescheitert());
+  EXPECT_FALSE(bild.kopie.grund.isEmpty());
 }
 
 TEST_F(NeueBilder, AMissingDriveIsNoFailureOfTheSaving) {
@@ -155,7 +170,7 @@ TEST_F(NeueBilder, ANameOfThirtyFiveLettersKeepsThemAll) {
   EXPECT_EQ(dateien(), QStringList{name + Stempel + u".jpg"_s});
 }
 
-TEST_F(NeueBilder, PicturesOfTheSameSecondAndNameShareTheStampedName) {
+TEST_F(NeueBilder, PicturesOfTheSameSecondAndNameNeverMeet) {
   lege_Bild(u"foto.jpg"_s, QSize(10, 10), Qt::red, u"Anders"_s);
   zeige([&] {
     nimm_auf(u"foto"_s);
@@ -163,14 +178,17 @@ TEST_F(NeueBilder, PicturesOfTheSameSecondAndNameShareTheStampedName) {
     form().SetzeDatenGeaendert(true);
     speichere();
   });
-  EXPECT_EQ(dateien(), QStringList{u"foto"_s + Stempel + u".jpg"_s});
-  EXPECT_EQ(store->AnzahlPos(), 2);
+  EXPECT_EQ(dateien(), (QStringList{u"foto"_s + Stempel + u".jpg"_s, u"foto_2"_s + Stempel + u".jpg"_s}));
+  EXPECT_EQ(wurzel.lies(u"Belege/1/foto"_s + Stempel + u".jpg"_s), wurzel.lies(u"Neu/foto.jpg"_s));
+  EXPECT_EQ(wurzel.lies(u"Belege/1/foto_2"_s + Stempel + u".jpg"_s), wurzel.lies(u"Anders/foto.jpg"_s));
+  EXPECT_EQ(sammlung(),
+            (QStringList{u"foto"_s + Stempel + u"|Belege\\1|1|1|0"_s, u"foto_2"_s + Stempel + u"|Belege\\1|1|1|0"_s}));
 }
 
-TEST_F(NeueBilder, UmlautsApostrophesAndDotsSurviveInNames) {
-  const QString name = u"Müller's ß v1.2"_s;
+TEST_F(NeueBilder, UmlautsAndDotsSurviveInNamesAndApostrophesTurn) {
+  const QString name = u"Müller’s ß v1.2"_s;
   zeige([&] {
-    nimm_auf(name);
+    nimm_auf(u"Müller's ß v1.2"_s);
     form().Zelle(0, spalte::BildInfo, u"Info"_s);
     form().SetzeDatenGeaendert(true);
     speichere();
@@ -179,14 +197,15 @@ TEST_F(NeueBilder, UmlautsApostrophesAndDotsSurviveInNames) {
   EXPECT_EQ(sammlung(), QStringList{name + Stempel + u"|Belege\\1|1|1|0"_s});
 }
 
-TEST_F(NeueBilder, ANewPictureRemovedAgainIsNewAndMarked) {
+TEST_F(NeueBilder, ANewPictureRemovedAgainIsNeitherCopiedNorPutIntoTheCollection) {
   zeige([&] {
     nimm_auf(u"foto"_s);
     form().Zelle(0, spalte::Entfernen, true);
     form().SetzeDatenGeaendert(true);
     speichere();
   });
-  EXPECT_EQ(sammlung(), QStringList{u"foto"_s + Stempel + u"|Belege\\1|1|1|1"_s});
+  EXPECT_EQ(sammlung(), QStringList());
+  EXPECT_EQ(dateien(), QStringList());
   wirt_schreibt();
   EXPECT_EQ(db.anzahl(), 0);
 }

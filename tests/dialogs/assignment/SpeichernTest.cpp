@@ -221,7 +221,7 @@ TEST_F(Speichern, WithoutTheStandardFolderCollisionsAreNotLookedFor) {
 
 // ── Text files ──────────────────────────────────────────────────────────────────────────────────────────────────────
 
-TEST_F(Speichern, TheTextGoesToTheStandardFolderWithoutADotAndWithoutOuterBlanks) {
+TEST_F(Speichern, TheTextGoesBesideThePictureWithoutADotAndWithoutOuterBlanks) {
   fuege_Bilder_ein(1);
   zeige([&] {
     klicke(form().txt_BildInfo);
@@ -255,20 +255,21 @@ TEST_F(Speichern, AnEmptiedTextLeavesTheFile) {
   EXPECT_EQ(wurzel.lies(u"Belege/1/ajpg.txt"_s), "alt");
 }
 
-TEST_F(Speichern, TheTextOfAPictureElsewhereGoesToTheStandardFolder) {
+// In the record's folder nobody would find it again.
+TEST_F(Speichern, TheTextOfAPictureElsewhereStaysBesideIt) {
   fuege_Bild_ein(u"a"_s, u"jpg"_s, false, [](clsBildZuordnungen& b) { b.Bild_Pfad(u"Belege\\2"_s); });
   lege_Bild(u"a.jpg"_s, QSize(60, 40), Qt::red, u"Belege/2"_s);
   lege_Bild(u"anderes.jpg"_s);
   wurzel.schreibe(u"Belege/2/ajpg.txt"_s, "Info");
   zeige([&] {
-    tippe(form().txt_BildText, u"x"_s);
+    tippe(form().txt_BildInfo, u"Mehr "_s);
     speichere();
   });
-  EXPECT_EQ(wurzel.lies(u"Belege/1/ajpg.txt"_s), "Info");
-  EXPECT_EQ(wurzel.lies(u"Belege/2/ajpg.txt"_s), "Info");
+  EXPECT_EQ(dateien(), QStringList{u"anderes.jpg"_s});
+  EXPECT_EQ(wurzel.lies(u"Belege/2/ajpg.txt"_s), "Mehr Info");
 }
 
-TEST_F(Speichern, TheTextOfARenamedPictureGetsTheNewNameAndTheOldFileStays) {
+TEST_F(Speichern, TheTextOfARenamedPictureGoesWithIt) {
   fuege_Bilder_ein(1);
   wurzel.schreibe(u"Belege/1/ajpg.txt"_s, "Info");
   zeige([&] {
@@ -276,7 +277,8 @@ TEST_F(Speichern, TheTextOfARenamedPictureGetsTheNewNameAndTheOldFileStays) {
     meldungen.erwarte(meldung::umbenannt(), Antwort::Ja);
     speichere();
   });
-  EXPECT_EQ(dateien(), (QStringList{u"ajpg.txt"_s, u"neu.jpg"_s, u"neujpg.txt"_s}));
+  EXPECT_EQ(dateien(), (QStringList{u"neu.jpg"_s, u"neujpg.txt"_s}));
+  EXPECT_EQ(wurzel.lies(u"Belege/1/neujpg.txt"_s), "Info");
 }
 
 // A failed rename is the only failure of a file that the user is told.
@@ -292,7 +294,7 @@ TEST_F(Speichern, ATextThatCannotBeWrittenIsNotToldAndTheRowIsSaved) {
   EXPECT_EQ(sammlung(), QStringList{u"a|Belege\\1|1|0|0"_s});
 }
 
-// ── Out of step ─────────────────────────────────────────────────────────────────────────────────────────────────────
+// ── In step ─────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 TEST_F(Speichern, AfterADropTheValuesGoToTheRecordAtTheirPlace) {
   fuege_Bilder_ein(3);
@@ -313,18 +315,19 @@ TEST_F(Speichern, AfterADropTheValuesGoToTheRecordAtTheirPlace) {
   EXPECT_EQ(gespeichert(), (QStringList{u"c|0|von c"_s, u"a|1|<NULL>"_s, u"b|2|<NULL>"_s}));
 }
 
-TEST_F(Speichern, ARecordThatTheCollectionDoesNotHaveIsReportedAndPassedOver) {
-  fuege_Bilder_ein(2);
+TEST_F(Speichern, ARecordThatTheHostTookOutMeanwhileIsReportedAndTheOthersKeepTheirs) {
+  fuege_Bilder_ein(3);
   zeige([&] {
-    nimm_auf(u"foto"_s);
-    form().SortTabelle = form().BildTabelle;
-    form().DragQuelle = 3;
-    form().DragZiel = 1;
-    form().Bild_Verschieben();
-    form().Zelle(0, spalte::ZeileGeaendert, false);
+    klicke(form().Pic_Thumb(2));
+    tippe(form().txt_BildText, u"b"_s);
+    klicke(form().Pic_Thumb(3));
+    tippe(form().txt_BildText, u"c"_s);
+    store->AktInd(1);
+    store->Bild_Delete(true);
+    store->FKT_SpeichernBilder();
     speichere();
     EXPECT_FALSE(form().isVisible());
-    EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), (QStringList{u"False"_s, u"False"_s, u"True"_s}));
+    EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), (QStringList{u"False"_s, u"True"_s, u"False"_s}));
   });
   const auto berichte = core.hole();
   ASSERT_EQ(berichte.size(), 1);
@@ -332,13 +335,17 @@ TEST_F(Speichern, ARecordThatTheCollectionDoesNotHaveIsReportedAndPassedOver) {
   EXPECT_EQ(berichte[0].Prozedur, u"Zuordnung_Speichern"_s);
   EXPECT_EQ(berichte[0].Nummer, fehlernummer::IndexAusserhalb);
   EXPECT_TRUE(berichte[0].MitMeldung);
-  EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|0|0|0"_s, u"a|Belege\\1|1|0|0"_s}));
+  EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|1|0|0"_s, u"c|Belege\\1|1|0|0"_s}));
+  store->AktInd(1);
+  EXPECT_EQ(store->Bild_Beschreibung(), u"c"_s);
 }
 
-// The record that was just appended stands at the place of the last stored row, which is written over it: the new
-// picture has its file and no row.
-TEST_F(Speichern, ANewPictureDroppedInFrontOfStoredOnesLosesItsRecord) {
-  fuege_Bilder_ein(2);
+TEST_F(Speichern, ANewPictureDroppedInFrontOfStoredOnesGetsTheFirstRecordAndTheyKeepTheirs) {
+  fuege_Bild_ein(u"a"_s, u"jpg"_s, true, [](clsBildZuordnungen& b) {
+    b.Bild_GrafikAnbNr(u"17"_s);
+    b.Bild_Grafik_Ursprung(u"Kamera"_s);
+  });
+  fuege_Bild_ein(u"b"_s);
   zeige([&] {
     nimm_auf(u"foto"_s);
     form().SortTabelle = form().BildTabelle;
@@ -347,8 +354,16 @@ TEST_F(Speichern, ANewPictureDroppedInFrontOfStoredOnesLosesItsRecord) {
     form().Bild_Verschieben();
     speichere();
   });
-  EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|0|0|0"_s, u"a|Belege\\1|1|0|0"_s, u"b|Belege\\1|1|0|0"_s}));
-  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s, u"foto"_s + Stempel + u".jpg"_s}));
+  const QString neu = u"foto"_s + Stempel;
+  EXPECT_EQ(sammlung(), (QStringList{neu + u"|Belege\\1|1|1|0"_s, u"a|Belege\\1|1|0|0"_s, u"b|Belege\\1|1|0|0"_s}));
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s, neu + u".jpg"_s}));
+  store->AktInd(1);
+  EXPECT_EQ(store->Bild_GrafikAnbNr(), u"17"_s);
+  EXPECT_EQ(store->Bild_Grafik_Ursprung(), u"Kamera"_s);
+  store->AktInd(0);
+  EXPECT_EQ(store->Bild_GrafikAnbNr(), QString());
+  wirt_schreibt();
+  EXPECT_EQ(gespeichert(), (QStringList{neu + u"|0|<NULL>"_s, u"a|1|<NULL>"_s, u"b|2|<NULL>"_s}));
 }
 
 // ── Failures ────────────────────────────────────────────────────────────────────────────────────────────────────────

@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "store/Sammlungszugriff.h"
 #include "tests/dialogs/assignment/Speichertest.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -38,18 +39,28 @@ TEST_F(Umbenennen, YesRenamesInThePicturesOwnFolder) {
   EXPECT_EQ(sammlung(), QStringList{u"neu|Belege\\2|1|0|0"_s});
 }
 
-// Whether the renaming succeeded is not asked: the record gets the new name, the file and the table keep the old one.
-TEST_F(Umbenennen, ARenamingThatFailsAfterYesIsNotTold) {
+// The folder has the name already: file, table, text and record keep the old one, and the other picture keeps its text.
+TEST_F(Umbenennen, ARenamingThatFailsAfterYesIsNotToldHereAndKeepsTheOldName) {
   fuege_Bilder_ein(1);
   lege_Bild(u"da.jpg"_s);
+  wurzel.schreibe(u"Belege/1/ajpg.txt"_s, "Info von a");
+  wurzel.schreibe(u"Belege/1/dajpg.txt"_s, "Info von da");
   zeige([&] {
     benenne(1, u"da"_s);
+    tippe(form().txt_BildText, u"x"_s);
     meldungen.erwarte(meldung::umbenannt(), Antwort::Ja);
     speichere();
   });
-  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"da.jpg"_s}));
-  EXPECT_EQ(sammlung(), QStringList{u"da|Belege\\1|1|0|0"_s});
-  EXPECT_EQ(db.anzahl(u"Bildname = 'a'"_s), 1);
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"ajpg.txt"_s, u"da.jpg"_s, u"dajpg.txt"_s}));
+  EXPECT_EQ(wurzel.lies(u"Belege/1/ajpg.txt"_s), "Info von a");
+  EXPECT_EQ(wurzel.lies(u"Belege/1/dajpg.txt"_s), "Info von da");
+  EXPECT_EQ(sammlung(), QStringList{u"a|Belege\\1|1|0|0"_s});
+  const Bildspur& bild = Sammlungszugriff::spur(*store)->bilder.front();
+  EXPECT_EQ(bild.abgelehnter_Name, u"da"_s);
+  EXPECT_TRUE(bild.umbenennung.gescheitert());
+  EXPECT_FALSE(bild.umbenennung.grund.isEmpty());
+  wirt_schreibt();
+  EXPECT_EQ(gespeichert(), QStringList{u"a|0|x"_s});
 }
 
 TEST_F(Umbenennen, NoTakesTheRenamingBackAndGoesOnSaving) {
