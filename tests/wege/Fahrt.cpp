@@ -149,6 +149,14 @@ bool Fahrt::waehle(int zeile) {
   return true;
 }
 
+bool Fahrt::waehle_zum_Aendern(int zeile) {
+  if (!waehle(zeile)) return false;
+  for (QWidget* feld : std::initializer_list<QWidget*>{&form().txt_BildName, &form().txt_BildText, &form().txt_BildInfo,
+                                                       &form().chk_Drucken, &form().chk_NeueSeite})
+    if (feld->isEnabled() == modell_.gesperrt()) mangel(u"falsch gesperrt: "_s + feld->objectName());
+  return !modell_.gesperrt();
+}
+
 // ── Steps ───────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 void Fahrt::tu(const Haenge_an& s) {
@@ -205,26 +213,27 @@ void Fahrt::tu(const Drehe& s) {
 }
 
 void Fahrt::tu(const Benenne& s) {
-  if (!waehle(s.zeile) || !form().txt_BildName.isEnabled()) return;
-  ersetze_Text(form().txt_BildName, s.name,
-               [this](const QString& /*text*/) { modell_.aendere_Namen(form().txt_BildName.text()); });
+  if (!waehle_zum_Aendern(s.zeile)) return;
+  QString vorher = form().txt_BildName.text();
+  ersetze_Text(form().txt_BildName, s.name, [&](const QString& /*text*/) {
+    const QString jetzt = form().txt_BildName.text();
+    if (std::exchange(vorher, jetzt) != jetzt) modell_.aendere_Namen(jetzt);
+  });
 }
 
 void Fahrt::tu(const Schreibe& s) {
-  if (!waehle(s.zeile)) return;
+  if (!waehle_zum_Aendern(s.zeile)) return;
   Textblock& feld = s.feld == Feld::Info ? form().txt_BildInfo : form().txt_BildText;
-  if (!feld.isEnabled()) return;
   const bool leer = feld.Text().isEmpty() && s.text.isEmpty();
   ersetze_Text(feld, s.text, [](const QString&) {});
   if (!leer) modell_.schreibe(s.feld, s.text);
 }
 
 void Fahrt::tu(const Schalte& s) {
-  if (!waehle(s.zeile)) return;
+  if (!waehle_zum_Aendern(s.zeile)) return;
   CheckBox* const schalter[] = {&form().chk_NeueSeite, &form().chk_AlsAnhang, &form().chk_GesamteSeite,
                                 &form().chk_Drucken};
   CheckBox& einer = *schalter[static_cast<int>(s.marke)];
-  if (!einer.isEnabled()) return;
   klicke_Schalter(einer);
   modell_.schalte(s.marke);
 }

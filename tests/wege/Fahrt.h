@@ -44,6 +44,8 @@ class Fahrt {
   void tu(const schritt::Warte& s);
 
   bool waehle(int zeile);
+  /// Selects a row; false where its fields are locked, as the model has it.
+  bool waehle_zum_Aendern(int zeile);
   bool bringe_ins_Bild(int zeile);
   bool ist_im_Bild(int zeile) const;
   QString datei(int nummer) const;

@@ -62,7 +62,7 @@ Modell::Bild Modell::lade_Bild(const std::shared_ptr<Satz>& satz, bool vorgemerk
   bild.datei = pfad(w.ordner, w.name + u'.' + w.endung);
   bild.drucktext = w.drucktext;
   bild.marken = w.marken;
-  bild.info = welt.texte.value(pfad(w.ordner, w.name + w.endung + u".txt"_s));
+  bild.info = welt.texte.value(welt.finde_Text(pfad(w.ordner, w.name + w.endung + u".txt"_s)));
   bild.fehlt = welt.finde(bild.datei).isEmpty();
   bild.vorgemerkt = vorgemerkt;
   bild.entfernen = vorgemerkt || bild.fehlt;

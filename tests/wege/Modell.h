@@ -36,6 +36,8 @@ struct Welt {
   Bestand bestand() const;
   /// Path as it stands on the disk, found in any case of its letters; empty where there is none.
   QString finde(const QString& pfad) const;
+  /// The same for a text; the path itself where there is none.
+  QString finde_Text(const QString& pfad) const;
 };
 
 /// Boxes that a clerk may meet.
@@ -83,7 +85,9 @@ class Modell {
   int anzahl() const { return static_cast<int>(streifen_.size()); }
   int gewaehlt() const { return gewaehlt_; }
   bool geaendert() const { return geaendert_; }
-  bool vormerken_moeglich() const { return !streifen_[z(gewaehlt_)].fehlt; }
+  /// A row without a name locks the fields once it is selected.
+  bool gesperrt() const { return streifen_[z(gewaehlt_)].name.trimmed().isEmpty(); }
+  bool vormerken_moeglich() const { return !gesperrt() && !streifen_[z(gewaehlt_)].fehlt; }
   QString name(int zeile) const { return streifen_[z(zeile)].name; }
   /// Names in the strip's order.
   QStringList namen() const;
@@ -128,6 +132,7 @@ class Modell {
   int kollision() const;
   bool zeige_Kollision();
   bool sichere(schritt::Antwort namen);
+  void nimm_Vormerkungen_zurueck();
   bool frage_nach_Namen(schritt::Antwort namen, bool& erledigt);
   void sichere_Bild(int zeile, bool erledigt);
   bool lege_neues_an(Bild& bild, int zeile);

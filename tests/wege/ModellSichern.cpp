@@ -45,19 +45,24 @@ bool Modell::zeige_Kollision() {
 
 bool Modell::speichere(Antwort namen) {
   if (!geaendert_ || zeige_Kollision()) return false;
-  sichere(namen);
+  if (!sichere(namen)) nimm_Vormerkungen_zurueck();
   return true;
 }
 
 bool Modell::verlasse(Antwort sichern, Antwort namen) {
-  if (!geaendert_ || zeige_Kollision()) return true;
-  kaesten.append(Kasten::Speichern);
-  if (sichern == Antwort::Abbrechen) return false;
-  if (sichern == Antwort::Ja)
-    sichere(namen);
-  else
-    for (const auto& satz : sammlung_) satz->weg = false;
+  bool gesichert = false;
+  if (geaendert_ && !zeige_Kollision()) {
+    kaesten.append(Kasten::Speichern);
+    if (sichern == Antwort::Abbrechen) return false;
+    gesichert = sichern == Antwort::Ja && sichere(namen);
+  }
+  if (!gesichert) nimm_Vormerkungen_zurueck();
   return true;
+}
+
+// Turning and reading again save unasked; a picture goes only by a save that was asked for.
+void Modell::nimm_Vormerkungen_zurueck() {
+  for (const auto& satz : sammlung_) satz->weg = false;
 }
 
 bool Modell::frage_nach_Namen(Antwort namen, bool& erledigt) {
@@ -92,10 +97,12 @@ bool Modell::sichere(Antwort namen) {
 
 void Modell::sichere_Bild(int zeile, bool erledigt) {
   Bild& bild = streifen_[z(zeile)];
+  // What only a missing file had marked stays when the file is back.
+  if (bild.fehlt && bild.entfernen && !bild.vorgemerkt) bild.fehlt = bild.entfernen = welt.finde(bild.datei).isEmpty();
   if (bild.entfernen && bild.umbenannt) bild.name = bild.original;
   if (bild.satz) {
-    if (bild.umbenannt && !erledigt && ohne_Rand(bild.name) != ohne_Rand(bild.original))
-      benenne_um(bild, Standardordner);
+    const bool noch = bild.umbenannt && !erledigt && ohne_Rand(bild.name) != ohne_Rand(bild.original);
+    if (noch && !benenne_um(bild, Standardordner)) kaesten.append(Kasten::Nicht_umbenannt);
   } else if (bild.entfernen || !lege_neues_an(bild, zeile)) {
     return;
   }
@@ -105,9 +112,8 @@ void Modell::sichere_Bild(int zeile, bool erledigt) {
   w.ordner = bild.ordner;
   w.drucktext = bild.drucktext;
   w.marken = bild.marken;
-  w.sort = zeile;
   if (const QString info = ohne_Rand(bild.info); !info.isEmpty())
-    welt.texte[pfad(bild.ordner, w.name + w.endung + u".txt"_s)] = info;
+    welt.texte[welt.finde_Text(pfad(bild.ordner, w.name + w.endung + u".txt"_s))] = info;
   bild.satz->zu_schreiben = true;
   bild.satz->weg = bild.entfernen;
   bild.angefasst = false;
@@ -148,15 +154,19 @@ bool Modell::benenne_um(Bild& bild, const QString& nach_ordner) {
   const QString ziel = pfad(nach_ordner, neu + u'.' + bild.endung);
   const QString quelle = welt.finde(bild.datei);
   if (quelle.isEmpty() || !welt.finde(ziel).isEmpty()) {
-    kaesten.append(Kasten::Nicht_umbenannt);
     bild.name = bild.original;
     return false;
   }
   welt.bilder[ziel] = welt.bilder.take(quelle);
   if (gestoert_.remove(quelle)) gestoert_.insert(ziel);
-  const QString alter_text = pfad(bild.ordner, bild.original + bild.endung + u".txt"_s);
-  if (welt.texte.contains(alter_text))
-    welt.texte[pfad(nach_ordner, neu + bild.endung + u".txt"_s)] = welt.texte.take(alter_text);
+  const QString alter_text = welt.finde_Text(pfad(bild.ordner, bild.original + bild.endung + u".txt"_s));
+  if (welt.texte.contains(alter_text)) {
+    // No picture had the new name: a text that waits there belongs to none.
+    const QString text = welt.texte.take(alter_text);
+    const QString neuer_text = pfad(nach_ordner, neu + bild.endung + u".txt"_s);
+    welt.texte.remove(welt.finde_Text(neuer_text));
+    welt.texte[neuer_text] = text;
+  }
   for (Zuordnung& zeile : welt.tabelle)
     if (zeile.name.compare(bild.original, Qt::CaseInsensitive) == 0 && zeile.ordner == bild.ordner) {
       zeile.name = neu;
@@ -176,14 +186,20 @@ void Modell::schreibe_zurueck(Satz& satz) {
     if (zeile.re == u"1"_s && zeile.name == satz.alter_name) zeile = satz.werte;
 }
 
+// The order is that of the strip as it was saved, whatever numbers stand for it.
 void Modell::wirt_schreibt() {
+  int platz = 0;
   for (const auto& satz : sammlung_) {
+    satz->werte.sort = platz++;
     if (satz->weg)
       std::erase_if(welt.tabelle, [&](const Zuordnung& zeile) {
         return zeile.re == u"1"_s && !satz->neu && zeile.name == satz->alter_name;
       });
     else if (satz->zu_schreiben)
       schreibe_zurueck(*satz);
+    else
+      for (Zuordnung& zeile : welt.tabelle)
+        if (zeile.re == u"1"_s && zeile.name == satz->alter_name) zeile.sort = satz->werte.sort;
   }
   sammlung_.clear();
   streifen_.clear();

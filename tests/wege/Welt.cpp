@@ -57,3 +57,10 @@ QString Welt::finde(const QString& pfad) const {
     if (i.key().compare(pfad, Qt::CaseInsensitive) == 0) return i.key();
   return {};
 }
+
+QString Welt::finde_Text(const QString& pfad) const {
+  if (texte.contains(pfad)) return pfad;
+  for (auto i = texte.begin(); i != texte.end(); ++i)
+    if (i.key().compare(pfad, Qt::CaseInsensitive) == 0) return i.key();
+  return pfad;
+}
