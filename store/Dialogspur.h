@@ -69,6 +69,8 @@ struct Bildspur {
 struct Dialogstand {
   std::shared_ptr<XArrayDBObject> tabelle;
   std::vector<Bildspur> spuren;
+  /// File names of the pictures that are new or differ from their records; empty where only the order does.
+  QStringList betroffene;
 };
 
 /// What the assignment dialog leaves beside the collection, for whoever walks the road of a host. It is there after a

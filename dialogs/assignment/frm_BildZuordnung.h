@@ -257,6 +257,8 @@ class frm_BildZuordnung : public Form {
   void bestaetige_Vormerkungen();
   void verlasse();
   void hinterlasse_Spur();
+  QStringList ungespeicherte_Namen();
+  bool gleicht(const clsBilderSpeicher& satz, std::int32_t zeile);
   /// A row that only the dialog has, with its place among those that stay.
   struct Ungespeicherte {
     std::int32_t platz;

@@ -100,6 +100,7 @@ void frm_BildZuordnung::speichere_Zeilen() {
     if (Ja(i, spalte::ZeileGeaendert)) pruefe_Fehlende(i);
   if (!frage_nach_Namen(erledigt)) return;
   ordne_Sammlung();
+  auflistbar_.clear();
   // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
@@ -122,7 +123,6 @@ void frm_BildZuordnung::halte_leere_Namen() {
 /// What only a missing file marked for removal stays when the file is back, or where its folder can't be looked into.
 void frm_BildZuordnung::pruefe_Fehlende(std::int32_t zeile) {
   if (!Ja(zeile, spalte::DateiFehlt) || !Ja(zeile, spalte::Entfernen) || Spur(zeile).vorgemerkt) return;
-  auflistbar_.clear();
   const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
   const bool sicher = laesst_sich_auflisten(Text(zeile, spalte::Root)) &&
                       laesst_sich_auflisten(Text(zeile, spalte::Root) + u'\\' + Text(zeile, spalte::Pfad));

@@ -2,7 +2,9 @@
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "store/Bildnamen.h"
 #include "store/Sammlungszugriff.h"
+#include "store/mod_BilderSuchen.h"
 
 Bildspur& frm_BildZuordnung::Spur(std::int32_t zeile) {
   const auto nummer = static_cast<std::size_t>(std::max(zeile, 0));
@@ -82,13 +84,38 @@ void frm_BildZuordnung::verlasse() {
   hinterlasse_Spur();
 }
 
+QStringList frm_BildZuordnung::ungespeicherte_Namen() {
+  QStringList namen;
+  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) {
+    const auto& satz = Spur(i).satz;
+    if (text::Trim(Text(i, spalte::VollerPfad)).isEmpty() || (satz && gleicht(*satz, i))) continue;
+    namen.append(text::Trim(Text(i, spalte::Bildname)) + u'.' + text::Trim(Text(i, spalte::BildExt)));
+  }
+  return namen;
+}
+
+/// The row holds what its record holds; one that was only looked at does.
+bool frm_BildZuordnung::gleicht(const clsBilderSpeicher& satz, std::int32_t zeile) {
+  const QString textdatei = Text(zeile, spalte::Root) + u'\\' + satz.Bild_Pfad + u'\\' +
+                            bildnamen::textdatei(satz.Bild_Bildname, satz.Bild_BildExt);
+  const QString info = fehler::still_enden([&] { return mod_BilderSuchen::Fkt_ReadFile(textdatei); });
+  return satz.Bild_Bildname == Text(zeile, spalte::Bildname) && satz.Bild_Pfad == Text(zeile, spalte::Pfad) &&
+         satz.Bild_Beschreibung == Text(zeile, spalte::Beschreibung) &&
+         satz.Bild_Drucken == Ja(zeile, spalte::Drucken) && satz.Bild_AlsAnhang == Ja(zeile, spalte::AlsAnhang) &&
+         satz.Bild_NeueSeite == Ja(zeile, spalte::NeueSeite) &&
+         satz.Bild_DruckGesamteSeite == Ja(zeile, spalte::DruckGesamteSeite) &&
+         Spur(zeile).bestaetigt_vorgemerkt == Ja(zeile, spalte::Entfernen) &&
+         text::Trim(info) == text::Trim(Text(zeile, spalte::BildInfo));
+}
+
 void frm_BildZuordnung::hinterlasse_Spur() {
   if (pNurAnzeige || !pBildObj) return;
   spuren_.resize(static_cast<std::size_t>(KeineBilder() ? 0 : LetzteZeile() + 1));
   auto spur = std::make_shared<Dialogspur>();
   spur->bilder = spuren_;
   spur->ungespeichert = DatenGeaendert && !abgelehnt_;
-  if (spur->ungespeichert) spur->stand = std::make_shared<Dialogstand>(Dialogstand{BildTabelle, spuren_});
+  if (spur->ungespeichert)
+    spur->stand = std::make_shared<Dialogstand>(Dialogstand{BildTabelle, spuren_, ungespeicherte_Namen()});
   Sammlungszugriff::spur(*pBildObj) = std::move(spur);
 }
 

@@ -396,6 +396,7 @@ TEST_F(Behalten, WhatWasNotSavedOpensTheDialogAgainAsItWas) {
     EXPECT_FALSE(form().isVisible());
   });
   ASSERT_TRUE(Sammlungszugriff::spur(*store)->ungespeichert);
+  EXPECT_EQ(Sammlungszugriff::spur(*store)->stand->betroffene, (QStringList{u"foto.jpg"_s, u"ax.jpg"_s, u"b.jpg"_s}));
   EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|0|0|0"_s, u"b|Belege\\1|0|0|0"_s}));
   schliesse();
   zeige([&] {
@@ -409,6 +410,20 @@ TEST_F(Behalten, WhatWasNotSavedOpensTheDialogAgainAsItWas) {
   });
   wirt_schreibt();
   EXPECT_EQ(gespeichert(), (QStringList{neu(u"foto"_s) + u"|0|<NULL>"_s, u"ax|1|<NULL>"_s}));
+}
+
+TEST_F(Behalten, APictureThatWasOnlyLookedAtIsNotCalledUnsaved) {
+  fuege_Bilder_ein(3);
+  wurzel.schreibe(u"Belege/1/ajpg.txt"_s, " Info ");
+  zeige([&] {
+    klicke(form().Pic_Thumb(2));
+    tippe(form().txt_BildInfo, u"neu"_s);
+    benenne(3, u"cx"_s);
+    klicke(form().Pic_Thumb(1));
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Abbrechen);
+    speichere();
+  });
+  EXPECT_EQ(Sammlungszugriff::spur(*store)->stand->betroffene, (QStringList{u"b.jpg"_s, u"cx.jpg"_s}));
 }
 
 TEST_F(Behalten, ARefusedSaveLeavesNothingToOpenAgain) {
