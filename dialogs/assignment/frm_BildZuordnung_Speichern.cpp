@@ -96,11 +96,11 @@ void frm_BildZuordnung::speichere_Zeilen() {
   bool erledigt = false;
   halte_leere_Namen();
   // Before the renaming: a picture that stays is renamed with the others.
+  auflistbar_.clear();
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
     if (Ja(i, spalte::ZeileGeaendert)) pruefe_Fehlende(i);
   if (!frage_nach_Namen(erledigt)) return;
   ordne_Sammlung();
-  auflistbar_.clear();
   // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i)

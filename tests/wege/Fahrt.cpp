@@ -37,7 +37,7 @@ void klicke_Schalter(CheckBox& schalter) {
 
 bool ausserhalb(const Schritt& s) {
   return std::holds_alternative<Verschwinde>(s) || std::holds_alternative<Kehre_zurueck>(s) ||
-         std::holds_alternative<Stoere>(s) || std::holds_alternative<Warte>(s);
+         std::holds_alternative<Stoere>(s) || std::holds_alternative<Trenne>(s) || std::holds_alternative<Warte>(s);
 }
 
 }  // namespace
@@ -138,13 +138,26 @@ bool Fahrt::bringe_ins_Bild(int zeile) {
   return ist_im_Bild(zeile);
 }
 
+// Switching off selects: the row's number counts as a place in the strip.
+void Fahrt::ende_Sortierung() {
+  if (!form().SSR_Sortierung.Value()) return;
+  const int danach = form().ErsteZeile + modell_.gewaehlt();
+  klicke(form().SSR_Sortierung);
+  if (modell_.gewaehlt() >= 0) modell_.waehle(danach < modell_.anzahl() ? danach : 0);
+}
+
 bool Fahrt::waehle(int zeile) {
   if (modell_.anzahl() == 0) return false;
-  zeile %= modell_.anzahl();
-  if (!bringe_ins_Bild(zeile)) return false;
-  klicke(form().Pic_Thumb(zeile - form().ErsteZeile + 1));
-  modell_.waehle(zeile);
-  if (form().txt_BildName.Text() != modell_.name(zeile))
+  if (zeile >= 0) {
+    ende_Sortierung();
+    zeile %= modell_.anzahl();
+    if (!bringe_ins_Bild(zeile)) return false;
+    klicke(form().Pic_Thumb(zeile - form().ErsteZeile + 1));
+    modell_.waehle(zeile);
+  }
+  // A name in other letters than the row's stays in the field until the row is selected again.
+  if (form().txt_BildName.Text().trimmed().compare(modell_.name(modell_.gewaehlt()).trimmed(), Qt::CaseInsensitive) !=
+      0)
     mangel(u"das Namensfeld zeigt "_s + form().txt_BildName.Text());
   return true;
 }
@@ -174,9 +187,9 @@ void Fahrt::tu(const Haenge_an& s) {
 
 void Fahrt::tu(const Ziehe& s) {
   if (modell_.anzahl() < 2) return;
-  const int von = s.von % modell_.anzahl();
+  const int von = std::max(s.von, 0) % modell_.anzahl();
   if (!bringe_ins_Bild(von)) return;
-  klicke(form().SSR_Sortierung);
+  if (!form().SSR_Sortierung.Value()) klicke(form().SSR_Sortierung);
   QWidget& quelle = form().Pic_Thumb(von - form().ErsteZeile + 1);
   QTest::mousePress(form().windowHandle(), Qt::LeftButton, {}, eingaben::im_Fenster(quelle, {-1, -1}));
   const auto bewege = [&](QWidget& wohin, QPoint wo) {
@@ -190,9 +203,6 @@ void Fahrt::tu(const Ziehe& s) {
   bewege(ziel, {-1, -1});
   QTest::mouseRelease(form().windowHandle(), Qt::LeftButton, {}, eingaben::im_Fenster(ziel, {-1, -1}));
   modell_.verschiebe(von, nach);
-  const int danach = form().ErsteZeile + modell_.gewaehlt();
-  klicke(form().SSR_Sortierung);
-  modell_.waehle(danach < modell_.anzahl() ? danach : 0);
 }
 
 void Fahrt::tu(const Rolle& s) {
@@ -290,8 +300,13 @@ void Fahrt::tu(const Verschwinde& s) {
 }
 
 void Fahrt::tu(const Kehre_zurueck& /*s*/) {
-  schauplatz_.hole_zurueck();
-  modell_.kehre_zurueck();
+  schauplatz_.hole_zurueck(modell_.kehre_zurueck());
+}
+
+void Fahrt::tu(const Trenne& /*s*/) {
+  if (modell_.ist_getrennt()) return;
+  schauplatz_.trenne();
+  modell_.trenne();
 }
 
 void Fahrt::tu(const Stoere& s) {
@@ -304,8 +319,8 @@ void Fahrt::tu(const Stoere& s) {
 }
 
 void Fahrt::tu(const Belege& s) {
-  if (modell_.anzahl() == 0) return;
-  const QString pfad = modell_.gestempelter_Pfad(s.zeile % modell_.anzahl());
+  if (modell_.anzahl() == 0 || modell_.ist_getrennt()) return;
+  const QString pfad = modell_.gestempelter_Pfad(std::max(s.zeile, 0) % modell_.anzahl());
   modell_.welt.bilder[pfad] = {99, 0};
   schauplatz_.lege_Bild(pfad, {99, 0});
 }

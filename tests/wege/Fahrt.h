@@ -38,12 +38,14 @@ class Fahrt {
   void tu(const schritt::Speichere& s);
   void tu(const schritt::Verlasse& s);
   void tu(const schritt::Verschwinde& s);
+  void tu(const schritt::Trenne& s);
   void tu(const schritt::Kehre_zurueck& s);
   void tu(const schritt::Stoere& s);
   void tu(const schritt::Belege& s);
   void tu(const schritt::Warte& s);
 
   bool waehle(int zeile);
+  void ende_Sortierung();
   /// Selects a row; false where its fields are locked, as the model has it.
   bool waehle_zum_Aendern(int zeile);
   bool bringe_ins_Bild(int zeile);

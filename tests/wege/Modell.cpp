@@ -64,8 +64,9 @@ Modell::Bild Modell::lade_Bild(const std::shared_ptr<Satz>& satz, bool vorgemerk
   bild.marken = w.marken;
   bild.info = welt.texte.value(welt.finde_Text(pfad(w.ordner, w.name + w.endung + u".txt"_s)));
   bild.fehlt = welt.finde(bild.datei).isEmpty();
+  bild.lesbar = !bild.fehlt || ist_lesbar(bild);
   bild.vorgemerkt = vorgemerkt;
-  bild.entfernen = vorgemerkt || bild.fehlt;
+  bild.entfernen = vorgemerkt || (bild.fehlt && bild.lesbar);
   return bild;
 }
 
@@ -133,6 +134,7 @@ void Modell::waehle(int zeile) {
       neu.marken != anzeige_.marken || neu.entfernen != anzeige_.entfernen)
     bild.angefasst = true;
   anzeige_ = neu;
+  gesperrt_ = ohne_Rand(neu.name).isEmpty();
 }
 
 void Modell::verschiebe(int von, int nach) {
@@ -142,6 +144,12 @@ void Modell::verschiebe(int von, int nach) {
   streifen_.insert(streifen_.begin() + nach, bild);
   for (Bild& b : streifen_) b.angefasst = true;
   geaendert_ = true;
+  // The fields show the picture that stands at the selected place now.
+  if (gewaehlt_ != Keine) waehle(gewaehlt_);
+}
+
+bool Modell::ist_lesbar(const Bild& bild) const {
+  return ordner_da_ || bild.ordner != u"Belege\\1"_s;
 }
 
 void Modell::aendere(int zeile) {
@@ -204,9 +212,30 @@ void Modell::verschwinde(const QString& datei) {
   verschwundene_[datei] = welt.bilder.take(datei);
 }
 
-void Modell::kehre_zurueck() {
-  for (auto i = verschwundene_.begin(); i != verschwundene_.end(); ++i)
-    if (welt.finde(i.key()).isEmpty()) welt.bilder[i.key()] = i.value();
+void Modell::trenne() {
+  ordner_da_ = false;
+  for (const QString& datei : welt.bilder.keys())
+    if (datei.startsWith(u"Belege/1/"_s)) verschwinde(datei);
+  for (const QString& text : welt.texte.keys())
+    if (text.startsWith(u"Belege/1/"_s)) verschwundene_texte_[text] = welt.texte.take(text);
+}
+
+QStringList Modell::kehre_zurueck() {
+  QStringList alle;
+  for (auto i = verschwundene_.begin(); i != verschwundene_.end(); ++i) {
+    if (!welt.finde(i.key()).isEmpty()) continue;
+    welt.bilder[i.key()] = i.value();
+    alle.append(i.key());
+  }
+  for (auto i = verschwundene_texte_.begin(); i != verschwundene_texte_.end(); ++i) {
+    if (welt.texte.contains(welt.finde_Text(i.key()))) continue;
+    welt.texte[i.key()] = i.value();
+    alle.append(i.key());
+  }
+  alle += gestoert_.values();
   verschwundene_.clear();
+  verschwundene_texte_.clear();
   gestoert_.clear();
+  ordner_da_ = true;
+  return alle;
 }

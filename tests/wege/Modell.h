@@ -75,7 +75,11 @@ class Modell {
 
   // ── The share ─────────────────────────────────────────────────────────────────────────────────────────────────────
   void verschwinde(const QString& datei);
-  void kehre_zurueck();
+  /// The record's folder can't be reached any more.
+  void trenne();
+  bool ist_getrennt() const { return !ordner_da_; }
+  /// Everything comes back but what has been replaced in between; gives the paths of what did.
+  QStringList kehre_zurueck();
   void stoere(const QString& datei) { gestoert_.insert(datei); }
   bool ist_gestoert(const QString& datei) const { return gestoert_.contains(datei); }
   /// Path of the stamped name that the row would get now.
@@ -86,8 +90,11 @@ class Modell {
   int gewaehlt() const { return gewaehlt_; }
   bool geaendert() const { return geaendert_; }
   /// A row without a name locks the fields once it is selected.
-  bool gesperrt() const { return streifen_[z(gewaehlt_)].name.trimmed().isEmpty(); }
-  bool vormerken_moeglich() const { return !gesperrt() && !streifen_[z(gewaehlt_)].fehlt; }
+  bool gesperrt() const { return gesperrt_; }
+  bool vormerken_moeglich() const {
+    const Bild& bild = streifen_[z(gewaehlt_)];
+    return !gesperrt_ && !(bild.fehlt && bild.lesbar);
+  }
   QString name(int zeile) const { return streifen_[z(zeile)].name; }
   /// Names in the strip's order.
   QStringList namen() const;
@@ -114,6 +121,7 @@ class Modell {
     bool umbenannt = false;
     bool doppelt = false;
     bool fehlt = false;
+    bool lesbar = true;  ///< its folder, when the file was looked for
     bool entfernen = false;
     bool vorgemerkt = false;  ///< by the user
     bool angefasst = false;
@@ -128,6 +136,7 @@ class Modell {
   static std::size_t z(int zeile) { return static_cast<std::size_t>(zeile); }
   void lade();
   Bild lade_Bild(const std::shared_ptr<Satz>& satz, bool vorgemerkt) const;
+  bool ist_lesbar(const Bild& bild) const;
   bool ist_vergeben(const QString& name, const QString& endung, int in_Arbeit) const;
   int kollision() const;
   bool zeige_Kollision();
@@ -144,7 +153,10 @@ class Modell {
   std::vector<Bild> streifen_;
   int gewaehlt_ = -1;
   bool geaendert_ = false;
+  bool gesperrt_ = false;
+  bool ordner_da_ = true;
   Anzeige anzeige_;
   QMap<QString, Bildinhalt> verschwundene_;
+  QMap<QString, QString> verschwundene_texte_;
   QSet<QString> gestoert_;
 };

@@ -38,7 +38,8 @@ int Modell::kollision() const {
 }
 
 bool Modell::zeige_Kollision() {
-  if (kollision() < 0) return false;
+  // Without the record's folder nobody looks.
+  if (!ordner_da_ || kollision() < 0) return false;
   kaesten.append(Kasten::Doppelt);
   return true;
 }
@@ -82,6 +83,12 @@ bool Modell::frage_nach_Namen(Antwort namen, bool& erledigt) {
 }
 
 bool Modell::sichere(Antwort namen) {
+  // What only a missing file had marked stays when the file is back.
+  for (Bild& bild : streifen_)
+    if (bild.angefasst && bild.fehlt && bild.entfernen && !bild.vorgemerkt) {
+      bild.fehlt = welt.finde(bild.datei).isEmpty();
+      bild.entfernen = bild.fehlt && ist_lesbar(bild);
+    }
   for (Bild& bild : streifen_)
     if (bild.satz && ohne_Rand(bild.name).isEmpty()) bild.name = bild.original, bild.umbenannt = false;
   bool erledigt = false;
@@ -97,8 +104,6 @@ bool Modell::sichere(Antwort namen) {
 
 void Modell::sichere_Bild(int zeile, bool erledigt) {
   Bild& bild = streifen_[z(zeile)];
-  // What only a missing file had marked stays when the file is back.
-  if (bild.fehlt && bild.entfernen && !bild.vorgemerkt) bild.fehlt = bild.entfernen = welt.finde(bild.datei).isEmpty();
   if (bild.entfernen && bild.umbenannt) bild.name = bild.original;
   if (bild.satz) {
     const bool noch = bild.umbenannt && !erledigt && ohne_Rand(bild.name) != ohne_Rand(bild.original);
@@ -112,7 +117,7 @@ void Modell::sichere_Bild(int zeile, bool erledigt) {
   w.ordner = bild.ordner;
   w.drucktext = bild.drucktext;
   w.marken = bild.marken;
-  if (const QString info = ohne_Rand(bild.info); !info.isEmpty())
+  if (const QString info = ohne_Rand(bild.info); !info.isEmpty() && ist_lesbar(bild))
     welt.texte[welt.finde_Text(pfad(bild.ordner, w.name + w.endung + u".txt"_s))] = info;
   bild.satz->zu_schreiben = true;
   bild.satz->weg = bild.entfernen;
@@ -121,7 +126,8 @@ void Modell::sichere_Bild(int zeile, bool erledigt) {
 
 QString Modell::gestempelter_Pfad(int zeile) const {
   const QString stempel = zeit.toString(u"yyyyMMdd_HHmmss"_s);
-  const QString name = ohne_Verbotenes(ohne_Rand(streifen_[z(zeile)].name));
+  QString name = ohne_Verbotenes(streifen_[z(zeile)].name);
+  while (name.startsWith(u' ')) name.remove(0, 1);
   for (int nummer = 1;; ++nummer) {
     const QString ende = (nummer > 1 ? u"_%1"_s.arg(nummer) : QString()) + stempel;
     const QString neu = ohne_Rand(name.left(Namenslaenge - ende.size()) + ende);
@@ -134,6 +140,7 @@ QString Modell::gestempelter_Pfad(int zeile) const {
 }
 
 bool Modell::lege_neues_an(Bild& bild, int zeile) {
+  ordner_da_ = true;
   const QString quelle = welt.finde(bild.datei);
   if (quelle.isEmpty() || gestoert_.contains(quelle)) return false;
   const QString ziel = gestempelter_Pfad(zeile);
@@ -153,7 +160,7 @@ bool Modell::benenne_um(Bild& bild, const QString& nach_ordner) {
   const QString neu = ohne_Rand(bild.name);
   const QString ziel = pfad(nach_ordner, neu + u'.' + bild.endung);
   const QString quelle = welt.finde(bild.datei);
-  if (quelle.isEmpty() || !welt.finde(ziel).isEmpty()) {
+  if (quelle.isEmpty() || !welt.finde(ziel).isEmpty() || (!ordner_da_ && nach_ordner == Standardordner)) {
     bild.name = bild.original;
     return false;
   }

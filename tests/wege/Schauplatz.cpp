@@ -99,7 +99,6 @@ void Schauplatz::lege_Bild(const QString& pfad, const Bildinhalt& inhalt) {
 }
 
 void Schauplatz::richte_ein(const Welt& welt) {
-  weggelegt_.clear();
   for (const QString& ordner : QDir(wurzel_.pfad()).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
     QDir(wurzel_.pfad(ordner)).removeRecursively();
   for (auto i = welt.bilder.begin(); i != welt.bilder.end(); ++i) lege_Bild(i.key(), i.value());
@@ -162,7 +161,6 @@ void Schauplatz::verschwinde(const QString& pfad) {
   const QString platz = beiseite_.pfad(QString(pfad).replace(u'/', u'#'));
   QFile::remove(platz);
   QFile::rename(wurzel_.pfad(pfad), platz);
-  weggelegt_.append(pfad);
 }
 
 // The process's own memory: a file that is there, and of which the first byte can't be read.
@@ -171,13 +169,19 @@ void Schauplatz::stoere(const QString& pfad) {
   QFile::link(u"/proc/self/mem"_s, wurzel_.pfad(pfad));
 }
 
-void Schauplatz::hole_zurueck() {
-  for (const QString& pfad : std::as_const(weggelegt_)) {
+void Schauplatz::trenne() {
+  const QDir ordner(wurzel_.pfad(u"Belege/1"_s));
+  for (const QString& name : ordner.entryList(QDir::Files | QDir::Hidden)) verschwinde(u"Belege/1/"_s + name);
+  QDir().rmdir(ordner.path());
+}
+
+void Schauplatz::hole_zurueck(const QStringList& pfade) {
+  QDir().mkpath(wurzel_.pfad(u"Belege/1"_s));
+  for (const QString& pfad : pfade) {
     const QString platz = wurzel_.pfad(pfad);
     if (QFileInfo(platz).isSymLink()) QFile::remove(platz);
-    if (!QFileInfo::exists(platz)) QFile::rename(beiseite_.pfad(QString(pfad).replace(u'/', u'#')), platz);
+    QFile::rename(beiseite_.pfad(QString(pfad).replace(u'/', u'#')), platz);
   }
-  weggelegt_.clear();
 }
 
 // ── Boxes and the clock ─────────────────────────────────────────────────────────────────────────────────────────────

@@ -37,10 +37,13 @@ class Schauplatz {
   void suche(frm_BildZuordnung& form, const QString& ordner, const QStringList& namen);
 
   void lege_Bild(const QString& pfad, const Bildinhalt& inhalt);
-  /// A file that goes, stays aside until `hole_zurueck`.
+  /// A file that goes stays aside until `hole_zurueck`.
   void verschwinde(const QString& pfad);
   void stoere(const QString& pfad);
-  void hole_zurueck();
+  /// The record's folder goes with all that is in it.
+  void trenne();
+  /// Those of them that come back.
+  void hole_zurueck(const QStringList& pfade);
 
  private:
   class Fenster;
@@ -56,5 +59,4 @@ class Schauplatz {
   std::shared_ptr<KVOCore> core_vorher_;
   Fensterdoppel fenster_;  ///< above the core double
   uhr::Zeitgeber uhr_vorher_;
-  QStringList weggelegt_;
 };

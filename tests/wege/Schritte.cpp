@@ -53,6 +53,7 @@ struct Drucker {
   QString operator()(const Speichere& s) const { return aufruf("Speichere", s.namen); }
   QString operator()(const Verlasse& s) const { return aufruf("Verlasse", s.wie, s.sichern, s.namen); }
   QString operator()(const Verschwinde& s) const { return aufruf("Verschwinde", s.datei); }
+  QString operator()(const Trenne& /*s*/) const { return aufruf("Trenne"); }
   QString operator()(const Kehre_zurueck& /*s*/) const { return aufruf("Kehre_zurueck"); }
   QString operator()(const Stoere& s) const { return aufruf("Stoere", s.datei); }
   QString operator()(const Belege& s) const { return aufruf("Belege", s.zeile); }

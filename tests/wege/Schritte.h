@@ -7,8 +7,8 @@
 
 /// What a clerk, the share and the clock do on a road through the assignment dialog.
 ///
-/// A row is told by a number that is taken modulo the strip's length: a step without a picture to work on does nothing.
-/// Where a box may come up, the step holds what is answered.
+/// A row is told by a number that is taken modulo the strip's length, -1 for the one that the fields show: a step
+/// without a picture to work on does nothing. Where a box may come up, the step holds what is answered.
 namespace schritt {
 
 enum class Antwort { Ja, Nein, Abbrechen };
@@ -21,7 +21,8 @@ struct Haenge_an {
   QString ordner;
   QStringList namen;
 };
-/// A thumbnail is dragged to another place; before the drop the strip scrolls that many times.
+/// A thumbnail is dragged to another place; before the drop the strip scrolls that many times. Sorting stays switched
+/// on until a picture is selected.
 struct Ziehe {
   int von = 0;
   int nach = 0;
@@ -70,6 +71,8 @@ struct Verlasse {
 struct Verschwinde {
   int datei = 0;
 };
+/// The record's folder can't be reached any more.
+struct Trenne {};
 /// What went comes back.
 struct Kehre_zurueck {};
 /// From now on a file can be looked at but not be read to its end: a copy of it fails. Ends with Kehre_zurueck.
@@ -88,7 +91,7 @@ struct Warte {};
 using Schritt = std::variant<schritt::Haenge_an, schritt::Ziehe, schritt::Rolle, schritt::Waehle, schritt::Drehe,
                              schritt::Benenne, schritt::Schreibe, schritt::Schalte, schritt::Merke_vor,
                              schritt::Aktualisiere, schritt::Speichere, schritt::Verlasse, schritt::Verschwinde,
-                             schritt::Kehre_zurueck, schritt::Stoere, schritt::Belege, schritt::Warte>;
+                             schritt::Trenne, schritt::Kehre_zurueck, schritt::Stoere, schritt::Belege, schritt::Warte>;
 
 /// A road: pictures that the record has at the beginning, and what happens. The dialog is open from the first step that
 /// needs it, and whenever it was left it is opened again.

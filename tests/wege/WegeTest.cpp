@@ -32,7 +32,7 @@ rc::Gen<Antwort> antworten() {
 }
 
 rc::Gen<int> zeilen() {
-  return rc::gen::inRange(0, 8);
+  return rc::gen::inRange(-1, 8);
 }
 
 template <class T, class... Gens>
@@ -45,7 +45,7 @@ rc::Gen<Schritt> anhaengen() {
       eines<Haenge_an>(Haenge_an{u"Neu"_s, {u"foto.jpg"_s}}, Haenge_an{u"Neu"_s, {u"foto.jpg"_s, u"haus.jpg"_s}},
                        Haenge_an{u"Anders"_s, {u"foto.jpg"_s}}, Haenge_an{u"Neu"_s, {u"a.jpg"_s}},
                        Haenge_an{u"Anders"_s, {u"Müller's ß.jpg"_s, u"foto.jpg"_s}},
-                       Haenge_an{u"Belege/1"_s, {u"lager.jpg"_s}},
+                       Haenge_an{u"Belege/1"_s, {u"lager.jpg"_s}}, Haenge_an{u"Belege/1"_s, {u"a.jpg"_s}},
                        Haenge_an{u"Anders"_s, {QString(45, u'n') + u".jpg"_s}}),
       [](const Haenge_an& s) { return Schritt(s); });
 }
@@ -83,7 +83,8 @@ rc::Gen<Schritt> schritte() {
        {gewicht("Verlasse", 3),
         einen<Verlasse>(eines<Ausgang>(Ausgang::Zurueck, Ausgang::Escape, Ausgang::Rahmen), antworten(), antworten())},
        {gewicht("Verschwinde", 1), einen<Verschwinde>(rc::gen::inRange(0, 14))},
-       {gewicht("Kehre_zurueck", 1), einen<Kehre_zurueck>()},
+       {gewicht("Trenne", 1), einen<Trenne>()},
+       {gewicht("Kehre_zurueck", 2), einen<Kehre_zurueck>()},
        {gewicht("Stoere", 1), einen<Stoere>(rc::gen::inRange(0, 14))},
        {gewicht("Belege", 1), einen<Belege>(zeilen())},
        {gewicht("Warte", 1), einen<Warte>()}});
