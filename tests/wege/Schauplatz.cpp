@@ -131,8 +131,7 @@ void Schauplatz::lies_Tabelle(Bestand& bestand, QStringList& maengel) {
         schluessel != QStringList{u"RE"_s, u"-"_s, u"-"_s, u"BEL"_s, u"-"_s})
       maengel.append(u"Schlüssel: "_s + schluessel.join(u'|'));
     const QString& re = zeile[2];
-    if (!qEnvironmentVariableIsSet("KVO_TIES") && re == u"1"_s && letzter.value(re) == zeile[0])
-      maengel.append(u"zwei Zeilen am Platz "_s + zeile[0]);
+    if (re == u"1"_s && letzter.value(re) == zeile[0]) maengel.append(u"zwei Zeilen am Platz "_s + zeile[0]);
     letzter[re] = zeile[0];
     zeile[11] = zeile[11].trimmed();
     bestand.zeilen[re].append(zeile.mid(7).join(u'|'));
@@ -220,10 +219,9 @@ void Schauplatz::gehe(const std::function<void(frm_BildZuordnung&)>& waehrend) {
   clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(nullptr, u"P:"_s, u"Belege\\1"_s, sammlung, u"BEL"_s, {}, u"Rechnung 1"_s);
   for (std::int32_t i = 0; i < sammlung->AnzahlPos(); ++i) {
     sammlung->AktInd(i);
-    if (qEnvironmentVariableIsSet("KVO_TIES")) {
-      sammlung->Bild_SortIndex(i);
-      sammlung->Bild_Changeflag(true);
-    }
+    // The dialog writes only rows that were touched; beside a gap in the stored order their numbers would not do.
+    sammlung->Bild_SortIndex(i);
+    sammlung->Bild_Changeflag(true);
     if (!sammlung->Bild_Neu()) continue;
     sammlung->Bild_Key1(u"RE"_s);
     sammlung->Bild_Key2(u"1"_s);

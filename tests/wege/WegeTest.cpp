@@ -2,8 +2,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <optional>
-
+#include "tests/wege/BenannteWege.h"
 #include "tests/wege/Fahrt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -50,7 +49,7 @@ rc::Gen<Schritt> anhaengen() {
       [](const Haenge_an& s) { return Schritt(s); });
 }
 
-rc::Gen<QString> bildnamen_() {
+rc::Gen<QString> Namen() {
   return eines<QString>(u"x"_s, u"y"_s, u"b"_s, u"A"_s, u"foto"_s, u"z "_s, u"Haus neu"_s, u"q:r"_s, u"O'Neil"_s, u""_s,
                         u" "_s);
 }
@@ -73,7 +72,7 @@ rc::Gen<Schritt> schritte() {
        {gewicht("Rolle", 1), einen<Rolle>(eines<int>(1, 2, -1))},
        {gewicht("Waehle", 2), einen<Waehle>(zeilen())},
        {gewicht("Drehe", 2), einen<Drehe>(zeilen(), rc::gen::inRange(1, 4), antworten())},
-       {gewicht("Benenne", 5), einen<Benenne>(zeilen(), bildnamen_())},
+       {gewicht("Benenne", 5), einen<Benenne>(zeilen(), Namen())},
        {gewicht("Schreibe", 4), einen<Schreibe>(zeilen(), eines<Feld>(Feld::Drucktext, Feld::Info), texte())},
        {gewicht("Schalte", 2), einen<Schalte>(zeilen(), eines<Marke>(Marke::NeueSeite, Marke::AlsAnhang,
                                                                      Marke::GesamteSeite, Marke::Drucken))},
@@ -95,11 +94,6 @@ rc::Gen<Weg> wege() {
                                  rc::gen::resize(Laengster, rc::gen::container<std::vector<Schritt>>(schritte())));
 }
 
-struct BenannterWeg {
-  const char* name;
-  Weg weg;
-};
-
 }  // namespace
 
 void showValue(const Weg& weg, std::ostream& os) {
@@ -114,10 +108,7 @@ TEST_P(Wege, EndAsTheModelSays) {
   EXPECT_TRUE(maengel.isEmpty()) << bericht(weg, maengel).toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(Benannte, Wege,
-                         ::testing::Values(BenannterWeg{"NothingHappens", {3, {Waehle{1}}}},
-                                           BenannterWeg{"APictureIsAttached",
-                                                        {2, {Haenge_an{u"Neu"_s, {u"foto.jpg"_s}}, Speichere{}}}}),
+INSTANTIATE_TEST_SUITE_P(Benannte, Wege, ::testing::ValuesIn(benannte_Wege()),
                          [](const auto& test) { return std::string(test.param.name); });
 
 RC_GTEST_PROP(GezogeneWege, EndAsTheModelSays, ()) {
