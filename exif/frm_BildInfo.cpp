@@ -58,8 +58,10 @@ frm_BildInfo::frm_BildInfo()
   const double oben_OK = Starthoehe - Hoehe_OK - Rand;
   Sft_Eigenschaften.Move(0, Oben_Liste, Startbreite, oben_OK - 2 * Oben_Liste);
   cmd_OK.Move((Startbreite - Breite_OK) / 2, oben_OK, Breite_OK, Hoehe_OK);
-  setMinimumSize(200, 120);
+  // Its size is fixed: pulled larger and then small, the list would keep a strip of the height it once had room for.
+  setWindowFlag(Qt::WindowMinMaxButtonsHint, false);
   setze_Innengroesse(Startbreite, Starthoehe);
+  setFixedSize(size());
 }
 
 frm_BildInfo::~frm_BildInfo() = default;
@@ -131,7 +133,8 @@ void frm_BildInfo::Fkt_Zeile_Einfuegen(std::int32_t& Zeile, SftTree& tree, const
 }
 
 // The list's height is computed from where the button still stands, before it moves. Beside a button at the bottom
-// nothing is left for the list, which refuses that and keeps the height it has. That is known and kept.
+// nothing is left for the list, which refuses that and keeps the height it has. That is known and kept; the frame lets
+// nobody come upon it.
 void frm_BildInfo::Form_Resize() {
   fehler::Weiter weiter;
   weiter([&] { Sft_Eigenschaften.Left(0); });

@@ -11,25 +11,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// What the table must hold of a row after the change.
-struct Soll {
-  namen::Bilddatei bild;
-  QString beschreibung;
-  bool drucken, neue_seite, anhang, ganze_seite;
-  std::int64_t sortindex;
-  friend bool operator==(const Soll& a, const Soll& b) {
-    return a.bild.gleich(b.bild) && a.beschreibung == b.beschreibung && a.drucken == b.drucken &&
-           a.neue_seite == b.neue_seite && a.anhang == b.anhang && a.ganze_seite == b.ganze_seite &&
-           a.sortindex == b.sortindex;
-  }
-};
-
-Soll soll_der_zeile(Sitzung& sitzung, std::int64_t sortindex) {
-  const clsBildZuordnungen& s = sitzung.store();
-  return {sitzung.aktuelles_bild(), s.Bild_Beschreibung(),      s.Bild_Drucken(), s.Bild_NeueSeite(),
-          s.Bild_AlsAnhang(),       s.Bild_DruckGesamteSeite(), sortindex};
-}
-
 std::optional<std::int32_t> sortierung(const Aufruf& aufruf) {
   const std::optional<QString> angabe = aufruf.wert(u"sortierung"_s);
   if (!angabe) return std::nullopt;
@@ -83,9 +64,8 @@ void setze_platz(Sitzung& sitzung, std::int32_t zeile, std::int32_t platz) {
 }
 
 /// Every row that will be written can be written whole, and stands alone under its name.
-std::vector<Soll> pruefe_geaenderte(Sitzung& sitzung) {
+void pruefe_geaenderte(Sitzung& sitzung) {
   clsBildZuordnungen& store = sitzung.store();
-  std::vector<Soll> soll;
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
     if (!store.Bild_Changeflag()) continue;
@@ -96,20 +76,7 @@ std::vector<Soll> pruefe_geaenderte(Sitzung& sitzung) {
       throw Abbruch(Ausgang::Teilweise,
                     u"Die Beschreibung von „%1“ würde beim Schreiben gekürzt, da ein Hochkomma doppelt zählt."_s.arg(
                         bild.datei()));
-    soll.push_back(soll_der_zeile(sitzung, store.Bild_SortIndex()));
   }
-  return soll;
-}
-
-/// An update that meets no row counts as done for the store, so the table is asked.
-bool uebernommen(Sitzung& sitzung, const Datensatz& satz, const std::vector<Soll>& soll) {
-  sitzung.lies(satz);
-  return std::all_of(soll.begin(), soll.end(), [&](const Soll& s) {
-    const std::vector<std::int32_t> zeilen = sitzung.zeilen_von(s.bild);
-    if (zeilen.size() != 1) return false;
-    sitzung.store().AktInd(zeilen.front());
-    return soll_der_zeile(sitzung, sitzung.sortindex(zeilen.front())) == s;
-  });
 }
 
 Ausgang aendere(const Aufruf& aufruf) {
@@ -131,9 +98,9 @@ Ausgang aendere(const Aufruf& aufruf) {
     if (const auto platz = sortierung(aufruf)) setze_platz(sitzung, *zeile, *platz);
   }
   if (fehlende == bilder.size()) return Ausgang::Teilweise;
-  const std::vector<Soll> soll = pruefe_geaenderte(sitzung);
-  const bool geschrieben = sitzung.speichere();
-  if (!geschrieben || !uebernommen(sitzung, satz, soll))
+  pruefe_geaenderte(sitzung);
+  const Zuordnungsweg::Ergebnis ergebnis = sitzung.speichere(satz);
+  if (!ergebnis.vollstaendig() || !ergebnis.geprueft)
     throw Abbruch(Ausgang::Datenbank, u"Die Änderung steht nicht oder nur zum Teil in der Tabelle."_s);
   return fehlende == 0 ? Ausgang::Erledigt : Ausgang::Teilweise;
 }

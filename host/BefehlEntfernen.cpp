@@ -49,7 +49,8 @@ Ausgang entferne(const Aufruf& aufruf) {
     if (alle) ausgabe::meldung(u"Diesem Vorgang ist kein Bild zugeordnet."_s);
     return Ausgang::Teilweise;
   }
-  if (!sitzung.speichere())
+  const Zuordnungsweg::Ergebnis ergebnis = sitzung.speichere(satz);
+  if (!ergebnis.vollstaendig() || !ergebnis.geprueft)
     throw Abbruch(Ausgang::Datenbank, u"Die Zuordnungen sind nicht oder nur zum Teil entfernt."_s);
   return alle_da ? Ausgang::Erledigt : Ausgang::Teilweise;
 }

@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A rename of one picture of the tree.
-struct Umbenennung {
+struct Vorhaben {
   QString wurzel;
   QString pfad;
   namen::Bilddatei alt;
@@ -32,7 +32,7 @@ namen::Bilddatei neuer_name(const QString& angabe, const namen::Bilddatei& alt) 
   return {name, alt.ext};
 }
 
-void pruefe_dateien(const Umbenennung& u) {
+void pruefe_dateien(const Vorhaben& u) {
   const FileSystemObject dateien;
   if (!dateien.FileExists(u.ordner() + u.alt.datei()))
     throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ gibt es nicht."_s.arg(u.ordner() + u.alt.datei()));
@@ -44,7 +44,7 @@ void pruefe_dateien(const Umbenennung& u) {
 
 /// Two rows of one record under one name could never be told apart again, and rows that wait for a file of the new name
 /// would get this one.
-void pruefe_zeilen(Sitzung& sitzung, const Umbenennung& u) {
+void pruefe_zeilen(Sitzung& sitzung, const Vorhaben& u) {
   clsBildZuordnungen& store = sitzung.store();
   const bool nur_schreibung = u.alt.gleich(u.neu);
   if (!nur_schreibung && sitzung.lies(u.pfad, u.neu))
@@ -63,12 +63,12 @@ void pruefe_zeilen(Sitzung& sitzung, const Umbenennung& u) {
 }
 
 /// The folder holds a file of that very spelling.
-bool liegt_da(const Umbenennung& u, const namen::Bilddatei& bild) {
+bool liegt_da(const Vorhaben& u, const namen::Bilddatei& bild) {
   return FileSystemObject().GetFolder(u.ordner()).Files().contains(bild.datei());
 }
 
 /// All rows of the picture bear that very spelling.
-bool zeilen_heissen(Sitzung& sitzung, const Umbenennung& u, const namen::Bilddatei& bild, std::int32_t anzahl) {
+bool zeilen_heissen(Sitzung& sitzung, const Vorhaben& u, const namen::Bilddatei& bild, std::int32_t anzahl) {
   sitzung.lies(u.pfad, bild);
   bool alle = sitzung.store().AnzahlPos() == anzahl;
   for (std::int32_t i = 0; i < sitzung.store().AnzahlPos(); ++i) {
@@ -78,19 +78,19 @@ bool zeilen_heissen(Sitzung& sitzung, const Umbenennung& u, const namen::Bilddat
   return alle;
 }
 
-void stelle_um(Sitzung& sitzung, const Umbenennung& u, const namen::Bilddatei& von, const namen::Bilddatei& nach) {
+void stelle_um(Sitzung& sitzung, const Vorhaben& u, const namen::Bilddatei& von, const namen::Bilddatei& nach) {
   sitzung.store().Verarbeite_Dateinamen_Aenderung(u.wurzel, u.pfad, von.name, von.ext, nach.name);
 }
 
 /// Renames file, rows and text file. The store's result says nothing, so folder and table are asked.
-bool fuehre_aus(Sitzung& sitzung, const Umbenennung& u, std::int32_t zeilen, bool mit_text) {
+bool fuehre_aus(Sitzung& sitzung, const Vorhaben& u, std::int32_t zeilen, bool mit_text) {
   stelle_um(sitzung, u, u.alt, u.neu);
   if (!liegt_da(u, u.neu) || !zeilen_heissen(sitzung, u, u.neu, zeilen)) return false;
   return !mit_text || sitzung.store().Fkt_FileReName(u.ordner() + u.alt.textdatei(), u.ordner() + u.neu.textdatei());
 }
 
 /// Gives the picture its old name back when its rows or its text file could not follow.
-void nimm_zurueck(Sitzung& sitzung, const Umbenennung& u, std::int32_t zeilen) {
+void nimm_zurueck(Sitzung& sitzung, const Vorhaben& u, std::int32_t zeilen) {
   bool zeilen_neu = false;
   gelingt([&] { zeilen_neu = zeilen_heissen(sitzung, u, u.neu, zeilen); });
   gelingt([&] {
@@ -108,7 +108,7 @@ void nimm_zurueck(Sitzung& sitzung, const Umbenennung& u, std::int32_t zeilen) {
 }
 
 Ausgang benenne_um(const Aufruf& aufruf) {
-  Umbenennung u{{}, namen::ordner(aufruf.noetig(u"ordner"_s)), namen::zerlege_geprueft(aufruf.argumente().at(0)), {}};
+  Vorhaben u{{}, namen::ordner(aufruf.noetig(u"ordner"_s)), namen::zerlege_geprueft(aufruf.argumente().at(0)), {}};
   u.neu = neuer_name(aufruf.argumente().at(1), u.alt);
   u.wurzel = bildwurzel(aufruf);
   Sitzung sitzung(aufruf);

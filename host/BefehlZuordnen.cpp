@@ -98,36 +98,29 @@ void trage_ein(const Aufruf& aufruf, const Datensatz& satz, const QString& pfad,
   }
 }
 
-/// Whether the row of a new picture was written. A statement whose answer is lost with the link counts as failed but
-/// may have run, so the table itself is asked. Where it can't be, the copies stay too: a file without a row is cleared
-/// away some day, a row without its file shows nothing.
-bool ist_geschrieben(const Datensatz& satz, const QString& pfad, const Vorhaben& v, Sitzung& sitzung,
-                     Bildkopien& kopien) {
-  for (const std::int32_t zeile : sitzung.zeilen_von(v.neu)) {
-    sitzung.store().AktInd(zeile);
-    if (!sitzung.store().Bild_Neu()) return true;
-  }
-  const std::optional<bool> da = sitzung.steht_in_der_Tabelle(satz, pfad, v.neu);
-  if (!da) {
-    ausgabe::meldung(u"Ob „%1“ zugeordnet ist, ist ungewiss; die Kopie in der Ablage bleibt."_s.arg(v.neu.datei()));
-    kopien.behalte(v.neu);
-  }
-  if (da == true) ausgabe::meldung(u"„%1“ ist trotz des Fehlers zugeordnet."_s.arg(v.neu.datei()));
-  return da == true;
+/// What became of the row of a new picture.
+const Zuordnungsweg::Bild& bild_von(const Vorhaben& v, const Zuordnungsweg::Ergebnis& ergebnis) {
+  static const Zuordnungsweg::Bild Keines{{}, Zuordnungsweg::Verbleib::Nicht_geschrieben, {}};
+  const auto bild = std::find_if(ergebnis.bilder.begin(), ergebnis.bilder.end(),
+                                 [&](const Zuordnungsweg::Bild& b) { return b.name == v.neu.datei(); });
+  return bild == ergebnis.bilder.end() ? Keines : *bild;
 }
 
-/// Writes the new rows; the copies of those that were not written are removed with `kopien`.
-int speichere(const Datensatz& satz, const QString& pfad, Sitzung& sitzung, const std::vector<Vorhaben>& plan,
-              Bildkopien& kopien) {
-  sitzung.speichere();
-  int geschrieben = 0;
+/// Writes the new rows; the copies of those that were not written are removed with `kopien`. Where nobody can tell, the
+/// copies stay: a file without a row is cleared away some day, a row without its file shows nothing.
+int speichere(const Datensatz& satz, Sitzung& sitzung, const std::vector<Vorhaben>& plan, Bildkopien& kopien) {
+  const Zuordnungsweg::Ergebnis ergebnis = sitzung.speichere(satz);
   for (const Vorhaben& v : plan) {
-    if (!ist_geschrieben(satz, pfad, v, sitzung, kopien)) continue;
-    kopien.behalte(v.neu);
-    ausgabe::zeile(v.neu.datei());
-    ++geschrieben;
+    const Zuordnungsweg::Bild& bild = bild_von(v, ergebnis);
+    const bool ungewiss = bild.verbleib == Zuordnungsweg::Verbleib::Ungewiss;
+    if (ungewiss)
+      ausgabe::meldung(u"Ob „%1“ zugeordnet ist, ist ungewiss; die Kopie in der Ablage bleibt."_s.arg(bild.name));
+    if (ungewiss || bild.verbleib == Zuordnungsweg::Verbleib::Neu) kopien.behalte(v.neu);
+    if (bild.verbleib != Zuordnungsweg::Verbleib::Neu) continue;
+    if (!bild.hinweis.isEmpty()) ausgabe::meldung(u"„%1“ ist trotz des Fehlers zugeordnet."_s.arg(bild.name));
+    ausgabe::zeile(bild.name);
   }
-  return geschrieben;
+  return ergebnis.neu;
 }
 
 Ausgang ordne_zu(const Aufruf& aufruf) {
@@ -147,7 +140,7 @@ Ausgang ordne_zu(const Aufruf& aufruf) {
     kopien.kopiere(v.quelle, ordner, v.neu);
   }
   trage_ein(aufruf, satz, pfad, plan, sitzung);
-  const int geschrieben = speichere(satz, pfad, sitzung, plan, kopien);
+  const int geschrieben = speichere(satz, sitzung, plan, kopien);
   if (geschrieben == static_cast<int>(plan.size())) return Ausgang::Erledigt;
   ausgabe::meldung(
       u"%1 von %2 Bildern sind nicht zugeordnet."_s.arg(static_cast<int>(plan.size()) - geschrieben).arg(plan.size()));

@@ -2,7 +2,6 @@
 
 #include "host/Anmeldung.h"
 #include "host/Ausgabe.h"
-#include "host/Reihenfolge.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -25,24 +24,6 @@ Datensatz datensatz(const Aufruf& aufruf, const QString& ohne_angabe) {
   return {geprueft(aufruf, u"key1"_s, ohne_angabe), geprueft(aufruf, u"key2"_s, ohne_angabe),
           geprueft(aufruf, u"key3"_s, ohne_angabe), geprueft(aufruf, u"key4"_s, ohne_angabe),
           geprueft(aufruf, u"typ1"_s, ohne_angabe), geprueft(aufruf, u"typ2"_s, ohne_angabe)};
-}
-
-/// The condition of a reading of our own, on the same rows as the store's.
-QString bedingung(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad) {
-  QString text;
-  const auto dazu = [&](QLatin1StringView spalte, const QString& wert) {
-    if (!wert.isEmpty()) text += (text.isEmpty() ? u" where "_s : u" and "_s) + spalte + u" = '"_s + wert + u'\'';
-  };
-  dazu("Key1"_L1, satz.key1);
-  dazu("Key2"_L1, satz.key2);
-  dazu("Key3"_L1, satz.key3);
-  dazu("key4"_L1, satz.key4);
-  dazu("Bildname"_L1, bild.name);
-  dazu("BildExt"_L1, bild.ext);
-  dazu("Typ1"_L1, satz.typ1);
-  dazu("Typ2"_L1, satz.typ2);
-  dazu("BildPfad"_L1, pfad);
-  return text;
 }
 
 }  // namespace
@@ -98,10 +79,24 @@ class Sitzung::Core final : public KVOCore {
   std::int32_t anzahl = 0;
 };
 
-Sitzung::Sitzung(const Aufruf& aufruf) : core_(std::make_shared<Core>()), vorher_(KVOCore::setze(core_)) {
-  const QString verbindung = verbindungszeichenfolge(aufruf);
-  verbindung_ = oeffne_vorhandene(verbindung);
-  store_.Init(verbindung, verbindung_, {});
+/// What the road of an assignment needs of this program.
+class Sitzung::Anwendung final : public Anwendungsobjekt {
+ public:
+  explicit Anwendung(const Sitzung& sitzung) : sitzung_(sitzung) {}
+  QString ConnectStringDB() const override { return sitzung_.zeichenfolge_; }
+  std::shared_ptr<adodb::Connection> ConnectionDB() const override { return sitzung_.verbindung_; }
+
+ private:
+  const Sitzung& sitzung_;
+};
+
+Sitzung::Sitzung(const Aufruf& aufruf)
+    : core_(std::make_shared<Core>()),
+      vorher_(KVOCore::setze(core_)),
+      zeichenfolge_(verbindungszeichenfolge(aufruf)),
+      verbindung_(oeffne_vorhandene(zeichenfolge_)),
+      store_(std::make_shared<clsBildZuordnungen>()) {
+  store_->Init(zeichenfolge_, verbindung_, {});
 }
 
 Sitzung::~Sitzung() {
@@ -123,34 +118,31 @@ bool Sitzung::lies(const QString& pfad, const namen::Bilddatei& bild) {
 bool Sitzung::lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad) {
   const std::int32_t vorher = berichte();
   const QString frei = pfad.isEmpty() ? QString() : u"BildPfad = '%1'"_s.arg(pfad);
-  const bool gefunden = store_.FKT_LeseBilder(satz.key1, satz.key2, satz.key3, satz.key4, bild.name, bild.ext,
-                                              satz.typ1, satz.typ2, frei);
+  const bool gefunden = store_->FKT_LeseBilder(satz.key1, satz.key2, satz.key3, satz.key4, bild.name, bild.ext,
+                                               satz.typ1, satz.typ2, frei);
   if (berichte() != vorher)
     throw Abbruch(Ausgang::Datenbank,
                   u"Die Zuordnungen sind nicht zu lesen. Fehlt die Tabelle, legt „kvobild anlegen“ sie an."_s);
-  sortindex_ = reihenfolge::lies(*verbindung_, store_, bedingung(satz, bild, pfad));
+  sortindex_ = Zuordnungsweg::uebernimm_Reihenfolge(*store_);
   return gefunden;
 }
 
 std::vector<std::int32_t> Sitzung::zeilen_von(const namen::Bilddatei& bild) {
   std::vector<std::int32_t> zeilen;
-  for (std::int32_t i = 0; i < store_.AnzahlPos(); ++i) {
-    store_.AktInd(i);
+  for (std::int32_t i = 0; i < store_->AnzahlPos(); ++i) {
+    store_->AktInd(i);
     if (aktuelles_bild().gleich(bild)) zeilen.push_back(i);
   }
   return zeilen;
 }
 
-std::optional<bool> Sitzung::steht_in_der_Tabelle(const Datensatz& satz, const QString& pfad,
-                                                  const namen::Bilddatei& bild) {
-  bool da = false;
-  const auto grund = versuche([&] {
-    da = !verbindung_->Execute(u"Select Top 1 Key1 from Bild_Zuordnungen"_s + bedingung(satz, bild, pfad))->Eof();
-  });
-  return grund ? std::nullopt : std::optional(da);
-}
-
-bool Sitzung::speichere() {
-  const std::int32_t vorher = berichte();
-  return store_.FKT_SpeichernBilder() && berichte() == vorher;
+Zuordnungsweg::Ergebnis Sitzung::speichere(const Datensatz& satz) {
+  const Zuordnungsweg::Vorgang vorgang{satz.key1, satz.key2, satz.key3, satz.key4, satz.typ1, satz.typ2, {}, {}};
+  Zuordnungsweg::Ergebnis ergebnis =
+      Zuordnungsweg(std::make_shared<Anwendung>(*this), u"P:"_s).speichere(store_, vorgang);
+  using Verbleib = Zuordnungsweg::Verbleib;
+  for (const Zuordnungsweg::Bild& bild : ergebnis.bilder)
+    if (!bild.hinweis.isEmpty() && bild.verbleib != Verbleib::Neu && bild.verbleib != Verbleib::Ungewiss)
+      ausgabe::meldung(u"„%1“: %2"_s.arg(bild.name, bild.hinweis));
+  return ergebnis;
 }

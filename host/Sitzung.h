@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "component/Zuordnungsweg.h"
 #include "host/Befehlszeile.h"
 #include "host/Datenbank.h"
 #include "host/Datensatz.h"
@@ -32,7 +33,7 @@ class Sitzung {
   Sitzung(const Sitzung&) = delete;
   Sitzung& operator=(const Sitzung&) = delete;
 
-  clsBildZuordnungen& store() noexcept { return store_; }
+  clsBildZuordnungen& store() noexcept { return *store_; }
   /// The open connection that the store reads over.
   const std::shared_ptr<adodb::Connection>& verbindung() const noexcept { return verbindung_; }
 
@@ -46,22 +47,22 @@ class Sitzung {
   /// Stored SortIndex of a row of the last reading, as the table has it.
   std::int64_t sortindex(std::int32_t zeile) const { return sortindex_.at(static_cast<std::size_t>(zeile)); }
   /// Name and extension of the row under the cursor.
-  namen::Bilddatei aktuelles_bild() const { return {store_.Bild_Bildname(), store_.Bild_BildExt()}; }
+  namen::Bilddatei aktuelles_bild() const { return {store_->Bild_Bildname(), store_->Bild_BildExt()}; }
 
-  /// Whether the table holds a row of that record, folder and picture; none where it can't be asked.
-  std::optional<bool> steht_in_der_Tabelle(const Datensatz& satz, const QString& pfad, const namen::Bilddatei& bild);
-
-  /// Writes what is flagged. True when every statement ran.
-  bool speichere();
+  /// Writes what is flagged of a record and asks the table what became of it; what is to be said of single pictures
+  /// goes to standard error.
+  Zuordnungsweg::Ergebnis speichere(const Datensatz& satz);
 
  private:
   class Core;
+  class Anwendung;
   bool lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad);
   std::int32_t berichte() const;
 
   std::shared_ptr<Core> core_;
   std::shared_ptr<KVOCore> vorher_;
+  QString zeichenfolge_;
   std::shared_ptr<adodb::Connection> verbindung_;
-  clsBildZuordnungen store_;
+  std::shared_ptr<clsBildZuordnungen> store_;
   std::vector<std::int64_t> sortindex_;
 };

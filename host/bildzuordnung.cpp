@@ -10,7 +10,6 @@
 #include <cstring>
 
 #include "host/Ausgang.h"
-#include "host/fenster/Dialogaufruf.h"
 #include "host/fenster/Gedaechtnis.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Rundgang.h"
@@ -45,11 +44,11 @@ void suche_keinen_Sitzungsbus() {
 
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
-  if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, dialogaufruf::der_Komponente()).laufe();
+  if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, {}).laufe();
   const Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
   // The programs that open a picture are not to inherit it.
   qunsetenv("KVOBILD_KENNWORT");
-  Hauptfenster fenster(alle, dialogaufruf::der_Komponente());
+  Hauptfenster fenster(alle, {});
   fenster.beginne();
   fenster.show();
   return QApplication::exec();

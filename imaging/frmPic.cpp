@@ -2,9 +2,11 @@
 
 #include <utility>
 
+#include "imaging/Ersatzbild.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
+#include "platform/gdiplus/Bildlader.h"
 #include "platform/gdiplus/gdiplus.h"
 
 using namespace mod_GrafikKonvert;
@@ -44,7 +46,9 @@ bool frmPic::FKT_LoadPicture(const QString& Pname) {
     m_GdiStatus = Fkt_GdiPruefen(Fkt_GdiStartup(1));
     m_GdiAktiv = m_GdiStatus == gdiplus::Ok;
     if (!FileSystemObject().FileExists(Pname)) return false;
-    picPicture.Picture(m_GdiAktiv ? Fkt_LoadPictureGdi(Pname) : gdiplus::LoadPicture(Pname));
+    // Whoever shows a picture of which nothing but the header is sound shows that it can't be read, not a black field.
+    const auto bild = m_GdiAktiv ? Fkt_LoadPictureGdi(Pname) : gdiplus::LoadPicture(Pname);
+    picPicture.Picture(bildlader::mit_Ersatz(bild, ersatzbild()));
     picBreite = picPicture.ScaleWidth();
     PicHoehe = picPicture.ScaleHeight();
     return true;

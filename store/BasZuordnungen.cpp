@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <mutex>
+#include <utility>
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/host/KVOCore.h"
@@ -62,6 +63,13 @@ bool Prüfe_Connection(const QString& pConnectstring) {
                                     if (!gCommand()) gCommand() = std::make_shared<adodb::Command>();
                                     return true;
                                   });
+}
+
+void verwirf_Verbindung() noexcept {
+  fehler::Weiter weiter;
+  const std::shared_ptr<adodb::Connection> alte = std::exchange(gConnection(), nullptr);
+  gCommand().reset();
+  if (alte) weiter([&] { alte->Close(); });
 }
 
 bool CmdSql(const QString& pSql, const QString& pConnectstring, bool MitMeldung) {

@@ -7,7 +7,7 @@
 #include "platform/adodb/Connection.h"
 
 /// The store's own writing connection. It is opened once for each thread, from the connect string of the first use, and
-/// stays open to the end of the process.
+/// stays open to the end of the process, unless it is given up after a failure.
 namespace BasZuordnungen {
 
 /// The thread's writing connection and its command; none before the first use. Never destroyed: a connection that is
@@ -21,6 +21,10 @@ std::shared_ptr<adodb::Connection> oeffne_Verbindung(const QString& pConnectstri
 
 /// Makes sure that the two exist. One that is there is neither tested nor opened anew; a failure is reported.
 bool Prüfe_Connection(const QString& pConnectstring);
+
+/// Gives the thread's writing connection up, with its command, and closes it where it still can be closed: the next
+/// statement opens one anew. Never raises.
+void verwirf_Verbindung() noexcept;
 
 /// Runs one statement that returns no rows on the writing connection. True on success; a failure is reported when
 /// `MitMeldung` is True, and never raised.

@@ -168,7 +168,8 @@ class KVO_EXPORT clsBildZuordnungen {
   // ── Maintenance ───────────────────────────────────────────────────────────────────────────────────────────────────
   /// Clears the tree from the folder `pAbPfad` on, depth first, without asking: files that no row of Bild_Zuordnungen
   /// names, text files without their picture, folders that hold nothing then. `pBasisBildPfad` is the picture root
-  /// without a closing backslash; files directly in it are never found in the table and always go. True when done,
+  /// without a closing backslash; files directly in it are never found in the table and always go. `pAbPfad` has no
+  /// closing backslash either: with one no question meets a row, and every file of the tree goes. True when done,
   /// False when a subfolder could not be cleared (the folders above it then stay as they are), Empty when the folder
   /// itself can't be read; nobody is told.
   ///

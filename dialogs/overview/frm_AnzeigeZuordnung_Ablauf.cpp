@@ -11,6 +11,7 @@
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Dateityp.h"
+#include "store/Bildnamen.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -237,48 +238,98 @@ void frm_AnzeigeZuordnung::frage_und_speichere() {
     pNeuObj = std::make_shared<clsBildZuordnungen>();
     pNeuObj->Init(pAppObj->ConnectStringDB(), pAppObj->ConnectionDB(), pGL_jmtVerarbeitungsdatum);
     pNeuObj->FKT_Neu();
-    for (std::int32_t j = 0; j <= Artikel().UpperBound(Dimension::Zeilen); ++j) ordne_zu(j);
+    Zuordnungslauf lauf;
+    for (std::int32_t j = 0; j <= Artikel().UpperBound(Dimension::Zeilen); ++j) ordne_zu(lauf, j);
     // Until here no row was written.
     pNeuObj->FKT_SpeichernBilder();
     Hide();
   });
 }
 
-void frm_AnzeigeZuordnung::ordne_zu(std::int32_t artikelzeile) {
+void frm_AnzeigeZuordnung::ordne_zu(Zuordnungslauf& lauf, std::int32_t artikelzeile) {
   const QString lieferant = Artikeltext(artikelzeile, artikel::Lieferant);
   const QString ordner = u"Artikel\\"_s + (text::Trim(lieferant).isEmpty() ? u"Allg"_s : lieferant);
   for (std::int32_t i = 0; i <= Zuordnungen().UpperBound(Dimension::Zeilen); ++i)
     if (ist_True(Zuordnungen().Value(i, uebersicht::Marke)))
-      ordne_Bild_zu(i, Artikeltext(artikelzeile, artikel::Nummer), ordner);
+      ordne_Bild_zu(lauf, i, Artikeltext(artikelzeile, artikel::Nummer), ordner);
 }
 
-void frm_AnzeigeZuordnung::ordne_Bild_zu(std::int32_t zeile, const QString& artikelnummer, const QString& zielordner) {
+// The table is asked for the name that the picture has; what this saving itself has assigned it does not know yet.
+void frm_AnzeigeZuordnung::ordne_Bild_zu(Zuordnungslauf& lauf, std::int32_t zeile, const QString& artikelnummer,
+                                         const QString& zielordner) {
   using namespace uebersicht;
   const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
-  const auto ja = [&](Spalte spalte) { return ist_True(Zuordnungen().Value(zeile, spalte)); };
-  const QString name = text::Trim(wert(Dateiname));
-  const QString endung = text::Trim(wert(Ext));
-  if (pNeuObj->FKT_BilderVorhanden(artikelnummer, {}, {}, {}, name, endung, u"Art"_s, {}, {})) return;
-  pNeuObj->FKT_NeuesBild(artikelnummer, {}, {}, {}, name, endung, u"Art"_s, {});
   const QString ziel = pRootpath + u'\\' + zielordner;
+  const Zuordnungslauf::Bild bild = Bild_der_Zeile(zeile);
+  const auto vorhanden = [&](const QString& name) {
+    return pNeuObj->FKT_BilderVorhanden(artikelnummer, {}, {}, {}, name, bild.Endung, u"Art"_s, {}, {});
+  };
+  if (vorhanden(bild.Name)) return;
+  const std::optional<QString> name = lauf.Name_fuer(
+      artikelnummer, bild, ist_einziges(bild),
+      [&](const QString& moeglicher) { return Platz_von(ziel, moeglicher, bild, vorhanden(moeglicher)); });
+  if (!name) return;
+  lauf.merke(artikelnummer, bild, *name);
+  pNeuObj->FKT_NeuesBild(artikelnummer, {}, {}, {}, *name, bild.Endung, u"Art"_s, {});
   if (text::Trim(wert(Pfad)) != zielordner && !pNeuObj->Fkt_DirExists(ziel)) pNeuObj->Fkt_MakePath(ziel);
-  const QString quelle =
-      pRootpath + u'\\' + wert(Pfad) + u'\\' + mod_BilderSuchen::Fkt_SplitFileName(wert(Datei), 2) + u'.' + wert(Ext);
-  // The copy writes into the text it is given.
-  QString kopierziel = ziel;
-  static_cast<void>(pNeuObj->Fkt_FileCopy(quelle, kopierziel, false, true, wert(Dateiname) + u'.' + wert(Ext), true));
+  const bool eigener = *name == bild.Name;
+  kopiere(bild, ziel, eigener ? wert(Dateiname) : *name, eigener);
   pNeuObj->Bild_Neu(true);
   pRootpath = wert(Root);
   pNeuObj->Bild_Pfad(zielordner);
-  pNeuObj->Bild_Bildname(wert(Dateiname));
-  pNeuObj->Bild_BildExt(wert(Ext));
+  pNeuObj->Bild_Bildname(eigener ? wert(Dateiname) : *name);
+  uebernimm_Angaben(zeile);
+  if (!text::Trim(wert(Info)).isEmpty())
+    pNeuObj->Fkt_WriteFile(ziel + u'\\' + pNeuObj->Bild_Bildname() + wert(Ext) + u".txt"_s, wert(Info));
+  pNeuObj->Bild_Delete(false);
+  pNeuObj->Bild_Changeflag(true);
+}
+
+Zuordnungslauf::Bild frm_AnzeigeZuordnung::Bild_der_Zeile(std::int32_t zeile) const {
+  using namespace uebersicht;
+  const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
+  const QString name = mod_BilderSuchen::Fkt_SplitFileName(wert(Datei), 2);
+  return {zeile, text::Trim(wert(Dateiname)), text::Trim(wert(Ext)),
+          pRootpath + u'\\' + wert(Pfad) + u'\\' + name + u'.' + wert(Ext)};
+}
+
+/// No other marked picture has its name.
+bool frm_AnzeigeZuordnung::ist_einziges(const Zuordnungslauf::Bild& bild) const {
+  for (std::int32_t i = 0; i <= Zuordnungen().UpperBound(Dimension::Zeilen); ++i)
+    if (i != bild.Zeile && ist_True(Zuordnungen().Value(i, uebersicht::Marke)) &&
+        Zuordnungslauf::heissen_gleich(Bild_der_Zeile(i), bild))
+      return false;
+  return true;
+}
+
+Zuordnungslauf::Platz frm_AnzeigeZuordnung::Platz_von(const QString& ziel, const QString& name,
+                                                      const Zuordnungslauf::Bild& bild, bool zugeordnet) const {
+  using Platz = Zuordnungslauf::Platz;
+  const QString datei = ziel + u'\\' + name + u'.' + bild.Endung;
+  if (Zuordnungslauf::sind_gleich(datei, bild.Datei)) return zugeordnet ? Platz::Zugeordnet : Platz::Frei;
+  const QString text = ziel + u'\\' + bildnamen::textdatei(name, bild.Endung);
+  const bool fremdes = pNeuObj->Fkt_FileExists(datei) || pNeuObj->Fkt_FileExists(text);
+  return zugeordnet || fremdes ? Platz::Vergeben : Platz::Frei;
+}
+
+// Under its own name a picture spares what lies there. A copy that fails goes unnoticed, and its row is written.
+void frm_AnzeigeZuordnung::kopiere(const Zuordnungslauf::Bild& bild, const QString& ziel, const QString& name,
+                                   bool schonend) {
+  const QString datei = name + u'.' + Zuordnungstext(bild.Zeile, uebersicht::Ext);
+  // A numbered name is free, or holds this very picture.
+  if (!schonend && pNeuObj->Fkt_FileExists(ziel + u'\\' + datei)) return;
+  // The copy writes into the text it is given.
+  QString kopierziel = ziel;
+  static_cast<void>(pNeuObj->Fkt_FileCopy(bild.Datei, kopierziel, false, schonend, datei, true));
+}
+
+void frm_AnzeigeZuordnung::uebernimm_Angaben(std::int32_t zeile) {
+  using namespace uebersicht;
+  const auto ja = [&](Spalte spalte) { return ist_True(Zuordnungen().Value(zeile, spalte)); };
+  pNeuObj->Bild_BildExt(Zuordnungstext(zeile, Ext));
   pNeuObj->Bild_AlsAnhang(ja(AlsAnhang));
-  pNeuObj->Bild_Beschreibung(wert(Beschreibung));
+  pNeuObj->Bild_Beschreibung(Zuordnungstext(zeile, Beschreibung));
   pNeuObj->Bild_Drucken(ja(Drucken));
   pNeuObj->Bild_DruckGesamteSeite(ja(DruckGesamteSeite));
   pNeuObj->Bild_NeueSeite(ja(NeueSeite));
-  if (!text::Trim(wert(Info)).isEmpty())
-    pNeuObj->Fkt_WriteFile(ziel + u'\\' + wert(Dateiname) + wert(Ext) + u".txt"_s, wert(Info));
-  pNeuObj->Bild_Delete(false);
-  pNeuObj->Bild_Changeflag(true);
 }

@@ -1,11 +1,11 @@
 #include "dialogs/search/Vorschaubild.h"
 
-#include <QImageReader>
 #include <QPainter>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
+#include "imaging/Ersatzbild.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
@@ -50,6 +50,35 @@ class Sitzung {
   const std::int32_t marke_ = mod_GrafikKonvert::m_GdiToken;
 };
 
+int punkte(double twips, double dichte) {
+  return static_cast<int>(std::nearbyint(twips / TwipsJePixel * dichte));
+}
+
+QImage leeres_Blatt(double breite, double hoehe, double dichte) {
+  QImage blatt(std::max(1, punkte(breite + Zugabe, dichte)), std::max(1, punkte(hoehe + Zugabe, dichte)),
+               QImage::Format_RGB32);
+  blatt.setDevicePixelRatio(dichte);
+  blatt.fill(Qt::white);
+  return blatt;
+}
+
+/// False where the picture's file gives no pixels: the sheet then stays as it is.
+bool male(QImage& blatt, const Bild& bild, double breite, double hoehe, bool nur_mittig) {
+  const double dichte = blatt.devicePixelRatio();
+  const QSizeF groesse = QSizeF(bild.groesse()) * TwipsJePixel;
+  const bool gestreckt = !nur_mittig && (groesse.width() > breite || groesse.height() > hoehe);
+  const QSize ziel = gestreckt ? QSize(punkte(breite - Rand, dichte), punkte(hoehe - Rand, dichte))
+                               : QSize(punkte(groesse.width(), dichte), punkte(groesse.height(), dichte));
+  const QPoint ort = gestreckt ? QPoint(punkte(Rand, dichte), punkte(Rand, dichte))
+                               : QPoint((blatt.width() - ziel.width()) / 2, (blatt.height() - ziel.height()) / 2);
+  if (ziel.isEmpty()) return true;
+  QImage pixel = bildlader::eigene_Pixel(bild, ziel);
+  if (pixel.isNull()) return false;
+  pixel.setDevicePixelRatio(dichte);
+  QPainter(&blatt).drawImage(QPointF(ort) / dichte, pixel);
+  return true;
+}
+
 }  // namespace
 
 bool ist_Bildtyp(const QString& endung) {
@@ -58,39 +87,13 @@ bool ist_Bildtyp(const QString& endung) {
 }
 
 QImage zeichne(const std::shared_ptr<const Bild>& bild, double breite, double hoehe, bool nur_mittig, double dichte) {
-  const auto punkte = [&](double twips) { return static_cast<int>(std::nearbyint(twips / TwipsJePixel * dichte)); };
-  QImage blatt(std::max(1, punkte(breite + Zugabe)), std::max(1, punkte(hoehe + Zugabe)), QImage::Format_RGB32);
-  blatt.setDevicePixelRatio(dichte);
-  blatt.fill(Qt::white);
-  if (!bild) return blatt;
-  const QSizeF groesse = QSizeF(bild->groesse()) * TwipsJePixel;
-  const bool gestreckt = !nur_mittig && (groesse.width() > breite || groesse.height() > hoehe);
-  const QSize ziel = gestreckt ? QSize(punkte(breite - Rand), punkte(hoehe - Rand))
-                               : QSize(punkte(groesse.width()), punkte(groesse.height()));
-  const QPoint ort = gestreckt ? QPoint(punkte(Rand), punkte(Rand))
-                               : QPoint((blatt.width() - ziel.width()) / 2, (blatt.height() - ziel.height()) / 2);
-  if (ziel.isEmpty()) return blatt;
-  fehler::still_enden([&] {
-    QImage pixel = bild->bild(ziel);
-    pixel.setDevicePixelRatio(dichte);
-    QPainter(&blatt).drawImage(QPointF(ort) / dichte, pixel);
-  });
+  QImage blatt = leeres_Blatt(breite, hoehe, dichte);
+  if (bild) fehler::still_enden([&] { male(blatt, *bild, breite, hoehe, nur_mittig); });
   return blatt;
 }
 
 const std::shared_ptr<const Bild>& ersatzbild() {
-  static const std::shared_ptr<const Bild> bild = [] {
-    QImage blatt(96, 96, QImage::Format_RGB32);
-    blatt.fill(Qt::white);
-    QImageReader leser(u":/kvo/icons/bild_unlesbar.svg"_s);
-    leser.setScaledSize(blatt.size());
-    QPainter maler(&blatt);
-    // Without the SVG plugin the sheet stays white.
-    if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
-    maler.end();
-    return bildlader::aus_Pixeln(blatt);
-  }();
-  return bild;
+  return ::ersatzbild();
 }
 
 QImage zeichne_Datei(const QString& datei, double breite, double hoehe, const std::shared_ptr<const Bild>& unlesbar,
@@ -103,10 +106,10 @@ QImage zeichne_Datei(const QString& datei, double breite, double hoehe, const st
   weiter([&] {
     bild = ist_Bild ? lade(datei, mit_Sitzung) : mod_BilderSuchen::Fkt_DateiTypIcon(endung, shell::SHGFI_ICON);
   });
-  if (ist_Bild && !bild) bild = unlesbar;
-  QImage blatt;
-  weiter([&] { blatt = zeichne(bild, breite, hoehe, !ist_Bild, dichte); });
-  return blatt;
+  QImage blatt = leeres_Blatt(breite, hoehe, dichte);
+  bool gemalt = false;
+  if (bild) weiter([&] { gemalt = male(blatt, *bild, breite, hoehe, !ist_Bild); });
+  return gemalt || !ist_Bild ? blatt : zeichne(unlesbar, breite, hoehe, false, dichte);
 }
 
 QImage wie_in_der_Liste(const QString& datei, double breite, double hoehe) {

@@ -20,12 +20,12 @@ bool ist_Bildtyp(const QString& endung);
 QImage zeichne(const std::shared_ptr<const Bild>& bild, double breite, double hoehe, bool nur_mittig = false,
                double dichte = 1);
 
-/// The drawing that stands for a picture that can't be read, 96 pixels wide and high.
+/// The drawing that stands for a picture that can't be read (see imaging/Ersatzbild.h).
 const std::shared_ptr<const Bild>& ersatzbild();
 
 /// The sheet of a file: a picture as it is, a file of another type with its type's icon. A picture that is missing or
-/// not to be read shows `unlesbar`. `mit_Sitzung` tells that a session of the picture service runs; without one the
-/// plain loader reads. Asks and tells nobody anything.
+/// not to be read, or of which nothing can be decoded, shows `unlesbar`. `mit_Sitzung` tells that a session of the
+/// picture service runs; without one the plain loader reads. Asks and tells nobody anything.
 QImage zeichne_Datei(const QString& datei, double breite, double hoehe, const std::shared_ptr<const Bild>& unlesbar,
                      bool mit_Sitzung, double dichte = 1);
 

@@ -154,19 +154,22 @@ void frm_BilderSuchen::Form_Load() {
   ImageCombo1_Click();
 }
 
-// The folder list raises its change only for a real one: a later activation does not read the folder again.
+// The folder list raises its change only for a real one: a later activation does not read the folder again. Where the
+// dialog opens in the folder that the list starts in, there is no change, and the folder is read all the same.
 void frm_BilderSuchen::Form_Activate() {
   fehler::Weiter weiter;
   weiter([&] { ereignispumpe().verarbeite_anstehende(); });
   // The window may have been left while it was being painted.
   if (!isVisible()) return;
+  bool am_Ziel = false;
   if (!text::Trim(mod_BilderSuchen::pLetzterOrdner).isEmpty()) {
-    weiter([&] { Dir1.Path(mod_BilderSuchen::pLetzterOrdner); });
+    am_Ziel = weiter([&] { Dir1.Path(mod_BilderSuchen::pLetzterOrdner); });
   } else {
     // The hidden drive list stands on the drive of the current directory.
     weiter([&] { Dir1.Path(text::Left(laufwerke::aktuell().aktuelles_Verzeichnis(), 2)); });
-    weiter([&] { Dir1.Path(text::Trim(pRootpath).isEmpty() ? u"C:\\"_s : pRootpath); });
+    am_Ziel = weiter([&] { Dir1.Path(text::Trim(pRootpath).isEmpty() ? u"C:\\"_s : pRootpath); });
   }
+  if (pLaedt && am_Ziel && m_Lesung == 0) weiter([&] { Dir1_Change(); });
   pLaedt = false;
 }
 

@@ -177,10 +177,14 @@ QString frm_BilderSuchen::Textdatei(const QString& tag) const {
   return Fkt_SplitFileName(tag, 1) + Fkt_SplitFileName(tag, 2) + Fkt_SplitFileName(tag, 3) + u".txt"_s;
 }
 
+// A text that can't be read is none: the search stays open for the other files.
 void frm_BilderSuchen::lvwContent_ItemClick(int eintrag) {
   txt_Info.Text(QString());
   const QString datei = Textdatei(lvwContent.ItemTag(eintrag));
-  if (mod_BilderSuchen::Fkt_FileExists(datei)) txt_Info.Text(text::Trim(mod_BilderSuchen::Fkt_ReadFile(datei)));
+  fehler::Weiter weiter;
+  weiter([&] {
+    if (mod_BilderSuchen::Fkt_FileExists(datei)) txt_Info.Text(text::Trim(mod_BilderSuchen::Fkt_ReadFile(datei)));
+  });
 }
 
 // The last entry is not looked at: the bound is one short, and callers count on it.

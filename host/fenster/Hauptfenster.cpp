@@ -13,6 +13,7 @@
 #include "host/Ausgang.h"
 #include "host/Datenbank.h"
 #include "host/fenster/Anmeldefenster.h"
+#include "host/fenster/Bildsammlung.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Vorgangsquelle.h"
@@ -274,8 +275,8 @@ void Hauptfenster::zeige_gewaehlten() {
   try {
     // Makes the drive known; what is wrong with it is told by the pictures that are missing and by the dialog.
     static_cast<void>(platz_.wurzel_fehlt());
-    const Bildsammlung sammlung = lies_Bildsammlung(platz_, *vorgang);
-    ansicht_->zeige(*vorgang, vorschaubilder(*sammlung.store, platz_.wurzel()));
+    const auto sammlung = lies_Bildsammlung(platz_, *vorgang);
+    ansicht_->zeige(*vorgang, vorschaubilder(*sammlung, platz_.wurzel()));
   } catch (const Abbruch& abbruch) {
     ansicht_->zeige_Hinweis(vorgang::infozeile(*vorgang), abbruch.text(), true);
     melde(abbruch.text());

@@ -24,15 +24,6 @@ bool waehle_Bild(clsBildZuordnungen& store, const Vorschaubild& bild) {
   return false;
 }
 
-/// Deletes the row under the cursor. What went wrong, or nothing.
-QString entferne_Zeile(clsBildZuordnungen& store) {
-  const Berichtsfang fang;
-  store.Bild_Delete(true);
-  store.Bild_Changeflag(true);
-  store.FKT_SpeichernBilder();
-  return fang.erster();
-}
-
 }  // namespace
 
 void Hauptfenster::zeige_AlleZuordnungen() {
@@ -46,8 +37,8 @@ void Hauptfenster::zeige_AlleZuordnungen() {
   try {
     // A missing root shows as missing files only; the assignments are there all the same.
     static_cast<void>(platz_.wurzel_fehlt());
-    const Bildsammlung sammlung = lies_Bildsammlung(platz_, vorgang);
-    clsBildZuordnungen& store = *sammlung.store;
+    const auto sammlung = lies_Bildsammlung(platz_, vorgang);
+    clsBildZuordnungen& store = *sammlung;
     if (!waehle_Bild(store, bild))
       throw Abbruch(Ausgang::Datenbank, u"Das Bild ist dem Vorgang nicht mehr zugeordnet."_s);
     bool eigene = false;
@@ -56,7 +47,7 @@ void Hauptfenster::zeige_AlleZuordnungen() {
         store.Bild_Key3(), store.Bild_Key4(), store.Bild_Bildname(), store.Bild_BildExt(), store.Bild_Typ1(),
         store.Bild_Typ2(), store.cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang), eigene);
     if (eigene) {
-      const QString grund = entferne_Zeile(store);
+      const QString grund = entferne_Zeile(platz_, sammlung, vorgang);
       ergebnis = grund.isEmpty() ? u"Die Zuordnung von „%1“ zu diesem Vorgang ist entfernt."_s.arg(bild.datei)
                                  : u"Die Zuordnung von „%1“ ist NICHT entfernt: %2"_s.arg(bild.datei, grund);
     }
@@ -79,11 +70,11 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   }
   dialog_offen_ = true;
   try {
-    const Bildsammlung sammlung = lies_Bildsammlung(platz_, vorgang);
+    const auto sammlung = lies_Bildsammlung(platz_, vorgang);
     clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(
-        platz_.anwendungsobjekt(), sammlung.store, platz_.wurzel(), vorgang::bildordner(vorgang), vorgang.satz.key1,
+        platz_.anwendungsobjekt(), sammlung, platz_.wurzel(), vorgang::bildordner(vorgang), vorgang.satz.key1,
         vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4, vorgang.satz.typ1, vorgang.satz.typ2,
-        sammlung.store->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
+        sammlung->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
   } catch (const Abbruch& abbruch) {
     MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
   }

@@ -9,6 +9,7 @@
 #include "host/fenster/Hand.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Schrittfolge.h"
+#include "platform/host/KVOCore.h"
 
 /// Walks the program and its dialog without a person: does with mouse and keys what a user does, saves a picture of
 /// every state that matters, and checks at each step what is to be seen and at the end what the database holds. It

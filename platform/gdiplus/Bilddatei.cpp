@@ -73,8 +73,8 @@ class GehalteneBilddatei final : public Bilddatei {
       if (const QImage gemerkt = suche_im_Speicher(ziel); !gemerkt.isNull()) return gemerkt;
     }
     if (bytes_.isNull() && !lies_nach()) return bilddekoder::auf_Groesse(groesstes(reduzierte_), ziel);
-    const QImage neu = bilddekoder::dekodiere(kopf(), bytes_, ziel, hintergrund);
-    if (merken) Bildspeicher::aktuell().merke(*schluessel_, kopf(), neu);
+    const QImage neu = bilddekoder::lies(kopf(), bytes_, ziel, hintergrund);
+    if (merken && !neu.isNull()) Bildspeicher::aktuell().merke(*schluessel_, kopf(), neu);
     return neu;
   }
 
@@ -111,8 +111,8 @@ class UngeleseneBilddatei final : public Bilddatei {
     }
     const Inhalt inhalt = fehler::still_enden([&] { return lies(); });
     if (inhalt.bytes.isNull()) return ersatz(ziel);
-    const QImage neu = bilddekoder::dekodiere(inhalt.kopf, inhalt.bytes, ziel, hintergrund);
-    if (merken && inhalt.unveraendert) Bildspeicher::aktuell().merke(*schluessel_, inhalt.kopf, neu);
+    const QImage neu = bilddekoder::lies(inhalt.kopf, inhalt.bytes, ziel, hintergrund);
+    if (merken && inhalt.unveraendert && !neu.isNull()) Bildspeicher::aktuell().merke(*schluessel_, inhalt.kopf, neu);
     return neu;
   }
 
@@ -141,7 +141,7 @@ class UngeleseneBilddatei final : public Bilddatei {
   QImage ersatz(QSize ziel) const {
     const auto eintrag = schluessel_ ? Bildspeicher::aktuell().suche(*schluessel_) : std::nullopt;
     const QImage bestes = eintrag ? groesstes(eintrag->reduzierte) : QImage();
-    return bestes.isNull() ? bilddekoder::schwarz(ziel) : bilddekoder::auf_Groesse(bestes, ziel);
+    return bestes.isNull() ? bestes : bilddekoder::auf_Groesse(bestes, ziel);
   }
 };
 

@@ -21,7 +21,7 @@ class Bilddatei {
 
   const Bildkopf& kopf() const noexcept { return kopf_; }
 
-  /// The picture at exactly `ziel` pixels (see bilddekoder::dekodiere).
+  /// The picture at exactly `ziel` pixels (see bilddekoder::lies); null where nothing of it can be had.
   virtual QImage bild(QSize ziel, QRgb hintergrund) = 0;
 
  protected:

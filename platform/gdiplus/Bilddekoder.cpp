@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -75,6 +76,12 @@ QByteArray mit_bekanntem_Kopf(const QByteArray& bytes) {
   return neu.remove(14 + 40, static_cast<qsizetype>(kopf) - 40);
 }
 
+bool ist_unberuehrt(const QImage& bild) {
+  const uchar* const anfang = bild.constBits();
+  return std::all_of(anfang, anfang + bild.sizeInBytes(), [](uchar byte) { return byte == 0; });
+}
+
+/// Null where the file gives nothing.
 QImage mit_Qt(const Bildkopf& kopf, const QByteArray& datei) {
   const OhneSpeichergrenze ohne_Grenze;
   QByteArray bytes = kopf.format == Bildformat::Bmp ? mit_bekanntem_Kopf(datei) : datei;
@@ -87,7 +94,8 @@ QImage mit_Qt(const Bildkopf& kopf, const QByteArray& datei) {
   QImage bild;
   const QImage::Format format = leser.imageFormat();
   if (format != QImage::Format_Invalid && leser.size() == kopf.groesse) bild = leer(kopf.groesse, format);
-  leser.read(&bild);  // a failure leaves what was read until then
+  // A failure leaves what was read until then.
+  if (!leser.read(&bild) && ist_unberuehrt(bild)) return {};
   return bild;
 }
 
@@ -130,14 +138,19 @@ QImage auf_Groesse(const QImage& bild, QSize ziel) {
   return geprueft(bild.scaled(ziel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
-QImage dekodiere(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
+QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
   if (kopf.format == Bildformat::Jpeg) {
     const QImage bild = jpegdekoder::dekodiere(bytes, ziel);
-    return bild.isNull() ? schwarz(ziel) : auf_Groesse(bild, ziel);
+    return bild.isNull() ? bild : auf_Groesse(bild, ziel);
   }
   QImage bild = mit_Qt(kopf, bytes);
-  if (bild.isNull()) return schwarz(ziel);
+  if (bild.isNull()) return bild;
   return auf_Groesse(auf_Flaeche(undurchsichtig(std::move(bild), hintergrund), kopf.groesse), ziel);
+}
+
+QImage dekodiere(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
+  const QImage bild = lies(kopf, bytes, ziel, hintergrund);
+  return bild.isNull() ? schwarz(ziel) : bild;
 }
 
 }  // namespace bilddekoder

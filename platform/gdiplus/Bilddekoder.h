@@ -10,8 +10,11 @@
 namespace bilddekoder {
 
 /// The whole picture at exactly `ziel` pixels, as RGB32. Transparency shows `hintergrund` (red, green, blue; alpha is
-/// not looked at). What a broken file does not give is black or grey, never undefined. Orientation marks are not
-/// applied. Memory run out raises 7.
+/// not looked at). What a broken file does not give is black or grey, never undefined; a null image means that it gives
+/// nothing at all. Orientation marks are not applied. Memory run out raises 7.
+QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund);
+
+/// The same, black where the file gives nothing.
 QImage dekodiere(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund);
 
 /// The opaque form (RGB32) of any image on a background.

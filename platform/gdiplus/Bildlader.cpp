@@ -1,5 +1,6 @@
 #include "platform/gdiplus/Bildlader.h"
 
+#include <QPainter>
 #include <utility>
 
 #include "platform/basic/Fehlerbehandlung.h"
@@ -21,21 +22,46 @@ thread_local int nur_kopf = 0;
 
 class DateiBild final : public Bild {
  public:
-  DateiBild(std::shared_ptr<Bilddatei> datei, QRgb hintergrund) : datei_(std::move(datei)), hintergrund_(hintergrund) {}
+  DateiBild(std::shared_ptr<Bilddatei> datei, QRgb hintergrund, std::shared_ptr<const Bild> ersatz = {})
+      : datei_(std::move(datei)), hintergrund_(hintergrund), ersatz_(std::move(ersatz)) {}
 
   QSize groesse() const override { return datei_->kopf().groesse; }
 
   QImage bild(QSize ziel) const override {
+    QImage pixel = eigene_Pixel(ziel);
+    return pixel.isNull() ? Ersatz(ziel.isEmpty() ? groesse() : ziel) : pixel;
+  }
+
+  QImage eigene_Pixel(QSize ziel) const {
     const QSize soll = ziel.isEmpty() ? groesse() : ziel;
     if (!ist_haltbar(soll)) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
     return datei_->bild(soll, hintergrund_);
   }
 
-  std::shared_ptr<const Bild> auf(QRgb hintergrund) const { return std::make_shared<DateiBild>(datei_, hintergrund); }
+  std::shared_ptr<const Bild> auf(QRgb hintergrund) const {
+    return std::make_shared<DateiBild>(datei_, hintergrund, ersatz_);
+  }
+  std::shared_ptr<const Bild> mit(std::shared_ptr<const Bild> ersatz) const {
+    return std::make_shared<DateiBild>(datei_, hintergrund_, std::move(ersatz));
+  }
 
  private:
+  /// In its own size, smaller where it does not fit.
+  QImage Ersatz(QSize ziel) const {
+    QImage flaeche = bilddekoder::schwarz(ziel);
+    if (!ersatz_) return flaeche;
+    flaeche.fill(Qt::white);
+    const QSize groesse = ersatz_->groesse();
+    const QSize klein = groesse.scaled(groesse.boundedTo(ziel), Qt::KeepAspectRatio);
+    if (klein.isEmpty()) return flaeche;
+    QPainter(&flaeche).drawImage((ziel.width() - klein.width()) / 2, (ziel.height() - klein.height()) / 2,
+                                 ersatz_->bild(klein));
+    return flaeche;
+  }
+
   std::shared_ptr<Bilddatei> datei_;
   QRgb hintergrund_;
+  std::shared_ptr<const Bild> ersatz_;
 };
 
 class PixelBild final : public Bild {
@@ -143,6 +169,16 @@ Ergebnis oeffne(const QString& pfad) {
 std::shared_ptr<const Bild> mit_Hintergrund(const std::shared_ptr<const Bild>& bild, QRgb hintergrund) {
   const auto* const aus_Datei = dynamic_cast<const DateiBild*>(bild.get());
   return aus_Datei != nullptr ? aus_Datei->auf(hintergrund) : bild;
+}
+
+std::shared_ptr<const Bild> mit_Ersatz(const std::shared_ptr<const Bild>& bild, std::shared_ptr<const Bild> ersatz) {
+  const auto* const aus_Datei = dynamic_cast<const DateiBild*>(bild.get());
+  return aus_Datei != nullptr ? aus_Datei->mit(std::move(ersatz)) : bild;
+}
+
+QImage eigene_Pixel(const Bild& bild, QSize ziel) {
+  const auto* const aus_Datei = dynamic_cast<const DateiBild*>(&bild);
+  return aus_Datei != nullptr ? aus_Datei->eigene_Pixel(ziel) : bild.bild(ziel);
 }
 
 std::shared_ptr<const Bild> aus_Pixeln(const QImage& pixel) {

@@ -27,6 +27,13 @@ std::int32_t status_des_Fehlers(std::int32_t nummer) noexcept;
 /// The same picture on another background; null for none. A picture that is no file's is opaque and stays as it is.
 std::shared_ptr<const Bild> mit_Hintergrund(const std::shared_ptr<const Bild>& bild, QRgb hintergrund);
 
+/// The same picture with another one to show, in its middle on white, where nothing of its file can be decoded; null
+/// for none. A picture that is no file's stays as it is.
+std::shared_ptr<const Bild> mit_Ersatz(const std::shared_ptr<const Bild>& bild, std::shared_ptr<const Bild> ersatz);
+
+/// As the picture's own bild(), but null where nothing of its file can be decoded, whatever it then shows.
+QImage eigene_Pixel(const Bild& bild, QSize ziel);
+
 /// A picture object of pixels; transparency comes out black. Null for a null image.
 std::shared_ptr<const Bild> aus_Pixeln(const QImage& pixel);
 

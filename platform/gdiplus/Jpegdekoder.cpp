@@ -90,10 +90,13 @@ class Leser {
   /// Decodes into an image of `groesse()`. What a failure leaves out is black.
   void lies(QImage& bild) {
     lies_Zeilen(bild);
+    zeile_gelesen_ = zeile_ > 0;
     for (; zeile_ < bild.height(); ++zeile_)
       std::fill_n(reinterpret_cast<QRgb*>(bild.scanLine(zeile_)), bild.width(), qRgb(0, 0, 0));
   }
 
+  /// After `lies`: some row came through sound.
+  bool gab_etwas_her() const { return zeile_gelesen_ && fehler_.defekte_Reihen < cinfo_.total_iMCU_rows; }
   bool Speicher_erschoepft() const { return jpegfehler::Speicher_erschoepft(fehler_); }
 
  private:
@@ -141,6 +144,7 @@ class Leser {
   uchar* anfang_ = nullptr;
   qsizetype zeilenlaenge_ = 0;
   int zeile_ = 0;
+  bool zeile_gelesen_ = false;
   bool ist_cmyk_ = false;
 };
 
@@ -166,7 +170,7 @@ QImage dekodiere(QByteArrayView bytes, QSize ziel) {
   if (bild.isNull()) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
   leser->lies(bild);
   if (leser->Speicher_erschoepft()) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
-  return bild;
+  return leser->gab_etwas_her() ? bild : QImage();
 }
 
 }  // namespace jpegdekoder

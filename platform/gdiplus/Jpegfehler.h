@@ -16,6 +16,10 @@ namespace jpegfehler {
 struct Fehlerziel {
   jpeg_error_mgr verwaltung;  // first, so that the library's pointer is this structure's
   std::jmp_buf rueckkehr;
+  /// Rows of blocks in the first scan that are damaged or missing.
+  unsigned defekte_Reihen;
+  /// Number of the first row that was not judged yet.
+  unsigned naechste_Reihe;
 };
 
 /// Errors jump, warnings are counted and nothing is printed: a truncated picture shows what it holds.

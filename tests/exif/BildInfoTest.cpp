@@ -221,20 +221,43 @@ TEST_F(BildInfo, TheDialogStartsWithItsColumnsInSightAndTheButtonBelowTheList) {
   }));
 }
 
+TEST_F(BildInfo, TheFrameCannotBeResized) {
+  frm_BildInfo form;
+  QTimer::singleShot(0, &form, [&] {
+    const QSize groesse = form.size();
+    const QRect liste = form.Sft_Eigenschaften.geometry();
+    EXPECT_EQ(form.minimumSize(), groesse);
+    EXPECT_EQ(form.maximumSize(), groesse);
+    EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+    EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+    EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    // Larger and then small would leave a strip of the list.
+    for (const QSize andere : {QSize(500, 900), QSize(300, 200)}) {
+      form.resize(andere);
+      QCoreApplication::processEvents();
+      EXPECT_EQ(form.size(), groesse);
+      EXPECT_EQ(form.Sft_Eigenschaften.geometry(), liste);
+    }
+    form.Hide();
+  });
+  form.Show();
+}
+
+// The frame keeps its size; a program that lays the form out anew comes upon the rule.
 TEST_F(BildInfo, AResizeComputesTheListFromTheButtonsOldPlace) {
   frm_BildInfo form;
   QTimer::singleShot(0, &form, [&] {
     const double hoehe = form.Sft_Eigenschaften.Height();
     const double knopf = form.cmd_OK.Height();
-    form.resize(500, form.height() + 2);
+    form.setFixedSize(500, form.height() + 2);
     EXPECT_EQ(form.Sft_Eigenschaften.Height(), hoehe) << "the refused height leaves the old one";
     EXPECT_EQ(form.Sft_Eigenschaften.Width(), 7500);
     EXPECT_EQ(form.cmd_OK.Top(), form.ScaleHeight() - knopf - 40);
     EXPECT_EQ(form.cmd_OK.Left(), 3750 - form.cmd_OK.Width() / 2);
     const double oben = form.cmd_OK.Top();
-    form.resize(500, form.height() + 100);
+    form.setFixedSize(500, form.height() + 100);
     EXPECT_EQ(form.Sft_Eigenschaften.Height(), form.ScaleHeight() - (oben + knopf + 80));
-    form.resize(300, form.height() - 200);
+    form.setFixedSize(300, form.height() - 200);
     EXPECT_EQ(form.Sft_Eigenschaften.Height(), 1500 - 40) << "refused again";
     EXPECT_EQ(form.cmd_OK.Top(), form.ScaleHeight() - knopf - 40);
     form.Hide();

@@ -194,6 +194,10 @@ TEST_F(WirtFenster, Nach_dem_Dialog_stehen_Zahl_Bilder_und_Ergebnis_da) {
     store.FKT_NeuesBild({}, {}, {}, {}, u"Neu"_s, u"jpg"_s, u"BEL"_s, u"-"_s);
     store.Bild_Pfad(u"Belege\\24-3005"_s);
   };
+  const QString ordner = datenordner() + u"/bilder/Belege/24-3005"_s;
+  ASSERT_TRUE(QDir().mkpath(ordner) && QFile(datenordner() + u"/Bild"_s).open(QIODevice::WriteOnly) &&
+              QFile::rename(datenordner() + u"/Bild"_s, ordner + u"/Neu.jpg"_s));
+  const auto raeume_auf = qScopeGuard([&] { QDir(ordner).removeRecursively(); });
   klicke(u"AN 24-3005"_s);
   QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
   EXPECT_EQ(text(u"lbl_Status"_s), u"Beleg AN 24-3005: 1 Zeile geschrieben: 1 neu."_s);

@@ -1,4 +1,5 @@
 #include <QDate>
+#include <QFile>
 
 #include "host/Ausgang.h"
 #include "host/fenster/Zuordnungslauf.h"
@@ -9,6 +10,8 @@ using namespace oberflaeche;
 
 class WirtLauf : public Wirt {
  protected:
+  static constexpr const char* Ordner = "/bilder/Belege/24-1001/";
+  void TearDown() override { QFile::remove(datenordner() + QLatin1StringView(Ordner) + u"Neu.jpg"_s); }
   Laufergebnis gehe(const Vorgang& vorgang, bool nur_anzeige = false) { return gehe(vorgang, nur_anzeige, optionen()); }
   Laufergebnis gehe(const Vorgang& vorgang, bool nur_anzeige, const Wirtsoptionen& mit) {
     Arbeitsplatz platz(mit);
@@ -23,11 +26,13 @@ class WirtLauf : public Wirt {
   static Vorgang montage() {
     return vorgang::aus_schluesseln(Vorgangsart::Montageauftrag, u"AB"_s, u"24-1001"_s, u"1"_s);
   }
-  /// What the dialog leaves of a new picture: blank keys.
+  /// What the dialog leaves of a new picture: its file, and a row with blank keys.
   static void neues_Bild(clsBildZuordnungen& store, const QString& name, const QString& typ1, const QString& typ2) {
     store.FKT_NeuesBild({}, {}, {}, {}, name, u"jpg"_s, typ1, typ2);
     store.Bild_Pfad(u"Belege\\24-1001"_s);
     store.Bild_SortIndex(store.AnzahlPos() - 1);
+    QFile datei(datenordner() + QLatin1StringView(Ordner) + name + u".jpg"_s);
+    EXPECT_TRUE(datei.open(QIODevice::WriteOnly) && datei.write("bild") == 4);
   }
   static void aendere(clsBildZuordnungen& store, std::int32_t zeile, const QString& text) {
     store.AktInd(zeile);
@@ -77,18 +82,25 @@ TEST_F(WirtLauf, Neue_Zeilen_bekommen_alle_vier_Schluessel_des_Vorgangs) {
             QStringList{u"AB|24-1001|1|-|MON|-"_s});
 }
 
-TEST_F(WirtLauf, Was_nicht_gelesen_wurde_ist_neu_auch_wenn_der_Dialog_es_schon_fuer_gespeichert_haelt) {
+TEST_F(WirtLauf, Neu_ist_was_sein_Kennzeichen_sagt_wo_immer_es_steht) {
   im_Dialog_ = [](clsBildZuordnungen& store) {
+    // A row that stood there before changes places with the new one.
     neues_Bild(store, u"Neu"_s, u"BEL"_s, u"-"_s);
-    // Turned, which saves within the dialog, and changed again.
-    store.Bild_Neu(false);
+    const auto neuer = store.AktBildObj;
+    store.AktInd(0);
+    std::swap(*neuer, *store.AktBildObj);
+    store.Bild_Neu(true);
     store.Bild_Changeflag(true);
+    store.Bild_SortIndex(0);
+    store.AktInd(store.AnzahlPos() - 1);
+    store.Bild_Neu(false);
+    store.Bild_SortIndex(4);
   };
   const Laufergebnis ergebnis = gehe(auftrag());
   EXPECT_EQ(ergebnis.neu, 1);
-  EXPECT_EQ(ergebnis.geaendert, 0);
   EXPECT_EQ(werte(u"Select Key1 || '|' || Key2 || '|' || Key3 from Bild_Zuordnungen where Bildname = 'Neu'"_s),
             QStringList{u"AB|24-1001|-"_s});
+  EXPECT_EQ(reihenfolge().size(), 5);
 }
 
 TEST_F(WirtLauf, Ein_Teil_ohne_Wert_wird_zum_Strich) {
@@ -161,9 +173,8 @@ namespace {
 
 Meldung nicht_geschrieben() {
   return {
-      u"1 von 1 Zeilen sind nicht in die Datenbank geschrieben:\r\nDie Anweisung ist fehlgeschlagen: no such table: "
-      u"Bild_Zuordnungen\r\n\r\n"
-      "Noch einmal versuchen?"_s,
+      u"1 von 1 Bildern sind nicht gespeichert:\r\n\r\n„Heizkessel_0120240305_081500.jpg“: Die Anweisung ist "
+      "fehlgeschlagen: no such table: Bild_Zuordnungen\r\n\r\nNoch einmal versuchen?"_s,
       u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::JaNein};
 }
 
@@ -177,8 +188,8 @@ TEST_F(WirtLauf, Was_die_Datenbank_nicht_nimmt_wird_gesagt) {
   meldungen_.erwarte(nicht_geschrieben(), Antwort::Nein);
   const Laufergebnis ergebnis = gehe(auftrag());
   gib_Tabelle_zurueck();
-  EXPECT_EQ(ergebnis.text(), u"NICHT geschrieben: 1 Zeile; diese Änderungen sind verloren."_s);
-  EXPECT_EQ(ergebnis.nicht_geschrieben, 1);
+  EXPECT_EQ(ergebnis.text(), u"UNGEWISS: 1 Bild; die Datenbank ist nicht zu fragen."_s);
+  EXPECT_EQ(ergebnis.ungewiss, 1);
 }
 
 TEST_F(WirtLauf, Ein_zweiter_Versuch_schreibt_den_Text_wie_der_Benutzer_ihn_schrieb) {

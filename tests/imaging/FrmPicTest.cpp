@@ -49,6 +49,16 @@ TEST_F(FrmPic, laedt_ein_Bild_und_nennt_seine_Groesse_in_Pixeln) {
   EXPECT_EQ(form.picPicture.Picture()->groesse(), QSize(64, 48));
 }
 
+TEST_F(FrmPic, von_dem_nichts_zu_lesen_ist_zeigt_kein_schwarzes_Feld) {
+  schreibe(u"a.jpg"_s, "jpg", 64, 48);
+  const QByteArray ganz = ordner.lies(u"a.jpg"_s);
+  EXPECT_TRUE(form.FKT_LoadPicture(ordner.schreibe(u"b.jpg"_s, ganz.left(ganz.indexOf("\xff\xda"_ba) + 14))));
+  EXPECT_EQ(form.picBreite, 64);
+  const QImage leeres = form.picPicture.Picture()->bild({32, 24});
+  EXPECT_EQ(leeres.size(), QSize(32, 24));
+  EXPECT_EQ(leeres.pixelColor(1, 1), QColor(Qt::white));
+}
+
 TEST_F(FrmPic, in_Twips_zaehlt_ein_Pixel_fuenfzehn) {
   form.picPicture.Scale(ScaleMode::Twips);
   EXPECT_TRUE(form.FKT_LoadPicture(schreibe(u"a.png"_s, "png", 64, 48)));

@@ -72,15 +72,22 @@ TEST_F(Druck, TwipsAreFifteenToAPixelAndHoldForThatLoadOnly) {
 
 TEST_F(Druck, TheSameNameInAnotherFolderCountsAsLoaded) {
   male(u"a.png"_s, {40, 20});
-  male(u"o/a.png"_s, {10, 10});
+  male(u"o/a.png"_s, {10, 30});
   ASSERT_TRUE(store.FKT_LoadPicture(u"a.png"_s, u"P:"_s, false));
   const auto bild = store.AktLoadPicture_Picture;
-  EXPECT_TRUE(store.FKT_LoadPicture(u"a.png"_s, u"P:\\o"_s, false));
-  EXPECT_EQ(store.AktLoadPicture_Picture, bild);
+  EXPECT_TRUE(store.FKT_LoadPicture(u"a.png"_s, u"P:\\o"_s, true));
+  EXPECT_EQ(store.AktLoadPicture, u"a.png"_s);
   EXPECT_EQ(store.AktLoadPicture_Breite, 40);
+  EXPECT_EQ(store.AktLoadPicture_Hoehe, 20);
+  EXPECT_EQ(store.AktLoadPicture_Picture, bild);
+  EXPECT_EQ(store.AktLoadPicture_Picture->groesse(), QSize(40, 20));
   store.AktLoadPicture.clear();
   EXPECT_TRUE(store.FKT_LoadPicture(u"a.png"_s, u"P:\\o"_s, false));
+  EXPECT_EQ(store.AktLoadPicture, u"a.png"_s);
   EXPECT_EQ(store.AktLoadPicture_Breite, 10);
+  EXPECT_EQ(store.AktLoadPicture_Hoehe, 30);
+  EXPECT_NE(store.AktLoadPicture_Picture, bild);
+  EXPECT_EQ(store.AktLoadPicture_Picture->groesse(), QSize(10, 30));
 }
 
 TEST_F(Druck, TheEmptyNameAtTheStartIsLoadedAlready) {

@@ -101,6 +101,23 @@ TEST_F(Layout, TheHeadersNumbersAndButtonsStandFromRightToLeft) {
   });
 }
 
+TEST_F(Layout, ALongInfoLineEndsInFrontOfTheFirstButtonInAnyWindow) {
+  fuege_Bilder_ein(1);
+  form().pInfoZeile = u"Rechnung 4711 an "_s + QString(300, u'W');
+  zeige([&] {
+    for (const int breite : {800, 1000, 1600}) {
+      form().resize(breite, 600);
+      QCoreApplication::processEvents();
+      const SSPanel& kopf = form().SSP_Panel(0);
+      const QString gezeigt = kopf.gezeigter_Text();
+      EXPECT_TRUE(gezeigt.startsWith(u"   Rechnung"_s) && gezeigt.endsWith(u'…')) << gezeigt.toStdString();
+      EXPECT_LT(kopf.fontMetrics().horizontalAdvance(gezeigt), form().SSC_Bildbearbeitung.x());
+      EXPECT_GT(kopf.fontMetrics().horizontalAdvance(gezeigt), form().SSC_Bildbearbeitung.x() - 50);
+      EXPECT_EQ(kopf.toolTip(), form().pInfoZeile);
+    }
+  });
+}
+
 TEST_F(Layout, TheEditingFieldsTakeTheirPanelsWidthAndTheTextItsHeight) {
   zeige_gross(2, [&] {
     frm_BildZuordnung& f = form();

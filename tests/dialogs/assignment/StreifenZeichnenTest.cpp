@@ -1,6 +1,7 @@
 // The strip of thumbnails: building and drawing.
 #include <QFile>
 
+#include "dialogs/search/Vorschaubild.h"
 #include "tests/dialogs/assignment/Streifentest.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -282,6 +283,18 @@ TEST_F(Streifen, ABrokenPictureIsToldAtEachLoadAndItsBoxIsEmptyInTheLastSize) {
     EXPECT_EQ(form().Pic_Dummy.Picture(), nullptr);
     EXPECT_EQ(form().txt_BildName.Text(), u"b"_s);
     EXPECT_TRUE(form().Pic_Bearbeitung.Visible());
+  });
+}
+
+TEST_F(Streifen, APictureOfWhichNothingButTheHeaderIsSoundShowsTheDrawingOfTheUnreadable) {
+  fuege_ein(u"a"_s, {300, 200}, Qt::red);
+  const QByteArray ganz = wurzel.lies(u"Belege/1/a.jpg"_s);
+  wurzel.schreibe(u"Belege/1/a.jpg"_s, ganz.left(ganz.indexOf("\xff\xda"_ba) + 14));
+  zeige([&] {
+    const QImage& bild = form().Pic_Thumb(1).Image();
+    EXPECT_EQ(bild.pixelColor(2, 2), QColor(Qt::white));
+    const QImage zeichnung = vorschaubild::ersatzbild()->bild({96, 96}).convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(bild.copy((bild.width() - 96) / 2, (bild.height() - 96) / 2, 96, 80), zeichnung.copy(0, 0, 96, 80));
   });
 }
 

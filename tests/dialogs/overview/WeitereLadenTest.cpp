@@ -1,5 +1,7 @@
 #include <QCoreApplication>
 #include <QFile>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include "dialogs/search/Vorschaubild.h"
 #include "tests/dialogs/overview/WeitereTest.h"
@@ -70,6 +72,23 @@ TEST_F(WeitereLaden, ARecordWithoutPicturesHasOneEmptyRowWithoutAMark) {
     EXPECT_EQ(bilder().model()->index(0, 0).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
     gib_Artikel_ein(0, u"4711"_s);
     EXPECT_FALSE(form().SSC_ZuordnungSpeichern.isEnabled());
+  });
+}
+
+TEST_F(WeitereLaden, ALongTextOfTheHostEndsWithAnEllipsisAndItsToolTipShowsAllOfIt) {
+  form().SSP_Info.Caption(u"   "_s + QString(300, u'W') + u" Ende"_s);
+  zeige([&] {
+    for (const int breite : {560, 900}) {
+      form().resize(breite, 500);
+      QCoreApplication::processEvents();
+      EXPECT_TRUE(form().SSP_Info.gezeigter_Text().endsWith(u"W…"_s));
+      EXPECT_LT(form().SSP_Info.fontMetrics().horizontalAdvance(form().SSP_Info.gezeigter_Text()),
+                form().SSP_Info.width());
+      QToolTip::showText({}, u"nichts"_s);
+      QHelpEvent rast(QEvent::ToolTip, QPoint(9, 9), form().SSP_Info.mapToGlobal(QPoint(9, 9)));
+      QCoreApplication::sendEvent(&form().SSP_Info, &rast);
+      EXPECT_TRUE(QToolTip::text().contains(u"Ende"_s));
+    }
   });
 }
 

@@ -147,9 +147,117 @@ TEST_F(Zuordnen, ATextOfTheRowIsWrittenBesideTheCopy) {
 TEST_F(Zuordnen, ABlankSupplierCountsAsNoneAndBlanksAroundOneStay) {
   fuege_Bilder_ein(1);
   stamm.artikel[u"1"_s] = {u"x"_s, u"y"_s, u"  "_s};
-  stamm.artikel[u"2"_s] = {u"x"_s, u"y"_s, u"Otto AG"_s};
+  stamm.artikel[u"2"_s] = {u"x"_s, u"y"_s, u"  Otto AG "_s};
   ordne_zu({u"1"_s, u"2"_s});
-  EXPECT_EQ(zugeordnet(), (QStringList{u"1|a|Artikel\\Allg"_s, u"2|a|Artikel\\Otto AG"_s}));
+  EXPECT_EQ(zugeordnet(), (QStringList{u"1|a|Artikel\\Allg"_s, u"2|a|Artikel\\  Otto AG "_s}));
+  // On disk a name ends before its blanks.
+  EXPECT_EQ(dateien(u"Artikel/  Otto AG"_s), QStringList{u"a.jpg"_s});
+}
+
+TEST_F(Zuordnen, APictureOfAnotherTypeOrAnotherKindOfRecordIsAnotherAssignment) {
+  fuege_Bilder_ein(1);
+  fuege_ein({.typ1 = u"Art"_s, .key1 = u"4711"_s, .key2 = u"-"_s, .ext = u"gif"_s, .pfad = u"von Hand"_s});
+  fuege_ein({.typ1 = u"ANL"_s, .key1 = u"4711"_s, .key2 = u"-"_s, .pfad = u"von Hand"_s});
+  ordne_zu({u"4711"_s});
+  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|von Hand"_s, u"4711|a|Artikel\\Mayer"_s}));
+}
+
+TEST_F(Zuordnen, AnArticleTypedTwiceGetsEachPictureOnce) {
+  fuege_Bilder_ein(2);
+  ordne_zu({u"4711"_s, u"500"_s, u"4711"_s, u"ab1"_s, u"AB1"_s});
+  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|b|Artikel\\Mayer"_s, u"500|a|Artikel\\Allg"_s,
+                                       u"500|b|Artikel\\Allg"_s, u"ab1|a|Artikel\\Allg"_s, u"ab1|b|Artikel\\Allg"_s}));
+}
+
+TEST_F(Zuordnen, OnePictureInTwoFoldersGivesOneRow) {
+  fuege_Bilder_ein(1);
+  lege_Bild(u"A.jpg"_s, QSize(120, 80), Qt::blue, u"Belege/2"_s);
+  fuege_ein({.name = u"A"_s, .pfad = u"Belege\\2"_s});
+  ordne_zu({u"4711"_s, u"500"_s});
+  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|Artikel\\Mayer"_s, u"500|a|Artikel\\Allg"_s}));
+  EXPECT_EQ(dateien(u"Artikel/Mayer"_s), QStringList{u"a.jpg"_s});
+}
+
+TEST_F(Zuordnen, TwoPicturesOfOneNameBothArriveTheSecondUnderANumber) {
+  const QByteArray blaues = lege_Bild(u"a.jpg"_s);
+  fuege_ein({.beschreibung = u"blau"_s});
+  const QByteArray rotes = lege_Bild(u"a.jpg"_s, QSize(120, 80), Qt::red, u"Belege/2"_s);
+  fuege_ein({.pfad = u"Belege\\2"_s, .beschreibung = u"rot"_s, .druck = u"1010"_s});
+  wurzel.schreibe(u"Belege/1/ajpg.txt"_s, "blauer Text");
+  wurzel.schreibe(u"Belege/2/ajpg.txt"_s, "roter Text");
+  ordne_zu({u"4711"_s, u"4712"_s, u"4711"_s});
+  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|a_2|Artikel\\Mayer"_s,
+                                       u"4712|a|Artikel\\Mayer"_s, u"4712|a_2|Artikel\\Mayer"_s}));
+  EXPECT_EQ(dateien(u"Artikel/Mayer"_s), (QStringList{u"a.jpg"_s, u"a_2.jpg"_s, u"a_2jpg.txt"_s, u"ajpg.txt"_s}));
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a.jpg"_s), blaues);
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a_2.jpg"_s), rotes);
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/ajpg.txt"_s), "blauer Text");
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a_2jpg.txt"_s), "roter Text");
+  EXPECT_EQ(db.zeilen(u"select Beschreibung, Druckkennzeichen from Bild_Zuordnungen where Bildname = 'a_2'"_s).at(0),
+            (QStringList{u"rot"_s, u"1010"_s + QString(46, u' ')}));
+  // The same again finds all of it.
+  db.mitschrift().hole();
+  zeige([&] { speichere(); });
+  EXPECT_EQ(eingefuegt(), QStringList());
+}
+
+TEST_F(Zuordnen, APictureThatLiesWhereAnotherOfItsNameGoesKeepsItsFileAndItsName) {
+  const QByteArray blaues = lege_Bild(u"a.jpg"_s);
+  fuege_ein({});
+  const QByteArray rotes = lege_Bild(u"a.jpg"_s, QSize(120, 80), Qt::red, u"Artikel/Mayer"_s);
+  fuege_ein({.pfad = u"Artikel\\Mayer"_s});
+  ordne_zu({u"4711"_s});
+  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a_2|Artikel\\Mayer"_s, u"4711|a|Artikel\\Mayer"_s}));
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a.jpg"_s), rotes);
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a_2.jpg"_s), blaues);
+}
+
+TEST_F(Zuordnen, APictureThatGotItsNumberEarlierIsNotAssignedAgain) {
+  lege_Bild(u"a.jpg"_s);
+  fuege_ein({});
+  lege_Bild(u"a.jpg"_s, QSize(120, 80), Qt::blue, u"Belege/2"_s);
+  fuege_ein({.pfad = u"Belege\\2"_s});
+  wurzel.schreibe(u"Artikel/Mayer/a.jpg"_s, "fremdes Bild");
+  ordne_zu({u"4711"_s});
+  EXPECT_EQ(zugeordnet(), QStringList{u"4711|a_2|Artikel\\Mayer"_s});
+  db.mitschrift().hole();
+  zeige([&] { speichere(); });
+  EXPECT_EQ(eingefuegt(), QStringList());
+  EXPECT_EQ(dateien(u"Artikel/Mayer"_s), (QStringList{u"a.jpg"_s, u"a_2.jpg"_s}));
+}
+
+TEST_F(Zuordnen, ANumberedNameTakesNothingFromAnotherPictureOrText) {
+  const QString name(50, u'n');
+  const auto gekuerzt = [&](int nummer) { return name.left(48) + u'_' + QString::number(nummer); };
+  lege_Bild(name + u".jpg"_s);
+  fuege_ein({.name = name});
+  const QByteArray rotes = lege_Bild(name + u".jpg"_s, QSize(120, 80), Qt::red, u"Belege/2"_s);
+  fuege_ein({.name = name, .pfad = u"Belege\\2"_s});
+  wurzel.schreibe(u"Artikel/Mayer/"_s + gekuerzt(2) + u".jpg"_s, "fremdes Bild");
+  wurzel.schreibe(u"Artikel/Mayer/"_s + gekuerzt(3) + u"jpg.txt"_s, "fremder Text");
+  fuege_ein({.typ1 = u"Art"_s, .key1 = u"4711"_s, .key2 = u"-"_s, .name = gekuerzt(4), .pfad = u"von Hand"_s});
+  ordne_zu({u"4711"_s});
+  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|%1|von Hand"_s.arg(gekuerzt(4)), u"4711|%1|Artikel\\Mayer"_s.arg(name),
+                                       u"4711|%1|Artikel\\Mayer"_s.arg(gekuerzt(5))}));
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/"_s + gekuerzt(2) + u".jpg"_s), "fremdes Bild");
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/"_s + gekuerzt(3) + u"jpg.txt"_s), "fremder Text");
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/"_s + gekuerzt(5) + u".jpg"_s), rotes);
+}
+
+TEST_F(Zuordnen, ASecondPictureOfANameWhoseFileIsMissingIsNoOther) {
+  fuege_Bilder_ein(1);
+  fuege_ein({.pfad = u"Belege\\weg"_s});
+  ordne_zu({u"4711"_s});
+  EXPECT_EQ(zugeordnet(), QStringList{u"4711|a|Artikel\\Mayer"_s});
+}
+
+TEST_F(Zuordnen, APictureBehindAMissingOneOfItsNameArrivesUnderANumber) {
+  fuege_ein({.pfad = u"Belege\\weg"_s});
+  const QByteArray da = lege_Bild(u"a.jpg"_s);
+  fuege_ein({});
+  ordne_zu({u"4711"_s});
+  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|a_2|Artikel\\Mayer"_s}));
+  EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a_2.jpg"_s), da);
 }
 
 TEST_F(Zuordnen, AnUnknownNumberGetsAssignments) {

@@ -172,6 +172,22 @@ TEST_F(Ergebnis, AChosenFileShowsItsText) {
   });
 }
 
+TEST_F(Ergebnis, ATextThatCannotBeReadLeavesTheFieldEmptyAndTheSearchOpen) {
+  ordner.schreibe(u"p/Bilder/b.cjpg.txt"_s, "anderes");
+  const QString geheim = ordner.schreibe(u"p/Bilder/ajpg.txt"_s, "geheim");
+  ASSERT_TRUE(QFile::setPermissions(geheim, {}));
+  zeige([&] {
+    klicke_Zeile(form().lvwContent, 1);
+    EXPECT_EQ(form().txt_Info.Text(), u"anderes"_s);
+    klicke_Zeile(form().lvwContent, 0);
+    EXPECT_EQ(form().txt_Info.Text(), QString());
+    EXPECT_TRUE(form().isVisible());
+    klicke_Zeile(form().lvwContent, 1);
+    EXPECT_EQ(form().txt_Info.Text(), u"anderes"_s);
+  });
+  ASSERT_TRUE(QFile::setPermissions(geheim, QFile::ReadOwner | QFile::WriteOwner));
+}
+
 TEST_F(Ergebnis, TheKeysShowTheTextsToo) {
   ordner.schreibe(u"p/Bilder/b.cjpg.txt"_s, "zweites");
   zeige([&] {

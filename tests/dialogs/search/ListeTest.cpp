@@ -17,6 +17,10 @@ using oberflaeche::Zeigerform;
 
 namespace {
 
+bool ist_rot(const QColor& farbe) {
+  return farbe.red() > 200 && farbe.green() < 50 && farbe.blue() < 50;
+}
+
 class Liste : public Suchtest {
  protected:
   /// Nothing runs and nothing is hidden any more.
@@ -139,7 +143,14 @@ TEST_F(Liste, FilesWithAKnownIconDoNotMoveTheBar) {
 
 TEST_F(Liste, ANumericTypeMovesTheBarByOneStepOnly) {
   for (const auto& name : {u"a.jpg"_s, u"b.001"_s, u"c.jpg"_s, u"d.jpg"_s, u"e.jpg"_s}) schreibe(name, bild());
-  zeige([&] { EXPECT_EQ(hoechster_Stand([&] { waehle_Filter(form(), 0); }), 100); });
+  zeige([&] {
+    QList<double> staende;
+    beim_Pumpen([&](int) { staende.append(form().SSP_Fortschritt.FloodPercent()); });
+    waehle_Filter(form(), 0);
+    beim_Pumpen({});
+    EXPECT_EQ(staende, (QList<double>{0, 0, 0, 25, 50, 75})) << "before the read and before each file";
+    EXPECT_EQ(form().SSP_Fortschritt.FloodPercent(), 100);
+  });
 }
 
 TEST_F(Liste, TheListIsHiddenWhileItIsRead) {
@@ -182,7 +193,32 @@ TEST_F(Liste, WhatIsNoPictureShowsTheSubstituteAndNoBoxComes) {
 TEST_F(Liste, ATruncatedPictureShowsWhatThereIsOfIt) {
   const QByteArray ganz = bild(QSize(640, 480), Qt::red);
   schreibe(u"a.jpg"_s, ganz.left(ganz.size() / 2));
-  zeige([&] { EXPECT_EQ(eintraege(), QStringList{u"a.jpg"_s}); });
+  zeige([&] {
+    ASSERT_EQ(eintraege(), QStringList{u"a.jpg"_s});
+    const QImage blatt = bild_von(1);
+    EXPECT_TRUE(ist_rot(blatt.pixelColor(50, 12))) << "the rows that are there";
+    EXPECT_FALSE(ist_rot(blatt.pixelColor(50, 96))) << "and those that are not";
+    EXPECT_NE(blatt.pixelColor(50, 96), QColor(Qt::white)) << "the sheet is covered all the same";
+  });
+}
+
+TEST_F(Liste, ABrokenBodyBehindASoundHeaderShowsTheSubstitute) {
+  const QByteArray jpeg = bild(QSize(640, 480), Qt::red);
+  const QByteArray kopf = jpeg.left(jpeg.indexOf("\xff\xda"_ba) + 14);
+  QByteArray wirr;
+  for (std::uint32_t i = 0, zahl = 1; i < 4000; ++i)
+    wirr += static_cast<char>((zahl = zahl * 1664525 + 1013904223) >> 24);
+  schreibe(u"a.jpg"_s, kopf);
+  schreibe(u"b.jpg"_s, kopf + wirr);
+  schreibe(u"c.jpg"_s, kopf + "\xff\xd9"_ba);
+  schreibe(u"d.bmp"_s, bild(QSize(640, 480), Qt::red, "BMP").left(54));
+  schreibe(u"e.jpg"_s, bild(QSize(640, 480), Qt::red, "PNG").left(60));
+  schreibe(u"f.bmp"_s, bild(QSize(640, 480), Qt::black, "BMP"));
+  zeige([&] {
+    ASSERT_EQ(eintraege().size(), 6);
+    for (const int kaputt : {1, 2, 3, 4, 5}) EXPECT_EQ(bild_von(kaputt), ersatz()) << kaputt;
+    EXPECT_EQ(bild_von(6).pixelColor(50, 50), QColor(Qt::black)) << "a black picture is no broken one";
+  });
 }
 
 TEST(Vorschaubild, ASmallPictureStandsInTheMiddleInItsOwnSize) {

@@ -47,6 +47,30 @@ TEST_F(Ordner, TheFirstOpeningStartsAtTheRootPathAndReadsIt) {
   });
 }
 
+TEST_F(Ordner, TheFolderInWhichTheProcessStandsIsShownTooAndReadOnce) {
+  ordner.schreibe(u"c/Heim/h.jpg"_s, bild());
+  for (const bool gemerkt : {false, true}) {
+    pLetzterOrdner = gemerkt ? u"C:\\Heim"_s : QString();
+    rootpath = u"c:\\heim\\"_s;
+    int pumpen = 0;
+    beim_Pumpen([&](int mal) { pumpen = mal; });
+    zeige([&] {
+      EXPECT_EQ(form().Dir1.Path(), u"C:\\Heim"_s);
+      EXPECT_EQ(eintraege(), QStringList{u"h.jpg"_s});
+      EXPECT_EQ(form().SSP_Anzahl.Caption(), u"1 Objekt(e)"_s);
+      EXPECT_EQ(pLetzterOrdner, u"C:\\Heim"_s);
+      EXPECT_EQ(pumpen, 4) << "the painting, the bar, and the two files of the folder";
+      ordner.schreibe(u"c/Heim/neu.jpg"_s, bild());
+      QEvent wieder(QEvent::WindowActivate);
+      QCoreApplication::sendEvent(&form(), &wieder);
+      EXPECT_EQ(eintraege(), QStringList{u"h.jpg"_s}) << "a later activation";
+    });
+    beim_Pumpen({});
+    entlade();
+    ASSERT_TRUE(QFile::remove(ordner.pfad(u"c/Heim/neu.jpg"_s)));
+  }
+}
+
 TEST_F(Ordner, LoadingChangesNoFolderAndReadsNothing) {
   ordner.schreibe(u"c/Heim/h.jpg"_s, bild());
   form();
@@ -244,15 +268,19 @@ TEST_F(Ordner, TheFirstKeysGoToTheFolders) {
 
 TEST_F(Ordner, TheTabOrderIsThatOfTheControls) {
   zeige([&] {
-    QStringList namen;
+    const QStringList reihe{
+        u"SSC_Drehen"_s, u"SSC_Bildbearbeitung"_s, u"cmd_EinlesenAbrrechen"_s, u"cmd_TextSpeichern"_s,
+        u"txt_Info"_s,   u"cmd_Abbruch"_s,         u"cmd_Uebernehmen"_s,       u"cbo_BildTypen"_s,
+        u"Dir1"_s,       u"lvwContent"_s,          u"ImageCombo1"_s,           u"SSC_Drehen"_s};
     form().SSC_Drehen.setFocus();
-    for (int i = 0; i < 11; ++i) {
-      namen.append(form().focusWidget()->objectName());
+    for (const QString& name : reihe) {
+      EXPECT_EQ(form().focusWidget()->objectName(), name);
       taste(form(), Qt::Key_Tab);
     }
-    // The text box keeps the tabulator for itself where it is one of its characters.
-    EXPECT_EQ(namen.mid(0, 4), (QStringList{u"SSC_Drehen"_s, u"SSC_Bildbearbeitung"_s, u"cmd_EinlesenAbrrechen"_s,
-                                            u"cmd_TextSpeichern"_s}));
-    EXPECT_TRUE(namen.contains(u"ImageCombo1"_s)) << namen.join(u' ').toStdString();
+    form().SSC_Drehen.setFocus();
+    for (auto name = reihe.crbegin(); name != reihe.crend(); ++name) {
+      EXPECT_EQ(form().focusWidget()->objectName(), *name) << "backwards";
+      taste(form(), Qt::Key_Backtab, Qt::ShiftModifier);
+    }
   });
 }

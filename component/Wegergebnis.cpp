@@ -1,0 +1,42 @@
+#include <QStringList>
+
+#include "component/Zuordnungsweg.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString zeilen(int anzahl) {
+  return anzahl == 1 ? u"1 Zeile"_s : u"%1 Zeilen"_s.arg(anzahl);
+}
+
+QString geschriebene(const Zuordnungsweg::Ergebnis& ergebnis) {
+  QStringList teile;
+  const auto dazu = [&](int anzahl, const QString& wort) {
+    if (anzahl > 0) teile.append(u"%1 %2"_s.arg(anzahl).arg(wort));
+  };
+  dazu(ergebnis.neu, u"neu"_s);
+  dazu(ergebnis.geaendert, u"geändert"_s);
+  dazu(ergebnis.entfernt, u"entfernt"_s);
+  dazu(ergebnis.nachgefuehrt, u"nur in der Reihenfolge"_s);
+  return u"%1 geschrieben: %2."_s.arg(zeilen(ergebnis.geschrieben()), teile.join(u", "_s));
+}
+
+}  // namespace
+
+QString Zuordnungsweg::Ergebnis::text() const {
+  if (!geoeffnet) return u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s;
+  if (nur_Anzeige) return u"Nur angezeigt; nichts ist geschrieben."_s;
+  QStringList saetze;
+  if (geschrieben() > 0) saetze.append(geschriebene(*this));
+  if (nicht_geschrieben > 0)
+    saetze.append(u"NICHT gespeichert: %1; diese Änderungen sind verloren."_s.arg(
+        nicht_geschrieben == 1 ? u"1 Bild"_s : u"%1 Bilder"_s.arg(nicht_geschrieben)));
+  if (ungewiss > 0)
+    saetze.append(u"UNGEWISS: %1; die Datenbank ist nicht zu fragen."_s.arg(
+        ungewiss == 1 ? u"1 Bild"_s : u"%1 Bilder"_s.arg(ungewiss)));
+  if (saetze.isEmpty()) saetze.append(u"Nichts geändert."_s);
+  if (geschrieben() > 0 && !geprueft) saetze.append(u"Nicht nachgeprüft."_s);
+  if (dialog_gescheitert) saetze.append(u"Der Dialog endete mit einem Fehler."_s);
+  return saetze.join(u' ');
+}

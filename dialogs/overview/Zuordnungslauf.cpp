@@ -1,0 +1,60 @@
+#include "dialogs/overview/Zuordnungslauf.h"
+
+#include <algorithm>
+
+#include "platform/basic/Fehlerbehandlung.h"
+#include "platform/basic/Text.h"
+#include "platform/files/Dateien.h"
+#include "store/Bildnamen.h"
+#include "store/mod_BilderSuchen.h"
+
+namespace {
+
+/// As the table compares: the case of letters and blanks at the end say nothing.
+bool gleicher_Text(QStringView a, QStringView b) {
+  while (a.endsWith(u' ')) a.chop(1);
+  while (b.endsWith(u' ')) b.chop(1);
+  return text::UCase(a) == text::UCase(b);
+}
+
+}  // namespace
+
+bool Zuordnungslauf::sind_gleich(const QString& eine, const QString& andere) {
+  return fehler::still_enden([&] {
+    return dateien::FileLen(eine) == dateien::FileLen(andere) &&
+           dateien::lies_alles(eine) == dateien::lies_alles(andere);
+  });
+}
+
+bool Zuordnungslauf::heissen_gleich(const Bild& eines, const Bild& anderes) {
+  return gleicher_Text(eines.Name, anderes.Name) && gleicher_Text(eines.Endung, anderes.Endung);
+}
+
+std::optional<QString> Zuordnungslauf::Name_fuer(const QString& artikel, const Bild& bild, bool einziges,
+                                                 const std::function<Platz(const QString&)>& platz) const {
+  const auto traegt = [&](const Eintrag& e, const QString& name) {
+    return gleicher_Text(e.Artikel, artikel) && gleicher_Text(e.Quelle.Endung, bild.Endung) &&
+           gleicher_Text(e.Name, name);
+  };
+  bool anderes = false;
+  for (const Eintrag& e : m_Eintraege) {
+    if (!traegt(e, bild.Name) && !(gleicher_Text(e.Artikel, artikel) && heissen_gleich(e.Quelle, bild))) continue;
+    if (e.Quelle.Zeile == bild.Zeile || sind_gleich(e.Quelle.Datei, bild.Datei)) return std::nullopt;
+    anderes = true;
+  }
+  const bool vorhanden = mod_BilderSuchen::Fkt_FileExists(bild.Datei);
+  if (!anderes && (einziges || !vorhanden)) return bild.Name;
+  if (!vorhanden) return std::nullopt;
+  for (int nummer = 1;; ++nummer) {
+    QString name = nummer == 1 ? bild.Name : bildnamen::gestempelt(bild.Name, {}, nummer);
+    const auto nimmt = [&](const Eintrag& e) { return traegt(e, name); };
+    if (std::any_of(m_Eintraege.begin(), m_Eintraege.end(), nimmt)) continue;
+    const Platz ort = platz(name);
+    if (ort == Platz::Frei) return name;
+    if (ort == Platz::Zugeordnet) return std::nullopt;
+  }
+}
+
+void Zuordnungslauf::merke(const QString& artikel, const Bild& bild, const QString& name) {
+  m_Eintraege.push_back({artikel, bild, name});
+}
