@@ -68,6 +68,8 @@ void Fahrt::sitzung() {
   if (!maengel_.isEmpty()) return;
   modell_.wirt_schreibt();
   gerade_ = u"Der Wirt schreibt"_s;
+  if (std::exchange(modell_.muss_gesagt_werden, false) && schauplatz_.hole_Gesagtes().isEmpty())
+    mangel(u"ein Bild ist nicht gespeichert, und niemand sagt es"_s);
   vergleiche_Kaesten();
   vergleiche_Bestand();
 }

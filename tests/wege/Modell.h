@@ -53,6 +53,8 @@ class Modell {
   QDateTime zeit{QDate(2026, 3, 4), QTime(5, 6, 7)};
   /// Boxes that must have come, oldest first.
   QList<Kasten> kaesten;
+  /// The host left out what the user wanted saved.
+  bool muss_gesagt_werden = false;
 
   // ── The dialog, opened over what the table holds ──────────────────────────────────────────────────────────────────
   void oeffne();

@@ -193,7 +193,8 @@ void Modell::schreibe_zurueck(Satz& satz) {
     if (zeile.re == u"1"_s && zeile.name == satz.alter_name) zeile = satz.werte;
 }
 
-// The order is that of the strip as it was saved, whatever numbers stand for it.
+// The order is that of the strip as it was saved, whatever numbers stand for it. A new picture whose file is gone again
+// gets no row, which the user is told.
 void Modell::wirt_schreibt() {
   int platz = 0;
   for (const auto& satz : sammlung_) {
@@ -202,6 +203,8 @@ void Modell::wirt_schreibt() {
       std::erase_if(welt.tabelle, [&](const Zuordnung& zeile) {
         return zeile.re == u"1"_s && !satz->neu && zeile.name == satz->alter_name;
       });
+    else if (satz->neu && welt.finde(pfad(satz->werte.ordner, satz->werte.name + u'.' + satz->werte.endung)).isEmpty())
+      muss_gesagt_werden = true;
     else if (satz->zu_schreiben)
       schreibe_zurueck(*satz);
     else

@@ -6,9 +6,10 @@
 #include <QFile>
 #include <QTimer>
 #include <array>
+#include <optional>
 #include <utility>
 
-#include "dialogs/assignment/clsDialoge.h"
+#include "component/Zuordnungsweg.h"
 #include "dialogs/search/frm_BilderSuchen.h"
 #include "platform/basic/Windows1252.h"
 #include "store/BasZuordnungen.h"
@@ -55,10 +56,22 @@ class Schauplatz::Fenster final : public oberflaeche::Meldungsfenster {
     }
     // The library's own words before the dialog's.
     if (meldung.Text.contains(u"GDI+ Error"_s)) return oberflaeche::Antwort::OK;
+    if (const auto antwort = antworte_dem_Weg(meldung)) return *antwort;
     unbekannte.append(meldung.Text);
     return meldung.Auswahl == oberflaeche::Knoepfe::OK ? oberflaeche::Antwort::OK : oberflaeche::Antwort::Nein;
   }
+  /// What the host's road says; no box of its own but the question whether to open at all is answered by a step.
+  std::optional<oberflaeche::Antwort> antworte_dem_Weg(const oberflaeche::Meldung& meldung) {
+    if (meldung.Titel != u"Bildzuordnung"_s) return std::nullopt;
+    gesagt.append(meldung.Text);
+    if (meldung.Auswahl == oberflaeche::Knoepfe::OK) return oberflaeche::Antwort::OK;
+    if (meldung.Text.contains(u"Trotzdem öffnen?"_s)) return oberflaeche::Antwort::Ja;
+    if (meldung.Text.contains(u"noch einmal öffnen?"_s) || meldung.Text.contains(u"Noch einmal versuchen?"_s))
+      return oberflaeche::Antwort::Nein;
+    return std::nullopt;
+  }
   QList<Kasten> kaesten;
+  QStringList gesagt;
   QStringList unbekannte;
   schritt::Antwort sichern = schritt::Antwort::Ja;
   schritt::Antwort namen = schritt::Antwort::Ja;
@@ -73,8 +86,19 @@ class Schauplatz::Core final : public KVOCore {
   QStringList berichte;
 };
 
+class Schauplatz::Anwendung final : public Anwendungsobjekt {
+ public:
+  explicit Anwendung(const Pruefdatenbank& db) : db_(db) {}
+  QString ConnectStringDB() const override { return db_.verbindungszeichenfolge(); }
+  std::shared_ptr<adodb::Connection> ConnectionDB() const override { return db_.verbindung(); }
+
+ private:
+  const Pruefdatenbank& db_;
+};
+
 Schauplatz::Schauplatz()
-    : kasten_(std::make_shared<Fenster>()),
+    : anwendung_(std::make_shared<Anwendung>(db_)),
+      kasten_(std::make_shared<Fenster>()),
       kasten_vorher_(oberflaeche::setze(kasten_)),
       core_(std::make_shared<Core>()),
       core_vorher_(KVOCore::setze(core_)),
@@ -191,6 +215,10 @@ QList<Kasten> Schauplatz::hole_Kaesten(QStringList& maengel) {
   return std::exchange(kasten_->kaesten, {});
 }
 
+QStringList Schauplatz::hole_Gesagtes() {
+  return std::exchange(kasten_->gesagt, {});
+}
+
 void Schauplatz::beantworte(schritt::Antwort sichern, schritt::Antwort namen) {
   kasten_->sichern = sichern;
   kasten_->namen = namen;
@@ -203,9 +231,7 @@ void Schauplatz::stelle_Uhr(const QDateTime& zeit) {
 // ── The dialogs ─────────────────────────────────────────────────────────────────────────────────────────────────────
 
 void Schauplatz::gehe(const std::function<void(frm_BildZuordnung&)>& waehrend) {
-  const auto sammlung = std::make_shared<clsBildZuordnungen>();
-  sammlung->Init(db_.verbindungszeichenfolge(), db_.verbindung(), {});
-  sammlung->FKT_LeseBilder(u"RE"_s, u"1"_s, {}, {}, {}, {}, u"BEL"_s, {}, {});
+  kasten_->gesagt.clear();
   QTimer takt;
   QObject::connect(&takt, &QTimer::timeout, qApp, [&] {
     auto* const form = dynamic_cast<frm_BildZuordnung*>(QApplication::activeModalWidget());
@@ -216,17 +242,7 @@ void Schauplatz::gehe(const std::function<void(frm_BildZuordnung&)>& waehrend) {
     if (form->isVisible()) form->Hide();
   });
   takt.start(0);
-  clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(nullptr, u"P:"_s, u"Belege\\1"_s, sammlung, u"BEL"_s, {}, u"Rechnung 1"_s);
-  for (std::int32_t i = 0; i < sammlung->AnzahlPos(); ++i) {
-    sammlung->AktInd(i);
-    // The dialog writes only rows that were touched; beside a gap in the stored order their numbers would not do.
-    sammlung->Bild_SortIndex(i);
-    sammlung->Bild_Changeflag(true);
-    if (!sammlung->Bild_Neu()) continue;
-    sammlung->Bild_Key1(u"RE"_s);
-    sammlung->Bild_Key2(u"1"_s);
-  }
-  sammlung->FKT_SpeichernBilder();
+  Zuordnungsweg(anwendung_, u"P:"_s).gehe({u"RE"_s, u"1"_s, {}, {}, u"BEL"_s, {}, u"Belege\\1"_s, u"Rechnung 1"_s});
 }
 
 void Schauplatz::suche(frm_BildZuordnung& form, const QString& ordner, const QStringList& namen) {

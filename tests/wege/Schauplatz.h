@@ -28,6 +28,8 @@ class Schauplatz {
 
   /// What was told since the last question; reports of failures stand among the faults.
   QList<Kasten> hole_Kaesten(QStringList& maengel);
+  /// What the host's road told the user since the last question.
+  QStringList hole_Gesagtes();
   void beantworte(schritt::Antwort sichern, schritt::Antwort namen);
 
   void stelle_Uhr(const QDateTime& zeit);
@@ -47,12 +49,14 @@ class Schauplatz {
 
  private:
   class Fenster;
+  class Anwendung;
   class Core;
   void lies_Tabelle(Bestand& bestand, QStringList& maengel);
 
   Bildwurzel wurzel_;
   Testordner beiseite_;
   Pruefdatenbank db_;
+  std::shared_ptr<Anwendung> anwendung_;
   std::shared_ptr<Fenster> kasten_;
   std::shared_ptr<oberflaeche::Meldungsfenster> kasten_vorher_;
   std::shared_ptr<Core> core_;
