@@ -1,6 +1,7 @@
 #include "component/weg/Ungespeichertes.h"
 
 #include <QStringList>
+#include <algorithm>
 
 #include "component/weg/Meldung.h"
 #include "store/Dialogspur.h"
@@ -38,6 +39,10 @@ void trage_ein(clsBildZuordnungen& bilder, Zuordnungsweg::Ergebnis& ergebnis) {
   QStringList betroffene = namen(*spur);
   if (betroffene.isEmpty()) betroffene.append(QString());
   for (const QString& name : betroffene) {
+    // A new picture whose copy failed is counted for that.
+    const bool genannt = std::any_of(ergebnis.bilder.begin(), ergebnis.bilder.end(),
+                                     [&](const Zuordnungsweg::Bild& bild) { return bild.name == name; });
+    if (genannt) continue;
     ergebnis.bilder.push_back({name, Zuordnungsweg::Verbleib::Nicht_gespeichert, u"Im Dialog nicht gespeichert."_s});
     ++ergebnis.nicht_geschrieben;
   }

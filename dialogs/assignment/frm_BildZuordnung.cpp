@@ -194,6 +194,8 @@ void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
   Zelle(zeile, spalte::SortIndex, std::int32_t{b.Bild_SortIndex()});
   Spur(zeile).dateiname = b.Bild_Bildname();
   Spur(zeile).dateipfad = b.Bild_Pfad();
+  // A copy that was read again may be turned or edited by now: its size says nothing any more.
+  Spur(zeile).groesse = -1;
   lade_Text(zeile);
   lade_Anwesenheit(zeile);
   Zelle(zeile, spalte::NameDoppelt, false);

@@ -56,6 +56,21 @@ TEST_F(Behalten, ANewPictureStaysNewHoweverOftenTheDialogSaves) {
   EXPECT_EQ(gespeichert(), (QStringList{u"a|0|<NULL>"_s, neu(u"foto"_s) + u"|1|xy"_s}));
 }
 
+TEST_F(Behalten, ANewPictureThatIsTurnedAfterItsCopyIsNotHeldAgainstItsSource) {
+  zeige([&] {
+    nimm_auf(u"foto"_s);
+    form().SetzeDatenGeaendert(true);
+    klicke(form().Pic_Thumb(1));
+    form().Bild_Drehen(u"JpgTransformRotate90"_s);
+    klicke(form().SSC_Drehen90);
+    EXPECT_EQ(namen(), neu(u"foto"_s));
+    tippe(form().txt_BildText, u"x"_s);
+    speichere();
+  });
+  EXPECT_EQ(Sammlungszugriff::spur(*store)->bilder.front().groesse, -1);
+  EXPECT_EQ(sammlung(), QStringList{neu(u"foto"_s) + u"|Belege\\1|1|1|0"_s});
+}
+
 TEST_F(Behalten, TheOrderOfTheStripStandsAfterReadingAgain) {
   fuege_Bilder_ein(3);
   zeige([&] {
