@@ -1,5 +1,7 @@
 #include "tests/wege/BenannteWege.h"
 
+#include <ostream>
+
 using namespace Qt::Literals::StringLiterals;
 using namespace schritt;
 
@@ -12,6 +14,10 @@ const Haenge_an Hochkomma_und_Foto{u"Anders"_s, {u"Müller's ß.jpg"_s, u"foto.j
 const Haenge_an Eigener_Ordner{u"Belege/1"_s, {u"lager.jpg"_s}};
 
 }  // namespace
+
+void PrintTo(const BenannterWeg& weg, std::ostream* os) {
+  *os << weg.name;
+}
 
 const std::vector<BenannterWeg>& benannte_Wege() {
   static const std::vector<BenannterWeg> wege{

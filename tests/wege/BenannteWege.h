@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <vector>
 
 #include "tests/wege/Schritte.h"
@@ -9,5 +10,8 @@ struct BenannterWeg {
   const char* name;
   Weg weg;
 };
+
+/// gtest prints the name alone.
+void PrintTo(const BenannterWeg& weg, std::ostream* os);
 
 const std::vector<BenannterWeg>& benannte_Wege();

@@ -16,7 +16,6 @@ constexpr QSize Groesse(32, 16);
 
 QByteArray kommentar(int bild) {
   const QByteArray text = "Bild " + QByteArray::number(bild);
-  const QByteArray laenge{2, '\0'};
   QByteArray segment("\xff\xfe", 2);
   segment += '\0';
   segment += static_cast<char>(text.size() + 2);

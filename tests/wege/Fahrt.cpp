@@ -47,6 +47,7 @@ Fahrt::Fahrt(Schauplatz& schauplatz, const Weg& weg) : schauplatz_(schauplatz), 
 QStringList Fahrt::fahre() {
   schauplatz_.richte_ein(modell_.welt);
   schauplatz_.stelle_Uhr(modell_.zeit);
+  for (const Bildinhalt& inhalt : std::as_const(modell_.welt.bilder)) bilder_.insert(inhalt.bild);
   while (naechster_ < weg_.schritte.size() && maengel_.isEmpty())
     if (ausserhalb(weg_.schritte[naechster_]))
       fuehre_aus(weg_.schritte[naechster_++]);
@@ -122,6 +123,25 @@ void Fahrt::vergleiche_Bestand() {
   const Bestand ist = schauplatz_.bestand(gefunden);
   gefunden += unterschiede(modell_.welt.bestand(), ist);
   for (const QString& text : gefunden) mangel(text);
+  pruefe_Verluste(ist);
+}
+
+// True whatever the model says: a picture is somewhere, and a row has a file.
+void Fahrt::pruefe_Verluste(const Bestand& ist) {
+  QSet<int> da;
+  QSet<QString> pfade;
+  for (const auto* dateien : {&ist.bilder, &modell_.verschwundene()})
+    for (auto i = dateien->begin(); i != dateien->end(); ++i) {
+      da.insert(i.value().bild);
+      pfade.insert(i.key().toLower());
+    }
+  for (const int bild : bilder_)
+    if (!da.contains(bild)) mangel(u"Bild %1 gibt es nicht mehr"_s.arg(bild));
+  for (const QString& zeile : ist.zeilen.value(u"1"_s)) {
+    const QStringList teile = zeile.split(u'|');
+    const QString pfad = QString(teile[2]).replace(u'\\', u'/') + u'/' + teile[0] + u'.' + teile[1];
+    if (!pfade.contains(pfad.toLower())) mangel(u"die Zeile zeigt auf nichts: "_s + pfad);
+  }
 }
 
 // ── The strip ───────────────────────────────────────────────────────────────────────────────────────────────────────

@@ -23,6 +23,7 @@ class Fahrt {
   void vergleiche_Strip();
   void vergleiche_Kaesten();
   void vergleiche_Bestand();
+  void pruefe_Verluste(const Bestand& ist);
   void mangel(const QString& text);
 
   void tu(const schritt::Haenge_an& s);
@@ -60,5 +61,7 @@ class Fahrt {
   std::size_t naechster_ = 0;
   frm_BildZuordnung* form_ = nullptr;
   QString gerade_;
+  /// Numbers of all pictures that a clerk has.
+  QSet<int> bilder_;
   QStringList maengel_;
 };

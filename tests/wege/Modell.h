@@ -82,6 +82,8 @@ class Modell {
   bool ist_getrennt() const { return !ordner_da_; }
   /// Everything comes back but what has been replaced in between; gives the paths of what did.
   QStringList kehre_zurueck();
+  /// What lies aside at the moment, by path.
+  const QMap<QString, Bildinhalt>& verschwundene() const { return verschwundene_; }
   void stoere(const QString& datei) { gestoert_.insert(datei); }
   bool ist_gestoert(const QString& datei) const { return gestoert_.contains(datei); }
   /// Path of the stamped name that the row would get now.
