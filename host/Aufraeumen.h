@@ -12,12 +12,12 @@
 class Aufraeumen {
  public:
   /// `wurzel` is the picture root, `start` the folder to begin at, the root itself or one below it; both paths of the
-  /// table without a closing backslash. The store is bound to that connection and stays the caller's.
+  /// table; closing backslashes are cut off. The store is bound to that connection and stays the caller's.
   Aufraeumen(clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel, QString start);
 
   /// What would go. Ends with Abbruch: Ausgang::Datei where the start is missing, or the root is empty though the table
-  /// names pictures (a share that is not mounted); Ausgang::Datenbank where the table can't be asked, or
-  /// refused a single answer though no apostrophe stood in the question.
+  /// names pictures (a share that is not mounted), or a picture can't be asked for because of an apostrophe in its name
+  /// or folder; Ausgang::Datenbank where the table can't be asked, or refused a single answer.
   Aufraeumliste liste();
   /// Deletes what is on the list and nothing else, if it is still the one that was shown; otherwise ends with Abbruch,
   /// Ausgang::Teilweise, and nothing is deleted. Gives the paths that did not go, as shown.
@@ -33,6 +33,7 @@ class Aufraeumen {
 
  private:
   bool hat_Zeilen() const;
+  void pruefe_Namen() const;
   /// The file lies directly in the root, where none is ever found in the table.
   bool liegt_in_der_Wurzel(const Aufraeumposten& posten) const;
 

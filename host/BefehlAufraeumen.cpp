@@ -68,7 +68,7 @@ Befehl befehle::aufraeumen() {
           u"bleibt; ein Name mit mehreren zählt nur bis vor den zweiten; eine Textdatei gehört zu einem Bild mit\n"_s
           u"dreistelliger Endung, alle anderen gehen. Was unmittelbar in der Bildablage liegt, geht immer: Mit\n"_s
           u"--ordner beginnt das Aufräumen tiefer. Mit --json steht je Zeile „pfad“, „art“ (datei, ordner) und\n"_s
-          u"„grund“ (ohne_zuordnung, abfrage_gescheitert, text_ohne_bild, leerer_ordner)."_s,
+          u"„grund“ (ohne_zuordnung, text_ohne_bild, leerer_ordner)."_s,
           {{u"probe"_s, {}, u"zeigt nur, was ginge"_s},
            {u"ja"_s, {}, u"löscht ohne Frage"_s},
            {u"ordner"_s, u"PFAD"_s, u"Ordner unter der Bildablage, in dem das Aufräumen beginnt"_s},

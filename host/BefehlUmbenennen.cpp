@@ -1,5 +1,6 @@
 #include "host/Ausgabe.h"
 #include "host/Befehle.h"
+#include "host/Hochkomma.h"
 #include "host/Sitzung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
@@ -53,6 +54,11 @@ void pruefe_zeilen(Sitzung& sitzung, const Vorhaben& u) {
   if (!sitzung.lies(u.pfad, u.alt))
     throw Abbruch(Ausgang::Teilweise, u"Auf „%1“ im Ordner „%2“ zeigt keine Zuordnung."_s.arg(u.alt.datei(), u.pfad));
   if (nur_schreibung) return;
+  // Each record is asked for by its keys, which may come from another program.
+  for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
+    store.AktInd(i);
+    hochkomma::pruefe_Kennung(*store.AktBildObj);
+  }
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
     if (store.FKT_BilderVorhanden(store.Bild_Key1(), store.Bild_Key2(), store.Bild_Key3(), store.Bild_Key4(),

@@ -2,6 +2,7 @@
 
 #include "host/Anmeldung.h"
 #include "host/Ausgabe.h"
+#include "host/Hochkomma.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -136,7 +137,19 @@ std::vector<std::int32_t> Sitzung::zeilen_von(const namen::Bilddatei& bild) {
   return zeilen;
 }
 
+/// Nothing is sent where one of the rows could not be: a part of them would be written and the rest widened or broken.
+void Sitzung::pruefe_gekennzeichnete() {
+  for (std::int32_t i = 0; i < store_->AnzahlPos(); ++i) {
+    store_->AktInd(i);
+    if (store_->Bild_Delete())
+      hochkomma::pruefe_Kennung(*store_->AktBildObj);
+    else if (store_->Bild_Changeflag())
+      hochkomma::pruefe_Zeile(*store_->AktBildObj);
+  }
+}
+
 Zuordnungsweg::Ergebnis Sitzung::speichere(const Datensatz& satz) {
+  pruefe_gekennzeichnete();
   const Zuordnungsweg::Vorgang vorgang{satz.key1, satz.key2, satz.key3, satz.key4, satz.typ1, satz.typ2, {}, {}};
   Zuordnungsweg::Ergebnis ergebnis =
       Zuordnungsweg(std::make_shared<Anwendung>(*this), u"P:"_s).speichere(store_, vorgang);

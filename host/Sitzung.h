@@ -50,13 +50,15 @@ class Sitzung {
   namen::Bilddatei aktuelles_bild() const { return {store_->Bild_Bildname(), store_->Bild_BildExt()}; }
 
   /// Writes what is flagged of a record and asks the table what became of it; what is to be said of single pictures
-  /// goes to standard error.
+  /// goes to standard error. Where a flagged row holds an apostrophe that would stand in a statement as it is, nothing
+  /// is sent and it ends with Abbruch, Ausgang::Datenbank.
   Zuordnungsweg::Ergebnis speichere(const Datensatz& satz);
 
  private:
   class Core;
   class Anwendung;
   bool lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad);
+  void pruefe_gekennzeichnete();
   std::int32_t berichte() const;
 
   std::shared_ptr<Core> core_;

@@ -140,7 +140,8 @@ class KVO_EXPORT clsBildZuordnungen {
   /// fail: they are told, the flags of their rows stand on, and the result is True all the same. Cursor on row 0.
   bool FKT_SpeichernBilder();
   /// Deletes all rows that match, independent of the collection. Without any condition nothing is sent and the result
-  /// is True.
+  /// is True. Values stand in the text as they are, here and in every other statement: one like A' or '1'='1 widens the
+  /// delete to other records, so a host must refuse an apostrophe before it gets here.
   bool FKT_DeleteBilder(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
                         const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
                         const QString& pWhereAllg);

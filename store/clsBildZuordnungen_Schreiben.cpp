@@ -40,7 +40,7 @@ QString clsBildZuordnungen::Aufbau_Key_Where(const QString& pKey1, const QString
         const auto haenge_an = [&](const QString& bedingung) {
           where += (where.isEmpty() ? QString() : u" and "_s) + bedingung;
         };
-        // Nothing is quoted: an apostrophe must break the statement.
+        // Nothing is quoted: an apostrophe breaks the statement or becomes a part of its condition.
         for (const auto& [spalte, wert] : teile)
           if (!wert->isEmpty()) haenge_an(QString::fromUtf16(spalte) + u" = "_s + in_Hochkommas(*wert));
         if (!pWhere.isEmpty()) haenge_an(pWhere);

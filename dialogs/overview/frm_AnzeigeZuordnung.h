@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "dialogs/overview/Zuordnungslauf.h"
+#include "dialogs/overview/Artikelzuordnung.h"
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/Bildfeld.h"
 #include "platform/forms/Flaechen.h"
@@ -103,13 +103,14 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   std::shared_ptr<clsArtikelManagerSQL> neuer_Artikelmanager() const;
   void lade_Vorschau(std::int32_t zeile);
   void frage_und_speichere();
-  void ordne_zu(Zuordnungslauf& lauf, std::int32_t artikelzeile);
-  void ordne_Bild_zu(Zuordnungslauf& lauf, std::int32_t zeile, const QString& artikelnummer, const QString& zielordner);
-  Zuordnungslauf::Bild Bild_der_Zeile(std::int32_t zeile) const;
-  bool ist_einziges(const Zuordnungslauf::Bild& bild) const;
-  Zuordnungslauf::Platz Platz_von(const QString& ziel, const QString& name, const Zuordnungslauf::Bild& bild,
-                                  bool zugeordnet) const;
-  void kopiere(const Zuordnungslauf::Bild& bild, const QString& ziel, const QString& name, bool schonend);
+  void ordne_zu(Artikelzuordnung& lauf, std::int32_t artikelzeile);
+  void ordne_Bild_zu(Artikelzuordnung& lauf, std::int32_t zeile, const QString& artikelnummer,
+                     const QString& zielordner);
+  Artikelzuordnung::Bild Bild_der_Zeile(std::int32_t zeile) const;
+  bool ist_einziges(const Artikelzuordnung::Bild& bild) const;
+  Artikelzuordnung::Platz Platz_von(const QString& ziel, const QString& name, const Artikelzuordnung::Bild& bild,
+                                    bool zugeordnet) const;
+  void kopiere(const Artikelzuordnung::Bild& bild, const QString& ziel, const QString& name, bool schonend);
   void uebernimm_Angaben(std::int32_t zeile);
   XArrayDBObject& Zuordnungen() const;
   XArrayDBObject& Artikel() const;

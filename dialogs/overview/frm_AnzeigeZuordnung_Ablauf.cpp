@@ -238,7 +238,7 @@ void frm_AnzeigeZuordnung::frage_und_speichere() {
     pNeuObj = std::make_shared<clsBildZuordnungen>();
     pNeuObj->Init(pAppObj->ConnectStringDB(), pAppObj->ConnectionDB(), pGL_jmtVerarbeitungsdatum);
     pNeuObj->FKT_Neu();
-    Zuordnungslauf lauf;
+    Artikelzuordnung lauf;
     for (std::int32_t j = 0; j <= Artikel().UpperBound(Dimension::Zeilen); ++j) ordne_zu(lauf, j);
     // Until here no row was written.
     pNeuObj->FKT_SpeichernBilder();
@@ -246,7 +246,7 @@ void frm_AnzeigeZuordnung::frage_und_speichere() {
   });
 }
 
-void frm_AnzeigeZuordnung::ordne_zu(Zuordnungslauf& lauf, std::int32_t artikelzeile) {
+void frm_AnzeigeZuordnung::ordne_zu(Artikelzuordnung& lauf, std::int32_t artikelzeile) {
   const QString lieferant = Artikeltext(artikelzeile, artikel::Lieferant);
   const QString ordner = u"Artikel\\"_s + (text::Trim(lieferant).isEmpty() ? u"Allg"_s : lieferant);
   for (std::int32_t i = 0; i <= Zuordnungen().UpperBound(Dimension::Zeilen); ++i)
@@ -255,12 +255,12 @@ void frm_AnzeigeZuordnung::ordne_zu(Zuordnungslauf& lauf, std::int32_t artikelze
 }
 
 // The table is asked for the name that the picture has; what this saving itself has assigned it does not know yet.
-void frm_AnzeigeZuordnung::ordne_Bild_zu(Zuordnungslauf& lauf, std::int32_t zeile, const QString& artikelnummer,
+void frm_AnzeigeZuordnung::ordne_Bild_zu(Artikelzuordnung& lauf, std::int32_t zeile, const QString& artikelnummer,
                                          const QString& zielordner) {
   using namespace uebersicht;
   const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
   const QString ziel = pRootpath + u'\\' + zielordner;
-  const Zuordnungslauf::Bild bild = Bild_der_Zeile(zeile);
+  const Artikelzuordnung::Bild bild = Bild_der_Zeile(zeile);
   const auto vorhanden = [&](const QString& name) {
     return pNeuObj->FKT_BilderVorhanden(artikelnummer, {}, {}, {}, name, bild.Endung, u"Art"_s, {}, {});
   };
@@ -285,7 +285,7 @@ void frm_AnzeigeZuordnung::ordne_Bild_zu(Zuordnungslauf& lauf, std::int32_t zeil
   pNeuObj->Bild_Changeflag(true);
 }
 
-Zuordnungslauf::Bild frm_AnzeigeZuordnung::Bild_der_Zeile(std::int32_t zeile) const {
+Artikelzuordnung::Bild frm_AnzeigeZuordnung::Bild_der_Zeile(std::int32_t zeile) const {
   using namespace uebersicht;
   const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
   const QString name = mod_BilderSuchen::Fkt_SplitFileName(wert(Datei), 2);
@@ -294,26 +294,26 @@ Zuordnungslauf::Bild frm_AnzeigeZuordnung::Bild_der_Zeile(std::int32_t zeile) co
 }
 
 /// No other marked picture has its name.
-bool frm_AnzeigeZuordnung::ist_einziges(const Zuordnungslauf::Bild& bild) const {
+bool frm_AnzeigeZuordnung::ist_einziges(const Artikelzuordnung::Bild& bild) const {
   for (std::int32_t i = 0; i <= Zuordnungen().UpperBound(Dimension::Zeilen); ++i)
     if (i != bild.Zeile && ist_True(Zuordnungen().Value(i, uebersicht::Marke)) &&
-        Zuordnungslauf::heissen_gleich(Bild_der_Zeile(i), bild))
+        Artikelzuordnung::heissen_gleich(Bild_der_Zeile(i), bild))
       return false;
   return true;
 }
 
-Zuordnungslauf::Platz frm_AnzeigeZuordnung::Platz_von(const QString& ziel, const QString& name,
-                                                      const Zuordnungslauf::Bild& bild, bool zugeordnet) const {
-  using Platz = Zuordnungslauf::Platz;
+Artikelzuordnung::Platz frm_AnzeigeZuordnung::Platz_von(const QString& ziel, const QString& name,
+                                                        const Artikelzuordnung::Bild& bild, bool zugeordnet) const {
+  using Platz = Artikelzuordnung::Platz;
   const QString datei = ziel + u'\\' + name + u'.' + bild.Endung;
-  if (Zuordnungslauf::sind_gleich(datei, bild.Datei)) return zugeordnet ? Platz::Zugeordnet : Platz::Frei;
+  if (Artikelzuordnung::sind_gleich(datei, bild.Datei)) return zugeordnet ? Platz::Zugeordnet : Platz::Frei;
   const QString text = ziel + u'\\' + bildnamen::textdatei(name, bild.Endung);
   const bool fremdes = pNeuObj->Fkt_FileExists(datei) || pNeuObj->Fkt_FileExists(text);
   return zugeordnet || fremdes ? Platz::Vergeben : Platz::Frei;
 }
 
 // Under its own name a picture spares what lies there. A copy that fails goes unnoticed, and its row is written.
-void frm_AnzeigeZuordnung::kopiere(const Zuordnungslauf::Bild& bild, const QString& ziel, const QString& name,
+void frm_AnzeigeZuordnung::kopiere(const Artikelzuordnung::Bild& bild, const QString& ziel, const QString& name,
                                    bool schonend) {
   const QString datei = name + u'.' + Zuordnungstext(bild.Zeile, uebersicht::Ext);
   // A numbered name is free, or holds this very picture.

@@ -287,6 +287,7 @@ void Hauptfenster::oeffne_Dialog(bool nur_Anzeige) {
   const Vorgang* gewaehlt = liste_->gewaehlt();
   if (!gewaehlt || dialog_offen_) return;
   const Vorgang vorgang = *gewaehlt;
+  if (!nur_Anzeige && !erlaubt_Bearbeiten(vorgang)) return;
   dialog_offen_ = true;
   const Laufergebnis ergebnis = lauf_.gehe(vorgang, nur_Anzeige);
   dialog_offen_ = false;

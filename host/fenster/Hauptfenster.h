@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "host/fenster/Arbeitsplatz.h"
+#include "host/fenster/Hochkommawache.h"
 #include "host/fenster/Vorschaulader.h"
 #include "host/fenster/Wirtskomponenten.h"
 #include "host/fenster/Zuordnungslauf.h"
@@ -60,9 +61,13 @@ class Hauptfenster final : public QMainWindow {
   void zeige_gewaehlten();
   void zeige_Ausfall(const QString& grund);
   void aktualisiere_Anzahlen();
+  /// None of the record's assignments holds an apostrophe, which the dialog would put into statements; one that does
+  /// was told.
+  bool erlaubt_Bearbeiten(const Vorgang& vorgang);
   void erlaube_Aktionen(bool erlaubt);
 
   Wirtskomponenten komponenten_;
+  Hochkommawache wache_;
   Arbeitsplatz platz_;
   Zuordnungslauf lauf_;
   Vorschaulader vorschau_;

@@ -1,6 +1,7 @@
 // What the window does with the assignments of a record beside its dialog: all of a picture's, and further ones.
 #include "dialogs/assignment/clsDialoge.h"
 #include "host/Ausgang.h"
+#include "host/Hochkomma.h"
 #include "host/fenster/Bildsammlung.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Vorgangsansicht.h"
@@ -24,7 +25,28 @@ bool waehle_Bild(clsBildZuordnungen& store, const Vorschaubild& bild) {
   return false;
 }
 
+/// The record's assignments for a dialog that puts them into statements; ends with Abbruch where one can't be.
+std::shared_ptr<clsBildZuordnungen> lies_zum_Bearbeiten(const Arbeitsplatz& platz, const Vorgang& vorgang) {
+  const auto sammlung = lies_Bildsammlung(platz, vorgang);
+  hochkomma::pruefe_Zeilen(*sammlung);
+  return sammlung;
+}
+
 }  // namespace
+
+bool Hauptfenster::erlaubt_Bearbeiten(const Vorgang& vorgang) {
+  std::shared_ptr<clsBildZuordnungen> sammlung;
+  // What keeps the record from being read is told by the road itself.
+  if (!gelingt([&] { sammlung = lies_Bildsammlung(platz_, vorgang); })) return true;
+  try {
+    hochkomma::pruefe_Zeilen(*sammlung);
+    return true;
+  } catch (const Abbruch& abbruch) {
+    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
+    melde(abbruch.text());
+    return false;
+  }
+}
 
 void Hauptfenster::zeige_AlleZuordnungen() {
   const Vorschaubild* gewaehltes = ansicht_->lst_Bilder->gewaehltes();
@@ -37,7 +59,7 @@ void Hauptfenster::zeige_AlleZuordnungen() {
   try {
     // A missing root shows as missing files only; the assignments are there all the same.
     static_cast<void>(platz_.wurzel_fehlt());
-    const auto sammlung = lies_Bildsammlung(platz_, vorgang);
+    const auto sammlung = lies_zum_Bearbeiten(platz_, vorgang);
     clsBildZuordnungen& store = *sammlung;
     if (!waehle_Bild(store, bild))
       throw Abbruch(Ausgang::Datenbank, u"Das Bild ist dem Vorgang nicht mehr zugeordnet."_s);
@@ -70,7 +92,7 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   }
   dialog_offen_ = true;
   try {
-    const auto sammlung = lies_Bildsammlung(platz_, vorgang);
+    const auto sammlung = lies_zum_Bearbeiten(platz_, vorgang);
     clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(
         platz_.anwendungsobjekt(), sammlung, platz_.wurzel(), vorgang::bildordner(vorgang), vorgang.satz.key1,
         vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4, vorgang.satz.typ1, vorgang.satz.typ2,

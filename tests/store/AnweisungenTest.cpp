@@ -144,6 +144,50 @@ TEST_F(Anweisungen, AnApostropheArrivesAsItIsAndBreaksTheStatementThere) {
   EXPECT_EQ(texte[3], u"Delete from Bild_Zuordnungen  where Key2 = 'O'Neil'"_s);
 }
 
+TEST_F(Anweisungen, AnApostropheInAnyKeyArgumentBreaksEachStatement) {
+  static const QStringList Spalten{u"Key1"_s,     u"Key2"_s,    u"Key3"_s, u"Key4"_s,
+                                   u"Bildname"_s, u"BildExt"_s, u"Typ1"_s, u"Typ2"_s};
+  for (qsizetype i = 0; i < Spalten.size(); ++i) {
+    SCOPED_TRACE(Spalten[i].toStdString());
+    Angaben a;
+    a[static_cast<std::size_t>(i)] = u"O'Neil"_s;
+    const QString where = u" where "_s + Spalten[i] + u" = 'O'Neil'"_s;
+    for (const bool mit_Ordnung : {true, false}) {
+      EXPECT_FALSE(lies(a, mit_Ordnung));
+      erwarte_Bericht(u"clsBildZuordnungen"_s, u"FKT_LeseBilder"_s, -2147217900);
+    }
+    EXPECT_FALSE(store.FKT_BilderVorhanden(a[0], a[1], a[2], a[3], a[4], a[5], a[6], a[7], a[8]));
+    erwarte_Bericht(u"clsBildZuordnungen"_s, u"FKT_BilderVorhanden"_s, -2147217900);
+    EXPECT_FALSE(store.FKT_DeleteBilder(a[0], a[1], a[2], a[3], a[4], a[5], a[6], a[7], a[8]));
+    erwarte_Bericht(u"basZuordnungen"_s, u"CmdSql"_s, -2147217900);
+    EXPECT_EQ(db.angekommen(), (QStringList{u"Select * from Bild_Zuordnungen "_s + where + u"order by SortIndex"_s,
+                                            u"Select * from Bild_Zuordnungen "_s + where,
+                                            u"Select Top 1 Key1 from Bild_Zuordnungen "_s + where,
+                                            u"Delete from Bild_Zuordnungen "_s + where}));
+  }
+  for (const bool fuer_Projekt : {true, false}) {
+    EXPECT_FALSE(store.FKT_LeseBilder_FuerKunde_Projekt(u"O'Neil"_s, fuer_Projekt));
+    erwarte_Bericht(u"clsBildZuordnungen"_s, u"FKT_LeseBilder_FuerKunde_Projekt"_s, -2147217900);
+  }
+}
+
+TEST_F(Anweisungen, AnApostropheInAnyWrittenFieldButTheDescriptionBreaksInsertAndUpdate) {
+  using K = clsBilderSpeicher;
+  for (const auto feld :
+       {&K::Bild_Key1, &K::Bild_Key2, &K::Bild_Key3, &K::Bild_Key4, &K::Bild_Bildname, &K::Bild_BildExt, &K::Bild_Typ1,
+        &K::Bild_Typ2, &K::Bild_Pfad, &K::Bild_GrafikAnbNr, &K::Bild_Grafik_Ursprung}) {
+    neues_Bild(u"x"_s);
+    (*store.AktBildObj).*feld = u"O'Neil"_s;
+    for (const bool neu : {true, false}) {
+      store.Bild_Neu(neu);
+      EXPECT_TRUE(gespeichert().startsWith(neu ? u"insert"_s : u"UPDATE"_s));
+      erwarte_Bericht(u"basZuordnungen"_s, u"CmdSql"_s, -2147217900);
+      EXPECT_TRUE(store.Bild_Changeflag());
+    }
+  }
+  EXPECT_EQ(db.anzahl(), 0);
+}
+
 TEST_F(Anweisungen, TheReadOfACustomerOrAProject) {
   const QString anfang =
       u"SELECT TOP 100 PERCENT dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, dbo.Bild_Zuordnungen.Key3, "

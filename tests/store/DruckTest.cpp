@@ -46,6 +46,7 @@ TEST_F(Druck, WithASideOfZeroTheGivenValueComesBack) {
   EXPECT_EQ(store.Fkt_GetHoehe_Picture(200, 100, 7, 0), 7);
   EXPECT_EQ(store.Fkt_GetBreite_Picture(200, 100, 0, 9), 9);
   EXPECT_EQ(store.Fkt_GetBreite_Picture(0, 100, 30, 9), 9);
+  EXPECT_EQ(store.Fkt_GetBreite_Picture(200, 0, 30, 9), 9);
 }
 
 TEST_F(Druck, ALoadedPictureTellsItsSizeAndLivesOn) {

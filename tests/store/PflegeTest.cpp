@@ -129,6 +129,22 @@ TEST_F(Aufraeumen, AHostThatStartsOneLevelLowerKeepsTheRootsPictures) {
   EXPECT_TRUE(fragen_der_Liste.first().endsWith(u"and Bildpfad = 'Allg\\Tief'"_s));
 }
 
+// The folder is handed on as it was given, and no row has one that ends so. Hosts must cut it off.
+TEST_F(Aufraeumen, AClosingBackslashAtTheStartMakesEveryPictureBelowAFreeOne) {
+  lege({"Allg/a.jpg", "Allg/Tief/b.jpg"});
+  ordne_zu(u"Allg"_s, u"a"_s, u"jpg"_s);
+  ordne_zu(u"Allg\\Tief"_s, u"b"_s, u"jpg"_s);
+  const Aufraeumliste mit = store.FKT_Liste_Bild_Ohne_Zuordnung(u"P:\\Allg\\"_s, u"P:"_s);
+  EXPECT_EQ(gelesen(), (QStringList{u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'b' and BildExt = 'jpg' "
+                                    "and Bildpfad = 'Allg\\\\Tief'"_s,
+                                    u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'a' and BildExt = 'jpg' "
+                                    "and Bildpfad = 'Allg\\'"_s}));
+  qsizetype bilder = 0;
+  for (const Aufraeumposten& p : mit.Posten) bilder += p.ist_Ordner() ? 0 : 1;
+  EXPECT_EQ(bilder, 2);
+  EXPECT_TRUE(store.FKT_Liste_Bild_Ohne_Zuordnung(u"P:\\Allg"_s, u"P:"_s).Posten.empty());
+}
+
 TEST_F(Aufraeumen, ATextWithoutItsPictureGoes) {
   lege({"Allg/bleibt", "Allg/cjpg.txt", "Allg/notes.txt"});
   EXPECT_EQ(raeume_auf(), (QStringList{u"Allg/"_s, u"Allg/bleibt"_s}));

@@ -213,6 +213,45 @@ TEST(Satz, ACloneTakesTheWorksOrdersNumberAndLeavesFlagsTextAndOrderOut) {
   EXPECT_EQ(neu.Bild_Key3, u"-5"_s);
 }
 
+TEST(Satz, ACloneTakesEachOfItsSixteenFieldsFromTheSameFieldOfTheOther) {
+  using K = clsBilderSpeicher;
+  const QList<QString K::*> texte{&K::Bild_Key1,         &K::Bild_Key2,        &K::Bild_Key3,
+                                  &K::Bild_Key4,         &K::Bild_Bildname,    &K::Bild_BildExt,
+                                  &K::Bild_Typ1,         &K::Bild_Typ2,        &K::Bild_Pfad,
+                                  &K::Bild_Beschreibung, &K::Bild_GrafikAnbNr, &K::Bild_Grafik_Ursprung};
+  const QList<bool K::*> flags{&K::Bild_NeueSeite, &K::Bild_AlsAnhang, &K::Bild_DruckGesamteSeite, &K::Bild_Drucken};
+  ASSERT_EQ(texte.size() + flags.size(), 16);
+  for (const auto gesetzt : flags) {
+    K alt;
+    for (qsizetype i = 0; i < texte.size(); ++i) alt.*texte[i] = u"Wert %1"_s.arg(i);
+    alt.*gesetzt = true;
+    K neu;
+    // What the copy held before must go, whatever the other holds.
+    for (const auto text : texte) neu.*text = u"vorher"_s;
+    for (const auto flag : flags) neu.*flag = !(alt.*flag);
+    EXPECT_TRUE(neu.Fkt_Clone(alt, -1));
+    for (qsizetype i = 0; i < texte.size(); ++i) EXPECT_EQ(neu.*texte[i], u"Wert %1"_s.arg(i));
+    for (const auto flag : flags) EXPECT_EQ(neu.*flag, flag == gesetzt);
+  }
+  // Empty values are taken as well, and a number for the third key changes no other field.
+  K neu;
+  for (const auto text : texte) neu.*text = u"vorher"_s;
+  EXPECT_TRUE(neu.Fkt_Clone(K(), 32767));
+  for (const auto text : texte) EXPECT_EQ(neu.*text, text == &K::Bild_Key3 ? u"32767"_s : QString());
+}
+
+TEST(Satz, ACloneKeepsItsOwnPrintFlagsTextAndItsOwnPlace) {
+  clsBilderSpeicher alt;
+  alt.Bild_Druckkennzeichen = u"1111"_s;
+  alt.Bild_SortIndex = 5;
+  clsBilderSpeicher neu;
+  neu.Bild_Druckkennzeichen = u"0101"_s;
+  neu.Bild_SortIndex = 8;
+  EXPECT_TRUE(neu.Fkt_Clone(alt, -1));
+  EXPECT_EQ(neu.Bild_Druckkennzeichen, u"0101"_s);
+  EXPECT_EQ(neu.Bild_SortIndex, 8);
+}
+
 TEST_F(Sammlung, ACloneHasAllRowsNewAndChangedAndItsResultIsFalse) {
   clsBildZuordnungen alt;
   ASSERT_TRUE(alt.FKT_Neu());

@@ -334,3 +334,23 @@ TEST_F(Aktionen, ThePropertiesOfThePictureOpenAndClose) {
     EXPECT_TRUE(form().isVisible());
   });
 }
+
+TEST_F(Aktionen, AFailureOfThePropertiesIsReportedUnderTheNameOfTheSearchButton) {
+  fuege_Bilder_ein(1);
+  zeige([&] {
+    form().SSC_ExifInfo.Enabled(true);
+    const Variant pfad = form().Zelle(0, spalte::VollerPfad);
+    // What is no text can't be the name of a file.
+    form().Zelle(0, spalte::VollerPfad, Variant(std::make_shared<int>(1)));
+    mauszeiger().form(Zeigerform::Sanduhr);
+    klicke(form().SSC_ExifInfo);
+    form().Zelle(0, spalte::VollerPfad, pfad);
+    const auto berichte = core.hole();
+    ASSERT_EQ(berichte.size(), 1);
+    EXPECT_EQ(berichte[0].Modul, u"frm_BildZuordnung"_s);
+    EXPECT_EQ(berichte[0].Prozedur, u"SSC_BilderLaden_Click"_s);
+    EXPECT_EQ(berichte[0].Nummer, 13);
+    EXPECT_TRUE(berichte[0].MitMeldung);
+    EXPECT_EQ(mauszeiger().form(), Zeigerform::Standard);
+  });
+}

@@ -151,11 +151,22 @@ class H2Arbeit:
 
     def _frage(self, text: str) -> PgErgebnis:
         try:
-            return self._leitung.frage(text, self._wache)
+            return self._frage_im_Modus(text)
         except PgFehler as fehler:
             raise _uebersetzt(fehler) from fehler
         except (OSError, UnicodeError) as fehler:
             raise SqlFehler(maschine.ALLGEMEIN, f"H2: {fehler}") from fehler
+
+    def _frage_im_Modus(self, text: str) -> PgErgebnis:
+        try:
+            return self._leitung.frage(text, self._wache)
+        except PgFehler as fehler:
+            # Another session's login holds the whole database in the port's own mode for a moment, and that one does
+            # not know the type of our columns. Nothing was executed.
+            if "Unknown data type" not in fehler.text:
+                raise
+            self._leitung.frage("SET MODE MSSQLServer")
+            return self._leitung.frage(text, self._wache)
 
     def _mit_zeilen(self, text: str, antwort: PgErgebnis) -> Ergebnis:
         assert antwort.spalten is not None

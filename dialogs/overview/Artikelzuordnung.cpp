@@ -1,4 +1,4 @@
-#include "dialogs/overview/Zuordnungslauf.h"
+#include "dialogs/overview/Artikelzuordnung.h"
 
 #include <algorithm>
 
@@ -19,19 +19,19 @@ bool gleicher_Text(QStringView a, QStringView b) {
 
 }  // namespace
 
-bool Zuordnungslauf::sind_gleich(const QString& eine, const QString& andere) {
+bool Artikelzuordnung::sind_gleich(const QString& eine, const QString& andere) {
   return fehler::still_enden([&] {
     return dateien::FileLen(eine) == dateien::FileLen(andere) &&
            dateien::lies_alles(eine) == dateien::lies_alles(andere);
   });
 }
 
-bool Zuordnungslauf::heissen_gleich(const Bild& eines, const Bild& anderes) {
+bool Artikelzuordnung::heissen_gleich(const Bild& eines, const Bild& anderes) {
   return gleicher_Text(eines.Name, anderes.Name) && gleicher_Text(eines.Endung, anderes.Endung);
 }
 
-std::optional<QString> Zuordnungslauf::Name_fuer(const QString& artikel, const Bild& bild, bool einziges,
-                                                 const std::function<Platz(const QString&)>& platz) const {
+std::optional<QString> Artikelzuordnung::Name_fuer(const QString& artikel, const Bild& bild, bool einziges,
+                                                   const std::function<Platz(const QString&)>& platz) const {
   const auto traegt = [&](const Eintrag& e, const QString& name) {
     return gleicher_Text(e.Artikel, artikel) && gleicher_Text(e.Quelle.Endung, bild.Endung) &&
            gleicher_Text(e.Name, name);
@@ -55,6 +55,6 @@ std::optional<QString> Zuordnungslauf::Name_fuer(const QString& artikel, const B
   }
 }
 
-void Zuordnungslauf::merke(const QString& artikel, const Bild& bild, const QString& name) {
+void Artikelzuordnung::merke(const QString& artikel, const Bild& bild, const QString& name) {
   m_Eintraege.push_back({artikel, bild, name});
 }

@@ -7,7 +7,7 @@
 #include <vector>
 
 /// What one saving of "Anzeige der Zuordnungen" has assigned so far, and the table does not know yet.
-class Zuordnungslauf {
+class Artikelzuordnung {
  public:
   struct Bild {
     std::int32_t Zeile = 0;  ///< of the grid: the same row is the same picture
