@@ -281,7 +281,7 @@ void Fahrt::tu(const Merke_vor& s) {
 // A box about a name that is taken leads to its row.
 void Fahrt::nach_Kollision() {
   if (!modell_.kaesten.contains(Kasten::Doppelt) || !form().isVisible()) return;
-  if (form().AktZeile != modell_.gewaehlt() && form().AktZeile >= 0) modell_.waehle(form().AktZeile);
+  if (form().AktZeile >= 0) modell_.waehle(form().AktZeile);
 }
 
 void Fahrt::tu(const Aktualisiere& s) {
