@@ -52,10 +52,6 @@ class Vorbereitung {
     const auto ort = orte_.find(satz);
     return ort == orte_.end() ? nullptr : &spur_->bilder[*ort];
   }
-  /// Place in the dialog's strip, which counts new pictures that are not in the collection too.
-  std::size_t platz_von(const clsBilderSpeicher* satz, std::int32_t zeile) const {
-    return orte_.value(satz, static_cast<std::size_t>(zeile));
-  }
 
   /// A row that was never stored and shall not be needs no statement.
   void verwirf_nie_Gespeicherte() {
@@ -98,22 +94,48 @@ class Vorbereitung {
 
   /// The dialog numbers the rows that it saves by their place. A row that it leaves alone keeps its stored number,
   /// which differs from its place when rows before it were removed once: such rows are written too, or the order would
-  /// change.
+  /// change. The order is the collection's, which is that of the last save: the strip may have been sorted since.
   void fuehre_Reihenfolge_nach() {
-    bool geschrieben = spur_ && std::any_of(spur_->bilder.begin(), spur_->bilder.end(),
-                                            [](const Bildspur& bild) { return bild.ohne_Datei != nullptr; });
+    const auto neue = neue_ohne_Datei();
+    bool geschrieben = !neue.isEmpty();
     je_Zeile(bilder_, [&](std::int32_t) { geschrieben |= bilder_.Bild_Changeflag() || bilder_.Bild_Delete(); });
     if (!geschrieben) return;
     const std::vector<std::int64_t> gespeichert = Sammlungszugriff::gespeicherte_Reihenfolge(bilder_);
+    std::int64_t platz = 0;
+    const auto zaehle_neue_hinter = [&](const clsBilderSpeicher* satz) {
+      for (clsBilderSpeicher* neuer : neue.value(satz))
+        if (ist_Platz(platz)) neuer->Bild_SortIndex = static_cast<std::int16_t>(platz++);
+    };
+    zaehle_neue_hinter(nullptr);
     je_Zeile(bilder_, [&](std::int32_t i) {
-      if (bilder_.Bild_Changeflag() || bilder_.Bild_Delete() || bilder_.Bild_Neu()) return;
-      const std::size_t platz = platz_von(bilder_.AktBildObj.get(), i);
-      if (platz > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) return;
-      bilder_.Bild_SortIndex(static_cast<int>(platz));
-      if (gespeichert[static_cast<std::size_t>(i)] == static_cast<std::int64_t>(platz)) return;
-      bilder_.Bild_Changeflag(true);
-      nachgefuehrte_.insert(bilder_.AktBildObj.get(), true);
+      setze_Platz(platz++, gespeichert[static_cast<std::size_t>(i)]);
+      zaehle_neue_hinter(bilder_.AktBildObj.get());
     });
+  }
+
+  static bool ist_Platz(std::int64_t platz) { return platz <= std::numeric_limits<std::int16_t>::max(); }
+
+  void setze_Platz(std::int64_t platz, std::int64_t gespeicherter) {
+    const bool geaendert = bilder_.Bild_Changeflag();
+    if (bilder_.Bild_Delete() || (bilder_.Bild_Neu() && !geaendert) || !ist_Platz(platz)) return;
+    bilder_.Bild_SortIndex(static_cast<int>(platz));
+    if (geaendert || gespeicherter == platz) return;
+    bilder_.Bild_Changeflag(true);
+    nachgefuehrte_.insert(bilder_.AktBildObj.get(), true);
+  }
+
+  /// New pictures without a file, by the record that stands before them in the strip; none for the first ones.
+  QHash<const clsBilderSpeicher*, QList<clsBilderSpeicher*>> neue_ohne_Datei() const {
+    QHash<const clsBilderSpeicher*, QList<clsBilderSpeicher*>> neue;
+    if (!spur_) return neue;
+    const clsBilderSpeicher* vorher = nullptr;
+    for (const Bildspur& bild : spur_->bilder) {
+      if (bild.ohne_Datei)
+        neue[vorher].append(bild.ohne_Datei.get());
+      else if (Sammlungszugriff::platz(bilder_, bild.satz.get()) >= 0)
+        vorher = bild.satz.get();
+    }
+    return neue;
   }
 
   /// Rows of one identity: as soon as one of them is written, all are.

@@ -95,9 +95,12 @@ bool frm_BildZuordnung::frage_nach_Namen(bool& erledigt) {
 void frm_BildZuordnung::speichere_Zeilen() {
   bool erledigt = false;
   halte_leere_Namen();
+  // Before the renaming: a picture that stays is renamed with the others.
+  auflistbar_.clear();
+  for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
+    if (Ja(i, spalte::ZeileGeaendert)) pruefe_Fehlende(i);
   if (!frage_nach_Namen(erledigt)) return;
   ordne_Sammlung();
-  auflistbar_.clear();
   // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
@@ -128,7 +131,6 @@ void frm_BildZuordnung::pruefe_Fehlende(std::int32_t zeile) {
 }
 
 void frm_BildZuordnung::speichere_Zeile(std::int32_t zeile, bool namen_erledigt) {
-  pruefe_Fehlende(zeile);
   const bool entfernen = Ja(zeile, spalte::Entfernen);
   // A picture that leaves the record is not renamed on its way out, and one that never was in it does not get there.
   if (entfernen && !Ja(zeile, spalte::Gespeichert)) return;
