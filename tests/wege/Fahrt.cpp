@@ -128,7 +128,7 @@ void Fahrt::vergleiche_Bestand() {
 
 // True whatever the model says: a picture is somewhere, and a row has a file.
 void Fahrt::pruefe_Verluste(const Bestand& ist) {
-  QSet<int> da;
+  QSet<int> da = modell_.ersetzte();
   QSet<QString> pfade;
   for (const auto* dateien : {&ist.bilder, &modell_.verschwundene()})
     for (auto i = dateien->begin(); i != dateien->end(); ++i) {

@@ -223,7 +223,10 @@ void Modell::trenne() {
 QStringList Modell::kehre_zurueck() {
   QStringList alle;
   for (auto i = verschwundene_.begin(); i != verschwundene_.end(); ++i) {
-    if (!welt.finde(i.key()).isEmpty()) continue;
+    if (!welt.finde(i.key()).isEmpty()) {
+      ersetzte_.insert(i.value().bild);
+      continue;
+    }
     welt.bilder[i.key()] = i.value();
     alle.append(i.key());
   }

@@ -84,6 +84,8 @@ class Modell {
   QStringList kehre_zurueck();
   /// What lies aside at the moment, by path.
   const QMap<QString, Bildinhalt>& verschwundene() const { return verschwundene_; }
+  /// Pictures that never came back, since something else had their place by then.
+  const QSet<int>& ersetzte() const { return ersetzte_; }
   void stoere(const QString& datei) { gestoert_.insert(datei); }
   bool ist_gestoert(const QString& datei) const { return gestoert_.contains(datei); }
   /// Path of the stamped name that the row would get now.
@@ -163,4 +165,5 @@ class Modell {
   QMap<QString, Bildinhalt> verschwundene_;
   QMap<QString, QString> verschwundene_texte_;
   QSet<QString> gestoert_;
+  QSet<int> ersetzte_;
 };
