@@ -464,8 +464,7 @@ void frm_BildZuordnung::zeichne_neu() {
   Zeichne_Status();
   Zeichne_Entfernt(true);
   if (!SSR_Sortierung.Value()) Markiere_Auswahl();
-  lade_grosses_Bild();
-  Zeige_Bild();
+  zeige_Auswahl();
 }
 
 void frm_BildZuordnung::lies_neu() {

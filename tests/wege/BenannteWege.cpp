@@ -73,6 +73,8 @@ const std::vector<BenannterWeg>& benannte_Wege() {
        {1,
         {Merke_vor{0}, Anderes_Foto, Verschwinde{3}, Speichere{Antwort::Nein}, Benenne{0, u"A"_s}, Aktualisiere{},
          Benenne{0, u"x"_s}}}},
+      {"ARowWithoutANameStaysLockedWhereNothingIsReadAnew",
+       {1, {Benenne{-1, u""_s}, Benenne{-1, u" "_s}, Aktualisiere{}, Merke_vor{-1}}}},
   };
   return wege;
 }

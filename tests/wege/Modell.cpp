@@ -63,6 +63,7 @@ Modell::Bild Modell::lade_Bild(const std::shared_ptr<Satz>& satz, bool vorgemerk
   bild.drucktext = w.drucktext;
   bild.marken = w.marken;
   bild.info = welt.texte.value(welt.finde_Text(pfad(w.ordner, w.name + w.endung + u".txt"_s)));
+  if (!satz->ungeschriebener_Text.isEmpty()) bild.info = satz->ungeschriebener_Text;
   bild.fehlt = welt.finde(bild.datei).isEmpty();
   bild.lesbar = !bild.fehlt || ist_lesbar(bild);
   bild.vorgemerkt = vorgemerkt;

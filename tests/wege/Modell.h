@@ -112,6 +112,7 @@ class Modell {
     bool zu_schreiben = false;
     bool neu = false;
     bool weg = false;
+    QString ungeschriebener_Text = {};  ///< the folder was away when it was to be written
   };
   /// One picture of the strip.
   struct Bild {

@@ -117,7 +117,9 @@ void Modell::sichere_Bild(int zeile, bool erledigt) {
   w.ordner = bild.ordner;
   w.drucktext = bild.drucktext;
   w.marken = bild.marken;
-  if (const QString info = ohne_Rand(bild.info); !info.isEmpty() && ist_lesbar(bild))
+  const QString info = ohne_Rand(bild.info);
+  bild.satz->ungeschriebener_Text = ist_lesbar(bild) ? QString() : info;
+  if (!info.isEmpty() && ist_lesbar(bild))
     welt.texte[welt.finde_Text(pfad(bild.ordner, w.name + w.endung + u".txt"_s))] = info;
   bild.satz->zu_schreiben = true;
   bild.satz->weg = bild.entfernen;
