@@ -130,7 +130,7 @@ void Modell::waehle(int zeile) {
     bild.name = bild.original;
     bild.umbenannt = false;
   }
-  const Anzeige neu{bild.name, bild.info, bild.drucktext, bild.marken, bild.entfernen};
+  const Anzeige neu{bild.name, bild.name, bild.info, bild.drucktext, bild.marken, bild.entfernen};
   if (neu.name != anzeige_.name || neu.info != anzeige_.info || neu.drucktext != anzeige_.drucktext ||
       neu.marken != anzeige_.marken || neu.entfernen != anzeige_.entfernen)
     bild.angefasst = true;
@@ -172,7 +172,8 @@ void Modell::aendere_Namen(const QString& text) {
   Bild& bild = streifen_[z(gewaehlt_)];
   aendere(gewaehlt_);
   bild.doppelt = ist_vergeben(text, bild.endung, gewaehlt_);
-  if (ohne_Rand(bild.original).isEmpty()) bild.original = anzeige_.name;
+  if (ohne_Rand(bild.original).isEmpty()) bild.original = anzeige_.alter_name;
+  anzeige_.name = text;
   bild.umbenannt = !gleich(text, bild.original);
   bild.name = bild.umbenannt ? text : bild.original;
 }

@@ -135,7 +135,7 @@ class Modell {
   };
   /// What the fields show.
   struct Anzeige {
-    QString name, info, drucktext;
+    QString name, alter_name, info, drucktext;
     std::array<bool, 4> marken{};
     bool entfernen = false;
   };
