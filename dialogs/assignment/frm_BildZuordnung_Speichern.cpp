@@ -97,8 +97,7 @@ void frm_BildZuordnung::speichere_Zeilen() {
   halte_leere_Namen();
   // Before the renaming: a picture that stays is renamed with the others.
   auflistbar_.clear();
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
-    if (Ja(i, spalte::ZeileGeaendert)) pruefe_Fehlende(i);
+  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) pruefe_Fehlende(i);
   if (!frage_nach_Namen(erledigt)) return;
   ordne_Sammlung();
   // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
@@ -128,6 +127,8 @@ void frm_BildZuordnung::pruefe_Fehlende(std::int32_t zeile) {
                       laesst_sich_auflisten(Text(zeile, spalte::Root) + u'\\' + Text(zeile, spalte::Pfad));
   Zelle(zeile, spalte::DateiFehlt, fehlt);
   Zelle(zeile, spalte::Entfernen, fehlt && sicher);
+  // An earlier save of this dialog may have left the mark in the record.
+  if (!fehlt || !sicher) Zelle(zeile, spalte::ZeileGeaendert, true);
 }
 
 void frm_BildZuordnung::speichere_Zeile(std::int32_t zeile, bool namen_erledigt) {

@@ -45,7 +45,7 @@ void Modell::oeffne() {
   sammlung_.clear();
   streifen_.clear();
   for (const Zuordnung& zeile : zeilen)
-    sammlung_.push_back(std::make_shared<Satz>(Satz{zeile, zeile.name, false, false, false}));
+    sammlung_.push_back(std::make_shared<Satz>(Satz{zeile, zeile.name, zeile.ordner, false, false, false}));
   anzeige_ = {};
   gewaehlt_ = Keine;
   lade();
@@ -93,8 +93,8 @@ void Modell::lade() {
 void Modell::aktualisiere(Antwort namen) {
   if (gewaehlt_ == Keine) return;
   if (geaendert_ && !zeige_Kollision()) sichere(namen);
-  // What could not be saved would be lost by reading it anew.
-  if (geaendert_) return;
+  // What could not be saved would be lost by reading it anew; the selected row is shown as it stands.
+  if (geaendert_) return waehle(gewaehlt_);
   lade();
   if (streifen_.empty())
     anzeige_ = {};
@@ -130,7 +130,7 @@ void Modell::waehle(int zeile) {
     bild.name = bild.original;
     bild.umbenannt = false;
   }
-  const Anzeige neu{bild.name, bild.info, bild.drucktext, bild.marken, bild.entfernen};
+  const Anzeige neu{bild.name, bild.name, bild.info, bild.drucktext, bild.marken, bild.entfernen};
   if (neu.name != anzeige_.name || neu.info != anzeige_.info || neu.drucktext != anzeige_.drucktext ||
       neu.marken != anzeige_.marken || neu.entfernen != anzeige_.entfernen)
     bild.angefasst = true;
@@ -172,7 +172,8 @@ void Modell::aendere_Namen(const QString& text) {
   Bild& bild = streifen_[z(gewaehlt_)];
   aendere(gewaehlt_);
   bild.doppelt = ist_vergeben(text, bild.endung, gewaehlt_);
-  if (ohne_Rand(bild.original).isEmpty()) bild.original = anzeige_.name;
+  if (ohne_Rand(bild.original).isEmpty()) bild.original = anzeige_.alter_name;
+  anzeige_.name = text;
   bild.umbenannt = !gleich(text, bild.original);
   bild.name = bild.umbenannt ? text : bild.original;
 }

@@ -83,12 +83,13 @@ bool Modell::frage_nach_Namen(Antwort namen, bool& erledigt) {
 }
 
 bool Modell::sichere(Antwort namen) {
-  // What only a missing file had marked stays when the file is back.
-  for (Bild& bild : streifen_)
-    if (bild.angefasst && bild.fehlt && bild.entfernen && !bild.vorgemerkt) {
-      bild.fehlt = welt.finde(bild.datei).isEmpty();
-      bild.entfernen = bild.fehlt && ist_lesbar(bild);
-    }
+  // What only a missing file had marked stays when the file is back, also where an earlier save had the mark.
+  for (Bild& bild : streifen_) {
+    if (!bild.fehlt || !bild.entfernen || bild.vorgemerkt) continue;
+    bild.fehlt = welt.finde(bild.datei).isEmpty();
+    bild.entfernen = bild.fehlt && ist_lesbar(bild);
+    bild.angefasst = bild.angefasst || !bild.entfernen;
+  }
   for (Bild& bild : streifen_)
     if (bild.satz && ohne_Rand(bild.name).isEmpty()) bild.name = bild.original, bild.umbenannt = false;
   bool erledigt = false;
@@ -134,7 +135,9 @@ QString Modell::gestempelter_Pfad(int zeile) const {
     const QString ende = (nummer > 1 ? u"_%1"_s.arg(nummer) : QString()) + stempel;
     const QString neu = ohne_Rand(name.left(Namenslaenge - ende.size()) + ende);
     const QString ziel = pfad(Standardordner, neu + u'.' + streifen_[z(zeile)].endung);
-    bool frei = welt.finde(ziel).isEmpty();
+    // A text that waits under the name belongs to another picture.
+    const QString text = pfad(Standardordner, neu + streifen_[z(zeile)].endung + u".txt"_s);
+    bool frei = welt.finde(ziel).isEmpty() && !welt.texte.contains(welt.finde_Text(text));
     for (int i = 0; i < anzahl(); ++i)
       frei = frei && (i == zeile || ohne_Rand(streifen_[z(i)].name).compare(neu, Qt::CaseInsensitive) != 0);
     if (frei) return ziel;
@@ -182,6 +185,7 @@ bool Modell::benenne_um(Bild& bild, const QString& nach_ordner) {
       zeile.ordner = nach_ordner;
     }
   bild.satz->alter_name = neu;
+  bild.satz->alter_ordner = nach_ordner;
   bild.ordner = nach_ordner;
   bild.datei = ziel;
   return true;
@@ -192,7 +196,7 @@ bool Modell::benenne_um(Bild& bild, const QString& nach_ordner) {
 void Modell::schreibe_zurueck(Satz& satz) {
   if (satz.neu) return welt.tabelle.push_back(satz.werte);
   for (Zuordnung& zeile : welt.tabelle)
-    if (zeile.re == u"1"_s && zeile.name == satz.alter_name) zeile = satz.werte;
+    if (ist_Zeile_von(satz, zeile)) zeile = satz.werte;
 }
 
 // The order is that of the strip as it was saved, whatever numbers stand for it. A new picture whose file is gone again
@@ -202,16 +206,14 @@ void Modell::wirt_schreibt() {
   for (const auto& satz : sammlung_) {
     satz->werte.sort = platz++;
     if (satz->weg)
-      std::erase_if(welt.tabelle, [&](const Zuordnung& zeile) {
-        return zeile.re == u"1"_s && !satz->neu && zeile.name == satz->alter_name;
-      });
+      std::erase_if(welt.tabelle, [&](const Zuordnung& zeile) { return !satz->neu && ist_Zeile_von(*satz, zeile); });
     else if (satz->neu && welt.finde(pfad(satz->werte.ordner, satz->werte.name + u'.' + satz->werte.endung)).isEmpty())
       muss_gesagt_werden = true;
     else if (satz->zu_schreiben)
       schreibe_zurueck(*satz);
     else
       for (Zuordnung& zeile : welt.tabelle)
-        if (zeile.re == u"1"_s && zeile.name == satz->alter_name) zeile.sort = satz->werte.sort;
+        if (ist_Zeile_von(*satz, zeile)) zeile.sort = satz->werte.sort;
   }
   sammlung_.clear();
   streifen_.clear();
