@@ -45,7 +45,7 @@ void Modell::oeffne() {
   sammlung_.clear();
   streifen_.clear();
   for (const Zuordnung& zeile : zeilen)
-    sammlung_.push_back(std::make_shared<Satz>(Satz{zeile, zeile.name, false, false, false}));
+    sammlung_.push_back(std::make_shared<Satz>(Satz{zeile, zeile.name, zeile.ordner, false, false, false}));
   anzeige_ = {};
   gewaehlt_ = Keine;
   lade();
@@ -93,8 +93,8 @@ void Modell::lade() {
 void Modell::aktualisiere(Antwort namen) {
   if (gewaehlt_ == Keine) return;
   if (geaendert_ && !zeige_Kollision()) sichere(namen);
-  // What could not be saved would be lost by reading it anew.
-  if (geaendert_) return;
+  // What could not be saved would be lost by reading it anew; the selected row is shown as it stands.
+  if (geaendert_) return waehle(gewaehlt_);
   lade();
   if (streifen_.empty())
     anzeige_ = {};

@@ -108,7 +108,8 @@ class Modell {
  private:
   struct Satz {
     Zuordnung werte;
-    QString alter_name;  ///< what finds the row in the table
+    QString alter_name;  ///< with the folder, what finds the row in the table
+    QString alter_ordner;
     bool zu_schreiben = false;
     bool neu = false;
     bool weg = false;
@@ -155,6 +156,9 @@ class Modell {
   bool benenne_um(Bild& bild, const QString& nach_ordner);
   void aendere(int zeile);
   void schreibe_zurueck(Satz& satz);
+  static bool ist_Zeile_von(const Satz& satz, const Zuordnung& zeile) {
+    return zeile.re == QStringLiteral("1") && zeile.name == satz.alter_name && zeile.ordner == satz.alter_ordner;
+  }
 
   std::vector<std::shared_ptr<Satz>> sammlung_;
   std::vector<Bild> streifen_;

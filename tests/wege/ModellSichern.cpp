@@ -185,6 +185,7 @@ bool Modell::benenne_um(Bild& bild, const QString& nach_ordner) {
       zeile.ordner = nach_ordner;
     }
   bild.satz->alter_name = neu;
+  bild.satz->alter_ordner = nach_ordner;
   bild.ordner = nach_ordner;
   bild.datei = ziel;
   return true;
@@ -195,7 +196,7 @@ bool Modell::benenne_um(Bild& bild, const QString& nach_ordner) {
 void Modell::schreibe_zurueck(Satz& satz) {
   if (satz.neu) return welt.tabelle.push_back(satz.werte);
   for (Zuordnung& zeile : welt.tabelle)
-    if (zeile.re == u"1"_s && zeile.name == satz.alter_name) zeile = satz.werte;
+    if (ist_Zeile_von(satz, zeile)) zeile = satz.werte;
 }
 
 // The order is that of the strip as it was saved, whatever numbers stand for it. A new picture whose file is gone again
@@ -205,16 +206,14 @@ void Modell::wirt_schreibt() {
   for (const auto& satz : sammlung_) {
     satz->werte.sort = platz++;
     if (satz->weg)
-      std::erase_if(welt.tabelle, [&](const Zuordnung& zeile) {
-        return zeile.re == u"1"_s && !satz->neu && zeile.name == satz->alter_name;
-      });
+      std::erase_if(welt.tabelle, [&](const Zuordnung& zeile) { return !satz->neu && ist_Zeile_von(*satz, zeile); });
     else if (satz->neu && welt.finde(pfad(satz->werte.ordner, satz->werte.name + u'.' + satz->werte.endung)).isEmpty())
       muss_gesagt_werden = true;
     else if (satz->zu_schreiben)
       schreibe_zurueck(*satz);
     else
       for (Zuordnung& zeile : welt.tabelle)
-        if (zeile.re == u"1"_s && zeile.name == satz->alter_name) zeile.sort = satz->werte.sort;
+        if (ist_Zeile_von(*satz, zeile)) zeile.sort = satz->werte.sort;
   }
   sammlung_.clear();
   streifen_.clear();
