@@ -131,15 +131,15 @@ bool Zuordnungsweg::darf_oeffnen(std::int32_t alle, std::int32_t fehlende, bool 
       false);
 }
 
-Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& gegebener, bool nur_Anzeige, bool nur_Anhang) {
+Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& vorgang, bool nur_Anzeige, bool nur_Anhang) {
   Ergebnis ergebnis;
   ergebnis.nur_Anzeige = nur_Anzeige;
-  const Vorgang vorgang = weg::mit_Strichen(gegebener);
+  const Vorgang ganzer = weg::mit_Strichen(vorgang);
   if (!FileSystemObject().FolderExists(wurzel_ + u'\\')) {
     weg::meldung::warne(u"Die Bildablage „%1“ ist nicht zu erreichen."_s.arg(wurzel_) + Vormerkung);
     return ergebnis;
   }
-  const Lesung lesung = lies_auch_nach_Ausfall(vorgang);
+  const Lesung lesung = lies_auch_nach_Ausfall(ganzer);
   if (!lesung.bilder) {
     MsgBox(lesung.grund, Knoepfe::OK, Symbol::Kritisch, weg::meldung::titel());
     return ergebnis;
@@ -149,13 +149,13 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& gegebener, bool nur_A
     return ergebnis;
   ergebnis.geoeffnet = true;
   do {
-    ergebnis.dialog_gescheitert = !dialog_(anwendung_, wurzel_, vorgang.Bildpfad, lesung.bilder, vorgang.Typ1,
-                                           vorgang.Typ2, vorgang.Infozeile, nur_Anzeige, nur_Anhang);
+    ergebnis.dialog_gescheitert = !dialog_(anwendung_, wurzel_, ganzer.Bildpfad, lesung.bilder, ganzer.Typ1,
+                                           ganzer.Typ2, ganzer.Infozeile, nur_Anzeige, nur_Anhang);
   } while (!nur_Anzeige && weg::ungespeichertes::soll_wieder_oeffnen(*lesung.bilder));
   if (nur_Anzeige) return ergebnis;
   // What the user saved is in the collection and its files are in place, whatever became of the dialog afterwards.
   weg::Verbindungen verbindungen(*anwendung_);
-  weg::Speicherlauf lauf(*lesung.bilder, verbindungen, {wurzel_, vorgang, fehlten, true});
+  weg::Speicherlauf lauf(*lesung.bilder, verbindungen, {wurzel_, ganzer, fehlten, true});
   lauf.laufe();
   lauf.trage_ein(ergebnis);
   weg::ungespeichertes::trage_ein(*lesung.bilder, ergebnis);

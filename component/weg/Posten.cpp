@@ -257,6 +257,7 @@ class Vorbereitung {
     for (std::size_t i = 0; i < liste_.size(); ++i) folge.emplace_back(rang(liste_[i]), i);
     std::stable_sort(folge.begin(), folge.end());
     std::vector<Posten> geordnet;
+    geordnet.reserve(liste_.size());
     for (const auto& [_, i] : folge) geordnet.push_back(std::move(liste_[i]));
     liste_ = std::move(geordnet);
   }

@@ -43,7 +43,7 @@ bool Textflaeche::event(QEvent* ereignis) {
   if (ereignis->type() != QEvent::ToolTip || !toolTip().isEmpty() || gezeigter_Text() == text())
     return QLabel::event(ereignis);
   // As rich text by name: letters that look like marks stay letters.
-  QToolTip::showText(static_cast<QHelpEvent*>(ereignis)->globalPos(),
+  QToolTip::showText(dynamic_cast<const QHelpEvent&>(*ereignis).globalPos(),
                      Qt::convertFromPlainText(text().trimmed(), Qt::WhiteSpaceNormal), this);
   return true;
 }
