@@ -20,7 +20,7 @@
 #include "bench/Messung.h"
 #include "bench/Turbojpeg.h"
 #include "platform/basic/Laufzeitfehler.h"
-#include "platform/gdiplus/Bildspeicher.h"
+#include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/gdiplus/gdiplus.h"
 
 using namespace Qt::Literals::StringLiterals;

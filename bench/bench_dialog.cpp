@@ -20,7 +20,7 @@
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/files/Pfadkarte.h"
 #include "platform/forms/Fensterdienste.h"
-#include "platform/gdiplus/Bildspeicher.h"
+#include "platform/gdiplus/bild/Bildspeicher.h"
 
 using namespace Qt::Literals::StringLiterals;
 using messung::verlange;

@@ -11,8 +11,8 @@
 
 #include "bench/Messung.h"
 #include "platform/adodb/SqlZerleger.h"
-#include "platform/adodb/SqliteKollation.h"
-#include "platform/adodb/SqliteTreiber.h"
+#include "platform/adodb/sqlite/SqliteKollation.h"
+#include "platform/adodb/sqlite/SqliteTreiber.h"
 #include "platform/basic/Laufzeitfehler.h"
 #include "store/BasZuordnungen.h"
 #include "store/clsBildZuordnungen.h"

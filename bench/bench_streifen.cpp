@@ -12,8 +12,8 @@
 #include "bench/Fotovorgang.h"
 #include "bench/Messung.h"
 #include "bench/Turbojpeg.h"
-#include "platform/gdiplus/Bildspeicher.h"
-#include "platform/gdiplus/NurKopf.h"
+#include "platform/gdiplus/bild/Bildspeicher.h"
+#include "platform/gdiplus/bild/NurKopf.h"
 #include "store/clsBildZuordnungen.h"
 
 using namespace Qt::Literals::StringLiterals;

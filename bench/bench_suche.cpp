@@ -16,7 +16,7 @@
 #include "dialogs/search/frm_BilderSuchen.h"
 #include "platform/files/Dateien.h"
 #include "platform/forms/Fensterdienste.h"
-#include "platform/gdiplus/Bildspeicher.h"
+#include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/host/KVOCore.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -3,7 +3,7 @@
 #include <QImageReader>
 #include <QPainter>
 
-#include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/bild/Bildlader.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -6,7 +6,7 @@
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
-#include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/bild/Bildlader.h"
 #include "platform/gdiplus/gdiplus.h"
 
 using namespace mod_GrafikKonvert;

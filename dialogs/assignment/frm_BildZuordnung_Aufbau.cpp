@@ -5,7 +5,7 @@
 
 #include "dialogs/Symbole.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
-#include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/bild/Bildlader.h"
 #include "store/Bildnamen.h"
 
 using namespace Qt::Literals::StringLiterals;

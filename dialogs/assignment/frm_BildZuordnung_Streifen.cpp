@@ -7,7 +7,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/forms/Twips.h"
-#include "platform/gdiplus/NurKopf.h"
+#include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Dateityp.h"
 #include "platform/shell/Programmstart.h"

@@ -6,12 +6,12 @@
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/Binaerdatei.h"
-#include "platform/gdiplus/Bildbefund.h"
-#include "platform/gdiplus/Bilddekoder.h"
-#include "platform/gdiplus/Bildlader.h"
-#include "platform/gdiplus/Jpegausgabe.h"
-#include "platform/gdiplus/Jpegdrehung.h"
-#include "platform/gdiplus/gdiplus.h"
+#include "platform/gdiplus/Status.h"
+#include "platform/gdiplus/bild/Bildbefund.h"
+#include "platform/gdiplus/bild/Bilddekoder.h"
+#include "platform/gdiplus/bild/Bildlader.h"
+#include "platform/gdiplus/jpeg/Jpegausgabe.h"
+#include "platform/gdiplus/jpeg/Jpegdrehung.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "platform/files/Dateien.h"
-#include "platform/gdiplus/Bildkopf.h"
-#include "platform/gdiplus/Blockdrehung.h"
+#include "platform/gdiplus/bild/Bildkopf.h"
+#include "platform/gdiplus/jpeg/Blockdrehung.h"
 
 /// A picture file's whole content, to be written anew.
 class Bildquelle {

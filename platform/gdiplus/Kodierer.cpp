@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/gdiplus.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -44,14 +44,14 @@ std::int32_t CLSIDFromString(const QString& text, CLSID& clsid) {
 
 std::int32_t GdipGetImageEncodersSize(std::uint32_t& anzahl, std::uint32_t& groesse) {
   anzahl = groesse = 0;
-  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   anzahl = static_cast<std::uint32_t>(alle().size());
   groesse = bytes_von(alle());
   return Ok;
 }
 
 std::int32_t GdipGetImageEncoders(std::uint32_t anzahl, std::uint32_t groesse, std::span<ImageCodecInfo> puffer) {
-  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   const QList<ImageCodecInfo> liste = alle();
   if (anzahl != static_cast<std::uint32_t>(liste.size()) || groesse != bytes_von(liste) || puffer.size() < anzahl)
     return InvalidParameter;

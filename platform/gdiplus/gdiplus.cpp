@@ -6,46 +6,26 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/files/Dateien.h"
-#include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/Bildquelle.h"
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/bild/Bildlader.h"
 
 namespace gdiplus {
-namespace {
-
-std::int32_t sitzungen = 0;
-std::int32_t letzte_marke = 0;
-std::int32_t befohlener_status = Ok;
-
-}  // namespace
-
-bool sitzung::laeuft() noexcept {
-  return sitzungen > 0;
-}
-
-void sitzung::naechster_Start(std::int32_t status) noexcept {
-  befohlener_status = status;
-}
 
 std::int32_t GdiplusStartup(std::int32_t& token, std::int32_t version) {
-  if (const std::int32_t status = std::exchange(befohlener_status, Ok); status != Ok) return status;
-  if (version != 1) return UnsupportedGdiplusVersion;
-  ++sitzungen;
-  letzte_marke = letzte_marke == 0x7fffffff ? 1 : letzte_marke + 1;
-  token = letzte_marke;
-  return Ok;
+  return bildersitzung::beginne(token, version);
 }
 
 // The token is not looked at: nested users share one variable for it, so that the outer one ends with the inner one's
 // token. Each end takes one start back.
 std::int32_t GdiplusShutdown(std::int32_t /*token*/) {
-  if (sitzungen > 0) --sitzungen;
+  bildersitzung::beende();
   return Ok;
 }
 
 std::int32_t GdipCreateBitmapFromFile(const QString& pfad, Bitmap& bitmap) {
   bitmap.reset();
-  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   bildlader::Ergebnis ergebnis = bildlader::oeffne(pfad);
   bitmap = std::move(ergebnis.bild);
   return ergebnis.status;
@@ -53,14 +33,14 @@ std::int32_t GdipCreateBitmapFromFile(const QString& pfad, Bitmap& bitmap) {
 
 std::int32_t GdipCreateHBITMAPFromBitmap(const Bitmap& bitmap, Bitmap& handle, std::int32_t hintergrund) {
   handle.reset();
-  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   if (!bitmap) return InvalidParameter;
   handle = bildlader::mit_Hintergrund(bitmap, static_cast<QRgb>(hintergrund));
   return Ok;
 }
 
 std::int32_t GdipDisposeImage(Bitmap& bitmap) {
-  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   if (!bitmap) return InvalidParameter;
   bitmap.reset();
   return Ok;
@@ -68,7 +48,7 @@ std::int32_t GdipDisposeImage(Bitmap& bitmap) {
 
 std::int32_t GdipLoadImageFromFile(const QString& pfad, Image& image) {
   image.reset();
-  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   return Bildquelle::oeffne(pfad, image);
 }
 
@@ -77,7 +57,7 @@ Bildformat format_von(const Image& image) noexcept {
 }
 
 std::int32_t GdipDisposeImage(Image& image) {
-  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   if (!image) return InvalidParameter;
   image.reset();
   return Ok;
@@ -96,7 +76,7 @@ std::optional<Drehung> drehung_von(const EncoderParameters& parameter) noexcept 
 
 std::int32_t GdipSaveImageToStream(const Image& image, QByteArray& strom, const CLSID& kodierer,
                                    const EncoderParameters& parameter) {
-  if (!sitzung::laeuft()) return GdiplusNotInitialized;
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   const auto drehung = drehung_von(parameter);
   if (!image || !drehung) return InvalidParameter;
   if (kodierer != JpegEncoder) return UnknownImageFormat;

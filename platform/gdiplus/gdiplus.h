@@ -6,38 +6,14 @@
 
 #include "platform/basic/kvo_export.h"
 #include "platform/gdiplus/Bild.h"
-#include "platform/gdiplus/Bildkopf.h"
 #include "platform/gdiplus/Kodierer.h"
+#include "platform/gdiplus/Status.h"
+#include "platform/gdiplus/bild/Bildkopf.h"
 
 class Bildquelle;
 
-/// The GDI+ operations that the system uses, with GDI+'s names and status numbers
-/// (learn.microsoft.com, "GdiPlusTypes.h: Status enumeration").
+/// The GDI+ operations that the system uses, with GDI+'s names and status numbers (Status.h).
 namespace gdiplus {
-
-enum Status : std::int32_t {
-  Ok = 0,
-  GenericError = 1,
-  InvalidParameter = 2,
-  OutOfMemory = 3,
-  ObjectBusy = 4,
-  InsufficientBuffer = 5,
-  NotImplemented = 6,
-  Win32Error = 7,
-  WrongState = 8,
-  Aborted = 9,
-  FileNotFound = 10,
-  ValueOverflow = 11,
-  AccessDenied = 12,
-  UnknownImageFormat = 13,
-  FontFamilyNotFound = 14,
-  FontStyleNotFound = 15,
-  NotTrueTypeFont = 16,
-  UnsupportedGdiplusVersion = 17,
-  GdiplusNotInitialized = 18,
-  PropertyNotFound = 19,
-  PropertyNotSupported = 20,
-};
 
 /// Starts a session; sessions are counted. Version 1 is the only one (17 otherwise). `token` gets a number that is not
 /// 0, and keeps its value on a failure.

@@ -9,7 +9,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
-#include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/bild/Bildlader.h"
 
 namespace shell {
 namespace {

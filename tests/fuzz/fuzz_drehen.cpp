@@ -2,10 +2,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/gdiplus/Bildbefund.h"
-#include "platform/gdiplus/Jpegdrehung.h"
-#include "platform/gdiplus/Jpegkoeffizienten.h"
+#include "platform/gdiplus/bild/Bildbefund.h"
 #include "platform/gdiplus/gdiplus.h"
+#include "platform/gdiplus/jpeg/Jpegdrehung.h"
+#include "platform/gdiplus/jpeg/Jpegkoeffizienten.h"
 
 // The first byte chooses the transform, the rest is the file: it must not crash, and what was turned can be turned
 // again and has the same markers and the sides that it should have.

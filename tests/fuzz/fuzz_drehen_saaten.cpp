@@ -2,7 +2,7 @@
 #include <QFile>
 #include <cstdio>
 
-#include "tests/platform/gdiplus/Drehvorlagen.h"
+#include "tests/platform/gdiplus/jpeg/Drehvorlagen.h"
 
 // Writes the files from which fuzz_drehen starts, each with its transform in front and without SOI:
 // fuzz_drehen_saaten ORDNER

@@ -8,7 +8,7 @@
 #include "host/Anmeldung.h"
 #include "host/Ausgang.h"
 #include "host/fenster/Gedaechtnis.h"
-#include "platform/adodb/OdbcWorte.h"
+#include "platform/adodb/odbc/OdbcWorte.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "tests/support/Umgebung.h"
 

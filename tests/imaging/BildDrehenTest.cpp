@@ -15,7 +15,7 @@
 #include <random>
 
 #include "imaging/mod_GrafikKonvert.h"
-#include "platform/gdiplus/Jpegdrehung.h"
+#include "platform/gdiplus/jpeg/Jpegdrehung.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Fehler.h"
 #include "tests/support/Umgebung.h"

@@ -7,7 +7,7 @@
 #include "imaging/frmPic.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Laufzeitfehler.h"
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Umgebung.h"
@@ -32,7 +32,7 @@ class FrmPic : public ::testing::Test {
     return {text, u"GDI Error"_s, oberflaeche::Symbol::Keins, oberflaeche::Knoepfe::OK};
   }
   void Sitzung_scheitert() {
-    gdiplus::sitzung::naechster_Start(gdiplus::GenericError);
+    gdiplus::bildersitzung::naechster_Start(gdiplus::GenericError);
     meldungen.erwarte(gdi_Fehler(u"Generic Error. GDI+ Error:1"_s));
   }
 
@@ -70,10 +70,10 @@ TEST_F(FrmPic, zweimal_laden_oeffnet_und_schliesst_zwei_Sitzungen_und_gibt_diese
   const QString pfad = schreibe(u"a.png"_s, "png", 30, 20);
   EXPECT_TRUE(form.FKT_LoadPicture(pfad));
   const std::int32_t erste = m_GdiToken;
-  EXPECT_FALSE(gdiplus::sitzung::laeuft());
+  EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
   EXPECT_TRUE(form.FKT_LoadPicture(pfad));
   EXPECT_NE(m_GdiToken, erste);
-  EXPECT_FALSE(gdiplus::sitzung::laeuft());
+  EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
   EXPECT_EQ(form.picBreite, 30);
   EXPECT_EQ(form.PicHoehe, 20);
 }
@@ -93,7 +93,7 @@ TEST_F(FrmPic, eine_fehlende_Datei_ist_False_und_die_Groesse_bleibt) {
   EXPECT_EQ(form.picBreite, 30);
   EXPECT_EQ(form.PicHoehe, 20);
   EXPECT_EQ(form.picPicture.Picture(), nullptr) << "the box was cleared first";
-  EXPECT_FALSE(gdiplus::sitzung::laeuft());
+  EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }
 
 TEST_F(FrmPic, ein_Ordner_ist_keine_Datei) {
@@ -153,7 +153,7 @@ TEST_F(FrmPic, bricht_schon_der_Start_ab_ist_die_alte_Flagge_geloescht) {
   const QString pfad = schreibe(u"a.bmp"_s, "bmp", 3, 2);
   EXPECT_TRUE(form.FKT_LoadPicture(pfad));
   EXPECT_TRUE(m_GdiAktiv);
-  gdiplus::sitzung::naechster_Start(gdiplus::GenericError);
+  gdiplus::bildersitzung::naechster_Start(gdiplus::GenericError);
   meldungen.erwarte(gdi_Fehler(u"Generic Error. GDI+ Error:1"_s), oberflaeche::Antwort::OK,
                     [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });
   EXPECT_FALSE(form.FKT_LoadPicture(pfad));
@@ -164,7 +164,7 @@ TEST_F(FrmPic, ein_Fehler_in_der_Meldung_ist_False_und_schliesst_die_Klammer) {
   meldungen.erwarte(gdi_Fehler(u"Unknown Image Format. GDI+ Error:13"_s), oberflaeche::Antwort::OK,
                     [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });
   EXPECT_FALSE(form.FKT_LoadPicture(ordner.schreibe(u"text.jpg"_s, "kein Bild")));
-  EXPECT_FALSE(gdiplus::sitzung::laeuft());
+  EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }
 
 TEST_F(FrmPic, das_geladene_Bild_ueberlebt_die_Form) {

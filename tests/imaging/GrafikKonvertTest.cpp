@@ -4,7 +4,7 @@
 #include <QImage>
 
 #include "imaging/mod_GrafikKonvert.h"
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Umgebung.h"
@@ -125,7 +125,7 @@ TEST_F(GrafikKonvert, endet_die_Sitzung_waehrend_der_Meldung_bleibt_es_bei_keine
   meldungen.erwarte(gdi_Fehler(u"File Not Found. GDI+ Error:10"_s), oberflaeche::Antwort::OK,
                     [] { Fkt_GdiShutdown(); });
   EXPECT_EQ(Fkt_LoadPictureGdi(ordner.pfad(u"fehlt"_s)), nullptr);
-  EXPECT_FALSE(gdiplus::sitzung::laeuft());
+  EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }
 
 TEST_F(GrafikKonvert, ein_Handle_wird_zu_seinem_Bild) {

@@ -7,7 +7,7 @@
 
 #include "imaging/Bilddrehung.h"
 #include "imaging/mod_GrafikKonvert.h"
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Fehler.h"
@@ -222,7 +222,7 @@ TEST_F(JpgTransform, der_Aufruf_ohne_Fenster_hat_seine_eigene_Sitzung) {
   EXPECT_EQ(bilddrehung::drehe(quelle, ziel, 14), gdiplus::Ok);
   EXPECT_EQ(ecken(ordner.lies(u"_a.jpg"_s)), u"sbgr"_s);
   EXPECT_EQ(bilddrehung::drehe(ordner.pfad(u"fehlt"_s), ziel, 14), gdiplus::FileNotFound);
-  EXPECT_FALSE(gdiplus::sitzung::laeuft());
+  EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }
 
 }  // namespace

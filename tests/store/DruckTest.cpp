@@ -4,7 +4,7 @@
 #include <QImage>
 
 #include "imaging/frmPic.h"
-#include "platform/gdiplus/NurKopf.h"
+#include "platform/gdiplus/bild/NurKopf.h"
 #include "store/clsBildZuordnungen.h"
 #include "tests/support/Bildwurzel.h"
 #include "tests/support/Doppel.h"

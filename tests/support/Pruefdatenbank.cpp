@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/adodb/OdbcTreiber.h"
+#include "platform/adodb/odbc/OdbcTreiber.h"
 #include "platform/adodb/SqlZerleger.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 

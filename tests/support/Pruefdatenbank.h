@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/adodb/Connection.h"
-#include "platform/adodb/SqliteTreiber.h"
+#include "platform/adodb/sqlite/SqliteTreiber.h"
 #include "tests/support/Pruefziel.h"
 #include "tests/support/Umgebung.h"
 

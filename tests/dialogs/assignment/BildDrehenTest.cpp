@@ -3,12 +3,12 @@
 #include <QImage>
 
 #include "imaging/mod_GrafikKonvert.h"
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "tests/dialogs/assignment/Dialogtest.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
-using gdiplus::sitzung::laeuft;
+using gdiplus::bildersitzung::laeuft;
 
 namespace {
 
@@ -185,7 +185,7 @@ TEST_F(BildDrehen, WithoutASessionNothingIsTurnedOrSaved) {
   const QByteArray vorher = inhalt(u"a.jpg"_s);
   zeige([&] {
     form().txt_BildText.Text(u"Text"_s);
-    gdiplus::sitzung::naechster_Start(18);
+    gdiplus::bildersitzung::naechster_Start(18);
     meldungen.erwarte({u"GDI+ not inizialized."_s, u"GDI Error"_s});
     klicke(form().SSC_Drehen90);
     EXPECT_EQ(inhalt(u"a.jpg"_s), vorher);

@@ -3,14 +3,14 @@
 #include <QImage>
 
 #include "imaging/mod_GrafikKonvert.h"
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/search/Suchtest.h"
 
 using namespace Qt::Literals::StringLiterals;
 using eingaben::klicke;
 using eingaben::klicke_Zeile;
-using gdiplus::sitzung::laeuft;
+using gdiplus::bildersitzung::laeuft;
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <QImage>
 
 #include "imaging/mod_GrafikKonvert.h"
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/shell/Programme.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/search/Suchtest.h"
@@ -115,7 +115,7 @@ TEST_F(Ergebnis, SeveralFilesCanBeChosenUnlessTheCallerWantsOne) {
 }
 
 TEST_F(Ergebnis, TheFormIsLoadedWithItsStartAndGetsTheTableAfterwards) {
-  gdiplus::sitzung::naechster_Start(18);
+  gdiplus::bildersitzung::naechster_Start(18);
   bool gesehen = false;
   meldungen.erwarte({u"GDI+ not inizialized."_s, u"GDI Error"_s}, oberflaeche::Antwort::OK, [&] {
     for (QWidget* fenster : QApplication::topLevelWidgets()) {
@@ -302,7 +302,7 @@ TEST_F(Drehen, WithoutASessionNothingIsTurnedButTheFolderIsReadAgain) {
   zeige([&] {
     lege_Bild(u"Bilder/neu.jpg"_s);
     klicke_Zeile(form().lvwContent, 0);
-    gdiplus::sitzung::naechster_Start(18);
+    gdiplus::bildersitzung::naechster_Start(18);
     meldungen.erwarte({u"GDI+ not inizialized."_s, u"GDI Error"_s});
     klicke(form().SSC_Drehen);
     EXPECT_EQ(groesse(u"a.jpg"_s), QSize(64, 32));
@@ -318,16 +318,16 @@ TEST_F(Drehen, TurningEndsTheDialogsSessionsAndNoOther) {
       for (int i = 0; i < 2; ++i) {
         klicke_Zeile(form().lvwContent, 0);
         klicke(form().SSC_Drehen);
-        gdiplus::sitzung::naechster_Start(i == 0 ? start : 0);
+        gdiplus::bildersitzung::naechster_Start(i == 0 ? start : 0);
       }
-      EXPECT_TRUE(gdiplus::sitzung::laeuft());
+      EXPECT_TRUE(gdiplus::bildersitzung::laeuft());
     });
     entlade();
     mod_BilderSuchen::pLetzterOrdner.clear();
-    EXPECT_TRUE(gdiplus::sitzung::laeuft());
+    EXPECT_TRUE(gdiplus::bildersitzung::laeuft());
   }
   mod_GrafikKonvert::Fkt_GdiShutdown();
-  EXPECT_FALSE(gdiplus::sitzung::laeuft());
+  EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }
 
 TEST_F(Drehen, TheEditorOpensTheChosenFileAndTheListIsNotReadAgain) {

@@ -5,7 +5,7 @@
 #include <QFile>
 
 #include "dialogs/search/Vorschaubild.h"
-#include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/bild/Bildlader.h"
 #include "platform/shell/Programmstart.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/search/Suchtest.h"

@@ -3,7 +3,7 @@
 
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/files/Pfadkarte.h"
-#include "platform/gdiplus/Sitzung.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/search/Suchtest.h"
 
@@ -219,7 +219,7 @@ TEST_F(Ordner, TenThousandFoldersAreListed) {
 }
 
 TEST_F(Ordner, ASessionRunsFromLoadingToTheEndAndOnlyOneIsEnded) {
-  using gdiplus::sitzung::laeuft;
+  using gdiplus::bildersitzung::laeuft;
   ASSERT_FALSE(laeuft());
   // The caller's own session must outlive the dialog, however that ends.
   mod_GrafikKonvert::Fkt_GdiStartup(1);
@@ -236,7 +236,7 @@ TEST_F(Ordner, ASessionRunsFromLoadingToTheEndAndOnlyOneIsEnded) {
 
 TEST_F(Ordner, WithoutASessionTheDialogSaysSoAndGoesOnWithThePlainLoader) {
   ordner.schreibe(u"p/Bilder/b.tif"_s, bild(QSize(40, 30), Qt::red, "TIFF"));
-  gdiplus::sitzung::naechster_Start(18);
+  gdiplus::bildersitzung::naechster_Start(18);
   meldungen.erwarte({u"GDI+ not inizialized."_s, u"GDI Error"_s});
   zeige([&] {
     EXPECT_FALSE(mod_GrafikKonvert::m_GdiAktiv);

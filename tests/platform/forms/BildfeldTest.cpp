@@ -5,7 +5,7 @@
 #include <QWindow>
 
 #include "platform/forms/Bildfeld.h"
-#include "platform/gdiplus/Bildlader.h"
+#include "platform/gdiplus/bild/Bildlader.h"
 #include "tests/support/Fehler.h"
 #include "tests/support/Umgebung.h"
 

@@ -3,8 +3,8 @@
 #include <QDir>
 #include <QtEndian>
 
-#include "platform/gdiplus/Bildkopf.h"
-#include "platform/gdiplus/Jpegmarken.h"
+#include "platform/gdiplus/bild/Bildkopf.h"
+#include "platform/gdiplus/jpeg/Jpegmarken.h"
 #include "tests/platform/gdiplus/Vorlagen.h"
 
 using namespace gdiplus;

@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/gdiplus/Bildspeicher.h"
+#include "platform/gdiplus/bild/Bildspeicher.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/adodb/odbc/OdbcFehler.h"
+#include "platform/adodb/odbc/OdbcSchicht.h"
+#include "platform/adodb/Treiber.h"
+
+namespace adodb {
+
+/// Microsoft SQL Server, over unixODBC and a driver of ODBC 3 (the maker's or FreeTDS).
+///
+/// Connect string: see OdbcVerbindung.h and docs/DATENBANK.md. A text goes to the server as it stands, as one batch:
+/// nothing is prepared, bound or scanned for escapes, and no call beside it costs a round trip. Of a batch with several
+/// results the first one with columns is read; messages, row counts and warnings before and behind it are passed over,
+/// a failure anywhere in it is one of the whole text. Every result is read to its end before `fuehre_aus` returns.
+/// One thing can't stand in a text but with the maker's driver: half of a surrogate pair, which a cut to 50 or 250
+/// characters may leave. FreeTDS would send what stands before it and drop the rest; it becomes "?", as on SQLite.
+///
+/// A link that is gone makes the statement fail that meets it, and all behind it; nothing is opened anew, the
+/// connection counts as open until it is closed.
+class OdbcTreiber final : public Treiber {
+ public:
+  explicit OdbcTreiber(OdbcSchicht& odbc = odbc_der_maschine()) : odbc_(odbc) {}
+  ~OdbcTreiber() override;
+  OdbcTreiber(const OdbcTreiber&) = delete;
+  OdbcTreiber& operator=(const OdbcTreiber&) = delete;
+
+  /// Raises -2147467259: a connect string that can't be honoured, no driver, no server, no login, or no answer within
+  /// the login time-out; 3705 when open.
+  void oeffne(const QString& verbindungszeichenfolge) override;
+  void schliesse() noexcept override;
+  bool ist_offen() const noexcept override { return offen_; }
+  /// Raises -2147217900 for a statement that fails, also for one that meets a dead link; for an empty text and one with
+  /// a zero character, before anything is sent; 3704 when closed.
+  Ergebnis fuehre_aus(const QString& text) override;
+
+ private:
+  class Anweisung;
+  void lege_griffe_an();
+  void verbinde(const QString& zeichenfolge, const OdbcVersuch& versuch);
+  Ergebnis lies_ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis);
+  void pruefe_leitung();
+  bool ist_tot();
+  [[noreturn]] void wirf_anweisung(SQLHSTMT anweisung);
+
+  OdbcSchicht& odbc_;
+  SQLHENV umgebung_ = SQL_NULL_HENV;
+  SQLHDBC verbindung_ = SQL_NULL_HDBC;
+  bool offen_ = false;
+  bool ganze_Paare_ = false;
+};
+
+}  // namespace adodb

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include "platform/adodb/odbc/OdbcSchicht.h"
+
+namespace adodb {
+
+/// What an ODBC driver takes in its connect string: the maker's keywords, FreeTDS's, or those of one that is not known
+/// and is taken for the maker's.
+enum class OdbcArt { Hersteller, FreeTds, Unbekannt };
+
+struct OdbcInstallierter {
+  QString name;
+  OdbcArt art = OdbcArt::Unbekannt;
+};
+
+struct OdbcDatenquelle {
+  QString name;
+  QString treiber;
+};
+
+/// The drivers and data sources that unixODBC knows.
+struct OdbcUmgebung {
+  QList<OdbcInstallierter> treiber;
+  QList<OdbcDatenquelle> datenquellen;
+};
+
+/// Reads both lists from the driver manager; `umgebung` is an environment of ODBC 3.
+OdbcUmgebung lies_odbc_umgebung(OdbcSchicht& odbc, SQLHENV umgebung);
+
+/// The kind of a driver by its name and its library.
+OdbcArt odbc_art(const QString& name, const QString& bibliothek);
+
+/// The driver for a connect string that names none: the maker's newest, without one FreeTDS. Raises -2147467259 when
+/// neither is installed.
+OdbcInstallierter waehle_odbc_treiber(const OdbcUmgebung& umgebung);
+
+/// The driver of this name, or one by its library's path. Raises -2147467259 when the name is not installed.
+OdbcInstallierter finde_odbc_treiber(const OdbcUmgebung& umgebung, const QString& name);
+
+/// The driver behind a data source. Raises -2147467259 when there is no such data source.
+OdbcInstallierter treiber_der_datenquelle(const OdbcUmgebung& umgebung, const QString& name);
+
+}  // namespace adodb

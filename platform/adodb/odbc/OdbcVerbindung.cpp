@@ -1,0 +1,306 @@
+#include "platform/adodb/odbc/OdbcVerbindung.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <utility>
+
+#include "platform/adodb/odbc/OdbcFehler.h"
+#include "platform/adodb/odbc/OdbcServer.h"
+#include "platform/adodb/odbc/OdbcWorte.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace adodb {
+
+namespace {
+
+enum class Verschluesselung { KeineAngabe, Aus, NurAnmeldung, Ganz, Streng };
+
+QString vereinfacht(QString wort) {
+  return wort.remove(u' ').remove(u'_').toLower();
+}
+
+const OdbcWort* bekanntes(const QString& wort) {
+  const QString name = vereinfacht(wort);
+  const auto* gefunden =
+      std::find_if(std::begin(OdbcWorte), std::end(OdbcWorte), [&](const OdbcWort& w) { return w.name == name; });
+  return gefunden == std::end(OdbcWorte) ? nullptr : gefunden;
+}
+
+bool enthaelt(QStringView liste, const QString& wert) {
+  const auto werte = liste.split(u'|', Qt::SkipEmptyParts);
+  return std::any_of(werte.begin(), werte.end(),
+                     [&](QStringView w) { return w.compare(wert, Qt::CaseInsensitive) == 0; });
+}
+
+bool ist_ja(const QString& wert) {
+  return enthaelt(Ja, wert) || wert.compare("sspi"_L1, Qt::CaseInsensitive) == 0;
+}
+
+/// One translation from its beginning to its end.
+class Uebersetzer {
+ public:
+  Uebersetzer(const Verbindungszeichenfolge& folge, const OdbcUmgebung& umgebung) : umgebung_(umgebung) {
+    for (qsizetype i = 0; i < folge.paare().size(); ++i) nimm(folge.paare().at(i), i);
+  }
+
+  OdbcAufruf uebersetze() {
+    waehle_treiber();
+    schreibe_server();
+    schreibe_anmeldung();
+    schreibe_verschluesselung();
+    schreibe_uebriges();
+    aufruf_.anmeldezeit = zahl(OdbcSinn::Anmeldezeit, 0, 86400).value_or(aufruf_.anmeldezeit);
+    aufruf_.paketgroesse = zahl(OdbcSinn::Paketgroesse, 512, 32767);
+    // The text's length goes to the driver manager in 16 bits.
+    if (aufruf_.zeichenfolge.size() > 4096) odbc_unerfuellbar(u"die Verbindungszeichenfolge ist zu lang"_s);
+    return aufruf_;
+  }
+
+ private:
+  void nimm(const Verbindungszeichenfolge::Paar& paar, qsizetype stelle) {
+    const OdbcWort* wort = bekanntes(paar.wort);
+    if (!wort) unbekannt(stelle);
+    if (paar.wert.contains(QChar(u'\0'))) odbc_unerfuellbar(u"in der Verbindungszeichenfolge steht ein Nullzeichen"_s);
+    if (!paar.wert.isEmpty() && !wort->nur.isEmpty() && !enthaelt(wort->nur, paar.wert))
+      unerlaubt(paar.wort, wort->nur);
+    werte_[wort->sinn] = paar.wert;
+    worte_[wort->sinn] = paar.wort;
+  }
+
+  /// The keyword is not repeated: behind a password that holds a semicolon it would be the password's rest.
+  [[noreturn]] void unbekannt(qsizetype stelle) const {
+    odbc_unerfuellbar(
+        u"das %1. Schlüsselwort der Verbindungszeichenfolge ist unbekannt (ein Wert mit einem Semikolon "
+        "gehört in Anführungszeichen)"_s.arg(stelle + 1));
+  }
+
+  [[noreturn]] static void unerlaubt(const QString& wort, QStringView nur) {
+    const QString werte = nur == u"|" ? u"keiner"_s : nur.toString().replace(u"|"_s, u", "_s);
+    odbc_unerfuellbar(u"der Wert von „%1“ ist nicht zu erfüllen (möglich: %2)"_s.arg(wort, werte));
+  }
+
+  QString wert(OdbcSinn sinn) const {
+    const auto gefunden = werte_.find(sinn);
+    return gefunden == werte_.end() ? QString() : gefunden->second;
+  }
+  bool hat(OdbcSinn sinn) const { return !wert(sinn).isEmpty(); }
+  bool ist_freetds() const { return aufruf_.art == OdbcArt::FreeTds; }
+
+  [[noreturn]] void kann_treiber_nicht(OdbcSinn sinn) const {
+    odbc_unerfuellbar(u"der ODBC-Treiber"_s + odbc_genannt(treiber_) + u" kann „%1“ nicht"_s.arg(worte_.at(sinn)));
+  }
+
+  /// `name=value;` as the driver reads it.
+  void schreibe(QLatin1StringView name, const QString& wert) {
+    aufruf_.zeichenfolge += name + u'=' + (ist_freetds() ? fuer_freetds(wert) : fuer_hersteller(wert)) + u';';
+  }
+  void schreibe_wenn(OdbcSinn sinn, QLatin1StringView name) {
+    if (hat(sinn)) schreibe(name, wert(sinn));
+  }
+
+  /// ODBC's own rule: braces around what holds one of its special characters, a closing brace within them doubled.
+  static QString fuer_hersteller(const QString& wert) {
+    constexpr QStringView Besondere = u"[]{}();?*=!@";
+    const bool geklammert =
+        wert != wert.trimmed() || std::any_of(wert.begin(), wert.end(), [&](QChar z) { return Besondere.contains(z); });
+    if (!geklammert) return wert;
+    QString innen = wert;
+    return u'{' + innen.replace(u"}"_s, u"}}"_s) + u'}';
+  }
+
+  /// FreeTDS takes a value as it stands up to the semicolon, and one in braces as it stands up to the first brace with
+  /// a semicolon behind it: it knows no doubling.
+  static QString fuer_freetds(const QString& wert) {
+    if (!wert.contains(u';') && !wert.startsWith(u'{')) return wert;
+    // The driver manager ends the value at its first brace; what it takes for pairs behind that must name nothing.
+    const bool mehrdeutig = wert.contains(u'}') && wert.contains(u'=');
+    if (mehrdeutig || wert.contains(u"};"_s))
+      odbc_unerfuellbar(u"FreeTDS kann einen Wert nicht annehmen, in dem neben „;“ und „}“ auch „=“ oder „};“ steht"_s);
+    return u'{' + wert + u'}';
+  }
+
+  void waehle_treiber();
+  void schreibe_server();
+  void schreibe_anmeldung();
+  void schreibe_verschluesselung();
+  Verschluesselung verschluesselung() const;
+  void verschluessele_freetds(Verschluesselung stufe);
+  void verschluessele_hersteller(Verschluesselung stufe);
+  void schreibe_uebriges();
+  std::optional<std::uint32_t> zahl(OdbcSinn sinn, std::uint32_t von, std::uint32_t bis) const;
+  bool ist_msdasql() const { return wert(OdbcSinn::Anbieter).startsWith("MSDASQL"_L1, Qt::CaseInsensitive); }
+  /// Server and login may stand in unixODBC's or FreeTDS's own files.
+  bool woanders_beschrieben() const { return hat(OdbcSinn::Datenquelle) || hat(OdbcSinn::Abschnitt); }
+
+  const OdbcUmgebung& umgebung_;
+  std::map<OdbcSinn, QString> werte_;
+  std::map<OdbcSinn, QString> worte_;
+  QString treiber_;
+  OdbcAufruf aufruf_;
+};
+
+void Uebersetzer::waehle_treiber() {
+  // Over the provider for ODBC the OLE DB word names a data source.
+  if (ist_msdasql() && vereinfacht(worte_[OdbcSinn::Server]) == "datasource"_L1)
+    werte_[OdbcSinn::Datenquelle] = std::exchange(werte_[OdbcSinn::Server], QString());
+  if (hat(OdbcSinn::Treiber) && hat(OdbcSinn::Datenquelle))
+    odbc_unerfuellbar(
+        u"die Verbindungszeichenfolge nennt einen Treiber und eine Datenquelle; nur eines von beiden geht"_s);
+  OdbcInstallierter gewaehlter;
+  if (hat(OdbcSinn::Datenquelle)) {
+    gewaehlter = treiber_der_datenquelle(umgebung_, wert(OdbcSinn::Datenquelle));
+  } else if (hat(OdbcSinn::Treiber)) {
+    gewaehlter = finde_odbc_treiber(umgebung_, wert(OdbcSinn::Treiber));
+  } else {
+    gewaehlter = waehle_odbc_treiber(umgebung_);
+  }
+  treiber_ = gewaehlter.name;
+  aufruf_.art = gewaehlter.art;
+  if (hat(OdbcSinn::Datenquelle))
+    schreibe("DSN"_L1, wert(OdbcSinn::Datenquelle));
+  else
+    aufruf_.zeichenfolge = u"DRIVER={"_s + treiber_ + u"};"_s;
+}
+
+void Uebersetzer::schreibe_server() {
+  const int genannte = hat(OdbcSinn::Server) + hat(OdbcSinn::Abschnitt) + hat(OdbcSinn::Datenquelle);
+  if (genannte == 0) odbc_unerfuellbar(u"die Verbindungszeichenfolge nennt keinen Server"_s);
+  if (genannte > 1)
+    odbc_unerfuellbar(
+        u"die Verbindungszeichenfolge nennt den Server mehrfach (als Server, Servername oder Datenquelle)"_s);
+  if (hat(OdbcSinn::Abschnitt) && !ist_freetds()) kann_treiber_nicht(OdbcSinn::Abschnitt);
+  schreibe_wenn(OdbcSinn::Abschnitt, "SERVERNAME"_L1);
+  aufruf_.ziel = wert(OdbcSinn::Server) + wert(OdbcSinn::Abschnitt) + wert(OdbcSinn::Datenquelle);
+  if (hat(OdbcSinn::Port) && !hat(OdbcSinn::Server)) odbc_unerfuellbar(u"zu „Port“ fehlt „Server“"_s);
+  if (!hat(OdbcSinn::Server)) return;
+  Serverangabe angabe = lies_serverangabe(wert(OdbcSinn::Server));
+  if (hat(OdbcSinn::Port)) {
+    const int port = lies_port(wert(OdbcSinn::Port));
+    if (angabe.port != 0 && angabe.port != port) odbc_unerfuellbar(u"die Verbindungszeichenfolge nennt zwei Ports"_s);
+    angabe.port = port;
+    angabe.instanz.clear();
+  }
+  const QString name = angabe.instanz.isEmpty() ? angabe.rechner : angabe.rechner + u'\\' + angabe.instanz;
+  const QString port = QString::number(angabe.port);
+  schreibe("SERVER"_L1, angabe.port == 0 || ist_freetds() ? name : name + u',' + port);
+  if (angabe.port != 0 && ist_freetds()) schreibe("PORT"_L1, port);
+}
+
+void Uebersetzer::schreibe_anmeldung() {
+  schreibe_wenn(OdbcSinn::Datenbank, "DATABASE"_L1);
+  const bool vertraut = ist_ja(wert(OdbcSinn::Vertraut));
+  const bool benannt = hat(OdbcSinn::Benutzer);
+  if (vertraut && benannt)
+    odbc_unerfuellbar(
+        u"die Verbindungszeichenfolge nennt einen Benutzer und verlangt zugleich die Anmeldung des Systems "
+        "(Integrated Security oder Trusted_Connection)"_s);
+  if (!vertraut && !benannt && !woanders_beschrieben())
+    odbc_unerfuellbar(u"die Verbindungszeichenfolge nennt keine Anmeldung (User ID oder Integrated Security)"_s);
+  aufruf_.kennwort = wert(OdbcSinn::Kennwort);
+  if (vertraut) {
+    schreibe("Trusted_Connection"_L1, u"yes"_s);
+    return;
+  }
+  schreibe_wenn(OdbcSinn::Benutzer, "UID"_L1);
+  if (benannt || hat(OdbcSinn::Kennwort)) schreibe("PWD"_L1, aufruf_.kennwort);
+}
+
+Verschluesselung Uebersetzer::verschluesselung() const {
+  const QString eigene = wert(OdbcSinn::FreeTdsVerschluesselung).toLower();
+  const QString allgemeine = wert(OdbcSinn::Verschluesselung);
+  if (!eigene.isEmpty() && !allgemeine.isEmpty())
+    odbc_unerfuellbar(u"„Encrypt“ und „Encryption“ gehen nicht zusammen"_s);
+  if (eigene == "off"_L1) return Verschluesselung::Aus;
+  if (eigene == "request"_L1) return Verschluesselung::NurAnmeldung;
+  if (eigene == "require"_L1) return Verschluesselung::Ganz;
+  if (allgemeine.isEmpty()) return Verschluesselung::KeineAngabe;
+  if (allgemeine.compare("strict"_L1, Qt::CaseInsensitive) == 0) return Verschluesselung::Streng;
+  return enthaelt(u"yes|true|1|mandatory", allgemeine) ? Verschluesselung::Ganz : Verschluesselung::NurAnmeldung;
+}
+
+void Uebersetzer::schreibe_verschluesselung() {
+  const Verschluesselung stufe = verschluesselung();
+  if (ist_freetds())
+    verschluessele_freetds(stufe);
+  else
+    verschluessele_hersteller(stufe);
+}
+
+/// FreeTDS compares the certificate only with what a section of its own file says.
+void Uebersetzer::verschluessele_freetds(Verschluesselung stufe) {
+  if (stufe == Verschluesselung::Streng) kann_treiber_nicht(OdbcSinn::Verschluesselung);
+  for (const OdbcSinn sinn : {OdbcSinn::Zertifikatsname, OdbcSinn::Zertifikat})
+    if (hat(sinn)) kann_treiber_nicht(sinn);
+  const bool traut = ist_ja(wert(OdbcSinn::Vertrauen));
+  if (stufe == Verschluesselung::Ganz && hat(OdbcSinn::Verschluesselung) && !traut && !woanders_beschrieben())
+    odbc_unerfuellbar(
+        u"FreeTDS prüft das Zertifikat des Servers nur nach einem Abschnitt seiner freetds.conf (Servername=…); ohne "
+        "diese Prüfung gehört TrustServerCertificate=yes in die Verbindungszeichenfolge"_s);
+  if (stufe == Verschluesselung::Aus) schreibe("Encryption"_L1, u"off"_s);
+  if (stufe == Verschluesselung::NurAnmeldung) schreibe("Encryption"_L1, u"request"_s);
+  if (stufe == Verschluesselung::Ganz) schreibe("Encryption"_L1, u"require"_s);
+}
+
+void Uebersetzer::verschluessele_hersteller(Verschluesselung stufe) {
+  const QString eigene = wert(OdbcSinn::FreeTdsVerschluesselung);
+  if (!eigene.isEmpty() && stufe != Verschluesselung::Ganz) kann_treiber_nicht(OdbcSinn::FreeTdsVerschluesselung);
+  if (stufe == Verschluesselung::NurAnmeldung) schreibe("Encrypt"_L1, u"no"_s);
+  if (stufe == Verschluesselung::Ganz) schreibe("Encrypt"_L1, u"yes"_s);
+  if (stufe == Verschluesselung::Streng) schreibe("Encrypt"_L1, u"strict"_s);
+  if (hat(OdbcSinn::Vertrauen))
+    schreibe("TrustServerCertificate"_L1, ist_ja(wert(OdbcSinn::Vertrauen)) ? u"yes"_s : u"no"_s);
+  schreibe_wenn(OdbcSinn::Zertifikatsname, "HostnameInCertificate"_L1);
+  schreibe_wenn(OdbcSinn::Zertifikat, "ServerCertificate"_L1);
+}
+
+void Uebersetzer::schreibe_uebriges() {
+  if (hat(OdbcSinn::Protokolldatei))
+    odbc_unerfuellbar(
+        u"eine Mitschrift des Treibers (DumpFile, DebugFlags) ist nicht erlaubt, sie enthielte Anmeldung und Daten"_s);
+  schreibe_wenn(OdbcSinn::Programm, "APP"_L1);
+  schreibe_wenn(OdbcSinn::Arbeitsplatz, "WSID"_L1);
+  schreibe_wenn(OdbcSinn::Sprache, "Language"_L1);
+  schreibe_wenn(OdbcSinn::Absicht, "ApplicationIntent"_L1);
+  schreibe_wenn(OdbcSinn::Dienstname, "ServerSPN"_L1);
+  const bool netze = ist_ja(wert(OdbcSinn::Netze));
+  if (netze && ist_freetds()) kann_treiber_nicht(OdbcSinn::Netze);
+  if (netze) schreibe("MultiSubnetFailover"_L1, u"yes"_s);
+  if (!ist_freetds()) {
+    for (const OdbcSinn sinn : {OdbcSinn::Protokoll, OdbcSinn::Bereich, OdbcSinn::Ntlm2})
+      if (hat(sinn)) kann_treiber_nicht(sinn);
+    return;
+  }
+  schreibe_wenn(OdbcSinn::Bereich, "REALM"_L1);
+  if (hat(OdbcSinn::Ntlm2)) schreibe("UseNTLMv2"_L1, ist_ja(wert(OdbcSinn::Ntlm2)) ? u"yes"_s : u"no"_s);
+  // Left to itself FreeTDS tries one version after the other, each with a login of its own.
+  if (hat(OdbcSinn::Protokoll))
+    schreibe("TDS_Version"_L1, wert(OdbcSinn::Protokoll).toLower());
+  else if (!woanders_beschrieben())
+    schreibe("TDS_Version"_L1, u"7.4"_s);
+}
+
+std::optional<std::uint32_t> Uebersetzer::zahl(OdbcSinn sinn, std::uint32_t von, std::uint32_t bis) const {
+  if (!hat(sinn)) return std::nullopt;
+  bool ist_zahl = false;
+  const std::uint32_t zahl = wert(sinn).toUInt(&ist_zahl);
+  if (!ist_zahl || zahl < von || zahl > bis)
+    odbc_unerfuellbar(u"der Wert von „%1“ ist keine Zahl von %2 bis %3"_s.arg(worte_.at(sinn)).arg(von).arg(bis));
+  return zahl;
+}
+
+}  // namespace
+
+bool ist_odbc_form(const Verbindungszeichenfolge& folge) {
+  const auto& paare = folge.paare();
+  return std::any_of(paare.begin(), paare.end(), [](const Verbindungszeichenfolge::Paar& paar) {
+    return enthaelt(u"driver|dsn|server|servername|initialcatalog|database", vereinfacht(paar.wort));
+  });
+}
+
+OdbcAufruf uebersetze_odbc(const Verbindungszeichenfolge& folge, const OdbcUmgebung& umgebung) {
+  return Uebersetzer(folge, umgebung).uebersetze();
+}
+
+}  // namespace adodb

@@ -1,0 +1,259 @@
+#include "platform/adodb/sqlite/SqliteTreiber.h"
+
+#include <sqlite3.h>
+
+#include <cerrno>
+#include <memory>
+#include <utility>
+
+#include "platform/adodb/Adofehler.h"
+#include "platform/adodb/SqlZerleger.h"
+#include "platform/adodb/sqlite/SqliteDialekt.h"
+#include "platform/adodb/sqlite/SqliteKollation.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
+#include "platform/basic/Windows1252.h"
+#include "platform/files/Pfadkarte.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace adodb {
+
+namespace {
+
+struct Abschluss {
+  void operator()(sqlite3_stmt* anweisung) const noexcept { sqlite3_finalize(anweisung); }
+};
+/// A prepared statement, finalized at the end of its scope.
+using Anweisung = std::unique_ptr<sqlite3_stmt, Abschluss>;
+
+bool ist_gesperrt(int ergebnis) {
+  return (ergebnis & 0xFF) == SQLITE_BUSY || (ergebnis & 0xFF) == SQLITE_LOCKED;
+}
+
+QString sqlstate(int ergebnis) {
+  switch (ergebnis & 0xFF) {
+    case SQLITE_CONSTRAINT:
+      return u"23000"_s;
+    case SQLITE_ERROR:
+      return u"42000"_s;
+    case SQLITE_READONLY:
+      return u"25006"_s;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return u"HYT00"_s;
+    case SQLITE_FULL:
+      return u"53100"_s;
+    default:
+      return u"HY000"_s;
+  }
+}
+
+[[noreturn]] void keine_verbindung(const QString& worte, int ergebnis = SQLITE_CANTOPEN) {
+  throw Datenbankfehler(fehlernummer::Verbindung, u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + worte,
+                        u"08001"_s, ergebnis);
+}
+
+[[noreturn]] void keine_anweisung(const QString& worte) {
+  throw Datenbankfehler(fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s,
+                        SQLITE_ERROR);
+}
+
+/// A value may be named unless a forgotten semicolon has put the next pair, perhaps a password, into it.
+QString genannt(const QString& wert) {
+  return wert.contains(u'=') ? QString() : u" „"_s + wert + u"“"_s;
+}
+
+void pruefe_schluesselworte(const Verbindungszeichenfolge& folge) {
+  for (const QString& wort : folge.schluesselworte()) {
+    const auto ist = [&wort](QStringView name) { return wort.compare(name, Qt::CaseInsensitive) == 0; };
+    if (ist(u"Provider") || ist(u"Data Source") || ist(u"Mode")) continue;
+    if (!ist(u"User ID") && !ist(u"Password"))
+      keine_verbindung(
+          u"die Verbindungszeichenfolge hat ein Schlüsselwort, das SQLite nicht kennt (bekannt sind Data "
+          "Source und Mode)"_s);
+    if (!folge.wert(wort)->isEmpty())
+      keine_verbindung(u"SQLite kennt keine Anmeldung, User ID und Password müssen leer sein"_s);
+  }
+}
+
+int schalter(const Verbindungszeichenfolge& folge) {
+  const QString modus = folge.wert(u"Mode"_s).value_or(QString());
+  const auto ist = [&modus](QStringView name) { return modus.compare(name, Qt::CaseInsensitive) == 0; };
+  if (modus.isEmpty() || ist(u"ReadWrite")) return SQLITE_OPEN_READWRITE;
+  if (ist(u"ReadOnly")) return SQLITE_OPEN_READONLY;
+  if (ist(u"ReadWriteCreate")) return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+  keine_verbindung(u"unbekannter Mode (bekannt sind ReadWrite, ReadOnly und ReadWriteCreate)"_s);
+}
+
+/// The machine's own path, never one that SQLite would take for a URI or for a database in memory.
+QByteArray dateipfad(const QString& quelle) {
+  if (quelle.isEmpty()) keine_verbindung(u"die Verbindungszeichenfolge nennt keine Datei als Data Source"_s);
+  const bool tabellenpfad = quelle.contains(u'\\') || (quelle.size() > 1 && quelle.at(1) == u':');
+  QByteArray pfad;
+  try {
+    pfad = tabellenpfad ? Pfadkarte::aktuell().maschinenpfad(quelle) : quelle.toUtf8();
+  } catch (const Laufzeitfehler& fehler) {
+    keine_verbindung(u"die Datei"_s + genannt(quelle) + u" ist nicht erreichbar: "_s + fehler.Beschreibung());
+  }
+  if (pfad.contains('\0')) keine_verbindung(u"der Name der Datei enthält ein Nullzeichen"_s);
+  return pfad.startsWith('/') ? pfad : "./" + pfad;
+}
+
+/// Reads one value of the current row behind the others.
+void lies_wert(sqlite3_stmt* anweisung, int spalte, std::size_t breite, Werte& werte) {
+  switch (sqlite3_column_type(anweisung, spalte)) {
+    case SQLITE_TEXT: {
+      const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(anweisung, spalte));
+      werte.haenge_utf8_an(bytes, static_cast<std::size_t>(sqlite3_column_bytes(anweisung, spalte)), breite);
+      break;
+    }
+    case SQLITE_INTEGER:
+      werte.haenge_zahl_an(std::int64_t{sqlite3_column_int64(anweisung, spalte)});
+      break;
+    case SQLITE_FLOAT:
+      werte.haenge_zahl_an(sqlite3_column_double(anweisung, spalte));
+      break;
+    case SQLITE_BLOB: {
+      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(anweisung, spalte));
+      werte.haenge_text_an(windows1252::decode(QByteArrayView(bytes, sqlite3_column_bytes(anweisung, spalte))), breite);
+      break;
+    }
+    default:
+      werte.haenge_null_an();
+  }
+}
+
+void lies_zeile(sqlite3_stmt* anweisung, int spalten, Werte& werte) {
+  for (int i = 0; i < spalten; ++i) lies_wert(anweisung, i, static_cast<std::size_t>(spalten), werte);
+}
+
+QStringList spaltennamen(sqlite3_stmt* anweisung, int spalten) {
+  QStringList namen;
+  namen.reserve(spalten);
+  for (int i = 0; i < spalten; ++i) namen.append(QString::fromUtf8(sqlite3_column_name(anweisung, i)));
+  return namen;
+}
+
+}  // namespace
+
+SqliteTreiber::SqliteTreiber(std::chrono::milliseconds wartegrenze) : wartegrenze_(wartegrenze), sperre_(wartegrenze) {}
+
+SqliteTreiber::~SqliteTreiber() {
+  schliesse();
+}
+
+void SqliteTreiber::oeffne(const QString& verbindungszeichenfolge) {
+  if (datenbank_) throw adofehler(adErrObjectOpen);
+  const Verbindungszeichenfolge folge(verbindungszeichenfolge);
+  pruefe_schluesselworte(folge);
+  const int art = schalter(folge);
+  const QString quelle = folge.wert(u"Data Source"_s).value_or(QString());
+  const QByteArray pfad = dateipfad(quelle);
+  try {
+    oeffne_datei(pfad, art);
+  } catch (const Datenbankfehler& fehler) {
+    schliesse();
+    throw Datenbankfehler(fehler.Nummer(), fehler.Beschreibung() + u" (Datei"_s + genannt(quelle) + u")"_s,
+                          fehler.Sqlstate(), fehler.NativeNummer());
+  } catch (...) {
+    schliesse();
+    throw;
+  }
+}
+
+void SqliteTreiber::oeffne_datei(const QByteArray& pfad, int art) {
+  // One thread at a time uses a connection, so SQLite's own lock around each call is left out.
+  constexpr int Immer = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
+  const int ergebnis = sqlite3_open_v2(pfad.constData(), &datenbank_, art | Immer, nullptr);
+  if (!datenbank_) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
+  if (ergebnis != SQLITE_OK) {
+    const bool fehlt = (ergebnis & 0xFF) == SQLITE_CANTOPEN && sqlite3_system_errno(datenbank_) == ENOENT;
+    if (fehlt && (art & SQLITE_OPEN_CREATE) == 0) keine_verbindung(u"die Datenbankdatei gibt es nicht"_s, ergebnis);
+    wirf_verbindung(ergebnis);
+  }
+  sperre_.betreue(datenbank_);
+  richte_ein();
+  try {
+    fuehre_aus(u"PRAGMA schema_version"_s);
+    if (sqlite3_db_readonly(datenbank_, nullptr) == 0) fuehre_aus(u"PRAGMA journal_mode=WAL"_s);
+    fuehre_aus(u"PRAGMA synchronous=FULL"_s);
+  } catch (const Datenbankfehler& fehler) {
+    wirf_verbindung(fehler.NativeNummer());
+  }
+}
+
+void SqliteTreiber::richte_ein() {
+  const int geklappt[] = {
+      sqlite3_extended_result_codes(datenbank_, 1), sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_MAINDBNAME, "dbo"),
+      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr),
+      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr), richte_servertext_ein(datenbank_)};
+  for (const int ergebnis : geklappt)
+    if (ergebnis != SQLITE_OK) wirf_verbindung(ergebnis);
+}
+
+void SqliteTreiber::schliesse() noexcept {
+  sperre_.verlasse();
+  sqlite3_close_v2(std::exchange(datenbank_, nullptr));
+}
+
+Ergebnis SqliteTreiber::fuehre_aus(const QString& text) {
+  if (!datenbank_) throw adofehler(adErrObjectClosed);
+  // SQLite would take a zero character for the end of the text and run what stands before it.
+  if (text.contains(QChar(u'\0'))) keine_anweisung(u"der Text enthält ein Nullzeichen"_s);
+  sperre_.beginne_anweisung();
+  const Anweisung halter(bereite_vor(sqlite_dialekt(text).toUtf8()));
+  sqlite3_stmt* const anweisung = halter.get();
+  int schritt = fuehre_schritt(anweisung);
+  Ergebnis ergebnis;
+  const int spalten = sqlite3_column_count(anweisung);
+  ergebnis.spalten = spaltennamen(anweisung, spalten);
+  for (; schritt == SQLITE_ROW; schritt = sqlite3_step(anweisung)) lies_zeile(anweisung, spalten, ergebnis.werte);
+  if (schritt != SQLITE_DONE) wirf_anweisung(schritt);
+  return ergebnis;
+}
+
+/// Prepares the one statement of a text; whatever would not be that statement fails before anything ran.
+sqlite3_stmt* SqliteTreiber::bereite_vor(const QByteArray& text) {
+  sqlite3_stmt* anweisung = nullptr;
+  const char* rest = nullptr;
+  int ergebnis = SQLITE_OK;
+  do {
+    ergebnis = sqlite3_prepare_v2(datenbank_, text.constData(), -1, &anweisung, &rest);
+  } while (ist_gesperrt(ergebnis) && sperre_.warte_nach(ergebnis));
+  if (ergebnis != SQLITE_OK) wirf_anweisung(ergebnis);
+  Anweisung halter(anweisung);
+  if (!anweisung) keine_anweisung(u"der Text ist leer"_s);
+  if (*rest != '\0' && !ist_leere_anweisung(QString::fromUtf8(rest)))
+    keine_anweisung(u"hinter der ersten Anweisung steht noch weiterer Text"_s);
+  if (sqlite3_bind_parameter_count(anweisung) > 0) keine_anweisung(u"der Text enthält Parameter ohne Wert"_s);
+  return halter.release();
+}
+
+/// The first step. As long as it changed and read nothing it may be tried again after a lock.
+int SqliteTreiber::fuehre_schritt(sqlite3_stmt* anweisung) {
+  int ergebnis = sqlite3_step(anweisung);
+  while (ist_gesperrt(ergebnis) && sperre_.warte_nach(ergebnis)) {
+    sqlite3_reset(anweisung);
+    ergebnis = sqlite3_step(anweisung);
+  }
+  return ergebnis;
+}
+
+void SqliteTreiber::wirf_anweisung(int ergebnis) const {
+  QString worte = QString::fromUtf8(sqlite3_errmsg(datenbank_));
+  if (sperre_.aufgegeben())
+    worte =
+        u"die Datenbank ist gesperrt, eine offene Transaktion desselben Programmfadens wurde in %1 Sekunden nicht "
+        "beendet ("_s.arg(static_cast<double>(wartegrenze_.count()) / 1000.0) +
+        worte + u')';
+  throw Datenbankfehler(fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, sqlstate(ergebnis),
+                        ergebnis);
+}
+
+void SqliteTreiber::wirf_verbindung(int ergebnis) const {
+  QString worte = QString::fromUtf8(sqlite3_errmsg(datenbank_));
+  if ((ergebnis & 0xFF) == SQLITE_NOTADB) worte = u"die Datei ist keine SQLite-Datenbank ("_s + worte + u')';
+  keine_verbindung(worte, ergebnis);
+}
+
+}  // namespace adodb

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <chrono>
+
+#include "platform/adodb/sqlite/SqliteSperre.h"
+#include "platform/adodb/Treiber.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace adodb {
+
+/// The embedded database, over SQLite's C interface.
+///
+/// Connect string: `Data Source` is a path of this machine, or a path of the table ("P:\…", "\\server\share\…");
+/// `Mode` is ReadWrite (without it as well), ReadOnly or ReadWriteCreate. Only the last one makes a missing file; with
+/// ReadWrite a file without the right to write opens too, and a statement that writes then fails. SQLite has no
+/// login, so a `User ID` or `Password` that is not empty is refused, and so is every other keyword.
+///
+/// The main database carries the schema name "dbo". Comparing and measuring text follow the server (see
+/// SqliteKollation.h). The file is kept in write-ahead mode with full synchronisation. Texts pass sqlite_dialekt.
+///
+/// Values: INTEGER as whole number, REAL as number, TEXT as text, NULL; a BLOB as Windows-1252 text.
+class SqliteTreiber final : public Treiber {
+ public:
+  /// Longest wait for a transaction that another connection of the waiting thread holds; any other wait has no end.
+  static constexpr std::chrono::milliseconds Wartegrenze = std::chrono::seconds(30);
+
+  explicit SqliteTreiber(std::chrono::milliseconds wartegrenze = Wartegrenze);
+  ~SqliteTreiber() override;
+  SqliteTreiber(const SqliteTreiber&) = delete;
+  SqliteTreiber& operator=(const SqliteTreiber&) = delete;
+
+  /// Raises -2147467259: missing or unreadable file, no database, unknown keyword or mode.
+  void oeffne(const QString& verbindungszeichenfolge) override;
+  void schliesse() noexcept override;
+  bool ist_offen() const noexcept override { return datenbank_ != nullptr; }
+  /// Raises -2147217900 for a statement that fails, and, before anything ran, for an empty text, for one with anything
+  /// behind its first statement, and for one with parameters. 3704 when closed.
+  Ergebnis fuehre_aus(const QString& text) override;
+  /// How often it has paused for a lock of another connection since it was made; may be asked from any thread.
+  unsigned pausen() const noexcept { return sperre_.pausen(); }
+
+ private:
+  void oeffne_datei(const QByteArray& pfad, int art);
+  void richte_ein();
+  sqlite3_stmt* bereite_vor(const QByteArray& text);
+  int fuehre_schritt(sqlite3_stmt* anweisung);
+  [[noreturn]] void wirf_anweisung(int ergebnis) const;
+  [[noreturn]] void wirf_verbindung(int ergebnis) const;
+
+  std::chrono::milliseconds wartegrenze_;
+  SqliteSperre sperre_;
+  sqlite3* datenbank_ = nullptr;
+};
+
+}  // namespace adodb

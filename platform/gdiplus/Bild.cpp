@@ -1,0 +1,3 @@
+#include "platform/gdiplus/Bild.h"
+
+Bild::~Bild() = default;

@@ -1,0 +1,37 @@
+#include "platform/gdiplus/Bildersitzung.h"
+
+#include <utility>
+
+#include "platform/gdiplus/Status.h"
+
+namespace gdiplus::bildersitzung {
+namespace {
+
+std::int32_t sitzungen = 0;
+std::int32_t letzte_marke = 0;
+std::int32_t befohlener_status = Ok;
+
+}  // namespace
+
+std::int32_t beginne(std::int32_t& token, std::int32_t version) noexcept {
+  if (const std::int32_t status = std::exchange(befohlener_status, Ok); status != Ok) return status;
+  if (version != 1) return UnsupportedGdiplusVersion;
+  ++sitzungen;
+  letzte_marke = letzte_marke == 0x7fffffff ? 1 : letzte_marke + 1;
+  token = letzte_marke;
+  return Ok;
+}
+
+void beende() noexcept {
+  if (sitzungen > 0) --sitzungen;
+}
+
+bool laeuft() noexcept {
+  return sitzungen > 0;
+}
+
+void naechster_Start(std::int32_t status) noexcept {
+  befohlener_status = status;
+}
+
+}  // namespace gdiplus::bildersitzung

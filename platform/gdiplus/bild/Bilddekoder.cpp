@@ -1,0 +1,156 @@
+#include "platform/gdiplus/bild/Bilddekoder.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include "platform/basic/Bytesicht.h"
+#include "platform/basic/Laufzeitfehler.h"
+#include "platform/gdiplus/jpeg/Jpegdekoder.h"
+
+namespace bilddekoder {
+namespace {
+
+// Qt refuses pictures over 128 MB unless the limit is lifted. It belongs to the whole process, so the host gets its own
+// value back.
+class OhneSpeichergrenze {
+ public:
+  OhneSpeichergrenze() : vorher_(QImageReader::allocationLimit()) { QImageReader::setAllocationLimit(0); }
+  ~OhneSpeichergrenze() { QImageReader::setAllocationLimit(vorher_); }
+  OhneSpeichergrenze(const OhneSpeichergrenze&) = delete;
+  OhneSpeichergrenze& operator=(const OhneSpeichergrenze&) = delete;
+
+ private:
+  int vorher_;
+};
+
+QImage geprueft(QImage bild) {
+  if (bild.isNull()) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
+  return bild;
+}
+
+const char* qt_Format(Bildformat format) noexcept {
+  switch (format) {
+    case Bildformat::Png:
+      return "png";
+    case Bildformat::Gif:
+      return "gif";
+    case Bildformat::Bmp:
+      return "bmp";
+    case Bildformat::Tiff:
+      return "tiff";
+    case Bildformat::Ico:
+      return "ico";
+    case Bildformat::Jpeg:
+    case Bildformat::Unbekannt:
+      break;
+  }
+  return "";
+}
+
+// Readers leave the rest of a truncated picture as it was, so they are handed zeros. Memory from calloc stays untouched
+// where nothing is decoded: a small file with a large claim then costs nothing.
+QImage leer(QSize groesse, QImage::Format format) {
+  const int tiefe = QImage::toPixelFormat(format).bitsPerPixel();
+  const std::int64_t zeile = (std::int64_t{groesse.width()} * tiefe + 31) / 32 * 4;
+  // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): the image frees it
+  void* const speicher = std::calloc(static_cast<std::size_t>(groesse.height()), static_cast<std::size_t>(zeile));
+  if (speicher == nullptr) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
+  return {static_cast<uchar*>(speicher), groesse.width(), groesse.height(), zeile, format, std::free, speicher};
+}
+
+// Qt's reader knows the bitmap headers of 12, 40, 64, 108 and 124 bytes. Those of 52 and 56 bytes are the one of 40
+// with the colour masks moved into the header: with masks only the length differs, without them they are cut out.
+QByteArray mit_bekanntem_Kopf(const QByteArray& bytes) {
+  const Bytesicht b(bytes);
+  const std::uint32_t kopf = b.u32_tief(14);
+  if (kopf != 52 && kopf != 56) return bytes;
+  QByteArray neu = bytes;
+  neu[14] = 40;
+  if (b.u32_tief(30) == 3 || b.u32_tief(30) == 6) return neu;
+  const std::uint32_t daten = b.u32_tief(10) - (kopf - 40);
+  for (unsigned i = 0; i < 4; ++i) neu[10 + static_cast<qsizetype>(i)] = static_cast<char>(daten >> 8 * i & 0xff);
+  return neu.remove(14 + 40, static_cast<qsizetype>(kopf) - 40);
+}
+
+bool ist_unberuehrt(const QImage& bild) {
+  const uchar* const anfang = bild.constBits();
+  return std::all_of(anfang, anfang + bild.sizeInBytes(), [](uchar byte) { return byte == 0; });
+}
+
+/// Null where the file gives nothing.
+QImage mit_Qt(const Bildkopf& kopf, const QByteArray& datei) {
+  const OhneSpeichergrenze ohne_Grenze;
+  QByteArray bytes = kopf.format == Bildformat::Bmp ? mit_bekanntem_Kopf(datei) : datei;
+  QBuffer puffer(&bytes);
+  puffer.open(QIODevice::ReadOnly);
+  QImageReader leser(&puffer, qt_Format(kopf.format));
+  leser.setAutoDetectImageFormat(false);
+  leser.setAutoTransform(false);
+  if (kopf.nummer > 0) leser.jumpToImage(kopf.nummer);
+  QImage bild;
+  const QImage::Format format = leser.imageFormat();
+  if (format != QImage::Format_Invalid && leser.size() == kopf.groesse) bild = leer(kopf.groesse, format);
+  // A failure leaves what was read until then.
+  if (!leser.read(&bild) && ist_unberuehrt(bild)) return {};
+  return bild;
+}
+
+// The reader's own idea of the size may differ from the header's (a GIF whose frame is not its screen).
+QImage auf_Flaeche(const QImage& bild, QSize groesse) {
+  if (bild.size() == groesse) return bild;
+  QImage flaeche = schwarz(groesse);
+  const QSize gemeinsam = bild.size().boundedTo(groesse);
+  for (int y = 0; y < gemeinsam.height(); ++y)
+    std::memcpy(flaeche.scanLine(y), bild.constScanLine(y), static_cast<std::size_t>(gemeinsam.width()) * sizeof(QRgb));
+  return flaeche;
+}
+
+}  // namespace
+
+QImage schwarz(QSize groesse) {
+  QImage bild = geprueft(QImage(groesse, QImage::Format_RGB32));
+  bild.fill(qRgb(0, 0, 0));
+  return bild;
+}
+
+QImage undurchsichtig(QImage bild, QRgb hintergrund) {
+  if (!bild.hasAlphaChannel()) return geprueft(std::move(bild).convertToFormat(QImage::Format_RGB32));
+  QImage ziel = geprueft(std::move(bild).convertToFormat(QImage::Format_ARGB32_Premultiplied));
+  for (int y = 0; y < ziel.height(); ++y) {
+    auto* const zeile = reinterpret_cast<QRgb*>(ziel.scanLine(y));
+    for (int x = 0; x < ziel.width(); ++x) {
+      const int fehlt = 255 - qAlpha(zeile[x]);
+      const auto farbe = [fehlt](int vorn, int hinten) { return std::min(255, vorn + (hinten * fehlt + 127) / 255); };
+      zeile[x] = qRgb(farbe(qRed(zeile[x]), qRed(hintergrund)), farbe(qGreen(zeile[x]), qGreen(hintergrund)),
+                      farbe(qBlue(zeile[x]), qBlue(hintergrund)));
+    }
+  }
+  ziel.reinterpretAsFormat(QImage::Format_RGB32);
+  return ziel;
+}
+
+QImage auf_Groesse(const QImage& bild, QSize ziel) {
+  if (bild.size() == ziel) return bild;
+  return geprueft(bild.scaled(ziel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}
+
+QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
+  if (kopf.format == Bildformat::Jpeg) {
+    const QImage bild = jpegdekoder::dekodiere(bytes, ziel);
+    return bild.isNull() ? bild : auf_Groesse(bild, ziel);
+  }
+  QImage bild = mit_Qt(kopf, bytes);
+  if (bild.isNull()) return bild;
+  return auf_Groesse(auf_Flaeche(undurchsichtig(std::move(bild), hintergrund), kopf.groesse), ziel);
+}
+
+QImage dekodiere(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
+  const QImage bild = lies(kopf, bytes, ziel, hintergrund);
+  return bild.isNull() ? schwarz(ziel) : bild;
+}
+
+}  // namespace bilddekoder

@@ -1,0 +1,173 @@
+#include "platform/gdiplus/bild/Bildlader.h"
+
+#include <QPainter>
+#include <utility>
+
+#include "platform/basic/Fehlerbehandlung.h"
+#include "platform/files/Binaerdatei.h"
+#include "platform/files/Dateien.h"
+#include "platform/gdiplus/Status.h"
+#include "platform/gdiplus/bild/Bildbefund.h"
+#include "platform/gdiplus/bild/Bilddekoder.h"
+#include "platform/gdiplus/bild/Bildspeicher.h"
+#include "platform/gdiplus/bild/NurKopf.h"
+#include "platform/gdiplus/bild/Pixelquelle.h"
+
+namespace bildlader {
+namespace {
+
+class DateiBild final : public Bild {
+ public:
+  DateiBild(std::shared_ptr<Pixelquelle> datei, QRgb hintergrund, std::shared_ptr<const Bild> ersatz = {})
+      : datei_(std::move(datei)), hintergrund_(hintergrund), ersatz_(std::move(ersatz)) {}
+
+  QSize groesse() const override { return datei_->kopf().groesse; }
+
+  QImage bild(QSize ziel) const override {
+    QImage pixel = eigene_Pixel(ziel);
+    return pixel.isNull() ? Ersatz(ziel.isEmpty() ? groesse() : ziel) : pixel;
+  }
+
+  QImage eigene_Pixel(QSize ziel) const {
+    const QSize soll = ziel.isEmpty() ? groesse() : ziel;
+    if (!ist_haltbar(soll)) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
+    return datei_->bild(soll, hintergrund_);
+  }
+
+  std::shared_ptr<const Bild> auf(QRgb hintergrund) const {
+    return std::make_shared<DateiBild>(datei_, hintergrund, ersatz_);
+  }
+  std::shared_ptr<const Bild> mit(std::shared_ptr<const Bild> ersatz) const {
+    return std::make_shared<DateiBild>(datei_, hintergrund_, std::move(ersatz));
+  }
+
+ private:
+  /// In its own size, smaller where it does not fit.
+  QImage Ersatz(QSize ziel) const {
+    QImage flaeche = bilddekoder::schwarz(ziel);
+    if (!ersatz_) return flaeche;
+    flaeche.fill(Qt::white);
+    const QSize groesse = ersatz_->groesse();
+    const QSize klein = groesse.scaled(groesse.boundedTo(ziel), Qt::KeepAspectRatio);
+    if (klein.isEmpty()) return flaeche;
+    QPainter(&flaeche).drawImage((ziel.width() - klein.width()) / 2, (ziel.height() - klein.height()) / 2,
+                                 ersatz_->bild(klein));
+    return flaeche;
+  }
+
+  std::shared_ptr<Pixelquelle> datei_;
+  QRgb hintergrund_;
+  std::shared_ptr<const Bild> ersatz_;
+};
+
+class PixelBild final : public Bild {
+ public:
+  explicit PixelBild(QImage pixel) : pixel_(std::move(pixel)) {}
+
+  QSize groesse() const override { return pixel_.size(); }
+
+  QImage bild(QSize ziel) const override {
+    const QSize soll = ziel.isEmpty() ? groesse() : ziel;
+    if (!ist_haltbar(soll)) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
+    return bilddekoder::auf_Groesse(pixel_, soll);
+  }
+
+ private:
+  QImage pixel_;
+};
+
+Ergebnis mit(const std::shared_ptr<Pixelquelle>& datei) {
+  return {gdiplus::Ok, datei->kopf().format, std::make_shared<DateiBild>(datei, qRgb(0, 0, 0))};
+}
+
+Ergebnis ohne_Bild(const bildbefund::Befund& befund) {
+  return {befund.status, befund.kopf.format, {}};
+}
+
+Ergebnis oeffne_ganz(const QString& pfad) {
+  Pixelquelle::Schluessel schluessel = Bildspeicher::aktuell().schluessel(pfad);
+  if (schluessel) {
+    auto bekannt = Bildspeicher::aktuell().suche(*schluessel);
+    // A header without pixels is no picture that outlives its file.
+    if (bekannt && !bekannt->reduzierte.isEmpty())
+      return mit(gehaltene_Pixel(pfad, std::move(schluessel), bekannt->kopf, {}, std::move(bekannt->reduzierte)));
+  }
+  Binaerdatei datei;
+  datei.oeffne_lesend(pfad);
+  // What is no picture may be large: it is not read.
+  if (erkenne_Bildformat(bildbefund::lies_Anfang(datei, kSignaturlaenge)) == Bildformat::Unbekannt)
+    return {gdiplus::UnknownImageFormat, {}, {}};
+  QByteArray bytes = bildbefund::lies_Anfang(datei, static_cast<qsizetype>(datei.laenge()));
+  datei.schliesse();
+  if (schluessel && dateien::kennung(pfad) != schluessel->kennung) schluessel.reset();
+  const bildbefund::Befund befund = bildbefund::urteile(bytes);
+  if (befund.status != gdiplus::Ok) return ohne_Bild(befund);
+  return mit(gehaltene_Pixel(pfad, std::move(schluessel), befund.kopf, std::move(bytes), {}));
+}
+
+Ergebnis oeffne_Kopf(const QString& pfad) {
+  Pixelquelle::Schluessel schluessel = Bildspeicher::aktuell().schluessel(pfad);
+  if (schluessel)
+    if (const auto kopf = Bildspeicher::aktuell().kopf(*schluessel))
+      return mit(ungelesene_Pixel(pfad, std::move(schluessel), *kopf));
+  Binaerdatei datei;
+  datei.oeffne_lesend(pfad);
+  const bildbefund::Befund befund = bildbefund::urteile_nach_Anfang(datei);
+  datei.schliesse();
+  if (befund.status != gdiplus::Ok) return ohne_Bild(befund);
+  if (schluessel && dateien::kennung(pfad) != schluessel->kennung) schluessel.reset();
+  if (schluessel) Bildspeicher::aktuell().merke_Kopf(*schluessel, befund.kopf);
+  return mit(ungelesene_Pixel(pfad, std::move(schluessel), befund.kopf));
+}
+
+}  // namespace
+
+std::int32_t status_des_Fehlers(std::int32_t nummer) noexcept {
+  switch (nummer) {
+    case fehlernummer::ZugriffVerweigert:
+      return gdiplus::AccessDenied;
+    case fehlernummer::SpeicherErschoepft:
+      return gdiplus::OutOfMemory;
+    case fehlernummer::EinAusgabeFehler:
+      return gdiplus::Win32Error;
+    case fehlernummer::DateiNichtGefunden:
+    case fehlernummer::UngueltigerDateiname:
+    case fehlernummer::PfadZugriff:
+    case fehlernummer::PfadNichtGefunden:
+      return gdiplus::FileNotFound;
+    default:
+      return gdiplus::GenericError;
+  }
+}
+
+Ergebnis oeffne(const QString& pfad) {
+  Ergebnis ergebnis;
+  fehler::melden_und_enden(
+      [&](const Laufzeitfehler& f) {
+        ergebnis = {status_des_Fehlers(f.Nummer()), Bildformat::Unbekannt, {}};
+      },
+      [&] { ergebnis = NurKopf::gilt() ? oeffne_Kopf(pfad) : oeffne_ganz(pfad); });
+  return ergebnis;
+}
+
+std::shared_ptr<const Bild> mit_Hintergrund(const std::shared_ptr<const Bild>& bild, QRgb hintergrund) {
+  const auto* const aus_Datei = dynamic_cast<const DateiBild*>(bild.get());
+  return aus_Datei != nullptr ? aus_Datei->auf(hintergrund) : bild;
+}
+
+std::shared_ptr<const Bild> mit_Ersatz(const std::shared_ptr<const Bild>& bild, std::shared_ptr<const Bild> ersatz) {
+  const auto* const aus_Datei = dynamic_cast<const DateiBild*>(bild.get());
+  return aus_Datei != nullptr ? aus_Datei->mit(std::move(ersatz)) : bild;
+}
+
+QImage eigene_Pixel(const Bild& bild, QSize ziel) {
+  const auto* const aus_Datei = dynamic_cast<const DateiBild*>(&bild);
+  return aus_Datei != nullptr ? aus_Datei->eigene_Pixel(ziel) : bild.bild(ziel);
+}
+
+std::shared_ptr<const Bild> aus_Pixeln(const QImage& pixel) {
+  if (pixel.isNull()) return nullptr;
+  return std::make_shared<PixelBild>(bilddekoder::undurchsichtig(pixel, qRgb(0, 0, 0)));
+}
+
+}  // namespace bildlader

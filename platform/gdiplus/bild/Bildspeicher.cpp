@@ -1,0 +1,106 @@
+#include "platform/gdiplus/bild/Bildspeicher.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+std::int64_t Bildspeicher::systemuhr() {
+  return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
+      .count();
+}
+
+Bildspeicher& Bildspeicher::aktuell() {
+  static Bildspeicher speicher;
+  return speicher;
+}
+
+std::optional<Bildspeicher::Schluessel> Bildspeicher::schluessel(const QString& pfad) const {
+  const std::int64_t jetzt = uhr_.load()();
+  dateien::Fundstelle f = dateien::fundstelle(pfad);
+  if (std::max(f.kennung.geaendert_ns, f.kennung.zustand_ns) > jetzt - kRuhezeit_ns) return std::nullopt;
+  return Schluessel{std::move(f.ort), f.kennung};
+}
+
+// The entry of exactly that state, moved to the front.
+Bildspeicher::Fach* Bildspeicher::finde(const Schluessel& schluessel) {
+  const auto treffer = nach_pfad_.constFind(schluessel.pfad);
+  if (treffer == nach_pfad_.constEnd() || (*treffer)->kennung != schluessel.kennung) return nullptr;
+  faecher_.splice(faecher_.begin(), faecher_, *treffer);
+  return &faecher_.front();
+}
+
+std::optional<Bildspeicher::Eintrag> Bildspeicher::suche(const Schluessel& schluessel) {
+  const std::scoped_lock halten(sperre_);
+  const Fach* const fach = finde(schluessel);
+  return fach != nullptr ? std::optional(fach->eintrag) : std::nullopt;
+}
+
+std::optional<Bildkopf> Bildspeicher::kopf(const Schluessel& schluessel) {
+  const std::scoped_lock halten(sperre_);
+  const Fach* const fach = finde(schluessel);
+  return fach != nullptr ? std::optional(fach->eintrag.kopf) : std::nullopt;
+}
+
+void Bildspeicher::zaehle(Fach& fach, qint64 bytes) noexcept {
+  fach.bytes += bytes;
+  belegt_ += bytes;
+}
+
+// Where the path is known in another state, that one goes.
+Bildspeicher::Fach& Bildspeicher::fach_fuer(const Schluessel& schluessel, const Bildkopf& kopf) {
+  if (Fach* const fach = finde(schluessel)) return *fach;
+  if (const auto alt = nach_pfad_.constFind(schluessel.pfad); alt != nach_pfad_.constEnd()) entferne(*alt);
+  faecher_.push_front({schluessel.pfad, schluessel.kennung, {kopf, {}}, 0});
+  nach_pfad_.insert(schluessel.pfad, faecher_.begin());
+  zaehle(faecher_.front(), kKopfgewicht);
+  return faecher_.front();
+}
+
+void Bildspeicher::merke_Kopf(const Schluessel& schluessel, const Bildkopf& kopf) {
+  const std::scoped_lock halten(sperre_);
+  fach_fuer(schluessel, kopf);
+  raeume_auf();
+}
+
+void Bildspeicher::merke(const Schluessel& schluessel, const Bildkopf& kopf, const QImage& reduziert) {
+  const std::scoped_lock halten(sperre_);
+  if (reduziert.sizeInBytes() > grenze_ / 4) return;
+  Fach& fach = fach_fuer(schluessel, kopf);
+  auto& alle = fach.eintrag.reduzierte;
+  if (std::any_of(alle.cbegin(), alle.cend(), [&](const QImage& b) { return b.size() == reduziert.size(); })) return;
+  if (alle.isEmpty()) zaehle(fach, -kKopfgewicht);
+  alle.prepend(reduziert);
+  zaehle(fach, reduziert.sizeInBytes());
+  if (alle.size() > kGroessen_je_Datei) zaehle(fach, -alle.takeLast().sizeInBytes());
+  raeume_auf();
+}
+
+qint64 Bildspeicher::belegt() const {
+  const std::scoped_lock halten(sperre_);
+  return belegt_;
+}
+
+void Bildspeicher::leere() {
+  const std::scoped_lock halten(sperre_);
+  while (!faecher_.empty()) entferne(faecher_.begin());
+}
+
+void Bildspeicher::grenze(qint64 bytes) {
+  const std::scoped_lock halten(sperre_);
+  grenze_ = bytes;
+  raeume_auf();
+}
+
+void Bildspeicher::uhr(Uhr andere) {
+  uhr_ = andere != nullptr ? andere : systemuhr;
+}
+
+void Bildspeicher::entferne(Faecher::iterator fach) {
+  belegt_ -= fach->bytes;
+  nach_pfad_.remove(fach->pfad);
+  faecher_.erase(fach);
+}
+
+void Bildspeicher::raeume_auf() {
+  while (belegt_ > grenze_ && !faecher_.empty()) entferne(std::prev(faecher_.end()));
+}

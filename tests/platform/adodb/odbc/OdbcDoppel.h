@@ -1,0 +1,110 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <map>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "platform/adodb/odbc/OdbcSchicht.h"
+
+/// A driver manager that answers as a test scripts it, and writes down what it was asked.
+class OdbcDoppel final : public adodb::OdbcSchicht {
+ public:
+  struct Meldung {
+    QString sqlstate;
+    SQLINTEGER nummer;
+    QString text;
+  };
+  struct Spalte {
+    QString name;
+    SQLSMALLINT typ;
+    SQLULEN groesse = 0;
+  };
+  using Zelle = std::optional<QString>;
+  /// What one result of a text answers: the return value of the call that reaches it, and its rows.
+  struct Schritt {
+    SQLRETURN ergebnis = SQL_SUCCESS;
+    QList<Meldung> meldungen = {};
+    std::vector<Spalte> spalten = {};
+    std::vector<std::vector<Zelle>> zeilen = {};
+    /// Fetching this row, counted from 0, fails with `meldungen`.
+    std::optional<std::size_t> scheitert_bei = std::nullopt;
+  };
+  enum class Laenge { Rest, Unbekannt };
+
+  // The script.
+  QList<QPair<QString, QString>> treiber = {{QStringLiteral("FreeTDS"), QStringLiteral("Driver=libtdsodbc.so")}};
+  SQLRETURN verbindung = SQL_SUCCESS;
+  QList<Meldung> verbindungsmeldungen;
+  std::vector<Schritt> schritte = {Schritt{}};
+  bool tot = false;
+  bool kennt_tot = true;
+  Laenge laenge = Laenge::Rest;
+  /// A piece never ends between the two halves of a character outside the basic plane.
+  bool paare_ganz = false;
+  std::set<SQLINTEGER> unbekannte_attribute;
+  /// Takes bound columns; without it every value is asked for by itself.
+  bool bindet = false;
+  /// With bound columns: the row of a block that is marked as failed while the block itself succeeds, from 0.
+  std::optional<std::size_t> schlechte_zeile;
+
+  // What was asked.
+  QStringList zeichenfolgen;
+  QStringList texte;
+  std::map<SQLINTEGER, SQLULEN> attribute;
+  int offene_griffe = 0;
+  int getrennt = 0;
+  int stuecke = 0;
+  std::size_t gelesene_schritte = 0;
+  int geholte_bloecke = 0;
+  int einzelne_werte = 0;
+
+  SQLRETURN AllocHandle(SQLSMALLINT art, SQLHANDLE eltern, SQLHANDLE* neu) override;
+  SQLRETURN FreeHandle(SQLSMALLINT art, SQLHANDLE griff) override;
+  SQLRETURN SetEnvAttr(SQLHENV umgebung, SQLINTEGER attribut, SQLULEN wert) override;
+  SQLRETURN SetConnectAttr(SQLHDBC dbc, SQLINTEGER attribut, SQLULEN wert) override;
+  SQLRETURN GetConnectAttr(SQLHDBC dbc, SQLINTEGER attribut, SQLUINTEGER* wert) override;
+  SQLRETURN SetStmtAttr(SQLHSTMT anweisung, SQLINTEGER attribut, SQLULEN wert) override;
+  SQLRETURN SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, void* ziel) override;
+  SQLRETURN DriverConnect(SQLHDBC dbc, const QString& zeichenfolge) override;
+  SQLRETURN Disconnect(SQLHDBC dbc) override;
+  SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) override;
+  SQLRETURN NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) override;
+  SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
+                        SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) override;
+  SQLRETURN BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
+                    SQLLEN* laengen) override;
+  SQLRETURN Fetch(SQLHSTMT anweisung) override;
+  SQLRETURN GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
+                    SQLLEN* rest) override;
+  SQLRETURN MoreResults(SQLHSTMT anweisung) override;
+  SQLRETURN GetDiagRec(SQLSMALLINT art, SQLHANDLE griff, SQLSMALLINT satz, char16_t* sqlstate, SQLINTEGER* nummer,
+                       char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_laenge) override;
+  SQLRETURN Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* angaben) override;
+  SQLRETURN DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* name_treiber) override;
+
+ private:
+  SQLRETURN beginne_schritt();
+  struct Bindung {
+    SQLSMALLINT art = 0;
+    char* ziel = nullptr;
+    SQLLEN platz = 0;
+    SQLLEN* laengen = nullptr;
+  };
+  SQLRETURN hole_zeile();
+  void lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_block) const;
+  SQLRETURN gib_text(const QString& wert, void* ziel, SQLLEN platz, SQLLEN* rest);
+  SQLRETURN setze(SQLINTEGER attribut, SQLULEN wert);
+
+  QList<Meldung> meldungen_;
+  std::size_t schritt_ = 0;
+  std::optional<std::size_t> zeile_;
+  std::map<SQLUSMALLINT, Bindung> bindungen_;
+  std::map<SQLINTEGER, void*> zeiger_;
+  SQLUSMALLINT spalte_ = 0;
+  qsizetype stelle_ = 0;
+  qsizetype naechster_treiber_ = 0;
+};

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include "platform/gdiplus/Bildersitzung.h"
+#include "platform/gdiplus/gdiplus.h"
+#include "tests/platform/gdiplus/Vorlagen.h"
+#include "tests/support/Fehler.h"
+
+using namespace gdiplus;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+std::int32_t starte() {
+  std::int32_t marke = 0;
+  EXPECT_EQ(GdiplusStartup(marke, 1), Ok);
+  EXPECT_NE(marke, 0);
+  return marke;
+}
+
+TEST(Sitzung, ohne_Sitzung_ist_jeder_Status_18) {
+  Bitmap bild;
+  Bitmap handle;
+  EXPECT_EQ(GdipCreateBitmapFromFile(u"/gibt/es/nicht.jpg"_s, bild), GdiplusNotInitialized);
+  EXPECT_EQ(GdipCreateHBITMAPFromBitmap(bild, handle, 0), GdiplusNotInitialized);
+  EXPECT_EQ(GdipDisposeImage(bild), GdiplusNotInitialized);
+}
+
+TEST(Sitzung, nur_Version_1_startet) {
+  std::int32_t marke = 7;
+  EXPECT_EQ(GdiplusStartup(marke, 2), UnsupportedGdiplusVersion);
+  EXPECT_EQ(marke, 7);
+  EXPECT_FALSE(bildersitzung::laeuft());
+}
+
+TEST(Sitzung, geschachtelte_Sitzungen_werden_gezaehlt) {
+  const std::int32_t aussen = starte();
+  const std::int32_t innen = starte();
+  EXPECT_NE(aussen, innen);
+  EXPECT_EQ(GdiplusShutdown(innen), Ok);
+  EXPECT_TRUE(bildersitzung::laeuft());
+  EXPECT_EQ(GdiplusShutdown(aussen), Ok);
+  EXPECT_FALSE(bildersitzung::laeuft());
+}
+
+TEST(Sitzung, zweimal_dieselbe_Marke_beendet_auch_die_aeussere_Sitzung) {
+  starte();
+  const std::int32_t innen = starte();
+  GdiplusShutdown(innen);
+  GdiplusShutdown(innen);
+  EXPECT_FALSE(bildersitzung::laeuft());
+}
+
+TEST(Sitzung, ein_Ende_zu_viel_ist_Status_0_und_zaehlt_nicht_voraus) {
+  EXPECT_EQ(GdiplusShutdown(starte()), Ok);
+  EXPECT_EQ(GdiplusShutdown(99), Ok);
+  const std::int32_t marke = starte();
+  EXPECT_TRUE(bildersitzung::laeuft());
+  GdiplusShutdown(marke);
+}
+
+TEST(Sitzung, ein_befohlener_Fehlstart_gilt_einmal) {
+  bildersitzung::naechster_Start(GenericError);
+  std::int32_t marke = 0;
+  EXPECT_EQ(GdiplusStartup(marke, 1), GenericError);
+  EXPECT_FALSE(bildersitzung::laeuft());
+  GdiplusShutdown(starte());
+}
+
+TEST(Sitzung, ohne_Bitmap_ist_der_Status_2) {
+  const std::int32_t marke = starte();
+  Bitmap keines;
+  Bitmap handle;
+  EXPECT_EQ(GdipCreateHBITMAPFromBitmap(keines, handle, 0), InvalidParameter);
+  EXPECT_EQ(GdipDisposeImage(keines), InvalidParameter);
+  GdiplusShutdown(marke);
+}
+
+TEST(LoadPicture, liest_BMP_GIF_und_JPEG_ohne_Sitzung) {
+  const Testordner ordner;
+  const QImage bild = vorlagen::foto({20, 10});
+  for (const QByteArray& inhalt : {vorlagen::kodiert(bild, "bmp"), vorlagen::gif({20, 10}, 5), vorlagen::jpeg(bild)})
+    EXPECT_EQ(LoadPicture(ordner.schreibe(u"a"_s, inhalt))->groesse(), QSize(20, 10));
+}
+
+TEST(LoadPicture, meldet_53_fuer_fehlende_und_481_fuer_andere_Dateien) {
+  const Testordner ordner;
+  const auto nummer = [&](const QString& pfad) { return Fehlernummer_von([&] { LoadPicture(pfad); }); };
+  EXPECT_EQ(nummer(ordner.pfad(u"fehlt.bmp"_s)), fehlernummer::DateiNichtGefunden);
+  EXPECT_EQ(nummer(ordner.schreibe(u"a"_s, "Text")), fehlernummer::UngueltigesBild);
+  EXPECT_EQ(nummer(ordner.schreibe(u"b"_s, vorlagen::kodiert(vorlagen::foto({9, 9}), "png"))),
+            fehlernummer::UngueltigesBild);
+  EXPECT_EQ(nummer(ordner.schreibe(u"c"_s, "\xff\xd8\xff")), fehlernummer::UngueltigesBild);
+}
+
+}  // namespace

@@ -1,0 +1,175 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <QFile>
+
+#include "platform/gdiplus/bild/Bildspeicher.h"
+#include "tests/platform/gdiplus/Vorlagen.h"
+
+using namespace gdiplus;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class Speicher : public Bilder {
+ protected:
+  static QByteArray einfarbig(QRgb farbe, QSize groesse = {200, 160}) {
+    QImage bild(groesse, QImage::Format_RGB32);
+    bild.fill(farbe);
+    return vorlagen::kodiert(bild, "bmp");  // always of the same length
+  }
+  // The file system's clock moves in steps: writes until the file's state can be told from the one before. (In real use
+  // a file changed so recently is not kept at all.)
+  void aendere(const QString& name, const QByteArray& inhalt) const {
+    const dateien::Kennung vorher = dateien::kennung(ordner.pfad(name));
+    do {
+      ordner.schreibe(name, inhalt);
+    } while (dateien::kennung(ordner.pfad(name)).zustand_ns == vorher.zustand_ns);
+  }
+  static constexpr QRgb kRot = qRgb(255, 0, 0);
+  static constexpr QRgb kBlau = qRgb(0, 0, 255);
+  static constexpr QSize kKlein{50, 40};
+};
+
+TEST_F(Speicher, eine_unveraenderte_Datei_gibt_dieselben_Pixel_wieder) {
+  const QString pfad = ordner.schreibe(u"a.jpg"_s, vorlagen::jpeg(vorlagen::foto({400, 300})));
+  const QImage erst = oeffne(pfad)->bild(kKlein);
+  const QImage dann = oeffne(pfad)->bild(kKlein);
+  EXPECT_EQ(erst, dann);
+  EXPECT_EQ(erst.constBits(), dann.constBits()) << "the pixels were made anew";
+}
+
+TEST_F(Speicher, fuer_bekannte_Pixel_werden_die_Bytes_der_Datei_nicht_gelesen) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  oeffne(pfad)->bild(kKlein);
+  struct stat vorher {};
+  ASSERT_EQ(::stat(QFile::encodeName(pfad).constData(), &vorher), 0);
+  const auto gelesen = [] {
+    QFile zaehler(u"/proc/self/io"_s);
+    if (!zaehler.open(QIODevice::ReadOnly)) return qint64{-1};
+    return zaehler.readLine().split(' ').last().trimmed().toLongLong();
+  };
+  const qint64 anfang = gelesen();
+  const Bitmap b = oeffne(pfad);
+  EXPECT_EQ(b->groesse(), QSize(200, 160));
+  b->bild(kKlein);
+  EXPECT_LT(gelesen() - anfang, 5000) << "the file has 96054 bytes";
+}
+
+TEST_F(Speicher, eine_geaenderte_Datei_gibt_das_neue_Bild) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kRot);
+  aendere(u"a.bmp"_s, einfarbig(kBlau));
+  EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kBlau);
+}
+
+TEST_F(Speicher, eine_ersetzte_Datei_mit_altem_Zeitstempel_gibt_das_neue_Bild) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  const QString neu = ordner.schreibe(u"b.bmp"_s, einfarbig(kBlau));
+  EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kRot);
+  struct stat alt {};
+  ASSERT_EQ(::stat(QFile::encodeName(pfad).constData(), &alt), 0);
+  const timespec zeiten[2] = {alt.st_atim, alt.st_mtim};
+  ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(neu).constData(), zeiten, 0), 0);
+  ASSERT_EQ(::rename(QFile::encodeName(neu).constData(), QFile::encodeName(pfad).constData()), 0);
+  EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kBlau);
+}
+
+TEST_F(Speicher, eine_an_Ort_und_Stelle_geaenderte_Datei_mit_altem_Zeitstempel_gibt_das_neue_Bild) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  struct stat alt {};
+  ASSERT_EQ(::stat(QFile::encodeName(pfad).constData(), &alt), 0);
+  EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kRot);
+  aendere(u"a.bmp"_s, einfarbig(kBlau));
+  const timespec zeiten[2] = {alt.st_atim, alt.st_mtim};
+  ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(pfad).constData(), zeiten, 0), 0);
+  EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kBlau);
+}
+
+TEST_F(Speicher, eine_eben_geaenderte_Datei_wird_nicht_gemerkt) {
+  Bildspeicher::aktuell().uhr(nullptr);
+  oeffne(ordner.schreibe(u"a.bmp"_s, einfarbig(kRot)))->bild(kKlein);
+  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
+}
+
+TEST_F(Speicher, ganze_Bilder_werden_nie_gemerkt) {
+  const Bitmap b = lade(u"a.bmp"_s, einfarbig(kRot));
+  b->bild();
+  b->bild({200, 160});
+  b->bild({400, 320});
+  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
+  b->bild(kKlein);
+  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 50 * 40 * 4);
+}
+
+TEST_F(Speicher, ein_Bild_aus_dem_Speicher_liest_fuer_andere_Groessen_nach) {
+  const QString pfad = ordner.schreibe(u"a.png"_s, vorlagen::kodiert(vorlagen::foto({120, 90}), "png"));
+  oeffne(pfad)->bild(kKlein);
+  const Bitmap b = oeffne(pfad);
+  EXPECT_EQ(b->bild(), vorlagen::foto({120, 90}));
+  EXPECT_EQ(b->bild(kKlein).size(), kKlein);
+}
+
+TEST_F(Speicher, ein_Bild_aus_dem_Speicher_zeigt_nie_eine_spaetere_Datei) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  oeffne(pfad)->bild(kKlein);
+  const Bitmap alt = oeffne(pfad);
+  aendere(u"a.bmp"_s, einfarbig(kBlau, {100, 80}));
+  EXPECT_EQ(alt->groesse(), QSize(200, 160));
+  EXPECT_EQ(alt->bild(kKlein).pixel(5, 5), kRot);
+  EXPECT_EQ(alt->bild().size(), QSize(200, 160));
+  EXPECT_EQ(alt->bild().pixel(100, 80), kRot);
+  ASSERT_TRUE(QFile::remove(pfad));
+  EXPECT_EQ(alt->bild({30, 20}).pixel(10, 10), kRot);
+}
+
+TEST_F(Speicher, ein_geladenes_Bild_zeigt_in_jeder_Groesse_seine_alte_Datei) {
+  const QString pfad = ordner.schreibe(u"a.png"_s, vorlagen::kodiert(vorlagen::foto({120, 90}), "png"));
+  const Bitmap alt = oeffne(pfad);
+  aendere(u"a.png"_s, einfarbig(kBlau));
+  oeffne(pfad)->bild(kKlein);
+  EXPECT_EQ(alt->bild(), vorlagen::foto({120, 90}));
+  EXPECT_NE(alt->bild(kKlein).pixel(5, 5), kBlau);
+  EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kBlau);
+}
+
+TEST_F(Speicher, wer_Pixel_aendert_aendert_nicht_den_Speicher) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  QImage bild = oeffne(pfad)->bild(kKlein);
+  bild.fill(Qt::green);
+  EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kRot);
+}
+
+TEST_F(Speicher, die_Grenze_haelt_und_das_laengst_Unbenutzte_geht_zuerst) {
+  constexpr qint64 kEines = 50 * 40 * 4;
+  Bildspeicher::aktuell().grenze(5 * kEines);
+  QStringList pfade;
+  for (int i = 0; i < 8; ++i) {
+    pfade.append(ordner.schreibe(QString::number(i), einfarbig(kRot)));
+    oeffne(pfade.last())->bild(kKlein);
+    oeffne(pfade.first())->bild(kKlein);
+    EXPECT_LE(Bildspeicher::aktuell().belegt(), 5 * kEines);
+  }
+  const auto bekannt = [](const QString& pfad) {
+    return Bildspeicher::aktuell().suche(*Bildspeicher::aktuell().schluessel(pfad)).has_value();
+  };
+  EXPECT_TRUE(bekannt(pfade[0]));
+  EXPECT_FALSE(bekannt(pfade[1]));
+  EXPECT_TRUE(bekannt(pfade[7]));
+  Bildspeicher::aktuell().grenze(Bildspeicher::kGrenze);
+}
+
+TEST_F(Speicher, von_einer_Datei_bleiben_hoechstens_vier_Groessen) {
+  const Bitmap b = lade(u"a.bmp"_s, einfarbig(kRot));
+  for (int i = 1; i <= 9; ++i) b->bild({i, 1});
+  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 4 * (6 + 7 + 8 + 9));
+}
+
+TEST_F(Speicher, ein_Bild_von_mehr_als_einem_Viertel_der_Grenze_wird_nicht_gemerkt) {
+  Bildspeicher::aktuell().grenze(4 * 50 * 40 * 4 - 4);
+  lade(u"a.bmp"_s, einfarbig(kRot))->bild(kKlein);
+  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
+  Bildspeicher::aktuell().grenze(Bildspeicher::kGrenze);
+}
+
+}  // namespace
