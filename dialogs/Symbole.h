@@ -3,7 +3,7 @@
 #include <QIcon>
 #include <QString>
 
-#include "platform/forms/Knoepfe.h"
+#include "platform/forms/steuerelemente/Knoepfe.h"
 
 /// The drawings of the dialogs' buttons.
 namespace symbole {

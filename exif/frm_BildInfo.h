@@ -4,8 +4,8 @@
 
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/Knoepfe.h"
-#include "platform/forms/SftTree.h"
+#include "platform/forms/steuerelemente/Knoepfe.h"
+#include "platform/forms/steuerelemente/SftTree.h"
 
 /// "Eigenschaften": the Exif values of one picture in a list. Whoever makes it sets the three members, calls Load_Exif
 /// or Create_List, shows it modally and unloads it.

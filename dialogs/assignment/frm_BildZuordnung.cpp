@@ -2,7 +2,7 @@
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
-#include "platform/forms/Twips.h"
+#include "platform/basic/Twips.h"
 #include "platform/host/Oberflaeche.h"
 #include "store/mod_BilderSuchen.h"
 

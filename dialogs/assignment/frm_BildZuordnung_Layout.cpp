@@ -5,7 +5,7 @@
 
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/basic/Fehlerbehandlung.h"
-#include "platform/forms/Twips.h"
+#include "platform/basic/Twips.h"
 #include "platform/host/Oberflaeche.h"
 
 using namespace oberflaeche;

@@ -6,7 +6,7 @@
 #include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
-#include "platform/forms/Twips.h"
+#include "platform/basic/Twips.h"
 #include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Dateityp.h"

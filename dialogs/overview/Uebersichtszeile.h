@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "platform/basic/XArrayDBObject.h"
-#include "platform/forms/TDBGrid.h"
+#include "platform/forms/gitter/TDBGrid.h"
 #include "store/clsBildZuordnungen.h"
 
 /// The row layout that both overview dialogs share: one assignment with its picture, of which most columns are hidden

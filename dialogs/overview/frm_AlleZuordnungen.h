@@ -3,11 +3,11 @@
 #include <memory>
 
 #include "platform/basic/XArrayDBObject.h"
-#include "platform/forms/Flaechen.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/Knoepfe.h"
 #include "platform/forms/Steuerelementfeld.h"
-#include "platform/forms/TDBGrid.h"
+#include "platform/forms/gitter/TDBGrid.h"
+#include "platform/forms/steuerelemente/Flaechen.h"
+#include "platform/forms/steuerelemente/Knoepfe.h"
 #include "platform/host/Anwendungsobjekt.h"
 #include "store/clsBildZuordnungen.h"
 

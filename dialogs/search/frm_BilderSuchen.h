@@ -5,15 +5,15 @@
 #include <memory>
 
 #include "platform/basic/XArrayDBObject.h"
-#include "platform/forms/Auswahlfelder.h"
-#include "platform/forms/Bildfeld.h"
-#include "platform/forms/DirListBox.h"
-#include "platform/forms/Flaechen.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/ImageList.h"
-#include "platform/forms/Knoepfe.h"
-#include "platform/forms/ListView.h"
-#include "platform/forms/Textfelder.h"
+#include "platform/forms/steuerelemente/Auswahlfelder.h"
+#include "platform/forms/steuerelemente/Bildfeld.h"
+#include "platform/forms/steuerelemente/DirListBox.h"
+#include "platform/forms/steuerelemente/Flaechen.h"
+#include "platform/forms/steuerelemente/ImageList.h"
+#include "platform/forms/steuerelemente/Knoepfe.h"
+#include "platform/forms/steuerelemente/ListView.h"
+#include "platform/forms/steuerelemente/Textfelder.h"
 
 /// Columns of the search's result: one row a chosen file, and an empty last one.
 namespace fund {

@@ -3,11 +3,11 @@
 #include <utility>
 
 #include "platform/adodb/Adofehler.h"
+#include "platform/adodb/Treiber.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/adodb/odbc/OdbcTreiber.h"
 #include "platform/adodb/odbc/OdbcVerbindung.h"
 #include "platform/adodb/sqlite/SqliteTreiber.h"
-#include "platform/adodb/Treiber.h"
-#include "platform/adodb/Verbindungszeichenfolge.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -10,8 +10,8 @@
 #include <array>
 #include <utility>
 
-#include "platform/forms/Steuerelement.h"
-#include "platform/forms/Twips.h"
+#include "platform/basic/Twips.h"
+#include "platform/forms/steuerelemente/Steuerelement.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -6,8 +6,8 @@
 #include <exception>
 #include <functional>
 
-#include "platform/forms/Ereigniswache.h"
-#include "platform/forms/Ziehvorgang.h"
+#include "platform/forms/steuerelemente/Ereigniswache.h"
+#include "platform/forms/steuerelemente/Ziehvorgang.h"
 #include "platform/host/KVOCore.h"
 
 class QAbstractButton;

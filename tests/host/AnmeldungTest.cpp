@@ -8,8 +8,8 @@
 #include "host/Anmeldung.h"
 #include "host/Ausgang.h"
 #include "host/fenster/Gedaechtnis.h"
-#include "platform/adodb/odbc/OdbcWorte.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
+#include "platform/adodb/odbc/OdbcWorte.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/adodb/odbc/OdbcTreiber.h"
 #include "platform/adodb/SqlZerleger.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
+#include "platform/adodb/odbc/OdbcTreiber.h"
 
 using namespace Qt::Literals::StringLiterals;
 

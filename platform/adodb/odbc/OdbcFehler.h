@@ -4,8 +4,8 @@
 #include <QString>
 #include <cstdint>
 
-#include "platform/adodb/odbc/OdbcSchicht.h"
 #include "platform/adodb/Treiber.h"
+#include "platform/adodb/odbc/OdbcSchicht.h"
 
 namespace adodb {
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/adodb/Treiber.h"
 #include "platform/adodb/odbc/OdbcFehler.h"
 #include "platform/adodb/odbc/OdbcSchicht.h"
-#include "platform/adodb/Treiber.h"
 
 namespace adodb {
 

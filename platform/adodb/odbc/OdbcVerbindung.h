@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/adodb/odbc/OdbcTreiberwahl.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
+#include "platform/adodb/odbc/OdbcTreiberwahl.h"
 
 namespace adodb {
 

@@ -3,9 +3,9 @@
 #include <functional>
 #include <vector>
 
+#include "platform/adodb/Treiber.h"
 #include "platform/adodb/odbc/OdbcBindung.h"
 #include "platform/adodb/odbc/OdbcSchicht.h"
-#include "platform/adodb/Treiber.h"
 
 namespace adodb {
 

@@ -8,9 +8,9 @@
 
 #include "platform/adodb/Adofehler.h"
 #include "platform/adodb/SqlZerleger.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/adodb/sqlite/SqliteDialekt.h"
 #include "platform/adodb/sqlite/SqliteKollation.h"
-#include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/basic/Windows1252.h"
 #include "platform/files/Pfadkarte.h"
 

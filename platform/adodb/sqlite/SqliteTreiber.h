@@ -2,8 +2,8 @@
 
 #include <chrono>
 
-#include "platform/adodb/sqlite/SqliteSperre.h"
 #include "platform/adodb/Treiber.h"
+#include "platform/adodb/sqlite/SqliteSperre.h"
 
 struct sqlite3;
 struct sqlite3_stmt;

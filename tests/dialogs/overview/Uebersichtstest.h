@@ -11,7 +11,7 @@
 
 #include "dialogs/overview/Uebersichtszeile.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/TDBGrid.h"
+#include "platform/forms/gitter/TDBGrid.h"
 #include "tests/dialogs/overview/Wirtsdoppel.h"
 #include "tests/support/Bildwurzel.h"
 #include "tests/support/Doppel.h"

@@ -1,5 +1,5 @@
 // Where the controls stand, at any size of the window.
-#include "platform/forms/Twips.h"
+#include "platform/basic/Twips.h"
 #include "tests/dialogs/search/Suchtest.h"
 
 using namespace Qt::Literals::StringLiterals;

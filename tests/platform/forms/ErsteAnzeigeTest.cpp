@@ -6,7 +6,7 @@
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/SSSplitter.h"
+#include "platform/forms/steuerelemente/SSSplitter.h"
 #include "tests/support/Fehler.h"
 #include "tests/support/Umgebung.h"
 

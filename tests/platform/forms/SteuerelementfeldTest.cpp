@@ -4,9 +4,9 @@
 #include <QTest>
 #include <QTimer>
 
-#include "platform/forms/Bildfeld.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Steuerelementfeld.h"
+#include "platform/forms/steuerelemente/Bildfeld.h"
 #include "tests/support/Fehler.h"
 #include "tests/support/Umgebung.h"
 

@@ -1,0 +1,47 @@
+#include "platform/forms/steuerelemente/ImageList.h"
+
+#include "platform/basic/Laufzeitfehler.h"
+
+std::size_t ImageList::platz(int index) const {
+  if (index < 1 || index > Count()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
+  return static_cast<std::size_t>(index - 1);
+}
+
+void ImageList::Add(const QString& schluessel, const QIcon& bild) {
+  bilder_.push_back({schluessel, bild});
+  if (!erste_.contains(schluessel)) erste_.insert(schluessel, Count());
+}
+
+void ImageList::Remove(int index) {
+  const bool letzter = index == Count();
+  const QString schluessel = Key(index);
+  bilder_.erase(bilder_.begin() + static_cast<std::ptrdiff_t>(platz(index)));
+  // From the last one on nothing moves up.
+  if (!letzter)
+    zaehle_neu();
+  else if (erste_.value(schluessel) == index)
+    erste_.remove(schluessel);
+}
+
+void ImageList::Clear() noexcept {
+  bilder_.clear();
+  erste_.clear();
+}
+
+const QString& ImageList::Key(int index) const {
+  return bilder_[platz(index)].schluessel;
+}
+
+const QIcon& ImageList::Image(int index) const {
+  return bilder_[platz(index)].bild;
+}
+
+int ImageList::Suche(const QString& schluessel) const {
+  return erste_.value(schluessel, 0);
+}
+
+void ImageList::zaehle_neu() {
+  erste_.clear();
+  for (int i = 1; i <= Count(); ++i)
+    if (!erste_.contains(Key(i))) erste_.insert(Key(i), i);
+}
