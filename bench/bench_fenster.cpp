@@ -12,9 +12,9 @@
 #include <QTemporaryDir>
 
 #include "bench/Messung.h"
-#include "host/Datenbank.h"
-#include "host/Namen.h"
-#include "host/fenster/Datenordner.h"
+#include "host/betrieb/Datenbank.h"
+#include "host/betrieb/Namen.h"
+#include "host/betrieb/beispiel/Datenordner.h"
 
 using namespace Qt::Literals::StringLiterals;
 using messung::verlange;

@@ -9,10 +9,10 @@
 #include <cstdio>
 #include <cstring>
 
-#include "host/Ausgang.h"
-#include "host/fenster/Gedaechtnis.h"
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Gedaechtnis.h"
 #include "host/fenster/Hauptfenster.h"
-#include "host/fenster/Rundgang.h"
+#include "host/rundgang/Rundgang.h"
 #include "platform/forms/Fensterdienste.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -6,8 +6,8 @@
 #include <clocale>
 #include <cstring>
 
-#include "host/Ausgabe.h"
-#include "host/Befehle.h"
+#include "host/kvobild/Ausgabe.h"
+#include "host/kvobild/Befehle.h"
 #include "platform/basic/Laufzeitfehler.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <QString>
 
-#include "host/Anmeldung.h"
+#include "host/betrieb/Anmeldung.h"
 
 class QLabel;
 class QLineEdit;

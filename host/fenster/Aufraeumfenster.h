@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "host/Aufraeumen.h"
+#include "host/betrieb/Aufraeumen.h"
 
 /// Shows what a clearing of the picture tree would delete, and asks.
 class Aufraeumfenster final : public QDialog {

@@ -9,14 +9,14 @@
 #include <QStatusBar>
 #include <QTimer>
 
-#include "host/Anmeldung.h"
-#include "host/Ausgang.h"
-#include "host/Datenbank.h"
+#include "host/betrieb/Anmeldung.h"
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Datenbank.h"
+#include "host/betrieb/vorgang/Bildsammlung.h"
+#include "host/betrieb/vorgang/Vorgangsquelle.h"
 #include "host/fenster/Anmeldefenster.h"
-#include "host/fenster/Bildsammlung.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "host/fenster/Vorgangsliste.h"
-#include "host/fenster/Vorgangsquelle.h"
 #include "platform/host/KVOCore.h"
 #include "platform/host/Oberflaeche.h"
 

@@ -3,11 +3,11 @@
 #include <QMainWindow>
 #include <QString>
 
-#include "host/fenster/Arbeitsplatz.h"
+#include "host/betrieb/Arbeitsplatz.h"
+#include "host/betrieb/vorgang/Vorschaulader.h"
+#include "host/betrieb/vorgang/Zuordnungslauf.h"
 #include "host/fenster/Hochkommawache.h"
-#include "host/fenster/Vorschaulader.h"
 #include "host/fenster/Wirtskomponenten.h"
-#include "host/fenster/Zuordnungslauf.h"
 
 class QAction;
 class QLabel;

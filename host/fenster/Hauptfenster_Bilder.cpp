@@ -2,8 +2,8 @@
 #include <QModelIndex>
 
 #include "dialogs/assignment/clsDialoge.h"
-#include "host/Aufraeumen.h"
-#include "host/Ausgang.h"
+#include "host/betrieb/Aufraeumen.h"
+#include "host/betrieb/Ausgang.h"
 #include "host/fenster/Aufraeumfenster.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Vorgangsansicht.h"

@@ -1,8 +1,8 @@
 // What the window does with the assignments of a record beside its dialog: all of a picture's, and further ones.
 #include "dialogs/assignment/clsDialoge.h"
-#include "host/Ausgang.h"
-#include "host/Hochkomma.h"
-#include "host/fenster/Bildsammlung.h"
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Hochkomma.h"
+#include "host/betrieb/vorgang/Bildsammlung.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "host/fenster/Vorgangsliste.h"

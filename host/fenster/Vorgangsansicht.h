@@ -4,7 +4,7 @@
 #include <QString>
 #include <QWidget>
 
-#include "host/fenster/Vorgang.h"
+#include "host/betrieb/vorgang/Vorgang.h"
 #include "host/fenster/Vorschaustreifen.h"
 
 class QLabel;

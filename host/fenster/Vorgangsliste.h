@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "host/fenster/Vorgang.h"
+#include "host/betrieb/vorgang/Vorgang.h"
 #include "host/fenster/Vorgangsmodell.h"
 
 class QAction;

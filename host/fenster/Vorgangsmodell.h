@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <array>
 
-#include "host/fenster/Vorgang.h"
+#include "host/betrieb/vorgang/Vorgang.h"
 
 /// The business records as a tree of two levels: the kinds, and below each its records with number, subject and number
 /// of pictures.

@@ -10,8 +10,8 @@
 #include <functional>
 #include <stdexcept>
 
-#include "host/fenster/Hand.h"
-#include "host/fenster/Schrittfolge.h"
+#include "host/rundgang/Hand.h"
+#include "host/rundgang/Schrittfolge.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <optional>
+
+#include "host/betrieb/Datenbank.h"
+#include "host/betrieb/Wirtsoptionen.h"
+#include "platform/adodb/Connection.h"
+#include "platform/host/Anwendungsobjekt.h"
+
+/// What the program works on: its database and its picture tree. The picture tree is drive P: of the path map, since a
+/// dot anywhere in a root's path would hide every text file below it.
+class Arbeitsplatz {
+ public:
+  explicit Arbeitsplatz(Wirtsoptionen optionen) : optionen_(std::move(optionen)) {}
+
+  const Wirtsoptionen& optionen() const noexcept { return optionen_; }
+  /// Opening makes the sample data first, which takes its time.
+  bool erster_Start() const;
+  /// Opening may wait for a server.
+  bool wartet_auf_Server() const;
+  /// The connection names a user, and neither the call nor the user has given the password yet, or the server has
+  /// refused it.
+  bool braucht_Kennwort() const;
+  /// The password that the user gave; kept in memory for as long as the server takes it.
+  void kennwort(const QString& wert) { kennwort_ = wert; }
+  /// Why the last opening failed, and Anderer where it did not.
+  Datenbankgrund ausfallgrund() const noexcept { return ausfallgrund_; }
+  /// Opens the database, anew where it was open, and makes the data folder where it is needed and missing. A failure
+  /// ends with Abbruch and words for the user; nothing is open then.
+  void oeffne();
+
+  /// The database's connect string; empty until it was opened once.
+  const QString& verbindungszeichenfolge() const noexcept { return verbindungszeichenfolge_; }
+  /// The open connection, or none.
+  const std::shared_ptr<adodb::Connection>& verbindung() const noexcept { return verbindung_; }
+  /// What the dialogs get of this program.
+  std::shared_ptr<Anwendungsobjekt> anwendungsobjekt() const;
+  /// The picture root for the component, without a closing backslash.
+  QString wurzel() const { return QStringLiteral("P:"); }
+  /// Why the pictures can't be reached at this moment, in words for the user, or none.
+  std::optional<QString> wurzel_fehlt();
+  /// The root is there but holds nothing at all, as the place does where a drive is not mounted.
+  bool wurzel_leer() const;
+
+ private:
+  QString angabe_der_Wurzel() const;
+  void binde_Wurzel();
+
+  Wirtsoptionen optionen_;
+  std::optional<QString> kennwort_;
+  Datenbankgrund ausfallgrund_ = Datenbankgrund::Anderer;
+  QString verbindungszeichenfolge_;
+  std::shared_ptr<adodb::Connection> verbindung_;
+  bool wurzel_gebunden_ = false;
+};

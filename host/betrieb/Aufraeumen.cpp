@@ -1,0 +1,173 @@
+#include "host/betrieb/Aufraeumen.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Namen.h"
+#include "platform/basic/Text.h"
+#include "platform/files/FileSystemObject.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Grund = Aufraeumposten::Grund;
+
+struct Begruendung {
+  QStringView kennung;
+  QStringView worte;
+};
+
+Begruendung begruendung(Grund grund) {
+  switch (grund) {
+    case Grund::OhneZuordnung:
+      return {u"ohne_zuordnung", u"keine Zuordnung"};
+    case Grund::TextOhneBild:
+      return {u"text_ohne_bild", u"Text ohne Bild"};
+    case Grund::LeererOrdner:
+      return {u"leerer_ordner", u"leerer Ordner"};
+    case Grund::AbfrageGescheitert:
+      break;
+  }
+  // No list with one is handed out.
+  return {u"abfrage_gescheitert", u"nicht zu prüfen"};
+}
+
+template <class Bedingung>
+qsizetype zaehle(const Aufraeumliste& liste, Bedingung bedingung) {
+  return static_cast<qsizetype>(std::count_if(liste.Posten.begin(), liste.Posten.end(), bedingung));
+}
+
+QString ohne_Trenner_am_Ende(QString ordner) {
+  while (ordner.endsWith(u'\\')) ordner.chop(1);
+  return ordner;
+}
+
+/// What the component's question for a file carries as it is: the first two pieces of its name, and its folder as the
+/// table has it. Texts and names without a dot are never asked for.
+bool fragt_mit_Hochkomma(const QString& name, const QString& ordner) {
+  const QStringList stuecke = name.split(u'.');
+  if (stuecke.size() < 2 || text::UCase(name).endsWith(".TXT"_L1)) return false;
+  return (stuecke[0] + stuecke[1] + ordner).contains(u'\'');
+}
+
+/// Files from `ordner` on that the table can't be asked for; a folder that can't be read is passed over, as nothing in
+/// it is asked for either.
+void sammle_unfragbare(const QString& ordner, const QString& wurzel, QStringList& dateien) {
+  gelingt([&] {
+    const Folder inhalt = FileSystemObject().GetFolder(ordner);
+    for (const QString& name : inhalt.SubFolders()) sammle_unfragbare(ordner + u'\\' + name, wurzel, dateien);
+    const QString relativ = QString(ordner).remove(wurzel + u'\\');
+    for (const QString& name : inhalt.Files())
+      if (fragt_mit_Hochkomma(name, relativ)) dateien.append(ordner + u'\\' + name);
+  });
+}
+
+bool gleich(const Aufraeumliste& a, const Aufraeumliste& b) {
+  return a.Ergebnis == b.Ergebnis &&
+         std::equal(a.Posten.begin(), a.Posten.end(), b.Posten.begin(), b.Posten.end(),
+                    [](const auto& x, const auto& y) { return x.Pfad == y.Pfad && x.Warum == y.Warum; });
+}
+
+}  // namespace
+
+Aufraeumen::Aufraeumen(clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel,
+                       QString start)
+    : store_(store),
+      verbindung_(std::move(verbindung)),
+      // A separator too many in front of each name would make every picture a free one.
+      wurzel_(ohne_Trenner_am_Ende(std::move(wurzel))),
+      start_(ohne_Trenner_am_Ende(std::move(start))) {}
+
+bool Aufraeumen::hat_Zeilen() const {
+  bool zeilen = false;
+  if (const auto grund =
+          versuche([&] { zeilen = !verbindung_->Execute(u"select Top 1 Key1 from Bild_Zuordnungen"_s)->Eof(); }))
+    throw Abbruch(Ausgang::Datenbank,
+                  u"Die Tabelle Bild_Zuordnungen ist nicht zu lesen, und ohne sie gälte jedes Bild als frei: "_s +
+                      grund->Beschreibung());
+  return zeilen;
+}
+
+/// A name with an apostrophe would break the question, which makes the picture a free one, or be a statement of its
+/// own.
+void Aufraeumen::pruefe_Namen() const {
+  constexpr qsizetype Genannte = 10;
+  QStringList dateien;
+  sammle_unfragbare(start_, wurzel_, dateien);
+  if (dateien.isEmpty()) return;
+  QStringList genannt;
+  for (const QString& pfad : dateien.mid(0, Genannte)) genannt.append(pfad.mid(wurzel_.size() + 1));
+  if (dateien.size() > Genannte) genannt.append(u"…"_s);
+  throw Abbruch(
+      Ausgang::Datei,
+      u"In der Ablage stehen Bilder mit einem Hochkomma in Name oder Ordner, nach denen sich die Tabelle nicht "
+      "fragen lässt; benennen Sie sie vorher um (%1): %2"_s.arg(QString::number(dateien.size()),
+                                                                genannt.join(u", "_s)));
+}
+
+Aufraeumliste Aufraeumen::liste() {
+  const FileSystemObject dateien;
+  for (const QString& ordner : {wurzel_, start_})
+    if (!dateien.FolderExists(ordner))
+      throw Abbruch(Ausgang::Datei, u"Den Ordner „%1“ gibt es nicht."_s.arg(namen::angezeigt(ordner)));
+  if (hat_Zeilen() && dateien.GetFolder(wurzel_).Anzahl_Eintraege() == 0)
+    throw Abbruch(Ausgang::Datei,
+                  u"Die Bildablage „%1“ ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?"_s.arg(
+                      namen::angezeigt(wurzel_)));
+  pruefe_Namen();
+  Aufraeumliste liste = store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_);
+  // A connection that broke in between would have made every picture a free one.
+  hat_Zeilen();
+  if (const auto anzahl = zaehle(liste, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; }))
+    throw Abbruch(
+        Ausgang::Datenbank,
+        u"Die Tabelle Bild_Zuordnungen hat die Antwort verweigert (Dateien: %1); nichts ist gelöscht."_s.arg(anzahl));
+  return liste;
+}
+
+QStringList Aufraeumen::fuehre_aus(const Aufraeumliste& gezeigt) {
+  if (!gleich(liste(), gezeigt))
+    throw Abbruch(Ausgang::Teilweise,
+                  u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s);
+  // Not the component's own clearing: it would ask the table again, and take a connection that breaks right now for a
+  // table that names no picture.
+  QStringList geblieben;
+  const FileSystemObject dateien;
+  for (const Aufraeumposten& p : gezeigt.Posten) {
+    const auto grund =
+        versuche([&] { p.ist_Ordner() ? dateien.DeleteFolder(p.Pfad, true) : dateien.DeleteFile(p.Pfad, true); });
+    // What somebody else has deleted meanwhile is gone as well.
+    if (grund && (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)))
+      geblieben.append(angezeigt(p));
+  }
+  return geblieben;
+}
+
+QString Aufraeumen::angezeigt(const Aufraeumposten& posten) const {
+  if (posten.Pfad == wurzel_) return u"."_s;
+  return posten.Pfad.mid(wurzel_.size() + 1) + (posten.ist_Ordner() ? u"\\"_s : QString());
+}
+
+QStringList Aufraeumen::warnungen(const Aufraeumliste& liste) const {
+  QStringList saetze;
+  if (const auto anzahl = zaehle(liste, [&](const auto& p) { return liegt_in_der_Wurzel(p); }))
+    saetze.append(
+        u"Dateien unmittelbar in der Bildablage: %1. Dort geht jede, ob zugeordnet oder nicht."_s.arg(anzahl));
+  if (!ist_True(liste.Ergebnis))
+    saetze.append(u"Ein Ordner ist nicht zu lesen: Ab dort, und in den Ordnern über ihm, bleibt alles stehen."_s);
+  return saetze;
+}
+
+QString Aufraeumen::kennung(Grund grund) {
+  return begruendung(grund).kennung.toString();
+}
+
+QString Aufraeumen::worte(Grund grund) {
+  return begruendung(grund).worte.toString();
+}
+
+bool Aufraeumen::liegt_in_der_Wurzel(const Aufraeumposten& posten) const {
+  return !posten.ist_Ordner() && posten.Pfad.lastIndexOf(u'\\') == wurzel_.size();
+}

@@ -1,0 +1,92 @@
+#include "host/betrieb/Datenbank.h"
+
+#include <algorithm>
+#include <array>
+
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Namen.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+QString verbindung_aus_angabe(const QString& angabe) {
+  if (angabe.contains(u'=')) return angabe;
+  return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(angabe);
+}
+
+std::optional<QString> datenbankdatei(const QString& verbindung) {
+  // What is no connect string names no file; the opening says what is wrong with it.
+  std::optional<adodb::Verbindungszeichenfolge> gelesene;
+  if (!gelingt([&] { gelesene.emplace(verbindung); })) return std::nullopt;
+  const adodb::Verbindungszeichenfolge& teile = *gelesene;
+  if (teile.wert(u"Provider"_s).value_or(QString()).compare("SQLite"_L1, Qt::CaseInsensitive) != 0) return std::nullopt;
+  const std::optional<QString> datei = teile.wert(u"Data Source"_s);
+  return datei ? std::optional(namen::tabellenpfad(*datei)) : std::nullopt;
+}
+
+namespace {
+
+Datenbankgrund grund_der_Verbindung(const adodb::Datenbankfehler& fehler) {
+  // Refused, a database that this login may not open or that is not there, a password that has expired.
+  if (fehler.Sqlstate() == "01S00"_L1) return Datenbankgrund::Angaben;
+  constexpr std::array Abgelehnte{18456, 18452, 18470, 18486, 18487, 18488, 4060, 4064, 916};
+  const bool abgelehnt = std::find(Abgelehnte.begin(), Abgelehnte.end(), fehler.NativeNummer()) != Abgelehnte.end();
+  return abgelehnt || fehler.Sqlstate() == "28000"_L1 ? Datenbankgrund::Anmeldung : Datenbankgrund::Unerreichbar;
+}
+
+Datenbankgrund grund_der_Anweisung(const adodb::Datenbankfehler& fehler) {
+  // A right on a table, on a column, to make a table, on the server's own views; a database that is only to read.
+  constexpr std::array Verweigerte{229, 230, 262, 297, 300, 3906};
+  if (fehler.Sqlstate() == "25006"_L1 ||
+      std::find(Verweigerte.begin(), Verweigerte.end(), fehler.NativeNummer()) != Verweigerte.end())
+    return Datenbankgrund::Recht_fehlt;
+  if (fehler.NativeNummer() == 208 || fehler.Beschreibung().contains("no such table"_L1))
+    return Datenbankgrund::Tabelle_fehlt;
+  return fehler.Sqlstate().startsWith("08"_L1) ? Datenbankgrund::Unerreichbar : Datenbankgrund::Anderer;
+}
+
+QString rat(Datenbankgrund grund) {
+  switch (grund) {
+    case Datenbankgrund::Anmeldung:
+      return u" Zu prüfen sind Benutzer, Kennwort und Name der Datenbank."_s;
+    case Datenbankgrund::Tabelle_fehlt:
+      return u" Fehlt die Tabelle der Zuordnungen, legt „kvobild datenbank anlegen“ sie an."_s;
+    case Datenbankgrund::Recht_fehlt:
+      return u" Dem Benutzer der Datenbank fehlt ein Recht; „kvobild datenbank pruefen“ zeigt, welches."_s;
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+Datenbankausfall ausfall_von(const Laufzeitfehler& fehler) {
+  Datenbankausfall ausfall;
+  if (const auto* genauer = dynamic_cast<const adodb::Datenbankfehler*>(&fehler))
+    ausfall.grund =
+        fehler.Nummer() == fehlernummer::Verbindung ? grund_der_Verbindung(*genauer) : grund_der_Anweisung(*genauer);
+  ausfall.worte = fehler.Beschreibung() + rat(ausfall.grund);
+  return ausfall;
+}
+
+std::optional<Datenbankausfall> versuche_zu_oeffnen(const QString& verbindung,
+                                                    std::shared_ptr<adodb::Connection>& offene) {
+  auto neue = std::make_shared<adodb::Connection>();
+  neue->CursorLocation(adodb::adUseClient);
+  auto ausfall = versuche_Datenbank([&] { neue->Open(verbindung); });
+  if (!ausfall) offene = neue;
+  // A failure to connect says so itself.
+  if (ausfall && ausfall->grund == Datenbankgrund::Anderer)
+    ausfall->worte = u"Die Datenbank ist nicht zu öffnen: "_s + ausfall->worte;
+  return ausfall;
+}
+
+std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung) {
+  std::shared_ptr<adodb::Connection> offene;
+  if (const auto ausfall = versuche_zu_oeffnen(verbindung, offene)) throw Abbruch(Ausgang::Datenbank, ausfall->worte);
+  return offene;
+}
+
+QString literal(QString text) {
+  return u'\'' + text.replace(u'\'', u"''"_s) + u'\'';
+}

@@ -1,0 +1,48 @@
+#include "host/betrieb/Gedaechtnis.h"
+
+#include <QSettings>
+
+#include "host/betrieb/Anmeldung.h"
+#include "host/betrieb/Namen.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString Verbindung = u"Verbindung"_s;
+const QString Bilder = u"Bilder"_s;
+
+/// As the core component names the file of the windows' places.
+class Datei : public QSettings {
+ public:
+  Datei() : QSettings(QSettings::IniFormat, QSettings::UserScope, u"bildzuordnung"_s, u"Verbindung"_s) {
+    setFallbacksEnabled(false);
+  }
+};
+
+}  // namespace
+
+Wirtsoptionen gedaechtnis::ergaenzt(Wirtsoptionen optionen) {
+  if (!optionen.merken) return optionen;
+  Datei datei;
+  if (optionen.eingebettet) {
+    datei.clear();
+    return optionen;
+  }
+  const QString gemerkte = datei.value(Verbindung).toString();
+  const bool offen = optionen.verbindung.isEmpty() && !optionen.datenordner_genannt;
+  if (offen) optionen.verbindung = anmeldung::mit_Kennwort_der_Umgebung(gemerkte);
+  const bool dieselbe = !gemerkte.isEmpty() && !optionen.verbindung.isEmpty() &&
+                        anmeldung::zum_Merken(optionen.verbindung) == anmeldung::zum_Merken(gemerkte);
+  if (dieselbe && optionen.bilder.isEmpty()) optionen.bilder = datei.value(Bilder).toString();
+  return optionen;
+}
+
+void gedaechtnis::merke(const Wirtsoptionen& optionen) {
+  if (!optionen.merken || optionen.verbindung.isEmpty()) return;
+  const QString verbindung = anmeldung::zum_Merken(optionen.verbindung);
+  if (verbindung.isEmpty()) return;
+  Datei datei;
+  datei.setValue(Verbindung, verbindung);
+  datei.setValue(Bilder, optionen.bilder.isEmpty() ? QString() : namen::ganzer_Pfad(optionen.bilder));
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "host/betrieb/Wirtsoptionen.h"
+
+/// The last connection that the program was started with, kept in the user's settings beside the places of its windows;
+/// never its password.
+namespace gedaechtnis {
+
+/// The options with what is remembered in the places that the call leaves open: connection and picture root where it
+/// names neither a database nor a data folder, the picture root where it names the same connection again. With
+/// `eingebettet` everything is forgotten instead.
+Wirtsoptionen ergaenzt(Wirtsoptionen optionen);
+
+/// Keeps connection and picture root of a start whose database was opened; nothing where the options say so, or where
+/// the database is the data folder's own.
+void merke(const Wirtsoptionen& optionen);
+
+}  // namespace gedaechtnis

@@ -1,0 +1,158 @@
+#include "host/betrieb/Schema.h"
+
+#include <QRegularExpression>
+#include <algorithm>
+
+#include "Schematext.h"
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Datenbank.h"
+#include "platform/adodb/SqlZerleger.h"
+#include "platform/files/FileSystemObject.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// What stands in a database of the two tables.
+struct Bestand {
+  QStringList tabellen;
+  QStringList spalten;
+  QStringList indexe;
+};
+
+QStringList nur_in(const QStringList& neu, const QStringList& alt) {
+  QStringList liste;
+  for (const QString& name : neu)
+    if (!alt.contains(name, Qt::CaseInsensitive)) liste.append(name);
+  return liste;
+}
+
+class Anleger {
+ public:
+  Anleger(adodb::Connection& verbindung, bool ist_Server) : verbindung_(verbindung), ist_Server_(ist_Server) {}
+
+  schema::Angelegt lege_an(bool mit_Beispieltabellen) {
+    const Bestand vorher = lies();
+    fuehre_aus(QString::fromUtf16(ist_Server_ ? schema::Server_Bild_Zuordnungen : schema::Bild_Zuordnungen));
+    if (mit_Beispieltabellen)
+      fuehre_aus(
+          QString::fromUtf16(ist_Server_ ? schema::Server_Wirtstabellen_Beispiel : schema::Wirtstabellen_Beispiel));
+    const Bestand nachher = lies();
+    schema::Angelegt angelegt{nur_in(nachher.tabellen, vorher.tabellen), {}, nur_in(nachher.indexe, vorher.indexe)};
+    for (const QString& spalte : nur_in(nachher.spalten, vorher.spalten))
+      if (!angelegt.tabellen.contains(spalte.section(u'.', 0, 0), Qt::CaseInsensitive)) angelegt.spalten.append(spalte);
+    return angelegt;
+  }
+
+ private:
+  void fuehre_aus(const QString& skript) {
+    for (const QString& anweisung : adodb::zerlege_skript(skript)) {
+      verbindung_.Execute(anweisung);
+      if (!ist_Server_ && anweisung.contains("CREATE TABLE"_L1)) ergaenze(anweisung);
+    }
+  }
+
+  /// SQLite has no condition for ALTER TABLE, so what the server's script does by itself is done here.
+  void ergaenze(const QString& create_table) {
+    const QStringList vorhandene = lies().spalten;
+    static const QRegularExpression Name(u"CREATE TABLE IF NOT EXISTS (\\w+)"_s);
+    const QString tabelle = Name.match(create_table).captured(1);
+    const auto gewuenschte = schema::definitionen(create_table);
+    for (const schema::Spalte& spalte : schema::spalten(tabelle))
+      if (!vorhandene.contains(tabelle + u'.' + spalte.name, Qt::CaseInsensitive))
+        verbindung_.Execute(u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(tabelle, gewuenschte.value(spalte.name.toUpper())));
+  }
+
+  Bestand lies() {
+    const QString beide = u"('%1', '%2')"_s.arg(schema::Zuordnungen, schema::Belegkoepfe);
+    Bestand bestand;
+    const auto satz = verbindung_.Execute(
+        ist_Server_ ? u"SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA = 'dbo' "
+                      "AND TABLE_NAME IN "_s +
+                          beide
+                    : u"SELECT m.name, p.name FROM sqlite_master m JOIN pragma_table_info(m.name) p "
+                      "WHERE m.name COLLATE NOCASE IN "_s +
+                          beide);
+    for (; !satz->Eof(); satz->MoveNext()) {
+      if (!bestand.tabellen.contains(satz->Text(0))) bestand.tabellen.append(satz->Text(0));
+      bestand.spalten.append(satz->Text(0) + u'.' + satz->Text(1));
+    }
+    const auto indexe = verbindung_.Execute(
+        ist_Server_ ? u"SELECT name FROM sys.indexes WHERE name IS NOT NULL AND object_id IN "
+                      "(OBJECT_ID(N'dbo.%1'), OBJECT_ID(N'dbo.%2'))"_s.arg(schema::Zuordnungen, schema::Belegkoepfe)
+                    : u"SELECT name FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL "
+                      "AND tbl_name COLLATE NOCASE IN "_s +
+                          beide);
+    for (; !indexe->Eof(); indexe->MoveNext()) bestand.indexe.append(indexe->Text(0));
+    return bestand;
+  }
+
+  adodb::Connection& verbindung_;
+  bool ist_Server_;
+};
+
+/// The server's scripts as one text, from which the expected columns are read.
+const QString& serverskripte() {
+  static const QString Text =
+      QString::fromUtf16(schema::Server_Bild_Zuordnungen) + QString::fromUtf16(schema::Server_Wirtstabellen_Beispiel);
+  return Text;
+}
+
+}  // namespace
+
+namespace schema {
+
+QList<Spalte> spalten(const QString& tabelle) {
+  static const QRegularExpression Eine(u"^  (\\w+) (\\w+)(?:\\((\\d+)\\))? NULL"_s,
+                                       QRegularExpression::MultilineOption);
+  const QString& skripte = serverskripte();
+  const qsizetype anfang = skripte.indexOf(u"CREATE TABLE dbo.%1 ("_s.arg(tabelle), 0, Qt::CaseInsensitive);
+  if (anfang < 0) return {};
+  const QString rumpf = skripte.mid(anfang, skripte.indexOf(u"\n)"_s, anfang) - anfang);
+  QList<Spalte> liste;
+  for (auto lauf = Eine.globalMatch(rumpf); lauf.hasNext();) {
+    const QRegularExpressionMatch treffer = lauf.next();
+    liste.append({treffer.captured(1), treffer.captured(2), treffer.captured(3).toInt()});
+  }
+  return liste;
+}
+
+QHash<QString, QString> definitionen(const QString& create_table) {
+  static const QRegularExpression Name(u"^[\"\\[`]?(\\w+)"_s);
+  const qsizetype auf = create_table.indexOf(u'(') + 1;
+  const QStringView rumpf = QStringView(create_table).sliced(auf, std::max(auf, create_table.lastIndexOf(u')')) - auf);
+  QHash<QString, QString> gefunden;
+  qsizetype beginn = 0;
+  int tiefe = 0;
+  QChar marke;
+  for (qsizetype i = 0; i <= rumpf.size(); ++i) {
+    const QChar zeichen = i < rumpf.size() ? rumpf[i] : QChar(u',');
+    if (marke.isNull() && (zeichen == u'\'' || zeichen == u'"'))
+      marke = zeichen;
+    else if (zeichen == marke)
+      marke = QChar();
+    if (!marke.isNull()) continue;
+    tiefe += zeichen == u'(' ? 1 : zeichen == u')' ? -1 : 0;
+    if (tiefe != 0 || zeichen != u',') continue;
+    const QString glied = rumpf.sliced(beginn, i - beginn).toString().trimmed();
+    gefunden.insert(Name.match(glied).captured(1).toUpper(), glied);
+    beginn = i + 1;
+  }
+  return gefunden;
+}
+
+Angelegt lege_an(const QString& verbindung, bool mit_Beispieltabellen) {
+  const std::optional<QString> datei = datenbankdatei(verbindung);
+  const bool neu = datei && !FileSystemObject().FileExists(*datei);
+  const auto offene = oeffne(neu ? verbindung + u";Mode=ReadWriteCreate"_s : verbindung);
+  Angelegt angelegt;
+  if (const auto grund = versuche_Datenbank([&] { angelegt = Anleger(*offene, !datei).lege_an(mit_Beispieltabellen); }))
+    throw Abbruch(Ausgang::Datenbank, u"Die Tabelle ist nicht anzulegen: "_s + grund->worte);
+  return angelegt;
+}
+
+QStringList wirtstabellen() {
+  return adodb::zerlege_skript(QString::fromUtf16(Wirtstabellen_Beispiel));
+}
+
+}  // namespace schema

@@ -1,0 +1,170 @@
+#include "host/betrieb/beispiel/Beispieldaten.h"
+
+#include <QBuffer>
+#include <QHash>
+#include <QImageWriter>
+#include <QLinearGradient>
+#include <QPainter>
+
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Datenbank.h"
+#include "host/betrieb/Namen.h"
+#include "host/betrieb/Schema.h"
+#include "host/betrieb/beispiel/Beispieltabelle.h"
+#include "host/betrieb/beispiel/ExifSchreiber.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
+#include "platform/files/Dateien.h"
+#include "platform/files/FileSystemObject.h"
+#include "platform/files/Pfadkarte.h"
+#include "store/clsBildZuordnungen.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace beispieldaten {
+namespace {
+
+/// Shots a quarter of an hour apart, from a morning on.
+QDateTime zeit_von(int nummer) {
+  return QDateTime(QDate(2024, 3, 5), QTime(8, 0)).addSecs(900LL * nummer);
+}
+
+QString text_von(const char16_t* text) {
+  return text ? QString::fromUtf16(text) : QString();
+}
+
+QString grundname(const Beispielbild& bild) {
+  return u"%1_%2"_s.arg(text_von(bild.motiv)).arg(bild.nummer, 2, 10, QChar(u'0'));
+}
+
+/// A picture of the tree bears its stamp, one that waits does not.
+namen::Bilddatei name_von(const Beispielbild& bild) {
+  if (!bild.ordner) return {grundname(bild), u"jpg"_s};
+  return {namen::gestempelt(grundname(bild), namen::stempel(zeit_von(bild.nummer)), 1), u"jpg"_s};
+}
+
+exif_schreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {
+  const auto nummer = static_cast<std::uint32_t>(bild.nummer);
+  return {.hersteller = bild.exif == Exif::Gross ? u"Muster Foto"_s : u"Werkstatt Kamera"_s,
+          .modell = bild.exif == Exif::Gross ? u"MF 12"_s : u"WK 300"_s,
+          .beschreibung = text_von(bild.motiv),
+          .ausrichtung = 1,
+          .zeit = zeit_von(bild.nummer),
+          .belichtung = {1, 30 + nummer * 10},
+          .blende = {28 + nummer % 5 * 12, 10},
+          .iso = static_cast<std::uint16_t>(100U << (nummer % 4U)),
+          .brennweite = {240 + nummer * 5, 10},
+          .groesse = bild.groesse};
+}
+
+QByteArray als_jpeg(const Beispielbild& bild) {
+  QByteArray bytes;
+  QBuffer puffer(&bytes);
+  QImageWriter schreiber(&puffer, "jpeg");
+  schreiber.setQuality(85);
+  if (!schreiber.write(zeichne(bild.nummer, text_von(bild.motiv), bild.groesse)))
+    throw Abbruch(Ausgang::Datei, u"Die Beispielbilder sind nicht zu schreiben: "_s + schreiber.errorString());
+  if (bild.exif == Exif::Ohne) return bytes;
+  using exif_schreiber::Bytefolge;
+  return exif_schreiber::mit_exif(bytes, aufnahme_von(bild),
+                                  bild.exif == Exif::Gross ? Bytefolge::Gross : Bytefolge::Klein);
+}
+
+void schreibe_bild(const Beispielbild& bild, const QString& ordner, clsBildZuordnungen& store) {
+  const namen::Bilddatei name = name_von(bild);
+  const QString ziel = bild.ordner ? ordner + u"\\bilder\\"_s + text_von(bild.ordner) : ordner + u"\\eingang"_s;
+  store.Fkt_MakePath(ziel);
+  dateien::schreibe_alles(ziel + u'\\' + name.datei(), als_jpeg(bild));
+  if (bild.text && !store.Fkt_WriteFile(ziel + u'\\' + name.textdatei(), text_von(bild.text)))
+    throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht zu schreiben."_s.arg(ziel + u'\\' + name.textdatei()));
+}
+
+QString in_Hochkommas(const QString& s) {
+  return u'\'' + s + u'\'';
+}
+
+/// One row as the store writes it. It is not written by the store: that keeps its connection to the end of the process,
+/// and a program that goes on with another database, or moves this one, must not be tied to it.
+QString einfuegen(const Beispielbild& bild, int platz) {
+  const auto oder = [](const QString& wert, const QString& sonst) {
+    return wert.isEmpty() ? sonst : in_Hochkommas(wert);
+  };
+  const QString strich = in_Hochkommas(u"-"_s);
+  const namen::Bilddatei name = name_von(bild);
+  const QStringList werte{oder(text_von(bild.key1), strich),
+                          oder(text_von(bild.key2), strich),
+                          oder(text_von(bild.key3), strich),
+                          strich,
+                          in_Hochkommas(name.name),
+                          in_Hochkommas(name.ext),
+                          in_Hochkommas(text_von(bild.typ1)),
+                          strich,
+                          in_Hochkommas(text_von(bild.ordner)),
+                          oder(text_von(bild.beschreibung), u"NULL"_s),
+                          in_Hochkommas(u"0001"_s.leftJustified(50)),
+                          strich,
+                          QString::number(platz)};
+  return u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+         "Beschreibung, Druckkennzeichen, Grafik_Ursprung, SortIndex) VALUES ("_s +
+         werte.join(u", "_s) + u')';
+}
+
+QString vorgang_von(const Beispielbild& bild) {
+  return QStringList{text_von(bild.typ1), text_von(bild.key1), text_von(bild.key2), text_von(bild.key3)}.join(u'\n');
+}
+
+void pruefe_leer(const QString& ordner) {
+  const FileSystemObject dateien;
+  if (dateien.FileExists(ordner)) throw Abbruch(Ausgang::Datei, u"„%1“ ist eine Datei."_s.arg(ordner));
+  if (!dateien.FolderExists(ordner)) return;
+  const Folder inhalt = dateien.GetFolder(ordner);
+  if (!inhalt.Files().isEmpty() || !inhalt.SubFolders().isEmpty())
+    throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht leer; Beispieldaten überschreiben nichts."_s.arg(ordner));
+}
+
+}  // namespace
+
+QImage zeichne(int nummer, const QString& motiv, QSize groesse) {
+  QImage bild(groesse, QImage::Format_RGB32);
+  // Steps of the golden angle keep neighbours in number far apart in colour.
+  const QColor farbe = QColor::fromHsv(nummer * 137 % 360, 150, 190);
+  QLinearGradient verlauf(QPointF(0, 0), QPointF(groesse.width(), groesse.height()));
+  verlauf.setColorAt(0, farbe.lighter(130));
+  verlauf.setColorAt(1, farbe.darker(160));
+  QPainter maler(&bild);
+  maler.setRenderHint(QPainter::Antialiasing);
+  maler.fillRect(bild.rect(), verlauf);
+  const int kante = std::min(groesse.width(), groesse.height());
+  // A mark at the upper left tells which way is up.
+  maler.setPen(Qt::NoPen);
+  maler.setBrush(Qt::white);
+  maler.drawEllipse(QPoint(kante / 10, kante / 10), kante / 20, kante / 20);
+  maler.setPen(Qt::white);
+  QFont schrift(u"DejaVu Sans"_s);
+  schrift.setBold(true);
+  schrift.setPixelSize(kante / 2);
+  maler.setFont(schrift);
+  maler.drawText(bild.rect().adjusted(0, 0, 0, -kante / 6), Qt::AlignCenter, u"%1"_s.arg(nummer, 2, 10, QChar(u'0')));
+  schrift.setPixelSize(kante / 10);
+  maler.setFont(schrift);
+  maler.drawText(bild.rect().adjusted(0, 0, 0, -kante / 12), Qt::AlignHCenter | Qt::AlignBottom, motiv);
+  return bild;
+}
+
+void erzeuge(const QString& ordner) {
+  pruefe_leer(ordner);
+  clsBildZuordnungen store;
+  if (!store.Fkt_MakePath(ordner + u"\\eingang"_s) || !store.Fkt_DirExists(ordner + u"\\eingang"_s))
+    throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht anzulegen."_s.arg(ordner));
+  for (const Beispielbild& bild : bilder()) schreibe_bild(bild, ordner, store);
+
+  const QString datei = QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(ordner)) + u"/betrieb.db"_s;
+  const QString verbindung = u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(datei);
+  schema::lege_an(verbindung);
+  const auto offene = oeffne(verbindung);
+  for (const QString& anweisung : schema::wirtstabellen() + tabellen_des_betriebs()) offene->Execute(anweisung);
+  QHash<QString, int> belegt;
+  for (const Beispielbild& bild : bilder())
+    if (bild.ordner) offene->Execute(einfuegen(bild, belegt[vorgang_von(bild)]++));
+}
+
+}  // namespace beispieldaten

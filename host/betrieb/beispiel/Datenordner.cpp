@@ -1,0 +1,126 @@
+#include "host/betrieb/beispiel/Datenordner.h"
+
+#include <QCoreApplication>
+#include <cerrno>
+#include <csignal>
+#include <utility>
+
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Namen.h"
+#include "host/betrieb/beispiel/Beispieldaten.h"
+#include "platform/adodb/Verbindungszeichenfolge.h"
+#include "platform/files/Dateien.h"
+#include "platform/files/FileSystemObject.h"
+#include "platform/files/Pfadkarte.h"
+#include "store/clsBildZuordnungen.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString datenbank(const QString& ordner) {
+  return ordner + u"\\betrieb.db"_s;
+}
+
+/// What the folders beside are named: the data folder's name, this, and the number of the process that makes it.
+const QString Beizeichen = u".neu-"_s;
+
+bool laeuft(qint64 prozess) {
+  return ::kill(static_cast<pid_t>(prozess), 0) == 0 || errno != ESRCH;
+}
+
+/// Removes what a start left that was killed; one that is still at work keeps its own.
+void raeume_Reste_weg(const QString& ordner) {
+  const qsizetype trenner = ordner.lastIndexOf(u'\\');
+  const QString oberhalb = ordner.left(trenner);
+  const QString anfang = ordner.mid(trenner + 1) + Beizeichen;
+  const FileSystemObject dateien;
+  if (!dateien.FolderExists(oberhalb)) return;
+  for (const QString& name : dateien.GetFolder(oberhalb).SubFolders()) {
+    if (!name.startsWith(anfang)) continue;
+    bool ist_Zahl = false;
+    const qint64 prozess = name.mid(anfang.size()).toLongLong(&ist_Zahl);
+    if (ist_Zahl && prozess > 0 && !laeuft(prozess)) datenordner::entferne(oberhalb + u'\\' + name);
+  }
+}
+
+/// A folder that is removed at the end of its life, unless it has another name by then.
+class Nebenordner {
+ public:
+  explicit Nebenordner(QString pfad) : pfad_(std::move(pfad)) {}
+  ~Nebenordner() {
+    gelingt([&] { datenordner::entferne(pfad_); });
+  }
+  Nebenordner(const Nebenordner&) = delete;
+  Nebenordner& operator=(const Nebenordner&) = delete;
+  const QString& pfad() const noexcept { return pfad_; }
+
+ private:
+  QString pfad_;
+};
+
+/// One assigned picture is lost, so that the way of the dialog with lost files can be seen.
+void verliere_ein_Bild(const QString& ordner) {
+  const QString beleg = ordner + u"\\bilder\\Belege\\24-2003"_s;
+  for (const QString& name : dateien::Dir(beleg + u"\\Fliesen_*.jpg"_s))
+    FileSystemObject().DeleteFile(beleg + u'\\' + name);
+}
+
+void pruefe_frei(const QString& ordner) {
+  const FileSystemObject dateien;
+  if (dateien.FileExists(ordner))
+    throw Abbruch(Ausgang::Datei, u"„%1“ ist eine Datei und kein Ordner."_s.arg(namen::angezeigt(ordner)));
+  if (!dateien.FolderExists(ordner)) return;
+  const Folder inhalt = dateien.GetFolder(ordner);
+  if (!inhalt.Files().isEmpty() || !inhalt.SubFolders().isEmpty())
+    throw Abbruch(Ausgang::Datei,
+                  u"Im Ordner „%1“ liegt anderes, aber keine Datenbank „betrieb.db“. Es ist nichts angelegt; nennen "
+                  "Sie mit „--datenordner“ einen leeren Ordner."_s.arg(namen::angezeigt(ordner)));
+}
+
+void mache(const QString& ordner) {
+  pruefe_frei(ordner);
+  clsBildZuordnungen store;
+  const Nebenordner neu(ordner + Beizeichen + QString::number(QCoreApplication::applicationPid()));
+  datenordner::entferne(neu.pfad());
+  raeume_Reste_weg(ordner);
+  store.Fkt_MakePath(neu.pfad());
+  beispieldaten::erzeuge(neu.pfad());
+  verliere_ein_Bild(neu.pfad());
+  const FileSystemObject dateien;
+  if (dateien.FolderExists(ordner)) dateien.DeleteFolder(ordner);
+  dateien.MoveFolder(neu.pfad(), ordner);
+}
+
+}  // namespace
+
+bool datenordner::eingerichtet(const QString& ordner) {
+  return FileSystemObject().FileExists(datenbank(ordner));
+}
+
+void datenordner::richte_ein(const QString& ordner) {
+  if (eingerichtet(ordner)) return;
+  const auto grund = versuche([&] { mache(ordner); });
+  // Another start of the program may have come first.
+  if (!grund || eingerichtet(ordner)) return;
+  throw Abbruch(Ausgang::Datei,
+                u"Der Datenordner „%1“ ist nicht anzulegen: %2"_s.arg(namen::angezeigt(ordner), grund->Beschreibung()));
+}
+
+void datenordner::entferne(const QString& ordner) {
+  const FileSystemObject dateien;
+  if (!dateien.FolderExists(ordner)) return;
+  const Folder inhalt = dateien.GetFolder(ordner);
+  for (const QString& name : inhalt.SubFolders()) entferne(ordner + u'\\' + name);
+  for (const QString& name : inhalt.Files()) gelingt([&] { dateien.DeleteFile(ordner + u'\\' + name, true); });
+  gelingt([&] { dateien.DeleteFolder(ordner, true); });
+}
+
+QString datenordner::verbindung(const QString& ordner) {
+  const QString datei = QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(datenbank(ordner)));
+  return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(datei);
+}
+
+QString datenordner::bilder(const QString& ordner) {
+  return ordner + u"\\bilder"_s;
+}

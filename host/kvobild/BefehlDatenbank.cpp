@@ -1,0 +1,151 @@
+#include <algorithm>
+
+#include "host/betrieb/Schema.h"
+#include "host/kvobild/Ausgabe.h"
+#include "host/kvobild/Befehle.h"
+#include "host/kvobild/Befehlssitzung.h"
+#include "host/kvobild/Datenpruefung.h"
+#include "host/kvobild/Gegenstelle.h"
+#include "host/kvobild/Tabellenpruefung.h"
+#include "platform/files/FileSystemObject.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void zeile(const QString& was, const QString& wert) {
+  ausgabe::zeile((was + u':').leftJustified(18) + wert);
+}
+
+QString wert_von(const QJsonValue& wert) {
+  if (wert.isNull()) return u"NULL"_s;
+  return wert.toString().isEmpty() ? u"''"_s : wert.toString();
+}
+
+/// "BEL AB 24-1001 - - -: Belege\24-1001\foto.jpg"; every part of the identity stands there, empty ones visibly.
+QString genannt(const QJsonObject& zeile) {
+  QStringList teile;
+  for (const QString& spalte : {u"typ1"_s, u"typ2"_s, u"key1"_s, u"key2"_s, u"key3"_s, u"key4"_s})
+    teile.append(wert_von(zeile[spalte]));
+  const QString ordner = zeile[u"bildpfad"_s].toString();
+  const QString datei = wert_von(zeile[u"bildname"_s]) + u'.' + wert_von(zeile[u"bildext"_s]);
+  const QString mal = zeile.contains(u"zeilen"_s) ? u" (%1-mal)"_s.arg(zeile[u"zeilen"_s].toString()) : QString();
+  return teile.join(u' ') + u": "_s + (ordner.isEmpty() ? datei : ordner + u'\\' + datei) + mal;
+}
+
+void zeige(const Befund& befund, bool als_json) {
+  if (als_json) {
+    ausgabe::json({{u"art"_s, u"befund"_s},
+                   {u"kennung"_s, befund.kennung},
+                   {u"text"_s, befund.text},
+                   {u"sperrt"_s, befund.sperrt},
+                   {u"anzahl"_s, befund.anzahl},
+                   {u"zeilen"_s, befund.zeilen}});
+    return;
+  }
+  ausgabe::zeile(u"Befund: "_s + befund.text);
+  for (const auto& eine : befund.zeilen) ausgabe::zeile(u"  "_s + genannt(eine.toObject()));
+  if (befund.anzahl > befund.zeilen.size()) ausgabe::zeile(u"  … und weitere"_s);
+}
+
+void zeige(const Gegenstelle& stelle, bool als_json) {
+  if (als_json) {
+    ausgabe::json({{u"art"_s, u"verbindung"_s},
+                   {u"server"_s, stelle.server},
+                   {u"version"_s, stelle.version},
+                   {u"datenbank"_s, stelle.datenbank},
+                   {u"benutzer"_s, stelle.benutzer},
+                   {u"verschluesselt"_s, stelle.verschluesselt ? QJsonValue(*stelle.verschluesselt) : QJsonValue()},
+                   {u"verschluesselung"_s, stelle.verschluesselung}});
+    return;
+  }
+  zeile(u"Erreicht"_s, stelle.server);
+  zeile(u"Version"_s, stelle.version);
+  if (!stelle.datenbank.isEmpty()) zeile(u"Datenbank"_s, stelle.datenbank);
+  if (!stelle.benutzer.isEmpty()) zeile(u"Benutzer"_s, stelle.benutzer);
+  zeile(u"Verschlüsselung"_s, stelle.verschluesselung);
+}
+
+QString rechte_an(const Tabellenlage& lage, const QString& tabelle) {
+  QStringList texte;
+  for (const Recht& recht : lage.rechte)
+    if (recht.tabelle == tabelle) texte.append(recht.anweisung + (recht.reicht ? u" ja"_s : u" NEIN"_s));
+  return texte.join(u", "_s);
+}
+
+void zeige(const Tabellenlage& lage, bool als_json) {
+  for (qsizetype i = 0; i < lage.tabellen.size(); ++i) {
+    const QString& tabelle = lage.tabellen.at(i);
+    const auto noetig = schema::spalten(tabelle).size();
+    if (als_json)
+      ausgabe::json({{u"art"_s, u"tabelle"_s},
+                     {u"tabelle"_s, tabelle},
+                     {u"spalten"_s, lage.spalten.at(i)},
+                     {u"noetig"_s, static_cast<qint64>(noetig)}});
+    else
+      zeile(tabelle, u"%1 von %2 Spalten; %3"_s.arg(QString::number(lage.spalten.at(i)), QString::number(noetig),
+                                                    rechte_an(lage, tabelle)));
+  }
+  if (!als_json) return;
+  for (const Recht& recht : lage.rechte)
+    ausgabe::json({{u"art"_s, u"recht"_s},
+                   {u"anweisung"_s, recht.anweisung},
+                   {u"tabelle"_s, recht.tabelle},
+                   {u"reicht"_s, recht.reicht}});
+}
+
+/// A root without anything in it is a share that is not mounted; every picture would be missing.
+void pruefe_Wurzel(const std::optional<QString>& wurzel, qint64 zeilen) {
+  if (wurzel && zeilen > 0 && FileSystemObject().GetFolder(*wurzel).Anzahl_Eintraege() == 0)
+    throw Abbruch(Ausgang::Datei, u"Die Bildablage ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?"_s);
+}
+
+Datenlage pruefe_und_zeige_Daten(adodb::Connection& verbindung, const std::optional<QString>& wurzel, bool als_json) {
+  const Datenlage lage = pruefe_Daten(verbindung, wurzel);
+  if (als_json) {
+    ausgabe::json({{u"art"_s, u"zeilen"_s}, {u"anzahl"_s, lage.zeilen}, {u"mit_bildern"_s, wurzel.has_value()}});
+  } else {
+    zeile(u"Zeilen"_s, QString::number(lage.zeilen));
+    zeile(u"Bilder"_s, wurzel ? u"geprüft"_s : u"nicht geprüft (dazu gehört „--bilder“)"_s);
+  }
+  pruefe_Wurzel(wurzel, lage.zeilen);
+  return lage;
+}
+
+Ausgang pruefe(const Aufruf& aufruf) {
+  const bool als_json = aufruf.gesetzt(u"json"_s);
+  const std::optional<QString> wurzel = bildwurzel_wenn_genannt(aufruf);
+  const auto verbindung = oeffne_vorhandene(verbindungszeichenfolge(aufruf));
+  QList<Befund> befunde;
+  const auto ausfall = versuche_Datenbank([&] {
+    zeige(lies_Gegenstelle(*verbindung), als_json);
+    const Tabellenlage lage = pruefe_Tabellen(*verbindung);
+    zeige(lage, als_json);
+    befunde = lage.befunde;
+    if (lage.lesbar) befunde += pruefe_und_zeige_Daten(*verbindung, wurzel, als_json).befunde;
+  });
+  for (const Befund& befund : befunde) zeige(befund, als_json);
+  if (ausfall) throw Abbruch(Ausgang::Datenbank, u"Die Datenbank ist nicht zu Ende zu prüfen: "_s + ausfall->worte);
+  if (!als_json) zeile(u"Ergebnis"_s, befunde.isEmpty() ? u"kein Befund"_s : u"Befunde: %1"_s.arg(befunde.size()));
+  if (std::any_of(befunde.begin(), befunde.end(), [](const Befund& b) { return b.sperrt; })) return Ausgang::Datenbank;
+  return befunde.isEmpty() ? Ausgang::Erledigt : Ausgang::Teilweise;
+}
+
+}  // namespace
+
+Befehl befehle::datenbank_pruefen() {
+  return {u"datenbank pruefen"_s,
+          u"sagt, ob Datenbank, Tabellen, Rechte und Zeilen in Ordnung sind"_s,
+          {},
+          u"Nennt, was erreicht ist (Server oder Datei, Version, Datenbank, Benutzer, Verschlüsselung), prüft die\n"_s
+          u"Tabellen Bild_Zuordnungen und BelegKopfZunft mit allen Spalten, versucht die Anweisungen des Systems,\n"_s
+          u"ohne eine Spur zu hinterlassen, und sucht Zeilen mit leerem Teil des Schlüssels, mehrfache Zeilen und\n"_s
+          u"(mit --bilder) Zeilen, deren Bild fehlt. Jeder Befund nennt die ersten 20 Zeilen. Ausgang 1: es gibt\n"_s
+          u"Befunde; 3: die Datenbank ist nicht zu erreichen, oder eine Tabelle, eine Spalte oder ein Recht fehlt;\n"_s
+          u"4: die Bildablage fehlt oder ist leer. Mit --json steht je Zeile ein Objekt mit „art“: verbindung,\n"_s
+          u"tabelle, recht, zeilen, befund; ein Befund hat „kennung“, „text“, „sperrt“, „anzahl“ und „zeilen“."_s,
+          {befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()},
+          0,
+          0,
+          pruefe};
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "host/kvobild/Befehlszeile.h"
+
+/// The commands of the program, each with its help.
+namespace befehle {
+
+Befehl lesen();
+Befehl zuordnen();
+Befehl aendern();
+Befehl entfernen();
+Befehl umbenennen();
+Befehl anlegen();
+Befehl datenbank_anlegen();
+Befehl datenbank_pruefen();
+Befehl aufraeumen();
+Befehl exif();
+Befehl drehen();
+Befehl thumbnail();
+Befehl beispieldaten();
+
+}  // namespace befehle

@@ -1,0 +1,120 @@
+#include "host/kvobild/Datenpruefung.h"
+
+#include <QJsonObject>
+
+#include "platform/files/FileSystemObject.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList Identitaet{u"Typ1"_s, u"Typ2"_s, u"Key1"_s,     u"Key2"_s,
+                             u"Key3"_s, u"key4"_s, u"Bildname"_s, u"BildExt"_s};
+
+/// The first columns of a row by their names in small letters; NULL is told from an empty text.
+QJsonObject als_objekt(const adodb::Recordset& satz, const QStringList& spalten) {
+  QJsonObject objekt;
+  for (int i = 0; i < spalten.size(); ++i)
+    objekt.insert(spalten.at(i).toLower(),
+                  std::holds_alternative<Null>(satz.Value(i)) ? QJsonValue() : QJsonValue(satz.Text(i)));
+  return objekt;
+}
+
+/// A query whose last column is the number of all rows that it would give without its TOP.
+Befund lies_Befund(adodb::Connection& verbindung, const QString& kennung, const QStringList& spalten,
+                   const QString& anweisung) {
+  Befund befund;
+  befund.kennung = kennung;
+  for (const auto satz = verbindung.Execute(anweisung); !satz->Eof(); satz->MoveNext()) {
+    befund.anzahl = satz->Text(static_cast<std::int32_t>(spalten.size())).toLongLong();
+    befund.zeilen.append(als_objekt(*satz, spalten));
+  }
+  return befund;
+}
+
+Befund leere_Teile(adodb::Connection& verbindung) {
+  QStringList bedingungen;
+  for (const QString& spalte : Identitaet) bedingungen.append(u"%1 IS NULL OR %1 = ''"_s.arg(spalte));
+  const QStringList spalten = Identitaet + QStringList{u"BildPfad"_s};
+  Befund befund =
+      lies_Befund(verbindung, u"leerer_schluessel"_s, spalten,
+                  u"SELECT TOP %1 %2, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen WHERE %3 ORDER BY %4"_s.arg(
+                      QString::number(Genannte_Zeilen), spalten.join(u", "_s), bedingungen.join(u" OR "_s),
+                      Identitaet.join(u", "_s)));
+  befund.text =
+      u"Zeilen mit einem leeren Teil des Schlüssels (statt „-“): %1. Eine Änderung kann sie verfehlen, und wer eine "
+      u"davon "
+      "löscht, löscht vielleicht auch andere."_s.arg(befund.anzahl);
+  return befund;
+}
+
+Befund doppelte(adodb::Connection& verbindung) {
+  const QString liste = Identitaet.join(u", "_s);
+  const QStringList spalten = Identitaet + QStringList{u"Zeilen"_s};
+  Befund befund =
+      lies_Befund(verbindung, u"doppelt"_s, spalten,
+                  u"SELECT TOP %1 %2, COUNT(*) AS Zeilen, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen GROUP BY %2 "
+                  "HAVING COUNT(*) > 1 ORDER BY %2"_s.arg(QString::number(Genannte_Zeilen), liste));
+  befund.text = u"Zuordnungen, die mehrfach dastehen: %1. Ändern und Löschen trifft immer alle gleichen Zeilen."_s.arg(
+      befund.anzahl);
+  return befund;
+}
+
+/// Rows come in the order of their files, so that each file is looked for once, and none in a folder that is missing.
+class Dateisuche {
+ public:
+  explicit Dateisuche(QString wurzel) : wurzel_(std::move(wurzel)) {}
+
+  bool ist_da(const QString& ordner, const QString& datei) {
+    if (erste_ || ordner != ordner_) {
+      ordner_ = ordner;
+      ordner_da_ = dateien_.FolderExists(wurzel_ + u'\\' + ordner);
+      datei_.clear();
+    }
+    if (erste_ || datei_.isEmpty() || datei != datei_) {
+      datei_ = datei;
+      datei_da_ = ordner_da_ && dateien_.FileExists(wurzel_ + u'\\' + ordner + u'\\' + datei);
+    }
+    erste_ = false;
+    return datei_da_;
+  }
+
+ private:
+  FileSystemObject dateien_;
+  QString wurzel_;
+  QString ordner_;
+  QString datei_;
+  bool erste_ = true;
+  bool ordner_da_ = false;
+  bool datei_da_ = false;
+};
+
+Befund fehlende_Bilder(adodb::Connection& verbindung, const QString& wurzel) {
+  const QStringList spalten = Identitaet + QStringList{u"BildPfad"_s};
+  Befund befund;
+  befund.kennung = u"bild_fehlt"_s;
+  Dateisuche suche(wurzel);
+  const auto satz = verbindung.Execute(
+      u"SELECT %1 FROM Bild_Zuordnungen ORDER BY BildPfad, Bildname, BildExt"_s.arg(spalten.join(u", "_s)));
+  for (; !satz->Eof(); satz->MoveNext()) {
+    if (suche.ist_da(satz->Text(8), satz->Text(6) + u'.' + satz->Text(7))) continue;
+    ++befund.anzahl;
+    if (befund.anzahl <= Genannte_Zeilen) befund.zeilen.append(als_objekt(*satz, spalten));
+  }
+  befund.text = u"Zeilen, deren Bild in der Ablage fehlt: %1."_s.arg(befund.anzahl);
+  return befund;
+}
+
+}  // namespace
+
+Datenlage pruefe_Daten(adodb::Connection& verbindung, const std::optional<QString>& wurzel) {
+  Datenlage lage;
+  lage.zeilen = verbindung.Execute(u"SELECT COUNT(*) AS Anzahl FROM Bild_Zuordnungen"_s)->Text(0).toLongLong();
+  const auto nimm = [&](const Befund& befund) {
+    if (befund.anzahl > 0) lage.befunde.append(befund);
+  };
+  nimm(leere_Teile(verbindung));
+  nimm(doppelte(verbindung));
+  if (wurzel) nimm(fehlende_Bilder(verbindung, *wurzel));
+  return lage;
+}

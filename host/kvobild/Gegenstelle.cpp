@@ -1,0 +1,55 @@
+#include "host/kvobild/Gegenstelle.h"
+
+#include "host/betrieb/Datenbank.h"
+#include "host/betrieb/Namen.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+Gegenstelle datei(adodb::Connection& verbindung, const QString& pfad) {
+  Gegenstelle stelle;
+  stelle.server = namen::angezeigt(pfad);
+  stelle.version = u"SQLite "_s + verbindung.Execute(u"SELECT sqlite_version()"_s)->Text(0);
+  stelle.verschluesselung = u"keine Verbindung, eine Datei"_s;
+  return stelle;
+}
+
+/// Asked of the server's own view, which most users may not read; no function that everybody may call has it.
+void lies_Verschluesselung(adodb::Connection& verbindung, Gegenstelle& stelle) {
+  QString antwort;
+  const auto ausfall = versuche_Datenbank([&] {
+    const auto satz =
+        verbindung.Execute(u"SELECT encrypt_option FROM sys.dm_exec_connections WHERE session_id = @@SPID"_s);
+    if (!satz->Eof()) antwort = satz->Text(0).trimmed().toUpper();
+  });
+  if (antwort == "TRUE"_L1 || antwort == "FALSE"_L1) {
+    stelle.verschluesselt = antwort == "TRUE"_L1;
+    stelle.verschluesselung = *stelle.verschluesselt ? u"ja"_s : u"nein"_s;
+    return;
+  }
+  const bool ohne_Recht = ausfall && ausfall->grund == Datenbankgrund::Recht_fehlt;
+  stelle.verschluesselung = u"nicht festzustellen ("_s +
+                            (ohne_Recht ? u"dem Benutzer fehlt das Recht VIEW SERVER STATE"_s
+                             : ausfall  ? ausfall->worte
+                                        : u"der Server nennt diese Verbindung nicht"_s) +
+                            u')';
+}
+
+}  // namespace
+
+Gegenstelle lies_Gegenstelle(adodb::Connection& verbindung) {
+  if (const auto pfad = datenbankdatei(verbindung.ConnectionString())) return datei(verbindung, *pfad);
+  // The server gives its properties as values without a type; only with one does every driver bring them as text.
+  const auto satz = verbindung.Execute(
+      u"SELECT CAST(SERVERPROPERTY('ServerName') AS nvarchar(128)) AS Servername, "
+      "CAST(SERVERPROPERTY('ProductVersion') AS nvarchar(128)) AS Fassung, "
+      "CAST(SERVERPROPERTY('Edition') AS nvarchar(128)) AS Ausgabe, DB_NAME() AS Datenbank, SUSER_SNAME() AS Benutzer"_s);
+  Gegenstelle stelle;
+  stelle.server = satz->Text(0);
+  stelle.version = u"Microsoft SQL Server %1, %2"_s.arg(satz->Text(1), satz->Text(2));
+  stelle.datenbank = satz->Text(3);
+  stelle.benutzer = satz->Text(4);
+  lies_Verschluesselung(verbindung, stelle);
+  return stelle;
+}

@@ -1,0 +1,438 @@
+// What the window does with pictures beside the assignment: clearing the picture tree, the search, Exif properties.
+#include <QApplication>
+#include <QDirIterator>
+#include <QLabel>
+#include <QListView>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "host/betrieb/Aufraeumen.h"
+#include "host/betrieb/Ausgang.h"
+#include "platform/adodb/Treiber.h"
+#include "tests/host/fenster/Wirt.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace oberflaeche;
+
+namespace {
+
+/// A picture tree of the test's own with one picture that is assigned.
+class WirtAufraeumen : public WirtBilder {
+ protected:
+  void SetUp() override {
+    WirtBilder::SetUp();
+    sql(u"DELETE FROM Bild_Zuordnungen"_s);
+    ordne_zu(u"Belege\\1"_s, u"a"_s);
+    for (const QString& name : {u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s,
+                                u"Belege/1/bjpg.txt"_s, u"Belege/2/c.jpg"_s})
+      ablage_.schreibe(name, "x");
+  }
+  static void ordne_zu(const QString& pfad, const QString& name) {
+    sql(u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, SortIndex) "
+        u"VALUES ('AB','24-1001','-','-','%1','jpg','BEL','-','%2',0)"_s.arg(name, pfad));
+  }
+  void oeffne_Ablage() {
+    Wirtsoptionen mit = optionen();
+    mit.bilder = ablage_.pfad();
+    oeffne(mit);
+  }
+  /// Everything below the root, folders with a closing "/".
+  QStringList stand() const {
+    QStringList alle;
+    QDirIterator lauf(ablage_.pfad(), QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (lauf.hasNext()) {
+      const QString pfad = lauf.next();
+      alle.append(pfad.mid(ablage_.pfad().size() + 1) + (lauf.fileInfo().isDir() ? u"/"_s : QString()));
+    }
+    alle.sort();
+    return alle;
+  }
+  bool raeume_auf(const std::function<void(QWidget&)>& darin) {
+    return klicke_und(u"cmd_Aufraeumen"_s, u"Aufraeumfenster"_s, darin);
+  }
+  static QStringList gelistet(const QWidget& fenster) {
+    const auto* liste = fenster.findChild<QListWidget*>(u"lst_Aufraeumen"_s);
+    QStringList zeilen;
+    for (int i = 0; liste && i < liste->count(); ++i) zeilen.append(liste->item(i)->text());
+    return zeilen;
+  }
+  void lehnt_ab(const Meldung& meldung) {
+    const QStringList vorher = stand();
+    meldungen_.erwarte(meldung);
+    EXPECT_FALSE(raeume_auf([](QWidget&) {}));
+    EXPECT_EQ(stand(), vorher);
+  }
+
+  Testordner ablage_;
+};
+
+}  // namespace
+
+TEST_F(WirtAufraeumen, Nach_dem_Ja_geht_genau_was_gezeigt_wurde) {
+  oeffne_Ablage();
+  EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
+    EXPECT_EQ(gelistet(fenster),
+              (QStringList{u"Belege\\1\\b.jpg – keine Zuordnung"_s, u"Belege\\1\\bjpg.txt – Text ohne Bild"_s,
+                           u"Belege\\2\\c.jpg – keine Zuordnung"_s, u"Belege\\2\\ – leerer Ordner"_s}));
+    EXPECT_EQ(fenster.findChild<QLabel*>(u"lbl_Warnung"_s), nullptr);
+    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 löschen"_s);
+    EXPECT_EQ(stand().size(), 8) << "nothing goes before the yes";
+    druecke(fenster, u"cmd_Loeschen"_s);
+  }));
+  EXPECT_EQ(stand(), (QStringList{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s}));
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 4 gelöscht."_s);
+}
+
+TEST_F(WirtAufraeumen, Ohne_das_Ja_geht_nichts_und_die_Eingabetaste_ist_keines) {
+  oeffne_Ablage();
+  const QStringList vorher = stand();
+  const QList<std::function<void(QWidget&)>> wege{[](QWidget& fenster) { druecke(fenster, u"cmd_Abbrechen"_s); },
+                                                  [](QWidget& fenster) { QTest::keyClick(&fenster, Qt::Key_Escape); },
+                                                  [](QWidget& fenster) { QTest::keyClick(&fenster, Qt::Key_Return); },
+                                                  [](QWidget& fenster) {
+                                                    ASSERT_NE(fenster.focusWidget(), nullptr);
+                                                    EXPECT_EQ(fenster.focusWidget()->objectName(), u"cmd_Abbrechen"_s);
+                                                    QTest::keyClick(fenster.focusWidget(), Qt::Key_Enter);
+                                                  },
+                                                  [](QWidget& fenster) {
+                                                    auto* liste = fenster.findChild<QListWidget*>(u"lst_Aufraeumen"_s);
+                                                    QTest::mouseClick(liste->viewport(), Qt::LeftButton, {},
+                                                                      liste->visualItemRect(liste->item(0)).center());
+                                                    QTest::keyClick(liste, Qt::Key_Return);
+                                                  },
+                                                  [](QWidget& fenster) { fenster.close(); }};
+  for (const auto& weg : wege) {
+    EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
+      weg(fenster);
+      EXPECT_FALSE(fenster.isVisible());
+    }));
+    EXPECT_EQ(stand(), vorher);
+    EXPECT_EQ(text(u"lbl_Status"_s), u"Nichts ist gelöscht."_s);
+  }
+}
+
+TEST_F(WirtAufraeumen, Gibt_es_nichts_aufzuraeumen_so_wird_es_gesagt) {
+  ordne_zu(u"Belege\\1"_s, u"b"_s);
+  ordne_zu(u"Belege\\2"_s, u"c"_s);
+  oeffne_Ablage();
+  lehnt_ab({u"Es gibt nichts aufzuräumen."_s, u"Bildzuordnung"_s, Symbol::Information, Knoepfe::OK});
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Es gibt nichts aufzuräumen."_s);
+}
+
+TEST_F(WirtAufraeumen, Eine_unerreichbare_Ablage_wird_abgelehnt) {
+  Wirtsoptionen ohne = optionen();
+  ohne.bilder = u"/gibt/es/nicht"_s;
+  oeffne(ohne);
+  lehnt_ab({u"Die Bildablage „/gibt/es/nicht“ ist nicht zu erreichen.\r\n\r\nNichts ist gelöscht."_s,
+            u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+}
+
+TEST_F(WirtAufraeumen, Eine_leere_Ablage_gilt_als_nicht_eingehaengt) {
+  const Testordner leer;
+  Wirtsoptionen mit = optionen();
+  mit.bilder = leer.pfad();
+  oeffne(mit);
+  lehnt_ab(
+      {u"Die Bildablage „%1“ ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?\r\n\r\nNichts ist gelöscht."_s
+           .arg(leer.pfad()),
+       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+  EXPECT_TRUE(QDir(leer.pfad()).exists());
+}
+
+TEST_F(WirtAufraeumen, Eine_Datenbank_die_nicht_antwortet_wird_abgelehnt_statt_alle_Bilder_frei_zu_nennen) {
+  oeffne_Ablage();
+  nimm_Tabelle_weg();
+  lehnt_ab(
+      {u"Die Tabelle Bild_Zuordnungen ist nicht zu lesen, und ohne sie gälte jedes Bild als frei: Die Anweisung "
+       "ist fehlgeschlagen: no such table: Bild_Zuordnungen\r\n\r\nNichts ist gelöscht."_s,
+       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+  gib_Tabelle_zurueck();
+}
+
+TEST_F(WirtAufraeumen, Eine_Datenbank_die_es_nicht_gibt_wird_abgelehnt) {
+  const Testordner ordner;
+  Wirtsoptionen fremd = optionen();
+  fremd.bilder = ablage_.pfad();
+  fremd.verbindung = u"Provider=SQLite;Data Source="_s + ordner.pfad(u"weg.db"_s);
+  oeffne(fremd);
+  lehnt_ab({u"Die Datenbank „%1“ gibt es nicht.\r\n\r\nNichts ist gelöscht."_s.arg(ordner.pfad(u"weg.db"_s)),
+            u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+}
+
+TEST_F(WirtAufraeumen, Hat_sich_inzwischen_etwas_geaendert_so_geht_trotz_des_Ja_nichts) {
+  oeffne_Ablage();
+  meldungen_.erwarte({u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s,
+                      u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+  EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
+    ordne_zu(u"Belege\\1"_s, u"b"_s);
+    druecke(fenster, u"cmd_Loeschen"_s);
+  }));
+  EXPECT_EQ(stand().size(), 8);
+}
+
+namespace {
+
+/// SQLite that lets something happen at each text.
+class Beobachtet final : public adodb::Treiber {
+ public:
+  explicit Beobachtet(const std::function<void()>& dabei) : dabei_(dabei) {}
+  void oeffne(const QString& zeichenfolge) override {
+    eigentlicher_ = adodb::treiber_fuer(u"Provider=SQLite"_s);
+    eigentlicher_->oeffne(zeichenfolge);
+  }
+  void schliesse() noexcept override { eigentlicher_.reset(); }
+  bool ist_offen() const noexcept override { return eigentlicher_ != nullptr; }
+  adodb::Ergebnis fuehre_aus(const QString& text) override {
+    if (dabei_) dabei_();
+    return eigentlicher_->fuehre_aus(text);
+  }
+
+ private:
+  const std::function<void()>& dabei_;
+  std::unique_ptr<adodb::Treiber> eigentlicher_;
+};
+
+/// The clearing behind the window, over a connection that the test can disturb.
+class WirtAufraeumenGestoert : public WirtAufraeumen {
+ protected:
+  void SetUp() override {
+    WirtAufraeumen::SetUp();
+    adodb::registriere_treiber(u"Beobachtet"_s, [this] { return std::make_unique<Beobachtet>(bei_Text_); });
+    oeffne_Ablage();
+    klicke(u"AB 24-1001"_s);  // binds P: to the tree
+    const QString zeichenfolge = u"Provider=Beobachtet;Data Source="_s + datenbank();
+    const auto verbindung = std::make_shared<adodb::Connection>();
+    verbindung->Open(zeichenfolge);
+    ASSERT_TRUE(store_.Init(zeichenfolge, verbindung, {}));
+    aufraeumen_ = std::make_unique<Aufraeumen>(store_, verbindung, u"P:"_s, u"P:"_s);
+    bei_Text_ = [this] { ++texte_; };
+    liste_ = aufraeumen_->liste();
+    bei_Text_ = {};
+    ASSERT_EQ(liste_.Posten.size(), 4U);
+  }
+  void TearDown() override {
+    adodb::registriere_treiber(u"Beobachtet"_s, [] { return std::unique_ptr<adodb::Treiber>(); });
+    WirtAufraeumen::TearDown();
+  }
+  /// Clears; `dabei` happens at the n-th text from then on, counted from 1.
+  QStringList raeume_auf_und(int n, const std::function<void()>& dabei) {
+    plane(n, dabei);
+    return aufraeumen_->fuehre_aus(liste_);
+  }
+  Aufraeumliste liste_und(int n, const std::function<void()>& dabei) {
+    plane(n, dabei);
+    return aufraeumen_->liste();
+  }
+  void plane(int n, const std::function<void()>& dabei) {
+    bei_Text_ = [=, i = 0]() mutable {
+      if (++i >= n) dabei();
+    };
+  }
+  const QStringList geraeumt_{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s};
+
+  std::function<void()> bei_Text_;
+  clsBildZuordnungen store_;
+  std::unique_ptr<Aufraeumen> aufraeumen_;
+  Aufraeumliste liste_;
+  /// How many texts one listing sends.
+  int texte_ = 0;
+};
+
+}  // namespace
+
+TEST_F(WirtAufraeumenGestoert, Reisst_die_Verbindung_ab_so_geht_kein_Bild_das_nicht_gezeigt_wurde) {
+  const QStringList vorher = stand();
+  const auto abreissen = [] { throw Laufzeitfehler(fehlernummer::Verbindung); };
+  for (int n = 1; n <= texte_; ++n) {
+    EXPECT_THROW(raeume_auf_und(n, abreissen), Abbruch) << n;
+    EXPECT_EQ(stand(), vorher);
+    EXPECT_THROW(liste_und(n, abreissen), Abbruch) << "not even shown, " << n;
+  }
+  EXPECT_TRUE(raeume_auf_und(texte_ + 1, abreissen).isEmpty());
+  EXPECT_EQ(stand(), geraeumt_);
+}
+
+TEST_F(WirtAufraeumenGestoert, Was_stehen_bleibt_wird_genannt) {
+  const QStringList geblieben =
+      raeume_auf_und(texte_, [&] { ablage_.schreibe(u"Belege/2/im_letzten_Augenblick.jpg"_s, "x"); });
+  EXPECT_EQ(geblieben, QStringList{u"Belege\\2\\"_s});
+  EXPECT_EQ(stand(), geraeumt_ + QStringList({u"Belege/2/"_s, u"Belege/2/im_letzten_Augenblick.jpg"_s}));
+}
+
+TEST_F(WirtAufraeumenGestoert, Was_ein_anderer_schon_geloescht_hat_wird_nicht_vermisst) {
+  EXPECT_TRUE(raeume_auf_und(texte_, [&] { QFile::remove(ablage_.pfad(u"Belege/1/b.jpg"_s)); }).isEmpty());
+  EXPECT_EQ(stand(), geraeumt_);
+}
+
+TEST_F(WirtAufraeumen, Was_niemand_erwartet_steht_als_Warnung_ueber_der_Frage) {
+  ablage_.schreibe(u"oben.jpg"_s, "x");
+  oeffne_Ablage();
+  EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
+    EXPECT_TRUE(gelistet(fenster).contains(u"oben.jpg – keine Zuordnung"_s));
+    const auto* warnung = fenster.findChild<QLabel*>(u"lbl_Warnung"_s);
+    ASSERT_NE(warnung, nullptr);
+    EXPECT_TRUE(warnung->text().contains(u"unmittelbar in der Bildablage: 1."_s)) << warnung->text().toStdString();
+  }));
+}
+
+TEST_F(WirtAufraeumen, Nach_Bildern_mit_Hochkomma_wird_nicht_gefragt_und_nichts_geloescht) {
+  oeffne_Ablage();
+  for (int i = 10; i < 22; ++i) ablage_.schreibe(u"Belege/1/o'neil%1.jpg"_s.arg(i), "x");
+  QStringList genannte;
+  for (int i = 10; i < 20; ++i) genannte.append(u"Belege\\1\\o'neil%1.jpg"_s.arg(i));
+  lehnt_ab(
+      {u"In der Ablage stehen Bilder mit einem Hochkomma in Name oder Ordner, nach denen sich die Tabelle nicht "
+       "fragen lässt; benennen Sie sie vorher um (12): %1, …\r\n\r\nNichts ist gelöscht."_s.arg(genannte.join(u", "_s)),
+       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+}
+
+TEST_F(WirtAufraeumen, Ein_Backslash_am_Ende_der_Ordner_macht_kein_Bild_frei) {
+  Wirtsoptionen mit = optionen();
+  mit.bilder = ablage_.pfad();
+  Arbeitsplatz platz(mit);
+  platz.oeffne();
+  ASSERT_EQ(platz.wurzel_fehlt(), std::nullopt);
+  clsBildZuordnungen store;
+  ASSERT_TRUE(store.Init(platz.verbindungszeichenfolge(), platz.verbindung(), {}));
+  const auto gelistete = [&](const QString& wurzel, const QString& start) {
+    Aufraeumen aufraeumen(store, platz.verbindung(), wurzel, start);
+    QStringList namen;
+    for (const Aufraeumposten& p : aufraeumen.liste().Posten) namen.append(aufraeumen.angezeigt(p));
+    return namen;
+  };
+  const QStringList erwartet{u"Belege\\1\\b.jpg"_s, u"Belege\\1\\bjpg.txt"_s, u"Belege\\2\\c.jpg"_s, u"Belege\\2\\"_s};
+  for (const QString& wurzel : {u"P:"_s, u"P:\\"_s, u"P:\\\\"_s}) {
+    EXPECT_EQ(gelistete(wurzel, wurzel), erwartet) << wurzel.toStdString();
+    EXPECT_EQ(gelistete(wurzel, u"P:\\Belege"_s), erwartet);
+    EXPECT_EQ(gelistete(wurzel, u"P:\\Belege\\"_s), erwartet) << wurzel.toStdString();
+  }
+  EXPECT_EQ(gelistete(u"P:"_s, u"P:\\Belege\\1\\\\"_s), erwartet.mid(0, 2));
+}
+
+TEST_F(WirtAufraeumen, Der_gewaehlte_Vorgang_steht_danach_noch_da) {
+  oeffne_Ablage();
+  klicke(u"AB 24-1001"_s);
+  EXPECT_EQ(text(u"lbl_Anzahl"_s), u"1 Bild"_s);
+  EXPECT_TRUE(raeume_auf([](QWidget& fenster) { druecke(fenster, u"cmd_Loeschen"_s); }));
+  EXPECT_EQ(text(u"lbl_Nummer"_s), u"AB 24-1001"_s);
+  EXPECT_EQ(text(u"lbl_Anzahl"_s), u"1 Bild"_s);
+}
+
+// The search
+
+namespace {
+
+class WirtSuche : public WirtBilder {
+ protected:
+  void SetUp() override {
+    WirtBilder::SetUp();
+    for (const QString& name : {u"eins.jpg"_s, u"zwei.jpg"_s, u"drei.jpg"_s}) ablage_.schreibe(name, "x");
+    Wirtsoptionen mit = optionen();
+    mit.bilder = ablage_.pfad();
+    oeffne(mit);
+  }
+  bool suche(const std::function<void(QWidget&)>& darin) {
+    return klicke_und(u"cmd_Suchen"_s, u"frm_BilderSuchen"_s, darin);
+  }
+  static void waehle(QWidget& fenster, const QStringList& namen) {
+    auto* liste = fenster.findChild<QListView*>(u"lvwContent"_s);
+    ASSERT_NE(liste, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return liste->isVisible() && liste->model()->rowCount() == 3; }));
+    for (const QString& name : namen) {
+      const QModelIndexList treffer = liste->model()->match(liste->model()->index(0, 0), Qt::DisplayRole, name);
+      ASSERT_EQ(treffer.size(), 1) << name.toStdString();
+      liste->scrollTo(treffer.first());
+      QTest::mouseClick(liste->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                        liste->visualRect(treffer.first()).center());
+    }
+  }
+  Testordner ablage_;
+};
+
+}  // namespace
+
+TEST_F(WirtSuche, Was_in_der_Bildsuche_gewaehlt_wurde_steht_mit_vollem_Namen_in_der_Statuszeile) {
+  EXPECT_TRUE(suche([](QWidget& fenster) {
+    waehle(fenster, {u"eins.jpg"_s, u"zwei.jpg"_s});
+    druecke(fenster, u"cmd_Uebernehmen"_s);
+  }));
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilder suchen: 2 gewählt – P:\\eins.jpg, P:\\zwei.jpg"_s);
+  EXPECT_EQ(kind<QLabel>(u"lbl_Status"_s)->toolTip(), text(u"lbl_Status"_s)) << "a long text is cut off in the bar";
+}
+
+TEST_F(WirtSuche, Wer_die_Bildsuche_verlaesst_oder_nichts_waehlt_hat_nichts_gewaehlt) {
+  for (const QString& knopf : {u"cmd_Abbruch"_s, u"cmd_Uebernehmen"_s}) {
+    EXPECT_TRUE(suche([&](QWidget& fenster) {
+      if (knopf == "cmd_Abbruch"_L1) waehle(fenster, {u"eins.jpg"_s});
+      druecke(fenster, knopf);
+    }));
+    EXPECT_EQ(text(u"lbl_Status"_s), u"Bilder suchen: nichts gewählt."_s);
+  }
+}
+
+TEST_F(WirtSuche, Nach_der_Bildsuche_stehen_die_Bilder_des_Vorgangs_wie_sie_jetzt_sind) {
+  sql(u"UPDATE Bild_Zuordnungen SET BildPfad = '', Bildname = 'eins' WHERE Key1 = 'WP-0900'"_s);
+  klicke(u"WP-0900"_s);
+  EXPECT_EQ(text(u"lbl_Anzahl"_s), u"1 Bild"_s);
+  EXPECT_TRUE(suche([&](QWidget&) { QFile::remove(ablage_.pfad(u"eins.jpg"_s)); }));
+  EXPECT_EQ(text(u"lbl_Anzahl"_s), u"1 Bild, 1 Datei fehlt"_s);
+}
+
+// Exif properties
+
+namespace {
+
+class WirtExif : public WirtBilder {
+ protected:
+  bool zeige(const std::function<void(QWidget&)>& darin) { return klicke_und(u"cmd_Exif"_s, u"frm_BildInfo"_s, darin); }
+};
+
+}  // namespace
+
+TEST_F(WirtExif, Der_Knopf_zeigt_die_Eigenschaften_des_gewaehlten_Bildes) {
+  oeffne();
+  klicke(u"AB 24-1001"_s);
+  klicke_Bild(0);
+  EXPECT_TRUE(zeige([](QWidget& fenster) {
+    EXPECT_EQ(fenster.windowTitle(), u"Eigenschaften"_s);
+    const auto* liste = fenster.findChild<QTreeWidget*>(u"Sft_Eigenschaften"_s);
+    ASSERT_NE(liste, nullptr);
+    const QList<QTreeWidgetItem*> hersteller = liste->findItems(u"Hersteller"_s, Qt::MatchExactly);
+    ASSERT_EQ(hersteller.size(), 1);
+    EXPECT_FALSE(hersteller.first()->text(1).isEmpty());
+    druecke(fenster, u"cmd_OK"_s);
+    EXPECT_FALSE(fenster.isVisible());
+  }));
+}
+
+TEST_F(WirtExif, Ohne_gewaehltes_Bild_ist_der_Knopf_gesperrt_und_die_Taste_sagt_was_fehlt) {
+  oeffne();
+  QTest::keyClick(fenster_.get(), Qt::Key_E, Qt::ControlModifier);
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Exif: Wählen Sie zuerst ein Bild des Vorgangs aus."_s) << "no record either";
+  klicke(u"AB 24-1001"_s);
+  EXPECT_FALSE(kind<QPushButton>(u"cmd_Exif"_s)->isEnabled());
+  klicke_Bild(1);
+  EXPECT_TRUE(kind<QPushButton>(u"cmd_Exif"_s)->isEnabled());
+  klicke(u"WP-0900"_s);
+  EXPECT_FALSE(kind<QPushButton>(u"cmd_Exif"_s)->isEnabled()) << "another record's picture is not chosen";
+  EXPECT_FALSE(zeige([](QWidget&) {}));
+}
+
+TEST_F(WirtExif, Eine_fehlende_Datei_wird_gesagt_und_nicht_angelegt) {
+  const Testordner ablage;
+  ablage.schreibe(u"Belege/24-2003/anderes.jpg"_s, "x");
+  Wirtsoptionen mit = optionen();
+  mit.bilder = ablage.pfad();
+  oeffne(mit);
+  klicke(u"RE 24-2003"_s);
+  klicke_Bild(0);
+  const Vorschaubild* bild = fenster_->ansicht()->lst_Bilder->gewaehltes();
+  ASSERT_NE(bild, nullptr);
+  meldungen_.erwarte({u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei),
+                      u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+  EXPECT_FALSE(zeige([](QWidget&) {}));
+  EXPECT_EQ(QDir(ablage.pfad(u"Belege/24-2003"_s)).entryList(QDir::Files), QStringList{u"anderes.jpg"_s});
+}

@@ -1,0 +1,296 @@
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeView>
+
+#include "tests/host/fenster/Wirt.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace oberflaeche;
+
+namespace {
+
+/// Types a text; QTest::keyClicks knows ASCII alone.
+void tippe(QWidget* feld, const QString& text) {
+  for (const QChar c : text)
+    QTest::sendKeyEvent(QTest::Click, feld, static_cast<Qt::Key>(c.toUpper().unicode()), QString(c), Qt::NoModifier);
+}
+
+}  // namespace
+
+TEST_F(WirtFenster, Die_Liste_zeigt_die_Vorgaenge_nach_Art_mit_der_Zahl_ihrer_Bilder) {
+  oeffne();
+  EXPECT_EQ(gezeigte(), (QStringList{u"AB 24-1001"_s, u"AN 24-3005"_s, u"RE 24-2003"_s, u"AB 24-1001 / 1"_s,
+                                     u"AB 24-1001 / 2"_s, u"AR-0010"_s, u"MI-0025"_s, u"TH-0100"_s, u"TH-0110"_s,
+                                     u"WP-0900"_s, u"WT-0600"_s, u"10002 Heizung 1"_s, u"10002 Solar 1"_s}));
+  const QList<std::pair<QString, QString>> anzahlen{{u"AB 24-1001"_s, u"4"_s},     {u"AN 24-3005"_s, u"0"_s},
+                                                    {u"AB 24-1001 / 1"_s, u"3"_s}, {u"AB 24-1001 / 2"_s, u"2"_s},
+                                                    {u"TH-0110"_s, u"0"_s},        {u"10002 Solar 1"_s, u"3"_s}};
+  for (const auto& [nummer, anzahl] : anzahlen)
+    EXPECT_EQ(spalte(nummer, Vorgangsmodell::Bilder), anzahl) << nummer.toStdString();
+  EXPECT_EQ(spalte(u"RE 24-2003"_s, Vorgangsmodell::Betreff), u"Familie Öztürk, Kirchzarten · Projekt P-24-11"_s);
+  EXPECT_EQ(text(u"lbl_Status"_s), u"13 Vorgänge"_s);
+}
+
+TEST_F(WirtFenster, Ein_Vorgang_den_nur_die_Zuordnungen_kennen_steht_auch_da) {
+  sql(u"UPDATE Bild_Zuordnungen SET Key2 = '23-0001' WHERE Key1 = 'RE'"_s);
+  oeffne();
+  EXPECT_EQ(spalte(u"RE 23-0001"_s, Vorgangsmodell::Bilder), u"4"_s);
+  EXPECT_EQ(spalte(u"RE 24-2003"_s, Vorgangsmodell::Bilder), u"0"_s);
+}
+
+TEST_F(WirtFenster, Schluessel_werden_verglichen_wie_die_Datenbank_es_tut) {
+  sql(u"UPDATE Bild_Zuordnungen SET Key1 = 'wp-0900 ' WHERE Key1 = 'WP-0900'"_s);
+  oeffne();
+  EXPECT_EQ(spalte(u"WP-0900"_s, Vorgangsmodell::Bilder), u"1"_s);
+  EXPECT_EQ(gezeigte().size(), 13);
+}
+
+TEST_F(WirtFenster, Am_Anfang_ist_kein_Vorgang_gewaehlt) {
+  oeffne();
+  EXPECT_EQ(text(u"lbl_Ueberschrift"_s), u"Kein Vorgang gewählt"_s);
+  EXPECT_TRUE(sichtbar(u"lbl_Hinweis"_s));
+  EXPECT_FALSE(kind<QAction>(u"act_Zuordnen"_s)->isEnabled());
+}
+
+TEST_F(WirtFenster, Ein_Klick_zeigt_den_Vorgang_mit_seinen_Bildern) {
+  oeffne();
+  klicke(u"AB 24-1001"_s);
+  EXPECT_EQ(text(u"lbl_Art"_s), u"Beleg"_s);
+  EXPECT_EQ(text(u"lbl_Nummer"_s), u"AB 24-1001"_s);
+  EXPECT_EQ(text(u"lbl_Betreff"_s), u"Bäckerei Huber, Freiburg · Projekt P-24-07"_s);
+  EXPECT_EQ(text(u"lbl_Anzahl"_s), u"4 Bilder"_s);
+  EXPECT_EQ(fenster_->ansicht()->lst_Bilder->anzahl(), 4);
+  EXPECT_TRUE(kind<QPushButton>(u"cmd_Zuordnen"_s)->isEnabled());
+}
+
+TEST_F(WirtFenster, Die_Vorschau_malt_die_Bilder_und_einen_Platzhalter_fuer_die_fehlende_Datei) {
+  oeffne();
+  klicke(u"RE 24-2003"_s);
+  EXPECT_EQ(text(u"lbl_Anzahl"_s), u"4 Bilder, 1 Datei fehlt"_s);
+  auto* streifen = fenster_->ansicht()->lst_Bilder;
+  streifen->lade_Sichtbare();
+  EXPECT_EQ(streifen->geladene(), 3);
+  const QImage gemalt = streifen->viewport()->grab().toImage();
+  const auto farbe_in = [&](int zeile, QPoint versatz) {
+    return gemalt.pixelColor(streifen->visualRect(streifen->model()->index(zeile, 0)).topLeft() + versatz);
+  };
+  // A corner of the sample pictures: number 5 and number 6 differ in their hue by 137 degrees.
+  const QPoint ecke(8 + 84, 8 + 10);
+  EXPECT_NEAR(farbe_in(0, ecke).hsvHue(), 5 * 137 % 360, 6);
+  EXPECT_NEAR(farbe_in(1, ecke).hsvHue(), 6 * 137 % 360, 6);
+  EXPECT_LT(farbe_in(3, ecke).hsvSaturation(), 20);
+  EXPECT_TRUE(streifen->model()->index(3, 0).data(Qt::ToolTipRole).toString().contains(u"Die Datei fehlt"_s));
+}
+
+TEST_F(WirtFenster, Eine_Bilddatei_die_keine_ist_bringt_keine_Meldung) {
+  Testordner ablage;
+  ablage.schreibe(u"Belege/24-1001/Heizkessel_0120240305_081500.jpg"_s, "kein Bild");
+  Wirtsoptionen mit = optionen();
+  mit.bilder = ablage.pfad();
+  oeffne(mit);
+  klicke(u"AB 24-1001"_s);
+  fenster_->ansicht()->lst_Bilder->lade_Sichtbare();
+  EXPECT_EQ(fenster_->ansicht()->lst_Bilder->geladene(), 1);
+}
+
+TEST_F(WirtFenster, Ein_Vorgang_ohne_Bilder_sagt_es) {
+  oeffne();
+  klicke(u"AN 24-3005"_s);
+  EXPECT_TRUE(sichtbar(u"lbl_KeineBilder"_s));
+  EXPECT_FALSE(sichtbar(u"lst_Bilder"_s));
+  EXPECT_EQ(text(u"lbl_Anzahl"_s), u"kein Bild"_s);
+  EXPECT_TRUE(kind<QPushButton>(u"cmd_Zuordnen"_s)->isEnabled());
+}
+
+TEST_F(WirtFenster, Der_Filter_findet_in_Nummer_Kunde_und_Art_ohne_auf_Gross_und_klein_zu_sehen) {
+  oeffne();
+  const QList<std::pair<QString, QStringList>> faelle{
+      {u"24-2003"_s, {u"RE 24-2003"_s}},
+      {u"ÖZTÜRK"_s, {u"RE 24-2003"_s, u"10002 Heizung 1"_s, u"10002 Solar 1"_s}},
+      {u"öztürk solar"_s, {u"10002 Solar 1"_s}},
+      {u"montageauftr"_s, {u"AB 24-1001 / 1"_s, u"AB 24-1001 / 2"_s}}};
+  auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
+  for (const auto& [worte, nummern] : faelle) {
+    QTest::keyClick(filter, Qt::Key_Escape);
+    tippe(filter, worte);
+    EXPECT_EQ(gezeigte(), nummern) << worte.toStdString();
+  }
+}
+
+TEST_F(WirtFenster, Ein_Filter_ohne_Treffer_sagt_es_und_laesst_sich_leeren) {
+  oeffne();
+  tippe(kind<QLineEdit>(u"txt_Filter"_s), u"xyz"_s);
+  EXPECT_FALSE(baum()->isVisible());
+  EXPECT_EQ(text(u"lbl_Leer"_s), u"Kein Vorgang enthält „xyz“."_s);
+  QTest::mouseClick(kind<QPushButton>(u"cmd_FilterLeeren"_s), Qt::LeftButton);
+  EXPECT_TRUE(baum()->isVisible());
+  EXPECT_EQ(gezeigte().size(), 13);
+}
+
+TEST_F(WirtFenster, Der_Filter_laesst_den_gewaehlten_Vorgang_gewaehlt_oder_waehlt_keinen) {
+  oeffne();
+  klicke(u"RE 24-2003"_s);
+  auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
+  tippe(filter, u"RE"_s);
+  EXPECT_EQ(text(u"lbl_Nummer"_s), u"RE 24-2003"_s);
+  EXPECT_EQ(fenster_->liste()->gewaehlt()->nummer, u"RE 24-2003"_s);
+  QTest::keyClick(filter, Qt::Key_Escape);
+  tippe(filter, u"Solar"_s);
+  EXPECT_EQ(fenster_->liste()->gewaehlt(), nullptr);
+  EXPECT_TRUE(sichtbar(u"lbl_Ueberschrift"_s));
+}
+
+TEST_F(WirtFenster, Vom_Filter_fuehrt_die_Tastatur_bis_in_den_Dialog) {
+  oeffne();
+  QTest::keyClick(fenster_.get(), Qt::Key_F, Qt::AltModifier);
+  auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
+  ASSERT_TRUE(filter->hasFocus());
+  tippe(filter, u"Solar"_s);
+  QTest::keyClick(filter, Qt::Key_Down);
+  ASSERT_TRUE(baum()->hasFocus());
+  EXPECT_EQ(text(u"lbl_Nummer"_s), u"10002 Solar 1"_s);
+  QTest::keyClick(baum(), Qt::Key_Return);
+  ASSERT_EQ(aufrufe_.size(), 1);
+  EXPECT_EQ(aufrufe_.first().ordner, u"Anlagen\\10002"_s);
+  EXPECT_FALSE(aufrufe_.first().nur_anzeige);
+}
+
+TEST_F(WirtFenster, Ein_Doppelklick_oeffnet_den_Dialog_einmal) {
+  oeffne();
+  klicke(u"RE 24-2003"_s, true);
+  ASSERT_EQ(aufrufe_.size(), 1);
+  EXPECT_EQ(aufrufe_.first().bilder, 4);
+}
+
+TEST_F(WirtFenster, Auf_einer_Art_oeffnet_sich_nichts) {
+  oeffne();
+  const QModelIndex kopf = baum()->model()->index(0, 0);
+  const QPoint stelle = baum()->visualRect(kopf).center();
+  QTest::mouseClick(baum()->viewport(), Qt::LeftButton, {}, stelle);
+  QTest::keyClick(baum(), Qt::Key_Return);
+  EXPECT_TRUE(aufrufe_.isEmpty());
+}
+
+TEST_F(WirtFenster, Beide_Knoepfe_oeffnen_auf_ihre_Weise) {
+  oeffne();
+  klicke(u"AB 24-1001"_s);
+  QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
+  QTest::mouseClick(kind<QPushButton>(u"cmd_Anzeigen"_s), Qt::LeftButton);
+  QTest::keyClick(fenster_.get(), Qt::Key_A, Qt::AltModifier);
+  // An access key lets the button be seen pressed first.
+  ASSERT_TRUE(QTest::qWaitFor([&] { return aufrufe_.size() == 3; }));
+  EXPECT_FALSE(aufrufe_[0].nur_anzeige);
+  EXPECT_TRUE(aufrufe_[1].nur_anzeige);
+  EXPECT_TRUE(aufrufe_[2].nur_anzeige);
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Beleg AB 24-1001: Nur angezeigt; nichts ist geschrieben."_s);
+}
+
+TEST_F(WirtFenster, Nach_dem_Dialog_stehen_Zahl_Bilder_und_Ergebnis_da) {
+  oeffne();
+  im_Dialog_ = [](clsBildZuordnungen& store) {
+    store.FKT_NeuesBild({}, {}, {}, {}, u"Neu"_s, u"jpg"_s, u"BEL"_s, u"-"_s);
+    store.Bild_Pfad(u"Belege\\24-3005"_s);
+  };
+  const QString ordner = datenordner() + u"/bilder/Belege/24-3005"_s;
+  ASSERT_TRUE(QDir().mkpath(ordner) && QFile(datenordner() + u"/Bild"_s).open(QIODevice::WriteOnly) &&
+              QFile::rename(datenordner() + u"/Bild"_s, ordner + u"/Neu.jpg"_s));
+  const auto raeume_auf = qScopeGuard([&] { QDir(ordner).removeRecursively(); });
+  klicke(u"AN 24-3005"_s);
+  QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Beleg AN 24-3005: 1 Zeile geschrieben: 1 neu."_s);
+  EXPECT_EQ(spalte(u"AN 24-3005"_s, Vorgangsmodell::Bilder), u"1"_s);
+  EXPECT_EQ(fenster_->liste()->gewaehlt()->nummer, u"AN 24-3005"_s);
+  EXPECT_EQ(fenster_->ansicht()->lst_Bilder->anzahl(), 1);
+}
+
+TEST_F(WirtFenster, Eine_unerreichbare_Bildablage_laesst_das_Fenster_benutzbar) {
+  Wirtsoptionen ohne = optionen();
+  ohne.bilder = u"/gibt/es/nicht"_s;
+  oeffne(ohne);
+  klicke(u"AB 24-1001"_s);
+  EXPECT_EQ(text(u"lbl_Anzahl"_s), u"4 Bilder, 4 Dateien fehlen"_s);
+  meldungen_.erwarte(
+      {u"Die Bildablage „/gibt/es/nicht“ ist nicht zu erreichen.\r\n\r\nDer Dialog wird nicht geöffnet, "
+       "weil er alle Bilder zum Entfernen vormerken würde."_s,
+       u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+  QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
+  EXPECT_TRUE(aufrufe_.isEmpty());
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Beleg AB 24-1001: Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
+}
+
+TEST_F(WirtFenster, Eine_tote_Datenbank_wird_gesagt_und_F5_liest_sie_wieder) {
+  nimm_Tabelle_weg();
+  oeffne();
+  EXPECT_EQ(text(u"lbl_Ueberschrift"_s), u"Die Vorgänge sind nicht zu lesen"_s);
+  EXPECT_TRUE(sichtbar(u"cmd_NochEinmal"_s));
+  EXPECT_TRUE(text(u"lbl_Hinweis"_s).contains(u"Bild_Zuordnungen"_s));
+  gib_Tabelle_zurueck();
+  QTest::keyClick(fenster_.get(), Qt::Key_F5);
+  EXPECT_EQ(gezeigte().size(), 13);
+  EXPECT_EQ(text(u"lbl_Ueberschrift"_s), u"Kein Vorgang gewählt"_s);
+  EXPECT_FALSE(sichtbar(u"cmd_NochEinmal"_s));
+}
+
+TEST_F(WirtFenster, Eine_Datenbank_die_es_nicht_gibt_wird_genannt_und_nicht_angelegt) {
+  Testordner ordner;
+  Wirtsoptionen fremd = optionen();
+  fremd.verbindung = u"Provider=SQLite;Data Source="_s + ordner.pfad(u"weg.db"_s);
+  oeffne(fremd);
+  EXPECT_TRUE(text(u"lbl_Hinweis"_s).contains(u"weg.db“ gibt es nicht."_s));
+  EXPECT_FALSE(ordner.vorhanden(u"weg.db"_s));
+}
+
+TEST_F(WirtFenster, Stirbt_die_Datenbank_vor_dem_Dialog_geht_er_nicht_auf) {
+  oeffne();
+  klicke(u"AB 24-1001"_s);
+  nimm_Tabelle_weg();
+  meldungen_.erwarte(
+      {u"Die Zuordnungen sind nicht zu lesen: Die Anweisung ist fehlgeschlagen: no such table: Bild_Zuordnungen"_s,
+       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+  QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
+  gib_Tabelle_zurueck();
+  EXPECT_TRUE(aufrufe_.isEmpty());
+  EXPECT_EQ(gezeigte().size(), 13);
+}
+
+TEST_F(WirtFenster, Fehlt_eine_Tabelle_des_Betriebs_bleiben_die_anderen_Arten) {
+  sql(u"ALTER TABLE Artikelstamm RENAME TO Artikelstamm_Weg"_s);
+  oeffne();
+  sql(u"ALTER TABLE Artikelstamm_Weg RENAME TO Artikelstamm"_s);
+  EXPECT_TRUE(text(u"lbl_Status"_s).startsWith(u"Nicht gelesen – Artikel: "_s));
+  EXPECT_TRUE(gezeigte().contains(u"AB 24-1001"_s));
+  EXPECT_TRUE(gezeigte().contains(u"WP-0900"_s));
+  EXPECT_FALSE(gezeigte().contains(u"TH-0110"_s));
+}
+
+TEST_F(WirtFenster, Ein_genannter_Vorgang_ist_am_Anfang_gewaehlt) {
+  Wirtsoptionen mit = optionen();
+  mit.vorgang = u"re 24-2003"_s;
+  oeffne(mit);
+  EXPECT_EQ(text(u"lbl_Nummer"_s), u"RE 24-2003"_s);
+}
+
+TEST_F(WirtFenster, Der_Tabulator_geht_vom_Filter_ueber_die_Liste_zu_den_Knoepfen) {
+  oeffne();
+  klicke(u"AB 24-1001"_s);
+  kind<QLineEdit>(u"txt_Filter"_s)->setFocus();
+  QStringList folge;
+  for (int i = 0; i < 5; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    folge.append(QApplication::focusWidget()->objectName());
+  }
+  EXPECT_EQ(folge, (QStringList{u"cmd_Einlesen"_s, u"tree_Vorgaenge"_s, u"lst_Bilder"_s, u"cmd_Zuordnen"_s,
+                                u"cmd_Anzeigen"_s}));
+}
+
+TEST_F(WirtFenster, Der_erste_Start_malt_das_Fenster_und_legt_dann_die_Daten_an) {
+  Testordner heim;
+  Wirtsoptionen neu;
+  neu.datenordner = heim.pfad(u"neu"_s);
+  oeffne(neu);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return gezeigte().size() == 13; }, 20'000));
+  EXPECT_TRUE(heim.vorhanden(u"neu/betrieb.db"_s));
+}

@@ -1,0 +1,193 @@
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QProcess>
+
+#include "tests/host/kvobild/Kvobild.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+class KvobildAufraeumen : public Betrieb {
+ protected:
+  KvobildAufraeumen() {
+    for (const QString& name : {u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s,
+                                u"Belege/1/bjpg.txt"_s, u"Belege/2/c.jpg"_s})
+      ordner_.schreibe(u"bild.ablage/"_s + name, "x");
+    ordne_zu(u"Belege\\1"_s, u"a"_s);
+  }
+  void ordne_zu(const QString& pfad, const QString& name) const {
+    sql(u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, SortIndex) "
+        u"Values ('AB','1','-','-','%1','jpg','BEL','-','%2',0)"_s.arg(name, pfad));
+  }
+  Lauf aufraeumen(const QStringList& argumente, const QString& eingabe = {}) const {
+    return kvobild(QStringList{u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} + argumente,
+                   {}, eingabe);
+  }
+  Lauf antworte(const QString& antwort) const {
+    return aufraeumen({}, ordner_.schreibe(u"antwort"_s, antwort.toUtf8()));
+  }
+  /// Everything below the root as the command names it.
+  QStringList baum() const {
+    QStringList pfade;
+    QDirIterator lauf(wurzel(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (lauf.hasNext()) {
+      const QString pfad = lauf.next().mid(wurzel().size() + 1).replace(u'/', u'\\');
+      pfade.append(pfad + (lauf.fileInfo().isDir() ? u"\\"_s : QString()));
+    }
+    pfade.sort();
+    return pfade;
+  }
+  const QStringList alles{u"Belege\\1\\b.jpg"_s, u"Belege\\1\\bjpg.txt"_s, u"Belege\\2\\c.jpg"_s, u"Belege\\2\\"_s};
+};
+
+TEST_F(KvobildAufraeumen, Die_Probe_zeigt_nur_und_das_Aufraeumen_loescht_genau_das) {
+  const QString vorher = stand();
+  const Lauf probe = aufraeumen({u"--probe"_s});
+  EXPECT_EQ(probe.code, 0) << probe.meldungen.toStdString();
+  EXPECT_EQ(probe.zeilen(), alles);
+  EXPECT_EQ(stand(), vorher);
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(lauf.zeilen(), alles);
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"ajpg.txt"_s}));
+  EXPECT_FALSE(QDir(wurzel() + u"/Belege/2"_s).exists());
+  const Lauf noch_einmal = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(noch_einmal.code, 0);
+  EXPECT_TRUE(noch_einmal.zeilen().isEmpty());
+  EXPECT_TRUE(noch_einmal.meldungen.contains(u"nichts aufzuräumen"_s));
+}
+
+TEST_F(KvobildAufraeumen, Ohne_ein_Ja_geschieht_nichts) {
+  const QString vorher = stand();
+  for (const QString& antwort : {u"\n"_s, u"nein\n"_s, u"jawohl\n"_s}) {
+    const Lauf lauf = antworte(antwort);
+    EXPECT_EQ(lauf.code, 1);
+    EXPECT_EQ(lauf.zeilen(), alles) << "the list comes before the question";
+    EXPECT_TRUE(lauf.meldungen.contains(u"(Dateien: 3, Ordner: 1)"_s)) << lauf.meldungen.toStdString();
+    EXPECT_TRUE(lauf.meldungen.contains(u"Nichts ist gelöscht"_s));
+  }
+  EXPECT_EQ(aufraeumen({}).code, 1) << "nobody there to answer";
+  QFile::remove(ordner_.pfad(u"antwort"_s));
+  EXPECT_EQ(stand(), vorher);
+}
+
+TEST_F(KvobildAufraeumen, Ein_Ja_auf_die_Frage_loescht) {
+  const Lauf lauf = antworte(u"Ja\n"_s);
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"ajpg.txt"_s}));
+}
+
+TEST_F(KvobildAufraeumen, Die_Liste_und_das_Aufraeumen_stimmen_Datei_fuer_Datei_ueberein) {
+  for (const char* name :
+       {"oben.jpg", "Belege/1/A.JPG", "Belege/1/a.jpg.bak", "Belege/1/plan.v2.jpg", "Belege/1/ab.txt",
+        "Belege/1/notes.txt", "Belege/1/fotojpeg.txt", "Belege/1/ohne_Punkt", "Belege/1/b\\x.jpg",
+        "Belege/3/Tief/x.jpg", "Belege/3/Tief/xjpg.txt", "Belege/4/.jpg", "Belege/4/jpg.txt"})
+    ordner_.schreibe(u"bild.ablage/"_s + QString::fromUtf8(name), "x");
+  ASSERT_TRUE(QFile::link(ordner_.pfad(), wurzel() + u"/Belege/4/Verweis"_s));
+  ordne_zu(u"Belege\\4"_s, {});
+  const QStringList vorher = baum();
+  const QStringList liste = aufraeumen({u"--probe"_s}).zeilen();
+  EXPECT_EQ(baum(), vorher);
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(lauf.zeilen(), liste);
+  QStringList weg = vorher;
+  const QStringList nachher = baum();
+  weg.removeIf([&](const QString& pfad) { return nachher.contains(pfad); });
+  QStringList gelistet = liste;
+  gelistet.sort();
+  EXPECT_EQ(weg, gelistet);
+  EXPECT_EQ(weg.size(), 13) << weg.join(u'\n').toStdString();
+}
+
+TEST_F(KvobildAufraeumen, Hat_sich_die_Ablage_waehrend_der_Frage_geaendert_so_geschieht_nichts) {
+  QProcess prozess;
+  prozess.start(QStringLiteral(KVOBILD_PROGRAMM),
+                {u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()});
+  QByteArray frage;
+  while (!frage.contains("ja") && prozess.waitForReadyRead(60'000)) {
+    prozess.setReadChannel(QProcess::StandardError);
+    frage += prozess.readAllStandardError();
+  }
+  ASSERT_TRUE(frage.contains("ja"));
+  ordner_.schreibe(u"bild.ablage/Belege/1/neu.jpg"_s, "x");
+  const QString vorher = stand();
+  prozess.write("ja\n");
+  prozess.closeWriteChannel();
+  ASSERT_TRUE(prozess.waitForFinished(60'000));
+  EXPECT_EQ(prozess.exitCode(), 1);
+  EXPECT_TRUE(prozess.readAllStandardError().contains("inzwischen"));
+  EXPECT_EQ(stand(), vorher);
+}
+
+TEST_F(KvobildAufraeumen, Als_Json_steht_der_Grund_dabei) {
+  const Lauf lauf = aufraeumen({u"--probe"_s, u"--json"_s});
+  const QList<QJsonObject> posten = lauf.objekte();
+  ASSERT_EQ(posten.size(), 4);
+  const auto soll = [](const QString& pfad, const QString& art, const QString& grund) {
+    return QJsonObject{{u"pfad"_s, pfad}, {u"art"_s, art}, {u"grund"_s, grund}};
+  };
+  EXPECT_EQ(posten[0], soll(u"Belege\\1\\b.jpg"_s, u"datei"_s, u"ohne_zuordnung"_s));
+  EXPECT_EQ(posten[1], soll(u"Belege\\1\\bjpg.txt"_s, u"datei"_s, u"text_ohne_bild"_s));
+  EXPECT_EQ(posten[3], soll(u"Belege\\2\\"_s, u"ordner"_s, u"leerer_ordner"_s));
+}
+
+TEST_F(KvobildAufraeumen, Ein_Trenner_am_Ende_des_Ordners_macht_kein_Bild_frei) {
+  for (const QString& ordner : {u"Belege"_s, u"Belege\\"_s, u"Belege/"_s, u"Belege\\\\"_s, u"\\Belege\\1\\..\\"_s}) {
+    const Lauf lauf = aufraeumen({u"--probe"_s, u"--ordner"_s, ordner});
+    if (ordner.contains(u".."_s))
+      EXPECT_EQ(lauf.code, 2);
+    else
+      EXPECT_EQ(lauf.zeilen(), alles) << ordner.toStdString();
+  }
+  // A root with one is the same root.
+  EXPECT_EQ(
+      kvobild({u"aufraeumen"_s, u"--probe"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel() + u'/'}).zeilen(),
+      alles);
+}
+
+TEST_F(KvobildAufraeumen, Bilder_in_der_Wurzel_gehen_mit_einer_Warnung_und_bleiben_wenn_es_tiefer_beginnt) {
+  ordner_.schreibe(u"bild.ablage/oben.jpg"_s, "x");
+  ordne_zu({}, u"oben"_s);
+  const Lauf tiefer = aufraeumen({u"--probe"_s, u"--ordner"_s, u"Belege"_s});
+  EXPECT_EQ(tiefer.zeilen(), alles);
+  EXPECT_FALSE(tiefer.meldungen.contains(u"Achtung"_s));
+  const Lauf ganz = aufraeumen({u"--probe"_s});
+  EXPECT_EQ(ganz.zeilen(), alles + QStringList{u"oben.jpg"_s});
+  EXPECT_TRUE(ganz.meldungen.contains(u"unmittelbar in der Bildablage"_s));
+}
+
+TEST_F(KvobildAufraeumen, Leert_sich_die_ganze_Ablage_so_steht_auch_sie_in_der_Liste) {
+  sql(u"delete from Bild_Zuordnungen"_s);
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(lauf.zeilen().last(), u"."_s);
+  EXPECT_FALSE(QDir(wurzel()).exists());
+}
+
+TEST_F(KvobildAufraeumen, Ohne_Ablage_oder_Datenbank_wird_abgelehnt) {
+  const QString vorher = stand();
+  const auto lauf = [&](const QString& db, const QString& bilder, const QStringList& mehr = {}) {
+    return kvobild(QStringList{u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, db, u"--bilder"_s, bilder} + mehr);
+  };
+  EXPECT_EQ(lauf(datenbank(), ordner_.pfad(u"fehlt"_s)).code, 4);
+  EXPECT_EQ(lauf(datenbank(), wurzel(), {u"--ordner"_s, u"fehlt"_s}).code, 4);
+  EXPECT_EQ(lauf(ordner_.pfad(u"fehlt.db"_s), wurzel()).code, 3);
+  EXPECT_EQ(aufraeumen({u"--ja"_s, u"--probe"_s}).code, 2);
+  EXPECT_EQ(stand(), vorher);
+  sql(u"alter table Bild_Zuordnungen rename to Anderswo"_s);
+  const Lauf ohne_tabelle = lauf(datenbank(), wurzel());
+  EXPECT_EQ(ohne_tabelle.code, 3);
+  EXPECT_TRUE(ohne_tabelle.ausgabe.isEmpty());
+  sql(u"alter table Anderswo rename to Bild_Zuordnungen"_s);
+  EXPECT_EQ(stand(), vorher);
+}
+
+TEST_F(KvobildAufraeumen, Eine_leere_Ablage_gilt_als_nicht_eingehaengt) {
+  const QString leer = ordner_.pfad(u"leer"_s);
+  ASSERT_TRUE(QDir().mkpath(leer));
+  const Lauf lauf = kvobild({u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, leer});
+  EXPECT_EQ(lauf.code, 4);
+  EXPECT_TRUE(lauf.meldungen.contains(u"eingehängt"_s)) << lauf.meldungen.toStdString();
+  EXPECT_TRUE(QDir(leer).exists());
+}
