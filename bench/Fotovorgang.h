@@ -41,7 +41,7 @@ inline QByteArray lies(const QString& pfad) {
 /// the end of a picture does not count, but makes each content its own.
 inline void mache(const QString& fotos) {
   const QList<QByteArray> vorlagen{lies(fotos + QStringLiteral("/foto1_4032x3024_420.jpg")),
-                                   lies(fotos + QStringLiteral("/foto1_4031x3021_420.jpg"))};
+      lies(fotos + QStringLiteral("/foto1_4031x3021_420.jpg"))};
   messung::verlange(QDir().mkpath(fotos + QStringLiteral("/streifen/Artikel/Allg")), "folder for the copies");
   for (int i = 0; i < Anzahl; ++i) {
     const QByteArray inhalt = vorlagen[i % vorlagen.size()] + QByteArray::number(i);

@@ -41,8 +41,8 @@ inline double zeile(const char* name, const std::vector<double>& unser, const st
 }
 
 /// Times `unser` against `peer` in `laeufe` alternated runs, after one uncounted run of each.
-inline double vergleiche(const char* name, int laeufe, double ziel, const std::function<void()>& unser,
-                         const std::function<void()>& peer) {
+inline double vergleiche(
+    const char* name, int laeufe, double ziel, const std::function<void()>& unser, const std::function<void()>& peer) {
   std::vector<double> a;
   std::vector<double> b;
   unser();

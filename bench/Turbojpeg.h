@@ -19,8 +19,8 @@ inline void turbojpeg_Achtel(const QByteArray& bytes) {
   constexpr tjscalingfactor kAchtel{1, 8};
   QImage bild(TJSCALED(breite, kAchtel), TJSCALED(hoehe, kAchtel), QImage::Format_RGB32);
   verlange(tjDecompress2(h, anfang, laenge, bild.bits(), bild.width(), static_cast<int>(bild.bytesPerLine()),
-                         bild.height(), TJPF_BGRX, 0) == 0,
-           "TurboJPEG decode");
+               bild.height(), TJPF_BGRX, 0) == 0,
+      "TurboJPEG decode");
   tjDestroy(h);
 }
 

@@ -86,15 +86,15 @@ bool vergleiche(const QString& pfad, int runden) {
   std::vector<Teilnehmer> alle{
       {"TurboJPEG 1/8 from memory", [&] { turbojpeg_Achtel(bytes); }},
       {"100 pixels, first time",
-       [&] {
-         Bildspeicher::aktuell().leere();
-         eigenes(pfad);
+          [&] {
+    Bildspeicher::aktuell().leere();
+    eigenes(pfad);
        },
-       progressiv ? 0.40 : 1.10},
+          progressiv ? 0.40 : 1.10},
       {"100 pixels, file unchanged", [&] { eigenes(pfad); }, 0.05},
       {"Qt, scaled decode", [&] { qt_skaliert(pfad); }},
       {"Qt, full decode and scaling", [&] { qt_ganz(pfad); }},
-  };
+      };
   for (int i = 0; i <= runden; ++i)
     for (Teilnehmer& t : alle) miss(t, i > 0);  // the first round warms up
   std::printf("%s\n", qPrintable(pfad));
@@ -103,7 +103,7 @@ bool vergleiche(const QString& pfad, int runden) {
   for (const Teilnehmer& t : alle) {
     const double verhaeltnis = verhaeltnis_je_Runde(t.zeiten, mass.zeiten);
     std::printf("  %-28s %9.3f ms %8.4f x %8.4f x cpu", t.name, median(t.zeiten), verhaeltnis,
-                verhaeltnis_je_Runde(t.rechenzeiten, mass.rechenzeiten));
+        verhaeltnis_je_Runde(t.rechenzeiten, mass.rechenzeiten));
     if (t.ziel > 0) std::printf("   at most %.2f: %s", t.ziel, verhaeltnis <= t.ziel ? "yes" : "NO");
     std::printf("\n");
     gut = gut && (t.ziel <= 0 || verhaeltnis <= t.ziel);
@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
   gdiplus::GdiplusStartup(marke, 1);
   bool gut = true;
   for (const QString& name : {u"foto1_4032x3024_420.jpg"_s, u"foto1_4031x3021_420.jpg"_s, u"foto1_4032x3024_444.jpg"_s,
-                              u"foto1_4032x3024_420_prog.jpg"_s, u"foto1_6000x4000_420_prog.jpg"_s})
+           u"foto1_4032x3024_420_prog.jpg"_s, u"foto1_6000x4000_420_prog.jpg"_s})
     gut = vergleiche(ordner + u'/' + name, runden) && gut;
   gdiplus::GdiplusShutdown(marke);
   return gut ? 0 : 1;

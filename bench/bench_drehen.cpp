@@ -68,12 +68,12 @@ void miss_Zeit(const QString& ordner, const QString& foto) {
   const QString fremd = ordner + u"/jpegtran.jpg"_s;
   const QByteArray name = foto.toLocal8Bit();
   messung::vergleiche((name + ", kvobild : jpegtran").constData(), kLaeufe, 1.05, [&] { kvobild(quelle, unser); },
-                      [&] { jpegtran(quelle, fremd); });
+      [&] { jpegtran(quelle, fremd); });
   messung::vergleiche((name + ", call : jpegtran").constData(), kLaeufe, 1.05, [&] { drehe(quelle, unser); },
-                      [&] { jpegtran(quelle, fremd); });
+      [&] { jpegtran(quelle, fremd); });
   std::printf("  bytes: source %lld, ours %lld, jpegtran %lld, equal: %s\n",
-              static_cast<long long>(QFile(quelle).size()), static_cast<long long>(QFile(unser).size()),
-              static_cast<long long>(QFile(fremd).size()), lies(unser) == lies(fremd) ? "yes" : "no");
+      static_cast<long long>(QFile(quelle).size()), static_cast<long long>(QFile(unser).size()),
+      static_cast<long long>(QFile(fremd).size()), lies(unser) == lies(fremd) ? "yes" : "no");
 }
 
 QImage gedreht(const QImage& bild, int transform) {
@@ -104,8 +104,8 @@ void miss_Guete(const QString& ordner, const QString& quelle, double ziel) {
     const double guete = psnr(dekodiert(ergebnis), gedreht(vorher, transform));
     const double groesse = static_cast<double>(QFile(ergebnis).size()) / static_cast<double>(QFile(quelle).size());
     std::printf("  %4d x %4d, %3d degrees: %6.2f dB (aim >= %.1f), %.3f x the size (aim <= 1.1), %.0f ms: %s\n",
-                vorher.width(), vorher.height(), (transform - 12) * 90, guete, ziel, groesse, zeit * 1e3,
-                guete >= ziel && groesse <= 1.1 ? "yes" : "NO");
+        vorher.width(), vorher.height(), (transform - 12) * 90, guete, ziel, groesse, zeit * 1e3,
+        guete >= ziel && groesse <= 1.1 ? "yes" : "NO");
   }
 }
 
@@ -118,7 +118,7 @@ int main(int argc, char** argv) {
   miss_Zeit(ordner, u"foto1_4032x3024_444.jpg"_s);
   const QString halb = ordner + u"/foto1_4000x3000_420.jpg"_s;
   starte({"jpegtran", "-copy", "all", "-crop", "4000x3000+0+0", "-outfile", QFile::encodeName(halb),
-          QFile::encodeName(ordner + u"/foto1_4032x3024_420.jpg"_s)});
+      QFile::encodeName(ordner + u"/foto1_4032x3024_420.jpg"_s)});
   std::printf("coded again where blocks can't be moved:\n");
   miss_Guete(ordner, halb, 48);
   miss_Guete(ordner, ordner + u"/foto1_4031x3021_420.jpg"_s, 38.5);

@@ -68,8 +68,8 @@ double mikrosekunden(const std::function<void()>& arbeit) {
 }
 
 /// Runs both in turn, prints the medians and tells whether the ratio keeps the bound.
-bool vergleiche(const char* was, double grenze, const std::function<void()>& eigen,
-                const std::function<void()>& fremd) {
+bool vergleiche(
+    const char* was, double grenze, const std::function<void()>& eigen, const std::function<void()>& fremd) {
   std::vector<double> eigene;
   std::vector<double> fremde;
   eigen();
@@ -80,7 +80,7 @@ bool vergleiche(const char* was, double grenze, const std::function<void()>& eig
   }
   const double verhaeltnis = median(eigene) / median(fremde);
   std::printf("%-48s Load %8.1f us   peer %8.1f us   ratio %.3f (bound %.2f)\n", was, median(eigene), median(fremde),
-              verhaeltnis, grenze);
+      verhaeltnis, grenze);
   return verhaeltnis <= grenze;
 }
 
@@ -129,8 +129,8 @@ bool vergleiche_foto(const QString& ordner, const QByteArray& bytes, const char*
   gut &= vergleiche(
       neu.constData(), Grenze_lesen, [&] { lade(pfad, false); },
       [&] {
-        std::vector<char> puffer;
-        lies_ganz(ort, puffer);
+    std::vector<char> puffer;
+    lies_ganz(ort, puffer);
       });
   return gut;
 }

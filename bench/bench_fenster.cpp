@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
   messung::vergleiche(
       "window with a record of 10 pictures | empty Qt window", laeufe, 2.0,
       [&] {
-        starte({wirt, "--datenordner", daten, "--vorgang", "AN 24-3005"});
+    starte({wirt, "--datenordner", daten, "--vorgang", "AN 24-3005"});
       },
       [&] { starte({leer}); });
   return 0;

@@ -45,9 +45,9 @@ class Peer {
     SQLSetEnvAttr(umgebung_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
     verlange(SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_DBC, umgebung_, &verbindung_)), "connection");
     const QString form = odbc_form(port);
-    verlange(SQL_SUCCEEDED(SQLDriverConnectW(verbindung_, nullptr, zeichen(form), SQL_NTS, nullptr, 0, nullptr,
-                                             SQL_DRIVER_NOPROMPT)),
-             "connect");
+    verlange(SQL_SUCCEEDED(SQLDriverConnectW(
+                 verbindung_, nullptr, zeichen(form), SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT)),
+        "connect");
   }
   ~Peer() {
     SQLDisconnect(verbindung_);
@@ -94,8 +94,8 @@ class Peer {
         return;
       }
       text.resize(breite + 1);
-      SQLBindCol(anweisung, nummer, SQL_C_WCHAR, text.data(), static_cast<SQLLEN>(text.size() * sizeof(SQLWCHAR)),
-                 &laenge);
+      SQLBindCol(
+          anweisung, nummer, SQL_C_WCHAR, text.data(), static_cast<SQLLEN>(text.size() * sizeof(SQLWCHAR)), &laenge);
     }
   };
 
@@ -216,7 +216,7 @@ void messe_speicher(int port) {
   const double voll = speicher([&] { Leser(port).lies(); });
   const double peer = speicher([&] { Peer(port).lies(true); });
   std::printf("%-58s %10.1f MB %10.1f MB   (%.1f MB without the rows)\n", "peak of a process that reads them once",
-              voll, peer, leer);
+      voll, peer, leer);
 }
 
 }  // namespace

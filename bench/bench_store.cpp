@@ -74,8 +74,7 @@ QString lege_an(const QTemporaryDir& ordner, const QString& name) {
 void fuelle(const QString& datei, int saetze, int bilder) {
   Peer peer(datei);
   peer.exec("BEGIN");
-  peer.exec(
-      QByteArray("WITH RECURSIVE s(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM s WHERE i + 1 < ") +
+  peer.exec(QByteArray("WITH RECURSIVE s(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM s WHERE i + 1 < ") +
       QByteArray::number(saetze) + "), b(j) AS (SELECT 0 UNION ALL SELECT j + 1 FROM b WHERE j + 1 < " +
       QByteArray::number(bilder) +
       ") INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
@@ -107,10 +106,9 @@ void messe_lesen(const QTemporaryDir& ordner) {
       "read 10,000 rows into the collection / step them", 21, 4.0,
       [&] { pruefe(store.FKT_LeseBilder(u"RE"_s, u"0000000"_s, {}, {}, {}, {}, u"Bel"_s, {}, {}), "read"); },
       [&] {
-        pruefe(peer.lies(
-                   "Select * from Bild_Zuordnungen  where Key1 = 'RE' and Key2 = '0000000' and Typ1 = 'Bel' order by "
-                   "SortIndex") > 0,
-               "step");
+    pruefe(peer.lies("Select * from Bild_Zuordnungen  where Key1 = 'RE' and Key2 = '0000000' and Typ1 = 'Bel' order by "
+                     "SortIndex") > 0,
+        "step");
       });
 }
 
@@ -181,7 +179,7 @@ void messe_groesse(const QTemporaryDir& ordner) {
     for (int i = 0; i < 200; ++i) {
       nummer = (nummer + 7919) % saetze;
       pruefe(store.FKT_LeseBilder(u"RE"_s, u"%1"_s.arg(nummer, 7, 10, QChar(u'0')), {}, {}, {}, {}, u"Bel"_s, {}, {}),
-             "read");
+          "read");
     }
   };
   messung::vergleiche(

@@ -31,7 +31,7 @@ std::vector<std::shared_ptr<const Bild>> lade_alle(clsBildZuordnungen& store, co
   std::vector<std::shared_ptr<const Bild>> bilder;
   for (int i = 0; i < kAnzahl; ++i) {
     verlange(store.FKT_LoadPicture(fotovorgang::name(i), ordner, false) && store.AktLoadPicture_Picture,
-             "picture does not load");
+        "picture does not load");
     bilder.push_back(store.AktLoadPicture_Picture);
   }
   return bilder;

@@ -85,7 +85,7 @@ bool miss_zweites_Lesen(frm_BilderSuchen& form, const QString& name, int anzahl,
   const double verhaeltnis = messung::vergleiche(
       "200 photos: a second read of the unchanged folder", runden, 0.05, [&] { lies(form, name, anzahl); },
       [&] {
-        for (const QByteArray& b : bytes) messung::turbojpeg_Achtel(b);
+    for (const QByteArray& b : bytes) messung::turbojpeg_Achtel(b);
       });
   return verhaeltnis <= 0.05;
 }
@@ -100,11 +100,11 @@ bool miss_Dateien(frm_BilderSuchen& form, int runden) {
   gut = messung::vergleiche(
             "10,000 files of other types: read", runden, 4, [&] { lies(form, u"dateien10"_s, 10'000); },
             [&] { zwei_Listen(u"dateien10"_s); }) <= 4 &&
-        gut;
+      gut;
   gut = messung::vergleiche(
             "40,000 files of other types: read", runden, 4, [&] { lies(form, u"dateien40"_s, 40'000); },
             [&] { zwei_Listen(u"dateien40"_s); }) <= 4 &&
-        gut;
+      gut;
   for (int i = 0; i < runden; ++i) {
     lang.push_back(messung::sekunden([&] { lies(form, u"dateien40"_s, 40'000); }));
     kurz.push_back(messung::sekunden([&] { lies(form, u"dateien10"_s, 10'000); }));

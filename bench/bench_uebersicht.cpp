@@ -148,9 +148,8 @@ double miss_schlicht() {
       for (int i = 0; i < Bilder; ++i) {
         const QString name = bildname(i);
         const auto rs = wirt->ConnectionDB()->Execute(u"Select Top 1 Key1 from Bild_Zuordnungen  where Key1 = '"_s +
-                                                          artikelnummer(j) + u"' and Bildname = '"_s + name +
-                                                          u"' and BildExt = 'jpg' and Typ1 = 'Art'"_s,
-                                                      -1);
+                artikelnummer(j) + u"' and Bildname = '"_s + name + u"' and BildExt = 'jpg' and Typ1 = 'Art'"_s,
+            -1);
         if (!rs->Eof()) continue;
         QString ziel = u"P:\\"_s + zielordner(j);
         if (!store->Fkt_DirExists(ziel)) store->Fkt_MakePath(ziel);

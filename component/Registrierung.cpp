@@ -33,8 +33,8 @@ struct Klasse {
 
 std::array<Klasse, 3> klassen() {
   return {{{u"KVOBildZuordnung.clsBildZuordnungen"_s, {&mache<clsBildZuordnungen>}},
-           {u"KVOBildZuordnung.clsBilderSpeicher"_s, {&mache<clsBilderSpeicher>}},
-           {u"KVOBildZuordnung.clsDialoge"_s, {&mache<clsDialoge>}}}};
+      {u"KVOBildZuordnung.clsBilderSpeicher"_s, {&mache<clsBilderSpeicher>}},
+      {u"KVOBildZuordnung.clsDialoge"_s, {&mache<clsDialoge>}}}};
 }
 
 void nimm_zurueck(const Klasse& klasse) {

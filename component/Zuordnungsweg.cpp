@@ -64,7 +64,7 @@ Zuordnungsweg::~Zuordnungsweg() = default;
 
 QString Zuordnungsweg::einwand(const Vorgang& vorgang) {
   for (const QString* teil :
-       {&vorgang.Key1, &vorgang.Key2, &vorgang.Key3, &vorgang.Key4, &vorgang.Typ1, &vorgang.Typ2}) {
+      {&vorgang.Key1, &vorgang.Key2, &vorgang.Key3, &vorgang.Key4, &vorgang.Typ1, &vorgang.Typ2}) {
     if (teil->contains(u'\''))
       return u"Die Nummer „%1“ enthält ein Hochkomma; solchen Vorgängen sind keine Bilder zuzuordnen."_s.arg(
           nummer(vorgang));
@@ -97,8 +97,8 @@ Zuordnungsweg::Lesung Zuordnungsweg::lies(const Vorgang& vorgang) const {
   return lesung;
 }
 
-Zuordnungsweg::Ergebnis Zuordnungsweg::speichere(const std::shared_ptr<clsBildZuordnungen>& bilder,
-                                                 const Vorgang& vorgang) const {
+Zuordnungsweg::Ergebnis Zuordnungsweg::speichere(
+    const std::shared_ptr<clsBildZuordnungen>& bilder, const Vorgang& vorgang) const {
   Ergebnis ergebnis;
   ergebnis.geoeffnet = true;
   weg::Verbindungen verbindungen(*anwendung_);
@@ -150,7 +150,7 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& vorgang, bool nur_Anz
   ergebnis.geoeffnet = true;
   do {
     ergebnis.dialog_gescheitert = !dialog_(anwendung_, wurzel_, ganzer.Bildpfad, lesung.bilder, ganzer.Typ1,
-                                           ganzer.Typ2, ganzer.Infozeile, nur_Anzeige, nur_Anhang);
+        ganzer.Typ2, ganzer.Infozeile, nur_Anzeige, nur_Anhang);
   } while (!nur_Anzeige && weg::ungespeichertes::soll_wieder_oeffnen(*lesung.bilder));
   if (nur_Anzeige) return ergebnis;
   // What the user saved is in the collection and its files are in place, whatever became of the dialog afterwards.

@@ -19,10 +19,9 @@
 class KVO_EXPORT Zuordnungsweg {
  public:
   /// clsDialoge::Fkt_Aufruf_Dialog_Zuordnung or what stands in for it, with the same arguments and result.
-  using Dialog = std::function<bool(
-      const std::shared_ptr<Anwendungsobjekt>& pAppObj, const QString& pRootpath, const QString& pStandardBildPfad,
-      const std::shared_ptr<clsBildZuordnungen>& pBildObj, const QString& PTyp1, const QString& pTyp2,
-      const QString& pInfoZeile, bool pNurAnzeige, bool pNurAnhang)>;
+  using Dialog = std::function<bool(const std::shared_ptr<Anwendungsobjekt>& pAppObj, const QString& pRootpath,
+      const QString& pStandardBildPfad, const std::shared_ptr<clsBildZuordnungen>& pBildObj, const QString& PTyp1,
+      const QString& pTyp2, const QString& pInfoZeile, bool pNurAnzeige, bool pNurAnhang)>;
 
   /// The record whose pictures are meant, exactly: an empty key or type stands for "-", as it does in the table. None
   /// may be longer than 50 characters or hold an apostrophe; such a record is refused with words.

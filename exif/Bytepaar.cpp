@@ -25,8 +25,8 @@ constexpr std::size_t Abschnitt = 8 * Runde;
 
 /// One round without a loop.
 template <std::size_t... k>
-[[gnu::always_inline]] inline void vergleiche_Runde(Vektor& treffer, const std::uint8_t* p, const Vektor& muster,
-                                                    std::index_sequence<k...>) {
+[[gnu::always_inline]] inline void vergleiche_Runde(
+    Vektor& treffer, const std::uint8_t* p, const Vektor& muster, std::index_sequence<k...>) {
   (vergleiche(treffer, p + k * Schritt, muster), ...);
 }
 
@@ -74,8 +74,8 @@ std::uint16_t als_Zahl(std::uint8_t erstes, std::uint8_t zweites) {
 
 }  // namespace
 
-std::optional<std::size_t> finde_Bytepaar(std::span<const std::uint8_t> bytes, std::uint8_t erstes,
-                                          std::uint8_t zweites) {
+std::optional<std::size_t> finde_Bytepaar(
+    std::span<const std::uint8_t> bytes, std::uint8_t erstes, std::uint8_t zweites) {
   for (std::size_t i = anfang_der_Suche(bytes, als_Zahl(erstes, zweites)); i + 1 < bytes.size(); ++i)
     if (bytes[i] == erstes && bytes[i + 1] == zweites) return i;
   return std::nullopt;

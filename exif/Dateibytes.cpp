@@ -59,8 +59,8 @@ void Dateibytes::lies(std::int64_t position, std::span<std::uint8_t> ziel) {
   const auto vorhanden = std::clamp<std::int64_t>(obergrenze_ - position, 0, std::ssize(ziel));
   const auto gelesen = fehler::melden_und_enden(
       [this](const Laufzeitfehler& fehler) {
-        lesefehler_ = fehler;
-        throw fehler;
+    lesefehler_ = fehler;
+    throw fehler;
       },
       [&] { return datei_.lies(position, std::as_writable_bytes(ziel.first(static_cast<std::size_t>(vorhanden)))); });
   std::ranges::fill(ziel.subspan(gelesen), std::uint8_t{0});

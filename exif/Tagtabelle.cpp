@@ -151,8 +151,8 @@ constexpr Beschriftung Beschriftungen[]{
 }  // namespace
 
 QStringView beschriftung(QStringView name) {
-  const auto* const treffer = std::find_if(std::begin(Beschriftungen), std::end(Beschriftungen),
-                                           [name](const Beschriftung& b) { return b.name == name; });
+  const auto* const treffer = std::find_if(
+      std::begin(Beschriftungen), std::end(Beschriftungen), [name](const Beschriftung& b) { return b.name == name; });
   return treffer == std::end(Beschriftungen) ? name : treffer->text;
 }
 

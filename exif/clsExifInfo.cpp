@@ -79,7 +79,7 @@ bool clsExifInfo::Find_Exif_Segment() {
   bool is_exif = false;
   next([&] {
     is_exif = File_Bytes[start + 4] == 'E' && File_Bytes[start + 5] == 'x' && File_Bytes[start + 6] == 'i' &&
-              File_Bytes[start + 7] == 'f';
+        File_Bytes[start + 7] == 'f';
   });
   return is_exif;
 }

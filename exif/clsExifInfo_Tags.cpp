@@ -40,9 +40,8 @@ void Fill_Labels(XArrayDBObject& table) {
 const Exif_Entry* clsExifInfo::Find_Entry(std::int32_t tag, bool only_maker_note) const {
   // A list that was never sized can't be searched.
   if (Entries_.empty()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-  const auto found = std::find_if(Entries_.begin(), Entries_.end(), [&](const Exif_Entry& entry) {
-    return entry.Tag_Id == tag && (entry.Is_MakerNote || !only_maker_note);
-  });
+  const auto found = std::find_if(Entries_.begin(), Entries_.end(),
+      [&](const Exif_Entry& entry) { return entry.Tag_Id == tag && (entry.Is_MakerNote || !only_maker_note); });
   return found == Entries_.end() ? nullptr : &*found;
 }
 

@@ -178,7 +178,7 @@ void clsExifInfo::Append_Characters(QString& text, std::int64_t from, std::int64
     const qsizetype former = text.size();
     text.resize(former + length);
     std::transform(piece.begin(), piece.begin() + length, text.begin() + former,
-                   [](std::uint8_t byte) { return QChar(windows1252::Zeichen[byte]); });
+        [](std::uint8_t byte) { return QChar(windows1252::Zeichen[byte]); });
     from += length;
   }
 }

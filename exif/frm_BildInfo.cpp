@@ -113,7 +113,7 @@ void frm_BildInfo::Create_List() {
 }
 
 void frm_BildInfo::Fkt_Zeile_Einfuegen(std::int32_t& Zeile, SftTree& tree, const QString& feld, const QString& wert,
-                                       const QString& info, double abstand, bool hervorheben) {
+    const QString& info, double abstand, bool hervorheben) {
   const std::int32_t eintrag = tree.AddItem(QString::number(Zeile));
   tree.ItemLevel(eintrag, 1);
   tree.CellText(eintrag, Feld, feld);

@@ -28,7 +28,7 @@ class frm_BildInfo : public Form {
   /// Puts one row behind the others and counts `Zeile` on; with the flag it is marked as a reference, and a spacer size
   /// other than 0 puts an empty row of that letter size (points) behind it, which counts too.
   static void Fkt_Zeile_Einfuegen(std::int32_t& Zeile, SftTree& tree, const QString& feld, const QString& wert,
-                                  const QString& info, double abstand, bool hervorheben);
+      const QString& info, double abstand, bool hervorheben);
 
   SftTree Sft_Eigenschaften;
   SSCommand cmd_OK;

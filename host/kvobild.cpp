@@ -29,8 +29,8 @@ Ausgang laufe(const QStringList& argumente) {
   try {
     const Ausgang ausgang = befehlszeile::fuehre_aus(
         {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
-         befehle::entfernen(), befehle::aufraeumen(), befehle::exif(), befehle::drehen(), befehle::thumbnail(),
-         befehle::beispieldaten(), befehle::datenbank_anlegen(), befehle::datenbank_pruefen()},
+            befehle::entfernen(), befehle::aufraeumen(), befehle::exif(), befehle::drehen(), befehle::thumbnail(),
+            befehle::beispieldaten(), befehle::datenbank_anlegen(), befehle::datenbank_pruefen()},
         argumente);
     if (ausgabe::abgeschlossen()) return ausgang;
     throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);

@@ -26,8 +26,8 @@ std::int32_t drehe(const QString& quelle, const QString& ziel, std::int32_t tran
   const Sitzung sitzung;
   gdiplus::Image image;
   if (const std::int32_t status = gdiplus::GdipLoadImageFromFile(quelle, image); status != gdiplus::Ok) return status;
-  const gdiplus::EncoderParameter parameter{gdiplus::EncoderTransformation, 1, gdiplus::EncoderParameterValueTypeLong,
-                                            transform};
+  const gdiplus::EncoderParameter parameter{
+      gdiplus::EncoderTransformation, 1, gdiplus::EncoderParameterValueTypeLong, transform};
   return gdiplus::GdipSaveImageToFile(image, ziel, gdiplus::JpegEncoder, {1, parameter});
 }
 

@@ -31,7 +31,7 @@ std::int32_t Fkt_GdiPruefen(std::int32_t status) {
   // An invalid parameter is not told on purpose.
   if (status != gdiplus::Ok && status != gdiplus::InvalidParameter)
     oberflaeche::MsgBox(Fkt_GdiFehlerText(status) + u" GDI+ Error:"_s + QString::number(status),
-                        oberflaeche::Knoepfe::OK, oberflaeche::Symbol::Keins, u"GDI Error"_s);
+        oberflaeche::Knoepfe::OK, oberflaeche::Symbol::Keins, u"GDI Error"_s);
   return status;
 }
 
@@ -74,8 +74,8 @@ std::shared_ptr<const Bild> Fkt_LoadPictureGdi(const QString& dateiname) {
 }
 
 // A handle is a picture object already: type and palette have nothing left to say.
-std::shared_ptr<const Bild> Fkt_HandleToPicture(const std::shared_ptr<const Bild>& handle, std::int32_t /*bildtyp*/,
-                                                std::int32_t /*palette*/) {
+std::shared_ptr<const Bild> Fkt_HandleToPicture(
+    const std::shared_ptr<const Bild>& handle, std::int32_t /*bildtyp*/, std::int32_t /*palette*/) {
   return handle;
 }
 
@@ -125,7 +125,7 @@ bool transformiere(gdiplus::Image& image, std::int32_t transform, Speichern&& sp
     ergebnis = Fkt_GdiPruefen(speichere(clsid, parameter_fuer(transform))) == gdiplus::Ok;
   else
     oberflaeche::MsgBox(u"Konnte keinen passenden Encoder ermitteln."_s, oberflaeche::Knoepfe::OK,
-                        oberflaeche::Symbol::Keins, u"Encoder Error"_s);
+        oberflaeche::Symbol::Keins, u"Encoder Error"_s);
   Fkt_GdiPruefen(gdiplus::GdipDisposeImage(image));
   return ergebnis;
 }
@@ -133,7 +133,7 @@ bool transformiere(gdiplus::Image& image, std::int32_t transform, Speichern&& sp
 std::int32_t schreibe(Ersatzdatei& neu, const QByteArray& strom) {
   std::int32_t status = gdiplus::Ok;
   fehler::melden_und_enden([&](const Laufzeitfehler& f) { status = gdiplus::status_beim_Schreiben(f.Nummer()); },
-                           [&] { neu.schreibe(strom); });
+      [&] { neu.schreibe(strom); });
   return status;
 }
 

@@ -30,8 +30,8 @@ QString Fkt_GdiFehlerText(std::int32_t status);
 /// A picture file as a displayable picture, or none after a message.
 std::shared_ptr<const Bild> Fkt_LoadPictureGdi(const QString& dateiname);
 /// The picture object that owns the handle from then on.
-std::shared_ptr<const Bild> Fkt_HandleToPicture(const std::shared_ptr<const Bild>& handle, std::int32_t bildtyp,
-                                                std::int32_t palette);
+std::shared_ptr<const Bild> Fkt_HandleToPicture(
+    const std::shared_ptr<const Bild>& handle, std::int32_t bildtyp, std::int32_t palette);
 
 /// Lets the user choose a program for a file and starts it on it, without waiting. The name of the program that was
 /// started, or empty for none. A blank name is told.

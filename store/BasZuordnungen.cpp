@@ -58,11 +58,11 @@ std::shared_ptr<adodb::Connection> oeffne_Verbindung(const QString& pConnectstri
 
 bool Prüfe_Connection(const QString& pConnectstring) {
   return fehler::melden_und_enden([](const Laufzeitfehler& f) { melde(u"Prüfe_Connection"_s, f); },
-                                  [&] {
-                                    if (!gConnection()) gConnection() = oeffne_Verbindung(pConnectstring);
-                                    if (!gCommand()) gCommand() = std::make_shared<adodb::Command>();
-                                    return true;
-                                  });
+      [&] {
+    if (!gConnection()) gConnection() = oeffne_Verbindung(pConnectstring);
+    if (!gCommand()) gCommand() = std::make_shared<adodb::Command>();
+    return true;
+  });
 }
 
 void verwirf_Verbindung() noexcept {

@@ -14,8 +14,8 @@ void Sammlungszugriff::ordne(clsBildZuordnungen& sammlung, const std::vector<con
     return stelle == rang.end() ? folge.size() : stelle->second;
   };
   auto& zeilen = sammlung.zeilen();
-  std::stable_sort(zeilen.begin(), zeilen.end(),
-                   [&](const auto& a, const auto& b) { return rang_von(a) < rang_von(b); });
+  std::stable_sort(
+      zeilen.begin(), zeilen.end(), [&](const auto& a, const auto& b) { return rang_von(a) < rang_von(b); });
   sammlung.AktInd(-1);
 }
 
@@ -68,18 +68,17 @@ std::shared_ptr<Dialogspur>& Sammlungszugriff::spur(clsBildZuordnungen& sammlung
 }
 
 Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
-                                         const QString& alter_name, const QString& endung, const QString& neuer_name) {
+    const QString& alter_name, const QString& endung, const QString& neuer_name) {
   return fehler::still_enden([&] { return sammlung.benenne_um(wurzel, pfad, alter_name, endung, neuer_name); });
 }
 
-bool Sammlungszugriff::folge_der_Datei(clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung,
-                                       const Fruehere& neu) {
+bool Sammlungszugriff::folge_der_Datei(
+    clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung, const Fruehere& neu) {
   return fehler::still_enden([&] {
-    sammlung.lesende_Verbindung().Execute(
-        QStringLiteral(
-            "Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = "
-            "'%4' and BildPfad = '%5'")
-            .arg(neu.name, neu.pfad, alt.name, endung, alt.pfad));
+    sammlung.lesende_Verbindung().Execute(QStringLiteral(
+        "Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = "
+        "'%4' and BildPfad = '%5'")
+                                              .arg(neu.name, neu.pfad, alt.name, endung, alt.pfad));
     return true;
   });
 }

@@ -38,9 +38,9 @@ class Sammlungszugriff {
   /// What the last dialog over the collection left; none before one.
   static std::shared_ptr<Dialogspur>& spur(clsBildZuordnungen& sammlung);
   /// Lets all rows that point to a file follow it to its new name and folder; False where the table did not take it.
-  static bool folge_der_Datei(clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung,
-                              const Fruehere& neu);
+  static bool folge_der_Datei(
+      clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung, const Fruehere& neu);
   /// Renames a picture's file and all rows that point to it, and tells what came of it. Never raises.
   static Umbenennung benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
-                                const QString& alter_name, const QString& endung, const QString& neuer_name);
+      const QString& alter_name, const QString& endung, const QString& neuer_name);
 };

@@ -21,8 +21,8 @@ clsBildZuordnungen::~clsBildZuordnungen() {
 
 void clsBildZuordnungen::melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const {
   if (ohneMeldungen) return;
-  KVOCore::aktuell().FehlerMelden(u"clsBildZuordnungen"_s, QString::fromUtf16(prozedur), fehler.Nummer(),
-                                  fehler.Beschreibung(), true);
+  KVOCore::aktuell().FehlerMelden(
+      u"clsBildZuordnungen"_s, QString::fromUtf16(prozedur), fehler.Nummer(), fehler.Beschreibung(), true);
 }
 
 clsBildZuordnungen::Zeilen& clsBildZuordnungen::zeilen() {
@@ -152,60 +152,60 @@ void clsBildZuordnungen::Bild_SortIndex(int wert) {
 
 bool clsBildZuordnungen::FKT_Neu() {
   return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_Neu", f); },
-                                  [&] {
-                                    neue_Tabelle();
-                                    mAktInd = -1;
-                                    AktBildObj.reset();
-                                    return true;
-                                  });
+      [&] {
+    neue_Tabelle();
+    mAktInd = -1;
+    AktBildObj.reset();
+    return true;
+  });
 }
 
 bool clsBildZuordnungen::FKT_NeuesBild(const QString& pKey1, const QString& pKey2, const QString& pKey3,
-                                       const QString& pKey4, const QString& pBildname, const QString& pBildExt,
-                                       const QString& PTyp1, const QString& pTyp2) {
+    const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
+    const QString& pTyp2) {
   return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_NeuesBild", f); },
-                                  [&] {
-                                    if (AnzahlPos() > 0) haenge_Zeile_an();
-                                    const std::int32_t nummer = letzte_Zeile();
-                                    Init_Zeile(nummer);
-                                    AktBildObj = std::make_shared<clsBilderSpeicher>();
-                                    Init_AktBildObj(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2);
-                                    Zeile& neu = zeile(nummer);
-                                    neu.Zeile_Bildname = pBildname;
-                                    neu.Zeile_BildExt = pBildExt;
-                                    neu.Zeile_Objekt = AktBildObj;
-                                    neu.Bild_Changeflag = true;
-                                    neu.Bild_Neu = true;
-                                    neu.Bild_Delete = false;
-                                    AktInd(nummer);
-                                    return true;
-                                  });
+      [&] {
+    if (AnzahlPos() > 0) haenge_Zeile_an();
+    const std::int32_t nummer = letzte_Zeile();
+    Init_Zeile(nummer);
+    AktBildObj = std::make_shared<clsBilderSpeicher>();
+    Init_AktBildObj(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2);
+    Zeile& neu = zeile(nummer);
+    neu.Zeile_Bildname = pBildname;
+    neu.Zeile_BildExt = pBildExt;
+    neu.Zeile_Objekt = AktBildObj;
+    neu.Bild_Changeflag = true;
+    neu.Bild_Neu = true;
+    neu.Bild_Delete = false;
+    AktInd(nummer);
+    return true;
+  });
 }
 
 bool clsBildZuordnungen::Init_AktBildObj(const QString& pKey1, const QString& pKey2, const QString& pKey3,
-                                         const QString& pKey4, const QString& pBildname, const QString& pBildExt,
-                                         const QString& PTyp1, const QString& pTyp2) {
+    const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
+    const QString& pTyp2) {
   return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Init_AktBildObj", f); },
-                                  [&] {
-                                    clsBilderSpeicher& satz = aktueller_Satz();
-                                    satz.Bild_Key1 = pKey1;
-                                    satz.Bild_Key2 = pKey2;
-                                    satz.Bild_Key3 = pKey3;
-                                    satz.Bild_Key4 = pKey4;
-                                    satz.Bild_Bildname = pBildname;
-                                    satz.Bild_BildExt = pBildExt;
-                                    satz.Bild_Typ1 = PTyp1;
-                                    satz.Bild_Typ2 = pTyp2;
-                                    satz.Bild_Pfad.clear();
-                                    satz.Bild_Beschreibung.clear();
-                                    satz.Bild_NeueSeite = false;
-                                    satz.Bild_AlsAnhang = false;
-                                    satz.Bild_DruckGesamteSeite = false;
-                                    satz.Bild_Drucken = true;
-                                    satz.Bild_Grafik_Ursprung = u"-"_s;
-                                    satz.Bild_GrafikAnbNr.clear();
-                                    return true;
-                                  });
+      [&] {
+    clsBilderSpeicher& satz = aktueller_Satz();
+    satz.Bild_Key1 = pKey1;
+    satz.Bild_Key2 = pKey2;
+    satz.Bild_Key3 = pKey3;
+    satz.Bild_Key4 = pKey4;
+    satz.Bild_Bildname = pBildname;
+    satz.Bild_BildExt = pBildExt;
+    satz.Bild_Typ1 = PTyp1;
+    satz.Bild_Typ2 = pTyp2;
+    satz.Bild_Pfad.clear();
+    satz.Bild_Beschreibung.clear();
+    satz.Bild_NeueSeite = false;
+    satz.Bild_AlsAnhang = false;
+    satz.Bild_DruckGesamteSeite = false;
+    satz.Bild_Drucken = true;
+    satz.Bild_Grafik_Ursprung = u"-"_s;
+    satz.Bild_GrafikAnbNr.clear();
+    return true;
+  });
 }
 
 bool clsBildZuordnungen::Fkt_Clone(clsBildZuordnungen& pBildAlt, std::int16_t pMontageNr, bool /*pBnrerhalten*/) {

@@ -102,7 +102,7 @@ class KVO_EXPORT clsBildZuordnungen {
   /// Appends a new, changed row and moves the cursor to it. The record prints by default; its folder is set afterwards
   /// through Bild_Pfad.
   bool FKT_NeuesBild(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
-                     const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2);
+      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2);
   /// Makes this collection a copy of another, all rows new and changed. The other's cursor stays on its last row.
   /// `pBnrerhalten` is accepted and not looked at. The result is always False and says nothing; failures are passed
   /// over.
@@ -113,19 +113,19 @@ class KVO_EXPORT clsBildZuordnungen {
   /// own from the connect string, silently. Writing always goes over the thread's own connection from the connect
   /// string.
   bool Init(const QString& pConnectstring, std::shared_ptr<adodb::Connection> pconnection,
-            const QString& pGL_jmtVerarbeitungsdatum);
+      const QString& pGL_jmtVerarbeitungsdatum);
   /// Fills the collection with the rows that match; an empty argument adds no condition, `pWhere` is a free condition.
   /// True when at least one row was read. What was loaded before is gone in any case.
   bool FKT_LeseBilder(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
-                      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
-                      const QString& pWhere, bool MitSortorder = true);
+      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
+      const QString& pWhere, bool MitSortorder = true);
   /// Fills the collection with one row for each document or works order with pictures of a customer, or of a project;
   /// an empty number lists all.
   bool FKT_LeseBilder_FuerKunde_Projekt(const QString& pKdnr_Prj, bool pFuerProjekt);
   /// A row that matches exists. The collection stays as it is.
   bool FKT_BilderVorhanden(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
-                           const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
-                           const QString& pTyp2, const QString& pWhere);
+      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
+      const QString& pWhere);
   /// Set Bild_Key1 or Bild_Key2 of all records; no flag changes. A failure ends it silently with False.
   bool fkt_Korr_Key1(const QString& pKey1);
   bool fkt_Korr_Key2(const QString& pKey2);
@@ -143,8 +143,8 @@ class KVO_EXPORT clsBildZuordnungen {
   /// is True. Values stand in the text as they are, here and in every other statement: one like A' or '1'='1 widens the
   /// delete to other records, so a host must refuse an apostrophe before it gets here.
   bool FKT_DeleteBilder(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
-                        const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
-                        const QString& pWhereAllg);
+      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
+      const QString& pWhereAllg);
   /// Puts "1" or "0" at position `ppos` (from 1) of `pFeld`; outside it nothing changes. The result means nothing.
   bool SetzeString_TrueFalse(bool pWert, QString& pFeld, std::int32_t ppos);
 
@@ -156,14 +156,14 @@ class KVO_EXPORT clsBildZuordnungen {
   bool Fkt_DirExists(const QString& pPath);
   bool Fkt_FileExists(const QString& pPath);
   bool Fkt_FileCopy(const QString& pSource, QString& pDestinationPath, bool pMsg = false, bool pIfNotExist = false,
-                    const std::optional<QString>& pNewName = std::nullopt, bool pMitTextCopy = false);
+      const std::optional<QString>& pNewName = std::nullopt, bool pMitTextCopy = false);
   bool Fkt_FileCopyAll(const QString& pSource, QString& pDestinationPath, const QString& pPattern = QStringLiteral("."),
-                       bool DelFile = false);
+      bool DelFile = false);
   bool Fkt_FileReName(const QString& pOldName, const QString& pNewName);
   bool Fkt_File_Txt_Copy(const QString& OrgFileName, QString& CopyTo, bool mMitMeldung, bool mIfNotExist,
-                         QString& mNewName, bool& mCreateNew, const QString& mInfoText = {});
-  bool Fkt_File_Txt_Copy(const QString& OrgFileName, QString& CopyTo, bool mMitMeldung = false,
-                         bool mIfNotExist = false);
+      QString& mNewName, bool& mCreateNew, const QString& mInfoText = {});
+  bool Fkt_File_Txt_Copy(
+      const QString& OrgFileName, QString& CopyTo, bool mMitMeldung = false, bool mIfNotExist = false);
   bool Fkt_FileDelete(const QString& pFileName);
 
   // ── Maintenance ───────────────────────────────────────────────────────────────────────────────────────────────────
@@ -183,7 +183,7 @@ class KVO_EXPORT clsBildZuordnungen {
   /// Renames a picture file and all rows that point to it. The result is always False and says nothing; the text file
   /// keeps its name, which is the caller's business.
   bool Verarbeite_Dateinamen_Aenderung(const QString& pRoot, const QString& pPfad, const QString& pOldName,
-                                       const QString& pExt, const QString& pNewName);
+      const QString& pExt, const QString& pNewName);
 
   // ── Print sizing; all four end silently ───────────────────────────────────────────────────────────────────────────
   /// Loads the file pPfad\BName unless BName, by its name alone, is loaded already.
@@ -221,14 +221,14 @@ class KVO_EXPORT clsBildZuordnungen {
   std::int32_t letzte_Zeile() const;
   void Init_Zeile(std::int32_t nummer);
   bool Init_AktBildObj(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
-                       const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2);
+      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2);
   bool Pruefe_Verbindung();
   adodb::Connection& lesende_Verbindung() const;
   void schreibe_geaenderte_Zeilen();
   void loesche_markierte_Zeilen();
   QString Aufbau_Key_Where(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
-                           const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
-                           const QString& pTyp2, const QString& pWhere);
+      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
+      const QString& pWhere);
   Variant raeume_auf(const QString& pAbPfad, const QString& pBasisBildPfad, Bildbaum& baum);
   void Loesche_Ordner_Ohne_Zuordnung(const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum);
   void loesche_Bilder_ohne_Zuordnung(const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum);
@@ -239,7 +239,7 @@ class KVO_EXPORT clsBildZuordnungen {
   QString UPrN_Insert(const QString& s) const;
   QString Fkt_LeerAlsStrich(const QString& s) const;
   Umbenennung benenne_um(const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt,
-                         const QString& pNewName);
+      const QString& pNewName);
   bool korrigiere_alle(QString clsBilderSpeicher::*feld, const QString& wert);
   template <class Vorbereiten>
   bool lese_Saetze(const QString& anweisung, Vorbereiten&& vorbereiten);

@@ -26,12 +26,12 @@ bool clsBildZuordnungen::Fkt_FileExists(const QString& pPath) {
 }
 
 bool clsBildZuordnungen::Fkt_FileCopy(const QString& pSource, QString& pDestinationPath, bool pMsg, bool pIfNotExist,
-                                      const std::optional<QString>& pNewName, bool pMitTextCopy) {
+    const std::optional<QString>& pNewName, bool pMitTextCopy) {
   return mod_BilderSuchen::Fkt_FileCopy(pSource, pDestinationPath, pMsg, pIfNotExist, pNewName, pMitTextCopy);
 }
 
-bool clsBildZuordnungen::Fkt_FileCopyAll(const QString& pSource, QString& pDestinationPath, const QString& pPattern,
-                                         bool DelFile) {
+bool clsBildZuordnungen::Fkt_FileCopyAll(
+    const QString& pSource, QString& pDestinationPath, const QString& pPattern, bool DelFile) {
   return mod_BilderSuchen::Fkt_FileCopyAll(pSource, pDestinationPath, pPattern, DelFile);
 }
 
@@ -40,14 +40,13 @@ bool clsBildZuordnungen::Fkt_FileReName(const QString& pOldName, const QString& 
 }
 
 bool clsBildZuordnungen::Fkt_File_Txt_Copy(const QString& OrgFileName, QString& CopyTo, bool mMitMeldung,
-                                           bool mIfNotExist, QString& mNewName, bool& mCreateNew,
-                                           const QString& mInfoText) {
-  return mod_BilderSuchen::Fkt_File_Txt_Copy(OrgFileName, CopyTo, mMitMeldung, mIfNotExist, mNewName, mCreateNew,
-                                             mInfoText);
+    bool mIfNotExist, QString& mNewName, bool& mCreateNew, const QString& mInfoText) {
+  return mod_BilderSuchen::Fkt_File_Txt_Copy(
+      OrgFileName, CopyTo, mMitMeldung, mIfNotExist, mNewName, mCreateNew, mInfoText);
 }
 
-bool clsBildZuordnungen::Fkt_File_Txt_Copy(const QString& OrgFileName, QString& CopyTo, bool mMitMeldung,
-                                           bool mIfNotExist) {
+bool clsBildZuordnungen::Fkt_File_Txt_Copy(
+    const QString& OrgFileName, QString& CopyTo, bool mMitMeldung, bool mIfNotExist) {
   QString mNewName;
   bool mCreateNew = false;
   return Fkt_File_Txt_Copy(OrgFileName, CopyTo, mMitMeldung, mIfNotExist, mNewName, mCreateNew);

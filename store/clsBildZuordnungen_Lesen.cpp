@@ -63,17 +63,17 @@ struct Spaltenorte {
 }  // namespace
 
 bool clsBildZuordnungen::Init(const QString& pConnectstring, std::shared_ptr<adodb::Connection> pconnection,
-                              const QString& pGL_jmtVerarbeitungsdatum) {
+    const QString& pGL_jmtVerarbeitungsdatum) {
   return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Init", f); },
-                                  [&] {
-                                    cGL_jmtVerarbeitungsdatum = pGL_jmtVerarbeitungsdatum;
-                                    mConnection = std::move(pconnection);
-                                    mConnectstring = pConnectstring;
-                                    Pruefe_Verbindung();
-                                    AktInd(-1);
-                                    neue_Tabelle();
-                                    return true;
-                                  });
+      [&] {
+    cGL_jmtVerarbeitungsdatum = pGL_jmtVerarbeitungsdatum;
+    mConnection = std::move(pconnection);
+    mConnectstring = pConnectstring;
+    Pruefe_Verbindung();
+    AktInd(-1);
+    neue_Tabelle();
+    return true;
+  });
 }
 
 bool clsBildZuordnungen::Pruefe_Verbindung() {
@@ -111,9 +111,8 @@ bool clsBildZuordnungen::lese_Saetze(const QString& anweisung, Vorbereiten&& vor
 }
 
 bool clsBildZuordnungen::FKT_LeseBilder(const QString& pKey1, const QString& pKey2, const QString& pKey3,
-                                        const QString& pKey4, const QString& pBildname, const QString& pBildExt,
-                                        const QString& PTyp1, const QString& pTyp2, const QString& pWhere,
-                                        bool MitSortorder) {
+    const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
+    const QString& pWhere, bool MitSortorder) {
   const auto vorbereiten = [](const adodb::Recordset& rs) {
     return [&rs, ort = Spaltenorte(rs)](Zeile& zeile, clsBilderSpeicher& satz) {
       zeile.Zeile_Bildname = rs.Text(ort.Bildname);
@@ -136,68 +135,63 @@ bool clsBildZuordnungen::FKT_LeseBilder(const QString& pKey1, const QString& pKe
     };
   };
   return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_LeseBilder", f); },
-                                  [&] {
-                                    AktInd(-1);
-                                    neue_Tabelle();
-                                    QString anweisung = u"Select * from Bild_Zuordnungen "_s +
-                                                        Aufbau_Key_Where(pKey1, pKey2, pKey3, pKey4, pBildname,
-                                                                         pBildExt, PTyp1, pTyp2, pWhere);
-                                    // No blank in front of "order": the statement is known in this form.
-                                    if (MitSortorder) anweisung += u"order by SortIndex"_s;
-                                    return lese_Saetze(anweisung, vorbereiten);
-                                  });
+      [&] {
+    AktInd(-1);
+    neue_Tabelle();
+    QString anweisung = u"Select * from Bild_Zuordnungen "_s +
+        Aufbau_Key_Where(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2, pWhere);
+    // No blank in front of "order": the statement is known in this form.
+    if (MitSortorder) anweisung += u"order by SortIndex"_s;
+    return lese_Saetze(anweisung, vorbereiten);
+  });
 }
 
 bool clsBildZuordnungen::FKT_LeseBilder_FuerKunde_Projekt(const QString& pKdnr_Prj, bool pFuerProjekt) {
   const auto vorbereiten = [](const adodb::Recordset& rs) {
     return [&rs, key1 = rs.Spalte(u"Key1"_s), key2 = rs.Spalte(u"Key2"_s), key3 = rs.Spalte(u"Key3"_s),
-            typ1 = rs.Spalte(u"Typ1"_s)](Zeile&, clsBilderSpeicher& satz) {
+               typ1 = rs.Spalte(u"Typ1"_s)](Zeile&, clsBilderSpeicher& satz) {
       satz.Bild_Key1 = rs.Text(key1);
       satz.Bild_Key2 = rs.Text(key2);
       satz.Bild_Key3 = rs.Text(key3);
       satz.Bild_Typ1 = rs.Text(typ1);
     };
   };
-  return fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) { melde(u"FKT_LeseBilder_FuerKunde_Projekt", f); },
+  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_LeseBilder_FuerKunde_Projekt", f); },
       [&] {
-        AktInd(-1);
-        neue_Tabelle();
-        QString filter;
-        if (!pKdnr_Prj.isEmpty())
-          filter =
-              (pFuerProjekt ? u"AND BelegKopfZunft.Projektnummer = '"_s : u"AND BelegKopfZunft.Kundennummer = '"_s) +
-              pKdnr_Prj + u"' "_s;
-        return lese_Saetze(
-            u"SELECT TOP 100 PERCENT dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
+    AktInd(-1);
+    neue_Tabelle();
+    QString filter;
+    if (!pKdnr_Prj.isEmpty())
+      filter = (pFuerProjekt ? u"AND BelegKopfZunft.Projektnummer = '"_s : u"AND BelegKopfZunft.Kundennummer = '"_s) +
+          pKdnr_Prj + u"' "_s;
+    return lese_Saetze(
+        u"SELECT TOP 100 PERCENT dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
+        "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 "
+        "FROM dbo.Bild_Zuordnungen LEFT OUTER JOIN dbo.BelegKopfZunft "
+        "ON dbo.Bild_Zuordnungen.Key1 = dbo.BelegKopfZunft.Belegart AND "
+        "dbo.Bild_Zuordnungen.Key2 = dbo.BelegKopfZunft.Belegnummer "
+        "WHERE (dbo.Bild_Zuordnungen.Typ1 = 'Mon' OR dbo.Bild_Zuordnungen.Typ1 = 'Bel') "_s +
+            filter +
+            u" GROUP BY dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
             "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 "
-            "FROM dbo.Bild_Zuordnungen LEFT OUTER JOIN dbo.BelegKopfZunft "
-            "ON dbo.Bild_Zuordnungen.Key1 = dbo.BelegKopfZunft.Belegart AND "
-            "dbo.Bild_Zuordnungen.Key2 = dbo.BelegKopfZunft.Belegnummer "
-            "WHERE (dbo.Bild_Zuordnungen.Typ1 = 'Mon' OR dbo.Bild_Zuordnungen.Typ1 = 'Bel') "_s +
-                filter +
-                u" GROUP BY dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-                "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 "
-                "ORDER BY dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-                "dbo.Bild_Zuordnungen.Key3"_s,
-            vorbereiten);
-      });
+            "ORDER BY dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
+            "dbo.Bild_Zuordnungen.Key3"_s,
+        vorbereiten);
+  });
 }
 
 bool clsBildZuordnungen::FKT_BilderVorhanden(const QString& pKey1, const QString& pKey2, const QString& pKey3,
-                                             const QString& pKey4, const QString& pBildname, const QString& pBildExt,
-                                             const QString& PTyp1, const QString& pTyp2, const QString& pWhere) {
-  return fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) { melde(u"FKT_BilderVorhanden", f); },
+    const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
+    const QString& pWhere) {
+  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_BilderVorhanden", f); },
       [&] {
-        const auto rs = lesende_Verbindung().Execute(
-            u"Select Top 1 Key1 from Bild_Zuordnungen "_s +
-                Aufbau_Key_Where(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2, pWhere),
-            -1);
-        const bool vorhanden = !rs->Eof();
-        fehler::still_enden([&] { rs->Close(); });
-        return vorhanden;
-      });
+    const auto rs = lesende_Verbindung().Execute(u"Select Top 1 Key1 from Bild_Zuordnungen "_s +
+            Aufbau_Key_Where(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2, pWhere),
+        -1);
+    const bool vorhanden = !rs->Eof();
+    fehler::still_enden([&] { rs->Close(); });
+    return vorhanden;
+  });
 }
 
 bool clsBildZuordnungen::korrigiere_alle(QString clsBilderSpeicher::*feld, const QString& wert) {

@@ -53,8 +53,8 @@ Variant clsBildZuordnungen::raeume_auf(const QString& pAbPfad, const QString& pB
   });
 }
 
-void clsBildZuordnungen::Loesche_Ordner_Ohne_Zuordnung(const QString& pPfad, const QString& pBasisBildPfad,
-                                                       Bildbaum& baum) {
+void clsBildZuordnungen::Loesche_Ordner_Ohne_Zuordnung(
+    const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum) {
   fehler::Weiter weiter;
   weiter([&] { loesche_Bilder_ohne_Zuordnung(pPfad, pBasisBildPfad, baum); });
   weiter([&] { loesche_Texte_ohne_Bild(pPfad, baum); });
@@ -63,8 +63,8 @@ void clsBildZuordnungen::Loesche_Ordner_Ohne_Zuordnung(const QString& pPfad, con
   if (leer) weiter([&] { baum.DeleteFolder(pPfad); });
 }
 
-void clsBildZuordnungen::loesche_Bilder_ohne_Zuordnung(const QString& pPfad, const QString& pBasisBildPfad,
-                                                       Bildbaum& baum) {
+void clsBildZuordnungen::loesche_Bilder_ohne_Zuordnung(
+    const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum) {
   QString relativ = pPfad;
   relativ.remove(pBasisBildPfad + u'\\');
   fehler::Weiter weiter;
@@ -75,8 +75,7 @@ void clsBildZuordnungen::loesche_Bilder_ohne_Zuordnung(const QString& pPfad, con
     // A question that fails leaves the answer to the file before in force.
     const bool gefragt = weiter([&] {
       antwort = lesende_Verbindung().Execute(u"select Top 1 Key1 from "_s + u"Bild_Zuordnungen where Bildname = '"_s +
-                                             stuecke[0] + u"' and "_s + u"BildExt = '"_s + stuecke[1] +
-                                             u"' and Bildpfad = '"_s + relativ + u"'"_s);
+          stuecke[0] + u"' and "_s + u"BildExt = '"_s + stuecke[1] + u"' and Bildpfad = '"_s + relativ + u"'"_s);
     });
     // Where there never was an answer the test itself fails, and the deletion behind it runs. That is known and kept.
     bool loeschen = true;
@@ -99,16 +98,15 @@ void clsBildZuordnungen::loesche_Texte_ohne_Bild(const QString& pPfad, Bildbaum&
   }
 }
 
-bool clsBildZuordnungen::Verarbeite_Dateinamen_Aenderung(const QString& pRoot, const QString& pPfad,
-                                                         const QString& pOldName, const QString& pExt,
-                                                         const QString& pNewName) {
+bool clsBildZuordnungen::Verarbeite_Dateinamen_Aenderung(
+    const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt, const QString& pNewName) {
   // The result was never set and so tells nothing, after a success too.
   fehler::still_enden([&] { benenne_um(pRoot, pPfad, pOldName, pExt, pNewName); });
   return false;
 }
 
-Umbenennung clsBildZuordnungen::benenne_um(const QString& pRoot, const QString& pPfad, const QString& pOldName,
-                                           const QString& pExt, const QString& pNewName) {
+Umbenennung clsBildZuordnungen::benenne_um(
+    const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt, const QString& pNewName) {
   const QString ordner = pRoot + u'\\' + pPfad + u'\\';
   Umbenennung ergebnis;
   const auto sage = [&](const Laufzeitfehler& f) { ergebnis.grund = f.Beschreibung(); };
@@ -119,8 +117,8 @@ Umbenennung clsBildZuordnungen::benenne_um(const QString& pRoot, const QString& 
   if (!ergebnis.datei) return ergebnis;
   ergebnis.tabelle = fehler::melden_und_enden(sage, [&] {
     lesende_Verbindung().Execute(u"Update Bild_Zuordnungen SET Bildname = '"_s + pNewName + u"' "_s +
-                                 u"WHERE Bildname = '"_s + pOldName + u"' and BildExt = '"_s + pExt + u"' "_s +
-                                 u"and BildPfad = '"_s + pPfad + u"'"_s);
+        u"WHERE Bildname = '"_s + pOldName + u"' and BildExt = '"_s + pExt + u"' "_s + u"and BildPfad = '"_s + pPfad +
+        u"'"_s);
     return true;
   });
   return ergebnis;

@@ -32,7 +32,7 @@ void setze_Backslash(QString& pfad) {
 
 bool darf_ueberschreiben(const QString& datei) {
   return MsgBox(u"Datei:  "_s + datei + u"  bereits vorhanden! Überschreiben?"_s, Knoepfe::JaNein,
-                Symbol::Ausrufezeichen, u"Datei kopieren"_s) != Antwort::Nein;
+             Symbol::Ausrufezeichen, u"Datei kopieren"_s) != Antwort::Nein;
 }
 
 bool ist_anderer_Name(const QString& neuer_Name, const QString& name) {
@@ -179,7 +179,7 @@ bool Fkt_PfadVorhanden(const QString& pPath, bool pOhneMeldung) {
 }
 
 bool Fkt_FileCopy(const QString& pSource, QString& pDestinationPath, bool pMsg, bool pIfNotExist,
-                  const std::optional<QString>& pNewName, bool pMitTextCopy) {
+    const std::optional<QString>& pNewName, bool pMitTextCopy) {
   return fehler::still_enden([&] {
     const QString datei = name_und_Ext(pSource, u"."_s);
     if (!Fkt_PfadVorhanden(pDestinationPath, true)) Fkt_MakePath(pDestinationPath);
@@ -218,7 +218,7 @@ bool Fkt_FileReName(const QString& pOldName, const QString& pNewName) {
 }
 
 bool Fkt_File_Txt_Copy(const QString& OrgFileName, QString& CopyTo, bool mMitMeldung, bool mIfNotExist,
-                       QString& mNewName, bool& mCreateNew, const QString& mInfoText) {
+    QString& mNewName, bool& mCreateNew, const QString& mInfoText) {
   return fehler::still_enden([&] {
     if (text::Trim(OrgFileName).isEmpty() && text::Trim(mNewName).isEmpty()) return false;
     const QString quelle = ohne_Punkte(OrgFileName) + u".txt"_s;

@@ -40,13 +40,13 @@ bool Fkt_PfadVorhanden(const QString& pPath, bool pOhneMeldung);
 /// Copies one file into a folder, which is made when it is missing. `pDestinationPath` ends in a backslash afterwards.
 /// Whether the target exists is always asked for the source's name, also where pNewName is the name that is written.
 bool Fkt_FileCopy(const QString& pSource, QString& pDestinationPath, bool pMsg = false, bool pIfNotExist = false,
-                  const std::optional<QString>& pNewName = std::nullopt, bool pMitTextCopy = false);
+    const std::optional<QString>& pNewName = std::nullopt, bool pMitTextCopy = false);
 
 /// Copies all files of a folder that match a pattern and, if told, deletes them at their source. A closing backslash of
 /// `pDestinationPath` is cut off, also one that the caller brought; the ways out by No and by a failure leave one
 /// added.
 bool Fkt_FileCopyAll(const QString& pSource, QString& pDestinationPath, const QString& pPattern = QStringLiteral("."),
-                     bool DelFile = false);
+    bool DelFile = false);
 
 /// Renames or moves a file; False when the target exists.
 bool Fkt_FileReName(const QString& pOldName, const QString& pNewName);
@@ -54,7 +54,7 @@ bool Fkt_FileReName(const QString& pOldName, const QString& pNewName);
 /// Copies the text file of the picture OrgFileName into the folder CopyTo, under the name that belongs to the picture
 /// name mNewName if there is one; without a text file (mCreateNew then reads True) it writes mInfoText, if any, as one.
 bool Fkt_File_Txt_Copy(const QString& OrgFileName, QString& CopyTo, bool mMitMeldung, bool mIfNotExist,
-                       QString& mNewName, bool& mCreateNew, const QString& mInfoText);
+    QString& mNewName, bool& mCreateNew, const QString& mInfoText);
 
 /// Deletes a file; a read-only one stays.
 bool Fkt_FileDelete(const QString& pFileName);

@@ -16,10 +16,10 @@ template <class Anweisung>
 std::optional<QString> versuche(Anweisung&& anweisung) {
   std::optional<QString> grund;
   fehler::melden_und_enden([&](const Laufzeitfehler& f) { grund = f.Beschreibung(); },
-                           [&] {
-                             anweisung();
-                             return true;
-                           });
+      [&] {
+    anweisung();
+    return true;
+  });
   return grund;
 }
 

@@ -16,13 +16,12 @@ struct Gruppe {
 };
 
 /// Gives each wanted row the found one that equals it.
-std::vector<std::size_t> ordne_gleiche_zu(const Gruppe& gruppe, const std::vector<Wunsch>& wuensche,
-                                          std::vector<const Stand*>& uebrige) {
+std::vector<std::size_t> ordne_gleiche_zu(
+    const Gruppe& gruppe, const std::vector<Wunsch>& wuensche, std::vector<const Stand*>& uebrige) {
   std::vector<std::size_t> ohne;
   for (const std::size_t ziel : gruppe.ziele) {
-    const auto gleich = std::find_if(uebrige.begin(), uebrige.end(), [&](const Stand* ist) {
-      return abweichungen(wuensche[ziel].soll, *ist).isEmpty();
-    });
+    const auto gleich = std::find_if(uebrige.begin(), uebrige.end(),
+        [&](const Stand* ist) { return abweichungen(wuensche[ziel].soll, *ist).isEmpty(); });
     if (gleich == uebrige.end())
       ohne.push_back(ziel);
     else

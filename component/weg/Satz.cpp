@@ -15,8 +15,8 @@ constexpr QChar Trenner = u'\x1f';
 /// The eight parts of a record's identity.
 template <class Satz>
 auto teile(Satz& satz) {
-  return std::array{&satz.Bild_Key1,     &satz.Bild_Key2,    &satz.Bild_Key3, &satz.Bild_Key4,
-                    &satz.Bild_Bildname, &satz.Bild_BildExt, &satz.Bild_Typ1, &satz.Bild_Typ2};
+  return std::array{&satz.Bild_Key1, &satz.Bild_Key2, &satz.Bild_Key3, &satz.Bild_Key4, &satz.Bild_Bildname,
+      &satz.Bild_BildExt, &satz.Bild_Typ1, &satz.Bild_Typ2};
 }
 
 QString ohne_Fuellung(QString text) {
@@ -34,7 +34,7 @@ QString oder_strich(const QString& text) {
 
 bool gleiche_Druckangaben(const clsBilderSpeicher& a, const clsBilderSpeicher& b) {
   return a.Bild_NeueSeite == b.Bild_NeueSeite && a.Bild_AlsAnhang == b.Bild_AlsAnhang &&
-         a.Bild_DruckGesamteSeite == b.Bild_DruckGesamteSeite && a.Bild_Drucken == b.Bild_Drucken;
+      a.Bild_DruckGesamteSeite == b.Bild_DruckGesamteSeite && a.Bild_Drucken == b.Bild_Drucken;
 }
 
 }  // namespace

@@ -163,8 +163,8 @@ void Speicherlauf::uebernimm(Posten& eines, const Befund& befund) {
       eines.zustand = Zustand::Offen;
       if (eines.grund.isEmpty())
         eines.grund = befund.lage == Befund::Lage::Anders
-                          ? u"In der Tabelle steht anderes: %1."_s.arg(befund.abweichungen.join(u", "_s))
-                          : u"Die Zeile steht noch in der Tabelle."_s;
+            ? u"In der Tabelle steht anderes: %1."_s.arg(befund.abweichungen.join(u", "_s))
+            : u"Die Zeile steht noch in der Tabelle."_s;
       // The row is there: only its values are to come.
       if (befund.lage == Befund::Lage::Anders && !eines.in_Gruppe && eines.wunsch.art == Art::Einfuegen)
         eines.vorhanden = true;
@@ -241,7 +241,7 @@ void Speicherlauf::kopiere(Posten& eines) {
   const bool hat_Quelle = eines.spur && !eines.spur->quelle.isEmpty();
   // What lies there under its name without its size is somebody else's, and copying says so.
   const bool da = ablage::ist_da(auftrag_.wurzel, satz) &&
-                  (!hat_Quelle || ablage::einwand_Groesse(auftrag_.wurzel, satz, eines.spur->groesse).isEmpty());
+      (!hat_Quelle || ablage::einwand_Groesse(auftrag_.wurzel, satz, eines.spur->groesse).isEmpty());
   if (hat_Quelle && !da) {
     if (const auto grund = ablage::kopiere(auftrag_.wurzel, eines.spur->quelle, satz)) {
       eines.grund = u"Die Datei ist nicht kopiert: "_s + *grund;
@@ -305,8 +305,8 @@ bool Speicherlauf::fuehre_Namen_nach(Posten& eines) {
   return getan;
 }
 
-bool Speicherlauf::Tabelle_folgt(Posten& eines, const clsBilderSpeicher& alt, const clsBilderSpeicher& neu,
-                                 bool alle_Vorgaenge) {
+bool Speicherlauf::Tabelle_folgt(
+    Posten& eines, const clsBilderSpeicher& alt, const clsBilderSpeicher& neu, bool alle_Vorgaenge) {
   const QString grund = benenne_in_Tabelle_um(verbindungen_, alt, neu, alle_Vorgaenge ? nullptr : &auftrag_.vorgang);
   if (!grund.isEmpty()) eines.grund = grund;
   eines.Name_nachgefuehrt = grund.isEmpty();

@@ -24,9 +24,8 @@ bool soll_wieder_oeffnen(clsBildZuordnungen& bilder) {
   if (!spur || !spur->ungespeichert) return false;
   const QStringList betroffene = namen(*spur);
   const QString was = betroffene.isEmpty()
-                          ? u"Der Dialog ist geschlossen, aber Ihre Änderungen sind nicht gespeichert."_s
-                          : u"Der Dialog ist geschlossen, aber nicht alles ist gespeichert: "_s +
-                                meldung::aufzaehlung(betroffene) + u'.';
+      ? u"Der Dialog ist geschlossen, aber Ihre Änderungen sind nicht gespeichert."_s
+      : u"Der Dialog ist geschlossen, aber nicht alles ist gespeichert: "_s + meldung::aufzaehlung(betroffene) + u'.';
   if (spur->stand)
     return meldung::bejaht(was + u"\r\n\r\nDen Dialog mit diesen Änderungen noch einmal öffnen?"_s, true);
   meldung::warne(was + u"\r\n\r\nBearbeiten Sie den Vorgang noch einmal."_s);
@@ -41,7 +40,7 @@ void trage_ein(clsBildZuordnungen& bilder, Zuordnungsweg::Ergebnis& ergebnis) {
   for (const QString& name : betroffene) {
     // A new picture whose copy failed is counted for that.
     const bool genannt = std::any_of(ergebnis.bilder.begin(), ergebnis.bilder.end(),
-                                     [&](const Zuordnungsweg::Bild& bild) { return bild.name == name; });
+        [&](const Zuordnungsweg::Bild& bild) { return bild.name == name; });
     if (genannt) continue;
     ergebnis.bilder.push_back({name, Zuordnungsweg::Verbleib::Nicht_gespeichert, u"Im Dialog nicht gespeichert."_s});
     ++ergebnis.nicht_geschrieben;

@@ -14,7 +14,7 @@ class Berichtsfang::Core final : public KVOCore {
  public:
   explicit Core(bool weitergeben) : weitergeben_(weitergeben) {}
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
-                    bool mitMeldung) override {
+      bool mitMeldung) override {
     texte.append(beschreibung);
     if (weitergeben_ && darunter) darunter->FehlerMelden(modul, prozedur, nummer, beschreibung, mitMeldung);
   }
@@ -55,8 +55,8 @@ QString Verbindungen::erneuere() {
   // In its place, since the host and the collection hold the same object.
   weiter([&] { lesende_->Close(); });
   QString grund;
-  fehler::melden_und_enden([&](const Laufzeitfehler& f) { grund = f.Beschreibung(); },
-                           [&] { lesende_->Open(zeichenfolge_); });
+  fehler::melden_und_enden(
+      [&](const Laufzeitfehler& f) { grund = f.Beschreibung(); }, [&] { lesende_->Open(zeichenfolge_); });
   return grund;
 }
 
@@ -67,8 +67,8 @@ QString Verbindungen::lies(clsBildZuordnungen& bilder, const Zuordnungsweg::Vorg
   return fang.erster();
 }
 
-std::optional<std::vector<Stand>> Verbindungen::lies_Staende(const Zuordnungsweg::Vorgang& vorgang,
-                                                             QString& grund) const {
+std::optional<std::vector<Stand>> Verbindungen::lies_Staende(
+    const Zuordnungsweg::Vorgang& vorgang, QString& grund) const {
   clsBildZuordnungen bilder;
   grund = lies(bilder, vorgang);
   if (!grund.isEmpty()) return std::nullopt;

@@ -6,8 +6,8 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-bool clsDialoge::Fkt_Aufruf_Dialog_BildInfo(const QString& pBildNameMitPfad, const QString& pExifInfoText,
-                                            bool pLoadFlag) {
+bool clsDialoge::Fkt_Aufruf_Dialog_BildInfo(
+    const QString& pBildNameMitPfad, const QString& pExifInfoText, bool pLoadFlag) {
   const auto melden = [](const Laufzeitfehler& f) { dialogmeldung::melde(u"Fkt_Aufruf_Dialog_BildInfo", f); };
   std::unique_ptr<frm_BildInfo> form;
   const bool gelaufen = fehler::melden_und_enden(melden, [&] {

@@ -5,12 +5,10 @@
 #include "platform/basic/Fehlerbehandlung.h"
 
 bool clsDialoge::Fkt_Aufruf_Dialog_AlleZuordnungen(const std::shared_ptr<Anwendungsobjekt>& pAppObj,
-                                                   const QString& pRootpath, const QString& pStandardBildPfad,
-                                                   const QString& pKey1, const QString& pKey2, const QString& pKey3,
-                                                   const QString& pKey4, const QString& pBildname,
-                                                   const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
-                                                   const QString& pGL_jmtVerarbeitungsdatum, const QString& pInfoZeile,
-                                                   bool& pDeleteFlagAktBild) {
+    const QString& pRootpath, const QString& pStandardBildPfad, const QString& pKey1, const QString& pKey2,
+    const QString& pKey3, const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
+    const QString& pTyp2, const QString& pGL_jmtVerarbeitungsdatum, const QString& pInfoZeile,
+    bool& pDeleteFlagAktBild) {
   const auto melden = [](const Laufzeitfehler& f) { dialogmeldung::melde(u"Fkt_Aufruf_Dialog_AlleZuordnungen", f); };
   std::unique_ptr<frm_AlleZuordnungen> form;
   const bool gelaufen = fehler::melden_und_enden(melden, [&] {
@@ -41,24 +39,18 @@ bool clsDialoge::Fkt_Aufruf_Dialog_AlleZuordnungen(const std::shared_ptr<Anwendu
 }
 
 bool clsDialoge::Fkt_Aufruf_Dialog_AlleZuordnungen(const std::shared_ptr<Anwendungsobjekt>& pAppObj,
-                                                   const QString& pRootpath, const QString& pStandardBildPfad,
-                                                   const QString& pKey1, const QString& pKey2, const QString& pKey3,
-                                                   const QString& pKey4, const QString& pBildname,
-                                                   const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
-                                                   const QString& pGL_jmtVerarbeitungsdatum,
-                                                   const QString& pInfoZeile) {
+    const QString& pRootpath, const QString& pStandardBildPfad, const QString& pKey1, const QString& pKey2,
+    const QString& pKey3, const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
+    const QString& pTyp2, const QString& pGL_jmtVerarbeitungsdatum, const QString& pInfoZeile) {
   bool eigene = false;
   return Fkt_Aufruf_Dialog_AlleZuordnungen(pAppObj, pRootpath, pStandardBildPfad, pKey1, pKey2, pKey3, pKey4, pBildname,
-                                           pBildExt, PTyp1, pTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile, eigene);
+      pBildExt, PTyp1, pTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile, eigene);
 }
 
 bool clsDialoge::Fkt_Aufruf_Dialog_WeitereZuordnungen(const std::shared_ptr<Anwendungsobjekt>& pAppObj,
-                                                      const std::shared_ptr<clsBildZuordnungen>& pBildObj,
-                                                      const QString& pRootpath, const QString& pStandardBildPfad,
-                                                      const QString& pKey1, const QString& pKey2, const QString& pKey3,
-                                                      const QString& pKey4, const QString& PTyp1, const QString& pTyp2,
-                                                      const QString& pGL_jmtVerarbeitungsdatum,
-                                                      const QString& pInfoZeile) {
+    const std::shared_ptr<clsBildZuordnungen>& pBildObj, const QString& pRootpath, const QString& pStandardBildPfad,
+    const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4, const QString& PTyp1,
+    const QString& pTyp2, const QString& pGL_jmtVerarbeitungsdatum, const QString& pInfoZeile) {
   const auto melden = [](const Laufzeitfehler& f) { dialogmeldung::melde(u"Fkt_Aufruf_Dialog_WeitereZuordnungen", f); };
   std::unique_ptr<frm_AnzeigeZuordnung> form;
   const bool gelaufen = fehler::melden_und_enden(melden, [&] {

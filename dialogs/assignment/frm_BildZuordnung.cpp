@@ -121,8 +121,8 @@ void frm_BildZuordnung::Form_Unload() {
 }
 
 void frm_BildZuordnung::melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const {
-  KVOCore::aktuell().FehlerMelden(u"frm_BildZuordnung"_s, QString::fromUtf16(prozedur), fehler.Nummer(),
-                                  fehler.Beschreibung(), true);
+  KVOCore::aktuell().FehlerMelden(
+      u"frm_BildZuordnung"_s, QString::fromUtf16(prozedur), fehler.Nummer(), fehler.Beschreibung(), true);
 }
 
 // ── What can be used ────────────────────────────────────────────────────────────────────────────────────────────────
@@ -210,7 +210,7 @@ void frm_BildZuordnung::Pruefe_Speichern(bool pOhneFrage, bool& pWeiter) {
   }
   if (pOhneFrage) return Zuordnung_Speichern();
   switch (MsgBox(u"Daten wurden verändert! Wollen Sie die Zuordnung speichern?"_s, Knoepfe::JaNeinAbbrechen,
-                 Symbol::Frage, u"Achtung"_s)) {
+      Symbol::Frage, u"Achtung"_s)) {
     case Antwort::Ja:
       Zuordnung_Speichern();
       if (!DatenGeaendert) bestaetige_Vormerkungen();

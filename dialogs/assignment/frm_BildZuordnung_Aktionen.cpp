@@ -25,8 +25,8 @@ enum Fund : std::int32_t { GanzerName = 0, Ordner = 1, Stamm = 2, Endung = 3, Le
 void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit) {
   fehler::melden_und_enden(
       [&](const Laufzeitfehler& f) {
-        mauszeiger().form(Zeigerform::Standard);
-        melde(prozedur, f);
+    mauszeiger().form(Zeigerform::Standard);
+    melde(prozedur, f);
       },
       [&] { arbeit(); });
   DialogObj.reset();
@@ -113,8 +113,7 @@ void frm_BildZuordnung::zeige_AlleZuordnungen() {
     bool eigene = false;
     DialogObj = std::make_shared<clsDialoge>();
     DialogObj->Fkt_Aufruf_Dialog_AlleZuordnungen(pAppObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2, AktKey3,
-                                                 AktKey4, AktName, AktExt, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum,
-                                                 pInfoZeile, eigene);
+        AktKey4, AktName, AktExt, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile, eigene);
     if (eigene) {
       Zelle(AktZeile, spalte::Entfernen, true);
       Zelle(AktZeile, spalte::ZeileGeaendert, true);
@@ -129,18 +128,15 @@ void frm_BildZuordnung::zeige_AlleZuordnungen() {
 void frm_BildZuordnung::zeige_WeitereZuordnungen() {
   DialogObj = std::make_shared<clsDialoge>();
   DialogObj->Fkt_Aufruf_Dialog_WeitereZuordnungen(pAppObj, pBildObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2,
-                                                  AktKey3, AktKey4, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum,
-                                                  pInfoZeile);
+      AktKey3, AktKey4, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile);
   mauszeiger().form(Zeigerform::Standard);
 }
 
 // Turning changes the file at once, and reading the record again afterwards saves what was pending without a question.
 void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
   static const QHash<QString, std::int32_t> transformationen{{u"JpgTransformRotate90"_s, 13},
-                                                             {u"JpgTransformRotate180"_s, 14},
-                                                             {u"JpgTransformRotate270"_s, 15},
-                                                             {u"JpgTransformFlipHorizontal"_s, 16},
-                                                             {u"JpgTransformFlipVertical"_s, 17}};
+      {u"JpgTransformRotate180"_s, 14}, {u"JpgTransformRotate270"_s, 15}, {u"JpgTransformFlipHorizontal"_s, 16},
+      {u"JpgTransformFlipVertical"_s, 17}};
   const QString datei = text::Trim(Text(AktZeile, spalte::VollerPfad));
   if (datei.isEmpty()) return;
   using namespace mod_GrafikKonvert;
@@ -150,16 +146,16 @@ void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
   }
   fehler::melden_und_enden(
       [&](const Laufzeitfehler& /*fehler*/) {
-        Fkt_GdiShutdown();
-        MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Kritisch, u"Achtung"_s);
+    Fkt_GdiShutdown();
+    MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Kritisch, u"Achtung"_s);
       },
       [&] {
-        if (Fkt_Bild_Drehen(datei, transformationen.value(pTransformation))) {
-          pBildObj->AktLoadPicture.clear();
-          aktualisiere();
-        } else {
-          MsgBox(u"Das rotieren der JPG ist fehlgeschlagen."_s, Knoepfe::OK, Symbol::Keins, u"Error"_s);
-        }
-        Fkt_GdiShutdown();
-      });
+    if (Fkt_Bild_Drehen(datei, transformationen.value(pTransformation))) {
+      pBildObj->AktLoadPicture.clear();
+      aktualisiere();
+    } else {
+      MsgBox(u"Das rotieren der JPG ist fehlgeschlagen."_s, Knoepfe::OK, Symbol::Keins, u"Error"_s);
+    }
+    Fkt_GdiShutdown();
+  });
 }

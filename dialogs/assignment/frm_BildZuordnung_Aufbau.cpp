@@ -52,45 +52,31 @@ frm_BildZuordnung::frm_BildZuordnung()
     : Form(u"frm_BildZuordnung"_s),
       SSS_BildZuordnung(this, u"SSS_BildZuordnung"_s),
       SSP_Panel([this](int i) { return std::make_unique<SSPanel>(&SSS_BildZuordnung, u"SSP_Panel(%1)"_s.arg(i)); }),
-      SSP_Anzahl([this](int i) { return std::make_unique<SSPanel>(&SSP_Panel(0), u"SSP_Anzahl(%1)"_s.arg(i)); }),
-      SSC_Bildbearbeitung(&SSP_Panel.entwirf(0), u"SSC_Bildbearbeitung"_s),
-      SSC_Drehen90(&SSP_Panel(0), u"SSC_Drehen90"_s),
-      SSC_Drehen270(&SSP_Panel(0), u"SSC_Drehen270"_s),
-      SSC_Drehen180(&SSP_Panel(0), u"SSC_Drehen180"_s),
-      SSC_Aktualisieren(&SSP_Panel(0), u"SSC_Aktualisieren"_s),
-      SSC_ExifInfo(&SSP_Panel(0), u"SSC_ExifInfo"_s),
-      SSP_NameChanged(&SSP_Panel.entwirf(1), u"SSP_NameChanged"_s),
-      lbl_Anzeige([this](int i) {
-        QWidget* behaelter = i == 0 ? &SSP_NameChanged : &SSP_Panel(1);
-        return std::make_unique<Label>(behaelter, u"lbl_Anzeige(%1)"_s.arg(i));
+      SSP_Anzahl(
+          [this](int i) {
+  return std::make_unique<SSPanel>(&SSP_Panel(0), u"SSP_Anzahl(%1)"_s.arg(i));
       }),
-      cmd_OriginalName(&SSP_NameChanged, u"cmd_OriginalName"_s),
-      SSP_WarnungName(&SSP_NameChanged, u"SSP_WarnungName"_s),
-      txt_BildName(&SSP_NameChanged, u"txt_BildName"_s),
-      txt_BildExt(&SSP_NameChanged, u"txt_BildExt"_s),
-      chk_Drucken(&SSP_Panel(1), u"chk_Drucken"_s),
-      chk_GesamteSeite(&SSP_Panel(1), u"chk_GesamteSeite"_s),
-      chk_NeueSeite(&SSP_Panel(1), u"chk_NeueSeite"_s),
-      chk_AlsAnhang(&SSP_Panel(1), u"chk_AlsAnhang"_s),
-      chk_Delete(&SSP_Panel(1), u"chk_Delete"_s),
-      txt_BildText(&SSP_Panel(1), u"txt_BildText"_s),
-      Pic_Bearbeitung(&SSP_Panel.entwirf(2), u"Pic_Bearbeitung"_s),
-      Pic_Dummy(&SSP_Panel(2), u"Pic_Dummy"_s),
-      Pic_Dummy0(&SSP_Panel(2), u"Pic_Dummy0"_s),
-      Pic_Blank(&SSP_Panel(2), u"Pic_Blank"_s),
-      lbl_Beschreibung(&SSP_Panel(2), u"lbl_Beschreibung"_s),
-      txt_BildInfo(&SSP_Panel(2), u"txt_BildInfo"_s),
-      Pic_Thumb([this](int i) { return neues_Pic_Thumb(i); }),
-      SSC_Scroll_Left(&SSP_Panel.entwirf(3), u"SSC_Scroll_Left"_s),
-      SSC_Scroll_Right(&SSP_Panel(3), u"SSC_Scroll_Right"_s),
-      Shp_Thump(&SSP_Panel(3), u"Shp_Thump"_s),
-      Shp_Sort(&SSP_Panel(3), u"Shp_Sort"_s),
-      SSC_BilderLaden(this, u"SSC_BilderLaden"_s),
-      SSC_AlleZuordnungen(this, u"SSC_AlleZuordnungen"_s),
-      SSC_WeitereZuordnungen(this, u"SSC_WeitereZuordnungen"_s),
-      SSR_Sortierung(this, u"SSR_Sortierung"_s),
-      SSC_ZuordnungSpeichern(this, u"SSC_ZuordnungSpeichern"_s),
-      cmd_Abbruch(this, u"cmd_Abbruch"_s) {
+SSC_Bildbearbeitung(&SSP_Panel.entwirf(0), u"SSC_Bildbearbeitung"_s), SSC_Drehen90(&SSP_Panel(0), u"SSC_Drehen90"_s),
+SSC_Drehen270(&SSP_Panel(0), u"SSC_Drehen270"_s), SSC_Drehen180(&SSP_Panel(0), u"SSC_Drehen180"_s),
+SSC_Aktualisieren(&SSP_Panel(0), u"SSC_Aktualisieren"_s), SSC_ExifInfo(&SSP_Panel(0), u"SSC_ExifInfo"_s),
+SSP_NameChanged(&SSP_Panel.entwirf(1), u"SSP_NameChanged"_s), lbl_Anzeige([this](int i) {
+  QWidget* behaelter = i == 0 ? &SSP_NameChanged : &SSP_Panel(1);
+  return std::make_unique<Label>(behaelter, u"lbl_Anzeige(%1)"_s.arg(i));
+}),
+cmd_OriginalName(&SSP_NameChanged, u"cmd_OriginalName"_s), SSP_WarnungName(&SSP_NameChanged, u"SSP_WarnungName"_s),
+txt_BildName(&SSP_NameChanged, u"txt_BildName"_s), txt_BildExt(&SSP_NameChanged, u"txt_BildExt"_s),
+chk_Drucken(&SSP_Panel(1), u"chk_Drucken"_s), chk_GesamteSeite(&SSP_Panel(1), u"chk_GesamteSeite"_s),
+chk_NeueSeite(&SSP_Panel(1), u"chk_NeueSeite"_s), chk_AlsAnhang(&SSP_Panel(1), u"chk_AlsAnhang"_s),
+chk_Delete(&SSP_Panel(1), u"chk_Delete"_s), txt_BildText(&SSP_Panel(1), u"txt_BildText"_s),
+Pic_Bearbeitung(&SSP_Panel.entwirf(2), u"Pic_Bearbeitung"_s), Pic_Dummy(&SSP_Panel(2), u"Pic_Dummy"_s),
+Pic_Dummy0(&SSP_Panel(2), u"Pic_Dummy0"_s), Pic_Blank(&SSP_Panel(2), u"Pic_Blank"_s),
+lbl_Beschreibung(&SSP_Panel(2), u"lbl_Beschreibung"_s), txt_BildInfo(&SSP_Panel(2), u"txt_BildInfo"_s),
+Pic_Thumb([this](int i) { return neues_Pic_Thumb(i); }), SSC_Scroll_Left(&SSP_Panel.entwirf(3), u"SSC_Scroll_Left"_s),
+SSC_Scroll_Right(&SSP_Panel(3), u"SSC_Scroll_Right"_s), Shp_Thump(&SSP_Panel(3), u"Shp_Thump"_s),
+Shp_Sort(&SSP_Panel(3), u"Shp_Sort"_s), SSC_BilderLaden(this, u"SSC_BilderLaden"_s),
+SSC_AlleZuordnungen(this, u"SSC_AlleZuordnungen"_s), SSC_WeitereZuordnungen(this, u"SSC_WeitereZuordnungen"_s),
+SSR_Sortierung(this, u"SSR_Sortierung"_s), SSC_ZuordnungSpeichern(this, u"SSC_ZuordnungSpeichern"_s),
+cmd_Abbruch(this, u"cmd_Abbruch"_s) {
   Caption(u"Bildzuordnung"_s);
   entwirf_Kopf();
   entwirf_Felder();
@@ -158,8 +144,8 @@ void frm_BildZuordnung::entwirf_Felder() {
 
   double oben = 975;
   for (auto [schalter, text] : {std::pair{&chk_Drucken, u"Drucken"_s}, std::pair{&chk_GesamteSeite, u"Gesamte Seite"_s},
-                                std::pair{&chk_NeueSeite, u"Neue Seite"_s}, std::pair{&chk_AlsAnhang, u"Als Anhang"_s},
-                                std::pair{&chk_Delete, u"Aus Zuordnung entfernen"_s}}) {
+           std::pair{&chk_NeueSeite, u"Neue Seite"_s}, std::pair{&chk_AlsAnhang, u"Als Anhang"_s},
+           std::pair{&chk_Delete, u"Aus Zuordnung entfernen"_s}}) {
     schalter->Move(60, oben, 3300, 300);
     schalter->Caption(text);
     oben += 315;
@@ -206,8 +192,8 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
   };
   fuss(SSC_BilderLaden, u"&Bilder suchen   "_s, u"bilder_suchen"_s, 1750);
   fuss(SSC_AlleZuordnungen, u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"alle_zuordnungen"_s, 2520);
-  fuss(SSC_WeitereZuordnungen, u"      &Weitere Zuordnungen    bearbeiten           "_s, u"weitere_zuordnungen"_s,
-       2400);
+  fuss(
+      SSC_WeitereZuordnungen, u"      &Weitere Zuordnungen    bearbeiten           "_s, u"weitere_zuordnungen"_s, 2400);
   fuss(SSR_Sortierung, u"         Sortieren"_s, u"sortieren"_s, 1500);
   SSR_Sortierung.ToolTipText(u"Schaltet in den Sortier-Modus um"_s);
   fuss(SSC_ZuordnungSpeichern, u"Zuordnung &speichern  "_s, u"zuordnung_speichern"_s, 2450);
@@ -216,12 +202,11 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
 
 void frm_BildZuordnung::entwirf_Reihenfolge() {
   QWidget* vorher = nullptr;
-  for (QWidget* naechstes : std::initializer_list<QWidget*>{
-           &txt_BildName,           &cmd_OriginalName,  &chk_Drucken,         &chk_GesamteSeite,       &chk_NeueSeite,
-           &chk_AlsAnhang,          &chk_Delete,        &txt_BildText,        &txt_BildInfo,           &SSC_Scroll_Left,
-           &SSC_Scroll_Right,       &SSC_BilderLaden,   &SSC_AlleZuordnungen, &SSC_WeitereZuordnungen, &SSR_Sortierung,
-           &SSC_ZuordnungSpeichern, &cmd_Abbruch,       &SSC_Bildbearbeitung, &SSC_Drehen90,           &SSC_Drehen180,
-           &SSC_Drehen270,          &SSC_Aktualisieren, &SSC_ExifInfo}) {
+  for (QWidget* naechstes : std::initializer_list<QWidget*>{&txt_BildName, &cmd_OriginalName, &chk_Drucken,
+           &chk_GesamteSeite, &chk_NeueSeite, &chk_AlsAnhang, &chk_Delete, &txt_BildText, &txt_BildInfo,
+           &SSC_Scroll_Left, &SSC_Scroll_Right, &SSC_BilderLaden, &SSC_AlleZuordnungen, &SSC_WeitereZuordnungen,
+           &SSR_Sortierung, &SSC_ZuordnungSpeichern, &cmd_Abbruch, &SSC_Bildbearbeitung, &SSC_Drehen90, &SSC_Drehen180,
+           &SSC_Drehen270, &SSC_Aktualisieren, &SSC_ExifInfo}) {
     if (vorher) setTabOrder(vorher, naechstes);
     vorher = naechstes;
   }

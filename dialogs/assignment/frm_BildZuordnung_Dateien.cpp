@@ -65,7 +65,7 @@ void frm_BildZuordnung::benenne_gespeicherte_um(std::int32_t zeile) {
     return lehne_Namen_ab(zeile, {});
   }
   nimm_Text_mit(textdatei(Text(zeile, spalte::Root) + u'\\' + vorher.pfad, vorher.name, endung),
-                textdatei(Standardordner(), neu, endung));
+      textdatei(Standardordner(), neu, endung));
   Zelle(zeile, spalte::Bildname, neu);
   Zelle(zeile, spalte::Pfad, pStandardBildPfad);
   merke_Namen(zeile, neu, pStandardBildPfad);
@@ -108,9 +108,8 @@ void frm_BildZuordnung::nimm_Text_mit(const QString& alt, const QString& neu) {
 bool frm_BildZuordnung::lege_neue_an(std::int32_t zeile) {
   const QString alte_endung = text::Trim(Text(zeile, spalte::BildExt));
   const QString endung = bildnamen::ersetze_verbotene(alte_endung);
-  const QString quelle =
-      bilddatei(text::Trim(Text(zeile, spalte::Pfad)),
-                mod_BilderSuchen::Fkt_SplitFileName(Text(zeile, spalte::VollerPfad), 2), alte_endung);
+  const QString quelle = bilddatei(text::Trim(Text(zeile, spalte::Pfad)),
+      mod_BilderSuchen::Fkt_SplitFileName(Text(zeile, spalte::VollerPfad), 2), alte_endung);
   const QString name = kopiere(quelle, zeile, endung);
   Bildspur& spur = Spur(zeile);
   if (spur.kopie.gescheitert()) {
@@ -166,7 +165,7 @@ bool frm_BildZuordnung::ist_frei(const QString& name, const QString& endung, std
     if (i != zeile && text::UCase(anderer) == text) return false;
   }
   return !mod_BilderSuchen::Fkt_FileExists(bilddatei(Standardordner(), name, endung)) &&
-         !mod_BilderSuchen::Fkt_FileExists(textdatei(Standardordner(), name, endung));
+      !mod_BilderSuchen::Fkt_FileExists(textdatei(Standardordner(), name, endung));
 }
 
 /// The record that the picture gets once its copy succeeds.
@@ -194,7 +193,7 @@ void frm_BildZuordnung::schreibe_Textdatei(std::int32_t zeile) {
   spur.text = {};
   if (spur.bildinfo.isEmpty()) return;
   const QString datei = textdatei(pRootpath + u'\\' + Text(zeile, spalte::Pfad),
-                                  text::Trim(Text(zeile, spalte::Bildname)), text::Trim(Text(zeile, spalte::BildExt)));
+      text::Trim(Text(zeile, spalte::Bildname)), text::Trim(Text(zeile, spalte::BildExt)));
   spur.text.stand = Dateischritt::Stand::Getan;
   if (mod_BilderSuchen::Fkt_WriteFile(datei, spur.bildinfo)) return;
   // The second try tells why.

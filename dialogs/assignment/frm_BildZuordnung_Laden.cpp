@@ -14,13 +14,13 @@ using namespace Qt::Literals::StringLiterals;
 
 void frm_BildZuordnung::Lade_Zuordnung() {
   fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Lade_Zuordnung", f); },
-                           [&] {
-                             if (nimm_Stand_auf()) return;
-                             std::vector<Bildspur> vorige = std::exchange(spuren_, {});
-                             auflistbar_.clear();
-                             Init_ThumbNailArray();
-                             if (Sammlung().AnzahlPos() > 0) lade_Zeilen(std::move(vorige));
-                           });
+      [&] {
+    if (nimm_Stand_auf()) return;
+    std::vector<Bildspur> vorige = std::exchange(spuren_, {});
+    auflistbar_.clear();
+    Init_ThumbNailArray();
+    if (Sammlung().AnzahlPos() > 0) lade_Zeilen(std::move(vorige));
+  });
 }
 
 void frm_BildZuordnung::lade_Zeilen(std::vector<Bildspur> vorige) {
@@ -54,7 +54,7 @@ void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
   const clsBildZuordnungen& b = Sammlung();
   Zelle(zeile, spalte::Gespeichert, true);
   Zelle(zeile, spalte::VollerPfad,
-        QString(pRootpath + u'\\' + b.Bild_Pfad() + u'\\' + b.Bild_Bildname() + u'.' + b.Bild_BildExt()));
+      QString(pRootpath + u'\\' + b.Bild_Pfad() + u'\\' + b.Bild_Bildname() + u'.' + b.Bild_BildExt()));
   Zelle(zeile, spalte::Root, pRootpath);
   Zelle(zeile, spalte::Pfad, b.Bild_Pfad());
   Zelle(zeile, spalte::Bildname, b.Bild_Bildname());
@@ -88,7 +88,7 @@ void frm_BildZuordnung::lade_Text(std::int32_t zeile) {
   // What could not be written stands as it was typed: the next save would take the old text of the file for it.
   if (Spur(zeile).text.gescheitert()) return Zelle(zeile, spalte::BildInfo, Spur(zeile).bildinfo);
   const QString textdatei = pRootpath + u'\\' + Text(zeile, spalte::Pfad) + u'\\' +
-                            bildnamen::textdatei(Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt));
+      bildnamen::textdatei(Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt));
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
     Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
 }
@@ -98,8 +98,8 @@ void frm_BildZuordnung::lade_Text(std::int32_t zeile) {
 void frm_BildZuordnung::lade_Anwesenheit(std::int32_t zeile) {
   Bildspur& spur = Spur(zeile);
   const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
-  spur.ordner_lesbar = !fehlt || (laesst_sich_auflisten(pRootpath) &&
-                                  laesst_sich_auflisten(pRootpath + u'\\' + Text(zeile, spalte::Pfad)));
+  spur.ordner_lesbar = !fehlt ||
+      (laesst_sich_auflisten(pRootpath) && laesst_sich_auflisten(pRootpath + u'\\' + Text(zeile, spalte::Pfad)));
   const bool entfernen = spur.vorgemerkt || (fehlt && spur.ordner_lesbar);
   Zelle(zeile, spalte::DateiFehlt, fehlt);
   Zelle(zeile, spalte::Entfernen, entfernen);

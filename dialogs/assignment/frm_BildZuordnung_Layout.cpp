@@ -29,14 +29,13 @@ void frm_BildZuordnung::Form_Resize() {
   // A height that would be refused stays as it is, and the width follows all the same.
   const double unterkante = hoehe < Fusszone ? SSS_BildZuordnung.Height() : hoehe - Fusszone;
   weiter([&] { SSS_BildZuordnung.Move(0, 0, breite, unterkante); });
-  for (Steuerelement* knopf :
-       std::initializer_list<Steuerelement*>{&SSC_BilderLaden, &SSC_ZuordnungSpeichern, &cmd_Abbruch,
-                                             &SSC_AlleZuordnungen, &SSC_WeitereZuordnungen, &SSR_Sortierung})
+  for (Steuerelement* knopf : std::initializer_list<Steuerelement*>{&SSC_BilderLaden, &SSC_ZuordnungSpeichern,
+           &cmd_Abbruch, &SSC_AlleZuordnungen, &SSC_WeitereZuordnungen, &SSR_Sortierung})
     weiter([&] { knopf->Top(hoehe - Oberkante_Fuss); });
   weiter([&] { SSC_BilderLaden.Left(40); });
   const Steuerelement* vorher = &SSC_BilderLaden;
   for (Steuerelement* knopf :
-       std::initializer_list<Steuerelement*>{&SSC_AlleZuordnungen, &SSC_WeitereZuordnungen, &SSR_Sortierung}) {
+      std::initializer_list<Steuerelement*>{&SSC_AlleZuordnungen, &SSC_WeitereZuordnungen, &SSR_Sortierung}) {
     weiter([&] { knopf->Left(vorher->Left() + vorher->Width() + 40); });
     vorher = knopf;
   }

@@ -60,8 +60,8 @@ void frm_BildZuordnung::Form_DragEnde() {
 }
 
 void frm_BildZuordnung::Bild_Verschieben() {
-  fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Bild_Verschieben", f); },
-                           [&] { verschiebe_Zeile(); });
+  fehler::melden_und_enden(
+      [&](const Laufzeitfehler& f) { melde(u"Bild_Verschieben", f); }, [&] { verschiebe_Zeile(); });
 }
 
 // The selected row's number stays as it is. The picture that it stands for may be another one afterwards, so the fields

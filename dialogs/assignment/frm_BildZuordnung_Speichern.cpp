@@ -56,7 +56,7 @@ void frm_BildZuordnung::Namen_Aendern() {
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
     weiter([&] {
       const bool betroffen = Ja(i, spalte::ZeileGeaendert) && Ja(i, spalte::Gespeichert) &&
-                             Ja(i, spalte::NameGeaendert) && !Ja(i, spalte::Entfernen);
+          Ja(i, spalte::NameGeaendert) && !Ja(i, spalte::Entfernen);
       if (betroffen) benenne_mit_allen_um(i);
     });
 }
@@ -64,8 +64,8 @@ void frm_BildZuordnung::Namen_Aendern() {
 void frm_BildZuordnung::Zuordnung_Speichern() {
   fehler::melden_und_enden(
       [&](const Laufzeitfehler& f) {
-        mauszeiger().form(Zeigerform::Standard);
-        melde(u"Zuordnung_Speichern", f);
+    mauszeiger().form(Zeigerform::Standard);
+    melde(u"Zuordnung_Speichern", f);
       },
       [&] { speichere_Zeilen(); });
   hinterlasse_Spur();
@@ -79,7 +79,7 @@ bool frm_BildZuordnung::frage_nach_Namen(bool& erledigt) {
   switch (
       MsgBox(u"Der Dateiname eines oder mehrere schon zugeordneten Bilder wurde verändert.\r\n\r\n"
              "Wollen Sie diese Änderung jetzt durchführen?"_s,
-             Knoepfe::JaNeinAbbrechen, Symbol::Keins, u"Dateinamen wurden verändert"_s)) {
+          Knoepfe::JaNeinAbbrechen, Symbol::Keins, u"Dateinamen wurden verändert"_s)) {
     case Antwort::Ja:
       Namen_Aendern();
       erledigt = true;
@@ -124,7 +124,7 @@ void frm_BildZuordnung::pruefe_Fehlende(std::int32_t zeile) {
   if (!Ja(zeile, spalte::DateiFehlt) || !Ja(zeile, spalte::Entfernen) || Spur(zeile).vorgemerkt) return;
   const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
   const bool sicher = laesst_sich_auflisten(Text(zeile, spalte::Root)) &&
-                      laesst_sich_auflisten(Text(zeile, spalte::Root) + u'\\' + Text(zeile, spalte::Pfad));
+      laesst_sich_auflisten(Text(zeile, spalte::Root) + u'\\' + Text(zeile, spalte::Pfad));
   Zelle(zeile, spalte::DateiFehlt, fehlt);
   Zelle(zeile, spalte::Entfernen, fehlt && sicher);
   // An earlier save of this dialog may have left the mark in the record.

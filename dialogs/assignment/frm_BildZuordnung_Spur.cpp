@@ -97,15 +97,14 @@ QStringList frm_BildZuordnung::ungespeicherte_Namen() {
 /// The row holds what its record holds; one that was only looked at does.
 bool frm_BildZuordnung::gleicht(const clsBilderSpeicher& satz, std::int32_t zeile) {
   const QString textdatei = Text(zeile, spalte::Root) + u'\\' + satz.Bild_Pfad + u'\\' +
-                            bildnamen::textdatei(satz.Bild_Bildname, satz.Bild_BildExt);
+      bildnamen::textdatei(satz.Bild_Bildname, satz.Bild_BildExt);
   const QString info = fehler::still_enden([&] { return mod_BilderSuchen::Fkt_ReadFile(textdatei); });
   return satz.Bild_Bildname == Text(zeile, spalte::Bildname) && satz.Bild_Pfad == Text(zeile, spalte::Pfad) &&
-         satz.Bild_Beschreibung == Text(zeile, spalte::Beschreibung) &&
-         satz.Bild_Drucken == Ja(zeile, spalte::Drucken) && satz.Bild_AlsAnhang == Ja(zeile, spalte::AlsAnhang) &&
-         satz.Bild_NeueSeite == Ja(zeile, spalte::NeueSeite) &&
-         satz.Bild_DruckGesamteSeite == Ja(zeile, spalte::DruckGesamteSeite) &&
-         Spur(zeile).bestaetigt_vorgemerkt == Ja(zeile, spalte::Entfernen) &&
-         text::Trim(info) == text::Trim(Text(zeile, spalte::BildInfo));
+      satz.Bild_Beschreibung == Text(zeile, spalte::Beschreibung) && satz.Bild_Drucken == Ja(zeile, spalte::Drucken) &&
+      satz.Bild_AlsAnhang == Ja(zeile, spalte::AlsAnhang) && satz.Bild_NeueSeite == Ja(zeile, spalte::NeueSeite) &&
+      satz.Bild_DruckGesamteSeite == Ja(zeile, spalte::DruckGesamteSeite) &&
+      Spur(zeile).bestaetigt_vorgemerkt == Ja(zeile, spalte::Entfernen) &&
+      text::Trim(info) == text::Trim(Text(zeile, spalte::BildInfo));
 }
 
 void frm_BildZuordnung::hinterlasse_Spur() {

@@ -159,8 +159,8 @@ namespace {
 /// Puts a frame around a thumbnail.
 void rahme_ein(Shape& rahmen, const Bildfeld& thumbnail) {
   const double b = rahmen.BorderWidth();
-  rahmen.Move(thumbnail.Left() - (b + 30), thumbnail.Top() - (b + 30), thumbnail.Width() + b + 80,
-              thumbnail.Height() + b + 70);
+  rahmen.Move(
+      thumbnail.Left() - (b + 30), thumbnail.Top() - (b + 30), thumbnail.Width() + b + 80, thumbnail.Height() + b + 70);
   rahmen.Visible(true);
 }
 
@@ -208,8 +208,8 @@ void frm_BildZuordnung::Pic_Thumb_Click(std::int32_t index) {
   // The pointer keeps waiting after a failure until the next selection sets it back.
   fehler::melden_und_enden(
       [&](const Laufzeitfehler& f) {
-        AnzeigeAufbau = false;
-        melde(u"Pic_Thumb_Click", f);
+    AnzeigeAufbau = false;
+    melde(u"Pic_Thumb_Click", f);
       },
       [&] { waehle_Zeile(index); });
 }

@@ -22,7 +22,7 @@ bool gleicher_Text(QStringView a, QStringView b) {
 bool Artikelzuordnung::sind_gleich(const QString& eine, const QString& andere) {
   return fehler::still_enden([&] {
     return dateien::FileLen(eine) == dateien::FileLen(andere) &&
-           dateien::lies_alles(eine) == dateien::lies_alles(andere);
+        dateien::lies_alles(eine) == dateien::lies_alles(andere);
   });
 }
 
@@ -30,11 +30,11 @@ bool Artikelzuordnung::heissen_gleich(const Bild& eines, const Bild& anderes) {
   return gleicher_Text(eines.Name, anderes.Name) && gleicher_Text(eines.Endung, anderes.Endung);
 }
 
-std::optional<QString> Artikelzuordnung::Name_fuer(const QString& artikel, const Bild& bild, bool einziges,
-                                                   const std::function<Platz(const QString&)>& platz) const {
+std::optional<QString> Artikelzuordnung::Name_fuer(
+    const QString& artikel, const Bild& bild, bool einziges, const std::function<Platz(const QString&)>& platz) const {
   const auto traegt = [&](const Eintrag& e, const QString& name) {
     return gleicher_Text(e.Artikel, artikel) && gleicher_Text(e.Quelle.Endung, bild.Endung) &&
-           gleicher_Text(e.Name, name);
+        gleicher_Text(e.Name, name);
   };
   bool anderes = false;
   for (const Eintrag& e : m_Eintraege) {

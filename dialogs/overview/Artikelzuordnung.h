@@ -27,8 +27,8 @@ class Artikelzuordnung {
   /// name: then it is its own. Otherwise it is the first free one of its own and the numbered ones, as `platz` sees
   /// them. None where the article has the picture, or one that is the same byte for byte, or where this saving gave it
   /// another of that name and there is no file that could be lost.
-  std::optional<QString> Name_fuer(const QString& artikel, const Bild& bild, bool einziges,
-                                   const std::function<Platz(const QString&)>& platz) const;
+  std::optional<QString> Name_fuer(
+      const QString& artikel, const Bild& bild, bool einziges, const std::function<Platz(const QString&)>& platz) const;
   /// The article got the picture under that name.
   void merke(const QString& artikel, const Bild& bild, const QString& name);
 

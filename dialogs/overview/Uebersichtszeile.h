@@ -47,12 +47,11 @@ struct Spaltenentwurf {
 };
 
 /// Captions and widths of the columns 1 to 24; column 0 has another caption in each dialog.
-inline constexpr std::array<Spaltenentwurf, 25> Entwurf{
-    {{u"", 400},          {u"Datei", 1500},        {u"Root", 1500},       {u"Pfad", 1500},       {u"Dateiname", 2000},
-     {u"Ext", 900},       {u"Beschreibung", 2500}, {u"Druck", 500},       {u"GSeite", 1500},     {u"NSeite", 1500},
-     {u"Anhang", 1500},   {u"Referenz 1", 1500},   {u"Referenz 2", 1500}, {u"Referenz 3", 1500}, {u"Referenz 4", 1500},
-     {u"Art 1", 800},     {u"Art 2", 800},         {u"AktBild", 1500},    {u"Info", 1500},       {u"Changed", 1500},
-     {u"NotFound", 1500}, {u"Delete", 1500},       {u"DblName", 1500},    {u"Exif", 1500},       {u"ExifText", 1500}}};
+inline constexpr std::array<Spaltenentwurf, 25> Entwurf{{{u"", 400}, {u"Datei", 1500}, {u"Root", 1500}, {u"Pfad", 1500},
+    {u"Dateiname", 2000}, {u"Ext", 900}, {u"Beschreibung", 2500}, {u"Druck", 500}, {u"GSeite", 1500}, {u"NSeite", 1500},
+    {u"Anhang", 1500}, {u"Referenz 1", 1500}, {u"Referenz 2", 1500}, {u"Referenz 3", 1500}, {u"Referenz 4", 1500},
+    {u"Art 1", 800}, {u"Art 2", 800}, {u"AktBild", 1500}, {u"Info", 1500}, {u"Changed", 1500}, {u"NotFound", 1500},
+    {u"Delete", 1500}, {u"DblName", 1500}, {u"Exif", 1500}, {u"ExifText", 1500}}};
 
 /// A hidden and locked column of the grids as both dialogs draw it: heading in the middle on a button's face, white.
 Gitterspalte entworfen(const QString& caption, double breite);

@@ -103,8 +103,8 @@ void frm_AlleZuordnungen::Init_ThumbNailArray() {
 }
 
 void frm_AlleZuordnungen::Lade_AlleZuordnungen() {
-  fehler::melden_und_enden([this](const Laufzeitfehler& f) { melde(u"Lade_AlleZuordnungen", f); },
-                           [this] { lies_Zuordnungen(); });
+  fehler::melden_und_enden(
+      [this](const Laufzeitfehler& f) { melde(u"Lade_AlleZuordnungen", f); }, [this] { lies_Zuordnungen(); });
 }
 
 // The assignment from which the dialog was opened is read with the others; deleting treats it apart.
@@ -220,22 +220,22 @@ bool frm_AlleZuordnungen::ist_eigene(std::int32_t zeile) {
 // Row and index of the collection are the same record: nothing reorders them.
 void frm_AlleZuordnungen::Zuordnungen_loeschen() {
   fehler::melden_und_enden([this](const Laufzeitfehler& f) { melde(u"Zuordnungen_loeschen", f); },
-                           [this] {
-                             pDeleteFlagAktBild = false;
-                             if (!pBildObj) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
-                             const XArrayDBObject& tabelle = *pZuordnungArray();
-                             for (std::int32_t i = 0; i <= tabelle.UpperBound(Dimension::Zeilen); ++i) {
-                               if (!ist_True(tabelle.Value(i, uebersicht::Loeschen))) continue;
-                               if (ist_eigene(i)) {
-                                 pDeleteFlagAktBild = true;
-                                 continue;
-                               }
-                               pBildObj->AktInd(i);
-                               pBildObj->Bild_Delete(ist_True(tabelle.Value(i, uebersicht::Loeschen)));
-                               pBildObj->Bild_Changeflag(ist_True(tabelle.Value(i, uebersicht::Geaendert)));
-                             }
-                             pBildObj->FKT_SpeichernBilder();
-                             pBildObj.reset();
-                             Lade_AlleZuordnungen();
-                           });
+      [this] {
+    pDeleteFlagAktBild = false;
+    if (!pBildObj) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
+    const XArrayDBObject& tabelle = *pZuordnungArray();
+    for (std::int32_t i = 0; i <= tabelle.UpperBound(Dimension::Zeilen); ++i) {
+      if (!ist_True(tabelle.Value(i, uebersicht::Loeschen))) continue;
+      if (ist_eigene(i)) {
+        pDeleteFlagAktBild = true;
+        continue;
+      }
+      pBildObj->AktInd(i);
+      pBildObj->Bild_Delete(ist_True(tabelle.Value(i, uebersicht::Loeschen)));
+      pBildObj->Bild_Changeflag(ist_True(tabelle.Value(i, uebersicht::Geaendert)));
+    }
+    pBildObj->FKT_SpeichernBilder();
+    pBildObj.reset();
+    Lade_AlleZuordnungen();
+  });
 }

@@ -104,12 +104,12 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   void lade_Vorschau(std::int32_t zeile);
   void frage_und_speichere();
   void ordne_zu(Artikelzuordnung& lauf, std::int32_t artikelzeile);
-  void ordne_Bild_zu(Artikelzuordnung& lauf, std::int32_t zeile, const QString& artikelnummer,
-                     const QString& zielordner);
+  void ordne_Bild_zu(
+      Artikelzuordnung& lauf, std::int32_t zeile, const QString& artikelnummer, const QString& zielordner);
   Artikelzuordnung::Bild Bild_der_Zeile(std::int32_t zeile) const;
   bool ist_einziges(const Artikelzuordnung::Bild& bild) const;
-  Artikelzuordnung::Platz Platz_von(const QString& ziel, const QString& name, const Artikelzuordnung::Bild& bild,
-                                    bool zugeordnet) const;
+  Artikelzuordnung::Platz Platz_von(
+      const QString& ziel, const QString& name, const Artikelzuordnung::Bild& bild, bool zugeordnet) const;
   void kopiere(const Artikelzuordnung::Bild& bild, const QString& ziel, const QString& name, bool schonend);
   void uebernimm_Angaben(std::int32_t zeile);
   XArrayDBObject& Zuordnungen() const;

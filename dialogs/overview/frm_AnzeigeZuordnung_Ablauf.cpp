@@ -35,9 +35,9 @@ template <class Prozedur>
 void frm_AnzeigeZuordnung::mit_Meldung(const char16_t* prozedur, Prozedur&& arbeit) {
   fehler::melden_und_enden(
       [&](const Laufzeitfehler& f) {
-        mauszeiger().form(Zeigerform::Standard);
-        KVOCore::aktuell().FehlerMelden(u"frm_AnzeigeZuordnungen"_s, QString::fromUtf16(prozedur), f.Nummer(),
-                                        f.Beschreibung(), true);
+    mauszeiger().form(Zeigerform::Standard);
+    KVOCore::aktuell().FehlerMelden(
+        u"frm_AnzeigeZuordnungen"_s, QString::fromUtf16(prozedur), f.Nummer(), f.Beschreibung(), true);
       },
       std::forward<Prozedur>(arbeit));
 }
@@ -96,8 +96,7 @@ void frm_AnzeigeZuordnung::AuskunftSelect(const QString& pName) {
     verlange(pAppObj);
     pAuskunftObj = komponenten::erzeuge<clsAuskunft>(u"KVOListAuskunft.clsAuskunft"_s);
     pAuskunftObj->Anzeige_Auskunft(pName, QString(), pAppObj->Name(), pAppObj->User(), pAppObj->ExeDir(),
-                                   pAppObj->ConnectStringDB(), pAppObj->ConnectionDB(), *this,
-                                   pAppObj->ReportDBTemplateDir(), pAppObj->DBName());
+        pAppObj->ConnectStringDB(), pAppObj->ConnectionDB(), *this, pAppObj->ReportDBTemplateDir(), pAppObj->DBName());
   });
   pAuskunftObj.reset();
 }
@@ -168,9 +167,8 @@ void frm_AnzeigeZuordnung::Pruefe_ZuordnungSchalter() {
     };
     const bool markiert =
         gibt(Zuordnungen(), [&](std::int32_t i) { return ist_True(Zuordnungen().Value(i, uebersicht::Marke)); });
-    const bool benannt = markiert && gibt(Artikel(), [&](std::int32_t i) {
-                           return !text::Trim(Artikeltext(i, artikel::Nummer)).isEmpty();
-                         });
+    const bool benannt = markiert &&
+        gibt(Artikel(), [&](std::int32_t i) { return !text::Trim(Artikeltext(i, artikel::Nummer)).isEmpty(); });
     if (benannt) SSC_ZuordnungSpeichern.Enabled(true);
   });
 }
@@ -189,9 +187,8 @@ void frm_AnzeigeZuordnung::Bild_Vorschau(std::int32_t pZeile) {
 
 void frm_AnzeigeZuordnung::lade_Vorschau(std::int32_t zeile) {
   if (ist_True(Zuordnungen().Value(zeile, uebersicht::Fehlt))) return Pic_Dummy.Picture(Pic_Blank.Picture());
-  const auto teil = [datei = Zuordnungstext(zeile, uebersicht::Datei)](std::int16_t art) {
-    return mod_BilderSuchen::Fkt_SplitFileName(datei, art);
-  };
+  const auto teil = [datei = Zuordnungstext(zeile, uebersicht::Datei)](
+                        std::int16_t art) { return mod_BilderSuchen::Fkt_SplitFileName(datei, art); };
   const QString endung = teil(3);
   if (!vorschaubild::ist_Bildtyp(endung))
     return Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(endung, shell::SHGFI_ICON));
@@ -255,8 +252,8 @@ void frm_AnzeigeZuordnung::ordne_zu(Artikelzuordnung& lauf, std::int32_t artikel
 }
 
 // The table is asked for the name that the picture has; what this saving itself has assigned it does not know yet.
-void frm_AnzeigeZuordnung::ordne_Bild_zu(Artikelzuordnung& lauf, std::int32_t zeile, const QString& artikelnummer,
-                                         const QString& zielordner) {
+void frm_AnzeigeZuordnung::ordne_Bild_zu(
+    Artikelzuordnung& lauf, std::int32_t zeile, const QString& artikelnummer, const QString& zielordner) {
   using namespace uebersicht;
   const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
   const QString ziel = pRootpath + u'\\' + zielordner;
@@ -265,8 +262,7 @@ void frm_AnzeigeZuordnung::ordne_Bild_zu(Artikelzuordnung& lauf, std::int32_t ze
     return pNeuObj->FKT_BilderVorhanden(artikelnummer, {}, {}, {}, name, bild.Endung, u"Art"_s, {}, {});
   };
   if (vorhanden(bild.Name)) return;
-  const std::optional<QString> name = lauf.Name_fuer(
-      artikelnummer, bild, ist_einziges(bild),
+  const std::optional<QString> name = lauf.Name_fuer(artikelnummer, bild, ist_einziges(bild),
       [&](const QString& moeglicher) { return Platz_von(ziel, moeglicher, bild, vorhanden(moeglicher)); });
   if (!name) return;
   lauf.merke(artikelnummer, bild, *name);
@@ -290,7 +286,7 @@ Artikelzuordnung::Bild frm_AnzeigeZuordnung::Bild_der_Zeile(std::int32_t zeile) 
   const auto wert = [&](Spalte spalte) { return Zuordnungstext(zeile, spalte); };
   const QString name = mod_BilderSuchen::Fkt_SplitFileName(wert(Datei), 2);
   return {zeile, text::Trim(wert(Dateiname)), text::Trim(wert(Ext)),
-          pRootpath + u'\\' + wert(Pfad) + u'\\' + name + u'.' + wert(Ext)};
+      pRootpath + u'\\' + wert(Pfad) + u'\\' + name + u'.' + wert(Ext)};
 }
 
 /// No other marked picture has its name.
@@ -302,8 +298,8 @@ bool frm_AnzeigeZuordnung::ist_einziges(const Artikelzuordnung::Bild& bild) cons
   return true;
 }
 
-Artikelzuordnung::Platz frm_AnzeigeZuordnung::Platz_von(const QString& ziel, const QString& name,
-                                                        const Artikelzuordnung::Bild& bild, bool zugeordnet) const {
+Artikelzuordnung::Platz frm_AnzeigeZuordnung::Platz_von(
+    const QString& ziel, const QString& name, const Artikelzuordnung::Bild& bild, bool zugeordnet) const {
   using Platz = Artikelzuordnung::Platz;
   const QString datei = ziel + u'\\' + name + u'.' + bild.Endung;
   if (Artikelzuordnung::sind_gleich(datei, bild.Datei)) return zugeordnet ? Platz::Zugeordnet : Platz::Frei;
@@ -313,8 +309,8 @@ Artikelzuordnung::Platz frm_AnzeigeZuordnung::Platz_von(const QString& ziel, con
 }
 
 // Under its own name a picture spares what lies there. A copy that fails goes unnoticed, and its row is written.
-void frm_AnzeigeZuordnung::kopiere(const Artikelzuordnung::Bild& bild, const QString& ziel, const QString& name,
-                                   bool schonend) {
+void frm_AnzeigeZuordnung::kopiere(
+    const Artikelzuordnung::Bild& bild, const QString& ziel, const QString& name, bool schonend) {
   const QString datei = name + u'.' + Zuordnungstext(bild.Zeile, uebersicht::Ext);
   // A numbered name is free, or holds this very picture.
   if (!schonend && pNeuObj->Fkt_FileExists(ziel + u'\\' + datei)) return;

@@ -55,8 +55,8 @@ int punkte(double twips, double dichte) {
 }
 
 QImage leeres_Blatt(double breite, double hoehe, double dichte) {
-  QImage blatt(std::max(1, punkte(breite + Zugabe, dichte)), std::max(1, punkte(hoehe + Zugabe, dichte)),
-               QImage::Format_RGB32);
+  QImage blatt(
+      std::max(1, punkte(breite + Zugabe, dichte)), std::max(1, punkte(hoehe + Zugabe, dichte)), QImage::Format_RGB32);
   blatt.setDevicePixelRatio(dichte);
   blatt.fill(Qt::white);
   return blatt;
@@ -97,7 +97,7 @@ const std::shared_ptr<const Bild>& ersatzbild() {
 }
 
 QImage zeichne_Datei(const QString& datei, double breite, double hoehe, const std::shared_ptr<const Bild>& unlesbar,
-                     bool mit_Sitzung, double dichte) {
+    bool mit_Sitzung, double dichte) {
   const QString name = datei.mid(datei.lastIndexOf(u'\\') + 1);
   const QString endung = text::LCase(name.mid(name.lastIndexOf(u'.') + 1));
   const bool ist_Bild = ist_Bildtyp(endung);

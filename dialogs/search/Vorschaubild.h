@@ -17,8 +17,8 @@ bool ist_Bildtyp(const QString& endung);
 /// stretched over it without regard to its proportions, a smaller one stands in the middle in its own size. With
 /// `nur_mittig` it stands in the middle in any case, as icons do. None leaves it blank. `dichte` is the pixels of the
 /// screen to a logical one. What can't be decoded shows what could be.
-QImage zeichne(const std::shared_ptr<const Bild>& bild, double breite, double hoehe, bool nur_mittig = false,
-               double dichte = 1);
+QImage zeichne(
+    const std::shared_ptr<const Bild>& bild, double breite, double hoehe, bool nur_mittig = false, double dichte = 1);
 
 /// The drawing that stands for a picture that can't be read (see imaging/Ersatzbild.h).
 const std::shared_ptr<const Bild>& ersatzbild();
@@ -27,7 +27,7 @@ const std::shared_ptr<const Bild>& ersatzbild();
 /// not to be read, or of which nothing can be decoded, shows `unlesbar`. `mit_Sitzung` tells that a session of the
 /// picture service runs; without one the plain loader reads. Asks and tells nobody anything.
 QImage zeichne_Datei(const QString& datei, double breite, double hoehe, const std::shared_ptr<const Bild>& unlesbar,
-                     bool mit_Sitzung, double dichte = 1);
+    bool mit_Sitzung, double dichte = 1);
 
 /// As the list of the picture search draws a file, for programs without windows; brings a session of its own. Icons
 /// have the letters of their type only where a QGuiApplication lives.

@@ -55,8 +55,8 @@ frm_BilderSuchen::~frm_BilderSuchen() = default;
 
 void frm_BilderSuchen::entwirf() {
   for (const auto& [nummer, name] :
-       {std::pair{12, u"laufwerk_diskette"_s}, std::pair{14, u"laufwerk_system"_s}, std::pair{15, u"laufwerk_cd"_s},
-        std::pair{16, u"laufwerk_wechsel"_s}, std::pair{17, u"laufwerk_netz"_s}, std::pair{19, u"laufwerk_fest"_s}})
+      {std::pair{12, u"laufwerk_diskette"_s}, std::pair{14, u"laufwerk_system"_s}, std::pair{15, u"laufwerk_cd"_s},
+          std::pair{16, u"laufwerk_wechsel"_s}, std::pair{17, u"laufwerk_netz"_s}, std::pair{19, u"laufwerk_fest"_s}})
     ImageList1.Add(QString::number(nummer), symbol(name));
   ImageCombo1.Move(Rand, 390, Breite_Ordner, 390);
   ImageCombo1.ToolTipText(u"Laufwerk"_s);

@@ -70,7 +70,7 @@ void frm_BilderSuchen::Lade_Laufwerke() {
     }
     const int bild = laufwerksbild(typ, QChar(buchstabe));
     ImageCombo1.Add(root, ohne_fuehrende_Blanks(name + u" ("_s + root.left(2) + u')'), bild,
-                    ImageList1.Image(ImageList1.Suche(QString::number(bild))));
+        ImageList1.Image(ImageList1.Suche(QString::number(bild))));
   }
   ImageCombo1.waehle(text::UCase(text::Left(anbieter.aktuelles_Verzeichnis(), 3)));
 }
@@ -146,8 +146,8 @@ void frm_BilderSuchen::Form_Load() {
   starte_GdiSitzung();
   pLaedt = true;
   for (const QString& typ :
-       {u"Alle Dateien (*.*)"_s, u"Alle Bild-Dateien (*.bmp; *.jpg; *.gif; *.tif)"_s, u"Windows Bitmap (*.bmp)"_s,
-        u"JPEG-Dateien (*.jpg)"_s, u"CompuServe Bitmap (*.gif)"_s, u"Tagged Image File Format (*.tif)"_s})
+      {u"Alle Dateien (*.*)"_s, u"Alle Bild-Dateien (*.bmp; *.jpg; *.gif; *.tif)"_s, u"Windows Bitmap (*.bmp)"_s,
+          u"JPEG-Dateien (*.jpg)"_s, u"CompuServe Bitmap (*.gif)"_s, u"Tagged Image File Format (*.tif)"_s})
     cbo_BildTypen.AddItem(typ);
   cbo_BildTypen.ListIndex(1);
   Lade_Laufwerke();

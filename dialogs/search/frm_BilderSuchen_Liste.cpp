@@ -166,8 +166,8 @@ void frm_BilderSuchen::entferne_Vorschaubilder() {
 }
 
 QIcon frm_BilderSuchen::Create_Picture(const QString& pDatei, double pBreite, double pHoehe) {
-  return QIcon(QPixmap::fromImage(vorschaubild::zeichne_Datei(pDatei, pBreite, pHoehe, Pic_Blank.Picture(),
-                                                              mod_GrafikKonvert::m_GdiAktiv, devicePixelRatioF())));
+  return QIcon(QPixmap::fromImage(vorschaubild::zeichne_Datei(
+      pDatei, pBreite, pHoehe, Pic_Blank.Picture(), mod_GrafikKonvert::m_GdiAktiv, devicePixelRatioF())));
 }
 
 // ── Texts ───────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -228,15 +228,15 @@ void frm_BilderSuchen::drehe() {
   };
   fehler::melden_und_enden(
       [&](const Laufzeitfehler& /*fehler*/) {
-        MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Keins, u"Achtung"_s);
-        beende();
+    MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Keins, u"Achtung"_s);
+    beende();
       },
       [&] {
-        starte_GdiSitzung();
-        if (m_GdiAktiv) drehe_Auswahl();
-        Show_Folder_Content(Dir1.Path(), u"*.*"_s);
-        beende();
-      });
+    starte_GdiSitzung();
+    if (m_GdiAktiv) drehe_Auswahl();
+    Show_Folder_Content(Dir1.Path(), u"*.*"_s);
+    beende();
+  });
 }
 
 void frm_BilderSuchen::drehe_Auswahl() {

@@ -15,8 +15,8 @@ namespace {
 
 using Paare = QList<adodb::Verbindungszeichenfolge::Paar>;
 
-const QStringList Serverworte{u"datasource"_s,     u"server"_s,     u"address"_s, u"addr"_s,
-                              u"networkaddress"_s, u"servername"_s, u"dsn"_s};
+const QStringList Serverworte{
+    u"datasource"_s, u"server"_s, u"address"_s, u"addr"_s, u"networkaddress"_s, u"servername"_s, u"dsn"_s};
 const QStringList Datenbankworte{u"initialcatalog"_s, u"database"_s};
 const QStringList Benutzerworte{u"userid"_s, u"uid"_s, u"user"_s, u"username"_s};
 const QStringList Kennwortworte{u"password"_s, u"pwd"_s};
@@ -42,7 +42,7 @@ QString wert(const Paare& liste, const QStringList& worte) {
 
 const QRegularExpression& kennwort_beginnt() {
   static const QRegularExpression Muster(u"(p[ _]*w[ _]*d|p[ _]*a[ _]*s[ _]*s[ _]*w[ _]*o[ _]*r[ _]*d)[ _]*="_s,
-                                         QRegularExpression::CaseInsensitiveOption);
+      QRegularExpression::CaseInsensitiveOption);
   return Muster;
 }
 
@@ -57,7 +57,7 @@ namespace anmeldung {
 Worte worte(const QString& verbindung) {
   const Paare liste = paare(verbindung);
   return {zu_zeigen(wert(liste, Serverworte)), zu_zeigen(wert(liste, Datenbankworte)),
-          zu_zeigen(wert(liste, Benutzerworte))};
+      zu_zeigen(wert(liste, Benutzerworte))};
 }
 
 bool fehlt_Kennwort(const QString& verbindung) {

@@ -66,7 +66,7 @@ void Arbeitsplatz::oeffne() {
   }
   if (const auto datei = datenbankdatei(verbindungszeichenfolge_); datei && !FileSystemObject().FileExists(*datei))
     throw Abbruch(Ausgang::Datenbank,
-                  u"Die Datenbank „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(namen::angezeigt(*datei))));
+        u"Die Datenbank „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(namen::angezeigt(*datei))));
   if (const auto ausfall = versuche_zu_oeffnen(verbindungszeichenfolge_, verbindung_)) {
     ausfallgrund_ = ausfall->grund;
     // A server that is away says nothing against the password.
@@ -100,8 +100,8 @@ std::optional<QString> Arbeitsplatz::wurzel_fehlt() {
   if (angabe.isEmpty()) return u"Zu dieser Datenbank ist keine Bildablage genannt; „--bilder“ beim Aufruf nennt sie."_s;
   const auto grund = versuche([&] { binde_Wurzel(); });
   if (!grund && FileSystemObject().FolderExists(wurzel() + u'\\')) return std::nullopt;
-  return u"Die Bildablage „%1“ ist nicht zu erreichen."_s.arg(optionen_.bilder.isEmpty() ? namen::angezeigt(angabe)
-                                                                                         : optionen_.bilder);
+  return u"Die Bildablage „%1“ ist nicht zu erreichen."_s.arg(
+      optionen_.bilder.isEmpty() ? namen::angezeigt(angabe) : optionen_.bilder);
 }
 
 bool Arbeitsplatz::wurzel_leer() const {

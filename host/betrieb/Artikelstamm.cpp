@@ -16,13 +16,13 @@ QString als_Teil(QString text) {
 
 }  // namespace
 
-void Artikelstamm::Init(std::int32_t /*pArt*/, const QString& /*pConnectString*/,
-                        const std::shared_ptr<adodb::Connection>& pConnection) {
+void Artikelstamm::Init(
+    std::int32_t /*pArt*/, const QString& /*pConnectString*/, const std::shared_ptr<adodb::Connection>& pConnection) {
   verbindung_ = pConnection;
 }
 
 bool Artikelstamm::fktLeseArtikel(const QString& pArtikelnummer, bool /*pSchalter1*/, bool /*pSchalter2*/,
-                                  bool /*pSchalter3*/, bool /*pSchalter4*/, bool /*pSchalter5*/, bool /*pSchalter6*/) {
+    bool /*pSchalter3*/, bool /*pSchalter4*/, bool /*pSchalter5*/, bool /*pSchalter6*/) {
   const QString nummer = text::Trim(pArtikelnummer);
   return !nummer.isEmpty() && lies(u"Artikelnummer = "_s + literal(nummer));
 }

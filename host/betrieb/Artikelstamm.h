@@ -10,10 +10,10 @@ class Artikelstamm final : public clsArtikelManagerSQL {
  public:
   explicit Artikelstamm(QString tabelle) : tabelle_(std::move(tabelle)) {}
 
-  void Init(std::int32_t pArt, const QString& pConnectString,
-            const std::shared_ptr<adodb::Connection>& pConnection) override;
+  void Init(
+      std::int32_t pArt, const QString& pConnectString, const std::shared_ptr<adodb::Connection>& pConnection) override;
   bool fktLeseArtikel(const QString& pArtikelnummer, bool pSchalter1, bool pSchalter2, bool pSchalter3, bool pSchalter4,
-                      bool pSchalter5, bool pSchalter6) override;
+      bool pSchalter5, bool pSchalter6) override;
   /// Of several articles the first in the order of their numbers. A blank part finds none.
   bool fktLeseArtikel_TeilArtikel(const QString& pTeil) override;
   QString Artikelnummer() const override { return nummer_; }

@@ -66,14 +66,14 @@ void sammle_unfragbare(const QString& ordner, const QString& wurzel, QStringList
 
 bool gleich(const Aufraeumliste& a, const Aufraeumliste& b) {
   return a.Ergebnis == b.Ergebnis &&
-         std::equal(a.Posten.begin(), a.Posten.end(), b.Posten.begin(), b.Posten.end(),
-                    [](const auto& x, const auto& y) { return x.Pfad == y.Pfad && x.Warum == y.Warum; });
+      std::equal(a.Posten.begin(), a.Posten.end(), b.Posten.begin(), b.Posten.end(),
+          [](const auto& x, const auto& y) { return x.Pfad == y.Pfad && x.Warum == y.Warum; });
 }
 
 }  // namespace
 
-Aufraeumen::Aufraeumen(clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel,
-                       QString start)
+Aufraeumen::Aufraeumen(
+    clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel, QString start)
     : store_(store),
       verbindung_(std::move(verbindung)),
       // A separator too many in front of each name would make every picture a free one.
@@ -85,8 +85,8 @@ bool Aufraeumen::hat_Zeilen() const {
   if (const auto grund =
           versuche([&] { zeilen = !verbindung_->Execute(u"select Top 1 Key1 from Bild_Zuordnungen"_s)->Eof(); }))
     throw Abbruch(Ausgang::Datenbank,
-                  u"Die Tabelle Bild_Zuordnungen ist nicht zu lesen, und ohne sie gälte jedes Bild als frei: "_s +
-                      grund->Beschreibung());
+        u"Die Tabelle Bild_Zuordnungen ist nicht zu lesen, und ohne sie gälte jedes Bild als frei: "_s +
+            grund->Beschreibung());
   return zeilen;
 }
 
@@ -100,11 +100,10 @@ void Aufraeumen::pruefe_Namen() const {
   QStringList genannt;
   for (const QString& pfad : dateien.mid(0, Genannte)) genannt.append(pfad.mid(wurzel_.size() + 1));
   if (dateien.size() > Genannte) genannt.append(u"…"_s);
-  throw Abbruch(
-      Ausgang::Datei,
+  throw Abbruch(Ausgang::Datei,
       u"In der Ablage stehen Bilder mit einem Hochkomma in Name oder Ordner, nach denen sich die Tabelle nicht "
-      "fragen lässt; benennen Sie sie vorher um (%1): %2"_s.arg(QString::number(dateien.size()),
-                                                                genannt.join(u", "_s)));
+      "fragen lässt; benennen Sie sie vorher um (%1): %2"_s.arg(
+          QString::number(dateien.size()), genannt.join(u", "_s)));
 }
 
 Aufraeumliste Aufraeumen::liste() {
@@ -114,23 +113,22 @@ Aufraeumliste Aufraeumen::liste() {
       throw Abbruch(Ausgang::Datei, u"Den Ordner „%1“ gibt es nicht."_s.arg(namen::angezeigt(ordner)));
   if (hat_Zeilen() && dateien.GetFolder(wurzel_).Anzahl_Eintraege() == 0)
     throw Abbruch(Ausgang::Datei,
-                  u"Die Bildablage „%1“ ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?"_s.arg(
-                      namen::angezeigt(wurzel_)));
+        u"Die Bildablage „%1“ ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?"_s.arg(
+            namen::angezeigt(wurzel_)));
   pruefe_Namen();
   Aufraeumliste liste = store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_);
   // A connection that broke in between would have made every picture a free one.
   hat_Zeilen();
   if (const auto anzahl = zaehle(liste, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; }))
-    throw Abbruch(
-        Ausgang::Datenbank,
+    throw Abbruch(Ausgang::Datenbank,
         u"Die Tabelle Bild_Zuordnungen hat die Antwort verweigert (Dateien: %1); nichts ist gelöscht."_s.arg(anzahl));
   return liste;
 }
 
 QStringList Aufraeumen::fuehre_aus(const Aufraeumliste& gezeigt) {
   if (!gleich(liste(), gezeigt))
-    throw Abbruch(Ausgang::Teilweise,
-                  u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s);
+    throw Abbruch(
+        Ausgang::Teilweise, u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s);
   // Not the component's own clearing: it would ask the table again, and take a connection that breaks right now for a
   // table that names no picture.
   QStringList geblieben;

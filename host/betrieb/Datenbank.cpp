@@ -69,8 +69,8 @@ Datenbankausfall ausfall_von(const Laufzeitfehler& fehler) {
   return ausfall;
 }
 
-std::optional<Datenbankausfall> versuche_zu_oeffnen(const QString& verbindung,
-                                                    std::shared_ptr<adodb::Connection>& offene) {
+std::optional<Datenbankausfall> versuche_zu_oeffnen(
+    const QString& verbindung, std::shared_ptr<adodb::Connection>& offene) {
   auto neue = std::make_shared<adodb::Connection>();
   neue->CursorLocation(adodb::adUseClient);
   auto ausfall = versuche_Datenbank([&] { neue->Open(verbindung); });

@@ -34,8 +34,8 @@ std::optional<Datenbankausfall> versuche_Datenbank(Anweisung&& anweisung) {
 }
 
 /// The same call as `oeffne`, for callers that look at the reason: none when `offene` is open.
-std::optional<Datenbankausfall> versuche_zu_oeffnen(const QString& verbindung,
-                                                    std::shared_ptr<adodb::Connection>& offene);
+std::optional<Datenbankausfall> versuche_zu_oeffnen(
+    const QString& verbindung, std::shared_ptr<adodb::Connection>& offene);
 /// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.
 std::shared_ptr<adodb::Connection> oeffne(const QString& verbindung);
 

@@ -6,7 +6,7 @@
 using namespace Qt::Literals::StringLiterals;
 
 void Einstellungstabelle::GetSetting(const QString& pAbschnitt, const QString& pSchluessel, QString& pWert,
-                                     const QString& pProgramm, const QString& pBenutzer, const QString& pVorgabe) {
+    const QString& pProgramm, const QString& pBenutzer, const QString& pVorgabe) {
   pWert = pVorgabe;
   if (!verbindung_) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
   const auto satz = verbindung_->Execute(

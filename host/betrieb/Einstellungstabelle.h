@@ -12,7 +12,7 @@ class Einstellungstabelle final : public Einstellungen {
  public:
   explicit Einstellungstabelle(std::shared_ptr<adodb::Connection> verbindung) : verbindung_(std::move(verbindung)) {}
   void GetSetting(const QString& pAbschnitt, const QString& pSchluessel, QString& pWert, const QString& pProgramm,
-                  const QString& pBenutzer, const QString& pVorgabe) override;
+      const QString& pBenutzer, const QString& pVorgabe) override;
 
  private:
   std::shared_ptr<adodb::Connection> verbindung_;

@@ -33,7 +33,7 @@ Wirtsoptionen gedaechtnis::ergaenzt(Wirtsoptionen optionen) {
   const bool offen = optionen.verbindung.isEmpty() && !optionen.datenordner_genannt;
   if (offen) optionen.verbindung = anmeldung::mit_Kennwort_der_Umgebung(gemerkte);
   const bool dieselbe = !gemerkte.isEmpty() && !optionen.verbindung.isEmpty() &&
-                        anmeldung::zum_Merken(optionen.verbindung) == anmeldung::zum_Merken(gemerkte);
+      anmeldung::zum_Merken(optionen.verbindung) == anmeldung::zum_Merken(gemerkte);
   if (dieselbe && optionen.bilder.isEmpty()) optionen.bilder = datei.value(Bilder).toString();
   return optionen;
 }

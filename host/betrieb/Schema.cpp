@@ -66,23 +66,23 @@ class Anleger {
   Bestand lies() {
     const QString beide = u"('%1', '%2')"_s.arg(schema::Zuordnungen, schema::Belegkoepfe);
     Bestand bestand;
-    const auto satz = verbindung_.Execute(
-        ist_Server_ ? u"SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA = 'dbo' "
-                      "AND TABLE_NAME IN "_s +
-                          beide
-                    : u"SELECT m.name, p.name FROM sqlite_master m JOIN pragma_table_info(m.name) p "
-                      "WHERE m.name COLLATE NOCASE IN "_s +
-                          beide);
+    const auto satz = verbindung_.Execute(ist_Server_
+            ? u"SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA = 'dbo' "
+              "AND TABLE_NAME IN "_s +
+                beide
+            : u"SELECT m.name, p.name FROM sqlite_master m JOIN pragma_table_info(m.name) p "
+              "WHERE m.name COLLATE NOCASE IN "_s +
+                beide);
     for (; !satz->Eof(); satz->MoveNext()) {
       if (!bestand.tabellen.contains(satz->Text(0))) bestand.tabellen.append(satz->Text(0));
       bestand.spalten.append(satz->Text(0) + u'.' + satz->Text(1));
     }
-    const auto indexe = verbindung_.Execute(
-        ist_Server_ ? u"SELECT name FROM sys.indexes WHERE name IS NOT NULL AND object_id IN "
-                      "(OBJECT_ID(N'dbo.%1'), OBJECT_ID(N'dbo.%2'))"_s.arg(schema::Zuordnungen, schema::Belegkoepfe)
-                    : u"SELECT name FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL "
-                      "AND tbl_name COLLATE NOCASE IN "_s +
-                          beide);
+    const auto indexe = verbindung_.Execute(ist_Server_
+            ? u"SELECT name FROM sys.indexes WHERE name IS NOT NULL AND object_id IN "
+              "(OBJECT_ID(N'dbo.%1'), OBJECT_ID(N'dbo.%2'))"_s.arg(schema::Zuordnungen, schema::Belegkoepfe)
+            : u"SELECT name FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL "
+              "AND tbl_name COLLATE NOCASE IN "_s +
+                beide);
     for (; !indexe->Eof(); indexe->MoveNext()) bestand.indexe.append(indexe->Text(0));
     return bestand;
   }
@@ -103,8 +103,8 @@ const QString& serverskripte() {
 namespace schema {
 
 QList<Spalte> spalten(const QString& tabelle) {
-  static const QRegularExpression Eine(u"^  (\\w+) (\\w+)(?:\\((\\d+)\\))? NULL"_s,
-                                       QRegularExpression::MultilineOption);
+  static const QRegularExpression Eine(
+      u"^  (\\w+) (\\w+)(?:\\((\\d+)\\))? NULL"_s, QRegularExpression::MultilineOption);
   const QString& skripte = serverskripte();
   const qsizetype anfang = skripte.indexOf(u"CREATE TABLE dbo.%1 ("_s.arg(tabelle), 0, Qt::CaseInsensitive);
   if (anfang < 0) return {};

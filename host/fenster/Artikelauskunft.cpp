@@ -130,11 +130,9 @@ bool Artikelfenster::eventFilter(QObject* objekt, QEvent* ereignis) {
 }
 
 std::int32_t Artikelauskunft::Anzeige_Auskunft(const QString& pName, const QString& /*pZusatz*/,
-                                               const QString& /*pAppName*/, const QString& /*pUser*/,
-                                               const QString& /*pExeDir*/, const QString& /*pConnectString*/,
-                                               const std::shared_ptr<adodb::Connection>& pConnection,
-                                               Auskunftsempfaenger& pEmpfaenger,
-                                               const QString& /*pReportDBTemplateDir*/, const QString& /*pDBName*/) {
+    const QString& /*pAppName*/, const QString& /*pUser*/, const QString& /*pExeDir*/,
+    const QString& /*pConnectString*/, const std::shared_ptr<adodb::Connection>& pConnection,
+    Auskunftsempfaenger& pEmpfaenger, const QString& /*pReportDBTemplateDir*/, const QString& /*pDBName*/) {
   if (pName != "Artikel"_L1) throw Laufzeitfehler(fehlernummer::UngueltigerAufruf);
   if (!pConnection) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
   Artikelfenster fenster(lies_Artikel(*pConnection));

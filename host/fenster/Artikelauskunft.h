@@ -42,7 +42,7 @@ class Artikelfenster final : public QDialog {
 class Artikelauskunft final : public clsAuskunft {
  public:
   std::int32_t Anzeige_Auskunft(const QString& pName, const QString& pZusatz, const QString& pAppName,
-                                const QString& pUser, const QString& pExeDir, const QString& pConnectString,
-                                const std::shared_ptr<adodb::Connection>& pConnection, Auskunftsempfaenger& pEmpfaenger,
-                                const QString& pReportDBTemplateDir, const QString& pDBName) override;
+      const QString& pUser, const QString& pExeDir, const QString& pConnectString,
+      const std::shared_ptr<adodb::Connection>& pConnection, Auskunftsempfaenger& pEmpfaenger,
+      const QString& pReportDBTemplateDir, const QString& pDBName) override;
 };

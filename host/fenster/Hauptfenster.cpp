@@ -44,8 +44,8 @@ QList<Vorschaubild> vorschaubilder(clsBildZuordnungen& store, const QString& wur
   QList<Vorschaubild> bilder;
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
-    Vorschaubild bild{store.Bild_Pfad(), store.Bild_Bildname() + u'.' + store.Bild_BildExt(), store.Bild_Beschreibung(),
-                      false};
+    Vorschaubild bild{
+        store.Bild_Pfad(), store.Bild_Bildname() + u'.' + store.Bild_BildExt(), store.Bild_Beschreibung(), false};
     bild.fehlt = !store.Fkt_FileExists(wurzel + u'\\' + bild.ordner + u'\\' + bild.datei);
     bilder.append(bild);
   }
@@ -206,7 +206,7 @@ void Hauptfenster::zeige_Ausfall(const QString& grund) {
   liste_->setze({});
   erlaube_Aktionen(false);
   ansicht_->zeige_Hinweis(u"Die Vorgänge sind nicht zu lesen"_s,
-                          grund + u"\n\nIst die Ursache behoben, liest „Neu einlesen“ (F5) sie."_s, true);
+      grund + u"\n\nIst die Ursache behoben, liest „Neu einlesen“ (F5) sie."_s, true);
   melde(grund);
 }
 
@@ -214,8 +214,7 @@ void Hauptfenster::oeffne_Datenbank() {
   for (QString hinweis;;) {
     if (platz_.braucht_Kennwort()) {
       const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
-      Anmeldefenster fenster(
-          anmeldung::worte(platz_.optionen().verbindung),
+      Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung),
           abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s
                     : hinweis,
           this);

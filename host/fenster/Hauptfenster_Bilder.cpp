@@ -43,7 +43,7 @@ void Hauptfenster::zeige_Exif() {
   // The reader would make a missing file.
   if (!FileSystemObject().FileExists(pfad)) {
     MsgBox(u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei), Knoepfe::OK,
-           Symbol::Ausrufezeichen, Titel);
+        Symbol::Ausrufezeichen, Titel);
     return;
   }
   dialog_offen_ = true;

@@ -64,10 +64,10 @@ void Hauptfenster::zeige_AlleZuordnungen() {
     if (!waehle_Bild(store, bild))
       throw Abbruch(Ausgang::Datenbank, u"Das Bild ist dem Vorgang nicht mehr zugeordnet."_s);
     bool eigene = false;
-    clsDialoge().Fkt_Aufruf_Dialog_AlleZuordnungen(
-        platz_.anwendungsobjekt(), platz_.wurzel(), vorgang::bildordner(vorgang), store.Bild_Key1(), store.Bild_Key2(),
-        store.Bild_Key3(), store.Bild_Key4(), store.Bild_Bildname(), store.Bild_BildExt(), store.Bild_Typ1(),
-        store.Bild_Typ2(), store.cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang), eigene);
+    clsDialoge().Fkt_Aufruf_Dialog_AlleZuordnungen(platz_.anwendungsobjekt(), platz_.wurzel(),
+        vorgang::bildordner(vorgang), store.Bild_Key1(), store.Bild_Key2(), store.Bild_Key3(), store.Bild_Key4(),
+        store.Bild_Bildname(), store.Bild_BildExt(), store.Bild_Typ1(), store.Bild_Typ2(),
+        store.cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang), eigene);
     if (eigene) {
       const QString grund = entferne_Zeile(platz_, sammlung, vorgang);
       ergebnis = grund.isEmpty() ? u"Die Zuordnung von „%1“ zu diesem Vorgang ist entfernt."_s.arg(bild.datei)
@@ -93,10 +93,9 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   dialog_offen_ = true;
   try {
     const auto sammlung = lies_zum_Bearbeiten(platz_, vorgang);
-    clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(
-        platz_.anwendungsobjekt(), sammlung, platz_.wurzel(), vorgang::bildordner(vorgang), vorgang.satz.key1,
-        vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4, vorgang.satz.typ1, vorgang.satz.typ2,
-        sammlung->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
+    clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(platz_.anwendungsobjekt(), sammlung, platz_.wurzel(),
+        vorgang::bildordner(vorgang), vorgang.satz.key1, vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4,
+        vorgang.satz.typ1, vorgang.satz.typ2, sammlung->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
   } catch (const Abbruch& abbruch) {
     MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
   }

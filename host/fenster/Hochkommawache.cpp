@@ -30,9 +30,8 @@ std::optional<QString> einwand() {
   if (!vorn) return std::nullopt;
   if (vorn->objectName() == "frm_AnzeigeZuordnung"_L1) {
     // Of an article, its number becomes the key and its supplier, in the column of that heading, the folder.
-    const auto wert = wert_mit_Hochkomma(*vorn, u"TDBG_WeitereZuordnungen"_s, [](const QString& ueberschrift) {
-      return ueberschrift == "Artikel-Nr"_L1 || ueberschrift == "Referenz 3"_L1;
-    });
+    const auto wert = wert_mit_Hochkomma(*vorn, u"TDBG_WeitereZuordnungen"_s,
+        [](const QString& ueberschrift) { return ueberschrift == "Artikel-Nr"_L1 || ueberschrift == "Referenz 3"_L1; });
     if (wert)
       return u"„%1“ enthält ein Hochkomma; solchen Artikeln sind keine Bilder zuzuordnen. Nichts ist zugeordnet."_s.arg(
           *wert);
@@ -41,7 +40,7 @@ std::optional<QString> einwand() {
     // Deleting names the whole identity of each row. The list does not tell which rows are chosen.
     const auto wert = wert_mit_Hochkomma(*vorn, u"TDBG_Zuordnungen"_s, [](const QString& ueberschrift) {
       return ueberschrift.startsWith("Referenz "_L1) || ueberschrift.startsWith("Art "_L1) ||
-             ueberschrift == "Dateiname"_L1 || ueberschrift == "Ext"_L1;
+          ueberschrift == "Dateiname"_L1 || ueberschrift == "Ext"_L1;
     });
     if (wert)
       return u"„%1“ enthält ein Hochkomma; solange die Liste eine solche Zuordnung hat, ist keine zu löschen. Nichts "

@@ -45,16 +45,15 @@ QString zahl_der_Bilder(const QList<Vorschaubild>& bilder) {
 
 Vorgangsansicht::Vorgangsansicht(QWidget* oberhalb)
     : QWidget(oberhalb),
-      cmd_Zuordnen(
-          knopf(u"cmd_Zuordnen"_s, u"Bilder &zuordnen …"_s,
-                u"Öffnet die Bilder des Vorgangs zum Bearbeiten (Eingabetaste oder Doppelklick in der Liste)"_s)),
+      cmd_Zuordnen(knopf(u"cmd_Zuordnen"_s, u"Bilder &zuordnen …"_s,
+          u"Öffnet die Bilder des Vorgangs zum Bearbeiten (Eingabetaste oder Doppelklick in der Liste)"_s)),
       cmd_Anzeigen(knopf(u"cmd_Anzeigen"_s, u"Nur &anzeigen …"_s,
-                         u"Zeigt die Bilder des Vorgangs, ohne dass sich etwas ändern lässt"_s)),
+          u"Zeigt die Bilder des Vorgangs, ohne dass sich etwas ändern lässt"_s)),
       cmd_Exif(knopf(u"cmd_Exif"_s, u"E&xif …"_s, u"Zeigt die Eigenschaften des gewählten Bildes (Strg+E)"_s)),
       cmd_AlleZuordnungen(knopf(u"cmd_AlleZuordnungen"_s, u"A&lle Zuordnungen …"_s,
-                                u"Zeigt, welchen Vorgängen das gewählte Bild noch zugeordnet ist"_s)),
-      cmd_WeitereZuordnungen(knopf(u"cmd_WeitereZuordnungen"_s, u"&Weitere Zuordnungen …"_s,
-                                   u"Ordnet Bilder des Vorgangs auch Artikeln zu"_s)),
+          u"Zeigt, welchen Vorgängen das gewählte Bild noch zugeordnet ist"_s)),
+      cmd_WeitereZuordnungen(knopf(
+          u"cmd_WeitereZuordnungen"_s, u"&Weitere Zuordnungen …"_s, u"Ordnet Bilder des Vorgangs auch Artikeln zu"_s)),
       cmd_NochEinmal(
           knopf(u"cmd_NochEinmal"_s, u"Neu &einlesen"_s, u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s)),
       lst_Bilder(new Vorschaustreifen),

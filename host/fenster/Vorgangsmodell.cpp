@@ -127,6 +127,6 @@ bool Vorgangsfilter::filterAcceptsRow(int zeile, const QModelIndex& oberhalb) co
   if (!modell) return false;
   const Vorgang* vorgang = modell->vorgang(modell->index(zeile, 0, oberhalb));
   const QString text = vorgang::infozeile(*vorgang) + u' ' + vorgang::mehrzahl(vorgang->art);
-  return std::all_of(worte_.begin(), worte_.end(),
-                     [&](const QString& wort) { return text.contains(wort, Qt::CaseInsensitive); });
+  return std::all_of(
+      worte_.begin(), worte_.end(), [&](const QString& wort) { return text.contains(wort, Qt::CaseInsensitive); });
 }

@@ -127,8 +127,8 @@ class Vorschaustreifen::Maler final : public QStyledItemDelegate {
     maler.drawRect(kasten.adjusted(0, 0, -1, -1));
   }
 
-  static void male_Platzhalter(QPainter& maler, const QRect& kasten, const QStyleOptionViewItem& stil,
-                               const QString& text) {
+  static void male_Platzhalter(
+      QPainter& maler, const QRect& kasten, const QStyleOptionViewItem& stil, const QString& text) {
     male_Flaeche(maler, kasten, stil);
     // A sheet with a cross: the place of a picture that is not there.
     QRect blatt(0, 0, 44, 34);
@@ -142,24 +142,24 @@ class Vorschaustreifen::Maler final : public QStyledItemDelegate {
     maler.drawLine(kreuz.topRight(), kreuz.bottomLeft());
     maler.setPen(stil.palette.color(QPalette::Text));
     maler.drawText(QRect(kasten.left(), blatt.bottom() + 6, kasten.width(), stil.fontMetrics.height()),
-                   Qt::AlignHCenter | Qt::AlignTop, text);
+        Qt::AlignHCenter | Qt::AlignTop, text);
   }
 
-  static void male_Texte(QPainter& maler, const QStyleOptionViewItem& stil, const Vorschaubild& bild,
-                         const QRect& kasten, bool gewaehlt) {
+  static void male_Texte(
+      QPainter& maler, const QStyleOptionViewItem& stil, const Vorschaubild& bild, const QRect& kasten, bool gewaehlt) {
     const int hoehe = stil.fontMetrics.height();
     QRect zeile(kasten.left(), kasten.bottom() + 1 + Abstand, kasten.width(), hoehe);
     // A text of several lines becomes one.
     const QString beschreibung = bild.beschreibung.simplified();
     const QString oben = beschreibung.isEmpty() ? bild.datei : beschreibung;
     maler.setPen(stil.palette.color(gewaehlt ? QPalette::HighlightedText : QPalette::Text));
-    maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignVCenter,
-                   stil.fontMetrics.elidedText(oben, Qt::ElideRight, zeile.width()));
+    maler.drawText(
+        zeile, Qt::AlignHCenter | Qt::AlignVCenter, stil.fontMetrics.elidedText(oben, Qt::ElideRight, zeile.width()));
     if (beschreibung.isEmpty()) return;
     zeile.translate(0, hoehe);
     if (!gewaehlt) maler.setPen(stil.palette.color(QPalette::PlaceholderText));
     maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignVCenter,
-                   stil.fontMetrics.elidedText(bild.datei, Qt::ElideMiddle, zeile.width()));
+        stil.fontMetrics.elidedText(bild.datei, Qt::ElideMiddle, zeile.width()));
   }
 
   Modell& modell_;

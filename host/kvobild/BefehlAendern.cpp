@@ -36,8 +36,7 @@ void pruefe(const Aufruf& aufruf) {
 std::optional<std::int32_t> einzige_zeile(Befehlssitzung& sitzung, const namen::Bilddatei& bild) {
   const std::vector<std::int32_t> zeilen = sitzung.zeilen_von(bild);
   if (zeilen.size() > 1)
-    throw Abbruch(
-        Ausgang::Teilweise,
+    throw Abbruch(Ausgang::Teilweise,
         u"„%1“ steht in diesem Vorgang mehrmals; die Zeilen sind nicht zu unterscheiden."_s.arg(bild.datei()));
   return zeilen.empty() ? std::nullopt : std::optional(zeilen.front());
 }
@@ -75,8 +74,8 @@ void pruefe_geaenderte(Befehlssitzung& sitzung) {
     store.AktInd(i);
     if (store.Bild_Beschreibung().size() + store.Bild_Beschreibung().count(u'\'') > namen::Text_Laenge)
       throw Abbruch(Ausgang::Teilweise,
-                    u"Die Beschreibung von „%1“ würde beim Schreiben gekürzt, da ein Hochkomma doppelt zählt."_s.arg(
-                        bild.datei()));
+          u"Die Beschreibung von „%1“ würde beim Schreiben gekürzt, da ein Hochkomma doppelt zählt."_s.arg(
+              bild.datei()));
   }
 }
 
@@ -113,17 +112,12 @@ Befehl befehle::aendern() {
   optionen.append({u"beschreibung"_s, u"TEXT"_s, u"neue Beschreibung, höchstens 250 Zeichen"_s});
   optionen.append(druckangaben::optionen());
   optionen.append({u"sortierung"_s, u"PLATZ"_s,
-                   u"Platz des Bildes in der Reihenfolge; 0 ist der erste. Die anderen Bilder\n"_s
-                   u"des Vorgangs rücken nach"_s});
+      u"Platz des Bildes in der Reihenfolge; 0 ist der erste. Die anderen Bilder\n"_s
+      u"des Vorgangs rücken nach"_s});
   optionen.append(befehlszeile::verbindung_option());
-  return {u"aendern"_s,
-          u"ändert Beschreibung, Druckangaben und Reihenfolge"_s,
-          u"BILD…"_s,
-          u"Ändert die Zuordnungen der genannten Bilder (NAME.ENDUNG, wie „lesen“ sie zeigt) zu genau\n"_s
-          u"dem Vorgang, den die Angaben nennen; eine fehlende Angabe meint „-“. Was nicht genannt ist,\n"_s
-          u"bleibt, wie es ist."_s,
-          optionen,
-          1,
-          10000,
-          aendere};
+  return {u"aendern"_s, u"ändert Beschreibung, Druckangaben und Reihenfolge"_s, u"BILD…"_s,
+      u"Ändert die Zuordnungen der genannten Bilder (NAME.ENDUNG, wie „lesen“ sie zeigt) zu genau\n"_s
+      u"dem Vorgang, den die Angaben nennen; eine fehlende Angabe meint „-“. Was nicht genannt ist,\n"_s
+      u"bleibt, wie es ist."_s,
+      optionen, 1, 10000, aendere};
 }

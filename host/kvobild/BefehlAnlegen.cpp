@@ -16,9 +16,9 @@ Ausgang lege_an(const Aufruf& aufruf) {
   for (const QString& name : angelegt.spalten) ausgabe::zeile(u"Spalte ergänzt: "_s + name);
   for (const QString& name : angelegt.indexe) ausgabe::zeile(u"Index angelegt: "_s + name);
   if (angelegt.nichts())
-    ausgabe::meldung(
-        mit_Beispiel ? u"Die Tabellen Bild_Zuordnungen und BelegKopfZunft bestehen schon; sie bleiben, wie sie sind."_s
-                     : u"Die Tabelle Bild_Zuordnungen besteht schon; sie bleibt, wie sie ist."_s);
+    ausgabe::meldung(mit_Beispiel
+            ? u"Die Tabellen Bild_Zuordnungen und BelegKopfZunft bestehen schon; sie bleiben, wie sie sind."_s
+            : u"Die Tabelle Bild_Zuordnungen besteht schon; sie bleibt, wie sie ist."_s);
   return Ausgang::Erledigt;
 }
 
@@ -39,14 +39,9 @@ Ausgang mache_beispieldaten(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::anlegen() {
-  return {u"anlegen"_s,
-          u"legt die Tabelle Bild_Zuordnungen an"_s,
-          {},
-          u"Kurz für „datenbank anlegen“:\n"_s + Erklaerung,
-          {befehlszeile::verbindung_option(), beispiel_option()},
-          0,
-          0,
-          lege_an};
+  return {u"anlegen"_s, u"legt die Tabelle Bild_Zuordnungen an"_s, {},
+      u"Kurz für „datenbank anlegen“:\n"_s + Erklaerung, {befehlszeile::verbindung_option(), beispiel_option()}, 0, 0,
+      lege_an};
 }
 
 Befehl befehle::datenbank_anlegen() {
@@ -57,13 +52,8 @@ Befehl befehle::datenbank_anlegen() {
 }
 
 Befehl befehle::beispieldaten() {
-  return {u"beispieldaten"_s,
-          u"füllt einen Ordner mit den Beispielen eines Handwerksbetriebs"_s,
-          u"ORDNER"_s,
-          u"Schreibt in den Ordner, der fehlen oder leer sein muss: „betrieb.db“ (Datenbank mit Vorgängen und\n"_s
-          u"Zuordnungen), „bilder“ (Bildablage) und „eingang“ (Bilder, die noch nicht zugeordnet sind)."_s,
-          {},
-          1,
-          1,
-          mache_beispieldaten};
+  return {u"beispieldaten"_s, u"füllt einen Ordner mit den Beispielen eines Handwerksbetriebs"_s, u"ORDNER"_s,
+      u"Schreibt in den Ordner, der fehlen oder leer sein muss: „betrieb.db“ (Datenbank mit Vorgängen und\n"_s
+      u"Zuordnungen), „bilder“ (Bildablage) und „eingang“ (Bilder, die noch nicht zugeordnet sind)."_s,
+      {}, 1, 1, mache_beispieldaten};
 }

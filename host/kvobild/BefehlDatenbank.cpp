@@ -35,12 +35,8 @@ QString genannt(const QJsonObject& zeile) {
 
 void zeige(const Befund& befund, bool als_json) {
   if (als_json) {
-    ausgabe::json({{u"art"_s, u"befund"_s},
-                   {u"kennung"_s, befund.kennung},
-                   {u"text"_s, befund.text},
-                   {u"sperrt"_s, befund.sperrt},
-                   {u"anzahl"_s, befund.anzahl},
-                   {u"zeilen"_s, befund.zeilen}});
+    ausgabe::json({{u"art"_s, u"befund"_s}, {u"kennung"_s, befund.kennung}, {u"text"_s, befund.text},
+        {u"sperrt"_s, befund.sperrt}, {u"anzahl"_s, befund.anzahl}, {u"zeilen"_s, befund.zeilen}});
     return;
   }
   ausgabe::zeile(u"Befund: "_s + befund.text);
@@ -50,13 +46,10 @@ void zeige(const Befund& befund, bool als_json) {
 
 void zeige(const Gegenstelle& stelle, bool als_json) {
   if (als_json) {
-    ausgabe::json({{u"art"_s, u"verbindung"_s},
-                   {u"server"_s, stelle.server},
-                   {u"version"_s, stelle.version},
-                   {u"datenbank"_s, stelle.datenbank},
-                   {u"benutzer"_s, stelle.benutzer},
-                   {u"verschluesselt"_s, stelle.verschluesselt ? QJsonValue(*stelle.verschluesselt) : QJsonValue()},
-                   {u"verschluesselung"_s, stelle.verschluesselung}});
+    ausgabe::json({{u"art"_s, u"verbindung"_s}, {u"server"_s, stelle.server}, {u"version"_s, stelle.version},
+        {u"datenbank"_s, stelle.datenbank}, {u"benutzer"_s, stelle.benutzer},
+        {u"verschluesselt"_s, stelle.verschluesselt ? QJsonValue(*stelle.verschluesselt) : QJsonValue()},
+        {u"verschluesselung"_s, stelle.verschluesselung}});
     return;
   }
   zeile(u"Erreicht"_s, stelle.server);
@@ -78,20 +71,17 @@ void zeige(const Tabellenlage& lage, bool als_json) {
     const QString& tabelle = lage.tabellen.at(i);
     const auto noetig = schema::spalten(tabelle).size();
     if (als_json)
-      ausgabe::json({{u"art"_s, u"tabelle"_s},
-                     {u"tabelle"_s, tabelle},
-                     {u"spalten"_s, lage.spalten.at(i)},
-                     {u"noetig"_s, static_cast<qint64>(noetig)}});
+      ausgabe::json({{u"art"_s, u"tabelle"_s}, {u"tabelle"_s, tabelle}, {u"spalten"_s, lage.spalten.at(i)},
+          {u"noetig"_s, static_cast<qint64>(noetig)}});
     else
-      zeile(tabelle, u"%1 von %2 Spalten; %3"_s.arg(QString::number(lage.spalten.at(i)), QString::number(noetig),
-                                                    rechte_an(lage, tabelle)));
+      zeile(tabelle,
+          u"%1 von %2 Spalten; %3"_s.arg(
+              QString::number(lage.spalten.at(i)), QString::number(noetig), rechte_an(lage, tabelle)));
   }
   if (!als_json) return;
   for (const Recht& recht : lage.rechte)
-    ausgabe::json({{u"art"_s, u"recht"_s},
-                   {u"anweisung"_s, recht.anweisung},
-                   {u"tabelle"_s, recht.tabelle},
-                   {u"reicht"_s, recht.reicht}});
+    ausgabe::json({{u"art"_s, u"recht"_s}, {u"anweisung"_s, recht.anweisung}, {u"tabelle"_s, recht.tabelle},
+        {u"reicht"_s, recht.reicht}});
 }
 
 /// A root without anything in it is a share that is not mounted; every picture would be missing.
@@ -134,18 +124,13 @@ Ausgang pruefe(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::datenbank_pruefen() {
-  return {u"datenbank pruefen"_s,
-          u"sagt, ob Datenbank, Tabellen, Rechte und Zeilen in Ordnung sind"_s,
-          {},
-          u"Nennt, was erreicht ist (Server oder Datei, Version, Datenbank, Benutzer, Verschlüsselung), prüft die\n"_s
-          u"Tabellen Bild_Zuordnungen und BelegKopfZunft mit allen Spalten, versucht die Anweisungen des Systems,\n"_s
-          u"ohne eine Spur zu hinterlassen, und sucht Zeilen mit leerem Teil des Schlüssels, mehrfache Zeilen und\n"_s
-          u"(mit --bilder) Zeilen, deren Bild fehlt. Jeder Befund nennt die ersten 20 Zeilen. Ausgang 1: es gibt\n"_s
-          u"Befunde; 3: die Datenbank ist nicht zu erreichen, oder eine Tabelle, eine Spalte oder ein Recht fehlt;\n"_s
-          u"4: die Bildablage fehlt oder ist leer. Mit --json steht je Zeile ein Objekt mit „art“: verbindung,\n"_s
-          u"tabelle, recht, zeilen, befund; ein Befund hat „kennung“, „text“, „sperrt“, „anzahl“ und „zeilen“."_s,
-          {befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()},
-          0,
-          0,
-          pruefe};
+  return {u"datenbank pruefen"_s, u"sagt, ob Datenbank, Tabellen, Rechte und Zeilen in Ordnung sind"_s, {},
+      u"Nennt, was erreicht ist (Server oder Datei, Version, Datenbank, Benutzer, Verschlüsselung), prüft die\n"_s
+      u"Tabellen Bild_Zuordnungen und BelegKopfZunft mit allen Spalten, versucht die Anweisungen des Systems,\n"_s
+      u"ohne eine Spur zu hinterlassen, und sucht Zeilen mit leerem Teil des Schlüssels, mehrfache Zeilen und\n"_s
+      u"(mit --bilder) Zeilen, deren Bild fehlt. Jeder Befund nennt die ersten 20 Zeilen. Ausgang 1: es gibt\n"_s
+      u"Befunde; 3: die Datenbank ist nicht zu erreichen, oder eine Tabelle, eine Spalte oder ein Recht fehlt;\n"_s
+      u"4: die Bildablage fehlt oder ist leer. Mit --json steht je Zeile ein Objekt mit „art“: verbindung,\n"_s
+      u"tabelle, recht, zeilen, befund; ein Befund hat „kennung“, „text“, „sperrt“, „anzahl“ und „zeilen“."_s,
+      {befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()}, 0, 0, pruefe};
 }

@@ -15,8 +15,8 @@ std::int32_t transformation(const Aufruf& aufruf) {
   const QString um = aufruf.noetig(u"um"_s);
   const auto art = arten.constFind(um);
   if (art != arten.constEnd()) return *art;
-  throw Abbruch(Ausgang::Aufruf,
-                u"„--um“ ist „90“, „180“, „270“, „waagerecht“ oder „senkrecht“, nicht „%1“."_s.arg(um));
+  throw Abbruch(
+      Ausgang::Aufruf, u"„--um“ ist „90“, „180“, „270“, „waagerecht“ oder „senkrecht“, nicht „%1“."_s.arg(um));
 }
 
 /// Words for a status of the picture operations. Which of the two files it is about shows in the words.
@@ -47,25 +47,20 @@ Ausgang drehe(const Aufruf& aufruf) {
     throw Abbruch(Ausgang::Datei, u"„%1“ ist ein Ordner; das Ziel ist eine Datei."_s.arg(aufruf.argumente().at(1)));
   if (const std::int32_t status = bilddrehung::drehe(quelle, ziel, art); status != 0)
     throw Abbruch(Ausgang::Datei,
-                  u"„%1“ ist nicht nach „%2“ zu drehen: %3 (Status %4)"_s.arg(
-                      aufruf.argumente().at(0), aufruf.argumente().at(1), worte(status), QString::number(status)));
+        u"„%1“ ist nicht nach „%2“ zu drehen: %3 (Status %4)"_s.arg(
+            aufruf.argumente().at(0), aufruf.argumente().at(1), worte(status), QString::number(status)));
   return Ausgang::Erledigt;
 }
 
 }  // namespace
 
 Befehl befehle::drehen() {
-  return {
-      u"drehen"_s,
-      u"dreht oder spiegelt ein Bild in eine zweite Datei"_s,
-      u"QUELLE ZIEL"_s,
+  return {u"drehen"_s, u"dreht oder spiegelt ein Bild in eine zweite Datei"_s, u"QUELLE ZIEL"_s,
       u"Dreht das Bild im Uhrzeigersinn oder spiegelt es und schreibt es als JPEG; QUELLE bleibt, wie sie ist.\n"_s
       u"Ein JPEG, dessen Größe es zulässt, verliert dabei nichts; sonst werden die Bildpunkte mit den eigenen\n"_s
       u"Tabellen des Bildes neu kodiert. Exif und alle anderen Angaben bleiben, wie sie sind. ZIEL wird ersetzt,\n"_s
       u"aber erst, wenn das Ergebnis vollständig auf dem Datenträger ist."_s,
       {{u"um"_s, u"ART"_s,
-        u"90, 180 oder 270 Grad; waagerecht (links und rechts) oder\nsenkrecht (oben und unten) spiegeln"_s}},
-      2,
-      2,
-      drehe};
+          u"90, 180 oder 270 Grad; waagerecht (links und rechts) oder\nsenkrecht (oben und unten) spiegeln"_s}},
+      2, 2, drehe};
 }

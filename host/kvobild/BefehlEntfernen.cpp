@@ -62,14 +62,9 @@ Befehl befehle::entfernen() {
   QList<Option> optionen = befehlszeile::datensatz_optionen();
   optionen.append({u"alle"_s, {}, u"alle Bilder des Vorgangs"_s});
   optionen.append(befehlszeile::verbindung_option());
-  return {u"entfernen"_s,
-          u"nimmt Zuordnungen zurück"_s,
-          u"[BILD…]"_s,
-          u"Nimmt die Zuordnung der genannten Bilder (NAME.ENDUNG) zu genau dem Vorgang zurück, den die\n"_s
-          u"Angaben nennen; eine fehlende Angabe meint „-“. Die Dateien bleiben in der Ablage, denn auch\n"_s
-          u"andere Vorgänge können auf sie zeigen."_s,
-          optionen,
-          0,
-          10000,
-          entferne};
+  return {u"entfernen"_s, u"nimmt Zuordnungen zurück"_s, u"[BILD…]"_s,
+      u"Nimmt die Zuordnung der genannten Bilder (NAME.ENDUNG) zu genau dem Vorgang zurück, den die\n"_s
+      u"Angaben nennen; eine fehlende Angabe meint „-“. Die Dateien bleiben in der Ablage, denn auch\n"_s
+      u"andere Vorgänge können auf sie zeigen."_s,
+      optionen, 0, 10000, entferne};
 }

@@ -64,27 +64,20 @@ QJsonValue tabelle_als_json(const Befund& befund) {
   const XArrayDBObject& tabelle = *befund.tabelle;
   QJsonArray zeilen;
   for (std::int32_t i = 0; i <= tabelle.UpperBound(XArrayDBObject::Dimension::Zeilen); ++i)
-    zeilen.append(QJsonObject{{u"zeile"_s, i},
-                              {u"zeigen"_s, als_json(zelle(tabelle, i, Spalte::Zeigen))},
-                              {u"tag"_s, als_json(zelle(tabelle, i, Spalte::Tag))},
-                              {u"name"_s, als_json(zelle(tabelle, i, Spalte::Name))},
-                              {u"beschriftung"_s, als_json(zelle(tabelle, i, Spalte::Beschriftung))},
-                              {u"wert"_s, als_json(zelle(tabelle, i, Spalte::Wert))}});
+    zeilen.append(QJsonObject{{u"zeile"_s, i}, {u"zeigen"_s, als_json(zelle(tabelle, i, Spalte::Zeigen))},
+        {u"tag"_s, als_json(zelle(tabelle, i, Spalte::Tag))}, {u"name"_s, als_json(zelle(tabelle, i, Spalte::Name))},
+        {u"beschriftung"_s, als_json(zelle(tabelle, i, Spalte::Beschriftung))},
+        {u"wert"_s, als_json(zelle(tabelle, i, Spalte::Wert))}});
   return zeilen;
 }
 
 void zeige_json(const QString& datei, const Befund& befund) {
   QJsonArray liste;
   for (const Exif_Entry& e : befund.liste)
-    liste.append(QJsonObject{{u"tag"_s, e.Tag_Id},
-                             {u"format"_s, e.Format_Code},
-                             {u"anzahl"_s, e.Item_Count},
-                             {u"wert"_s, als_json(e.Value)}});
-  ausgabe::json({{u"datei"_s, datei},
-                 {u"load"_s, befund.load},
-                 {u"eintraege"_s, befund.eintraege},
-                 {u"liste"_s, liste},
-                 {u"tabelle"_s, tabelle_als_json(befund)}});
+    liste.append(QJsonObject{{u"tag"_s, e.Tag_Id}, {u"format"_s, e.Format_Code}, {u"anzahl"_s, e.Item_Count},
+        {u"wert"_s, als_json(e.Value)}});
+  ausgabe::json({{u"datei"_s, datei}, {u"load"_s, befund.load}, {u"eintraege"_s, befund.eintraege}, {u"liste"_s, liste},
+      {u"tabelle"_s, tabelle_als_json(befund)}});
 }
 
 /// The rows that have a value.
@@ -97,8 +90,8 @@ void zeige_tabelle(const XArrayDBObject& tabelle) {
     ausgabe::zeile(u"  %1  %2  %3  "_s.arg(i, 3)
                        .arg(zeigen ? u"zeigen"_s : u"-     "_s)
                        .arg(CStr(zelle(tabelle, i, Spalte::Tag)), 5) +
-                   CStr(zelle(tabelle, i, Spalte::Name)).leftJustified(28) +
-                   CStr(zelle(tabelle, i, Spalte::Beschriftung)).leftJustified(28) + als_text(wert));
+        CStr(zelle(tabelle, i, Spalte::Name)).leftJustified(28) +
+        CStr(zelle(tabelle, i, Spalte::Beschriftung)).leftJustified(28) + als_text(wert));
   }
 }
 
@@ -107,7 +100,7 @@ void zeige(const QString& datei, const Befund& befund) {
   ausgabe::zeile(datei + (befund.load.toBool() ? u": %1 Einträge"_s.arg(befund.liste.size()) : u": kein Exif"_s));
   for (const Exif_Entry& e : befund.liste)
     ausgabe::zeile(u"  %1  Format %2  Anzahl %3  "_s.arg(e.Tag_Id, 5).arg(e.Format_Code, 2).arg(e.Item_Count, 6) +
-                   als_text(e.Value));
+        als_text(e.Value));
   if (befund.tabelle) zeige_tabelle(*befund.tabelle);
 }
 
@@ -130,10 +123,7 @@ Ausgang zeige_alle(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::exif() {
-  return {
-      u"exif"_s,
-      u"zeigt die Exif-Angaben von Bilddateien"_s,
-      u"DATEI…"_s,
+  return {u"exif"_s, u"zeigt die Exif-Angaben von Bilddateien"_s, u"DATEI…"_s,
       u"Liest den Exif-Block jeder Datei und zeigt seine Einträge in der Reihenfolge des Lesens, danach die\n"_s
       u"Zeilen der Eigenschaftentabelle, die einen Wert haben: Zeile, ob die Eigenschaften sie zeigen, Tag,\n"_s
       u"Name, Beschriftung, Wert. Mit --json steht je Datei eine Zeile: „datei“; „load“ (true, false oder\n"_s
@@ -141,8 +131,5 @@ Befehl befehle::exif() {
       u"„anzahl“ und „wert“ (null, Zahl oder Text) je Eintrag; „tabelle“ (null, wo es keine gibt) mit „zeile“,\n"_s
       u"„zeigen“ (true oder \"\"), „tag“, „name“, „beschriftung“ und „wert“ für alle Zeilen von 0 bis 150; hinter\n"_s
       u"111 stehen keine Tags mehr. Eine Datei ohne Exif ist kein Fehler."_s,
-      {befehlszeile::json_option()},
-      1,
-      1000000,
-      zeige_alle};
+      {befehlszeile::json_option()}, 1, 1000000, zeige_alle};
 }

@@ -33,28 +33,18 @@ Ablage ablage_von(Befehlssitzung& sitzung, const QString& wurzel) {
 }
 
 QJsonObject als_json(const clsBildZuordnungen& store, std::int64_t sortindex) {
-  return {{u"key1"_s, store.Bild_Key1()},
-          {u"key2"_s, store.Bild_Key2()},
-          {u"key3"_s, store.Bild_Key3()},
-          {u"key4"_s, store.Bild_Key4()},
-          {u"typ1"_s, store.Bild_Typ1()},
-          {u"typ2"_s, store.Bild_Typ2()},
-          {u"bildname"_s, store.Bild_Bildname()},
-          {u"bildext"_s, store.Bild_BildExt()},
-          {u"bildpfad"_s, store.Bild_Pfad()},
-          {u"beschreibung"_s, store.Bild_Beschreibung()},
-          {u"drucken"_s, store.Bild_Drucken()},
-          {u"neue_seite"_s, store.Bild_NeueSeite()},
-          {u"anhang"_s, store.Bild_AlsAnhang()},
-          {u"ganze_seite"_s, store.Bild_DruckGesamteSeite()},
-          {u"grafik_ursprung"_s, store.Bild_Grafik_Ursprung()},
-          {u"grafikanbnr"_s, store.Bild_GrafikAnbNr()},
-          {u"sortindex"_s, static_cast<qint64>(sortindex)}};
+  return {{u"key1"_s, store.Bild_Key1()}, {u"key2"_s, store.Bild_Key2()}, {u"key3"_s, store.Bild_Key3()},
+      {u"key4"_s, store.Bild_Key4()}, {u"typ1"_s, store.Bild_Typ1()}, {u"typ2"_s, store.Bild_Typ2()},
+      {u"bildname"_s, store.Bild_Bildname()}, {u"bildext"_s, store.Bild_BildExt()}, {u"bildpfad"_s, store.Bild_Pfad()},
+      {u"beschreibung"_s, store.Bild_Beschreibung()}, {u"drucken"_s, store.Bild_Drucken()},
+      {u"neue_seite"_s, store.Bild_NeueSeite()}, {u"anhang"_s, store.Bild_AlsAnhang()},
+      {u"ganze_seite"_s, store.Bild_DruckGesamteSeite()}, {u"grafik_ursprung"_s, store.Bild_Grafik_Ursprung()},
+      {u"grafikanbnr"_s, store.Bild_GrafikAnbNr()}, {u"sortindex"_s, static_cast<qint64>(sortindex)}};
 }
 
 QString vorgang(const clsBildZuordnungen& store) {
-  QStringList teile{store.Bild_Typ1(), store.Bild_Typ2(), store.Bild_Key1(),
-                    store.Bild_Key2(), store.Bild_Key3(), store.Bild_Key4()};
+  QStringList teile{
+      store.Bild_Typ1(), store.Bild_Typ2(), store.Bild_Key1(), store.Bild_Key2(), store.Bild_Key3(), store.Bild_Key4()};
   teile.removeAll(u"-"_s);
   teile.removeAll(QString());
   return teile.join(u' ');
@@ -90,11 +80,11 @@ void zeige_json(Befehlssitzung& sitzung, std::int32_t zeile, const std::optional
 
 void zeige(Befehlssitzung& sitzung, std::int32_t zeile, const std::optional<QString>& wurzel) {
   const clsBildZuordnungen& store = sitzung.store();
-  ausgabe::zeile(u"%1  "_s.arg(sitzung.sortindex(zeile), 4) +
-                 im_ordner(store.Bild_Pfad(), sitzung.aktuelles_bild().datei()));
+  ausgabe::zeile(
+      u"%1  "_s.arg(sitzung.sortindex(zeile), 4) + im_ordner(store.Bild_Pfad(), sitzung.aktuelles_bild().datei()));
   const QString druck = druckangaben::text(store);
   ausgabe::zeile(u"      "_s + (druck.isEmpty() ? u"kein Druck"_s : druck) +
-                 (store.Bild_Beschreibung().isEmpty() ? QString() : u"; "_s + store.Bild_Beschreibung()));
+      (store.Bild_Beschreibung().isEmpty() ? QString() : u"; "_s + store.Bild_Beschreibung()));
   if (!wurzel) return;
   const Ablage ablage = ablage_von(sitzung, *wurzel);
   if (!ablage.bild) ausgabe::zeile(u"      Die Bilddatei fehlt in der Ablage."_s);
@@ -128,16 +118,11 @@ Ausgang lies(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::lesen() {
-  return {
-      u"lesen"_s,
-      u"zeigt die Zuordnungen eines Vorgangs"_s,
-      {},
+  return {u"lesen"_s, u"zeigt die Zuordnungen eines Vorgangs"_s, {},
       u"Zeigt die Zuordnungen in ihrer Reihenfolge. Die Angaben zum Vorgang engen die Liste ein;\n"_s
       u"ohne jede Angabe ist es die ganze Tabelle, ein leerer Wert meint „-“. Mit --bilder steht\n"_s
       u"dabei, ob die Datei in der Ablage liegt und was in ihrer Textdatei steht."_s,
       befehlszeile::datensatz_optionen() +
           QList<Option>{befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()},
-      0,
-      0,
-      lies};
+      0, 0, lies};
 }

@@ -19,8 +19,8 @@ int seite(const Aufruf& aufruf, const QString& option) {
   const QString angabe = aufruf.noetig(option);
   const int punkte = angabe.toInt(&zahl);
   if (zahl && punkte >= 1 && punkte <= Groesste_Seite) return punkte;
-  throw Abbruch(Ausgang::Aufruf, u"„--%1“ ist eine Zahl von 1 bis %2, nicht „%3“."_s.arg(
-                                     option, QString::number(Groesste_Seite), angabe));
+  throw Abbruch(Ausgang::Aufruf,
+      u"„--%1“ ist eine Zahl von 1 bis %2, nicht „%3“."_s.arg(option, QString::number(Groesste_Seite), angabe));
 }
 
 QByteArray als_Png(const QImage& blatt) {
@@ -54,17 +54,12 @@ Ausgang zeichne(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::thumbnail() {
-  return {
-      u"thumbnail"_s,
-      u"zeichnet eine Datei als Vorschaubild"_s,
-      u"QUELLE ZIEL.png"_s,
+  return {u"thumbnail"_s, u"zeichnet eine Datei als Vorschaubild"_s, u"QUELLE ZIEL.png"_s,
       u"Zeichnet QUELLE auf ein weißes Blatt, wie es die Liste der Bildsuche tut: Ein größeres Bild wird ohne\n"_s
       u"Rücksicht auf sein Seitenverhältnis auf das Blatt gestreckt, ein kleineres steht in seiner Größe in der\n"_s
       u"Mitte; ein unlesbares hat ein Ersatzbild, eine Datei anderer Art das Symbol ihrer Endung. Die Liste nimmt\n"_s
       u"100 mal 100 Punkte. Das Blatt selbst ist nach rechts und unten um einen Punkt größer. ZIEL wird ersetzt."_s,
       {{u"breite"_s, u"N"_s, u"Breite in Punkten, 1 bis %1"_s.arg(Groesste_Seite)},
-       {u"hoehe"_s, u"N"_s, u"Höhe in Punkten, 1 bis %1"_s.arg(Groesste_Seite)}},
-      2,
-      2,
-      zeichne};
+          {u"hoehe"_s, u"N"_s, u"Höhe in Punkten, 1 bis %1"_s.arg(Groesste_Seite)}},
+      2, 2, zeichne};
 }

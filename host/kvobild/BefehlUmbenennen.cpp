@@ -28,7 +28,7 @@ namen::Bilddatei neuer_name(const QString& angabe, const namen::Bilddatei& alt) 
   if (name.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Der neue Name ist leer."_s);
   if (name.size() > namen::Name_Laenge)
     throw Abbruch(Ausgang::Aufruf,
-                  u"Der neue Name „%1“ ist länger als %2 Zeichen."_s.arg(name, QString::number(namen::Name_Laenge)));
+        u"Der neue Name „%1“ ist länger als %2 Zeichen."_s.arg(name, QString::number(namen::Name_Laenge)));
   if (name == alt.name) throw Abbruch(Ausgang::Aufruf, u"Das Bild heißt schon „%1“."_s.arg(alt.datei()));
   return {name, alt.ext};
 }
@@ -50,7 +50,7 @@ void pruefe_zeilen(Befehlssitzung& sitzung, const Vorhaben& u) {
   const bool nur_schreibung = u.alt.gleich(u.neu);
   if (!nur_schreibung && sitzung.lies(u.pfad, u.neu))
     throw Abbruch(Ausgang::Datei,
-                  u"Auf „%1“ zeigen schon Zuordnungen, obwohl die Datei fehlt."_s.arg(u.ordner() + u.neu.datei()));
+        u"Auf „%1“ zeigen schon Zuordnungen, obwohl die Datei fehlt."_s.arg(u.ordner() + u.neu.datei()));
   if (!sitzung.lies(u.pfad, u.alt))
     throw Abbruch(Ausgang::Teilweise, u"Auf „%1“ im Ordner „%2“ zeigt keine Zuordnung."_s.arg(u.alt.datei(), u.pfad));
   if (nur_schreibung) return;
@@ -62,9 +62,9 @@ void pruefe_zeilen(Befehlssitzung& sitzung, const Vorhaben& u) {
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
     if (store.FKT_BilderVorhanden(store.Bild_Key1(), store.Bild_Key2(), store.Bild_Key3(), store.Bild_Key4(),
-                                  u.neu.name, u.neu.ext, store.Bild_Typ1(), store.Bild_Typ2(), {}))
+            u.neu.name, u.neu.ext, store.Bild_Typ1(), store.Bild_Typ2(), {}))
       throw Abbruch(Ausgang::Datei,
-                    u"Ein betroffener Vorgang hat schon ein Bild „%1“ aus einem anderen Ordner."_s.arg(u.neu.datei()));
+          u"Ein betroffener Vorgang hat schon ein Bild „%1“ aus einem anderen Ordner."_s.arg(u.neu.datei()));
   }
 }
 
@@ -132,9 +132,9 @@ Ausgang benenne_um(const Aufruf& aufruf) {
     if (!datei_neu) throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ ist nicht umzubenennen."_s.arg(u.alt.datei()));
     if (!zeilen_neu)
       throw Abbruch(Ausgang::Datenbank,
-                    u"„%1“ ist nicht umbenannt: Die Tabelle nahm den neuen Namen nicht an."_s.arg(u.alt.datei()));
-    throw Abbruch(Ausgang::Datei,
-                  u"„%1“ ist nicht umbenannt: Die Textdatei ließ sich nicht umbenennen."_s.arg(u.alt.datei()));
+          u"„%1“ ist nicht umbenannt: Die Tabelle nahm den neuen Namen nicht an."_s.arg(u.alt.datei()));
+    throw Abbruch(
+        Ausgang::Datei, u"„%1“ ist nicht umbenannt: Die Textdatei ließ sich nicht umbenennen."_s.arg(u.alt.datei()));
   }
   ausgabe::zeile(u.neu.datei());
   return Ausgang::Erledigt;
@@ -143,16 +143,12 @@ Ausgang benenne_um(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::umbenennen() {
-  return {u"umbenennen"_s,
-          u"benennt ein Bild der Ablage um, mit Textdatei und allen Zuordnungen"_s,
-          u"BILD NEUER_NAME"_s,
-          u"Benennt die Bilddatei (NAME.ENDUNG) um, ihre Textdatei ebenso, und ändert alle Zuordnungen, die\n"_s
-          u"auf sie zeigen, gleich zu welchem Vorgang sie gehören. Die Endung bleibt. Ein Name, den es in\n"_s
-          u"dem Ordner schon gibt, wird abgelehnt."_s,
-          {{u"ordner"_s, u"PFAD"_s, u"Ordner des Bildes unter der Bildablage, wie „lesen“ ihn zeigt"_s},
-           befehlszeile::bilder_option(),
-           befehlszeile::verbindung_option()},
-          2,
-          2,
-          benenne_um};
+  return {u"umbenennen"_s, u"benennt ein Bild der Ablage um, mit Textdatei und allen Zuordnungen"_s,
+      u"BILD NEUER_NAME"_s,
+      u"Benennt die Bilddatei (NAME.ENDUNG) um, ihre Textdatei ebenso, und ändert alle Zuordnungen, die\n"_s
+      u"auf sie zeigen, gleich zu welchem Vorgang sie gehören. Die Endung bleibt. Ein Name, den es in\n"_s
+      u"dem Ordner schon gibt, wird abgelehnt."_s,
+      {{u"ordner"_s, u"PFAD"_s, u"Ordner des Bildes unter der Bildablage, wie „lesen“ ihn zeigt"_s},
+          befehlszeile::bilder_option(), befehlszeile::verbindung_option()},
+      2, 2, benenne_um};
 }

@@ -34,15 +34,15 @@ Vorhaben pruefe_quelle(const QString& angabe) {
 /// The picture's name with the stamp behind it. A name that is taken, by a file, a row or an earlier picture of this
 /// call, gets a number: two pictures of one name in one second stay two.
 namen::Bilddatei freier_name(const namen::Bilddatei& alt, const QString& stempel, const QString& ordner,
-                             Befehlssitzung& sitzung, const std::vector<Vorhaben>& bisher) {
+    Befehlssitzung& sitzung, const std::vector<Vorhaben>& bisher) {
   const FileSystemObject dateien;
   for (int nummer = 1;; ++nummer) {
     const namen::Bilddatei neu{text::Trim(namen::gestempelt(alt.name, stempel, nummer)), alt.ext};
     const bool vergeben = dateien.FileExists(ordner + u'\\' + neu.datei()) ||
-                          dateien.FileExists(ordner + u'\\' + neu.textdatei()) || !sitzung.zeilen_von(neu).empty() ||
-                          std::any_of(bisher.begin(), bisher.end(), [&](const Vorhaben& v) {
-                            return v.neu.gleich(neu) || text::UCase(v.neu.textdatei()) == text::UCase(neu.textdatei());
-                          });
+        dateien.FileExists(ordner + u'\\' + neu.textdatei()) || !sitzung.zeilen_von(neu).empty() ||
+        std::any_of(bisher.begin(), bisher.end(), [&](const Vorhaben& v) {
+          return v.neu.gleich(neu) || text::UCase(v.neu.textdatei()) == text::UCase(neu.textdatei());
+        });
     if (!vergeben) return neu;
   }
 }
@@ -82,13 +82,13 @@ std::int64_t naechster_platz(Befehlssitzung& sitzung) {
 }
 
 void trage_ein(const Aufruf& aufruf, const Datensatz& satz, const QString& pfad, const std::vector<Vorhaben>& plan,
-               Befehlssitzung& sitzung) {
+    Befehlssitzung& sitzung) {
   clsBildZuordnungen& store = sitzung.store();
   std::int64_t platz = naechster_platz(sitzung);
   if (platz + static_cast<std::int64_t>(plan.size()) > std::numeric_limits<std::int16_t>::max())
     throw Abbruch(Ausgang::Datenbank,
-                  u"Die Reihenfolge des Vorgangs reicht nicht weiter; „aendern --sortierung“ "_s
-                  u"zählt sie neu."_s);
+        u"Die Reihenfolge des Vorgangs reicht nicht weiter; „aendern --sortierung“ "_s
+        u"zählt sie neu."_s);
   for (const Vorhaben& v : plan) {
     if (!store.FKT_NeuesBild(satz.key1, satz.key2, satz.key3, satz.key4, v.neu.name, v.neu.ext, satz.typ1, satz.typ2))
       throw Abbruch(Ausgang::Datenbank, u"„%1“ ist nicht zuzuordnen."_s.arg(v.alt.datei()));
@@ -103,7 +103,7 @@ void trage_ein(const Aufruf& aufruf, const Datensatz& satz, const QString& pfad,
 const Zuordnungsweg::Bild& bild_von(const Vorhaben& v, const Zuordnungsweg::Ergebnis& ergebnis) {
   static const Zuordnungsweg::Bild Keines{{}, Zuordnungsweg::Verbleib::Nicht_geschrieben, {}};
   const auto bild = std::find_if(ergebnis.bilder.begin(), ergebnis.bilder.end(),
-                                 [&](const Zuordnungsweg::Bild& b) { return b.name == v.neu.datei(); });
+      [&](const Zuordnungsweg::Bild& b) { return b.name == v.neu.datei(); });
   return bild == ergebnis.bilder.end() ? Keines : *bild;
 }
 
@@ -156,15 +156,10 @@ Befehl befehle::zuordnen() {
   optionen.append({u"beschreibung"_s, u"TEXT"_s, u"Beschreibung, höchstens 250 Zeichen"_s});
   optionen.append(druckangaben::optionen());
   optionen.append({befehlszeile::bilder_option(), befehlszeile::verbindung_option()});
-  return {u"zuordnen"_s,
-          u"kopiert Bilder in die Ablage und ordnet sie einem Vorgang zu"_s,
-          u"BILD…"_s,
-          u"Kopiert die Bilddateien unter einem Namen mit Zeitstempel (NAMEyyyyMMdd_HHmmss) in den Ordner\n"_s
-          u"des Vorgangs, mit der Textdatei, die daneben liegt (aus „foto.jpg“ wird „fotojpg.txt“), und\n"_s
-          u"ordnet sie dem Vorgang zu; sie stehen hinter dem letzten Bild. Die Quelle bleibt. Nichts wird\n"_s
-          u"überschrieben. Die neuen Dateinamen stehen auf der Standardausgabe, einer je Zeile."_s,
-          optionen,
-          1,
-          10000,
-          ordne_zu};
+  return {u"zuordnen"_s, u"kopiert Bilder in die Ablage und ordnet sie einem Vorgang zu"_s, u"BILD…"_s,
+      u"Kopiert die Bilddateien unter einem Namen mit Zeitstempel (NAMEyyyyMMdd_HHmmss) in den Ordner\n"_s
+      u"des Vorgangs, mit der Textdatei, die daneben liegt (aus „foto.jpg“ wird „fotojpg.txt“), und\n"_s
+      u"ordnet sie dem Vorgang zu; sie stehen hinter dem letzten Bild. Die Quelle bleibt. Nichts wird\n"_s
+      u"überschrieben. Die neuen Dateinamen stehen auf der Standardausgabe, einer je Zeile."_s,
+      optionen, 1, 10000, ordne_zu};
 }

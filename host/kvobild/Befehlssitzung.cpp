@@ -40,8 +40,8 @@ QString verbindungszeichenfolge(const Aufruf& aufruf) {
 
 std::shared_ptr<adodb::Connection> oeffne_vorhandene(const QString& verbindung) {
   if (const auto datei = datenbankdatei(verbindung); datei && !FileSystemObject().FileExists(*datei))
-    throw Abbruch(Ausgang::Datenbank, u"Die Datenbank „%1“ gibt es nicht; „kvobild anlegen“ legt sie an."_s.arg(
-                                          anmeldung::ohne_Geheimnis(*datei)));
+    throw Abbruch(Ausgang::Datenbank,
+        u"Die Datenbank „%1“ gibt es nicht; „kvobild anlegen“ legt sie an."_s.arg(anmeldung::ohne_Geheimnis(*datei)));
   return oeffne(verbindung);
 }
 
@@ -49,7 +49,7 @@ std::shared_ptr<adodb::Connection> oeffne_vorhandene(const QString& verbindung) 
 class Befehlssitzung::Core final : public KVOCore {
  public:
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
-                    bool mitMeldung) override {
+      bool mitMeldung) override {
     ++anzahl;
     if (mitMeldung)
       ausgabe::meldung(u"Fehler %1 in %2.%3: %4"_s.arg(QString::number(nummer), modul, prozedur, beschreibung));
@@ -96,11 +96,11 @@ bool Befehlssitzung::lies(const QString& pfad, const namen::Bilddatei& bild) {
 bool Befehlssitzung::lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad) {
   const std::int32_t vorher = berichte();
   const QString frei = pfad.isEmpty() ? QString() : u"BildPfad = '%1'"_s.arg(pfad);
-  const bool gefunden = store_->FKT_LeseBilder(satz.key1, satz.key2, satz.key3, satz.key4, bild.name, bild.ext,
-                                               satz.typ1, satz.typ2, frei);
+  const bool gefunden = store_->FKT_LeseBilder(
+      satz.key1, satz.key2, satz.key3, satz.key4, bild.name, bild.ext, satz.typ1, satz.typ2, frei);
   if (berichte() != vorher)
     throw Abbruch(Ausgang::Datenbank,
-                  u"Die Zuordnungen sind nicht zu lesen. Fehlt die Tabelle, legt „kvobild anlegen“ sie an."_s);
+        u"Die Zuordnungen sind nicht zu lesen. Fehlt die Tabelle, legt „kvobild anlegen“ sie an."_s);
   sortindex_ = Zuordnungsweg::uebernimm_Reihenfolge(*store_);
   return gefunden;
 }

@@ -43,7 +43,7 @@ void drucke_hilfe(const QList<Befehl>& befehle) {
 void drucke_hilfe(const Befehl& befehl) {
   const QString argumente = befehl.argumente.isEmpty() ? QString() : u' ' + befehl.argumente;
   ausgabe::zeile(u"Aufruf: kvobild "_s + befehl.name + u" [Optionen]"_s + argumente + u"\n\n"_s + befehl.erklaerung +
-                 u"\n\nOptionen:"_s);
+      u"\n\nOptionen:"_s);
   drucke_optionen(befehl.optionen + QList<Option>{{u"hilfe"_s, {}, u"diese Hilfe"_s}});
   ausgabe::zeile(u'\n' + Ausgangstext);
 }
@@ -133,17 +133,17 @@ namespace befehlszeile {
 
 QList<Option> datensatz_optionen() {
   return {{u"key1"_s, u"TEXT"_s, u"erste Referenz des Vorgangs (Belegart, Artikelnummer, …)"_s},
-          {u"key2"_s, u"TEXT"_s, u"zweite Referenz (Belegnummer, …)"_s},
-          {u"key3"_s, u"TEXT"_s, u"dritte Referenz (Nummer des Montageauftrags, …)"_s},
-          {u"key4"_s, u"TEXT"_s, u"vierte Referenz"_s},
-          {u"typ1"_s, u"TEXT"_s, u"Art des Vorgangs: BEL Beleg, MON Montageauftrag, ART Artikel, ANL Anlage"_s},
-          {u"typ2"_s, u"TEXT"_s, u"zweite Art, frei"_s}};
+      {u"key2"_s, u"TEXT"_s, u"zweite Referenz (Belegnummer, …)"_s},
+      {u"key3"_s, u"TEXT"_s, u"dritte Referenz (Nummer des Montageauftrags, …)"_s},
+      {u"key4"_s, u"TEXT"_s, u"vierte Referenz"_s},
+      {u"typ1"_s, u"TEXT"_s, u"Art des Vorgangs: BEL Beleg, MON Montageauftrag, ART Artikel, ANL Anlage"_s},
+      {u"typ2"_s, u"TEXT"_s, u"zweite Art, frei"_s}};
 }
 
 Option verbindung_option() {
   return {u"verbindung"_s, u"DATENBANK"_s,
-          u"die Datenbank, etwa \"Provider=SQLite;Data Source=/pfad/bilder.db\";\n"_s
-          u"ein bloßer Dateiname meint eine SQLite-Datei"_s};
+      u"die Datenbank, etwa \"Provider=SQLite;Data Source=/pfad/bilder.db\";\n"_s
+      u"ein bloßer Dateiname meint eine SQLite-Datei"_s};
 }
 
 Option bilder_option() {
@@ -162,8 +162,8 @@ Ausgang fuehre_aus(const QList<Befehl>& befehle, const QStringList& argumente) {
     return Ausgang::Erledigt;
   }
   const auto worte = [](const Befehl& b) { return b.name.split(u' '); };
-  const auto befehl = std::find_if(befehle.begin(), befehle.end(),
-                                   [&](const Befehl& b) { return argumente.mid(0, worte(b).size()) == worte(b); });
+  const auto befehl = std::find_if(
+      befehle.begin(), befehle.end(), [&](const Befehl& b) { return argumente.mid(0, worte(b).size()) == worte(b); });
   if (befehl != befehle.end()) return ::fuehre_aus(*befehl, argumente.mid(worte(*befehl).size()));
   return ohne_zweites_wort(befehle, argumente);
 }

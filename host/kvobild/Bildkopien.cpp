@@ -10,8 +10,9 @@ namespace {
 
 void kopiere_datei(const QString& quelle, const QString& ziel) {
   if (const auto grund = versuche([&] { FileSystemObject().CopyFile(quelle, ziel, false); }))
-    throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht nach „%2“ zu kopieren: %3 (Fehler %4). Nichts ist zugeordnet."_s.arg(
-                                      quelle, ziel, grund->Beschreibung(), QString::number(grund->Nummer())));
+    throw Abbruch(Ausgang::Datei,
+        u"„%1“ ist nicht nach „%2“ zu kopieren: %3 (Fehler %4). Nichts ist zugeordnet."_s.arg(
+            quelle, ziel, grund->Beschreibung(), QString::number(grund->Nummer())));
 }
 
 /// The text file beside a picture: name and extension without the dot, then ".txt".

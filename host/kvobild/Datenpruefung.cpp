@@ -8,21 +8,21 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList Identitaet{u"Typ1"_s, u"Typ2"_s, u"Key1"_s,     u"Key2"_s,
-                             u"Key3"_s, u"key4"_s, u"Bildname"_s, u"BildExt"_s};
+const QStringList Identitaet{
+    u"Typ1"_s, u"Typ2"_s, u"Key1"_s, u"Key2"_s, u"Key3"_s, u"key4"_s, u"Bildname"_s, u"BildExt"_s};
 
 /// The first columns of a row by their names in small letters; NULL is told from an empty text.
 QJsonObject als_objekt(const adodb::Recordset& satz, const QStringList& spalten) {
   QJsonObject objekt;
   for (int i = 0; i < spalten.size(); ++i)
-    objekt.insert(spalten.at(i).toLower(),
-                  std::holds_alternative<Null>(satz.Value(i)) ? QJsonValue() : QJsonValue(satz.Text(i)));
+    objekt.insert(
+        spalten.at(i).toLower(), std::holds_alternative<Null>(satz.Value(i)) ? QJsonValue() : QJsonValue(satz.Text(i)));
   return objekt;
 }
 
 /// A query whose last column is the number of all rows that it would give without its TOP.
-Befund lies_Befund(adodb::Connection& verbindung, const QString& kennung, const QStringList& spalten,
-                   const QString& anweisung) {
+Befund lies_Befund(
+    adodb::Connection& verbindung, const QString& kennung, const QStringList& spalten, const QString& anweisung) {
   Befund befund;
   befund.kennung = kennung;
   for (const auto satz = verbindung.Execute(anweisung); !satz->Eof(); satz->MoveNext()) {
@@ -36,11 +36,10 @@ Befund leere_Teile(adodb::Connection& verbindung) {
   QStringList bedingungen;
   for (const QString& spalte : Identitaet) bedingungen.append(u"%1 IS NULL OR %1 = ''"_s.arg(spalte));
   const QStringList spalten = Identitaet + QStringList{u"BildPfad"_s};
-  Befund befund =
-      lies_Befund(verbindung, u"leerer_schluessel"_s, spalten,
-                  u"SELECT TOP %1 %2, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen WHERE %3 ORDER BY %4"_s.arg(
-                      QString::number(Genannte_Zeilen), spalten.join(u", "_s), bedingungen.join(u" OR "_s),
-                      Identitaet.join(u", "_s)));
+  Befund befund = lies_Befund(verbindung, u"leerer_schluessel"_s, spalten,
+      u"SELECT TOP %1 %2, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen WHERE %3 ORDER BY %4"_s.arg(
+          QString::number(Genannte_Zeilen), spalten.join(u", "_s), bedingungen.join(u" OR "_s),
+          Identitaet.join(u", "_s)));
   befund.text =
       u"Zeilen mit einem leeren Teil des Schlüssels (statt „-“): %1. Eine Änderung kann sie verfehlen, und wer eine "
       u"davon "
@@ -51,10 +50,9 @@ Befund leere_Teile(adodb::Connection& verbindung) {
 Befund doppelte(adodb::Connection& verbindung) {
   const QString liste = Identitaet.join(u", "_s);
   const QStringList spalten = Identitaet + QStringList{u"Zeilen"_s};
-  Befund befund =
-      lies_Befund(verbindung, u"doppelt"_s, spalten,
-                  u"SELECT TOP %1 %2, COUNT(*) AS Zeilen, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen GROUP BY %2 "
-                  "HAVING COUNT(*) > 1 ORDER BY %2"_s.arg(QString::number(Genannte_Zeilen), liste));
+  Befund befund = lies_Befund(verbindung, u"doppelt"_s, spalten,
+      u"SELECT TOP %1 %2, COUNT(*) AS Zeilen, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen GROUP BY %2 "
+      "HAVING COUNT(*) > 1 ORDER BY %2"_s.arg(QString::number(Genannte_Zeilen), liste));
   befund.text = u"Zuordnungen, die mehrfach dastehen: %1. Ändern und Löschen trifft immer alle gleichen Zeilen."_s.arg(
       befund.anzahl);
   return befund;

@@ -17,8 +17,8 @@ QString geprueft(const Aufruf& aufruf, const QString& option, const QString& ohn
 
 Datensatz datensatz(const Aufruf& aufruf, const QString& ohne_angabe) {
   return {geprueft(aufruf, u"key1"_s, ohne_angabe), geprueft(aufruf, u"key2"_s, ohne_angabe),
-          geprueft(aufruf, u"key3"_s, ohne_angabe), geprueft(aufruf, u"key4"_s, ohne_angabe),
-          geprueft(aufruf, u"typ1"_s, ohne_angabe), geprueft(aufruf, u"typ2"_s, ohne_angabe)};
+      geprueft(aufruf, u"key3"_s, ohne_angabe), geprueft(aufruf, u"key4"_s, ohne_angabe),
+      geprueft(aufruf, u"typ1"_s, ohne_angabe), geprueft(aufruf, u"typ2"_s, ohne_angabe)};
 }
 
 }  // namespace

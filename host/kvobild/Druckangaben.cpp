@@ -17,15 +17,14 @@ struct Angabe {
   QString name() const { return QString::fromUtf16(option); }
 };
 
-constexpr std::array<Angabe, 4> Angaben{
-    {{u"drucken", u"das Bild wird gedruckt (ohne Angabe: ja)", u"Druck", &clsBildZuordnungen::Bild_Drucken,
-      &clsBildZuordnungen::Bild_Drucken},
-     {u"neue-seite", u"es beginnt eine neue Seite", u"neue Seite", &clsBildZuordnungen::Bild_NeueSeite,
-      &clsBildZuordnungen::Bild_NeueSeite},
-     {u"anhang", u"es steht im Anhang", u"Anhang", &clsBildZuordnungen::Bild_AlsAnhang,
-      &clsBildZuordnungen::Bild_AlsAnhang},
-     {u"ganze-seite", u"es nimmt die ganze Seite ein", u"ganze Seite", &clsBildZuordnungen::Bild_DruckGesamteSeite,
-      &clsBildZuordnungen::Bild_DruckGesamteSeite}}};
+constexpr std::array<Angabe, 4> Angaben{{{u"drucken", u"das Bild wird gedruckt (ohne Angabe: ja)", u"Druck",
+                                             &clsBildZuordnungen::Bild_Drucken, &clsBildZuordnungen::Bild_Drucken},
+    {u"neue-seite", u"es beginnt eine neue Seite", u"neue Seite", &clsBildZuordnungen::Bild_NeueSeite,
+        &clsBildZuordnungen::Bild_NeueSeite},
+    {u"anhang", u"es steht im Anhang", u"Anhang", &clsBildZuordnungen::Bild_AlsAnhang,
+        &clsBildZuordnungen::Bild_AlsAnhang},
+    {u"ganze-seite", u"es nimmt die ganze Seite ein", u"ganze Seite", &clsBildZuordnungen::Bild_DruckGesamteSeite,
+        &clsBildZuordnungen::Bild_DruckGesamteSeite}}};
 
 }  // namespace
 

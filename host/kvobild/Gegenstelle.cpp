@@ -30,10 +30,10 @@ void lies_Verschluesselung(adodb::Connection& verbindung, Gegenstelle& stelle) {
   }
   const bool ohne_Recht = ausfall && ausfall->grund == Datenbankgrund::Recht_fehlt;
   stelle.verschluesselung = u"nicht festzustellen ("_s +
-                            (ohne_Recht ? u"dem Benutzer fehlt das Recht VIEW SERVER STATE"_s
-                             : ausfall  ? ausfall->worte
-                                        : u"der Server nennt diese Verbindung nicht"_s) +
-                            u')';
+      (ohne_Recht       ? u"dem Benutzer fehlt das Recht VIEW SERVER STATE"_s
+              : ausfall ? ausfall->worte
+                        : u"der Server nennt diese Verbindung nicht"_s) +
+      u')';
 }
 
 }  // namespace

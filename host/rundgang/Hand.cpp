@@ -90,10 +90,10 @@ void Hand::sende_Taste(int taste, Qt::KeyboardModifiers dazu, const QString& tex
 
 void Hand::taste(Qt::Key taste, Qt::KeyboardModifiers dazu) {
   // The letters that a keyboard sends with these keys.
-  const QString text = taste == Qt::Key_Return                                     ? u"\r"_s
-                       : taste == Qt::Key_Escape                                   ? u"\x1b"_s
-                       : taste == Qt::Key_Space && !dazu.testFlag(Qt::AltModifier) ? u" "_s
-                                                                                   : QString();
+  const QString text = taste == Qt::Key_Return                    ? u"\r"_s
+      : taste == Qt::Key_Escape                                   ? u"\x1b"_s
+      : taste == Qt::Key_Space && !dazu.testFlag(Qt::AltModifier) ? u" "_s
+                                                                  : QString();
   sende_Taste(taste, dazu, text);
 }
 

@@ -28,7 +28,7 @@ class Rundgang::Kern final : public KVOCore {
  public:
   explicit Kern(Schrittfolge& folge) : folge_(folge) {}
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
-                    bool /*mitMeldung*/) override {
+      bool /*mitMeldung*/) override {
     folge_.fehler(u"gemeldet von %1.%2: %3 %4"_s.arg(modul, prozedur).arg(nummer).arg(beschreibung));
   }
   void FensterWiederherstellen(const QString& /*anwendung*/, Fensterplatz& /*fenster*/) override {}
@@ -53,15 +53,15 @@ void mache_frei(const QString& ordner) {
     const Folder inhalt = dateien.GetFolder(ordner);
     const bool leer = inhalt.Files().isEmpty() && inhalt.SubFolders().isEmpty();
     if (!leer && !dateien.FileExists(ordner + Kennzettel))
-      throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht von einem Rundgang; er bleibt, wie er ist."_s.arg(
-                                        namen::angezeigt(ordner)));
+      throw Abbruch(Ausgang::Datei,
+          u"Der Ordner „%1“ ist nicht von einem Rundgang; er bleibt, wie er ist."_s.arg(namen::angezeigt(ordner)));
   }
   clsBildZuordnungen store;
   if (!store.Fkt_MakePath(ordner) || !dateien.FolderExists(ordner))
     throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht anzulegen."_s.arg(namen::angezeigt(ordner)));
   dateien::schreibe_alles(ordner + Kennzettel,
-                          "Beispieldaten eines Rundgangs; der n\xC3\xA4"
-                          "chste ersetzt sie.\r\n");
+      "Beispieldaten eines Rundgangs; der n\xC3\xA4"
+      "chste ersetzt sie.\r\n");
   datenordner::entferne(ordner + u"\\betrieb"_s);
 }
 
@@ -84,8 +84,8 @@ void Rundgang::richte_Daten_ein() {
     if (const QString alt = ordner_ + u'\\' + Fehlerbild; dateien.FileExists(alt)) dateien.DeleteFile(alt);
   });
   if (grund)
-    throw Abbruch(Ausgang::Datei,
-                  u"In „%1“ ist nicht zu schreiben: %2"_s.arg(namen::angezeigt(ordner_), grund->Beschreibung()));
+    throw Abbruch(
+        Ausgang::Datei, u"In „%1“ ist nicht zu schreiben: %2"_s.arg(namen::angezeigt(ordner_), grund->Beschreibung()));
 }
 
 int Rundgang::laufe() {
@@ -98,14 +98,12 @@ int Rundgang::laufe() {
   fenster_ = std::make_unique<Hauptfenster>(optionen, dialog_);
   fenster_->beginne();
   fenster_->show();
-  for (const auto plane :
-       {&Rundgang::plane_Fenster,          &Rundgang::plane_Waehlen,   &Rundgang::plane_Oeffnen,
-        &Rundgang::plane_Felder,           &Rundgang::plane_Namen,     &Rundgang::plane_Entfernen,
-        &Rundgang::plane_Sortieren,        &Rundgang::plane_Groessen,  &Rundgang::plane_Fragen,
-        &Rundgang::plane_Speichern,        &Rundgang::plane_Anzeigen,  &Rundgang::plane_Verwerfen,
-        &Rundgang::plane_Bildablage,       &Rundgang::plane_Suchen,    &Rundgang::plane_Anhaengen,
-        &Rundgang::plane_Drehen,           &Rundgang::plane_Exif,      &Rundgang::plane_Weitere_Zuordnungen,
-        &Rundgang::plane_Alle_Zuordnungen, &Rundgang::plane_Aufraeumen})
+  for (const auto plane : {&Rundgang::plane_Fenster, &Rundgang::plane_Waehlen, &Rundgang::plane_Oeffnen,
+           &Rundgang::plane_Felder, &Rundgang::plane_Namen, &Rundgang::plane_Entfernen, &Rundgang::plane_Sortieren,
+           &Rundgang::plane_Groessen, &Rundgang::plane_Fragen, &Rundgang::plane_Speichern, &Rundgang::plane_Anzeigen,
+           &Rundgang::plane_Verwerfen, &Rundgang::plane_Bildablage, &Rundgang::plane_Suchen, &Rundgang::plane_Anhaengen,
+           &Rundgang::plane_Drehen, &Rundgang::plane_Exif, &Rundgang::plane_Weitere_Zuordnungen,
+           &Rundgang::plane_Alle_Zuordnungen, &Rundgang::plane_Aufraeumen})
     (this->*plane)();
   folge_.beginne([this] {
     // Where something is wrong the last sight tells most.
@@ -117,8 +115,8 @@ int Rundgang::laufe() {
   return folge_.fehlerzahl() == 0 ? 0 : 1;
 }
 
-void Rundgang::schritt(const QString& text, std::function<void()> tun, std::function<bool()> bis,
-                       std::function<void()> danach) {
+void Rundgang::schritt(
+    const QString& text, std::function<void()> tun, std::function<bool()> bis, std::function<void()> danach) {
   // Where no window manager does it, the window in front is made the active one here.
   const auto bereit = [bis = std::move(bis)] {
     QWidget* const vorn = Hand::fenster_vorn();
@@ -203,7 +201,7 @@ bool Rundgang::dialog_offen() const {
 // The header gets its line last of all when the dialog opens.
 bool Rundgang::dialog_bereit(const QString& kopf, int bilder) const {
   return dialog_offen() && text(u"SSP_Panel(0)"_s) == u"   "_s + kopf && zu_sehen(u"SSP_Panel(3)"_s) &&
-         bilder_im_Streifen() == bilder && text(u"SSP_Anzahl(3)"_s) == QString::number(bilder);
+      bilder_im_Streifen() == bilder && text(u"SSP_Anzahl(3)"_s) == QString::number(bilder);
 }
 
 bool Rundgang::meldung_offen(const QString& titel) const {
@@ -222,8 +220,8 @@ QStringList Rundgang::zeilen(const QString& belegart, const QString& belegnummer
       "WHERE Typ1 = 'BEL' AND Key1 = '%1' AND Key2 = '%2' ORDER BY SortIndex"_s.arg(belegart, belegnummer));
   QStringList liste;
   for (; !satz->Eof(); satz->MoveNext())
-    liste.append(u"%1 %2\\%3.%4 „%5“ Druck %6"_s.arg(satz->Text(0), satz->Text(3), satz->Text(1), satz->Text(2),
-                                                     satz->Text(4), satz->Text(5).left(4)));
+    liste.append(u"%1 %2\\%3.%4 „%5“ Druck %6"_s.arg(
+        satz->Text(0), satz->Text(3), satz->Text(1), satz->Text(2), satz->Text(4), satz->Text(5).left(4)));
   return liste;
 }
 

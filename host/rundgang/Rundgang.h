@@ -52,8 +52,8 @@ class Rundgang {
   void plane_Aufraeumen();
   void schliesse_ab();
 
-  void schritt(const QString& text, std::function<void()> tun, std::function<bool()> bis,
-               std::function<void()> danach = {});
+  void schritt(
+      const QString& text, std::function<void()> tun, std::function<bool()> bis, std::function<void()> danach = {});
   /// Saves the window in front as the next picture.
   void bild(const QString& name);
   void speichere_Bild(QWidget& vorn, const QString& datei);
@@ -77,8 +77,8 @@ class Rundgang {
   bool fenster_offen(const QString& name) const;
   /// The picture search is in front and has read a folder of that many files.
   bool suche_zeigt(int dateien) const;
-  void klicke_Eintrag(const QString& liste, const QString& name, bool doppelt = false,
-                      Qt::KeyboardModifiers dazu = Qt::NoModifier);
+  void klicke_Eintrag(
+      const QString& liste, const QString& name, bool doppelt = false, Qt::KeyboardModifiers dazu = Qt::NoModifier);
   // Cells of a data grid, by row and column of its table.
   QString zelle(const QString& gitter, int zeile, int spalte) const;
   int zeilenzahl(const QString& gitter) const;

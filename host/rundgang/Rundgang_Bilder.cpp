@@ -36,7 +36,7 @@ bool Rundgang::fenster_offen(const QString& name) const {
 
 bool Rundgang::suche_zeigt(int dateien) const {
   return fenster_offen(u"frm_BilderSuchen"_s) && zu_sehen(u"lvwContent"_s) &&
-         text(u"SSP_Anzahl"_s) == u"%1 Objekt(e)"_s.arg(dateien);
+      text(u"SSP_Anzahl"_s) == u"%1 Objekt(e)"_s.arg(dateien);
 }
 
 void Rundgang::klicke_Eintrag(const QString& liste, const QString& name, bool doppelt, Qt::KeyboardModifiers dazu) {
@@ -65,8 +65,8 @@ void Rundgang::plane_Suchen() {
   schritt(
       u"Doppelklick auf „Artikel“ und dann auf „Allg“: Die fünf Bilder erscheinen."_s,
       [this] {
-        klicke_Eintrag(u"Dir1"_s, u"Artikel"_s, true);
-        klicke_Eintrag(u"Dir1"_s, u"Allg"_s, true);
+    klicke_Eintrag(u"Dir1"_s, u"Artikel"_s, true);
+    klicke_Eintrag(u"Dir1"_s, u"Allg"_s, true);
       },
       [this] { return suche_zeigt(5); }, [this] { bild(u"bilder_suchen"_s); });
   schritt(
@@ -77,22 +77,22 @@ void Rundgang::plane_Suchen() {
   schritt(
       u"Klick auf die Wärmepumpe und auf den Drehknopf: Das Bild steht hochkant."_s,
       [this] {
-        gedreht_ = groesse_von(Pumpe).transposed();
-        klicke_Eintrag(u"lvwContent"_s, Waermepumpe);
-        hand_.klicke(element(u"SSC_Drehen"_s));
+    gedreht_ = groesse_von(Pumpe).transposed();
+    klicke_Eintrag(u"lvwContent"_s, Waermepumpe);
+    hand_.klicke(element(u"SSC_Drehen"_s));
       },
       [this] { return suche_zeigt(5) && groesse_von(Pumpe) == gedreht_; }, [this] { bild(u"suche_gedreht"_s); });
   schritt(
       u"Zwei Bilder gewählt und übernommen: Das Programm nennt sie."_s,
       [this] {
-        klicke_Eintrag(u"lvwContent"_s, Thermostat);
-        hand_.taste(Qt::Key_Right, Qt::ShiftModifier);
-        hand_.klicke(element(u"cmd_Uebernehmen"_s));
+    klicke_Eintrag(u"lvwContent"_s, Thermostat);
+    hand_.taste(Qt::Key_Right, Qt::ShiftModifier);
+    hand_.klicke(element(u"cmd_Uebernehmen"_s));
       },
       [this] {
-        return zurueck_mit(u"Bilder suchen: 2 gewählt – P:\\Artikel\\Allg\\"_s + Thermostat +
-                           u", P:\\Artikel\\Allg\\"_s + Waschtisch);
-      });
+    return zurueck_mit(
+        u"Bilder suchen: 2 gewählt – P:\\Artikel\\Allg\\"_s + Thermostat + u", P:\\Artikel\\Allg\\"_s + Waschtisch);
+  });
 }
 
 void Rundgang::plane_Anhaengen() {
@@ -105,17 +105,17 @@ void Rundgang::plane_Anhaengen() {
   schritt(
       u"Thermostat und Wärmepumpe übernommen: Der Dialog zeigt sie als neu."_s,
       [this] {
-        klicke_Eintrag(u"lvwContent"_s, Thermostat);
-        klicke_Eintrag(u"lvwContent"_s, Waermepumpe, false, Qt::ControlModifier);
-        hand_.klicke(element(u"cmd_Uebernehmen"_s));
+    klicke_Eintrag(u"lvwContent"_s, Thermostat);
+    klicke_Eintrag(u"lvwContent"_s, Waermepumpe, false, Qt::ControlModifier);
+    hand_.klicke(element(u"cmd_Uebernehmen"_s));
       },
       [this] { return dialog_bereit(Kopf, 2); },
       [this] {
-        folge_.erwarte(u"Name"_s, text(u"txt_BildName"_s), u"Thermostat_1620240305_120000"_s);
-        folge_.erwarte(u"der Text kam mit"_s, text(u"txt_BildInfo"_s), u"Auslaufartikel, Nachfolger TH-0110."_s);
-        folge_.erwarte(u"noch ist nichts geschrieben"_s, zeilen(u"AN"_s, u"24-3005"_s).isEmpty());
-        bild(u"bilder_angehaengt"_s);
-      });
+    folge_.erwarte(u"Name"_s, text(u"txt_BildName"_s), u"Thermostat_1620240305_120000"_s);
+    folge_.erwarte(u"der Text kam mit"_s, text(u"txt_BildInfo"_s), u"Auslaufartikel, Nachfolger TH-0110."_s);
+    folge_.erwarte(u"noch ist nichts geschrieben"_s, zeilen(u"AN"_s, u"24-3005"_s).isEmpty());
+    bild(u"bilder_angehaengt"_s);
+  });
   schritt(
       u"Klick auf „Zuordnung speichern“: Zwei Zeilen sind neu."_s,
       [this] { hand_.klicke(element(u"SSC_ZuordnungSpeichern"_s)); },
@@ -130,8 +130,8 @@ void Rundgang::plane_Drehen() {
   schritt(
       u"Klick auf „90° nach rechts“: Das erste Bild ist gedreht."_s,
       [this] {
-        gedreht_ = groesse_von(erste_Datei()).transposed();
-        hand_.klicke(element(u"SSC_Drehen90"_s));
+    gedreht_ = groesse_von(erste_Datei()).transposed();
+    hand_.klicke(element(u"SSC_Drehen90"_s));
       },
       [this] { return dialog_bereit(Kopf, 2) && groesse_von(erste_Datei()) == gedreht_; },
       [this] { bild(u"bild_gedreht"_s); });
@@ -148,8 +148,8 @@ void Rundgang::plane_Exif() {
   schritt(
       u"Ein Bild in der Übersicht gewählt und „Exif …“ geklickt: Seine Eigenschaften erscheinen."_s,
       [this] {
-        hand_.klicke(*element<QListView>(u"lst_Bilder"_s).viewport(), QPoint(60, 60));
-        hand_.klicke(element(u"cmd_Exif"_s));
+    hand_.klicke(*element<QListView>(u"lst_Bilder"_s).viewport(), QPoint(60, 60));
+    hand_.klicke(element(u"cmd_Exif"_s));
       },
       [this] { return fenster_offen(u"frm_BildInfo"_s); });
   schritt(
@@ -162,8 +162,8 @@ void Rundgang::plane_Aufraeumen() {
       u"Klick auf „Bilderbaum aufräumen …“: Das Programm zeigt, was ginge, und fragt."_s,
       [this] { hand_.klicke(element(u"cmd_Aufraeumen"_s)); }, [this] { return fenster_offen(u"Aufraeumfenster"_s); },
       [this] {
-        folge_.erwarte(u"die entfernte Datei liegt noch in der Ablage"_s, datei_da(Entfernt));
-        bild(u"aufraeumen_frage"_s);
+    folge_.erwarte(u"die entfernte Datei liegt noch in der Ablage"_s, datei_da(Entfernt));
+    bild(u"aufraeumen_frage"_s);
       });
   schritt(
       u"Escape: Nichts ist gelöscht."_s, [this] { hand_.taste(Qt::Key_Escape); },
@@ -177,7 +177,7 @@ void Rundgang::plane_Aufraeumen() {
       u"Die zugeordneten Bilder sind alle noch da."_s, {},
       [this] { return !QApplication::activeModalWidget() && !datei_da(Entfernt); },
       [this] {
-        folge_.erwarte(u"ein zugeordnetes Bild ist da"_s, datei_da(Behalten));
-        bild(u"aufgeraeumt"_s);
+    folge_.erwarte(u"ein zugeordnetes Bild ist da"_s, datei_da(Behalten));
+    bild(u"aufgeraeumt"_s);
       });
 }

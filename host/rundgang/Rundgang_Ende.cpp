@@ -26,8 +26,8 @@ void Rundgang::plane_Fragen() {
       u"Escape heißt „Abbrechen“: Der Dialog bleibt mit allem, was geschrieben war."_s,
       [this] { hand_.taste(Qt::Key_Escape); }, [this] { return dialog_offen(); },
       [this] {
-        folge_.erwarte(u"Name"_s, text(u"txt_BildName"_s), u"Gästebad_06"_s);
-        folge_.erwarte(u"noch ist nichts geschrieben"_s, zeilen(u"RE"_s, u"24-2003"_s) == vorher_);
+    folge_.erwarte(u"Name"_s, text(u"txt_BildName"_s), u"Gästebad_06"_s);
+    folge_.erwarte(u"noch ist nichts geschrieben"_s, zeilen(u"RE"_s, u"24-2003"_s) == vorher_);
       });
 }
 
@@ -41,8 +41,8 @@ void Rundgang::plane_Speichern() {
       [this] { klicke_Antwort(u"Ja"_s); },
       [this] { return zurueck_mit(u"Beleg RE 24-2003: 4 Zeilen geschrieben: 2 geändert, 2 entfernt."_s); },
       [this] {
-        folge_.erwarte(u"Zahl der Bilder"_s, text(u"lbl_Anzahl"_s), u"2 Bilder"_s);
-        bild(u"gespeichert"_s);
+    folge_.erwarte(u"Zahl der Bilder"_s, text(u"lbl_Anzahl"_s), u"2 Bilder"_s);
+    bild(u"gespeichert"_s);
       });
 }
 
@@ -52,17 +52,17 @@ void Rundgang::plane_Anzeigen() {
       [this] { hand_.klicke(element(u"cmd_Anzeigen"_s)); },
       [this] { return dialog_bereit(u"Beleg RE 24-2003 – Familie Öztürk, Kirchzarten · Projekt P-24-11"_s, 2); },
       [this] {
-        folge_.erwarte(u"„Zuordnung speichern“ ist nicht da"_s, !zu_sehen(u"SSC_ZuordnungSpeichern"_s));
-        folge_.erwarte(u"„Drucken“ ist gesperrt"_s, !element(u"chk_Drucken"_s).isEnabled());
-        bild(u"nur_anzeigen"_s);
+    folge_.erwarte(u"„Zuordnung speichern“ ist nicht da"_s, !zu_sehen(u"SSC_ZuordnungSpeichern"_s));
+    folge_.erwarte(u"„Drucken“ ist gesperrt"_s, !element(u"chk_Drucken"_s).isEnabled());
+    bild(u"nur_anzeigen"_s);
       });
   schritt(
       u"Getipptes bleibt ohne Wirkung, Escape verlässt den Dialog ohne Frage."_s,
       [this] {
-        hand_.tippe(u"nichts"_s);
-        for (const QString& feld : {u"txt_BildName"_s, u"txt_BildText"_s, u"txt_BildInfo"_s})
-          folge_.erwarte(feld + u" bleibt"_s, !text(feld).contains(u"nichts"_s));
-        hand_.taste(Qt::Key_Escape);
+    hand_.tippe(u"nichts"_s);
+    for (const QString& feld : {u"txt_BildName"_s, u"txt_BildText"_s, u"txt_BildInfo"_s})
+      folge_.erwarte(feld + u" bleibt"_s, !text(feld).contains(u"nichts"_s));
+    hand_.taste(Qt::Key_Escape);
       },
       [this] { return zurueck_mit(u"Beleg RE 24-2003: Nur angezeigt; nichts ist geschrieben."_s); });
 }
@@ -73,29 +73,28 @@ void Rundgang::plane_Verwerfen() {
       [this] { klicke_Vorgang(u"AB 24-1001"_s, true); },
       [this] { return dialog_bereit(u"Beleg AB 24-1001 – Bäckerei Huber, Freiburg · Projekt P-24-07"_s, 4); },
       [this] {
-        folge_.erwarte(u"„Zuordnung speichern“ ist gesperrt"_s, !element(u"SSC_ZuordnungSpeichern"_s).isEnabled());
+    folge_.erwarte(u"„Zuordnung speichern“ ist gesperrt"_s, !element(u"SSC_ZuordnungSpeichern"_s).isEnabled());
       });
   schritt(
       u"Die Taste „Bild auf“ geht zum nächsten Bild, sein Text wird überschrieben."_s,
       [this] {
-        hand_.taste(Qt::Key_PageUp);
-        ueberschreibe(u"txt_BildText"_s, u"wird verworfen"_s);
+    hand_.taste(Qt::Key_PageUp);
+    ueberschreibe(u"txt_BildText"_s, u"wird verworfen"_s);
       },
       [this] { return text(u"SSP_Anzahl(1)"_s) == "2"_L1 && element(u"SSC_ZuordnungSpeichern"_s).isEnabled(); },
       [this] { bild(u"anderer_vorgang"_s); });
   schritt(
       u"Das Fenster am Rahmen geschlossen: Der Dialog fragt."_s,
       [] {
-        QCloseEvent schliessen;
-        QCoreApplication::sendEvent(Hand::fenster_vorn()->windowHandle(), &schliessen);
+    QCloseEvent schliessen;
+    QCoreApplication::sendEvent(Hand::fenster_vorn()->windowHandle(), &schliessen);
       },
       [this] { return meldung_offen(u"Achtung"_s); });
   schritt(
       u"Klick auf „Nein“: Nichts ist geschrieben."_s, [this] { klicke_Antwort(u"Nein"_s); },
       [this] { return zurueck_mit(u"Beleg AB 24-1001: Nichts geändert."_s); },
       [this] {
-        folge_.erwarte(u"Zeilen zu AB 24-1001"_s, zeilen(u"AB"_s, u"24-1001"_s).join(u'\n'),
-                       anderer_vorher_.join(u'\n'));
+    folge_.erwarte(u"Zeilen zu AB 24-1001"_s, zeilen(u"AB"_s, u"24-1001"_s).join(u'\n'), anderer_vorher_.join(u'\n'));
       });
 }
 
@@ -107,8 +106,9 @@ void Rundgang::pruefe_Endstand() {
   folge_.erwarte(u"die umbenannte Datei ist da"_s, datei_da(Umbenannt + u".jpg"_s));
   folge_.erwarte(u"unter dem alten Namen ist keine mehr da"_s, !datei_da(Zweites + u".jpg"_s));
   const QByteArray info = dateien::lies_alles(datenordner::bilder(daten_) + u'\\' + Umbenannt + u"jpg.txt"_s);
-  folge_.erwarte(u"die Textdatei hat den neuen Text"_s, info.contains("Ma\xDF"
-                                                                      "e gepr\xFC"
-                                                                      "ft.") ||
-                                                            QString::fromUtf8(info).contains(u"Maße geprüft."_s));
+  folge_.erwarte(u"die Textdatei hat den neuen Text"_s,
+      info.contains("Ma\xDF"
+                    "e gepr\xFC"
+                    "ft.") ||
+          QString::fromUtf8(info).contains(u"Maße geprüft."_s));
 }

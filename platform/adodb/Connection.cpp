@@ -35,8 +35,8 @@ std::int32_t Connection::State() const noexcept {
   return treiber_ && treiber_->ist_offen() ? adStateOpen : adStateClosed;
 }
 
-void Connection::Open(const QString& verbindungszeichenfolge, const QString& benutzer, const QString& kennwort,
-                      std::int32_t options) {
+void Connection::Open(
+    const QString& verbindungszeichenfolge, const QString& benutzer, const QString& kennwort, std::int32_t options) {
   Q_UNUSED(options);
   if (State() == adStateOpen) throw adofehler(adErrObjectOpen);
   if (!verbindungszeichenfolge.isEmpty()) verbindungszeichenfolge_ = verbindungszeichenfolge;

@@ -38,7 +38,7 @@ class KVO_EXPORT Connection {
   /// that are not empty replace those of the connect string. `options` is accepted and not looked at.
   /// Raises 3705 when open, 3706 when no driver fits, -2147467259 when the database can't be reached.
   void Open(const QString& verbindungszeichenfolge = {}, const QString& benutzer = {}, const QString& kennwort = {},
-            std::int32_t options = -1);
+      std::int32_t options = -1);
   /// Raises 3704 when closed.
   void Close();
   /// Runs one statement. A statement that returns no rows gives a closed recordset. Raises 3704 when the connection is

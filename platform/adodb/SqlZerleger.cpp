@@ -17,7 +17,7 @@ bool ist_hexziffer(QChar z) {
 }
 bool beginnt_wort(QChar z) {
   return (z >= u'a' && z <= u'z') || (z >= u'A' && z <= u'Z') || z == u'_' || z == u'@' || z == u'#' || z == u'$' ||
-         z.unicode() >= 0x80;
+      z.unicode() >= 0x80;
 }
 
 template <class Praedikat>

@@ -4,8 +4,8 @@
 
 namespace adodb {
 
-Datenbankfehler::Datenbankfehler(std::int32_t nummer, QString beschreibung, QString sqlstate,
-                                 std::int32_t native_nummer)
+Datenbankfehler::Datenbankfehler(
+    std::int32_t nummer, QString beschreibung, QString sqlstate, std::int32_t native_nummer)
     : Laufzeitfehler(nummer, std::move(beschreibung)), sqlstate_(std::move(sqlstate)), native_nummer_(native_nummer) {}
 
 Datenbankfehler::~Datenbankfehler() = default;

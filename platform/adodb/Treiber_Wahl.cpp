@@ -21,8 +21,8 @@ struct Register {
 
 /// The OLE DB providers whose connect strings go to ODBC, in small letters; each also with its version behind it
 /// ("SQLOLEDB.1").
-constexpr QStringView OdbcProvider[] = {u"msdasql",   u"sqloledb",   u"sqlncli",     u"sqlncli10",
-                                        u"sqlncli11", u"msoledbsql", u"msoledbsql19"};
+constexpr QStringView OdbcProvider[] = {
+    u"msdasql", u"sqloledb", u"sqlncli", u"sqlncli10", u"sqlncli11", u"msoledbsql", u"msoledbsql19"};
 
 /// The provider's name without a version, or that of the provider for ODBC where a connect string in ODBC form has
 /// none.
@@ -68,8 +68,8 @@ std::unique_ptr<Treiber> treiber_fuer(const QString& verbindungszeichenfolge) {
     throw Laufzeitfehler(adErrProviderNotFound, u"Die Verbindungszeichenfolge nennt keinen Provider"_s);
   std::unique_ptr<Treiber> treiber = fabrik ? fabrik() : nullptr;
   if (!treiber)
-    throw Laufzeitfehler(adErrProviderNotFound,
-                         u"Für den Provider der Verbindungszeichenfolge gibt es keinen Datenbanktreiber"_s);
+    throw Laufzeitfehler(
+        adErrProviderNotFound, u"Für den Provider der Verbindungszeichenfolge gibt es keinen Datenbanktreiber"_s);
   return treiber;
 }
 

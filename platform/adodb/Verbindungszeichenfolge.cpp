@@ -11,7 +11,7 @@ namespace {
 
 [[noreturn]] void keine_paare() {
   throw Datenbankfehler(fehlernummer::Verbindung,
-                        u"Die Verbindungszeichenfolge ist keine Folge von Paaren Schlüsselwort=Wert"_s, u"08001"_s, 0);
+      u"Die Verbindungszeichenfolge ist keine Folge von Paaren Schlüsselwort=Wert"_s, u"08001"_s, 0);
 }
 
 /// Reads one connect string from its beginning to its end.

@@ -105,8 +105,8 @@ const Werte::Zelle* Werte::text_ueber(std::size_t nummer, std::size_t breite) co
 Werte::Zelle Werte::neuer_text(qsizetype laenge) const {
   if (laenge > std::numeric_limits<std::uint32_t>::max()) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
   return {.inhalt = static_cast<std::int64_t>(zeichen_.size()),
-          .laenge = static_cast<std::uint32_t>(laenge),
-          .art = Art::Text};
+      .laenge = static_cast<std::uint32_t>(laenge),
+      .art = Art::Text};
 }
 
 std::size_t Werte::haenge_zeilen_an(std::size_t zeilen, std::size_t breite) {

@@ -17,7 +17,7 @@ class Bytesicht {
   }
   bool beginnt(QByteArrayView muster, qsizetype position = 0) const noexcept {
     return hat(static_cast<std::uint64_t>(position), static_cast<std::uint64_t>(muster.size())) &&
-           bytes_.sliced(position, muster.size()) == muster;
+        bytes_.sliced(position, muster.size()) == muster;
   }
   std::uint8_t u8(std::uint64_t position) const noexcept {
     return hat(position, 1) ? static_cast<std::uint8_t>(bytes_[static_cast<qsizetype>(position)]) : std::uint8_t{0};

@@ -15,8 +15,7 @@ inline constexpr Farbe Hellrot = 0xC0C0FF;
 inline constexpr Farbe Hellgrau = 0xC0C0C0;
 
 /// The classic 16 colours, by their numbers 0 to 15.
-inline constexpr std::array<Farbe, 16> Klassisch{0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080,
-                                                 0x008080, 0xC0C0C0, 0x808080, 0xFF0000, 0x00FF00, 0xFFFF00,
-                                                 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
+inline constexpr std::array<Farbe, 16> Klassisch{0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080,
+    0xC0C0C0, 0x808080, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
 
 }  // namespace farben

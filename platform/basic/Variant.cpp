@@ -32,10 +32,10 @@ bool text_ist_True(const QString& text) {
 QString CStr(const Variant& wert) {
   return std::visit(
       Ueberladen{[](Empty) { return QString(); },
-                 [](Null) -> QString { throw Laufzeitfehler(fehlernummer::NullUngueltig); },
-                 [](bool b) { return b ? u"True"_s : u"False"_s; }, [](std::int32_t n) { return QString::number(n); },
-                 [](double d) { return QString::number(d, 'g', 15); }, [](const QString& s) { return s; },
-                 [](const Objekt&) -> QString { throw Laufzeitfehler(fehlernummer::TypenUnvertraeglich); }},
+          [](Null) -> QString { throw Laufzeitfehler(fehlernummer::NullUngueltig); },
+          [](bool b) { return b ? u"True"_s : u"False"_s; }, [](std::int32_t n) { return QString::number(n); },
+          [](double d) { return QString::number(d, 'g', 15); }, [](const QString& s) { return s; },
+          [](const Objekt&) -> QString { throw Laufzeitfehler(fehlernummer::TypenUnvertraeglich); }},
       wert);
 }
 
@@ -45,8 +45,8 @@ QString mit_Leertext(const Variant& wert) {
 
 bool ist_True(const Variant& wert) {
   return std::visit(Ueberladen{[](Empty) { return false; }, [](Null) { return false; }, [](bool b) { return b; },
-                               [](std::int32_t n) { return n == -1; }, [](double d) { return d == -1.0; },
-                               [](const QString& s) { return text_ist_True(s); },
-                               [](const Objekt&) -> bool { throw Laufzeitfehler(fehlernummer::TypenUnvertraeglich); }},
-                    wert);
+                        [](std::int32_t n) { return n == -1; }, [](double d) { return d == -1.0; },
+                        [](const QString& s) { return text_ist_True(s); },
+                        [](const Objekt&) -> bool { throw Laufzeitfehler(fehlernummer::TypenUnvertraeglich); }},
+      wert);
 }

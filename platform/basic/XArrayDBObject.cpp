@@ -4,8 +4,8 @@
 
 XArrayDBObject::~XArrayDBObject() = default;
 
-void XArrayDBObject::ReDim(std::int32_t zeile_von, std::int32_t zeile_bis, std::int32_t spalte_von,
-                           std::int32_t spalte_bis) {
+void XArrayDBObject::ReDim(
+    std::int32_t zeile_von, std::int32_t zeile_bis, std::int32_t spalte_von, std::int32_t spalte_bis) {
   const std::int64_t zeilen = std::int64_t{zeile_bis} - zeile_von + 1;
   const std::int64_t spalten = std::int64_t{spalte_bis} - spalte_von + 1;
   if (zeilen < 0 || spalten < 0) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);

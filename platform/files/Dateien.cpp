@@ -176,7 +176,7 @@ Fundstelle fundstelle(const QString& pfad) {
   stand::Stand s = stand_von(pfad);
   const auto& info = s.info;
   return {std::move(s.ort),
-          {info.st_dev, info.st_ino, info.st_size, nanosekunden(info.st_mtim), nanosekunden(info.st_ctim)}};
+      {info.st_dev, info.st_ino, info.st_size, nanosekunden(info.st_mtim), nanosekunden(info.st_ctim)}};
 }
 
 }  // namespace dateien

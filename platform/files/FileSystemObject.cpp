@@ -61,7 +61,7 @@ bool ist_verankert(const QByteArray& ort, const struct stat& eintrag) {
   }
   struct statx mehr {};
   return S_ISDIR(eintrag.st_mode) && ::statx(AT_FDCWD, ort.constData(), AT_SYMLINK_NOFOLLOW, 0, &mehr) == 0 &&
-         (mehr.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+      (mehr.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
 }
 
 void kopiere(const QByteArray& quelle, const struct stat& stand_der_quelle, const QByteArray& ziel, bool ersetzen) {

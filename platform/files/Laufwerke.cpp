@@ -41,8 +41,8 @@ class Systemlaufwerke final : public Anbieter {
     QList<Einhaengung> eigene;
     for (const Einhaengung& e : std::as_const(mounts_))
       if (eigener_Typ(e)) eigene.append(e);
-    std::stable_sort(eigene.begin(), eigene.end(),
-                     [](const Einhaengung& a, const Einhaengung& b) { return a.ordner < b.ordner; });
+    std::stable_sort(
+        eigene.begin(), eigene.end(), [](const Einhaengung& a, const Einhaengung& b) { return a.ordner < b.ordner; });
     vergiss_Verschwundene(eigene);
     for (const Einhaengung& e : std::as_const(eigene)) vergib(e.ordner);
   }

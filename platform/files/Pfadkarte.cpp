@@ -17,7 +17,7 @@ namespace {
 
 bool ist_Laufwerk(QStringView name) {
   return name.size() == 2 && name[1] == u':' &&
-         ((name[0] >= u'A' && name[0] <= u'Z') || (name[0] >= u'a' && name[0] <= u'z'));
+      ((name[0] >= u'A' && name[0] <= u'Z') || (name[0] >= u'a' && name[0] <= u'z'));
 }
 
 bool ist_Freigabe(const QString& name) {
@@ -95,9 +95,8 @@ Pfadkarte& Pfadkarte::aktuell() {
 }
 
 const Pfadkarte::Eintrag* Pfadkarte::suche(QStringView name) const {
-  const auto treffer = std::find_if(eintraege_.begin(), eintraege_.end(), [&](const Eintrag& eintrag) {
-    return name.compare(eintrag.name, Qt::CaseInsensitive) == 0;
-  });
+  const auto treffer = std::find_if(eintraege_.begin(), eintraege_.end(),
+      [&](const Eintrag& eintrag) { return name.compare(eintrag.name, Qt::CaseInsensitive) == 0; });
   return treffer == eintraege_.end() ? nullptr : &*treffer;
 }
 

@@ -77,7 +77,7 @@ bool in_Ruhe(const struct timespec& geaendert) {
 
 bool gleicher_Stand(const Namensliste& liste, const struct stat& info) {
   return liste.geraet == info.st_dev && liste.inode == info.st_ino && liste.geaendert.tv_sec == info.st_mtim.tv_sec &&
-         liste.geaendert.tv_nsec == info.st_mtim.tv_nsec;
+      liste.geaendert.tv_nsec == info.st_mtim.tv_nsec;
 }
 
 /// The lists of the folders asked for last, the latest first: the levels of one path, and of the paths beside it.
@@ -164,8 +164,8 @@ QString freigabe_von(const QString& quelle, const QString& art) {
 
 QList<Einhaengung> einhaengungen(const QString& tabelle) {
   QList<Einhaengung> alle;
-  const std::unique_ptr<FILE, int (*)(FILE*)> datei(::setmntent(QFile::encodeName(tabelle).constData(), "r"),
-                                                    &::endmntent);
+  const std::unique_ptr<FILE, int (*)(FILE*)> datei(
+      ::setmntent(QFile::encodeName(tabelle).constData(), "r"), &::endmntent);
   if (!datei) return alle;
   struct mntent eintrag {};
   std::array<char, 4096> puffer{};

@@ -104,16 +104,16 @@ QRect eingepasst(const QRect& rechteck, const QList<QRect>& bildschirme) {
   const QRect platz = ziel.adjusted(0, std::min(Titelhoehe, ziel.height() / 2), 0, 0);
   const QSize groesse = rechteck.size().boundedTo(platz.size());
   return {std::clamp(rechteck.x(), platz.x(), platz.x() + platz.width() - groesse.width()),
-          std::clamp(rechteck.y(), platz.y(), platz.y() + platz.height() - groesse.height()), groesse.width(),
-          groesse.height()};
+      std::clamp(rechteck.y(), platz.y(), platz.y() + platz.height() - groesse.height()), groesse.width(),
+      groesse.height()};
 }
 
-void FensterCore::FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer,
-                               const QString& beschreibung, bool mitMeldung) {
+void FensterCore::FehlerMelden(
+    const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung, bool mitMeldung) {
   const QString stelle = u"Fehler %1 in %2.%3"_s.arg(QString::number(nummer), modul, prozedur);
   if (mitMeldung) {
-    oberflaeche::MsgBox(beschreibung + u"\n\n"_s + stelle, oberflaeche::Knoepfe::OK, oberflaeche::Symbol::Kritisch,
-                        u"Fehler"_s);
+    oberflaeche::MsgBox(
+        beschreibung + u"\n\n"_s + stelle, oberflaeche::Knoepfe::OK, oberflaeche::Symbol::Kritisch, u"Fehler"_s);
     return;
   }
   const QByteArray zeile = (stelle + u": "_s + beschreibung).simplified().toUtf8() + '\n';

@@ -15,7 +15,7 @@ class FensterCore final : public KVOCore {
  public:
   /// With `mitMeldung` a message box, otherwise one line on standard error.
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
-                    bool mitMeldung) override;
+      bool mitMeldung) override;
   /// Leaves the window alone when nothing was stored or when what was stored is no placement.
   void FensterWiederherstellen(const QString& anwendung, Fensterplatz& fenster) override;
   /// An empty placement isn't kept, and neither is any where the configuration can't be written; nobody is told.

@@ -51,8 +51,8 @@ class QtMeldungsfenster final : public Meldungsfenster {
     const QPushButton* ja = fenster.addButton(u"Ja"_s, QMessageBox::YesRole);
     QPushButton* nein = fenster.addButton(u"Nein"_s, QMessageBox::NoRole);
     QPushButton* abbrechen = meldung.Auswahl == Knoepfe::JaNeinAbbrechen
-                                 ? fenster.addButton(u"Abbrechen"_s, QMessageBox::RejectRole)
-                                 : nullptr;
+        ? fenster.addButton(u"Abbrechen"_s, QMessageBox::RejectRole)
+        : nullptr;
     // Leaving by Escape or by the frame must change nothing.
     fenster.setEscapeButton(abbrechen ? abbrechen : nein);
     fenster.exec();

@@ -22,22 +22,10 @@ std::int16_t code(int qt_taste) noexcept {
     int qt;
     std::int16_t code;
   };
-  static constexpr std::array<Paar, 16> paare{{{Qt::Key_Backspace, 8},
-                                               {Qt::Key_Tab, 9},
-                                               {Qt::Key_Return, 13},
-                                               {Qt::Key_Enter, 13},
-                                               {Qt::Key_Shift, 16},
-                                               {Qt::Key_Control, 17},
-                                               {Qt::Key_Alt, 18},
-                                               {Qt::Key_Escape, 27},
-                                               {Qt::Key_PageUp, 33},
-                                               {Qt::Key_PageDown, 34},
-                                               {Qt::Key_End, 35},
-                                               {Qt::Key_Home, 36},
-                                               {Qt::Key_Left, 37},
-                                               {Qt::Key_Up, 38},
-                                               {Qt::Key_Right, 39},
-                                               {Qt::Key_Down, 40}}};
+  static constexpr std::array<Paar, 16> paare{{{Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9}, {Qt::Key_Return, 13},
+      {Qt::Key_Enter, 13}, {Qt::Key_Shift, 16}, {Qt::Key_Control, 17}, {Qt::Key_Alt, 18}, {Qt::Key_Escape, 27},
+      {Qt::Key_PageUp, 33}, {Qt::Key_PageDown, 34}, {Qt::Key_End, 35}, {Qt::Key_Home, 36}, {Qt::Key_Left, 37},
+      {Qt::Key_Up, 38}, {Qt::Key_Right, 39}, {Qt::Key_Down, 40}}};
   if (qt_taste >= Qt::Key_F1 && qt_taste <= Qt::Key_F24) return static_cast<std::int16_t>(112 + qt_taste - Qt::Key_F1);
   if (qt_taste == Qt::Key_Insert) return 45;
   if (qt_taste == Qt::Key_Delete) return 46;
@@ -66,7 +54,7 @@ Form::Form(const QString& name) : name_(name) {
   schrift.setPixelSize(12);
   setFont(schrift);
   setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
-                 Qt::WindowCloseButtonHint);
+      Qt::WindowCloseButtonHint);
   qApp->installEventFilter(this);
   ziehen_.bewacht = [this](const std::function<void()>& handler) { bewacht(handler); };
   ziehen_.Ende = [this] { Form_DragEnde(); };

@@ -79,8 +79,8 @@ QString Programmauswahl::verzeichnis() const {
   return zeile < 0 ? QString() : programme_[zeile].verzeichnis;
 }
 
-QStringList Programmwahl_mit_Fenster::waehle(const QString& datei, const QList<shell::Programm>& programme,
-                                             QString& verzeichnis) {
+QStringList Programmwahl_mit_Fenster::waehle(
+    const QString& datei, const QList<shell::Programm>& programme, QString& verzeichnis) {
   Programmauswahl fenster(datei, programme, QApplication::activeWindow());
   if (fenster.exec() != QDialog::Accepted) return {};
   verzeichnis = fenster.verzeichnis();

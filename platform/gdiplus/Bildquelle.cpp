@@ -40,7 +40,7 @@ template <class Anweisung>
 std::int32_t als_Status(Anweisung&& anweisung) {
   std::int32_t status = gdiplus::Ok;
   fehler::melden_und_enden([&](const Laufzeitfehler& f) { status = bildlader::status_des_Fehlers(f.Nummer()); },
-                           [&] { status = anweisung(); });
+      [&] { status = anweisung(); });
   return status;
 }
 

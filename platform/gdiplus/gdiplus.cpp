@@ -74,8 +74,8 @@ std::optional<Drehung> drehung_von(const EncoderParameters& parameter) noexcept 
 
 }  // namespace
 
-std::int32_t GdipSaveImageToStream(const Image& image, QByteArray& strom, const CLSID& kodierer,
-                                   const EncoderParameters& parameter) {
+std::int32_t GdipSaveImageToStream(
+    const Image& image, QByteArray& strom, const CLSID& kodierer, const EncoderParameters& parameter) {
   if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
   const auto drehung = drehung_von(parameter);
   if (!image || !drehung) return InvalidParameter;
@@ -83,14 +83,14 @@ std::int32_t GdipSaveImageToStream(const Image& image, QByteArray& strom, const 
   return image->drehe(*drehung, strom);
 }
 
-std::int32_t GdipSaveImageToFile(const Image& image, const QString& pfad, const CLSID& kodierer,
-                                 const EncoderParameters& parameter) {
+std::int32_t GdipSaveImageToFile(
+    const Image& image, const QString& pfad, const CLSID& kodierer, const EncoderParameters& parameter) {
   if (image && image->ist_Datei(pfad)) return GenericError;
   QByteArray strom;
   std::int32_t status = GdipSaveImageToStream(image, strom, kodierer, parameter);
   if (status != Ok) return status;
   fehler::melden_und_enden([&](const Laufzeitfehler& f) { status = status_beim_Schreiben(f.Nummer()); },
-                           [&] { dateien::schreibe_alles(pfad, strom); });
+      [&] { dateien::schreibe_alles(pfad, strom); });
   return status;
 }
 

@@ -53,13 +53,13 @@ std::int32_t GdipDisposeImage(Image& image);
 /// another format are turned and coded with the quality 75, which is GDI+'s own. 18 without a session, 2 without an
 /// image or for other parameters, 13 for an encoder that is not of the list, 1 for a stream that can't be read to its
 /// end or sides that no JPEG can have, 3 for memory run out. `strom` is changed with status 0 alone.
-std::int32_t GdipSaveImageToStream(const Image& image, QByteArray& strom, const CLSID& kodierer,
-                                   const EncoderParameters& parameter);
+std::int32_t GdipSaveImageToStream(
+    const Image& image, QByteArray& strom, const CLSID& kodierer, const EncoderParameters& parameter);
 /// The same into a file, which is complete and on the disk before it takes its name; on a failure what stood there
 /// stays. Statuses of GdipSaveImageToStream, and 1 where source and target are one file, 12 without the right to write,
 /// 10 for a missing folder, 7 for a full disk and other failures of it.
-std::int32_t GdipSaveImageToFile(const Image& image, const QString& pfad, const CLSID& kodierer,
-                                 const EncoderParameters& parameter);
+std::int32_t GdipSaveImageToFile(
+    const Image& image, const QString& pfad, const CLSID& kodierer, const EncoderParameters& parameter);
 /// The status that stands for a Laufzeitfehler of that number, raised while a file was written.
 std::int32_t status_beim_Schreiben(std::int32_t nummer) noexcept;
 

@@ -3,7 +3,7 @@
 Einstellungen::~Einstellungen() = default;
 
 void Einstellungen::GetSetting(const QString& /*pAbschnitt*/, const QString& /*pSchluessel*/, QString& pWert,
-                               const QString& /*pProgramm*/, const QString& /*pBenutzer*/, const QString& pVorgabe) {
+    const QString& /*pProgramm*/, const QString& /*pBenutzer*/, const QString& pVorgabe) {
   pWert = pVorgabe;
 }
 

@@ -14,7 +14,7 @@ class KVO_EXPORT Einstellungen {
   /// `pProgramm` and `pBenutzer` say whose setting is meant, "Standard" the one that all share.
   /// A store that can't be read raises; the dialog that asked then reports that and does not load.
   virtual void GetSetting(const QString& pAbschnitt, const QString& pSchluessel, QString& pWert,
-                          const QString& pProgramm, const QString& pBenutzer, const QString& pVorgabe);
+      const QString& pProgramm, const QString& pBenutzer, const QString& pVorgabe);
 };
 
 /// The host's application object, which the dialogs hand on to the host's own components. A host derives its own and

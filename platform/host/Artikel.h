@@ -18,12 +18,12 @@ class KVO_EXPORT clsArtikelManagerSQL : public komponenten::Komponente {
  public:
   ~clsArtikelManagerSQL() override;
   /// `pArt` is always 0. `pConnection` is open and stays the host's.
-  virtual void Init(std::int32_t pArt, const QString& pConnectString,
-                    const std::shared_ptr<adodb::Connection>& pConnection) = 0;
+  virtual void Init(
+      std::int32_t pArt, const QString& pConnectString, const std::shared_ptr<adodb::Connection>& pConnection) = 0;
   /// Looks for exactly that number. True makes the article the current one; False leaves the members as they were.
   /// The switches are the host's own and always come as true, false, false, false, false, true.
   virtual bool fktLeseArtikel(const QString& pArtikelnummer, bool pSchalter1, bool pSchalter2, bool pSchalter3,
-                              bool pSchalter4, bool pSchalter5, bool pSchalter6) = 0;
+      bool pSchalter4, bool pSchalter5, bool pSchalter6) = 0;
   /// Looks for an article whose number `pTeil` is a part of; True when there is one, whose full number is then
   /// Artikelnummer.
   virtual bool fktLeseArtikel_TeilArtikel(const QString& pTeil) = 0;

@@ -31,8 +31,7 @@ class KVO_EXPORT clsAuskunft : public komponenten::Komponente {
   /// see there; `pConnection` stays the host's.
   /// The number that it gives means nothing to the caller.
   virtual std::int32_t Anzeige_Auskunft(const QString& pName, const QString& pZusatz, const QString& pAppName,
-                                        const QString& pUser, const QString& pExeDir, const QString& pConnectString,
-                                        const std::shared_ptr<adodb::Connection>& pConnection,
-                                        Auskunftsempfaenger& pEmpfaenger, const QString& pReportDBTemplateDir,
-                                        const QString& pDBName) = 0;
+      const QString& pUser, const QString& pExeDir, const QString& pConnectString,
+      const std::shared_ptr<adodb::Connection>& pConnection, Auskunftsempfaenger& pEmpfaenger,
+      const QString& pReportDBTemplateDir, const QString& pDBName) = 0;
 };

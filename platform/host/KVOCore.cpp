@@ -10,7 +10,7 @@ namespace {
 class KonsolenCore final : public KVOCore {
  public:
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
-                    bool mitMeldung) override {
+      bool mitMeldung) override {
     if (!mitMeldung) return;
     const QByteArray zeile =
         u"Fehler %1 in %2.%3: %4\n"_s.arg(QString::number(nummer), modul, prozedur, beschreibung).toUtf8();

@@ -56,7 +56,7 @@ class KVO_EXPORT KVOCore {
   /// The central error report: class or form name, procedure name, the failure's number and words, and whether the
   /// user is to be told.
   virtual void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer,
-                            const QString& beschreibung, bool mitMeldung) = 0;
+      const QString& beschreibung, bool mitMeldung) = 0;
 
   /// Puts a window where it stood when it was stored last under that application name; leaves it alone when nothing was
   /// stored. Both do nothing here.

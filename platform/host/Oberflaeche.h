@@ -58,7 +58,7 @@ KVO_EXPORT std::shared_ptr<Mauszeiger> setze(std::shared_ptr<Mauszeiger> dienst)
 KVO_EXPORT std::shared_ptr<Ereignispumpe> setze(std::shared_ptr<Ereignispumpe> dienst);
 
 /// Shows a message box through the service in force.
-KVO_EXPORT Antwort MsgBox(const QString& text, Knoepfe knoepfe = Knoepfe::OK, Symbol symbol = Symbol::Keins,
-                          const QString& titel = {});
+KVO_EXPORT Antwort MsgBox(
+    const QString& text, Knoepfe knoepfe = Knoepfe::OK, Symbol symbol = Symbol::Keins, const QString& titel = {});
 
 }  // namespace oberflaeche

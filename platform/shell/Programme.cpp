@@ -148,8 +148,8 @@ Programm lies_Programm(const QString& pfad, const Gruppe& eintrag) {
   const QString befehl = entschluesselt(eintrag.value(u"Exec"_s));
   const QString probe = entschluesselt(eintrag.value(u"TryExec"_s));
   if (!ist_ausfuehrbar(befehl) || (!probe.isEmpty() && QStandardPaths::findExecutable(probe).isEmpty())) return {};
-  return {uebersetzt(eintrag, u"Name"_s), befehl, eintrag.value(u"Icon"_s), pfad,
-          entschluesselt(eintrag.value(u"Path"_s))};
+  return {
+      uebersetzt(eintrag, u"Name"_s), befehl, eintrag.value(u"Icon"_s), pfad, entschluesselt(eintrag.value(u"Path"_s))};
 }
 
 std::shared_ptr<Programmwahl>& in_Kraft() {

@@ -45,7 +45,7 @@ bool ShellExecute_open(const QString& datei) {
       [&] { return in_Kraft()->oeffne(QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(datei))); });
   if (!offen)
     MsgBox(u"Für die Datei „%1“ ließ sich kein Programm starten."_s.arg(datei), Knoepfe::OK, Symbol::Ausrufezeichen,
-           u"Achtung"_s);
+        u"Achtung"_s);
   return offen;
 }
 

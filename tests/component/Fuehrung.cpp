@@ -50,14 +50,10 @@ void waehle_Bild() {
 
 void plane_Anhaengen(Schrittfolge& folge) {
   folge.plane({u"Der Dialog geht auf."_s, {}, offen(u"frm_BildZuordnung"_s), {}});
-  folge.plane({u"Die Suche zeigt ein Bild."_s,
-               [] { hand().klicke(element(u"SSC_BilderLaden"_s)); },
-               [] { return element<QListView>(u"lvwContent"_s).model()->rowCount() == 1; },
-               {}});
-  folge.plane({u"Es steht im Dialog."_s,
-               waehle_Bild,
-               [] { return element<QLineEdit>(u"txt_BildName"_s).text().startsWith("kessel"_L1); },
-               {}});
+  folge.plane({u"Die Suche zeigt ein Bild."_s, [] { hand().klicke(element(u"SSC_BilderLaden"_s)); },
+      [] { return element<QListView>(u"lvwContent"_s).model()->rowCount() == 1; }, {}});
+  folge.plane({u"Es steht im Dialog."_s, waehle_Bild,
+      [] { return element<QLineEdit>(u"txt_BildName"_s).text().startsWith("kessel"_L1); }, {}});
   folge.plane({u"Gespeichert."_s, [] { hand().klicke(element(u"SSC_ZuordnungSpeichern"_s)); }, nichts_offen, {}});
 }
 
@@ -67,12 +63,10 @@ void plane_Zurueck(Schrittfolge& folge) {
 }
 
 void plane_Meldung(Schrittfolge& folge) {
-  folge.plane({u"Eine Meldung."_s,
-               {},
-               [] { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); },
-               [] {
-                 const auto* meldung = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-                 Schrittfolge::sage(u"Meldung: "_s + meldung->text());
+  folge.plane({u"Eine Meldung."_s, {}, [] { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); },
+      [] {
+    const auto* meldung = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    Schrittfolge::sage(u"Meldung: "_s + meldung->text());
                }});
   folge.plane({u"Gelesen."_s, [] { hand().taste(Qt::Key_Return); }, nichts_offen, {}});
 }

@@ -51,17 +51,11 @@ class Installation : public ::testing::Test {
   /// Configures and builds a project against the tree, with this build's compiler and settings.
   static Prozess baue(const QString& projekt, const QStringList& dazu) {
     const QString ziel = pfad(projekt);
-    const QStringList angaben{u"-S"_s,
-                              Quellen + u"tests/component/"_s + projekt,
-                              u"-B"_s,
-                              ziel,
-                              u"-G"_s,
-                              QStringLiteral(GENERATOR),
-                              u"-DCMAKE_CXX_COMPILER="_s + QStringLiteral(COMPILER),
-                              u"-DCMAKE_CXX_COMPILER_LAUNCHER="_s + QStringLiteral(LAUNCHER),
-                              u"-DCMAKE_CXX_FLAGS="_s + QStringLiteral(COMPILER_FLAGS),
-                              u"-DCMAKE_BUILD_TYPE="_s + QStringLiteral(BAUART),
-                              u"-DCMAKE_PREFIX_PATH="_s + baum()};
+    const QStringList angaben{u"-S"_s, Quellen + u"tests/component/"_s + projekt, u"-B"_s, ziel, u"-G"_s,
+        QStringLiteral(GENERATOR), u"-DCMAKE_CXX_COMPILER="_s + QStringLiteral(COMPILER),
+        u"-DCMAKE_CXX_COMPILER_LAUNCHER="_s + QStringLiteral(LAUNCHER),
+        u"-DCMAKE_CXX_FLAGS="_s + QStringLiteral(COMPILER_FLAGS), u"-DCMAKE_BUILD_TYPE="_s + QStringLiteral(BAUART),
+        u"-DCMAKE_PREFIX_PATH="_s + baum()};
     const Prozess vorher = starte(Cmake, angaben + dazu);
     return vorher.code == 0 ? starte(Cmake, {u"--build"_s, ziel}) : vorher;
   }

@@ -16,7 +16,7 @@ struct Prozess {
 /// Runs a program to its end, with variables of the environment besides those of the tests. A program that can't be
 /// started has the code -1.
 inline Prozess starte(const QString& programm, const QStringList& argumente,
-                      const QProcessEnvironment& umgebung = QProcessEnvironment::systemEnvironment()) {
+    const QProcessEnvironment& umgebung = QProcessEnvironment::systemEnvironment()) {
   QProcess prozess;
   prozess.setProcessEnvironment(umgebung);
   prozess.setStandardInputFile(QProcess::nullDevice());
@@ -25,7 +25,7 @@ inline Prozess starte(const QString& programm, const QStringList& argumente,
   if (!fertig) prozess.kill();
   const bool normal = fertig && prozess.exitStatus() == QProcess::NormalExit;
   return {normal ? prozess.exitCode() : -1, QString::fromUtf8(prozess.readAllStandardOutput()),
-          QString::fromUtf8(prozess.readAllStandardError())};
+      QString::fromUtf8(prozess.readAllStandardError())};
 }
 
 /// The end of a long output, where the reason stands.

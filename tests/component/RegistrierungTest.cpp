@@ -123,13 +123,13 @@ TEST(Probe, A_program_that_does_not_link_the_library_loads_it_and_calls_the_four
   const Prozess lauf = starte(QStringLiteral(PROBE), {QStringLiteral(BIBLIOTHEK)});
   EXPECT_EQ(lauf.code, 0) << ende(lauf);
   EXPECT_EQ(lauf.ausgabe,
-            u"DllRegisterServer 00000000\n"
-            "DllRegisterServer 00000000\n"
-            "DllGetClassObject 80040111\n"
-            "ppv null\n"
-            "DllGetClassObject without ppv 80004003\n"
-            "DllCanUnloadNow 00000001\n"
-            "DllUnregisterServer 00000000\n"
-            "DllUnregisterServer 00000000\n"
-            "closed, still there\n"_s);
+      u"DllRegisterServer 00000000\n"
+      "DllRegisterServer 00000000\n"
+      "DllGetClassObject 80040111\n"
+      "ppv null\n"
+      "DllGetClassObject without ppv 80004003\n"
+      "DllCanUnloadNow 00000001\n"
+      "DllUnregisterServer 00000000\n"
+      "DllUnregisterServer 00000000\n"
+      "closed, still there\n"_s);
 }

@@ -19,7 +19,7 @@ TEST_F(WegAusfall, AWritingConnectionThatFailedIsGivenUpAndOpenedAnew) {
   gespeichert(u"a"_s, 0);
   db.mitschrift().scheitere_beim_oeffnen();
   erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: Die Verbindung ist geschlossen oder für diesen Vorgang nicht geeignet"_s,
-                Antwort::Ja, [&] { db.mitschrift().heile(); });
+      Antwort::Ja, [&] { db.mitschrift().heile(); });
   EXPECT_TRUE(gehe([](clsBildZuordnungen& bilder) { aendere(bilder, 0, u"neu"_s); }).vollstaendig());
   EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|neu|0"_s});
 }
@@ -28,7 +28,7 @@ TEST_F(WegAusfall, ARunAfterOneThatTheUserGaveUpWritesWithoutAQuestion) {
   gespeichert(u"a"_s, 0);
   db.mitschrift().scheitere_beim_oeffnen();
   erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: Die Verbindung ist geschlossen oder für diesen Vorgang nicht geeignet"_s,
-                Antwort::Nein, [&] { db.mitschrift().heile(); });
+      Antwort::Nein, [&] { db.mitschrift().heile(); });
   EXPECT_EQ(gehe([](clsBildZuordnungen& bilder) { aendere(bilder, 0, u"eins"_s); }).nicht_geschrieben, 1);
   EXPECT_TRUE(gehe([](clsBildZuordnungen& bilder) { aendere(bilder, 0, u"zwei"_s); }).vollstaendig());
   EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|zwei|0"_s});
@@ -59,7 +59,7 @@ TEST_F(WegAusfall, WhatWaitsStaysInTheCollectionForAsManyTriesAsItTakes) {
   gespeichert(u"a"_s, 0);
   gespeichert(u"b"_s, 1);
   erwarte_Frage(u"3 von 3"_s, u"„a.jpg“, „b.jpg“, „neu.jpg“: "_s + Verweigert, Antwort::Ja,
-                [&] { db.mitschrift().scheitere_beim_oeffnen(); });
+      [&] { db.mitschrift().scheitere_beim_oeffnen(); });
   for (int i = 0; i < 3; ++i)
     erwarte_Frage(u"3 von 3"_s, u"„a.jpg“, „b.jpg“, „neu.jpg“: "_s + Kein_Zugang, Antwort::Ja, [&, i] {
       sammlung->AktInd(0);
@@ -110,8 +110,8 @@ TEST_F(WegAusfall, AfterTheLastRefusalTheTableIsAskedBeforeAnythingIsCalledLost)
     db.mitschrift().scheitere_immer();
     throw Laufzeitfehler(fehlernummer::Anweisung, u"Die Verbindung ist abgerissen"_s);
   });
-  erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: Die Verbindung ist abgerissen"_s, Antwort::Nein,
-                [&] { db.mitschrift().heile(); });
+  erwarte_Frage(
+      u"1 von 1"_s, u"„a.jpg“: Die Verbindung ist abgerissen"_s, Antwort::Nein, [&] { db.mitschrift().heile(); });
   const Ergebnis ergebnis = gehe([&](clsBildZuordnungen& bilder) { neues(bilder, u"a"_s); });
   EXPECT_EQ(ergebnis.text(), u"1 Zeile geschrieben: 1 neu."_s);
 }
@@ -129,13 +129,12 @@ TEST_F(WegAusfall, WhereNobodyCanTellTheResultSaysSo) {
 TEST_F(WegAusfall, AFileThatAnotherConnectionLocksIsWrittenWhenItIsFree) {
   if (pruefziel() != Pruefziel::Sqlite) GTEST_SKIP() << "a server waits";
   gespeichert(u"a"_s, 0);
-  erwarte_Frage(
-      u"1 von 1"_s,
+  erwarte_Frage(u"1 von 1"_s,
       u"„a.jpg“: Die Anweisung ist fehlgeschlagen: die Datenbank ist gesperrt, eine offene Transaktion desselben Programmfadens wurde in 0.05 Sekunden nicht beendet (database is locked)"_s,
       Antwort::Ja, [&] { db.fuehre_aus(u"COMMIT"_s); });
   EXPECT_TRUE(gehe([&](clsBildZuordnungen& bilder) {
-                aendere(bilder, 0, u"neu"_s);
-                db.fuehre_aus(u"BEGIN IMMEDIATE"_s);
-              }).vollstaendig());
+    aendere(bilder, 0, u"neu"_s);
+    db.fuehre_aus(u"BEGIN IMMEDIATE"_s);
+  }).vollstaendig());
   EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|neu|0"_s});
 }

@@ -35,7 +35,7 @@ const QString Nicht_kopiert = u"Die Datei ist nicht kopiert: "_s;
 TEST_F(WegDateien, ACopyThatFailedIsMadeAgainWithItsTextAndItsRow) {
   gespeichert(u"a"_s, 0);
   erwarte_Frage(u"1 von 1"_s, u"„foto.jpg“: "_s + Nicht_kopiert + u"Der Datenträger ist voll"_s, Antwort::Ja,
-                [&] { EXPECT_EQ(zeilen().size(), 1) << "no row without its file"; });
+      [&] { EXPECT_EQ(zeilen().size(), 1) << "no row without its file"; });
   const Ergebnis ergebnis = gehe([&](clsBildZuordnungen& bilder) {
     Bildspur& spur = lege_Spur_ohne_Datei(lege_Spur(bilder), u"foto20240101_000000"_s, u"P:\\Eingang\\foto.jpg"_s);
     spur.ohne_Datei->Bild_Beschreibung = u"Bob's"_s;
@@ -92,12 +92,12 @@ TEST_F(WegDateien, ACopyOfAnotherSizeThanItsSourceIsTold) {
       u"„neu.jpg“: Die Datei in der Bildablage hat 4 statt 9 Bytes. Sehen Sie das Bild an; stimmt es nicht, entfernen "
       "Sie es und hängen Sie es neu an."_s);
   EXPECT_EQ(gehe([&](clsBildZuordnungen& bilder) {
-              neues(bilder, u"neu"_s);
-              Bildspur& spur = lege_Spur(bilder).bilder[0];
-              spur.quelle = u"P:\\Eingang\\neu.jpg"_s;
-              spur.groesse = 9;
-            }).neu,
-            1);
+    neues(bilder, u"neu"_s);
+    Bildspur& spur = lege_Spur(bilder).bilder[0];
+    spur.quelle = u"P:\\Eingang\\neu.jpg"_s;
+    spur.groesse = 9;
+  }).neu,
+      1);
 }
 
 TEST_F(WegDateien, ANameThatIsTakenIsToldAndTheOtherEditsOfTheRowAreKept) {
@@ -106,11 +106,11 @@ TEST_F(WegDateien, ANameThatIsTakenIsToldAndTheOtherEditsOfTheRowAreKept) {
       u"„a.jpg“: Das Bild behält seinen Namen, „b“ bekommt es nicht: Datei existiert bereits. Alles andere daran ist "
       "davon unberührt; wählen Sie einen anderen Namen."_s);
   EXPECT_TRUE(gehe([&](clsBildZuordnungen& bilder) {
-                aendere(bilder, 0, u"neu"_s);
-                Bildspur& spur = lege_Spur(bilder).bilder[0];
-                spur.abgelehnter_Name = u"b"_s;
-                spur.umbenennung = gescheitert(u"Datei existiert bereits"_s);
-              }).vollstaendig());
+    aendere(bilder, 0, u"neu"_s);
+    Bildspur& spur = lege_Spur(bilder).bilder[0];
+    spur.abgelehnter_Name = u"b"_s;
+    spur.umbenennung = gescheitert(u"Datei existiert bereits"_s);
+  }).vollstaendig());
   EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|neu|0"_s});
 }
 
@@ -143,10 +143,10 @@ TEST_F(WegDateien, ARenameThatNobodyReportedIsFoundByTheMissingRow) {
   gespeichert(u"a"_s, 0);
   gespeichert(u"a"_s, 0, u"Belege\\1"_s, u"RE"_s);
   EXPECT_TRUE(gehe([&](clsBildZuordnungen& bilder) {
-                benenne_um(bilder, 0, u"neu"_s);
-                bilder.Bild_Beschreibung(u"anders"_s);
-                benenne_Datei_um(u"a"_s, u"neu"_s);
-              }).vollstaendig());
+    benenne_um(bilder, 0, u"neu"_s);
+    bilder.Bild_Beschreibung(u"anders"_s);
+    benenne_Datei_um(u"a"_s, u"neu"_s);
+  }).vollstaendig());
   EXPECT_EQ(zeilen(), QStringList{u"neu|Belege\\1|anders|0"_s});
   EXPECT_EQ(zeilen(u"Key1 = 'RE'"_s), QStringList{u"neu|Belege\\1|T|0"_s});
 }
@@ -158,10 +158,10 @@ TEST_F(WegDateien, WhereTheFileKeptItsNameTheTableFollowsIt) {
       u"„a.jpg“: Das Bild heißt weiter so, weil seine Datei nicht „neu.jpg“ heißt; die Tabelle hat wieder "
       "diesen Namen."_s);
   EXPECT_TRUE(gehe([&](clsBildZuordnungen& bilder) {
-                benenne_um(bilder, 0, u"neu"_s).umbenennung = gescheitert(Verweigert);
-                bilder.Bild_Beschreibung(u"anders"_s);
-                db.fuehre_aus(u"update Bild_Zuordnungen set Bildname = 'neu'"_s);
-              }).vollstaendig());
+    benenne_um(bilder, 0, u"neu"_s).umbenennung = gescheitert(Verweigert);
+    bilder.Bild_Beschreibung(u"anders"_s);
+    db.fuehre_aus(u"update Bild_Zuordnungen set Bildname = 'neu'"_s);
+  }).vollstaendig());
   EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|anders|0"_s});
   EXPECT_EQ(zeilen(u"Key1 = 'RE'"_s), QStringList{u"a|Belege\\1|T|0"_s});
 }
@@ -170,9 +170,9 @@ TEST_F(WegDateien, APictureThatHasTheOldNameByNowKeepsItInTheOtherRecords) {
   gespeichert(u"a"_s, 0);
   gespeichert(u"a"_s, 0, u"Belege\\1"_s, u"RE"_s);
   EXPECT_TRUE(gehe([&](clsBildZuordnungen& bilder) {
-                benenne_um(bilder, 0, u"neu"_s).umbenennung = gescheitert(Verweigert);
-                wurzel.schreibe(datei(u"neu"_s), "bild");
-              }).vollstaendig());
+    benenne_um(bilder, 0, u"neu"_s).umbenennung = gescheitert(Verweigert);
+    wurzel.schreibe(datei(u"neu"_s), "bild");
+  }).vollstaendig());
   EXPECT_EQ(zeilen(), QStringList{u"neu|Belege\\1|T|0"_s});
   EXPECT_EQ(zeilen(u"Key1 = 'RE'"_s), QStringList{u"a|Belege\\1|T|0"_s});
 }
@@ -181,11 +181,11 @@ TEST_F(WegDateien, ATextFileThatFailedIsWrittenAgain) {
   gespeichert(u"a"_s, 0);
   erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: Der Infotext ist nicht geschrieben: Zugriff verweigert"_s, Antwort::Ja);
   EXPECT_TRUE(gehe([&](clsBildZuordnungen& bilder) {
-                aendere(bilder, 0, u"neu"_s);
-                Bildspur& spur = lege_Spur(bilder).bilder[0];
-                spur.bildinfo = u"Kessel"_s;
-                spur.text = gescheitert(u"Zugriff verweigert"_s);
-              }).vollstaendig());
+    aendere(bilder, 0, u"neu"_s);
+    Bildspur& spur = lege_Spur(bilder).bilder[0];
+    spur.bildinfo = u"Kessel"_s;
+    spur.text = gescheitert(u"Zugriff verweigert"_s);
+  }).vollstaendig());
   EXPECT_EQ(wurzel.lies(u"Belege/1/ajpg.txt"_s), "Kessel");
 }
 
@@ -226,9 +226,9 @@ TEST_F(WegDateien, AFileThatWentMeanwhileIsToldAndOneThatWasMissingBeforeIsNot) 
       u"„a.jpg“: Die Datei ist nicht mehr in der Bildablage. Legen Sie sie zurück, oder entfernen Sie das Bild aus dem "
       "Vorgang."_s);
   EXPECT_EQ(gehe([&](clsBildZuordnungen& bilder) {
-              aendere(bilder, 0, u"neu"_s);
-              aendere(bilder, 1, u"neu"_s);
-              EXPECT_TRUE(QFile::remove(wurzel.pfad(datei(u"a"_s))));
-            }).geaendert,
-            2);
+    aendere(bilder, 0, u"neu"_s);
+    aendere(bilder, 1, u"neu"_s);
+    EXPECT_TRUE(QFile::remove(wurzel.pfad(datei(u"a"_s))));
+  }).geaendert,
+      2);
 }

@@ -62,13 +62,13 @@ TEST_F(WegDialog, AnOrderThatWasNotSavedIsToldWithoutNames) {
   gespeichert(u"a"_s, 0);
   meldungen.erwarte({u"Der Dialog ist geschlossen, aber Ihre Änderungen sind nicht gespeichert.\r\n\r\nDen Dialog mit "
                      "diesen Änderungen noch einmal öffnen?"_s,
-                     u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::JaNein},
-                    Antwort::Nein);
+                        u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::JaNein},
+      Antwort::Nein);
   EXPECT_EQ(gehe([](clsBildZuordnungen& bilder) {
-              schliesse_ungespeichert(bilder);
-              Sammlungszugriff::spur(bilder)->stand->betroffene.clear();
-            }).nicht_geschrieben,
-            1);
+    schliesse_ungespeichert(bilder);
+    Sammlungszugriff::spur(bilder)->stand->betroffene.clear();
+  }).nicht_geschrieben,
+      1);
 }
 
 TEST_F(WegDialog, AKeyWithAnApostropheOrTooLongIsRefusedBeforeAnythingIsSent) {
@@ -80,14 +80,14 @@ TEST_F(WegDialog, AKeyWithAnApostropheOrTooLongIsRefusedBeforeAnythingIsSent) {
   Zuordnungsweg::Vorgang mit_Hochkomma = vorgang();
   mit_Hochkomma.Key2 = u"24'1"_s;
   meldungen.erwarte({u"Die Nummer „AB 24'1“ enthält ein Hochkomma; solchen Vorgängen sind keine Bilder zuzuordnen."_s,
-                     u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+      u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   EXPECT_FALSE(weg.gehe(mit_Hochkomma).geoeffnet);
   Zuordnungsweg::Vorgang lang = vorgang();
   lang.Key2 = QString(51, u'7');
   meldungen.erwarte(
       {u"Ein Teil der Nummer „AB %1“ ist länger als 50 Zeichen; solchen Vorgängen sind keine Bilder "
        "zuzuordnen."_s.arg(lang.Key2),
-       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   EXPECT_FALSE(weg.gehe(lang).geoeffnet);
   EXPECT_TRUE(db.mitschrift().hole().isEmpty());
 }
@@ -101,9 +101,9 @@ TEST_F(WegDialog, AMissingRootAndAReadThatFailsAreToldAndNothingOpens) {
   meldungen.erwarte(
       {u"Die Bildablage „P:\\fehlt“ ist nicht zu erreichen.\r\n\r\nDer Dialog wird nicht geöffnet, weil er "
        "alle Bilder zum Entfernen vormerken würde."_s,
-       u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
   EXPECT_EQ(Zuordnungsweg(std::make_shared<Betrieb>(db), u"P:\\fehlt"_s, nie).gehe(vorgang()).text(),
-            u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
+      u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
   db.mitschrift().scheitere_immer();
   meldungen.erwarte(
       {u"Die Zuordnungen sind nicht zu lesen: "_s + Verweigert, u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});

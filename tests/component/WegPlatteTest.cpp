@@ -98,14 +98,14 @@ TEST_F(WegPlatte, OnAFullDiskEverythingWaitsUntilThereIsRoom) {
   gespeichert(u"a"_s, 0);
   const QStringList fragen = gehe_mit_Frage(
       [&](clsBildZuordnungen& bilder) {
-        aendere(bilder, 0, u"Bob's"_s);
-        neues(bilder, u"neu"_s);
-        voll = true;
+    aendere(bilder, 0, u"Bob's"_s);
+    neues(bilder, u"neu"_s);
+    voll = true;
       },
       [&] {
-        voll = false;
-        EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|T|0"_s});
-      });
+    voll = false;
+    EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|T|0"_s});
+  });
   ASSERT_EQ(fragen.size(), 1);
   EXPECT_TRUE(fragen[0].startsWith(u"2 von 2 Bildern"_s)) << fragen[0].toStdString();
   EXPECT_EQ(zeilen(), (QStringList{u"a|Belege\\1|Bob's|0"_s, u"neu|Belege\\1|<NULL>|1"_s}));
@@ -115,8 +115,8 @@ TEST_F(WegPlatte, AFileThatCanOnlyBeReadIsWrittenOverANewConnectionWhenItCanBeWr
   gespeichert(u"a"_s, 0);
   const QStringList fragen = gehe_mit_Frage(
       [&](clsBildZuordnungen& bilder) {
-        aendere(bilder, 0, u"Bob's"_s);
-        nur_lesbar = true;
+    aendere(bilder, 0, u"Bob's"_s);
+    nur_lesbar = true;
       },
       [&] { nur_lesbar = false; });
   ASSERT_EQ(fragen.size(), 1);

@@ -33,8 +33,8 @@ std::vector<Lage> lagen(const std::vector<Wunsch>& wuensche, const std::vector<S
 
 TEST(Wegpruefung, WhatIsThereAsWantedIsFulfilledAndWhatIsGoneToo) {
   EXPECT_EQ(lagen({{Art::Einfuegen, stand(u"a"_s)}, {Art::Aendern, stand(u"b"_s, 1)}, {Art::Entfernen, stand(u"c"_s)}},
-                  {stand(u"a"_s), stand(u"b"_s, 1), stand(u"d"_s)}),
-            (std::vector<Lage>{Lage::Erfuellt, Lage::Erfuellt, Lage::Erfuellt}));
+                {stand(u"a"_s), stand(u"b"_s, 1), stand(u"d"_s)}),
+      (std::vector<Lage>{Lage::Erfuellt, Lage::Erfuellt, Lage::Erfuellt}));
 }
 
 TEST(Wegpruefung, TheIdentityIsComparedAsTheTableDoes) {
@@ -50,12 +50,12 @@ TEST(Wegpruefung, EachColumnThatDiffersIsNamed) {
   const auto befunde = weg::pruefe({{Art::Aendern, stand(u"a"_s)}}, {anderer});
   EXPECT_EQ(befunde[0].lage, Lage::Anders);
   EXPECT_EQ(befunde[0].abweichungen,
-            (QStringList{u"Name"_s, u"Ordner"_s, u"Drucktext"_s, u"Druckangaben"_s, u"Reihenfolge"_s}));
+      (QStringList{u"Name"_s, u"Ordner"_s, u"Drucktext"_s, u"Druckangaben"_s, u"Reihenfolge"_s}));
 }
 
 TEST(Wegpruefung, AMissingRowAndOneThatShouldBeGoneAreFound) {
   EXPECT_EQ(lagen({{Art::Aendern, stand(u"a"_s)}, {Art::Entfernen, stand(u"b"_s)}}, {stand(u"b"_s)}),
-            (std::vector<Lage>{Lage::Fehlt, Lage::Steht_noch}));
+      (std::vector<Lage>{Lage::Fehlt, Lage::Steht_noch}));
 }
 
 TEST(Wegpruefung, RowsOfOneIdentityAreCountedEachOnce) {
@@ -71,6 +71,6 @@ TEST(Wegpruefung, OnlyARowThatThisRunWroteCountsAsDouble) {
   EXPECT_EQ(lagen({{Art::Aendern, a}}, {a, a}), std::vector<Lage>{Lage::Erfuellt}) << "a clone stands twice by design";
   EXPECT_EQ(lagen({{Art::Einfuegen, a}}, {a, a, a}), std::vector<Lage>{Lage::Erfuellt}) << "nobody knows whose";
   EXPECT_EQ(lagen({{Art::Einfuegen, a}}, {a, stand(u"a"_s, 7)}), std::vector<Lage>{Lage::Erfuellt});
-  EXPECT_EQ(lagen({{Art::Aendern, a}, {Art::Einfuegen, a}}, {a, a, a}),
-            (std::vector<Lage>{Lage::Erfuellt, Lage::Doppelt}));
+  EXPECT_EQ(
+      lagen({{Art::Aendern, a}, {Art::Einfuegen, a}}, {a, a, a}), (std::vector<Lage>{Lage::Erfuellt, Lage::Doppelt}));
 }

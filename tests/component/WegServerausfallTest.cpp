@@ -88,8 +88,8 @@ class WegServerausfall : public ::testing::Test {
     std::function<void(qsizetype)> dabei_;
   };
   /// The answers in force for a walk; all of them must be asked for.
-  Zuordnungsweg::Ergebnis gehe(const std::function<void()>& danach, const QList<Antwort>& antworten,
-                               std::function<void(qsizetype)> dabei) {
+  Zuordnungsweg::Ergebnis gehe(
+      const std::function<void()>& danach, const QList<Antwort>& antworten, std::function<void(qsizetype)> dabei) {
     const auto fenster = std::make_shared<Antworten>(antworten, std::move(dabei));
     const auto vorher = oberflaeche::setze(fenster);
     const Zuordnungsweg::Ergebnis ergebnis = gehe(danach);
@@ -107,9 +107,9 @@ class WegServerausfall : public ::testing::Test {
 
 TEST_F(WegServerausfall, AServerThatComesBackAfterSeveralTriesGetsEverything) {
   const auto ergebnis = gehe([] { auftrag(u"halt"_s); }, {Antwort::Ja, Antwort::Ja, Antwort::Ja},
-                             [](qsizetype nummer) {
-                               if (nummer == 2) auftrag(u"weiter"_s);
-                             });
+      [](qsizetype nummer) {
+    if (nummer == 2) auftrag(u"weiter"_s);
+  });
   EXPECT_TRUE(ergebnis.vollstaendig()) << ergebnis.text().toStdString();
   EXPECT_EQ(tabelle(), Geschrieben);
 }
@@ -117,10 +117,10 @@ TEST_F(WegServerausfall, AServerThatComesBackAfterSeveralTriesGetsEverything) {
 TEST_F(WegServerausfall, CutConnectionsAreOpenedAnewAfterOneQuestion) {
   const auto ergebnis = gehe(
       [] {
-        // Both are open, then both are cut.
-        ASSERT_TRUE(BasZuordnungen::CmdSql(u"delete from Bild_Zuordnungen where Key1 = 'nie'"_s,
-                                           u"Provider=SQLOLEDB;"_s + pruefserver_angaben(), true));
-        auftrag(u"trenne-alle"_s);
+    // Both are open, then both are cut.
+    ASSERT_TRUE(BasZuordnungen::CmdSql(
+        u"delete from Bild_Zuordnungen where Key1 = 'nie'"_s, u"Provider=SQLOLEDB;"_s + pruefserver_angaben(), true));
+    auftrag(u"trenne-alle"_s);
       },
       {Antwort::Ja}, [](qsizetype) {});
   EXPECT_TRUE(ergebnis.vollstaendig()) << ergebnis.text().toStdString();

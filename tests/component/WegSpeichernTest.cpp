@@ -58,7 +58,7 @@ TEST_F(WegSpeichern, NewRowsGetTheKeysOfTheRecordWhereverTheyStand) {
     }
   });
   EXPECT_EQ(zeilen(u"Key1 = 'AB' and Key2 = '1' and Key3 = '-' and key4 = '-' and Typ1 = 'BEL' and Typ2 = '-'"_s),
-            (QStringList{u"neu|Belege\\1|<NULL>|0"_s, u"a|Belege\\1|T|1"_s, u"b|Belege\\1|T|2"_s}));
+      (QStringList{u"neu|Belege\\1|<NULL>|0"_s, u"a|Belege\\1|T|1"_s, u"b|Belege\\1|T|2"_s}));
 }
 
 TEST_F(WegSpeichern, RowsWhoseStoredNumberIsNotTheirPlaceAreWrittenToo) {
@@ -74,10 +74,10 @@ TEST_F(WegSpeichern, ANewPictureThatIsRemovedAtOnceSendsNothing) {
   gespeichert(u"a"_s, 0);
   db.mitschrift().hole();
   EXPECT_EQ(gehe([&](clsBildZuordnungen& bilder) {
-              neues(bilder, u"a"_s);
-              bilder.Bild_Delete(true);
-            }).text(),
-            u"Nichts geändert."_s);
+    neues(bilder, u"a"_s);
+    bilder.Bild_Delete(true);
+  }).text(),
+      u"Nichts geändert."_s);
   EXPECT_EQ(anweisungen({}).size(), 1);
   EXPECT_EQ(zeilen().size(), 1);
 }
@@ -86,9 +86,9 @@ TEST_F(WegSpeichern, ASecondTryWritesTheTextAsTheUserTypedIt) {
   gespeichert(u"a"_s, 0);
   erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: "_s + Verweigert, Antwort::Ja);
   EXPECT_TRUE(gehe([&](clsBildZuordnungen& bilder) {
-                aendere(bilder, 0, u"Bob's"_s);
-                db.mitschrift().scheitere_am_naechsten();
-              }).vollstaendig());
+    aendere(bilder, 0, u"Bob's"_s);
+    db.mitschrift().scheitere_am_naechsten();
+  }).vollstaendig());
   EXPECT_EQ(zeilen(), QStringList{u"a|Belege\\1|Bob's|0"_s});
 }
 
@@ -200,9 +200,9 @@ TEST_F(WegSpeichern, WhatOthersChangedMeanwhileIsNotCompared) {
   gespeichert(u"a"_s, 0);
   gespeichert(u"b"_s, 1);
   EXPECT_TRUE(gehe([&](clsBildZuordnungen& bilder) {
-                aendere(bilder, 0, u"neu"_s);
-                db.fuehre_aus(u"update Bild_Zuordnungen set Beschreibung = 'fremd' where Bildname = 'b'"_s);
-              }).vollstaendig());
+    aendere(bilder, 0, u"neu"_s);
+    db.fuehre_aus(u"update Bild_Zuordnungen set Beschreibung = 'fremd' where Bildname = 'b'"_s);
+  }).vollstaendig());
   EXPECT_EQ(zeilen(), (QStringList{u"a|Belege\\1|neu|0"_s, u"b|Belege\\1|fremd|1"_s}));
 }
 

@@ -40,8 +40,8 @@ class Wegtest : public ::testing::Test {
   ~Wegtest() override { BasZuordnungen::verwirf_Verbindung(); }
 
   static Zuordnungsweg::Vorgang vorgang() {
-    return {QStringLiteral("AB"),        QStringLiteral("1"),         {}, {}, QStringLiteral("BEL"), {},
-            QStringLiteral("Belege\\1"), QStringLiteral("Beleg AB 1")};
+    return {QStringLiteral("AB"), QStringLiteral("1"), {}, {}, QStringLiteral("BEL"), {}, QStringLiteral("Belege\\1"),
+        QStringLiteral("Beleg AB 1")};
   }
   static QString datei(const QString& name) { return QStringLiteral("Belege/1/") + name + QStringLiteral(".jpg"); }
 
@@ -60,12 +60,13 @@ class Wegtest : public ::testing::Test {
 
   /// A picture that is there, with its row; the last two columns of its identity and its folder can be others.
   void gespeichert(const QString& name, int platz, const QString& ordner = QStringLiteral("Belege\\1"),
-                   const QString& key1 = QStringLiteral("AB")) {
-    db.fuehre_aus(QStringLiteral("insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, "
-                                 "BildPfad, Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) "
-                                 "Values ('%1','1','-','-','%2','jpg','BEL','-','%3','T','0001',NULL,'-',%4)")
-                      .arg(key1, name, ordner)
-                      .arg(platz));
+      const QString& key1 = QStringLiteral("AB")) {
+    db.fuehre_aus(
+        QStringLiteral("insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, "
+                       "BildPfad, Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) "
+                       "Values ('%1','1','-','-','%2','jpg','BEL','-','%3','T','0001',NULL,'-',%4)")
+            .arg(key1, name, ordner)
+            .arg(platz));
     wurzel.schreibe(QString(ordner).replace(u'\\', u'/') + u'/' + name + QStringLiteral(".jpg"), "bild");
   }
   /// What the dialog leaves of a new picture: blank keys.
@@ -117,9 +118,9 @@ class Wegtest : public ::testing::Test {
   QStringList zeilen(const QString& where = QStringLiteral("Key1 = 'AB'")) {
     QStringList liste;
     for (const QStringList& zeile :
-         db.zeilen(QStringLiteral("Select Bildname, BildPfad, Beschreibung, SortIndex from Bild_Zuordnungen where %1 "
-                                  "order by SortIndex, Bildname")
-                       .arg(where)))
+        db.zeilen(QStringLiteral("Select Bildname, BildPfad, Beschreibung, SortIndex from Bild_Zuordnungen where %1 "
+                                 "order by SortIndex, Bildname")
+                      .arg(where)))
       liste.append(zeile.join(u'|'));
     return liste;
   }
@@ -130,17 +131,17 @@ class Wegtest : public ::testing::Test {
     return liste;
   }
 
-  void erwarte_Frage(const QString& zahlen, const QString& zeilen, oberflaeche::Antwort antwort,
-                     std::function<void()> dabei = {}) {
+  void erwarte_Frage(
+      const QString& zahlen, const QString& zeilen, oberflaeche::Antwort antwort, std::function<void()> dabei = {}) {
     meldungen.erwarte(
         {zahlen + QStringLiteral(" Bildern sind nicht gespeichert:\r\n\r\n") + zeilen +
-             QStringLiteral("\r\n\r\nNoch einmal versuchen?"),
-         QStringLiteral("Bildzuordnung"), oberflaeche::Symbol::Ausrufezeichen, oberflaeche::Knoepfe::JaNein},
+                QStringLiteral("\r\n\r\nNoch einmal versuchen?"),
+            QStringLiteral("Bildzuordnung"), oberflaeche::Symbol::Ausrufezeichen, oberflaeche::Knoepfe::JaNein},
         antwort, std::move(dabei));
   }
   void erwarte_Hinweis(const QString& zeilen) {
     meldungen.erwarte({QStringLiteral("Nicht alles ist so gespeichert, wie es im Dialog stand:\r\n\r\n") + zeilen,
-                       QStringLiteral("Bildzuordnung"), oberflaeche::Symbol::Ausrufezeichen, oberflaeche::Knoepfe::OK});
+        QStringLiteral("Bildzuordnung"), oberflaeche::Symbol::Ausrufezeichen, oberflaeche::Knoepfe::OK});
   }
 
   MeldungsDoppel meldungen;

@@ -46,8 +46,8 @@ int main(int argc, char** argv) {
     return 2;
   }
   const bool alle = rufe(bibliothek, "DllRegisterServer") && rufe(bibliothek, "DllRegisterServer") &&
-                    rufe_Klassenobjekt(bibliothek) && rufe(bibliothek, "DllCanUnloadNow") &&
-                    rufe(bibliothek, "DllUnregisterServer") && rufe(bibliothek, "DllUnregisterServer");
+      rufe_Klassenobjekt(bibliothek) && rufe(bibliothek, "DllCanUnloadNow") &&
+      rufe(bibliothek, "DllUnregisterServer") && rufe(bibliothek, "DllUnregisterServer");
   ::dlclose(bibliothek);
   std::printf("closed, %s\n", ::dlopen(argv[1], RTLD_NOW | RTLD_NOLOAD) ? "still there" : "gone");
   return alle ? 0 : 1;

@@ -106,11 +106,10 @@ TEST(Abdeckung, EveryTestExistsInItsProgram) {
 }
 
 TEST(Abdeckung, EveryPublicMemberOfAClassIsListed) {
-  for (const auto& [kopf, klasse] :
-       {std::pair{u"store/clsBildZuordnungen.h"_s, u"clsBildZuordnungen"_s},
-        std::pair{u"store/clsBilderSpeicher.h"_s, u"clsBilderSpeicher"_s},
-        std::pair{u"dialogs/assignment/clsDialoge.h"_s, u"clsDialoge"_s},
-        std::pair{u"exif/clsExifInfo.h"_s, u"clsExifInfo"_s}, std::pair{u"imaging/frmPic.h"_s, u"frmPic"_s}}) {
+  for (const auto& [kopf, klasse] : {std::pair{u"store/clsBildZuordnungen.h"_s, u"clsBildZuordnungen"_s},
+           std::pair{u"store/clsBilderSpeicher.h"_s, u"clsBilderSpeicher"_s},
+           std::pair{u"dialogs/assignment/clsDialoge.h"_s, u"clsDialoge"_s},
+           std::pair{u"exif/clsExifInfo.h"_s, u"clsExifInfo"_s}, std::pair{u"imaging/frmPic.h"_s, u"frmPic"_s}}) {
     const QSet<QString> namen = Quelltext(projekt::lies(kopf)).oeffentliche_Namen(klasse);
     EXPECT_FALSE(namen.isEmpty()) << kopf.toStdString();
     EXPECT_EQ(fehlende(namen, gelistet(klasse)), QString()) << klasse.toStdString();
@@ -132,7 +131,7 @@ TEST(Abdeckung, EveryPublicMemberOfAFormIsListed) {
 
 TEST(Abdeckung, EveryFunctionOfAModuleIsListed) {
   for (const QString& kopf :
-       {u"store/BasZuordnungen.h"_s, u"store/mod_BilderSuchen.h"_s, u"imaging/mod_GrafikKonvert.h"_s}) {
+      {u"store/BasZuordnungen.h"_s, u"store/mod_BilderSuchen.h"_s, u"imaging/mod_GrafikKonvert.h"_s}) {
     const QString modul = QFileInfo(kopf).baseName();
     const QSet<QString> namen = Quelltext(projekt::lies(kopf)).freie_Funktionen();
     EXPECT_GT(namen.size(), 3) << kopf.toStdString();
@@ -170,5 +169,5 @@ TEST(Abdeckung, AClassIsReadWithAllItsMembers) {
       "};\n"
       "class Danach {\n"_s);
   EXPECT_EQ(quelle.oeffentliche_Namen(u"clsProbe"_s),
-            (QSet<QString>{u"eins"_s, u"zwei"_s, u"drei"_s, u"vier"_s, u"fuenf"_s, u"sechs"_s}));
+      (QSet<QString>{u"eins"_s, u"zwei"_s, u"drei"_s, u"vier"_s, u"fuenf"_s, u"sechs"_s}));
 }

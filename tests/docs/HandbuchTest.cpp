@@ -40,7 +40,7 @@ bool ist_Satz(const QString& text) {
 QStringList quellen() {
   QStringList liste;
   for (const QString& ordner :
-       {u"dialogs"_s, u"store"_s, u"imaging"_s, u"component"_s, u"host"_s, u"platform/shell"_s, u"platform/forms"_s})
+      {u"dialogs"_s, u"store"_s, u"imaging"_s, u"component"_s, u"host"_s, u"platform/shell"_s, u"platform/forms"_s})
     liste += projekt::dateien(ordner, {u"*.cpp"_s});
   static const QRegularExpression Andere(u"/(Rundgang|Schrittfolge|Beispieltabelle)"_s);
   liste.removeIf([](const QString& datei) { return datei.contains(Andere); });

@@ -129,8 +129,7 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
 }
 
 QSet<QString> Quelltext::freie_Funktionen() const {
-  static const QRegularExpression funktion(
-      u"^(?=\\w)(?!return)[^(=;\\n]*[ &*>](\\w+)\\("_s,
+  static const QRegularExpression funktion(u"^(?=\\w)(?!return)[^(=;\\n]*[ &*>](\\w+)\\("_s,
       QRegularExpression::MultilineOption | QRegularExpression::UseUnicodePropertiesOption);
   QSet<QString> namen;
   for (auto lauf = funktion.globalMatch(code_); lauf.hasNext();) namen.insert(lauf.next().captured(1));

@@ -90,6 +90,6 @@ const Anblickzeile* Anblick::zeile(const QString& liste, const QString& text) co
 }
 
 int Anblick::anzahl_sichtbarer(const QString& anfang) const {
-  return static_cast<int>(std::count_if(elemente.begin(), elemente.end(),
-                                        [&](const Element& e) { return e.sichtbar && e.name.startsWith(anfang); }));
+  return static_cast<int>(std::count_if(
+      elemente.begin(), elemente.end(), [&](const Element& e) { return e.sichtbar && e.name.startsWith(anfang); }));
 }

@@ -81,13 +81,10 @@ bool zu_treffen(const QWidget& widget) {
 }
 
 QJsonObject element_von(const QWidget& widget) {
-  QJsonObject element{{u"name"_s, widget.objectName()},
-                      {u"ort"_s, auf_dem_Schirm(widget, widget.rect())},
-                      {u"sichtbar"_s, widget.isVisible()},
-                      {u"frei"_s, widget.isEnabled()},
-                      {u"fokus"_s, QApplication::focusWidget() == &widget},
-                      {u"treffbar"_s, widget.isVisible() && zu_treffen(widget)},
-                      {u"text"_s, text_von(widget)}};
+  QJsonObject element{{u"name"_s, widget.objectName()}, {u"ort"_s, auf_dem_Schirm(widget, widget.rect())},
+      {u"sichtbar"_s, widget.isVisible()}, {u"frei"_s, widget.isEnabled()},
+      {u"fokus"_s, QApplication::focusWidget() == &widget}, {u"treffbar"_s, widget.isVisible() && zu_treffen(widget)},
+      {u"text"_s, text_von(widget)}};
   if (const auto* knopf = qobject_cast<const QAbstractButton*>(&widget)) element[u"an"_s] = knopf->isChecked();
   const auto* liste = qobject_cast<const QAbstractItemView*>(&widget);
   if (liste && liste->model() && liste->isVisible() && !qobject_cast<const QHeaderView*>(&widget)) {
@@ -111,7 +108,7 @@ const QWidget* fenster_vorn() {
 /// What has a name, and what has none but can be told by its text or its rows.
 bool von_Belang(const QWidget& widget) {
   return !widget.objectName().isEmpty() || qobject_cast<const QAbstractButton*>(&widget) ||
-         qobject_cast<const QLineEdit*>(&widget) || qobject_cast<const QAbstractItemView*>(&widget);
+      qobject_cast<const QLineEdit*>(&widget) || qobject_cast<const QAbstractItemView*>(&widget);
 }
 
 QJsonObject anblick() {
@@ -121,14 +118,10 @@ QJsonObject anblick() {
   for (const QWidget* kind : vorn->findChildren<QWidget*>())
     if (von_Belang(*kind) && kind->window() == vorn) elemente.append(element_von(*kind));
   const bool aufgeklappt = vorn == QApplication::activePopupWidget();
-  return {{u"name"_s, vorn->objectName()},
-          {u"titel"_s, vorn->windowTitle()},
-          {u"kennung"_s, QString::number(vorn->winId())},
-          {u"ort"_s, auf_dem_Schirm(*vorn, vorn->rect())},
-          {u"modal"_s, vorn == QApplication::activeModalWidget()},
-          {u"aktiv"_s, aufgeklappt || vorn->isActiveWindow()},
-          {u"sanduhr"_s, QGuiApplication::overrideCursor() != nullptr},
-          {u"elemente"_s, elemente}};
+  return {{u"name"_s, vorn->objectName()}, {u"titel"_s, vorn->windowTitle()},
+      {u"kennung"_s, QString::number(vorn->winId())}, {u"ort"_s, auf_dem_Schirm(*vorn, vorn->rect())},
+      {u"modal"_s, vorn == QApplication::activeModalWidget()}, {u"aktiv"_s, aufgeklappt || vorn->isActiveWindow()},
+      {u"sanduhr"_s, QGuiApplication::overrideCursor() != nullptr}, {u"elemente"_s, elemente}};
 }
 
 /// Answers each line of a client with one line, and only where the program waits for its user: neither in the middle of
@@ -138,8 +131,8 @@ class Auskunft final : public QObject {
   explicit Auskunft(const QString& adresse) {
     QObject::connect(&server_, &QLocalServer::newConnection, this, [this] { nimm_an(); });
     if (!server_.listen(adresse)) qFatal("kvo_auskunft: no socket at %s", qUtf8Printable(adresse));
-    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
-                     [this] { antworte(); });
+    QObject::connect(
+        QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, [this] { antworte(); });
   }
 
  protected:

@@ -23,9 +23,9 @@ class Bildwege : public Dialogsitzung {
       return Zuordnungszeile{u"AB|24-1001|-|-"_s, u"BEL"_s, u"Belege\\24-1001"_s, name, text, u"0001"_s, platz};
     };
     return {zeile(u"Heizkessel_0120240305_081500"_s, u"Alter Kessel vor dem Ausbau"_s, 0),
-            zeile(u"Heizkessel_0220240305_083000"_s, u"Neuer Kessel nach dem Einbau"_s, 1),
-            zeile(u"Abgasrohr_0320240305_084500"_s, u"Wanddurchführung"_s, 2),
-            zeile(u"Typenschild_0420240305_090000"_s, u"<NULL>"_s, 3)};
+        zeile(u"Heizkessel_0220240305_083000"_s, u"Neuer Kessel nach dem Einbau"_s, 1),
+        zeile(u"Abgasrohr_0320240305_084500"_s, u"Wanddurchführung"_s, 2),
+        zeile(u"Typenschild_0420240305_090000"_s, u"<NULL>"_s, 3)};
   }
   static Zuordnungszeile neue(const QString& name, const QString& text = u"<NULL>"_s) {
     return {u"AB|24-1001|-|-"_s, u"BEL"_s, u"Belege\\24-1001"_s, name, text};
@@ -54,9 +54,9 @@ class Bildwege : public Dialogsitzung {
   void speichere() { programm.klicke(u"SSC_ZuordnungSpeichern"_s); }
   void beantworte_Umbenennung(const QString& knopf) {
     beantworte(u"Dateinamen wurden verändert"_s,
-               u"Der Dateiname eines oder mehrere schon zugeordneten Bilder wurde verändert.\n\n"
-               "Wollen Sie diese Änderung jetzt durchführen?"_s,
-               knopf);
+        u"Der Dateiname eines oder mehrere schon zugeordneten Bilder wurde verändert.\n\n"
+        "Wollen Sie diese Änderung jetzt durchführen?"_s,
+        knopf);
   }
   void gehe_zurueck(const QString& antwort) {
     programm.klicke(u"cmd_Abbruch"_s);
@@ -117,7 +117,7 @@ class Bildweg_mit_zwei_neuen : public Bildwege {
     programm.klicke(u"SSC_Drehen90"_s);
     programm.warte("all are saved", [](const Anblick& a) {
       return dialog_zeigt(a, 6) && a[u"txt_BildName"_s].text.startsWith(u"Baustelle_232"_s) &&
-             !a[u"SSC_ZuordnungSpeichern"_s].frei;
+          !a[u"SSC_ZuordnungSpeichern"_s].frei;
     });
     const Bestand ist = programm.bestand();
     EXPECT_EQ(bild(quelle).size(), vorher.transposed());
@@ -138,7 +138,7 @@ class Bildweg_mit_zwei_neuen : public Bildwege {
     programm.klicke(u"SSC_Aktualisieren"_s);
     programm.warte("the text is written, and the mark stands", [this](const Anblick& a) {
       return a[u"chk_Delete"_s].an && a[u"SSP_Anzahl(1)"_s].text == "2"_L1 &&
-             programm.bestand().dateien[Ablage + erstes_ + u"jpg.txt"_s] == "Ma\xDF: 80 cm";
+          programm.bestand().dateien[Ablage + erstes_ + u"jpg.txt"_s] == "Ma\xDF: 80 cm";
     });
     verlange_Datei(Ablage + erstes_ + u"jpg.txt"_s, "Ma\xDF: 80 cm");
     schalte(u"chk_Delete"_s, false);
@@ -153,8 +153,8 @@ class Bildweg_mit_zwei_neuen : public Bildwege {
     x.druecke();
     for (int i = 1; i <= 2; ++i) {
       x.zeige_auf(knopf.center() + QPoint(i, 0));
-      programm.warte("the strip was scrolled",
-                     [&](const Anblick& b) { return b.anzahl_sichtbarer(u"Pic_Thumb("_s) == 6 - i; });
+      programm.warte(
+          "the strip was scrolled", [&](const Anblick& b) { return b.anzahl_sichtbarer(u"Pic_Thumb("_s) == 6 - i; });
     }
     x.ziehe_nach(
         programm.warte("the last picture", [](const Anblick&) { return true; })[u"Pic_Thumb(4)"_s].ort.center());
@@ -171,8 +171,8 @@ TEST_F(Bildweg_mit_zwei_neuen, WhatWasAttachedTurnedMarkedReadAgainAndDraggedFar
   starte();
   oeffne_Dialog(Auftrag, 4);
   for (const auto schritt :
-       {&Bildweg_mit_zwei_neuen::haenge_Gleichnamige_an, &Bildweg_mit_zwei_neuen::drehe_das_erste_neue,
-        &Bildweg_mit_zwei_neuen::schreibe_und_lies_neu, &Bildweg_mit_zwei_neuen::ziehe_das_erste_ans_Ende}) {
+      {&Bildweg_mit_zwei_neuen::haenge_Gleichnamige_an, &Bildweg_mit_zwei_neuen::drehe_das_erste_neue,
+          &Bildweg_mit_zwei_neuen::schreibe_und_lies_neu, &Bildweg_mit_zwei_neuen::ziehe_das_erste_ans_Ende}) {
     (this->*schritt)();
     // A step that went wrong makes all that come after it meaningless.
     if (HasFailure()) return;
@@ -195,10 +195,10 @@ class Bildweg_umbenannter : public Bildwege {
     speichere();
     beantworte_Umbenennung(u"Ja"_s);
     beantworte(u"Bildzuordnung"_s,
-               u"Nicht alles ist so gespeichert, wie es im Dialog stand:\n\n"
-               "„Heizkessel_0120240305_081500.jpg“: Das Bild behält seinen Namen, „Kessel“ bekommt es nicht: "
-               "Datei existiert bereits. Alles andere daran ist davon unberührt; wählen Sie einen anderen Namen."_s,
-               u"OK"_s);
+        u"Nicht alles ist so gespeichert, wie es im Dialog stand:\n\n"
+        "„Heizkessel_0120240305_081500.jpg“: Das Bild behält seinen Namen, „Kessel“ bekommt es nicht: "
+        "Datei existiert bereits. Alles andere daran ist davon unberührt; wählen Sie einen anderen Namen."_s,
+        u"OK"_s);
     EXPECT_EQ(warte_auf_Ergebnis(Anzeige), u"1 Zeile geschrieben: 1 geändert."_s);
     pruefe("the picture keeps its name, and the other file is what it was");
   }
@@ -261,10 +261,9 @@ class Bildweg_umbenannter : public Bildwege {
 TEST_F(Bildweg_umbenannter, ATakenNameIsRefusedAndAnotherGoesWithFileAndTextHoweverTheDialogIsLeft) {
   starte();
   oeffne_Dialog(Auftrag, 4);
-  for (const auto schritt :
-       {&Bildweg_umbenannter::benenne_auf_vergebenen_Namen, &Bildweg_umbenannter::benenne_richtig,
-        &Bildweg_umbenannter::verlasse_ohne_zu_speichern, &Bildweg_umbenannter::verlasse_und_speichere,
-        &Bildweg_umbenannter::sieh_noch_einmal_nach}) {
+  for (const auto schritt : {&Bildweg_umbenannter::benenne_auf_vergebenen_Namen, &Bildweg_umbenannter::benenne_richtig,
+           &Bildweg_umbenannter::verlasse_ohne_zu_speichern, &Bildweg_umbenannter::verlasse_und_speichere,
+           &Bildweg_umbenannter::sieh_noch_einmal_nach}) {
     (this->*schritt)();
     if (HasFailure()) return;
   }

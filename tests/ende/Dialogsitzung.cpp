@@ -48,8 +48,8 @@ void Dialogsitzung::pruefe(const char* wann) {
 
 void Dialogsitzung::waehle_Bild(int im_Streifen, int zeile) {
   programm.klicke(u"Pic_Thumb(%1)"_s.arg(im_Streifen));
-  programm.warte("the picture's number",
-                 [&](const Anblick& a) { return a[u"SSP_Anzahl(1)"_s].text == QString::number(zeile); });
+  programm.warte(
+      "the picture's number", [&](const Anblick& a) { return a[u"SSP_Anzahl(1)"_s].text == QString::number(zeile); });
 }
 
 void Dialogsitzung::schalte(const QString& haken, bool an) {
@@ -81,8 +81,8 @@ void Dialogsitzung::gehe_in(const QString& ordner_dort) {
   if (!std::exchange(schon_gesucht_, true)) {
     programm.klicke(u"ImageCombo1"_s);
     x.klicke(programm.zeile(QString(), u"(C:)"_s));
-    programm.warte("the folder of the program",
-                   [](const Anblick& a) { return a.zeile(u"Dir1"_s, u"heim"_s) != nullptr; });
+    programm.warte(
+        "the folder of the program", [](const Anblick& a) { return a.zeile(u"Dir1"_s, u"heim"_s) != nullptr; });
     x.doppelklicke(programm.zeile(u"Dir1"_s, ordner.pfad().section(u'/', -1)));
   }
   x.doppelklicke(programm.zeile(u"Dir1"_s, u"daten"_s));
@@ -111,9 +111,8 @@ void Dialogsitzung::haenge_an(const QString& ordner_dort, int dateien, const QSt
 
 QString Dialogsitzung::warte_auf_Ergebnis(const QString& vorgang) {
   const QString anfang = vorgang + u": "_s;
-  const Anblick a = programm.warte("the window tells what was written", [&](const Anblick& b) {
-    return b.name == "Hauptfenster"_L1 && b[u"lbl_Status"_s].text.startsWith(anfang);
-  });
+  const Anblick a = programm.warte("the window tells what was written",
+      [&](const Anblick& b) { return b.name == "Hauptfenster"_L1 && b[u"lbl_Status"_s].text.startsWith(anfang); });
   return a[u"lbl_Status"_s].text.mid(anfang.size());
 }
 
@@ -133,16 +132,16 @@ void Dialogsitzung::beende() {
 
 bool Dialogsitzung::dialog_zeigt(const Anblick& a, int bilder) {
   return a.name == "frm_BildZuordnung"_L1 && a.anzahl_sichtbarer(u"Pic_Thumb("_s) == bilder &&
-         a[u"SSP_Anzahl(3)"_s].text == QString::number(bilder);
+      a[u"SSP_Anzahl(3)"_s].text == QString::number(bilder);
 }
 
 bool Dialogsitzung::suche_zeigt(const Anblick& a, int dateien) {
   return a.name == "frm_BilderSuchen"_L1 && a[u"lvwContent"_s].sichtbar &&
-         a[u"SSP_Anzahl"_s].text == u"%1 Objekt(e)"_s.arg(dateien);
+      a[u"SSP_Anzahl"_s].text == u"%1 Objekt(e)"_s.arg(dateien);
 }
 
-QString Dialogsitzung::gestempelt(const QString& ablage, const QString& name, const Bestand& ist,
-                                  const QDateTime& von) {
+QString Dialogsitzung::gestempelt(
+    const QString& ablage, const QString& name, const Bestand& ist, const QDateTime& von) {
   const QRegularExpression muster(u"^%1(%2(\\d{8}_\\d{6}))\\.jpg$"_s.arg(ablage, name));
   for (const QString& datei : ist.dateien.keys()) {
     const QRegularExpressionMatch treffer = muster.match(datei);

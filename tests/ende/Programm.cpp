@@ -47,8 +47,8 @@ void Programm::stelle_Server_bereit() {
     throw std::runtime_error("no sample data: " + kvobild.readAllStandardError().toStdString());
   const QString datei = ordner_.pfad(u"server.db"_s);
   if (!QFile::copy(datenordner() + u"/betrieb.db"_s, datei)) throw std::runtime_error("the database can't be copied");
-  server_ = std::make_unique<Tdsserver>(u"buero"_s, Kennwort, Tdsserver::Maschine::Sqlite,
-                                        QStringList{u"--datei"_s, datei, u"--ohne-tabellen"_s});
+  server_ = std::make_unique<Tdsserver>(
+      u"buero"_s, Kennwort, Tdsserver::Maschine::Sqlite, QStringList{u"--datei"_s, datei, u"--ohne-tabellen"_s});
   if (!server_->laeuft()) throw std::runtime_error("the TDS server does not start");
 }
 
@@ -56,10 +56,10 @@ QStringList Programm::argumente() {
   if (!ueber_Tds()) return {u"--datenordner"_s, datenordner()};
   stelle_Server_bereit();
   return {u"--verbindung"_s,
-          u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=betrieb;User ID=buero;Password=%2"_s
-              .arg(server_->port())
-              .arg(Kennwort),
-          u"--bilder"_s, datenordner() + u"/bilder"_s};
+      u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=betrieb;User ID=buero;Password=%2"_s
+          .arg(server_->port())
+          .arg(Kennwort),
+      u"--bilder"_s, datenordner() + u"/bilder"_s};
 }
 
 void Programm::starte() {
@@ -125,8 +125,8 @@ void Programm::scheitere(const std::string& grund, const QByteArray& zuletzt) {
   x_.aufnahme().save(datei);
   const bool lebt = prozess_.state() == QProcess::Running;
   throw std::runtime_error(grund + (lebt ? "" : " (the program has ended)") + "\nthe screen: " + datei.toStdString() +
-                           "\nstandard error: " + prozess_.readAllStandardError().toStdString() +
-                           "\nthe last sight: " + zuletzt.left(6000).toStdString());
+      "\nstandard error: " + prozess_.readAllStandardError().toStdString() +
+      "\nthe last sight: " + zuletzt.left(6000).toStdString());
 }
 
 Element Programm::greifbar(const char* worauf, const std::function<Element(const Anblick&)>& wahl) {

@@ -32,8 +32,8 @@ class Schliessen : public testing::Test {
   }
   Anblick warte_auf(const QString& fenster) {
     const std::string worauf = fenster.toStdString();
-    return programm.warte(worauf.c_str(),
-                          [&](const Anblick& a) { return a.name == fenster && x.hat_Tasten(a.kennung); });
+    return programm.warte(
+        worauf.c_str(), [&](const Anblick& a) { return a.name == fenster && x.hat_Tasten(a.kennung); });
   }
   void pruefe(const QString& wann) {
     EXPECT_EQ(unterschied(programm.bestand(), vorher), QStringList()) << wann.toStdString();
@@ -52,11 +52,9 @@ class Schliessen : public testing::Test {
 
 TEST_F(Schliessen, Jeden_Dialog_verlaesst_man_mit_Escape_und_am_Rahmen_ohne_dass_sich_etwas_aendert) {
   const QList<std::pair<QString, QString>> dialoge{{u"cmd_Zuordnen"_s, u"frm_BildZuordnung"_s},
-                                                   {u"cmd_AlleZuordnungen"_s, u"frm_AlleZuordnungen"_s},
-                                                   {u"cmd_WeitereZuordnungen"_s, u"frm_AnzeigeZuordnung"_s},
-                                                   {u"cmd_Exif"_s, u"frm_BildInfo"_s},
-                                                   {u"cmd_Suchen"_s, u"frm_BilderSuchen"_s},
-                                                   {u"cmd_Aufraeumen"_s, u"Meldung"_s}};
+      {u"cmd_AlleZuordnungen"_s, u"frm_AlleZuordnungen"_s}, {u"cmd_WeitereZuordnungen"_s, u"frm_AnzeigeZuordnung"_s},
+      {u"cmd_Exif"_s, u"frm_BildInfo"_s}, {u"cmd_Suchen"_s, u"frm_BilderSuchen"_s},
+      {u"cmd_Aufraeumen"_s, u"Meldung"_s}};
   for (const auto& [knopf, fenster] : dialoge) {
     oeffne(knopf, fenster, true);
     x.taste(u"Escape"_s);

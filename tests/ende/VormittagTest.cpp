@@ -19,7 +19,7 @@ const QStringList Gesuchte{u"Baustelle_23"_s, u"Dachrinne_26"_s, u"Küche_28"_s,
 bool Marke_rechts_oben(const QImage& bild) {
   const int kante = std::min(bild.width(), bild.height());
   return bild.pixelColor(bild.width() - 1 - kante / 10, kante / 10).lightness() > 240 &&
-         bild.pixelColor(kante / 10, kante / 10).lightness() < 240;
+      bild.pixelColor(kante / 10, kante / 10).lightness() < 240;
 }
 
 }  // namespace
@@ -53,9 +53,8 @@ class Vormittag : public Dialogsitzung {
 
 void Vormittag::oeffne_Beleg() {
   x.klicke(programm.zeile(u"tree_Vorgaenge"_s, u"AN 24-3005"_s));
-  programm.warte("a record without pictures", [](const Anblick& a) {
-    return a[u"lbl_Nummer"_s].text == "AN 24-3005"_L1 && a[u"lbl_KeineBilder"_s].sichtbar;
-  });
+  programm.warte("a record without pictures",
+      [](const Anblick& a) { return a[u"lbl_Nummer"_s].text == "AN 24-3005"_L1 && a[u"lbl_KeineBilder"_s].sichtbar; });
   programm.klicke(u"cmd_Zuordnen"_s);
   const Anblick a =
       programm.warte("the empty dialog", [](const Anblick& b) { return b.name == "frm_BildZuordnung"_L1; });
@@ -78,8 +77,8 @@ void Vormittag::sortiere() {
   const QStringList folge{u"Übergabe_25"_s, u"Baustelle_23"_s, u"Dachrinne_26"_s, u"Küche_28"_s, u"Rohrbruch_24"_s};
   for (int i = 5; i >= 1; --i) {
     waehle_Bild(i);
-    programm.warte("the last picture is the first",
-                   [&](const Anblick& b) { return b[u"txt_BildName"_s].text == folge[i - 1]; });
+    programm.warte(
+        "the last picture is the first", [&](const Anblick& b) { return b[u"txt_BildName"_s].text == folge[i - 1]; });
   }
   pruefe("the pictures are sorted");
 }
@@ -110,7 +109,7 @@ void Vormittag::drehe() {
   programm.klicke(u"SSC_Drehen90"_s);
   programm.warte("all are saved", [](const Anblick& a) {
     return dialog_zeigt(a, 5) && a[u"txt_BildName"_s].text.startsWith(u"Rohrbruch_242"_s) &&
-           !a[u"SSC_ZuordnungSpeichern"_s].frei;
+        !a[u"SSC_ZuordnungSpeichern"_s].frei;
   });
   const Bestand ist = programm.bestand();
   EXPECT_EQ(bild(gedrehtes).size(), vorher.transposed());
@@ -118,21 +117,19 @@ void Vormittag::drehe() {
   EXPECT_NE(ist.dateien[gedrehtes], soll.dateien[gedrehtes]);
   soll.dateien[gedrehtes] = ist.dateien[gedrehtes];
   const QList<std::pair<QString, QString>> herkunft{{u"Übergabe_25"_s, u"Übergabe_25"_s},
-                                                    {u"Baustelle_23"_s, u"Baustelle_23"_s},
-                                                    {u"Dachrinne_26"_s, u"Dachrinne_26"_s},
-                                                    {u"Küchenanschluß"_s, u"Küche_28"_s},
-                                                    {u"Rohrbruch_24"_s, u"Rohrbruch_24"_s}};
+      {u"Baustelle_23"_s, u"Baustelle_23"_s}, {u"Dachrinne_26"_s, u"Dachrinne_26"_s},
+      {u"Küchenanschluß"_s, u"Küche_28"_s}, {u"Rohrbruch_24"_s, u"Rohrbruch_24"_s}};
   for (const auto& [name, quelle] : herkunft) {
     namen.append(gestempelt(Ablage, name, ist, von));
     soll.dateien.insert(Ablage + namen.last() + u".jpg"_s, soll.dateien[u"eingang/"_s + quelle + u".jpg"_s]);
   }
   soll.dateien.insert(Ablage + namen[0] + u"jpg.txt"_s,
-                      "Schl\xFCssel \xFC"
-                      "bergeben an Frau \xD6zt\xFCrk.");
+      "Schl\xFCssel \xFC"
+      "bergeben an Frau \xD6zt\xFCrk.");
   soll.dateien.insert(Ablage + namen[1] + u"jpg.txt"_s,
-                      "Gr\xF6\xDF"
-                      "e gepr\xFC"
-                      "ft: 80 cm tief.");
+      "Gr\xF6\xDF"
+      "e gepr\xFC"
+      "ft: 80 cm tief.");
   soll.dateien.insert(Ablage + namen[2] + u"jpg.txt"_s, "K\xE4ufer w\xFCnscht Kupfer (50 \x80 mehr).");
   pruefe("a picture is turned, and the files are in place");
 }
@@ -153,7 +150,7 @@ void Vormittag::kreuze_an() {
 
 Zuordnungszeile Vormittag::zeile_des_Belegs(int platz) const {
   const QStringList texte{u"Schlüssel an Frau „Öztürk“:\r\nschön geworden, 'süß'"_s, u"Straße aufgerissen"_s,
-                          u"<NULL>"_s, u"<NULL>"_s, u"<NULL>"_s};
+      u"<NULL>"_s, u"<NULL>"_s, u"<NULL>"_s};
   const QStringList druck{u"0111"_s, u"0000"_s, u"0000"_s, u"0000"_s, u"1001"_s};
   return {u"AN|24-3005|-|-"_s, u"BEL"_s, u"Belege\\24-3005"_s, namen[platz], texte[platz], druck[platz], platz};
 }
@@ -182,9 +179,8 @@ void Vormittag::ordne_Artikeln_zu() {
   });
   for (const int abgewaehlt : {2, 4}) {
     x.klicke(programm.zelle(u"TDBG_Zuordnungen"_s, abgewaehlt, 0).center());
-    programm.warte("the mark is gone", [&](const Anblick& a) {
-      return a[u"TDBG_Zuordnungen"_s].zeilen[abgewaehlt].texte.first() == "[ ]"_L1;
-    });
+    programm.warte("the mark is gone",
+        [&](const Anblick& a) { return a[u"TDBG_Zuordnungen"_s].zeilen[abgewaehlt].texte.first() == "[ ]"_L1; });
   }
   const QRect erste = programm.zelle(u"TDBG_WeitereZuordnungen"_s, 0, 0);
   x.klicke({erste.left() + 20, erste.center().y()});
@@ -194,7 +190,7 @@ void Vormittag::ordne_Artikeln_zu() {
   x.tippe(u"TH-0110\n"_s);
   programm.warte("the typed article", [](const Anblick& a) {
     return a[u"TDBG_WeitereZuordnungen"_s].zeilentexte().value(0) ==
-           u"TH-0110 | Thermostatkopf, neue Ausführung | weiß"_s;
+        u"TH-0110 | Thermostatkopf, neue Ausführung | weiß"_s;
   });
   const QRect zweite = programm.zelle(u"TDBG_WeitereZuordnungen"_s, 1, 0);
   x.klicke({zweite.right() - zweite.height() / 2, zweite.center().y()});
@@ -206,7 +202,7 @@ void Vormittag::ordne_Artikeln_zu() {
   x.taste(u"Return"_s);
   programm.warte("the chosen article", [](const Anblick& a) {
     return a[u"TDBG_WeitereZuordnungen"_s].zeilentexte().value(1) ==
-           u"WT-0600 | Waschtisch 60 cm | weiß, mit Überlauf"_s;
+        u"WT-0600 | Waschtisch 60 cm | weiß, mit Überlauf"_s;
   });
   pruefe("articles are entered, but not saved");
   programm.klicke(u"SSC_ZuordnungSpeichern"_s);
@@ -253,7 +249,7 @@ void Vormittag::loesche_eine_Zuordnung() {
   programm.klicke(u"cmd_Abbrechen"_s);
   programm.warte("the window again", [&](const Anblick& b) {
     return b.name == "Hauptfenster"_L1 &&
-           b[u"lbl_Status"_s].text == u"Die Zuordnungen von „%1.jpg“ sind gezeigt."_s.arg(namen[1]);
+        b[u"lbl_Status"_s].text == u"Die Zuordnungen von „%1.jpg“ sind gezeigt."_s.arg(namen[1]);
   });
 }
 
@@ -268,9 +264,9 @@ void Vormittag::schliesse() {
 TEST_F(Vormittag, Vom_leeren_Beleg_bis_zur_geloeschten_Zuordnung_steht_nach_jedem_Schritt_genau_das_Richtige_da) {
   starte();
   for (const auto schritt :
-       {&Vormittag::oeffne_Beleg, &Vormittag::suche_Bilder, &Vormittag::sortiere, &Vormittag::schreibe_Texte,
-        &Vormittag::benenne_um, &Vormittag::drehe, &Vormittag::kreuze_an, &Vormittag::speichere,
-        &Vormittag::ordne_Artikeln_zu, &Vormittag::loesche_eine_Zuordnung, &Vormittag::schliesse}) {
+      {&Vormittag::oeffne_Beleg, &Vormittag::suche_Bilder, &Vormittag::sortiere, &Vormittag::schreibe_Texte,
+          &Vormittag::benenne_um, &Vormittag::drehe, &Vormittag::kreuze_an, &Vormittag::speichere,
+          &Vormittag::ordne_Artikeln_zu, &Vormittag::loesche_eine_Zuordnung, &Vormittag::schliesse}) {
     (this->*schritt)();
     // A step that went wrong makes all that come after it meaningless.
     if (HasFailure()) return;

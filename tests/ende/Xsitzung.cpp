@@ -44,12 +44,8 @@ Display* als_Anzeige(void* zeiger) {
 }
 
 KeySym zeichen(QChar c) {
-  static const QHash<QChar, KeySym> eigene{{u'„', XK_doublelowquotemark},
-                                           {u'“', XK_leftdoublequotemark},
-                                           {u'–', XK_endash},
-                                           {u'€', XK_EuroSign},
-                                           {u'…', XK_ellipsis},
-                                           {u'\n', XK_Return}};
+  static const QHash<QChar, KeySym> eigene{{u'„', XK_doublelowquotemark}, {u'“', XK_leftdoublequotemark},
+      {u'–', XK_endash}, {u'€', XK_EuroSign}, {u'…', XK_ellipsis}, {u'\n', XK_Return}};
   if (const auto gefunden = eigene.find(c); gefunden != eigene.end()) return *gefunden;
   return c.unicode() < 0x100 ? c.unicode() : 0x01000000UL | c.unicode();
 }
@@ -64,7 +60,7 @@ QList<long> werte(Display* anzeige, Window fenster, const char* name) {
   unsigned char* daten = nullptr;
   QList<long> liste;
   if (XGetWindowProperty(anzeige, fenster, eigenschaft, 0, 16, False, AnyPropertyType, &art, &format, &anzahl, &rest,
-                         &daten) != Success)
+          &daten) != Success)
     return liste;
   if (format == 32)
     for (unsigned long i = 0; i < anzahl; ++i) liste.append(reinterpret_cast<long*>(daten)[i]);
@@ -151,8 +147,8 @@ QString Xsitzung::beginne() {
 
 QString Xsitzung::starte_Server() {
   // It picks a free number itself and tells it when it is ready. It must outlive the short visit of setxkbmap.
-  server_.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1200x24"_s, u"-noreset"_s,
-                            u"-nolisten"_s, u"tcp"_s});
+  server_.start(u"Xvfb"_s,
+      {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1200x24"_s, u"-noreset"_s, u"-nolisten"_s, u"tcp"_s});
   if (!server_.waitForReadyRead(Start)) return u"Xvfb does not start"_s;
   nummer_ = u':' + QString::fromLatin1(server_.readLine()).trimmed();
   return nummer_.size() > 1 ? QString() : u"Xvfb tells no number"_s;
@@ -199,7 +195,7 @@ QMargins Xsitzung::rahmen(unsigned long fenster) const {
   const QList<long> breiten = werte(als_Anzeige(anzeige_), fenster, "_NET_FRAME_EXTENTS");
   if (breiten.size() != 4) return {};
   return {static_cast<int>(breiten[0]), static_cast<int>(breiten[2]), static_cast<int>(breiten[1]),
-          static_cast<int>(breiten[3])};
+      static_cast<int>(breiten[3])};
 }
 
 bool Xsitzung::hat_Tasten(unsigned long fenster) const {
@@ -244,7 +240,7 @@ void Xsitzung::ziehe_nach(QPoint stelle) {
   int innen = 0;
   unsigned knoepfe = 0;
   XQueryPointer(als_Anzeige(anzeige_), DefaultRootWindow(als_Anzeige(anzeige_)), &wurzel, &kind, &x, &y, &innen, &innen,
-                &knoepfe);
+      &knoepfe);
   const QPointF anfang(x, y);
   for (int i = 1; i <= Schritte; ++i) zeige_auf((anfang + (QPointF(stelle) - anfang) * i / Schritte).toPoint());
 }
@@ -308,7 +304,7 @@ QImage Xsitzung::aufnahme() const {
   const int breite = DisplayWidth(anzeige, DefaultScreen(anzeige));
   const int hoehe = DisplayHeight(anzeige, DefaultScreen(anzeige));
   XImage* const bild = XGetImage(anzeige, DefaultRootWindow(anzeige), 0, 0, static_cast<unsigned>(breite),
-                                 static_cast<unsigned>(hoehe), AllPlanes, ZPixmap);
+      static_cast<unsigned>(hoehe), AllPlanes, ZPixmap);
   if (!bild) return {};
   const QImage kopie =
       QImage(reinterpret_cast<const uchar*>(bild->data), breite, hoehe, bild->bytes_per_line, QImage::Format_RGB32)

@@ -45,8 +45,8 @@ class BildInfo : public ::testing::Test {
   }
 
   /// Calls the entry point; `waehrend` runs with the form that it shows. A form left open is closed.
-  bool oeffne(const QString& bild, const QString& text, bool laden,
-              const std::function<void(frm_BildInfo&)>& waehrend = {}) {
+  bool oeffne(
+      const QString& bild, const QString& text, bool laden, const std::function<void(frm_BildInfo&)>& waehrend = {}) {
     gezeigt = false;
     // A form that never comes up leaves the timer running: it ends with this call.
     QTimer takt;
@@ -64,8 +64,8 @@ class BildInfo : public ::testing::Test {
 
   static void taste(QWidget& ziel, Qt::Key key) { QTest::keyClick(ziel.window()->windowHandle(), key); }
   static void klicke(QWidget& ziel) {
-    QTest::mouseClick(ziel.window()->windowHandle(), Qt::LeftButton, {},
-                      ziel.mapTo(ziel.window(), ziel.rect().center()));
+    QTest::mouseClick(
+        ziel.window()->windowHandle(), Qt::LeftButton, {}, ziel.mapTo(ziel.window(), ziel.rect().center()));
   }
 
   Bildwurzel wurzel;
@@ -79,9 +79,9 @@ class BildInfo : public ::testing::Test {
 
 TEST_F(BildInfo, TheListShowsLabelsAndValuesInTheOrderOfTheTable) {
   EXPECT_EQ(geladen(lege(kamerabild(Folge::Motorola))).first(7),
-            (QStringList{u"Datum/Zeit|2024:05:17 08:30:00\u0000|"_s, u"Hersteller|Kamerawerke A|"_s,
-                         u"Modell|Modell 7\u0000|"_s, u"Bildlage|1|"_s, u"Hor.Auflösung|72/1|"_s,
-                         u"Vert.Auflösung|72/1|"_s, u"Software|Firmware 1.2|"_s}));
+      (QStringList{u"Datum/Zeit|2024:05:17 08:30:00\u0000|"_s, u"Hersteller|Kamerawerke A|"_s,
+          u"Modell|Modell 7\u0000|"_s, u"Bildlage|1|"_s, u"Hor.Auflösung|72/1|"_s, u"Vert.Auflösung|72/1|"_s,
+          u"Software|Firmware 1.2|"_s}));
 }
 
 TEST_F(BildInfo, RowsThatAreNotShownAndTagsThatAreMissingAreLeftOut) {
@@ -104,8 +104,8 @@ TEST_F(BildInfo, AValueOfBlanksOnlyIsNotListedAndBlanksAroundAValueAreCut) {
 TEST_F(BildInfo, MakerNoteAndUserCommentAreOneRowEachWithTheirBytesAsCharacters) {
   ExifBauer b(Folge::Motorola);
   b.verzeichnis().daten(37500, 7, 6,
-                        "a\0\xFC"
-                        "b\n1"_ba);
+      "a\0\xFC"
+      "b\n1"_ba);
   b.daten(37510, 7, 8, "ASCII\0\0x"_ba);
   EXPECT_EQ(geladen(lege(b)), (QStringList{u"MakerNote|a\u0000üb\n1|"_s, u"UserComment|ASCII\u0000\u0000x|"_s}));
 }
@@ -162,7 +162,7 @@ TEST_F(BildInfo, WithoutLoadingABlankTextShowsNothingAndTheResultIsTrue) {
 
 TEST_F(BildInfo, WithoutLoadingATextShowsAnEmptyList) {
   EXPECT_TRUE(oeffne(lege(kamerabild(Folge::Intel)), u"Text"_s, false,
-                     [](frm_BildInfo& form) { EXPECT_EQ(liste(form), QStringList()); }));
+      [](frm_BildInfo& form) { EXPECT_EQ(liste(form), QStringList()); }));
   EXPECT_TRUE(gezeigt);
 }
 
@@ -179,22 +179,20 @@ TEST_F(BildInfo, AFailureOfReadingIsReportedAndNothingIsShown) {
 
 TEST_F(BildInfo, OkEnterEscapeAndTheFrameCloseTheDialog) {
   const QString bild = lege(kamerabild(Folge::Intel));
-  const std::vector<std::function<void(frm_BildInfo&)>> wege{[](frm_BildInfo& form) { klicke(form.cmd_OK); },
-                                                             [](frm_BildInfo& form) { taste(form, Qt::Key_Return); },
-                                                             [](frm_BildInfo& form) { taste(form, Qt::Key_Enter); },
-                                                             [](frm_BildInfo& form) { taste(form, Qt::Key_Escape); },
-                                                             [](frm_BildInfo& form) {
-                                                               klicke(*form.Sft_Eigenschaften.viewport());
-                                                               taste(form, Qt::Key_Down);
-                                                               EXPECT_EQ(form.Sft_Eigenschaften.selectedItems().size(),
-                                                                         1);
-                                                               taste(form, Qt::Key_Return);
-                                                             },
-                                                             [](frm_BildInfo& form) {
-                                                               klicke(*form.Sft_Eigenschaften.viewport());
-                                                               taste(form, Qt::Key_Escape);
-                                                             },
-                                                             [](frm_BildInfo& form) { form.close(); }};
+  const std::vector<std::function<void(frm_BildInfo&)>> wege{
+      [](frm_BildInfo& form) { klicke(form.cmd_OK); }, [](frm_BildInfo& form) { taste(form, Qt::Key_Return); },
+      [](frm_BildInfo& form) { taste(form, Qt::Key_Enter); }, [](frm_BildInfo& form) { taste(form, Qt::Key_Escape); },
+      [](frm_BildInfo& form) {
+    klicke(*form.Sft_Eigenschaften.viewport());
+    taste(form, Qt::Key_Down);
+    EXPECT_EQ(form.Sft_Eigenschaften.selectedItems().size(), 1);
+    taste(form, Qt::Key_Return);
+      },
+      [](frm_BildInfo& form) {
+    klicke(*form.Sft_Eigenschaften.viewport());
+    taste(form, Qt::Key_Escape);
+  },
+      [](frm_BildInfo& form) { form.close(); }};
   for (std::size_t i = 0; i < wege.size(); ++i)
     EXPECT_TRUE(oeffne(bild, {}, true, [&](frm_BildInfo& form) {
       wege[i](form);

@@ -186,6 +186,6 @@ TEST_P(ExifGang, the_maker_note_is_one_text_and_is_not_walked) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BothOrders, ExifGang, testing::Values(Folge::Motorola, Folge::Intel),
-                         [](const auto& fall) { return fall.param == Folge::Motorola ? "big" : "little"; });
+    [](const auto& fall) { return fall.param == Folge::Motorola ? "big" : "little"; });
 
 }  // namespace

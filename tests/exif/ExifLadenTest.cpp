@@ -156,7 +156,7 @@ TEST_F(ExifLaden, an_empty_file_is_no_exif) {
 
 TEST_F(ExifLaden, files_too_short_for_the_check_are_no_exif) {
   for (const QByteArray& bytes : {"\xFF"_ba, "\xFF\xD8"_ba, "\xFF\xD8\xFF"_ba, "\xFF\xD8\xFF\xE1"_ba,
-                                  "\xFF\xD8\xFF\xE1\x20\x20"_ba, "\xFF\xD8\xFF\xE1\x20\x20\x45xi"_ba})
+           "\xFF\xD8\xFF\xE1\x20\x20"_ba, "\xFF\xD8\xFF\xE1\x20\x20\x45xi"_ba})
     erwarte_kein_exif(lade_bytes(bytes));
 }
 

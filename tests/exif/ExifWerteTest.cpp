@@ -88,7 +88,7 @@ const Fall inline_faelle[] = {
     {"ascii_one_gives_four_all_the_same", 2, 1, "Wxyz"_ba, true, t("Wxyz"), t("zyxW")},
     {"ascii_two_with_zeros", 2, 2, "N"_ba, true, t(QStringView(u"N\0\0\0", 4)), t(QStringView(u"\0\0\0N", 4))},
     {"ascii_code_page", 2, 4, "\x80\xE4\x81\xFF"_ba, true, t(u"\u20AC\u00E4\u0081\u00FF"),
-     t(u"\u00FF\u0081\u00E4\u20AC")},
+        t(u"\u00FF\u0081\u00E4\u20AC")},
     {"undefined_four", 7, 4, "0100"_ba, true, t("0100"), t("0010")},
     {"short_none", 3, 0, QByteArray("\1\2\3\4", 4), true, 0x0102 + 0x0304, 0x0201 + 0x0403},
     {"short_one", 3, 1, QByteArray("\1\2\0\0", 4), true, 0x0102, 0x0201},
@@ -104,12 +104,12 @@ const Fall faelle_draussen[] = {
     {"byte_five", 1, 5, QByteArray("\0\x07\x63\x64\xFF", 5), false, t("0799100255"), t("0799100255")},
     {"sbyte_five", 6, 5, QByteArray("\xFF\0\1\x80\x0A", 5), false, t("2550112810"), t("2550112810")},
     {"ascii_five_letters_and_the_zero", 2, 6, QByteArray("abcde\0", 6), false, t(QStringView(u"abcde\0", 6)),
-     t("abcde")},
+        t("abcde")},
     {"ascii_without_closing_zero", 2, 5, "abcde"_ba, false, t("abcde"), t("abcd")},
     {"ascii_code_page_draussen", 2, 5, "\xDC\x8D\x9F\x41\x42"_ba, false, t(u"\u00DC\u008D\u0178AB"),
-     t(u"\u00DC\u008D\u0178A")},
+        t(u"\u00DC\u008D\u0178A")},
     {"undefined_six", 7, 6, QByteArray("\0\1\2AB\3", 6), false, t(QStringView(u"\0\1\2AB\3", 6)),
-     t(QStringView(u"\0\1\2AB", 5))},
+        t(QStringView(u"\0\1\2AB", 5))},
     {"short_three_read_three_bytes", 3, 3, QByteArray("\x08\0\x08\0\x08\0", 6), false, t("808"), t("808")},
     {"short_bytes_run_backwards_in_big_endian", 3, 3, QByteArray("\0\x08\0\x08\0\x08", 6), false, t("080"), t("080")},
     {"short_order_shows", 3, 4, QByteArray("\1\2\3\4\5\6\7\x08", 8), false, t("4321"), t("1234")},
@@ -117,14 +117,14 @@ const Fall faelle_draussen[] = {
     {"long_two_read_two_bytes", 4, 2, QByteArray("\x0B\x16\x21\x2C\1\1\1\1", 8), false, t("1122"), t("1122")},
     {"slong_two", 9, 2, QByteArray("\xFF\x00\1\1\1\1\1\1", 8), false, t("2550"), t("2550")},
     {"rational_first_of_two", 5, 2, QByteArray("\0\0\0\x48\0\0\0\1\0\0\0\5\0\0\0\6", 16), false, t("72/1"),
-     t("1207959552/16777216")},
+        t("1207959552/16777216")},
     {"rational_not_reduced", 5, 1, QByteArray("\0\0\0\0\0\0\0\0", 8), false, t("0/0"), t("0/0")},
     {"rational_of_count_zero_uses_its_offset", 5, 0, QByteArray("\0\0\0\6\0\0\0\4", 8), false, t("6/4"),
-     t("100663296/67108864")},
+        t("100663296/67108864")},
     {"rational_of_a_huge_count_uses_its_offset", 5, 0x7FFFFFFF, QByteArray("\0\0\0\6\0\0\0\4", 8), false, t("6/4"),
-     t("100663296/67108864")},
+        t("100663296/67108864")},
     {"srational_positive", 10, 1, QByteArray("\x7F\xFF\xFF\x7F\0\0\0\0", 8), false, t("2147483519/0"),
-     t("2147483519/0")},
+        t("2147483519/0")},
 };
 
 const Fall andere_faelle[] = {
@@ -275,6 +275,6 @@ TEST_P(ExifWerte, a_long_text_is_read_whole_across_blocks) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BothOrders, ExifWerte, testing::Values(Folge::Motorola, Folge::Intel),
-                         [](const auto& fall) { return fall.param == Folge::Motorola ? "big" : "little"; });
+    [](const auto& fall) { return fall.param == Folge::Motorola ? "big" : "little"; });
 
 }  // namespace

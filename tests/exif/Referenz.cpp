@@ -191,13 +191,13 @@ void schreibe(const Variant& wert, std::ostream& os) {
 
 bool operator==(const Exif_Entry& links, const Exif_Entry& rechts) {
   return links.Tag_Id == rechts.Tag_Id && links.Is_MakerNote == rechts.Is_MakerNote &&
-         links.Format_Code == rechts.Format_Code && links.Item_Count == rechts.Item_Count &&
-         links.Data_Offset == rechts.Data_Offset && links.Value == rechts.Value;
+      links.Format_Code == rechts.Format_Code && links.Item_Count == rechts.Item_Count &&
+      links.Data_Offset == rechts.Data_Offset && links.Value == rechts.Value;
 }
 
 bool operator==(const Ladeergebnis& links, const Ladeergebnis& rechts) {
   return links.fehler == rechts.fehler && links.load == rechts.load && links.is_loaded == rechts.is_loaded &&
-         links.entries == rechts.entries;
+      links.entries == rechts.entries;
 }
 
 void PrintTo(const Exif_Entry& entry, std::ostream* os) {

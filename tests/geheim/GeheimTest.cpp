@@ -55,8 +55,8 @@ QList<Fall> faelle() {
   return {
       {"refused login", {}, benannt + zitiert(Kennwort), u"hat die Anmeldung abgelehnt"_s},
       {"the server repeats the password",
-       u"anmeldung * verweigere 18456 14 Login failed for PWD=%1 today"_s.arg(Kennwort), benannt + zitiert(Kennwort),
-       u"Login failed for PWD=***"_s},
+          u"anmeldung * verweigere 18456 14 Login failed for PWD=%1 today"_s.arg(Kennwort), benannt + zitiert(Kennwort),
+          u"Login failed for PWD=***"_s},
       {"silent server", u"anmeldung * stumm"_s, benannt + zitiert(Kennwort), u"Sekunden nicht geantwortet"_s},
       {"cut login", u"anmeldung * trenne"_s, benannt + zitiert(Kennwort), u"nicht zu erreichen"_s},
       {"dead server", {}, benannt + zitiert(Kennwort), u"nicht zu erreichen"_s, false},
@@ -145,7 +145,7 @@ TEST_F(Geheim, KvobildTellsWhatFailedAndNeverThePassword) {
     prozess.setProcessEnvironment(umgebung(heim));
     prozess.setWorkingDirectory(heim);
     prozess.start(QStringLiteral(KVOBILD_PROGRAMM),
-                  {u"lesen"_s, u"--verbindung"_s, verbindung(fall), u"--typ1"_s, u"BEL"_s, u"--key1"_s, u"AB"_s});
+        {u"lesen"_s, u"--verbindung"_s, verbindung(fall), u"--typ1"_s, u"BEL"_s, u"--key1"_s, u"AB"_s});
     ASSERT_TRUE(prozess.waitForFinished(Geduld));
     EXPECT_EQ(prozess.exitCode(), 3);
     const QByteArray meldung = prozess.readAllStandardError();

@@ -177,9 +177,9 @@ TEST_F(DrehenPlatte, ein_Ordner_in_den_niemand_schreiben_darf_meldet_12) {
 }
 
 TEST_F(DrehenPlatte, eine_Freigabe_die_verschwindet_endet_in_einer_Meldung_und_laesst_die_Quelle) {
-  for (const auto& [fehler, text] :
-       {std::pair{ESTALE, u"Win32 Error. GDI+ Error:7"_s}, std::pair{EIO, u"Win32 Error. GDI+ Error:7"_s},
-        std::pair{EHOSTDOWN, u"Win32 Error. GDI+ Error:7"_s}, std::pair{ENOENT, u"File Not Found. GDI+ Error:10"_s}}) {
+  for (const auto& [fehler, text] : {std::pair{ESTALE, u"Win32 Error. GDI+ Error:7"_s},
+           std::pair{EIO, u"Win32 Error. GDI+ Error:7"_s}, std::pair{EHOSTDOWN, u"Win32 Error. GDI+ Error:7"_s},
+           std::pair{ENOENT, u"File Not Found. GDI+ Error:10"_s}}) {
     antworten.beim_Anlegen = fehler;
     meldungen.erwarte(gdi_Fehler(text));
     EXPECT_FALSE(Fkt_Bild_Drehen(bild, 13)) << fehler;

@@ -155,14 +155,14 @@ TEST_F(FrmPic, bricht_schon_der_Start_ab_ist_die_alte_Flagge_geloescht) {
   EXPECT_TRUE(m_GdiAktiv);
   gdiplus::bildersitzung::naechster_Start(gdiplus::GenericError);
   meldungen.erwarte(gdi_Fehler(u"Generic Error. GDI+ Error:1"_s), oberflaeche::Antwort::OK,
-                    [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });
+      [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });
   EXPECT_FALSE(form.FKT_LoadPicture(pfad));
   EXPECT_FALSE(m_GdiAktiv);
 }
 
 TEST_F(FrmPic, ein_Fehler_in_der_Meldung_ist_False_und_schliesst_die_Klammer) {
   meldungen.erwarte(gdi_Fehler(u"Unknown Image Format. GDI+ Error:13"_s), oberflaeche::Antwort::OK,
-                    [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });
+      [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });
   EXPECT_FALSE(form.FKT_LoadPicture(ordner.schreibe(u"text.jpg"_s, "kein Bild")));
   EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }

@@ -122,8 +122,8 @@ TEST_F(GrafikKonvert, ein_defekter_Kopf_gibt_ohne_Meldung_kein_Bild) {
 
 TEST_F(GrafikKonvert, endet_die_Sitzung_waehrend_der_Meldung_bleibt_es_bei_keinem_Bild) {
   Fkt_GdiStartup(1);
-  meldungen.erwarte(gdi_Fehler(u"File Not Found. GDI+ Error:10"_s), oberflaeche::Antwort::OK,
-                    [] { Fkt_GdiShutdown(); });
+  meldungen.erwarte(
+      gdi_Fehler(u"File Not Found. GDI+ Error:10"_s), oberflaeche::Antwort::OK, [] { Fkt_GdiShutdown(); });
   EXPECT_EQ(Fkt_LoadPictureGdi(ordner.pfad(u"fehlt"_s)), nullptr);
   EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }

@@ -74,7 +74,7 @@ class JpgTransform : public ::testing::Test {
 
 TEST_F(JpgTransform, die_fuenf_Nummern_drehen_im_Uhrzeigersinn_und_spiegeln) {
   for (const auto& [wert, erwartet] : {std::pair{13, u"brsg"_s}, std::pair{14, u"sbgr"_s}, std::pair{15, u"gsrb"_s},
-                                       std::pair{16, u"grsb"_s}, std::pair{17, u"bsrg"_s}}) {
+           std::pair{16, u"grsb"_s}, std::pair{17, u"bsrg"_s}}) {
     EXPECT_TRUE(Fkt_JpgTransform(quelle, ziel, wert));
     EXPECT_EQ(ecken(ordner.lies(u"_a.jpg"_s)), erwartet) << wert;
     EXPECT_EQ(QImage(ziel).size(), wert == 13 || wert == 15 ? QSize(48, 64) : QSize(64, 48));
@@ -86,7 +86,7 @@ TEST_F(JpgTransform, die_fuenf_Nummern_drehen_im_Uhrzeigersinn_und_spiegeln) {
 TEST_F(JpgTransform, ein_Bild_anderen_Formats_wird_gedreht_ein_JPEG_unter_dem_Zielnamen) {
   for (const char* format : {"png", "bmp", "tiff"})
     for (const auto& [wert, erwartet] : {std::pair{13, u"brsg"_s}, std::pair{14, u"sbgr"_s}, std::pair{15, u"gsrb"_s},
-                                         std::pair{16, u"grsb"_s}, std::pair{17, u"bsrg"_s}}) {
+             std::pair{16, u"grsb"_s}, std::pair{17, u"bsrg"_s}}) {
       const QString anderes = ordner.schreibe(u"b.jpg"_s, kodiert(viertel({63, 41}), format));
       EXPECT_TRUE(Fkt_JpgTransform(anderes, ziel, wert)) << format;
       EXPECT_EQ(QImageReader::imageFormat(ziel), "jpeg");
@@ -126,7 +126,7 @@ TEST_F(JpgTransform, eine_andere_Nummer_ist_False_ohne_Meldung) {
 TEST_F(JpgTransform, ohne_JPEG_Kodierer_kommt_die_Meldung_des_Kodierers_und_das_Bild_ist_freigegeben) {
   gdiplus::kodierer::liste(QList<gdiplus::ImageCodecInfo>{{{1}, u"image/png"_s}, {{2}, u"image/bmp"_s}});
   const oberflaeche::Meldung box{u"Konnte keinen passenden Encoder ermitteln."_s, u"Encoder Error"_s,
-                                 oberflaeche::Symbol::Keins, oberflaeche::Knoepfe::OK};
+      oberflaeche::Symbol::Keins, oberflaeche::Knoepfe::OK};
   meldungen.erwarte(box);
   EXPECT_FALSE(Fkt_JpgTransform(quelle, ziel, 13));
   // The session ends while the box shows: disposing then tells so, which it would not without being tried.
@@ -173,7 +173,7 @@ TEST_F(JpgTransform, eine_Kennung_wird_aus_ihrem_Text_gelesen) {
   EXPECT_EQ(gdiplus::CLSIDFromString(u"{8D0EB2D1-A58E-4ea8-AA14-108074B7B6F9}"_s, clsid), 0);
   EXPECT_EQ(clsid, gdiplus::EncoderTransformation);
   for (const QString& falsch : {u""_s, u"8D0EB2D1-A58E-4EA8-AA14-108074B7B6F9"_s,
-                                u"{8D0EB2D1-A58E-4EA8-AA14-108074B7B6FG}"_s, u"{8D0EB2D1}"_s}) {
+           u"{8D0EB2D1-A58E-4EA8-AA14-108074B7B6FG}"_s, u"{8D0EB2D1}"_s}) {
     EXPECT_NE(gdiplus::CLSIDFromString(falsch, clsid), 0);
     EXPECT_EQ(clsid, gdiplus::CLSID{});
   }

@@ -21,11 +21,8 @@ const QString Emoji = u"\U0001F4F7"_s;
 
 /// Each argument alone, some together, and all.
 const std::vector<Bedingung>& bedingungen() {
-  static const std::vector<Bedingung> alle{
-      {{}, u""_s},
-      {{u"a"_s}, u" where Key1 = 'a'"_s},
-      {{u""_s, u"b"_s}, u" where Key2 = 'b'"_s},
-      {{u""_s, u""_s, u"c"_s}, u" where Key3 = 'c'"_s},
+  static const std::vector<Bedingung> alle{{{}, u""_s}, {{u"a"_s}, u" where Key1 = 'a'"_s},
+      {{u""_s, u"b"_s}, u" where Key2 = 'b'"_s}, {{u""_s, u""_s, u"c"_s}, u" where Key3 = 'c'"_s},
       {{u""_s, u""_s, u""_s, u"d"_s}, u" where Key4 = 'd'"_s},
       {{u""_s, u""_s, u""_s, u""_s, u"e"_s}, u" where Bildname = 'e'"_s},
       {{u""_s, u""_s, u""_s, u""_s, u""_s, u"f"_s}, u" where BildExt = 'f'"_s},
@@ -35,41 +32,31 @@ const std::vector<Bedingung>& bedingungen() {
       {{u"a"_s, u"b"_s}, u" where Key1 = 'a' and Key2 = 'b'"_s},
       {{u"a"_s, u""_s, u"c"_s, u""_s, u"e"_s}, u" where Key1 = 'a' and Key3 = 'c' and Bildname = 'e'"_s},
       {{u""_s, u"b"_s, u""_s, u"d"_s, u""_s, u"f"_s, u""_s, u"h"_s},
-       u" where Key2 = 'b' and Key4 = 'd' and BildExt = 'f' and Typ2 = 'h'"_s},
+          u" where Key2 = 'b' and Key4 = 'd' and BildExt = 'f' and Typ2 = 'h'"_s},
       {{u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s, u"g"_s, u"h"_s, u"(Typ1 = 'x' or Typ1 = 'y')"_s},
-       u" where Key1 = 'a' and Key2 = 'b' and Key3 = 'c' and Key4 = 'd' and Bildname = 'e' and BildExt = 'f' and "
-       "Typ1 = 'g' and Typ2 = 'h' and (Typ1 = 'x' or Typ1 = 'y')"_s},
-      {{u" "_s}, u" where Key1 = ' '"_s},
-      {{u"Größe ÄÖÜäöüß€"_s}, u" where Key1 = 'Größe ÄÖÜäöüß€'"_s},
-      {{u"? ?"_s}, u" where Key1 = '? ?'"_s},
-      {{u"{fn now()}"_s}, u" where Key1 = '{fn now()}'"_s},
+          u" where Key1 = 'a' and Key2 = 'b' and Key3 = 'c' and Key4 = 'd' and Bildname = 'e' and BildExt = 'f' and "
+          "Typ1 = 'g' and Typ2 = 'h' and (Typ1 = 'x' or Typ1 = 'y')"_s},
+      {{u" "_s}, u" where Key1 = ' '"_s}, {{u"Größe ÄÖÜäöüß€"_s}, u" where Key1 = 'Größe ÄÖÜäöüß€'"_s},
+      {{u"? ?"_s}, u" where Key1 = '? ?'"_s}, {{u"{fn now()}"_s}, u" where Key1 = '{fn now()}'"_s},
       {{u"{d '1'}"_s.replace(u'\'', u"''"_s)}, u" where Key1 = '{d ''1''}'"_s},
       {{u"C:\\Bilder\\"_s}, u" where Key1 = 'C:\\Bilder\\'"_s},
       {{u"\U0001F4F7 \U00010000\U0010FFFF"_s}, u" where Key1 = '\U0001F4F7 \U00010000\U0010FFFF'"_s},
       {{u"-- x"_s, u"/* y */"_s, u"@p1 :n $1 %s"_s},
-       u" where Key1 = '-- x' and Key2 = '/* y */' and Key3 = '@p1 :n $1 %s'"_s},
+          u" where Key1 = '-- x' and Key2 = '/* y */' and Key3 = '@p1 :n $1 %s'"_s},
       {{u"[a] \"b\" `c` ;"_s}, u" where Key1 = '[a] \"b\" `c` ;'"_s},
       {{u"a\tb\r\nc\nd"_s}, u" where Key1 = 'a\tb\r\nc\nd'"_s},
       {{QString(250, u'ä')}, u" where Key1 = '"_s + QString(250, u'ä') + u'\''},
       {{Emoji.repeated(125)}, u" where Key1 = '"_s + Emoji.repeated(125) + u'\''},
       {{u"n"_s, u""_s, u""_s, u""_s, u""_s, u""_s, u""_s, u""_s, u"Bildname = N'x' -- Rest"_s},
-       u" where Key1 = 'n' and Bildname = N'x' -- Rest"_s}};
+          u" where Key1 = 'n' and Bildname = N'x' -- Rest"_s}};
   return alle;
 }
 
 /// Values that stand alone in a pair of quotes; the same characters come back.
 const QStringList& werte() {
-  static const QStringList alle{u"x"_s,
-                                u"Größe ÄÖÜäöüß€"_s,
-                                u"? {fn now()} \\ %s @p1 :n $1"_s,
-                                u"C:\\Bilder\\"_s,
-                                u"-- /* ; */"_s,
-                                u"[a] \"b\" `c`"_s,
-                                u"\U0001F4F7 \U00010000\U0010FFFF"_s,
-                                u"\u0416\u4E2D\u05D0\uFFFD\uE000"_s,
-                                u"a\tb\r\nc"_s,
-                                QString(50, u'ß'),
-                                u"NULL"_s};
+  static const QStringList alle{u"x"_s, u"Größe ÄÖÜäöüß€"_s, u"? {fn now()} \\ %s @p1 :n $1"_s, u"C:\\Bilder\\"_s,
+      u"-- /* ; */"_s, u"[a] \"b\" `c`"_s, u"\U0001F4F7 \U00010000\U0010FFFF"_s, u"\u0416\u4E2D\u05D0\uFFFD\uE000"_s,
+      u"a\tb\r\nc"_s, QString(50, u'ß'), u"NULL"_s};
   return alle;
 }
 
@@ -124,8 +111,8 @@ TEST_F(Anweisungen, ADeleteForEveryArgument) {
   for (const auto& [a, where] : bedingungen()) {
     if (where.contains(u" N'"_s) && pruefziel() == Pruefziel::Sqlite) continue;
     EXPECT_TRUE(store.FKT_DeleteBilder(a[0], a[1], a[2], a[3], a[4], a[5], a[6], a[7], a[8]));
-    EXPECT_EQ(db.angekommen(),
-              where.isEmpty() ? QStringList() : QStringList{u"Delete from Bild_Zuordnungen "_s + where});
+    EXPECT_EQ(
+        db.angekommen(), where.isEmpty() ? QStringList() : QStringList{u"Delete from Bild_Zuordnungen "_s + where});
   }
 }
 
@@ -145,8 +132,8 @@ TEST_F(Anweisungen, AnApostropheArrivesAsItIsAndBreaksTheStatementThere) {
 }
 
 TEST_F(Anweisungen, AnApostropheInAnyKeyArgumentBreaksEachStatement) {
-  static const QStringList Spalten{u"Key1"_s,     u"Key2"_s,    u"Key3"_s, u"Key4"_s,
-                                   u"Bildname"_s, u"BildExt"_s, u"Typ1"_s, u"Typ2"_s};
+  static const QStringList Spalten{
+      u"Key1"_s, u"Key2"_s, u"Key3"_s, u"Key4"_s, u"Bildname"_s, u"BildExt"_s, u"Typ1"_s, u"Typ2"_s};
   for (qsizetype i = 0; i < Spalten.size(); ++i) {
     SCOPED_TRACE(Spalten[i].toStdString());
     Angaben a;
@@ -160,10 +147,10 @@ TEST_F(Anweisungen, AnApostropheInAnyKeyArgumentBreaksEachStatement) {
     erwarte_Bericht(u"clsBildZuordnungen"_s, u"FKT_BilderVorhanden"_s, -2147217900);
     EXPECT_FALSE(store.FKT_DeleteBilder(a[0], a[1], a[2], a[3], a[4], a[5], a[6], a[7], a[8]));
     erwarte_Bericht(u"basZuordnungen"_s, u"CmdSql"_s, -2147217900);
-    EXPECT_EQ(db.angekommen(), (QStringList{u"Select * from Bild_Zuordnungen "_s + where + u"order by SortIndex"_s,
-                                            u"Select * from Bild_Zuordnungen "_s + where,
-                                            u"Select Top 1 Key1 from Bild_Zuordnungen "_s + where,
-                                            u"Delete from Bild_Zuordnungen "_s + where}));
+    EXPECT_EQ(db.angekommen(),
+        (QStringList{u"Select * from Bild_Zuordnungen "_s + where + u"order by SortIndex"_s,
+            u"Select * from Bild_Zuordnungen "_s + where, u"Select Top 1 Key1 from Bild_Zuordnungen "_s + where,
+            u"Delete from Bild_Zuordnungen "_s + where}));
   }
   for (const bool fuer_Projekt : {true, false}) {
     EXPECT_FALSE(store.FKT_LeseBilder_FuerKunde_Projekt(u"O'Neil"_s, fuer_Projekt));
@@ -174,8 +161,8 @@ TEST_F(Anweisungen, AnApostropheInAnyKeyArgumentBreaksEachStatement) {
 TEST_F(Anweisungen, AnApostropheInAnyWrittenFieldButTheDescriptionBreaksInsertAndUpdate) {
   using K = clsBilderSpeicher;
   for (const auto feld :
-       {&K::Bild_Key1, &K::Bild_Key2, &K::Bild_Key3, &K::Bild_Key4, &K::Bild_Bildname, &K::Bild_BildExt, &K::Bild_Typ1,
-        &K::Bild_Typ2, &K::Bild_Pfad, &K::Bild_GrafikAnbNr, &K::Bild_Grafik_Ursprung}) {
+      {&K::Bild_Key1, &K::Bild_Key2, &K::Bild_Key3, &K::Bild_Key4, &K::Bild_Bildname, &K::Bild_BildExt, &K::Bild_Typ1,
+          &K::Bild_Typ2, &K::Bild_Pfad, &K::Bild_GrafikAnbNr, &K::Bild_Grafik_Ursprung}) {
     neues_Bild(u"x"_s);
     (*store.AktBildObj).*feld = u"O'Neil"_s;
     for (const bool neu : {true, false}) {
@@ -206,8 +193,8 @@ TEST_F(Anweisungen, TheReadOfACustomerOrAProject) {
     EXPECT_FALSE(store.FKT_LeseBilder_FuerKunde_Projekt(wert, false));
     EXPECT_FALSE(store.FKT_LeseBilder_FuerKunde_Projekt(wert, true));
     EXPECT_EQ(db.angekommen(),
-              (QStringList{anfang + u"AND BelegKopfZunft.Kundennummer = '"_s + wert + u"' "_s + ende,
-                           anfang + u"AND BelegKopfZunft.Projektnummer = '"_s + wert + u"' "_s + ende}));
+        (QStringList{anfang + u"AND BelegKopfZunft.Kundennummer = '"_s + wert + u"' "_s + ende,
+            anfang + u"AND BelegKopfZunft.Projektnummer = '"_s + wert + u"' "_s + ende}));
   }
 }
 
@@ -216,10 +203,10 @@ TEST_F(Anweisungen, AnInsertWithNothingInItAndWithEverything) {
   store.Bild_Grafik_Ursprung(QString());
   store.Bild_Drucken(false);
   EXPECT_EQ(gespeichert(),
-            u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
-            "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values "
-            "('-','-','-','-','-','-','-','-',NULL,NULL,'"_s +
-                flags(u"0000"_s) + u"',NULL,NULL, 0)"_s);
+      u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+      "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values "
+      "('-','-','-','-','-','-','-','-',NULL,NULL,'"_s +
+          flags(u"0000"_s) + u"',NULL,NULL, 0)"_s);
   ASSERT_TRUE(store.FKT_NeuesBild(u"k1"_s, u"k2"_s, u"k3"_s, u"k4"_s, u"bn"_s, u"be"_s, u"t1"_s, u"t2"_s));
   store.Bild_Pfad(u"Artikel\\Allg"_s);
   store.Bild_Beschreibung(u"Bob's 'Haus'"_s);
@@ -227,10 +214,10 @@ TEST_F(Anweisungen, AnInsertWithNothingInItAndWithEverything) {
   store.Bild_Grafik_Ursprung(u"u"_s);
   store.Bild_SortIndex(-32768);
   EXPECT_EQ(gespeichert(),
-            u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
-            "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values "
-            "('k1','k2','k3','k4','bn','be','t1','t2','Artikel\\Allg','Bob''s ''Haus''','"_s +
-                flags(u"0001"_s) + u"','77','u', -32768)"_s);
+      u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+      "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values "
+      "('k1','k2','k3','k4','bn','be','t1','t2','Artikel\\Allg','Bob''s ''Haus''','"_s +
+          flags(u"0001"_s) + u"','77','u', -32768)"_s);
 }
 
 TEST_F(Anweisungen, AnUpdateWithNothingInItAndWithEverything) {
@@ -243,28 +230,27 @@ TEST_F(Anweisungen, AnUpdateWithNothingInItAndWithEverything) {
   store.Bild_SortIndex(32767);
   store.Bild_Changeflag(true);
   EXPECT_EQ(gespeichert(),
-            u"UPDATE Bild_Zuordnungen SET Key1 = 'k1', Key2 = 'k2',Key3 = 'k3',key4 = 'k4',Bildname = 'bn',BildExt = "
-            "'be',Typ1 = 't1',Typ2 = 't2',BildPfad = 'Artikel\\Allg',Beschreibung = 'Bob''s',Druckkennzeichen = '"_s +
-                flags(u"1001"_s) +
-                u"',Grafik_Ursprung = 'u',GrafikAnbNr = '77',SortIndex = 32767 WHERE Key1 = 'k1' and Key2 = 'k2' and "
-                "Key3 = 'k3' and Key4 = 'k4' and Bildname = 'bn' and BildExt = 'be' and Typ1 = 't1' and Typ2 = 't2'"_s);
-  for (const auto setze :
-       {&clsBilderSpeicher::Bild_Key1, &clsBilderSpeicher::Bild_Key2, &clsBilderSpeicher::Bild_Key3,
-        &clsBilderSpeicher::Bild_Key4, &clsBilderSpeicher::Bild_Bildname, &clsBilderSpeicher::Bild_BildExt,
-        &clsBilderSpeicher::Bild_Typ1, &clsBilderSpeicher::Bild_Typ2, &clsBilderSpeicher::Bild_Pfad,
-        &clsBilderSpeicher::Bild_Beschreibung, &clsBilderSpeicher::Bild_Grafik_Ursprung,
-        &clsBilderSpeicher::Bild_GrafikAnbNr})
+      u"UPDATE Bild_Zuordnungen SET Key1 = 'k1', Key2 = 'k2',Key3 = 'k3',key4 = 'k4',Bildname = 'bn',BildExt = "
+      "'be',Typ1 = 't1',Typ2 = 't2',BildPfad = 'Artikel\\Allg',Beschreibung = 'Bob''s',Druckkennzeichen = '"_s +
+          flags(u"1001"_s) +
+          u"',Grafik_Ursprung = 'u',GrafikAnbNr = '77',SortIndex = 32767 WHERE Key1 = 'k1' and Key2 = 'k2' and "
+          "Key3 = 'k3' and Key4 = 'k4' and Bildname = 'bn' and BildExt = 'be' and Typ1 = 't1' and Typ2 = 't2'"_s);
+  for (const auto setze : {&clsBilderSpeicher::Bild_Key1, &clsBilderSpeicher::Bild_Key2, &clsBilderSpeicher::Bild_Key3,
+           &clsBilderSpeicher::Bild_Key4, &clsBilderSpeicher::Bild_Bildname, &clsBilderSpeicher::Bild_BildExt,
+           &clsBilderSpeicher::Bild_Typ1, &clsBilderSpeicher::Bild_Typ2, &clsBilderSpeicher::Bild_Pfad,
+           &clsBilderSpeicher::Bild_Beschreibung, &clsBilderSpeicher::Bild_Grafik_Ursprung,
+           &clsBilderSpeicher::Bild_GrafikAnbNr})
     (*store.AktBildObj).*setze = QString();
   store.Bild_NeueSeite(false);
   store.Bild_Drucken(false);
   store.Bild_SortIndex(0);
   store.Bild_Changeflag(true);
   EXPECT_EQ(gespeichert(),
-            u"UPDATE Bild_Zuordnungen SET Key1 = '', Key2 = NULL,Key3 = NULL,key4 = NULL,Bildname = NULL,BildExt = "
-            "NULL,Typ1 = NULL,Typ2 = NULL,BildPfad = NULL,Beschreibung = NULL,Druckkennzeichen = '"_s +
-                flags(u"0000"_s) +
-                u"',Grafik_Ursprung = NULL,GrafikAnbNr = NULL,SortIndex = 0 WHERE Key1 = '' and Key2 = '' and Key3 = "
-                "'' and Key4 = '' and Bildname = '' and BildExt = '' and Typ1 = '' and Typ2 = ''"_s);
+      u"UPDATE Bild_Zuordnungen SET Key1 = '', Key2 = NULL,Key3 = NULL,key4 = NULL,Bildname = NULL,BildExt = "
+      "NULL,Typ1 = NULL,Typ2 = NULL,BildPfad = NULL,Beschreibung = NULL,Druckkennzeichen = '"_s +
+          flags(u"0000"_s) +
+          u"',Grafik_Ursprung = NULL,GrafikAnbNr = NULL,SortIndex = 0 WHERE Key1 = '' and Key2 = '' and Key3 = "
+          "'' and Key4 = '' and Bildname = '' and BildExt = '' and Typ1 = '' and Typ2 = ''"_s);
 }
 
 TEST_F(Anweisungen, EveryValueArrivesInAnInsertAndAnUpdateAndComesBack) {
@@ -277,22 +263,22 @@ TEST_F(Anweisungen, EveryValueArrivesInAnInsertAndAnUpdateAndComesBack) {
     store.Bild_Grafik_Ursprung(wert);
     const QString w = u'\'' + wert + u'\'';
     EXPECT_EQ(gespeichert(),
-              u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
-              "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values ("_s +
-                  QStringList(10, w).join(u',') + u",'"_s + flags(u"0001"_s) + u"',"_s + w + u',' + w + u", 0)"_s);
+        u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+        "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values ("_s +
+            QStringList(10, w).join(u',') + u",'"_s + flags(u"0001"_s) + u"',"_s + w + u',' + w + u", 0)"_s);
     ASSERT_TRUE(lies({wert, wert, wert, wert, wert, wert, wert, wert}, true));
     const auto& satz = *store.AktBildObj;
     for (const QString& feld : {satz.Bild_Key1, satz.Bild_Key2, satz.Bild_Key3, satz.Bild_Key4, satz.Bild_Bildname,
-                                satz.Bild_BildExt, satz.Bild_Typ1, satz.Bild_Typ2, satz.Bild_Pfad,
-                                satz.Bild_Beschreibung, satz.Bild_GrafikAnbNr, satz.Bild_Grafik_Ursprung})
+             satz.Bild_BildExt, satz.Bild_Typ1, satz.Bild_Typ2, satz.Bild_Pfad, satz.Bild_Beschreibung,
+             satz.Bild_GrafikAnbNr, satz.Bild_Grafik_Ursprung})
       EXPECT_EQ(feld, wert);
     db.angekommen();
     store.Bild_Changeflag(true);
     EXPECT_EQ(gespeichert(),
-              u"UPDATE Bild_Zuordnungen SET Key1 = %1, Key2 = %1,Key3 = %1,key4 = %1,Bildname = %1,BildExt = %1,Typ1 = "
-              "%1,Typ2 = %1,BildPfad = %1,Beschreibung = %1,Druckkennzeichen = '%2',Grafik_Ursprung = %1,GrafikAnbNr = "
-              "%1,SortIndex = 0 WHERE Key1 = %1 and Key2 = %1 and Key3 = %1 and Key4 = %1 and Bildname = %1 and "
-              "BildExt = %1 and Typ1 = %1 and Typ2 = %1"_s.arg(w, flags(u"0001"_s)));
+        u"UPDATE Bild_Zuordnungen SET Key1 = %1, Key2 = %1,Key3 = %1,key4 = %1,Bildname = %1,BildExt = %1,Typ1 = "
+        "%1,Typ2 = %1,BildPfad = %1,Beschreibung = %1,Druckkennzeichen = '%2',Grafik_Ursprung = %1,GrafikAnbNr = "
+        "%1,SortIndex = 0 WHERE Key1 = %1 and Key2 = %1 and Key3 = %1 and Key4 = %1 and Bildname = %1 and "
+        "BildExt = %1 and Typ1 = %1 and Typ2 = %1"_s.arg(w, flags(u"0001"_s)));
     EXPECT_EQ(db.anzahl(), 1);
     leere();
   }
@@ -306,10 +292,10 @@ TEST_F(Anweisungen, ALongTextIsCutTo250CharactersOf16Bits) {
   // The half of a pair that the cut leaves is the one thing that FreeTDS can't send: it arrives as "?".
   const QChar rest = pruefziel() == Pruefziel::Sqlite ? Emoji[0] : QChar(u'?');
   EXPECT_EQ(gespeichert(),
-            u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
-            "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values "
-            "('x','x','x','x','x','x','x','x','"_s +
-                lang + u"','"_s + QString(249, u'ö') + rest + u"','"_s + flags(u"0001"_s) + u"',NULL,'-', 0)"_s);
+      u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+      "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values "
+      "('x','x','x','x','x','x','x','x','"_s +
+          lang + u"','"_s + QString(249, u'ö') + rest + u"','"_s + flags(u"0001"_s) + u"',NULL,'-', 0)"_s);
   EXPECT_FALSE(store.Bild_Changeflag());
   ASSERT_TRUE(lies({u"x"_s}, true));
   EXPECT_EQ(store.Bild_Pfad(), lang);
@@ -339,15 +325,15 @@ TEST_F(Anweisungen, TheDeleteOfAMarkedRecord) {
     store.Bild_Pfad(u"steht nicht darin"_s);
     store.Bild_Delete(true);
     EXPECT_EQ(gespeichert(),
-              u"Delete from Bild_Zuordnungen  where Key1 = '%1' and Key2 = '%1' and Key3 = '%1' and Key4 = '%1' and "
-              "Bildname = '%1' and BildExt = '%1' and Typ1 = '%1' and Typ2 = '%1'"_s.arg(wert));
+        u"Delete from Bild_Zuordnungen  where Key1 = '%1' and Key2 = '%1' and Key3 = '%1' and Key4 = '%1' and "
+        "Bildname = '%1' and BildExt = '%1' and Typ1 = '%1' and Typ2 = '%1'"_s.arg(wert));
   }
 }
 
 TEST_F(Anweisungen, TheQuestionOfTheClearingForEveryFile) {
   const Bildwurzel wurzel;
   for (const char* name : {"oben.jpg", "Allg/Größe €.jpg", "Allg/O'Neil.jpg", "Allg/{fn now()} ？.jpg",
-                           "Allg/\xF0\x9F\x93\xB7.jpg", "Allg/a.b.c", "Allg/Tief/x.jpg", "Allg/ohne", "Allg/xjpg.txt"})
+           "Allg/\xF0\x9F\x93\xB7.jpg", "Allg/a.b.c", "Allg/Tief/x.jpg", "Allg/ohne", "Allg/xjpg.txt"})
     wurzel.schreibe(QString::fromUtf8(name), "x");
   store.FKT_Liste_Bild_Ohne_Zuordnung(u"P:"_s, u"P:"_s);
   QStringList texte = db.angekommen();
@@ -373,10 +359,11 @@ TEST_F(Anweisungen, TheUpdateOfARenaming) {
     wurzel.schreibe(u"Belege/1/alt.jpg"_s, "x");
     EXPECT_FALSE(store.Verarbeite_Dateinamen_Aenderung(u"P:"_s, u"Belege\\1"_s, u"alt"_s, u"jpg"_s, neu));
     EXPECT_EQ(db.angekommen(),
-              QStringList{u"Update Bild_Zuordnungen SET Bildname = '"_s + neu +
-                          u"' WHERE Bildname = 'alt' and BildExt = 'jpg' and BildPfad = 'Belege\\1'"_s});
+        QStringList{u"Update Bild_Zuordnungen SET Bildname = '"_s + neu +
+            u"' WHERE Bildname = 'alt' and BildExt = 'jpg' and BildPfad = 'Belege\\1'"_s});
   }
   EXPECT_FALSE(store.Verarbeite_Dateinamen_Aenderung(u"P:"_s, u"Belege\\1"_s, u"Größe €"_s, u"jpg"_s, u"zurück"_s));
-  EXPECT_EQ(db.angekommen(), QStringList{u"Update Bild_Zuordnungen SET Bildname = 'zurück' WHERE Bildname = 'Größe €' "
-                                         "and BildExt = 'jpg' and BildPfad = 'Belege\\1'"_s});
+  EXPECT_EQ(db.angekommen(),
+      QStringList{u"Update Bild_Zuordnungen SET Bildname = 'zurück' WHERE Bildname = 'Größe €' "
+                  "and BildExt = 'jpg' and BildPfad = 'Belege\\1'"_s});
 }

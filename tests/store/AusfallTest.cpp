@@ -136,7 +136,7 @@ TEST_F(Ausfall, AServerGoneBetweenTwoSavesLeavesInsertUpdateAndDeleteFlagged) {
   EXPECT_EQ(gekommen(), (QStringList{u"update"_s, u"insert"_s, u"delete"_s}));
   EXPECT_EQ(kennzeichen(), (QList<Kennzeichen>{Sauber, Sauber, Sauber}));
   EXPECT_EQ(db.zeilen(u"SELECT Bildname, Beschreibung FROM Bild_Zuordnungen ORDER BY Bildname"_s),
-            (QStringList{u"a|neu"_s, u"c|T"_s, u"d|<NULL>"_s}));
+      (QStringList{u"a|neu"_s, u"c|T"_s, u"d|<NULL>"_s}));
 }
 
 TEST_F(Ausfall, TheNextSaveMayComeFromANewThreadInstead) {
@@ -222,7 +222,7 @@ TEST_F(Ausfall, AnUpdateOrDeleteWhoseAnswerIsLostDoesNoHarmWhenItRunsAgain) {
     speichere(0);
     EXPECT_EQ(kennzeichen(), (QList<Kennzeichen>{Sauber, Sauber}));
     EXPECT_EQ(db.zeilen(u"SELECT Bildname, Beschreibung FROM Bild_Zuordnungen ORDER BY Bildname"_s),
-              (QStringList{u"a|neu"_s, u"c|T"_s}));
+        (QStringList{u"a|neu"_s, u"c|T"_s}));
     auftrag(u"heile"_s);
   }
 }
@@ -241,7 +241,7 @@ TEST_F(Ausfall, AServerGoneAfterASaveTakesNothingBack) {
   nimm_Schreibverbindung_weg();
   speichere(0);
   EXPECT_EQ(db.zeilen(u"SELECT Bildname, Beschreibung FROM Bild_Zuordnungen ORDER BY Bildname"_s),
-            (QStringList{u"a|<NULL>"_s, u"b|danach"_s}));
+      (QStringList{u"a|<NULL>"_s, u"b|danach"_s}));
 }
 
 TEST_F(Ausfall, FiveOfTenInsertsFailAndTheSecondSaveWritesExactlyThose) {
@@ -283,7 +283,7 @@ TEST_F(Ausfall, AFailedUpdateAndAFailedDeleteKeepTheirRowsAndFlags) {
   speichere(0);
   EXPECT_EQ(kennzeichen(), (QList<Kennzeichen>{Sauber, Sauber}));
   EXPECT_EQ(db.zeilen(u"SELECT Bildname, Beschreibung FROM Bild_Zuordnungen ORDER BY Bildname"_s),
-            (QStringList{u"a|neu"_s, u"b|neu"_s}));
+      (QStringList{u"a|neu"_s, u"b|neu"_s}));
 }
 
 TEST_F(Ausfall, ARefusedLoginKeepsTheWritingConnectionClosed) {
@@ -352,8 +352,8 @@ class AusfallBeimLesen : public Ausfall {
     Ausfall::SetUp();
     if (IsSkipped()) return;
     for (int i = 0; i < 50; ++i)
-      fuege_ein(u"'A','%1','-','-','n','jpg','Bel','-','P','%2','0001',NULL,'-',0"_s.arg(QString::number(i),
-                                                                                         QString(200, u'ä')));
+      fuege_ein(u"'A','%1','-','-','n','jpg','Bel','-','P','%2','0001',NULL,'-',0"_s.arg(
+          QString::number(i), QString(200, u'ä')));
   }
   /// One report from that procedure, in words and without the password.
   void erwarte_Abriss(const QString& prozedur) {
@@ -417,8 +417,8 @@ class AusfallBeimAufraeumen : public Ausfall {
     if (IsSkipped()) return;
     for (const QString& datei : {u"Eins/a"_s, u"Eins/b"_s, u"Eins/c"_s, u"Zwei/d"_s, u"Zwei/e"_s}) {
       wurzel.schreibe(datei + u".jpg"_s, "x");
-      fuege_ein(u"'A','-','-','-','%1','jpg','Bel','-','%2','T','0001',NULL,'-',0"_s.arg(datei.section(u'/', 1),
-                                                                                         datei.section(u'/', 0, 0)));
+      fuege_ein(u"'A','-','-','-','%1','jpg','Bel','-','%2','T','0001',NULL,'-',0"_s.arg(
+          datei.section(u'/', 1), datei.section(u'/', 0, 0)));
     }
     wurzel.schreibe(u"Eins/bleibt"_s, "x");
     wurzel.schreibe(u"Zwei/bleibt"_s, "x");
@@ -454,6 +454,7 @@ TEST_F(AusfallBeimAufraeumen, CutBehindAPictureThatGoesTheRestOfItsFolderGoesToo
   QList<Aufraeumposten::Grund> gruende;
   for (const Aufraeumposten& posten : liste.Posten) gruende.append(posten.Warum);
   using Grund = Aufraeumposten::Grund;
-  EXPECT_EQ(gruende, (QList<Grund>{Grund::OhneZuordnung, Grund::AbfrageGescheitert, Grund::AbfrageGescheitert,
-                                   Grund::AbfrageGescheitert, Grund::AbfrageGescheitert}));
+  EXPECT_EQ(gruende,
+      (QList<Grund>{Grund::OhneZuordnung, Grund::AbfrageGescheitert, Grund::AbfrageGescheitert,
+          Grund::AbfrageGescheitert, Grund::AbfrageGescheitert}));
 }

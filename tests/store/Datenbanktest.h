@@ -44,7 +44,7 @@ class Datenbanktest : public ::testing::Test {
     db.fuehre_aus(QStringLiteral("insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, "
                                  "BildPfad, Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) "
                                  "Values (") +
-                  werte + u')');
+        werte + u')');
   }
   void leere() { db.fuehre_aus(QStringLiteral("delete from Bild_Zuordnungen")); }
 
@@ -54,9 +54,9 @@ class Datenbanktest : public ::testing::Test {
         QStringLiteral("insert into BelegKopfZunft (Belegart, Belegnummer, Kundennummer, Projektnummer) "
                        "Values ('RE','1','K1','P1'), ('RE','2','K2','P2')"));
     for (const QString& schluessel :
-         {QStringLiteral("'RE','1','-','-','a','jpg','Bel'"), QStringLiteral("'RE','1','-','-','b','jpg','Bel'"),
-          QStringLiteral("'RE','1','5','-','c','jpg','Mon'"), QStringLiteral("'RE','2','-','-','d','jpg','Bel'"),
-          QStringLiteral("'XX','9','-','-','e','jpg','Bel'"), QStringLiteral("'RE','1','-','-','f','jpg','Art'")})
+        {QStringLiteral("'RE','1','-','-','a','jpg','Bel'"), QStringLiteral("'RE','1','-','-','b','jpg','Bel'"),
+            QStringLiteral("'RE','1','5','-','c','jpg','Mon'"), QStringLiteral("'RE','2','-','-','d','jpg','Bel'"),
+            QStringLiteral("'XX','9','-','-','e','jpg','Bel'"), QStringLiteral("'RE','1','-','-','f','jpg','Art'")})
       fuege_ein(schluessel + QStringLiteral(",'-','P','T','0001',NULL,'-',0"));
   }
   /// The records of the collection as "Key1 Key2 Key3 Typ1".

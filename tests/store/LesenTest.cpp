@@ -30,9 +30,9 @@ TEST_F(Lesen, AllPartsOfTheConditionStandInTheirOrder) {
   EXPECT_FALSE(
       store.FKT_LeseBilder(u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"n"_s, u"e"_s, u"t"_s, u"u"_s, u"Key1 <> 'x'"_s, false));
   EXPECT_EQ(gelesen(),
-            QStringList{u"Select * from Bild_Zuordnungen  where Key1 = '1' and Key2 = '2' and Key3 = '3' and "
-                        "Key4 = '4' and Bildname = 'n' and BildExt = 'e' and Typ1 = 't' and Typ2 = 'u' and "
-                        "Key1 <> 'x'"_s});
+      QStringList{u"Select * from Bild_Zuordnungen  where Key1 = '1' and Key2 = '2' and Key3 = '3' and "
+                  "Key4 = '4' and Bildname = 'n' and BildExt = 'e' and Typ1 = 't' and Typ2 = 'u' and "
+                  "Key1 <> 'x'"_s});
   EXPECT_FALSE(store.FKT_LeseBilder({}, {}, {}, {}, {}, u"e"_s, {}, u"u"_s, {}, false));
   EXPECT_EQ(gelesen(), QStringList{u"Select * from Bild_Zuordnungen  where BildExt = 'e' and Typ2 = 'u'"_s});
 }
@@ -87,26 +87,24 @@ TEST_F(Lesen, EveryColumnReachesItsFieldAndNullIsEmpty) {
   store.AktInd(1);
   EXPECT_EQ(store.Bild_Bildname(), u"o"_s);
   EXPECT_EQ(store.Bild_Key2() + store.Bild_BildExt() + store.Bild_Pfad() + store.Bild_Beschreibung(), QString());
-  EXPECT_FALSE(store.Bild_NeueSeite() || store.Bild_AlsAnhang() || store.Bild_DruckGesamteSeite() ||
-               store.Bild_Drucken());
+  EXPECT_FALSE(
+      store.Bild_NeueSeite() || store.Bild_AlsAnhang() || store.Bild_DruckGesamteSeite() || store.Bild_Drucken());
 }
 
 TEST_F(Lesen, OnlyAOneMeansTrueInThePrintFlags) {
   const struct {
     QString kennzeichen;
     QList<bool> flags;
-  } faelle[] = {{u"1111"_s, {true, true, true, true}},
-                {u"0001"_s + QString(46, u' '), {false, false, false, true}},
-                {u"2x 1"_s, {false, false, false, true}},
-                {u"11"_s, {true, true, false, false}},
-                {u""_s, {false, false, false, false}}};
+  } faelle[] = {{u"1111"_s, {true, true, true, true}}, {u"0001"_s + QString(46, u' '), {false, false, false, true}},
+      {u"2x 1"_s, {false, false, false, true}}, {u"11"_s, {true, true, false, false}},
+      {u""_s, {false, false, false, false}}};
   for (const auto& fall : faelle) {
     leere();
     fuege_ein(u"'A','-','-','-','n','e','t','-','P','T','"_s + fall.kennzeichen + u"',NULL,'-',0"_s);
     ASSERT_TRUE(store.FKT_LeseBilder(u"A"_s, {}, {}, {}, {}, {}, {}, {}, {}));
     EXPECT_EQ((QList<bool>{store.Bild_NeueSeite(), store.Bild_AlsAnhang(), store.Bild_DruckGesamteSeite(),
-                           store.Bild_Drucken()}),
-              fall.flags)
+                  store.Bild_Drucken()}),
+        fall.flags)
         << fall.kennzeichen.toStdString();
   }
 }
@@ -151,8 +149,8 @@ TEST_F(Lesen, ExistenceStopsAtTheFirstRowAndLeavesTheCollection) {
   fuege_ein(u"'A','-','-','-','n','jpg','Bel','-','P','T','0001',NULL,'-',0"_s);
   ASSERT_TRUE(store.FKT_NeuesBild(u"X"_s, {}, {}, {}, u"x"_s, u"jpg"_s, {}, {}));
   EXPECT_TRUE(store.FKT_BilderVorhanden({}, {}, {}, {}, u"n"_s, u"jpg"_s, {}, {}, {}));
-  EXPECT_EQ(gelesen(),
-            QStringList{u"Select Top 1 Key1 from Bild_Zuordnungen  where Bildname = 'n' and BildExt = 'jpg'"_s});
+  EXPECT_EQ(
+      gelesen(), QStringList{u"Select Top 1 Key1 from Bild_Zuordnungen  where Bildname = 'n' and BildExt = 'jpg'"_s});
   EXPECT_FALSE(store.FKT_BilderVorhanden({}, {}, {}, {}, u"m"_s, {}, {}, {}, {}));
   EXPECT_EQ(store.AnzahlPos(), 1);
   EXPECT_EQ(store.Bild_Key1(), u"X"_s);
@@ -168,8 +166,7 @@ TEST_F(Lesen, WithoutArgumentsExistenceAsksForAnyRow) {
 TEST_F(Lesen, CustomerAndProjectReadListOneRowForEachRecord) {
   lege_Belege_an();
   EXPECT_TRUE(store.FKT_LeseBilder_FuerKunde_Projekt({}, false));
-  EXPECT_EQ(
-      gelesen(),
+  EXPECT_EQ(gelesen(),
       QStringList{u"SELECT TOP 100 PERCENT dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
                   "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 FROM dbo.Bild_Zuordnungen LEFT OUTER JOIN "
                   "dbo.BelegKopfZunft ON dbo.Bild_Zuordnungen.Key1 = dbo.BelegKopfZunft.Belegart AND "
@@ -181,7 +178,7 @@ TEST_F(Lesen, CustomerAndProjectReadListOneRowForEachRecord) {
   EXPECT_EQ(zeilen(), (QStringList{u"RE 1 - Bel"_s, u"RE 1 5 Mon"_s, u"RE 2 - Bel"_s, u"XX 9 - Bel"_s}));
   store.AktInd(0);
   EXPECT_EQ(store.Bild_Bildname() + store.Bild_BildExt() + store.Bild_Key4() + store.Bild_Typ2() + store.Bild_Pfad(),
-            QString());
+      QString());
   EXPECT_FALSE(store.Bild_Drucken() || store.Bild_Changeflag() || store.Bild_Neu());
 }
 

@@ -38,7 +38,7 @@ class Aufraeumen : public Datenbanktest {
     if (!fs::exists(ort())) return alle;
     for (const auto& e : fs::recursive_directory_iterator(ort()))
       alle.append(QString::fromLatin1(QByteArray::fromStdString(e.path().lexically_relative(ort()).string())) +
-                  (fs::is_directory(e.symlink_status()) ? u"/"_s : QString()));
+          (fs::is_directory(e.symlink_status()) ? u"/"_s : QString()));
     alle.sort();
     return alle;
   }
@@ -47,16 +47,16 @@ class Aufraeumen : public Datenbanktest {
     QStringList alle;
     for (const Aufraeumposten& p : liste.Posten)
       if (p.Pfad != "P:"_L1)
-        alle.append(QString::fromLatin1(p.Pfad.mid(3).toUtf8()).replace(u'\\', u'/') +
-                    (p.ist_Ordner() ? u"/"_s : QString()));
+        alle.append(
+            QString::fromLatin1(p.Pfad.mid(3).toUtf8()).replace(u'\\', u'/') + (p.ist_Ordner() ? u"/"_s : QString()));
     alle.sort();
     return alle;
   }
 
   /// Lists, then clears; gives what is left. `dazwischen` puts the connection into the same state before each of the
   /// two.
-  QStringList raeume_auf(const QString& ab = u"P:"_s, const Variant& ergebnis = true,
-                         const std::function<void()>& davor = {}) {
+  QStringList raeume_auf(
+      const QString& ab = u"P:"_s, const Variant& ergebnis = true, const std::function<void()>& davor = {}) {
     const QStringList vorher = baum();
     if (davor) davor();
     liste = store.FKT_Liste_Bild_Ohne_Zuordnung(ab, u"P:"_s);
@@ -92,10 +92,10 @@ TEST_F(Aufraeumen, AssignedPicturesAndTheirTextsStayTheOthersGo) {
   ordne_zu(u"Allg"_s, u"a"_s, u"jpg"_s);
   EXPECT_EQ(raeume_auf(), (QStringList{u"Allg/"_s, u"Allg/a.jpg"_s, u"Allg/ajpg.txt"_s}));
   EXPECT_EQ(fragen_der_Liste,
-            (QStringList{u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'a' and BildExt = 'jpg' and "
-                         "Bildpfad = 'Allg'"_s,
-                         u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'b' and BildExt = 'jpg' and "
-                         "Bildpfad = 'Allg'"_s}));
+      (QStringList{u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'a' and BildExt = 'jpg' and "
+                   "Bildpfad = 'Allg'"_s,
+          u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'b' and BildExt = 'jpg' and "
+          "Bildpfad = 'Allg'"_s}));
   EXPECT_EQ(grund(u"P:\\Allg\\b.jpg"_s), Grund::OhneZuordnung);
   EXPECT_EQ(grund(u"P:\\Allg\\bjpg.txt"_s), Grund::TextOhneBild);
 }
@@ -124,8 +124,8 @@ TEST_F(Aufraeumen, PicturesDirectlyInTheRootGoEvenWhenTheyAreAssigned) {
 TEST_F(Aufraeumen, AHostThatStartsOneLevelLowerKeepsTheRootsPictures) {
   lege({"a.jpg", "Allg/b.jpg", "Allg/Tief/c.jpg", "Andere/d.jpg"});
   ordne_zu(u"Allg\\Tief"_s, u"c"_s, u"jpg"_s);
-  EXPECT_EQ(raeume_auf(u"P:\\Allg"_s), (QStringList{u"Allg/"_s, u"Allg/Tief/"_s, u"Allg/Tief/c.jpg"_s, u"Andere/"_s,
-                                                    u"Andere/d.jpg"_s, u"a.jpg"_s}));
+  EXPECT_EQ(raeume_auf(u"P:\\Allg"_s),
+      (QStringList{u"Allg/"_s, u"Allg/Tief/"_s, u"Allg/Tief/c.jpg"_s, u"Andere/"_s, u"Andere/d.jpg"_s, u"a.jpg"_s}));
   EXPECT_TRUE(fragen_der_Liste.first().endsWith(u"and Bildpfad = 'Allg\\Tief'"_s));
 }
 
@@ -135,10 +135,11 @@ TEST_F(Aufraeumen, AClosingBackslashAtTheStartMakesEveryPictureBelowAFreeOne) {
   ordne_zu(u"Allg"_s, u"a"_s, u"jpg"_s);
   ordne_zu(u"Allg\\Tief"_s, u"b"_s, u"jpg"_s);
   const Aufraeumliste mit = store.FKT_Liste_Bild_Ohne_Zuordnung(u"P:\\Allg\\"_s, u"P:"_s);
-  EXPECT_EQ(gelesen(), (QStringList{u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'b' and BildExt = 'jpg' "
-                                    "and Bildpfad = 'Allg\\\\Tief'"_s,
-                                    u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'a' and BildExt = 'jpg' "
-                                    "and Bildpfad = 'Allg\\'"_s}));
+  EXPECT_EQ(gelesen(),
+      (QStringList{u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'b' and BildExt = 'jpg' "
+                   "and Bildpfad = 'Allg\\\\Tief'"_s,
+          u"select Top 1 Key1 from Bild_Zuordnungen where Bildname = 'a' and BildExt = 'jpg' "
+          "and Bildpfad = 'Allg\\'"_s}));
   qsizetype bilder = 0;
   for (const Aufraeumposten& p : mit.Posten) bilder += p.ist_Ordner() ? 0 : 1;
   EXPECT_EQ(bilder, 2);
@@ -197,8 +198,9 @@ TEST_F(Aufraeumen, TheListIsInTheOrderOfTheClearing) {
   raeume_auf();
   QStringList folge;
   for (const Aufraeumposten& p : liste.Posten) folge.append(p.Pfad);
-  EXPECT_EQ(folge, (QStringList{u"P:\\a\\x.jpg"_s, u"P:\\a\\Y.jpg"_s, u"P:\\a\\Ajpg.txt"_s, u"P:\\b\\z.jpg"_s,
-                                u"P:\\b"_s, u"P:\\B2\\y.jpg"_s, u"P:\\B2"_s}));
+  EXPECT_EQ(folge,
+      (QStringList{u"P:\\a\\x.jpg"_s, u"P:\\a\\Y.jpg"_s, u"P:\\a\\Ajpg.txt"_s, u"P:\\b\\z.jpg"_s, u"P:\\b"_s,
+          u"P:\\B2\\y.jpg"_s, u"P:\\B2"_s}));
 }
 
 TEST_F(Aufraeumen, ReadOnlyFilesGoToo) {
@@ -246,8 +248,9 @@ TEST_F(Aufraeumen, NamesWithABackslashOrUndecodableBytesStayAndCountAsContent) {
   lege({"Eins/a\\b.jpg", "Eins/gut.jpg", "Zwei/gut.jpg"});
   std::ofstream(ort("Zwei/\xFF.jpg")) << "x";
   for (const char* name : {"Drei/b\\x", "Vier/\xFF"}) fs::create_directories(ort(name));
-  EXPECT_EQ(raeume_auf(), (QStringList{u"Drei/"_s, u"Drei/b\\x/"_s, u"Eins/"_s, u"Eins/a\\b.jpg"_s, u"Vier/"_s,
-                                       u"Vier/\u00FF/"_s, u"Zwei/"_s, u"Zwei/\u00FF.jpg"_s}));
+  EXPECT_EQ(raeume_auf(),
+      (QStringList{u"Drei/"_s, u"Drei/b\\x/"_s, u"Eins/"_s, u"Eins/a\\b.jpg"_s, u"Vier/"_s, u"Vier/\u00FF/"_s,
+          u"Zwei/"_s, u"Zwei/\u00FF.jpg"_s}));
 }
 
 TEST_F(Aufraeumen, WhatIsNoFileStaysAndCountsAsContent) {
@@ -287,9 +290,9 @@ TEST_F(Aufraeumen, ASingleFailureOfTheDatabaseIsTakenAsTheAnswerBefore) {
   lege({"Allg/a.jpg", "Allg/b.jpg", "Allg/c.jpg"});
   for (const QString& name : {u"a"_s, u"c"_s}) ordne_zu(u"Allg"_s, name, u"jpg"_s);
   EXPECT_EQ(raeume_auf(u"P:"_s, true, [&] { db.mitschrift().scheitere_am(2); }),
-            (QStringList{u"Allg/"_s, u"Allg/a.jpg"_s, u"Allg/b.jpg"_s, u"Allg/c.jpg"_s}));
-  EXPECT_EQ(raeume_auf(u"P:"_s, true, [&] { db.mitschrift().scheitere_am(1); }),
-            (QStringList{u"Allg/"_s, u"Allg/c.jpg"_s}));
+      (QStringList{u"Allg/"_s, u"Allg/a.jpg"_s, u"Allg/b.jpg"_s, u"Allg/c.jpg"_s}));
+  EXPECT_EQ(
+      raeume_auf(u"P:"_s, true, [&] { db.mitschrift().scheitere_am(1); }), (QStringList{u"Allg/"_s, u"Allg/c.jpg"_s}));
 }
 
 TEST_F(Aufraeumen, WithABrokenConnectionEveryPictureGoes) {
@@ -405,7 +408,7 @@ class AufraeumenOhneRechte : public Aufraeumen {
     Aufraeumen::TearDown();
   }
   static constexpr auto nur_lesen = fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read |
-                                    fs::perms::group_exec | fs::perms::others_read | fs::perms::others_exec;
+      fs::perms::group_exec | fs::perms::others_read | fs::perms::others_exec;
 };
 
 TEST_F(AufraeumenOhneRechte, AFileThatCanNotBeDeletedStaysWithItsTextAndItsFolder) {
@@ -442,10 +445,9 @@ TEST_F(AufraeumenOhneRechte, AFolderThatCanNotBeReadEndsTheClearingAndIsNoEmptyF
 }
 
 TEST_F(Aufraeumen, TheListingAndTheClearingAgreeOnAnyTree) {
-  const std::vector<std::string> namen{"a.jpg",     "A.JPG",    "b.jpg",   "'.jpg",   "ajpg.txt",   "AJPG.TXT",
-                                       "b",         "bjpg.txt", "x.txt",   "xyz.txt", "xyztxt.txt", "a.b.jpg",
-                                       ".jpg",      "jpg.txt",  "a.jpg ",  "a.jpg.",  "ajpg .txt",  "no.tes",
-                                       "notes.txt", "ä.jpg",    "Äjpg.txt"};
+  const std::vector<std::string> namen{"a.jpg", "A.JPG", "b.jpg", "'.jpg", "ajpg.txt", "AJPG.TXT", "b", "bjpg.txt",
+      "x.txt", "xyz.txt", "xyztxt.txt", "a.b.jpg", ".jpg", "jpg.txt", "a.jpg ", "a.jpg.", "ajpg .txt", "no.tes",
+      "notes.txt", "ä.jpg", "Äjpg.txt"};
   const std::vector<std::string> ordner{"", "A/", "A/B/", "A/B/C/", "D/"};
   EXPECT_TRUE(rc::check([&] {
     for (const auto& e : fs::directory_iterator(ort())) fs::remove_all(e);

@@ -80,8 +80,8 @@ TEST_F(Sammlung, ANewPictureIsNewChangedAndPrints) {
   EXPECT_EQ(sammlung.Bild_Pfad(), QString());
   EXPECT_EQ(sammlung.Bild_Beschreibung(), QString());
   EXPECT_EQ(sammlung.Bild_Key1() + sammlung.Bild_Key2() + sammlung.Bild_Key3() + sammlung.Bild_Key4(), u"1234"_s);
-  EXPECT_EQ(sammlung.Bild_Bildname() + sammlung.Bild_BildExt() + sammlung.Bild_Typ1() + sammlung.Bild_Typ2(),
-            u"netu"_s);
+  EXPECT_EQ(
+      sammlung.Bild_Bildname() + sammlung.Bild_BildExt() + sammlung.Bild_Typ1() + sammlung.Bild_Typ2(), u"netu"_s);
 }
 
 TEST_F(Sammlung, WithoutACurrentRecordReadingGivesEmptyValuesAndFlagsRaise) {
@@ -215,10 +215,9 @@ TEST(Satz, ACloneTakesTheWorksOrdersNumberAndLeavesFlagsTextAndOrderOut) {
 
 TEST(Satz, ACloneTakesEachOfItsSixteenFieldsFromTheSameFieldOfTheOther) {
   using K = clsBilderSpeicher;
-  const QList<QString K::*> texte{&K::Bild_Key1,         &K::Bild_Key2,        &K::Bild_Key3,
-                                  &K::Bild_Key4,         &K::Bild_Bildname,    &K::Bild_BildExt,
-                                  &K::Bild_Typ1,         &K::Bild_Typ2,        &K::Bild_Pfad,
-                                  &K::Bild_Beschreibung, &K::Bild_GrafikAnbNr, &K::Bild_Grafik_Ursprung};
+  const QList<QString K::*> texte{&K::Bild_Key1, &K::Bild_Key2, &K::Bild_Key3, &K::Bild_Key4, &K::Bild_Bildname,
+      &K::Bild_BildExt, &K::Bild_Typ1, &K::Bild_Typ2, &K::Bild_Pfad, &K::Bild_Beschreibung, &K::Bild_GrafikAnbNr,
+      &K::Bild_Grafik_Ursprung};
   const QList<bool K::*> flags{&K::Bild_NeueSeite, &K::Bild_AlsAnhang, &K::Bild_DruckGesamteSeite, &K::Bild_Drucken};
   ASSERT_EQ(texte.size() + flags.size(), 16);
   for (const auto gesetzt : flags) {

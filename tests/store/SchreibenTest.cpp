@@ -36,14 +36,15 @@ const QString Insert =
 TEST_F(Schreiben, ANewRecordIsInsertedWithDashesForItsEmptyParts) {
   neues_Bild(u"b"_s);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_EQ(geschrieben(), QStringList{Insert + u"'A','-','-','-','b','jpg','Bel','-',NULL,NULL,'"_s +
-                                       kennzeichen(u"0001"_s) + u"',NULL,'-', 0)"_s});
+  EXPECT_EQ(geschrieben(),
+      QStringList{Insert + u"'A','-','-','-','b','jpg','Bel','-',NULL,NULL,'"_s + kennzeichen(u"0001"_s) +
+          u"',NULL,'-', 0)"_s});
   EXPECT_EQ(store.Bild_Key2(), u"-"_s);
   EXPECT_EQ(store.Bild_Typ2(), u"-"_s);
   EXPECT_FALSE(store.Bild_Changeflag() || store.Bild_Neu() || store.Bild_Delete());
   EXPECT_EQ(store.AktBildObj->Bild_Druckkennzeichen, kennzeichen(u"0001"_s));
   EXPECT_EQ(db.zeilen(u"SELECT Key1, Key2, Bildname, BildPfad, Druckkennzeichen, SortIndex FROM Bild_Zuordnungen"_s),
-            QStringList{u"A|-|b|<NULL>|"_s + kennzeichen(u"0001"_s) + u"|0"_s});
+      QStringList{u"A|-|b|<NULL>|"_s + kennzeichen(u"0001"_s) + u"|0"_s});
 }
 
 TEST_F(Schreiben, AnInsertHoldsEveryFieldInItsPlace) {
@@ -57,8 +58,9 @@ TEST_F(Schreiben, AnInsertHoldsEveryFieldInItsPlace) {
   store.Bild_Drucken(false);
   store.Bild_SortIndex(-7);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_EQ(geschrieben(), QStringList{Insert + u"'1','2','3','4','n','e','t','u','Artikel\\Allg','Text','"_s +
-                                       kennzeichen(u"1010"_s) + u"','g','o', -7)"_s});
+  EXPECT_EQ(geschrieben(),
+      QStringList{Insert + u"'1','2','3','4','n','e','t','u','Artikel\\Allg','Text','"_s + kennzeichen(u"1010"_s) +
+          u"','g','o', -7)"_s});
 }
 
 TEST_F(Schreiben, AnUpdateHoldsEveryFieldAndFindsTheRowByItsIdentity) {
@@ -69,15 +71,14 @@ TEST_F(Schreiben, AnUpdateHoldsEveryFieldAndFindsTheRowByItsIdentity) {
   store.Bild_Pfad(QString());
   store.Bild_Changeflag(true);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_EQ(
-      geschrieben(),
+  EXPECT_EQ(geschrieben(),
       QStringList{u"UPDATE Bild_Zuordnungen SET Key1 = '1', Key2 = '2',Key3 = '3',key4 = '4',Bildname = 'n',BildExt = "
                   "'e',Typ1 = 't',Typ2 = 'u',BildPfad = NULL,Beschreibung = 'neu',Druckkennzeichen = '"_s +
-                  kennzeichen(u"0100"_s) +
-                  u"',Grafik_Ursprung = 'o',GrafikAnbNr = 'g',SortIndex = 0 WHERE Key1 = '1' and Key2 = '2' and Key3 = "
-                  "'3' and Key4 = '4' and Bildname = 'n' and BildExt = 'e' and Typ1 = 't' and Typ2 = 'u'"_s});
+          kennzeichen(u"0100"_s) +
+          u"',Grafik_Ursprung = 'o',GrafikAnbNr = 'g',SortIndex = 0 WHERE Key1 = '1' and Key2 = '2' and Key3 = "
+          "'3' and Key4 = '4' and Bildname = 'n' and BildExt = 'e' and Typ1 = 't' and Typ2 = 'u'"_s});
   EXPECT_EQ(db.zeilen(u"SELECT Beschreibung, SUBSTRING(Druckkennzeichen, 1, 4), SortIndex FROM Bild_Zuordnungen"_s),
-            QStringList{u"neu|0100|0"_s});
+      QStringList{u"neu|0100|0"_s});
 }
 
 TEST_F(Schreiben, AnEmptyIdentityFieldIsNullInTheSetPartAndEmptyInTheConditionAndFindsNoRow) {
@@ -137,18 +138,18 @@ TEST_F(Schreiben, ALongNameIsCutOnBothStatementsButTheConditionHoldsAllOfIt) {
   EXPECT_TRUE(update.contains(u"Bildname = '"_s + QString(50, u'n') + u"',BildExt"_s));
   EXPECT_TRUE(update.contains(u"and Bildname = '"_s + lang + u"' and BildExt"_s));
   EXPECT_EQ(db.zeilen(u"SELECT Bildname, Beschreibung FROM Bild_Zuordnungen"_s),
-            QStringList{QString(50, u'n') + u"|<NULL>"_s});
+      QStringList{QString(50, u'n') + u"|<NULL>"_s});
 }
 
 TEST_F(Schreiben, KeysAreCutTo50AndTextsTo250) {
-  ASSERT_TRUE(store.FKT_NeuesBild(QString(60, u'1'), QString(60, u'2'), QString(60, u'3'), QString(60, u'4'), u"n"_s,
-                                  u"e"_s, u"t"_s, {}));
+  ASSERT_TRUE(store.FKT_NeuesBild(
+      QString(60, u'1'), QString(60, u'2'), QString(60, u'3'), QString(60, u'4'), u"n"_s, u"e"_s, u"t"_s, {}));
   store.Bild_Pfad(QString(300, u'p'));
   store.Bild_Beschreibung(QString(300, u'b'));
   EXPECT_TRUE(store.FKT_SpeichernBilder());
   EXPECT_EQ(db.zeilen(u"SELECT LEN(Key1), LEN(Key2), LEN(Key3), LEN(key4), LEN(BildPfad), LEN(Beschreibung) "
                       "FROM Bild_Zuordnungen"_s),
-            QStringList{u"50|50|50|50|250|250"_s});
+      QStringList{u"50|50|50|50|250|250"_s});
   EXPECT_EQ(store.Bild_Pfad().size(), 300);
 }
 
@@ -157,26 +158,24 @@ TEST_F(Schreiben, AnUpdateCutsKeysTo50AndTextsTo250AndNothingElse) {
   const auto lang = [](char16_t zeichen) { return QString(300, zeichen); };
   using K = clsBilderSpeicher;
   clsBilderSpeicher& satz = *store.AktBildObj;
-  const std::vector<std::pair<QString K::*, char16_t>> felder{
-      {&K::Bild_Key1, u'1'},         {&K::Bild_Key2, u'2'},        {&K::Bild_Key3, u'3'},
-      {&K::Bild_Key4, u'4'},         {&K::Bild_Bildname, u'n'},    {&K::Bild_BildExt, u'e'},
-      {&K::Bild_Typ1, u't'},         {&K::Bild_Typ2, u'u'},        {&K::Bild_Pfad, u'p'},
-      {&K::Bild_Beschreibung, u'b'}, {&K::Bild_GrafikAnbNr, u'g'}, {&K::Bild_Grafik_Ursprung, u'o'}};
+  const std::vector<std::pair<QString K::*, char16_t>> felder{{&K::Bild_Key1, u'1'}, {&K::Bild_Key2, u'2'},
+      {&K::Bild_Key3, u'3'}, {&K::Bild_Key4, u'4'}, {&K::Bild_Bildname, u'n'}, {&K::Bild_BildExt, u'e'},
+      {&K::Bild_Typ1, u't'}, {&K::Bild_Typ2, u'u'}, {&K::Bild_Pfad, u'p'}, {&K::Bild_Beschreibung, u'b'},
+      {&K::Bild_GrafikAnbNr, u'g'}, {&K::Bild_Grafik_Ursprung, u'o'}};
   for (const auto& [feld, zeichen] : felder) satz.*feld = lang(zeichen);
   store.Bild_Changeflag(true);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
   const auto wert = [](char16_t zeichen, int laenge) { return u'\'' + QString(laenge, zeichen) + u'\''; };
-  EXPECT_EQ(
-      geschrieben(),
+  EXPECT_EQ(geschrieben(),
       QStringList{u"UPDATE Bild_Zuordnungen SET Key1 = "_s + wert(u'1', 50) + u", Key2 = "_s + wert(u'2', 50) +
-                  u",Key3 = "_s + wert(u'3', 50) + u",key4 = "_s + wert(u'4', 50) + u",Bildname = "_s + wert(u'n', 50) +
-                  u",BildExt = "_s + wert(u'e', 300) + u",Typ1 = "_s + wert(u't', 300) + u",Typ2 = "_s +
-                  wert(u'u', 300) + u",BildPfad = "_s + wert(u'p', 250) + u",Beschreibung = "_s + wert(u'b', 250) +
-                  u",Druckkennzeichen = '"_s + kennzeichen(u"0001"_s) + u"',Grafik_Ursprung = "_s + wert(u'o', 300) +
-                  u",GrafikAnbNr = "_s + wert(u'g', 300) + u",SortIndex = 0 WHERE Key1 = "_s + wert(u'1', 300) +
-                  u" and Key2 = "_s + wert(u'2', 300) + u" and Key3 = "_s + wert(u'3', 300) + u" and Key4 = "_s +
-                  wert(u'4', 300) + u" and Bildname = "_s + wert(u'n', 300) + u" and BildExt = "_s + wert(u'e', 300) +
-                  u" and Typ1 = "_s + wert(u't', 300) + u" and Typ2 = "_s + wert(u'u', 300)});
+          u",Key3 = "_s + wert(u'3', 50) + u",key4 = "_s + wert(u'4', 50) + u",Bildname = "_s + wert(u'n', 50) +
+          u",BildExt = "_s + wert(u'e', 300) + u",Typ1 = "_s + wert(u't', 300) + u",Typ2 = "_s + wert(u'u', 300) +
+          u",BildPfad = "_s + wert(u'p', 250) + u",Beschreibung = "_s + wert(u'b', 250) + u",Druckkennzeichen = '"_s +
+          kennzeichen(u"0001"_s) + u"',Grafik_Ursprung = "_s + wert(u'o', 300) + u",GrafikAnbNr = "_s +
+          wert(u'g', 300) + u",SortIndex = 0 WHERE Key1 = "_s + wert(u'1', 300) + u" and Key2 = "_s + wert(u'2', 300) +
+          u" and Key3 = "_s + wert(u'3', 300) + u" and Key4 = "_s + wert(u'4', 300) + u" and Bildname = "_s +
+          wert(u'n', 300) + u" and BildExt = "_s + wert(u'e', 300) + u" and Typ1 = "_s + wert(u't', 300) +
+          u" and Typ2 = "_s + wert(u'u', 300)});
 }
 
 TEST_F(Schreiben, AnUpdateOfATextThatIsTooLongStoresIts250Characters) {
@@ -186,7 +185,7 @@ TEST_F(Schreiben, AnUpdateOfATextThatIsTooLongStoresIts250Characters) {
   store.Bild_Changeflag(true);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
   EXPECT_EQ(db.zeilen(u"SELECT BildPfad, Beschreibung FROM Bild_Zuordnungen WHERE Bildname = 'a'"_s),
-            QStringList{QString(250, u'p') + u'|' + QString(249, u'b') + u'x'});
+      QStringList{QString(250, u'p') + u'|' + QString(249, u'b') + u'x'});
   // Cut between a doubled quote, the statement fails as it does when the row is new.
   store.Bild_Beschreibung(QString(249, u'x') + u"'"_s);
   store.Bild_Changeflag(true);
@@ -279,8 +278,8 @@ TEST_F(Schreiben, ANewRowThatIsMarkedStillGetsItsDeleteStatement) {
   store.Bild_Delete(true);
   EXPECT_TRUE(store.FKT_SpeichernBilder());
   EXPECT_EQ(geschrieben(),
-            QStringList{u"Delete from Bild_Zuordnungen  where Key1 = 'A' and Bildname = 'neu' and BildExt = 'jpg' and "
-                        "Typ1 = 'Bel'"_s});
+      QStringList{u"Delete from Bild_Zuordnungen  where Key1 = 'A' and Bildname = 'neu' and BildExt = 'jpg' and "
+                  "Typ1 = 'Bel'"_s});
   EXPECT_EQ(store.AnzahlPos(), 0);
 }
 
@@ -392,7 +391,7 @@ TEST_F(Schreiben, AFailureOfTheDeleteItselfIsReportedUnderItsName) {
   EXPECT_FALSE(store.FKT_DeleteBilder(u"A'"_s, {}, {}, {}, {}, {}, {}, {}, {}));
   KVOCore::setze(vorher);
   EXPECT_EQ(host->berichte,
-            (QStringList{u"basZuordnungen.CmdSql -2147217900"_s, u"clsBildZuordnungen.FKT_DeleteBilder 5"_s}));
+      (QStringList{u"basZuordnungen.CmdSql -2147217900"_s, u"clsBildZuordnungen.FKT_DeleteBilder 5"_s}));
 }
 
 TEST_F(Schreiben, AChangedRowWithoutARecordIsReportedByTheWritingAndKeepsItsFlag) {
@@ -457,8 +456,8 @@ RC_GTEST_FIXTURE_PROP(Schreiben, AnyDescriptionSurvivesSaveAndRead, (const std::
 TEST_F(Schreiben, TheFirstConnectStringOfAThreadWins) {
   neues_Bild(u"a"_s);
   ASSERT_TRUE(store.FKT_SpeichernBilder());
-  EXPECT_TRUE(BasZuordnungen::CmdSql(u"UPDATE Bild_Zuordnungen SET SortIndex = 4"_s,
-                                     u"Provider=SQLite;Data Source=/gibt/es/nicht"_s, true));
+  EXPECT_TRUE(BasZuordnungen::CmdSql(
+      u"UPDATE Bild_Zuordnungen SET SortIndex = 4"_s, u"Provider=SQLite;Data Source=/gibt/es/nicht"_s, true));
   EXPECT_EQ(db.zeilen(u"SELECT SortIndex FROM Bild_Zuordnungen"_s), QStringList{u"4"_s});
 }
 
@@ -493,10 +492,10 @@ TEST_F(Umbenennen, TheFileAndAllRowsOfThePictureChangeWhicheverRecordTheyBelongT
   fuege_ein(u"'C','-','-','-','a','jpg','Art','-','Andere','T','0001',NULL,'-',0"_s);
   EXPECT_FALSE(store.Verarbeite_Dateinamen_Aenderung(u"P:"_s, u"Allg"_s, u"a"_s, u"jpg"_s, u"neu"_s));
   EXPECT_EQ(gelesen(),
-            QStringList{u"Update Bild_Zuordnungen SET Bildname = 'neu' WHERE Bildname = 'a' and BildExt = 'jpg' and "
-                        "BildPfad = 'Allg'"_s});
+      QStringList{u"Update Bild_Zuordnungen SET Bildname = 'neu' WHERE Bildname = 'a' and BildExt = 'jpg' and "
+                  "BildPfad = 'Allg'"_s});
   EXPECT_EQ(db.zeilen(u"SELECT Key1, Bildname FROM Bild_Zuordnungen ORDER BY 1"_s),
-            (QStringList{u"A|neu"_s, u"B|neu"_s, u"C|a"_s}));
+      (QStringList{u"A|neu"_s, u"B|neu"_s, u"C|a"_s}));
   EXPECT_TRUE(wurzel.vorhanden(u"Allg/neu.jpg"_s));
   EXPECT_FALSE(wurzel.vorhanden(u"Allg/a.jpg"_s));
   EXPECT_TRUE(wurzel.vorhanden(u"Allg/ajpg.txt"_s));

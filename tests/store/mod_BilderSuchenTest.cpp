@@ -20,7 +20,7 @@ namespace {
 
 Meldung frage(const QString& datei) {
   return {u"Datei:  "_s + datei + u"  bereits vorhanden! Überschreiben?"_s, u"Datei kopieren"_s, Symbol::Ausrufezeichen,
-          Knoepfe::JaNein};
+      Knoepfe::JaNein};
 }
 
 /// The file operations through the collection, which only forwards; every box must have been announced.
@@ -93,8 +93,9 @@ TEST_F(Dateioperationen, ReadingAMissingFileGivesNothingAndCreatesNothing) {
 
 TEST_F(Dateioperationen, TextIsHeldInTheEightBitCodePage) {
   EXPECT_TRUE(store.Fkt_WriteFile(u"P:\\t.txt"_s, u"Größe 5 €\r\nЖ"_s));
-  EXPECT_EQ(wurzel.lies(u"t.txt"_s), QByteArray("Gr\xF6\xDF"
-                                                "e 5 \x80\r\n?"));
+  EXPECT_EQ(wurzel.lies(u"t.txt"_s),
+      QByteArray("Gr\xF6\xDF"
+                 "e 5 \x80\r\n?"));
   EXPECT_EQ(store.Fkt_ReadFile(u"P:\\t.txt"_s), u"Größe 5 €\r\n?"_s);
 }
 
@@ -357,9 +358,7 @@ TEST_F(Dateioperationen, SourcesThatCannotBeDeletedAreTold) {
   boxen.erwarte(
       {u"Die Dokumente wurden kopiert, es konnten jedoch nicht alle Dokumente\r\n"
        "an ihrem ursprünglichen Ort gelöscht werden."_s,
-       {},
-       Symbol::Keins,
-       Knoepfe::OK});
+          {}, Symbol::Keins, Knoepfe::OK});
   EXPECT_TRUE(store.Fkt_FileCopyAll(u"P:\\q"_s, ziel, u"*.*"_s, true));
   EXPECT_EQ(inhalt(u"q"_s), QStringList{u"a.jpg"_s});
   EXPECT_EQ(inhalt(u"o"_s).size(), 2);

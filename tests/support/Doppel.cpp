@@ -9,7 +9,7 @@
 class CoreDoppel::Core final : public KVOCore {
  public:
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
-                    bool mitMeldung) override {
+      bool mitMeldung) override {
     berichte.append({modul, prozedur, nummer, beschreibung, mitMeldung});
   }
   QList<Bericht> berichte;
@@ -59,7 +59,7 @@ MeldungsDoppel::~MeldungsDoppel() {
   oberflaeche::setze(vorher_);
 }
 
-void MeldungsDoppel::erwarte(const oberflaeche::Meldung& meldung, oberflaeche::Antwort antwort,
-                             std::function<void()> dabei) {
+void MeldungsDoppel::erwarte(
+    const oberflaeche::Meldung& meldung, oberflaeche::Antwort antwort, std::function<void()> dabei) {
   fenster_->erwartet.append({meldung, antwort, std::move(dabei)});
 }

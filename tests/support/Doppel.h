@@ -41,7 +41,7 @@ class MeldungsDoppel {
   MeldungsDoppel& operator=(const MeldungsDoppel&) = delete;
   /// The next box must be this one; it gets that answer. `dabei` runs while the box shows.
   void erwarte(const oberflaeche::Meldung& meldung, oberflaeche::Antwort antwort = oberflaeche::Antwort::OK,
-               std::function<void()> dabei = {});
+      std::function<void()> dabei = {});
 
  private:
   class Fenster;

@@ -7,7 +7,7 @@ class Fensterdoppel::Core final : public KVOCore {
  public:
   Core(Fensterdoppel& doppel, std::shared_ptr<KVOCore>& darunter) : doppel_(doppel), darunter_(darunter) {}
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
-                    bool mitMeldung) override {
+      bool mitMeldung) override {
     darunter_->FehlerMelden(modul, prozedur, nummer, beschreibung, mitMeldung);
   }
   void FensterWiederherstellen(const QString& anwendung, Fensterplatz& fenster) override {

@@ -57,8 +57,8 @@ void Mitschrift::nimm(Seite seite, const QString& text) {
   weitergegeben_.append(text);
 }
 
-Aufzeichner::Aufzeichner(std::shared_ptr<Mitschrift> mitschrift, Mitschrift::Seite seite,
-                         std::unique_ptr<adodb::Treiber> innen)
+Aufzeichner::Aufzeichner(
+    std::shared_ptr<Mitschrift> mitschrift, Mitschrift::Seite seite, std::unique_ptr<adodb::Treiber> innen)
     : mitschrift_(std::move(mitschrift)), seite_(seite), innen_(std::move(innen)) {}
 
 void Aufzeichner::oeffne(const QString& verbindungszeichenfolge) {
@@ -85,9 +85,8 @@ Pruefdatenbank::Pruefdatenbank(std::chrono::milliseconds wartegrenze)
     pruefserver().steuere(u"weiter"_s);
     pruefserver().steuere(u"leere"_s);
   }
-  adodb::registriere_treiber(u"Pruefling"_s, [this] {
-    return std::make_unique<Aufzeichner>(mitschrift_, Mitschrift::Seite::System, treiber());
-  });
+  adodb::registriere_treiber(u"Pruefling"_s,
+      [this] { return std::make_unique<Aufzeichner>(mitschrift_, Mitschrift::Seite::System, treiber()); });
   verbindung_ = std::make_shared<adodb::Connection>(
       std::make_unique<Aufzeichner>(mitschrift_, Mitschrift::Seite::Wirt, treiber()));
   verbindung_->Open(verbindungszeichenfolge());
@@ -136,7 +135,7 @@ adodb::Ergebnis frage_server(const QString& text) {
 
 bool aendert_mehr_als_Zeilen(const QString& text) {
   return text.startsWith("ALTER"_L1, Qt::CaseInsensitive) || text.startsWith("CREATE"_L1, Qt::CaseInsensitive) ||
-         text.startsWith("DROP"_L1, Qt::CaseInsensitive);
+      text.startsWith("DROP"_L1, Qt::CaseInsensitive);
 }
 
 }  // namespace

@@ -49,10 +49,10 @@ QString Tdsserver::hindernis(Maschine maschine) {
 
 Tdsserver::Tdsserver(const QString& benutzer, const QString& kennwort, Maschine maschine, const QStringList& schalter) {
   prozess_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  prozess_.start(u"python3"_s, QStringList{QStringLiteral(KVO_QUELLORDNER "/tests/tds/starte.py"), u"--benutzer"_s,
-                                           benutzer, u"--kennwort"_s, kennwort, u"--maschine"_s,
-                                           maschine == Maschine::H2 ? u"h2"_s : u"sqlite"_s} +
-                                   schalter);
+  prozess_.start(u"python3"_s,
+      QStringList{QStringLiteral(KVO_QUELLORDNER "/tests/tds/starte.py"), u"--benutzer"_s, benutzer, u"--kennwort"_s,
+          kennwort, u"--maschine"_s, maschine == Maschine::H2 ? u"h2"_s : u"sqlite"_s} +
+          schalter);
   // Not before the process has begun.
   port_ = lies_zahl(prozess_);  // NOLINT(cppcoreguidelines-prefer-member-initializer)
   if (port_ > 0) leitung_ = verbinde(lies_zahl(prozess_));

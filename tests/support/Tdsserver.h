@@ -14,7 +14,7 @@ class Tdsserver {
   static QString hindernis(Maschine maschine = Maschine::Sqlite);
 
   Tdsserver(const QString& benutzer, const QString& kennwort, Maschine maschine = Maschine::Sqlite,
-            const QStringList& schalter = {});
+      const QStringList& schalter = {});
   ~Tdsserver();
   Tdsserver(const Tdsserver&) = delete;
   Tdsserver& operator=(const Tdsserver&) = delete;

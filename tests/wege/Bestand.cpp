@@ -12,8 +12,8 @@ QString als_Text(const QString& text) {
 }
 
 template <class Wert>
-void vergleiche(const QString& was, const QMap<QString, Wert>& soll, const QMap<QString, Wert>& ist,
-                QStringList& maengel) {
+void vergleiche(
+    const QString& was, const QMap<QString, Wert>& soll, const QMap<QString, Wert>& ist, QStringList& maengel) {
   for (auto i = soll.begin(); i != soll.end(); ++i)
     if (!ist.contains(i.key()))
       maengel.append(was + u" fehlt: "_s + i.key() + u" = "_s + als_Text(i.value()));
@@ -30,8 +30,8 @@ QStringList unterschiede(const Bestand& soll, const Bestand& ist) {
   for (const QString& schluessel : {u"1"_s, u"2"_s})
     if (soll.zeilen.value(schluessel) != ist.zeilen.value(schluessel))
       maengel.append(u"Tabelle von RE %1:\n    soll "_s.arg(schluessel) +
-                     soll.zeilen.value(schluessel).join(u"\n         "_s) + u"\n    ist  "_s +
-                     ist.zeilen.value(schluessel).join(u"\n         "_s));
+          soll.zeilen.value(schluessel).join(u"\n         "_s) + u"\n    ist  "_s +
+          ist.zeilen.value(schluessel).join(u"\n         "_s));
   vergleiche(u"Bild"_s, soll.bilder, ist.bilder, maengel);
   vergleiche(u"Text"_s, soll.texte, ist.texte, maengel);
   return maengel;

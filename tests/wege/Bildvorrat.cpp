@@ -32,7 +32,7 @@ int nummer(const QByteArray& bytes) {
 /// The white corner goes round with the turns.
 int viertel(const QImage& bild) {
   const std::array<QPoint, 4> ecken{QPoint(2, 2), QPoint(bild.width() - 3, 2),
-                                    QPoint(bild.width() - 3, bild.height() - 3), QPoint(2, bild.height() - 3)};
+      QPoint(bild.width() - 3, bild.height() - 3), QPoint(2, bild.height() - 3)};
   for (int i = 0; i < 4; ++i)
     if (qGray(bild.pixel(ecken[static_cast<std::size_t>(i)])) > 128) return i;
   return -1;

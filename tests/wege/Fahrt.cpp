@@ -37,7 +37,7 @@ void klicke_Schalter(CheckBox& schalter) {
 
 bool ausserhalb(const Schritt& s) {
   return std::holds_alternative<Verschwinde>(s) || std::holds_alternative<Kehre_zurueck>(s) ||
-         std::holds_alternative<Stoere>(s) || std::holds_alternative<Trenne>(s) || std::holds_alternative<Warte>(s);
+      std::holds_alternative<Stoere>(s) || std::holds_alternative<Trenne>(s) || std::holds_alternative<Warte>(s);
 }
 
 }  // namespace
@@ -187,7 +187,7 @@ bool Fahrt::waehle(int zeile) {
 bool Fahrt::waehle_zum_Aendern(int zeile) {
   if (!waehle(zeile)) return false;
   for (QWidget* feld : std::initializer_list<QWidget*>{&form().txt_BildName, &form().txt_BildText, &form().txt_BildInfo,
-                                                       &form().chk_Drucken, &form().chk_NeueSeite})
+           &form().chk_Drucken, &form().chk_NeueSeite})
     if (feld->isEnabled() == modell_.gesperrt()) mangel(u"falsch gesperrt: "_s + feld->objectName());
   return !modell_.gesperrt();
 }
@@ -201,8 +201,8 @@ void Fahrt::tu(const Haenge_an& s) {
   if (da.isEmpty()) return;
   schauplatz_.suche(form(), s.ordner, da);
   // The search lists files by their names, in any case of their letters.
-  std::sort(da.begin(), da.end(),
-            [](const QString& x, const QString& y) { return x.compare(y, Qt::CaseInsensitive) < 0; });
+  std::sort(
+      da.begin(), da.end(), [](const QString& x, const QString& y) { return x.compare(y, Qt::CaseInsensitive) < 0; });
   for (QString& name : da) name.prepend(s.ordner + u'/');
   modell_.haenge_an(da);
 }
@@ -263,8 +263,8 @@ void Fahrt::tu(const Schreibe& s) {
 
 void Fahrt::tu(const Schalte& s) {
   if (!waehle_zum_Aendern(s.zeile)) return;
-  CheckBox* const schalter[] = {&form().chk_NeueSeite, &form().chk_AlsAnhang, &form().chk_GesamteSeite,
-                                &form().chk_Drucken};
+  CheckBox* const schalter[] = {
+      &form().chk_NeueSeite, &form().chk_AlsAnhang, &form().chk_GesamteSeite, &form().chk_Drucken};
   CheckBox& einer = *schalter[static_cast<int>(s.marke)];
   klicke_Schalter(einer);
   modell_.schalte(s.marke);

@@ -40,7 +40,7 @@ QStringList Modell::namen() const {
 void Modell::oeffne() {
   std::vector<Zuordnung> zeilen;
   std::copy_if(welt.tabelle.begin(), welt.tabelle.end(), std::back_inserter(zeilen),
-               [](const Zuordnung& zeile) { return zeile.re == u"1"_s; });
+      [](const Zuordnung& zeile) { return zeile.re == u"1"_s; });
   std::stable_sort(zeilen.begin(), zeilen.end(), [](const auto& x, const auto& y) { return x.sort < y.sort; });
   sammlung_.clear();
   streifen_.clear();

@@ -32,10 +32,8 @@ QString sql(const QString& text) {
 
 /// The box that a text belongs to, by words that no other has.
 const std::array<std::pair<QStringView, Kasten>, 5> Texte{{{u"Daten wurden verändert!", Kasten::Speichern},
-                                                           {u"schon zugeordneten Bilder", Kasten::Umbenannt},
-                                                           {u"gleichem Namen", Kasten::Doppelt},
-                                                           {u"umbennant werden", Kasten::Nicht_umbenannt},
-                                                           {u"rotieren der JPG", Kasten::Nicht_gedreht}}};
+    {u"schon zugeordneten Bilder", Kasten::Umbenannt}, {u"gleichem Namen", Kasten::Doppelt},
+    {u"umbennant werden", Kasten::Nicht_umbenannt}, {u"rotieren der JPG", Kasten::Nicht_gedreht}}};
 
 oberflaeche::Antwort antwort(schritt::Antwort a) {
   using oberflaeche::Antwort;
@@ -80,7 +78,7 @@ class Schauplatz::Fenster final : public oberflaeche::Meldungsfenster {
 class Schauplatz::Core final : public KVOCore {
  public:
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
-                    bool /*mitMeldung*/) override {
+      bool /*mitMeldung*/) override {
     berichte.append(u"%1.%2: %3 %4"_s.arg(modul, prozedur).arg(nummer).arg(beschreibung));
   }
   QStringList berichte;
@@ -136,8 +134,8 @@ void Schauplatz::richte_ein(const Welt& welt) {
         u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
         "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) values ('RE', "_s +
         QStringList{sql(z.re), u"'-'"_s, u"'-'"_s, sql(z.name), sql(z.endung), u"'BEL'"_s, u"'-'"_s, sql(z.ordner),
-                    sql(z.drucktext), sql(kennzeichen.leftJustified(50)), sql(z.anbnr), sql(z.ursprung),
-                    QString::number(z.sort)}
+            sql(z.drucktext), sql(kennzeichen.leftJustified(50)), sql(z.anbnr), sql(z.ursprung),
+            QString::number(z.sort)}
             .join(u", "_s) +
         u')');
   }

@@ -11,9 +11,9 @@ QString wort(Antwort a) {
   return a == Antwort::Ja ? u"Antwort::Ja"_s : a == Antwort::Nein ? u"Antwort::Nein"_s : u"Antwort::Abbrechen"_s;
 }
 QString wort(Ausgang a) {
-  return a == Ausgang::Zurueck  ? u"Ausgang::Zurueck"_s
-         : a == Ausgang::Escape ? u"Ausgang::Escape"_s
-                                : u"Ausgang::Rahmen"_s;
+  return a == Ausgang::Zurueck ? u"Ausgang::Zurueck"_s
+      : a == Ausgang::Escape   ? u"Ausgang::Escape"_s
+                               : u"Ausgang::Rahmen"_s;
 }
 QString wort(Feld f) {
   return f == Feld::Drucktext ? u"Feld::Drucktext"_s : u"Feld::Info"_s;

@@ -89,9 +89,9 @@ struct Warte {};
 }  // namespace schritt
 
 using Schritt = std::variant<schritt::Haenge_an, schritt::Ziehe, schritt::Rolle, schritt::Waehle, schritt::Drehe,
-                             schritt::Benenne, schritt::Schreibe, schritt::Schalte, schritt::Merke_vor,
-                             schritt::Aktualisiere, schritt::Speichere, schritt::Verlasse, schritt::Verschwinde,
-                             schritt::Trenne, schritt::Kehre_zurueck, schritt::Stoere, schritt::Belege, schritt::Warte>;
+    schritt::Benenne, schritt::Schreibe, schritt::Schalte, schritt::Merke_vor, schritt::Aktualisiere,
+    schritt::Speichere, schritt::Verlasse, schritt::Verschwinde, schritt::Trenne, schritt::Kehre_zurueck,
+    schritt::Stoere, schritt::Belege, schritt::Warte>;
 
 /// A road: pictures that the record has at the beginning, and what happens. The dialog is open from the first step that
 /// needs it, and whenever it was left it is opened again.

@@ -42,16 +42,15 @@ rc::Gen<Schritt> einen(Gens... gens) {
 rc::Gen<Schritt> anhaengen() {
   return rc::gen::map(
       eines<Haenge_an>(Haenge_an{u"Neu"_s, {u"foto.jpg"_s}}, Haenge_an{u"Neu"_s, {u"foto.jpg"_s, u"haus.jpg"_s}},
-                       Haenge_an{u"Anders"_s, {u"foto.jpg"_s}}, Haenge_an{u"Neu"_s, {u"a.jpg"_s}},
-                       Haenge_an{u"Anders"_s, {u"Müller's ß.jpg"_s, u"foto.jpg"_s}},
-                       Haenge_an{u"Belege/1"_s, {u"lager.jpg"_s}}, Haenge_an{u"Belege/1"_s, {u"a.jpg"_s}},
-                       Haenge_an{u"Anders"_s, {QString(45, u'n') + u".jpg"_s}}),
+          Haenge_an{u"Anders"_s, {u"foto.jpg"_s}}, Haenge_an{u"Neu"_s, {u"a.jpg"_s}},
+          Haenge_an{u"Anders"_s, {u"Müller's ß.jpg"_s, u"foto.jpg"_s}}, Haenge_an{u"Belege/1"_s, {u"lager.jpg"_s}},
+          Haenge_an{u"Belege/1"_s, {u"a.jpg"_s}}, Haenge_an{u"Anders"_s, {QString(45, u'n') + u".jpg"_s}}),
       [](const Haenge_an& s) { return Schritt(s); });
 }
 
 rc::Gen<QString> Namen() {
-  return eines<QString>(u"x"_s, u"y"_s, u"b"_s, u"A"_s, u"foto"_s, u"z "_s, u"Haus neu"_s, u"q:r"_s, u"O'Neil"_s, u""_s,
-                        u" "_s);
+  return eines<QString>(
+      u"x"_s, u"y"_s, u"b"_s, u"A"_s, u"foto"_s, u"z "_s, u"Haus neu"_s, u"q:r"_s, u"O'Neil"_s, u""_s, u" "_s);
 }
 
 rc::Gen<QString> texte() {
@@ -66,32 +65,30 @@ std::size_t gewicht(const char* name, std::size_t sonst) {
 
 rc::Gen<Schritt> schritte() {
   using rc::gen::weightedOneOf;
-  return weightedOneOf<Schritt>(
-      {{gewicht("Haenge_an", 4), anhaengen()},
-       {gewicht("Ziehe", 4), einen<Ziehe>(zeilen(), rc::gen::inRange(0, 5), eines<int>(0, 0, 0, 1, 2))},
-       {gewicht("Rolle", 1), einen<Rolle>(eines<int>(1, 2, -1))},
-       {gewicht("Waehle", 2), einen<Waehle>(zeilen())},
-       {gewicht("Drehe", 2), einen<Drehe>(zeilen(), rc::gen::inRange(1, 4), antworten())},
-       {gewicht("Benenne", 5), einen<Benenne>(zeilen(), Namen())},
-       {gewicht("Schreibe", 4), einen<Schreibe>(zeilen(), eines<Feld>(Feld::Drucktext, Feld::Info), texte())},
-       {gewicht("Schalte", 2), einen<Schalte>(zeilen(), eines<Marke>(Marke::NeueSeite, Marke::AlsAnhang,
-                                                                     Marke::GesamteSeite, Marke::Drucken))},
-       {gewicht("Merke_vor", 3), einen<Merke_vor>(zeilen())},
-       {gewicht("Aktualisiere", 3), einen<Aktualisiere>(antworten())},
-       {gewicht("Speichere", 3), einen<Speichere>(antworten())},
-       {gewicht("Verlasse", 3),
-        einen<Verlasse>(eines<Ausgang>(Ausgang::Zurueck, Ausgang::Escape, Ausgang::Rahmen), antworten(), antworten())},
-       {gewicht("Verschwinde", 1), einen<Verschwinde>(rc::gen::inRange(0, 14))},
-       {gewicht("Trenne", 1), einen<Trenne>()},
-       {gewicht("Kehre_zurueck", 2), einen<Kehre_zurueck>()},
-       {gewicht("Stoere", 1), einen<Stoere>(rc::gen::inRange(0, 14))},
-       {gewicht("Belege", 1), einen<Belege>(zeilen())},
-       {gewicht("Warte", 1), einen<Warte>()}});
+  return weightedOneOf<Schritt>({{gewicht("Haenge_an", 4), anhaengen()},
+      {gewicht("Ziehe", 4), einen<Ziehe>(zeilen(), rc::gen::inRange(0, 5), eines<int>(0, 0, 0, 1, 2))},
+      {gewicht("Rolle", 1), einen<Rolle>(eines<int>(1, 2, -1))}, {gewicht("Waehle", 2), einen<Waehle>(zeilen())},
+      {gewicht("Drehe", 2), einen<Drehe>(zeilen(), rc::gen::inRange(1, 4), antworten())},
+      {gewicht("Benenne", 5), einen<Benenne>(zeilen(), Namen())},
+      {gewicht("Schreibe", 4), einen<Schreibe>(zeilen(), eines<Feld>(Feld::Drucktext, Feld::Info), texte())},
+      {gewicht("Schalte", 2),
+          einen<Schalte>(
+              zeilen(), eines<Marke>(Marke::NeueSeite, Marke::AlsAnhang, Marke::GesamteSeite, Marke::Drucken))},
+      {gewicht("Merke_vor", 3), einen<Merke_vor>(zeilen())},
+      {gewicht("Aktualisiere", 3), einen<Aktualisiere>(antworten())},
+      {gewicht("Speichere", 3), einen<Speichere>(antworten())},
+      {gewicht("Verlasse", 3),
+          einen<Verlasse>(
+              eines<Ausgang>(Ausgang::Zurueck, Ausgang::Escape, Ausgang::Rahmen), antworten(), antworten())},
+      {gewicht("Verschwinde", 1), einen<Verschwinde>(rc::gen::inRange(0, 14))}, {gewicht("Trenne", 1), einen<Trenne>()},
+      {gewicht("Kehre_zurueck", 2), einen<Kehre_zurueck>()},
+      {gewicht("Stoere", 1), einen<Stoere>(rc::gen::inRange(0, 14))}, {gewicht("Belege", 1), einen<Belege>(zeilen())},
+      {gewicht("Warte", 1), einen<Warte>()}});
 }
 
 rc::Gen<Weg> wege() {
-  return rc::gen::construct<Weg>(rc::gen::inRange(0, 6),
-                                 rc::gen::resize(Laengster, rc::gen::container<std::vector<Schritt>>(schritte())));
+  return rc::gen::construct<Weg>(
+      rc::gen::inRange(0, 6), rc::gen::resize(Laengster, rc::gen::container<std::vector<Schritt>>(schritte())));
 }
 
 }  // namespace
@@ -109,7 +106,7 @@ TEST_P(Wege, EndAsTheModelSays) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Benannte, Wege, ::testing::ValuesIn(benannte_Wege()),
-                         [](const auto& test) { return std::string(test.param.name); });
+    [](const auto& test) { return std::string(test.param.name); });
 
 RC_GTEST_PROP(GezogeneWege, EndAsTheModelSays, ()) {
   const Weg weg = *wege();

@@ -36,7 +36,7 @@ Welt Welt::am_Anfang(int bilder) {
     welt.tabelle.push_back(zeile);
   }
   for (const QString& pfad : {u"Neu/foto.jpg"_s, u"Neu/haus.jpg"_s, u"Neu/a.jpg"_s, u"Anders/foto.jpg"_s,
-                              u"Anders/Müller's ß.jpg"_s, u"Belege/1/lager.jpg"_s})
+           u"Anders/Müller's ß.jpg"_s, u"Belege/1/lager.jpg"_s})
     lege(pfad);
   lege(u"Anders/"_s + QString(45, u'n') + u".jpg"_s);
   welt.texte[u"Neu/fotojpg.txt"_s] = u"Info foto"_s;

@@ -45,15 +45,15 @@ namen::Bilddatei name_von(const Beispielbild& bild) {
 exif_schreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {
   const auto nummer = static_cast<std::uint32_t>(bild.nummer);
   return {.hersteller = bild.exif == Exif::Gross ? u"Muster Foto"_s : u"Werkstatt Kamera"_s,
-          .modell = bild.exif == Exif::Gross ? u"MF 12"_s : u"WK 300"_s,
-          .beschreibung = text_von(bild.motiv),
-          .ausrichtung = 1,
-          .zeit = zeit_von(bild.nummer),
-          .belichtung = {1, 30 + nummer * 10},
-          .blende = {28 + nummer % 5 * 12, 10},
-          .iso = static_cast<std::uint16_t>(100U << (nummer % 4U)),
-          .brennweite = {240 + nummer * 5, 10},
-          .groesse = bild.groesse};
+      .modell = bild.exif == Exif::Gross ? u"MF 12"_s : u"WK 300"_s,
+      .beschreibung = text_von(bild.motiv),
+      .ausrichtung = 1,
+      .zeit = zeit_von(bild.nummer),
+      .belichtung = {1, 30 + nummer * 10},
+      .blende = {28 + nummer % 5 * 12, 10},
+      .iso = static_cast<std::uint16_t>(100U << (nummer % 4U)),
+      .brennweite = {240 + nummer * 5, 10},
+      .groesse = bild.groesse};
 }
 
 QByteArray als_jpeg(const Beispielbild& bild) {
@@ -65,8 +65,8 @@ QByteArray als_jpeg(const Beispielbild& bild) {
     throw Abbruch(Ausgang::Datei, u"Die Beispielbilder sind nicht zu schreiben: "_s + schreiber.errorString());
   if (bild.exif == Exif::Ohne) return bytes;
   using exif_schreiber::Bytefolge;
-  return exif_schreiber::mit_exif(bytes, aufnahme_von(bild),
-                                  bild.exif == Exif::Gross ? Bytefolge::Gross : Bytefolge::Klein);
+  return exif_schreiber::mit_exif(
+      bytes, aufnahme_von(bild), bild.exif == Exif::Gross ? Bytefolge::Gross : Bytefolge::Klein);
 }
 
 void schreibe_bild(const Beispielbild& bild, const QString& ordner, clsBildZuordnungen& store) {
@@ -90,22 +90,14 @@ QString einfuegen(const Beispielbild& bild, int platz) {
   };
   const QString strich = in_Hochkommas(u"-"_s);
   const namen::Bilddatei name = name_von(bild);
-  const QStringList werte{oder(text_von(bild.key1), strich),
-                          oder(text_von(bild.key2), strich),
-                          oder(text_von(bild.key3), strich),
-                          strich,
-                          in_Hochkommas(name.name),
-                          in_Hochkommas(name.ext),
-                          in_Hochkommas(text_von(bild.typ1)),
-                          strich,
-                          in_Hochkommas(text_von(bild.ordner)),
-                          oder(text_von(bild.beschreibung), u"NULL"_s),
-                          in_Hochkommas(u"0001"_s.leftJustified(50)),
-                          strich,
-                          QString::number(platz)};
+  const QStringList werte{oder(text_von(bild.key1), strich), oder(text_von(bild.key2), strich),
+      oder(text_von(bild.key3), strich), strich, in_Hochkommas(name.name), in_Hochkommas(name.ext),
+      in_Hochkommas(text_von(bild.typ1)), strich, in_Hochkommas(text_von(bild.ordner)),
+      oder(text_von(bild.beschreibung), u"NULL"_s), in_Hochkommas(u"0001"_s.leftJustified(50)), strich,
+      QString::number(platz)};
   return u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
          "Beschreibung, Druckkennzeichen, Grafik_Ursprung, SortIndex) VALUES ("_s +
-         werte.join(u", "_s) + u')';
+      werte.join(u", "_s) + u')';
 }
 
 QString vorgang_von(const Beispielbild& bild) {

@@ -74,8 +74,8 @@ void pruefe_frei(const QString& ordner) {
   const Folder inhalt = dateien.GetFolder(ordner);
   if (!inhalt.Files().isEmpty() || !inhalt.SubFolders().isEmpty())
     throw Abbruch(Ausgang::Datei,
-                  u"Im Ordner „%1“ liegt anderes, aber keine Datenbank „betrieb.db“. Es ist nichts angelegt; nennen "
-                  "Sie mit „--datenordner“ einen leeren Ordner."_s.arg(namen::angezeigt(ordner)));
+        u"Im Ordner „%1“ liegt anderes, aber keine Datenbank „betrieb.db“. Es ist nichts angelegt; nennen "
+        "Sie mit „--datenordner“ einen leeren Ordner."_s.arg(namen::angezeigt(ordner)));
 }
 
 void mache(const QString& ordner) {
@@ -104,7 +104,7 @@ void datenordner::richte_ein(const QString& ordner) {
   // Another start of the program may have come first.
   if (!grund || eingerichtet(ordner)) return;
   throw Abbruch(Ausgang::Datei,
-                u"Der Datenordner „%1“ ist nicht anzulegen: %2"_s.arg(namen::angezeigt(ordner), grund->Beschreibung()));
+      u"Der Datenordner „%1“ ist nicht anzulegen: %2"_s.arg(namen::angezeigt(ordner), grund->Beschreibung()));
 }
 
 void datenordner::entferne(const QString& ordner) {

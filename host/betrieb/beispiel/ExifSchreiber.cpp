@@ -133,7 +133,7 @@ QByteArray mit_exif(const QByteArray& jpeg, const Aufnahme& aufnahme, Bytefolge 
   fuelle_aufnahme(exif, aufnahme);
 
   const QByteArray tiff = QByteArray(folge == Bytefolge::Gross ? "MM" : "II") + schreiber.zahl16(42) +
-                          schreiber.zahl32(Kopf) + haupt.bytes(Kopf) + exif.bytes(ort_exif);
+      schreiber.zahl32(Kopf) + haupt.bytes(Kopf) + exif.bytes(ort_exif);
   const QByteArray inhalt = QByteArray("Exif\0\0", 6) + tiff;
   QByteArray laenge(2, '\0');
   qToBigEndian(static_cast<std::uint16_t>(inhalt.size() + 2), laenge.data());

@@ -16,10 +16,8 @@ struct Artwoerter {
 
 const Artwoerter& woerter(Vorgangsart art) {
   static constexpr std::array<Artwoerter, Vorgangsarten.size()> Woerter{
-      {{u"Beleg", u"Belege", u"BEL"},
-       {u"Montageauftrag", u"Montageaufträge", u"MON"},
-       {u"Artikel", u"Artikel", u"ART"},
-       {u"Anlage", u"Anlagen", u"ANL"}}};
+      {{u"Beleg", u"Belege", u"BEL"}, {u"Montageauftrag", u"Montageaufträge", u"MON"}, {u"Artikel", u"Artikel", u"ART"},
+          {u"Anlage", u"Anlagen", u"ANL"}}};
   return Woerter.at(static_cast<std::size_t>(art));
 }
 

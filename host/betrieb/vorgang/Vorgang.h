@@ -7,8 +7,8 @@
 
 /// The kinds of business records that pictures are assigned to, in the order in which the list shows them.
 enum class Vorgangsart { Beleg, Montageauftrag, Artikel, Anlage };
-inline constexpr std::array Vorgangsarten{Vorgangsart::Beleg, Vorgangsart::Montageauftrag, Vorgangsart::Artikel,
-                                          Vorgangsart::Anlage};
+inline constexpr std::array Vorgangsarten{
+    Vorgangsart::Beleg, Vorgangsart::Montageauftrag, Vorgangsart::Artikel, Vorgangsart::Anlage};
 
 /// A business record as the list shows it.
 struct Vorgang {

@@ -73,38 +73,36 @@ class Leser {
 
   void lies_Belege() {
     lies_Tabelle(vorgang::mehrzahl(Vorgangsart::Beleg),
-                 u"Select Belegart, Belegnummer, Kundennummer, Projektnummer from BelegKopfZunft"_s,
-                 [&](const adodb::Recordset& satz) {
-                   QStringList teile{kunden_.value(satz.Text(2), satz.Text(2))};
-                   if (!satz.Text(3).isEmpty()) teile.append(u"Projekt "_s + satz.Text(3));
-                   teile.removeAll(QString());
-                   nimm_auf(Vorgangsart::Beleg, {satz.Text(0), satz.Text(1), {}}, teile.join(u" · "_s));
-                 });
+        u"Select Belegart, Belegnummer, Kundennummer, Projektnummer from BelegKopfZunft"_s,
+        [&](const adodb::Recordset& satz) {
+      QStringList teile{kunden_.value(satz.Text(2), satz.Text(2))};
+      if (!satz.Text(3).isEmpty()) teile.append(u"Projekt "_s + satz.Text(3));
+      teile.removeAll(QString());
+      nimm_auf(Vorgangsart::Beleg, {satz.Text(0), satz.Text(1), {}}, teile.join(u" · "_s));
+    });
   }
 
   void lies_Montageauftraege() {
     lies_Tabelle(vorgang::mehrzahl(Vorgangsart::Montageauftrag),
-                 u"Select Belegart, Belegnummer, MontageNr, Aufgabe from Montageauftraege"_s,
-                 [&](const adodb::Recordset& satz) {
-                   nimm_auf(Vorgangsart::Montageauftrag, {satz.Text(0), satz.Text(1), satz.Text(2)}, satz.Text(3));
-                 });
+        u"Select Belegart, Belegnummer, MontageNr, Aufgabe from Montageauftraege"_s, [&](const adodb::Recordset& satz) {
+          nimm_auf(Vorgangsart::Montageauftrag, {satz.Text(0), satz.Text(1), satz.Text(2)}, satz.Text(3));
+        });
   }
 
   void lies_Artikel() {
     lies_Tabelle(vorgang::mehrzahl(Vorgangsart::Artikel), u"Select Artikelnummer, Bezeichnung from Artikelstamm"_s,
-                 [&](const adodb::Recordset& satz) {
-                   nimm_auf(Vorgangsart::Artikel, {satz.Text(0), {}, {}}, satz.Text(1));
-                 });
+        [&](const adodb::Recordset& satz) {
+      nimm_auf(Vorgangsart::Artikel, {satz.Text(0), {}, {}}, satz.Text(1));
+    });
   }
 
   void lies_Anlagen() {
     lies_Tabelle(vorgang::mehrzahl(Vorgangsart::Anlage),
-                 u"Select Referenz1, Referenz2, Referenz3, Bezeichnung from Anlagen"_s,
-                 [&](const adodb::Recordset& satz) {
-                   QStringList teile{satz.Text(3), kunden_.value(satz.Text(0))};
-                   teile.removeAll(QString());
-                   nimm_auf(Vorgangsart::Anlage, {satz.Text(0), satz.Text(1), satz.Text(2)}, teile.join(u" · "_s));
-                 });
+        u"Select Referenz1, Referenz2, Referenz3, Bezeichnung from Anlagen"_s, [&](const adodb::Recordset& satz) {
+          QStringList teile{satz.Text(3), kunden_.value(satz.Text(0))};
+          teile.removeAll(QString());
+          nimm_auf(Vorgangsart::Anlage, {satz.Text(0), satz.Text(1), satz.Text(2)}, teile.join(u" · "_s));
+        });
   }
 
   void nimm_auf(Vorgangsart art, const std::array<QString, 3>& schluessel, const QString& betreff) {
@@ -124,7 +122,7 @@ class Leser {
   void ordne() {
     const auto rang = [](const Vorgang& v) { return std::pair(v.art, text::UCase(v.nummer)); };
     std::stable_sort(bestand_.vorgaenge.begin(), bestand_.vorgaenge.end(),
-                     [&](const Vorgang& a, const Vorgang& b) { return rang(a) < rang(b); });
+        [&](const Vorgang& a, const Vorgang& b) { return rang(a) < rang(b); });
   }
 
   adodb::Connection& verbindung_;

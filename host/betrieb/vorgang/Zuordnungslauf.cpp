@@ -10,7 +10,7 @@ Laufergebnis Zuordnungslauf::gehe(const Vorgang& vorgang, bool nur_Anzeige) {
   // Makes the drive known, and says where the pictures really lie.
   if (const auto grund = platz_.wurzel_fehlt()) {
     MsgBox(*grund + u"\r\n\r\nDer Dialog wird nicht geöffnet, weil er alle Bilder zum Entfernen vormerken würde."_s,
-           Knoepfe::OK, Symbol::Ausrufezeichen, u"Bildzuordnung"_s);
+        Knoepfe::OK, Symbol::Ausrufezeichen, u"Bildzuordnung"_s);
     Laufergebnis ergebnis;
     ergebnis.nur_Anzeige = nur_Anzeige;
     return ergebnis;

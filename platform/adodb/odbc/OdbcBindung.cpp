@@ -50,8 +50,8 @@ void OdbcBindung::binde() {
 bool OdbcBindung::verlange_block(std::size_t block) {
   zustaende_.assign(block, SQL_ROW_SUCCESS);
   const bool genommen = odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROW_STATUS_PTR, zustaende_.data()) == SQL_SUCCESS &&
-                        odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROWS_FETCHED_PTR, &geholte_) == SQL_SUCCESS &&
-                        odbc_.SetStmtAttr(anweisung_, SQL_ATTR_ROW_ARRAY_SIZE, block) == SQL_SUCCESS;
+      odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROWS_FETCHED_PTR, &geholte_) == SQL_SUCCESS &&
+      odbc_.SetStmtAttr(anweisung_, SQL_ATTR_ROW_ARRAY_SIZE, block) == SQL_SUCCESS;
   if (!genommen) nimm_einzelne();
   return genommen;
 }

@@ -73,15 +73,14 @@ bool ist_zeit_um(const QList<OdbcMeldung>& fehler) {
 }
 
 bool ist_anmeldung(const QList<OdbcMeldung>& fehler) {
-  return std::any_of(fehler.begin(), fehler.end(),
-                     [](const OdbcMeldung& m) { return m.sqlstate == "28000"_L1 || m.nummer == 18456; });
+  return std::any_of(
+      fehler.begin(), fehler.end(), [](const OdbcMeldung& m) { return m.sqlstate == "28000"_L1 || m.nummer == 18456; });
 }
 
 /// The driver manager's own failure to load the driver, which it tells as a warning.
 bool ist_ladefehler(const QList<OdbcMeldung>& fehler) {
-  return std::any_of(fehler.begin(), fehler.end(), [](const OdbcMeldung& m) {
-    return m.sqlstate.startsWith("IM"_L1) || m.worte.startsWith("Can't open lib"_L1);
-  });
+  return std::any_of(fehler.begin(), fehler.end(),
+      [](const OdbcMeldung& m) { return m.sqlstate.startsWith("IM"_L1) || m.worte.startsWith("Can't open lib"_L1); });
 }
 
 QString umstand(const QList<OdbcMeldung>& fehler, const OdbcVersuch& versuch) {
@@ -89,9 +88,9 @@ QString umstand(const QList<OdbcMeldung>& fehler, const OdbcVersuch& versuch) {
   if (ist_anmeldung(fehler)) return u"der Server"_s + odbc_genannt(versuch.ziel) + u" hat die Anmeldung abgelehnt: "_s;
   if (ist_zeit_um(fehler))
     return u"der Server"_s + odbc_genannt(versuch.ziel) +
-           u" hat in %1 Sekunden nicht geantwortet: "_s.arg(versuch.zeitgrenze);
+        u" hat in %1 Sekunden nicht geantwortet: "_s.arg(versuch.zeitgrenze);
   return u"der Server"_s + odbc_genannt(versuch.ziel) +
-         u" ist nicht zu erreichen oder nimmt die Verbindung nicht an: "_s;
+      u" ist nicht zu erreichen oder nimmt die Verbindung nicht an: "_s;
 }
 
 }  // namespace
@@ -101,8 +100,8 @@ QString odbc_genannt(const QString& wert) {
 }
 
 void odbc_unerfuellbar(const QString& worte) {
-  throw Datenbankfehler(fehlernummer::Verbindung, u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + worte,
-                        u"01S00"_s, 0);
+  throw Datenbankfehler(
+      fehlernummer::Verbindung, u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + worte, u"01S00"_s, 0);
 }
 
 QList<OdbcMeldung> odbc_meldungen(OdbcSchicht& odbc, SQLSMALLINT art, SQLHANDLE griff) {
@@ -113,8 +112,8 @@ QList<OdbcMeldung> odbc_meldungen(OdbcSchicht& odbc, SQLSMALLINT art, SQLHANDLE 
     SQLINTEGER nummer = 0;
     SQLSMALLINT laenge = 0;
     const auto lies = [&] {
-      return odbc.GetDiagRec(art, griff, satz, sqlstate.data(), &nummer, text.data(),
-                             static_cast<SQLSMALLINT>(text.size()), &laenge);
+      return odbc.GetDiagRec(
+          art, griff, satz, sqlstate.data(), &nummer, text.data(), static_cast<SQLSMALLINT>(text.size()), &laenge);
     };
     SQLRETURN ergebnis = lies();
     if (SQL_SUCCEEDED(ergebnis) && static_cast<std::size_t>(std::max<SQLSMALLINT>(laenge, 0)) >= text.size()) {
@@ -135,17 +134,17 @@ Datenbankfehler odbc_anweisungsfehler(const QList<OdbcMeldung>& meldungen, bool 
   if (abgerissen && !erste.sqlstate.startsWith("08"_L1)) erste.sqlstate = u"08S01"_s;
   const QString umstand = abgerissen ? u"die Verbindung zum Server ist abgerissen: "_s : QString();
   return Datenbankfehler(fehlernummer::Anweisung,
-                         u"Die Anweisung ist fehlgeschlagen: "_s + umstand + worte_von(fehler) + kennung(erste),
-                         erste.sqlstate, erste.nummer);
+      u"Die Anweisung ist fehlgeschlagen: "_s + umstand + worte_von(fehler) + kennung(erste), erste.sqlstate,
+      erste.nummer);
 }
 
 Datenbankfehler odbc_verbindungsfehler(const QList<OdbcMeldung>& meldungen, const OdbcVersuch& versuch) {
   const QList<OdbcMeldung> fehler = fehler_darin(meldungen);
   const OdbcMeldung erste = fuehrende(fehler);
   return Datenbankfehler(fehlernummer::Verbindung,
-                         u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + umstand(fehler, versuch) +
-                             ohne_kennwort(worte_von(fehler), versuch.kennwort) + kennung(erste),
-                         erste.sqlstate, erste.nummer);
+      u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + umstand(fehler, versuch) +
+          ohne_kennwort(worte_von(fehler), versuch.kennwort) + kennung(erste),
+      erste.sqlstate, erste.nummer);
 }
 
 }  // namespace adodb

@@ -26,8 +26,8 @@ SQLPOINTER als_zeiger(SQLULEN wert) {
   return reinterpret_cast<SQLPOINTER>(wert);
 }
 
-using Listenaufruf = SQLRETURN (*)(SQLHENV, SQLUSMALLINT, SQLWCHAR*, SQLSMALLINT, SQLSMALLINT*, SQLWCHAR*, SQLSMALLINT,
-                                   SQLSMALLINT*);
+using Listenaufruf = SQLRETURN (*)(
+    SQLHENV, SQLUSMALLINT, SQLWCHAR*, SQLSMALLINT, SQLSMALLINT*, SQLWCHAR*, SQLSMALLINT, SQLSMALLINT*);
 
 SQLRETURN naechster(Listenaufruf aufruf, SQLHENV umgebung, SQLUSMALLINT richtung, QString* erster, QString* zweiter) {
   std::array<char16_t, 512> a{};
@@ -35,7 +35,7 @@ SQLRETURN naechster(Listenaufruf aufruf, SQLHENV umgebung, SQLUSMALLINT richtung
   SQLSMALLINT laenge_a = 0;
   SQLSMALLINT laenge_b = 0;
   const SQLRETURN ergebnis = aufruf(umgebung, richtung, zeichen(a.data()), SQLSMALLINT{a.size()}, &laenge_a,
-                                    zeichen(b.data()), SQLSMALLINT{b.size()}, &laenge_b);
+      zeichen(b.data()), SQLSMALLINT{b.size()}, &laenge_b);
   if (!SQL_SUCCEEDED(ergebnis)) return ergebnis;
   *erster = QString::fromUtf16(a.data(), std::clamp<qsizetype>(laenge_a, 0, a.size() - 1));
   *zweiter = QString::fromUtf16(b.data(), std::clamp<qsizetype>(laenge_b, 0, b.size() - 1));
@@ -65,7 +65,7 @@ class Treiberverwaltung final : public OdbcSchicht {
   }
   SQLRETURN DriverConnect(SQLHDBC verbindung, const QString& zeichenfolge) override {
     return SQLDriverConnectW(verbindung, nullptr, zeichen(zeichenfolge), static_cast<SQLSMALLINT>(zeichenfolge.size()),
-                             nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+        nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
   }
   SQLRETURN Disconnect(SQLHDBC verbindung) override { return SQLDisconnect(verbindung); }
   SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) override {
@@ -75,21 +75,21 @@ class Treiberverwaltung final : public OdbcSchicht {
     return SQLNumResultCols(anweisung, spalten);
   }
   SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz, SQLSMALLINT* laenge,
-                        SQLSMALLINT* typ, SQLULEN* groesse) override {
+      SQLSMALLINT* typ, SQLULEN* groesse) override {
     return SQLDescribeColW(anweisung, spalte, zeichen(name), platz, laenge, typ, groesse, nullptr, nullptr);
   }
-  SQLRETURN BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
-                    SQLLEN* laengen) override {
+  SQLRETURN BindCol(
+      SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laengen) override {
     return SQLBindCol(anweisung, spalte, art, ziel, platz, laengen);
   }
   SQLRETURN Fetch(SQLHSTMT anweisung) override { return SQLFetch(anweisung); }
-  SQLRETURN GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
-                    SQLLEN* laenge) override {
+  SQLRETURN GetData(
+      SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laenge) override {
     return SQLGetData(anweisung, spalte, art, ziel, platz, laenge);
   }
   SQLRETURN MoreResults(SQLHSTMT anweisung) override { return SQLMoreResults(anweisung); }
   SQLRETURN GetDiagRec(SQLSMALLINT art, SQLHANDLE griff, SQLSMALLINT satz, char16_t* sqlstate, SQLINTEGER* nummer,
-                       char16_t* text, SQLSMALLINT platz, SQLSMALLINT* laenge) override {
+      char16_t* text, SQLSMALLINT platz, SQLSMALLINT* laenge) override {
     return SQLGetDiagRecW(art, griff, satz, zeichen(sqlstate), nummer, zeichen(text), platz, laenge);
   }
   SQLRETURN Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* attribute) override {

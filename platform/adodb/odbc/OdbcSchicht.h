@@ -31,18 +31,18 @@ class OdbcSchicht {
   /// `platz` and `laenge` count characters; `laenge` is the whole name's. `groesse` is the column's width, 0 where it
   /// has no bound. Columns are counted from 1.
   virtual SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
-                                SQLSMALLINT* laenge, SQLSMALLINT* typ, SQLULEN* groesse) = 0;
+      SQLSMALLINT* laenge, SQLSMALLINT* typ, SQLULEN* groesse) = 0;
   /// `platz` counts the bytes of one row's value. The driver writes to both places at every Fetch.
-  virtual SQLRETURN BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
-                            SQLLEN* laengen) = 0;
+  virtual SQLRETURN BindCol(
+      SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laengen) = 0;
   virtual SQLRETURN Fetch(SQLHSTMT anweisung) = 0;
   /// `platz` and `laenge` count bytes, the closing zero is in `platz` and not in `laenge`.
-  virtual SQLRETURN GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
-                            SQLLEN* laenge) = 0;
+  virtual SQLRETURN GetData(
+      SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laenge) = 0;
   virtual SQLRETURN MoreResults(SQLHSTMT anweisung) = 0;
   /// `sqlstate` has room for six characters; `platz` and `laenge` count characters, `laenge` is the whole text's.
   virtual SQLRETURN GetDiagRec(SQLSMALLINT art, SQLHANDLE griff, SQLSMALLINT satz, char16_t* sqlstate,
-                               SQLINTEGER* nummer, char16_t* text, SQLSMALLINT platz, SQLSMALLINT* laenge) = 0;
+      SQLINTEGER* nummer, char16_t* text, SQLSMALLINT platz, SQLSMALLINT* laenge) = 0;
   /// The next installed driver and its attributes ("Driver=libtdsodbc.so", one behind the other, parted by zeros), or
   /// SQL_NO_DATA. `richtung` is SQL_FETCH_FIRST or SQL_FETCH_NEXT, here and below.
   virtual SQLRETURN Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* attribute) = 0;

@@ -72,8 +72,8 @@ void OdbcTreiber::oeffne(const QString& verbindungszeichenfolge) {
 
 void OdbcTreiber::lege_griffe_an() {
   const bool gelungen = SQL_SUCCEEDED(odbc_.AllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &umgebung_)) &&
-                        SQL_SUCCEEDED(odbc_.SetEnvAttr(umgebung_, SQL_ATTR_ODBC_VERSION, SQL_OV_ODBC3)) &&
-                        SQL_SUCCEEDED(odbc_.AllocHandle(SQL_HANDLE_DBC, umgebung_, &verbindung_));
+      SQL_SUCCEEDED(odbc_.SetEnvAttr(umgebung_, SQL_ATTR_ODBC_VERSION, SQL_OV_ODBC3)) &&
+      SQL_SUCCEEDED(odbc_.AllocHandle(SQL_HANDLE_DBC, umgebung_, &verbindung_));
   if (!gelungen) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
 }
 
@@ -109,8 +109,8 @@ Ergebnis OdbcTreiber::fuehre_aus(const QString& text) {
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_CURSOR_TYPE, SQL_CURSOR_FORWARD_ONLY);
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_CONCURRENCY, SQL_CONCUR_READ_ONLY);
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_NOSCAN, SQL_NOSCAN_ON);
-  return lies_ergebnisse(anweisung.griff(),
-                         odbc_.ExecDirect(anweisung.griff(), ganze_Paare_ ? ohne_halbe_Paare(text) : text));
+  return lies_ergebnisse(
+      anweisung.griff(), odbc_.ExecDirect(anweisung.griff(), ganze_Paare_ ? ohne_halbe_Paare(text) : text));
 }
 
 /// SQL_NO_DATA from the execution is a statement that met no row; behind it further results may come.
@@ -144,8 +144,8 @@ bool OdbcTreiber::ist_tot() {
 
 void OdbcTreiber::wirf_anweisung(SQLHSTMT anweisung) {
   const QList<OdbcMeldung> meldungen = odbc_meldungen(odbc_, SQL_HANDLE_STMT, anweisung);
-  const bool abgerissen = std::any_of(meldungen.begin(), meldungen.end(),
-                                      [](const OdbcMeldung& m) { return m.sqlstate.startsWith("08"_L1); });
+  const bool abgerissen = std::any_of(
+      meldungen.begin(), meldungen.end(), [](const OdbcMeldung& m) { return m.sqlstate.startsWith("08"_L1); });
   throw odbc_anweisungsfehler(meldungen, abgerissen || ist_tot());
 }
 

@@ -20,8 +20,8 @@ QString bibliothek_aus(const QString& attribute) {
 
 /// The number in "ODBC Driver 18 for SQL Server", 0 for another name.
 int fassung(const QString& name) {
-  static const QRegularExpression muster(u"^ODBC Driver (\\d+) for SQL Server$"_s,
-                                         QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression muster(
+      u"^ODBC Driver (\\d+) for SQL Server$"_s, QRegularExpression::CaseInsensitiveOption);
   return muster.match(name).captured(1).toInt();
 }
 
@@ -75,8 +75,8 @@ OdbcInstallierter finde_odbc_treiber(const OdbcUmgebung& umgebung, const QString
   if (name.contains(u'/') && lesbar) return {name, odbc_art({}, name)};
   for (const OdbcInstallierter& treiber : umgebung.treiber)
     if (treiber.name.compare(name, Qt::CaseInsensitive) == 0) return treiber;
-  odbc_unerfuellbar(u"den ODBC-Treiber"_s + odbc_genannt(name) + u" gibt es hier nicht ("_s + installierte(umgebung) +
-                    u')');
+  odbc_unerfuellbar(
+      u"den ODBC-Treiber"_s + odbc_genannt(name) + u" gibt es hier nicht ("_s + installierte(umgebung) + u')');
 }
 
 OdbcInstallierter treiber_der_datenquelle(const OdbcUmgebung& umgebung, const QString& name) {

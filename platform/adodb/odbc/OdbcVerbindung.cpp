@@ -30,8 +30,8 @@ const OdbcWort* bekanntes(const QString& wort) {
 
 bool enthaelt(QStringView liste, const QString& wert) {
   const auto werte = liste.split(u'|', Qt::SkipEmptyParts);
-  return std::any_of(werte.begin(), werte.end(),
-                     [&](QStringView w) { return w.compare(wert, Qt::CaseInsensitive) == 0; });
+  return std::any_of(
+      werte.begin(), werte.end(), [&](QStringView w) { return w.compare(wert, Qt::CaseInsensitive) == 0; });
 }
 
 bool ist_ja(const QString& wert) {

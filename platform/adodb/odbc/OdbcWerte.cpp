@@ -23,9 +23,9 @@ QString als_qstring(const char16_t* zeichen, qsizetype anzahl) {
 
 [[noreturn]] void zu_lang() {
   throw Datenbankfehler(fehlernummer::Anweisung,
-                        u"Die Anweisung ist fehlgeschlagen: ein Wert ist länger, als der ODBC-Treiber für seine "
-                        "Spalte angibt"_s,
-                        u"22001"_s, 0);
+      u"Die Anweisung ist fehlgeschlagen: ein Wert ist länger, als der ODBC-Treiber für seine "
+      "Spalte angibt"_s,
+      u"22001"_s, 0);
 }
 
 }  // namespace
@@ -96,8 +96,8 @@ QString OdbcWerte::lies_spalte(SQLUSMALLINT spalte) {
   SQLSMALLINT typ = SQL_WVARCHAR;
   SQLULEN groesse = 0;
   const auto beschreibe = [&] {
-    pruefe(odbc_.DescribeCol(anweisung_, spalte, name.data(), static_cast<SQLSMALLINT>(name.size()), &laenge, &typ,
-                             &groesse));
+    pruefe(odbc_.DescribeCol(
+        anweisung_, spalte, name.data(), static_cast<SQLSMALLINT>(name.size()), &laenge, &typ, &groesse));
     return static_cast<std::size_t>(std::max<SQLSMALLINT>(laenge, 0));
   };
   if (const std::size_t ganze = beschreibe(); ganze >= name.size()) {

@@ -23,7 +23,7 @@ struct Aenderung {
 
 bool ist_wort(QStringView text, const Sqlstueck& stueck, QStringView wort) {
   return stueck.art == Art::Wort &&
-         text.sliced(stueck.beginn, stueck.ende - stueck.beginn).compare(wort, Qt::CaseInsensitive) == 0;
+      text.sliced(stueck.beginn, stueck.ende - stueck.beginn).compare(wort, Qt::CaseInsensitive) == 0;
 }
 
 /// Finds each TOP of a text and what it becomes.
@@ -158,7 +158,7 @@ bool suche_klebende_zahlen(QStringView text, std::vector<Aenderung>& aenderungen
 
 QString wende_an(const QString& text, std::vector<Aenderung>& aenderungen) {
   std::stable_sort(aenderungen.begin(), aenderungen.end(),
-                   [](const Aenderung& a, const Aenderung& b) { return a.stelle < b.stelle; });
+      [](const Aenderung& a, const Aenderung& b) { return a.stelle < b.stelle; });
   QString neu;
   neu.reserve(text.size() + 16);
   qsizetype bis = 0;

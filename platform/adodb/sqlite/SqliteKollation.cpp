@@ -77,7 +77,7 @@ int rest_gegen_blanks(std::string_view rest, std::size_t i) {
 
 int vergleiche(void*, int laenge_a, const void* a, int laenge_b, const void* b) {
   return vergleiche_servertext({static_cast<const char*>(a), static_cast<std::size_t>(laenge_a)},
-                               {static_cast<const char*>(b), static_cast<std::size_t>(laenge_b)});
+      {static_cast<const char*>(b), static_cast<std::size_t>(laenge_b)});
 }
 
 void len(sqlite3_context* kontext, int, sqlite3_value** werte) {
@@ -123,7 +123,7 @@ int richte_servertext_ein(sqlite3* datenbank) noexcept {
   const int ergebnis = sqlite3_create_collation_v2(datenbank, "SERVERTEXT", SQLITE_UTF8, nullptr, vergleiche, nullptr);
   if (ergebnis != SQLITE_OK) return ergebnis;
   return sqlite3_create_function_v2(datenbank, "LEN", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
-                                    len, nullptr, nullptr, nullptr);
+      len, nullptr, nullptr, nullptr);
 }
 
 }  // namespace adodb

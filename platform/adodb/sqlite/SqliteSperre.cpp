@@ -74,8 +74,8 @@ bool SqliteSperre::eigener_thread_haelt() const noexcept {
   return std::any_of(l.offene.begin(), l.offene.end(), [this](const SqliteSperre* andere) {
     // Only a connection of this thread may be asked for its state.
     return andere != this && andere->thread_.load(std::memory_order_relaxed) == std::this_thread::get_id() &&
-           sqlite3_txn_state(andere->datenbank_, nullptr) != SQLITE_TXN_NONE &&
-           gleiche_datei(andere->datenbank_, datenbank_);
+        sqlite3_txn_state(andere->datenbank_, nullptr) != SQLITE_TXN_NONE &&
+        gleiche_datei(andere->datenbank_, datenbank_);
   });
 }
 

@@ -49,13 +49,13 @@ QString sqlstate(int ergebnis) {
 }
 
 [[noreturn]] void keine_verbindung(const QString& worte, int ergebnis = SQLITE_CANTOPEN) {
-  throw Datenbankfehler(fehlernummer::Verbindung, u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + worte,
-                        u"08001"_s, ergebnis);
+  throw Datenbankfehler(
+      fehlernummer::Verbindung, u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + worte, u"08001"_s, ergebnis);
 }
 
 [[noreturn]] void keine_anweisung(const QString& worte) {
-  throw Datenbankfehler(fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s,
-                        SQLITE_ERROR);
+  throw Datenbankfehler(
+      fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s, SQLITE_ERROR);
 }
 
 /// A value may be named unless a forgotten semicolon has put the next pair, perhaps a password, into it.
@@ -154,7 +154,7 @@ void SqliteTreiber::oeffne(const QString& verbindungszeichenfolge) {
   } catch (const Datenbankfehler& fehler) {
     schliesse();
     throw Datenbankfehler(fehler.Nummer(), fehler.Beschreibung() + u" (Datei"_s + genannt(quelle) + u")"_s,
-                          fehler.Sqlstate(), fehler.NativeNummer());
+        fehler.Sqlstate(), fehler.NativeNummer());
   } catch (...) {
     schliesse();
     throw;
@@ -183,8 +183,8 @@ void SqliteTreiber::oeffne_datei(const QByteArray& pfad, int art) {
 }
 
 void SqliteTreiber::richte_ein() {
-  const int geklappt[] = {
-      sqlite3_extended_result_codes(datenbank_, 1), sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_MAINDBNAME, "dbo"),
+  const int geklappt[] = {sqlite3_extended_result_codes(datenbank_, 1),
+      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_MAINDBNAME, "dbo"),
       sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr),
       sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr), richte_servertext_ein(datenbank_)};
   for (const int ergebnis : geklappt)
@@ -246,8 +246,8 @@ void SqliteTreiber::wirf_anweisung(int ergebnis) const {
         u"die Datenbank ist gesperrt, eine offene Transaktion desselben Programmfadens wurde in %1 Sekunden nicht "
         "beendet ("_s.arg(static_cast<double>(wartegrenze_.count()) / 1000.0) +
         worte + u')';
-  throw Datenbankfehler(fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, sqlstate(ergebnis),
-                        ergebnis);
+  throw Datenbankfehler(
+      fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, sqlstate(ergebnis), ergebnis);
 }
 
 void SqliteTreiber::wirf_verbindung(int ergebnis) const {

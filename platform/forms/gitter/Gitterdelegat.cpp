@@ -41,14 +41,14 @@ void Gitterdelegat::paint(QPainter* maler, const QStyleOptionViewItem& option, c
   if (spalte.Button) male_Knopf(*maler, option, index);
 }
 
-void Gitterdelegat::male_Kaestchen(QPainter& maler, const QStyleOptionViewItem& option,
-                                   const QModelIndex& index) const {
+void Gitterdelegat::male_Kaestchen(
+    QPainter& maler, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   QStyleOptionViewItem kasten = option;
   initStyleOption(&kasten, index);
   const QStyle& s = stil(option);
   s.drawPrimitive(QStyle::PE_PanelItemViewItem, &kasten, &maler, option.widget);
   const QSize groesse(s.pixelMetric(QStyle::PM_IndicatorWidth, &kasten, option.widget),
-                      s.pixelMetric(QStyle::PM_IndicatorHeight, &kasten, option.widget));
+      s.pixelMetric(QStyle::PM_IndicatorHeight, &kasten, option.widget));
   kasten.rect = QStyle::alignedRect(option.direction, kasten.displayAlignment, groesse, option.rect);
   kasten.state &= ~QStyle::State_HasFocus;
   kasten.state |= kasten.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
@@ -74,8 +74,8 @@ void Gitterdelegat::male_Knopf(QPainter& maler, const QStyleOptionViewItem& opti
   stil(option).drawControl(QStyle::CE_PushButton, &knopf, &maler, option.widget);
 }
 
-QWidget* Gitterdelegat::createEditor(QWidget* behaelter, const QStyleOptionViewItem& /*option*/,
-                                     const QModelIndex& /*index*/) const {
+QWidget* Gitterdelegat::createEditor(
+    QWidget* behaelter, const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const {
   auto* zeile = new QLineEdit(behaelter);
   zeile->setFrame(false);
   zeile->setAutoFillBackground(true);
@@ -95,8 +95,8 @@ void Gitterdelegat::setModelData(QWidget* editor, QAbstractItemModel* /*modell*/
   if (qobject_cast<QLineEdit*>(editor)) gitter_.nimm_Editor();
 }
 
-void Gitterdelegat::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                                         const QModelIndex& index) const {
+void Gitterdelegat::updateEditorGeometry(
+    QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   editor->setGeometry(gitter_.ohne_Knopf(option.rect, index.column()));
 }
 

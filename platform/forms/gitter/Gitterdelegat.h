@@ -12,12 +12,12 @@ class Gitterdelegat final : public QStyledItemDelegate {
 
   QString displayText(const QVariant& wert, const QLocale& gebiet) const override;
   void paint(QPainter* maler, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-  QWidget* createEditor(QWidget* behaelter, const QStyleOptionViewItem& option,
-                        const QModelIndex& index) const override;
+  QWidget* createEditor(
+      QWidget* behaelter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   void setEditorData(QWidget* editor, const QModelIndex& index) const override;
   void setModelData(QWidget* editor, QAbstractItemModel* modell, const QModelIndex& index) const override;
-  void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                            const QModelIndex& index) const override;
+  void updateEditorGeometry(
+      QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   bool eventFilter(QObject* editor, QEvent* ereignis) override;
 
  protected:

@@ -12,9 +12,9 @@ using Dimension = XArrayDBObject::Dimension;
 namespace {
 
 int qt(Ausrichtung ausrichtung) {
-  const Qt::Alignment waagrecht = ausrichtung == Ausrichtung::Links    ? Qt::AlignLeft
-                                  : ausrichtung == Ausrichtung::Rechts ? Qt::AlignRight
-                                                                       : Qt::AlignHCenter;
+  const Qt::Alignment waagrecht = ausrichtung == Ausrichtung::Links ? Qt::AlignLeft
+      : ausrichtung == Ausrichtung::Rechts                          ? Qt::AlignRight
+                                                                    : Qt::AlignHCenter;
   return static_cast<int>((waagrecht | Qt::AlignVCenter).toInt());
 }
 
@@ -50,7 +50,7 @@ Variant Gittermodell::wert(int zeile, int spalte) const {
 QString Gittermodell::text(int zeile, int spalte) const {
   const Variant inhalt = wert(zeile, spalte);
   const bool lesbar = !std::holds_alternative<Null>(inhalt) && !std::holds_alternative<bool>(inhalt) &&
-                      !std::holds_alternative<Objekt>(inhalt);
+      !std::holds_alternative<Objekt>(inhalt);
   return lesbar ? CStr(inhalt) : QString();
 }
 

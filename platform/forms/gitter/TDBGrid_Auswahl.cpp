@@ -14,7 +14,7 @@
 bool TDBGrid::waehlt_in_Zellen() const {
   const auto& spalten = modell_->spalten();
   return !AllowUpdate() ||
-         std::none_of(spalten.begin(), spalten.end(), [](const Gitterspalte& s) { return s.Visible && !s.Locked; });
+      std::none_of(spalten.begin(), spalten.end(), [](const Gitterspalte& s) { return s.Visible && !s.Locked; });
 }
 
 bool TDBGrid::ist_gewaehlt(int zeile) const {
@@ -136,7 +136,7 @@ QModelIndex TDBGrid::moveCursor(CursorAction wohin, Qt::KeyboardModifiers dazu) 
 
 void TDBGrid::keyPressEvent(QKeyEvent* ereignis) {
   const bool knopf = ereignis->key() == Qt::Key_F4 ||
-                     (ereignis->key() == Qt::Key_Down && ereignis->modifiers().testFlag(Qt::AltModifier));
+      (ereignis->key() == Qt::Key_Down && ereignis->modifiers().testFlag(Qt::AltModifier));
   if (knopf && spalte_ >= 0 && Column(spalte_).Button) return klicke_Knopf();
   if (ereignis->matches(QKeySequence::SelectAll)) return selectAll();
   if (ereignis->key() == Qt::Key_Space && schaltbar(aktuelle())) return schalte_um(aktuelle());

@@ -44,7 +44,7 @@ bool Textflaeche::event(QEvent* ereignis) {
     return QLabel::event(ereignis);
   // As rich text by name: letters that look like marks stay letters.
   QToolTip::showText(dynamic_cast<const QHelpEvent&>(*ereignis).globalPos(),
-                     Qt::convertFromPlainText(text().trimmed(), Qt::WhiteSpaceNormal), this);
+      Qt::convertFromPlainText(text().trimmed(), Qt::WhiteSpaceNormal), this);
   return true;
 }
 
@@ -75,8 +75,8 @@ void Textflaeche::paintEvent(QPaintEvent* ereignis) {
   drawFrame(&maler);
   const QRect platz = Textplatz();
   maler.setClipRect(platz);
-  style()->drawItemText(&maler, platz, static_cast<int>(alignment()), palette(), isEnabled(), gezeigt,
-                        foregroundRole());
+  style()->drawItemText(
+      &maler, platz, static_cast<int>(alignment()), palette(), isEnabled(), gezeigt, foregroundRole());
 }
 
 SSPanel::SSPanel(QWidget* behaelter, const QString& name) : Textflaeche(behaelter, name) {
@@ -95,8 +95,8 @@ void SSPanel::paintEvent(QPaintEvent* ereignis) {
   if (flut_ > 0) {
     const QRect innen = contentsRect();
     const int breite = static_cast<int>(innen.width() * flut_ / 100);
-    QPainter(this).fillRect(QRect(innen.topLeft(), QSize(breite, innen.height())),
-                            palette().color(QPalette::Highlight));
+    QPainter(this).fillRect(
+        QRect(innen.topLeft(), QSize(breite, innen.height())), palette().color(QPalette::Highlight));
   }
   Textflaeche::paintEvent(ereignis);
 }

@@ -110,7 +110,7 @@ SSSplitter::Masse SSSplitter::berechne() const {
   const double links = std::clamp(links_, 0.0, std::max(0.0, breite - Mindestmass));
   const double oben = kopf + Balken;
   return {Mass{0, 0, Width(), kopf}, Mass{0, oben, links, mitte}, Mass{links + Balken, oben, breite - links, mitte},
-          Mass{0, oben + mitte + Balken, Width(), streifen}};
+      Mass{0, oben + mitte + Balken, Width(), streifen}};
 }
 
 void SSSplitter::ordne_an() {
@@ -142,14 +142,17 @@ void SSSplitter::verschiebe(const Griff& griff, int pixel) {
   Ereigniswache::melde(*this, [&] {
     // A pane that is dragged shut keeps a little, so that its bar is found again.
     if (&griff == unter_kopf_)
-      setze_Wunsch(kopf_, std::clamp(masse_[0].hoehe + weg, Mindestmass,
-                                     std::max(Mindestmass, masse_[0].hoehe + masse_[1].hoehe - Mindestmass)));
+      setze_Wunsch(kopf_,
+          std::clamp(masse_[0].hoehe + weg, Mindestmass,
+              std::max(Mindestmass, masse_[0].hoehe + masse_[1].hoehe - Mindestmass)));
     else if (&griff == mitte_)
-      setze_Wunsch(links_, std::clamp(masse_[1].breite + weg, Mindestmass,
-                                      std::max(Mindestmass, masse_[1].breite + masse_[2].breite - Mindestmass)));
+      setze_Wunsch(links_,
+          std::clamp(masse_[1].breite + weg, Mindestmass,
+              std::max(Mindestmass, masse_[1].breite + masse_[2].breite - Mindestmass)));
     else
-      setze_Wunsch(streifen_, std::clamp(masse_[3].hoehe - weg, Mindestmass,
-                                         std::max(Mindestmass, masse_[3].hoehe + masse_[1].hoehe - Mindestmass)));
+      setze_Wunsch(streifen_,
+          std::clamp(masse_[3].hoehe - weg, Mindestmass,
+              std::max(Mindestmass, masse_[3].hoehe + masse_[1].hoehe - Mindestmass)));
   });
 }
 

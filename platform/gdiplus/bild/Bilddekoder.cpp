@@ -126,7 +126,7 @@ QImage undurchsichtig(QImage bild, QRgb hintergrund) {
       const int fehlt = 255 - qAlpha(zeile[x]);
       const auto farbe = [fehlt](int vorn, int hinten) { return std::min(255, vorn + (hinten * fehlt + 127) / 255); };
       zeile[x] = qRgb(farbe(qRed(zeile[x]), qRed(hintergrund)), farbe(qGreen(zeile[x]), qGreen(hintergrund)),
-                      farbe(qBlue(zeile[x]), qBlue(hintergrund)));
+          farbe(qBlue(zeile[x]), qBlue(hintergrund)));
     }
   }
   ziel.reinterpretAsFormat(QImage::Format_RGB32);

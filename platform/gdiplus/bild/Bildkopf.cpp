@@ -155,7 +155,7 @@ Bildkopf bmp(QByteArrayView bytes) {
     return defekt(Bildformat::Bmp);
   // A negative height means that the rows stand from top to bottom.
   return gelesen(Bildformat::Bmp, static_cast<std::uint64_t>(m.breite),
-                 static_cast<std::uint64_t>(m.hoehe < 0 ? -m.hoehe : m.hoehe));
+      static_cast<std::uint64_t>(m.hoehe < 0 ? -m.hoehe : m.hoehe));
 }
 
 Bildkopf ico(QByteArrayView bytes) {
@@ -167,8 +167,8 @@ Bildkopf ico(QByteArrayView bytes) {
     const std::uint64_t eintrag = 6 + std::uint64_t{i} * 16;
     const QSize groesse = ico_groesse(bytes, b.u32_tief(eintrag + 12), b.u32_tief(eintrag + 8));
     if (groesse.isEmpty() || flaeche(groesse) <= flaeche(bester.groesse)) continue;
-    bester = gelesen(Bildformat::Ico, static_cast<std::uint64_t>(groesse.width()),
-                     static_cast<std::uint64_t>(groesse.height()));
+    bester = gelesen(
+        Bildformat::Ico, static_cast<std::uint64_t>(groesse.width()), static_cast<std::uint64_t>(groesse.height()));
     bester.nummer = static_cast<int>(i);
   }
   return bester;

@@ -61,6 +61,6 @@ QByteArray tiff_gekuerzt(QByteArrayView anfang, QByteArrayView verzeichnis);
 
 Bildkopf defekt(Bildformat format) noexcept;
 /// A sound header: too big where the size can't be held or a side is over `groesste_seite`; broken for a side of 0.
-Bildkopf gelesen(Bildformat format, std::uint64_t breite, std::uint64_t hoehe,
-                 std::uint64_t groesste_seite = 0x7fffffff);
+Bildkopf gelesen(
+    Bildformat format, std::uint64_t breite, std::uint64_t hoehe, std::uint64_t groesste_seite = 0x7fffffff);
 }  // namespace bildkopf

@@ -50,8 +50,8 @@ class DateiBild final : public Bild {
     const QSize groesse = ersatz_->groesse();
     const QSize klein = groesse.scaled(groesse.boundedTo(ziel), Qt::KeepAspectRatio);
     if (klein.isEmpty()) return flaeche;
-    QPainter(&flaeche).drawImage((ziel.width() - klein.width()) / 2, (ziel.height() - klein.height()) / 2,
-                                 ersatz_->bild(klein));
+    QPainter(&flaeche).drawImage(
+        (ziel.width() - klein.width()) / 2, (ziel.height() - klein.height()) / 2, ersatz_->bild(klein));
     return flaeche;
   }
 
@@ -144,7 +144,7 @@ Ergebnis oeffne(const QString& pfad) {
   Ergebnis ergebnis;
   fehler::melden_und_enden(
       [&](const Laufzeitfehler& f) {
-        ergebnis = {status_des_Fehlers(f.Nummer()), Bildformat::Unbekannt, {}};
+    ergebnis = {status_des_Fehlers(f.Nummer()), Bildformat::Unbekannt, {}};
       },
       [&] { ergebnis = NurKopf::gilt() ? oeffne_Kopf(pfad) : oeffne_ganz(pfad); });
   return ergebnis;

@@ -45,9 +45,8 @@ QImage Pixelquelle::groessere_im_Speicher(QSize ziel) const {
 }
 
 QImage Pixelquelle::groesstes(const QList<QImage>& alle) {
-  const auto b = std::max_element(alle.cbegin(), alle.cend(), [](const QImage& x, const QImage& y) {
-    return flaeche(x.size()) < flaeche(y.size());
-  });
+  const auto b = std::max_element(alle.cbegin(), alle.cend(),
+      [](const QImage& x, const QImage& y) { return flaeche(x.size()) < flaeche(y.size()); });
   return b == alle.cend() ? QImage() : *b;
 }
 
@@ -147,9 +146,9 @@ class UngelesenePixel final : public Pixelquelle {
 }  // namespace
 
 std::shared_ptr<Pixelquelle> gehaltene_Pixel(QString pfad, Pixelquelle::Schluessel schluessel, const Bildkopf& kopf,
-                                             QByteArray bytes, QList<QImage> reduzierte) {
-  return std::make_shared<GehaltenePixel>(std::move(pfad), std::move(schluessel), kopf, std::move(bytes),
-                                          std::move(reduzierte));
+    QByteArray bytes, QList<QImage> reduzierte) {
+  return std::make_shared<GehaltenePixel>(
+      std::move(pfad), std::move(schluessel), kopf, std::move(bytes), std::move(reduzierte));
 }
 
 std::shared_ptr<Pixelquelle> ungelesene_Pixel(QString pfad, Pixelquelle::Schluessel schluessel, const Bildkopf& kopf) {

@@ -45,8 +45,8 @@ class Pixelquelle {
 
 /// A file whose content is held: its compressed bytes, or, where the cache knew its state, `reduzierte` and nothing
 /// more until another size is asked for. Needs one of the two, and with pixels a key.
-std::shared_ptr<Pixelquelle> gehaltene_Pixel(QString pfad, Pixelquelle::Schluessel schluessel, const Bildkopf& kopf,
-                                             QByteArray bytes, QList<QImage> reduzierte);
+std::shared_ptr<Pixelquelle> gehaltene_Pixel(
+    QString pfad, Pixelquelle::Schluessel schluessel, const Bildkopf& kopf, QByteArray bytes, QList<QImage> reduzierte);
 
 /// A file that is read whenever pixels are asked for (see bildlader::NurKopf).
 std::shared_ptr<Pixelquelle> ungelesene_Pixel(QString pfad, Pixelquelle::Schluessel schluessel, const Bildkopf& kopf);

@@ -33,7 +33,7 @@ class Schreiber {
     jpeg_write_coefficients(&cinfo_, felder_);
     for (const jpegkoeffizienten::Marke& m : *auftrag.marken)
       jpeg_write_marker(&cinfo_, m.art, reinterpret_cast<const JOCTET*>(m.inhalt.constData()),
-                        static_cast<unsigned>(m.inhalt.size()));
+          static_cast<unsigned>(m.inhalt.size()));
     jpeg_finish_compress(&cinfo_);
     return true;
   }
@@ -117,7 +117,7 @@ class Schreiber {
   static bool gleich(const JHUFF_TBL* norm, const JHUFF_TBL* quelle) {
     const int anzahl = std::accumulate(std::begin(norm->bits) + 1, std::end(norm->bits), 0);
     return std::equal(std::begin(norm->bits) + 1, std::end(norm->bits), quelle->bits + 1) &&
-           std::equal(norm->huffval, norm->huffval + anzahl, quelle->huffval);
+        std::equal(norm->huffval, norm->huffval + anzahl, quelle->huffval);
   }
 
   bool hat_Normtabellen(const Auftrag& auftrag) const {

@@ -26,8 +26,8 @@ Quantisierung gedreht(const Quantisierung& tabelle, bool tausche) {
 // components with different tables takes a free one: there are four of each.
 int platz_fuer(const std::vector<jpegausgabe::Komponente>& bisher, int wunsch, const Quantisierung& tabelle) {
   const auto passt = [&](int platz) {
-    return std::none_of(bisher.begin(), bisher.end(),
-                        [&](const auto& k) { return k.tabelle == platz && k.quantisierung != tabelle; });
+    return std::none_of(
+        bisher.begin(), bisher.end(), [&](const auto& k) { return k.tabelle == platz && k.quantisierung != tabelle; });
   };
   if (passt(wunsch)) return wunsch;
   int platz = 0;
@@ -41,8 +41,8 @@ bool bleibt_ganz(const Inhalt& bild, const jpegkoeffizienten::Komponente& k, con
   return (x || !drehung.quelle_x()) && (y || !drehung.quelle_y());
 }
 
-jpegausgabe::Komponente gedreht(const Inhalt& bild, jpegkoeffizienten::Komponente& k, const Drehung& drehung,
-                                bool ganz) {
+jpegausgabe::Komponente gedreht(
+    const Inhalt& bild, jpegkoeffizienten::Komponente& k, const Drehung& drehung, bool ganz) {
   jpegausgabe::Komponente neu;
   neu.kennung = k.kennung;
   neu.waagrecht = drehung.tausche ? k.senkrecht : k.waagrecht;

@@ -27,7 +27,7 @@ const Feld& basis() {
     for (std::size_t u = 0; u < DCTSIZE; ++u)
       for (std::size_t x = 0; x < DCTSIZE; ++x)
         t[u][x] = static_cast<float>((u == 0 ? std::sqrt(0.125) : 0.5) *
-                                     std::cos((2.0 * static_cast<double>(x) + 1) * static_cast<double>(u) * M_PI / 16));
+            std::cos((2.0 * static_cast<double>(x) + 1) * static_cast<double>(u) * M_PI / 16));
     return t;
   }();
   return tabelle;
@@ -84,7 +84,7 @@ class Ebene {
       for (std::size_t i = 0; i < alt.size(); ++i)
         alt[i] =
             p[static_cast<std::size_t>(std::clamp(static_cast<std::ptrdiff_t>(i) - halb, std::ptrdiff_t{0}, letzter)) *
-              schritt];
+                schritt];
       for (std::size_t i = 0; i < anzahl; ++i) {
         float summe = 0;
         for (std::size_t j = 0; j < filter.size(); ++j) summe += filter[j] * alt[i + j];
@@ -200,8 +200,8 @@ bool bleibt_ganz(int laenge, int abtastung, int hoechste) noexcept {
   return static_cast<std::int64_t>(laenge) * abtastung % (DCTSIZE * hoechste) == 0;
 }
 
-Blockspeicher drehe(const Komponente& quelle, const Inhalt& bild, const Drehung& drehung,
-                    const Quantisierung& tabelle) {
+Blockspeicher drehe(
+    const Komponente& quelle, const Inhalt& bild, const Drehung& drehung, const Quantisierung& tabelle) {
   Ebene ebene(quelle);
   const Achse x{drehung.quelle_x(), static_cast<std::size_t>(quelle.proben.width()), ebene.breite()};
   const Achse y{drehung.quelle_y(), static_cast<std::size_t>(quelle.proben.height()), ebene.hoehe()};

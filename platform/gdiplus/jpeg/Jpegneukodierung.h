@@ -18,7 +18,6 @@ bool bleibt_ganz(int laenge, int abtastung, int hoechste) noexcept;
 
 /// The blocks of the turned component, quantised with `tabelle`. Memory run out raises 7.
 jpegkoeffizienten::Blockspeicher drehe(const jpegkoeffizienten::Komponente& quelle,
-                                       const jpegkoeffizienten::Inhalt& bild, const Drehung& drehung,
-                                       const jpegkoeffizienten::Quantisierung& tabelle);
+    const jpegkoeffizienten::Inhalt& bild, const Drehung& drehung, const jpegkoeffizienten::Quantisierung& tabelle);
 
 }  // namespace jpegneukodierung

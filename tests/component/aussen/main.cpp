@@ -32,7 +32,7 @@ int laufe() {
   gelesen->FKT_LeseBilder(u"AB"_s, u"24-1001"_s, {}, {}, {}, {}, u"BEL"_s, {}, {});
   const auto dialoge = komponenten::erzeuge<clsDialoge>(u"KVOBildZuordnung.clsDialoge"_s);
   std::printf("%d Zeile: %s, Dialoge: %s\n", gelesen->AnzahlPos(), qPrintable(gelesen->Bild_Bildname()),
-              dialoge ? "ja" : "nein");
+      dialoge ? "ja" : "nein");
   return 0;
 }
 

@@ -31,11 +31,10 @@ TEST_F(Aenderungen, EachCheckBoxStoresItsColumnAndOffersSaving) {
   fuege_Bilder_ein(2);
   zeige([&] {
     klicke(form().Pic_Thumb(2));
-    for (auto [schalter, spalte] :
-         {std::pair{&form().chk_Drucken, spalte::Drucken},
-          std::pair{&form().chk_GesamteSeite, spalte::DruckGesamteSeite},
-          std::pair{&form().chk_NeueSeite, spalte::NeueSeite}, std::pair{&form().chk_AlsAnhang, spalte::AlsAnhang},
-          std::pair{&form().chk_Delete, spalte::Entfernen}}) {
+    for (auto [schalter, spalte] : {std::pair{&form().chk_Drucken, spalte::Drucken},
+             std::pair{&form().chk_GesamteSeite, spalte::DruckGesamteSeite},
+             std::pair{&form().chk_NeueSeite, spalte::NeueSeite}, std::pair{&form().chk_AlsAnhang, spalte::AlsAnhang},
+             std::pair{&form().chk_Delete, spalte::Entfernen}}) {
       const bool vorher = form().Ja(1, spalte);
       const bool andere = form().Ja(0, spalte);
       form().SetzeDatenGeaendert(false);
@@ -64,7 +63,7 @@ TEST_F(Aenderungen, TypedTextsAreStoredAsTyped) {
 
 TEST_F(Aenderungen, TextsThatAreOnlyShownStayByteForByte) {
   fuege_Bild_ein(u"a"_s, u"jpg"_s, true,
-                 [](clsBildZuordnungen& b) { b.Bild_Beschreibung(u"eins\nzwei\rdrei\r\nvier\u00A0fünf\t"_s); });
+      [](clsBildZuordnungen& b) { b.Bild_Beschreibung(u"eins\nzwei\rdrei\r\nvier\u00A0fünf\t"_s); });
   fuege_Bild_ein(u"b"_s);
   wurzel.schreibe(u"Belege/1/ajpg.txt"_s, "x\ny\r\nz\xA0\xFC");
   zeige([&] {

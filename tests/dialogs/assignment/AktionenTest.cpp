@@ -115,7 +115,7 @@ TEST_F(Aktionen, ARowOfTheSearchHoldsWhatTheStepsTell) {
       EXPECT_FALSE(form().Ja(1, s)) << s;
     }
     for (const auto s : {spalte::Beschreibung, spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1,
-                         spalte::Typ2, spalte::BildInfo, spalte::OriginalName})
+             spalte::Typ2, spalte::BildInfo, spalte::OriginalName})
       EXPECT_EQ(text(s), QString()) << s;
     EXPECT_FALSE(form().Ja(1, spalte::NameDoppelt));
     EXPECT_FALSE(form().Ja(1, spalte::HatExif));

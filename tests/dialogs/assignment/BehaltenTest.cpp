@@ -86,8 +86,8 @@ TEST_F(Behalten, TheOrderOfTheStripStandsAfterReadingAgain) {
     speichere();
   });
   wirt_schreibt();
-  EXPECT_EQ(gespeichert(),
-            (QStringList{neu(u"foto"_s) + u"|0|x"_s, u"c|1|<NULL>"_s, u"a|2|<NULL>"_s, u"b|3|<NULL>"_s}));
+  EXPECT_EQ(
+      gespeichert(), (QStringList{neu(u"foto"_s) + u"|0|x"_s, u"c|1|<NULL>"_s, u"a|2|<NULL>"_s, u"b|3|<NULL>"_s}));
 }
 
 TEST_F(Behalten, ANewPictureWhoseCopyFailedStaysNewWhereItStandsAndIsCopiedByALaterSave) {
@@ -111,7 +111,7 @@ TEST_F(Behalten, ANewPictureWhoseCopyFailedStaysNewWhereItStandsAndIsCopiedByALa
     speichere();
   });
   EXPECT_EQ(sammlung(),
-            (QStringList{u"a|Belege\\1|1|0|0"_s, neu(u"foto"_s) + u"|Belege\\1|1|1|0"_s, u"b|Belege\\1|1|0|0"_s}));
+      (QStringList{u"a|Belege\\1|1|0|0"_s, neu(u"foto"_s) + u"|Belege\\1|1|1|0"_s, u"b|Belege\\1|1|0|0"_s}));
   wirt_schreibt();
   EXPECT_EQ(gespeichert(), (QStringList{u"a|0|<NULL>"_s, neu(u"foto"_s) + u"|1|Text"_s, u"b|2|<NULL>"_s}));
 }
@@ -410,8 +410,8 @@ TEST_F(Behalten, ATextThatCouldNotBeWrittenStandsThereAfterReadingAgainAndIsWrit
     speichere();
   });
   EXPECT_EQ(wurzel.lies(u"Belege/1/ajpg.txt"_s),
-            "Ma\xDF"
-            "e");
+      "Ma\xDF"
+      "e");
 }
 
 TEST_F(Behalten, ARenamingThatTheTableRefusesLeavesTheFileItsName) {

@@ -95,11 +95,9 @@ TEST_F(BildDrehen, EachTransformationGoesItsOwnWay) {
     QString name;
     QString ecke;
     QSize groesse;
-  } faelle[] = {{u"JpgTransformRotate90"_s, u"ro"_s, {32, 64}},
-                {u"JpgTransformRotate180"_s, u"ru"_s, {64, 32}},
-                {u"JpgTransformRotate270"_s, u"lu"_s, {32, 64}},
-                {u"JpgTransformFlipHorizontal"_s, u"ro"_s, {64, 32}},
-                {u"JpgTransformFlipVertical"_s, u"lu"_s, {64, 32}}};
+  } faelle[] = {{u"JpgTransformRotate90"_s, u"ro"_s, {32, 64}}, {u"JpgTransformRotate180"_s, u"ru"_s, {64, 32}},
+      {u"JpgTransformRotate270"_s, u"lu"_s, {32, 64}}, {u"JpgTransformFlipHorizontal"_s, u"ro"_s, {64, 32}},
+      {u"JpgTransformFlipVertical"_s, u"lu"_s, {64, 32}}};
   zeige([&] {
     for (const auto& fall : faelle) {
       lege_Eckbild(u"a.jpg"_s, {64, 32});

@@ -39,8 +39,8 @@ QByteArray Dialogtest::lege_Bild(const QString& name, QSize groesse, const QColo
   return bytes;
 }
 
-void Dialogtest::fuege_Bild_ein(const QString& name, const QString& ext, bool mit_datei,
-                                const std::function<void(clsBildZuordnungen&)>& werte) {
+void Dialogtest::fuege_Bild_ein(
+    const QString& name, const QString& ext, bool mit_datei, const std::function<void(clsBildZuordnungen&)>& werte) {
   if (mit_datei) lege_Bild(name + u'.' + ext);
   clsBildZuordnungen neu;
   ASSERT_TRUE(neu.Init(db.verbindungszeichenfolge(), db.verbindung(), {}));
@@ -152,7 +152,7 @@ void Dialogtest::tippe(QWidget& feld, const QString& text) {
 QStringList Dialogtest::gespeichert() {
   QStringList alle;
   for (const QStringList& zeile :
-       db.zeilen(u"select Bildname, SortIndex, Beschreibung from Bild_Zuordnungen order by SortIndex, Bildname"_s))
+      db.zeilen(u"select Bildname, SortIndex, Beschreibung from Bild_Zuordnungen order by SortIndex, Bildname"_s))
     alle.append(zeile.join(u'|'));
   return alle;
 }

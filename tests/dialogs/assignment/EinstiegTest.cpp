@@ -59,22 +59,22 @@ TEST_F(Einstieg, EveryArgumentReachesTheForm) {
   const auto app = std::make_shared<Anwendung>();
   EXPECT_TRUE(rufe(
       [&](frm_BildZuordnung& form) {
-        EXPECT_EQ(form.pAppObj, app);
-        EXPECT_EQ(form.pBildObj, store);
-        EXPECT_EQ(form.pGL_jmtVerarbeitungsdatum, u"2026-03-04"_s);
-        EXPECT_EQ(form.pRootpath, u"P:"_s);
-        EXPECT_EQ(form.pStandardBildPfad, u"Belege\\1"_s);
-        EXPECT_EQ(form.PTyp1, u"ART"_s);
-        EXPECT_EQ(form.pTyp2, u"T2"_s);
-        EXPECT_EQ(form.pInfoZeile, u"Zeile"_s);
-        EXPECT_TRUE(form.pNurAnzeige);
-        EXPECT_TRUE(form.pNurAnhang);
-        EXPECT_EQ(form.SSP_Panel(0).Caption(), u"   Zeile"_s);
+    EXPECT_EQ(form.pAppObj, app);
+    EXPECT_EQ(form.pBildObj, store);
+    EXPECT_EQ(form.pGL_jmtVerarbeitungsdatum, u"2026-03-04"_s);
+    EXPECT_EQ(form.pRootpath, u"P:"_s);
+    EXPECT_EQ(form.pStandardBildPfad, u"Belege\\1"_s);
+    EXPECT_EQ(form.PTyp1, u"ART"_s);
+    EXPECT_EQ(form.pTyp2, u"T2"_s);
+    EXPECT_EQ(form.pInfoZeile, u"Zeile"_s);
+    EXPECT_TRUE(form.pNurAnzeige);
+    EXPECT_TRUE(form.pNurAnhang);
+    EXPECT_EQ(form.SSP_Panel(0).Caption(), u"   Zeile"_s);
       },
       [&] {
-        return clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(app, u"P:"_s, u"Belege\\1"_s, store, u"ART"_s, u"T2"_s,
-                                                        u"Zeile"_s, true, true);
-      }));
+    return clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(
+        app, u"P:"_s, u"Belege\\1"_s, store, u"ART"_s, u"T2"_s, u"Zeile"_s, true, true);
+  }));
   EXPECT_EQ(app.use_count(), 1);
   EXPECT_EQ(store.use_count(), 1);
 }
@@ -84,10 +84,10 @@ TEST_F(Einstieg, WithTheFlagsLeftOutBothAreFalse) {
   lies();
   EXPECT_TRUE(rufe(
       [&](frm_BildZuordnung& form) {
-        EXPECT_FALSE(form.pNurAnzeige);
-        EXPECT_FALSE(form.pNurAnhang);
-        EXPECT_TRUE(form.SSC_ZuordnungSpeichern.Visible());
-        EXPECT_EQ(form.chk_AlsAnhang.Value(), 0);
+    EXPECT_FALSE(form.pNurAnzeige);
+    EXPECT_FALSE(form.pNurAnhang);
+    EXPECT_TRUE(form.SSC_ZuordnungSpeichern.Visible());
+    EXPECT_EQ(form.chk_AlsAnhang.Value(), 0);
       },
       [&] { return clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(nullptr, u"P:"_s, u"Belege\\1"_s, store, typ1, {}, {}); }));
 }
@@ -139,10 +139,9 @@ TEST_F(Einstieg, NothingSurvivesFromOneCallToTheNext) {
 TEST_F(Einstieg, WithoutACollectionItReportsAndGivesFalse) {
   erwartet_Fenster = false;
   EXPECT_FALSE(rufe([](frm_BildZuordnung&) { ADD_FAILURE() << "the dialog opened"; },
-                    [&] {
-                      return clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(nullptr, u"P:"_s, u"Belege\\1"_s, nullptr, typ1,
-                                                                      {}, {});
-                    }));
+      [&] {
+    return clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(nullptr, u"P:"_s, u"Belege\\1"_s, nullptr, typ1, {}, {});
+  }));
   erwarte_Bericht(fehlernummer::ObjektNichtGesetzt);
   EXPECT_EQ(Formen(), 0);
 }
@@ -205,9 +204,9 @@ TEST_F(Einstieg, AnUninitialisedCollectionOpensAnEmptyDialog) {
   const auto leer = std::make_shared<clsBildZuordnungen>();
   EXPECT_TRUE(rufe(
       [&](frm_BildZuordnung& form) {
-        EXPECT_TRUE(form.KeineBilder());
-        EXPECT_FALSE(form.txt_BildName.Enabled());
-        klicke(form.cmd_Abbruch);
+    EXPECT_TRUE(form.KeineBilder());
+    EXPECT_FALSE(form.txt_BildName.Enabled());
+    klicke(form.cmd_Abbruch);
       },
       [&] { return clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(nullptr, u"P:"_s, u"Belege\\1"_s, leer, typ1, {}, {}); }));
   const auto berichte = core.hole();

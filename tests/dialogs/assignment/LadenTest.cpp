@@ -87,9 +87,8 @@ TEST_F(Laden, LoadingTheFormSetsTheStartValues) {
   EXPECT_EQ(f.SSP_Anzahl(0).Caption(), u"Bild:"_s);
   EXPECT_EQ(f.SSP_Anzahl(1).Caption(), u"0"_s);
   EXPECT_EQ(fenster.wiederhergestellt, u"KVZunft_Gesamt 2000/frm_BildZuordnung"_s);
-  for (const Steuerelement* feld : std::initializer_list<const Steuerelement*>{
-           &f.txt_BildName, &f.txt_BildText, &f.txt_BildInfo, &f.chk_Delete, &f.chk_Drucken, &f.chk_AlsAnhang,
-           &f.chk_NeueSeite, &f.chk_GesamteSeite})
+  for (const Steuerelement* feld : std::initializer_list<const Steuerelement*>{&f.txt_BildName, &f.txt_BildText,
+           &f.txt_BildInfo, &f.chk_Delete, &f.chk_Drucken, &f.chk_AlsAnhang, &f.chk_NeueSeite, &f.chk_GesamteSeite})
     EXPECT_FALSE(feld->Enabled());
 }
 
@@ -138,9 +137,9 @@ TEST_P(LadenArtikel, FurtherAssignmentsAreForArticlesThatCanBeChanged) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Typen, LadenArtikel,
-                         ::testing::Values(Artikelfall{u"ART"_s, false, true}, Artikelfall{u"art"_s, false, true},
-                                           Artikelfall{u"ArT"_s, false, true}, Artikelfall{u"ART"_s, true, false},
-                                           Artikelfall{u"BEL"_s, false, false}, Artikelfall{u"ARTI"_s, false, false}));
+    ::testing::Values(Artikelfall{u"ART"_s, false, true}, Artikelfall{u"art"_s, false, true},
+        Artikelfall{u"ArT"_s, false, true}, Artikelfall{u"ART"_s, true, false}, Artikelfall{u"BEL"_s, false, false},
+        Artikelfall{u"ARTI"_s, false, false}));
 
 // ── Lade_Zuordnung ──────────────────────────────────────────────────────────────────────────────────────────────────
 
@@ -183,7 +182,7 @@ TEST_F(Laden, EveryColumnIsFilledFromTheRecord) {
   EXPECT_FALSE(f.Ja(0, spalte::Aktuell));
   EXPECT_EQ(text_von(f, 0, spalte::BildInfo), u"Info"_s);
   for (const auto s : {spalte::ZeileGeaendert, spalte::DateiFehlt, spalte::Entfernen, spalte::NameDoppelt,
-                       spalte::HatExif, spalte::NameGeaendert, spalte::NeuAusSuche}) {
+           spalte::HatExif, spalte::NameGeaendert, spalte::NeuAusSuche}) {
     ASSERT_TRUE(std::holds_alternative<bool>(f.Zelle(0, s))) << s;
     EXPECT_FALSE(f.Ja(0, s)) << s;
   }
@@ -293,9 +292,9 @@ TEST_F(Laden, WithNothingToShowThePlaceholderStaysAndTheFieldsAreLocked) {
     EXPECT_FALSE(form().SSC_WeitereZuordnungen.Enabled());
     EXPECT_FALSE(form().SSC_ZuordnungSpeichern.Enabled());
     EXPECT_EQ(form().SSP_Anzahl(1).Caption(), u"0"_s);
-    for (const Steuerelement* feld : std::initializer_list<const Steuerelement*>{
-             &form().txt_BildName, &form().txt_BildText, &form().txt_BildInfo, &form().chk_Delete, &form().chk_Drucken,
-             &form().chk_AlsAnhang, &form().chk_NeueSeite, &form().chk_GesamteSeite})
+    for (const Steuerelement* feld : std::initializer_list<const Steuerelement*>{&form().txt_BildName,
+             &form().txt_BildText, &form().txt_BildInfo, &form().chk_Delete, &form().chk_Drucken, &form().chk_AlsAnhang,
+             &form().chk_NeueSeite, &form().chk_GesamteSeite})
       EXPECT_FALSE(feld->Enabled());
   });
 }
@@ -433,7 +432,7 @@ TEST_F(Laden, InDisplayModeTheFourButtonsStayHiddenAfterAnActivationToo) {
   zeige([&] {
     aktiviere_erneut();
     for (const SSCommand* knopf : {&form().SSC_BilderLaden, &form().SSC_AlleZuordnungen, &form().SSC_WeitereZuordnungen,
-                                   &form().SSC_ZuordnungSpeichern})
+             &form().SSC_ZuordnungSpeichern})
       EXPECT_FALSE(knopf->Visible()) << knopf->Caption().toStdString();
   });
 }
@@ -447,7 +446,7 @@ TEST_F(Laden, InDisplayModeNothingCanBeChanged) {
     EXPECT_TRUE(form().txt_BildText.Locked());
     EXPECT_TRUE(form().txt_BildInfo.Locked());
     for (CheckBox* schalter : {&form().chk_Drucken, &form().chk_GesamteSeite, &form().chk_AlsAnhang, &form().chk_Delete,
-                               &form().chk_NeueSeite}) {
+             &form().chk_NeueSeite}) {
       const int vorher = schalter->Value();
       klicke(*schalter, QPoint(8, 8));
       EXPECT_EQ(schalter->Value(), vorher);

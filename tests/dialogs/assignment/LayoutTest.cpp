@@ -53,7 +53,7 @@ class Layout : public Dialogtest {
     EXPECT_EQ(f.Pic_Bearbeitung.Top(), 0);
     EXPECT_EQ(f.Pic_Bearbeitung.Left(), (breite - f.Pic_Bearbeitung.Width()) / 2);
     for (const Steuerelement* s :
-         std::initializer_list<const Steuerelement*>{&f.Pic_Bearbeitung, &f.txt_BildInfo, &f.lbl_Beschreibung})
+        std::initializer_list<const Steuerelement*>{&f.Pic_Bearbeitung, &f.txt_BildInfo, &f.lbl_Beschreibung})
       EXPECT_TRUE(s->Visible());
   }
 };
@@ -69,9 +69,9 @@ TEST_F(Layout, TheSplitterFillsTheWindowDownToTheButtonsAtItsFoot) {
     EXPECT_EQ(f.SSS_BildZuordnung.Left(), 0);
     EXPECT_EQ(f.SSS_BildZuordnung.Width(), Breite);
     EXPECT_EQ(f.SSS_BildZuordnung.Height(), Hoehe - 580);
-    for (const Steuerelement* s : std::initializer_list<const Steuerelement*>{
-             &f.SSC_BilderLaden, &f.SSC_ZuordnungSpeichern, &f.cmd_Abbruch, &f.SSC_AlleZuordnungen,
-             &f.SSC_WeitereZuordnungen, &f.SSR_Sortierung})
+    for (const Steuerelement* s :
+        std::initializer_list<const Steuerelement*>{&f.SSC_BilderLaden, &f.SSC_ZuordnungSpeichern, &f.cmd_Abbruch,
+            &f.SSC_AlleZuordnungen, &f.SSC_WeitereZuordnungen, &f.SSR_Sortierung})
       EXPECT_EQ(s->Top(), Hoehe - 560);
     EXPECT_EQ(f.SSC_BilderLaden.Left(), 40);
     EXPECT_EQ(f.SSC_AlleZuordnungen.Left(), rechts(f.SSC_BilderLaden) + 40);
@@ -96,7 +96,7 @@ TEST_F(Layout, TheHeadersNumbersAndButtonsStandFromRightToLeft) {
     EXPECT_EQ(rechts(f.SSC_Drehen90), f.SSC_Drehen270.Left());
     EXPECT_EQ(rechts(f.SSC_Bildbearbeitung), f.SSC_Drehen90.Left() - 40);
     for (const SSCommand* s :
-         {&f.SSC_ExifInfo, &f.SSC_Aktualisieren, &f.SSC_Drehen180, &f.SSC_Drehen90, &f.SSC_Bildbearbeitung})
+        {&f.SSC_ExifInfo, &f.SSC_Aktualisieren, &f.SSC_Drehen180, &f.SSC_Drehen90, &f.SSC_Bildbearbeitung})
       EXPECT_EQ(s->Top(), 30) << s->objectName().toStdString();
   });
 }
@@ -394,9 +394,8 @@ TEST_F(Layout, AStripThatIsDraggedShutStillWorks) {
 
 TEST_F(Layout, WhoIsTypingGoesOnTypingThroughALayout) {
   zeige_gross(3, [&] {
-    for (QWidget* feld :
-         std::initializer_list<QWidget*>{&form().txt_BildInfo, &form().txt_BildText, &form().txt_BildName,
-                                         &form().chk_Drucken, &form().cmd_Abbruch}) {
+    for (QWidget* feld : std::initializer_list<QWidget*>{&form().txt_BildInfo, &form().txt_BildText,
+             &form().txt_BildName, &form().chk_Drucken, &form().cmd_Abbruch}) {
       feld->setFocus();
       ASSERT_TRUE(feld->hasFocus()) << feld->objectName().toStdString();
       form().setze_Innengroesse(form().ScaleWidth() + 150, Hoehe);

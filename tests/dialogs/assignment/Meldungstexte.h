@@ -7,12 +7,12 @@ namespace meldung {
 
 inline oberflaeche::Meldung doppelte_Datei() {
   return {QStringLiteral("Datei mit gleichem Namen schon vohanden!"), QStringLiteral("Doppelte Datei"),
-          oberflaeche::Symbol::Information, oberflaeche::Knoepfe::OK};
+      oberflaeche::Symbol::Information, oberflaeche::Knoepfe::OK};
 }
 
 inline oberflaeche::Meldung speichern() {
   return {QStringLiteral("Daten wurden verändert! Wollen Sie die Zuordnung speichern?"), QStringLiteral("Achtung"),
-          oberflaeche::Symbol::Frage, oberflaeche::Knoepfe::JaNeinAbbrechen};
+      oberflaeche::Symbol::Frage, oberflaeche::Knoepfe::JaNeinAbbrechen};
 }
 
 inline oberflaeche::Meldung umbenannt() {

@@ -182,7 +182,7 @@ TEST_F(NeueBilder, PicturesOfTheSameSecondAndNameNeverMeet) {
   EXPECT_EQ(wurzel.lies(u"Belege/1/foto"_s + Stempel + u".jpg"_s), wurzel.lies(u"Neu/foto.jpg"_s));
   EXPECT_EQ(wurzel.lies(u"Belege/1/foto_2"_s + Stempel + u".jpg"_s), wurzel.lies(u"Anders/foto.jpg"_s));
   EXPECT_EQ(sammlung(),
-            (QStringList{u"foto"_s + Stempel + u"|Belege\\1|1|1|0"_s, u"foto_2"_s + Stempel + u"|Belege\\1|1|1|0"_s}));
+      (QStringList{u"foto"_s + Stempel + u"|Belege\\1|1|1|0"_s, u"foto_2"_s + Stempel + u"|Belege\\1|1|1|0"_s}));
 }
 
 TEST_F(NeueBilder, UmlautsAndDotsSurviveInNamesAndApostrophesTurn) {

@@ -32,10 +32,10 @@ class JederRueckweg : public Rueckweg, public ::testing::WithParamInterface<Weg>
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    Wege, JederRueckweg, ::testing::Values(Weg::Zurueck, Weg::Escape, Weg::Rahmen), [](const auto& weg) {
-      return std::string(weg.param == Weg::Zurueck ? "Zurueck" : weg.param == Weg::Escape ? "Escape" : "Rahmen");
-    });
+INSTANTIATE_TEST_SUITE_P(Wege, JederRueckweg, ::testing::Values(Weg::Zurueck, Weg::Escape, Weg::Rahmen),
+    [](const auto& weg) {
+  return std::string(weg.param == Weg::Zurueck ? "Zurueck" : weg.param == Weg::Escape ? "Escape" : "Rahmen");
+});
 
 TEST_P(JederRueckweg, WithoutAChangeNothingIsAsked) {
   fuege_Bilder_ein(2);

@@ -62,11 +62,10 @@ TEST_P(Verschieben, ADropMovesThePictureAndCountsTheOrderAnew) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sortieren, Verschieben,
-                         ::testing::Values(std::tuple{1, 2, "bacd"}, std::tuple{1, 3, "bcad"}, std::tuple{1, 4, "bcda"},
-                                           std::tuple{2, 1, "bacd"}, std::tuple{2, 3, "acbd"}, std::tuple{2, 4, "acdb"},
-                                           std::tuple{3, 1, "cabd"}, std::tuple{3, 2, "acbd"}, std::tuple{3, 4, "abdc"},
-                                           std::tuple{4, 1, "dabc"}, std::tuple{4, 2, "adbc"},
-                                           std::tuple{4, 3, "abdc"}));
+    ::testing::Values(std::tuple{1, 2, "bacd"}, std::tuple{1, 3, "bcad"}, std::tuple{1, 4, "bcda"},
+        std::tuple{2, 1, "bacd"}, std::tuple{2, 3, "acbd"}, std::tuple{2, 4, "acdb"}, std::tuple{3, 1, "cabd"},
+        std::tuple{3, 2, "acbd"}, std::tuple{3, 4, "abdc"}, std::tuple{4, 1, "dabc"}, std::tuple{4, 2, "adbc"},
+        std::tuple{4, 3, "abdc"}));
 
 TEST_F(Sortieren, AMovedRowKeepsAllItsCellsButItsPlace) {
   fuege_Bild_ein(u"a"_s, u"jpg"_s, true, [](clsBildZuordnungen& neu) {
@@ -176,8 +175,8 @@ TEST_F(Sortieren, EachPanelHidesTheGreenFrame) {
 
 TEST_F(Sortieren, ADropElsewhereMovesNothingAndEndsTheDrag) {
   zeige_sortierend(3, [&] {
-    for (QWidget* wo : std::initializer_list<QWidget*>{&form().SSP_Panel(0), &form().txt_BildText,
-                                                       &form().SSC_Scroll_Left, &form().SSR_Sortierung}) {
+    for (QWidget* wo : std::initializer_list<QWidget*>{
+             &form().SSP_Panel(0), &form().txt_BildText, &form().SSC_Scroll_Left, &form().SSR_Sortierung}) {
       druecke_Maus(form().Pic_Thumb(1));
       bewege_Maus(*wo);
       lasse_Maus_los(*wo);

@@ -19,7 +19,7 @@ TEST_F(Speichern, AChangedRowGoesToItsRecordAndTheDialogEnds) {
     form().Zelle(0, spalte::ZeileGeaendert, false);
     tippe(form().txt_BildText, u"neu"_s);
     for (CheckBox* schalter :
-         {&form().chk_Drucken, &form().chk_GesamteSeite, &form().chk_NeueSeite, &form().chk_AlsAnhang})
+        {&form().chk_Drucken, &form().chk_GesamteSeite, &form().chk_NeueSeite, &form().chk_AlsAnhang})
       klicke(*schalter, QPoint(8, 8));
     db.mitschrift().hole();
     speichere();
@@ -378,8 +378,8 @@ TEST_F(Speichern, AFailureInTheMiddleIsReportedAndTheDialogEndsAllTheSame) {
     tippe(form().txt_BildText, u"x"_s);
     oberflaeche::mauszeiger().form(oberflaeche::Zeigerform::Sanduhr);
     meldungen.erwarte(meldung::umbenannt(), Antwort::Nein);
-    meldungen.erwarte(meldung::nicht_umbenannt(u"P:\\Belege\\1\\b.jpg"_s), Antwort::OK,
-                      [&] { form().pBildObj.reset(); });
+    meldungen.erwarte(
+        meldung::nicht_umbenannt(u"P:\\Belege\\1\\b.jpg"_s), Antwort::OK, [&] { form().pBildObj.reset(); });
     speichere();
     EXPECT_FALSE(form().isVisible());
     EXPECT_TRUE(form().DatenGeaendert);

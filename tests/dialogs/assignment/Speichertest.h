@@ -44,7 +44,7 @@ class Speichertest : public Dialogtest {
       store->AktInd(i);
       const auto j = [](bool wert) { return wert ? QStringLiteral("1") : QStringLiteral("0"); };
       alle.append(QStringList{store->Bild_Bildname(), store->Bild_Pfad(), j(store->Bild_Changeflag()),
-                              j(store->Bild_Neu()), j(store->Bild_Delete())}
+          j(store->Bild_Neu()), j(store->Bild_Delete())}
                       .join(u'|'));
     }
     return alle;

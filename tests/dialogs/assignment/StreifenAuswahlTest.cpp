@@ -105,8 +105,8 @@ TEST_F(Streifen, SelectingShowsTheRowInAllControls) {
   wurzel.schreibe(u"Belege/1/bjpg.txt"_s, "Info zu b");
   zeige([&] {
     frm_BildZuordnung& f = form();
-    EXPECT_EQ(f.chk_Drucken.Value() + f.chk_NeueSeite.Value() + f.chk_GesamteSeite.Value() + f.chk_AlsAnhang.Value(),
-              0);
+    EXPECT_EQ(
+        f.chk_Drucken.Value() + f.chk_NeueSeite.Value() + f.chk_GesamteSeite.Value() + f.chk_AlsAnhang.Value(), 0);
     klicke(f.Pic_Thumb(2));
     EXPECT_EQ(f.AktZeile, 1);
     EXPECT_EQ(f.AktThumb, 2);

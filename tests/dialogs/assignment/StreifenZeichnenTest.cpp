@@ -132,8 +132,8 @@ TEST_F(Streifen, FittingTakesTheHeightWhenTheWidthThenFitsAndElseTheWidth) {
       double erg_b, erg_h;
     };
     for (const Fall& fall :
-         {Fall{300, 200, 150, 100, 150, 100}, Fall{300, 200, 149, 100, 149, 99}, Fall{300, 200, 151, 100, 150, 100},
-          Fall{1, 1, 30, 20, 20, 20}, Fall{1000, 1, 100, 100, 100, 0}, Fall{7, 3, 50, 50, 50, 21}}) {
+        {Fall{300, 200, 150, 100, 150, 100}, Fall{300, 200, 149, 100, 149, 99}, Fall{300, 200, 151, 100, 150, 100},
+            Fall{1, 1, 30, 20, 20, 20}, Fall{1000, 1, 100, 100, 100, 0}, Fall{7, 3, 50, 50, 50, 21}}) {
       quelle.Move(0, 0, fall.b * 15, fall.h * 15);
       ziel.Move(0, 0, 15, 15);
       form().Bild_Einpassen(fall.kasten_b, fall.kasten_h, quelle, ziel);
@@ -192,8 +192,8 @@ TEST_F(Streifen, TheFourPictureTypesAreLoadedAsPictures) {
   schreibe(u"c.tif"_s, "TIFF");
   fuege_Bild_ein(u"d"_s, u"gif"_s, false);
   wurzel.schreibe(u"Belege/1/d.gif"_s,
-                  QByteArray::fromHex("47494638396103000100800100"
-                                      "00ff00ffffff2c000000000300010000020284510 03b"_ba.replace(' ', "")));
+      QByteArray::fromHex("47494638396103000100800100"
+                          "00ff00ffffff2c000000000300010000020284510 03b"_ba.replace(' ', "")));
   zeige([&] {
     for (int i = 2; i <= 4; ++i) {
       EXPECT_EQ(form().Pic_Thumb(i).ScaleWidth(), form().ThumbBreite) << i;
@@ -270,8 +270,8 @@ TEST_F(Streifen, ABrokenPictureIsToldAtEachLoadAndItsBoxIsEmptyInTheLastSize) {
   fuege_Bild_ein(u"b"_s, u"jpg"_s, false);
   wurzel.schreibe(u"Belege/1/b.jpg"_s, "kein Bild");
   fuege_ein(u"c"_s, {100, 300}, Qt::blue);
-  const oberflaeche::Meldung meldung{u"Unknown Image Format. GDI+ Error:13"_s, u"GDI Error"_s, Symbol::Keins,
-                                     Knoepfe::OK};
+  const oberflaeche::Meldung meldung{
+      u"Unknown Image Format. GDI+ Error:13"_s, u"GDI Error"_s, Symbol::Keins, Knoepfe::OK};
   // The strip is built twice at the opening, and the picture is selected once.
   for (int i = 0; i < 3; ++i) meldungen.erwarte(meldung);
   zeige([&] {

@@ -15,8 +15,8 @@ inline bool aehnlich(QRgb a, QColor b) {
 class Streifen : public Dialogtest {
  protected:
   /// A row whose picture has that size and colour.
-  void fuege_ein(const QString& name, QSize groesse, const QColor& farbe = Qt::blue,
-                 const QString& ext = QStringLiteral("jpg")) {
+  void fuege_ein(
+      const QString& name, QSize groesse, const QColor& farbe = Qt::blue, const QString& ext = QStringLiteral("jpg")) {
     fuege_Bild_ein(name, ext, false);
     lege_Bild(name + u'.' + ext, groesse, farbe);
   }

@@ -19,8 +19,8 @@ class Tasten : public Dialogtest {
  protected:
   QList<QWidget*> felder() {
     frm_BildZuordnung& f = form();
-    return {&f.txt_BildName, &f.chk_Drucken,  &f.chk_GesamteSeite, &f.chk_NeueSeite, &f.chk_AlsAnhang,    &f.chk_Delete,
-            &f.txt_BildText, &f.txt_BildInfo, &f.SSR_Sortierung,   &f.cmd_Abbruch,   &f.SSC_Aktualisieren};
+    return {&f.txt_BildName, &f.chk_Drucken, &f.chk_GesamteSeite, &f.chk_NeueSeite, &f.chk_AlsAnhang, &f.chk_Delete,
+        &f.txt_BildText, &f.txt_BildInfo, &f.SSR_Sortierung, &f.cmd_Abbruch, &f.SSC_Aktualisieren};
   }
 };
 
@@ -46,7 +46,7 @@ class Mithoerer final : public KeyHandler {
 class Tastencore final : public KVOCore {
  public:
   void FehlerMelden(const QString& /*modul*/, const QString& prozedur, std::int32_t /*nummer*/,
-                    const QString& beschreibung, bool /*mitMeldung*/) override {
+      const QString& beschreibung, bool /*mitMeldung*/) override {
     ADD_FAILURE() << prozedur.toStdString() << ": " << beschreibung.toStdString();
   }
   std::shared_ptr<KeyHandler> NeuerKeyHandler() override { return mithoerer; }
@@ -118,9 +118,9 @@ TEST_P(Tastenpaare, ScrollTheStripAndMeetEveryPictureInItsOrder) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Tasten, Tastenpaare,
-                         ::testing::Values(Tastenpaar{Qt::Key_PageUp, Qt::Key_PageDown, "PageUpForwards"},
-                                           Tastenpaar{Qt::Key_F8, Qt::Key_F7, "F8Forwards"}),
-                         [](const auto& fall) { return fall.param.name; });
+    ::testing::Values(Tastenpaar{Qt::Key_PageUp, Qt::Key_PageDown, "PageUpForwards"},
+        Tastenpaar{Qt::Key_F8, Qt::Key_F7, "F8Forwards"}),
+    [](const auto& fall) { return fall.param.name; });
 
 TEST_F(Tasten, AllOtherKeysLeaveTheSelection) {
   fuege_Bilder_ein(3);
@@ -128,7 +128,7 @@ TEST_F(Tasten, AllOtherKeysLeaveTheSelection) {
     klicke(form().Pic_Thumb(2));
     form().txt_BildInfo.setFocus();
     for (const int andere : {Qt::Key_F6, Qt::Key_F9, Qt::Key_F1, Qt::Key_Home, Qt::Key_End, Qt::Key_Up, Qt::Key_Down,
-                             Qt::Key_Left, Qt::Key_Right, Qt::Key_Insert, Qt::Key_A, Qt::Key_Tab})
+             Qt::Key_Left, Qt::Key_Right, Qt::Key_Insert, Qt::Key_A, Qt::Key_Tab})
       taste(form(), andere);
     EXPECT_EQ(form().AktZeile, 1);
     EXPECT_EQ(form().AktThumb, 2);
@@ -138,8 +138,8 @@ TEST_F(Tasten, AllOtherKeysLeaveTheSelection) {
 }
 
 TEST_F(Tasten, TheControlStillGetsItsKey) {
-  fuege_Bild_ein(u"a"_s, u"jpg"_s, true,
-                 [](clsBildZuordnungen& neu) { neu.Bild_Beschreibung(u"x\r\n"_s.repeated(60)); });
+  fuege_Bild_ein(
+      u"a"_s, u"jpg"_s, true, [](clsBildZuordnungen& neu) { neu.Bild_Beschreibung(u"x\r\n"_s.repeated(60)); });
   zeige([&] {
     form().txt_BildText.setFocus();
     ASSERT_EQ(form().txt_BildText.textCursor().position(), 0);
@@ -230,7 +230,7 @@ TEST_F(Tasten, PressAndReleaseReachTheHostsHandlerToo) {
     taste(form(), Qt::Key_F9);
     tippe(form().chk_Drucken, u"x"_s);
     EXPECT_EQ(tastencore->mithoerer->tasten,
-              (QStringList{u"down 120"_s, u"up 120"_s, u"down 88"_s, u"press 120"_s, u"up 88"_s}));
+        (QStringList{u"down 120"_s, u"up 120"_s, u"down 88"_s, u"press 120"_s, u"up 88"_s}));
     EXPECT_EQ(form().AktZeile, 0);
   });
   KVOCore::setze(vorher);

@@ -24,7 +24,7 @@ TEST_F(Umbenennen, YesRenamesTheFileAndAllAssignmentsOfThePicture) {
   EXPECT_EQ(sammlung(), (QStringList{u"neu|Belege\\1|1|0|0"_s, u"b|Belege\\1|0|0|0"_s}));
   wirt_schreibt();
   EXPECT_EQ(db.zeilen(u"select Beschreibung from Bild_Zuordnungen where Key1 = 'RE' and Bildname = 'neu'"_s),
-            std::vector<QStringList>{QStringList{u"Text"_s}});
+      std::vector<QStringList>{QStringList{u"Text"_s}});
 }
 
 TEST_F(Umbenennen, YesRenamesInThePicturesOwnFolder) {

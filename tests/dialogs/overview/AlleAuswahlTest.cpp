@@ -134,7 +134,7 @@ TEST_F(AlleAuswahl, TheGridFillsTheFormAboveAStripOfButtons) {
       EXPECT_EQ(gitter().Width(), form().ScaleWidth());
       EXPECT_EQ(form().cmd_Loeschen.Left(), form().cmd_AlleLoeschen.Left() + form().cmd_AlleLoeschen.Width() + 40);
       for (const QWidget* knopf :
-           std::initializer_list<QWidget*>{&form().cmd_AlleLoeschen, &form().cmd_Loeschen, &form().cmd_Abbrechen}) {
+          std::initializer_list<QWidget*>{&form().cmd_AlleLoeschen, &form().cmd_Loeschen, &form().cmd_Abbrechen}) {
         EXPECT_GE(knopf->geometry().top(), gitter().geometry().bottom());
         EXPECT_TRUE(form().rect().contains(knopf->geometry()));
       }

@@ -7,19 +7,11 @@ class AlleLaden : public AlleTest {};
 
 TEST_F(AlleLaden, TheGridHasTheColumnsOfTheRecordAndShowsOnlyTheReference) {
   fuege_Zuordnungen_ein(0);
-  const QStringList soll{u"ZuO 400"_s,           u"Datei 1500"_s,
-                         u"Root 1500"_s,         u"Pfad 1500"_s,
-                         u"Dateiname 2000"_s,    u"Ext 900"_s,
-                         u"Beschreibung 2500"_s, u"Druck 500"_s,
-                         u"GSeite 1500"_s,       u"NSeite 1500"_s,
-                         u"Anhang 1500"_s,       u"Referenz 1 1500"_s,
-                         u"Referenz 2 1500"_s,   u"Referenz 3 1500"_s,
-                         u"Referenz 4 1500"_s,   u"Art 1 800"_s,
-                         u"Art 2 800"_s,         u"AktBild 1500"_s,
-                         u"Info 1500"_s,         u"Changed 1500"_s,
-                         u"NotFound 1500"_s,     u"Delete 1500"_s,
-                         u"DblName 1500"_s,      u"Exif 1500"_s,
-                         u"ExifText 1500"_s,     u"Dieses Bild ist Zugeordnet zu: 4000"_s};
+  const QStringList soll{u"ZuO 400"_s, u"Datei 1500"_s, u"Root 1500"_s, u"Pfad 1500"_s, u"Dateiname 2000"_s,
+      u"Ext 900"_s, u"Beschreibung 2500"_s, u"Druck 500"_s, u"GSeite 1500"_s, u"NSeite 1500"_s, u"Anhang 1500"_s,
+      u"Referenz 1 1500"_s, u"Referenz 2 1500"_s, u"Referenz 3 1500"_s, u"Referenz 4 1500"_s, u"Art 1 800"_s,
+      u"Art 2 800"_s, u"AktBild 1500"_s, u"Info 1500"_s, u"Changed 1500"_s, u"NotFound 1500"_s, u"Delete 1500"_s,
+      u"DblName 1500"_s, u"Exif 1500"_s, u"ExifText 1500"_s, u"Dieses Bild ist Zugeordnet zu: 4000"_s};
   ASSERT_EQ(gitter().ColumnCount(), soll.size());
   for (int i = 0; i < soll.size(); ++i) {
     const Gitterspalte& spalte = gitter().Column(i);
@@ -36,19 +28,9 @@ TEST_F(AlleLaden, TheGridHasTheColumnsOfTheRecordAndShowsOnlyTheReference) {
 TEST_F(AlleLaden, ARowCarriesTheWholeRecord) {
   lege_Bild(u"a.jpg"_s);
   fuege_ein({.key3 = u"k3"_s, .key4 = u"k4"_s, .typ2 = u"t2"_s, .beschreibung = u"Ansicht"_s, .druck = u"1010"_s});
-  const QStringList soll{u"True"_s,    u"P:\\Belege\\1\\a.jpg"_s,
-                         u"P:"_s,      u"Belege\\1"_s,
-                         u"a"_s,       u"jpg"_s,
-                         u"Ansicht"_s, u"False"_s,
-                         u"True"_s,    u"True"_s,
-                         u"False"_s,   u"RE"_s,
-                         u"1"_s,       u"k3"_s,
-                         u"k4"_s,      u"BEL"_s,
-                         u"t2"_s,      {},
-                         {},           u"False"_s,
-                         u"False"_s,   u"False"_s,
-                         u"False"_s,   u"False"_s,
-                         {},           u"Beleg: RE / 1"_s};
+  const QStringList soll{u"True"_s, u"P:\\Belege\\1\\a.jpg"_s, u"P:"_s, u"Belege\\1"_s, u"a"_s, u"jpg"_s, u"Ansicht"_s,
+      u"False"_s, u"True"_s, u"True"_s, u"False"_s, u"RE"_s, u"1"_s, u"k3"_s, u"k4"_s, u"BEL"_s, u"t2"_s, {}, {},
+      u"False"_s, u"False"_s, u"False"_s, u"False"_s, u"False"_s, {}, u"Beleg: RE / 1"_s};
   const XArrayDBObject& tabelle = *form().pZuordnungArray();
   ASSERT_EQ(tabelle.Count(Zeilen), 1);
   ASSERT_EQ(tabelle.Count(XArrayDBObject::Dimension::Spalten), soll.size());
@@ -65,21 +47,13 @@ TEST_F(AlleLaden, EachKindOfRecordHasItsOwnWords) {
     const char16_t* text;
   };
   // The last two are no kind that has words of its own: the type itself, blanks and all, then the keys.
-  const Fall faelle[]{{u"BEL", u"Beleg: A / B"},
-                      {u"bel", u"Beleg: A / B"},
-                      {u"Mon", u"Montageauftrag: A / B / C"},
-                      {u"Art", u"Artikelnummer: A"},
-                      {u"ANL", u"Anlage: A/B/C"},
-                      {u"Anl", u"Anlage: A/B/C"},
-                      {u"Projekt", u"ProjektA/B/C"},
-                      {u"", u"A/B/C"},
-                      {u"BEL ", u"BEL A/B/C"}};
+  const Fall faelle[]{{u"BEL", u"Beleg: A / B"}, {u"bel", u"Beleg: A / B"}, {u"Mon", u"Montageauftrag: A / B / C"},
+      {u"Art", u"Artikelnummer: A"}, {u"ANL", u"Anlage: A/B/C"}, {u"Anl", u"Anlage: A/B/C"},
+      {u"Projekt", u"ProjektA/B/C"}, {u"", u"A/B/C"}, {u"BEL ", u"BEL A/B/C"}};
   frm_AlleZuordnungen form;
   form.Init_ThumbNailArray();
-  for (const auto& [spalte, wert] : {std::pair{uebersicht::Key1, u" A "_s},
-                                     {uebersicht::Key2, u"B "_s},
-                                     {uebersicht::Key3, u" C"_s},
-                                     {uebersicht::Key4, u"D"_s}})
+  for (const auto& [spalte, wert] : {std::pair{uebersicht::Key1, u" A "_s}, {uebersicht::Key2, u"B "_s},
+           {uebersicht::Key3, u" C"_s}, {uebersicht::Key4, u"D"_s}})
     form.pZuordnungArray()->Value(0, spalte, wert);
   for (const Fall& fall : faelle) {
     form.pZuordnungArray()->Value(0, uebersicht::Typ1, QString::fromUtf16(fall.typ));
@@ -100,8 +74,7 @@ TEST_F(AlleLaden, TheListIncludesTheAssignmentItWasOpenedFrom) {
   fuege_ein({.ext = u"png"_s});
   db.mitschrift().hole();
   form();
-  EXPECT_EQ(
-      db.mitschrift().hole(),
+  EXPECT_EQ(db.mitschrift().hole(),
       QStringList{u"Select * from Bild_Zuordnungen  where Bildname = 'a' and BildExt = 'jpg'order by SortIndex"_s});
   EXPECT_EQ(liste(), (QStringList{u"Beleg: RE / 1"_s, u"Artikelnummer: A1"_s, u"Artikelnummer: A2"_s}));
 }

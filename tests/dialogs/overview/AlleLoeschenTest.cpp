@@ -202,8 +202,8 @@ TEST_F(AlleLoeschen, AFormUnloadedWhileItAsksDeletesNothing) {
 TEST_F(AlleLoeschen, EveryWayOutHidesTheFormAndKeepsTheFlag) {
   fuege_Zuordnungen_ein(0);
   const std::function<void()> wege[]{[&] { eingaben::klicke(form().cmd_Abbrechen); },
-                                     [&] { eingaben::taste(form(), Qt::Key_Escape); },
-                                     [&] { eingaben::schliesse_Rahmen(form()); }, [&] { form().Hide(); }};
+      [&] { eingaben::taste(form(), Qt::Key_Escape); }, [&] { eingaben::schliesse_Rahmen(form()); },
+      [&] { form().Hide(); }};
   for (const auto& weg : wege) {
     form().Lade_AlleZuordnungen();
     form().pDeleteFlagAktBild = false;

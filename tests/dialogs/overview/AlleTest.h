@@ -63,7 +63,7 @@ class AlleTest : public Uebersichtstest {
   static oberflaeche::Meldung frage(bool alle) {
     return {alle ? QStringLiteral("Sollen wirklich ALLE Zuordnungen gelöscht werden?")
                  : QStringLiteral("Sollen die ausgewählten Zuordnungen wirklich gelöscht werden?"),
-            QStringLiteral("Achtung"), oberflaeche::Symbol::Frage, oberflaeche::Knoepfe::JaNein};
+        QStringLiteral("Achtung"), oberflaeche::Symbol::Frage, oberflaeche::Knoepfe::JaNein};
   }
   void loesche(bool alle, std::function<void()> dabei = {}) {
     meldungen.erwarte(frage(alle), oberflaeche::Antwort::Ja, std::move(dabei));

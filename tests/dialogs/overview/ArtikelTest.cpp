@@ -40,8 +40,9 @@ TEST_F(Artikelwahl, APartOfANumberFindsTheArticleAndTheCellKeepsWhatWasTyped) {
   zeige([&] {
     gib_Artikel_ein(0, u"47"_s);
     EXPECT_EQ(artikelzeilen(), QStringList{u"47|Schraube|M8|Mayer"_s});
-    EXPECT_EQ(stamm.rufe, (QStringList{u"SQL: Init 0 1 1"_s, u"SQL: genau 47 100001"_s, u"SQL: Teil 47"_s,
-                                       u"SQL: Init 0 1 1"_s, u"SQL: genau 4711 100001"_s}));
+    EXPECT_EQ(stamm.rufe,
+        (QStringList{u"SQL: Init 0 1 1"_s, u"SQL: genau 47 100001"_s, u"SQL: Teil 47"_s, u"SQL: Init 0 1 1"_s,
+            u"SQL: genau 4711 100001"_s}));
   });
   // Each component was released before the next one was made.
   EXPECT_EQ(stamm.hoechstens, 1);
@@ -206,12 +207,8 @@ TEST_F(Artikelwahl, TheLookUpGetsTheHostAndWritesThePickedNumber) {
 
 TEST_F(Artikelwahl, ThePartBeforeTheFirstBarIsWhatWasPicked) {
   form();
-  for (const auto& [wert, soll] : {std::pair{u"4711|x|y"_s, u"4711"_s},
-                                   {u"  4711  "_s, u"4711"_s},
-                                   {u" 4 | 5"_s, u"4"_s},
-                                   {u"|x"_s, u""_s},
-                                   {u"   "_s, u""_s},
-                                   {u""_s, u""_s}}) {
+  for (const auto& [wert, soll] : {std::pair{u"4711|x|y"_s, u"4711"_s}, {u"  4711  "_s, u"4711"_s},
+           {u" 4 | 5"_s, u"4"_s}, {u"|x"_s, u""_s}, {u"   "_s, u""_s}, {u""_s, u""_s}}) {
     form().pAuswahlWert = u"alt"_s;
     form().LA_Doppelclick(wert);
     EXPECT_EQ(form().pAuswahlWert, soll);
@@ -280,13 +277,13 @@ TEST_F(Artikelwahl, AFormUnloadedWhileTheLookUpIsOpenTakesNothing) {
 
 TEST_F(Artikelwahl, EveryWayOutWithAnOpenEditHidesTheForm) {
   const std::function<void()> wege[]{[&] {
-                                       // The first one gives the edit up.
-                                       eingaben::taste(form(), Qt::Key_Escape);
-                                       EXPECT_TRUE(form().isVisible());
-                                       eingaben::taste(form(), Qt::Key_Escape);
+    // The first one gives the edit up.
+    eingaben::taste(form(), Qt::Key_Escape);
+    EXPECT_TRUE(form().isVisible());
+    eingaben::taste(form(), Qt::Key_Escape);
                                      },
-                                     [&] { eingaben::schliesse_Rahmen(form()); }, [&] { form().Hide(); },
-                                     [&] { eingaben::klicke(form().cmd_Abbrechen); }};
+      [&] { eingaben::schliesse_Rahmen(form()); }, [&] { form().Hide(); },
+      [&] { eingaben::klicke(form().cmd_Abbrechen); }};
   for (const auto& weg : wege) {
     form().Lade_Zuordnungen();
     zeige([&] {

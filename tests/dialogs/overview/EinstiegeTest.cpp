@@ -29,16 +29,14 @@ class Einstiege : public WeitereTest {
   bool oeffne_Alle(bool& eigene, const std::function<void(frm_AlleZuordnungen&)>& waehrend) {
     return rufe<frm_AlleZuordnungen>(waehrend, [&] {
       return clsDialoge().Fkt_Aufruf_Dialog_AlleZuordnungen(wirt, u"P:"_s, u"Belege\\1"_s, u"RE"_s, u"1"_s, u"-"_s,
-                                                            u"-"_s, u"a"_s, u"jpg"_s, u"BEL"_s, u"-"_s, u"2026-03-04"_s,
-                                                            u"Rechnung 1"_s, eigene);
+          u"-"_s, u"a"_s, u"jpg"_s, u"BEL"_s, u"-"_s, u"2026-03-04"_s, u"Rechnung 1"_s, eigene);
     });
   }
   bool oeffne_Weitere(const std::function<void(frm_AnzeigeZuordnung&)>& waehrend) {
     lies();
     return rufe<frm_AnzeigeZuordnung>(waehrend, [&] {
       return clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(wirt, store, u"P:"_s, u"Belege\\1"_s, u"RE"_s, u"1"_s,
-                                                               u"k3"_s, u"k4"_s, u"BEL"_s, u"t2"_s, u"2026-03-04"_s,
-                                                               u"Rechnung 1"_s);
+          u"k3"_s, u"k4"_s, u"BEL"_s, u"t2"_s, u"2026-03-04"_s, u"Rechnung 1"_s);
     });
   }
   void loesche_eigene(frm_AlleZuordnungen& form) {
@@ -55,11 +53,11 @@ TEST_F(Einstiege, AlleZuordnungenSetsEveryMemberAndGivesTrue) {
   bool eigene = false;
   EXPECT_TRUE(oeffne_Alle(eigene, [&](frm_AlleZuordnungen& form) {
     EXPECT_EQ(form.pAppObj, wirt);
-    EXPECT_EQ((QStringList{form.pGL_jmtVerarbeitungsdatum, form.pRootpath, form.pStandardBildPfad, form.pBildname,
-                           form.pBildExt, form.pKey1, form.pKey2, form.pKey3, form.pKey4, form.PTyp1, form.pTyp2,
-                           form.pInfoZeile}),
-              (QStringList{u"2026-03-04"_s, u"P:"_s, u"Belege\\1"_s, u"a"_s, u"jpg"_s, u"RE"_s, u"1"_s, u"-"_s, u"-"_s,
-                           u"BEL"_s, u"-"_s, u"Rechnung 1"_s}));
+    EXPECT_EQ(
+        (QStringList{form.pGL_jmtVerarbeitungsdatum, form.pRootpath, form.pStandardBildPfad, form.pBildname,
+            form.pBildExt, form.pKey1, form.pKey2, form.pKey3, form.pKey4, form.PTyp1, form.pTyp2, form.pInfoZeile}),
+        (QStringList{u"2026-03-04"_s, u"P:"_s, u"Belege\\1"_s, u"a"_s, u"jpg"_s, u"RE"_s, u"1"_s, u"-"_s, u"-"_s,
+            u"BEL"_s, u"-"_s, u"Rechnung 1"_s}));
     EXPECT_TRUE(form.isModal());
     EXPECT_EQ(form.parentWidget(), nullptr);
     EXPECT_EQ(gezeigt(form.TDBG_Zuordnungen, 0, uebersicht::Zuordnung), u"Beleg: RE / 1"_s);
@@ -85,8 +83,7 @@ TEST_F(Einstiege, TheDeleteFlagIsTheFormsWhateverTheCallerPassedIn) {
 
 TEST_F(Einstiege, TheDeleteFlagIsReadAfterEveryWayOut) {
   fuege_Bilder_ein(1);
-  const std::function<void(frm_AlleZuordnungen&)> wege[]{
-      [](frm_AlleZuordnungen& f) { eingaben::schliesse_Rahmen(f); },
+  const std::function<void(frm_AlleZuordnungen&)> wege[]{[](frm_AlleZuordnungen& f) { eingaben::schliesse_Rahmen(f); },
       [](frm_AlleZuordnungen& f) { eingaben::taste(f, Qt::Key_Escape); }, [](frm_AlleZuordnungen& f) { f.Hide(); }};
   for (const auto& weg : wege) {
     bool eigene = false;
@@ -104,11 +101,10 @@ TEST_F(Einstiege, TheDeleteFlagIsReadAfterEveryWayOut) {
 TEST_F(Einstiege, TheDeleteFlagMayBeLeftOut) {
   fuege_Bilder_ein(1);
   EXPECT_TRUE(rufe<frm_AlleZuordnungen>([](frm_AlleZuordnungen& form) { eingaben::klicke(form.cmd_Abbrechen); },
-                                        [&] {
-                                          return clsDialoge().Fkt_Aufruf_Dialog_AlleZuordnungen(
-                                              wirt, u"P:"_s, {}, u"RE"_s, u"1"_s, {}, {}, u"a"_s, u"jpg"_s, u"BEL"_s,
-                                              {}, {}, {});
-                                        }));
+      [&] {
+    return clsDialoge().Fkt_Aufruf_Dialog_AlleZuordnungen(
+        wirt, u"P:"_s, {}, u"RE"_s, u"1"_s, {}, {}, u"a"_s, u"jpg"_s, u"BEL"_s, {}, {}, {});
+  }));
 }
 
 TEST_F(Einstiege, AListThatCannotBeReadIsReportedAndShownEmpty) {
@@ -143,9 +139,9 @@ TEST_F(Einstiege, WeitereZuordnungenSetsEveryMemberAndGivesTrue) {
     EXPECT_EQ(form.pAppObj, wirt);
     EXPECT_EQ(form.pBildObj, store);
     EXPECT_EQ((QStringList{form.pGL_jmtVerarbeitungsdatum, form.pRootpath, form.pStandardBildPfad, form.pKey1,
-                           form.pKey2, form.pKey3, form.pKey4, form.PTyp1, form.pTyp2, form.pInfoZeile}),
-              (QStringList{u"2026-03-04"_s, u"P:"_s, u"Belege\\1"_s, u"RE"_s, u"1"_s, u"k3"_s, u"k4"_s, u"BEL"_s,
-                           u"t2"_s, u"Rechnung 1"_s}));
+                  form.pKey2, form.pKey3, form.pKey4, form.PTyp1, form.pTyp2, form.pInfoZeile}),
+        (QStringList{u"2026-03-04"_s, u"P:"_s, u"Belege\\1"_s, u"RE"_s, u"1"_s, u"k3"_s, u"k4"_s, u"BEL"_s, u"t2"_s,
+            u"Rechnung 1"_s}));
     EXPECT_TRUE(form.isModal());
     EXPECT_EQ(form.parentWidget(), nullptr);
     eingaben::klicke(form.cmd_Abbrechen);
@@ -235,11 +231,11 @@ TEST_F(KnoepfeDesVorgangs, AlleZuordnungenGetsTheSelectionAsItWasBeforeTheEdit) 
     eingaben::tippe(vorgang().txt_BildName, u"neu"_s);
     druecke<frm_AlleZuordnungen>(vorgang().SSC_AlleZuordnungen, [&](frm_AlleZuordnungen& form) {
       EXPECT_EQ(form.pAppObj, wirt);
-      EXPECT_EQ((QStringList{form.pBildname, form.pBildExt, form.pKey1, form.pKey2, form.pKey3, form.pKey4, form.PTyp1,
-                             form.pTyp2, form.pRootpath, form.pStandardBildPfad, form.pGL_jmtVerarbeitungsdatum,
-                             form.pInfoZeile}),
-                (QStringList{u"b"_s, u"jpg"_s, u"RE"_s, u"1"_s, u"-"_s, u"-"_s, u"BEL"_s, u"-"_s, u"P:"_s,
-                             u"Belege\\1"_s, u"2026-03-04"_s, u"Rechnung 1"_s}));
+      EXPECT_EQ(
+          (QStringList{form.pBildname, form.pBildExt, form.pKey1, form.pKey2, form.pKey3, form.pKey4, form.PTyp1,
+              form.pTyp2, form.pRootpath, form.pStandardBildPfad, form.pGL_jmtVerarbeitungsdatum, form.pInfoZeile}),
+          (QStringList{u"b"_s, u"jpg"_s, u"RE"_s, u"1"_s, u"-"_s, u"-"_s, u"BEL"_s, u"-"_s, u"P:"_s, u"Belege\\1"_s,
+              u"2026-03-04"_s, u"Rechnung 1"_s}));
     });
   });
 }
@@ -269,8 +265,8 @@ TEST_F(KnoepfeDesVorgangs, WithoutTheOwnAssignmentNothingIsMarked) {
     druecke<frm_AlleZuordnungen>(vorgang().SSC_AlleZuordnungen, [&](frm_AlleZuordnungen& form) {
       klicke(form.TDBG_Zuordnungen, 1, uebersicht::Zuordnung);
       meldungen.erwarte({u"Sollen die ausgewählten Zuordnungen wirklich gelöscht werden?"_s, u"Achtung"_s,
-                         Symbol::Frage, Knoepfe::JaNein},
-                        Antwort::Ja);
+                            Symbol::Frage, Knoepfe::JaNein},
+          Antwort::Ja);
       eingaben::klicke(form.cmd_Loeschen);
     });
     EXPECT_FALSE(ist_True(vorgang().BildTabelle->Value(0, spalte::Entfernen)));
@@ -308,8 +304,8 @@ TEST_F(KnoepfeDesVorgangs, AFailureAfterWeitereZuordnungenIsReportedUnderTheButt
   lege_Bild(u"a.jpg"_s);
   fuege_ein({.typ1 = u"ART"_s});
   zeige_Vorgang([&] {
-    druecke<frm_AnzeigeZuordnung>(vorgang().SSC_WeitereZuordnungen,
-                                  [&](frm_AnzeigeZuordnung&) { zeiger->scheitert = true; });
+    druecke<frm_AnzeigeZuordnung>(
+        vorgang().SSC_WeitereZuordnungen, [&](frm_AnzeigeZuordnung&) { zeiger->scheitert = true; });
   });
   oberflaeche::setze(vorher);
   erwarte_Bericht(u"frm_BildZuordnung"_s, u"SSC_WeitereZuordnungen_Click"_s, fehlernummer::Ueberlauf);
@@ -335,9 +331,9 @@ TEST_F(KnoepfeDesVorgangs, WeitereZuordnungenGetsTheCollectionAndTheSelectedKeys
       EXPECT_EQ(form.pAppObj, wirt);
       EXPECT_EQ(form.pBildObj, store);
       EXPECT_EQ((QStringList{form.pKey1, form.pKey2, form.pKey3, form.pKey4, form.PTyp1, form.pTyp2, form.pRootpath,
-                             form.pStandardBildPfad, form.pGL_jmtVerarbeitungsdatum, form.pInfoZeile}),
-                (QStringList{u"RE"_s, u"1"_s, u"k3"_s, u"k4"_s, u"ART"_s, u"t2"_s, u"P:"_s, u"Belege\\1"_s,
-                             u"2026-03-04"_s, u"Rechnung 1"_s}));
+                    form.pStandardBildPfad, form.pGL_jmtVerarbeitungsdatum, form.pInfoZeile}),
+          (QStringList{u"RE"_s, u"1"_s, u"k3"_s, u"k4"_s, u"ART"_s, u"t2"_s, u"P:"_s, u"Belege\\1"_s, u"2026-03-04"_s,
+              u"Rechnung 1"_s}));
     });
     EXPECT_FALSE(vorgang().DatenGeaendert);
     EXPECT_EQ(oberflaeche::mauszeiger().form(), oberflaeche::Zeigerform::Standard);

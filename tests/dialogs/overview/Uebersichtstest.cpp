@@ -25,8 +25,8 @@ QByteArray Uebersichtstest::lege_Bild(const QString& name, QSize groesse, const 
 }
 
 void Uebersichtstest::fuege_ein(const Zuordnung& z) {
-  const QStringList werte{z.key1, z.key2, z.key3, z.key4,         z.name, z.ext,
-                          z.typ1, z.typ2, z.pfad, z.beschreibung, z.druck};
+  const QStringList werte{
+      z.key1, z.key2, z.key3, z.key4, z.name, z.ext, z.typ1, z.typ2, z.pfad, z.beschreibung, z.druck};
   db.fuehre_aus(
       u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, Beschreibung, "
       "Druckkennzeichen, SortIndex) values ('"_s +
@@ -36,7 +36,7 @@ void Uebersichtstest::fuege_ein(const Zuordnung& z) {
 QStringList Uebersichtstest::gespeichert() {
   QStringList alle;
   for (const QStringList& zeile :
-       db.zeilen(u"select Typ1, Key1, Key2, Bildname from Bild_Zuordnungen order by rowid"_s))
+      db.zeilen(u"select Typ1, Key1, Key2, Bildname from Bild_Zuordnungen order by rowid"_s))
     alle += zeile.join(u'|');
   return alle;
 }

@@ -32,7 +32,7 @@ TEST_F(WeitereLaden, TheUpperGridShowsMarkNameExtensionAndDescription) {
 TEST_F(WeitereLaden, TheLowerGridTakesArticleNumbersWithAButton) {
   fuege_Bilder_ein(1);
   const QStringList soll{u"Artikel-Nr 2500 1 0"_s, u"Kurztext 1 2000 1 1"_s, u"Kurztext 2 2000 1 1"_s,
-                         u"Referenz 3 2000 0 1"_s, u"Referenz 4 2000 0 1"_s};
+      u"Referenz 3 2000 0 1"_s, u"Referenz 4 2000 0 1"_s};
   QStringList ist;
   form();
   for (int i = 0; i < artikel().ColumnCount(); ++i) {
@@ -82,8 +82,8 @@ TEST_F(WeitereLaden, ALongTextOfTheHostEndsWithAnEllipsisAndItsToolTipShowsAllOf
       form().resize(breite, 500);
       QCoreApplication::processEvents();
       EXPECT_TRUE(form().SSP_Info.gezeigter_Text().endsWith(u"W…"_s));
-      EXPECT_LT(form().SSP_Info.fontMetrics().horizontalAdvance(form().SSP_Info.gezeigter_Text()),
-                form().SSP_Info.width());
+      EXPECT_LT(
+          form().SSP_Info.fontMetrics().horizontalAdvance(form().SSP_Info.gezeigter_Text()), form().SSP_Info.width());
       QToolTip::showText({}, u"nichts"_s);
       QHelpEvent rast(QEvent::ToolTip, QPoint(9, 9), form().SSP_Info.mapToGlobal(QPoint(9, 9)));
       QCoreApplication::sendEvent(&form().SSP_Info, &rast);
@@ -106,12 +106,8 @@ TEST_F(WeitereLaden, OnlyTheValueOneSelectsTheSecondArticleComponent) {
   form();
   EXPECT_EQ(wirt->einstellungen->gefragt, QStringList{u"Firmendaten|MitArtikelstammZF|Standard|Standard|0"_s});
   EXPECT_FALSE(form().pMitArtikelstammZF);
-  for (const auto& [wert, zf] : {std::pair{u"1"_s, true},
-                                 {u"0"_s, false},
-                                 {u""_s, false},
-                                 {u"True"_s, false},
-                                 {u" 1"_s, false},
-                                 {u"11"_s, false}}) {
+  for (const auto& [wert, zf] : {std::pair{u"1"_s, true}, {u"0"_s, false}, {u""_s, false}, {u"True"_s, false},
+           {u" 1"_s, false}, {u"11"_s, false}}) {
     wirt->einstellungen->wert = wert;
     form().Lade_Zuordnungen();
     EXPECT_EQ(form().pMitArtikelstammZF, zf) << wert.toStdString();

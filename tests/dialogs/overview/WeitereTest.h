@@ -69,7 +69,7 @@ class WeitereTest : public Uebersichtstest {
   static oberflaeche::Meldung frage() {
     return {QStringLiteral("Die oben gekennzeichneten Dateien werden den unten aufgeführten Artikeln zugeordnet! "
                            "Möchten Sie den Vorgang starten?"),
-            QStringLiteral("Dateien zuordnen"), oberflaeche::Symbol::Frage, oberflaeche::Knoepfe::JaNein};
+        QStringLiteral("Dateien zuordnen"), oberflaeche::Symbol::Frage, oberflaeche::Knoepfe::JaNein};
   }
   void speichere(std::function<void()> dabei = {}) {
     meldungen.erwarte(frage(), oberflaeche::Antwort::Ja, std::move(dabei));
@@ -92,6 +92,6 @@ class WeitereTest : public Uebersichtstest {
   Registrierung sql_{QStringLiteral("KVOArtik.clsArtikelManagerSQL"), manager(u"SQL", stamm)};
   Registrierung zf_{QStringLiteral("KVOArtikelZF.clsArtikelManagerSQLZF"), manager(u"ZF", stamm)};
   Registrierung auskunft_{QStringLiteral("KVOListAuskunft.clsAuskunft"),
-                          [this] { return std::make_shared<Auskunftsdoppel>(auskunft, auskuenfte); }};
+      [this] { return std::make_shared<Auskunftsdoppel>(auskunft, auskuenfte); }};
   std::unique_ptr<frm_AnzeigeZuordnung> form_;
 };

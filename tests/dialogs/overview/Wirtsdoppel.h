@@ -17,7 +17,7 @@
 class Einstellungsdoppel final : public Einstellungen {
  public:
   void GetSetting(const QString& pAbschnitt, const QString& pSchluessel, QString& pWert, const QString& pProgramm,
-                  const QString& pBenutzer, const QString& pVorgabe) override {
+      const QString& pBenutzer, const QString& pVorgabe) override {
     gefragt += QStringList{pAbschnitt, pSchluessel, pProgramm, pBenutzer, pVorgabe}.join(u'|');
     if (fehler != 0) throw Laufzeitfehler(fehler);
     pWert = wert.isNull() ? pVorgabe : wert;
@@ -81,15 +81,16 @@ class Artikelmanager final : public clsArtikelManagerSQL {
   Artikelmanager& operator=(const Artikelmanager&) = delete;
 
   void Init(std::int32_t pArt, const QString& pConnectString,
-            const std::shared_ptr<adodb::Connection>& pConnection) override {
-    stamm_.rufe += name_ + QStringLiteral(": Init %1 %2 %3")
-                               .arg(pArt)
-                               .arg(pConnectString.startsWith(QStringLiteral("Provider=Pruefling")))
-                               .arg(pConnection != nullptr);
+      const std::shared_ptr<adodb::Connection>& pConnection) override {
+    stamm_.rufe += name_ +
+        QStringLiteral(": Init %1 %2 %3")
+            .arg(pArt)
+            .arg(pConnectString.startsWith(QStringLiteral("Provider=Pruefling")))
+            .arg(pConnection != nullptr);
   }
   bool fktLeseArtikel(const QString& pArtikelnummer, bool a, bool b, bool c, bool d, bool e, bool f) override {
     stamm_.rufe += name_ + QStringLiteral(": genau ") + pArtikelnummer +
-                   QStringLiteral(" %1%2%3%4%5%6").arg(a).arg(b).arg(c).arg(d).arg(e).arg(f);
+        QStringLiteral(" %1%2%3%4%5%6").arg(a).arg(b).arg(c).arg(d).arg(e).arg(f);
     if (++stamm_.gesucht == stamm_.scheitert_beim) throw Laufzeitfehler(fehlernummer::Anweisung);
     if (!stamm_.artikel.contains(pArtikelnummer)) return false;
     nummer_ = pArtikelnummer;
@@ -119,9 +120,9 @@ class Auskunftsdoppel final : public clsAuskunft {
  public:
   Auskunftsdoppel(Auskunftsverlauf verlauf, QStringList& gefragt) : verlauf_(std::move(verlauf)), gefragt_(gefragt) {}
   std::int32_t Anzeige_Auskunft(const QString& pName, const QString& pZusatz, const QString& pAppName,
-                                const QString& pUser, const QString& pExeDir, const QString& pConnectString,
-                                const std::shared_ptr<adodb::Connection>& pConnection, Auskunftsempfaenger& pEmpfaenger,
-                                const QString& pReportDBTemplateDir, const QString& pDBName) override {
+      const QString& pUser, const QString& pExeDir, const QString& pConnectString,
+      const std::shared_ptr<adodb::Connection>& pConnection, Auskunftsempfaenger& pEmpfaenger,
+      const QString& pReportDBTemplateDir, const QString& pDBName) override {
     EXPECT_TRUE(pConnectString.startsWith(QStringLiteral("Provider=Pruefling")));
     EXPECT_NE(pConnection, nullptr);
     gefragt_ += QStringList{pName, pZusatz, pAppName, pUser, pExeDir, pReportDBTemplateDir, pDBName}.join(u'|');

@@ -14,7 +14,7 @@ class Zuordnen : public WeitereTest {
   QStringList zugeordnet() {
     QStringList alle;
     for (const QStringList& z :
-         db.zeilen(u"select Key1, Bildname, BildPfad from Bild_Zuordnungen where Typ1 = 'Art' order by rowid"_s))
+        db.zeilen(u"select Key1, Bildname, BildPfad from Bild_Zuordnungen where Typ1 = 'Art' order by rowid"_s))
       alle += z.join(u'|');
     return alle;
   }
@@ -33,8 +33,9 @@ class Zuordnen : public WeitereTest {
 TEST_F(Zuordnen, EveryMarkedPictureGoesToEveryArticleByArticleThenByPicture) {
   fuege_Bilder_ein(3);
   ordne_zu({u"4711"_s, u"500"_s}, [&] { klicke_Marke(1); });
-  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|c|Artikel\\Mayer"_s, u"500|a|Artikel\\Allg"_s,
-                                       u"500|c|Artikel\\Allg"_s}));
+  EXPECT_EQ(zugeordnet(),
+      (QStringList{
+          u"4711|a|Artikel\\Mayer"_s, u"4711|c|Artikel\\Mayer"_s, u"500|a|Artikel\\Allg"_s, u"500|c|Artikel\\Allg"_s}));
   EXPECT_EQ(dateien(u"Artikel/Mayer"_s), (QStringList{u"a.jpg"_s, u"c.jpg"_s}));
   EXPECT_EQ(dateien(u"Artikel/Allg"_s), (QStringList{u"a.jpg"_s, u"c.jpg"_s}));
   EXPECT_EQ(wurzel.lies(u"Artikel/Allg/c.jpg"_s), wurzel.lies(u"Belege/1/c.jpg"_s));
@@ -50,8 +51,9 @@ TEST_F(Zuordnen, AllRowsAreWrittenAtTheEndInOneGo) {
   });
   QStringList anfaenge;
   for (const QString& text : db.mitschrift().hole()) anfaenge += text.section(u' ', 0, 0).toLower();
-  EXPECT_EQ(anfaenge, (QStringList{u"select"_s, u"select"_s, u"select"_s, u"select"_s, u"insert"_s, u"insert"_s,
-                                   u"insert"_s, u"insert"_s}));
+  EXPECT_EQ(anfaenge,
+      (QStringList{
+          u"select"_s, u"select"_s, u"select"_s, u"select"_s, u"insert"_s, u"insert"_s, u"insert"_s, u"insert"_s}));
 }
 
 TEST_F(Zuordnen, TheNewRowCarriesTheDescriptionAndThePrintFlags) {
@@ -62,12 +64,11 @@ TEST_F(Zuordnen, TheNewRowCarriesTheDescriptionAndThePrintFlags) {
     db.mitschrift().hole();
     speichere();
   });
-  EXPECT_EQ(
-      eingefuegt(),
+  EXPECT_EQ(eingefuegt(),
       QStringList{u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
                   "Beschreibung, Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) Values "
                   "('4711','-','-','-','a','jpg','Art','-','Artikel\\Mayer','Bob''s Haus','1010"_s +
-                  QString(46, u' ') + u"',NULL,'-', 0)"_s});
+          QString(46, u' ') + u"',NULL,'-', 0)"_s});
 }
 
 TEST_F(Zuordnen, TheQuestionComesFirstAndWithoutAYesNothingHappens) {
@@ -101,8 +102,9 @@ TEST_F(Zuordnen, OnlyTheAssignmentThatExistsIsSkipped) {
   fuege_Bilder_ein(2);
   fuege_ein({.typ1 = u"Art"_s, .key1 = u"4711"_s, .key2 = u"-"_s, .name = u"a"_s, .pfad = u"Artikel\\Mayer"_s});
   ordne_zu({u"4711"_s, u"500"_s});
-  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|b|Artikel\\Mayer"_s, u"500|a|Artikel\\Allg"_s,
-                                       u"500|b|Artikel\\Allg"_s}));
+  EXPECT_EQ(zugeordnet(),
+      (QStringList{
+          u"4711|a|Artikel\\Mayer"_s, u"4711|b|Artikel\\Mayer"_s, u"500|a|Artikel\\Allg"_s, u"500|b|Artikel\\Allg"_s}));
   // What is skipped is not copied either.
   EXPECT_EQ(dateien(u"Artikel/Mayer"_s), QStringList{u"b.jpg"_s});
 }
@@ -165,8 +167,9 @@ TEST_F(Zuordnen, APictureOfAnotherTypeOrAnotherKindOfRecordIsAnotherAssignment) 
 TEST_F(Zuordnen, AnArticleTypedTwiceGetsEachPictureOnce) {
   fuege_Bilder_ein(2);
   ordne_zu({u"4711"_s, u"500"_s, u"4711"_s, u"ab1"_s, u"AB1"_s});
-  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|b|Artikel\\Mayer"_s, u"500|a|Artikel\\Allg"_s,
-                                       u"500|b|Artikel\\Allg"_s, u"ab1|a|Artikel\\Allg"_s, u"ab1|b|Artikel\\Allg"_s}));
+  EXPECT_EQ(zugeordnet(),
+      (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|b|Artikel\\Mayer"_s, u"500|a|Artikel\\Allg"_s,
+          u"500|b|Artikel\\Allg"_s, u"ab1|a|Artikel\\Allg"_s, u"ab1|b|Artikel\\Allg"_s}));
 }
 
 TEST_F(Zuordnen, OnePictureInTwoFoldersGivesOneRow) {
@@ -186,15 +189,16 @@ TEST_F(Zuordnen, TwoPicturesOfOneNameBothArriveTheSecondUnderANumber) {
   wurzel.schreibe(u"Belege/1/ajpg.txt"_s, "blauer Text");
   wurzel.schreibe(u"Belege/2/ajpg.txt"_s, "roter Text");
   ordne_zu({u"4711"_s, u"4712"_s, u"4711"_s});
-  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|a_2|Artikel\\Mayer"_s,
-                                       u"4712|a|Artikel\\Mayer"_s, u"4712|a_2|Artikel\\Mayer"_s}));
+  EXPECT_EQ(zugeordnet(),
+      (QStringList{u"4711|a|Artikel\\Mayer"_s, u"4711|a_2|Artikel\\Mayer"_s, u"4712|a|Artikel\\Mayer"_s,
+          u"4712|a_2|Artikel\\Mayer"_s}));
   EXPECT_EQ(dateien(u"Artikel/Mayer"_s), (QStringList{u"a.jpg"_s, u"a_2.jpg"_s, u"a_2jpg.txt"_s, u"ajpg.txt"_s}));
   EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a.jpg"_s), blaues);
   EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a_2.jpg"_s), rotes);
   EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/ajpg.txt"_s), "blauer Text");
   EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/a_2jpg.txt"_s), "roter Text");
   EXPECT_EQ(db.zeilen(u"select Beschreibung, Druckkennzeichen from Bild_Zuordnungen where Bildname = 'a_2'"_s).at(0),
-            (QStringList{u"rot"_s, u"1010"_s + QString(46, u' ')}));
+      (QStringList{u"rot"_s, u"1010"_s + QString(46, u' ')}));
   // The same again finds all of it.
   db.mitschrift().hole();
   zeige([&] { speichere(); });
@@ -237,8 +241,9 @@ TEST_F(Zuordnen, ANumberedNameTakesNothingFromAnotherPictureOrText) {
   wurzel.schreibe(u"Artikel/Mayer/"_s + gekuerzt(3) + u"jpg.txt"_s, "fremder Text");
   fuege_ein({.typ1 = u"Art"_s, .key1 = u"4711"_s, .key2 = u"-"_s, .name = gekuerzt(4), .pfad = u"von Hand"_s});
   ordne_zu({u"4711"_s});
-  EXPECT_EQ(zugeordnet(), (QStringList{u"4711|%1|von Hand"_s.arg(gekuerzt(4)), u"4711|%1|Artikel\\Mayer"_s.arg(name),
-                                       u"4711|%1|Artikel\\Mayer"_s.arg(gekuerzt(5))}));
+  EXPECT_EQ(zugeordnet(),
+      (QStringList{u"4711|%1|von Hand"_s.arg(gekuerzt(4)), u"4711|%1|Artikel\\Mayer"_s.arg(name),
+          u"4711|%1|Artikel\\Mayer"_s.arg(gekuerzt(5))}));
   EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/"_s + gekuerzt(2) + u".jpg"_s), "fremdes Bild");
   EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/"_s + gekuerzt(3) + u"jpg.txt"_s), "fremder Text");
   EXPECT_EQ(wurzel.lies(u"Artikel/Mayer/"_s + gekuerzt(5) + u".jpg"_s), rotes);

@@ -109,9 +109,8 @@ TEST_F(AuswahlDrehen, FilesOfTheUsersThatBeginWithAnUnderscoreStay) {
 TEST_F(AuswahlDrehen, LeavingInTheMiddleOfTheReadBehindItTakesNobodyElsesSession) {
   using Weg = std::function<void(frm_BilderSuchen&)>;
   const QList<Weg> wege{[](frm_BilderSuchen& f) { klicke(f.cmd_Abbruch); },
-                        [](frm_BilderSuchen& f) { eingaben::taste(f, Qt::Key_Escape); },
-                        [](frm_BilderSuchen& f) { eingaben::schliesse_Rahmen(f); },
-                        [](frm_BilderSuchen& f) { f.Hide(); }};
+      [](frm_BilderSuchen& f) { eingaben::taste(f, Qt::Key_Escape); },
+      [](frm_BilderSuchen& f) { eingaben::schliesse_Rahmen(f); }, [](frm_BilderSuchen& f) { f.Hide(); }};
   mod_GrafikKonvert::Fkt_GdiStartup(1);
   for (qsizetype i = 0; i < wege.size(); ++i) {
     mod_BilderSuchen::pLetzterOrdner.clear();

@@ -40,14 +40,15 @@ class Ergebnis : public Suchtest {
 TEST_F(Ergebnis, EachChosenFileIsARowAndTheLastRowIsEmpty) {
   EXPECT_TRUE(rufe_auf(
       [&](frm_BilderSuchen& f) {
-        waehle(f, {1, 2});
-        klicke(f.cmd_Uebernehmen);
-        EXPECT_FALSE(f.isVisible());
+    waehle(f, {1, 2});
+    klicke(f.cmd_Uebernehmen);
+    EXPECT_FALSE(f.isVisible());
       },
       u"P:\\Bilder"_s));
   ASSERT_NE(feld, nullptr);
-  EXPECT_EQ(zeilen(*feld), (QStringList{u"P:\\Bilder\\b.c.jpg|P:\\Bilder\\|b.c|jpg"_s,
-                                        u"P:\\Bilder\\d.JPG|P:\\Bilder\\|d|JPG"_s, u"|||"_s}));
+  EXPECT_EQ(zeilen(*feld),
+      (QStringList{
+          u"P:\\Bilder\\b.c.jpg|P:\\Bilder\\|b.c|jpg"_s, u"P:\\Bilder\\d.JPG|P:\\Bilder\\|d|JPG"_s, u"|||"_s}));
 }
 
 TEST_F(Ergebnis, RowsAreFilledFromTheLastOneOn) {
@@ -55,12 +56,12 @@ TEST_F(Ergebnis, RowsAreFilledFromTheLastOneOn) {
   feld->Value(0, 0, u"von vorher"_s);
   rufe_auf(
       [&](frm_BilderSuchen& f) {
-        waehle(f, {0});
-        klicke(f.cmd_Uebernehmen);
+    waehle(f, {0});
+    klicke(f.cmd_Uebernehmen);
       },
       u"P:\\Bilder"_s);
-  EXPECT_EQ(zeilen(*feld),
-            (QStringList{u"von vorher|||"_s, u"|||"_s, u"P:\\Bilder\\a.jpg|P:\\Bilder\\|a|jpg"_s, u"|||"_s}));
+  EXPECT_EQ(
+      zeilen(*feld), (QStringList{u"von vorher|||"_s, u"|||"_s, u"P:\\Bilder\\a.jpg|P:\\Bilder\\|a|jpg"_s, u"|||"_s}));
 }
 
 TEST_F(Ergebnis, WithNothingSelectedTheTableStaysAndTheResultIsTrue) {
@@ -69,8 +70,7 @@ TEST_F(Ergebnis, WithNothingSelectedTheTableStaysAndTheResultIsTrue) {
 }
 
 TEST_F(Ergebnis, CancelEscapeAndTheFrameLeaveNoTable) {
-  const QList<std::function<void(frm_BilderSuchen&)>> wege{
-      [](frm_BilderSuchen& f) { klicke(f.cmd_Abbruch); },
+  const QList<std::function<void(frm_BilderSuchen&)>> wege{[](frm_BilderSuchen& f) { klicke(f.cmd_Abbruch); },
       [](frm_BilderSuchen& f) { eingaben::taste(f, Qt::Key_Escape); },
       [](frm_BilderSuchen& f) { eingaben::schliesse_Rahmen(f); }};
   for (const auto& weg : wege) {
@@ -79,9 +79,9 @@ TEST_F(Ergebnis, CancelEscapeAndTheFrameLeaveNoTable) {
     const auto meins = feld;
     EXPECT_FALSE(rufe_auf(
         [&](frm_BilderSuchen& f) {
-          waehle(f, {0});
-          weg(f);
-          EXPECT_FALSE(f.isVisible());
+      waehle(f, {0});
+      weg(f);
+      EXPECT_FALSE(f.isVisible());
         },
         u"P:\\Bilder"_s));
     EXPECT_EQ(feld, nullptr);
@@ -93,8 +93,8 @@ TEST_F(Ergebnis, WithoutATableTheResultIsFalse) {
   feld.reset();
   EXPECT_FALSE(rufe_auf(
       [&](frm_BilderSuchen& f) {
-        waehle(f, {0});
-        klicke(f.cmd_Uebernehmen);
+    waehle(f, {0});
+    klicke(f.cmd_Uebernehmen);
       },
       u"P:\\Bilder"_s));
   EXPECT_EQ(feld, nullptr);
@@ -106,8 +106,8 @@ TEST_F(Ergebnis, SeveralFilesCanBeChosenUnlessTheCallerWantsOne) {
     feld->ReDim(0, 0, 0, 4);
     rufe_auf(
         [&](frm_BilderSuchen& f) {
-          waehle(f, {0, 1});
-          klicke(f.cmd_Uebernehmen);
+      waehle(f, {0, 1});
+      klicke(f.cmd_Uebernehmen);
         },
         u"P:\\Bilder"_s, mehrere);
     EXPECT_EQ(zeilen(*feld).size(), mehrere.value_or(true) ? 3 : 2);
@@ -130,10 +130,10 @@ TEST_F(Ergebnis, TheFormIsLoadedWithItsStartAndGetsTheTableAfterwards) {
   const auto meins = feld;
   EXPECT_TRUE(rufe_auf(
       [&](frm_BilderSuchen& f) {
-        EXPECT_EQ(f.pFindArray, meins);
-        EXPECT_TRUE(f.isModal());
-        EXPECT_EQ(f.parentWidget(), nullptr);
-        klicke(f.cmd_Uebernehmen);
+    EXPECT_EQ(f.pFindArray, meins);
+    EXPECT_TRUE(f.isModal());
+    EXPECT_EQ(f.parentWidget(), nullptr);
+    klicke(f.cmd_Uebernehmen);
       },
       u"P:\\Bilder"_s));
   EXPECT_TRUE(gesehen);
@@ -145,8 +145,8 @@ TEST_F(Ergebnis, ATableOfTooFewColumnsIsReportedAndKept) {
   feld->ReDim(0, 0, 0, 2);
   EXPECT_FALSE(rufe_auf(
       [&](frm_BilderSuchen& f) {
-        waehle(f, {0});
-        klicke(f.cmd_Uebernehmen);
+    waehle(f, {0});
+    klicke(f.cmd_Uebernehmen);
       },
       u"P:\\Bilder"_s));
   const auto berichte = core.hole();
@@ -159,8 +159,8 @@ TEST_F(Ergebnis, ATableOfTooFewColumnsIsReportedAndKept) {
 
 TEST_F(Ergebnis, AChosenFileShowsItsText) {
   ordner.schreibe(u"p/Bilder/ajpg.txt"_s,
-                  "  Giebel \xfc"
-                  "ber Eck ");
+      "  Giebel \xfc"
+      "ber Eck ");
   ordner.schreibe(u"p/Bilder/b.cjpg.txt"_s, "anderes");
   zeige([&] {
     klicke_Zeile(form().lvwContent, 0);

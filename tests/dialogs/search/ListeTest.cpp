@@ -68,7 +68,7 @@ TEST_F(Liste, FilesStandInTheOrderOfTheListingWithNameAndWholeName) {
 
 TEST_F(Liste, FoldersHiddenFilesAndFilesOfOtherTypesStayOut) {
   for (const auto& name :
-       {u"a.jpg"_s, u".versteckt.jpg"_s, u"b.jpeg"_s, u"c.tiff"_s, u"d.png"_s, u"Ordner.jpg/x.dat"_s})
+      {u"a.jpg"_s, u".versteckt.jpg"_s, u"b.jpeg"_s, u"c.tiff"_s, u"d.png"_s, u"Ordner.jpg/x.dat"_s})
     schreibe(name, bild());
   zeige([&] {
     EXPECT_EQ(eintraege(), QStringList{u"a.jpg"_s});
@@ -181,8 +181,8 @@ TEST_F(Liste, WhatIsNoPictureShowsTheSubstituteAndNoBoxComes) {
   schreibe(u"f.jpg"_s, bild());
   ASSERT_TRUE(QFile::setPermissions(ordner.pfad(u"p/Bilder/f.jpg"_s), {}));
   zeige([&] {
-    ASSERT_EQ(eintraege(),
-              (QStringList{u"a.jpg"_s, u"b.bmp"_s, u"c.gif"_s, u"d.tif"_s, u"e.jpg"_s, u"f.jpg"_s, u"jpg"_s}));
+    ASSERT_EQ(
+        eintraege(), (QStringList{u"a.jpg"_s, u"b.bmp"_s, u"c.gif"_s, u"d.tif"_s, u"e.jpg"_s, u"f.jpg"_s, u"jpg"_s}));
     for (const int kaputt : {1, 2, 3, 4, 7}) EXPECT_EQ(bild_von(kaputt), ersatz()) << kaputt;
     EXPECT_NE(bild_von(5), ersatz());
     EXPECT_EQ(anzahl(), u"7 Objekt(e)"_s);
@@ -296,8 +296,8 @@ TEST_F(Liste, TheDialogCanBeLeftAtAnyMomentOfARead) {
   lege_Bilder(6);
   using Weg = std::function<void(frm_BilderSuchen&)>;
   const QList<Weg> wege{[](frm_BilderSuchen& f) { klicke(f.cmd_Abbruch); },
-                        [](frm_BilderSuchen& f) { eingaben::taste(f, Qt::Key_Escape); },
-                        [](frm_BilderSuchen& f) { eingaben::schliesse_Rahmen(f); }};
+      [](frm_BilderSuchen& f) { eingaben::taste(f, Qt::Key_Escape); },
+      [](frm_BilderSuchen& f) { eingaben::schliesse_Rahmen(f); }};
   for (const Weg& weg : wege) {
     for (int moment = 1; moment <= 8; ++moment) {
       mod_BilderSuchen::pLetzterOrdner.clear();

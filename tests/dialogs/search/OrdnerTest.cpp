@@ -119,9 +119,9 @@ TEST_F(Ordner, ALastFolderThatHasGoneIsPassedOver) {
 TEST_F(Ordner, TheFilterSelectsItsPatternAndEachChangeReadsTheFolderAgain) {
   zeige([&] {
     const QStringList muster{u"*.*"_s, u"*.BMP|*.JPG|*.GIF|*.TIF"_s, u"*.BMP"_s, u"*.JPG"_s, u"*.GIF"_s, u"*.TIF"_s};
-    const QStringList texte{u"Alle Dateien (*.*)"_s,        u"Alle Bild-Dateien (*.bmp; *.jpg; *.gif; *.tif)"_s,
-                            u"Windows Bitmap (*.bmp)"_s,    u"JPEG-Dateien (*.jpg)"_s,
-                            u"CompuServe Bitmap (*.gif)"_s, u"Tagged Image File Format (*.tif)"_s};
+    const QStringList texte{u"Alle Dateien (*.*)"_s, u"Alle Bild-Dateien (*.bmp; *.jpg; *.gif; *.tif)"_s,
+        u"Windows Bitmap (*.bmp)"_s, u"JPEG-Dateien (*.jpg)"_s, u"CompuServe Bitmap (*.gif)"_s,
+        u"Tagged Image File Format (*.tif)"_s};
     ASSERT_EQ(form().cbo_BildTypen.count(), 6);
     for (int i = 0; i < 6; ++i) {
       waehle_Filter(form(), i);
@@ -268,10 +268,9 @@ TEST_F(Ordner, TheFirstKeysGoToTheFolders) {
 
 TEST_F(Ordner, TheTabOrderIsThatOfTheControls) {
   zeige([&] {
-    const QStringList reihe{
-        u"SSC_Drehen"_s, u"SSC_Bildbearbeitung"_s, u"cmd_EinlesenAbrrechen"_s, u"cmd_TextSpeichern"_s,
-        u"txt_Info"_s,   u"cmd_Abbruch"_s,         u"cmd_Uebernehmen"_s,       u"cbo_BildTypen"_s,
-        u"Dir1"_s,       u"lvwContent"_s,          u"ImageCombo1"_s,           u"SSC_Drehen"_s};
+    const QStringList reihe{u"SSC_Drehen"_s, u"SSC_Bildbearbeitung"_s, u"cmd_EinlesenAbrrechen"_s,
+        u"cmd_TextSpeichern"_s, u"txt_Info"_s, u"cmd_Abbruch"_s, u"cmd_Uebernehmen"_s, u"cbo_BildTypen"_s, u"Dir1"_s,
+        u"lvwContent"_s, u"ImageCombo1"_s, u"SSC_Drehen"_s};
     form().SSC_Drehen.setFocus();
     for (const QString& name : reihe) {
       EXPECT_EQ(form().focusWidget()->objectName(), name);

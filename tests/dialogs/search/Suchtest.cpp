@@ -127,8 +127,8 @@ void Suchtest::zeige(const std::function<void()>& waehrend) {
   f.Show();
 }
 
-bool Suchtest::rufe_auf(const std::function<void(frm_BilderSuchen&)>& waehrend, const QString& root,
-                        std::optional<bool> mit_mehreren) {
+bool Suchtest::rufe_auf(
+    const std::function<void(frm_BilderSuchen&)>& waehrend, const QString& root, std::optional<bool> mit_mehreren) {
   QTimer takt;
   nach_dem_Lesen(takt, [&] {
     auto* const f = dynamic_cast<frm_BilderSuchen*>(QApplication::activeModalWidget());

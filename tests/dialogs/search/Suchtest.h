@@ -60,7 +60,7 @@ class Suchtest : public ::testing::Test {
   void zeige(const std::function<void()>& waehrend);
   /// The same on the entry point.
   bool rufe_auf(const std::function<void(frm_BilderSuchen&)>& waehrend, const QString& rootpath = {},
-                std::optional<bool> mehrfach = {});
+      std::optional<bool> mehrfach = {});
   /// Runs at each time the dialog lets events in, with the number of that time from 1 since this was set.
   void beim_Pumpen(std::function<void(int)> tu);
   /// Names of all items.

@@ -30,7 +30,7 @@ class Unterbrechen : public Suchtest {
     EXPECT_EQ(form().SSP_Anzahl.Caption(), QString::number(form().lvwContent.Count()) + u" Objekt(e)"_s);
     for (int i = 1; i <= form().lvwContent.Count(); ++i)
       ASSERT_EQ(form().ilsImages.Key(form().lvwContent.Icon(i)).endsWith(u"jpg"_s),
-                form().lvwContent.Text(i).endsWith(u"jpg"_s))
+          form().lvwContent.Text(i).endsWith(u"jpg"_s))
           << i;
   }
   void lies() { form().Show_Folder_Content(form().Dir1.Path(), u"*.*"_s); }
@@ -87,26 +87,26 @@ class Unterbrechen : public Suchtest {
 
 TEST_F(Unterbrechen, TheButtonStopsAtEveryMoment) {
   zu_jedem_Moment([&] { klicke(form().cmd_EinlesenAbrrechen); },
-                  [&] {
-                    EXPECT_LT(form().lvwContent.Count(), Bilder);
-                    EXPECT_FALSE(form().pEinlesenAbbrechen);
-                  });
+      [&] {
+    EXPECT_LT(form().lvwContent.Count(), Bilder);
+    EXPECT_FALSE(form().pEinlesenAbbrechen);
+  });
 }
 
 TEST_F(Unterbrechen, ASecondReadOfTheSameFolderListsEachFileOnce) {
   zu_jedem_Moment([&] { lies(); },
-                  [&] {
-                    EXPECT_EQ(form().lvwContent.Count(), Bilder);
-                    EXPECT_EQ(form().ilsImages.Count(), Bilder);
-                  });
+      [&] {
+    EXPECT_EQ(form().lvwContent.Count(), Bilder);
+    EXPECT_EQ(form().ilsImages.Count(), Bilder);
+  });
 }
 
 TEST_F(Unterbrechen, AFilterChangedAtAnyMomentReadsAnew) {
   int index = 1;
   zu_jedem_Moment(
       [&] {
-        index = index == 0 ? 1 : 0;
-        waehle_Filter(form(), index);
+    index = index == 0 ? 1 : 0;
+    waehle_Filter(form(), index);
       },
       [&] { EXPECT_EQ(form().lvwContent.Count(), index == 0 ? Bilder + 1 : Bilder); });
 }
@@ -114,29 +114,29 @@ TEST_F(Unterbrechen, AFilterChangedAtAnyMomentReadsAnew) {
 TEST_F(Unterbrechen, AnotherFolderAtAnyMomentTakesItsPlace) {
   zu_jedem_Moment(
       [&] {
-        eingaben::doppelklicke_Zeile(form().Dir1, 0);
-        eingaben::doppelklicke_Zeile(form().Dir1, 1);
+    eingaben::doppelklicke_Zeile(form().Dir1, 0);
+    eingaben::doppelklicke_Zeile(form().Dir1, 1);
       },
       [&] {
-        EXPECT_EQ(form().Dir1.Path(), u"P:\\Anders"_s);
-        EXPECT_EQ(eintraege(), (QStringList{u"b00000.jpg"_s, u"b00001.jpg"_s, u"b00002.jpg"_s}));
-        beim_Pumpen({});
-        form().Dir1.Path(u"P:\\Bilder"_s);
-      });
+    EXPECT_EQ(form().Dir1.Path(), u"P:\\Anders"_s);
+    EXPECT_EQ(eintraege(), (QStringList{u"b00000.jpg"_s, u"b00001.jpg"_s, u"b00002.jpg"_s}));
+    beim_Pumpen({});
+    form().Dir1.Path(u"P:\\Bilder"_s);
+  });
 }
 
 TEST_F(Unterbrechen, AnotherDriveAtAnyMomentTakesItsPlace) {
   zu_jedem_Moment(
       [&] {
-        form().ImageCombo1.waehle(u"P:\\"_s);
-        form().ImageCombo1.setFocus();
-        eingaben::taste(form(), Qt::Key_Home);
+    form().ImageCombo1.waehle(u"P:\\"_s);
+    form().ImageCombo1.setFocus();
+    eingaben::taste(form(), Qt::Key_Home);
       },
       [&] {
-        EXPECT_EQ(form().Dir1.Path(), u"C:\\Heim"_s);
-        EXPECT_EQ(eintraege(), QStringList{u"h.jpg"_s});
-        form().Dir1.Path(u"P:\\Bilder"_s);
-      });
+    EXPECT_EQ(form().Dir1.Path(), u"C:\\Heim"_s);
+    EXPECT_EQ(eintraege(), QStringList{u"h.jpg"_s});
+    form().Dir1.Path(u"P:\\Bilder"_s);
+  });
 }
 
 TEST_F(Unterbrechen, TheReturnButtonLeavesAtEveryMoment) {

@@ -23,10 +23,10 @@ QStringList schreibweisen(const QString& kennwort) {
   const QString in_Klammern = u'{' + verdoppelt(u'}') + u'}';
   const QString in_Strichen = u'\'' + verdoppelt(u'\'') + u'\'';
   return {u"Provider=SQLOLEDB;Data Source=SRV01;Initial Catalog=Betrieb;User ID=kvo;Password="_s + in_Gaense,
-          u"Driver={FreeTDS};Server=SRV01;Database=Betrieb;UID=kvo;PWD="_s + in_Klammern,
-          u"Server=SRV01;Database=Betrieb; uid = kvo ; pwd = "_s + in_Gaense + u" ;Encrypt=no"_s,
-          u"P_A S S word="_s + in_Strichen + u";Server=SRV01;Database=Betrieb;User_ID=kvo"_s,
-          u"Server=SRV01;PWD=falsch;Database=Betrieb;UID=kvo;Password="_s + in_Klammern + u";;"_s};
+      u"Driver={FreeTDS};Server=SRV01;Database=Betrieb;UID=kvo;PWD="_s + in_Klammern,
+      u"Server=SRV01;Database=Betrieb; uid = kvo ; pwd = "_s + in_Gaense + u" ;Encrypt=no"_s,
+      u"P_A S S word="_s + in_Strichen + u";Server=SRV01;Database=Betrieb;User_ID=kvo"_s,
+      u"Server=SRV01;PWD=falsch;Database=Betrieb;UID=kvo;Password="_s + in_Klammern + u";;"_s};
 }
 
 /// The program's settings in a folder of the test.
@@ -85,18 +85,11 @@ TEST(Anmeldung, Kennt_jedes_Schluesselwort_des_Treibers_fuer_Kennwort_Benutzer_S
 }
 
 TEST(Anmeldung, Gefragt_wird_nur_wo_ein_Benutzer_ohne_Kennwort_steht) {
-  const QList<std::pair<QString, bool>> faelle{
-      {Server, true},
-      {Server + u";PWD=x"_s, false},
-      {Server + u";PWD="_s, false},
-      {u"Server=SRV01;Database=Betrieb;Trusted_Connection=yes"_s, false},
-      {u"Provider=MSOLEDBSQL;Data Source=SRV01;Integrated Security=SSPI"_s, false},
-      {u"DSN=Betrieb"_s, false},
-      {u"DSN=Betrieb;UID=kvo"_s, true},
-      {u"Provider=SQLite;Data Source=/x.db"_s, false},
-      {u"provider = sqlite;Data Source=/x.db;User ID=kvo"_s, false},
-      {u"kein Paar"_s, false},
-      {QString(), false}};
+  const QList<std::pair<QString, bool>> faelle{{Server, true}, {Server + u";PWD=x"_s, false},
+      {Server + u";PWD="_s, false}, {u"Server=SRV01;Database=Betrieb;Trusted_Connection=yes"_s, false},
+      {u"Provider=MSOLEDBSQL;Data Source=SRV01;Integrated Security=SSPI"_s, false}, {u"DSN=Betrieb"_s, false},
+      {u"DSN=Betrieb;UID=kvo"_s, true}, {u"Provider=SQLite;Data Source=/x.db"_s, false},
+      {u"provider = sqlite;Data Source=/x.db;User ID=kvo"_s, false}, {u"kein Paar"_s, false}, {QString(), false}};
   for (const auto& [verbindung, fehlt] : faelle)
     EXPECT_EQ(anmeldung::fehlt_Kennwort(verbindung), fehlt) << verbindung.toStdString();
 }
@@ -175,10 +168,10 @@ TEST_F(WirtGedaechtnis, Die_Umgebung_nennt_die_Datenbank_wo_der_Aufruf_es_nicht_
   qputenv("KVOBILD_BILDER", "/d/bilder");
   EXPECT_EQ(wirtsoptionen::lies({}).verbindung, u"Provider=SQLite;Data Source=\"/d/a.db\""_s);
   EXPECT_EQ(wirtsoptionen::lies({}).bilder, u"/d/bilder"_s);
-  EXPECT_EQ(wirtsoptionen::lies({u"--verbindung"_s, u"/d/b.db"_s}).verbindung,
-            u"Provider=SQLite;Data Source=\"/d/b.db\""_s);
+  EXPECT_EQ(
+      wirtsoptionen::lies({u"--verbindung"_s, u"/d/b.db"_s}).verbindung, u"Provider=SQLite;Data Source=\"/d/b.db\""_s);
   for (const QStringList& eigene : {QStringList{u"--eingebettet"_s}, QStringList{u"--datenordner"_s, u"/o"_s},
-                                    QStringList{u"--rundgang"_s, u"/o"_s}}) {
+           QStringList{u"--rundgang"_s, u"/o"_s}}) {
     EXPECT_EQ(wirtsoptionen::lies(eigene).verbindung, QString()) << eigene.first().toStdString();
     EXPECT_EQ(wirtsoptionen::lies(eigene).bilder, QString());
   }

@@ -48,11 +48,10 @@ Wirtsoptionen Wirt::optionen() {
 
 Zuordnungsdialog Wirt::dialog() {
   return [this](const std::shared_ptr<Anwendungsobjekt>& anwendung, const QString& wurzel, const QString& ordner,
-                const std::shared_ptr<clsBildZuordnungen>& bilder, const QString& typ1, const QString& typ2,
-                const QString& info, bool nur_anzeige, bool nur_anhang) {
+             const std::shared_ptr<clsBildZuordnungen>& bilder, const QString& typ1, const QString& typ2,
+             const QString& info, bool nur_anzeige, bool nur_anhang) {
     aufrufe_.append({wurzel, ordner, typ1, typ2, info, bilder->cGL_jmtVerarbeitungsdatum, bilder->AnzahlPos(),
-                     nur_anzeige, nur_anhang,
-                     anwendung && anwendung->ConnectionDB() && !anwendung->ConnectStringDB().isEmpty()});
+        nur_anzeige, nur_anhang, anwendung && anwendung->ConnectionDB() && !anwendung->ConnectStringDB().isEmpty()});
     if (im_Dialog_) im_Dialog_(*bilder);
     return dialogergebnis_;
   };

@@ -41,7 +41,7 @@ TEST(WirtAufruf, Eine_falsche_Option_endet_mit_2_und_Worten) {
   ASSERT_TRUE(prozess.waitForFinished());
   EXPECT_EQ(prozess.exitCode(), 2);
   EXPECT_EQ(QString::fromUtf8(prozess.readAllStandardError()),
-            u"bildzuordnung: Die Option „bidler“ gibt es nicht. Hilfe gibt „bildzuordnung --hilfe“.\n"_s);
+      u"bildzuordnung: Die Option „bidler“ gibt es nicht. Hilfe gibt „bildzuordnung --hilfe“.\n"_s);
 }
 
 TEST(WirtAufruf, Ohne_Bildschirm_laeuft_das_Programm_und_macht_seinen_Datenordner) {

@@ -26,8 +26,8 @@ class WirtAufraeumen : public WirtBilder {
     WirtBilder::SetUp();
     sql(u"DELETE FROM Bild_Zuordnungen"_s);
     ordne_zu(u"Belege\\1"_s, u"a"_s);
-    for (const QString& name : {u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s,
-                                u"Belege/1/bjpg.txt"_s, u"Belege/2/c.jpg"_s})
+    for (const QString& name :
+        {u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s, u"Belege/1/bjpg.txt"_s, u"Belege/2/c.jpg"_s})
       ablage_.schreibe(name, "x");
   }
   static void ordne_zu(const QString& pfad, const QString& name) {
@@ -75,8 +75,8 @@ TEST_F(WirtAufraeumen, Nach_dem_Ja_geht_genau_was_gezeigt_wurde) {
   oeffne_Ablage();
   EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
     EXPECT_EQ(gelistet(fenster),
-              (QStringList{u"Belege\\1\\b.jpg – keine Zuordnung"_s, u"Belege\\1\\bjpg.txt – Text ohne Bild"_s,
-                           u"Belege\\2\\c.jpg – keine Zuordnung"_s, u"Belege\\2\\ – leerer Ordner"_s}));
+        (QStringList{u"Belege\\1\\b.jpg – keine Zuordnung"_s, u"Belege\\1\\bjpg.txt – Text ohne Bild"_s,
+            u"Belege\\2\\c.jpg – keine Zuordnung"_s, u"Belege\\2\\ – leerer Ordner"_s}));
     EXPECT_EQ(fenster.findChild<QLabel*>(u"lbl_Warnung"_s), nullptr);
     EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 löschen"_s);
     EXPECT_EQ(stand().size(), 8) << "nothing goes before the yes";
@@ -90,20 +90,19 @@ TEST_F(WirtAufraeumen, Ohne_das_Ja_geht_nichts_und_die_Eingabetaste_ist_keines) 
   oeffne_Ablage();
   const QStringList vorher = stand();
   const QList<std::function<void(QWidget&)>> wege{[](QWidget& fenster) { druecke(fenster, u"cmd_Abbrechen"_s); },
-                                                  [](QWidget& fenster) { QTest::keyClick(&fenster, Qt::Key_Escape); },
-                                                  [](QWidget& fenster) { QTest::keyClick(&fenster, Qt::Key_Return); },
-                                                  [](QWidget& fenster) {
-                                                    ASSERT_NE(fenster.focusWidget(), nullptr);
-                                                    EXPECT_EQ(fenster.focusWidget()->objectName(), u"cmd_Abbrechen"_s);
-                                                    QTest::keyClick(fenster.focusWidget(), Qt::Key_Enter);
+      [](QWidget& fenster) { QTest::keyClick(&fenster, Qt::Key_Escape); },
+      [](QWidget& fenster) { QTest::keyClick(&fenster, Qt::Key_Return); },
+      [](QWidget& fenster) {
+    ASSERT_NE(fenster.focusWidget(), nullptr);
+    EXPECT_EQ(fenster.focusWidget()->objectName(), u"cmd_Abbrechen"_s);
+    QTest::keyClick(fenster.focusWidget(), Qt::Key_Enter);
                                                   },
-                                                  [](QWidget& fenster) {
-                                                    auto* liste = fenster.findChild<QListWidget*>(u"lst_Aufraeumen"_s);
-                                                    QTest::mouseClick(liste->viewport(), Qt::LeftButton, {},
-                                                                      liste->visualItemRect(liste->item(0)).center());
-                                                    QTest::keyClick(liste, Qt::Key_Return);
-                                                  },
-                                                  [](QWidget& fenster) { fenster.close(); }};
+      [](QWidget& fenster) {
+    auto* liste = fenster.findChild<QListWidget*>(u"lst_Aufraeumen"_s);
+    QTest::mouseClick(liste->viewport(), Qt::LeftButton, {}, liste->visualItemRect(liste->item(0)).center());
+    QTest::keyClick(liste, Qt::Key_Return);
+  },
+      [](QWidget& fenster) { fenster.close(); }};
   for (const auto& weg : wege) {
     EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
       weg(fenster);
@@ -127,7 +126,7 @@ TEST_F(WirtAufraeumen, Eine_unerreichbare_Ablage_wird_abgelehnt) {
   ohne.bilder = u"/gibt/es/nicht"_s;
   oeffne(ohne);
   lehnt_ab({u"Die Bildablage „/gibt/es/nicht“ ist nicht zu erreichen.\r\n\r\nNichts ist gelöscht."_s,
-            u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+      u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
 }
 
 TEST_F(WirtAufraeumen, Eine_leere_Ablage_gilt_als_nicht_eingehaengt) {
@@ -137,8 +136,8 @@ TEST_F(WirtAufraeumen, Eine_leere_Ablage_gilt_als_nicht_eingehaengt) {
   oeffne(mit);
   lehnt_ab(
       {u"Die Bildablage „%1“ ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?\r\n\r\nNichts ist gelöscht."_s
-           .arg(leer.pfad()),
-       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+              .arg(leer.pfad()),
+          u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   EXPECT_TRUE(QDir(leer.pfad()).exists());
 }
 
@@ -148,7 +147,7 @@ TEST_F(WirtAufraeumen, Eine_Datenbank_die_nicht_antwortet_wird_abgelehnt_statt_a
   lehnt_ab(
       {u"Die Tabelle Bild_Zuordnungen ist nicht zu lesen, und ohne sie gälte jedes Bild als frei: Die Anweisung "
        "ist fehlgeschlagen: no such table: Bild_Zuordnungen\r\n\r\nNichts ist gelöscht."_s,
-       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   gib_Tabelle_zurueck();
 }
 
@@ -159,13 +158,13 @@ TEST_F(WirtAufraeumen, Eine_Datenbank_die_es_nicht_gibt_wird_abgelehnt) {
   fremd.verbindung = u"Provider=SQLite;Data Source="_s + ordner.pfad(u"weg.db"_s);
   oeffne(fremd);
   lehnt_ab({u"Die Datenbank „%1“ gibt es nicht.\r\n\r\nNichts ist gelöscht."_s.arg(ordner.pfad(u"weg.db"_s)),
-            u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+      u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
 }
 
 TEST_F(WirtAufraeumen, Hat_sich_inzwischen_etwas_geaendert_so_geht_trotz_des_Ja_nichts) {
   oeffne_Ablage();
   meldungen_.erwarte({u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s,
-                      u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+      u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
     ordne_zu(u"Belege\\1"_s, u"b"_s);
     druecke(fenster, u"cmd_Loeschen"_s);
@@ -286,7 +285,7 @@ TEST_F(WirtAufraeumen, Nach_Bildern_mit_Hochkomma_wird_nicht_gefragt_und_nichts_
   lehnt_ab(
       {u"In der Ablage stehen Bilder mit einem Hochkomma in Name oder Ordner, nach denen sich die Tabelle nicht "
        "fragen lässt; benennen Sie sie vorher um (12): %1, …\r\n\r\nNichts ist gelöscht."_s.arg(genannte.join(u", "_s)),
-       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
 }
 
 TEST_F(WirtAufraeumen, Ein_Backslash_am_Ende_der_Ordner_macht_kein_Bild_frei) {
@@ -345,8 +344,8 @@ class WirtSuche : public WirtBilder {
       const QModelIndexList treffer = liste->model()->match(liste->model()->index(0, 0), Qt::DisplayRole, name);
       ASSERT_EQ(treffer.size(), 1) << name.toStdString();
       liste->scrollTo(treffer.first());
-      QTest::mouseClick(liste->viewport(), Qt::LeftButton, Qt::ControlModifier,
-                        liste->visualRect(treffer.first()).center());
+      QTest::mouseClick(
+          liste->viewport(), Qt::LeftButton, Qt::ControlModifier, liste->visualRect(treffer.first()).center());
     }
   }
   Testordner ablage_;
@@ -432,7 +431,7 @@ TEST_F(WirtExif, Eine_fehlende_Datei_wird_gesagt_und_nicht_angelegt) {
   const Vorschaubild* bild = fenster_->ansicht()->lst_Bilder->gewaehltes();
   ASSERT_NE(bild, nullptr);
   meldungen_.erwarte({u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei),
-                      u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+      u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
   EXPECT_FALSE(zeige([](QWidget&) {}));
   EXPECT_EQ(QDir(ablage.pfad(u"Belege/24-2003"_s)).entryList(QDir::Files), QStringList{u"anderes.jpg"_s});
 }

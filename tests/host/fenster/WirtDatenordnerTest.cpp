@@ -47,7 +47,7 @@ class WirtDatenordner : public ::testing::Test {
 TEST_F(WirtDatenordner, Der_erste_Start_legt_alles_an_und_laesst_daneben_nichts_liegen) {
   richte_ein();
   EXPECT_EQ(QDir(daten()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-            (QStringList{u"betrieb.db"_s, u"bilder"_s, u"eingang"_s}));
+      (QStringList{u"betrieb.db"_s, u"bilder"_s, u"eingang"_s}));
   EXPECT_EQ(daneben(), QStringList{u"kvobildzuordnung"_s});
 }
 
@@ -94,8 +94,8 @@ TEST_F(WirtDatenordner, Ein_gescheitertes_Anlegen_laesst_keinen_halben_Ordner) {
 }
 
 TEST_F(WirtDatenordner, Ein_Rest_eines_abgebrochenen_Anlegens_stoert_nicht) {
-  ordner_.schreibe(u"heim/kvobildzuordnung.neu-%1/bilder/Belege/halb.jpg"_s.arg(QCoreApplication::applicationPid()),
-                   "halb");
+  ordner_.schreibe(
+      u"heim/kvobildzuordnung.neu-%1/bilder/Belege/halb.jpg"_s.arg(QCoreApplication::applicationPid()), "halb");
   richte_ein();
   EXPECT_FALSE(QFile::exists(daten() + u"/bilder/Belege/halb.jpg"_s));
   EXPECT_EQ(daneben(), QStringList{u"kvobildzuordnung"_s});
@@ -112,16 +112,15 @@ TEST_F(WirtDatenordner, Was_ein_getoeteter_Start_liegen_liess_geht_beim_naechste
   ordner_.schreibe(u"heim/kvobildzuordnung.neu-1/bilder/halb.jpg"_s, "noch in Arbeit");
   ordner_.schreibe(u"heim/kvobildzuordnung.neu-meins/bild.jpg"_s, "bleibt");
   richte_ein();
-  EXPECT_EQ(daneben(),
-            (QStringList{u"kvobildzuordnung"_s, u"kvobildzuordnung.neu-1"_s, u"kvobildzuordnung.neu-meins"_s}));
+  EXPECT_EQ(
+      daneben(), (QStringList{u"kvobildzuordnung"_s, u"kvobildzuordnung.neu-1"_s, u"kvobildzuordnung.neu-meins"_s}));
 }
 
 TEST(WirtOptionen, Ein_falscher_Aufruf_wird_mit_Worten_abgelehnt) {
   const QList<std::pair<QStringList, QString>> faelle{
       {{u"--gibtsnicht"_s}, u"Die Option „gibtsnicht“ gibt es nicht."_s},
       {{u"--bilder"_s}, u"Hinter „--bilder“ fehlt der Wert."_s},
-      {{u"--datenordner="_s}, u"„--datenordner“ ist leer."_s},
-      {{u"foto.jpg"_s}, u"„foto.jpg“ ist zu viel."_s}};
+      {{u"--datenordner="_s}, u"„--datenordner“ ist leer."_s}, {{u"foto.jpg"_s}, u"„foto.jpg“ ist zu viel."_s}};
   for (const auto& [argumente, worte] : faelle) {
     try {
       wirtsoptionen::lies(argumente);
@@ -134,8 +133,8 @@ TEST(WirtOptionen, Ein_falscher_Aufruf_wird_mit_Worten_abgelehnt) {
 }
 
 TEST(WirtOptionen, Ein_Dateiname_meint_eine_SQLite_Datei) {
-  EXPECT_EQ(wirtsoptionen::lies({u"--verbindung"_s, u"/d/a.db"_s}).verbindung,
-            u"Provider=SQLite;Data Source=\"/d/a.db\""_s);
+  EXPECT_EQ(
+      wirtsoptionen::lies({u"--verbindung"_s, u"/d/a.db"_s}).verbindung, u"Provider=SQLite;Data Source=\"/d/a.db\""_s);
   EXPECT_EQ(wirtsoptionen::lies({u"--verbindung"_s, u"Driver={X};Server=s"_s}).verbindung, u"Driver={X};Server=s"_s);
 }
 
@@ -149,6 +148,6 @@ TEST(WirtOptionen, Ohne_Angabe_liegt_der_Datenordner_unter_den_Anwendungsdaten) 
 TEST(WirtOptionen, Die_Hilfe_nennt_jede_Option) {
   EXPECT_TRUE(wirtsoptionen::lies({u"--hilfe"_s}).hilfe);
   for (const QString& option :
-       {u"--verbindung"_s, u"--bilder"_s, u"--eingebettet"_s, u"--datenordner"_s, u"--vorgang"_s, u"--hilfe"_s})
+      {u"--verbindung"_s, u"--bilder"_s, u"--eingebettet"_s, u"--datenordner"_s, u"--vorgang"_s, u"--hilfe"_s})
     EXPECT_TRUE(wirtsoptionen::hilfetext().contains(option)) << option.toStdString();
 }

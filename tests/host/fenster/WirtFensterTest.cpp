@@ -22,12 +22,13 @@ void tippe(QWidget* feld, const QString& text) {
 
 TEST_F(WirtFenster, Die_Liste_zeigt_die_Vorgaenge_nach_Art_mit_der_Zahl_ihrer_Bilder) {
   oeffne();
-  EXPECT_EQ(gezeigte(), (QStringList{u"AB 24-1001"_s, u"AN 24-3005"_s, u"RE 24-2003"_s, u"AB 24-1001 / 1"_s,
-                                     u"AB 24-1001 / 2"_s, u"AR-0010"_s, u"MI-0025"_s, u"TH-0100"_s, u"TH-0110"_s,
-                                     u"WP-0900"_s, u"WT-0600"_s, u"10002 Heizung 1"_s, u"10002 Solar 1"_s}));
-  const QList<std::pair<QString, QString>> anzahlen{{u"AB 24-1001"_s, u"4"_s},     {u"AN 24-3005"_s, u"0"_s},
-                                                    {u"AB 24-1001 / 1"_s, u"3"_s}, {u"AB 24-1001 / 2"_s, u"2"_s},
-                                                    {u"TH-0110"_s, u"0"_s},        {u"10002 Solar 1"_s, u"3"_s}};
+  EXPECT_EQ(gezeigte(),
+      (QStringList{u"AB 24-1001"_s, u"AN 24-3005"_s, u"RE 24-2003"_s, u"AB 24-1001 / 1"_s, u"AB 24-1001 / 2"_s,
+          u"AR-0010"_s, u"MI-0025"_s, u"TH-0100"_s, u"TH-0110"_s, u"WP-0900"_s, u"WT-0600"_s, u"10002 Heizung 1"_s,
+          u"10002 Solar 1"_s}));
+  const QList<std::pair<QString, QString>> anzahlen{{u"AB 24-1001"_s, u"4"_s}, {u"AN 24-3005"_s, u"0"_s},
+      {u"AB 24-1001 / 1"_s, u"3"_s}, {u"AB 24-1001 / 2"_s, u"2"_s}, {u"TH-0110"_s, u"0"_s},
+      {u"10002 Solar 1"_s, u"3"_s}};
   for (const auto& [nummer, anzahl] : anzahlen)
     EXPECT_EQ(spalte(nummer, Vorgangsmodell::Bilder), anzahl) << nummer.toStdString();
   EXPECT_EQ(spalte(u"RE 24-2003"_s, Vorgangsmodell::Betreff), u"Familie Öztürk, Kirchzarten · Projekt P-24-11"_s);
@@ -107,11 +108,9 @@ TEST_F(WirtFenster, Ein_Vorgang_ohne_Bilder_sagt_es) {
 
 TEST_F(WirtFenster, Der_Filter_findet_in_Nummer_Kunde_und_Art_ohne_auf_Gross_und_klein_zu_sehen) {
   oeffne();
-  const QList<std::pair<QString, QStringList>> faelle{
-      {u"24-2003"_s, {u"RE 24-2003"_s}},
+  const QList<std::pair<QString, QStringList>> faelle{{u"24-2003"_s, {u"RE 24-2003"_s}},
       {u"ÖZTÜRK"_s, {u"RE 24-2003"_s, u"10002 Heizung 1"_s, u"10002 Solar 1"_s}},
-      {u"öztürk solar"_s, {u"10002 Solar 1"_s}},
-      {u"montageauftr"_s, {u"AB 24-1001 / 1"_s, u"AB 24-1001 / 2"_s}}};
+      {u"öztürk solar"_s, {u"10002 Solar 1"_s}}, {u"montageauftr"_s, {u"AB 24-1001 / 1"_s, u"AB 24-1001 / 2"_s}}};
   auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
   for (const auto& [worte, nummern] : faelle) {
     QTest::keyClick(filter, Qt::Key_Escape);
@@ -196,7 +195,7 @@ TEST_F(WirtFenster, Nach_dem_Dialog_stehen_Zahl_Bilder_und_Ergebnis_da) {
   };
   const QString ordner = datenordner() + u"/bilder/Belege/24-3005"_s;
   ASSERT_TRUE(QDir().mkpath(ordner) && QFile(datenordner() + u"/Bild"_s).open(QIODevice::WriteOnly) &&
-              QFile::rename(datenordner() + u"/Bild"_s, ordner + u"/Neu.jpg"_s));
+      QFile::rename(datenordner() + u"/Bild"_s, ordner + u"/Neu.jpg"_s));
   const auto raeume_auf = qScopeGuard([&] { QDir(ordner).removeRecursively(); });
   klicke(u"AN 24-3005"_s);
   QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
@@ -215,7 +214,7 @@ TEST_F(WirtFenster, Eine_unerreichbare_Bildablage_laesst_das_Fenster_benutzbar) 
   meldungen_.erwarte(
       {u"Die Bildablage „/gibt/es/nicht“ ist nicht zu erreichen.\r\n\r\nDer Dialog wird nicht geöffnet, "
        "weil er alle Bilder zum Entfernen vormerken würde."_s,
-       u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
   QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
   EXPECT_TRUE(aufrufe_.isEmpty());
   EXPECT_EQ(text(u"lbl_Status"_s), u"Beleg AB 24-1001: Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
@@ -249,7 +248,7 @@ TEST_F(WirtFenster, Stirbt_die_Datenbank_vor_dem_Dialog_geht_er_nicht_auf) {
   nimm_Tabelle_weg();
   meldungen_.erwarte(
       {u"Die Zuordnungen sind nicht zu lesen: Die Anweisung ist fehlgeschlagen: no such table: Bild_Zuordnungen"_s,
-       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
   gib_Tabelle_zurueck();
   EXPECT_TRUE(aufrufe_.isEmpty());
@@ -282,8 +281,8 @@ TEST_F(WirtFenster, Der_Tabulator_geht_vom_Filter_ueber_die_Liste_zu_den_Knoepfe
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     folge.append(QApplication::focusWidget()->objectName());
   }
-  EXPECT_EQ(folge, (QStringList{u"cmd_Einlesen"_s, u"tree_Vorgaenge"_s, u"lst_Bilder"_s, u"cmd_Zuordnen"_s,
-                                u"cmd_Anzeigen"_s}));
+  EXPECT_EQ(folge,
+      (QStringList{u"cmd_Einlesen"_s, u"tree_Vorgaenge"_s, u"lst_Bilder"_s, u"cmd_Zuordnen"_s, u"cmd_Anzeigen"_s}));
 }
 
 TEST_F(WirtFenster, Der_erste_Start_malt_das_Fenster_und_legt_dann_die_Daten_an) {

@@ -120,8 +120,8 @@ TEST_F(WirtHochkomma, Ein_Vorgang_mit_einer_solchen_Zeile_oeffnet_nur_zum_Anzeig
 TEST_F(WirtHochkomma, Hat_das_Bild_eine_solche_Zuordnung_so_wird_keine_geloescht) {
   for (const QString& spalte : {u"Key1"_s, u"Key2"_s, u"Key3"_s, u"key4"_s, u"Typ1"_s, u"Typ2"_s}) {
     SCOPED_TRACE(spalte.toStdString());
-    sql(u"UPDATE Bild_Zuordnungen SET %1 = %2 WHERE Key1 = 'WP-0900' AND SortIndex = 7"_s.arg(spalte,
-                                                                                              literal_von(Weit)));
+    sql(u"UPDATE Bild_Zuordnungen SET %1 = %2 WHERE Key1 = 'WP-0900' AND SortIndex = 7"_s.arg(
+        spalte, literal_von(Weit)));
     const QStringList vorher = tabelle();
     oeffne();
     klicke(u"TH-0100"_s);
@@ -202,7 +202,7 @@ TEST_F(WirtHochkomma, Texte_der_Vorgaenge_kommen_in_keine_Anweisung) {
 
 TEST_F(WirtHochkomma, Der_Bildordner_eines_Vorgangs_hat_keines) {
   for (const auto& [art, ordner] :
-       {std::pair(Vorgangsart::Beleg, u"Belege\\O_N"_s), std::pair(Vorgangsart::Montageauftrag, u"Montage\\O_N"_s),
-        std::pair(Vorgangsart::Artikel, u"Artikel\\Allg"_s), std::pair(Vorgangsart::Anlage, u"Anlagen\\O_N"_s)})
+      {std::pair(Vorgangsart::Beleg, u"Belege\\O_N"_s), std::pair(Vorgangsart::Montageauftrag, u"Montage\\O_N"_s),
+          std::pair(Vorgangsart::Artikel, u"Artikel\\Allg"_s), std::pair(Vorgangsart::Anlage, u"Anlagen\\O_N"_s)})
     EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(art, u"O'N"_s, u"O'N"_s, u"O'N"_s)), ordner);
 }

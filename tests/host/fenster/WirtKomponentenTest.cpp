@@ -89,7 +89,7 @@ TEST_F(WirtKomponenten, Am_Ende_des_Programms_sind_die_Namen_nicht_mehr_bekannt)
     EXPECT_NE(manager(), nullptr);
   }
   EXPECT_EQ(Fehlernummer_von([] { komponenten::CreateObject(u"KVOArtik.clsArtikelManagerSQL"_s); }),
-            fehlernummer::ObjektNichtErstellbar);
+      fehlernummer::ObjektNichtErstellbar);
   komponenten::registriere(u"KVOArtik.clsArtikelManagerSQL"_s, vorher);
 }
 
@@ -118,7 +118,7 @@ class WirtAuskunft : public WirtKomponenten {
     const auto app = platz_.anwendungsobjekt();
     komponenten::erzeuge<clsAuskunft>(u"KVOListAuskunft.clsAuskunft"_s)
         ->Anzeige_Auskunft(u"Artikel"_s, {}, app->Name(), app->User(), app->ExeDir(), app->ConnectStringDB(),
-                           app->ConnectionDB(), empfaenger_, app->ReportDBTemplateDir(), app->DBName());
+            app->ConnectionDB(), empfaenger_, app->ReportDBTemplateDir(), app->DBName());
     EXPECT_TRUE(gesehen);
   }
   static QStringList gezeigte(const QDialog& fenster) {
@@ -133,7 +133,7 @@ class WirtAuskunft : public WirtKomponenten {
 TEST_F(WirtAuskunft, Beim_Tippen_bleiben_die_Artikel_die_den_Text_irgendwo_enthalten) {
   oeffne([&](QDialog& fenster) {
     EXPECT_EQ(gezeigte(fenster),
-              (QStringList{u"AR-0010"_s, u"MI-0025"_s, u"TH-0100"_s, u"TH-0110"_s, u"WP-0900"_s, u"WT-0600"_s}));
+        (QStringList{u"AR-0010"_s, u"MI-0025"_s, u"TH-0100"_s, u"TH-0110"_s, u"WP-0900"_s, u"WT-0600"_s}));
     auto* filter = fenster.findChild<QLineEdit*>(u"txt_Artikelfilter"_s);
     EXPECT_EQ(fenster.focusWidget(), filter);
     QTest::keyClicks(filter, u"THERMO"_s);
@@ -174,7 +174,7 @@ TEST_F(WirtAuskunft, Ein_Doppelklick_nimmt_die_Zeile_Escape_keine) {
 TEST_F(WirtAuskunft, Eine_andere_Liste_kennt_das_Programm_nicht) {
   Artikelauskunft auskunft;
   EXPECT_EQ(Fehlernummer_von([&] {
-              auskunft.Anzeige_Auskunft(u"Kunden"_s, {}, {}, {}, {}, {}, platz_.verbindung(), empfaenger_, {}, {});
-            }),
-            5);
+    auskunft.Anzeige_Auskunft(u"Kunden"_s, {}, {}, {}, {}, {}, platz_.verbindung(), empfaenger_, {}, {});
+  }),
+      5);
 }

@@ -66,10 +66,10 @@ TEST_F(WirtLauf, Jede_Art_hat_ihren_Bildordner) {
   EXPECT_EQ(vorgang::bildordner(auftrag()), u"Belege\\24-1001"_s);
   EXPECT_EQ(vorgang::bildordner(montage()), u"Montage\\24-1001"_s);
   EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Artikel, u"WP/9"_s)), u"Artikel\\Allg"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Anlage, u"10002"_s, u"Solar"_s)),
-            u"Anlagen\\10002"_s);
+  EXPECT_EQ(
+      vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Anlage, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
   EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24/10:01. "_s)),
-            u"Belege\\24_10_01"_s);
+      u"Belege\\24_10_01"_s);
   EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s)), u"Belege\\Allg"_s);
 }
 
@@ -79,7 +79,7 @@ TEST_F(WirtLauf, Neue_Zeilen_bekommen_alle_vier_Schluessel_des_Vorgangs) {
   EXPECT_EQ(ergebnis.neu, 1);
   EXPECT_EQ(werte(u"Select Key1 || '|' || Key2 || '|' || Key3 || '|' || key4 || '|' || Typ1 || '|' || Typ2 "
                   "from Bild_Zuordnungen where Bildname = 'Neu'"_s),
-            QStringList{u"AB|24-1001|1|-|MON|-"_s});
+      QStringList{u"AB|24-1001|1|-|MON|-"_s});
 }
 
 TEST_F(WirtLauf, Neu_ist_was_sein_Kennzeichen_sagt_wo_immer_es_steht) {
@@ -99,7 +99,7 @@ TEST_F(WirtLauf, Neu_ist_was_sein_Kennzeichen_sagt_wo_immer_es_steht) {
   const Laufergebnis ergebnis = gehe(auftrag());
   EXPECT_EQ(ergebnis.neu, 1);
   EXPECT_EQ(werte(u"Select Key1 || '|' || Key2 || '|' || Key3 from Bild_Zuordnungen where Bildname = 'Neu'"_s),
-            QStringList{u"AB|24-1001|-"_s});
+      QStringList{u"AB|24-1001|-"_s});
   EXPECT_EQ(reihenfolge().size(), 5);
 }
 
@@ -108,7 +108,7 @@ TEST_F(WirtLauf, Ein_Teil_ohne_Wert_wird_zum_Strich) {
   gehe(vorgang::aus_schluesseln(Vorgangsart::Artikel, u"TH-0110"_s));
   EXPECT_EQ(werte(u"Select Key1 || '|' || Key2 || '|' || Key3 || '|' || key4 from Bild_Zuordnungen "
                   "where Bildname = 'Neu'"_s),
-            QStringList{u"TH-0110|-|-|-"_s});
+      QStringList{u"TH-0110|-|-|-"_s});
 }
 
 TEST_F(WirtLauf, Neu_geaendert_und_entfernt_werden_geschrieben_und_gezaehlt) {
@@ -121,10 +121,11 @@ TEST_F(WirtLauf, Neu_geaendert_und_entfernt_werden_geschrieben_und_gezaehlt) {
   };
   const Laufergebnis ergebnis = gehe(auftrag());
   EXPECT_EQ(ergebnis.text(), u"3 Zeilen geschrieben: 1 neu, 1 geändert, 1 entfernt."_s);
-  EXPECT_EQ(reihenfolge(), (QStringList{u"Heizkessel_0120240305_081500"_s, u"Heizkessel_0220240305_083000"_s,
-                                        u"Typenschild_0420240305_090000"_s, u"Neu"_s}));
+  EXPECT_EQ(reihenfolge(),
+      (QStringList{u"Heizkessel_0120240305_081500"_s, u"Heizkessel_0220240305_083000"_s,
+          u"Typenschild_0420240305_090000"_s, u"Neu"_s}));
   EXPECT_EQ(werte(u"Select Beschreibung from Bild_Zuordnungen where Bildname = 'Heizkessel_0220240305_083000'"_s),
-            QStringList{u"Kessel im Heizraum"_s});
+      QStringList{u"Kessel im Heizraum"_s});
   EXPECT_EQ(werte(u"Select Count(*) from Bild_Zuordnungen where Typ1 = 'MON'"_s), QStringList{u"5"_s});
 }
 
@@ -200,7 +201,7 @@ TEST_F(WirtLauf, Ein_zweiter_Versuch_schreibt_den_Text_wie_der_Benutzer_ihn_schr
   meldungen_.erwarte(nicht_geschrieben(), Antwort::Ja, [] { gib_Tabelle_zurueck(); });
   EXPECT_EQ(gehe(auftrag()).text(), u"1 Zeile geschrieben: 1 geändert."_s);
   EXPECT_EQ(werte(u"Select Beschreibung from Bild_Zuordnungen where Bildname like 'Heizkessel_01%'"_s),
-            QStringList{u"Huber's Kessel"_s});
+      QStringList{u"Huber's Kessel"_s});
 }
 
 TEST_F(WirtLauf, Eine_unerreichbare_Bildablage_wird_gesagt_bevor_ein_Dialog_aufgeht) {
@@ -210,7 +211,7 @@ TEST_F(WirtLauf, Eine_unerreichbare_Bildablage_wird_gesagt_bevor_ein_Dialog_aufg
     meldungen_.erwarte(
         {u"Die Bildablage „/gibt/es/nicht“ ist nicht zu erreichen.\r\n\r\nDer Dialog wird nicht "
          "geöffnet, weil er alle Bilder zum Entfernen vormerken würde."_s,
-         u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+            u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
     EXPECT_EQ(gehe(auftrag(), nur_anzeige, ohne).text(), u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
   }
   EXPECT_TRUE(aufrufe_.isEmpty());
@@ -224,7 +225,7 @@ TEST_F(WirtLauf, Eine_leere_Bildablage_gilt_als_nicht_verbunden) {
       {u"Die Bildablage ist leer, obwohl dem Vorgang Bilder zugeordnet sind. Ist das Laufwerk "
        "verbunden?\r\n\r\nDer Dialog wird nicht geöffnet, weil er alle Bilder zum Entfernen vormerken "
        "würde."_s,
-       u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
   gehe(auftrag(), false, mit);
   EXPECT_TRUE(aufrufe_.isEmpty());
 }
@@ -252,14 +253,14 @@ TEST_F(WirtLauf, Eine_fremde_Datenbank_bekommt_nie_die_Bilder_der_Beispiele) {
   meldungen_.erwarte(
       {u"Zu dieser Datenbank ist keine Bildablage genannt; „--bilder“ beim Aufruf nennt sie.\r\n\r\nDer "
        "Dialog wird nicht geöffnet, weil er alle Bilder zum Entfernen vormerken würde."_s,
-       u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
   gehe(auftrag(), false, fremd);
   EXPECT_TRUE(aufrufe_.isEmpty());
 }
 
 TEST_F(WirtLauf, Ein_Hochkomma_in_der_Nummer_wird_gesagt) {
   meldungen_.erwarte({u"Die Nummer „AB 24'1“ enthält ein Hochkomma; solchen Vorgängen sind keine Bilder zuzuordnen."_s,
-                      u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
+      u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   gehe(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24'1"_s));
   EXPECT_TRUE(aufrufe_.isEmpty());
 }

@@ -92,9 +92,8 @@ class WirtServer : public WirtBilder {
   static QString alle_Texte() {
     QStringList texte;
     for (QWidget* einer : QApplication::allWidgets()) {
-      texte += {einer->windowTitle(), einer->toolTip(),        einer->statusTip(),
-                einer->whatsThis(),   einer->accessibleName(), einer->accessibleDescription(),
-                einer->objectName()};
+      texte += {einer->windowTitle(), einer->toolTip(), einer->statusTip(), einer->whatsThis(), einer->accessibleName(),
+          einer->accessibleDescription(), einer->objectName()};
       for (const char* eigenschaft : {"text", "placeholderText", "displayText"})
         texte.append(einer->property(eigenschaft).toString());
     }
@@ -151,7 +150,7 @@ TEST_F(WirtServer, Ein_Vorgang_zeigt_seine_Bilder_und_der_Dialog_schreibt_auf_de
   EXPECT_EQ(aufrufe_.first().bilder, 4);
   EXPECT_EQ(gemeinsamer()->steuere(
                 u"sql select count(*) from Bild_Zuordnungen where Beschreibung = 'über den Server geschrieben'"_s),
-            u"[[1]]"_s);
+      u"[[1]]"_s);
 }
 
 TEST_F(WirtServer, Artikel_und_Einstellungen_werden_gelesen) {
@@ -177,19 +176,18 @@ TEST_F(WirtServer, Ohne_Kennwort_fragt_die_Anmeldung_bis_es_stimmt) {
   int gefragt = 0;
   beantworte(
       [&](Anmeldefenster& fenster) {
-        EXPECT_EQ(fenster.findChild<QLineEdit*>(u"txt_Kennwort"_s)->echoMode(), QLineEdit::Password);
-        EXPECT_EQ(fenster.findChild<QLabel*>(u"lbl_Datenbank"_s)->text(), u"betrieb"_s);
-        EXPECT_EQ(fenster.findChild<QLabel*>(u"lbl_Benutzer"_s)->text(), Benutzer);
-        const QString hinweis = fenster.findChild<QLabel*>(u"lbl_Hinweis"_s)->text();
-        if (gefragt++ == 0) {
-          EXPECT_EQ(hinweis, u"Die Datenbank verlangt ein Kennwort."_s);
-          melde_an(fenster, u"#falsch#"_s);
-        } else {
-          EXPECT_EQ(hinweis,
-                    u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s);
-          EXPECT_TRUE(fenster.findChild<QLineEdit*>(u"txt_Kennwort"_s)->text().isEmpty());
-          melde_an(fenster, Kennwort);
-        }
+    EXPECT_EQ(fenster.findChild<QLineEdit*>(u"txt_Kennwort"_s)->echoMode(), QLineEdit::Password);
+    EXPECT_EQ(fenster.findChild<QLabel*>(u"lbl_Datenbank"_s)->text(), u"betrieb"_s);
+    EXPECT_EQ(fenster.findChild<QLabel*>(u"lbl_Benutzer"_s)->text(), Benutzer);
+    const QString hinweis = fenster.findChild<QLabel*>(u"lbl_Hinweis"_s)->text();
+    if (gefragt++ == 0) {
+      EXPECT_EQ(hinweis, u"Die Datenbank verlangt ein Kennwort."_s);
+      melde_an(fenster, u"#falsch#"_s);
+    } else {
+      EXPECT_EQ(hinweis, u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s);
+      EXPECT_TRUE(fenster.findChild<QLineEdit*>(u"txt_Kennwort"_s)->text().isEmpty());
+      melde_an(fenster, Kennwort);
+    }
       },
       [&] { return text(u"lbl_Status"_s).startsWith(u"13 Vorgänge"_s); });
   EXPECT_EQ(gefragt, 2);
@@ -205,13 +203,13 @@ TEST_F(WirtServer, Ohne_Kennwort_fragt_die_Anmeldung_bis_es_stimmt) {
 TEST_F(WirtServer, Wer_die_Anmeldung_abbricht_bekommt_sie_mit_Neu_einlesen_wieder) {
   oeffne(auf(ohne_Kennwort(*gemeinsamer())));
   beantworte([](Anmeldefenster& fenster) { QTest::keyClick(&fenster, Qt::Key_Escape); },
-             [&] { return !text(u"lbl_Status"_s).isEmpty(); });
+      [&] { return !text(u"lbl_Status"_s).isEmpty(); });
   EXPECT_EQ(text(u"lbl_Status"_s), u"Die Anmeldung ist abgebrochen."_s);
   EXPECT_TRUE(gezeigte().isEmpty());
-  QTimer::singleShot(0, fenster_.get(),
-                     [&] { QTest::mouseClick(kind<QPushButton>(u"cmd_NochEinmal"_s), Qt::LeftButton); });
+  QTimer::singleShot(
+      0, fenster_.get(), [&] { QTest::mouseClick(kind<QPushButton>(u"cmd_NochEinmal"_s), Qt::LeftButton); });
   beantworte([](Anmeldefenster& fenster) { melde_an(fenster, Kennwort); },
-             [&] { return text(u"lbl_Status"_s).startsWith(u"13 Vorgänge"_s); });
+      [&] { return text(u"lbl_Status"_s).startsWith(u"13 Vorgänge"_s); });
 }
 
 TEST_F(WirtServer, Ein_falsches_Kennwort_im_Aufruf_wird_gesagt_und_nicht_gezeigt) {
@@ -230,8 +228,8 @@ TEST_F(WirtServer, Ein_Server_der_fort_ist_wird_gesagt_und_kommt_mit_F5_wieder) 
   int gefragt = 0;
   beantworte(
       [&](Anmeldefenster& fenster) {
-        ++gefragt;
-        melde_an(fenster, Kennwort);
+    ++gefragt;
+    melde_an(fenster, Kennwort);
       },
       [&] { return !text(u"lbl_Status"_s).isEmpty(); });
   EXPECT_TRUE(text(u"lbl_Status"_s).contains(u"ist nicht zu erreichen"_s)) << text(u"lbl_Status"_s).toStdString();
@@ -309,7 +307,7 @@ TEST_F(WirtServer, Der_naechste_Start_kennt_die_Verbindung_und_nichts_kennt_das_
       QString::number(gemeinsamer()->port()), Benutzer);
   const QString datei = u".config/bildzuordnung/Verbindung.ini"_s;
   for (const QString& verbindung :
-       {ohne_Kennwort(*gemeinsamer()) + klammern, ole + gaense, mit_Kennwort(*gemeinsamer())}) {
+      {ohne_Kennwort(*gemeinsamer()) + klammern, ole + gaense, mit_Kennwort(*gemeinsamer())}) {
     const Testordner heim;
     Programm erstes(heim, {u"--verbindung"_s, verbindung, u"--bilder"_s, heim.pfad()});
     EXPECT_TRUE(QTest::qWaitFor([&] { return heim.vorhanden(datei); }, 60'000)) << erstes.beende().toStdString();

@@ -54,8 +54,8 @@ class WirtZuordnungen : public WirtBilder {
   void loesche(QWidget& fenster, const QString& text) {
     waehle(fenster, text);
     meldungen_.erwarte({u"Sollen die ausgewählten Zuordnungen wirklich gelöscht werden?"_s, u"Achtung"_s, Symbol::Frage,
-                        Knoepfe::JaNein},
-                       Antwort::Ja);
+                           Knoepfe::JaNein},
+        Antwort::Ja);
     druecke(fenster, u"cmd_Loeschen"_s);
   }
 };
@@ -114,8 +114,8 @@ TEST_F(WirtZuordnungen, Weitere_Zuordnungen_schreibt_sofort_und_die_Liste_zaehlt
     for (const char zeichen : QByteArray("TH-0110\r")) QTest::keyClick(fenster.windowHandle(), zeichen);
     meldungen_.erwarte({u"Die oben gekennzeichneten Dateien werden den unten aufgeführten Artikeln zugeordnet! Möchten "
                         "Sie den Vorgang starten?"_s,
-                        u"Dateien zuordnen"_s, Symbol::Frage, Knoepfe::JaNein},
-                       Antwort::Ja);
+                           u"Dateien zuordnen"_s, Symbol::Frage, Knoepfe::JaNein},
+        Antwort::Ja);
     druecke(fenster, u"SSC_ZuordnungSpeichern"_s);
   }));
   EXPECT_EQ(artikel_des_Bildes(), (QStringList{u"TH-0100"_s, u"TH-0110"_s, u"WP-0900"_s}));
@@ -129,7 +129,7 @@ TEST_F(WirtZuordnungen, Ohne_Bildablage_ist_nichts_weiter_zuzuordnen) {
   klicke(u"TH-0100"_s);
   meldungen_.erwarte(
       {u"Die Bildablage „/gibt/es/nicht“ ist nicht zu erreichen.\r\n\r\nOhne sie ist nichts zuzuordnen."_s,
-       u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+          u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
   EXPECT_FALSE(klicke_und(u"cmd_WeitereZuordnungen"_s, u"frm_AnzeigeZuordnung"_s, [](QWidget&) {}));
   EXPECT_EQ(artikel_des_Bildes().size(), 2);
 }

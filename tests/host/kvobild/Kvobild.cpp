@@ -35,7 +35,7 @@ QList<QJsonObject> Lauf::objekte() const {
 }
 
 Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei, const QString& eingabe,
-             const QMap<QString, QString>& dazu) {
+    const QMap<QString, QString>& dazu) {
   QProcess prozess;
   QProcessEnvironment umgebung;
   umgebung.insert(u"TZ"_s, u"Europe/Berlin"_s);
@@ -51,7 +51,7 @@ Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei, const QS
   EXPECT_TRUE(prozess.waitForFinished(120'000)) << "kvobild does not end";
   EXPECT_EQ(prozess.exitStatus(), QProcess::NormalExit);
   return {prozess.exitCode(), QString::fromUtf8(prozess.readAllStandardOutput()),
-          QString::fromUtf8(prozess.readAllStandardError())};
+      QString::fromUtf8(prozess.readAllStandardError())};
 }
 
 Betrieb::Betrieb() {
@@ -77,8 +77,8 @@ Lauf Betrieb::zuordnen(const QStringList& argumente) const {
 
 Lauf Betrieb::umbenennen(const QStringList& argumente) const {
   return kvobild(QStringList{u"umbenennen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel(), u"--ordner"_s,
-                             u"Belege\\1"_s} +
-                 argumente);
+                     u"Belege\\1"_s} +
+      argumente);
 }
 
 QList<QJsonObject> Betrieb::zeilen(const QStringList& satz) const {

@@ -25,7 +25,7 @@ struct Lauf {
 /// `eingabe` names the file that it reads as its standard input; without one there is nothing to read. `dazu` are
 /// variables that it does get.
 Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei = {}, const QString& eingabe = {},
-             const QMap<QString, QString>& dazu = {});
+    const QMap<QString, QString>& dazu = {});
 
 /// A firm with an empty table, an empty picture tree and a folder of pictures that wait.
 class Betrieb : public ::testing::Test {
@@ -55,8 +55,8 @@ class Betrieb : public ::testing::Test {
   void sql(const QString& anweisung) const;
 
   Testordner ordner_;
-  QStringList satz_{QStringLiteral("--typ1"), QStringLiteral("BEL"),    QStringLiteral("--key1"),
-                    QStringLiteral("AB"),     QStringLiteral("--key2"), QStringLiteral("1")};
+  QStringList satz_{QStringLiteral("--typ1"), QStringLiteral("BEL"), QStringLiteral("--key1"), QStringLiteral("AB"),
+      QStringLiteral("--key2"), QStringLiteral("1")};
 };
 
 /// Name and extension of a row as the commands take them.

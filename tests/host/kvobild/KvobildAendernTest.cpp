@@ -45,10 +45,8 @@ TEST_F(KvobildAendern, Was_nicht_genannt_ist_bleibt_auch_der_Platz) {
 }
 
 TEST_F(KvobildAendern, Jede_Druckangabe_geht_in_beide_Richtungen) {
-  const QList<std::pair<QString, QString>> angaben{{u"--drucken"_s, u"drucken"_s},
-                                                   {u"--neue-seite"_s, u"neue_seite"_s},
-                                                   {u"--anhang"_s, u"anhang"_s},
-                                                   {u"--ganze-seite"_s, u"ganze_seite"_s}};
+  const QList<std::pair<QString, QString>> angaben{{u"--drucken"_s, u"drucken"_s}, {u"--neue-seite"_s, u"neue_seite"_s},
+      {u"--anhang"_s, u"anhang"_s}, {u"--ganze-seite"_s, u"ganze_seite"_s}};
   for (const auto& [option, feld] : angaben) {
     ASSERT_EQ(aendern({option, u"ja"_s, namen_[0]}).code, 0);
     EXPECT_TRUE(zeile_von(namen_[0])[feld].toBool()) << option.toStdString();

@@ -10,8 +10,8 @@ using namespace Qt::Literals::StringLiterals;
 class KvobildAufraeumen : public Betrieb {
  protected:
   KvobildAufraeumen() {
-    for (const QString& name : {u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s,
-                                u"Belege/1/bjpg.txt"_s, u"Belege/2/c.jpg"_s})
+    for (const QString& name :
+        {u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s, u"Belege/1/bjpg.txt"_s, u"Belege/2/c.jpg"_s})
       ordner_.schreibe(u"bild.ablage/"_s + name, "x");
     ordne_zu(u"Belege\\1"_s, u"a"_s);
   }
@@ -20,8 +20,8 @@ class KvobildAufraeumen : public Betrieb {
         u"Values ('AB','1','-','-','%1','jpg','BEL','-','%2',0)"_s.arg(name, pfad));
   }
   Lauf aufraeumen(const QStringList& argumente, const QString& eingabe = {}) const {
-    return kvobild(QStringList{u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} + argumente,
-                   {}, eingabe);
+    return kvobild(
+        QStringList{u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} + argumente, {}, eingabe);
   }
   Lauf antworte(const QString& antwort) const {
     return aufraeumen({}, ordner_.schreibe(u"antwort"_s, antwort.toUtf8()));
@@ -78,10 +78,9 @@ TEST_F(KvobildAufraeumen, Ein_Ja_auf_die_Frage_loescht) {
 }
 
 TEST_F(KvobildAufraeumen, Die_Liste_und_das_Aufraeumen_stimmen_Datei_fuer_Datei_ueberein) {
-  for (const char* name :
-       {"oben.jpg", "Belege/1/A.JPG", "Belege/1/a.jpg.bak", "Belege/1/plan.v2.jpg", "Belege/1/ab.txt",
-        "Belege/1/notes.txt", "Belege/1/fotojpeg.txt", "Belege/1/ohne_Punkt", "Belege/1/b\\x.jpg",
-        "Belege/3/Tief/x.jpg", "Belege/3/Tief/xjpg.txt", "Belege/4/.jpg", "Belege/4/jpg.txt"})
+  for (const char* name : {"oben.jpg", "Belege/1/A.JPG", "Belege/1/a.jpg.bak", "Belege/1/plan.v2.jpg",
+           "Belege/1/ab.txt", "Belege/1/notes.txt", "Belege/1/fotojpeg.txt", "Belege/1/ohne_Punkt", "Belege/1/b\\x.jpg",
+           "Belege/3/Tief/x.jpg", "Belege/3/Tief/xjpg.txt", "Belege/4/.jpg", "Belege/4/jpg.txt"})
     ordner_.schreibe(u"bild.ablage/"_s + QString::fromUtf8(name), "x");
   ASSERT_TRUE(QFile::link(ordner_.pfad(), wurzel() + u"/Belege/4/Verweis"_s));
   ordne_zu(u"Belege\\4"_s, {});
@@ -102,8 +101,8 @@ TEST_F(KvobildAufraeumen, Die_Liste_und_das_Aufraeumen_stimmen_Datei_fuer_Datei_
 
 TEST_F(KvobildAufraeumen, Hat_sich_die_Ablage_waehrend_der_Frage_geaendert_so_geschieht_nichts) {
   QProcess prozess;
-  prozess.start(QStringLiteral(KVOBILD_PROGRAMM),
-                {u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()});
+  prozess.start(
+      QStringLiteral(KVOBILD_PROGRAMM), {u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()});
   QByteArray frage;
   while (!frage.contains("ja") && prozess.waitForReadyRead(60'000)) {
     prozess.setReadChannel(QProcess::StandardError);

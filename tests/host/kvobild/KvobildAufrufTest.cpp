@@ -11,7 +11,7 @@ TEST_F(KvobildAufruf, Jeder_Befehl_hat_seine_Hilfe) {
   const Lauf liste = kvobild({u"--hilfe"_s});
   EXPECT_EQ(liste.code, 0);
   for (const QString& befehl : {u"anlegen"_s, u"zuordnen"_s, u"lesen"_s, u"aendern"_s, u"umbenennen"_s, u"entfernen"_s,
-                                u"aufraeumen"_s, u"exif"_s, u"drehen"_s, u"thumbnail"_s, u"beispieldaten"_s}) {
+           u"aufraeumen"_s, u"exif"_s, u"drehen"_s, u"thumbnail"_s, u"beispieldaten"_s}) {
     EXPECT_TRUE(liste.ausgabe.contains(u"  "_s + befehl + u' ')) << befehl.toStdString();
     const Lauf lauf = kvobild({befehl, u"--hilfe"_s});
     EXPECT_EQ(lauf.code, 0);
@@ -22,15 +22,12 @@ TEST_F(KvobildAufruf, Jeder_Befehl_hat_seine_Hilfe) {
 }
 
 TEST_F(KvobildAufruf, Ein_falscher_Aufruf_wird_auf_Deutsch_erklaert) {
-  const QList<std::pair<QStringList, QString>> faelle{
-      {{}, u"Es fehlt der Befehl"_s},
+  const QList<std::pair<QStringList, QString>> faelle{{{}, u"Es fehlt der Befehl"_s},
       {{u"loeschen"_s}, u"Den Befehl „loeschen“ gibt es nicht"_s},
       {{u"lesen"_s, u"--farbe"_s, u"rot"_s}, u"„farbe“ gibt es bei „lesen“ nicht"_s},
       {{u"lesen"_s, u"--verbindung"_s}, u"Hinter „--verbindung“ fehlt"_s},
-      {{u"lesen"_s, u"--json=ja"_s}, u"nimmt keinen Wert"_s},
-      {{u"lesen"_s, u"etwas"_s}, u"zu viel"_s},
-      {{u"lesen"_s}, u"Es fehlt „--verbindung“"_s},
-      {{u"exif"_s}, u"DATEI"_s},
+      {{u"lesen"_s, u"--json=ja"_s}, u"nimmt keinen Wert"_s}, {{u"lesen"_s, u"etwas"_s}, u"zu viel"_s},
+      {{u"lesen"_s}, u"Es fehlt „--verbindung“"_s}, {{u"exif"_s}, u"DATEI"_s},
       {{u"zuordnen"_s, u"--verbindung"_s, datenbank(), u"a.jpg"_s}, u"Es fehlt „--key1“"_s},
       {{u"zuordnen"_s, u"--verbindung"_s, datenbank(), u"--key1"_s, u"A"_s, u"a.jpg"_s}, u"Es fehlt „--typ1“"_s}};
   for (const auto& [argumente, meldung] : faelle) {
@@ -85,9 +82,9 @@ TEST_F(KvobildAufruf, Ein_Kennwort_steht_in_keiner_Meldung) {
   }
   const QString verbindung = u"Server=s;UID=sa;Pass word = geheim99"_s;
   for (const QStringList& falsch :
-       {QStringList{verbindung}, QStringList{u"lesen"_s, verbindung}, QStringList{u"lesen"_s, u"--"_s + verbindung},
-        QStringList{u"datenbank"_s, verbindung}, QStringList{u"datenbank"_s, u"pruefen"_s, verbindung},
-        QStringList{u"lesen"_s, u"--verbindung"_s, u"Provider=SQLite;Data Source=x.db PWD=geheim99"_s}}) {
+      {QStringList{verbindung}, QStringList{u"lesen"_s, verbindung}, QStringList{u"lesen"_s, u"--"_s + verbindung},
+          QStringList{u"datenbank"_s, verbindung}, QStringList{u"datenbank"_s, u"pruefen"_s, verbindung},
+          QStringList{u"lesen"_s, u"--verbindung"_s, u"Provider=SQLite;Data Source=x.db PWD=geheim99"_s}}) {
     const Lauf lauf = kvobild(falsch);
     EXPECT_NE(lauf.code, 0);
     EXPECT_FALSE((lauf.meldungen + lauf.ausgabe).contains(u"geheim99"_s)) << lauf.meldungen.toStdString();
@@ -124,7 +121,7 @@ TEST_F(KvobildAufruf, Ein_Apostroph_im_Pfad_der_Datenbank_oder_der_Ablage_stoert
       u"Provider=SQLite;Data Source=\""_s + QString(ordner).replace(u'"', u"\"\""_s) + u"/x.db\""_s;
   ASSERT_EQ(kvobild({u"anlegen"_s, u"--verbindung"_s, verbindung}).code, 0);
   const Lauf lauf = kvobild(QStringList{u"zuordnen"_s, u"--verbindung"_s, verbindung, u"--bilder"_s,
-                                        ordner + u"/bilder"_s, u"--ordner"_s, u"a"_s, bild(u"a.jpg"_s)} +
-                            satz_);
+                                ordner + u"/bilder"_s, u"--ordner"_s, u"a"_s, bild(u"a.jpg"_s)} +
+      satz_);
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
 }

@@ -54,9 +54,9 @@ class KvobildAusfall : public ::testing::Test {
   }
   Lauf zuordnen(const QStringList& bilder, const QString& weiteres = {}) const {
     return fuehre(QStringList{u"zuordnen"_s, u"--typ1"_s, u"BEL"_s, u"--key1"_s, u"AB"_s, u"--bilder"_s, wurzel(),
-                              u"--ordner"_s, u"Belege/1"_s} +
-                      bilder,
-                  weiteres);
+                      u"--ordner"_s, u"Belege/1"_s} +
+            bilder,
+        weiteres);
   }
   static void erwarte_Datenbankfehler(const Lauf& lauf, const QString& worte) {
     EXPECT_EQ(lauf.code, 3) << lauf.meldungen.toStdString();
@@ -162,8 +162,8 @@ class KvobildAusfallAufraeumen : public KvobildAusfall {
       ordner_.schreibe(u"ablage/Belege/"_s + name + u".jpg"_s, "x");
       if (name.endsWith(u"frei"_s)) continue;
       sql(u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, SortIndex) "
-          "Values ('AB','1','-','-','%1','jpg','BEL','-','Belege\\%2',0)"_s.arg(name.section(u'/', 1),
-                                                                                name.section(u'/', 0, 0)));
+          "Values ('AB','1','-','-','%1','jpg','BEL','-','Belege\\%2',0)"_s.arg(
+              name.section(u'/', 1), name.section(u'/', 0, 0)));
     }
   }
   Lauf aufraeumen() const { return fuehre({u"aufraeumen"_s, u"--ja"_s, u"--bilder"_s, wurzel()}); }

@@ -28,7 +28,7 @@ class KvobildBeispiel : public ::testing::Test {
   }
   static QList<QJsonObject> zeilen() {
     return kvobild(
-               {u"lesen"_s, u"--json"_s, u"--verbindung"_s, pfad(u"betrieb.db"_s), u"--bilder"_s, pfad(u"bilder"_s)})
+        {u"lesen"_s, u"--json"_s, u"--verbindung"_s, pfad(u"betrieb.db"_s), u"--bilder"_s, pfad(u"bilder"_s)})
         .objekte();
   }
   static std::unique_ptr<Testordner> ordner_;
@@ -82,8 +82,8 @@ TEST_F(KvobildBeispiel, Texte_stehen_in_Windows_1252) {
   QFile datei(pfad(u"eingang/Übergabe_25jpg.txt"_s));
   ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
   EXPECT_EQ(datei.readAll(),
-            "Schl\xFCssel \xFC"
-            "bergeben an Frau \xD6zt\xFCrk.");
+      "Schl\xFCssel \xFC"
+      "bergeben an Frau \xD6zt\xFCrk.");
 }
 
 TEST_F(KvobildBeispiel, Ein_Wirt_findet_die_Vorgaenge_eines_Kunden_und_eines_Projekts) {

@@ -163,8 +163,8 @@ TEST_F(KvobildDatenbank, Was_an_den_Spalten_nicht_passt_wird_einzeln_genannt) {
       "Grafik_Ursprung TEXT COLLATE SERVERTEXT, GrafikAnbNr TEXT COLLATE SERVERTEXT)"_s);
   const Lauf lauf = pruefe_json();
   EXPECT_EQ(lauf.code, 3);
-  EXPECT_EQ(kennungen(lauf), (QStringList{u"spalte_kurz"_s, u"spalte_sortierung"_s, u"spalte_typ"_s,
-                                          u"spalte_pflicht"_s, u"spalte_fehlt"_s}));
+  EXPECT_EQ(kennungen(lauf),
+      (QStringList{u"spalte_kurz"_s, u"spalte_sortierung"_s, u"spalte_typ"_s, u"spalte_pflicht"_s, u"spalte_fehlt"_s}));
   EXPECT_TRUE(lauf.ausgabe.contains(u"Key1 fasst 30 Zeichen, nötig sind 50"_s));
   EXPECT_TRUE(lauf.ausgabe.contains(u"Key2 unterscheidet"_s));
   EXPECT_TRUE(lauf.ausgabe.contains(u"Key3 ist „integer“; erwartet ist nvarchar(50)"_s));
@@ -205,7 +205,7 @@ TEST_F(KvobildDatenbank, Pruefen_hinterlaesst_keine_Spur) {
   zeile(u"('BEL', '-', 'AB', '1', '-', '-', 'b', 'jpg', 'x')"_s);
   sql(u"delete from Spur"_s);
   const QStringList abfragen{u"select rowid, * from Bild_Zuordnungen"_s, u"select * from Spur"_s,
-                             u"select name, rootpage, sql from sqlite_master"_s};
+      u"select name, rootpage, sql from sqlite_master"_s};
   QList<QStringList> vorher;
   for (const QString& abfrage : abfragen) vorher.append(inhalt(abfrage));
   ASSERT_EQ(pruefe().code, 0);
@@ -227,8 +227,8 @@ TEST_F(KvobildDatenbank, Anlegen_sagt_was_es_gemacht_hat) {
   const Lauf erster = kvobild(aufruf);
   EXPECT_EQ(erster.code, 0);
   EXPECT_EQ(erster.zeilen(),
-            (QStringList{u"Tabelle angelegt: Bild_Zuordnungen"_s, u"Index angelegt: Bild_Zuordnungen_Schluessel"_s,
-                         u"Index angelegt: Bild_Zuordnungen_Typ"_s, u"Index angelegt: Bild_Zuordnungen_Datei"_s}));
+      (QStringList{u"Tabelle angelegt: Bild_Zuordnungen"_s, u"Index angelegt: Bild_Zuordnungen_Schluessel"_s,
+          u"Index angelegt: Bild_Zuordnungen_Typ"_s, u"Index angelegt: Bild_Zuordnungen_Datei"_s}));
   const Lauf zweiter = kvobild(aufruf);
   EXPECT_EQ(zweiter.code, 0);
   EXPECT_TRUE(zweiter.ausgabe.isEmpty());
@@ -245,8 +245,9 @@ TEST_F(KvobildDatenbank, Anlegen_ergaenzt_was_einer_alten_Tabelle_fehlt_und_laes
   zeile(u"('BEL', '-', 'AB', '1', '-', '-', 'b', 'jpg', 'x')"_s);
   const Lauf lauf = kvobild({u"datenbank"_s, u"anlegen"_s, u"--verbindung"_s, datenbank()});
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
-  EXPECT_EQ(lauf.zeilen().mid(0, 2), (QStringList{u"Spalte ergänzt: Bild_Zuordnungen.GrafikAnbNr"_s,
-                                                  u"Spalte ergänzt: Bild_Zuordnungen.SortIndex"_s}));
+  EXPECT_EQ(lauf.zeilen().mid(0, 2),
+      (QStringList{
+          u"Spalte ergänzt: Bild_Zuordnungen.GrafikAnbNr"_s, u"Spalte ergänzt: Bild_Zuordnungen.SortIndex"_s}));
   EXPECT_EQ(inhalt(u"select Key2, GrafikAnbNr, SortIndex from Bild_Zuordnungen"_s), QStringList{u"1||"_s});
   EXPECT_EQ(pruefe().code, 0) << pruefe().ausgabe.toStdString();
   adodb::Connection verbindung;

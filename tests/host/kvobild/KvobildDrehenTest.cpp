@@ -33,9 +33,9 @@ class KvobildDrehen : public ::testing::Test {
 TEST_F(KvobildDrehen, Jede_Art_bringt_das_Viertel_an_seinen_Ort) {
   const QByteArray vorher = ordner_.lies(u"a.b'c ä.jpg"_s);
   for (const auto& [um, ort, groesse] :
-       {std::tuple{u"90"_s, QPoint(1, 0), QSize(32, 64)}, std::tuple{u"180"_s, QPoint(1, 1), QSize(64, 32)},
-        std::tuple{u"270"_s, QPoint(0, 1), QSize(32, 64)}, std::tuple{u"waagerecht"_s, QPoint(1, 0), QSize(64, 32)},
-        std::tuple{u"senkrecht"_s, QPoint(0, 1), QSize(64, 32)}}) {
+      {std::tuple{u"90"_s, QPoint(1, 0), QSize(32, 64)}, std::tuple{u"180"_s, QPoint(1, 1), QSize(64, 32)},
+          std::tuple{u"270"_s, QPoint(0, 1), QSize(32, 64)}, std::tuple{u"waagerecht"_s, QPoint(1, 0), QSize(64, 32)},
+          std::tuple{u"senkrecht"_s, QPoint(0, 1), QSize(64, 32)}}) {
     const Lauf lauf = drehe(um);
     EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
     EXPECT_TRUE(lauf.ausgabe.isEmpty() && lauf.meldungen.isEmpty());
@@ -52,12 +52,9 @@ TEST_F(KvobildDrehen, Eine_andere_oder_keine_Art_ist_ein_falscher_Aufruf) {
     EXPECT_EQ(lauf.code, 2) << um.toStdString();
     EXPECT_TRUE(lauf.meldungen.contains(u"--um"_s)) << lauf.meldungen.toStdString();
   }
-  const QList<QStringList> falsche{{quelle_, ziel_},
-                                   {u"--um"_s, u"90"_s, quelle_},
-                                   {u"--um"_s, u"90"_s},
-                                   {u"--um"_s, u"90"_s, quelle_, ziel_, ziel_},
-                                   {u"--um"_s, u"90"_s, u"--ja"_s, quelle_, ziel_},
-                                   {quelle_, ziel_, u"--um"_s}};
+  const QList<QStringList> falsche{{quelle_, ziel_}, {u"--um"_s, u"90"_s, quelle_}, {u"--um"_s, u"90"_s},
+      {u"--um"_s, u"90"_s, quelle_, ziel_, ziel_}, {u"--um"_s, u"90"_s, u"--ja"_s, quelle_, ziel_},
+      {quelle_, ziel_, u"--um"_s}};
   for (const QStringList& argumente : falsche) {
     const Lauf lauf = kvobild(QStringList{u"drehen"_s} + argumente);
     EXPECT_EQ(lauf.code, 2) << argumente.join(u' ').toStdString();

@@ -15,7 +15,7 @@ QByteArray mit_exif(const QByteArray& eintraege, char anzahl) {
              "II*\0"
              "\x08\0\0\0",
              20) +
-         anzahl + '\0' + eintraege + QByteArray(40, '\0');
+      anzahl + '\0' + eintraege + QByteArray(40, '\0');
 }
 
 QJsonObject zeile(const QJsonObject& befund, int nummer) {
@@ -66,25 +66,16 @@ TEST_F(KvobildExif, Die_Tabelle_steht_ganz_dabei) {
   const QString datei = ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 2));
   const QJsonObject befund = lies(datei);
   ASSERT_EQ(befund[u"tabelle"_s].toArray().size(), 151);
-  EXPECT_EQ(zeile(befund, 4), (QJsonObject{{u"zeile"_s, 4},
-                                           {u"zeigen"_s, true},
-                                           {u"tag"_s, 274},
-                                           {u"name"_s, u"Orientation"_s},
-                                           {u"beschriftung"_s, u"Bildlage"_s},
-                                           {u"wert"_s, u"6"_s}}));
-  EXPECT_EQ(zeile(befund, 7), (QJsonObject{{u"zeile"_s, 7},
-                                           {u"zeigen"_s, QString()},
-                                           {u"tag"_s, 296},
-                                           {u"name"_s, u"ResolutionUnit"_s},
-                                           {u"beschriftung"_s, u"Auflösung"_s},
-                                           {u"wert"_s, u"2"_s}}));
+  EXPECT_EQ(zeile(befund, 4),
+      (QJsonObject{{u"zeile"_s, 4}, {u"zeigen"_s, true}, {u"tag"_s, 274}, {u"name"_s, u"Orientation"_s},
+          {u"beschriftung"_s, u"Bildlage"_s}, {u"wert"_s, u"6"_s}}));
+  EXPECT_EQ(zeile(befund, 7),
+      (QJsonObject{{u"zeile"_s, 7}, {u"zeigen"_s, QString()}, {u"tag"_s, 296}, {u"name"_s, u"ResolutionUnit"_s},
+          {u"beschriftung"_s, u"Auflösung"_s}, {u"wert"_s, u"2"_s}}));
   EXPECT_EQ(zeile(befund, 111)[u"wert"_s].toString(u"fehlt"_s), QString());
-  EXPECT_EQ(zeile(befund, 150), (QJsonObject{{u"zeile"_s, 150},
-                                             {u"zeigen"_s, QJsonValue()},
-                                             {u"tag"_s, QJsonValue()},
-                                             {u"name"_s, QJsonValue()},
-                                             {u"beschriftung"_s, QString()},
-                                             {u"wert"_s, QString()}}));
+  EXPECT_EQ(zeile(befund, 150),
+      (QJsonObject{{u"zeile"_s, 150}, {u"zeigen"_s, QJsonValue()}, {u"tag"_s, QJsonValue()}, {u"name"_s, QJsonValue()},
+          {u"beschriftung"_s, QString()}, {u"wert"_s, QString()}}));
 }
 
 TEST_F(KvobildExif, Als_Text_stehen_die_Zeilen_der_Tabelle_die_einen_Wert_haben) {
@@ -97,8 +88,9 @@ TEST_F(KvobildExif, Als_Text_stehen_die_Zeilen_der_Tabelle_die_einen_Wert_haben)
   QStringList tabelle;
   for (const QString& z : lauf.zeilen().mid(4)) tabelle.append(z.simplified());
   EXPECT_EQ(lauf.zeilen().value(3), u"  Tabelle:"_s);
-  EXPECT_EQ(tabelle, (QStringList{u"4 zeigen 274 Orientation Bildlage 6"_s, u"7 - 296 ResolutionUnit Auflösung 2"_s,
-                                  u"71 - 296 ResolutionUnit2 ResolutionUnit2 2"_s}));
+  EXPECT_EQ(tabelle,
+      (QStringList{u"4 zeigen 274 Orientation Bildlage 6"_s, u"7 - 296 ResolutionUnit Auflösung 2"_s,
+          u"71 - 296 ResolutionUnit2 ResolutionUnit2 2"_s}));
 }
 
 TEST_F(KvobildExif, Eine_Datei_ohne_Exif_ist_load_false_und_kein_Fehler) {
@@ -112,10 +104,11 @@ TEST_F(KvobildExif, Eine_Datei_ohne_Exif_ist_load_false_und_kein_Fehler) {
 }
 
 TEST_F(KvobildExif, Ein_Fehler_der_den_Aufrufer_erreicht_ist_load_fehler) {
-  const QString datei = ordner_.schreibe(u"a.jpg"_s, QByteArray("\xFF\xD8\xFF\xE1\0\x10"
-                                                                "Exif\0\0"
-                                                                "II",
-                                                                14));
+  const QString datei = ordner_.schreibe(u"a.jpg"_s,
+      QByteArray("\xFF\xD8\xFF\xE1\0\x10"
+                 "Exif\0\0"
+                 "II",
+          14));
   EXPECT_EQ(lies(datei, 4)[u"load"_s].toString(), u"fehler"_s);
 }
 

@@ -17,9 +17,9 @@ class KvobildHochkomma : public Betrieb {
     for (const QString& name : {u"a.jpg"_s, u"b.jpg"_s}) EXPECT_EQ(zuordnen({bild(name)}).code, 0);
     for (const QJsonObject& zeile : zeilen()) namen_.append(name_von(zeile));
     EXPECT_EQ(kvobild({u"zuordnen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel(), u"--ordner"_s, u"Art"_s,
-                       u"--typ1"_s, u"ART"_s, u"--key1"_s, u"TH-1"_s, bild(u"c.jpg"_s)})
+                          u"--typ1"_s, u"ART"_s, u"--key1"_s, u"TH-1"_s, bild(u"c.jpg"_s)})
                   .code,
-              0);
+        0);
   }
   /// A row as another program writes it: the record's values but for one column.
   void fremde_Zeile(const QString& spalte, const QString& wert, const QString& name = u"fremd"_s) const {
@@ -44,11 +44,9 @@ class KvobildHochkomma : public Betrieb {
 TEST_F(KvobildHochkomma, Jede_Angabe_zum_Vorgang_wird_bei_jedem_Befehl_abgelehnt_ehe_die_Datenbank_offen_ist) {
   const QString vorher = stand();
   const QString quelle = bild(u"neu.jpg"_s);
-  const QMap<QString, QStringList> befehle{
-      {u"lesen"_s, {}},
+  const QMap<QString, QStringList> befehle{{u"lesen"_s, {}},
       {u"zuordnen"_s, {u"--bilder"_s, wurzel(), u"--ordner"_s, u"Belege/1"_s, quelle}},
-      {u"aendern"_s, {u"--beschreibung"_s, u"neu"_s, namen_[0]}},
-      {u"entfernen"_s, {u"--alle"_s}}};
+      {u"aendern"_s, {u"--beschreibung"_s, u"neu"_s, namen_[0]}}, {u"entfernen"_s, {u"--alle"_s}}};
   const QString stand_mit_Quelle = stand();
   for (auto befehl = befehle.begin(); befehl != befehle.end(); ++befehl)
     for (const QString& angabe : {u"key1"_s, u"key2"_s, u"key3"_s, u"key4"_s, u"typ1"_s, u"typ2"_s})
@@ -71,8 +69,8 @@ TEST_F(KvobildHochkomma, Namen_und_Ordner_beim_Umbenennen_und_Aufraeumen) {
     erwarte_Ablehnung(umbenennen({u"a.j'g"_s, u"neu"_s}), vorher, u"Dateiname"_s);
     erwarte_Ablehnung(umbenennen({u"--ordner"_s, name, namen_[0], u"neu"_s}), vorher, u"Der Ordner"_s);
     erwarte_Ablehnung(kvobild({u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel(),
-                               u"--ordner"_s, name}),
-                      vorher, u"Der Ordner"_s);
+                          u"--ordner"_s, name}),
+        vorher, u"Der Ordner"_s);
   }
 }
 
@@ -130,12 +128,12 @@ TEST_F(KvobildHochkomma, Ein_Bild_das_auch_zu_einem_solchen_Vorgang_gehoert_wird
 
 TEST_F(KvobildHochkomma, Vor_Bildern_mit_Hochkomma_raeumt_es_nicht_auf_und_nennt_sie) {
   const auto aufraeumen = [&](const QStringList& mehr) {
-    return kvobild(QStringList{u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} +
-                   mehr);
+    return kvobild(
+        QStringList{u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} + mehr);
   };
   for (const QString& datei :
-       {u"Belege/1/o'neil.jpg"_s, u"Belege/1/x.j'g"_s, u"Belege/O'Neil/x.jpg"_s, u"Belege/O'Neil/tief/x.jpg"_s,
-        u"oben'.jpg"_s, u"Belege/1/x'; Delete from Bild_Zuordnungen --.jpg"_s, u"Belege/1/%1.jpg"_s.arg(Weit)}) {
+      {u"Belege/1/o'neil.jpg"_s, u"Belege/1/x.j'g"_s, u"Belege/O'Neil/x.jpg"_s, u"Belege/O'Neil/tief/x.jpg"_s,
+          u"oben'.jpg"_s, u"Belege/1/x'; Delete from Bild_Zuordnungen --.jpg"_s, u"Belege/1/%1.jpg"_s.arg(Weit)}) {
     SCOPED_TRACE(datei.toStdString());
     ordner_.schreibe(u"bild.ablage/"_s + datei, "x");
     ordner_.schreibe(u"bild.ablage/Belege/2/frei.jpg"_s, "x");

@@ -21,8 +21,8 @@ class KvobildServer : public ::testing::TestWithParam<Tdsserver::Maschine> {
     if (const QString grund = Tdsserver::hindernis(GetParam()); !grund.isEmpty()) GTEST_SKIP() << grund.toStdString();
     auto& einer = alle()[GetParam()];
     if (!einer)
-      einer = std::make_unique<Tdsserver>(Benutzer, Kennwort, GetParam(),
-                                          QStringList{u"--ohne-tabellen"_s, u"--datenbank"_s, u"betrieb"_s});
+      einer = std::make_unique<Tdsserver>(
+          Benutzer, Kennwort, GetParam(), QStringList{u"--ohne-tabellen"_s, u"--datenbank"_s, u"betrieb"_s});
     ASSERT_TRUE(einer->laeuft());
     server().steuere(u"heile"_s);
     for (const QString& tabelle : {u"Bild_Zuordnungen"_s, u"BelegKopfZunft"_s})
@@ -38,7 +38,7 @@ class KvobildServer : public ::testing::TestWithParam<Tdsserver::Maschine> {
   QString verbindung(const QString& kennwort = Kennwort, const QString& datenbank = u"betrieb"_s) const {
     return u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=%2;User ID=%3;Driver=FreeTDS;Password="_s.arg(
                QString::number(server().port()), datenbank, Benutzer) +
-           adodb::Verbindungszeichenfolge::als_wert(kennwort);
+        adodb::Verbindungszeichenfolge::als_wert(kennwort);
   }
   Lauf fuehre(const QStringList& worte, const QStringList& weitere = {}) const {
     const Lauf lauf = kvobild(worte + QStringList{u"--verbindung"_s, verbindung()} + weitere);
@@ -88,10 +88,10 @@ TEST_P(KvobildServer, Pruefen_sagt_was_erreicht_ist_und_findet_nichts) {
   const Lauf lauf = pruefe();
   EXPECT_EQ(lauf.code, 0) << lauf.ausgabe.toStdString() << lauf.meldungen.toStdString();
   for (const QString& text :
-       {u"Erreicht:         TDSPRUEFLING\n"_s, u"Microsoft SQL Server 15.0.2000.5, Express Edition\n"_s,
-        u"Datenbank:        betrieb\n"_s, u"Benutzer:         pruefer\n"_s, u"Verschlüsselung:  nein\n"_s,
-        u"Bild_Zuordnungen: 14 von 14 Spalten; SELECT ja, INSERT ja, UPDATE ja, DELETE ja\n"_s,
-        u"BelegKopfZunft:   4 von 4 Spalten; SELECT ja\n"_s, u"Ergebnis:         kein Befund\n"_s})
+      {u"Erreicht:         TDSPRUEFLING\n"_s, u"Microsoft SQL Server 15.0.2000.5, Express Edition\n"_s,
+          u"Datenbank:        betrieb\n"_s, u"Benutzer:         pruefer\n"_s, u"Verschlüsselung:  nein\n"_s,
+          u"Bild_Zuordnungen: 14 von 14 Spalten; SELECT ja, INSERT ja, UPDATE ja, DELETE ja\n"_s,
+          u"BelegKopfZunft:   4 von 4 Spalten; SELECT ja\n"_s, u"Ergebnis:         kein Befund\n"_s})
     EXPECT_TRUE(lauf.ausgabe.contains(text)) << text.toStdString() << lauf.ausgabe.toStdString();
 }
 
@@ -114,8 +114,8 @@ TEST_P(KvobildServer, Eine_alte_Tabelle_bekommt_ihre_Spalten_und_behaelt_ihre_Ze
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
   EXPECT_TRUE(lauf.zeilen().contains(u"Spalte ergänzt: Bild_Zuordnungen.GrafikAnbNr"_s)) << lauf.ausgabe.toStdString();
   EXPECT_TRUE(lauf.zeilen().contains(u"Spalte ergänzt: Bild_Zuordnungen.SortIndex"_s));
-  EXPECT_EQ(sql(u"select Key2, SortIndex from Bild_Zuordnungen"_s).at(0).toArray(),
-            (QJsonArray{u"1"_s, QJsonValue::Null}));
+  EXPECT_EQ(
+      sql(u"select Key2, SortIndex from Bild_Zuordnungen"_s).at(0).toArray(), (QJsonArray{u"1"_s, QJsonValue::Null}));
   // The narrower column stays, and is told.
   EXPECT_EQ(kennungen(), QStringList{u"spalte_kurz"_s});
   EXPECT_EQ(pruefe().code, 1);
@@ -224,8 +224,8 @@ TEST_P(KvobildServer, Das_Kennwort_darf_in_der_Umgebung_stehen) {
   const Lauf lauf = kvobild(aufruf, {}, {}, {{u"KVOBILD_KENNWORT"_s, Kennwort}});
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
   EXPECT_FALSE((lauf.ausgabe + lauf.meldungen).contains(Kennwort));
-  const Lauf nur_Umgebung = kvobild({u"datenbank"_s, u"pruefen"_s}, {}, {},
-                                    {{u"KVOBILD_KENNWORT"_s, Kennwort}, {u"KVOBILD_VERBINDUNG"_s, ohne}});
+  const Lauf nur_Umgebung = kvobild(
+      {u"datenbank"_s, u"pruefen"_s}, {}, {}, {{u"KVOBILD_KENNWORT"_s, Kennwort}, {u"KVOBILD_VERBINDUNG"_s, ohne}});
   EXPECT_EQ(nur_Umgebung.code, 0) << nur_Umgebung.meldungen.toStdString();
 }
 
@@ -282,6 +282,4 @@ TEST_P(KvobildServer, Wer_keine_Tabelle_anlegen_darf_erfaehrt_es) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Hinten, KvobildServer, ::testing::Values(Tdsserver::Maschine::Sqlite, Tdsserver::Maschine::H2),
-                         [](const auto& eines) {
-                           return std::string(eines.param == Tdsserver::Maschine::Sqlite ? "Sqlite" : "H2");
-                         });
+    [](const auto& eines) { return std::string(eines.param == Tdsserver::Maschine::Sqlite ? "Sqlite" : "H2"); });

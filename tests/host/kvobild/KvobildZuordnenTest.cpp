@@ -192,8 +192,7 @@ TEST_P(KvobildZuordnenAblehnung, Sagt_den_Grund_und_laesst_alles_wie_es_war) {
   EXPECT_EQ(stand(), vorher);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Alle, KvobildZuordnenAblehnung,
+INSTANTIATE_TEST_SUITE_P(Alle, KvobildZuordnenAblehnung,
     ::testing::Values(
         Ablehnung{"Hochkomma_im_Schluessel", {u"--key1"_s, u"A' or '1'='1"_s, u"@/gut.jpg"_s}, 2, u"Hochkomma"_s},
         Ablehnung{"Hochkomma_im_Typ", {u"--typ2"_s, u"'"_s, u"@/gut.jpg"_s}, 2, u"--typ2"_s},
@@ -208,10 +207,8 @@ INSTANTIATE_TEST_SUITE_P(
         Ablehnung{"Ordner_leer", {u"--ordner"_s, u"\\"_s, u"@/gut.jpg"_s}, 2, u"keinen Ordner"_s},
         Ablehnung{"Datei_im_Weg", {u"--ordner"_s, u"Datei/Unter"_s, u"@/gut.jpg"_s}, 4, u"nicht anzulegen"_s},
         Ablehnung{"Lange_Beschreibung", {u"--beschreibung"_s, QString(251, u'b'), u"@/gut.jpg"_s}, 2, u"250"_s},
-        Ablehnung{"Beschreibung_mit_Hochkommas",
-                  {u"--beschreibung"_s, QString(247, u'b') + u"''"_s, u"@/gut.jpg"_s},
-                  2,
-                  u"doppelt"_s},
+        Ablehnung{"Beschreibung_mit_Hochkommas", {u"--beschreibung"_s, QString(247, u'b') + u"''"_s, u"@/gut.jpg"_s}, 2,
+            u"doppelt"_s},
         Ablehnung{"Weder_ja_noch_nein", {u"--anhang"_s, u"vielleicht"_s, u"@/gut.jpg"_s}, 2, u"--anhang"_s},
         Ablehnung{"Ablage_fehlt", {u"--bilder"_s, u"@/fehlt"_s, u"@/gut.jpg"_s}, 4, u"Bildablage"_s},
         Ablehnung{"Datenbank_fehlt", {u"--verbindung"_s, u"@/fehlt.db"_s, u"@/gut.jpg"_s}, 3, u"anlegen"_s}),

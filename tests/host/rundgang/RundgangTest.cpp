@@ -33,7 +33,7 @@ Ergebnis starte(const QStringList& argumente, const QString& heim, const QString
   EXPECT_TRUE(fertig) << "the tour does not end";
   if (!fertig) prozess.kill();
   return {prozess.exitStatus() == QProcess::NormalExit ? prozess.exitCode() : -1,
-          QString::fromUtf8(prozess.readAllStandardOutput()), QString::fromUtf8(prozess.readAllStandardError())};
+      QString::fromUtf8(prozess.readAllStandardOutput()), QString::fromUtf8(prozess.readAllStandardError())};
 }
 
 /// The pictures' names that the tour printed.
@@ -82,8 +82,8 @@ class Xserver {
     const QString programm = QStandardPaths::findExecutable(u"Xvfb"_s);
     if (programm.isEmpty()) return false;
     // It picks a free number itself and tells it when it is ready.
-    prozess_.start(programm,
-                   {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1200x24"_s, u"-nolisten"_s, u"tcp"_s});
+    prozess_.start(
+        programm, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1200x24"_s, u"-nolisten"_s, u"tcp"_s});
     if (!prozess_.waitForReadyRead(30'000)) return false;
     nummer_ = u':' + QString::fromLatin1(prozess_.readLine()).trimmed();
     return nummer_.size() > 1;
@@ -142,8 +142,8 @@ TEST(Rundgang, Ein_fremder_Ordner_daten_bleibt_wie_er_ist) {
   const Ergebnis lauf = starte({u"--rundgang"_s, ordner.pfad()}, ordner.pfad(u"heim"_s));
   EXPECT_EQ(lauf.ausgang, 4);
   EXPECT_EQ(lauf.fehlerausgabe,
-            u"bildzuordnung: Der Ordner „%1“ ist nicht von einem Rundgang; er bleibt, wie er ist.\n"_s.arg(
-                ordner.pfad(u"daten"_s)));
+      u"bildzuordnung: Der Ordner „%1“ ist nicht von einem Rundgang; er bleibt, wie er ist.\n"_s.arg(
+          ordner.pfad(u"daten"_s)));
   EXPECT_EQ(ordner.lies(u"daten/betrieb/wichtig.txt"_s), "wichtig");
 }
 

@@ -36,7 +36,7 @@ TEST(Schrittfolge, Ein_Schritt_kommt_erst_wenn_der_vorige_gewirkt_hat) {
   QStringList gesehen;
   int blicke = 0;
   folge.plane({u"eins"_s, [&] { gesehen.append(u"tun 1"_s); }, [&] { return ++blicke > 3; },
-               [&] { gesehen.append(u"danach 1"_s); }});
+      [&] { gesehen.append(u"danach 1"_s); }});
   folge.plane({u"zwei"_s, [&] { gesehen.append(u"tun 2"_s); }, {}, {}});
   laufe(folge);
   EXPECT_EQ(gesehen, (QStringList{u"tun 1"_s, u"danach 1"_s, u"tun 2"_s}));
@@ -58,13 +58,12 @@ TEST(Schrittfolge, Eine_Wirkung_die_ausbleibt_endet_als_Fehler) {
 TEST(Schrittfolge, Ein_Steuerelement_das_noch_fehlt_ist_noch_kein_Fehler) {
   Schrittfolge folge;
   int blicke = 0;
-  folge.plane({u"eins"_s,
-               {},
-               [&] {
-                 if (++blicke < 3) throw std::runtime_error("fehlt noch");
-                 return true;
+  folge.plane({u"eins"_s, {},
+      [&] {
+    if (++blicke < 3) throw std::runtime_error("fehlt noch");
+    return true;
                },
-               {}});
+      {}});
   laufe(folge);
   EXPECT_TRUE(folge.durchlaufen());
   EXPECT_EQ(folge.fehlerzahl(), 0);
@@ -98,13 +97,13 @@ TEST(Schrittfolge, Mitten_in_der_Arbeit_eines_Fensters_wird_nicht_hingesehen) {
   bool bei_der_Arbeit = false;
   bool zu_frueh = false;
   folge.plane({u"eins"_s,
-               [&] {
-                 bei_der_Arbeit = true;
-                 QElapsedTimer uhr;
-                 for (uhr.start(); uhr.elapsed() < 200;) oberflaeche::ereignispumpe().verarbeite_anstehende();
-                 bei_der_Arbeit = false;
+      [&] {
+    bei_der_Arbeit = true;
+    QElapsedTimer uhr;
+    for (uhr.start(); uhr.elapsed() < 200;) oberflaeche::ereignispumpe().verarbeite_anstehende();
+    bei_der_Arbeit = false;
                },
-               [] { return true; }, [&] { zu_frueh = bei_der_Arbeit; }});
+      [] { return true; }, [&] { zu_frueh = bei_der_Arbeit; }});
   laufe(folge);
   EXPECT_TRUE(folge.durchlaufen());
   EXPECT_FALSE(zu_frueh);

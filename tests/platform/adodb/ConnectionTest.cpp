@@ -131,7 +131,7 @@ TEST(Connection, FindsTheDriverByItsProviderInAnyCase) {
 TEST(Connection, WithoutAFittingDriverOpenFailsWithoutRepeatingTheConnectString) {
   adodb::Connection verbindung;
   for (const QString& text : {QString(), u"Data Source=geheim"_s, u"Provider=geheim"_s, u"Provider=geheim.1"_s,
-                              u"Provider=SQLOLEDB Password=geheim"_s}) {
+           u"Provider=SQLOLEDB Password=geheim"_s}) {
     EXPECT_EQ(Fehlernummer_von([&] { verbindung.Open(text); }), 3706);
     EXPECT_FALSE(worte_von([&] { verbindung.Open(text); }).contains(u"geheim"_s));
   }

@@ -17,8 +17,8 @@ TEST(Pruefdatenbank, RecordsBothSidesInOrderAsSent) {
   EXPECT_EQ(datenbank.mitschrift().eintraege()[0].seite, Mitschrift::Seite::System);
   EXPECT_EQ(datenbank.mitschrift().eintraege()[1].seite, Mitschrift::Seite::Wirt);
   EXPECT_EQ(datenbank.mitschrift().hole(),
-            QStringList({u"insert into Bild_Zuordnungen (Key1, SortIndex) Values ('A', 0)"_s,
-                         u"Select Top 1 Key1 from Bild_Zuordnungen "_s}));
+      QStringList({u"insert into Bild_Zuordnungen (Key1, SortIndex) Values ('A', 0)"_s,
+          u"Select Top 1 Key1 from Bild_Zuordnungen "_s}));
   EXPECT_TRUE(datenbank.mitschrift().hole().isEmpty());
   EXPECT_EQ(datenbank.anzahl(), 1);
   EXPECT_EQ(datenbank.anzahl(u"Key1 = 'b'"_s), 0);

@@ -21,7 +21,7 @@ Ergebnis zwei_zeilen() {
 
 TEST(Werte, KeepEveryKindOfValueAsItWas) {
   const std::vector<adodb::Wert> soll{std::monostate(), std::int64_t{INT64_MIN}, std::int64_t{INT64_MAX}, -0.5, u""_s,
-                                      u"-"_s,           u"\uFEFFß \U0001F4F7"_s, QString(5000, u'x')};
+      u"-"_s, u"\uFEFFß \U0001F4F7"_s, QString(5000, u'x')};
   adodb::Werte werte;
   for (const adodb::Wert& wert : soll) werte.push_back(wert);
   ASSERT_EQ(werte.size(), soll.size());
@@ -34,9 +34,9 @@ TEST(Werte, ATextThatEqualsTheOneAboveLiesThereOnce) {
   for (const QString& text : {u"Bild 1"_s, u"jpg"_s, u"Bild 2"_s, u"jpg"_s, u"Bild 2"_s, u"JPG"_s})
     werte.haenge_text_an(text, 2);
   for (const char* text : {"Bild 2", "JPG",
-                           "Gr\xC3\xB6\xC3\x9F"
-                           "e",
-                           "JPG"})
+           "Gr\xC3\xB6\xC3\x9F"
+           "e",
+           "JPG"})
     werte.haenge_utf8_an(text, strlen(text), 2);
   EXPECT_EQ(werte.ort(3), werte.ort(1));
   EXPECT_EQ(werte.ort(4), werte.ort(2));

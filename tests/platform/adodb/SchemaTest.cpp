@@ -52,19 +52,9 @@ TEST_F(Schema, ACloneMayStandBesideItsModel) {
 }
 
 TEST_F(Schema, StringColumnsEnforceTheirLengths) {
-  const QList<std::pair<QString, int>> spalten = {{u"Key1"_s, 50},
-                                                  {u"Key2"_s, 50},
-                                                  {u"Key3"_s, 50},
-                                                  {u"Key4"_s, 50},
-                                                  {u"Bildname"_s, 50},
-                                                  {u"BildExt"_s, 200},
-                                                  {u"Typ1"_s, 200},
-                                                  {u"Typ2"_s, 200},
-                                                  {u"BildPfad"_s, 250},
-                                                  {u"Beschreibung"_s, 250},
-                                                  {u"Druckkennzeichen"_s, 50},
-                                                  {u"Grafik_Ursprung"_s, 250},
-                                                  {u"GrafikAnbNr"_s, 250}};
+  const QList<std::pair<QString, int>> spalten = {{u"Key1"_s, 50}, {u"Key2"_s, 50}, {u"Key3"_s, 50}, {u"Key4"_s, 50},
+      {u"Bildname"_s, 50}, {u"BildExt"_s, 200}, {u"Typ1"_s, 200}, {u"Typ2"_s, 200}, {u"BildPfad"_s, 250},
+      {u"Beschreibung"_s, 250}, {u"Druckkennzeichen"_s, 50}, {u"Grafik_Ursprung"_s, 250}, {u"GrafikAnbNr"_s, 250}};
   EXPECT_EQ(spalten.size(), Alle - 1);
   for (const auto& [spalte, laenge] : spalten) {
     EXPECT_EQ(fuege_ein(spalte, text_von(laenge)), 0) << spalte.toStdString();
@@ -80,7 +70,7 @@ TEST_F(Schema, LengthsCount16BitCharactersWithoutTrailingBlanks) {
   EXPECT_EQ(fuege_ein(u"Key1"_s, u"'"_s + paare + u"a'"_s), fehlernummer::Anweisung);
   EXPECT_EQ(fuege_ein(u"Key1"_s, u"'"_s + QString(50, u'a') + u"   '"_s), 0);
   EXPECT_EQ(datenbank.zeilen(u"select LEN('a  '), LEN(''), LEN(NULL), LEN(12)"_s).front(),
-            QStringList({u"1"_s, u"0"_s, u"<NULL>"_s, u"2"_s}));
+      QStringList({u"1"_s, u"0"_s, u"<NULL>"_s, u"2"_s}));
 }
 
 TEST_F(Schema, SortIndexIsA16BitNumber) {
@@ -148,15 +138,15 @@ QString alle_spalten(const QString& rumpf, bool embedded) {
       u"^  (\\w+) (TEXT COLLATE SERVERTEXT|INTEGER) (NULL|NOT NULL)\\s+CONSTRAINT \"[^\"]*\"\\s+CHECK "
       u"\\((?:LEN\\(\\1\\) <= (\\d+)\\)|\\1 IS NULL OR .* BETWEEN -32768 AND 32767\\)\\))"_s,
       QRegularExpression::MultilineOption);
-  static const QRegularExpression Server(u"^  (\\w+) (nvarchar|char|smallint)(?:\\((\\d+)\\))? (NULL|NOT NULL)"_s,
-                                         QRegularExpression::MultilineOption);
+  static const QRegularExpression Server(
+      u"^  (\\w+) (nvarchar|char|smallint)(?:\\((\\d+)\\))? (NULL|NOT NULL)"_s, QRegularExpression::MultilineOption);
   QStringList spalten;
   for (auto lauf = (embedded ? Embedded : Server).globalMatch(rumpf); lauf.hasNext();) {
     const auto treffer = lauf.next();
     const bool ist_Zahl = treffer.captured(2) == (embedded ? u"INTEGER"_s : u"smallint"_s);
     spalten.append(treffer.captured(1) + u' ' +
-                   (ist_Zahl ? u"zahl"_s : u"text(%1)"_s.arg(treffer.captured(embedded ? 4 : 3))) + u' ' +
-                   treffer.captured(embedded ? 3 : 4));
+        (ist_Zahl ? u"zahl"_s : u"text(%1)"_s.arg(treffer.captured(embedded ? 4 : 3))) + u' ' +
+        treffer.captured(embedded ? 3 : 4));
   }
   // Each line of a column begins with its name behind two blanks; none may have been passed over.
   static const QRegularExpression Beginn(u"^  \\w"_s, QRegularExpression::MultilineOption);
@@ -166,7 +156,7 @@ QString alle_spalten(const QString& rumpf, bool embedded) {
 
 Beschreibung beschreibe(const QString& skript, bool embedded) {
   static const QRegularExpression Tabelle(u"CREATE TABLE (?:IF NOT EXISTS |dbo\\.)(\\w+) \\(\\n(.*?)\\n\\)"_s,
-                                          QRegularExpression::DotMatchesEverythingOption);
+      QRegularExpression::DotMatchesEverythingOption);
   static const QRegularExpression Index(
       u"CREATE INDEX (?:IF NOT EXISTS )?(\\w+)\\s+ON (?:dbo\\.)?(\\w+) (\\([^)]*\\))"_s);
   Beschreibung ergebnis;

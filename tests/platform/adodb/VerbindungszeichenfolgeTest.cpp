@@ -48,7 +48,7 @@ TEST(Verbindungszeichenfolge, AnEmptyTextHasNoPairs) {
 
 TEST(Verbindungszeichenfolge, WhatIsNoListOfPairsIsRefusedWithoutRepeatingIt) {
   for (const QString& text : {u"geheim"_s, u"a=1;geheim"_s, u"=geheim"_s, u"a=\"geheim"_s, u"a='x'geheim"_s,
-                              u"a={geheim"_s, u"Password=\"x\"geheim;b=1"_s}) {
+           u"a={geheim"_s, u"Password=\"x\"geheim;b=1"_s}) {
     try {
       const Verbindungszeichenfolge folge(text);
       ADD_FAILURE() << text.toStdString();
@@ -65,10 +65,9 @@ namespace {
 rc::Gen<QString> texte() {
   const auto zeichen =
       rc::gen::weightedOneOf<char16_t>({{3, rc::gen::element<char16_t>(u'"', u'\'', u'{', u'}', u';', u'=', u' ')},
-                                        {2, rc::gen::inRange<char16_t>(u'a', u'{')},
-                                        {1, rc::gen::inRange<char16_t>(1, 0xD800)}});
+          {2, rc::gen::inRange<char16_t>(u'a', u'{')}, {1, rc::gen::inRange<char16_t>(1, 0xD800)}});
   return rc::gen::map(rc::gen::container<std::u16string>(zeichen),
-                      [](const std::u16string& s) { return QString::fromStdU16String(s); });
+      [](const std::u16string& s) { return QString::fromStdU16String(s); });
 }
 
 QString verdoppelt(QString wert, QChar marke) {
@@ -82,7 +81,7 @@ RC_GTEST_PROP(Verbindungszeichenfolge, EveryValueSurvivesQuoting, ()) {
   const QString b = *texte();
   const QString c = *texte();
   const QString text = u"A = "_s + Verbindungszeichenfolge::als_wert(a) + u" ;B='"_s + verdoppelt(b, u'\'') +
-                       u"';c={"_s + verdoppelt(c, u'}') + u"}"_s;
+      u"';c={"_s + verdoppelt(c, u'}') + u"}"_s;
   const Verbindungszeichenfolge folge(text);
   RC_ASSERT(folge.wert(u"a"_s) == a);
   RC_ASSERT(folge.wert(u"b"_s) == b);

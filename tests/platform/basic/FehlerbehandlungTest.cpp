@@ -12,9 +12,9 @@ TEST(Fehlerbehandlung, ReportAndEndTellsNumberAndWordsOnceAndGivesTheEmptyResult
   int berichte = 0;
   const bool ergebnis = fehler::melden_und_enden(
       [&](const Laufzeitfehler& f) {
-        ++berichte;
-        EXPECT_EQ(f.Nummer(), 9);
-        EXPECT_EQ(f.Beschreibung(), u"Index außerhalb des gültigen Bereichs"_s);
+    ++berichte;
+    EXPECT_EQ(f.Nummer(), 9);
+    EXPECT_EQ(f.Beschreibung(), u"Index außerhalb des gültigen Bereichs"_s);
       },
       []() -> bool { throw Laufzeitfehler(9); });
   EXPECT_FALSE(ergebnis);

@@ -112,8 +112,8 @@ TEST_F(FileSystem, AReadOnlyTargetIsNotOverwrittenWhoeverTheUserIs) {
 TEST_F(FileSystem, AFileCopiedOntoItselfIsRefusedBeforeAnythingIsOpened) {
   wurzel.schreibe(u"a.jpg"_s, "1");
   ASSERT_EQ(::link(QFile::encodeName(wurzel.pfad(u"a.jpg"_s)).constData(),
-                   QFile::encodeName(wurzel.pfad(u"zwilling.jpg"_s)).constData()),
-            0);
+                QFile::encodeName(wurzel.pfad(u"zwilling.jpg"_s)).constData()),
+      0);
   EXPECT_EQ(Fehlernummer_von([&] { fso.CopyFile(u"P:\\a.jpg"_s, u"P:\\a.jpg"_s); }), 70);
   EXPECT_EQ(Fehlernummer_von([&] { fso.CopyFile(u"P:\\a.jpg"_s, u"P:\\A.JPG"_s, false); }), 70);
   EXPECT_EQ(Fehlernummer_von([&] { fso.CopyFile(u"P:\\a.jpg"_s, u"P:\\zwilling.jpg"_s); }), 70);
@@ -175,8 +175,8 @@ TEST_F(FileSystem, TheSameFileIsRenamedToAnotherCase) {
 TEST_F(FileSystem, ATwinOfTheSourceIsAnExistingTarget) {
   wurzel.schreibe(u"a.jpg"_s, "1");
   ASSERT_EQ(::link(QFile::encodeName(wurzel.pfad(u"a.jpg"_s)).constData(),
-                   QFile::encodeName(wurzel.pfad(u"b.jpg"_s)).constData()),
-            0);
+                QFile::encodeName(wurzel.pfad(u"b.jpg"_s)).constData()),
+      0);
   EXPECT_EQ(Fehlernummer_von([&] { fso.MoveFile(u"P:\\a.jpg"_s, u"P:\\b.jpg"_s); }), 58);
   nur({u"a.jpg"_s, u"b.jpg"_s});
 }

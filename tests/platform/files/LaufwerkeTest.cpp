@@ -71,18 +71,18 @@ TEST_F(MaschinenLaufwerke, TheRootFileSystemIsCAndOrdinaryMountsGetNoLetter) {
 
 TEST_F(MaschinenLaufwerke, MediaSharesAndOpticalDrivesFollowFromDByTheirMountPoints) {
   haenge_ein({"/dev/sda1 / ext4 rw 0 0", "//nas/bilder /mnt/nas cifs rw 0 0", "/dev/sr0 /media/cd iso9660 ro 0 0",
-              "/dev/sdb1 /media/anna/STICK vfat rw 0 0", "/dev/sdc1 /run/media/anna/B exfat rw 0 0",
-              "server:/export/fotos /srv/fotos nfs4 rw 0 0", "tmpfs /media/speicher tmpfs rw 0 0"});
-  EXPECT_EQ(laufwerke(),
-            (Karte{{u'C', Fest}, {u'D', Wechsel}, {u'E', CdRom}, {u'F', Netz}, {u'G', Wechsel}, {u'H', Netz}}));
+      "/dev/sdb1 /media/anna/STICK vfat rw 0 0", "/dev/sdc1 /run/media/anna/B exfat rw 0 0",
+      "server:/export/fotos /srv/fotos nfs4 rw 0 0", "tmpfs /media/speicher tmpfs rw 0 0"});
+  EXPECT_EQ(
+      laufwerke(), (Karte{{u'C', Fest}, {u'D', Wechsel}, {u'E', CdRom}, {u'F', Netz}, {u'G', Wechsel}, {u'H', Netz}}));
   EXPECT_EQ(Pfadkarte::aktuell().ordner(u"D:"_s), u"/media/anna/STICK"_s);
   EXPECT_EQ(Pfadkarte::aktuell().ordner(u"H:"_s), u"/srv/fotos"_s);
 }
 
 TEST_F(MaschinenLaufwerke, ANetworkMountAnswersWithItsShare) {
   haenge_ein({"//nas/bilder /mnt/a cifs rw 0 0", "//nas/alle/unten /mnt/b smb3 rw 0 0",
-              "server:/export/fotos /mnt/c nfs rw 0 0", "/dev/sdb1 /media/d vfat rw 0 0",
-              "//nas/ende/ /mnt/e cifs rw 0 0", "alles:/ /mnt/f nfs4 rw 0 0"});
+      "server:/export/fotos /mnt/c nfs rw 0 0", "/dev/sdb1 /media/d vfat rw 0 0", "//nas/ende/ /mnt/e cifs rw 0 0",
+      "alles:/ /mnt/f nfs4 rw 0 0"});
   EXPECT_EQ(netz(u"E:"_s), u"\\\\nas\\bilder"_s);
   EXPECT_EQ(netz(u"F:"_s), u"\\\\nas\\alle\\unten"_s);
   EXPECT_EQ(netz(u"G:"_s), u"\\\\server\\export\\fotos"_s);

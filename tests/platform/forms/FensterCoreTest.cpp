@@ -112,8 +112,8 @@ TEST_F(FensterCoreTest, PlacementsLieInTheUsersConfigurationUnderApplicationAndW
 }
 
 TEST_F(FensterCoreTest, NamesOfAnyKindNeitherMeetNorLeaveTheConfiguration) {
-  const QStringList namen{u""_s,  u"a"_s, u"a/b"_s, u"a\\b"_s, u"a%2Fb"_s, u"."_s,       u".."_s, u"../a"_s,
-                          u"%"_s, u"ä"_s, u"a b"_s, u"[a]"_s,  u"a=b;c"_s, u"General"_s, u"A:B"_s};
+  const QStringList namen{u""_s, u"a"_s, u"a/b"_s, u"a\\b"_s, u"a%2Fb"_s, u"."_s, u".."_s, u"../a"_s, u"%"_s, u"ä"_s,
+      u"a b"_s, u"[a]"_s, u"a=b;c"_s, u"General"_s, u"A:B"_s};
   for (qsizetype i = 0; i < namen.size(); ++i) {
     const int n = static_cast<int>(i);
     speichere(Anwendung, namen[i], {{n, 100, 200, 200}, false});
@@ -126,7 +126,7 @@ TEST_F(FensterCoreTest, NamesOfAnyKindNeitherMeetNorLeaveTheConfiguration) {
   }
   // One folder for each application, and nothing beside them.
   EXPECT_EQ(QDir(konfiguration.pfad()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(),
-            namen.size() + 1);
+      namen.size() + 1);
 }
 
 TEST_F(FensterCoreTest, APlacementThatLiesOnNoScreenAnyMoreComesBackWholeOntoTheScreen) {
@@ -154,22 +154,12 @@ TEST_F(FensterCoreTest, GarbageInTheFileRestoresNothingAndIsOvercomeByTheNextSto
   struct Fall {
     QByteArray aus, zu;
   };
-  const std::vector<Fall> faelle{{"Links=1", "Links=x"},
-                                 {"Links=1", "Links="},
-                                 {"Oben=2", "Oben=1e3"},
-                                 {"Oben=2\n", ""},
-                                 {"Breite=300", "Breite=0"},
-                                 {"Breite=300", "Breite=-5"},
-                                 {"Breite=300", "Breite=2147483647"},
-                                 {"Hoehe=200", "Hoehe=99999999999999999999"},
-                                 {"Hoehe=200", "Hoehe=@Variant(\\0\\0\\0\\x7f)"},
-                                 {"Links=1", "Links=-2147483648"},
-                                 {"Maximiert=false", "Maximiert=vielleicht"},
-                                 {"Maximiert=false\n", ""},
-                                 {"Links=1", "Links=1, 2"},
-                                 {gut, QByteArray("\x00\xff[[[=\n=\x01]frm_A", 15)},
-                                 {gut, QByteArray(100'000, '[')},
-                                 {gut, ""}};
+  const std::vector<Fall> faelle{{"Links=1", "Links=x"}, {"Links=1", "Links="}, {"Oben=2", "Oben=1e3"},
+      {"Oben=2\n", ""}, {"Breite=300", "Breite=0"}, {"Breite=300", "Breite=-5"}, {"Breite=300", "Breite=2147483647"},
+      {"Hoehe=200", "Hoehe=99999999999999999999"}, {"Hoehe=200", "Hoehe=@Variant(\\0\\0\\0\\x7f)"},
+      {"Links=1", "Links=-2147483648"}, {"Maximiert=false", "Maximiert=vielleicht"}, {"Maximiert=false\n", ""},
+      {"Links=1", "Links=1, 2"}, {gut, QByteArray("\x00\xff[[[=\n=\x01]frm_A", 15)}, {gut, QByteArray(100'000, '[')},
+      {gut, ""}};
   for (const Fall& fall : faelle) {
     const Testordner ordner;
     richte_auf(ordner.pfad());
@@ -201,7 +191,7 @@ TEST_F(FensterCoreTest, AnEmptyPlacementDoesNotReplaceAStoredOne) {
 TEST_F(FensterCoreTest, AReportIsABoxWithTheWordsAndThePlaceOfTheFailure) {
   MeldungsDoppel meldungen;
   meldungen.erwarte({u"Pfad %1 nicht gefunden\n\nFehler 76 in frm_BildZuordnung.Lade_Zuordnung"_s, u"Fehler"_s,
-                     oberflaeche::Symbol::Kritisch, oberflaeche::Knoepfe::OK});
+      oberflaeche::Symbol::Kritisch, oberflaeche::Knoepfe::OK});
   core.FehlerMelden(u"frm_BildZuordnung"_s, u"Lade_Zuordnung"_s, 76, u"Pfad %1 nicht gefunden"_s, true);
 }
 
@@ -221,7 +211,7 @@ const QRect Rechts{1000, 100, 1600, 900};
 
 TEST(EingepasstTest, WhatCanBeGraspedStaysAsItIs) {
   for (const QRect& r : {QRect(100, 100, 300, 200), QRect(0, 0, 1000, 800), QRect(900, 200, 300, 200),
-                         QRect(-200, 300, 300, 200), QRect(500, 760, 300, 200), QRect(1200, 100, 1600, 900)})
+           QRect(-200, 300, 300, 200), QRect(500, 760, 300, 200), QRect(1200, 100, 1600, 900)})
     EXPECT_EQ(eingepasst(r, {Links, Rechts}), r) << r.x() << ' ' << r.y();
 }
 
@@ -230,13 +220,12 @@ TEST(EingepasstTest, WhatIsOutOfReachComesOntoTheNearestScreen) {
     QRect vorher, nachher;
   };
   const std::vector<Fall> faelle{{{-2000, 300, 300, 200}, {0, 300, 300, 200}},
-                                 {{5000, 300, 300, 200}, {2300, 300, 300, 200}},
-                                 {{1500, 5000, 300, 200}, {1500, 800, 300, 200}},
-                                 {{100, -5000, 300, 200}, {100, 32, 300, 200}},  // room for the title bar
-                                 {{-260, 300, 300, 200}, {0, 300, 300, 200}},    // 40 of its 300 pixels are too few
-                                 {{300, -20, 300, 200}, {300, 32, 300, 200}},    // its title bar is above the screen
-                                 {{0, 100, 1200, 600}, {0, 100, 1000, 600}},     // most of it is on the left one
-                                 {{900, 100, 1700, 3000}, {1000, 132, 1600, 868}}};
+      {{5000, 300, 300, 200}, {2300, 300, 300, 200}}, {{1500, 5000, 300, 200}, {1500, 800, 300, 200}},
+      {{100, -5000, 300, 200}, {100, 32, 300, 200}},  // room for the title bar
+      {{-260, 300, 300, 200}, {0, 300, 300, 200}},    // 40 of its 300 pixels are too few
+      {{300, -20, 300, 200}, {300, 32, 300, 200}},    // its title bar is above the screen
+      {{0, 100, 1200, 600}, {0, 100, 1000, 600}},     // most of it is on the left one
+      {{900, 100, 1700, 3000}, {1000, 132, 1600, 868}}};
   for (const Fall& fall : faelle)
     EXPECT_EQ(eingepasst(fall.vorher, {Links, Rechts}), fall.nachher)
         << fall.vorher.x() << ' ' << fall.vorher.y() << ' ' << fall.vorher.width();

@@ -34,8 +34,8 @@ class Fensterdienste : public ::testing::Test {
   const QString Dateifunktionen = u"KVOCore.KVFileFunctions"_s;
 
   /// Shows a box and does something with it once it is up; gives the answer.
-  static Antwort zeige(Knoepfe knoepfe, const std::function<void(QMessageBox&)>& waehrend,
-                       const QString& titel = u"Achtung"_s) {
+  static Antwort zeige(
+      Knoepfe knoepfe, const std::function<void(QMessageBox&)>& waehrend, const QString& titel = u"Achtung"_s) {
     QTimer::singleShot(0, qApp, [&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(box, nullptr);

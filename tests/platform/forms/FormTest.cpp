@@ -148,8 +148,9 @@ TEST(Form, KeysAreSeenBeforeTheControlWhichStillGetsThem) {
     QTest::keyClick(&feld, Qt::Key_PageUp);
     form.Hide();
   });
-  EXPECT_EQ(form.ablauf.mid(1), (QStringList{u"KeyDown 16/1"_s, u"KeyDown 65/1"_s, u"KeyPress 97"_s, u"KeyUp 65/1"_s,
-                                             u"KeyUp 16/0"_s, u"KeyDown 33/0"_s, u"KeyUp 33/0"_s}));
+  EXPECT_EQ(form.ablauf.mid(1),
+      (QStringList{u"KeyDown 16/1"_s, u"KeyDown 65/1"_s, u"KeyPress 97"_s, u"KeyUp 65/1"_s, u"KeyUp 16/0"_s,
+          u"KeyDown 33/0"_s, u"KeyUp 33/0"_s}));
   EXPECT_EQ(feld.text(), u"a"_s);
 }
 

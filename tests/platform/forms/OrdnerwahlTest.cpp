@@ -33,7 +33,7 @@ class OrdnerwahlTest : public ::testing::Test {
   void TearDown() override {
     Pfadkarte::aktuell().entferne(u"Q:"_s);
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                       QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
   }
 
   /// Asks for a folder and does something with the dialog once it is up; what it leaves open Escape closes.
@@ -78,24 +78,24 @@ TEST_F(OrdnerwahlTest, AFolderOutsideAllDrivesOfTheMapLiesOnC) {
 TEST_F(OrdnerwahlTest, CancelGivesNothing) {
   EXPECT_EQ(waehle([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }), u""_s);
   EXPECT_EQ(waehle([](QFileDialog& dialog) {
-              auto* abbrechen = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel);
-              ASSERT_NE(abbrechen, nullptr);
-              QTest::mouseClick(abbrechen, Qt::LeftButton);
-            }),
-            u""_s);
+    auto* abbrechen = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel);
+    ASSERT_NE(abbrechen, nullptr);
+    QTest::mouseClick(abbrechen, Qt::LeftButton);
+  }),
+      u""_s);
 }
 
 TEST_F(OrdnerwahlTest, AFolderThatIsMissingIsNotTaken) {
   EXPECT_EQ(waehle([&](QFileDialog& dialog) {
-              QTimer::singleShot(0, qApp, [] {
-                auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-                ASSERT_NE(box, nullptr);
-                QTest::keyClick(box, Qt::Key_Escape);
-              });
-              gib_ein(dialog, ordner.pfad(u"Bilder/fehlt"_s));
-              EXPECT_TRUE(dialog.isVisible());
-            }),
-            u""_s);
+    QTimer::singleShot(0, qApp, [] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      QTest::keyClick(box, Qt::Key_Escape);
+    });
+    gib_ein(dialog, ordner.pfad(u"Bilder/fehlt"_s));
+    EXPECT_TRUE(dialog.isVisible());
+  }),
+      u""_s);
 }
 
 TEST_F(OrdnerwahlTest, TitleAndLabelsAreGerman) {
@@ -116,6 +116,6 @@ TEST_F(OrdnerwahlTest, TheDrivesOfTheMapStandAtTheSide) {
   waehle([&](QFileDialog& dialog) {
     EXPECT_TRUE(dialog.sidebarUrls().contains(QUrl::fromLocalFile(ordner.pfad(u"Bilder"_s))));
     EXPECT_EQ(dialog.sidebarUrls().constFirst(),
-              QUrl::fromLocalFile(QStandardPaths::writableLocation(QStandardPaths::HomeLocation)));
+        QUrl::fromLocalFile(QStandardPaths::writableLocation(QStandardPaths::HomeLocation)));
   });
 }

@@ -36,8 +36,8 @@ class ProgrammauswahlTest : public ::testing::Test {
     return *fenster.findChild<QPushButton*>(name);
   }
 
-  QList<shell::Programm> programme{{u"Ansehen"_s, u"ansehen %f"_s, {}, {}, {}},
-                                   {u"Malen"_s, u"malen --neu %f"_s, {}, {}, u"/opt/malen"_s}};
+  QList<shell::Programm> programme{
+      {u"Ansehen"_s, u"ansehen %f"_s, {}, {}, {}}, {u"Malen"_s, u"malen --neu %f"_s, {}, {}, u"/opt/malen"_s}};
   QString verzeichnis;
 };
 
@@ -45,27 +45,27 @@ class ProgrammauswahlTest : public ::testing::Test {
 
 TEST_F(ProgrammauswahlTest, TheFirstProgramIsChosenWithEnter) {
   EXPECT_EQ(frage([](Programmauswahl& f) {
-              EXPECT_EQ(liste(f).count(), 2);
-              eingaben::taste(f, Qt::Key_Return);
-            }),
-            (QStringList{u"ansehen"_s, u"/b/f.jpg"_s}));
+    EXPECT_EQ(liste(f).count(), 2);
+    eingaben::taste(f, Qt::Key_Return);
+  }),
+      (QStringList{u"ansehen"_s, u"/b/f.jpg"_s}));
 }
 
 TEST_F(ProgrammauswahlTest, ADoubleClickChoosesAndTellsTheFolder) {
   EXPECT_EQ(frage([](Programmauswahl& f) {
-              eingaben::klicke_Zeile(liste(f), 1);
-              eingaben::doppelklicke_Zeile(liste(f), 1);
-            }),
-            (QStringList{u"malen"_s, u"--neu"_s, u"/b/f.jpg"_s}));
+    eingaben::klicke_Zeile(liste(f), 1);
+    eingaben::doppelklicke_Zeile(liste(f), 1);
+  }),
+      (QStringList{u"malen"_s, u"--neu"_s, u"/b/f.jpg"_s}));
   EXPECT_EQ(verzeichnis, u"/opt/malen"_s);
 }
 
 TEST_F(ProgrammauswahlTest, AClickAndTheButtonChoose) {
   EXPECT_EQ(frage([](Programmauswahl& f) {
-              eingaben::klicke_Zeile(liste(f), 1);
-              eingaben::klicke(knopf(f, u"cmd_Oeffnen"_s));
-            }).value(0),
-            u"malen"_s);
+    eingaben::klicke_Zeile(liste(f), 1);
+    eingaben::klicke(knopf(f, u"cmd_Oeffnen"_s));
+  }).value(0),
+      u"malen"_s);
 }
 
 TEST_F(ProgrammauswahlTest, EscapeChoosesNothing) {
@@ -75,13 +75,13 @@ TEST_F(ProgrammauswahlTest, EscapeChoosesNothing) {
 TEST_F(ProgrammauswahlTest, WithoutProgramsOnlyAnotherOneCanBeChosen) {
   programme.clear();
   EXPECT_EQ(frage([](Programmauswahl& f) {
-              EXPECT_FALSE(knopf(f, u"cmd_Oeffnen"_s).isEnabled());
-              EXPECT_FALSE(liste(f).isVisible());
-              eingaben::taste(f, Qt::Key_Return);
-              EXPECT_TRUE(f.isVisible());
-              eingaben::taste(f, Qt::Key_Escape);
-            }),
-            QStringList());
+    EXPECT_FALSE(knopf(f, u"cmd_Oeffnen"_s).isEnabled());
+    EXPECT_FALSE(liste(f).isVisible());
+    eingaben::taste(f, Qt::Key_Return);
+    EXPECT_TRUE(f.isVisible());
+    eingaben::taste(f, Qt::Key_Escape);
+  }),
+      QStringList());
 }
 
 TEST_F(ProgrammauswahlTest, AnyOtherProgramCanBeChosen) {
@@ -89,25 +89,25 @@ TEST_F(ProgrammauswahlTest, AnyOtherProgramCanBeChosen) {
   const QString skript = ordner.schreibe(u"mal 100%.sh"_s, "#!/bin/sh\n");
   ASSERT_TRUE(QFile::setPermissions(skript, QFile::ReadOwner | QFile::ExeOwner));
   EXPECT_EQ(frage([&](Programmauswahl& f) {
-              QTimer::singleShot(0, qApp, [&] {
-                auto* const wahl = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-                ASSERT_NE(wahl, nullptr);
-                auto* const feld = wahl->findChild<QLineEdit*>(u"fileNameEdit"_s);
-                ASSERT_NE(feld, nullptr);
-                feld->setText(skript);
-                eingaben::taste(*wahl, Qt::Key_Return);
-              });
-              eingaben::klicke(knopf(f, u"cmd_Anderes"_s));
-            }),
-            (QStringList{skript, u"/b/f.jpg"_s}));
+    QTimer::singleShot(0, qApp, [&] {
+      auto* const wahl = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(wahl, nullptr);
+      auto* const feld = wahl->findChild<QLineEdit*>(u"fileNameEdit"_s);
+      ASSERT_NE(feld, nullptr);
+      feld->setText(skript);
+      eingaben::taste(*wahl, Qt::Key_Return);
+    });
+    eingaben::klicke(knopf(f, u"cmd_Anderes"_s));
+  }),
+      (QStringList{skript, u"/b/f.jpg"_s}));
 }
 
 TEST_F(ProgrammauswahlTest, LeavingTheFileChoiceGoesBackToThePrograms) {
   EXPECT_EQ(frage([&](Programmauswahl& f) {
-              QTimer::singleShot(0, qApp, [] { eingaben::taste(*QApplication::activeModalWidget(), Qt::Key_Escape); });
-              eingaben::klicke(knopf(f, u"cmd_Anderes"_s));
-              EXPECT_TRUE(f.isVisible());
-              eingaben::taste(f, Qt::Key_Escape);
-            }),
-            QStringList());
+    QTimer::singleShot(0, qApp, [] { eingaben::taste(*QApplication::activeModalWidget(), Qt::Key_Escape); });
+    eingaben::klicke(knopf(f, u"cmd_Anderes"_s));
+    EXPECT_TRUE(f.isVisible());
+    eingaben::taste(f, Qt::Key_Escape);
+  }),
+      QStringList());
 }

@@ -87,8 +87,8 @@ TEST(LoadPicture, meldet_53_fuer_fehlende_und_481_fuer_andere_Dateien) {
   const auto nummer = [&](const QString& pfad) { return Fehlernummer_von([&] { LoadPicture(pfad); }); };
   EXPECT_EQ(nummer(ordner.pfad(u"fehlt.bmp"_s)), fehlernummer::DateiNichtGefunden);
   EXPECT_EQ(nummer(ordner.schreibe(u"a"_s, "Text")), fehlernummer::UngueltigesBild);
-  EXPECT_EQ(nummer(ordner.schreibe(u"b"_s, vorlagen::kodiert(vorlagen::foto({9, 9}), "png"))),
-            fehlernummer::UngueltigesBild);
+  EXPECT_EQ(
+      nummer(ordner.schreibe(u"b"_s, vorlagen::kodiert(vorlagen::foto({9, 9}), "png"))), fehlernummer::UngueltigesBild);
   EXPECT_EQ(nummer(ordner.schreibe(u"c"_s, "\xff\xd8\xff")), fehlernummer::UngueltigesBild);
 }
 

@@ -59,24 +59,23 @@ TEST_F(Status, ohne_Leserecht_ist_er_12) {
 }
 
 TEST_F(Status, Inhalt_ohne_bekanntes_Format_ist_13) {
-  for (const QByteArray& inhalt :
-       {QByteArray(), QByteArray("F"), QByteArray("Kein Bild, nur Text."), QByteArray("\xff\xd9", 2),
-        QByteArray("RIFF\x10\0\0\0WEBPVP8 ", 16), QByteArray("P6\n1 1\n255\nabc"),
-        QByteArray("\0\0\2\0\1\0\x20\x20\0\0", 10), QByteArray("GIF88a\1\0\1\0\0\0\0", 13)})
+  for (const QByteArray& inhalt : {QByteArray(), QByteArray("F"), QByteArray("Kein Bild, nur Text."),
+           QByteArray("\xff\xd9", 2), QByteArray("RIFF\x10\0\0\0WEBPVP8 ", 16), QByteArray("P6\n1 1\n255\nabc"),
+           QByteArray("\0\0\2\0\1\0\x20\x20\0\0", 10), QByteArray("GIF88a\1\0\1\0\0\0\0", 13)})
     EXPECT_EQ(status(inhalt), UnknownImageFormat) << inhalt.toHex().constData();
 }
 
 TEST_F(Status, ein_abgeschnittener_Kopf_ist_2_bei_jedem_Format) {
   const qsizetype scan = jpeg.indexOf("\xff\xda");
   for (const QByteArray& inhalt :
-       {jpeg.first(2), jpeg.first(3), jpeg.first(scan), jpeg.first(scan + 6), png.first(8), png.first(32), bmp.first(2),
-        bmp.first(30), tiff.first(4), tiff.first(7), ico.first(4), ico.first(21), gif.first(6), gif.first(12)})
+      {jpeg.first(2), jpeg.first(3), jpeg.first(scan), jpeg.first(scan + 6), png.first(8), png.first(32), bmp.first(2),
+          bmp.first(30), tiff.first(4), tiff.first(7), ico.first(4), ico.first(21), gif.first(6), gif.first(12)})
     EXPECT_EQ(status(inhalt), InvalidParameter) << inhalt.first(2).toHex().constData() << " " << inhalt.size();
 }
 
 TEST_F(Status, ein_abgeschnittenes_Bild_hinter_dem_Kopf_ist_0) {
   for (const QByteArray& inhalt :
-       {jpeg.first(jpeg.indexOf("\xff\xda") + 14), png.first(33), bmp.first(60), gif.first(13)})
+      {jpeg.first(jpeg.indexOf("\xff\xda") + 14), png.first(33), bmp.first(60), gif.first(13)})
     EXPECT_EQ(status(inhalt), Ok) << inhalt.first(2).toHex().constData();
 }
 
@@ -152,7 +151,7 @@ TEST_F(Status, eine_Groesse_die_niemand_haelt_ist_3) {
   EXPECT_EQ(status(mit(bmp, 18, QByteArray("\x60\xea\0\0\x60\xea\0\0", 8))), OutOfMemory);
   EXPECT_EQ(status(mit(gif, 6, QByteArray(4, '\xff'))), OutOfMemory);
   EXPECT_EQ(status(QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\x10\0\0\0\x10\0\0\x08\2\0\0\0\xc4\x4a\x37\x92", 33)),
-            OutOfMemory);
+      OutOfMemory);
 }
 
 TEST_F(Status, von_einem_ICO_zaehlt_das_groesste_Bild) {

@@ -65,7 +65,7 @@ QImage foto(QSize groesse) {
       const int kante = (x / 37 + y / 29) % 5 == 0 ? 40 : 0;
       const auto stufe = [&](double wert) { return std::clamp(static_cast<int>(wert) + korn + kante, 0, 255); };
       zeile[x] = qRgb(stufe(100 + 80 * std::sin(x / 43.0)), stufe(90 + 70 * std::cos(y / 31.0)),
-                      stufe(120 + 60 * std::sin((x + y) / 57.0)));
+          stufe(120 + 60 * std::sin((x + y) / 57.0)));
     }
   }
   return bild;
@@ -83,41 +83,41 @@ QByteArray jpeg(const QImage& bild, const Jpegart& art) {
   return komprimiere(
       bild.size(), 3, JCS_RGB,
       [&](jpeg_compress_struct& c) {
-        jpeg_set_quality(&c, art.qualitaet, TRUE);
-        c.comp_info[0].h_samp_factor = art.waagrecht;
-        c.comp_info[0].v_samp_factor = art.senkrecht;
-        c.arith_code = art.arithmetisch ? TRUE : FALSE;
-        if (art.progressiv) jpeg_simple_progression(&c);
+    jpeg_set_quality(&c, art.qualitaet, TRUE);
+    c.comp_info[0].h_samp_factor = art.waagrecht;
+    c.comp_info[0].v_samp_factor = art.senkrecht;
+    c.arith_code = art.arithmetisch ? TRUE : FALSE;
+    if (art.progressiv) jpeg_simple_progression(&c);
       },
       [&](int y, std::vector<JSAMPLE>& proben) {
-        for (int x = 0; x < bild.width(); ++x) {
-          const QRgb farbe = bild.pixel(x, y);
-          const auto p = static_cast<std::size_t>(3 * x);
-          proben[p] = static_cast<JSAMPLE>(qRed(farbe));
-          proben[p + 1] = static_cast<JSAMPLE>(qGreen(farbe));
-          proben[p + 2] = static_cast<JSAMPLE>(qBlue(farbe));
-        }
-      });
+    for (int x = 0; x < bild.width(); ++x) {
+      const QRgb farbe = bild.pixel(x, y);
+      const auto p = static_cast<std::size_t>(3 * x);
+      proben[p] = static_cast<JSAMPLE>(qRed(farbe));
+      proben[p + 1] = static_cast<JSAMPLE>(qGreen(farbe));
+      proben[p + 2] = static_cast<JSAMPLE>(qBlue(farbe));
+    }
+  });
 }
 
 QByteArray jpeg_einfarbig(QSize groesse, QRgb farbe, bool progressiv) {
   return komprimiere(
       groesse, 3, JCS_RGB,
       [&](jpeg_compress_struct& c) {
-        if (progressiv) jpeg_simple_progression(&c);
+    if (progressiv) jpeg_simple_progression(&c);
       },
       [&](int, std::vector<JSAMPLE>& proben) {
-        for (std::size_t i = 0; i < proben.size(); ++i)
-          proben[i] = static_cast<JSAMPLE>(farbe >> (16 - 8 * (i % 3)) & 0xff);
-      });
+    for (std::size_t i = 0; i < proben.size(); ++i)
+      proben[i] = static_cast<JSAMPLE>(farbe >> (16 - 8 * (i % 3)) & 0xff);
+  });
 }
 
 QByteArray jpeg_cmyk(QSize groesse, QRgb tinten, bool adobe) {
   return komprimiere(
       groesse, 4, JCS_CMYK, [&](jpeg_compress_struct& c) { c.write_Adobe_marker = adobe ? TRUE : FALSE; },
       [&](int, std::vector<JSAMPLE>& proben) {
-        for (std::size_t i = 0; i < proben.size(); ++i)
-          proben[i] = static_cast<JSAMPLE>(tinten >> (24 - 8 * (i % 4)) & 0xff);
+    for (std::size_t i = 0; i < proben.size(); ++i)
+      proben[i] = static_cast<JSAMPLE>(tinten >> (24 - 8 * (i % 4)) & 0xff);
       });
 }
 

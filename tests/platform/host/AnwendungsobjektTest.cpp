@@ -21,7 +21,7 @@ class Knapp final : public Anwendungsobjekt {
 class Gemerkte final : public Einstellungen {
  public:
   void GetSetting(const QString& pAbschnitt, const QString& pSchluessel, QString& pWert, const QString& pProgramm,
-                  const QString& pBenutzer, const QString& pVorgabe) override {
+      const QString& pBenutzer, const QString& pVorgabe) override {
     pWert = werte.value(QStringList{pAbschnitt, pSchluessel, pProgramm, pBenutzer}.join(u'/'), pVorgabe);
   }
   QHash<QString, QString> werte;
@@ -38,8 +38,8 @@ class Reich final : public Anwendungsobjekt {
 
 QString mit_Artikelstamm(const Anwendungsobjekt& anwendung) {
   QString wert = u"alt"_s;
-  anwendung.Settings()->GetSetting(u"Firmendaten"_s, u"MitArtikelstammZF"_s, wert, u"Standard"_s, u"Standard"_s,
-                                   u"0"_s);
+  anwendung.Settings()->GetSetting(
+      u"Firmendaten"_s, u"MitArtikelstammZF"_s, wert, u"Standard"_s, u"Standard"_s, u"0"_s);
   return wert;
 }
 

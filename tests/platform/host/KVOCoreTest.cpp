@@ -10,7 +10,7 @@ namespace {
 class StummerCore final : public KVOCore {
  public:
   void FehlerMelden(const QString& /*modul*/, const QString& /*prozedur*/, std::int32_t /*nummer*/,
-                    const QString& /*beschreibung*/, bool /*mitMeldung*/) override {
+      const QString& /*beschreibung*/, bool /*mitMeldung*/) override {
     ++Berichte;
   }
   int Berichte = 0;

@@ -17,9 +17,9 @@ class Auskunft final : public clsAuskunft {
  public:
   explicit Auskunft(QStringList gewaehlt) : gewaehlt_(std::move(gewaehlt)) {}
   std::int32_t Anzeige_Auskunft(const QString& pName, const QString& pZusatz, const QString& pAppName,
-                                const QString& pUser, const QString& pExeDir, const QString& pConnectString,
-                                const std::shared_ptr<adodb::Connection>& pConnection, Auskunftsempfaenger& pEmpfaenger,
-                                const QString& pReportDBTemplateDir, const QString& pDBName) override {
+      const QString& pUser, const QString& pExeDir, const QString& pConnectString,
+      const std::shared_ptr<adodb::Connection>& pConnection, Auskunftsempfaenger& pEmpfaenger,
+      const QString& pReportDBTemplateDir, const QString& pDBName) override {
     erhalten = QStringList{pName, pZusatz, pAppName, pUser, pExeDir, pConnectString, pReportDBTemplateDir, pDBName};
     EXPECT_FALSE(pConnection);
     for (const QString& wert : gewaehlt_) pEmpfaenger.LA_Doppelclick(wert);
@@ -40,7 +40,7 @@ struct Empfaenger final : Auskunftsempfaenger {
 class Artikel final : public clsArtikelManagerSQL {
  public:
   void Init(std::int32_t pArt, const QString& pConnectString,
-            const std::shared_ptr<adodb::Connection>& /*pConnection*/) override {
+      const std::shared_ptr<adodb::Connection>& /*pConnection*/) override {
     bereit_ = pArt == 0 && !pConnectString.isEmpty();
   }
   bool fktLeseArtikel(const QString& pArtikelnummer, bool, bool, bool, bool, bool, bool) override {
@@ -87,9 +87,8 @@ TEST_F(KomponentenDesWirts, AnObjectOfAnotherTypeRaises13) {
 }
 
 TEST_F(KomponentenDesWirts, AFailureOfTheMakerReachesWhoeverAsks) {
-  komponenten::registriere(LookUp, []() -> std::shared_ptr<komponenten::Komponente> {
-    throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
-  });
+  komponenten::registriere(LookUp,
+      []() -> std::shared_ptr<komponenten::Komponente> { throw Laufzeitfehler(fehlernummer::ZugriffVerweigert); });
   EXPECT_EQ(Fehlernummer_von([&] { komponenten::erzeuge<clsAuskunft>(LookUp); }), 70);
 }
 
@@ -98,10 +97,10 @@ TEST_F(KomponentenDesWirts, TheLookUpGetsItsTenArgumentsAndTellsEachPickToTheCal
   komponenten::registriere(LookUp, [&] { return eigene; });
   Empfaenger empfaenger;
   komponenten::erzeuge<clsAuskunft>(LookUp)->Anzeige_Auskunft(u"Artikel"_s, {}, u"App"_s, u"Meier"_s, u"C:\\App"_s,
-                                                              u"Provider=SQLite"_s, nullptr, empfaenger, u"C:\\R"_s,
-                                                              u"Firma"_s);
-  EXPECT_EQ(eigene->erhalten, (QStringList{u"Artikel"_s, u""_s, u"App"_s, u"Meier"_s, u"C:\\App"_s,
-                                           u"Provider=SQLite"_s, u"C:\\R"_s, u"Firma"_s}));
+      u"Provider=SQLite"_s, nullptr, empfaenger, u"C:\\R"_s, u"Firma"_s);
+  EXPECT_EQ(eigene->erhalten,
+      (QStringList{
+          u"Artikel"_s, u""_s, u"App"_s, u"Meier"_s, u"C:\\App"_s, u"Provider=SQLite"_s, u"C:\\R"_s, u"Firma"_s}));
   EXPECT_EQ(empfaenger.werte, (QStringList{u"4711|Kessel"_s, u""_s}));
 }
 

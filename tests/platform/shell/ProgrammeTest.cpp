@@ -42,7 +42,7 @@ class Programme : public ::testing::Test {
  protected:
   void lege_Eintrag(const QString& name, const QByteArray& zeilen, bool des_Benutzers = false) {
     ordner.schreibe((des_Benutzers ? u"benutzer/"_s : u"system/"_s) + u"applications/"_s + name + u".desktop"_s,
-                    "[Desktop Entry]\nType=Application\n" + zeilen);
+        "[Desktop Entry]\nType=Application\n" + zeilen);
   }
   /// An entry for JPEG files.
   void lege_Jpeg(const QString& name, const QByteArray& dazu = {}, const QByteArray& exec = "/bin/true %f") {
@@ -55,10 +55,10 @@ class Programme : public ::testing::Test {
   }
   /// A program that writes each of its arguments, and where it was started, as lines into a file.
   QString lege_Skript(const QString& name) {
-    const QString skript = ordner.schreibe(
-        name, "#!/bin/sh\n{ pwd; for a in \"$@\"; do printf '%s\\n' \"$a\"; done; } > '" +
-                  ordner.pfad(u"rufe.tmp"_s).toUtf8() + "' && mv '" + ordner.pfad(u"rufe.tmp"_s).toUtf8() + "' '" +
-                  ordner.pfad(u"rufe"_s).toUtf8() + "'\n");
+    const QString skript = ordner.schreibe(name,
+        "#!/bin/sh\n{ pwd; for a in \"$@\"; do printf '%s\\n' \"$a\"; done; } > '" +
+            ordner.pfad(u"rufe.tmp"_s).toUtf8() + "' && mv '" + ordner.pfad(u"rufe.tmp"_s).toUtf8() + "' '" +
+            ordner.pfad(u"rufe"_s).toUtf8() + "'\n");
     EXPECT_TRUE(QFile::setPermissions(skript, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     return skript;
   }
@@ -123,7 +123,7 @@ TEST_F(Programme, TheUsersEntryGoesBeforeTheSystemsOfTheSameName) {
 TEST_F(Programme, AnEntryInAFolderIsKnownByItsPathWithDashes) {
   lege_Jpeg(u"a"_s);
   ordner.schreibe(u"system/applications/firma/b.desktop"_s,
-                  "[Desktop Entry]\nType=Application\nName=B\nExec=/bin/true\nMimeType=image/jpeg;\n");
+      "[Desktop Entry]\nType=Application\nName=B\nExec=/bin/true\nMimeType=image/jpeg;\n");
   ordner.schreibe(u"config/mimeapps.list"_s, "[Default Applications]\nimage/jpeg=firma-b.desktop\n");
   EXPECT_EQ(namen(), (QStringList{u"B"_s, u"a"_s}));
 }
@@ -132,23 +132,23 @@ TEST_F(Programme, DefaultsComeFirstAddedOnesAreOfferedRemovedOnesNot) {
   for (const auto& name : {u"a"_s, u"b"_s, u"c"_s}) lege_Jpeg(name);
   lege_Eintrag(u"dazu"_s, "Name=Dazu\nExec=/bin/true\n");
   ordner.schreibe(u"config/mimeapps.list"_s,
-                  "[Default Applications]\nimage/jpeg=c.desktop;gibtsnicht.desktop\n"
-                  "[Added Associations]\nimage/jpeg=dazu.desktop\n[Removed Associations]\nimage/jpeg=a.desktop;\n");
+      "[Default Applications]\nimage/jpeg=c.desktop;gibtsnicht.desktop\n"
+      "[Added Associations]\nimage/jpeg=dazu.desktop\n[Removed Associations]\nimage/jpeg=a.desktop;\n");
   EXPECT_EQ(namen(), (QStringList{u"c"_s, u"Dazu"_s, u"b"_s}));
 }
 
 TEST_F(Programme, WhatTheUserSaysTheSystemCannotTakeBack) {
   for (const auto& name : {u"a"_s, u"b"_s}) lege_Jpeg(name);
   ordner.schreibe(u"config/mimeapps.list"_s,
-                  "[Added Associations]\nimage/jpeg=a.desktop;\n[Removed Associations]\nimage/jpeg=b.desktop;\n");
+      "[Added Associations]\nimage/jpeg=a.desktop;\n[Removed Associations]\nimage/jpeg=b.desktop;\n");
   ordner.schreibe(u"config-system/mimeapps.list"_s,
-                  "[Default Applications]\nimage/jpeg=b.desktop;\n[Removed Associations]\nimage/jpeg=a.desktop;\n");
+      "[Default Applications]\nimage/jpeg=b.desktop;\n[Removed Associations]\nimage/jpeg=a.desktop;\n");
   EXPECT_EQ(namen(), QStringList{u"a"_s});
 }
 
 TEST_F(Programme, NamesAreInTheUsersLanguage) {
-  lege_Eintrag(u"a"_s,
-               "Name=Viewer\nName[de]=Betrachter\\sNeu\nName[fr]=Visionneur\nExec=/bin/true\nMimeType=image/jpeg;\n");
+  lege_Eintrag(
+      u"a"_s, "Name=Viewer\nName[de]=Betrachter\\sNeu\nName[fr]=Visionneur\nExec=/bin/true\nMimeType=image/jpeg;\n");
   EXPECT_EQ(namen(), QStringList{u"Betrachter Neu"_s});
 }
 
@@ -156,15 +156,14 @@ TEST(Befehlszeilen, FieldCodesAreReplaced) {
   EXPECT_EQ(zeile(u"malen %f"_s), (QStringList{u"malen"_s, u"/b/f.jpg"_s}));
   EXPECT_EQ(zeile(u"malen %F"_s), (QStringList{u"malen"_s, u"/b/f.jpg"_s}));
   EXPECT_EQ(zeile(u"malen %u"_s, u"/b/ä b.jpg"_s), (QStringList{u"malen"_s, u"file:///b/%C3%A4%20b.jpg"_s}));
-  EXPECT_EQ(
-      zeile(u"malen --titel %c --eintrag %k %U"_s),
+  EXPECT_EQ(zeile(u"malen --titel %c --eintrag %k %U"_s),
       (QStringList{u"malen"_s, u"--titel"_s, u"Malen"_s, u"--eintrag"_s, u"/e/malen.desktop"_s, u"file:///b/f.jpg"_s}));
   EXPECT_EQ(zeile(u"malen --datei=%f"_s), (QStringList{u"malen"_s, u"--datei=/b/f.jpg"_s}));
 }
 
 TEST(Befehlszeilen, ThePercentSignAndTheIconAreWrittenOut) {
-  EXPECT_EQ(zeile(u"malen 100%% %i %f"_s),
-            (QStringList{u"malen"_s, u"100%"_s, u"--icon"_s, u"pinsel"_s, u"/b/f.jpg"_s}));
+  EXPECT_EQ(
+      zeile(u"malen 100%% %i %f"_s), (QStringList{u"malen"_s, u"100%"_s, u"--icon"_s, u"pinsel"_s, u"/b/f.jpg"_s}));
   EXPECT_EQ(Befehlszeile({u"M"_s, u"malen %i %f"_s, {}, {}, {}}, u"/f"_s), (QStringList{u"malen"_s, u"/f"_s}));
 }
 
@@ -174,9 +173,9 @@ TEST(Befehlszeilen, OldCodesVanishAndAFileThatNobodyAsksForComesLast) {
 
 TEST(Befehlszeilen, QuotesHoldAnArgumentTogetherAndEscapesAreTakenAsTheyStand) {
   EXPECT_EQ(zeile(u"\"/opt/mein programm/malen\" \"\" -a %f"_s),
-            (QStringList{u"/opt/mein programm/malen"_s, QString(), u"-a"_s, u"/b/f.jpg"_s}));
-  EXPECT_EQ(zeile(uR"(malen "a \"b\" \\ \$c \`d" %f)"_s),
-            (QStringList{u"malen"_s, uR"(a "b" \ $c `d)"_s, u"/b/f.jpg"_s}));
+      (QStringList{u"/opt/mein programm/malen"_s, QString(), u"-a"_s, u"/b/f.jpg"_s}));
+  EXPECT_EQ(
+      zeile(uR"(malen "a \"b\" \\ \$c \`d" %f)"_s), (QStringList{u"malen"_s, uR"(a "b" \ $c `d)"_s, u"/b/f.jpg"_s}));
   EXPECT_EQ(zeile(u"malen   a\tb %f"_s), (QStringList{u"malen"_s, u"a"_s, u"b"_s, u"/b/f.jpg"_s}));
 }
 

@@ -65,8 +65,8 @@ SQLRETURN OdbcDoppel::SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, voi
   return SQL_SUCCESS;
 }
 
-SQLRETURN OdbcDoppel::BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
-                              SQLLEN* laengen) {
+SQLRETURN OdbcDoppel::BindCol(
+    SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laengen) {
   Q_UNUSED(anweisung);
   if (!bindet) return SQL_ERROR;
   bindungen_[spalte] = {art, static_cast<char*>(ziel), platz, laengen};
@@ -117,7 +117,7 @@ SQLRETURN OdbcDoppel::NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) {
 }
 
 SQLRETURN OdbcDoppel::DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
-                                  SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) {
+    SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) {
   Q_UNUSED(anweisung);
   const Spalte& gefragte = schritte[schritt_].spalten[spalte - 1U];
   kopiere(gefragte.name, name, platz, name_laenge);
@@ -169,8 +169,8 @@ SQLRETURN OdbcDoppel::hole_zeile() {
   return *zeile_ < schritt.zeilen.size() ? SQL_SUCCESS : SQL_NO_DATA;
 }
 
-SQLRETURN OdbcDoppel::GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
-                              SQLLEN* rest) {
+SQLRETURN OdbcDoppel::GetData(
+    SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* rest) {
   Q_UNUSED(anweisung);
   ++einzelne_werte;
   if (spalte != spalte_) stelle_ = 0;
@@ -205,7 +205,7 @@ SQLRETURN OdbcDoppel::gib_text(const QString& wert, void* ziel, SQLLEN platz, SQ
 }
 
 SQLRETURN OdbcDoppel::GetDiagRec(SQLSMALLINT art, SQLHANDLE griff, SQLSMALLINT satz, char16_t* sqlstate,
-                                 SQLINTEGER* nummer, char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_laenge) {
+    SQLINTEGER* nummer, char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_laenge) {
   Q_UNUSED(art);
   Q_UNUSED(griff);
   if (satz > meldungen_.size()) return SQL_NO_DATA;

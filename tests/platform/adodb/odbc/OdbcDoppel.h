@@ -74,15 +74,15 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) override;
   SQLRETURN NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) override;
   SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
-                        SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) override;
-  SQLRETURN BindCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
-                    SQLLEN* laengen) override;
+      SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) override;
+  SQLRETURN BindCol(
+      SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laengen) override;
   SQLRETURN Fetch(SQLHSTMT anweisung) override;
-  SQLRETURN GetData(SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz,
-                    SQLLEN* rest) override;
+  SQLRETURN GetData(
+      SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* rest) override;
   SQLRETURN MoreResults(SQLHSTMT anweisung) override;
   SQLRETURN GetDiagRec(SQLSMALLINT art, SQLHANDLE griff, SQLSMALLINT satz, char16_t* sqlstate, SQLINTEGER* nummer,
-                       char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_laenge) override;
+      char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_laenge) override;
   SQLRETURN Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* angaben) override;
   SQLRETURN DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* name_treiber) override;
 

@@ -55,19 +55,18 @@ class OdbcPakete : public testing::Test {
 
 TEST_F(OdbcPakete, AStatementIsOneMessageWhateverItDoes) {
   const auto verbindung = oeffne();
-  for (const QString& text :
-       {u"insert into Bild_Zuordnungen (Key1, SortIndex) Values ('A', 1)"_s,
-        u"UPDATE Bild_Zuordnungen SET SortIndex = 2 WHERE Key1 = 'A'"_s,
-        u"UPDATE Bild_Zuordnungen SET SortIndex = 2 WHERE Key1 = 'nie'"_s,
-        u"Select * from Bild_Zuordnungen  where Key1 = 'A'order by SortIndex"_s,
-        u"Select * from Bild_Zuordnungen  where Key1 = 'nie'order by SortIndex"_s,
-        u"Select Top 1 Key1 from Bild_Zuordnungen "_s, u"Delete from Bild_Zuordnungen  where Key1 = 'A'"_s}) {
+  for (const QString& text : {u"insert into Bild_Zuordnungen (Key1, SortIndex) Values ('A', 1)"_s,
+           u"UPDATE Bild_Zuordnungen SET SortIndex = 2 WHERE Key1 = 'A'"_s,
+           u"UPDATE Bild_Zuordnungen SET SortIndex = 2 WHERE Key1 = 'nie'"_s,
+           u"Select * from Bild_Zuordnungen  where Key1 = 'A'order by SortIndex"_s,
+           u"Select * from Bild_Zuordnungen  where Key1 = 'nie'order by SortIndex"_s,
+           u"Select Top 1 Key1 from Bild_Zuordnungen "_s, u"Delete from Bild_Zuordnungen  where Key1 = 'A'"_s}) {
     SCOPED_TRACE(text.toStdString());
     for (const int anzahl : {1, 20})
       EXPECT_EQ(verkehr([&] {
-                  for (int i = 0; i < anzahl; ++i) verbindung->Execute(text);
-                }),
-                (Verkehr{anzahl, anzahl}));
+        for (int i = 0; i < anzahl; ++i) verbindung->Execute(text);
+      }),
+          (Verkehr{anzahl, anzahl}));
   }
 }
 
@@ -83,13 +82,13 @@ TEST_F(OdbcPakete, TenThousandRowsAreReadWithOneMessage) {
   const auto verbindung = oeffne();
   std::shared_ptr<adodb::Recordset> satz;
   EXPECT_EQ(verkehr([&] { satz = verbindung->Execute(u"Select * from Bild_Zuordnungen order by SortIndex"_s); }),
-            (Verkehr{1, 1}));
+      (Verkehr{1, 1}));
   // All of it is here by now: going through the rows sends nothing.
   EXPECT_EQ(verkehr([&] {
-              for (int i = 0; !satz->Eof(); satz->MoveNext(), ++i)
-                ASSERT_EQ(satz->Text(satz->Spalte(u"Bildname"_s)), u"Bild %1"_s.arg(i));
-            }),
-            (Verkehr{0, 0}));
+    for (int i = 0; !satz->Eof(); satz->MoveNext(), ++i)
+      ASSERT_EQ(satz->Text(satz->Spalte(u"Bildname"_s)), u"Bild %1"_s.arg(i));
+  }),
+      (Verkehr{0, 0}));
   EXPECT_EQ(satz->RecordCount(), 10'000);
 }
 

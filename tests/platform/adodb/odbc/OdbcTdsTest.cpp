@@ -33,7 +33,7 @@ class OdbcTds : public testing::Test {
   static QString zeichenfolge(const QString& kennwort = Kennwort, const QString& weiteres = {}) {
     return u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=bilder;User ID=pruefer;Driver=FreeTDS;"
            "Password="_s.arg(server().port()) +
-           adodb::Verbindungszeichenfolge::als_wert(kennwort) + u';' + weiteres;
+        adodb::Verbindungszeichenfolge::als_wert(kennwort) + u';' + weiteres;
   }
   static std::shared_ptr<adodb::Connection> offene() {
     auto verbindung = std::make_shared<adodb::Connection>();
@@ -73,8 +73,8 @@ TEST_F(OdbcTds, AStatementArrivesLetterByLetterAndWithNoOtherBesideIt) {
 
 TEST_F(OdbcTds, ValuesComeBackAsTheyWereWritten) {
   const auto verbindung = offene();
-  const QStringList beschreibungen = {u""_s,       u"Größe"_s,        u"C:\\Bilder\\"_s,  u"{d '1'} ?"_s,
-                                      u"O'Neil"_s, u"\U0001F4F7 x"_s, QString(250, u'ä'), u" rechts  "_s};
+  const QStringList beschreibungen = {u""_s, u"Größe"_s, u"C:\\Bilder\\"_s, u"{d '1'} ?"_s, u"O'Neil"_s,
+      u"\U0001F4F7 x"_s, QString(250, u'ä'), u" rechts  "_s};
   const QString kennzeichen = u"1101"_s + QString(46, u' ');
   for (const QString& text : beschreibungen)
     verbindung->Execute(
@@ -159,8 +159,8 @@ TEST_F(OdbcTds, AServerThatIsSilentAtLoginIsGivenUp) {
 TEST_F(OdbcTds, AMachineWithoutAServerIsToldByName) {
   adodb::Connection verbindung;
   const auto gefangener = fehler([&] {
-    verbindung.Open(u"Driver=FreeTDS;Server=127.0.0.1,1;UID=u;PWD="_s +
-                    adodb::Verbindungszeichenfolge::als_wert(Kennwort));
+    verbindung.Open(
+        u"Driver=FreeTDS;Server=127.0.0.1,1;UID=u;PWD="_s + adodb::Verbindungszeichenfolge::als_wert(Kennwort));
   });
   EXPECT_EQ(gefangener.Nummer(), -2147467259);
   EXPECT_TRUE(gefangener.Beschreibung().contains(u"„127.0.0.1,1“ ist nicht zu erreichen"_s))

@@ -69,7 +69,7 @@ TEST_F(OdbcTreiberTest, ALongValueIsWholeHoweverItsPiecesFall) {
     for (const auto angabe : {OdbcDoppel::Laenge::Rest, OdbcDoppel::Laenge::Unbekannt})
       for (const bool ganz : {false, true}) {
         SCOPED_TRACE(std::to_string(laenge) + (ganz ? " whole pairs" : "") +
-                     (angabe == OdbcDoppel::Laenge::Rest ? "" : " unknown"));
+            (angabe == OdbcDoppel::Laenge::Rest ? "" : " unknown"));
         odbc.laenge = angabe;
         odbc.paare_ganz = ganz;
         odbc.stuecke = 0;
@@ -90,7 +90,7 @@ TEST_F(OdbcTreiberTest, ReadsColumnsAndRowsInOrder) {
   oeffne();
   const QString langer_name(300, u'n');
   odbc.schritte = {Schritt{.spalten = {{u"Key1"_s, SQL_WVARCHAR}, {langer_name, SQL_SMALLINT}, {u""_s, SQL_WVARCHAR}},
-                           .zeilen = {{u"A"_s, u"1"_s, u""_s}, {u"A"_s, std::nullopt, u"B"_s}}}};
+      .zeilen = {{u"A"_s, u"1"_s, u""_s}, {u"A"_s, std::nullopt, u"B"_s}}}};
   const adodb::Ergebnis ergebnis = treiber.fuehre_aus(u"Select"_s);
   EXPECT_EQ(ergebnis.spalten, QStringList({u"Key1"_s, langer_name, u""_s}));
   ASSERT_EQ(ergebnis.zeilen(), 2U);
@@ -154,11 +154,11 @@ TEST_F(OdbcTreiberTest, AStatementThatMeetsNoRowsIsNoFailure) {
 
 TEST_F(OdbcTreiberTest, MessagesRowCountsAndWarningsBeforeAResultArePassedOver) {
   oeffne();
-  const Schritt druck{.ergebnis = SQL_SUCCESS_WITH_INFO,
-                      .meldungen = {{u"01000"_s, 0, u"[FreeTDS][SQL Server]Hallo"_s}}};
+  const Schritt druck{
+      .ergebnis = SQL_SUCCESS_WITH_INFO, .meldungen = {{u"01000"_s, 0, u"[FreeTDS][SQL Server]Hallo"_s}}};
   const Schritt keine_zeile{.ergebnis = SQL_NO_DATA};
-  for (const auto& schritte : {std::vector{druck, Zaehler, Zeilen}, std::vector{Zaehler, druck, Zeilen, Zaehler},
-                               std::vector{Zeilen, druck}}) {
+  for (const auto& schritte :
+      {std::vector{druck, Zaehler, Zeilen}, std::vector{Zaehler, druck, Zeilen, Zaehler}, std::vector{Zeilen, druck}}) {
     odbc.schritte = schritte;
     EXPECT_EQ(treiber.fuehre_aus(u"x"_s).zeilen(), 2U);
     EXPECT_EQ(odbc.gelesene_schritte, schritte.size());
@@ -183,7 +183,7 @@ TEST_F(OdbcTreiberTest, AFailureAnywhereInABatchIsOneOfTheText) {
   mitten.scheitert_bei = 1;
   mitten.meldungen = fehler.meldungen;
   for (const auto& schritte :
-       {std::vector{fehler}, std::vector{Zaehler, fehler}, std::vector{Zeilen, fehler}, std::vector{mitten}}) {
+      {std::vector{fehler}, std::vector{Zaehler, fehler}, std::vector{Zeilen, fehler}, std::vector{mitten}}) {
     odbc.schritte = schritte;
     const auto gefangener = anweisungsfehler();
     EXPECT_EQ(gefangener.Nummer(), -2147217900);
@@ -198,17 +198,17 @@ TEST_F(OdbcTreiberTest, AFailureAnywhereInABatchIsOneOfTheText) {
 
 TEST_F(OdbcTreiberTest, AllErrorRecordsAreToldAndWarningsAmongThemAreNot) {
   oeffne();
-  odbc.schritte = {
-      Schritt{.ergebnis = SQL_ERROR,
-              .meldungen = {{u"01000"_s, 5701, u"[Microsoft][ODBC Driver 18 for SQL Server][SQL Server]Hinweis"_s},
-                            {u"HY000"_s, 0, u"[unixODBC][Driver Manager]Erstes"_s},
-                            {u"42S02"_s, 208, u"[FreeTDS][SQL Server][dbo].[T] fehlt"_s},
-                            {u"42000"_s, 8180, u"[FreeTDS][SQL Server]"_s + QString(3000, u'z')}}}};
+  odbc.schritte = {Schritt{.ergebnis = SQL_ERROR,
+      .meldungen = {{u"01000"_s, 5701, u"[Microsoft][ODBC Driver 18 for SQL Server][SQL Server]Hinweis"_s},
+          {u"HY000"_s, 0, u"[unixODBC][Driver Manager]Erstes"_s},
+          {u"42S02"_s, 208, u"[FreeTDS][SQL Server][dbo].[T] fehlt"_s},
+          {u"42000"_s, 8180, u"[FreeTDS][SQL Server]"_s + QString(3000, u'z')}}}};
   const auto gefangener = anweisungsfehler();
   EXPECT_EQ(gefangener.Sqlstate(), u"42S02"_s);
   EXPECT_EQ(gefangener.NativeNummer(), 208);
-  EXPECT_EQ(gefangener.Beschreibung(), u"Die Anweisung ist fehlgeschlagen: Erstes; [dbo].[T] fehlt; "_s +
-                                           QString(3000, u'z') + u" (SQLSTATE 42S02, Fehler 208)"_s);
+  EXPECT_EQ(gefangener.Beschreibung(),
+      u"Die Anweisung ist fehlgeschlagen: Erstes; [dbo].[T] fehlt; "_s + QString(3000, u'z') +
+          u" (SQLSTATE 42S02, Fehler 208)"_s);
 }
 
 TEST_F(OdbcTreiberTest, AFailureWithoutARecordHasWordsToo) {
@@ -219,8 +219,8 @@ TEST_F(OdbcTreiberTest, AFailureWithoutARecordHasWordsToo) {
 
 TEST_F(OdbcTreiberTest, ADeadLinkFailsTheStatementInWordsAndTheConnectionStaysOpen) {
   oeffne();
-  odbc.schritte = {Schritt{.ergebnis = SQL_ERROR,
-                           .meldungen = {{u"08S01"_s, 20006, u"[FreeTDS][SQL Server]Write to the server failed"_s}}}};
+  odbc.schritte = {Schritt{
+      .ergebnis = SQL_ERROR, .meldungen = {{u"08S01"_s, 20006, u"[FreeTDS][SQL Server]Write to the server failed"_s}}}};
   const auto gefangener = anweisungsfehler();
   EXPECT_EQ(gefangener.Nummer(), -2147217900);
   EXPECT_EQ(gefangener.Sqlstate(), u"08S01"_s);
@@ -231,9 +231,8 @@ TEST_F(OdbcTreiberTest, ADeadLinkFailsTheStatementInWordsAndTheConnectionStaysOp
 TEST_F(OdbcTreiberTest, ADeadLinkUnderAWarningsSqlstateIsADeadLink) {
   oeffne();
   odbc.tot = true;
-  odbc.schritte = {
-      Schritt{.ergebnis = SQL_ERROR,
-              .meldungen = {{u"01000"_s, 20017, u"[FreeTDS][SQL Server]Unexpected EOF from the server"_s}}}};
+  odbc.schritte = {Schritt{.ergebnis = SQL_ERROR,
+      .meldungen = {{u"01000"_s, 20017, u"[FreeTDS][SQL Server]Unexpected EOF from the server"_s}}}};
   const auto gefangener = anweisungsfehler();
   EXPECT_EQ(gefangener.Sqlstate(), u"08S01"_s);
   EXPECT_EQ(gefangener.NativeNummer(), 20017);
@@ -242,7 +241,7 @@ TEST_F(OdbcTreiberTest, ADeadLinkUnderAWarningsSqlstateIsADeadLink) {
 TEST_F(OdbcTreiberTest, TheCauseOfAFailedConnectionIsToldUnderAWarningsSqlstateToo) {
   odbc.verbindung = SQL_ERROR;
   odbc.verbindungsmeldungen = {{u"08001"_s, 0, u"[FreeTDS][SQL Server]Unable to connect to data source"_s},
-                               {u"01000"_s, 20013, u"[FreeTDS][SQL Server]Unknown host machine name."_s}};
+      {u"01000"_s, 20013, u"[FreeTDS][SQL Server]Unknown host machine name."_s}};
   EXPECT_TRUE(fehler([&] { oeffne(); })
                   .Beschreibung()
                   .contains(u"Unable to connect to data source; Unknown host machine name."_s));
@@ -267,13 +266,12 @@ TEST_F(OdbcTreiberTest, TextsThatCannotBeSentWholeFailBeforeTheyAreSent) {
 TEST_F(OdbcTreiberTest, AFailedLoginHasTheServersNumberAndNeverThePassword) {
   odbc.verbindung = SQL_ERROR;
   odbc.verbindungsmeldungen = {{u"28000"_s, 18456, u"[FreeTDS][SQL Server]Login failed for 'u' with 'geheim'"_s},
-                               {u"08001"_s, 0, u"[FreeTDS][SQL Server]Unable to connect to data source"_s}};
+      {u"08001"_s, 0, u"[FreeTDS][SQL Server]Unable to connect to data source"_s}};
   const auto gefangener = fehler([&] { oeffne(); });
   EXPECT_EQ(gefangener.Nummer(), -2147467259);
   EXPECT_EQ(gefangener.Sqlstate(), u"28000"_s);
   EXPECT_EQ(gefangener.NativeNummer(), 18456);
-  EXPECT_EQ(
-      gefangener.Beschreibung(),
+  EXPECT_EQ(gefangener.Beschreibung(),
       u"Die Verbindung zur Datenbank ist fehlgeschlagen: der Server „SRV“ hat die Anmeldung abgelehnt: Login failed "
       "for 'u' with '***'; Unable to connect to data source (SQLSTATE 28000, Fehler 18456)"_s);
   EXPECT_FALSE(treiber.ist_offen());
@@ -327,8 +325,8 @@ TEST_F(OdbcTreiberTest, WithoutAnInstalledDriverOpenSaysSo) {
 
 TEST(OdbcProvider, ConnectStringsOfSqlServerReachTheOdbcDriver) {
   for (const QString& text :
-       {u"Provider=SQLOLEDB;Data Source=S"_s, u"Provider=sqloledb.1"_s, u"Provider=SQLNCLI11;Server=S"_s,
-        u"Provider=MSOLEDBSQL19.1"_s, u"Provider=MSDASQL"_s, u"Server=S"_s, u"Driver={x};UID=u"_s, u"DSN=x"_s}) {
+      {u"Provider=SQLOLEDB;Data Source=S"_s, u"Provider=sqloledb.1"_s, u"Provider=SQLNCLI11;Server=S"_s,
+          u"Provider=MSOLEDBSQL19.1"_s, u"Provider=MSDASQL"_s, u"Server=S"_s, u"Driver={x};UID=u"_s, u"DSN=x"_s}) {
     const auto treiber = adodb::treiber_fuer(text);
     EXPECT_NE(dynamic_cast<adodb::OdbcTreiber*>(treiber.get()), nullptr) << text.toStdString();
   }
@@ -339,8 +337,8 @@ RC_GTEST_PROP(OdbcTreiber, AnyTextComesBackWhole, ()) {
   odbc.paare_ganz = *rc::gen::arbitrary<bool>();
   adodb::OdbcTreiber treiber(odbc);
   treiber.oeffne(Zeichenfolge);
-  const auto zeichen = *rc::gen::container<std::u16string>(*rc::gen::inRange<std::size_t>(0, 7000),
-                                                           rc::gen::inRange<char16_t>(1, 0xD800));
+  const auto zeichen = *rc::gen::container<std::u16string>(
+      *rc::gen::inRange<std::size_t>(0, 7000), rc::gen::inRange<char16_t>(1, 0xD800));
   const QString text = QString::fromStdU16String(zeichen);
   odbc.schritte = {Schritt{.spalten = {{u"a"_s, SQL_WVARCHAR}}, .zeilen = {{text}, {text}}}};
   const adodb::Ergebnis ergebnis = treiber.fuehre_aus(u"x"_s);

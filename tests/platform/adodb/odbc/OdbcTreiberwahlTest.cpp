@@ -19,24 +19,24 @@ adodb::OdbcUmgebung mit(const QStringList& namen) {
 
 TEST(OdbcTreiberwahl, TakesTheMakersNewestBeforeFreeTds) {
   EXPECT_EQ(adodb::waehle_odbc_treiber(mit({u"PostgreSQL Unicode"_s, u"FreeTDS"_s, u"ODBC Driver 9 for SQL Server"_s,
-                                            u"ODBC Driver 18 for SQL Server"_s, u"ODBC Driver 17 for SQL Server"_s}))
+                                           u"ODBC Driver 18 for SQL Server"_s, u"ODBC Driver 17 for SQL Server"_s}))
                 .name,
-            u"ODBC Driver 18 for SQL Server"_s);
+      u"ODBC Driver 18 for SQL Server"_s);
   EXPECT_EQ(adodb::waehle_odbc_treiber(mit({u"SQLite3"_s, u"FreeTDS"_s, u"FreeTDS alt"_s})).name, u"FreeTDS"_s);
 }
 
 TEST(OdbcTreiberwahl, DriversOfOtherDatabasesDoNotFit) {
   EXPECT_EQ(Fehlernummer_von([] {
-              adodb::waehle_odbc_treiber(mit({u"PostgreSQL Unicode"_s, u"SQLite3"_s}));
-            }),
-            fehlernummer::Verbindung);
+    adodb::waehle_odbc_treiber(mit({u"PostgreSQL Unicode"_s, u"SQLite3"_s}));
+  }),
+      fehlernummer::Verbindung);
   EXPECT_EQ(Fehlernummer_von([] { adodb::waehle_odbc_treiber({}); }), fehlernummer::Verbindung);
 }
 
 TEST(OdbcTreiberwahl, KnowsADriverByItsLibraryUnderAnyName) {
   EXPECT_EQ(adodb::odbc_art(u"Firma"_s, u"/usr/lib/x86_64-linux-gnu/odbc/libtdsodbc.so"_s), OdbcArt::FreeTds);
-  EXPECT_EQ(adodb::odbc_art(u"Firma"_s, u"/opt/microsoft/msodbcsql18/lib64/libmsodbcsql-18.3.so.2.1"_s),
-            OdbcArt::Hersteller);
+  EXPECT_EQ(
+      adodb::odbc_art(u"Firma"_s, u"/opt/microsoft/msodbcsql18/lib64/libmsodbcsql-18.3.so.2.1"_s), OdbcArt::Hersteller);
   EXPECT_EQ(adodb::odbc_art(u"odbc driver 17 for sql server"_s, {}), OdbcArt::Hersteller);
   EXPECT_EQ(adodb::odbc_art(u"Firma"_s, u"libfirma.so"_s), OdbcArt::Unbekannt);
 }
@@ -51,9 +51,8 @@ TEST(OdbcTreiberwahl, FindsADriverByNameInAnyCaseOrByPath) {
 TEST(OdbcTreiberwahl, ADataSourceHasTheKindOfItsDriver) {
   adodb::OdbcUmgebung umgebung = mit({u"FreeTDS"_s});
   umgebung.treiber.append({u"Firma"_s, OdbcArt::FreeTds});
-  umgebung.datenquellen = {{u"Eins"_s, u"Firma"_s},
-                           {u"Zwei"_s, u"/opt/libmsodbcsql-18.so"_s},
-                           {u"Drei"_s, u"ODBC Driver 18 for SQL Server"_s}};
+  umgebung.datenquellen = {{u"Eins"_s, u"Firma"_s}, {u"Zwei"_s, u"/opt/libmsodbcsql-18.so"_s},
+      {u"Drei"_s, u"ODBC Driver 18 for SQL Server"_s}};
   EXPECT_EQ(adodb::treiber_der_datenquelle(umgebung, u"eins"_s).art, OdbcArt::FreeTds);
   EXPECT_EQ(adodb::treiber_der_datenquelle(umgebung, u"Zwei"_s).art, OdbcArt::Hersteller);
   EXPECT_EQ(adodb::treiber_der_datenquelle(umgebung, u"Drei"_s).art, OdbcArt::Hersteller);

@@ -53,9 +53,9 @@ TEST(OdbcVerbindung, EveryKeywordBecomesTheDriversOwn) {
   const QString basis = u"Server=S;UID=u;PWD=k;"_s;
   const Fall faelle[] = {
       {u"Provider=SQLOLEDB;Data Source=S;Initial Catalog=D;User ID=u;Password=k"_s, f + srv + u"DATABASE=D;"_s + an + v,
-       h + srv + u"DATABASE=D;"_s + an},
+          h + srv + u"DATABASE=D;"_s + an},
       {u" PROVIDER = sqloledb.1 ; DATA source= S ;Initial  Catalog =D; user_id=u; pwd= k ;"_s,
-       f + srv + u"DATABASE=D;"_s + an + v, h + srv + u"DATABASE=D;"_s + an},
+          f + srv + u"DATABASE=D;"_s + an + v, h + srv + u"DATABASE=D;"_s + an},
       {u"Server=S;Database=D;UID=u;PWD=k"_s, f + srv + u"DATABASE=D;"_s + an + v, h + srv + u"DATABASE=D;"_s + an},
       {u"Address=S;User=u;Password=k"_s, f + srv + an + v, h + srv + an},
       {u"Server=S\\KVO;User Name=u;Password=k"_s, f + u"SERVER=S\\KVO;"_s + an + v, h + u"SERVER=S\\KVO;"_s + an},
@@ -63,28 +63,29 @@ TEST(OdbcVerbindung, EveryKeywordBecomesTheDriversOwn) {
       {u"Server=S;Port=1444;UID=u;PWD=k"_s, f + u"SERVER=S;PORT=1444;"_s + an + v, h + u"SERVER=S,1444;"_s + an},
       {u"Server=S;UID=u"_s, f + srv + u"UID=u;PWD=;"_s + v, h + srv + u"UID=u;PWD=;"_s},
       {u"Server=S;Integrated Security=SSPI;User ID=\"\""_s, f + srv + u"Trusted_Connection=yes;"_s + v,
-       h + srv + u"Trusted_Connection=yes;"_s},
+          h + srv + u"Trusted_Connection=yes;"_s},
       {u"Server=S;Trusted_Connection=Yes"_s, f + srv + u"Trusted_Connection=yes;"_s + v,
-       h + srv + u"Trusted_Connection=yes;"_s},
+          h + srv + u"Trusted_Connection=yes;"_s},
       {basis + u"Trusted_Connection=No;Integrated Security=false"_s, f + srv + an + v, h + srv + an},
       {basis + u"Encrypt=no"_s, f + srv + an + u"Encryption=request;"_s + v, h + srv + an + u"Encrypt=no;"_s},
       {basis + u"Use Encryption for Data=False"_s, f + srv + an + u"Encryption=request;"_s + v,
-       h + srv + an + u"Encrypt=no;"_s},
+          h + srv + an + u"Encrypt=no;"_s},
       {basis + u"Encrypt=optional;TrustServerCertificate=no"_s, f + srv + an + u"Encryption=request;"_s + v,
-       h + srv + an + u"Encrypt=no;TrustServerCertificate=no;"_s},
+          h + srv + an + u"Encrypt=no;TrustServerCertificate=no;"_s},
       {basis + u"Use Encryption for Data=Mandatory;Trust Server Certificate=True"_s,
-       f + srv + an + u"Encryption=require;"_s + v, h + srv + an + u"Encrypt=yes;TrustServerCertificate=yes;"_s},
+          f + srv + an + u"Encryption=require;"_s + v, h + srv + an + u"Encrypt=yes;TrustServerCertificate=yes;"_s},
       {basis + u"Encryption=require"_s, f + srv + an + u"Encryption=require;"_s + v, h + srv + an + u"Encrypt=yes;"_s},
       {basis + u"Application Name=KVO;Workstation ID=PC1;Current Language=German"_s,
-       f + srv + an + u"APP=KVO;WSID=PC1;Language=German;"_s + v,
-       h + srv + an + u"APP=KVO;WSID=PC1;Language=German;"_s},
+          f + srv + an + u"APP=KVO;WSID=PC1;Language=German;"_s + v,
+          h + srv + an + u"APP=KVO;WSID=PC1;Language=German;"_s},
       {basis + u"APP=KVO;WSID=PC1;Language=German;Application Intent=ReadOnly;Server SPN=x/y"_s,
-       f + srv + an + u"APP=KVO;WSID=PC1;Language=German;ApplicationIntent=ReadOnly;ServerSPN=x/y;"_s + v,
-       h + srv + an + u"APP=KVO;WSID=PC1;Language=German;ApplicationIntent=ReadOnly;ServerSPN=x/y;"_s},
-      {basis + u"Persist Security Info=True;Use Procedure for Prepare=1;Auto Translate=True;Tag with column collation "
-               "when possible=False;MARS_Connection=yes;DataTypeCompatibility=80;Network Library=DBMSSOCN;Extended "
-               "Properties=\"\";MultiSubnetFailover=No"_s,
-       f + srv + an + v, h + srv + an},
+          f + srv + an + u"APP=KVO;WSID=PC1;Language=German;ApplicationIntent=ReadOnly;ServerSPN=x/y;"_s + v,
+          h + srv + an + u"APP=KVO;WSID=PC1;Language=German;ApplicationIntent=ReadOnly;ServerSPN=x/y;"_s},
+      {basis +
+              u"Persist Security Info=True;Use Procedure for Prepare=1;Auto Translate=True;Tag with column collation "
+              "when possible=False;MARS_Connection=yes;DataTypeCompatibility=80;Network Library=DBMSSOCN;Extended "
+              "Properties=\"\";MultiSubnetFailover=No"_s,
+          f + srv + an + v, h + srv + an},
   };
   for (const Fall& fall : faelle) {
     SCOPED_TRACE(fall.text.toStdString());
@@ -95,22 +96,22 @@ TEST(OdbcVerbindung, EveryKeywordBecomesTheDriversOwn) {
 
 TEST(OdbcVerbindung, OneDriversOwnKeywordsReachThatDriver) {
   EXPECT_EQ(aufruf(u"Servername=kvo;UID=u;PWD=k;Encrypt=yes"_s).zeichenfolge,
-            u"DRIVER={FreeTDS};SERVERNAME=kvo;UID=u;PWD=k;Encryption=require;"_s);
+      u"DRIVER={FreeTDS};SERVERNAME=kvo;UID=u;PWD=k;Encryption=require;"_s);
   EXPECT_EQ(aufruf(u"Server=S;UID=u;PWD=k;TDS Version=7.3;Realm=R;UseNTLMv2=1;Encryption=OFF"_s).zeichenfolge,
-            u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD=k;Encryption=off;REALM=R;UseNTLMv2=yes;TDS_Version=7.3;"_s);
+      u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD=k;Encryption=off;REALM=R;UseNTLMv2=yes;TDS_Version=7.3;"_s);
   EXPECT_EQ(aufruf(u"Server=S;UID=u;PWD=k;Encrypt=strict;HostNameInCertificate=x;Server Certificate=/c;"
                    "MultiSubnetFailover=yes"_s,
-                   Hersteller)
+                Hersteller)
                 .zeichenfolge,
-            u"DRIVER={ODBC Driver 18 for SQL Server};SERVER=S;UID=u;PWD=k;Encrypt=strict;HostnameInCertificate=x;"
-            "ServerCertificate=/c;MultiSubnetFailover=yes;"_s);
+      u"DRIVER={ODBC Driver 18 for SQL Server};SERVER=S;UID=u;PWD=k;Encrypt=strict;HostnameInCertificate=x;"
+      "ServerCertificate=/c;MultiSubnetFailover=yes;"_s);
 }
 
 TEST(OdbcVerbindung, ADataSourceOrADriverThatIsNamedIsTaken) {
   EXPECT_EQ(aufruf(u"DSN=quelle;UID=u;PWD=k"_s).zeichenfolge, u"DSN=quelle;UID=u;PWD=k;"_s);
   EXPECT_EQ(aufruf(u"Provider=MSDASQL;Data Source=Quelle"_s).zeichenfolge, u"DSN=Quelle;"_s);
   EXPECT_EQ(aufruf(u"Driver={freetds};Server=S;UID=u;PWD=k"_s).zeichenfolge,
-            u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD=k;TDS_Version=7.4;"_s);
+      u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD=k;TDS_Version=7.4;"_s);
   EXPECT_EQ(aufruf(u"Driver=/opt/libtdsodbc.so;Server=S;UID=u;PWD=k"_s, Hersteller).art, OdbcArt::FreeTds);
 }
 
@@ -131,30 +132,25 @@ TEST(OdbcVerbindung, ValuesWithSpecialCharactersAreWrittenAsTheDriverReadsThem) 
     QString freetds;
     QString hersteller;
   };
-  const Kennwort faelle[] = {{u"\"a;b\""_s, u"{a;b}"_s, u"{a;b}"_s},
-                             {u"{a;b}"_s, u"{a;b}"_s, u"{a;b}"_s},
-                             {u"'a;}b'"_s, u"{a;}b}"_s, u"{a;}}b}"_s},
-                             {u"\"a}b\""_s, u"a}b"_s, u"{a}}b}"_s},
-                             {u"{a}}b}"_s, u"a}b"_s, u"{a}}b}"_s},
-                             {u"\"{a\""_s, u"{{a}"_s, u"{{a}"_s},
-                             {u"\"a;}\""_s, u"{a;}}"_s, u"{a;}}}"_s},
-                             {u"\" a \""_s, u" a "_s, u"{ a }"_s},
-                             {u"\"a=b\""_s, u"a=b"_s, u"{a=b}"_s},
-                             {u"\"a\"\"b\""_s, u"a\"b"_s, u"a\"b"_s},
-                             {u"Pässwört€"_s, u"Pässwört€"_s, u"Pässwört€"_s}};
+  const Kennwort faelle[] = {{u"\"a;b\""_s, u"{a;b}"_s, u"{a;b}"_s}, {u"{a;b}"_s, u"{a;b}"_s, u"{a;b}"_s},
+      {u"'a;}b'"_s, u"{a;}b}"_s, u"{a;}}b}"_s}, {u"\"a}b\""_s, u"a}b"_s, u"{a}}b}"_s},
+      {u"{a}}b}"_s, u"a}b"_s, u"{a}}b}"_s}, {u"\"{a\""_s, u"{{a}"_s, u"{{a}"_s},
+      {u"\"a;}\""_s, u"{a;}}"_s, u"{a;}}}"_s}, {u"\" a \""_s, u" a "_s, u"{ a }"_s},
+      {u"\"a=b\""_s, u"a=b"_s, u"{a=b}"_s}, {u"\"a\"\"b\""_s, u"a\"b"_s, u"a\"b"_s},
+      {u"Pässwört€"_s, u"Pässwört€"_s, u"Pässwört€"_s}};
   for (const Kennwort& fall : faelle) {
     SCOPED_TRACE(fall.geschrieben.toStdString());
     const QString text = u"Server=S;UID=u;Password="_s + fall.geschrieben;
     EXPECT_EQ(aufruf(text, FreeTds).zeichenfolge,
-              u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD="_s + fall.freetds + u";TDS_Version=7.4;"_s);
+        u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD="_s + fall.freetds + u";TDS_Version=7.4;"_s);
     EXPECT_EQ(aufruf(text, Hersteller).zeichenfolge,
-              u"DRIVER={ODBC Driver 18 for SQL Server};SERVER=S;UID=u;PWD="_s + fall.hersteller + u";"_s);
+        u"DRIVER={ODBC Driver 18 for SQL Server};SERVER=S;UID=u;PWD="_s + fall.hersteller + u";"_s);
   }
 }
 
 TEST(OdbcVerbindung, OfSeveralWordsForTheSameTheLastCounts) {
   EXPECT_EQ(aufruf(u"Server=A;UID=a;PWD=a;Data Source=S;User ID=\"u\";Password=\"k\""_s).zeichenfolge,
-            u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD=k;TDS_Version=7.4;"_s);
+      u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD=k;TDS_Version=7.4;"_s);
 }
 
 TEST(OdbcVerbindung, WhatCannotBeHonouredIsSaidAndNotIgnored) {
@@ -191,7 +187,7 @@ TEST(OdbcVerbindung, WhatCannotBeHonouredIsSaidAndNotIgnored) {
           << fall.text.toStdString() << ": " << grund(fall.text, treiber).toStdString();
     }
   for (const QString& wort : {u"Encrypt=strict"_s, u"Encrypt=yes"_s, u"Encrypt=yes;TrustServerCertificate=no"_s,
-                              u"HostNameInCertificate=x"_s, u"ServerCertificate=/c"_s, u"MultiSubnetFailover=yes"_s}) {
+           u"HostNameInCertificate=x"_s, u"ServerCertificate=/c"_s, u"MultiSubnetFailover=yes"_s}) {
     EXPECT_TRUE(grund(b + wort, FreeTds).contains(u"FreeTDS"_s)) << wort.toStdString();
     EXPECT_EQ(grund(b + wort, Hersteller), QString()) << wort.toStdString();
   }
@@ -204,10 +200,10 @@ TEST(OdbcVerbindung, WhatCannotBeHonouredIsSaidAndNotIgnored) {
 
 TEST(OdbcVerbindung, NoRefusalRepeatsAPassword) {
   for (const QString& text :
-       {u"Server=S;UID=u;PWD=ab;geheim=cd"_s, u"Server=S;UID=u;PWD=geheim;Farbe=1"_s, u"Server=np:S PWD=geheim"_s,
-        u"Driver=S PWD=geheim;Server=S;UID=u"_s, u"DSN=S PWD=geheim"_s, u"Server=S;UID=u;PWD=\"geheim;};\""_s,
-        u"Server=S;UID=u;Encrypt=no PWD=geheim"_s, u"Server=S;UID=u;Packet Size=1 PWD=geheim"_s,
-        u"Server=S,1 PWD=geheim;UID=u"_s, u"Server=S;UID=u;PWD=geheim;Integrated Security=SSPI"_s}) {
+      {u"Server=S;UID=u;PWD=ab;geheim=cd"_s, u"Server=S;UID=u;PWD=geheim;Farbe=1"_s, u"Server=np:S PWD=geheim"_s,
+          u"Driver=S PWD=geheim;Server=S;UID=u"_s, u"DSN=S PWD=geheim"_s, u"Server=S;UID=u;PWD=\"geheim;};\""_s,
+          u"Server=S;UID=u;Encrypt=no PWD=geheim"_s, u"Server=S;UID=u;Packet Size=1 PWD=geheim"_s,
+          u"Server=S,1 PWD=geheim;UID=u"_s, u"Server=S;UID=u;PWD=geheim;Integrated Security=SSPI"_s}) {
     const QString worte = grund(text);
     EXPECT_FALSE(worte.isEmpty()) << text.toStdString();
     EXPECT_FALSE(worte.contains(u"geheim"_s)) << worte.toStdString();

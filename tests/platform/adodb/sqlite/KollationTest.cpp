@@ -60,14 +60,14 @@ TEST(Kollation, BytesThatAreNoUtf8CompareByThemselves) {
   EXPECT_NE(vergleich("\xC3", "\xC3\xA4"), 0);
   EXPECT_NE(vergleich("\xC3"
                       "a",
-                      "\xC3"
-                      "b"),
-            0);
+                "\xC3"
+                "b"),
+      0);
   EXPECT_EQ(vergleich("\xE4"
                       "A",
-                      "\xE4"
-                      "a"),
-            0);
+                "\xE4"
+                "a"),
+      0);
   EXPECT_LT(vergleich("\xF4\x8F\xBF\xBF", "\xF5"), 0);
   EXPECT_NE(vergleich("\xC0\xA0", " "), 0);
 }
@@ -76,8 +76,8 @@ namespace {
 
 /// Texts that are often alike: letters in both cases, blanks, umlauts, broken sequences.
 rc::Gen<std::string> texte() {
-  const auto stueck = rc::gen::element<std::string>("a", "A", "b", " ", "\t", "ä", "Ä", "ß", "\xC3", "\xA4", "\xFF",
-                                                    "\xF0\x90", "\U00010400", "\U00010428", "\0");
+  const auto stueck = rc::gen::element<std::string>(
+      "a", "A", "b", " ", "\t", "ä", "Ä", "ß", "\xC3", "\xA4", "\xFF", "\xF0\x90", "\U00010400", "\U00010428", "\0");
   return rc::gen::map(rc::gen::container<std::vector<std::string>>(stueck), [](const std::vector<std::string>& s) {
     std::string text;
     for (std::size_t i = 0; i < s.size() && i < 5; ++i) text += s[i];

@@ -26,8 +26,8 @@ class Sperre : public ::testing::Test {
     erster.fuehre_aus(u"create table t (a)"_s);
   }
   QString zeichenfolge(const QString& name) const { return u"Mode=ReadWriteCreate;Data Source="_s + ordner.pfad(name); }
-  std::unique_ptr<SqliteTreiber> treiber(std::chrono::milliseconds grenze = SqliteTreiber::Wartegrenze,
-                                         const QString& name = u"a.db"_s) const {
+  std::unique_ptr<SqliteTreiber> treiber(
+      std::chrono::milliseconds grenze = SqliteTreiber::Wartegrenze, const QString& name = u"a.db"_s) const {
     auto neuer = std::make_unique<SqliteTreiber>(grenze);
     neuer->oeffne(zeichenfolge(name));
     return neuer;

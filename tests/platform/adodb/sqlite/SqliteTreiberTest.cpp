@@ -96,8 +96,8 @@ TEST_F(SqliteTreiber, UnknownModesKeywordsAndLoginsAreRefusedInWords) {
 
 TEST_F(SqliteTreiber, APasswordIsInNoText) {
   for (const QString& text :
-       {quelle() + u";Password=geheim"_s, quelle() + u" Password=geheim"_s, quelle() + u";Mode=x;Password=geheim"_s,
-        quelle() + u";Mode=ReadOnly Password=geheim"_s, quelle() + u";Password=ge;geheim=1"_s})
+      {quelle() + u";Password=geheim"_s, quelle() + u" Password=geheim"_s, quelle() + u";Mode=x;Password=geheim"_s,
+          quelle() + u";Mode=ReadOnly Password=geheim"_s, quelle() + u";Password=ge;geheim=1"_s})
     EXPECT_FALSE(worte_beim_oeffnen(text).contains(u"geheim"_s));
   try {
     verbindung.Open(quelle(), u"sa"_s, u"geheim"_s);
@@ -219,9 +219,9 @@ TEST(Anweisungstexte, TheBareJoinWithOrderByWorks) {
   Pruefdatenbank datenbank;
   datenbank.fuehre_aus(u"insert into Bild_Zuordnungen (Key1, SortIndex) values ('A', 2)"_s);
   datenbank.fuehre_aus(u"insert into Bild_Zuordnungen (Key1, SortIndex) values ('A', 0)"_s);
-  EXPECT_EQ(datenbank.zeilen(u"Select SortIndex from Bild_Zuordnungen  where Key1 = 'A'order by SortIndex"_s).size(),
-            2U);
-  EXPECT_EQ(datenbank.zeilen(u"Select SortIndex from Bild_Zuordnungen  where SortIndex = 0order by SortIndex"_s).size(),
-            1U);
+  EXPECT_EQ(
+      datenbank.zeilen(u"Select SortIndex from Bild_Zuordnungen  where Key1 = 'A'order by SortIndex"_s).size(), 2U);
+  EXPECT_EQ(
+      datenbank.zeilen(u"Select SortIndex from Bild_Zuordnungen  where SortIndex = 0order by SortIndex"_s).size(), 1U);
   EXPECT_EQ(datenbank.zeilen(u"Select Top 1 Key1 from Bild_Zuordnungen "_s).size(), 1U);
 }

@@ -76,8 +76,8 @@ TEST_F(TDBGridAuswahlTest, ControlAddsARowAndTakesItOutAgain) {
   klicke(3, 1, Qt::ControlModifier);
   EXPECT_EQ(auswahl(), u"1"_s);
   klicke(1, 1, Qt::ControlModifier);
-  EXPECT_EQ(hole(),
-            (QStringList{u"zeile 1>3"_s, u"auswahl 1"_s, u"klick"_s, u"zeile 3>1"_s, u"auswahl "_s, u"klick"_s}));
+  EXPECT_EQ(
+      hole(), (QStringList{u"zeile 1>3"_s, u"auswahl 1"_s, u"klick"_s, u"zeile 3>1"_s, u"auswahl "_s, u"klick"_s}));
 }
 
 TEST_F(TDBGridAuswahlTest, ShiftSelectsFromTheLastChoiceToTheRow) {
@@ -118,8 +118,8 @@ TEST_F(TDBGridAuswahlTest, TheRowSelectorSelectsWithAllKeysAndByDragging) {
 
 TEST_F(TDBGridAuswahlTest, TheOtherMouseButtonSelectsNothing) {
   zeige_Liste(5);
-  QTest::mouseClick(fenster.windowHandle(), Qt::RightButton, {},
-                    eingaben::im_Fenster(*gitter.viewport(), ort(2, 1).center()));
+  QTest::mouseClick(
+      fenster.windowHandle(), Qt::RightButton, {}, eingaben::im_Fenster(*gitter.viewport(), ort(2, 1).center()));
   EXPECT_EQ(auswahl(), QString());
   EXPECT_FALSE(ereignisse.contains(u"klick"_s));
 }

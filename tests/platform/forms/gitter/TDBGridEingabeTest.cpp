@@ -58,8 +58,12 @@ TEST_F(TDBGridEingabeTest, LeavingTheCellCommits) {
   anderes.setGeometry(610, 10, 80, 20);
   anderes.show();
   const std::vector<std::function<void()>> wege{
-      [&] { klicke(2, 1); },       [&] { klicke_Waehler(2); },         [&] { taste(Qt::Key_Down); },
-      [&] { taste(Qt::Key_Tab); }, [&] { eingaben::klicke(anderes); }, [&] { gitter.Row(2); },
+      [&] { klicke(2, 1); },
+      [&] { klicke_Waehler(2); },
+      [&] { taste(Qt::Key_Down); },
+      [&] { taste(Qt::Key_Tab); },
+      [&] { eingaben::klicke(anderes); },
+      [&] { gitter.Row(2); },
   };
   for (std::size_t i = 0; i < wege.size(); ++i) {
     gitter.Row(0);
@@ -330,8 +334,8 @@ TEST_F(TDBGridEingabeTest, OneClickTurnsACheckBoxOverAndCommitsIt) {
 
 TEST_F(TDBGridEingabeTest, ADoubleClickTurnsACheckBoxOverTwice) {
   zeige_Marken(3);
-  QTest::mouseDClick(fenster.windowHandle(), Qt::LeftButton, {},
-                     eingaben::im_Fenster(*gitter.viewport(), ort(1, 0).center()));
+  QTest::mouseDClick(
+      fenster.windowHandle(), Qt::LeftButton, {}, eingaben::im_Fenster(*gitter.viewport(), ort(1, 0).center()));
   EXPECT_EQ(ereignisse.filter(u"eingabe"_s), (QStringList{u"eingabe 0 False"_s, u"eingabe 0 True"_s}));
 }
 

@@ -74,12 +74,12 @@ TEST(TDBGridImFormular, AFailureOfTheEditEventEndsTheShow) {
   Formular form;
   form.gitter.AfterColEdit = [](std::int32_t) { throw Laufzeitfehler(fehlernummer::Ueberlauf); };
   EXPECT_EQ(Fehlernummer_von([&] {
-              form.zeige([&] {
-                form.taste(Qt::Key_X);
-                form.taste(Qt::Key_Return);
-              });
-            }),
-            6);
+    form.zeige([&] {
+      form.taste(Qt::Key_X);
+      form.taste(Qt::Key_Return);
+    });
+  }),
+      6);
   EXPECT_FALSE(form.isVisible());
 }
 
@@ -88,12 +88,12 @@ TEST(TDBGridImFormular, AnOpenEditWhoseCommitFailsWhileTheFormGoesIsNoSecondFail
   form.gitter.AfterColEdit = [](std::int32_t) { throw Laufzeitfehler(fehlernummer::Ueberlauf); };
   form.knopf.Click = [] { throw Laufzeitfehler(fehlernummer::DateiNichtGefunden); };
   EXPECT_EQ(Fehlernummer_von([&] {
-              form.zeige([&] {
-                form.taste(Qt::Key_X);
-                form.knopf.click();
-              });
-            }),
-            53)
+    form.zeige([&] {
+      form.taste(Qt::Key_X);
+      form.knopf.click();
+    });
+  }),
+      53)
       << "the first one is the cause";
 }
 

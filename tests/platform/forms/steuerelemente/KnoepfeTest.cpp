@@ -74,12 +74,9 @@ TEST(Knoepfe, ACaptionKeepsItsBlanksAndShowsRunsOfThemAsLineBreaks) {
     QString beschriftung;
     QString angezeigt;
   };
-  const QList<Fall> faelle{
-      {u"&Bilder suchen   "_s, u"&Bilder suchen"_s},
+  const QList<Fall> faelle{{u"&Bilder suchen   "_s, u"&Bilder suchen"_s},
       {u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"&Alle Zuordnungen des\nBildes anzeigen"_s},
-      {u"         Sortieren"_s, u"Sortieren"_s},
-      {u"&Zurück"_s, u"&Zurück"_s},
-      {u"   "_s, u""_s}};
+      {u"         Sortieren"_s, u"Sortieren"_s}, {u"&Zurück"_s, u"&Zurück"_s}, {u"   "_s, u""_s}};
   QWidget behaelter;
   SSCommand knopf(&behaelter, u"SSC_Probe"_s);
   SSRibbon schalter(&behaelter, u"SSR_Probe"_s);

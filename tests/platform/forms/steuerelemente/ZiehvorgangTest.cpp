@@ -137,8 +137,8 @@ TEST(Ziehvorgang, AMoveWithoutTheButtonEndsADragWhoseReleaseGotLost) {
   Ziehprobe f;
   f.laufe([&] {
     f.druecke(f.eins);
-    QMouseEvent zug(QEvent::MouseMove, QPointF(5, 5), f.zwei.mapToGlobal(QPointF(5, 5)), Qt::NoButton, Qt::NoButton,
-                    {});
+    QMouseEvent zug(
+        QEvent::MouseMove, QPointF(5, 5), f.zwei.mapToGlobal(QPointF(5, 5)), Qt::NoButton, Qt::NoButton, {});
     QCoreApplication::sendEvent(f.windowHandle(), &zug);
     EXPECT_EQ(f.ablauf, (QStringList{u"over eins"_s, u"ende"_s}));
   });
@@ -183,13 +183,13 @@ TEST(Ziehvorgang, AFailureOfADropEndsTheShowAndTheDrag) {
   Ziehprobe f;
   f.zwei.DragDrop = [] { throw Laufzeitfehler(9); };
   EXPECT_EQ(Fehlernummer_von([&] {
-              f.laufe([&] {
-                f.druecke(f.eins);
-                f.bewege(f.zwei);
-                f.lass_los(f.zwei);
-              });
-            }),
-            9);
+    f.laufe([&] {
+      f.druecke(f.eins);
+      f.bewege(f.zwei);
+      f.lass_los(f.zwei);
+    });
+  }),
+      9);
   EXPECT_EQ(f.ablauf, (QStringList{u"over eins"_s, u"over zwei"_s, u"ende"_s}));
 }
 

@@ -225,9 +225,9 @@ TEST_F(Testbilder, riesige_Bilder_werden_geladen_und_gemalt) {
   for (const QString& name : namen(u"riesig"_s)) {
     const Bitmap b = oeffne(testdaten(u"bilder/riesig/"_s + name));
     ASSERT_NE(b, nullptr) << qPrintable(name);
-    const QSize erwartet = name.contains(u"108"_s)    ? QSize(12000, 9000)
-                           : name.contains(u"20mp"_s) ? QSize(5000, 4000)
-                                                      : QImageReader(testdaten(u"bilder/riesig/"_s + name)).size();
+    const QSize erwartet = name.contains(u"108"_s) ? QSize(12000, 9000)
+        : name.contains(u"20mp"_s)                 ? QSize(5000, 4000)
+                                                   : QImageReader(testdaten(u"bilder/riesig/"_s + name)).size();
     EXPECT_EQ(b->groesse(), erwartet) << qPrintable(name);
     EXPECT_EQ(b->bild({100, 75}).size(), QSize(100, 75)) << qPrintable(name);
   }

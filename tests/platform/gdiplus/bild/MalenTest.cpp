@@ -37,7 +37,7 @@ TEST_F(Malen, ohne_Ziel_kommt_das_Bild_in_seiner_Groesse) {
 TEST_F(Malen, das_Ergebnis_hat_genau_die_verlangte_Groesse) {
   for (const QByteArray& inhalt : {vorlagen::kodiert(bild, "png"), vorlagen::jpeg(bild), vorlagen::gif({120, 90}, 3)})
     for (const QSize ziel :
-         {QSize(1, 1), QSize(100, 75), QSize(7, 80), QSize(119, 89), QSize(121, 5), QSize(333, 777)}) {
+        {QSize(1, 1), QSize(100, 75), QSize(7, 80), QSize(119, 89), QSize(121, 5), QSize(333, 777)}) {
       const QImage gemalt = lade(u"a"_s, inhalt)->bild(ziel);
       EXPECT_EQ(gemalt.size(), ziel);
       EXPECT_EQ(gemalt.format(), QImage::Format_RGB32);
@@ -48,9 +48,9 @@ TEST_F(Malen, eine_verlangte_Groesse_die_niemand_haelt_ist_Fehler_7) {
   const Bitmap b = lade(u"a"_s, vorlagen::jpeg(bild));
   EXPECT_EQ(Fehlernummer_von([&] { b->bild({60000, 60000}); }), fehlernummer::SpeicherErschoepft);
   EXPECT_EQ(Fehlernummer_von([&] {
-              bildlader::aus_Pixeln(bild)->bild({60000, 60000});
-            }),
-            fehlernummer::SpeicherErschoepft);
+    bildlader::aus_Pixeln(bild)->bild({60000, 60000});
+  }),
+      fehlernummer::SpeicherErschoepft);
 }
 
 TEST_F(Malen, Durchsichtiges_kommt_schwarz) {

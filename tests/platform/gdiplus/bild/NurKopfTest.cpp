@@ -120,9 +120,9 @@ TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_allen_Testbildern_dieselben) {
 TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_abgeschnittenen_Dateien_dieselben) {
   const QImage bild = vorlagen::foto({300, 200});
   for (const QByteArray& inhalt :
-       {vorlagen::jpeg(bild), vorlagen::jpeg(bild, {.progressiv = true}), vorlagen::kodiert(bild, "png"),
-        vorlagen::kodiert(bild, "bmp"), vorlagen::kodiert(bild, "tiff"), vorlagen::kodiert(bild, "ico"),
-        vorlagen::gif({300, 200}, 20), vorlagen::jpeg_cmyk({30, 20}, 0x11223344, true)}) {
+      {vorlagen::jpeg(bild), vorlagen::jpeg(bild, {.progressiv = true}), vorlagen::kodiert(bild, "png"),
+          vorlagen::kodiert(bild, "bmp"), vorlagen::kodiert(bild, "tiff"), vorlagen::kodiert(bild, "ico"),
+          vorlagen::gif({300, 200}, 20), vorlagen::jpeg_cmyk({30, 20}, 0x11223344, true)}) {
     const qsizetype kopf = std::min<qsizetype>(700, inhalt.size());
     for (qsizetype i = 0; i < kopf; i += i < 64 ? 1 : 7) vergleiche(inhalt.first(i), "cut in the header");
     for (qsizetype i = kopf; i < inhalt.size(); i += inhalt.size() / 5) vergleiche(inhalt.first(i), "cut behind it");

@@ -13,7 +13,7 @@ JSAMPLE probe(int komponente, int x, int y) {
   const auto u = [](int zahl) { return static_cast<std::uint32_t>(zahl); };
   const std::uint32_t korn = (u(x) * 73856093U ^ u(y) * 19349663U ^ u(komponente) * 83492791U) * 2654435761U;
   const double wert = 128 + 60 * std::sin(x / (9.0 + komponente)) + 40 * std::cos(y / (7.0 + 2 * komponente)) +
-                      ((x / 11 + y / 13) % 4 == 0 ? 30 : 0) + static_cast<int>(korn >> 28) - 8;
+      ((x / 11 + y / 13) % 4 == 0 ? 30 : 0) + static_cast<int>(korn >> 28) - 8;
   return static_cast<JSAMPLE>(std::clamp(wert, 0.0, 255.0));
 }
 

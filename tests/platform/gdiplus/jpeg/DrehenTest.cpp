@@ -103,9 +103,8 @@ const std::vector<Fall>& faelle() {
       {"YCCK 2x2", {.raum = JCS_YCCK, .abtastung = {{2, 2}, {1, 1}, {1, 1}, {2, 2}}}, {16, 16}},
       {"progressive", {.progressiv = true}, {16, 16}},
       {"progressive grey", {.raum = JCS_GRAYSCALE, .abtastung = {{1, 1}}, .progressiv = true}, {8, 8}},
-      {"progressive YCCK",
-       {.raum = JCS_YCCK, .abtastung = {{1, 1}, {1, 1}, {1, 1}, {1, 1}}, .progressiv = true},
-       {8, 8}},
+      {"progressive YCCK", {.raum = JCS_YCCK, .abtastung = {{1, 1}, {1, 1}, {1, 1}, {1, 1}}, .progressiv = true},
+          {8, 8}},
       {"arithmetic", {.arithmetisch = true}, {16, 16}},
       {"arithmetic progressive", {.progressiv = true, .arithmetisch = true}, {16, 16}},
       {"tables of its own", {.optimiert = true}, {16, 16}},
@@ -142,9 +141,8 @@ TEST(Drehen, vier_Vierteldrehungen_geben_die_ersten_Koeffizienten) {
 TEST(Drehen, nur_die_Seiten_zaehlen_die_nach_vorn_kommen) {
   const QByteArray breit = jpeg({48, 41});  // the width is whole, the height is not
   const QByteArray hoch = jpeg({41, 48});
-  for (const auto& [transform, ganz_breit, ganz_hoch] :
-       {std::tuple{13, false, true}, std::tuple{14, false, false}, std::tuple{15, true, false},
-        std::tuple{16, true, false}, std::tuple{17, false, true}}) {
+  for (const auto& [transform, ganz_breit, ganz_hoch] : {std::tuple{13, false, true}, std::tuple{14, false, false},
+           std::tuple{15, true, false}, std::tuple{16, true, false}, std::tuple{17, false, true}}) {
     EXPECT_EQ(pruefe(breit, drehe(breit, transform), transform), ganz_breit) << transform;
     EXPECT_EQ(pruefe(hoch, drehe(hoch, transform), transform), ganz_hoch) << transform;
   }
@@ -212,12 +210,8 @@ TEST(Drehen, alle_Marken_bleiben_Byte_fuer_Byte_in_ihrer_Folge) {
   icc.append(QByteArray(65533 - 14 - 2, 'p'));
   QByteArray zweites("ICC_PROFILE\0\2\2", 14);
   QList<QByteArray> segmente{segment(0xe1, QByteArray("Exif\0\0II*\0\x08\0\0\0\0\0\0\0\0\0", 20)),
-                             segment(0xfe, "erster"),
-                             segment(0xe2, icc),
-                             segment(0xe2, zweites),
-                             segment(0xed, "Photoshop 3.0"),
-                             segment(0xe1, "http://ns.adobe.com/xap/1.0/"),
-                             segment(0xfe, {})};
+      segment(0xfe, "erster"), segment(0xe2, icc), segment(0xe2, zweites), segment(0xed, "Photoshop 3.0"),
+      segment(0xe1, "http://ns.adobe.com/xap/1.0/"), segment(0xfe, {})};
   for (int i = 3; i < 16; ++i) segmente.append(segment(0xe0 + i, QByteArray::number(i)));
   // More of them behind the tables, and an Adobe marker that is not the first.
   QByteArray alt = mit_Marken(jpeg({48, 32}, {.mit_Jfif = false}), segmente, "Hinter dem Ende\xff\xd8\xff\xd9");
@@ -273,7 +267,7 @@ TEST(Drehen, mehr_Scans_als_ein_Bild_je_braucht_sind_1) {
   const QByteArray scan = bytes.sliced(letzter, bytes.size() - 2 - letzter);
   QByteArray ergebnis;
   EXPECT_EQ(status_des_Drehens(bytes.first(bytes.size() - 2) + scan.repeated(5000) + "\xff\xd9", 13, ergebnis),
-            gdiplus::GenericError);
+      gdiplus::GenericError);
 }
 
 TEST(Drehen, eine_kleine_Datei_mit_grosser_Behauptung_wird_ohne_viel_Speicher_gedreht) {
@@ -312,10 +306,10 @@ Abtastung beliebige_Abtastung() {
 
 RC_GTEST_PROP(DrehenBeliebig, jede_Groesse_und_Abtastung_behaelt_was_sich_verschieben_laesst, ()) {
   const Machart art{.raum = *rc::gen::element(JCS_YCbCr, JCS_RGB),
-                    .abtastung = {beliebige_Abtastung(), beliebige_Abtastung(), beliebige_Abtastung()},
-                    .optimiert = *rc::gen::arbitrary<bool>(),
-                    .neustart = *rc::gen::inRange(0U, 9U),
-                    .qualitaet = *rc::gen::inRange(5, 101)};
+      .abtastung = {beliebige_Abtastung(), beliebige_Abtastung(), beliebige_Abtastung()},
+      .optimiert = *rc::gen::arbitrary<bool>(),
+      .neustart = *rc::gen::inRange(0U, 9U),
+      .qualitaet = *rc::gen::inRange(5, 101)};
   const QSize groesse(*rc::gen::inRange(1, 150), *rc::gen::inRange(1, 150));
   const QByteArray alt = jpeg(groesse, art);
   const int transform = *rc::gen::elementOf(std::vector<int>(kAlle.begin(), kAlle.end()));
@@ -351,8 +345,7 @@ TEST(DrehenVorlagen, jede_heile_Vorlage_behaelt_Koeffizienten_und_Marken) {
       for (const int transform : kAlle) {
         SCOPED_TRACE(testing::Message() << name.toStdString() << ", " << transform);
         QByteArray neu;
-        const std::int32_t status = gdiplus::GdipSaveImageToStream(
-            image, neu, gdiplus::JpegEncoder,
+        const std::int32_t status = gdiplus::GdipSaveImageToStream(image, neu, gdiplus::JpegEncoder,
             {1, {gdiplus::EncoderTransformation, 1, gdiplus::EncoderParameterValueTypeLong, transform}});
         ASSERT_EQ(status, lesbar ? gdiplus::Ok : gdiplus::GenericError);
         if (!lesbar) continue;

@@ -25,20 +25,16 @@ jpeg_error_mgr* still(Fehler& fehler) {
 
 bool operator==(const Komponente& a, const Komponente& b) {
   return a.kennung == b.kennung && a.abtastung.waagrecht == b.abtastung.waagrecht &&
-         a.abtastung.senkrecht == b.abtastung.senkrecht && a.breite == b.breite && a.hoehe == b.hoehe &&
-         a.tabelle == b.tabelle && a.bloecke == b.bloecke;
+      a.abtastung.senkrecht == b.abtastung.senkrecht && a.breite == b.breite && a.hoehe == b.hoehe &&
+      a.tabelle == b.tabelle && a.bloecke == b.bloecke;
 }
 
 namespace {
 
 Komponente komponente(jpeg_decompress_struct& d, int nummer, jvirt_barray_ptr feld) {
   const jpeg_component_info& c = d.comp_info[nummer];
-  Komponente k{c.component_id,
-               {c.h_samp_factor, c.v_samp_factor},
-               static_cast<int>(c.width_in_blocks),
-               static_cast<int>(c.height_in_blocks),
-               {},
-               {}};
+  Komponente k{c.component_id, {c.h_samp_factor, c.v_samp_factor}, static_cast<int>(c.width_in_blocks),
+      static_cast<int>(c.height_in_blocks), {}, {}};
   if (c.quant_table != nullptr) std::copy_n(c.quant_table->quantval, DCTSIZE2, k.tabelle.begin());
   for (JDIMENSION y = 0; y < c.height_in_blocks; ++y) {
     JBLOCKARRAY zeile = d.mem->access_virt_barray(reinterpret_cast<j_common_ptr>(&d), feld, y, 1, FALSE);

@@ -39,7 +39,7 @@ TEST_F(Jpeg, ein_verkleinertes_Bild_gleicht_dem_ganz_dekodierten_und_verkleinert
   const Bitmap b = lade(u"a"_s, inhalt);
   const QImage voll = vorlagen::libjpeg_Massstab(inhalt, 8);
   for (const QSize ziel :
-       {QSize(40, 30), QSize(100, 75), QSize(160, 120), QSize(333, 200), QSize(600, 450), QSize(20, 300)})
+      {QSize(40, 30), QSize(100, 75), QSize(160, 120), QSize(333, 200), QSize(600, 450), QSize(20, 300)})
     EXPECT_GT(vorlagen::psnr(b->bild(ziel), voll.scaled(ziel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)), 30)
         << ziel.width();
 }
@@ -120,8 +120,8 @@ TEST_F(Jpeg, Abtastungen_die_TurboJPEG_ablehnt_werden_gelesen) {
     const QByteArray inhalt = vorlagen::jpeg(bild, {.waagrecht = w, .senkrecht = s});
     const Bitmap b = lade(u"a"_s, inhalt);
     EXPECT_EQ(b->bild(), vorlagen::libjpeg_Massstab(inhalt, 8)) << w << "x" << s;
-    EXPECT_GT(vorlagen::psnr(b->bild({100, 75}), bild.scaled(100, 75, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)),
-              26)
+    EXPECT_GT(
+        vorlagen::psnr(b->bild({100, 75}), bild.scaled(100, 75, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)), 26)
         << w << "x" << s;
   }
 }
