@@ -37,6 +37,8 @@ bereite_umgebung_vor() {
     export XDG_CACHE_HOME=${XDG_CACHE_HOME:-$KVO_ORDNER/build/cache}
   fi
   export CCACHE_BASEDIR=$KVO_ORDNER CCACHE_NOHASHDIR=1
+  # Without these ccache passes over every source that uses precompiled headers.
+  export CCACHE_SLOPPINESS=pch_defines,time_macros
 }
 
 # The folder for the data of programs, as the programs find it; without a home one in the project.
