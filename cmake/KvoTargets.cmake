@@ -7,6 +7,9 @@ set(KVO_VORAB_FENSTER ${KVO_VORAB_KERN} <QAbstractItemView> <QApplication> <QDia
   <QPainter> <QPushButton> <QTimer> <QWidget>)
 set(KVO_VORAB_TEST ${KVO_VORAB_KERN} <gmock/gmock.h> <gtest/gtest.h> <QDir> <QGuiApplication> <QKeyEvent> <QMouseEvent> <QProcess> <QWindow>)
 
+# Nobody waits for the code of a test, but everybody for its compiling. Lines are known, so that a trace can be read.
+set(KVO_TESTUEBERSETZUNG $<$<CONFIG:RelWithDebInfo>:-O0> $<$<CONFIG:RelWithDebInfo>:-g1>)
+
 file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/vorab.cpp" CONTENT "int main() {\n  return 0;\n}\n")
 
 # kvo_vorab(OWNER KIND LINKED…): the target whose headers the others of its kind reuse.
@@ -14,6 +17,7 @@ function(kvo_vorab eigner art)
   if(art STREQUAL "TEST")
     # A program, since programs are compiled with other options than objects of a library.
     add_executable(${eigner} EXCLUDE_FROM_ALL "${PROJECT_BINARY_DIR}/vorab.cpp")
+    target_compile_options(${eigner} PRIVATE ${KVO_TESTUEBERSETZUNG})
   else()
     add_library(${eigner} OBJECT EXCLUDE_FROM_ALL "${PROJECT_BINARY_DIR}/vorab.cpp")
   endif()
@@ -42,6 +46,7 @@ function(kvo_test name)
   endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE kvo_flags kvo_test_support ${arg_OBJECTS} ${arg_LIBRARIES})
+  target_compile_options(${name} PRIVATE ${KVO_TESTUEBERSETZUNG})
   target_precompile_headers(${name} REUSE_FROM kvo_vorab_test)
   target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
   # One ctest per program: a program's tests share its one writing connection, as a host's process does.
