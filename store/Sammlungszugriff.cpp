@@ -6,6 +6,8 @@
 
 #include "platform/basic/Fehlerbehandlung.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 void Sammlungszugriff::ordne(clsBildZuordnungen& sammlung, const std::vector<const clsBilderSpeicher*>& folge) {
   std::unordered_map<const clsBilderSpeicher*, std::size_t> rang;
   for (std::size_t i = 0; i < folge.size(); ++i) rang.try_emplace(folge[i], i);
@@ -74,11 +76,11 @@ Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QSt
 
 bool Sammlungszugriff::folge_der_Datei(
     clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung, const Fruehere& neu) {
+  const QString anweisung =
+      u"Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = '%4' "
+      "and BildPfad = '%5'"_s.arg(neu.name, neu.pfad, alt.name, endung, alt.pfad);
   return fehler::still_enden([&] {
-    sammlung.lesende_Verbindung().Execute(QStringLiteral(
-        "Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = "
-        "'%4' and BildPfad = '%5'")
-                                              .arg(neu.name, neu.pfad, alt.name, endung, alt.pfad));
+    sammlung.lesende_Verbindung().Execute(anweisung);
     return true;
   });
 }

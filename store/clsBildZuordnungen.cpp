@@ -4,7 +4,7 @@
 
 #include "imaging/frmPic.h"
 #include "platform/basic/Fehlerbehandlung.h"
-#include "platform/host/KVOCore.h"
+#include "store/clsBildZuordnungen_Meldung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -17,12 +17,6 @@ clsBildZuordnungen::~clsBildZuordnungen() {
   AktBildObj.reset();
   mBilder.reset();
   frmPic::Entladen();
-}
-
-void clsBildZuordnungen::melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const {
-  if (ohneMeldungen) return;
-  KVOCore::aktuell().FehlerMelden(
-      u"clsBildZuordnungen"_s, QString::fromUtf16(prozedur), fehler.Nummer(), fehler.Beschreibung(), true);
 }
 
 clsBildZuordnungen::Zeilen& clsBildZuordnungen::zeilen() {
@@ -151,8 +145,7 @@ void clsBildZuordnungen::Bild_SortIndex(int wert) {
 }
 
 bool clsBildZuordnungen::FKT_Neu() {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_Neu", f); },
-      [&] {
+  return gemeldet(u"FKT_Neu", [&] {
     neue_Tabelle();
     mAktInd = -1;
     AktBildObj.reset();
@@ -163,8 +156,7 @@ bool clsBildZuordnungen::FKT_Neu() {
 bool clsBildZuordnungen::FKT_NeuesBild(const QString& pKey1, const QString& pKey2, const QString& pKey3,
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
     const QString& pTyp2) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_NeuesBild", f); },
-      [&] {
+  return gemeldet(u"FKT_NeuesBild", [&] {
     if (AnzahlPos() > 0) haenge_Zeile_an();
     const std::int32_t nummer = letzte_Zeile();
     Init_Zeile(nummer);
@@ -185,8 +177,7 @@ bool clsBildZuordnungen::FKT_NeuesBild(const QString& pKey1, const QString& pKey
 bool clsBildZuordnungen::Init_AktBildObj(const QString& pKey1, const QString& pKey2, const QString& pKey3,
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
     const QString& pTyp2) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Init_AktBildObj", f); },
-      [&] {
+  return gemeldet(u"Init_AktBildObj", [&] {
     clsBilderSpeicher& satz = aktueller_Satz();
     satz.Bild_Key1 = pKey1;
     satz.Bild_Key2 = pKey2;

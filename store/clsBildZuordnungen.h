@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <type_traits>
 #include <vector>
 
 #include "platform/adodb/Connection.h"
@@ -243,7 +244,9 @@ class KVO_EXPORT clsBildZuordnungen {
   bool korrigiere_alle(QString clsBilderSpeicher::*feld, const QString& wert);
   template <class Vorbereiten>
   bool lese_Saetze(const QString& anweisung, Vorbereiten&& vorbereiten);
-  void melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const;
+  /// Report and end: runs `rumpf`; a failure in it is told as one of `prozedur` unless ohneMeldungen is set.
+  template <class Rumpf>
+  std::invoke_result_t<Rumpf> gemeldet(QStringView prozedur, Rumpf&& rumpf) const;
 
   std::shared_ptr<adodb::Connection> mConnection;
   QString mConnectstring;

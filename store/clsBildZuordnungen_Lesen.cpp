@@ -4,6 +4,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "store/BasZuordnungen.h"
 #include "store/clsBildZuordnungen.h"
+#include "store/clsBildZuordnungen_Meldung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -64,8 +65,7 @@ struct Spaltenorte {
 
 bool clsBildZuordnungen::Init(const QString& pConnectstring, std::shared_ptr<adodb::Connection> pconnection,
     const QString& pGL_jmtVerarbeitungsdatum) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Init", f); },
-      [&] {
+  return gemeldet(u"Init", [&] {
     cGL_jmtVerarbeitungsdatum = pGL_jmtVerarbeitungsdatum;
     mConnection = std::move(pconnection);
     mConnectstring = pConnectstring;
@@ -134,8 +134,7 @@ bool clsBildZuordnungen::FKT_LeseBilder(const QString& pKey1, const QString& pKe
       zeile.Zeile_SortIndex = rs.Value(ort.SortIndex);
     };
   };
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_LeseBilder", f); },
-      [&] {
+  return gemeldet(u"FKT_LeseBilder", [&] {
     AktInd(-1);
     neue_Tabelle();
     QString anweisung = u"Select * from Bild_Zuordnungen "_s +
@@ -156,8 +155,7 @@ bool clsBildZuordnungen::FKT_LeseBilder_FuerKunde_Projekt(const QString& pKdnr_P
       satz.Bild_Typ1 = rs.Text(typ1);
     };
   };
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_LeseBilder_FuerKunde_Projekt", f); },
-      [&] {
+  return gemeldet(u"FKT_LeseBilder_FuerKunde_Projekt", [&] {
     AktInd(-1);
     neue_Tabelle();
     QString filter;
@@ -183,8 +181,7 @@ bool clsBildZuordnungen::FKT_LeseBilder_FuerKunde_Projekt(const QString& pKdnr_P
 bool clsBildZuordnungen::FKT_BilderVorhanden(const QString& pKey1, const QString& pKey2, const QString& pKey3,
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
     const QString& pWhere) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_BilderVorhanden", f); },
-      [&] {
+  return gemeldet(u"FKT_BilderVorhanden", [&] {
     const auto rs = lesende_Verbindung().Execute(u"Select Top 1 Key1 from Bild_Zuordnungen "_s +
             Aufbau_Key_Where(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2, pWhere),
         -1);

@@ -7,6 +7,7 @@
 #include "platform/basic/Text.h"
 #include "store/BasZuordnungen.h"
 #include "store/clsBildZuordnungen.h"
+#include "store/clsBildZuordnungen_Meldung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,8 +26,7 @@ QString in_Hochkommas(const QString& s) {
 QString clsBildZuordnungen::Aufbau_Key_Where(const QString& pKey1, const QString& pKey2, const QString& pKey3,
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
     const QString& pWhere) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Aufbau_Key_Where", f); },
-      [&] {
+  return gemeldet(u"Aufbau_Key_Where", [&] {
     const std::array<std::pair<const char16_t*, const QString*>, 8> teile{
         {{u"Key1", &pKey1}, {u"Key2", &pKey2}, {u"Key3", &pKey3}, {u"Key4", &pKey4}, {u"Bildname", &pBildname},
             {u"BildExt", &pBildExt}, {u"Typ1", &PTyp1}, {u"Typ2", &pTyp2}}};
@@ -43,8 +43,7 @@ QString clsBildZuordnungen::Aufbau_Key_Where(const QString& pKey1, const QString
 }
 
 bool clsBildZuordnungen::FKT_SpeichernBilder() {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_SpeichernBilder", f); },
-      [&] {
+  return gemeldet(u"FKT_SpeichernBilder", [&] {
     schreibe_geaenderte_Zeilen();
     const std::size_t anzahl = zeilen().size();
     loesche_markierte_Zeilen();
@@ -87,8 +86,7 @@ void clsBildZuordnungen::loesche_markierte_Zeilen() {
 }
 
 bool clsBildZuordnungen::Fkt_Update_Insert(bool pNeu) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Fkt_Update_Insert", f); },
-      [&] {
+  return gemeldet(u"Fkt_Update_Insert", [&] {
     clsBilderSpeicher& satz = aktueller_Satz();
     QString kennzeichen(Laenge_Kennzeichen, u' ');
     SetzeString_TrueFalse(satz.Bild_NeueSeite, kennzeichen, 1);
@@ -159,8 +157,7 @@ QString clsBildZuordnungen::update_Anweisung() const {
 bool clsBildZuordnungen::FKT_DeleteBilder(const QString& pKey1, const QString& pKey2, const QString& pKey3,
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
     const QString& pWhereAllg) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_DeleteBilder", f); },
-      [&] {
+  return gemeldet(u"FKT_DeleteBilder", [&] {
     const QString where = Aufbau_Key_Where(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2, pWhereAllg);
     // A delete without any condition is never sent.
     if (where.isEmpty()) return true;
