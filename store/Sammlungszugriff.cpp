@@ -22,16 +22,7 @@ void Sammlungszugriff::ordne(clsBildZuordnungen& sammlung, const std::vector<con
 }
 
 void Sammlungszugriff::haenge_an(clsBildZuordnungen& sammlung, std::shared_ptr<clsBilderSpeicher> satz) {
-  if (sammlung.AnzahlPos() > 0) sammlung.haenge_Zeile_an();
-  const std::int32_t nummer = sammlung.letzte_Zeile();
-  sammlung.Init_Zeile(nummer);
-  auto& zeile = sammlung.zeile(nummer);
-  zeile.Zeile_Bildname = satz->Bild_Bildname;
-  zeile.Zeile_BildExt = satz->Bild_BildExt;
-  zeile.Zeile_Objekt = std::move(satz);
-  zeile.Bild_Changeflag = true;
-  zeile.Bild_Neu = true;
-  sammlung.AktInd(nummer);
+  sammlung.AktInd(sammlung.haenge_an(std::move(satz)));
 }
 
 void Sammlungszugriff::entnimm(clsBildZuordnungen& sammlung, const clsBilderSpeicher* satz) {
@@ -76,11 +67,10 @@ Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QSt
 
 bool Sammlungszugriff::folge_der_Datei(
     clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung, const Fruehere& neu) {
-  const QString anweisung =
-      u"Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = '%4' "
-      "and BildPfad = '%5'"_s.arg(neu.name, neu.pfad, alt.name, endung, alt.pfad);
   return fehler::still_enden([&] {
-    sammlung.lesende_Verbindung().Execute(anweisung);
+    sammlung.lesende_Verbindung().Execute(
+        u"Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = '%4' "
+        "and BildPfad = '%5'"_s.arg(neu.name, neu.pfad, alt.name, endung, alt.pfad));
     return true;
   });
 }

@@ -1,9 +1,11 @@
 #include "store/clsBildZuordnungen.h"
 
 #include <limits>
+#include <utility>
 
 #include "imaging/frmPic.h"
 #include "platform/basic/Fehlerbehandlung.h"
+#include "store/Felder.h"
 #include "store/clsBildZuordnungen_Meldung.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -46,6 +48,7 @@ clsBilderSpeicher& clsBildZuordnungen::aktueller_Satz() const {
 }
 
 void clsBildZuordnungen::neue_Tabelle() {
+  AktInd(-1);
   // Rows that come into being are blank, which spares a step of its own for types and values of the cells.
   mBilder = std::make_unique<Zeilen>(1);
 }
@@ -57,6 +60,20 @@ void clsBildZuordnungen::Init_Zeile(std::int32_t nummer) {
 std::int32_t clsBildZuordnungen::haenge_Zeile_an() {
   zeilen().emplace_back();
   return letzte_Zeile();
+}
+
+/// Appends a row for a record, changed and new; the first one takes the blank row. Gives the row's number.
+std::int32_t clsBildZuordnungen::haenge_an(std::shared_ptr<clsBilderSpeicher> satz) {
+  if (AnzahlPos() > 0) haenge_Zeile_an();
+  const std::int32_t nummer = letzte_Zeile();
+  Init_Zeile(nummer);
+  Zeile& neu = zeile(nummer);
+  neu.Zeile_Bildname = satz->Bild_Bildname;
+  neu.Zeile_BildExt = satz->Bild_BildExt;
+  neu.Zeile_Objekt = std::move(satz);
+  neu.Bild_Changeflag = true;
+  neu.Bild_Neu = true;
+  return nummer;
 }
 
 std::int32_t clsBildZuordnungen::letzte_Zeile() const {
@@ -101,43 +118,6 @@ void clsBildZuordnungen::setze_Kennzeichen(bool Zeile::*kennzeichen, bool wert) 
   weiter([&] { zeile(mAktInd).*kennzeichen = wert; });
 }
 
-// The forwarding properties are all of one shape: reading without a current record gives an empty value, setting
-// raises.
-#define KVO_FELD(Typ, Argument, Name)             \
-  Typ clsBildZuordnungen::Name() const {          \
-    return AktBildObj ? AktBildObj->Name : Typ(); \
-  }                                               \
-  void clsBildZuordnungen::Name(Argument wert) {  \
-    aktueller_Satz().Name = wert;                 \
-  }
-#define KVO_TEXTFELD(Name) KVO_FELD(QString, const QString&, Name)
-#define KVO_JANEINFELD(Name) KVO_FELD(bool, bool, Name)
-
-KVO_TEXTFELD(Bild_Key1)
-KVO_TEXTFELD(Bild_Key2)
-KVO_TEXTFELD(Bild_Key3)
-KVO_TEXTFELD(Bild_Key4)
-KVO_TEXTFELD(Bild_Bildname)
-KVO_TEXTFELD(Bild_BildExt)
-KVO_TEXTFELD(Bild_Typ1)
-KVO_TEXTFELD(Bild_Typ2)
-KVO_TEXTFELD(Bild_Pfad)
-KVO_TEXTFELD(Bild_Beschreibung)
-KVO_TEXTFELD(Bild_GrafikAnbNr)
-KVO_TEXTFELD(Bild_Grafik_Ursprung)
-KVO_JANEINFELD(Bild_NeueSeite)
-KVO_JANEINFELD(Bild_AlsAnhang)
-KVO_JANEINFELD(Bild_DruckGesamteSeite)
-KVO_JANEINFELD(Bild_Drucken)
-
-#undef KVO_JANEINFELD
-#undef KVO_TEXTFELD
-#undef KVO_FELD
-
-std::int16_t clsBildZuordnungen::Bild_SortIndex() const {
-  return AktBildObj ? AktBildObj->Bild_SortIndex : std::int16_t{0};
-}
-
 void clsBildZuordnungen::Bild_SortIndex(int wert) {
   using Grenzen = std::numeric_limits<std::int16_t>;
   if (wert < Grenzen::min() || wert > Grenzen::max()) throw Laufzeitfehler(fehlernummer::Ueberlauf);
@@ -147,8 +127,6 @@ void clsBildZuordnungen::Bild_SortIndex(int wert) {
 bool clsBildZuordnungen::FKT_Neu() {
   return gemeldet(u"FKT_Neu", [&] {
     neue_Tabelle();
-    mAktInd = -1;
-    AktBildObj.reset();
     return true;
   });
 }
@@ -157,44 +135,19 @@ bool clsBildZuordnungen::FKT_NeuesBild(const QString& pKey1, const QString& pKey
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
     const QString& pTyp2) {
   return gemeldet(u"FKT_NeuesBild", [&] {
-    if (AnzahlPos() > 0) haenge_Zeile_an();
-    const std::int32_t nummer = letzte_Zeile();
-    Init_Zeile(nummer);
-    AktBildObj = std::make_shared<clsBilderSpeicher>();
-    Init_AktBildObj(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2);
-    Zeile& neu = zeile(nummer);
-    neu.Zeile_Bildname = pBildname;
-    neu.Zeile_BildExt = pBildExt;
-    neu.Zeile_Objekt = AktBildObj;
-    neu.Bild_Changeflag = true;
-    neu.Bild_Neu = true;
-    neu.Bild_Delete = false;
-    AktInd(nummer);
+    auto satz = std::make_shared<clsBilderSpeicher>();
+    Init_AktBildObj(*satz, {&pKey1, &pKey2, &pKey3, &pKey4, &pBildname, &pBildExt, &PTyp1, &pTyp2});
+    AktInd(haenge_an(std::move(satz)));
     return true;
   });
 }
 
-bool clsBildZuordnungen::Init_AktBildObj(const QString& pKey1, const QString& pKey2, const QString& pKey3,
-    const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
-    const QString& pTyp2) {
+/// Gives a new record its identity and the values that it starts with.
+bool clsBildZuordnungen::Init_AktBildObj(clsBilderSpeicher& satz, const Kennung& kennung) {
   return gemeldet(u"Init_AktBildObj", [&] {
-    clsBilderSpeicher& satz = aktueller_Satz();
-    satz.Bild_Key1 = pKey1;
-    satz.Bild_Key2 = pKey2;
-    satz.Bild_Key3 = pKey3;
-    satz.Bild_Key4 = pKey4;
-    satz.Bild_Bildname = pBildname;
-    satz.Bild_BildExt = pBildExt;
-    satz.Bild_Typ1 = PTyp1;
-    satz.Bild_Typ2 = pTyp2;
-    satz.Bild_Pfad.clear();
-    satz.Bild_Beschreibung.clear();
-    satz.Bild_NeueSeite = false;
-    satz.Bild_AlsAnhang = false;
-    satz.Bild_DruckGesamteSeite = false;
+    for (std::size_t i = 0; i < kennung.size(); ++i) satz.*felder::Kennung[i].Wert = *kennung[i];
     satz.Bild_Drucken = true;
-    satz.Bild_Grafik_Ursprung = u"-"_s;
-    satz.Bild_GrafikAnbNr.clear();
+    satz.Bild_Grafik_Ursprung = felder::oder_Strich({});
     return true;
   });
 }
@@ -202,25 +155,15 @@ bool clsBildZuordnungen::Init_AktBildObj(const QString& pKey1, const QString& pK
 bool clsBildZuordnungen::Fkt_Clone(clsBildZuordnungen& pBildAlt, std::int16_t pMontageNr, bool /*pBnrerhalten*/) {
   fehler::Weiter weiter;
   weiter([&] { neue_Tabelle(); });
-  mAktInd = -1;
-  AktBildObj.reset();
   std::int32_t anzahl = 0;
   weiter([&] { anzahl = pBildAlt.AnzahlPos(); });
   for (std::int32_t i = 0; i < anzahl; ++i) {
-    if (i > 0) weiter([&] { haenge_Zeile_an(); });
-    weiter([&] { Init_Zeile(i); });
     pBildAlt.AktInd(i);
     weiter([&] {
-      Zeile& neu = zeile(i);
-      neu.Bild_Changeflag = true;
-      neu.Bild_Neu = true;
-      neu.Bild_Delete = false;
-      neu.Zeile_Bildname = pBildAlt.Bild_Bildname();
-      neu.Zeile_BildExt = pBildAlt.Bild_BildExt();
       auto satz = std::make_shared<clsBilderSpeicher>();
       // A row without a record gives a new, empty one.
       weiter([&] { satz->Fkt_Clone(pBildAlt.aktueller_Satz(), pMontageNr); });
-      neu.Zeile_Objekt = std::move(satz);
+      haenge_an(std::move(satz));
     });
   }
   if (anzahl > 0) AktInd(0);

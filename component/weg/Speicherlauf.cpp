@@ -315,6 +315,7 @@ bool Speicherlauf::Tabelle_folgt(
 
 namespace {
 
+using Ergebnis = Zuordnungsweg::Ergebnis;
 using Verbleib = Zuordnungsweg::Verbleib;
 
 Verbleib verbleib_von(const Posten& eines) {
@@ -336,31 +337,17 @@ Verbleib verbleib_von(const Posten& eines) {
   return eines.wunsch.art == Art::Entfernen ? Verbleib::Entfernt : Verbleib::Geaendert;
 }
 
-void zaehle(Verbleib verbleib, Zuordnungsweg::Ergebnis& ergebnis) {
-  switch (verbleib) {
-    case Verbleib::Neu:
-      ++ergebnis.neu;
-      break;
-    case Verbleib::Geaendert:
-      ++ergebnis.geaendert;
-      break;
-    case Verbleib::Entfernt:
-      ++ergebnis.entfernt;
-      break;
-    case Verbleib::Nachgefuehrt:
-      ++ergebnis.nachgefuehrt;
-      break;
-    case Verbleib::Unveraendert:
-      break;
-    case Verbleib::Ungewiss:
-      ++ergebnis.ungewiss;
-      break;
-    case Verbleib::Nicht_geschrieben:
-    case Verbleib::Nicht_kopiert:
-    case Verbleib::Nicht_gespeichert:
-      ++ergebnis.nicht_geschrieben;
-      break;
-  }
+/// Which number of the result counts a picture; one that only has a note is counted nowhere.
+constexpr std::pair<Verbleib, int Ergebnis::*> Zaehler[]{{Verbleib::Neu, &Ergebnis::neu},
+    {Verbleib::Geaendert, &Ergebnis::geaendert}, {Verbleib::Entfernt, &Ergebnis::entfernt},
+    {Verbleib::Nachgefuehrt, &Ergebnis::nachgefuehrt}, {Verbleib::Ungewiss, &Ergebnis::ungewiss},
+    {Verbleib::Nicht_geschrieben, &Ergebnis::nicht_geschrieben},
+    {Verbleib::Nicht_kopiert, &Ergebnis::nicht_geschrieben},
+    {Verbleib::Nicht_gespeichert, &Ergebnis::nicht_geschrieben}};
+
+void zaehle(Verbleib verbleib, Ergebnis& ergebnis) {
+  for (const auto& [gezaehlter, zahl] : Zaehler)
+    if (gezaehlter == verbleib) ++(ergebnis.*zahl);
 }
 
 }  // namespace
