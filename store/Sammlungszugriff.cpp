@@ -5,6 +5,8 @@
 #include <unordered_map>
 
 #include "platform/basic/Fehlerbehandlung.h"
+#include "platform/files/FileSystemObject.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -52,17 +54,30 @@ std::vector<std::int64_t> Sammlungszugriff::gespeicherte_Reihenfolge(const clsBi
   return folge;
 }
 
-void Sammlungszugriff::lesende_Verbindung(clsBildZuordnungen& sammlung, std::shared_ptr<adodb::Connection> verbindung) {
-  sammlung.mConnection = std::move(verbindung);
-}
-
 std::shared_ptr<Dialogspur>& Sammlungszugriff::spur(clsBildZuordnungen& sammlung) {
   return sammlung.mSpur;
 }
 
 Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
     const QString& alter_name, const QString& endung, const QString& neuer_name) {
-  return fehler::still_enden([&] { return sammlung.benenne_um(wurzel, pfad, alter_name, endung, neuer_name); });
+  Umbenennung ergebnis;
+  const auto sage = [&](const Laufzeitfehler& f) { ergebnis.grund = f.Beschreibung(); };
+  const auto gelingt = [&](auto&& schritt) {
+    return fehler::melden_und_enden(sage, [&] {
+      schritt();
+      return true;
+    });
+  };
+  ergebnis.datei = gelingt([&] {
+    const Bilddatei alt{alter_name, endung, wurzel + u'\\' + pfad};
+    FileSystemObject().MoveFile(alt.pfad(), Bilddatei{neuer_name, endung, alt.ordner}.pfad());
+  });
+  ergebnis.tabelle = ergebnis.datei && gelingt([&] {
+    sammlung.lesende_Verbindung().Execute(
+        u"Update Bild_Zuordnungen SET Bildname = '%1' WHERE Bildname = '%2' and BildExt = '%3' and BildPfad = '%4'"_s
+            .arg(neuer_name, alter_name, endung, pfad));
+  });
+  return ergebnis;
 }
 
 bool Sammlungszugriff::folge_der_Datei(

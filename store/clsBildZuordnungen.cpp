@@ -21,25 +21,16 @@ clsBildZuordnungen::~clsBildZuordnungen() {
   frmPic::Entladen();
 }
 
-clsBildZuordnungen::Zeilen& clsBildZuordnungen::zeilen() {
+clsBildZuordnungen::Zeilen& clsBildZuordnungen::zeilen() const {
   if (!mBilder) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
   return *mBilder;
 }
 
-const clsBildZuordnungen::Zeilen& clsBildZuordnungen::zeilen() const {
-  if (!mBilder) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
-  return *mBilder;
-}
-
-clsBildZuordnungen::Zeile& clsBildZuordnungen::zeile(std::int32_t nummer) {
+clsBildZuordnungen::Zeile& clsBildZuordnungen::zeile(std::int32_t nummer) const {
   Zeilen& alle = zeilen();
   if (nummer < 0 || static_cast<std::size_t>(nummer) >= alle.size())
     throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
   return alle[static_cast<std::size_t>(nummer)];
-}
-
-const clsBildZuordnungen::Zeile& clsBildZuordnungen::aktuelle_Zeile() const {
-  return const_cast<clsBildZuordnungen*>(this)->zeile(mAktInd);
 }
 
 clsBilderSpeicher& clsBildZuordnungen::aktueller_Satz() const {
@@ -92,25 +83,6 @@ std::int32_t clsBildZuordnungen::AnzahlPos() const {
   if (alle.size() != 1) return static_cast<std::int32_t>(alle.size());
   const Zeile& einzige = alle.front();
   return !einzige.Zeile_Objekt && einzige.Zeile_Bildname.isEmpty() ? 0 : 1;
-}
-
-bool clsBildZuordnungen::Bild_Changeflag() const {
-  return aktuelle_Zeile().Bild_Changeflag;
-}
-void clsBildZuordnungen::Bild_Changeflag(bool wert) noexcept {
-  setze_Kennzeichen(&Zeile::Bild_Changeflag, wert);
-}
-bool clsBildZuordnungen::Bild_Neu() const {
-  return aktuelle_Zeile().Bild_Neu;
-}
-void clsBildZuordnungen::Bild_Neu(bool wert) noexcept {
-  setze_Kennzeichen(&Zeile::Bild_Neu, wert);
-}
-bool clsBildZuordnungen::Bild_Delete() const {
-  return aktuelle_Zeile().Bild_Delete;
-}
-void clsBildZuordnungen::Bild_Delete(bool wert) noexcept {
-  setze_Kennzeichen(&Zeile::Bild_Delete, wert);
 }
 
 void clsBildZuordnungen::setze_Kennzeichen(bool Zeile::*kennzeichen, bool wert) noexcept {

@@ -17,7 +17,6 @@
 
 class Bildbaum;
 struct Dialogspur;
-struct Umbenennung;
 
 /// The assignments that are loaded at the moment, with a cursor on one of them, flags per row, and all operations on
 /// the table Bild_Zuordnungen and on the picture files.
@@ -54,12 +53,12 @@ class KVO_EXPORT clsBildZuordnungen {
   std::int32_t AnzahlPos() const;
 
   /// Flags of the current row. Reading raises 9 (91 before Init) without one; setting then does nothing.
-  bool Bild_Changeflag() const;
-  void Bild_Changeflag(bool wert) noexcept;
-  bool Bild_Neu() const;
-  void Bild_Neu(bool wert) noexcept;
-  bool Bild_Delete() const;
-  void Bild_Delete(bool wert) noexcept;
+  bool Bild_Changeflag() const { return zeile(mAktInd).Bild_Changeflag; }
+  void Bild_Changeflag(bool wert) noexcept { setze_Kennzeichen(&Zeile::Bild_Changeflag, wert); }
+  bool Bild_Neu() const { return zeile(mAktInd).Bild_Neu; }
+  void Bild_Neu(bool wert) noexcept { setze_Kennzeichen(&Zeile::Bild_Neu, wert); }
+  bool Bild_Delete() const { return zeile(mAktInd).Bild_Delete; }
+  void Bild_Delete(bool wert) noexcept { setze_Kennzeichen(&Zeile::Bild_Delete, wert); }
 
   // Fields of the current record. Reading without one gives "", False or 0; setting raises 91. Setting never touches
   // Bild_Changeflag.
@@ -214,10 +213,8 @@ class KVO_EXPORT clsBildZuordnungen {
   /// The eight values that tell a row, in the table's order: Key1 to Key4, Bildname, BildExt, Typ1, Typ2.
   using Kennung = std::array<const QString*, 8>;
 
-  Zeilen& zeilen();
-  const Zeilen& zeilen() const;
-  Zeile& zeile(std::int32_t nummer);
-  const Zeile& aktuelle_Zeile() const;
+  Zeilen& zeilen() const;
+  Zeile& zeile(std::int32_t nummer) const;
   clsBilderSpeicher& aktueller_Satz() const;
   template <class Wert>
   Wert gelesen(Wert clsBilderSpeicher::*feld) const {
@@ -244,8 +241,6 @@ class KVO_EXPORT clsBildZuordnungen {
   QString update_Anweisung() const;
   QString UPrN_Insert(const QString& s) const;
   QString Fkt_LeerAlsStrich(const QString& s) const;
-  Umbenennung benenne_um(const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt,
-      const QString& pNewName);
   bool korrigiere_alle(QString clsBilderSpeicher::*feld, const QString& wert);
   bool lese_Saetze(const QString& anweisung, bool ganze);
   /// Report and end: runs `rumpf`; a failure in it is told as one of `prozedur` unless ohneMeldungen is set.

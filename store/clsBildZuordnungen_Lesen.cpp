@@ -133,17 +133,13 @@ bool clsBildZuordnungen::FKT_LeseBilder_FuerKunde_Projekt(const QString& pKdnr_P
       filter = (pFuerProjekt ? u"AND BelegKopfZunft.Projektnummer = '"_s : u"AND BelegKopfZunft.Kundennummer = '"_s) +
           pKdnr_Prj + u"' "_s;
     return lese_Saetze(
-        u"SELECT TOP 100 PERCENT dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-        "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 "
+        u"SELECT TOP 100 PERCENT %1, dbo.Bild_Zuordnungen.Typ1 "
         "FROM dbo.Bild_Zuordnungen LEFT OUTER JOIN dbo.BelegKopfZunft "
         "ON dbo.Bild_Zuordnungen.Key1 = dbo.BelegKopfZunft.Belegart AND "
         "dbo.Bild_Zuordnungen.Key2 = dbo.BelegKopfZunft.Belegnummer "
-        "WHERE (dbo.Bild_Zuordnungen.Typ1 = 'Mon' OR dbo.Bild_Zuordnungen.Typ1 = 'Bel') "_s +
-            filter +
-            u" GROUP BY dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-            "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 "
-            "ORDER BY dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-            "dbo.Bild_Zuordnungen.Key3"_s,
+        "WHERE (dbo.Bild_Zuordnungen.Typ1 = 'Mon' OR dbo.Bild_Zuordnungen.Typ1 = 'Bel') %2 "
+        "GROUP BY %1, dbo.Bild_Zuordnungen.Typ1 ORDER BY %1"_s.arg(
+            u"dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, dbo.Bild_Zuordnungen.Key3"_s, filter),
         false);
   });
 }

@@ -53,14 +53,6 @@ QStringList abweichungen(const Stand& soll, const Stand& ist) {
   return worte;
 }
 
-QString dateiname(const clsBilderSpeicher& satz) {
-  return satz.Bild_Bildname + u'.' + satz.Bild_BildExt;
-}
-
-QString dateipfad(const QString& wurzel, const clsBilderSpeicher& satz) {
-  return wurzel + u'\\' + satz.Bild_Pfad + u'\\' + dateiname(satz);
-}
-
 Zuordnungsweg::Vorgang mit_Strichen(Zuordnungsweg::Vorgang vorgang) {
   for (QString* teil : teile(vorgang)) *teil = felder::oder_Strich(*teil);
   return vorgang;

@@ -26,11 +26,6 @@ bool hat_ganze_Kennung(const clsBilderSpeicher& satz);
 /// What differs, in German words for the user; empty where nothing does. The two have one identity.
 QStringList abweichungen(const Stand& soll, const Stand& ist);
 
-/// "foto.jpg".
-QString dateiname(const clsBilderSpeicher& satz);
-/// Whole path of the picture.
-QString dateipfad(const QString& wurzel, const clsBilderSpeicher& satz);
-
 /// Keys and types of a record.
 template <class Vorgang>
 auto teile(Vorgang& vorgang) {

@@ -8,6 +8,7 @@
 #include "component/weg/Gruppen.h"
 #include "component/weg/Meldung.h"
 #include "store/BasZuordnungen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -297,7 +298,7 @@ bool Speicherlauf::fuehre_Namen_nach(Posten& eines) {
       eines.wunsch.soll = {alt, eines.wunsch.soll.platz};
       eines.sage(
           u"Das Bild heißt weiter so, weil seine Datei nicht „%1“ heißt; die Tabelle hat wieder diesen Namen."_s.arg(
-              dateiname(neu)));
+              Bilddatei::von(neu).datei()));
       return true;
     }
   }

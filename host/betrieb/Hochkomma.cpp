@@ -1,7 +1,7 @@
 #include "host/betrieb/Hochkomma.h"
 
 #include "host/betrieb/Ausgang.h"
-#include "store/Felder.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -13,7 +13,7 @@ void pruefe(const clsBilderSpeicher& satz, std::span<const felder::Feld> liste) 
     if (feld.besonderes == felder::Besonderheit::Verdoppelt || !wert.contains(u'\'')) continue;
     throw Abbruch(Ausgang::Datenbank,
         u"Die Zuordnung von „%1“ enthält ein Hochkomma (%2: „%3“); damit ist keine Anweisung an die Datenbank möglich."_s
-            .arg(satz.Bild_Bildname + u'.' + satz.Bild_BildExt, feld.Name, wert));
+            .arg(Bilddatei::von(satz).datei(), feld.Name, wert));
   }
 }
 
