@@ -87,9 +87,9 @@ void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
 void frm_BildZuordnung::lade_Text(std::int32_t zeile) {
   // What could not be written stands as it was typed: the next save would take the old text of the file for it.
   if (Spur(zeile).text.gescheitert()) return Zelle(zeile, spalte::BildInfo, Spur(zeile).bildinfo);
-  const QString textdatei = Bilddatei{Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt),
-      pRootpath + u'\\' + Text(zeile, spalte::Pfad)}
-                                .textpfad();
+  const Bilddatei bild{
+      Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt), pRootpath + u'\\' + Text(zeile, spalte::Pfad)};
+  const QString textdatei = bild.textpfad();
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
     Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
 }
