@@ -7,7 +7,7 @@
 #include "platform/basic/Text.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -86,7 +86,7 @@ void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t
   Zelle(zeile, spalte::AlsAnhang, pNurAnhang);
   for (const auto s : {spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1, spalte::Typ2})
     Zelle(zeile, s, QString());
-  const QString textdatei = wert(Ordner) + u'\\' + bildnamen::textdatei(wert(Stamm), wert(Endung));
+  const QString textdatei = Bilddatei{wert(Stamm), wert(Endung), wert(Ordner)}.textpfad();
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
     Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
   Zelle(zeile, spalte::ZeileGeaendert, true);

@@ -6,7 +6,7 @@
 #include "dialogs/Symbole.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/gdiplus/bild/Bildlader.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 using symbole::bebildere;
@@ -136,7 +136,7 @@ void frm_BildZuordnung::entwirf_Felder() {
   txt_BildName.Move(60, 420, 2500, 360);
   txt_BildName.setAccessibleName(u"Name"_s);
   txt_BildName.ToolTipText(u"Nicht erlaubt sind \\ / : * ? \" < > | ' und Steuerzeichen"_s);
-  txt_BildName.verbiete(bildnamen::ist_verboten, bildnamen::Namenslaenge);
+  txt_BildName.verbiete(Bilddatei::ist_verboten, Bilddatei::Namenslaenge);
   txt_BildExt.Move(2580, 420, 600, 360);
   txt_BildExt.Locked(true);
   txt_BildExt.setFocusPolicy(Qt::NoFocus);

@@ -7,7 +7,7 @@
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -16,14 +16,12 @@ using namespace oberflaeche;
 
 namespace {
 
-const QString Stempelform = u"yyyyMMdd_HHmmss"_s;
-
 QString bilddatei(const QString& ordner, const QString& name, const QString& endung) {
-  return ordner + u'\\' + name + u'.' + endung;
+  return Bilddatei{name, endung, ordner}.pfad();
 }
 
 QString textdatei(const QString& ordner, const QString& name, const QString& endung) {
-  return ordner + u'\\' + bildnamen::textdatei(name, endung);
+  return Bilddatei{name, endung, ordner}.textpfad();
 }
 
 }  // namespace
@@ -107,7 +105,7 @@ void frm_BildZuordnung::nimm_Text_mit(const QString& alt, const QString& neu) {
 /// point to no file otherwise. Gives it a record at the row's place. A picture whose copy failed stays new.
 bool frm_BildZuordnung::lege_neue_an(std::int32_t zeile) {
   const QString alte_endung = text::Trim(Text(zeile, spalte::BildExt));
-  const QString endung = bildnamen::ersetze_verbotene(alte_endung);
+  const QString endung = Bilddatei::ersetze_verbotene(alte_endung);
   const QString quelle = bilddatei(text::Trim(Text(zeile, spalte::Pfad)),
       mod_BilderSuchen::Fkt_SplitFileName(Text(zeile, spalte::VollerPfad), 2), alte_endung);
   const QString name = kopiere(quelle, zeile, endung);
@@ -133,15 +131,15 @@ bool frm_BildZuordnung::lege_neue_an(std::int32_t zeile) {
 /// Gives the name of the copy, or the one that it would have had. Never overwrites: a name that another desk took in
 /// between is passed over as well.
 QString frm_BildZuordnung::kopiere(const QString& quelle, std::int32_t zeile, const QString& endung) {
-  const QString stempel = uhr::jetzt().toString(Stempelform);
-  const QString anfang = bildnamen::ersetze_verbotene(Text(zeile, spalte::Bildname));
+  const QString stempel = Bilddatei::Stempel(uhr::jetzt());
+  const QString anfang = Bilddatei::ersetze_verbotene(Text(zeile, spalte::Bildname));
   Bildspur& spur = Spur(zeile);
   spur.quelle = quelle;
   spur.groesse = -1;
   if (!mod_BilderSuchen::Fkt_DirExists(Standardordner())) mod_BilderSuchen::Fkt_MakePath(Standardordner());
   QString name;
   for (int nummer = 1;; ++nummer) {
-    name = bildnamen::gestempelt(anfang, stempel, nummer);
+    name = Bilddatei{anfang, endung}.gestempelt(stempel, nummer).name;
     if (!ist_frei(name, endung, zeile)) continue;
     std::int32_t fehlernummer = 0;
     spur.kopie = {Dateischritt::Stand::Getan, {}};
@@ -159,9 +157,9 @@ QString frm_BildZuordnung::kopiere(const QString& quelle, std::int32_t zeile, co
 
 /// No other row and no file has the name, nor would their texts share a file.
 bool frm_BildZuordnung::ist_frei(const QString& name, const QString& endung, std::int32_t zeile) const {
-  const QString text = text::UCase(bildnamen::textdatei(name, endung));
+  const QString text = text::UCase(Bilddatei{name, endung}.textdatei());
   for (std::int32_t i = 0; i <= LetzteZeile(); ++i) {
-    const QString anderer = bildnamen::textdatei(text::Trim(Text(i, spalte::Bildname)), Text(i, spalte::BildExt));
+    const QString anderer = Bilddatei{text::Trim(Text(i, spalte::Bildname)), Text(i, spalte::BildExt)}.textdatei();
     if (i != zeile && text::UCase(anderer) == text) return false;
   }
   return !mod_BilderSuchen::Fkt_FileExists(bilddatei(Standardordner(), name, endung)) &&

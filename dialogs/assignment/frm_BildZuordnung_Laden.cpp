@@ -7,7 +7,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -87,8 +87,9 @@ void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
 void frm_BildZuordnung::lade_Text(std::int32_t zeile) {
   // What could not be written stands as it was typed: the next save would take the old text of the file for it.
   if (Spur(zeile).text.gescheitert()) return Zelle(zeile, spalte::BildInfo, Spur(zeile).bildinfo);
-  const QString textdatei = pRootpath + u'\\' + Text(zeile, spalte::Pfad) + u'\\' +
-      bildnamen::textdatei(Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt));
+  const QString textdatei = Bilddatei{Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt),
+      pRootpath + u'\\' + Text(zeile, spalte::Pfad)}
+                                .textpfad();
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
     Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
 }

@@ -4,7 +4,7 @@
 #include "platform/basic/Text.h"
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -168,7 +168,7 @@ void frm_BildZuordnung::uebernimm_in(clsBilderSpeicher& satz, std::int32_t zeile
   satz.Bild_Bildname = Text(zeile, spalte::Bildname);
   satz.Bild_BildExt = Text(zeile, spalte::BildExt);
   satz.Bild_AlsAnhang = Ja(zeile, spalte::AlsAnhang);
-  satz.Bild_Beschreibung = bildnamen::passender_Drucktext(drucktext);
+  satz.Bild_Beschreibung = Bilddatei::passender_Drucktext(drucktext);
   satz.Bild_Drucken = Ja(zeile, spalte::Drucken);
   satz.Bild_DruckGesamteSeite = Ja(zeile, spalte::DruckGesamteSeite);
   satz.Bild_NeueSeite = Ja(zeile, spalte::NeueSeite);
@@ -176,7 +176,7 @@ void frm_BildZuordnung::uebernimm_in(clsBilderSpeicher& satz, std::int32_t zeile
   // A text that was cut before it was read again has not been shortened by the user.
   if (satz.Bild_Beschreibung != drucktext)
     ungekuerzter = drucktext;
-  else if (bildnamen::passender_Drucktext(ungekuerzter) != drucktext)
+  else if (Bilddatei::passender_Drucktext(ungekuerzter) != drucktext)
     ungekuerzter.clear();
 }
 

@@ -2,7 +2,7 @@
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -96,8 +96,7 @@ QStringList frm_BildZuordnung::ungespeicherte_Namen() {
 
 /// The row holds what its record holds; one that was only looked at does.
 bool frm_BildZuordnung::gleicht(const clsBilderSpeicher& satz, std::int32_t zeile) {
-  const QString textdatei = Text(zeile, spalte::Root) + u'\\' + satz.Bild_Pfad + u'\\' +
-      bildnamen::textdatei(satz.Bild_Bildname, satz.Bild_BildExt);
+  const QString textdatei = Bilddatei::von(satz, Text(zeile, spalte::Root)).textpfad();
   const QString info = fehler::still_enden([&] { return mod_BilderSuchen::Fkt_ReadFile(textdatei); });
   return satz.Bild_Bildname == Text(zeile, spalte::Bildname) && satz.Bild_Pfad == Text(zeile, spalte::Pfad) &&
       satz.Bild_Beschreibung == Text(zeile, spalte::Beschreibung) && satz.Bild_Drucken == Ja(zeile, spalte::Drucken) &&
