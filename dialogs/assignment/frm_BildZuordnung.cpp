@@ -120,11 +120,6 @@ void frm_BildZuordnung::Form_Unload() {
   });
 }
 
-void frm_BildZuordnung::melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const {
-  KVOCore::aktuell().FehlerMelden(
-      u"frm_BildZuordnung"_s, QString::fromUtf16(prozedur), fehler.Nummer(), fehler.Beschreibung(), true);
-}
-
 // ── What can be used ────────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_BildZuordnung::AnzeigeSteuern() {

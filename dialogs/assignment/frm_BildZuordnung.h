@@ -276,7 +276,6 @@ class frm_BildZuordnung : public Form {
   void keyhandler_KeyDown(std::int16_t KeyCode, std::int16_t Shift);
   void naechstes_Bild();
   void voriges_Bild();
-  void melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const;
 
   std::shared_ptr<KeyHandler> keyhandler;
   std::shared_ptr<clsDialoge> DialogObj;

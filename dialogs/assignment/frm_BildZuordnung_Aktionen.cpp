@@ -1,6 +1,7 @@
 // What the buttons do to the selected picture, and adding pictures from the search.
 #include <QHash>
 
+#include "dialogs/Bedienschritt.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
@@ -23,12 +24,7 @@ enum Fund : std::int32_t { GanzerName = 0, Ordner = 1, Stamm = 2, Endung = 3, Le
 
 /// Runs a button's procedure; a failure is reported under its name after the pointer was set back.
 void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit) {
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) {
-    mauszeiger().form(Zeigerform::Standard);
-    melde(prozedur, f);
-      },
-      [&] { arbeit(); });
+  bedienschritt(Name(), prozedur, arbeit);
   DialogObj.reset();
 }
 

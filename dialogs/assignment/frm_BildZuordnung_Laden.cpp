@@ -7,14 +7,14 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
+#include "platform/host/Meldeweg.h"
 #include "store/Bildnamen.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 void frm_BildZuordnung::Lade_Zuordnung() {
-  fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Lade_Zuordnung", f); },
-      [&] {
+  fehler::gemeldet(Name(), u"Lade_Zuordnung", [this] {
     if (nimm_Stand_auf()) return;
     std::vector<Bildspur> vorige = std::exchange(spuren_, {});
     auflistbar_.clear();

@@ -2,8 +2,7 @@
 #include <vector>
 
 #include "dialogs/assignment/frm_BildZuordnung.h"
-#include "platform/basic/Fehlerbehandlung.h"
-#include "platform/host/Oberflaeche.h"
+#include "platform/host/Meldeweg.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -60,8 +59,7 @@ void frm_BildZuordnung::Form_DragEnde() {
 }
 
 void frm_BildZuordnung::Bild_Verschieben() {
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) { melde(u"Bild_Verschieben", f); }, [&] { verschiebe_Zeile(); });
+  fehler::gemeldet(Name(), u"Bild_Verschieben", [this] { verschiebe_Zeile(); });
 }
 
 // The selected row's number stays as it is. The picture that it stands for may be another one afterwards, so the fields

@@ -1,4 +1,5 @@
 // Saving: the table goes into the collection, and the changes of files are carried out.
+#include "dialogs/Bedienschritt.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
@@ -62,12 +63,7 @@ void frm_BildZuordnung::Namen_Aendern() {
 }
 
 void frm_BildZuordnung::Zuordnung_Speichern() {
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) {
-    mauszeiger().form(Zeigerform::Standard);
-    melde(u"Zuordnung_Speichern", f);
-      },
-      [&] { speichere_Zeilen(); });
+  bedienschritt(Name(), u"Zuordnung_Speichern", [this] { speichere_Zeilen(); });
   hinterlasse_Spur();
 }
 
@@ -155,7 +151,7 @@ bool frm_BildZuordnung::ordne_Satz_zu(std::int32_t zeile, bool namen_erledigt) {
   Sammlung().AktInd(Sammlungszugriff::platz(Sammlung(), Spur(zeile).satz.get()));
   if (!Sammlung().AktBildObj) {
     // The host took the record out while the dialog was open.
-    melde(u"Zuordnung_Speichern", Laufzeitfehler(fehlernummer::IndexAusserhalb));
+    fehler::melde(Name(), u"Zuordnung_Speichern", Laufzeitfehler(fehlernummer::IndexAusserhalb));
     return false;
   }
   if (!namen_erledigt && !Ja(zeile, spalte::Entfernen)) benenne_gespeicherte_um(zeile);

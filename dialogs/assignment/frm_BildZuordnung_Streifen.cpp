@@ -1,4 +1,5 @@
 // The strip of thumbnails: building, drawing, selecting, scrolling.
+#include <QScopeGuard>
 #include <algorithm>
 #include <cmath>
 
@@ -8,6 +9,7 @@
 #include "platform/basic/Text.h"
 #include "platform/basic/Twips.h"
 #include "platform/gdiplus/bild/NurKopf.h"
+#include "platform/host/Meldeweg.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Dateityp.h"
 #include "platform/shell/Programmstart.h"
@@ -206,12 +208,10 @@ void frm_BildZuordnung::Pruefe_Scroll() {
 
 void frm_BildZuordnung::Pic_Thumb_Click(std::int32_t index) {
   // The pointer keeps waiting after a failure until the next selection sets it back.
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) {
-    AnzeigeAufbau = false;
-    melde(u"Pic_Thumb_Click", f);
-      },
-      [&] { waehle_Zeile(index); });
+  fehler::gemeldet(Name(), u"Pic_Thumb_Click", [&] {
+    const auto fertig = qScopeGuard([this] { AnzeigeAufbau = false; });
+    waehle_Zeile(index);
+  });
 }
 
 void frm_BildZuordnung::waehle_Zeile(std::int32_t index) {
