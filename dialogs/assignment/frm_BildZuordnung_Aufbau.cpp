@@ -215,16 +215,16 @@ void frm_BildZuordnung::entwirf_Reihenfolge() {
 void frm_BildZuordnung::verbinde_Ereignisse() {
   SSS_BildZuordnung.Resize = [this](int pane) { ordne_Splitter(pane); };
   for (const auto& [i, panel] : SSP_Panel) panel->DragOver = [this] { Shp_Sort.Visible(false); };
-  verbinde_Schalter(chk_AlsAnhang, spalte::AlsAnhang);
-  verbinde_Schalter(chk_Drucken, spalte::Drucken);
-  verbinde_Schalter(chk_GesamteSeite, spalte::DruckGesamteSeite);
-  verbinde_Schalter(chk_NeueSeite, spalte::NeueSeite);
-  verbinde_Schalter(chk_Delete, spalte::Entfernen);
-  verbinde_Text(txt_BildText, spalte::Beschreibung);
-  verbinde_Text(txt_BildInfo, spalte::BildInfo);
+  verbinde_Schalter(chk_AlsAnhang, &Arbeitszeile::AlsAnhang);
+  verbinde_Schalter(chk_Drucken, &Arbeitszeile::Drucken);
+  verbinde_Schalter(chk_GesamteSeite, &Arbeitszeile::DruckGesamteSeite);
+  verbinde_Schalter(chk_NeueSeite, &Arbeitszeile::NeueSeite);
+  verbinde_Schalter(chk_Delete, &Arbeitszeile::Entfernen);
+  verbinde_Text(txt_BildText, &Arbeitszeile::Beschreibung);
+  verbinde_Text(txt_BildInfo, &Arbeitszeile::BildInfo);
   txt_BildName.Change = [this] { aendere_Namen(); };
-  cmd_OriginalName.Click = [this] { txt_BildName.Text(Text(AktZeile, spalte::OriginalName)); };
-  Pic_Bearbeitung.DblClick = [this] { zeige_im_Programm(Text(AktZeile, spalte::VollerPfad)); };
+  cmd_OriginalName.Click = [this] { txt_BildName.Text(QString(Zeile(AktZeile).OriginalName)); };
+  Pic_Bearbeitung.DblClick = [this] { zeige_im_Programm(Zeile(AktZeile).VollerPfad); };
   SSC_Scroll_Left.Click = [this] { scrolle(-1); };
   SSC_Scroll_Right.Click = [this] { scrolle(1); };
   SSC_Scroll_Right.DragOver = [this] { ziehe_ueber_Scroll_Right(); };
@@ -259,7 +259,7 @@ std::unique_ptr<Bildfeld> frm_BildZuordnung::neues_Pic_Thumb(int index) {
   neu->stackUnder(&Shp_Thump);
   neu->setAccessibleName(u"Bild %1 des Streifens"_s.arg(index));
   neu->Click = [this, index] { Pic_Thumb_Click(index); };
-  neu->DblClick = [this] { zeige_im_Programm(AktDatei); };
+  neu->DblClick = [this] { zeige_im_Programm(gewaehlte_.VollerPfad); };
   neu->DragOver = [this, index] { ziehe_ueber_Thumb(index); };
   neu->DragDrop = [this, index] { lasse_fallen(index); };
   return neu;
