@@ -128,44 +128,48 @@ class frm_BildZuordnung : public Form {
   bool KeineBilder() const;
 
   // ── Controls; a container stands before what it holds ─────────────────────────────────────────────────────────────
-  SSSplitter SSS_BildZuordnung;
-  Steuerelementfeld<SSPanel> SSP_Panel;
-  Steuerelementfeld<SSPanel> SSP_Anzahl;
-  SSCommand SSC_Bildbearbeitung;
-  SSCommand SSC_Drehen90;
-  SSCommand SSC_Drehen270;
-  SSCommand SSC_Drehen180;
-  SSCommand SSC_Aktualisieren;
-  SSCommand SSC_ExifInfo;
-  SSPanel SSP_NameChanged;
-  Steuerelementfeld<Label> lbl_Anzeige;
-  SSCommand cmd_OriginalName;
-  Label SSP_WarnungName;
-  TextBox txt_BildName;
-  TextBox txt_BildExt;
-  CheckBox chk_Drucken;
-  CheckBox chk_GesamteSeite;
-  CheckBox chk_NeueSeite;
-  CheckBox chk_AlsAnhang;
-  CheckBox chk_Delete;
-  Textblock txt_BildText;
-  Bildfeld Pic_Bearbeitung;
-  Bildfeld Pic_Dummy;
-  Bildfeld Pic_Dummy0;
-  Bildfeld Pic_Blank;
-  Label lbl_Beschreibung;
-  Textblock txt_BildInfo;
-  Steuerelementfeld<Bildfeld> Pic_Thumb;
-  SSCommand SSC_Scroll_Left;
-  SSCommand SSC_Scroll_Right;
-  Shape Shp_Thump;
-  Shape Shp_Sort;
-  SSCommand SSC_BilderLaden;
-  SSCommand SSC_AlleZuordnungen;
-  SSCommand SSC_WeitereZuordnungen;
-  SSRibbon SSR_Sortierung;
-  SSCommand SSC_ZuordnungSpeichern;
-  SSCommand cmd_Abbruch;
+  SSSplitter SSS_BildZuordnung{this, QStringLiteral("SSS_BildZuordnung")};
+  Steuerelementfeld<SSPanel> SSP_Panel{
+      [this](int i) { return std::make_unique<SSPanel>(&SSS_BildZuordnung, QStringLiteral("SSP_Panel(%1)").arg(i)); }};
+  Steuerelementfeld<SSPanel> SSP_Anzahl{
+      [this](int i) { return std::make_unique<SSPanel>(&SSP_Panel(0), QStringLiteral("SSP_Anzahl(%1)").arg(i)); }};
+  SSCommand SSC_Bildbearbeitung{&SSP_Panel.entwirf(0), QStringLiteral("SSC_Bildbearbeitung")};
+  SSCommand SSC_Drehen90{&SSP_Panel(0), QStringLiteral("SSC_Drehen90")};
+  SSCommand SSC_Drehen270{&SSP_Panel(0), QStringLiteral("SSC_Drehen270")};
+  SSCommand SSC_Drehen180{&SSP_Panel(0), QStringLiteral("SSC_Drehen180")};
+  SSCommand SSC_Aktualisieren{&SSP_Panel(0), QStringLiteral("SSC_Aktualisieren")};
+  SSCommand SSC_ExifInfo{&SSP_Panel(0), QStringLiteral("SSC_ExifInfo")};
+  SSPanel SSP_NameChanged{&SSP_Panel.entwirf(1), QStringLiteral("SSP_NameChanged")};
+  Steuerelementfeld<Label> lbl_Anzeige{[this](int i) {
+    return std::make_unique<Label>(i == 0 ? &SSP_NameChanged : &SSP_Panel(1), QStringLiteral("lbl_Anzeige(%1)").arg(i));
+  }};
+  SSCommand cmd_OriginalName{&SSP_NameChanged, QStringLiteral("cmd_OriginalName")};
+  Label SSP_WarnungName{&SSP_NameChanged, QStringLiteral("SSP_WarnungName")};
+  TextBox txt_BildName{&SSP_NameChanged, QStringLiteral("txt_BildName")};
+  TextBox txt_BildExt{&SSP_NameChanged, QStringLiteral("txt_BildExt")};
+  CheckBox chk_Drucken{&SSP_Panel(1), QStringLiteral("chk_Drucken")};
+  CheckBox chk_GesamteSeite{&SSP_Panel(1), QStringLiteral("chk_GesamteSeite")};
+  CheckBox chk_NeueSeite{&SSP_Panel(1), QStringLiteral("chk_NeueSeite")};
+  CheckBox chk_AlsAnhang{&SSP_Panel(1), QStringLiteral("chk_AlsAnhang")};
+  CheckBox chk_Delete{&SSP_Panel(1), QStringLiteral("chk_Delete")};
+  Textblock txt_BildText{&SSP_Panel(1), QStringLiteral("txt_BildText")};
+  Bildfeld Pic_Bearbeitung{&SSP_Panel.entwirf(2), QStringLiteral("Pic_Bearbeitung")};
+  Bildfeld Pic_Dummy{&SSP_Panel(2), QStringLiteral("Pic_Dummy")};
+  Bildfeld Pic_Dummy0{&SSP_Panel(2), QStringLiteral("Pic_Dummy0")};
+  Bildfeld Pic_Blank{&SSP_Panel(2), QStringLiteral("Pic_Blank")};
+  Label lbl_Beschreibung{&SSP_Panel(2), QStringLiteral("lbl_Beschreibung")};
+  Textblock txt_BildInfo{&SSP_Panel(2), QStringLiteral("txt_BildInfo")};
+  Steuerelementfeld<Bildfeld> Pic_Thumb{[this](int i) { return neues_Pic_Thumb(i); }};
+  SSCommand SSC_Scroll_Left{&SSP_Panel.entwirf(3), QStringLiteral("SSC_Scroll_Left")};
+  SSCommand SSC_Scroll_Right{&SSP_Panel(3), QStringLiteral("SSC_Scroll_Right")};
+  Shape Shp_Thump{&SSP_Panel(3), QStringLiteral("Shp_Thump")};
+  Shape Shp_Sort{&SSP_Panel(3), QStringLiteral("Shp_Sort")};
+  SSCommand SSC_BilderLaden{this, QStringLiteral("SSC_BilderLaden")};
+  SSCommand SSC_AlleZuordnungen{this, QStringLiteral("SSC_AlleZuordnungen")};
+  SSCommand SSC_WeitereZuordnungen{this, QStringLiteral("SSC_WeitereZuordnungen")};
+  SSRibbon SSR_Sortierung{this, QStringLiteral("SSR_Sortierung")};
+  SSCommand SSC_ZuordnungSpeichern{this, QStringLiteral("SSC_ZuordnungSpeichern")};
+  SSCommand cmd_Abbruch{this, QStringLiteral("cmd_Abbruch")};
 
  protected:
   void Form_Load() override;

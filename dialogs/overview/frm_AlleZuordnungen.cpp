@@ -26,13 +26,7 @@ constexpr double Abstand_Knoepfe = 40;
 
 }  // namespace
 
-frm_AlleZuordnungen::frm_AlleZuordnungen()
-    : Form(u"frm_AlleZuordnungen"_s),
-      TDBG_Zuordnungen(this, u"TDBG_Zuordnungen"_s),
-      cmd_AlleLoeschen(this, u"cmd_AlleLoeschen"_s),
-      cmd_Loeschen(this, u"cmd_Loeschen"_s),
-      cmd_Abbrechen(this, u"cmd_Abbrechen"_s),
-      SSP_Info([this](int i) { return std::make_unique<SSPanel>(this, u"SSP_Info(%1)"_s.arg(i)); }) {
+frm_AlleZuordnungen::frm_AlleZuordnungen() : Form(u"frm_AlleZuordnungen"_s) {
   Caption(u"Alle Zuordnungen"_s);
   entwirf();
   TDBG_Zuordnungen.Click = [this] { cmd_Loeschen.Enabled(TDBG_Zuordnungen.SelBookmarks().Count() > 0); };

@@ -42,11 +42,12 @@ class frm_AlleZuordnungen : public Form, public Uebersichtsauftrag {
   void Zuordnungen_loeschen();
 
   // Controls, in their tab order
-  TDBGrid TDBG_Zuordnungen;
-  SSCommand cmd_AlleLoeschen;
-  SSCommand cmd_Loeschen;
-  SSCommand cmd_Abbrechen;
-  Steuerelementfeld<SSPanel> SSP_Info;
+  TDBGrid TDBG_Zuordnungen{this, QStringLiteral("TDBG_Zuordnungen")};
+  SSCommand cmd_AlleLoeschen{this, QStringLiteral("cmd_AlleLoeschen")};
+  SSCommand cmd_Loeschen{this, QStringLiteral("cmd_Loeschen")};
+  SSCommand cmd_Abbrechen{this, QStringLiteral("cmd_Abbrechen")};
+  Steuerelementfeld<SSPanel> SSP_Info{
+      [this](int i) { return std::make_unique<SSPanel>(this, QStringLiteral("SSP_Info(%1)").arg(i)); }};
 
  protected:
   void Form_Load() override;

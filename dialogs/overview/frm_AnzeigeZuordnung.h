@@ -65,17 +65,17 @@ class frm_AnzeigeZuordnung : public Form, public Uebersichtsauftrag, public Ausk
   void Dummy() {}
 
   // Controls, in their tab order
-  TDBGrid TDBG_Zuordnungen;
-  TDBGrid TDBG_WeitereZuordnungen;
-  SSCommand SSC_ZuordnungSpeichern;
-  SSCommand cmd_Abbrechen;
-  SSPanel SSP_Info;
-  SSPanel SSP_Anzeige;
-  Bildfeld pic_Anzeige;
-  SSPanel SSP_WeitereZuordnungen;
-  Bildfeld Pic_Dummy;
-  Bildfeld Pic_Blank;
-  SSCommand btnAuswahl;
+  TDBGrid TDBG_Zuordnungen{this, QStringLiteral("TDBG_Zuordnungen")};
+  TDBGrid TDBG_WeitereZuordnungen{this, QStringLiteral("TDBG_WeitereZuordnungen")};
+  SSCommand SSC_ZuordnungSpeichern{this, QStringLiteral("SSC_ZuordnungSpeichern")};
+  SSCommand cmd_Abbrechen{this, QStringLiteral("cmd_Abbrechen")};
+  SSPanel SSP_Info{this, QStringLiteral("SSP_Info")};
+  SSPanel SSP_Anzeige{this, QStringLiteral("SSP_Anzeige")};
+  Bildfeld pic_Anzeige{&SSP_Anzeige, QStringLiteral("pic_Anzeige")};
+  SSPanel SSP_WeitereZuordnungen{this, QStringLiteral("SSP_WeitereZuordnungen")};
+  Bildfeld Pic_Dummy{this, QStringLiteral("Pic_Dummy")};
+  Bildfeld Pic_Blank{this, QStringLiteral("Pic_Blank")};
+  SSCommand btnAuswahl{this, QStringLiteral("btnAuswahl")};
 
  protected:
   void Form_Load() override;
