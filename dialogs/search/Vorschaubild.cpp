@@ -9,6 +9,7 @@
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "platform/basic/Twips.h"
 #include "platform/gdiplus/bild/Bildlader.h"
 #include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/gdiplus/gdiplus.h"
@@ -20,7 +21,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace vorschaubild {
 namespace {
 
-constexpr double TwipsJePixel = 15;
 constexpr double Rand = 8;
 constexpr double Zugabe = 10;
 
@@ -51,7 +51,7 @@ class Sitzung {
 };
 
 int punkte(double twips, double dichte) {
-  return static_cast<int>(std::nearbyint(twips / TwipsJePixel * dichte));
+  return static_cast<int>(std::nearbyint(twips / twips::JePixel * dichte));
 }
 
 QImage leeres_Blatt(double breite, double hoehe, double dichte) {
@@ -65,7 +65,7 @@ QImage leeres_Blatt(double breite, double hoehe, double dichte) {
 /// False where the picture's file gives no pixels: the sheet then stays as it is.
 bool male(QImage& blatt, const Bild& bild, double breite, double hoehe, bool nur_mittig) {
   const double dichte = blatt.devicePixelRatio();
-  const QSizeF groesse = QSizeF(bild.groesse()) * TwipsJePixel;
+  const QSizeF groesse = QSizeF(bild.groesse()) * twips::JePixel;
   const bool gestreckt = !nur_mittig && (groesse.width() > breite || groesse.height() > hoehe);
   const QSize ziel = gestreckt ? QSize(punkte(breite - Rand, dichte), punkte(hoehe - Rand, dichte))
                                : QSize(punkte(groesse.width(), dichte), punkte(groesse.height(), dichte));
