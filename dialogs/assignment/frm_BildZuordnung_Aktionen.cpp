@@ -1,11 +1,10 @@
 // What the buttons do to the selected picture, and adding pictures from the search.
-#include <QHash>
-
 #include "dialogs/Bedienschritt.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "platform/gdiplus/Drehung.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
 #include "store/Bilddatei.h"
@@ -121,9 +120,6 @@ void frm_BildZuordnung::zeige_WeitereZuordnungen() {
 
 // Turning changes the file at once, and reading the record again afterwards saves what was pending without a question.
 void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
-  static const QHash<QString, std::int32_t> transformationen{{u"JpgTransformRotate90"_s, 13},
-      {u"JpgTransformRotate180"_s, 14}, {u"JpgTransformRotate270"_s, 15}, {u"JpgTransformFlipHorizontal"_s, 16},
-      {u"JpgTransformFlipVertical"_s, 17}};
   const QString datei = text::Trim(Zeile(AktZeile).VollerPfad);
   if (datei.isEmpty()) return;
   using namespace mod_GrafikKonvert;
@@ -137,7 +133,8 @@ void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
     MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Kritisch, u"Achtung"_s);
       },
       [&] {
-    if (Fkt_Bild_Drehen(datei, transformationen.value(pTransformation))) {
+    const auto drehung = Drehung::mit_Namen(pTransformation);
+    if (Fkt_Bild_Drehen(datei, drehung ? drehung->art : 0)) {
       pBildObj->AktLoadPicture.clear();
       aktualisiere();
     } else {

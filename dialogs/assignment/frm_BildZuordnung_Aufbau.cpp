@@ -1,11 +1,9 @@
 // The form at design time: its controls, their places, texts and events. What the layout sets again is not set here.
-#include <QImageReader>
-#include <QPainter>
 #include <array>
 
 #include "dialogs/Symbole.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
-#include "platform/gdiplus/bild/Bildlader.h"
+#include "imaging/Ersatzbild.h"
 #include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -26,23 +24,9 @@ void beschrifte(QAbstractButton& knopf, const QString& name) {
   knopf.setIconSize(QSize(24, 24));
 }
 
-/// The picture that stands for a missing file.
-std::shared_ptr<const Bild> zeichne_Platzhalter() {
-  constexpr QSize groesse(800, 600);
-  QImage bild(groesse, QImage::Format_RGB32);
-  bild.fill(QColor(225, 225, 225));
-  QImageReader leser(u":/kvo/icons/bild_fehlt.svg"_s);
-  leser.setScaledSize(groesse);
-  QPainter maler(&bild);
-  // Without the SVG plugin the grey sheet stands alone.
-  if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
-  maler.end();
-  return bildlader::aus_Pixeln(bild);
-}
-
-/// Drawn once for all forms.
+/// The picture that stands for a missing file, drawn once for all forms.
 const std::shared_ptr<const Bild>& platzhalter() {
-  static const std::shared_ptr<const Bild> bild = zeichne_Platzhalter();
+  static const auto bild = gezeichnetes_Blatt(u":/kvo/icons/bild_fehlt.svg"_s, {800, 600}, QColor(225, 225, 225));
   return bild;
 }
 
