@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "dialogs/Auftrag.h"
 #include "dialogs/assignment/Arbeitstabelle.h"
 #include "dialogs/assignment/clsDialoge.h"
 #include "platform/basic/XArrayDBObject.h"
@@ -24,21 +25,14 @@
 /// database but for the renaming of stored pictures.
 ///
 /// Usual road: Load, set the public members, Lade_Zuordnung, AnzeigeSteuern, Show, Unload.
-class frm_BildZuordnung : public Form {
+class frm_BildZuordnung : public Form, public Auftrag {
  public:
   frm_BildZuordnung();
-  ~frm_BildZuordnung() override;
 
   // ── Set by the entry point between Load and Lade_Zuordnung ────────────────────────────────────────────────────────
-  QString pStandardBildPfad;  ///< below the root; new pictures are copied there
-  QString pInfoZeile;
-  QString PTyp1;
-  QString pTyp2;
-  QString pGL_jmtVerarbeitungsdatum;
+  // The task too; saving sets its root to the root of the row written last.
   bool pNurAnzeige = false;
   bool pNurAnhang = false;
-  std::shared_ptr<Anwendungsobjekt> pAppObj;
-  QString pRootpath;  ///< without a closing separator; saving sets it to the root of the row written last
   std::shared_ptr<clsBildZuordnungen> pBildObj;
 
   // ── State ─────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -277,5 +271,5 @@ class frm_BildZuordnung : public Form {
   Farbe NameRueckfarbe = 0;
   Farbe NameTextfarbe = 0;
   /// The selected row as it was when it was selected.
-  Arbeitszeile gewaehlte_;
+  QString AktDatei, AktName, AktExt, AktPfad, AktKey1, AktKey2, AktKey3, AktKey4, AktTyp1, AktTyp2;
 };

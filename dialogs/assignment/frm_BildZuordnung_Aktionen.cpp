@@ -94,13 +94,12 @@ void frm_BildZuordnung::zeige_Exif() {
 
 // The dialog tells that the user removed this record's own assignment; here that is only marked, as by the check box.
 void frm_BildZuordnung::zeige_AlleZuordnungen() {
-  if (text::Trim(gewaehlte_.Bildname).isEmpty()) return;
+  if (text::Trim(AktName).isEmpty()) return;
   mit_Meldung(u"SSC_AlleZuordnungen_Click", [this] {
     bool eigene = false;
     DialogObj = std::make_shared<clsDialoge>();
-    DialogObj->Fkt_Aufruf_Dialog_AlleZuordnungen(pAppObj, pRootpath, pStandardBildPfad, gewaehlte_.Key1,
-        gewaehlte_.Key2, gewaehlte_.Key3, gewaehlte_.Key4, gewaehlte_.Bildname, gewaehlte_.BildExt, gewaehlte_.Typ1,
-        gewaehlte_.Typ2, pGL_jmtVerarbeitungsdatum, pInfoZeile, eigene);
+    DialogObj->Fkt_Aufruf_Dialog_AlleZuordnungen(pAppObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2, AktKey3,
+        AktKey4, AktName, AktExt, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile, eigene);
     if (eigene) {
       Arbeitszeile& zeile = Zeile(AktZeile);
       zeile.Entfernen = zeile.ZeileGeaendert = zeile.Spur.vorgemerkt = true;
@@ -113,9 +112,8 @@ void frm_BildZuordnung::zeige_AlleZuordnungen() {
 
 void frm_BildZuordnung::zeige_WeitereZuordnungen() {
   DialogObj = std::make_shared<clsDialoge>();
-  DialogObj->Fkt_Aufruf_Dialog_WeitereZuordnungen(pAppObj, pBildObj, pRootpath, pStandardBildPfad, gewaehlte_.Key1,
-      gewaehlte_.Key2, gewaehlte_.Key3, gewaehlte_.Key4, gewaehlte_.Typ1, gewaehlte_.Typ2, pGL_jmtVerarbeitungsdatum,
-      pInfoZeile);
+  DialogObj->Fkt_Aufruf_Dialog_WeitereZuordnungen(pAppObj, pBildObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2,
+      AktKey3, AktKey4, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile);
   mauszeiger().form(Zeigerform::Standard);
 }
 

@@ -14,12 +14,8 @@ using symbole::symbol;
 
 namespace {
 
-constexpr double Startbreite = 12000;
-constexpr double Starthoehe = 9000;
-constexpr double Hoehe_Kopf = 810;
-constexpr double Hoehe_Streifen = 2100;
-constexpr double Hoehe_Fuss = 520;
-constexpr double Breite_Felder = 3840;
+constexpr double Startbreite = 12000, Starthoehe = 9000, Breite_Felder = 3840;
+constexpr double Hoehe_Kopf = 810, Hoehe_Streifen = 2100, Hoehe_Fuss = 520;
 
 void beschrifte(QAbstractButton& knopf, const QString& name) {
   knopf.setIcon(symbol(name));
@@ -66,8 +62,6 @@ frm_BildZuordnung::frm_BildZuordnung() : Form(u"frm_BildZuordnung"_s) {
   setMinimumSize(800, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
 }
-
-frm_BildZuordnung::~frm_BildZuordnung() = default;
 
 void frm_BildZuordnung::entwirf_Kopf() {
   SSP_Panel(0).Caption(u"  Beleg- oder Monatgeauftrags-Informationen"_s);
@@ -231,7 +225,7 @@ std::unique_ptr<Bildfeld> frm_BildZuordnung::neues_Pic_Thumb(int index) {
   neu->stackUnder(&Shp_Thump);
   neu->setAccessibleName(u"Bild %1 des Streifens"_s.arg(index));
   neu->Click = [this, index] { Pic_Thumb_Click(index); };
-  neu->DblClick = [this] { zeige_im_Programm(gewaehlte_.VollerPfad); };
+  neu->DblClick = [this] { zeige_im_Programm(AktDatei); };
   neu->DragOver = [this, index] { ziehe_ueber_Thumb(index); };
   neu->DragDrop = [this, index] { lasse_fallen(index); };
   return neu;

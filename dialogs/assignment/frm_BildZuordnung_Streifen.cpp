@@ -2,6 +2,7 @@
 #include <QScopeGuard>
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "dialogs/search/Vorschaubild.h"
@@ -229,7 +230,12 @@ void frm_BildZuordnung::zeige_Auswahl() {
   AnzeigeAufbau = true;
   NameWarnung(false);
   NameGeaendertAnzeige(false);
-  gewaehlte_ = Zeile(AktZeile);
+  const Arbeitszeile& gewaehlte = Zeile(AktZeile);
+  std::tie(AktDatei, AktName, AktExt, AktPfad) =
+      std::tie(gewaehlte.VollerPfad, gewaehlte.Bildname, gewaehlte.BildExt, gewaehlte.Pfad);
+  std::tie(AktKey1, AktKey2, AktKey3, AktKey4) =
+      std::tie(gewaehlte.Key1, gewaehlte.Key2, gewaehlte.Key3, gewaehlte.Key4);
+  std::tie(AktTyp1, AktTyp2) = std::tie(gewaehlte.Typ1, gewaehlte.Typ2);
   lade_grosses_Bild();
   fuelle_Eingaben();
   for (Arbeitszeile& zeile : Tabelle()) zeile.Aktuell = false;
@@ -248,7 +254,7 @@ void frm_BildZuordnung::zeige_Auswahl() {
 }
 
 void frm_BildZuordnung::lade_grosses_Bild() {
-  if (gewaehlte_.VollerPfad.isEmpty()) {
+  if (AktDatei.isEmpty()) {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
     return;
@@ -259,7 +265,7 @@ void frm_BildZuordnung::lade_grosses_Bild() {
     sperre_Fehlende();
     return;
   }
-  const Dateiteile teile(gewaehlte_.VollerPfad);
+  const Dateiteile teile(AktDatei);
   if (!vorschaubild::ist_Bildtyp(teile.endung)) {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
@@ -272,20 +278,21 @@ void frm_BildZuordnung::lade_grosses_Bild() {
 
 // The controls raise their events while they are filled: what they write is the row's own, and they mark the row.
 void frm_BildZuordnung::fuelle_Eingaben() {
-  txt_BildName.Text(gewaehlte_.Bildname);
-  txt_BildName.Tag = gewaehlte_.Bildname;
-  txt_BildExt.Text(gewaehlte_.BildExt);
-  txt_BildExt.Tag = gewaehlte_.BildExt;
-  if (gewaehlte_.NameDoppelt) NameWarnung(true);
-  if (gewaehlte_.NameGeaendert) NameGeaendertAnzeige(true);
-  txt_BildInfo.Text(gewaehlte_.BildInfo);
-  chk_AlsAnhang.Value(gewaehlte_.AlsAnhang ? 1 : 0);
-  chk_Drucken.Value(gewaehlte_.Drucken ? 1 : 0);
-  chk_GesamteSeite.Value(gewaehlte_.DruckGesamteSeite ? 1 : 0);
-  chk_NeueSeite.Value(gewaehlte_.NeueSeite ? 1 : 0);
-  chk_Delete.Value(gewaehlte_.Entfernen ? 1 : 0);
+  const Arbeitszeile zeile = Zeile(AktZeile);
+  txt_BildName.Text(AktName);
+  txt_BildName.Tag = AktName;
+  txt_BildExt.Text(AktExt);
+  txt_BildExt.Tag = AktExt;
+  if (zeile.NameDoppelt) NameWarnung(true);
+  if (zeile.NameGeaendert) NameGeaendertAnzeige(true);
+  txt_BildInfo.Text(zeile.BildInfo);
+  chk_AlsAnhang.Value(zeile.AlsAnhang ? 1 : 0);
+  chk_Drucken.Value(zeile.Drucken ? 1 : 0);
+  chk_GesamteSeite.Value(zeile.DruckGesamteSeite ? 1 : 0);
+  chk_NeueSeite.Value(zeile.NeueSeite ? 1 : 0);
+  chk_Delete.Value(zeile.Entfernen ? 1 : 0);
   erzwinge_Anhang();
-  txt_BildText.Text(gewaehlte_.Beschreibung);
+  txt_BildText.Text(zeile.Beschreibung);
   SSC_ExifInfo.Enabled(mit_Exif(AktZeile).HatExif.value_or(false));
 }
 

@@ -3,6 +3,8 @@
 #include <QString>
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <memory>
 
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/gitter/TDBGrid.h"
@@ -57,6 +59,9 @@ inline constexpr std::array<Spaltenentwurf, 25> Entwurf{{{u"", 400}, {u"Datei", 
 Gitterspalte entworfen(const QString& caption, double breite);
 /// The column of that number.
 Gitterspalte entworfen(Spalte spalte);
+
+/// Gives a grid its columns, which `spalten` adds, and its rows; it is hidden meanwhile.
+void baue(TDBGrid& gitter, const std::shared_ptr<XArrayDBObject>& zeilen, const std::function<void()>& spalten);
 
 /// Fills a row from the record under the collection's cursor and asks whether its file is there.
 void fuelle(XArrayDBObject& tabelle, std::int32_t zeile, clsBildZuordnungen& bilder, const QString& root);

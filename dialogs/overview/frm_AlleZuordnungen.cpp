@@ -15,14 +15,9 @@ using Dimension = XArrayDBObject::Dimension;
 
 namespace {
 
-constexpr double Startbreite = 9000;
-constexpr double Starthoehe = 6000;
-constexpr double Abstand_Info = 20;
-constexpr double Hoehe_Info = 330;
-constexpr double Breite_Beschriftung = 1200;
-constexpr double Fuss = 500;
-constexpr double Hoehe_Knopf = 420;
-constexpr double Abstand_Knoepfe = 40;
+constexpr double Startbreite = 9000, Starthoehe = 6000;
+constexpr double Abstand_Info = 20, Hoehe_Info = 330, Breite_Beschriftung = 1200;
+constexpr double Fuss = 500, Hoehe_Knopf = 420, Abstand_Knoepfe = 40;
 
 }  // namespace
 
@@ -38,8 +33,6 @@ frm_AlleZuordnungen::frm_AlleZuordnungen() : Form(u"frm_AlleZuordnungen"_s) {
   setMinimumSize(420, 240);
   setze_Innengroesse(Startbreite, Starthoehe);
 }
-
-frm_AlleZuordnungen::~frm_AlleZuordnungen() = default;
 
 void frm_AlleZuordnungen::entwirf() {
   for (int i = 0; i < 2; ++i) SSP_Info.entwirf(i);
@@ -120,23 +113,19 @@ void frm_AlleZuordnungen::lies_Zuordnungen() {
 }
 
 void frm_AlleZuordnungen::Init_Grid() {
-  TDBG_Zuordnungen.Visible(false);
-  TDBG_Zuordnungen.RemoveColumns();
-  for (std::int32_t i = uebersicht::Marke; i <= uebersicht::ExifText; ++i) {
-    Gitterspalte spalte = uebersicht::entworfen(static_cast<uebersicht::Spalte>(i));
-    if (i == uebersicht::Marke) {
-      spalte.Caption = u"ZuO"_s;
-      spalte.Alignment = Ausrichtung::Zentriert;
+  uebersicht::baue(TDBG_Zuordnungen, pZuordnungArray(), [this] {
+    for (std::int32_t i = uebersicht::Marke; i <= uebersicht::ExifText; ++i) {
+      Gitterspalte spalte = uebersicht::entworfen(static_cast<uebersicht::Spalte>(i));
+      if (i == uebersicht::Marke) {
+        spalte.Caption = u"ZuO"_s;
+        spalte.Alignment = Ausrichtung::Zentriert;
+      }
+      TDBG_Zuordnungen.AddColumn(spalte);
     }
-    TDBG_Zuordnungen.AddColumn(spalte);
-  }
-  Gitterspalte sichtbare = uebersicht::entworfen(u"Dieses Bild ist Zugeordnet zu:"_s, 4000);
-  sichtbare.Visible = true;
-  TDBG_Zuordnungen.AddColumn(sichtbare);
-  TDBG_Zuordnungen.Array(pZuordnungArray());
-  TDBG_Zuordnungen.ReBind();
-  TDBG_Zuordnungen.Refresh();
-  TDBG_Zuordnungen.Visible(true);
+    Gitterspalte sichtbare = uebersicht::entworfen(u"Dieses Bild ist Zugeordnet zu:"_s, 4000);
+    sichtbare.Visible = true;
+    TDBG_Zuordnungen.AddColumn(sichtbare);
+  });
   // Binding has ended the selection without an event.
   cmd_Loeschen.Enabled(false);
   // Hiding the grid took the focus from it, or from the button that has done its work.
