@@ -89,8 +89,8 @@ class frm_BildZuordnung : public Form, public Auftrag {
   void Zeige_Bild();
 
   // ── Picture actions ───────────────────────────────────────────────────────────────────────────────────────────────
-  /// Appends a picture that the search found, `fund` being its row there; the table then ends with a blank row.
-  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
+  /// Appends a picture that the search found, `zeile` being its row there; the table then ends with a blank row.
+  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t zeile);
   void Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis);
   void NameWarnung(bool pWert);
   void NameGeaendertAnzeige(bool pWert);

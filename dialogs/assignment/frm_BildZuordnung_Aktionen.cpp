@@ -3,6 +3,7 @@
 
 #include "dialogs/Bedienschritt.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
+#include "dialogs/search/frm_BilderSuchen.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
@@ -15,13 +16,6 @@ using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
 using Dimension = XArrayDBObject::Dimension;
 
-namespace {
-
-/// Columns of the search's result.
-enum Fund : std::int32_t { GanzerName = 0, Ordner = 1, Stamm = 2, Endung = 3, LetzteSpalte = 10 };
-
-}  // namespace
-
 /// Runs a button's procedure; a failure is reported under its name after the pointer was set back.
 void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit) {
   bedienschritt(Name(), prozedur, arbeit);
@@ -33,12 +27,12 @@ void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::functio
 // Nothing is copied here: a new row points at the file where it lies until it is saved.
 void frm_BildZuordnung::suche_Bilder() {
   auto funde = std::make_shared<XArrayDBObject>();
-  funde->ReDim(0, 0, 0, LetzteSpalte);
+  funde->ReDim(0, 0, 0, fund::Letzte);
   DialogObj = std::make_shared<clsDialoge>();
   if (!DialogObj->Fkt_Aufruf_Dialog_BilderSuchen(pAppObj, pRootpath, funde, true)) return;
   mauszeiger().form(Zeigerform::Sanduhr);
   for (std::int32_t i = 0; i <= funde->UpperBound(Dimension::Zeilen); ++i)
-    if (!text::Trim(mit_Leertext(funde->Value(i, GanzerName))).isEmpty()) haenge_Fund_an(*funde, i);
+    if (!text::Trim(mit_Leertext(funde->Value(i, fund::VollerName))).isEmpty()) haenge_Fund_an(*funde, i);
   // Of an empty record for which nothing was chosen the placeholder goes too.
   if (LetzteZeile() >= 0 && Zeile(LetzteZeile()).ist_leer()) Tabelle().entferne(LetzteZeile());
   ErsteZeile = 0;
@@ -59,17 +53,17 @@ void frm_BildZuordnung::suche_Bilder() {
   mauszeiger().form(Zeigerform::Standard);
 }
 
-void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund) {
-  const auto wert = [&](Fund s) { return mit_Leertext(funde.Value(fund, s)); };
+void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t zeile) {
+  const auto wert = [&](fund::Spalte s) { return mit_Leertext(funde.Value(zeile, s)); };
   // A duplicate is kept and only marked. No row is being edited: each collides in any case of its letters.
-  const bool doppelt = Tabelle().ist_vergeben(wert(Stamm), wert(Endung), KeineZeile);
+  const bool doppelt = Tabelle().ist_vergeben(wert(fund::Name), wert(fund::Endung), KeineZeile);
   Arbeitszeile& neue = Tabelle().freie_Zeile();
   neue.NameDoppelt = doppelt;
-  neue.VollerPfad = wert(GanzerName);
+  neue.VollerPfad = wert(fund::VollerName);
   neue.Root = pRootpath;
-  neue.Pfad = wert(Ordner);
-  neue.Bildname = wert(Stamm);
-  neue.BildExt = wert(Endung);
+  neue.Pfad = wert(fund::Pfad);
+  neue.Bildname = wert(fund::Name);
+  neue.BildExt = wert(fund::Endung);
   // Where all are attachments, a picture that nobody selects is one too.
   neue.AlsAnhang = pNurAnhang;
   const QString textdatei = neue.Pfad + u'\\' + bildnamen::textdatei(neue.Bildname, neue.BildExt);

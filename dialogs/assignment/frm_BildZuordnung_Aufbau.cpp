@@ -10,17 +10,11 @@
 
 using namespace Qt::Literals::StringLiterals;
 using symbole::bebildere;
-using symbole::symbol;
 
 namespace {
 
 constexpr double Startbreite = 12000, Starthoehe = 9000, Breite_Felder = 3840;
 constexpr double Hoehe_Kopf = 810, Hoehe_Streifen = 2100, Hoehe_Fuss = 520;
-
-void beschrifte(QAbstractButton& knopf, const QString& name) {
-  knopf.setIcon(symbol(name));
-  knopf.setIconSize(QSize(24, 24));
-}
 
 /// The picture that stands for a missing file.
 std::shared_ptr<const Bild> zeichne_Platzhalter() {
@@ -154,7 +148,7 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
   const auto fuss = [](auto& knopf, const QString& text, const QString& bild, double breite) {
     knopf.Move(0, Starthoehe - 560, breite, Hoehe_Fuss);
     knopf.Caption(text);
-    beschrifte(knopf, bild);
+    bebildere(knopf, bild);
   };
   fuss(SSC_BilderLaden, u"&Bilder suchen   "_s, u"bilder_suchen"_s, 1750);
   fuss(SSC_AlleZuordnungen, u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"alle_zuordnungen"_s, 2520);

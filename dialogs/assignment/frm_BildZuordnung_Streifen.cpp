@@ -4,6 +4,7 @@
 #include <cmath>
 #include <tuple>
 
+#include "dialogs/Bildbuehne.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
@@ -12,7 +13,6 @@
 #include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/host/Meldeweg.h"
 #include "platform/host/Oberflaeche.h"
-#include "platform/shell/Dateityp.h"
 #include "platform/shell/Programmstart.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -21,19 +21,7 @@ using namespace oberflaeche;
 
 namespace {
 
-constexpr double Abstand = 100;
-constexpr double Streifen_am_Rand = 3;
-
-struct Dateiteile {
-  explicit Dateiteile(const QString& pfad)
-      : ordner(mod_BilderSuchen::Fkt_SplitFileName(pfad, 1)),
-        name(mod_BilderSuchen::Fkt_SplitFileName(pfad, 2)),
-        endung(mod_BilderSuchen::Fkt_SplitFileName(pfad, 3)) {}
-  QString datei() const { return name + u'.' + endung; }
-  QString ordner;
-  QString name;
-  QString endung;
-};
+constexpr double Abstand = 100, Streifen_am_Rand = 3;
 
 }  // namespace
 
@@ -71,14 +59,10 @@ void frm_BildZuordnung::stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t in
   const QString pfad = Zeile(zeile).VollerPfad;
   Bildfeld& thumbnail = Pic_Thumb(index);
   weiter([&] {
-    const Dateiteile teile(pfad);
     if (Zeile(zeile).DateiFehlt)
       Pic_Dummy0.Picture(Pic_Blank.Picture());
-    else if (!vorschaubild::ist_Bildtyp(teile.endung))
-      Pic_Dummy0.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-    else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false))
-      Pic_Dummy0.Picture(pBildObj->AktLoadPicture_Picture);
-    // What can't be loaded leaves the picture that was on stage.
+    else
+      stelle_auf(Pic_Dummy0, pBildObj, pfad);
   });
   thumbnail.Visible(false);
   weiter([&] { Bild_Einpassen(ThumbBreite, ThumbHoehe, Pic_Dummy0, thumbnail); });
@@ -265,14 +249,12 @@ void frm_BildZuordnung::lade_grosses_Bild() {
     sperre_Fehlende();
     return;
   }
-  const Dateiteile teile(AktDatei);
-  if (!vorschaubild::ist_Bildtyp(teile.endung)) {
+  // What is no picture leaves nothing of the one before, whatever becomes of its icon.
+  if (!vorschaubild::ist_Bildtyp(mod_BilderSuchen::Fkt_SplitFileName(AktDatei, 3))) {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
-    Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-  } else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false)) {
-    Pic_Dummy.Picture(pBildObj->AktLoadPicture_Picture);
   }
+  stelle_auf(Pic_Dummy, pBildObj, AktDatei);
   if (!pNurAnzeige) chk_Delete.Enabled(true);
 }
 

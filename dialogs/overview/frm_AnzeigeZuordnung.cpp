@@ -3,6 +3,7 @@
 
 #include <QEvent>
 
+#include "dialogs/Symbole.h"
 #include "dialogs/overview/Uebersichtszeile.h"
 #include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
@@ -35,8 +36,7 @@ void frm_AnzeigeZuordnung::entwirf() {
   TDBG_WeitereZuordnungen.AllowAddNew(true);
   SSP_WeitereZuordnungen.Caption(u"   Weitere Zuordnungen für:"_s);
   SSC_ZuordnungSpeichern.Caption(u"Zuordnung speichern  "_s);
-  SSC_ZuordnungSpeichern.setIcon(QIcon(u":/kvo/icons/zuordnung_speichern.svg"_s));
-  SSC_ZuordnungSpeichern.setIconSize(QSize(24, 24));
+  symbole::bebildere(SSC_ZuordnungSpeichern, u"zuordnung_speichern"_s);
   SSC_ZuordnungSpeichern.ToolTipText(u"Angekreuzte Bilder den Artikeln zuordnen"_s);
   SSC_ZuordnungSpeichern.Move(Rand, 0, 2900, Hoehe_Knopf);
   SSC_ZuordnungSpeichern.Enabled(false);
@@ -67,7 +67,7 @@ void frm_AnzeigeZuordnung::verbinde_Ereignisse() {
 }
 
 void frm_AnzeigeZuordnung::Form_Load() {
-  btnAuswahl.setIcon(QIcon(u":/kvo/icons/auswahl.svg"_s));
+  btnAuswahl.setIcon(symbole::symbol(u"auswahl"_s));
 }
 
 void frm_AnzeigeZuordnung::Form_Resize() {

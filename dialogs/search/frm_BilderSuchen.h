@@ -17,7 +17,7 @@
 
 /// Columns of the search's result: one row a chosen file, and an empty last one.
 namespace fund {
-enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3 };
+enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3, Letzte = 10 };
 }  // namespace fund
 
 /// The dialog in which the user finds picture files on any drive and chooses some of them.
