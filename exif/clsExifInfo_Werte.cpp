@@ -15,36 +15,13 @@ constexpr std::int64_t Max_Text_Length = 256LL * 1024 * 1024 / static_cast<std::
 enum class Kind { None, Byte, Character, Short, Long, Rational };
 
 Kind kind_of(std::int32_t format) {
-  switch (format) {
-    case 1:
-    case 6:
-      return Kind::Byte;
-    case 2:
-    case 7:
-      return Kind::Character;
-    case 3:
-    case 8:
-      return Kind::Short;
-    case 4:
-    case 9:
-      return Kind::Long;
-    case 5:
-    case 10:
-      return Kind::Rational;
-    default:
-      return Kind::None;
-  }
+  if (format < 1 || format > 10) return Kind::None;
+  // The signed formats 6 to 10 follow the others in the same order.
+  return static_cast<Kind>((format - 1) % 5 + 1);
 }
 
 std::int64_t component_size(Kind kind) {
-  switch (kind) {
-    case Kind::Short:
-      return 2;
-    case Kind::Long:
-      return 4;
-    default:
-      return 1;
-  }
+  return kind == Kind::Short ? 2 : kind == Kind::Long ? 4 : 1;
 }
 
 std::int32_t as_long(const std::array<std::uint8_t, 4>& field) {

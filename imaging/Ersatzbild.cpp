@@ -7,17 +7,18 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+std::shared_ptr<const Bild> gezeichnetes_Blatt(const QString& svg, QSize groesse, const QColor& grund) {
+  QImage blatt(groesse, QImage::Format_RGB32);
+  blatt.fill(grund);
+  QImageReader leser(svg);
+  leser.setScaledSize(groesse);
+  QPainter maler(&blatt);
+  if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
+  maler.end();
+  return bildlader::aus_Pixeln(blatt);
+}
+
 const std::shared_ptr<const Bild>& ersatzbild() {
-  static const std::shared_ptr<const Bild> bild = [] {
-    QImage blatt(96, 96, QImage::Format_RGB32);
-    blatt.fill(Qt::white);
-    QImageReader leser(u":/kvo/icons/bild_unlesbar.svg"_s);
-    leser.setScaledSize(blatt.size());
-    QPainter maler(&blatt);
-    // Without the SVG plugin the sheet stays white.
-    if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
-    maler.end();
-    return bildlader::aus_Pixeln(blatt);
-  }();
+  static const auto bild = gezeichnetes_Blatt(u":/kvo/icons/bild_unlesbar.svg"_s, {96, 96}, Qt::white);
   return bild;
 }

@@ -5,6 +5,7 @@
 #include "imaging/Ersatzbild.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
+#include "platform/basic/Twips.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/gdiplus/bild/Bildlader.h"
 #include "platform/gdiplus/gdiplus.h"
@@ -13,15 +14,13 @@ using namespace mod_GrafikKonvert;
 
 namespace {
 
-constexpr double kTwips_je_Pixel = 15;
-
 std::unique_ptr<frmPic>& instanz() {
   thread_local std::unique_ptr<frmPic> form;
   return form;
 }
 
 double in_Einheit(int pixel, ScaleMode einheit) noexcept {
-  return einheit == ScaleMode::Twips ? pixel * kTwips_je_Pixel : pixel;
+  return einheit == ScaleMode::Twips ? twips::aus_Pixel(pixel) : pixel;
 }
 
 }  // namespace

@@ -106,23 +106,13 @@ bool Fkt_GetEncoderClsid(const QString& mime_type, gdiplus::CLSID& clsid) {
 
 namespace {
 
-gdiplus::EncoderParameters parameter_fuer(std::int32_t transform) {
-  gdiplus::EncoderParameters parameter;
-  parameter.Count = 1;
-  gdiplus::CLSIDFromString(u"{8D0EB2D1-A58E-4EA8-AA14-108074B7B6F9}"_s, parameter.Parameter.Guid);
-  parameter.Parameter.NumberOfValues = 1;
-  parameter.Parameter.Type = gdiplus::EncoderParameterValueTypeLong;
-  parameter.Parameter.Value = transform;
-  return parameter;
-}
-
 /// Finds the encoder and saves the image with `speichere`, which gives a status; the image is disposed of in any case.
 template <class Speichern>
 bool transformiere(gdiplus::Image& image, std::int32_t transform, Speichern&& speichere) {
   bool ergebnis = false;
   gdiplus::CLSID clsid{};
   if (Fkt_GetEncoderClsid(u"image/jpeg"_s, clsid))
-    ergebnis = Fkt_GdiPruefen(speichere(clsid, parameter_fuer(transform))) == gdiplus::Ok;
+    ergebnis = Fkt_GdiPruefen(speichere(clsid, gdiplus::transformation(transform))) == gdiplus::Ok;
   else
     oberflaeche::MsgBox(u"Konnte keinen passenden Encoder ermitteln."_s, oberflaeche::Knoepfe::OK,
         oberflaeche::Symbol::Keins, u"Encoder Error"_s);

@@ -39,10 +39,9 @@ QString Fkt_OpenWith(QString& datei);
 
 /// The class id of the encoder of that mime type, case of letters ignored. False where there is none, or no session.
 bool Fkt_GetEncoderClsid(const QString& mime_type, gdiplus::CLSID& clsid);
-/// Writes a picture file, transformed, as JPEG under another name; `transform` is 13 to 17 (clockwise by 90, 180, 270
-/// degrees, mirrored left and right, top and bottom). What stood under that name is replaced, but only by a complete
-/// file. False after a message for each status that has one; source and target are two files. The module doesn't look
-/// at the file type: a picture of another format comes out as JPEG too.
+/// Writes a picture file, transformed, as JPEG under another name; `transform` is a gdiplus::Drehart. What stood under
+/// that name is replaced, but only by a complete file. False after a message for each status that has one; source and
+/// target are two files. The module doesn't look at the file type: a picture of another format comes out as JPEG too.
 bool Fkt_JpgTransform(const QString& quelle, const QString& ziel, std::int32_t transform);
 
 /// Turns a JPEG file in its place, between start and end of a session: the transform into a file of the same name with

@@ -4,7 +4,7 @@
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 using text::Trim;
@@ -17,12 +17,12 @@ bool Arbeitszeile::ist_leer() const {
 }
 
 QString Arbeitszeile::Dateiname() const {
-  return Trim(Bildname) + u'.' + Trim(BildExt);
+  return Bilddatei{Trim(Bildname), Trim(BildExt)}.datei();
 }
 
 void Arbeitszeile::lies(const clsBilderSpeicher& satz, const QString& root) {
   Gespeichert = true;
-  VollerPfad = root + u'\\' + satz.Bild_Pfad + u'\\' + satz.Bild_Bildname + u'.' + satz.Bild_BildExt;
+  VollerPfad = Bilddatei::von(satz, root).pfad();
   Root = root;
   Pfad = satz.Bild_Pfad;
   Bildname = satz.Bild_Bildname;
@@ -50,20 +50,19 @@ void Arbeitszeile::uebernimm_in(clsBilderSpeicher& satz) {
   satz.Bild_Bildname = Bildname;
   satz.Bild_BildExt = BildExt;
   satz.Bild_AlsAnhang = AlsAnhang;
-  satz.Bild_Beschreibung = bildnamen::passender_Drucktext(Beschreibung);
+  satz.Bild_Beschreibung = Bilddatei::passender_Drucktext(Beschreibung);
   satz.Bild_Drucken = Drucken;
   satz.Bild_DruckGesamteSeite = DruckGesamteSeite;
   satz.Bild_NeueSeite = NeueSeite;
   // A text that was cut before it was read again has not been shortened by the user.
   if (satz.Bild_Beschreibung != Beschreibung)
     Spur.ungekuerzter_Drucktext = Beschreibung;
-  else if (bildnamen::passender_Drucktext(Spur.ungekuerzter_Drucktext) != Beschreibung)
+  else if (Bilddatei::passender_Drucktext(Spur.ungekuerzter_Drucktext) != Beschreibung)
     Spur.ungekuerzter_Drucktext.clear();
 }
 
 bool Arbeitszeile::gleicht(const clsBilderSpeicher& satz) const {
-  const QString textdatei =
-      Root + u'\\' + satz.Bild_Pfad + u'\\' + bildnamen::textdatei(satz.Bild_Bildname, satz.Bild_BildExt);
+  const QString textdatei = Bilddatei::von(satz, Root).textpfad();
   const QString info = fehler::still_enden([&] { return mod_BilderSuchen::Fkt_ReadFile(textdatei); });
   return satz.Bild_Bildname == Bildname && satz.Bild_Pfad == Pfad && satz.Bild_Beschreibung == Beschreibung &&
       satz.Bild_Drucken == Drucken && satz.Bild_AlsAnhang == AlsAnhang && satz.Bild_NeueSeite == NeueSeite &&
@@ -171,12 +170,12 @@ std::int32_t Arbeitstabelle::erste_Umbenannte() const {
 
 QString Arbeitstabelle::gestempelter_Name(const Arbeitszeile& eigene, const QString& endung, const QString& stempel,
     const std::function<bool(const QString&)>& nimmt) const {
-  const QString anfang = bildnamen::ersetze_verbotene(eigene.Bildname);
+  const QString anfang = Bilddatei::ersetze_verbotene(eigene.Bildname);
   for (int i = 1;; ++i) {
-    QString name = bildnamen::gestempelt(anfang, stempel, i);
-    const QString datei = UCase(bildnamen::textdatei(name, endung));
+    QString name = Bilddatei{anfang, endung}.gestempelt(stempel, i).name;
+    const QString datei = UCase(Bilddatei{name, endung}.textdatei());
     const bool frei = std::none_of(begin(), end(), [&](const Arbeitszeile& z) {
-      return &z != &eigene && UCase(bildnamen::textdatei(Trim(z.Bildname), z.BildExt)) == datei;
+      return &z != &eigene && UCase(Bilddatei{Trim(z.Bildname), z.BildExt}.textdatei()) == datei;
     });
     if (frei && nimmt(name)) return name;
   }

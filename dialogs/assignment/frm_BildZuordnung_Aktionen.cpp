@@ -1,15 +1,14 @@
 // What the buttons do to the selected picture, and adding pictures from the search.
-#include <QHash>
-
 #include "dialogs/Bedienschritt.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "dialogs/search/frm_BilderSuchen.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "platform/gdiplus/Drehung.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -66,7 +65,7 @@ void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t
   neue.BildExt = wert(fund::Endung);
   // Where all are attachments, a picture that nobody selects is one too.
   neue.AlsAnhang = pNurAnhang;
-  const QString textdatei = neue.Pfad + u'\\' + bildnamen::textdatei(neue.Bildname, neue.BildExt);
+  const QString textdatei = Bilddatei{neue.Bildname, neue.BildExt, neue.Pfad}.textpfad();
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
     neue.BildInfo = text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei));
   neue.ZeileGeaendert = true;
@@ -113,9 +112,6 @@ void frm_BildZuordnung::zeige_WeitereZuordnungen() {
 
 // Turning changes the file at once, and reading the record again afterwards saves what was pending without a question.
 void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
-  static const QHash<QString, std::int32_t> transformationen{{u"JpgTransformRotate90"_s, 13},
-      {u"JpgTransformRotate180"_s, 14}, {u"JpgTransformRotate270"_s, 15}, {u"JpgTransformFlipHorizontal"_s, 16},
-      {u"JpgTransformFlipVertical"_s, 17}};
   const QString datei = text::Trim(Zeile(AktZeile).VollerPfad);
   if (datei.isEmpty()) return;
   using namespace mod_GrafikKonvert;
@@ -129,7 +125,8 @@ void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
     MsgBox(u"Bild konnte nicht bearbeitet werden!"_s, Knoepfe::OK, Symbol::Kritisch, u"Achtung"_s);
       },
       [&] {
-    if (Fkt_Bild_Drehen(datei, transformationen.value(pTransformation))) {
+    const auto drehung = Drehung::mit_Namen(pTransformation);
+    if (Fkt_Bild_Drehen(datei, drehung ? drehung->art : 0)) {
       pBildObj->AktLoadPicture.clear();
       aktualisiere();
     } else {

@@ -1,12 +1,10 @@
 // The form at design time: its controls, their places, texts and events. What the layout sets again is not set here.
-#include <QImageReader>
-#include <QPainter>
 #include <array>
 
 #include "dialogs/Symbole.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
-#include "platform/gdiplus/bild/Bildlader.h"
-#include "store/Bildnamen.h"
+#include "imaging/Ersatzbild.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 using symbole::bebildere;
@@ -16,23 +14,9 @@ namespace {
 constexpr double Startbreite = 12000, Starthoehe = 9000, Breite_Felder = 3840;
 constexpr double Hoehe_Kopf = 810, Hoehe_Streifen = 2100, Hoehe_Fuss = 520;
 
-/// The picture that stands for a missing file.
-std::shared_ptr<const Bild> zeichne_Platzhalter() {
-  constexpr QSize groesse(800, 600);
-  QImage bild(groesse, QImage::Format_RGB32);
-  bild.fill(QColor(225, 225, 225));
-  QImageReader leser(u":/kvo/icons/bild_fehlt.svg"_s);
-  leser.setScaledSize(groesse);
-  QPainter maler(&bild);
-  // Without the SVG plugin the grey sheet stands alone.
-  if (const QImage zeichnung = leser.read(); !zeichnung.isNull()) maler.drawImage(0, 0, zeichnung);
-  maler.end();
-  return bildlader::aus_Pixeln(bild);
-}
-
-/// Drawn once for all forms.
+/// The picture that stands for a missing file, drawn once for all forms.
 const std::shared_ptr<const Bild>& platzhalter() {
-  static const std::shared_ptr<const Bild> bild = zeichne_Platzhalter();
+  static const auto bild = gezeichnetes_Blatt(u":/kvo/icons/bild_fehlt.svg"_s, {800, 600}, QColor(225, 225, 225));
   return bild;
 }
 
@@ -96,7 +80,7 @@ void frm_BildZuordnung::entwirf_Felder() {
   txt_BildName.Move(60, 420, 2500, 360);
   txt_BildName.setAccessibleName(u"Name"_s);
   txt_BildName.ToolTipText(u"Nicht erlaubt sind \\ / : * ? \" < > | ' und Steuerzeichen"_s);
-  txt_BildName.verbiete(bildnamen::ist_verboten, bildnamen::Namenslaenge);
+  txt_BildName.verbiete(Bilddatei::ist_verboten, Bilddatei::Namenslaenge);
   txt_BildExt.Move(2580, 420, 600, 360);
   txt_BildExt.Locked(true);
   txt_BildExt.setFocusPolicy(Qt::NoFocus);

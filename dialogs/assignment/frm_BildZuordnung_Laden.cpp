@@ -9,7 +9,7 @@
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Meldeweg.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -65,7 +65,7 @@ void frm_BildZuordnung::lade_Text(Arbeitszeile& zeile) {
     zeile.BildInfo = zeile.Spur.bildinfo;
     return;
   }
-  const QString textdatei = ordner_von(zeile) + u'\\' + bildnamen::textdatei(zeile.Bildname, zeile.BildExt);
+  const QString textdatei = Bilddatei{zeile.Bildname, zeile.BildExt, ordner_von(zeile)}.textpfad();
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
     zeile.BildInfo = text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei));
 }

@@ -12,26 +12,12 @@
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
-
-namespace {
-
-const QString Stempelform = u"yyyyMMdd_HHmmss"_s;
-
-QString bilddatei(const QString& ordner, const QString& name, const QString& endung) {
-  return ordner + u'\\' + name + u'.' + endung;
-}
-
-QString textdatei(const QString& ordner, const QString& name, const QString& endung) {
-  return ordner + u'\\' + bildnamen::textdatei(name, endung);
-}
-
-}  // namespace
 
 void frm_BildZuordnung::speichere_und_schliesse() {
   if (melde_Doppelte()) return;
@@ -167,9 +153,10 @@ void frm_BildZuordnung::benenne_mit_allen_um(Arbeitszeile& zeile) {
   if (neu == alt) return;
   const Umbenennung ergebnis = Sammlungszugriff::benenne_um(Sammlung(), pRootpath, zeile.Pfad, alt, zeile.BildExt, neu);
   if (ergebnis.datei && !ergebnis.tabelle)
-    mod_BilderSuchen::Fkt_FileReName(bilddatei(ordner, neu, zeile.BildExt), bilddatei(ordner, alt, zeile.BildExt));
+    mod_BilderSuchen::Fkt_FileReName(
+        Bilddatei{neu, zeile.BildExt, ordner}.pfad(), Bilddatei{alt, zeile.BildExt, ordner}.pfad());
   if (!ergebnis.tabelle) return zeile.lehne_Namen_ab(ergebnis.grund);
-  nimm_Text_mit(textdatei(ordner, alt, zeile.BildExt), textdatei(ordner, neu, zeile.BildExt));
+  nimm_Text_mit(Bilddatei{alt, zeile.BildExt, ordner}.textpfad(), Bilddatei{neu, zeile.BildExt, ordner}.textpfad());
   zeile.merke_Namen(neu, zeile.Pfad);
 }
 
@@ -179,7 +166,7 @@ void frm_BildZuordnung::benenne_gespeicherte_um(Arbeitszeile& zeile) {
   const Fruehere vorher{zeile.Spur.dateiname, zeile.Spur.dateipfad};
   if (!zeile.NameGeaendert || zeile.NeuAusSuche || neu == vorher.name) return;
   const QString endung = text::Trim(zeile.BildExt);
-  const QString ziel = bilddatei(Standardordner(), neu, endung);
+  const QString ziel = Bilddatei{neu, endung, Standardordner()}.pfad();
   const bool umbenannt = mod_BilderSuchen::Fkt_FileReName(zeile.VollerPfad, ziel);
   const bool gefolgt =
       umbenannt && Sammlungszugriff::folge_der_Datei(Sammlung(), vorher, endung, {neu, pStandardBildPfad});
@@ -188,8 +175,8 @@ void frm_BildZuordnung::benenne_gespeicherte_um(Arbeitszeile& zeile) {
     MsgBox(u"Datei "_s + zeile.VollerPfad + u" konnte nicht umbennant werden"_s);
     return zeile.lehne_Namen_ab({});
   }
-  nimm_Text_mit(
-      textdatei(zeile.Root + u'\\' + vorher.pfad, vorher.name, endung), textdatei(Standardordner(), neu, endung));
+  nimm_Text_mit(Bilddatei{vorher.name, endung, zeile.Root + u'\\' + vorher.pfad}.textpfad(),
+      Bilddatei{neu, endung, Standardordner()}.textpfad());
   zeile.Bildname = neu;
   zeile.Pfad = pStandardBildPfad;
   zeile.merke_Namen(neu, pStandardBildPfad);
@@ -211,9 +198,9 @@ void frm_BildZuordnung::nimm_Text_mit(const QString& alt, const QString& neu) {
 /// point to no file otherwise. Gives it a record at the row's place. A picture whose copy failed stays new.
 bool frm_BildZuordnung::lege_neue_an(Arbeitszeile& zeile) {
   const QString alte_endung = text::Trim(zeile.BildExt);
-  const QString endung = bildnamen::ersetze_verbotene(alte_endung);
+  const QString endung = Bilddatei::ersetze_verbotene(alte_endung);
   const QString quelle =
-      bilddatei(text::Trim(zeile.Pfad), mod_BilderSuchen::Fkt_SplitFileName(zeile.VollerPfad, 2), alte_endung);
+      Bilddatei{mod_BilderSuchen::Fkt_SplitFileName(zeile.VollerPfad, 2), alte_endung, text::Trim(zeile.Pfad)}.pfad();
   const QString name = kopiere(quelle, zeile, endung);
   Bildspur& spur = zeile.Spur;
   if (spur.kopie.gescheitert()) {
@@ -243,8 +230,9 @@ QString frm_BildZuordnung::kopiere(const QString& quelle, Arbeitszeile& zeile, c
   const QString ordner = Standardordner();
   if (!mod_BilderSuchen::Fkt_DirExists(ordner)) mod_BilderSuchen::Fkt_MakePath(ordner);
   const auto nimmt = [&](const QString& name) {
-    const QString ziel = bilddatei(ordner, name, endung);
-    if (mod_BilderSuchen::Fkt_FileExists(ziel) || mod_BilderSuchen::Fkt_FileExists(textdatei(ordner, name, endung)))
+    const QString ziel = Bilddatei{name, endung, ordner}.pfad();
+    if (mod_BilderSuchen::Fkt_FileExists(ziel) ||
+        mod_BilderSuchen::Fkt_FileExists(Bilddatei{name, endung, ordner}.textpfad()))
       return false;
     std::int32_t fehlernummer = 0;
     spur.kopie = {Dateischritt::Stand::Getan, {}};
@@ -258,7 +246,7 @@ QString frm_BildZuordnung::kopiere(const QString& quelle, Arbeitszeile& zeile, c
     });
     return fehlernummer != fehlernummer::DateiVorhanden;
   };
-  return Tabelle().gestempelter_Name(zeile, endung, uhr::jetzt().toString(Stempelform), nimmt);
+  return Tabelle().gestempelter_Name(zeile, endung, Bilddatei::Stempel(uhr::jetzt()), nimmt);
 }
 
 /// The record that the picture gets once its copy succeeds.
@@ -285,7 +273,7 @@ void frm_BildZuordnung::schreibe_Textdatei(Arbeitszeile& zeile) {
   spur.bildinfo = text::Trim(zeile.BildInfo);
   spur.text = {};
   if (spur.bildinfo.isEmpty()) return;
-  const QString datei = textdatei(ordner_von(zeile), text::Trim(zeile.Bildname), text::Trim(zeile.BildExt));
+  const QString datei = Bilddatei{text::Trim(zeile.Bildname), text::Trim(zeile.BildExt), ordner_von(zeile)}.textpfad();
   spur.text.stand = Dateischritt::Stand::Getan;
   if (mod_BilderSuchen::Fkt_WriteFile(datei, spur.bildinfo)) return;
   // The second try tells why.

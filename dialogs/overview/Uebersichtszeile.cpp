@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "store/Bilddatei.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace uebersicht {
@@ -34,7 +36,7 @@ void baue(TDBGrid& gitter, const std::shared_ptr<XArrayDBObject>& zeilen, const 
 
 void fuelle(XArrayDBObject& tabelle, std::int32_t zeile, clsBildZuordnungen& bilder, const QString& root) {
   const QString datei =
-      root + u'\\' + bilder.Bild_Pfad() + u'\\' + bilder.Bild_Bildname() + u'.' + bilder.Bild_BildExt();
+      Bilddatei{bilder.Bild_Bildname(), bilder.Bild_BildExt(), root + u'\\' + bilder.Bild_Pfad()}.pfad();
   const bool fehlt = !bilder.Fkt_FileExists(datei);
   // In the order of the columns; two of them hold nothing.
   const std::vector<Variant> werte{true, datei, root, bilder.Bild_Pfad(), bilder.Bild_Bildname(), bilder.Bild_BildExt(),

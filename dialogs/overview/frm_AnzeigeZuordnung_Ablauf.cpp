@@ -11,7 +11,7 @@
 #include "platform/basic/Twips.h"
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -257,7 +257,7 @@ void frm_AnzeigeZuordnung::ordne_Bild_zu(
   pNeuObj->Bild_Bildname(eigener ? wert(Dateiname) : *name);
   uebernimm_Angaben(zeile);
   if (!text::Trim(wert(Info)).isEmpty())
-    pNeuObj->Fkt_WriteFile(ziel + u'\\' + pNeuObj->Bild_Bildname() + wert(Ext) + u".txt"_s, wert(Info));
+    pNeuObj->Fkt_WriteFile(Bilddatei{pNeuObj->Bild_Bildname(), wert(Ext), ziel}.textpfad(), wert(Info));
   pNeuObj->Bild_Delete(false);
   pNeuObj->Bild_Changeflag(true);
 }
@@ -282,9 +282,9 @@ bool frm_AnzeigeZuordnung::ist_einziges(const Artikelzuordnung::Bild& bild) cons
 Artikelzuordnung::Platz frm_AnzeigeZuordnung::Platz_von(
     const QString& ziel, const QString& name, const Artikelzuordnung::Bild& bild, bool zugeordnet) const {
   using Platz = Artikelzuordnung::Platz;
-  const QString datei = ziel + u'\\' + name + u'.' + bild.Endung;
+  const QString datei = Bilddatei{name, bild.Endung, ziel}.pfad();
   if (Artikelzuordnung::sind_gleich(datei, bild.Datei)) return zugeordnet ? Platz::Zugeordnet : Platz::Frei;
-  const QString text = ziel + u'\\' + bildnamen::textdatei(name, bild.Endung);
+  const QString text = Bilddatei{name, bild.Endung, ziel}.textpfad();
   const bool fremdes = pNeuObj->Fkt_FileExists(datei) || pNeuObj->Fkt_FileExists(text);
   return zugeordnet || fremdes ? Platz::Vergeben : Platz::Frei;
 }

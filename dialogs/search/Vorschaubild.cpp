@@ -10,6 +10,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/basic/Twips.h"
+#include "platform/gdiplus/Sitzungsdauer.h"
 #include "platform/gdiplus/bild/Bildlader.h"
 #include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/gdiplus/gdiplus.h"
@@ -32,23 +33,6 @@ std::shared_ptr<const Bild> lade(const QString& datei, bool mit_Sitzung) {
   if (gdiplus::GdipCreateBitmapFromFile(datei, probe) != gdiplus::Ok) return nullptr;
   return mod_GrafikKonvert::Fkt_LoadPictureGdi(datei);
 }
-
-/// A session of the picture service for the length of a call, in place of one that runs.
-class Sitzung {
- public:
-  Sitzung() { mod_GrafikKonvert::m_GdiAktiv = mod_GrafikKonvert::Fkt_GdiStartup(1) == gdiplus::Ok; }
-  ~Sitzung() {
-    if (mod_GrafikKonvert::m_GdiAktiv) static_cast<void>(mod_GrafikKonvert::Fkt_GdiShutdown());
-    mod_GrafikKonvert::m_GdiAktiv = vorher_;
-    mod_GrafikKonvert::m_GdiToken = marke_;
-  }
-  Sitzung(const Sitzung&) = delete;
-  Sitzung& operator=(const Sitzung&) = delete;
-
- private:
-  const bool vorher_ = mod_GrafikKonvert::m_GdiAktiv;
-  const std::int32_t marke_ = mod_GrafikKonvert::m_GdiToken;
-};
 
 int punkte(double twips, double dichte) {
   return static_cast<int>(std::nearbyint(twips / twips::JePixel * dichte));
@@ -113,8 +97,8 @@ QImage zeichne_Datei(const QString& datei, double breite, double hoehe, const st
 }
 
 QImage wie_in_der_Liste(const QString& datei, double breite, double hoehe) {
-  const Sitzung sitzung;
-  return zeichne_Datei(datei, breite, hoehe, ersatzbild(), mod_GrafikKonvert::m_GdiAktiv);
+  const gdiplus::Sitzungsdauer sitzung;
+  return zeichne_Datei(datei, breite, hoehe, ersatzbild(), sitzung.begonnen());
 }
 
 }  // namespace vorschaubild

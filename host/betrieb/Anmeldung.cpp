@@ -4,8 +4,7 @@
 #include <QStringList>
 #include <algorithm>
 
-#include "host/betrieb/Ausgang.h"
-#include "host/betrieb/Datenbank.h"
+#include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/Namen.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 
@@ -13,32 +12,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-using Paare = QList<adodb::Verbindungszeichenfolge::Paar>;
-
-const QStringList Serverworte{
-    u"datasource"_s, u"server"_s, u"address"_s, u"addr"_s, u"networkaddress"_s, u"servername"_s, u"dsn"_s};
-const QStringList Datenbankworte{u"initialcatalog"_s, u"database"_s};
-const QStringList Benutzerworte{u"userid"_s, u"uid"_s, u"user"_s, u"username"_s};
-const QStringList Kennwortworte{u"password"_s, u"pwd"_s};
-
-/// The keyword as the drivers compare it: case, blanks and underscores do not count.
-QString vereinfacht(QString wort) {
-  return wort.remove(u' ').remove(u'_').toLower();
-}
-
-Paare paare(const QString& verbindung) {
-  Paare liste;
-  gelingt([&] { liste = adodb::Verbindungszeichenfolge(verbindung).paare(); });
-  return liste;
-}
-
-/// The last of several counts, and an empty value is none.
-QString wert(const Paare& liste, const QStringList& worte) {
-  QString letzter;
-  for (const auto& paar : liste)
-    if (!paar.wert.isEmpty() && worte.contains(vereinfacht(paar.wort))) letzter = paar.wert;
-  return letzter;
-}
+using adodb::Verbindungszeichenfolge;
+using adodb::Wortsinn;
 
 const QRegularExpression& kennwort_beginnt() {
   static const QRegularExpression Muster(u"(p[ _]*w[ _]*d|p[ _]*a[ _]*s[ _]*s[ _]*w[ _]*o[ _]*r[ _]*d)[ _]*="_s,
@@ -46,32 +21,30 @@ const QRegularExpression& kennwort_beginnt() {
   return Muster;
 }
 
-QString zu_zeigen(const QString& wert) {
-  return wert.contains(u'=') ? QString() : wert;
-}
-
 }  // namespace
 
 namespace anmeldung {
 
 Worte worte(const QString& verbindung) {
-  const Paare liste = paare(verbindung);
-  return {zu_zeigen(wert(liste, Serverworte)), zu_zeigen(wert(liste, Datenbankworte)),
-      zu_zeigen(wert(liste, Benutzerworte))};
+  const Verbindungszeichenfolge folge = gelesene_Verbindung(verbindung);
+  const auto wert = [&](std::initializer_list<Wortsinn> sinne) {
+    return Verbindungszeichenfolge::zeigbar(folge.wert_zu(sinne));
+  };
+  return {wert({Wortsinn::Server, Wortsinn::Abschnitt, Wortsinn::Datenquelle}), wert({Wortsinn::Datenbank}),
+      wert({Wortsinn::Benutzer})};
 }
 
 bool fehlt_Kennwort(const QString& verbindung) {
-  const Paare liste = paare(verbindung);
-  const bool ist_Server = vereinfacht(wert(liste, {u"provider"_s})) != "sqlite"_L1;
+  const Verbindungszeichenfolge folge = gelesene_Verbindung(verbindung);
   // One behind a forgotten semicolon is in another value; the opening says what is wrong there.
-  const bool steht_da = std::any_of(liste.begin(), liste.end(), [](const auto& paar) {
-    return Kennwortworte.contains(vereinfacht(paar.wort)) || paar.wert.contains(kennwort_beginnt());
+  const bool steht_da = std::any_of(folge.paare().begin(), folge.paare().end(), [](const auto& paar) {
+    return Verbindungszeichenfolge::sinn(paar.wort) == Wortsinn::Kennwort || paar.wert.contains(kennwort_beginnt());
   });
-  return ist_Server && !steht_da && !wert(liste, Benutzerworte).isEmpty();
+  return !Datenbankart::von(folge).ist_Datei && !steht_da && !folge.wert_zu({Wortsinn::Benutzer}).isEmpty();
 }
 
 QString mit_Kennwort(const QString& verbindung, const QString& kennwort) {
-  return verbindung + u";Password="_s + adodb::Verbindungszeichenfolge::als_wert(kennwort);
+  return verbindung + u";Password="_s + Verbindungszeichenfolge::als_wert(kennwort);
 }
 
 QString mit_Kennwort_der_Umgebung(const QString& verbindung) {
@@ -80,16 +53,16 @@ QString mit_Kennwort_der_Umgebung(const QString& verbindung) {
 }
 
 QString zum_Merken(const QString& verbindung) {
-  const Paare liste = paare(verbindung);
-  const bool ist_Datei = vereinfacht(wert(liste, {u"provider"_s})) == "sqlite"_L1;
+  const Verbindungszeichenfolge folge = gelesene_Verbindung(verbindung);
+  const bool ist_Datei = Datenbankart::von(folge).ist_Datei;
   QStringList teile;
-  for (const auto& paar : liste) {
-    const QString wort = vereinfacht(paar.wort);
+  for (const auto& paar : folge.paare()) {
+    const Wortsinn sinn = Verbindungszeichenfolge::sinn(paar.wort);
     // An empty password is no secret, and without it the user would be asked for one.
-    if (Kennwortworte.contains(wort) && !paar.wert.isEmpty()) continue;
+    if (sinn == Wortsinn::Kennwort && !paar.wert.isEmpty()) continue;
     if (paar.wert.contains(kennwort_beginnt())) return {};
-    const QString inhalt = ist_Datei && wort == "datasource"_L1 ? namen::ganzer_Pfad(paar.wert) : paar.wert;
-    teile.append(paar.wort + u'=' + adodb::Verbindungszeichenfolge::als_wert(inhalt));
+    const QString inhalt = ist_Datei && sinn == Wortsinn::Server ? namen::ganzer_Pfad(paar.wert) : paar.wert;
+    teile.append(paar.wort + u'=' + Verbindungszeichenfolge::als_wert(inhalt));
   }
   return teile.join(u';');
 }

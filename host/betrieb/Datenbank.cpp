@@ -4,6 +4,7 @@
 #include <array>
 
 #include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/Namen.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 
@@ -15,12 +16,9 @@ QString verbindung_aus_angabe(const QString& angabe) {
 }
 
 std::optional<QString> datenbankdatei(const QString& verbindung) {
-  // What is no connect string names no file; the opening says what is wrong with it.
-  std::optional<adodb::Verbindungszeichenfolge> gelesene;
-  if (!gelingt([&] { gelesene.emplace(verbindung); })) return std::nullopt;
-  const adodb::Verbindungszeichenfolge& teile = *gelesene;
-  if (teile.wert(u"Provider"_s).value_or(QString()).compare("SQLite"_L1, Qt::CaseInsensitive) != 0) return std::nullopt;
-  const std::optional<QString> datei = teile.wert(u"Data Source"_s);
+  const adodb::Verbindungszeichenfolge folge = gelesene_Verbindung(verbindung);
+  if (!Datenbankart::von(folge).ist_Datei) return std::nullopt;
+  const std::optional<QString> datei = folge.wert(u"Data Source"_s);
   return datei ? std::optional(namen::tabellenpfad(*datei)) : std::nullopt;
 }
 

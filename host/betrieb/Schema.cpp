@@ -3,9 +3,9 @@
 #include <QRegularExpression>
 #include <algorithm>
 
-#include "Schematext.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
+#include "host/betrieb/Datenbankart.h"
 #include "platform/adodb/SqlZerleger.h"
 #include "platform/files/FileSystemObject.h"
 
@@ -29,14 +29,12 @@ QStringList nur_in(const QStringList& neu, const QStringList& alt) {
 
 class Anleger {
  public:
-  Anleger(adodb::Connection& verbindung, bool ist_Server) : verbindung_(verbindung), ist_Server_(ist_Server) {}
+  explicit Anleger(adodb::Connection& verbindung) : verbindung_(verbindung), art_(Datenbankart::von(verbindung)) {}
 
   schema::Angelegt lege_an(bool mit_Beispieltabellen) {
     const Bestand vorher = lies();
-    fuehre_aus(QString::fromUtf16(ist_Server_ ? schema::Server_Bild_Zuordnungen : schema::Bild_Zuordnungen));
-    if (mit_Beispieltabellen)
-      fuehre_aus(
-          QString::fromUtf16(ist_Server_ ? schema::Server_Wirtstabellen_Beispiel : schema::Wirtstabellen_Beispiel));
+    fuehre_aus(art_.Skript);
+    if (mit_Beispieltabellen) fuehre_aus(art_.Wirtsskript);
     const Bestand nachher = lies();
     schema::Angelegt angelegt{nur_in(nachher.tabellen, vorher.tabellen), {}, nur_in(nachher.indexe, vorher.indexe)};
     for (const QString& spalte : nur_in(nachher.spalten, vorher.spalten))
@@ -48,7 +46,7 @@ class Anleger {
   void fuehre_aus(const QString& skript) {
     for (const QString& anweisung : adodb::zerlege_skript(skript)) {
       verbindung_.Execute(anweisung);
-      if (!ist_Server_ && anweisung.contains("CREATE TABLE"_L1)) ergaenze(anweisung);
+      if (!art_.ergaenzt_Spalten && anweisung.contains("CREATE TABLE"_L1)) ergaenze(anweisung);
     }
   }
 
@@ -64,39 +62,20 @@ class Anleger {
   }
 
   Bestand lies() {
-    const QString beide = u"('%1', '%2')"_s.arg(schema::Zuordnungen, schema::Belegkoepfe);
     Bestand bestand;
-    const auto satz = verbindung_.Execute(ist_Server_
-            ? u"SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA = 'dbo' "
-              "AND TABLE_NAME IN "_s +
-                beide
-            : u"SELECT m.name, p.name FROM sqlite_master m JOIN pragma_table_info(m.name) p "
-              "WHERE m.name COLLATE NOCASE IN "_s +
-                beide);
+    const auto satz = verbindung_.Execute(art_.Spaltennamen.arg(schema::Zuordnungen, schema::Belegkoepfe));
     for (; !satz->Eof(); satz->MoveNext()) {
       if (!bestand.tabellen.contains(satz->Text(0))) bestand.tabellen.append(satz->Text(0));
       bestand.spalten.append(satz->Text(0) + u'.' + satz->Text(1));
     }
-    const auto indexe = verbindung_.Execute(ist_Server_
-            ? u"SELECT name FROM sys.indexes WHERE name IS NOT NULL AND object_id IN "
-              "(OBJECT_ID(N'dbo.%1'), OBJECT_ID(N'dbo.%2'))"_s.arg(schema::Zuordnungen, schema::Belegkoepfe)
-            : u"SELECT name FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL "
-              "AND tbl_name COLLATE NOCASE IN "_s +
-                beide);
+    const auto indexe = verbindung_.Execute(art_.Indexnamen.arg(schema::Zuordnungen, schema::Belegkoepfe));
     for (; !indexe->Eof(); indexe->MoveNext()) bestand.indexe.append(indexe->Text(0));
     return bestand;
   }
 
   adodb::Connection& verbindung_;
-  bool ist_Server_;
+  const Datenbankart& art_;
 };
-
-/// The server's scripts as one text, from which the expected columns are read.
-const QString& serverskripte() {
-  static const QString Text =
-      QString::fromUtf16(schema::Server_Bild_Zuordnungen) + QString::fromUtf16(schema::Server_Wirtstabellen_Beispiel);
-  return Text;
-}
 
 }  // namespace
 
@@ -105,7 +84,7 @@ namespace schema {
 QList<Spalte> spalten(const QString& tabelle) {
   static const QRegularExpression Eine(
       u"^  (\\w+) (\\w+)(?:\\((\\d+)\\))? NULL"_s, QRegularExpression::MultilineOption);
-  const QString& skripte = serverskripte();
+  static const QString skripte = Datenbankart::Server.Skript + Datenbankart::Server.Wirtsskript;
   const qsizetype anfang = skripte.indexOf(u"CREATE TABLE dbo.%1 ("_s.arg(tabelle), 0, Qt::CaseInsensitive);
   if (anfang < 0) return {};
   const QString rumpf = skripte.mid(anfang, skripte.indexOf(u"\n)"_s, anfang) - anfang);
@@ -146,13 +125,13 @@ Angelegt lege_an(const QString& verbindung, bool mit_Beispieltabellen) {
   const bool neu = datei && !FileSystemObject().FileExists(*datei);
   const auto offene = oeffne(neu ? verbindung + u";Mode=ReadWriteCreate"_s : verbindung);
   Angelegt angelegt;
-  if (const auto grund = versuche_Datenbank([&] { angelegt = Anleger(*offene, !datei).lege_an(mit_Beispieltabellen); }))
+  if (const auto grund = versuche_Datenbank([&] { angelegt = Anleger(*offene).lege_an(mit_Beispieltabellen); }))
     throw Abbruch(Ausgang::Datenbank, u"Die Tabelle ist nicht anzulegen: "_s + grund->worte);
   return angelegt;
 }
 
 QStringList wirtstabellen() {
-  return adodb::zerlege_skript(QString::fromUtf16(Wirtstabellen_Beispiel));
+  return adodb::zerlege_skript(Datenbankart::SQLite.Wirtsskript);
 }
 
 }  // namespace schema

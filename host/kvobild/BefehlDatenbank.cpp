@@ -1,11 +1,11 @@
 #include <algorithm>
 
+#include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/Schema.h"
 #include "host/kvobild/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 #include "host/kvobild/Datenpruefung.h"
-#include "host/kvobild/Gegenstelle.h"
 #include "host/kvobild/Tabellenpruefung.h"
 #include "platform/files/FileSystemObject.h"
 
@@ -108,7 +108,7 @@ Ausgang pruefe(const Aufruf& aufruf) {
   const auto verbindung = oeffne_vorhandene(verbindungszeichenfolge(aufruf));
   QList<Befund> befunde;
   const auto ausfall = versuche_Datenbank([&] {
-    zeige(lies_Gegenstelle(*verbindung), als_json);
+    zeige(Datenbankart::von(*verbindung).gegenstelle(*verbindung), als_json);
     const Tabellenlage lage = pruefe_Tabellen(*verbindung);
     zeige(lage, als_json);
     befunde = lage.befunde;

@@ -9,9 +9,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-std::int32_t transformation(const Aufruf& aufruf) {
-  static const QHash<QString, std::int32_t> arten{
-      {u"90"_s, 13}, {u"180"_s, 14}, {u"270"_s, 15}, {u"waagerecht"_s, 16}, {u"senkrecht"_s, 17}};
+gdiplus::Drehart drehart(const Aufruf& aufruf) {
+  using namespace gdiplus;
+  static const QHash<QString, Drehart> arten{{u"90"_s, Um90}, {u"180"_s, Um180}, {u"270"_s, Um270},
+      {u"waagerecht"_s, Waagerecht}, {u"senkrecht"_s, Senkrecht}};
   const QString um = aufruf.noetig(u"um"_s);
   const auto art = arten.constFind(um);
   if (art != arten.constEnd()) return *art;
@@ -40,7 +41,7 @@ QString worte(std::int32_t status) {
 }
 
 Ausgang drehe(const Aufruf& aufruf) {
-  const std::int32_t art = transformation(aufruf);
+  const gdiplus::Drehart art = drehart(aufruf);
   const QString quelle = namen::tabellenpfad(aufruf.argumente().at(0));
   const QString ziel = namen::tabellenpfad(aufruf.argumente().at(1));
   if (FileSystemObject().FolderExists(ziel))

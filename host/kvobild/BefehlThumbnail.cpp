@@ -4,6 +4,7 @@
 #include "dialogs/search/Vorschaubild.h"
 #include "host/betrieb/Namen.h"
 #include "host/kvobild/Befehle.h"
+#include "platform/basic/Twips.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 
@@ -12,7 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int Groesste_Seite = 4096;
-constexpr int TwipsJePunkt = 15;
 
 int seite(const Aufruf& aufruf, const QString& option) {
   bool zahl = false;
@@ -45,7 +45,7 @@ Ausgang zeichne(const Aufruf& aufruf) {
   // The target is written whole over what stands there; nobody means the picture itself.
   if (platte.FileExists(ziel) && dateien::kennung(quelle) == dateien::kennung(ziel))
     throw Abbruch(Ausgang::Datei, u"Quelle und Ziel sind dieselbe Datei."_s);
-  const QImage blatt = vorschaubild::wie_in_der_Liste(quelle, breite * TwipsJePunkt, hoehe * TwipsJePunkt);
+  const QImage blatt = vorschaubild::wie_in_der_Liste(quelle, twips::aus_Pixel(breite), twips::aus_Pixel(hoehe));
   if (blatt.isNull()) throw Abbruch(Ausgang::Datei, u"Der Speicher reicht nicht."_s);
   dateien::schreibe_alles(ziel, als_Png(blatt));
   return Ausgang::Erledigt;

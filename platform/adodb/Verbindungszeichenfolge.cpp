@@ -1,6 +1,9 @@
 #include "platform/adodb/Verbindungszeichenfolge.h"
 
+#include <algorithm>
+
 #include "platform/adodb/Treiber.h"
+#include "platform/adodb/Verbindungsworte.h"
 #include "platform/basic/Text.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -113,6 +116,41 @@ QStringList Verbindungszeichenfolge::schluesselworte() const {
   for (const Paar& paar : paare_)
     if (!worte.contains(paar.wort, Qt::CaseInsensitive)) worte.append(paar.wort);
   return worte;
+}
+
+QString schlichtes_Wort(QString wort) {
+  return wort.remove(u' ').remove(u'_').toLower();
+}
+
+bool steht_in(QStringView liste, const QString& wort) {
+  const auto worte = liste.split(u'|', Qt::SkipEmptyParts);
+  return std::any_of(
+      worte.begin(), worte.end(), [&](QStringView w) { return w.compare(wort, Qt::CaseInsensitive) == 0; });
+}
+
+const Verbindungswort* verbindungswort(const QString& wort) {
+  const QString name = schlichtes_Wort(wort);
+  for (const Verbindungswort& eines : Verbindungsworte)
+    if (steht_in(eines.namen, name)) return &eines;
+  return nullptr;
+}
+
+Wortsinn Verbindungszeichenfolge::sinn(const QString& schluesselwort) {
+  const Verbindungswort* wort = verbindungswort(schluesselwort);
+  return wort ? wort->sinn : Wortsinn::Unbekannt;
+}
+
+QString Verbindungszeichenfolge::wert_zu(std::initializer_list<Wortsinn> sinne) const {
+  QString letzter;
+  for (const Paar& paar : paare_)
+    if (!paar.wert.isEmpty() && std::find(sinne.begin(), sinne.end(), sinn(paar.wort)) != sinne.end())
+      letzter = paar.wert;
+  return letzter;
+}
+
+QString Verbindungszeichenfolge::genannt(const QString& wert) {
+  const QString zu_zeigen = zeigbar(wert);
+  return zu_zeigen.isEmpty() ? QString() : u" „"_s + zu_zeigen + u"“"_s;
 }
 
 QString Verbindungszeichenfolge::als_wert(const QString& wert) {

@@ -96,17 +96,10 @@ void MkDir(const QString& pfad) {
   if (ist_nur_Freigabe(pfad)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
   if (hat_verbotene_Zeichen(pfad)) throw Laufzeitfehler(fehlernummer::UngueltigerDateiname);
   if (::mkdir(ort_von(pfad).constData(), 0777) == 0) return;
-  switch (errno) {
-    case EEXIST:
-    case EACCES:
-    case EPERM:
-    case EROFS:
-      throw Laufzeitfehler(fehlernummer::PfadZugriff);
-    case ENOENT:
-      throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
-    default:
-      systemfehler::wirf(errno);
-  }
+  if (errno == EEXIST || errno == EACCES || errno == EPERM || errno == EROFS)
+    throw Laufzeitfehler(fehlernummer::PfadZugriff);
+  if (errno == ENOENT) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  systemfehler::wirf(errno);
 }
 
 QStringList Dir(const QString& pfad) {

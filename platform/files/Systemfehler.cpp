@@ -6,39 +6,36 @@
 #include <cerrno>
 
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/basic/Nachschlagen.h"
 
 namespace systemfehler {
 
+namespace {
+
+constexpr std::pair<int, std::int32_t> Nummern[] = {
+    {EEXIST, fehlernummer::DateiVorhanden},
+    {ENOENT, fehlernummer::DateiNichtGefunden},
+    {ENOTDIR, fehlernummer::PfadNichtGefunden},
+    {ELOOP, fehlernummer::PfadNichtGefunden},
+    {EACCES, fehlernummer::ZugriffVerweigert},
+    {EPERM, fehlernummer::ZugriffVerweigert},
+    {ENOTEMPTY, fehlernummer::ZugriffVerweigert},
+    {EBUSY, fehlernummer::ZugriffVerweigert},
+    {ETXTBSY, fehlernummer::ZugriffVerweigert},
+    {EROFS, fehlernummer::PfadZugriff},
+    {EISDIR, fehlernummer::PfadZugriff},
+    {ENOSPC, fehlernummer::DatentraegerVoll},
+    {EDQUOT, fehlernummer::DatentraegerVoll},
+    {EFBIG, fehlernummer::DatentraegerVoll},
+    {ENAMETOOLONG, fehlernummer::UngueltigerDateiname},
+    {EINVAL, fehlernummer::UngueltigerDateiname},
+    {ENOMEM, fehlernummer::SpeicherErschoepft},
+};
+
+}  // namespace
+
 void wirf(int fehler) {
-  switch (fehler) {
-    case EEXIST:
-      throw Laufzeitfehler(fehlernummer::DateiVorhanden);
-    case ENOENT:
-      throw Laufzeitfehler(fehlernummer::DateiNichtGefunden);
-    case ENOTDIR:
-    case ELOOP:
-      throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
-    case EACCES:
-    case EPERM:
-    case ENOTEMPTY:
-    case EBUSY:
-    case ETXTBSY:
-      throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
-    case EROFS:
-    case EISDIR:
-      throw Laufzeitfehler(fehlernummer::PfadZugriff);
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-      throw Laufzeitfehler(fehlernummer::DatentraegerVoll);
-    case ENAMETOOLONG:
-    case EINVAL:
-      throw Laufzeitfehler(fehlernummer::UngueltigerDateiname);
-    case ENOMEM:
-      throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
-    default:
-      throw Laufzeitfehler(fehlernummer::EinAusgabeFehler);
-  }
+  throw Laufzeitfehler(nachgeschlagen(Nummern, fehler, fehlernummer::EinAusgabeFehler));
 }
 
 template <class Ergebnis>

@@ -7,6 +7,7 @@
 #include <QTranslator>
 #include <utility>
 
+#include "platform/basic/Nachschlagen.h"
 #include "platform/forms/FensterCore.h"
 #include "platform/forms/Fensterdienste_Ordnerwahl.h"
 #include "platform/forms/Programmauswahl.h"
@@ -18,21 +19,9 @@ using namespace oberflaeche;
 
 namespace {
 
-QMessageBox::Icon qt_Symbol(Symbol symbol) {
-  switch (symbol) {
-    case Symbol::Information:
-      return QMessageBox::Information;
-    case Symbol::Frage:
-      return QMessageBox::Question;
-    case Symbol::Ausrufezeichen:
-      return QMessageBox::Warning;
-    case Symbol::Kritisch:
-      return QMessageBox::Critical;
-    case Symbol::Keins:
-      break;
-  }
-  return QMessageBox::NoIcon;
-}
+constexpr std::pair<Symbol, QMessageBox::Icon> Qt_Symbole[] = {{Symbol::Information, QMessageBox::Information},
+    {Symbol::Frage, QMessageBox::Question}, {Symbol::Ausrufezeichen, QMessageBox::Warning},
+    {Symbol::Kritisch, QMessageBox::Critical}};
 
 class QtMeldungsfenster final : public Meldungsfenster {
  public:
@@ -42,7 +31,7 @@ class QtMeldungsfenster final : public Meldungsfenster {
     fenster.setWindowTitle(meldung.Titel.isEmpty() ? QApplication::applicationDisplayName() : meldung.Titel);
     fenster.setText(meldung.Text);
     fenster.setTextFormat(Qt::PlainText);
-    fenster.setIcon(qt_Symbol(meldung.Bild));
+    fenster.setIcon(nachgeschlagen(Qt_Symbole, meldung.Bild, QMessageBox::NoIcon));
     if (meldung.Auswahl == Knoepfe::OK) {
       fenster.addButton(u"OK"_s, QMessageBox::AcceptRole);
       fenster.exec();

@@ -39,8 +39,8 @@ QImage gedreht(const QImage& bild, const Drehung& drehung) {
 template <class Anweisung>
 std::int32_t als_Status(Anweisung&& anweisung) {
   std::int32_t status = gdiplus::Ok;
-  fehler::melden_und_enden([&](const Laufzeitfehler& f) { status = bildlader::status_des_Fehlers(f.Nummer()); },
-      [&] { status = anweisung(); });
+  fehler::melden_und_enden(
+      [&](const Laufzeitfehler& f) { status = gdiplus::status_beim_Lesen(f.Nummer()); }, [&] { status = anweisung(); });
   return status;
 }
 

@@ -42,6 +42,12 @@ std::int32_t CLSIDFromString(const QString& text, CLSID& clsid) {
   return Ok;
 }
 
+EncoderParameters transformation(std::int32_t nummer) {
+  EncoderParameters parameter{1, {{}, 1, EncoderParameterValueTypeLong, nummer}};
+  CLSIDFromString(u"{8D0EB2D1-A58E-4EA8-AA14-108074B7B6F9}"_s, parameter.Parameter.Guid);
+  return parameter;
+}
+
 std::int32_t GdipGetImageEncodersSize(std::uint32_t& anzahl, std::uint32_t& groesse) {
   anzahl = groesse = 0;
   if (!bildersitzung::laeuft()) return GdiplusNotInitialized;

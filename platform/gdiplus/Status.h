@@ -29,4 +29,8 @@ enum Status : std::int32_t {
   PropertyNotSupported = 20,
 };
 
+/// The status that stands for a Laufzeitfehler of that number, raised while a file was read or written.
+std::int32_t status_beim_Lesen(std::int32_t nummer) noexcept;
+std::int32_t status_beim_Schreiben(std::int32_t nummer) noexcept;
+
 }  // namespace gdiplus

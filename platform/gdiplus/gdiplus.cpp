@@ -94,23 +94,6 @@ std::int32_t GdipSaveImageToFile(
   return status;
 }
 
-std::int32_t status_beim_Schreiben(std::int32_t nummer) noexcept {
-  switch (nummer) {
-    case fehlernummer::ZugriffVerweigert:
-    case fehlernummer::PfadZugriff:
-    case fehlernummer::DateiVorhanden:
-      return AccessDenied;
-    case fehlernummer::DateiNichtGefunden:
-    case fehlernummer::UngueltigerDateiname:
-    case fehlernummer::PfadNichtGefunden:
-      return FileNotFound;
-    case fehlernummer::SpeicherErschoepft:
-      return OutOfMemory;
-    default:
-      return Win32Error;
-  }
-}
-
 std::shared_ptr<const Bild> LoadPicture(const QString& pfad) {
   const bildlader::Ergebnis ergebnis = bildlader::oeffne(pfad);
   if (ergebnis.status == FileNotFound) throw Laufzeitfehler(fehlernummer::DateiNichtGefunden);

@@ -49,7 +49,7 @@ Bildformat format_von(const Image& image) noexcept;
 std::int32_t GdipDisposeImage(Image& image);
 
 /// Writes the image, transformed, into memory. `parameter` holds one transformation: category EncoderTransformation,
-/// one value of type 4, 13 to 17 (see Drehung::von). A JPEG keeps all that it can keep (see jpegdrehung); pixels of
+/// one value of type 4, a Drehart. A JPEG keeps all that it can keep (see jpegdrehung); pixels of
 /// another format are turned and coded with the quality 75, which is GDI+'s own. 18 without a session, 2 without an
 /// image or for other parameters, 13 for an encoder that is not of the list, 1 for a stream that can't be read to its
 /// end or sides that no JPEG can have, 3 for memory run out. `strom` is changed with status 0 alone.
@@ -60,8 +60,6 @@ std::int32_t GdipSaveImageToStream(
 /// 10 for a missing folder, 7 for a full disk and other failures of it.
 std::int32_t GdipSaveImageToFile(
     const Image& image, const QString& pfad, const CLSID& kodierer, const EncoderParameters& parameter);
-/// The status that stands for a Laufzeitfehler of that number, raised while a file was written.
-std::int32_t status_beim_Schreiben(std::int32_t nummer) noexcept;
 
 /// The platform's plain picture loader, for programs without a GDI+ session: BMP, GIF and JPEG. Raises 53 for a missing
 /// file, 481 for anything that is no such picture.

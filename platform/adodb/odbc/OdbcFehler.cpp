@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "platform/adodb/Verbindungszeichenfolge.h"
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
@@ -85,19 +86,16 @@ bool ist_ladefehler(const QList<OdbcMeldung>& fehler) {
 
 QString umstand(const QList<OdbcMeldung>& fehler, const OdbcVersuch& versuch) {
   if (ist_ladefehler(fehler)) return u"der ODBC-Treiber ist nicht zu laden: "_s;
-  if (ist_anmeldung(fehler)) return u"der Server"_s + odbc_genannt(versuch.ziel) + u" hat die Anmeldung abgelehnt: "_s;
+  if (ist_anmeldung(fehler))
+    return u"der Server"_s + Verbindungszeichenfolge::genannt(versuch.ziel) + u" hat die Anmeldung abgelehnt: "_s;
   if (ist_zeit_um(fehler))
-    return u"der Server"_s + odbc_genannt(versuch.ziel) +
+    return u"der Server"_s + Verbindungszeichenfolge::genannt(versuch.ziel) +
         u" hat in %1 Sekunden nicht geantwortet: "_s.arg(versuch.zeitgrenze);
-  return u"der Server"_s + odbc_genannt(versuch.ziel) +
+  return u"der Server"_s + Verbindungszeichenfolge::genannt(versuch.ziel) +
       u" ist nicht zu erreichen oder nimmt die Verbindung nicht an: "_s;
 }
 
 }  // namespace
-
-QString odbc_genannt(const QString& wert) {
-  return wert.isEmpty() || wert.contains(u'=') ? QString() : u" „"_s + wert + u"“"_s;
-}
 
 void odbc_unerfuellbar(const QString& worte) {
   throw Datenbankfehler(

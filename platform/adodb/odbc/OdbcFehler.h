@@ -22,10 +22,6 @@ QList<OdbcMeldung> odbc_meldungen(OdbcSchicht& odbc, SQLSMALLINT art, SQLHANDLE 
 /// A connect string that cannot be honoured, -2147467259.
 [[noreturn]] void odbc_unerfuellbar(const QString& worte);
 
-/// A value of the connect string in German quotes with a blank before it, for an error's words; nothing when a
-/// forgotten semicolon may have put the next pair, perhaps a password, into it.
-QString odbc_genannt(const QString& wert);
-
 /// The failure of a statement, -2147217900, with the words of all records that are no warnings. SQLSTATE and the
 /// server's number are those of the first such record that has a number. `abgerissen`: the link to the server is gone.
 Datenbankfehler odbc_anweisungsfehler(const QList<OdbcMeldung>& meldungen, bool abgerissen);

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/adodb/odbc/OdbcFehler.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -11,7 +12,7 @@ namespace adodb {
 
 namespace {
 
-/// Of the attributes "Schlüssel=Wert", parted by zeros, the driver's library.
+/// The driver's library. `attribute` are pairs "Schlüssel=Wert" with a zero character behind each.
 QString bibliothek_aus(const QString& attribute) {
   for (const QString& attribut : attribute.split(QChar(u'\0'), Qt::SkipEmptyParts))
     if (attribut.startsWith("Driver="_L1, Qt::CaseInsensitive)) return attribut.sliced(7);
@@ -75,8 +76,8 @@ OdbcInstallierter finde_odbc_treiber(const OdbcUmgebung& umgebung, const QString
   if (name.contains(u'/') && lesbar) return {name, odbc_art({}, name)};
   for (const OdbcInstallierter& treiber : umgebung.treiber)
     if (treiber.name.compare(name, Qt::CaseInsensitive) == 0) return treiber;
-  odbc_unerfuellbar(
-      u"den ODBC-Treiber"_s + odbc_genannt(name) + u" gibt es hier nicht ("_s + installierte(umgebung) + u')');
+  odbc_unerfuellbar(u"den ODBC-Treiber"_s + Verbindungszeichenfolge::genannt(name) + u" gibt es hier nicht ("_s +
+      installierte(umgebung) + u')');
 }
 
 OdbcInstallierter treiber_der_datenquelle(const OdbcUmgebung& umgebung, const QString& name) {
@@ -87,7 +88,8 @@ OdbcInstallierter treiber_der_datenquelle(const OdbcUmgebung& umgebung, const QS
       if (treiber.name.compare(quelle.treiber, Qt::CaseInsensitive) == 0) return treiber;
     return {quelle.treiber, odbc_art(quelle.treiber, {})};
   }
-  odbc_unerfuellbar(u"die Datenquelle"_s + odbc_genannt(name) + u" ist in unixODBC nicht eingerichtet"_s);
+  odbc_unerfuellbar(
+      u"die Datenquelle"_s + Verbindungszeichenfolge::genannt(name) + u" ist in unixODBC nicht eingerichtet"_s);
 }
 
 }  // namespace adodb

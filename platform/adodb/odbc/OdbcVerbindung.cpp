@@ -1,13 +1,12 @@
 #include "platform/adodb/odbc/OdbcVerbindung.h"
 
 #include <algorithm>
-#include <iterator>
 #include <map>
 #include <utility>
 
+#include "platform/adodb/Verbindungsworte.h"
 #include "platform/adodb/odbc/OdbcFehler.h"
 #include "platform/adodb/odbc/OdbcServer.h"
-#include "platform/adodb/odbc/OdbcWorte.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -17,25 +16,8 @@ namespace {
 
 enum class Verschluesselung { KeineAngabe, Aus, NurAnmeldung, Ganz, Streng };
 
-QString vereinfacht(QString wort) {
-  return wort.remove(u' ').remove(u'_').toLower();
-}
-
-const OdbcWort* bekanntes(const QString& wort) {
-  const QString name = vereinfacht(wort);
-  const auto* gefunden =
-      std::find_if(std::begin(OdbcWorte), std::end(OdbcWorte), [&](const OdbcWort& w) { return w.name == name; });
-  return gefunden == std::end(OdbcWorte) ? nullptr : gefunden;
-}
-
-bool enthaelt(QStringView liste, const QString& wert) {
-  const auto werte = liste.split(u'|', Qt::SkipEmptyParts);
-  return std::any_of(
-      werte.begin(), werte.end(), [&](QStringView w) { return w.compare(wert, Qt::CaseInsensitive) == 0; });
-}
-
 bool ist_ja(const QString& wert) {
-  return enthaelt(Ja, wert) || wert.compare("sspi"_L1, Qt::CaseInsensitive) == 0;
+  return steht_in(Ja, wert) || wert.compare("sspi"_L1, Qt::CaseInsensitive) == 0;
 }
 
 /// One translation from its beginning to its end.
@@ -51,8 +33,8 @@ class Uebersetzer {
     schreibe_anmeldung();
     schreibe_verschluesselung();
     schreibe_uebriges();
-    aufruf_.anmeldezeit = zahl(OdbcSinn::Anmeldezeit, 0, 86400).value_or(aufruf_.anmeldezeit);
-    aufruf_.paketgroesse = zahl(OdbcSinn::Paketgroesse, 512, 32767);
+    aufruf_.anmeldezeit = zahl(Wortsinn::Anmeldezeit, 0, 86400).value_or(aufruf_.anmeldezeit);
+    aufruf_.paketgroesse = zahl(Wortsinn::Paketgroesse, 512, 32767);
     // The text's length goes to the driver manager in 16 bits.
     if (aufruf_.zeichenfolge.size() > 4096) odbc_unerfuellbar(u"die Verbindungszeichenfolge ist zu lang"_s);
     return aufruf_;
@@ -60,10 +42,10 @@ class Uebersetzer {
 
  private:
   void nimm(const Verbindungszeichenfolge::Paar& paar, qsizetype stelle) {
-    const OdbcWort* wort = bekanntes(paar.wort);
+    const Verbindungswort* wort = verbindungswort(paar.wort);
     if (!wort) unbekannt(stelle);
     if (paar.wert.contains(QChar(u'\0'))) odbc_unerfuellbar(u"in der Verbindungszeichenfolge steht ein Nullzeichen"_s);
-    if (!paar.wert.isEmpty() && !wort->nur.isEmpty() && !enthaelt(wort->nur, paar.wert))
+    if (!paar.wert.isEmpty() && !wort->nur.isEmpty() && !steht_in(wort->nur, paar.wert))
       unerlaubt(paar.wort, wort->nur);
     werte_[wort->sinn] = paar.wert;
     worte_[wort->sinn] = paar.wort;
@@ -81,22 +63,23 @@ class Uebersetzer {
     odbc_unerfuellbar(u"der Wert von „%1“ ist nicht zu erfüllen (möglich: %2)"_s.arg(wort, werte));
   }
 
-  QString wert(OdbcSinn sinn) const {
+  QString wert(Wortsinn sinn) const {
     const auto gefunden = werte_.find(sinn);
     return gefunden == werte_.end() ? QString() : gefunden->second;
   }
-  bool hat(OdbcSinn sinn) const { return !wert(sinn).isEmpty(); }
+  bool hat(Wortsinn sinn) const { return !wert(sinn).isEmpty(); }
   bool ist_freetds() const { return aufruf_.art == OdbcArt::FreeTds; }
 
-  [[noreturn]] void kann_treiber_nicht(OdbcSinn sinn) const {
-    odbc_unerfuellbar(u"der ODBC-Treiber"_s + odbc_genannt(treiber_) + u" kann „%1“ nicht"_s.arg(worte_.at(sinn)));
+  [[noreturn]] void kann_treiber_nicht(Wortsinn sinn) const {
+    odbc_unerfuellbar(u"der ODBC-Treiber"_s + Verbindungszeichenfolge::genannt(treiber_) +
+        u" kann „%1“ nicht"_s.arg(worte_.at(sinn)));
   }
 
   /// `name=value;` as the driver reads it.
   void schreibe(QLatin1StringView name, const QString& wert) {
     aufruf_.zeichenfolge += name + u'=' + (ist_freetds() ? fuer_freetds(wert) : fuer_hersteller(wert)) + u';';
   }
-  void schreibe_wenn(OdbcSinn sinn, QLatin1StringView name) {
+  void schreibe_wenn(Wortsinn sinn, QLatin1StringView name) {
     if (hat(sinn)) schreibe(name, wert(sinn));
   }
 
@@ -129,55 +112,55 @@ class Uebersetzer {
   void verschluessele_freetds(Verschluesselung stufe);
   void verschluessele_hersteller(Verschluesselung stufe);
   void schreibe_uebriges();
-  std::optional<std::uint32_t> zahl(OdbcSinn sinn, std::uint32_t von, std::uint32_t bis) const;
-  bool ist_msdasql() const { return wert(OdbcSinn::Anbieter).startsWith("MSDASQL"_L1, Qt::CaseInsensitive); }
+  std::optional<std::uint32_t> zahl(Wortsinn sinn, std::uint32_t von, std::uint32_t bis) const;
+  bool ist_msdasql() const { return wert(Wortsinn::Anbieter).startsWith("MSDASQL"_L1, Qt::CaseInsensitive); }
   /// Server and login may stand in unixODBC's or FreeTDS's own files.
-  bool woanders_beschrieben() const { return hat(OdbcSinn::Datenquelle) || hat(OdbcSinn::Abschnitt); }
+  bool woanders_beschrieben() const { return hat(Wortsinn::Datenquelle) || hat(Wortsinn::Abschnitt); }
 
   const OdbcUmgebung& umgebung_;
-  std::map<OdbcSinn, QString> werte_;
-  std::map<OdbcSinn, QString> worte_;
+  std::map<Wortsinn, QString> werte_;
+  std::map<Wortsinn, QString> worte_;
   QString treiber_;
   OdbcAufruf aufruf_;
 };
 
 void Uebersetzer::waehle_treiber() {
   // Over the provider for ODBC the OLE DB word names a data source.
-  if (ist_msdasql() && vereinfacht(worte_[OdbcSinn::Server]) == "datasource"_L1)
-    werte_[OdbcSinn::Datenquelle] = std::exchange(werte_[OdbcSinn::Server], QString());
-  if (hat(OdbcSinn::Treiber) && hat(OdbcSinn::Datenquelle))
+  if (ist_msdasql() && schlichtes_Wort(worte_[Wortsinn::Server]) == "datasource"_L1)
+    werte_[Wortsinn::Datenquelle] = std::exchange(werte_[Wortsinn::Server], QString());
+  if (hat(Wortsinn::Treiber) && hat(Wortsinn::Datenquelle))
     odbc_unerfuellbar(
         u"die Verbindungszeichenfolge nennt einen Treiber und eine Datenquelle; nur eines von beiden geht"_s);
   OdbcInstallierter gewaehlter;
-  if (hat(OdbcSinn::Datenquelle)) {
-    gewaehlter = treiber_der_datenquelle(umgebung_, wert(OdbcSinn::Datenquelle));
-  } else if (hat(OdbcSinn::Treiber)) {
-    gewaehlter = finde_odbc_treiber(umgebung_, wert(OdbcSinn::Treiber));
+  if (hat(Wortsinn::Datenquelle)) {
+    gewaehlter = treiber_der_datenquelle(umgebung_, wert(Wortsinn::Datenquelle));
+  } else if (hat(Wortsinn::Treiber)) {
+    gewaehlter = finde_odbc_treiber(umgebung_, wert(Wortsinn::Treiber));
   } else {
     gewaehlter = waehle_odbc_treiber(umgebung_);
   }
   treiber_ = gewaehlter.name;
   aufruf_.art = gewaehlter.art;
-  if (hat(OdbcSinn::Datenquelle))
-    schreibe("DSN"_L1, wert(OdbcSinn::Datenquelle));
+  if (hat(Wortsinn::Datenquelle))
+    schreibe("DSN"_L1, wert(Wortsinn::Datenquelle));
   else
     aufruf_.zeichenfolge = u"DRIVER={"_s + treiber_ + u"};"_s;
 }
 
 void Uebersetzer::schreibe_server() {
-  const int genannte = hat(OdbcSinn::Server) + hat(OdbcSinn::Abschnitt) + hat(OdbcSinn::Datenquelle);
+  const int genannte = hat(Wortsinn::Server) + hat(Wortsinn::Abschnitt) + hat(Wortsinn::Datenquelle);
   if (genannte == 0) odbc_unerfuellbar(u"die Verbindungszeichenfolge nennt keinen Server"_s);
   if (genannte > 1)
     odbc_unerfuellbar(
         u"die Verbindungszeichenfolge nennt den Server mehrfach (als Server, Servername oder Datenquelle)"_s);
-  if (hat(OdbcSinn::Abschnitt) && !ist_freetds()) kann_treiber_nicht(OdbcSinn::Abschnitt);
-  schreibe_wenn(OdbcSinn::Abschnitt, "SERVERNAME"_L1);
-  aufruf_.ziel = wert(OdbcSinn::Server) + wert(OdbcSinn::Abschnitt) + wert(OdbcSinn::Datenquelle);
-  if (hat(OdbcSinn::Port) && !hat(OdbcSinn::Server)) odbc_unerfuellbar(u"zu „Port“ fehlt „Server“"_s);
-  if (!hat(OdbcSinn::Server)) return;
-  Serverangabe angabe = lies_serverangabe(wert(OdbcSinn::Server));
-  if (hat(OdbcSinn::Port)) {
-    const int port = lies_port(wert(OdbcSinn::Port));
+  if (hat(Wortsinn::Abschnitt) && !ist_freetds()) kann_treiber_nicht(Wortsinn::Abschnitt);
+  schreibe_wenn(Wortsinn::Abschnitt, "SERVERNAME"_L1);
+  aufruf_.ziel = wert(Wortsinn::Server) + wert(Wortsinn::Abschnitt) + wert(Wortsinn::Datenquelle);
+  if (hat(Wortsinn::Port) && !hat(Wortsinn::Server)) odbc_unerfuellbar(u"zu „Port“ fehlt „Server“"_s);
+  if (!hat(Wortsinn::Server)) return;
+  Serverangabe angabe = lies_serverangabe(wert(Wortsinn::Server));
+  if (hat(Wortsinn::Port)) {
+    const int port = lies_port(wert(Wortsinn::Port));
     if (angabe.port != 0 && angabe.port != port) odbc_unerfuellbar(u"die Verbindungszeichenfolge nennt zwei Ports"_s);
     angabe.port = port;
     angabe.instanz.clear();
@@ -189,27 +172,27 @@ void Uebersetzer::schreibe_server() {
 }
 
 void Uebersetzer::schreibe_anmeldung() {
-  schreibe_wenn(OdbcSinn::Datenbank, "DATABASE"_L1);
-  const bool vertraut = ist_ja(wert(OdbcSinn::Vertraut));
-  const bool benannt = hat(OdbcSinn::Benutzer);
+  schreibe_wenn(Wortsinn::Datenbank, "DATABASE"_L1);
+  const bool vertraut = ist_ja(wert(Wortsinn::Vertraut));
+  const bool benannt = hat(Wortsinn::Benutzer);
   if (vertraut && benannt)
     odbc_unerfuellbar(
         u"die Verbindungszeichenfolge nennt einen Benutzer und verlangt zugleich die Anmeldung des Systems "
         "(Integrated Security oder Trusted_Connection)"_s);
   if (!vertraut && !benannt && !woanders_beschrieben())
     odbc_unerfuellbar(u"die Verbindungszeichenfolge nennt keine Anmeldung (User ID oder Integrated Security)"_s);
-  aufruf_.kennwort = wert(OdbcSinn::Kennwort);
+  aufruf_.kennwort = wert(Wortsinn::Kennwort);
   if (vertraut) {
     schreibe("Trusted_Connection"_L1, u"yes"_s);
     return;
   }
-  schreibe_wenn(OdbcSinn::Benutzer, "UID"_L1);
-  if (benannt || hat(OdbcSinn::Kennwort)) schreibe("PWD"_L1, aufruf_.kennwort);
+  schreibe_wenn(Wortsinn::Benutzer, "UID"_L1);
+  if (benannt || hat(Wortsinn::Kennwort)) schreibe("PWD"_L1, aufruf_.kennwort);
 }
 
 Verschluesselung Uebersetzer::verschluesselung() const {
-  const QString eigene = wert(OdbcSinn::FreeTdsVerschluesselung).toLower();
-  const QString allgemeine = wert(OdbcSinn::Verschluesselung);
+  const QString eigene = wert(Wortsinn::FreeTdsVerschluesselung).toLower();
+  const QString allgemeine = wert(Wortsinn::Verschluesselung);
   if (!eigene.isEmpty() && !allgemeine.isEmpty())
     odbc_unerfuellbar(u"„Encrypt“ und „Encryption“ gehen nicht zusammen"_s);
   if (eigene == "off"_L1) return Verschluesselung::Aus;
@@ -217,7 +200,7 @@ Verschluesselung Uebersetzer::verschluesselung() const {
   if (eigene == "require"_L1) return Verschluesselung::Ganz;
   if (allgemeine.isEmpty()) return Verschluesselung::KeineAngabe;
   if (allgemeine.compare("strict"_L1, Qt::CaseInsensitive) == 0) return Verschluesselung::Streng;
-  return enthaelt(u"yes|true|1|mandatory", allgemeine) ? Verschluesselung::Ganz : Verschluesselung::NurAnmeldung;
+  return steht_in(u"yes|true|1|mandatory", allgemeine) ? Verschluesselung::Ganz : Verschluesselung::NurAnmeldung;
 }
 
 void Uebersetzer::schreibe_verschluesselung() {
@@ -230,11 +213,11 @@ void Uebersetzer::schreibe_verschluesselung() {
 
 /// FreeTDS compares the certificate only with what a section of its own file says.
 void Uebersetzer::verschluessele_freetds(Verschluesselung stufe) {
-  if (stufe == Verschluesselung::Streng) kann_treiber_nicht(OdbcSinn::Verschluesselung);
-  for (const OdbcSinn sinn : {OdbcSinn::Zertifikatsname, OdbcSinn::Zertifikat})
+  if (stufe == Verschluesselung::Streng) kann_treiber_nicht(Wortsinn::Verschluesselung);
+  for (const Wortsinn sinn : {Wortsinn::Zertifikatsname, Wortsinn::Zertifikat})
     if (hat(sinn)) kann_treiber_nicht(sinn);
-  const bool traut = ist_ja(wert(OdbcSinn::Vertrauen));
-  if (stufe == Verschluesselung::Ganz && hat(OdbcSinn::Verschluesselung) && !traut && !woanders_beschrieben())
+  const bool traut = ist_ja(wert(Wortsinn::Vertrauen));
+  if (stufe == Verschluesselung::Ganz && hat(Wortsinn::Verschluesselung) && !traut && !woanders_beschrieben())
     odbc_unerfuellbar(
         u"FreeTDS prüft das Zertifikat des Servers nur nach einem Abschnitt seiner freetds.conf (Servername=…); ohne "
         "diese Prüfung gehört TrustServerCertificate=yes in die Verbindungszeichenfolge"_s);
@@ -244,44 +227,44 @@ void Uebersetzer::verschluessele_freetds(Verschluesselung stufe) {
 }
 
 void Uebersetzer::verschluessele_hersteller(Verschluesselung stufe) {
-  const QString eigene = wert(OdbcSinn::FreeTdsVerschluesselung);
-  if (!eigene.isEmpty() && stufe != Verschluesselung::Ganz) kann_treiber_nicht(OdbcSinn::FreeTdsVerschluesselung);
+  const QString eigene = wert(Wortsinn::FreeTdsVerschluesselung);
+  if (!eigene.isEmpty() && stufe != Verschluesselung::Ganz) kann_treiber_nicht(Wortsinn::FreeTdsVerschluesselung);
   if (stufe == Verschluesselung::NurAnmeldung) schreibe("Encrypt"_L1, u"no"_s);
   if (stufe == Verschluesselung::Ganz) schreibe("Encrypt"_L1, u"yes"_s);
   if (stufe == Verschluesselung::Streng) schreibe("Encrypt"_L1, u"strict"_s);
-  if (hat(OdbcSinn::Vertrauen))
-    schreibe("TrustServerCertificate"_L1, ist_ja(wert(OdbcSinn::Vertrauen)) ? u"yes"_s : u"no"_s);
-  schreibe_wenn(OdbcSinn::Zertifikatsname, "HostnameInCertificate"_L1);
-  schreibe_wenn(OdbcSinn::Zertifikat, "ServerCertificate"_L1);
+  if (hat(Wortsinn::Vertrauen))
+    schreibe("TrustServerCertificate"_L1, ist_ja(wert(Wortsinn::Vertrauen)) ? u"yes"_s : u"no"_s);
+  schreibe_wenn(Wortsinn::Zertifikatsname, "HostnameInCertificate"_L1);
+  schreibe_wenn(Wortsinn::Zertifikat, "ServerCertificate"_L1);
 }
 
 void Uebersetzer::schreibe_uebriges() {
-  if (hat(OdbcSinn::Protokolldatei))
+  if (hat(Wortsinn::Protokolldatei))
     odbc_unerfuellbar(
         u"eine Mitschrift des Treibers (DumpFile, DebugFlags) ist nicht erlaubt, sie enthielte Anmeldung und Daten"_s);
-  schreibe_wenn(OdbcSinn::Programm, "APP"_L1);
-  schreibe_wenn(OdbcSinn::Arbeitsplatz, "WSID"_L1);
-  schreibe_wenn(OdbcSinn::Sprache, "Language"_L1);
-  schreibe_wenn(OdbcSinn::Absicht, "ApplicationIntent"_L1);
-  schreibe_wenn(OdbcSinn::Dienstname, "ServerSPN"_L1);
-  const bool netze = ist_ja(wert(OdbcSinn::Netze));
-  if (netze && ist_freetds()) kann_treiber_nicht(OdbcSinn::Netze);
+  schreibe_wenn(Wortsinn::Programm, "APP"_L1);
+  schreibe_wenn(Wortsinn::Arbeitsplatz, "WSID"_L1);
+  schreibe_wenn(Wortsinn::Sprache, "Language"_L1);
+  schreibe_wenn(Wortsinn::Absicht, "ApplicationIntent"_L1);
+  schreibe_wenn(Wortsinn::Dienstname, "ServerSPN"_L1);
+  const bool netze = ist_ja(wert(Wortsinn::Netze));
+  if (netze && ist_freetds()) kann_treiber_nicht(Wortsinn::Netze);
   if (netze) schreibe("MultiSubnetFailover"_L1, u"yes"_s);
   if (!ist_freetds()) {
-    for (const OdbcSinn sinn : {OdbcSinn::Protokoll, OdbcSinn::Bereich, OdbcSinn::Ntlm2})
+    for (const Wortsinn sinn : {Wortsinn::Protokoll, Wortsinn::Bereich, Wortsinn::Ntlm2})
       if (hat(sinn)) kann_treiber_nicht(sinn);
     return;
   }
-  schreibe_wenn(OdbcSinn::Bereich, "REALM"_L1);
-  if (hat(OdbcSinn::Ntlm2)) schreibe("UseNTLMv2"_L1, ist_ja(wert(OdbcSinn::Ntlm2)) ? u"yes"_s : u"no"_s);
+  schreibe_wenn(Wortsinn::Bereich, "REALM"_L1);
+  if (hat(Wortsinn::Ntlm2)) schreibe("UseNTLMv2"_L1, ist_ja(wert(Wortsinn::Ntlm2)) ? u"yes"_s : u"no"_s);
   // Left to itself FreeTDS tries one version after the other, each with a login of its own.
-  if (hat(OdbcSinn::Protokoll))
-    schreibe("TDS_Version"_L1, wert(OdbcSinn::Protokoll).toLower());
+  if (hat(Wortsinn::Protokoll))
+    schreibe("TDS_Version"_L1, wert(Wortsinn::Protokoll).toLower());
   else if (!woanders_beschrieben())
     schreibe("TDS_Version"_L1, u"7.4"_s);
 }
 
-std::optional<std::uint32_t> Uebersetzer::zahl(OdbcSinn sinn, std::uint32_t von, std::uint32_t bis) const {
+std::optional<std::uint32_t> Uebersetzer::zahl(Wortsinn sinn, std::uint32_t von, std::uint32_t bis) const {
   if (!hat(sinn)) return std::nullopt;
   bool ist_zahl = false;
   const std::uint32_t zahl = wert(sinn).toUInt(&ist_zahl);
@@ -295,7 +278,7 @@ std::optional<std::uint32_t> Uebersetzer::zahl(OdbcSinn sinn, std::uint32_t von,
 bool ist_odbc_form(const Verbindungszeichenfolge& folge) {
   const auto& paare = folge.paare();
   return std::any_of(paare.begin(), paare.end(), [](const Verbindungszeichenfolge::Paar& paar) {
-    return enthaelt(u"driver|dsn|server|servername|initialcatalog|database", vereinfacht(paar.wort));
+    return steht_in(u"driver|dsn|server|servername|initialcatalog|database", schlichtes_Wort(paar.wort));
   });
 }
 

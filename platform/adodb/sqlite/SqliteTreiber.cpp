@@ -11,6 +11,7 @@
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/adodb/sqlite/SqliteDialekt.h"
 #include "platform/adodb/sqlite/SqliteKollation.h"
+#include "platform/basic/Nachschlagen.h"
 #include "platform/basic/Windows1252.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -31,21 +32,9 @@ bool ist_gesperrt(int ergebnis) {
 }
 
 QString sqlstate(int ergebnis) {
-  switch (ergebnis & 0xFF) {
-    case SQLITE_CONSTRAINT:
-      return u"23000"_s;
-    case SQLITE_ERROR:
-      return u"42000"_s;
-    case SQLITE_READONLY:
-      return u"25006"_s;
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return u"HYT00"_s;
-    case SQLITE_FULL:
-      return u"53100"_s;
-    default:
-      return u"HY000"_s;
-  }
+  constexpr std::pair<int, QStringView> Zustaende[] = {{SQLITE_CONSTRAINT, u"23000"}, {SQLITE_ERROR, u"42000"},
+      {SQLITE_READONLY, u"25006"}, {SQLITE_BUSY, u"HYT00"}, {SQLITE_LOCKED, u"HYT00"}, {SQLITE_FULL, u"53100"}};
+  return nachgeschlagen<int, QStringView>(Zustaende, ergebnis & 0xFF, u"HY000").toString();
 }
 
 [[noreturn]] void keine_verbindung(const QString& worte, int ergebnis = SQLITE_CANTOPEN) {
@@ -56,11 +45,6 @@ QString sqlstate(int ergebnis) {
 [[noreturn]] void keine_anweisung(const QString& worte) {
   throw Datenbankfehler(
       fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s, SQLITE_ERROR);
-}
-
-/// A value may be named unless a forgotten semicolon has put the next pair, perhaps a password, into it.
-QString genannt(const QString& wert) {
-  return wert.contains(u'=') ? QString() : u" „"_s + wert + u"“"_s;
 }
 
 void pruefe_schluesselworte(const Verbindungszeichenfolge& folge) {
@@ -93,7 +77,8 @@ QByteArray dateipfad(const QString& quelle) {
   try {
     pfad = tabellenpfad ? Pfadkarte::aktuell().maschinenpfad(quelle) : quelle.toUtf8();
   } catch (const Laufzeitfehler& fehler) {
-    keine_verbindung(u"die Datei"_s + genannt(quelle) + u" ist nicht erreichbar: "_s + fehler.Beschreibung());
+    keine_verbindung(u"die Datei"_s + Verbindungszeichenfolge::genannt(quelle) + u" ist nicht erreichbar: "_s +
+        fehler.Beschreibung());
   }
   if (pfad.contains('\0')) keine_verbindung(u"der Name der Datei enthält ein Nullzeichen"_s);
   return pfad.startsWith('/') ? pfad : "./" + pfad;
@@ -153,8 +138,9 @@ void SqliteTreiber::oeffne(const QString& verbindungszeichenfolge) {
     oeffne_datei(pfad, art);
   } catch (const Datenbankfehler& fehler) {
     schliesse();
-    throw Datenbankfehler(fehler.Nummer(), fehler.Beschreibung() + u" (Datei"_s + genannt(quelle) + u")"_s,
-        fehler.Sqlstate(), fehler.NativeNummer());
+    throw Datenbankfehler(fehler.Nummer(),
+        fehler.Beschreibung() + u" (Datei"_s + Verbindungszeichenfolge::genannt(quelle) + u")"_s, fehler.Sqlstate(),
+        fehler.NativeNummer());
   } catch (...) {
     schliesse();
     throw;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 
+#include "platform/basic/Nachschlagen.h"
 #include "platform/files/Binaerdatei.h"
 #include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/jpeg/Jpegdekoder.h"
@@ -15,17 +16,9 @@ namespace {
 constexpr qsizetype kErstesStueck = qsizetype{64} * 1024;
 
 std::int32_t status_von(Kopfbefund befund) noexcept {
-  switch (befund) {
-    case Kopfbefund::Unbekannt:
-      return gdiplus::UnknownImageFormat;
-    case Kopfbefund::Defekt:
-      return gdiplus::InvalidParameter;
-    case Kopfbefund::ZuGross:
-      return gdiplus::OutOfMemory;
-    case Kopfbefund::Ok:
-      break;
-  }
-  return gdiplus::Ok;
+  constexpr std::pair<Kopfbefund, gdiplus::Status> Status[] = {{Kopfbefund::Unbekannt, gdiplus::UnknownImageFormat},
+      {Kopfbefund::Defekt, gdiplus::InvalidParameter}, {Kopfbefund::ZuGross, gdiplus::OutOfMemory}};
+  return nachgeschlagen(Status, befund, gdiplus::Ok);
 }
 
 // The finding of a beginning that is sure to be the whole file's too; none where more bytes could still change it. What

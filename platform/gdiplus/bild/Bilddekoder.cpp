@@ -9,6 +9,7 @@
 
 #include "platform/basic/Bytesicht.h"
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/basic/Nachschlagen.h"
 #include "platform/gdiplus/jpeg/Jpegdekoder.h"
 
 namespace bilddekoder {
@@ -33,22 +34,9 @@ QImage geprueft(QImage bild) {
 }
 
 const char* qt_Format(Bildformat format) noexcept {
-  switch (format) {
-    case Bildformat::Png:
-      return "png";
-    case Bildformat::Gif:
-      return "gif";
-    case Bildformat::Bmp:
-      return "bmp";
-    case Bildformat::Tiff:
-      return "tiff";
-    case Bildformat::Ico:
-      return "ico";
-    case Bildformat::Jpeg:
-    case Bildformat::Unbekannt:
-      break;
-  }
-  return "";
+  constexpr std::pair<Bildformat, const char*> Namen[] = {{Bildformat::Png, "png"}, {Bildformat::Gif, "gif"},
+      {Bildformat::Bmp, "bmp"}, {Bildformat::Tiff, "tiff"}, {Bildformat::Ico, "ico"}};
+  return nachgeschlagen(Namen, format, "");
 }
 
 // Readers leave the rest of a truncated picture as it was, so they are handed zeros. Memory from calloc stays untouched

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "platform/basic/Bytesicht.h"
+#include "platform/basic/Nachschlagen.h"
 
 namespace {
 
@@ -93,23 +94,12 @@ Bildformat erkenne_Bildformat(QByteArrayView anfang) {
 }
 
 Bildkopf lies_Bildkopf(QByteArrayView bytes) {
-  switch (erkenne_Bildformat(bytes)) {
-    case Bildformat::Jpeg:
-      return bildkopf::jpeg(bytes);
-    case Bildformat::Png:
-      return bildkopf::png(bytes);
-    case Bildformat::Gif:
-      return bildkopf::gif(bytes);
-    case Bildformat::Bmp:
-      return bildkopf::bmp(bytes);
-    case Bildformat::Tiff:
-      return bildkopf::tiff(bytes);
-    case Bildformat::Ico:
-      return bildkopf::ico(bytes);
-    case Bildformat::Unbekannt:
-      break;
-  }
-  return {};
+  using Leser = Bildkopf (*)(QByteArrayView);
+  constexpr std::pair<Bildformat, Leser> Alle[] = {{Bildformat::Jpeg, bildkopf::jpeg}, {Bildformat::Png, bildkopf::png},
+      {Bildformat::Gif, bildkopf::gif}, {Bildformat::Bmp, bildkopf::bmp}, {Bildformat::Tiff, bildkopf::tiff},
+      {Bildformat::Ico, bildkopf::ico}};
+  const Leser leser = nachgeschlagen<Bildformat, Leser>(Alle, erkenne_Bildformat(bytes), nullptr);
+  return leser ? leser(bytes) : Bildkopf();
 }
 
 namespace bildkopf {

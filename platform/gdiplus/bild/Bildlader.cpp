@@ -122,29 +122,11 @@ Ergebnis oeffne_Kopf(const QString& pfad) {
 
 }  // namespace
 
-std::int32_t status_des_Fehlers(std::int32_t nummer) noexcept {
-  switch (nummer) {
-    case fehlernummer::ZugriffVerweigert:
-      return gdiplus::AccessDenied;
-    case fehlernummer::SpeicherErschoepft:
-      return gdiplus::OutOfMemory;
-    case fehlernummer::EinAusgabeFehler:
-      return gdiplus::Win32Error;
-    case fehlernummer::DateiNichtGefunden:
-    case fehlernummer::UngueltigerDateiname:
-    case fehlernummer::PfadZugriff:
-    case fehlernummer::PfadNichtGefunden:
-      return gdiplus::FileNotFound;
-    default:
-      return gdiplus::GenericError;
-  }
-}
-
 Ergebnis oeffne(const QString& pfad) {
   Ergebnis ergebnis;
   fehler::melden_und_enden(
       [&](const Laufzeitfehler& f) {
-    ergebnis = {status_des_Fehlers(f.Nummer()), Bildformat::Unbekannt, {}};
+    ergebnis = {gdiplus::status_beim_Lesen(f.Nummer()), Bildformat::Unbekannt, {}};
       },
       [&] { ergebnis = NurKopf::gilt() ? oeffne_Kopf(pfad) : oeffne_ganz(pfad); });
   return ergebnis;

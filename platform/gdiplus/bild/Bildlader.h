@@ -21,9 +21,6 @@ struct Ergebnis {
 /// NurKopf lives on this thread.
 Ergebnis oeffne(const QString& pfad);
 
-/// The gdiplus::Status that stands for a Laufzeitfehler of that number, raised while a file was read.
-std::int32_t status_des_Fehlers(std::int32_t nummer) noexcept;
-
 /// The same picture on another background; null for none. A picture that is no file's is opaque and stays as it is.
 std::shared_ptr<const Bild> mit_Hintergrund(const std::shared_ptr<const Bild>& bild, QRgb hintergrund);
 

@@ -7,23 +7,6 @@
 
 using jpegkoeffizienten::Komponente;
 
-std::optional<Drehung> Drehung::von(std::int32_t wert) noexcept {
-  switch (wert) {
-    case 13:
-      return Drehung{true, true, false};
-    case 14:
-      return Drehung{false, true, true};
-    case 15:
-      return Drehung{true, false, true};
-    case 16:
-      return Drehung{false, true, false};
-    case 17:
-      return Drehung{false, false, true};
-    default:
-      return std::nullopt;
-  }
-}
-
 namespace blockdrehung {
 namespace {
 

@@ -1,27 +1,10 @@
 #pragma once
 
 #include <QSize>
-#include <cstdint>
-#include <optional>
 #include <vector>
 
+#include "platform/gdiplus/Drehung.h"
 #include "platform/gdiplus/jpeg/Jpegkoeffizienten.h"
-
-/// A turn or mirroring of a picture: first the axes change places, then the new ones are mirrored.
-struct Drehung {
-  bool tausche = false;
-  bool spiegle_x = false;  ///< left and right of the result
-  bool spiegle_y = false;  ///< top and bottom of the result
-
-  /// The transforms of GDI+: 13, 14 and 15 turn clockwise by 90, 180 and 270 degrees, 16 mirrors left and right, 17 top
-  /// and bottom. None for other numbers.
-  static std::optional<Drehung> von(std::int32_t wert) noexcept;
-
-  QSize auf(QSize groesse) const { return tausche ? groesse.transposed() : groesse; }
-  /// The axis of the source that is mirrored.
-  bool quelle_x() const noexcept { return tausche ? spiegle_y : spiegle_x; }
-  bool quelle_y() const noexcept { return tausche ? spiegle_x : spiegle_y; }
-};
 
 namespace blockdrehung {
 

@@ -8,8 +8,8 @@
 #include "host/betrieb/Anmeldung.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Gedaechtnis.h"
+#include "platform/adodb/Verbindungsworte.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
-#include "platform/adodb/odbc/OdbcWorte.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -69,18 +69,20 @@ RC_GTEST_PROP(Anmeldung, Ein_Kennwort_jeder_Schreibweise_bleibt_aus_dem_Gemerkte
 }
 
 TEST(Anmeldung, Kennt_jedes_Schluesselwort_des_Treibers_fuer_Kennwort_Benutzer_Server_und_Datenbank) {
-  using adodb::OdbcSinn;
-  for (const adodb::OdbcWort& wort : adodb::OdbcWorte) {
-    const QString angabe = wort.name.toString() + u"=Wert"_s;
-    SCOPED_TRACE(angabe.toStdString());
-    const anmeldung::Worte worte = anmeldung::worte(angabe);
-    const bool Server =
-        wort.sinn == OdbcSinn::Server || wort.sinn == OdbcSinn::Abschnitt || wort.sinn == OdbcSinn::Datenquelle;
-    EXPECT_EQ(worte.server == u"Wert"_s, Server);
-    EXPECT_EQ(worte.datenbank == u"Wert"_s, wort.sinn == OdbcSinn::Datenbank);
-    EXPECT_EQ(worte.benutzer == u"Wert"_s, wort.sinn == OdbcSinn::Benutzer);
-    EXPECT_EQ(anmeldung::zum_Merken(angabe).isEmpty(), wort.sinn == OdbcSinn::Kennwort);
-    EXPECT_EQ(anmeldung::fehlt_Kennwort(u"Server=a;UID=b;"_s + angabe), wort.sinn != OdbcSinn::Kennwort);
+  using adodb::Wortsinn;
+  for (const adodb::Verbindungswort& zeile : adodb::Verbindungsworte) {
+    for (const QStringView name : zeile.namen.split(u'|')) {
+      const QString angabe = name.toString() + u"=Wert"_s;
+      SCOPED_TRACE(angabe.toStdString());
+      const anmeldung::Worte worte = anmeldung::worte(angabe);
+      const bool Server =
+          zeile.sinn == Wortsinn::Server || zeile.sinn == Wortsinn::Abschnitt || zeile.sinn == Wortsinn::Datenquelle;
+      EXPECT_EQ(worte.server == u"Wert"_s, Server);
+      EXPECT_EQ(worte.datenbank == u"Wert"_s, zeile.sinn == Wortsinn::Datenbank);
+      EXPECT_EQ(worte.benutzer == u"Wert"_s, zeile.sinn == Wortsinn::Benutzer);
+      EXPECT_EQ(anmeldung::zum_Merken(angabe).isEmpty(), zeile.sinn == Wortsinn::Kennwort);
+      EXPECT_EQ(anmeldung::fehlt_Kennwort(u"Server=a;UID=b;"_s + angabe), zeile.sinn != Wortsinn::Kennwort);
+    }
   }
 }
 

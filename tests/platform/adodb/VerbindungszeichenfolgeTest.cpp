@@ -41,6 +41,27 @@ TEST(Verbindungszeichenfolge, TheLastOfTwoValuesCounts) {
   EXPECT_EQ(Verbindungszeichenfolge(u"User ID=a;user id=b"_s).schluesselworte().size(), 1);
 }
 
+TEST(Verbindungszeichenfolge, AKeywordMeansTheSameInAllItsWaysToWrite) {
+  using adodb::Wortsinn;
+  for (const QString& wort : {u"User ID"_s, u"user_id"_s, u"UID"_s, u"Username"_s})
+    EXPECT_EQ(Verbindungszeichenfolge::sinn(wort), Wortsinn::Benutzer) << wort.toStdString();
+  EXPECT_EQ(Verbindungszeichenfolge::sinn(u"Pass word"_s), Wortsinn::Kennwort);
+  for (const QString& wort : {u"Kennwort"_s, u"user|uid"_s, QString()})
+    EXPECT_EQ(Verbindungszeichenfolge::sinn(wort), Wortsinn::Unbekannt) << wort.toStdString();
+  const Verbindungszeichenfolge folge(u"Server=a;DSN=b;Data Source=;UID=c"_s);
+  EXPECT_EQ(folge.wert_zu({Wortsinn::Server}), u"a"_s);
+  EXPECT_EQ(folge.wert_zu({Wortsinn::Server, Wortsinn::Datenquelle}), u"b"_s);
+  EXPECT_EQ(folge.wert_zu({Wortsinn::Datenbank}), QString());
+}
+
+TEST(Verbindungszeichenfolge, AValueThatMayHoldAPasswordIsNotShown) {
+  EXPECT_EQ(Verbindungszeichenfolge::zeigbar(u"SRV01"_s), u"SRV01"_s);
+  EXPECT_EQ(Verbindungszeichenfolge::zeigbar(u"SRV01 PWD=geheim"_s), QString());
+  EXPECT_EQ(Verbindungszeichenfolge::genannt(u"SRV01"_s), u" „SRV01“"_s);
+  for (const QString& wert : {u"SRV01 PWD=geheim"_s, QString()})
+    EXPECT_EQ(Verbindungszeichenfolge::genannt(wert), QString());
+}
+
 TEST(Verbindungszeichenfolge, AnEmptyTextHasNoPairs) {
   EXPECT_TRUE(Verbindungszeichenfolge(QString()).schluesselworte().isEmpty());
   EXPECT_TRUE(Verbindungszeichenfolge(u" ; ;"_s).schluesselworte().isEmpty());

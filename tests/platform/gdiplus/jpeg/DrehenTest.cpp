@@ -300,6 +300,17 @@ TEST(Drehen, nur_die_fuenf_Nummern_sind_Transformationen) {
   for (int wert = -2; wert < 30; ++wert) EXPECT_EQ(Drehung::von(wert).has_value(), wert >= 13 && wert <= 17) << wert;
 }
 
+TEST(Drehen, EachKindIsFoundByItsNumberAndByItsName) {
+  const QStringView namen[] = {u"JpgTransformRotate90", u"JpgTransformRotate180", u"JpgTransformRotate270",
+      u"JpgTransformFlipHorizontal", u"JpgTransformFlipVertical"};
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_EQ(Drehung::von(13 + i)->name, namen[i]);
+    EXPECT_EQ(Drehung::mit_Namen(namen[i])->art, 13 + i);
+  }
+  for (const QStringView falsch : {u"", u"JpgTransformRotate", u"jpgtransformrotate90"})
+    EXPECT_FALSE(Drehung::mit_Namen(falsch));
+}
+
 Abtastung beliebige_Abtastung() {
   return {*rc::gen::inRange(1, 5), *rc::gen::inRange(1, 5)};
 }

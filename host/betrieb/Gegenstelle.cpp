@@ -1,4 +1,4 @@
-#include "host/kvobild/Gegenstelle.h"
+#include "host/betrieb/Gegenstelle.h"
 
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
@@ -6,14 +6,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-Gegenstelle datei(adodb::Connection& verbindung, const QString& pfad) {
-  Gegenstelle stelle;
-  stelle.server = namen::angezeigt(pfad);
-  stelle.version = u"SQLite "_s + verbindung.Execute(u"SELECT sqlite_version()"_s)->Text(0);
-  stelle.verschluesselung = u"keine Verbindung, eine Datei"_s;
-  return stelle;
-}
 
 /// Asked of the server's own view, which most users may not read; no function that everybody may call has it.
 void lies_Verschluesselung(adodb::Connection& verbindung, Gegenstelle& stelle) {
@@ -38,8 +30,15 @@ void lies_Verschluesselung(adodb::Connection& verbindung, Gegenstelle& stelle) {
 
 }  // namespace
 
-Gegenstelle lies_Gegenstelle(adodb::Connection& verbindung) {
-  if (const auto pfad = datenbankdatei(verbindung.ConnectionString())) return datei(verbindung, *pfad);
+Gegenstelle gegenstelle_Datei(adodb::Connection& verbindung) {
+  Gegenstelle stelle;
+  stelle.server = namen::angezeigt(datenbankdatei(verbindung.ConnectionString()).value_or(QString()));
+  stelle.version = u"SQLite "_s + verbindung.Execute(u"SELECT sqlite_version()"_s)->Text(0);
+  stelle.verschluesselung = u"keine Verbindung, eine Datei"_s;
+  return stelle;
+}
+
+Gegenstelle gegenstelle_Server(adodb::Connection& verbindung) {
   // The server gives its properties as values without a type; only with one does every driver bring them as text.
   const auto satz = verbindung.Execute(
       u"SELECT CAST(SERVERPROPERTY('ServerName') AS nvarchar(128)) AS Servername, "

@@ -20,6 +20,7 @@ struct Gegenstelle {
   QString verschluesselung;
 };
 
-/// Asks an open connection. Raises what the connection raises; a right that is missing for the encryption raises
-/// nothing.
-Gegenstelle lies_Gegenstelle(adodb::Connection& verbindung);
+/// Asks an open connection, to a file or to a server (see Datenbankart). Raises what the connection raises; a right
+/// that is missing for the encryption raises nothing.
+Gegenstelle gegenstelle_Datei(adodb::Connection& verbindung);
+Gegenstelle gegenstelle_Server(adodb::Connection& verbindung);
