@@ -146,13 +146,13 @@ void Arbeitstabelle::nummeriere() {
 // ── Names ───────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 template <class Bedingung>
-std::int32_t Arbeitstabelle::erste(Bedingung&& bedingung) const {
-  return static_cast<std::int32_t>(std::distance(begin(), std::find_if(begin(), end(), bedingung)));
+static std::int32_t erste(const Arbeitstabelle& tabelle, Bedingung&& bedingung) {
+  return static_cast<std::int32_t>(std::find_if(tabelle.begin(), tabelle.end(), bedingung) - tabelle.begin());
 }
 
 bool Arbeitstabelle::ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const {
   const QString gesucht = Trim(name);
-  const std::int32_t i = erste([&](const Arbeitszeile& andere) {
+  const std::int32_t i = erste(*this, [&](const Arbeitszeile& andere) {
     return &andere - zeilen_.data() == in_Arbeit ? andere.Bildname == gesucht
                                                  : UCase(andere.Bildname) == UCase(gesucht);
   });
@@ -160,12 +160,12 @@ bool Arbeitstabelle::ist_vergeben(const QString& name, const QString& endung, st
 }
 
 std::int32_t Arbeitstabelle::erste_Doppelte() const {
-  const std::int32_t i = erste([](const Arbeitszeile& z) { return z.NameDoppelt && !z.Entfernen; });
+  const std::int32_t i = erste(*this, [](const Arbeitszeile& z) { return z.NameDoppelt && !z.Entfernen; });
   return gibt_es(i) ? i : -1;
 }
 
 std::int32_t Arbeitstabelle::erste_Umbenannte() const {
-  return erste([](const Arbeitszeile& z) { return z.NameGeaendert; });
+  return erste(*this, [](const Arbeitszeile& z) { return z.NameGeaendert; });
 }
 
 QString Arbeitstabelle::gestempelter_Name(const Arbeitszeile& eigene, const QString& endung, const QString& stempel,

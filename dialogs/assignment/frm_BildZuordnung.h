@@ -198,7 +198,6 @@ class frm_BildZuordnung : public Form, public Auftrag {
   void lade_Anwesenheit(Arbeitszeile& zeile);
   bool laesst_sich_auflisten(const QString& ordner);
   bool nimm_Stand_auf();
-  void waehle_Zeile(std::int32_t index);
   void zeige_Auswahl();
   void lade_grosses_Bild();
   void fuelle_Eingaben();
@@ -212,7 +211,6 @@ class frm_BildZuordnung : public Form, public Auftrag {
   void ziehe_ueber_Thumb(std::int32_t index);
   void ziehe_ueber_Scroll_Right();
   void lasse_fallen(std::int32_t index);
-  void verschiebe_Zeile();
   void zeige_im_Programm(const QString& datei);
   void mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit);
   void suche_Bilder();

@@ -195,18 +195,14 @@ void frm_BildZuordnung::Pic_Thumb_Click(std::int32_t index) {
   // The pointer keeps waiting after a failure until the next selection sets it back.
   fehler::gemeldet(Name(), u"Pic_Thumb_Click", [&] {
     const auto fertig = qScopeGuard([this] { AnzeigeAufbau = false; });
-    waehle_Zeile(index);
+    mauszeiger().form(Zeigerform::Sanduhr);
+    AktThumb = std::max(index, 1);
+    AktZeile = ErsteZeile + AktThumb - 1;
+    if (AktZeile > LetzteZeile()) AktZeile = 0;
+    zeige_Auswahl();
+    Markiere_Auswahl();
+    mauszeiger().form(Zeigerform::Standard);
   });
-}
-
-void frm_BildZuordnung::waehle_Zeile(std::int32_t index) {
-  mauszeiger().form(Zeigerform::Sanduhr);
-  AktThumb = std::max(index, 1);
-  AktZeile = ErsteZeile + AktThumb - 1;
-  if (AktZeile > LetzteZeile()) AktZeile = 0;
-  zeige_Auswahl();
-  Markiere_Auswahl();
-  mauszeiger().form(Zeigerform::Standard);
 }
 
 /// Shows the selected row in the fields and in large.

@@ -34,18 +34,24 @@ void baue(TDBGrid& gitter, const std::shared_ptr<XArrayDBObject>& zeilen, const 
   gitter.Visible(true);
 }
 
-void fuelle(XArrayDBObject& tabelle, std::int32_t zeile, clsBildZuordnungen& bilder, const QString& root) {
-  const QString datei =
-      Bilddatei{bilder.Bild_Bildname(), bilder.Bild_BildExt(), root + u'\\' + bilder.Bild_Pfad()}.pfad();
-  const bool fehlt = !bilder.Fkt_FileExists(datei);
-  // In the order of the columns; two of them hold nothing.
-  const std::vector<Variant> werte{true, datei, root, bilder.Bild_Pfad(), bilder.Bild_Bildname(), bilder.Bild_BildExt(),
-      bilder.Bild_Beschreibung(), CStr(bilder.Bild_Drucken()), CStr(bilder.Bild_DruckGesamteSeite()),
-      CStr(bilder.Bild_NeueSeite()), CStr(bilder.Bild_AlsAnhang()), bilder.Bild_Key1(), bilder.Bild_Key2(),
-      bilder.Bild_Key3(), bilder.Bild_Key4(), bilder.Bild_Typ1(), bilder.Bild_Typ2(), Variant(), Variant(), false,
-      fehlt, fehlt, false, false, QString()};
-  std::int32_t spalte = Marke;
-  for (const Variant& wert : werte) tabelle.Value(zeile, spalte++, wert);
+void fuelle(XArrayDBObject& tabelle, clsBildZuordnungen& bilder, const QString& root,
+    const std::function<void(std::int32_t)>& nach) {
+  for (std::int32_t zeile = 0; zeile < bilder.AnzahlPos(); ++zeile) {
+    if (zeile > 0) tabelle.AppendRows(1);
+    bilder.AktInd(zeile);
+    const QString datei =
+        Bilddatei{bilder.Bild_Bildname(), bilder.Bild_BildExt(), root + u'\\' + bilder.Bild_Pfad()}.pfad();
+    const bool fehlt = !bilder.Fkt_FileExists(datei);
+    // In the order of the columns; two of them hold nothing.
+    const std::vector<Variant> werte{true, datei, root, bilder.Bild_Pfad(), bilder.Bild_Bildname(),
+        bilder.Bild_BildExt(), bilder.Bild_Beschreibung(), CStr(bilder.Bild_Drucken()),
+        CStr(bilder.Bild_DruckGesamteSeite()), CStr(bilder.Bild_NeueSeite()), CStr(bilder.Bild_AlsAnhang()),
+        bilder.Bild_Key1(), bilder.Bild_Key2(), bilder.Bild_Key3(), bilder.Bild_Key4(), bilder.Bild_Typ1(),
+        bilder.Bild_Typ2(), Variant(), Variant(), false, fehlt, fehlt, false, false, QString()};
+    std::int32_t spalte = Marke;
+    for (const Variant& wert : werte) tabelle.Value(zeile, spalte++, wert);
+    if (nach) nach(zeile);
+  }
 }
 
 }  // namespace uebersicht

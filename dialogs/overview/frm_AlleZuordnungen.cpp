@@ -100,15 +100,10 @@ void frm_AlleZuordnungen::lies_Zuordnungen() {
   Init_ThumbNailArray();
   // The grid keeps showing what it showed.
   if (!gelesen || pBildObj->AnzahlPos() == 0) return;
-  XArrayDBObject& tabelle = *pZuordnungArray();
-  for (std::int32_t i = 0; i < pBildObj->AnzahlPos(); ++i) {
-    pBildObj->AktInd(i);
+  uebersicht::fuelle(*pZuordnungArray(), *pBildObj, pRootpath, [this](std::int32_t zeile) {
     pBildname = pBildObj->Bild_Bildname();
-    uebersicht::fuelle(tabelle, i, *pBildObj, pRootpath);
-    tabelle.Value(i, uebersicht::Zuordnung, Baue_ZuordnungsText(i));
-    tabelle.AppendRows(1);
-  }
-  tabelle.DeleteRows(tabelle.UpperBound(Dimension::Zeilen));
+    pZuordnungArray()->Value(zeile, uebersicht::Zuordnung, Baue_ZuordnungsText(zeile));
+  });
   Init_Grid();
 }
 

@@ -65,14 +65,7 @@ void frm_AnzeigeZuordnung::lies_Zuordnungen() {
   Init_ThumbNailArray();
   Init_Artikelgrid();
   verlange(pBildObj);
-  if (pBildObj->AnzahlPos() > 0) {
-    for (std::int32_t i = 0; i < pBildObj->AnzahlPos(); ++i) {
-      pBildObj->AktInd(i);
-      uebersicht::fuelle(Zuordnungen(), i, *pBildObj, pRootpath);
-      Zuordnungen().AppendRows(1);
-    }
-    Zuordnungen().DeleteRows(Zuordnungen().UpperBound(Dimension::Zeilen));
-  }
+  uebersicht::fuelle(Zuordnungen(), *pBildObj, pRootpath);
   Init_Grid();
   // The pictures are marked as they come; what is missing is an article.
   TDBG_WeitereZuordnungen.setFocus();
