@@ -153,8 +153,8 @@ static std::int32_t erste(const Arbeitstabelle& tabelle, Bedingung&& bedingung) 
 bool Arbeitstabelle::ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const {
   const QString gesucht = Trim(name);
   const std::int32_t i = erste(*this, [&](const Arbeitszeile& andere) {
-    return &andere - zeilen_.data() == in_Arbeit ? andere.Bildname == gesucht
-                                                 : UCase(andere.Bildname) == UCase(gesucht);
+    const bool wird_bearbeitet = &andere - zeilen_.data() == in_Arbeit;
+    return wird_bearbeitet ? andere.Bildname == gesucht : UCase(andere.Bildname) == UCase(gesucht);
   });
   return gibt_es(i) && UCase(Trim(zeilen_[static_cast<std::size_t>(i)].BildExt)) == UCase(Trim(endung));
 }

@@ -176,8 +176,8 @@ void frm_AlleZuordnungen::nach_Auswahl() {
 }
 
 void frm_AlleZuordnungen::frage_und_loesche() {
-  const QString frage = pAlleMarkiert ? u"Sollen wirklich ALLE Zuordnungen gelöscht werden?"_s
-                                      : u"Sollen die ausgewählten Zuordnungen wirklich gelöscht werden?"_s;
+  QString frage = u"Sollen die ausgewählten Zuordnungen wirklich gelöscht werden?"_s;
+  if (pAlleMarkiert) frage = u"Sollen wirklich ALLE Zuordnungen gelöscht werden?"_s;
   if (MsgBox(frage, Knoepfe::JaNein, Symbol::Frage, u"Achtung"_s) == Antwort::Ja) Zuordnungen_loeschen();
 }
 

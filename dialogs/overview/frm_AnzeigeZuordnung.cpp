@@ -57,8 +57,7 @@ void frm_AnzeigeZuordnung::verbinde_Ereignisse() {
     if (TDBG_Zuordnungen.Row() != letzte) Bild_Vorschau(TDBG_Zuordnungen.Row());
   };
   TDBG_Zuordnungen.AfterUpdate = [this] { Pruefe_ZuordnungSchalter(); };
-  TDBG_WeitereZuordnungen.RowColChange = [this](
-                                             std::int32_t, std::int32_t) { pAktZeile = TDBG_WeitereZuordnungen.Row(); };
+  TDBG_WeitereZuordnungen.RowColChange = [this](auto, auto) { pAktZeile = TDBG_WeitereZuordnungen.Row(); };
   TDBG_WeitereZuordnungen.AfterColEdit = [this](std::int32_t) { nach_Artikeleingabe(); };
   TDBG_WeitereZuordnungen.AfterUpdate = [this] { Pruefe_ZuordnungSchalter(); };
   TDBG_WeitereZuordnungen.ButtonClick = [this](std::int32_t) { waehle_Artikel(); };

@@ -76,11 +76,11 @@ class frm_BilderSuchen : public Form {
 
  protected:
   void Form_Load() override;
+  void hideEvent(QHideEvent* ereignis) override;
   void Form_Resize() override;
   void Form_Activate() override;
   void Form_QueryUnload(bool& Cancel) override;
   void Form_Unload() override;
-  void hideEvent(QHideEvent* ereignis) override;
 
  private:
   void entwirf();
