@@ -27,9 +27,6 @@ class Dialogtest : public Bildertest {
   Dialogtest();
   ~Dialogtest() override;
 
-  /// Writes a JPEG of one colour into the picture tree; gives its content.
-  QByteArray lege_Bild(const QString& name, QSize groesse = QSize(120, 80), const QColor& farbe = Qt::blue,
-      const QString& ordner = QStringLiteral("Belege/1"));
   /// Stores a row of the record, with or without its file. `werte` changes the record before it is stored.
   void fuege_Bild_ein(const QString& name, const QString& ext = QStringLiteral("jpg"), bool mit_datei = true,
       const std::function<void(clsBildZuordnungen&)>& werte = {});

@@ -43,9 +43,6 @@ class Uebersichtstest : public Bildertest {
   Uebersichtstest();
   ~Uebersichtstest() override;
 
-  /// Writes a JPEG of one colour into the tree; gives its content.
-  QByteArray lege_Bild(const QString& name, QSize groesse = QSize(120, 80), const QColor& farbe = Qt::blue,
-      const QString& ordner = QStringLiteral("Belege/1"));
   void fuege_ein(const Zuordnung& zuordnung);
   /// "Typ1|Key1|Key2|Bildname" of all rows of the table in the order in which they came.
   QStringList gespeichert();
