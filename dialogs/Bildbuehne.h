@@ -1,6 +1,11 @@
 #pragma once
 
+#include <QString>
+#include <cstdint>
+#include <memory>
+
 #include "dialogs/search/Vorschaubild.h"
+#include "platform/basic/Laufzeitfehler.h"
 #include "platform/forms/steuerelemente/Bildfeld.h"
 #include "platform/shell/Dateityp.h"
 #include "store/clsBildZuordnungen.h"
