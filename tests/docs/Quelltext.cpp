@@ -109,6 +109,8 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
   static const QRegularExpression variable(
       u"^  (?=\\w)(?!return|using|friend|struct|enum)[^(=;\\n]+?[ &>]"
       "(\\w+(?:, \\w+)*)(?: = [^;(]*)?;"_s);
+  // A control stands with its container and its name.
+  static const QRegularExpression steuerelement(u"^  (?=\\w)[^({=;\\n]+?[ >](\\w+)\\{"_s);
   QSet<QString> namen;
   const QRegularExpression kopf(u"\\b(?:class|struct) (?:KVO_[A-Z]+ )?"_s + klasse + u"\\b[^;{]*\\{"_s);
   const QRegularExpressionMatch fund = kopf.match(code_);
@@ -118,7 +120,9 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
     if (zeile.startsWith(u"};"_s)) break;
     if (zeile.startsWith(u" p"_s)) oeffentlich = zeile == " public:"_L1;
     if (!oeffentlich) continue;
-    if (const auto f = funktion.match(zeile); f.hasMatch())
+    if (const auto s = steuerelement.match(zeile); s.hasMatch())
+      namen.insert(s.captured(1));
+    else if (const auto f = funktion.match(zeile); f.hasMatch())
       namen.insert(f.captured(1));
     else if (const auto v = variable.match(zeile); v.hasMatch())
       for (const QString& name : v.captured(1).split(u", "_s)) namen.insert(name);
