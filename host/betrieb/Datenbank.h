@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "host/betrieb/Ausgang.h"
 #include "platform/adodb/Connection.h"
 #include "platform/basic/Laufzeitfehler.h"
 
@@ -25,12 +26,7 @@ Datenbankausfall ausfall_von(const Laufzeitfehler& fehler);
 /// Runs what may fail at the database and gives the failure, or none.
 template <class Anweisung>
 std::optional<Datenbankausfall> versuche_Datenbank(Anweisung&& anweisung) {
-  try {
-    anweisung();
-    return std::nullopt;
-  } catch (const Laufzeitfehler& fehler) {
-    return ausfall_von(fehler);
-  }
+  return versuche(anweisung, ausfall_von);
 }
 
 /// The same call as `oeffne`, for callers that look at the reason: none when `offene` is open.

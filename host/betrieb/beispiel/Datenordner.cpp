@@ -51,8 +51,7 @@ class Nebenordner {
   ~Nebenordner() {
     gelingt([&] { datenordner::entferne(pfad_); });
   }
-  Nebenordner(const Nebenordner&) = delete;
-  Nebenordner& operator=(const Nebenordner&) = delete;
+  Q_DISABLE_COPY_MOVE(Nebenordner)
   const QString& pfad() const noexcept { return pfad_; }
 
  private:

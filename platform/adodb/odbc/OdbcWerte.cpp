@@ -37,10 +37,6 @@ OdbcWerte::OdbcWerte(OdbcSchicht& odbc, SQLHSTMT anweisung, std::function<void()
       bindung_(odbc, anweisung),
       stueck_(Stueckgroesse) {}
 
-void OdbcWerte::pruefe(SQLRETURN ergebnis) {
-  if (!SQL_SUCCEEDED(ergebnis)) fehler_();
-}
-
 Ergebnis OdbcWerte::lies(SQLSMALLINT spalten) {
   Ergebnis ergebnis;
   const auto breite = static_cast<std::size_t>(spalten);

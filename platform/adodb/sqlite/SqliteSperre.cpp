@@ -38,10 +38,6 @@ bool gleiche_datei(sqlite3* a, sqlite3* b) {
 
 }  // namespace
 
-SqliteSperre::~SqliteSperre() {
-  verlasse();
-}
-
 void SqliteSperre::betreue(sqlite3* datenbank) {
   Liste& l = liste();
   const std::lock_guard sperre(l.schutz);

@@ -123,10 +123,6 @@ QStringList spaltennamen(sqlite3_stmt* anweisung, int spalten) {
 
 SqliteTreiber::SqliteTreiber(std::chrono::milliseconds wartegrenze) : wartegrenze_(wartegrenze), sperre_(wartegrenze) {}
 
-SqliteTreiber::~SqliteTreiber() {
-  schliesse();
-}
-
 void SqliteTreiber::oeffne(const QString& verbindungszeichenfolge) {
   if (datenbank_) throw adofehler(adErrObjectOpen);
   const Verbindungszeichenfolge folge(verbindungszeichenfolge);
