@@ -6,7 +6,7 @@
 #include "dialogs/overview/Uebersichtszeile.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
-#include "platform/host/KVOCore.h"
+#include "platform/host/Meldeweg.h"
 #include "platform/host/Oberflaeche.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -26,13 +26,7 @@ constexpr double Abstand_Knoepfe = 40;
 
 }  // namespace
 
-frm_AlleZuordnungen::frm_AlleZuordnungen()
-    : Form(u"frm_AlleZuordnungen"_s),
-      TDBG_Zuordnungen(this, u"TDBG_Zuordnungen"_s),
-      cmd_AlleLoeschen(this, u"cmd_AlleLoeschen"_s),
-      cmd_Loeschen(this, u"cmd_Loeschen"_s),
-      cmd_Abbrechen(this, u"cmd_Abbrechen"_s),
-      SSP_Info([this](int i) { return std::make_unique<SSPanel>(this, u"SSP_Info(%1)"_s.arg(i)); }) {
+frm_AlleZuordnungen::frm_AlleZuordnungen() : Form(u"frm_AlleZuordnungen"_s) {
   Caption(u"Alle Zuordnungen"_s);
   entwirf();
   TDBG_Zuordnungen.Click = [this] { cmd_Loeschen.Enabled(TDBG_Zuordnungen.SelBookmarks().Count() > 0); };
@@ -89,10 +83,6 @@ void frm_AlleZuordnungen::Form_Unload() {
   pAppObj.reset();
 }
 
-void frm_AlleZuordnungen::melde(const char16_t* prozedur, const Laufzeitfehler& fehler) {
-  KVOCore::aktuell().FehlerMelden(Name(), QString::fromUtf16(prozedur), fehler.Nummer(), fehler.Beschreibung(), true);
-}
-
 const std::shared_ptr<XArrayDBObject>& frm_AlleZuordnungen::pZuordnungArray() {
   if (!m_Zuordnungen) m_Zuordnungen = std::make_shared<XArrayDBObject>();
   return m_Zuordnungen;
@@ -103,8 +93,7 @@ void frm_AlleZuordnungen::Init_ThumbNailArray() {
 }
 
 void frm_AlleZuordnungen::Lade_AlleZuordnungen() {
-  fehler::melden_und_enden(
-      [this](const Laufzeitfehler& f) { melde(u"Lade_AlleZuordnungen", f); }, [this] { lies_Zuordnungen(); });
+  fehler::gemeldet(Name(), u"Lade_AlleZuordnungen", [this] { lies_Zuordnungen(); });
 }
 
 // The assignment from which the dialog was opened is read with the others; deleting treats it apart.
@@ -219,8 +208,7 @@ bool frm_AlleZuordnungen::ist_eigene(std::int32_t zeile) {
 
 // Row and index of the collection are the same record: nothing reorders them.
 void frm_AlleZuordnungen::Zuordnungen_loeschen() {
-  fehler::melden_und_enden([this](const Laufzeitfehler& f) { melde(u"Zuordnungen_loeschen", f); },
-      [this] {
+  fehler::gemeldet(Name(), u"Zuordnungen_loeschen", [this] {
     pDeleteFlagAktBild = false;
     if (!pBildObj) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
     const XArrayDBObject& tabelle = *pZuordnungArray();

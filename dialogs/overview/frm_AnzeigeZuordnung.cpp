@@ -22,19 +22,7 @@ constexpr double Anteil_Liste = 0.62;
 
 }  // namespace
 
-frm_AnzeigeZuordnung::frm_AnzeigeZuordnung()
-    : Form(u"frm_AnzeigeZuordnung"_s),
-      TDBG_Zuordnungen(this, u"TDBG_Zuordnungen"_s),
-      TDBG_WeitereZuordnungen(this, u"TDBG_WeitereZuordnungen"_s),
-      SSC_ZuordnungSpeichern(this, u"SSC_ZuordnungSpeichern"_s),
-      cmd_Abbrechen(this, u"cmd_Abbrechen"_s),
-      SSP_Info(this, u"SSP_Info"_s),
-      SSP_Anzeige(this, u"SSP_Anzeige"_s),
-      pic_Anzeige(&SSP_Anzeige, u"pic_Anzeige"_s),
-      SSP_WeitereZuordnungen(this, u"SSP_WeitereZuordnungen"_s),
-      Pic_Dummy(this, u"Pic_Dummy"_s),
-      Pic_Blank(this, u"Pic_Blank"_s),
-      btnAuswahl(this, u"btnAuswahl"_s) {
+frm_AnzeigeZuordnung::frm_AnzeigeZuordnung() : Form(u"frm_AnzeigeZuordnung"_s) {
   Caption(u"Anzeige der Zuordnungen"_s);
   entwirf();
   verbinde_Ereignisse();

@@ -24,24 +24,7 @@ constexpr double Breite_Ordner = 3300;
 
 }  // namespace
 
-frm_BilderSuchen::frm_BilderSuchen()
-    : Form(u"frm_BilderSuchen"_s),
-      SSC_Drehen(this, u"SSC_Drehen"_s),
-      SSC_Bildbearbeitung(this, u"SSC_Bildbearbeitung"_s),
-      cmd_EinlesenAbrrechen(this, u"cmd_EinlesenAbrrechen"_s),
-      Pic_Blank(this, u"Pic_Blank"_s),
-      cmd_TextSpeichern(this, u"cmd_TextSpeichern"_s),
-      txt_Info(this, u"txt_Info"_s),
-      cmd_Abbruch(this, u"cmd_Abbruch"_s),
-      cmd_Uebernehmen(this, u"cmd_Uebernehmen"_s),
-      SSP_Fortschritt(this, u"SSP_Fortschritt"_s),
-      SSP_Anzahl(this, u"SSP_Anzahl"_s),
-      cbo_BildTypen(this, u"cbo_BildTypen"_s),
-      Dir1(this, u"Dir1"_s),
-      lvwContent(this, u"lvwContent"_s),
-      SSP_Liste(this, u"SSP_Liste"_s),
-      SSP_Info(this, u"SSP_Info"_s),
-      ImageCombo1(this, u"ImageCombo1"_s) {
+frm_BilderSuchen::frm_BilderSuchen() : Form(u"frm_BilderSuchen"_s) {
   entwirf();
   verbinde_Ereignisse();
   setze_Abbruchknopf(&cmd_Abbruch);

@@ -56,22 +56,22 @@ class frm_BilderSuchen : public Form {
   void raeume_auf();
 
   // Controls, in their tab order
-  SSCommand SSC_Drehen;
-  SSCommand SSC_Bildbearbeitung;
-  SSCommand cmd_EinlesenAbrrechen;
-  Bildfeld Pic_Blank;
-  SSCommand cmd_TextSpeichern;
-  Textblock txt_Info;
-  SSCommand cmd_Abbruch;
-  SSCommand cmd_Uebernehmen;
-  SSPanel SSP_Fortschritt;
-  SSPanel SSP_Anzahl;
-  ComboBox cbo_BildTypen;
-  DirListBox Dir1;
-  ListView lvwContent;
-  ListView SSP_Liste;
-  SSPanel SSP_Info;
-  ImageCombo ImageCombo1;
+  SSCommand SSC_Drehen{this, QStringLiteral("SSC_Drehen")};
+  SSCommand SSC_Bildbearbeitung{this, QStringLiteral("SSC_Bildbearbeitung")};
+  SSCommand cmd_EinlesenAbrrechen{this, QStringLiteral("cmd_EinlesenAbrrechen")};
+  Bildfeld Pic_Blank{this, QStringLiteral("Pic_Blank")};
+  SSCommand cmd_TextSpeichern{this, QStringLiteral("cmd_TextSpeichern")};
+  Textblock txt_Info{this, QStringLiteral("txt_Info")};
+  SSCommand cmd_Abbruch{this, QStringLiteral("cmd_Abbruch")};
+  SSCommand cmd_Uebernehmen{this, QStringLiteral("cmd_Uebernehmen")};
+  SSPanel SSP_Fortschritt{this, QStringLiteral("SSP_Fortschritt")};
+  SSPanel SSP_Anzahl{this, QStringLiteral("SSP_Anzahl")};
+  ComboBox cbo_BildTypen{this, QStringLiteral("cbo_BildTypen")};
+  DirListBox Dir1{this, QStringLiteral("Dir1")};
+  ListView lvwContent{this, QStringLiteral("lvwContent")};
+  ListView SSP_Liste{this, QStringLiteral("SSP_Liste")};
+  SSPanel SSP_Info{this, QStringLiteral("SSP_Info")};
+  ImageCombo ImageCombo1{this, QStringLiteral("ImageCombo1")};
   ImageList ilsImages;
   ImageList ImageList1;
 

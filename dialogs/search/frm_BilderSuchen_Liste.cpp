@@ -12,6 +12,7 @@
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Programmstart.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -174,7 +175,7 @@ QIcon frm_BilderSuchen::Create_Picture(const QString& pDatei, double pBreite, do
 
 QString frm_BilderSuchen::Textdatei(const QString& tag) const {
   using mod_BilderSuchen::Fkt_SplitFileName;
-  return Fkt_SplitFileName(tag, 1) + Fkt_SplitFileName(tag, 2) + Fkt_SplitFileName(tag, 3) + u".txt"_s;
+  return Fkt_SplitFileName(tag, 1) + Bilddatei{Fkt_SplitFileName(tag, 2), Fkt_SplitFileName(tag, 3)}.textdatei();
 }
 
 // A text that can't be read is none: the search stays open for the other files.

@@ -38,7 +38,7 @@ QString ohne_Trenner_am_Ende(QString ordner) {
 /// table has it. Texts and names without a dot are never asked for.
 bool fragt_mit_Hochkomma(const QString& name, const QString& ordner) {
   const QStringList stuecke = name.split(u'.');
-  if (stuecke.size() < 2 || text::UCase(name).endsWith(".TXT"_L1)) return false;
+  if (stuecke.size() < 2 || Bilddatei::ist_Textdatei(name)) return false;
   return (stuecke[0] + stuecke[1] + ordner).contains(u'\'');
 }
 

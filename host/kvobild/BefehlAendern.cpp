@@ -72,7 +72,7 @@ void pruefe_geaenderte(Befehlssitzung& sitzung) {
     const namen::Bilddatei bild = sitzung.aktuelles_bild();
     einzige_zeile(sitzung, bild);
     store.AktInd(i);
-    if (store.Bild_Beschreibung().size() + store.Bild_Beschreibung().count(u'\'') > namen::Text_Laenge)
+    if (store.Bild_Beschreibung().size() + store.Bild_Beschreibung().count(u'\'') > Bilddatei::Textlaenge)
       throw Abbruch(Ausgang::Teilweise,
           u"Die Beschreibung von „%1“ würde beim Schreiben gekürzt, da ein Hochkomma doppelt zählt."_s.arg(
               bild.datei()));

@@ -26,9 +26,9 @@ namen::Bilddatei neuer_name(const QString& angabe, const namen::Bilddatei& alt) 
   const QString ende = u'.' + alt.ext;
   if (text::UCase(name).endsWith(text::UCase(ende))) name.chop(ende.size());
   if (name.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Der neue Name ist leer."_s);
-  if (name.size() > namen::Name_Laenge)
+  if (name.size() > Bilddatei::Namenslaenge)
     throw Abbruch(Ausgang::Aufruf,
-        u"Der neue Name „%1“ ist länger als %2 Zeichen."_s.arg(name, QString::number(namen::Name_Laenge)));
+        u"Der neue Name „%1“ ist länger als %2 Zeichen."_s.arg(name, QString::number(Bilddatei::Namenslaenge)));
   if (name == alt.name) throw Abbruch(Ausgang::Aufruf, u"Das Bild heißt schon „%1“."_s.arg(alt.datei()));
   return {name, alt.ext};
 }

@@ -38,8 +38,8 @@ QString grundname(const Beispielbild& bild) {
 
 /// A picture of the tree bears its stamp, one that waits does not.
 namen::Bilddatei name_von(const Beispielbild& bild) {
-  if (!bild.ordner) return {grundname(bild), u"jpg"_s};
-  return {namen::gestempelt(grundname(bild), namen::stempel(zeit_von(bild.nummer)), 1), u"jpg"_s};
+  const Bilddatei datei{grundname(bild), u"jpg"_s};
+  return bild.ordner ? datei.gestempelt(Bilddatei::Stempel(zeit_von(bild.nummer))) : datei;
 }
 
 exif_schreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {

@@ -98,18 +98,13 @@ void Dialogtest::zeige(const std::function<void()>& waehrend) {
 
 void Dialogtest::haenge_neue_Zeile_an(const QString& ordner, const QString& name, const QString& ext) {
   frm_BildZuordnung& f = form();
-  if (!f.KeineBilder()) f.BildTabelle->AppendRows(1);
-  const std::int32_t zeile = f.LetzteZeile();
-  f.Zelle(zeile, spalte::NameDoppelt, false);
-  f.Zelle(zeile, spalte::VollerPfad, QString(ordner + u'\\' + name + u'.' + ext));
-  f.Zelle(zeile, spalte::Root, f.pRootpath);
-  f.Zelle(zeile, spalte::Pfad, ordner);
-  f.Zelle(zeile, spalte::Bildname, name);
-  f.Zelle(zeile, spalte::BildExt, ext);
-  for (const auto s : {spalte::AlsAnhang, spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite})
-    f.Zelle(zeile, s, false);
-  f.Zelle(zeile, spalte::ZeileGeaendert, true);
-  f.Zelle(zeile, spalte::NeuAusSuche, true);
+  Arbeitszeile& zeile = f.KeineBilder() ? f.Zeile(0) : f.BildTabelle->haenge_an();
+  zeile.VollerPfad = ordner + u'\\' + name + u'.' + ext;
+  zeile.Root = f.pRootpath;
+  zeile.Pfad = ordner;
+  zeile.Bildname = name;
+  zeile.BildExt = ext;
+  zeile.ZeileGeaendert = zeile.NeuAusSuche = true;
   f.SetzeDatenGeaendert(true);
 }
 
@@ -154,11 +149,5 @@ QStringList Dialogtest::gespeichert() {
   for (const QStringList& zeile :
       db.zeilen(u"select Bildname, SortIndex, Beschreibung from Bild_Zuordnungen order by SortIndex, Bildname"_s))
     alle.append(zeile.join(u'|'));
-  return alle;
-}
-
-QStringList Dialogtest::spalte_von(spalte::Spalte spalte) {
-  QStringList alle;
-  for (std::int32_t i = 0; i <= form().LetzteZeile(); ++i) alle.append(form().Text(i, spalte));
   return alle;
 }

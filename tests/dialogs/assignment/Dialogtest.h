@@ -52,7 +52,12 @@ class Dialogtest : public ::testing::Test {
   /// Rows of the table as the database holds them: "Bildname|SortIndex|Beschreibung", in their order.
   QStringList gespeichert();
   /// Column of all rows as texts.
-  QStringList spalte_von(spalte::Spalte spalte);
+  template <class Wert>
+  QStringList spalte_von(Wert Arbeitszeile::*feld) {
+    QStringList alle;
+    for (std::int32_t i = 0; i <= form().LetzteZeile(); ++i) alle.append(als_Text(i, feld));
+    return alle;
+  }
 
   Bildwurzel wurzel;
   CoreDoppel core;
@@ -65,6 +70,15 @@ class Dialogtest : public ::testing::Test {
   QString typ1 = QStringLiteral("BEL");
 
  private:
+  template <class Wert>
+  QString als_Text(std::int32_t zeile, Wert Arbeitszeile::*feld) {
+    if constexpr (std::is_same_v<Wert, std::optional<bool>>)
+      return CStr((form().mit_Exif(zeile).*feld).value_or(false));
+    if constexpr (std::is_same_v<Wert, QString>)
+      if (feld == &Arbeitszeile::ExifKennung) return form().mit_Exif(zeile).ExifKennung;
+    if constexpr (!std::is_same_v<Wert, std::optional<bool>>) return CStr(form().Zeile(zeile).*feld);
+  }
+
   std::unique_ptr<frm_BildZuordnung> form_;
   bool liest_vorher_ = true;
 };
