@@ -10,11 +10,11 @@ namespace adodb {
 enum ErrorValueEnum : std::int32_t {
   adErrInvalidArgument = 3001,
   adErrNoCurrentRecord = 3021,
-  adErrItemNotFound = 3265,
-  adErrObjectClosed = 3704,
+  adErrItemNotFound = fehlernummer::SpalteFehlt,
+  adErrObjectClosed = fehlernummer::ObjektGeschlossen,
   adErrObjectOpen = 3705,
   adErrProviderNotFound = 3706,
-  adErrInvalidConnection = 3709,
+  adErrInvalidConnection = fehlernummer::VerbindungGeschlossen,
 };
 
 /// The failure of one of these numbers in its German words.
