@@ -8,6 +8,8 @@
 #include "platform/adodb/Connection.h"
 #include "platform/basic/Laufzeitfehler.h"
 
+/// The connect string of a SQLite file.
+QString verbindung_zur_Datei(const QString& datei);
 /// The connect string that a user's words mean: one as it stands, or the name of a SQLite file.
 QString verbindung_aus_angabe(const QString& angabe);
 /// The database file of a connect string as a path of the table, or none where it names a server.
