@@ -9,7 +9,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 /// Characters that are fetched at once, with the closing zero; longer values come in pieces.

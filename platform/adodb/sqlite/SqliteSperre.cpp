@@ -8,7 +8,6 @@
 #include <vector>
 
 namespace adodb {
-
 namespace {
 
 using namespace std::chrono_literals;
