@@ -157,9 +157,9 @@ Befehl befehle::zuordnen() {
   optionen.append(druckangaben::optionen());
   optionen.append({befehlszeile::bilder_option(), befehlszeile::verbindung_option()});
   return {u"zuordnen"_s, u"kopiert Bilder in die Ablage und ordnet sie einem Vorgang zu"_s, u"BILD…"_s,
-      u"Kopiert die Bilddateien unter einem Namen mit Zeitstempel (NAMEyyyyMMdd_HHmmss) in den Ordner\n"_s
-      u"des Vorgangs, mit der Textdatei, die daneben liegt (aus „foto.jpg“ wird „fotojpg.txt“), und\n"_s
-      u"ordnet sie dem Vorgang zu; sie stehen hinter dem letzten Bild. Die Quelle bleibt. Nichts wird\n"_s
-      u"überschrieben. Die neuen Dateinamen stehen auf der Standardausgabe, einer je Zeile."_s,
+      uR"(Kopiert die Bilddateien unter einem Namen mit Zeitstempel (NAMEyyyyMMdd_HHmmss) in den Ordner
+des Vorgangs, mit der Textdatei, die daneben liegt (aus „foto.jpg“ wird „fotojpg.txt“), und
+ordnet sie dem Vorgang zu; sie stehen hinter dem letzten Bild. Die Quelle bleibt. Nichts wird
+überschrieben. Die neuen Dateinamen stehen auf der Standardausgabe, einer je Zeile.)"_s,
       optionen, 1, 10000, ordne_zu};
 }

@@ -71,26 +71,24 @@ class Dateisuche {
   explicit Dateisuche(QString wurzel) : wurzel_(std::move(wurzel)) {}
 
   bool ist_da(const QString& ordner, const QString& datei) {
-    if (erste_ || ordner != ordner_) {
+    if (ordner_ != ordner) {
       ordner_ = ordner;
       ordner_da_ = dateien_.FolderExists(wurzel_ + u'\\' + ordner);
-      datei_.clear();
+      datei_.reset();
     }
-    if (erste_ || datei_.isEmpty() || datei != datei_) {
+    if (datei_ != datei) {
       datei_ = datei;
       datei_da_ = ordner_da_ && dateien_.FileExists(wurzel_ + u'\\' + ordner + u'\\' + datei);
     }
-    erste_ = false;
     return datei_da_;
   }
 
  private:
   FileSystemObject dateien_;
-  QString wurzel_;
-  QString ordner_;
-  QString datei_;
-  bool erste_ = true;
+  const QString wurzel_;
+  std::optional<QString> ordner_;
   bool ordner_da_ = false;
+  std::optional<QString> datei_;
   bool datei_da_ = false;
 };
 

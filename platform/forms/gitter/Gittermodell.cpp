@@ -12,9 +12,9 @@ using Dimension = XArrayDBObject::Dimension;
 namespace {
 
 int qt(Ausrichtung ausrichtung) {
-  const Qt::Alignment waagrecht = ausrichtung == Ausrichtung::Links ? Qt::AlignLeft
-      : ausrichtung == Ausrichtung::Rechts                          ? Qt::AlignRight
-                                                                    : Qt::AlignHCenter;
+  Qt::Alignment waagrecht = Qt::AlignHCenter;
+  if (ausrichtung == Ausrichtung::Links) waagrecht = Qt::AlignLeft;
+  if (ausrichtung == Ausrichtung::Rechts) waagrecht = Qt::AlignRight;
   return static_cast<int>((waagrecht | Qt::AlignVCenter).toInt());
 }
 

@@ -21,8 +21,7 @@ class OhneSpeichergrenze {
  public:
   OhneSpeichergrenze() : vorher_(QImageReader::allocationLimit()) { QImageReader::setAllocationLimit(0); }
   ~OhneSpeichergrenze() { QImageReader::setAllocationLimit(vorher_); }
-  OhneSpeichergrenze(const OhneSpeichergrenze&) = delete;
-  OhneSpeichergrenze& operator=(const OhneSpeichergrenze&) = delete;
+  Q_DISABLE_COPY_MOVE(OhneSpeichergrenze)
 
  private:
   int vorher_;

@@ -16,8 +16,7 @@ class Pixelquelle {
   using Schluessel = std::optional<Bildspeicher::Schluessel>;
 
   virtual ~Pixelquelle() = default;
-  Pixelquelle(const Pixelquelle&) = delete;
-  Pixelquelle& operator=(const Pixelquelle&) = delete;
+  Q_DISABLE_COPY_MOVE(Pixelquelle)
 
   const Bildkopf& kopf() const noexcept { return kopf_; }
 

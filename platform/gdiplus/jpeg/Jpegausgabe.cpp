@@ -17,8 +17,7 @@ class Schreiber {
     cinfo_.err = jpegfehler::richte_ein(fehler_);
   }
   ~Schreiber() { jpeg_destroy_compress(&cinfo_); }
-  Schreiber(const Schreiber&) = delete;
-  Schreiber& operator=(const Schreiber&) = delete;
+  Q_DISABLE_COPY_MOVE(Schreiber)
 
   bool schreibe(const Auftrag& auftrag) {
     if (setjmp(fehler_.rueckkehr)) return false;

@@ -60,8 +60,7 @@ class Leser {
     quelle_.verwaltung.term_source = nichts;
   }
   ~Leser() { jpeg_destroy_decompress(&cinfo_); }
-  Leser(const Leser&) = delete;
-  Leser& operator=(const Leser&) = delete;
+  Q_DISABLE_COPY_MOVE(Leser)
 
   bool kopf() {
     if (setjmp(fehler_.rueckkehr)) return false;

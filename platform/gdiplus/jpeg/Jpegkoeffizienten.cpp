@@ -33,8 +33,7 @@ class Leser {
     cinfo_.err = jpegfehler::richte_ein(fehler_);
   }
   ~Leser() { jpeg_destroy_decompress(&cinfo_); }
-  Leser(const Leser&) = delete;
-  Leser& operator=(const Leser&) = delete;
+  Q_DISABLE_COPY_MOVE(Leser)
 
   bool lies() {
     if (setjmp(fehler_.rueckkehr)) return false;
