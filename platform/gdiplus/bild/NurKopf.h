@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 namespace bildlader {
 
 /// While one of these lives, picture files opened on its thread are read no further than their header. The status is
@@ -13,13 +15,15 @@ namespace bildlader {
 /// file. Nests; belongs to the thread that made it.
 class NurKopf {
  public:
-  NurKopf() noexcept;
-  ~NurKopf();
-  NurKopf(const NurKopf&) = delete;
-  NurKopf& operator=(const NurKopf&) = delete;
+  NurKopf() noexcept { ++lebende_; }
+  ~NurKopf() { --lebende_; }
+  Q_DISABLE_COPY_MOVE(NurKopf)
 
   /// One lives on this thread.
-  static bool gilt() noexcept;
+  static bool gilt() noexcept { return lebende_ > 0; }
+
+ private:
+  static inline thread_local int lebende_ = 0;
 };
 
 }  // namespace bildlader
