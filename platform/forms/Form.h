@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
+#include <utility>
 
+#include "platform/basic/Twips.h"
 #include "platform/forms/steuerelemente/Ereigniswache.h"
 #include "platform/forms/steuerelemente/Ziehvorgang.h"
 #include "platform/host/KVOCore.h"
@@ -31,25 +33,25 @@ std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept;
 class Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fensterplatz {
  public:
   explicit Form(const QString& name);
-  ~Form() override;
 
   /// Runs Form_Load unless it has run.
-  void Load();
+  void Load() {
+    if (!std::exchange(geladen_, true)) Form_Load();
+  }
   /// Loads, shows the form modally and returns when it was hidden. Throws the failure that ended the show.
   void Show();
   /// Ends the modal show; the form keeps its state.
-  void Hide();
+  void Hide() { hide(); }
   /// Runs Form_Unload unless it has run, and hides the form. Unloading twice is harmless.
   void Unload();
-  bool ist_geladen() const noexcept { return geladen_; }
 
   const QString& Name() const noexcept { return name_; }
   QString Caption() const { return windowTitle(); }
   void Caption(const QString& text) { setWindowTitle(text); }
   /// Inner size in twips.
-  double ScaleWidth() const;
-  double ScaleHeight() const;
-  void setze_Innengroesse(double breite, double hoehe);
+  double ScaleWidth() const { return twips::aus_Pixel(width()); }
+  double ScaleHeight() const { return twips::aus_Pixel(height()); }
+  void setze_Innengroesse(double breite, double hoehe) { resize(twips::pixel(breite), twips::pixel(hoehe)); }
 
   QString Fenstername() const override { return name_; }
   Fensterlage Lage() const override;
@@ -64,7 +66,7 @@ class Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fen
   /// A failure that is kept ends the modal show, too.
   void abgeschirmt(const std::function<void()>& handler) noexcept override;
 
-  void beginne_Ziehen(Steuerelement& quelle) override;
+  void beginne_Ziehen(Steuerelement& quelle) override { ziehen_.beginne(quelle); }
 
  protected:
   virtual void Form_Load() {}

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "platform/gdiplus/Status.h"
+#include "platform/gdiplus/gdiplus.h"
 
-namespace gdiplus::bildersitzung {
+namespace gdiplus {
 namespace {
 
 std::int32_t sitzungen = 0;
@@ -13,7 +13,7 @@ std::int32_t befohlener_status = Ok;
 
 }  // namespace
 
-std::int32_t beginne(std::int32_t& token, std::int32_t version) noexcept {
+std::int32_t GdiplusStartup(std::int32_t& token, std::int32_t version) {
   if (const std::int32_t status = std::exchange(befohlener_status, Ok); status != Ok) return status;
   if (version != 1) return UnsupportedGdiplusVersion;
   ++sitzungen;
@@ -22,16 +22,17 @@ std::int32_t beginne(std::int32_t& token, std::int32_t version) noexcept {
   return Ok;
 }
 
-void beende() noexcept {
+std::int32_t GdiplusShutdown(std::int32_t /*token*/) {
   if (sitzungen > 0) --sitzungen;
+  return Ok;
 }
 
-bool laeuft() noexcept {
+bool bildersitzung::laeuft() noexcept {
   return sitzungen > 0;
 }
 
-void naechster_Start(std::int32_t status) noexcept {
+void bildersitzung::naechster_Start(std::int32_t status) noexcept {
   befohlener_status = status;
 }
 
-}  // namespace gdiplus::bildersitzung
+}  // namespace gdiplus

@@ -5,20 +5,15 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/forms/gitter/Gittermodell.h"
 #include "platform/forms/gitter/TDBGrid.h"
 #include "platform/forms/steuerelemente/Ereigniswache.h"
 
 // How the user selects rows, and what else the mouse and the keys do in the grid.
 
 bool TDBGrid::waehlt_in_Zellen() const {
-  const auto& spalten = modell_->spalten();
+  const auto& spalten = modell_.spalten();
   return !AllowUpdate() ||
       std::none_of(spalten.begin(), spalten.end(), [](const Gitterspalte& s) { return s.Visible && !s.Locked; });
-}
-
-bool TDBGrid::ist_gewaehlt(int zeile) const {
-  return !modell_->ist_neue_Zeile(zeile) && auswahl_.Contains(modell_->arrayzeile(zeile));
 }
 
 void TDBGrid::uebernimm_Auswahl(Zeilenauswahl&& neu) {
@@ -29,7 +24,7 @@ void TDBGrid::uebernimm_Auswahl(Zeilenauswahl&& neu) {
 
 /// The row was chosen: alone, with control in addition or no longer, with shift all from where the last choice began.
 void TDBGrid::druecke_Zeile(int zeile, Qt::KeyboardModifiers dazu, int vorherige) {
-  if (zeile < 0 || zeile >= modell_->zeilen()) return;
+  if (zeile < 0 || zeile >= modell_.zeilen()) return;
   const bool dazunehmen = dazu.testFlag(Qt::ControlModifier);
   if (dazu.testFlag(Qt::ShiftModifier)) {
     if (anker_ < 0) anker_ = vorherige < 0 ? zeile : vorherige;
@@ -47,11 +42,11 @@ void TDBGrid::druecke_Zeile(int zeile, Qt::KeyboardModifiers dazu, int vorherige
 
 /// What the selection was, with the rows from the beginning of the choice to this one, or without them.
 void TDBGrid::waehle_bis(int zeile) {
-  if (anker_ < 0 || zeile < 0 || modell_->zeilen() == 0) return;
-  const int hoechste = modell_->zeilen() - 1;
+  if (anker_ < 0 || zeile < 0 || modell_.zeilen() == 0) return;
+  const int hoechste = modell_.zeilen() - 1;
   const auto [erste, letzte] = std::minmax({std::min(anker_, hoechste), std::min(zeile, hoechste)});
-  const std::int32_t von = modell_->arrayzeile(erste);
-  const std::int32_t bis = modell_->arrayzeile(letzte);
+  const std::int32_t von = modell_.arrayzeile(erste);
+  const std::int32_t bis = modell_.arrayzeile(letzte);
   Zeilenauswahl neu;
   for (const std::int32_t z : grundlage_)
     if (!waehlt_ab_ || z < von || z > bis) neu.Add(z);
@@ -69,11 +64,11 @@ void TDBGrid::hebe_auf() {
 }
 
 void TDBGrid::selectAll() {
-  if (modell_->zeilen() == 0) return;
+  if (modell_.zeilen() == 0) return;
   grundlage_.clear();
   waehlt_ab_ = false;
   anker_ = 0;
-  waehle_bis(modell_->zeilen() - 1);
+  waehle_bis(modell_.zeilen() - 1);
 }
 
 void TDBGrid::mousePressEvent(QMouseEvent* ereignis) {
@@ -103,7 +98,7 @@ void TDBGrid::mouseMoveEvent(QMouseEvent* ereignis) {
   if (!zieht || gedrueckt_.zeile < 0) return;
   const int y = std::clamp(ereignis->position().toPoint().y(), 0, viewport()->height() - 1);
   const int zeile = rowAt(y);
-  waehle_bis(zeile < 0 ? modell_->zeilen() - 1 : zeile);
+  waehle_bis(zeile < 0 ? modell_.zeilen() - 1 : zeile);
 }
 
 void TDBGrid::mouseReleaseEvent(QMouseEvent* ereignis) {
@@ -121,11 +116,6 @@ void TDBGrid::mouseReleaseEvent(QMouseEvent* ereignis) {
     edit(oben);
   }
   Ereigniswache::melde(*this, Click);
-}
-
-// The second click of a double one counts as a click of its own.
-void TDBGrid::mouseDoubleClickEvent(QMouseEvent* ereignis) {
-  mousePressEvent(ereignis);
 }
 
 // In a list of whole rows the first and the last row are what is meant.

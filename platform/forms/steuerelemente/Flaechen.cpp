@@ -6,14 +6,13 @@
 #include <QStyle>
 #include <QToolTip>
 #include <algorithm>
+#include <array>
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/forms/steuerelemente/Farbwert.h"
 
 // Captions are plain text: a customer's name may hold "<" and "&".
-Textflaeche::Textflaeche(QWidget* behaelter, const QString& name)
-    : QLabel(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
+Textflaeche::Textflaeche(QWidget* behaelter, const QString& name) : QLabel(behaelter), Steuerelement(*this, name) {
   setTextFormat(Qt::PlainText);
 }
 
@@ -55,16 +54,8 @@ void Textflaeche::childEvent(QChildEvent* ereignis) {
 }
 
 bool Textflaeche::eventFilter(QObject* empfaenger, QEvent* ereignis) {
-  switch (ereignis->type()) {
-    case QEvent::Move:
-    case QEvent::Resize:
-    case QEvent::ShowToParent:
-    case QEvent::HideToParent:
-      if (!text().isEmpty()) update();
-      break;
-    default:
-      break;
-  }
+  constexpr std::array Umgestaltungen{QEvent::Move, QEvent::Resize, QEvent::ShowToParent, QEvent::HideToParent};
+  if (std::ranges::count(Umgestaltungen, ereignis->type()) > 0 && !text().isEmpty()) update();
   return QLabel::eventFilter(empfaenger, ereignis);
 }
 
@@ -101,11 +92,7 @@ void SSPanel::paintEvent(QPaintEvent* ereignis) {
   Textflaeche::paintEvent(ereignis);
 }
 
-Label::Label(QWidget* behaelter, const QString& name) : Textflaeche(behaelter, name) {}
-
-Shape::Shape(QWidget* behaelter, const QString& name)
-    : QWidget(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
+Shape::Shape(QWidget* behaelter, const QString& name) : QWidget(behaelter), Steuerelement(*this, name) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
@@ -123,9 +110,6 @@ void Shape::BorderWidth(int wert) {
 void Shape::paintEvent(QPaintEvent* /*ereignis*/) {
   QPainter maler(this);
   const QColor farbe = farben::qt(randfarbe_);
-  const QRect r = rect();
-  maler.fillRect(r.x(), r.y(), r.width(), randbreite_, farbe);
-  maler.fillRect(r.x(), r.bottom() + 1 - randbreite_, r.width(), randbreite_, farbe);
-  maler.fillRect(r.x(), r.y(), randbreite_, r.height(), farbe);
-  maler.fillRect(r.right() + 1 - randbreite_, r.y(), randbreite_, r.height(), farbe);
+  const QRect innen = rect().adjusted(randbreite_, randbreite_, -randbreite_, -randbreite_);
+  for (const QRect& teil : QRegion(rect()).subtracted(innen)) maler.fillRect(teil, farbe);
 }

@@ -24,8 +24,8 @@ class SSSplitter : public QWidget, public Steuerelement {
   void setze_Inhalt(int nummer, Steuerelement& inhalt);
 
   /// Measures of a pane as they are at the moment.
-  double PaneHeight(int nummer) const;
-  double PaneWidth(int nummer) const;
+  double PaneHeight(int nummer) const { return masse_[platz(nummer)].hoehe; }
+  double PaneWidth(int nummer) const { return masse_[platz(nummer)].breite; }
   /// Set the height of pane 0 or 3, the width of pane 1; any other pane raises 5, a negative measure 380. Where there
   /// is no room the pane stays smaller for that long. Raises Resize when a measure changes.
   void PaneHeight(int nummer, double wert);
@@ -35,10 +35,12 @@ class SSSplitter : public QWidget, public Steuerelement {
   /// pane 0.
   std::function<void(int)> Resize;
 
-  void zum_ersten_Mal_gezeigt() override;
+  void zum_ersten_Mal_gezeigt() override {
+    if (Resize) Resize(0);
+  }
 
  protected:
-  void nach_Groesse() override;
+  void nach_Groesse() override { ordne_an(); }
 
  private:
   class Griff;
@@ -50,6 +52,7 @@ class SSSplitter : public QWidget, public Steuerelement {
     friend bool operator==(const Mass&, const Mass&) = default;
   };
   using Masse = std::array<Mass, Anzahl>;
+  static std::size_t platz(int nummer);
   void setze_Wunsch(double& wunsch, double wert);
   Masse berechne() const;
   void ordne_an();

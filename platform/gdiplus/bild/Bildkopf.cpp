@@ -43,19 +43,9 @@ BmpMasse bmp_masse(const Bytesicht& b, std::uint64_t dib) {
 
 // Windows: none, RLE8, RLE4, bit fields, bit fields with alpha.
 bool bmp_kodierung_erlaubt(const BmpMasse& m) noexcept {
-  switch (m.kompression) {
-    case 0:
-      return m.bits == 1 || m.bits == 4 || m.bits == 8 || m.bits == 16 || m.bits == 24 || m.bits == 32;
-    case 1:
-      return m.bits == 8;
-    case 2:
-      return m.bits == 4;
-    case 3:
-    case 6:
-      return m.bits == 16 || m.bits == 32;
-    default:
-      return false;
-  }
+  constexpr std::pair<std::uint32_t, unsigned> Erlaubt[] = {
+      {0, 1}, {0, 4}, {0, 8}, {0, 16}, {0, 24}, {0, 32}, {1, 8}, {2, 4}, {3, 16}, {3, 32}, {6, 16}, {6, 32}};
+  return std::ranges::count(Erlaubt, std::pair(m.kompression, m.bits)) > 0;
 }
 
 // Size of one picture of an icon file: a PNG, or a bitmap header whose height counts the mask too.
@@ -69,10 +59,6 @@ QSize ico_groesse(QByteArrayView bytes, std::uint64_t stelle, std::uint64_t laen
   const auto breite = static_cast<std::int32_t>(b.u32_tief(stelle + 4));
   const auto hoehe = static_cast<std::int32_t>(b.u32_tief(stelle + 8));
   return breite > 0 && breite <= 0x7fff && hoehe > 1 && hoehe <= 0xffff ? QSize(breite, hoehe / 2) : QSize();
-}
-
-std::int64_t flaeche(QSize groesse) noexcept {
-  return std::int64_t{groesse.width()} * groesse.height();
 }
 
 }  // namespace

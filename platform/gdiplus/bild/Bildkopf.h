@@ -38,6 +38,10 @@ Bildformat erkenne_Bildformat(QByteArrayView anfang);
 /// Judges signature and header of a whole file; never looks at pixels.
 Bildkopf lies_Bildkopf(QByteArrayView bytes);
 
+inline std::int64_t flaeche(QSize groesse) noexcept {
+  return std::int64_t{groesse.width()} * groesse.height();
+}
+
 /// A picture of that size can be held as 32-bit pixels in at most 2 GB.
 bool ist_haltbar(QSize groesse) noexcept;
 

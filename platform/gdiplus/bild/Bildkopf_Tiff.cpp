@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "platform/basic/Bytesicht.h"
+#include "platform/basic/Nachschlagen.h"
 #include "platform/gdiplus/bild/Bildkopf.h"
 
 // TIFF 6.0 and BigTIFF (libtiff's "BigTIFF design"): only the first directory counts.
@@ -55,18 +56,9 @@ std::optional<Verzeichnis> erstes_Verzeichnis(const Bytesicht& b) {
 
 // Sides come as BYTE, SHORT, LONG or LONG8; any other type is none.
 std::uint64_t ganzzahl(const Bytesicht& b, const Verzeichnis& v, std::uint64_t eintrag) {
-  switch (b.zahl(eintrag + 2, 2, v.hohes_zuerst)) {
-    case 1:
-      return b.u8(eintrag + v.wert);
-    case 3:
-      return b.zahl(eintrag + v.wert, 2, v.hohes_zuerst);
-    case 4:
-      return b.zahl(eintrag + v.wert, 4, v.hohes_zuerst);
-    case 16:
-      return v.eintrag == 20 ? b.zahl(eintrag + v.wert, 8, v.hohes_zuerst) : 0;
-    default:
-      return 0;
-  }
+  constexpr std::pair<std::uint64_t, unsigned> Breiten[] = {{1, 1}, {3, 2}, {4, 4}, {16, 8}};
+  const unsigned breite = nachgeschlagen(Breiten, b.zahl(eintrag + 2, 2, v.hohes_zuerst), 0U);
+  return breite == 8 && v.eintrag != 20 ? 0 : b.zahl(eintrag + v.wert, breite, v.hohes_zuerst);
 }
 
 }  // namespace

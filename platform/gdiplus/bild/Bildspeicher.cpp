@@ -35,12 +35,6 @@ std::optional<Bildspeicher::Eintrag> Bildspeicher::suche(const Schluessel& schlu
   return fach != nullptr ? std::optional(fach->eintrag) : std::nullopt;
 }
 
-std::optional<Bildkopf> Bildspeicher::kopf(const Schluessel& schluessel) {
-  const std::scoped_lock halten(sperre_);
-  const Fach* const fach = finde(schluessel);
-  return fach != nullptr ? std::optional(fach->eintrag.kopf) : std::nullopt;
-}
-
 void Bildspeicher::zaehle(Fach& fach, qint64 bytes) noexcept {
   fach.bytes += bytes;
   belegt_ += bytes;

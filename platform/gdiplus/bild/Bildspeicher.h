@@ -38,8 +38,6 @@ class Bildspeicher {
   /// The key of a file, or none when it is missing or was changed too recently to be told from its next state.
   std::optional<Schluessel> schluessel(const QString& pfad) const;
   std::optional<Eintrag> suche(const Schluessel& schluessel);
-  /// The header alone, without touching the pixels.
-  std::optional<Bildkopf> kopf(const Schluessel& schluessel);
   /// Takes in a header; pixels of the same state stay, what was kept of another state of the file goes.
   void merke_Kopf(const Schluessel& schluessel, const Bildkopf& kopf);
   /// Takes in reduced pixels; what was kept of another state of the same file goes. A picture of more than a quarter of

@@ -14,12 +14,7 @@
 /// Writes JPEG streams into memory.
 namespace jpegausgabe {
 
-struct Komponente {
-  int kennung = 0;
-  int waagrecht = 1;
-  int senkrecht = 1;
-  int tabelle = 0;
-  jpegkoeffizienten::Quantisierung quantisierung{};
+struct Komponente : jpegkoeffizienten::Komponentenkopf {
   const JHUFF_TBL* gleichstrom = nullptr;  ///< of the source
   const JHUFF_TBL* wechselstrom = nullptr;
   std::unique_ptr<blockdrehung::Zeilen> zeilen;

@@ -23,7 +23,7 @@ class Blockspeicher {
   /// The rows from `anfang` on, as libjpeg takes them.
   JBLOCKARRAY zeilen(std::size_t anfang) const noexcept { return zeilen_.get() + anfang; }
   JBLOCKROW zeile(std::size_t nummer) const noexcept { return zeilen_.get()[nummer]; }
-  void gib_frei() noexcept;
+  void gib_frei() noexcept { *this = {}; }
 
  private:
   struct Freigabe {
@@ -36,12 +36,15 @@ class Blockspeicher {
 
 using Quantisierung = std::array<std::uint16_t, DCTSIZE2>;  ///< in natural order: row by row
 
-struct Komponente {
+struct Komponentenkopf {
   int kennung = 0;
   int waagrecht = 1;  ///< sampling factors, 1 to 4
   int senkrecht = 1;
   int tabelle = 0;  ///< slot of the quantisation table, 0 to 3
   Quantisierung quantisierung{};
+};
+
+struct Komponente : Komponentenkopf {
   QSize bloecke;  ///< without those that only fill an MCU
   QSize proben;   ///< samples that belong to the picture
   JHUFF_TBL gleichstrom{};

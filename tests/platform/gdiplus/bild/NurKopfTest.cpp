@@ -401,7 +401,7 @@ TEST_F(NurKopfTest, Koepfe_ohne_Pixel_zaehlen_mit_festem_Gewicht_und_weichen_an_
     EXPECT_EQ(Bildspeicher::aktuell().belegt(), std::min(i + 1, 5) * Bildspeicher::kKopfgewicht);
   }
   const auto bekannt = [](const QString& pfad) {
-    return Bildspeicher::aktuell().kopf(*Bildspeicher::aktuell().schluessel(pfad)).has_value();
+    return Bildspeicher::aktuell().suche(*Bildspeicher::aktuell().schluessel(pfad)).has_value();
   };
   EXPECT_FALSE(bekannt(pfade[2]));
   EXPECT_TRUE(bekannt(pfade[3]));
