@@ -102,9 +102,7 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::speichere(
   Ergebnis ergebnis;
   ergebnis.geoeffnet = true;
   weg::Verbindungen verbindungen(*anwendung_);
-  weg::Speicherlauf lauf(*bilder, verbindungen, {wurzel_, weg::mit_Strichen(vorgang), {}, false});
-  lauf.laufe();
-  lauf.trage_ein(ergebnis);
+  weg::speichere(*bilder, verbindungen, {wurzel_, weg::mit_Strichen(vorgang), {}, false}, ergebnis);
   return ergebnis;
 }
 
@@ -155,9 +153,7 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& vorgang, bool nur_Anz
   if (nur_Anzeige) return ergebnis;
   // What the user saved is in the collection and its files are in place, whatever became of the dialog afterwards.
   weg::Verbindungen verbindungen(*anwendung_);
-  weg::Speicherlauf lauf(*lesung.bilder, verbindungen, {wurzel_, ganzer, fehlten, true});
-  lauf.laufe();
-  lauf.trage_ein(ergebnis);
+  weg::speichere(*lesung.bilder, verbindungen, {wurzel_, ganzer, fehlten, true}, ergebnis);
   weg::ungespeichertes::trage_ein(*lesung.bilder, ergebnis);
   return ergebnis;
 }

@@ -14,11 +14,7 @@ namespace {
 template <class Anweisung>
 std::optional<QString> versuche(Anweisung&& anweisung) {
   std::optional<QString> grund;
-  fehler::melden_und_enden([&](const Laufzeitfehler& f) { grund = f.Beschreibung(); },
-      [&] {
-    anweisung();
-    return true;
-  });
+  fehler::melden_und_enden([&](const Laufzeitfehler& f) { grund = f.Beschreibung(); }, anweisung);
   return grund;
 }
 

@@ -39,7 +39,9 @@ class Vorbereitung {
     });
     if (auftrag_.mit_Benutzer) fuehre_Reihenfolge_nach();
     nimm_Gruppen_auf();
-    je_Zeile(bilder_, [&](std::int32_t) { nimm_Zeile_auf(); });
+    je_Zeile(bilder_, [&](std::int32_t) {
+      if (ist_beruehrt()) liste_.push_back(neuer_Posten(art_der_Zeile()));
+    });
     for (Posten& eines : liste_) nimm_neue_ohne_Datei_heraus(eines);
     if (spur_)
       for (const Bildspur& bild : spur_->bilder) nimm_Spur_auf(bild);
@@ -98,7 +100,7 @@ class Vorbereitung {
   void fuehre_Reihenfolge_nach() {
     const auto neue = neue_ohne_Datei();
     bool geschrieben = !neue.isEmpty();
-    je_Zeile(bilder_, [&](std::int32_t) { geschrieben |= bilder_.Bild_Changeflag() || bilder_.Bild_Delete(); });
+    je_Zeile(bilder_, [&](std::int32_t) { geschrieben |= ist_beruehrt(); });
     if (!geschrieben) return;
     const std::vector<std::int64_t> gespeichert = Sammlungszugriff::gespeicherte_Reihenfolge(bilder_);
     std::int64_t platz = 0;
@@ -145,23 +147,22 @@ class Vorbereitung {
     je_Zeile(bilder_, [&](std::int32_t) {
       const QString diese = kennung(*bilder_.AktBildObj);
       ++anzahl[diese];
-      beruehrt[diese] |= bilder_.Bild_Changeflag() || bilder_.Bild_Delete();
+      beruehrt[diese] |= ist_beruehrt();
     });
     je_Zeile(bilder_, [&](std::int32_t) {
       const QString diese = kennung(*bilder_.AktBildObj);
       if (anzahl[diese] < 2 || !beruehrt[diese]) return;
       Posten eines = neuer_Posten(art_der_Zeile());
       eines.in_Gruppe = true;
-      eines.nachgefuehrt |= !bilder_.Bild_Changeflag() && !bilder_.Bild_Delete();
+      eines.nachgefuehrt |= !ist_beruehrt();
       liste_.push_back(eines);
       bilder_.Bild_Changeflag(false);
       bilder_.Bild_Delete(false);
     });
   }
 
-  void nimm_Zeile_auf() {
-    if (bilder_.Bild_Changeflag() || bilder_.Bild_Delete()) liste_.push_back(neuer_Posten(art_der_Zeile()));
-  }
+  /// The row under the cursor is to be written or removed.
+  bool ist_beruehrt() const { return bilder_.Bild_Changeflag() || bilder_.Bild_Delete(); }
 
   Wunsch::Art art_der_Zeile() const {
     if (bilder_.Bild_Delete()) return Wunsch::Art::Entfernen;
@@ -253,13 +254,7 @@ class Vorbereitung {
       const std::int32_t zeile = Sammlungszugriff::platz(bilder_, p.satz.get());
       return zeile < 0 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(zeile);
     };
-    std::vector<std::pair<std::size_t, std::size_t>> folge;
-    for (std::size_t i = 0; i < liste_.size(); ++i) folge.emplace_back(rang(liste_[i]), i);
-    std::stable_sort(folge.begin(), folge.end());
-    std::vector<Posten> geordnet;
-    geordnet.reserve(liste_.size());
-    for (const auto& [_, i] : folge) geordnet.push_back(std::move(liste_[i]));
-    liste_ = std::move(geordnet);
+    std::stable_sort(liste_.begin(), liste_.end(), [&](const Posten& a, const Posten& b) { return rang(a) < rang(b); });
   }
 
   clsBildZuordnungen& bilder_;

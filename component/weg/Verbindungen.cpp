@@ -12,35 +12,19 @@ namespace weg {
 
 class Berichtsfang::Core final : public KVOCore {
  public:
-  explicit Core(bool weitergeben) : weitergeben_(weitergeben) {}
+  Core(Berichtsfang& fang, bool weitergeben) : fang_(fang), weitergeben_(weitergeben) {}
   void FehlerMelden(const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& beschreibung,
       bool mitMeldung) override {
-    texte.append(beschreibung);
-    if (weitergeben_ && darunter) darunter->FehlerMelden(modul, prozedur, nummer, beschreibung, mitMeldung);
+    fang_.texte_.append(beschreibung);
+    if (weitergeben_ && fang_.vorher_) fang_.vorher_->FehlerMelden(modul, prozedur, nummer, beschreibung, mitMeldung);
   }
-  QStringList texte;
-  std::shared_ptr<KVOCore> darunter;
 
  private:
+  Berichtsfang& fang_;
   bool weitergeben_;
 };
 
-Berichtsfang::Berichtsfang(bool weitergeben) : core_(std::make_shared<Core>(weitergeben)) {
-  vorher_ = KVOCore::setze(core_);
-  core_->darunter = vorher_;
-}
-
-Berichtsfang::~Berichtsfang() {
-  KVOCore::setze(vorher_);
-}
-
-bool Berichtsfang::leer() const noexcept {
-  return core_->texte.isEmpty();
-}
-
-QString Berichtsfang::erster() const {
-  return core_->texte.value(0);
-}
+Berichtsfang::Berichtsfang(bool weitergeben) : vorher_(KVOCore::setze(std::make_shared<Core>(*this, weitergeben))) {}
 
 Verbindungen::Verbindungen(const Anwendungsobjekt& anwendung)
     : zeichenfolge_(anwendung.ConnectStringDB()), lesende_(anwendung.ConnectionDB()) {

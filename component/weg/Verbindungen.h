@@ -18,17 +18,16 @@ namespace weg {
 class Berichtsfang {
  public:
   explicit Berichtsfang(bool weitergeben = false);
-  ~Berichtsfang();
-  Berichtsfang(const Berichtsfang&) = delete;
-  Berichtsfang& operator=(const Berichtsfang&) = delete;
-  bool leer() const noexcept;
+  ~Berichtsfang() { KVOCore::setze(vorher_); }
+  Q_DISABLE_COPY_MOVE(Berichtsfang)
+  bool leer() const noexcept { return texte_.isEmpty(); }
   /// What was reported first: later failures mostly follow from it.
-  QString erster() const;
+  QString erster() const { return texte_.value(0); }
 
  private:
   class Core;
+  QStringList texte_;
   std::shared_ptr<KVOCore> vorher_;
-  std::shared_ptr<Core> core_;
 };
 
 /// The two connections of a road: the host's, to read over, and the store's own, to write with.

@@ -1,5 +1,6 @@
 #include "host/fenster/Anmeldefenster.h"
 
+#include <QDialog>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,32 +13,33 @@ namespace {
 
 constexpr int Breite = 420;
 
-QLabel* zeile(QFormLayout& felder, const QString& name, const QString& titel, const QString& wert) {
-  if (wert.isEmpty()) return nullptr;
+void zeile(QFormLayout& felder, const QString& name, const QString& titel, const QString& wert) {
+  if (wert.isEmpty()) return;
   auto* feld = new QLabel(wert);
   feld->setObjectName(name);
   feld->setTextFormat(Qt::PlainText);
   feld->setTextInteractionFlags(Qt::TextSelectableByMouse);
   felder.addRow(titel, feld);
-  return feld;
 }
 
 }  // namespace
 
-Anmeldefenster::Anmeldefenster(const anmeldung::Worte& worte, const QString& hinweis, QWidget* ueber)
-    : QDialog(ueber), txt_Kennwort(new QLineEdit(this)), cmd_Anmelden(new QPushButton(u"An&melden"_s, this)) {
-  setObjectName(u"Anmeldefenster"_s);
-  setWindowTitle(u"Anmeldung"_s);
+std::optional<QString> frage_Kennwort(const anmeldung::Worte& worte, const QString& hinweis, QWidget* ueber) {
+  QDialog fenster(ueber);
+  fenster.setObjectName(u"Anmeldefenster"_s);
+  fenster.setWindowTitle(u"Anmeldung"_s);
+  auto* txt_Kennwort = new QLineEdit(&fenster);
   txt_Kennwort->setObjectName(u"txt_Kennwort"_s);
   txt_Kennwort->setEchoMode(QLineEdit::Password);
   txt_Kennwort->setContextMenuPolicy(Qt::NoContextMenu);
+  auto* cmd_Anmelden = new QPushButton(u"An&melden"_s, &fenster);
   cmd_Anmelden->setObjectName(u"cmd_Anmelden"_s);
   cmd_Anmelden->setDefault(true);
-  auto* abbrechen = new QPushButton(u"&Abbrechen"_s, this);
+  auto* abbrechen = new QPushButton(u"&Abbrechen"_s, &fenster);
   abbrechen->setObjectName(u"cmd_Abbrechen"_s);
   abbrechen->setAutoDefault(false);
 
-  auto* lage = new QVBoxLayout(this);
+  auto* lage = new QVBoxLayout(&fenster);
   auto* lbl_Hinweis = new QLabel(hinweis.isEmpty() ? u"Die Datenbank verlangt ein Kennwort."_s : hinweis);
   lbl_Hinweis->setObjectName(u"lbl_Hinweis"_s);
   lbl_Hinweis->setTextFormat(Qt::PlainText);
@@ -55,9 +57,10 @@ Anmeldefenster::Anmeldefenster(const anmeldung::Worte& worte, const QString& hin
   fuss->addWidget(cmd_Anmelden);
   fuss->addWidget(abbrechen);
   lage->addLayout(fuss);
-  setMinimumWidth(Breite);
+  fenster.setMinimumWidth(Breite);
 
-  connect(cmd_Anmelden, &QPushButton::clicked, this, &QDialog::accept);
-  connect(abbrechen, &QPushButton::clicked, this, &QDialog::reject);
+  QObject::connect(cmd_Anmelden, &QPushButton::clicked, &fenster, &QDialog::accept);
+  QObject::connect(abbrechen, &QPushButton::clicked, &fenster, &QDialog::reject);
   txt_Kennwort->setFocus();
+  return fenster.exec() == QDialog::Accepted ? std::optional(txt_Kennwort->text()) : std::nullopt;
 }

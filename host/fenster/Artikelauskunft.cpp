@@ -1,6 +1,7 @@
 #include "host/fenster/Artikelauskunft.h"
 
 #include <QCoreApplication>
+#include <QDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -10,6 +11,7 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <memory>
 
 #include "platform/basic/Laufzeitfehler.h"
 
@@ -19,25 +21,16 @@ namespace {
 
 const QStringList Titel{u"Artikel-Nr"_s, u"Kurztext 1"_s, u"Kurztext 2"_s, u"Lieferant"_s};
 
-QList<QStringList> lies_Artikel(adodb::Connection& verbindung) {
-  QList<QStringList> zeilen;
+/// The articles as rows of texts.
+std::unique_ptr<QStandardItemModel> lies_Artikel(adodb::Connection& verbindung) {
+  auto modell = std::make_unique<QStandardItemModel>(0, static_cast<int>(Titel.size()));
+  modell->setHorizontalHeaderLabels(Titel);
   const auto satz = verbindung.Execute(
       u"Select Artikelnummer, Bezeichnung, Bezeichnung3, Hauptlieferant from Artikelstamm order by Artikelnummer"_s);
   for (; !satz->Eof(); satz->MoveNext()) {
-    QStringList zeile;
-    for (std::int32_t i = 0; i < Titel.size(); ++i) zeile.append(satz->Text(i));
-    zeilen.append(zeile);
-  }
-  return zeilen;
-}
-
-QStandardItemModel* als_Modell(const QList<QStringList>& artikel, QObject* besitzer) {
-  auto* modell = new QStandardItemModel(0, static_cast<int>(Titel.size()), besitzer);
-  modell->setHorizontalHeaderLabels(Titel);
-  for (const QStringList& zeile : artikel) {
     QList<QStandardItem*> zellen;
-    for (const QString& text : zeile) {
-      zellen.append(new QStandardItem(text));
+    for (std::int32_t i = 0; i < Titel.size(); ++i) {
+      zellen.append(new QStandardItem(satz->Text(i)));
       zellen.last()->setEditable(false);
     }
     modell->appendRow(zellen);
@@ -45,9 +38,33 @@ QStandardItemModel* als_Modell(const QList<QStringList>& artikel, QObject* besit
   return modell;
 }
 
+/// The look-up's window: the articles, of which only those stay that contain what is typed.
+class Artikelfenster final : public QDialog {
+ public:
+  /// A row is an article's number, its two short texts and its supplier. The articles outlive the window.
+  explicit Artikelfenster(QAbstractItemModel& artikel);
+  /// The row that the user picked, or none.
+  const QStringList& gewaehlt() const noexcept { return gewaehlt_; }
+
+ protected:
+  bool eventFilter(QObject* objekt, QEvent* ereignis) override;
+
+ private:
+  void baue_auf();
+  void filtere(const QString& text);
+  void nimm();
+
+  QSortFilterProxyModel* modell_;
+  QLineEdit* txt_Filter;
+  QTreeView* tree_Artikel;
+  QLabel* lbl_Leer;
+  QPushButton* cmd_Nehmen;
+  QStringList gewaehlt_;
+};
+
 }  // namespace
 
-Artikelfenster::Artikelfenster(const QList<QStringList>& artikel)
+Artikelfenster::Artikelfenster(QAbstractItemModel& artikel)
     : modell_(new QSortFilterProxyModel(this)),
       txt_Filter(new QLineEdit(this)),
       tree_Artikel(new QTreeView(this)),
@@ -55,7 +72,7 @@ Artikelfenster::Artikelfenster(const QList<QStringList>& artikel)
       cmd_Nehmen(new QPushButton(u"&Übernehmen"_s, this)) {
   setObjectName(u"Artikelauskunft"_s);
   setWindowTitle(u"Artikel auswählen"_s);
-  modell_->setSourceModel(als_Modell(artikel, this));
+  modell_->setSourceModel(&artikel);
   modell_->setFilterKeyColumn(-1);
   modell_->setFilterCaseSensitivity(Qt::CaseInsensitive);
   baue_auf();
@@ -74,9 +91,7 @@ void Artikelfenster::baue_auf() {
   tree_Artikel->setRootIsDecorated(false);
   tree_Artikel->setUniformRowHeights(true);
   tree_Artikel->setAlternatingRowColors(true);
-  tree_Artikel->header()->resizeSection(0, 130);
-  tree_Artikel->header()->resizeSection(1, 240);
-  tree_Artikel->header()->resizeSection(2, 180);
+  for (int spalte = 0; const int breite : {130, 240, 180}) tree_Artikel->header()->resizeSection(spalte++, breite);
   lbl_Leer->setObjectName(u"lbl_Leer"_s);
   cmd_Nehmen->setObjectName(u"cmd_Uebernehmen"_s);
   cmd_Nehmen->setDefault(true);
@@ -97,9 +112,9 @@ void Artikelfenster::baue_auf() {
   lage->addLayout(kopf);
   lage->addWidget(tree_Artikel, 1);
   lage->addLayout(fuss);
-  connect(txt_Filter, &QLineEdit::textChanged, this, [this](const QString& text) { filtere(text); });
-  connect(tree_Artikel, &QTreeView::doubleClicked, this, [this] { nimm(); });
-  connect(cmd_Nehmen, &QPushButton::clicked, this, [this] { nimm(); });
+  connect(txt_Filter, &QLineEdit::textChanged, this, &Artikelfenster::filtere);
+  connect(tree_Artikel, &QTreeView::doubleClicked, this, &Artikelfenster::nimm);
+  connect(cmd_Nehmen, &QPushButton::clicked, this, &Artikelfenster::nimm);
   connect(zurueck, &QPushButton::clicked, this, &QDialog::reject);
   txt_Filter->setFocus();
 }
@@ -135,7 +150,8 @@ std::int32_t Artikelauskunft::Anzeige_Auskunft(const QString& pName, const QStri
     Auskunftsempfaenger& pEmpfaenger, const QString& /*pReportDBTemplateDir*/, const QString& /*pDBName*/) {
   if (pName != "Artikel"_L1) throw Laufzeitfehler(fehlernummer::UngueltigerAufruf);
   if (!pConnection) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
-  Artikelfenster fenster(lies_Artikel(*pConnection));
+  const auto artikel = lies_Artikel(*pConnection);
+  Artikelfenster fenster(*artikel);
   if (fenster.exec() != QDialog::Accepted) return 0;
   pEmpfaenger.LA_Doppelclick(fenster.gewaehlt().join(u'|'));
   return 1;

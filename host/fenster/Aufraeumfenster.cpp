@@ -1,5 +1,6 @@
 #include "host/fenster/Aufraeumfenster.h"
 
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
@@ -8,11 +9,11 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-Aufraeumfenster::Aufraeumfenster(const Aufraeumen& aufraeumen, const Aufraeumliste& liste, QWidget* ueber)
-    : QDialog(ueber) {
-  setObjectName(u"Aufraeumfenster"_s);
-  setWindowTitle(u"Bilderbaum aufräumen"_s);
-  auto* lage = new QVBoxLayout(this);
+bool darf_aufraeumen(const Aufraeumen& aufraeumen, const Aufraeumliste& liste, QWidget* ueber) {
+  QDialog fenster(ueber);
+  fenster.setObjectName(u"Aufraeumfenster"_s);
+  fenster.setWindowTitle(u"Bilderbaum aufräumen"_s);
+  auto* lage = new QVBoxLayout(&fenster);
   auto* frage = new QLabel(u"Sollen diese Dateien und Ordner endgültig gelöscht werden?"_s);
   frage->setWordWrap(true);
   lage->addWidget(frage);
@@ -40,7 +41,8 @@ Aufraeumfenster::Aufraeumfenster(const Aufraeumen& aufraeumen, const Aufraeumlis
   lage->addWidget(knoepfe);
   // Only now does the button belong to this window.
   abbrechen->setFocus();
-  connect(knoepfe, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(knoepfe, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  resize(620, 420);
+  QObject::connect(knoepfe, &QDialogButtonBox::accepted, &fenster, &QDialog::accept);
+  QObject::connect(knoepfe, &QDialogButtonBox::rejected, &fenster, &QDialog::reject);
+  fenster.resize(620, 420);
+  return fenster.exec() == QDialog::Accepted;
 }

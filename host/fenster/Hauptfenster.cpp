@@ -5,6 +5,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
@@ -16,7 +18,6 @@
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
 #include "host/fenster/Anmeldefenster.h"
 #include "host/fenster/Vorgangsansicht.h"
-#include "host/fenster/Vorgangsliste.h"
 #include "platform/host/KVOCore.h"
 #include "platform/host/Oberflaeche.h"
 
@@ -26,18 +27,12 @@ namespace {
 
 const QString Anwendungsname = u"bildzuordnung"_s;
 
-/// The hourglass for as long as it lives.
-class Sanduhr {
- public:
-  Sanduhr() : vorher_(oberflaeche::mauszeiger().form()) {
-    oberflaeche::mauszeiger().form(oberflaeche::Zeigerform::Sanduhr);
-  }
-  ~Sanduhr() { oberflaeche::mauszeiger().form(vorher_); }
-  Q_DISABLE_COPY_MOVE(Sanduhr)
-
- private:
-  oberflaeche::Zeigerform vorher_;
-};
+/// The hourglass for as long as what it gives lives.
+auto zeige_Sanduhr() {
+  const auto vorher = oberflaeche::mauszeiger().form();
+  oberflaeche::mauszeiger().form(oberflaeche::Zeigerform::Sanduhr);
+  return qScopeGuard([vorher] { oberflaeche::mauszeiger().form(vorher); });
+}
 
 QList<Vorschaubild> vorschaubilder(clsBildZuordnungen& store, const QString& wurzel) {
   QList<Vorschaubild> bilder;
@@ -99,17 +94,15 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   });
   connect(ansicht_->cmd_Zuordnen, &QPushButton::clicked, this, [this] { oeffne_Dialog(false); });
   connect(ansicht_->cmd_Anzeigen, &QPushButton::clicked, this, [this] { oeffne_Dialog(true); });
-  connect(ansicht_->cmd_Exif, &QPushButton::clicked, this, [this] { zeige_Exif(); });
-  connect(ansicht_->cmd_AlleZuordnungen, &QPushButton::clicked, this, [this] { zeige_AlleZuordnungen(); });
-  connect(ansicht_->cmd_WeitereZuordnungen, &QPushButton::clicked, this, [this] { zeige_WeitereZuordnungen(); });
-  connect(liste_->cmd_Suchen, &QPushButton::clicked, this, [this] { suche_Bilder(); });
-  connect(liste_->cmd_Aufraeumen, &QPushButton::clicked, this, [this] { raeume_auf(); });
+  connect(ansicht_->cmd_Exif, &QPushButton::clicked, this, &Hauptfenster::zeige_Exif);
+  connect(ansicht_->cmd_AlleZuordnungen, &QPushButton::clicked, this, &Hauptfenster::zeige_AlleZuordnungen);
+  connect(ansicht_->cmd_WeitereZuordnungen, &QPushButton::clicked, this, &Hauptfenster::zeige_WeitereZuordnungen);
+  connect(liste_->cmd_Suchen, &QPushButton::clicked, this, &Hauptfenster::suche_Bilder);
+  connect(liste_->cmd_Aufraeumen, &QPushButton::clicked, this, &Hauptfenster::raeume_auf);
   for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
-    connect(knopf, &QPushButton::clicked, this, [this] { lies_neu(); });
+    connect(knopf, &QPushButton::clicked, this, &Hauptfenster::lies_neu);
   erlaube_Aktionen(false);
 }
-
-Hauptfenster::~Hauptfenster() = default;
 
 void Hauptfenster::baue_auf() {
   auto* teiler = new QSplitter(Qt::Horizontal);
@@ -143,36 +136,29 @@ void Hauptfenster::baue_auf() {
 
 /// No menu bar: making one loads all of Qt's image formats, which takes a third of the program's start.
 void Hauptfenster::baue_Aktionen() {
-  const auto aktion = [&](const QString& name, const QString& text, const QKeySequence& taste) {
+  const auto aktion = [this](const QString& name, const QString& text, const QKeySequence& taste, auto tun) {
     auto* neu = new QAction(text, this);
     neu->setObjectName(name);
     neu->setShortcut(taste);
     addAction(neu);
+    connect(neu, &QAction::triggered, this, tun);
     return neu;
   };
-  act_Zuordnen = aktion(u"act_Zuordnen"_s, u"Bilder zuordnen …"_s, Qt::CTRL | Qt::Key_B);
-  act_Anzeigen = aktion(u"act_Anzeigen"_s, u"Nur anzeigen …"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_B);
-  QAction* exif = aktion(u"act_Exif"_s, u"Exif …"_s, Qt::CTRL | Qt::Key_E);
-  QAction* suchen = aktion(u"act_Suchen"_s, u"Bilder suchen …"_s, Qt::CTRL | Qt::Key_F);
-  QAction* aufraeumen = aktion(u"act_Aufraeumen"_s, u"Bilderbaum aufräumen …"_s, {});
-  connect(exif, &QAction::triggered, this, [this] { zeige_Exif(); });
-  connect(suchen, &QAction::triggered, this, [this] { suche_Bilder(); });
-  connect(aufraeumen, &QAction::triggered, this, [this] { raeume_auf(); });
-  QAction* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5);
-  QAction* beenden = aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q);
-  connect(act_Zuordnen, &QAction::triggered, this, [this] { oeffne_Dialog(false); });
-  connect(act_Anzeigen, &QAction::triggered, this, [this] { oeffne_Dialog(true); });
-  connect(einlesen, &QAction::triggered, this, [this] { lies_neu(); });
-  connect(beenden, &QAction::triggered, this, [this] { close(); });
+  act_Zuordnen =
+      aktion(u"act_Zuordnen"_s, u"Bilder zuordnen …"_s, Qt::CTRL | Qt::Key_B, [this] { oeffne_Dialog(false); });
+  act_Anzeigen =
+      aktion(u"act_Anzeigen"_s, u"Nur anzeigen …"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_B, [this] { oeffne_Dialog(true); });
+  aktion(u"act_Exif"_s, u"Exif …"_s, Qt::CTRL | Qt::Key_E, &Hauptfenster::zeige_Exif);
+  auto* suchen = aktion(u"act_Suchen"_s, u"Bilder suchen …"_s, Qt::CTRL | Qt::Key_F, &Hauptfenster::suche_Bilder);
+  auto* aufraeumen = aktion(u"act_Aufraeumen"_s, u"Bilderbaum aufräumen …"_s, {}, &Hauptfenster::raeume_auf);
+  auto* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5, &Hauptfenster::lies_neu);
+  aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q, &Hauptfenster::close);
   liste_->Kontextmenue({act_Zuordnen, act_Anzeigen, suchen, aufraeumen, einlesen});
 }
 
 void Hauptfenster::beginne() {
   const bool erster = platz_.erster_Start();
-  if (!erster && !platz_.wartet_auf_Server()) {
-    lies_neu();
-    return;
-  }
+  if (!erster && !platz_.wartet_auf_Server()) return lies_neu();
   ansicht_->zeige_Hinweis(erster ? u"Die Beispieldaten werden angelegt …"_s : u"Die Datenbank wird geöffnet …"_s, {});
   wartet_aufs_Malen_ = true;
 }
@@ -198,7 +184,7 @@ void Hauptfenster::melde(const QString& text) {
 
 void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
   for (QAction* aktion : {act_Zuordnen, act_Anzeigen}) aktion->setEnabled(erlaubt);
-  for (QPushButton* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen}) knopf->setEnabled(erlaubt);
+  for (QWidget* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen}) knopf->setEnabled(erlaubt);
 }
 
 void Hauptfenster::zeige_Ausfall(const QString& grund) {
@@ -213,19 +199,17 @@ void Hauptfenster::oeffne_Datenbank() {
   for (QString hinweis;;) {
     if (platz_.braucht_Kennwort()) {
       const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
-      Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung),
+      const QScopedValueRollback offen(dialog_offen_, true);
+      const auto kennwort = frage_Kennwort(anmeldung::worte(platz_.optionen().verbindung),
           abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s
                     : hinweis,
           this);
-      dialog_offen_ = true;
-      const bool angenommen = fenster.exec() == QDialog::Accepted;
-      dialog_offen_ = false;
-      if (!angenommen)
+      if (!kennwort)
         throw Abbruch(Ausgang::Datenbank, hinweis.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : hinweis);
-      platz_.kennwort(fenster.kennwort());
+      platz_.kennwort(*kennwort);
     }
     try {
-      const Sanduhr sanduhr;
+      const auto sanduhr = zeige_Sanduhr();
       platz_.oeffne();
       return;
     } catch (const Abbruch& abbruch) {
@@ -239,7 +223,7 @@ void Hauptfenster::lies_neu() {
   if (dialog_offen_) return;
   try {
     oeffne_Datenbank();
-    const Sanduhr sanduhr;
+    const auto sanduhr = zeige_Sanduhr();
     const vorgangsquelle::Bestand bestand = vorgangsquelle::lies(*platz_.verbindung());
     liste_->setze(bestand.vorgaenge);
     if (bestand.hinweise.isEmpty())
@@ -247,19 +231,13 @@ void Hauptfenster::lies_neu() {
     else
       melde(u"Nicht gelesen – "_s + bestand.hinweise.join(u"; "_s));
   } catch (const Abbruch& abbruch) {
-    zeige_Ausfall(abbruch.text());
-    return;
+    return zeige_Ausfall(abbruch.text());
   } catch (const Laufzeitfehler& fehler) {
-    zeige_Ausfall(ausfall_von(fehler).worte);
-    return;
+    return zeige_Ausfall(ausfall_von(fehler).worte);
   }
   const QString anfang = std::exchange(anfang_, {});
   if (!anfang.isEmpty() && !waehle(anfang)) melde(u"Den Vorgang „%1“ gibt es nicht."_s.arg(anfang));
   zeige_gewaehlten();
-}
-
-bool Hauptfenster::waehle(const QString& nummer) {
-  return liste_->waehle(nummer);
 }
 
 void Hauptfenster::zeige_gewaehlten() {
@@ -269,8 +247,7 @@ void Hauptfenster::zeige_gewaehlten() {
   if (!vorgang) {
     QString text = u"Wählen Sie links einen Vorgang; hier erscheinen dann seine Bilder."_s;
     if (liste_->leer()) text = u"In der Datenbank stehen keine Vorgänge."_s;
-    ansicht_->zeige_Hinweis(u"Kein Vorgang gewählt"_s, text, liste_->leer());
-    return;
+    return ansicht_->zeige_Hinweis(u"Kein Vorgang gewählt"_s, text, liste_->leer());
   }
   try {
     // Makes the drive known; what is wrong with it is told by the pictures that are missing and by the dialog.
@@ -288,17 +265,14 @@ void Hauptfenster::oeffne_Dialog(bool nur_Anzeige) {
   if (!gewaehlt || dialog_offen_) return;
   const Vorgang vorgang = *gewaehlt;
   if (!nur_Anzeige && !erlaubt_Bearbeiten(vorgang)) return;
-  dialog_offen_ = true;
+  const QScopedValueRollback offen(dialog_offen_, true);
   const Laufergebnis ergebnis = lauf_.gehe(vorgang, nur_Anzeige);
-  dialog_offen_ = false;
   if (ergebnis.geoeffnet) aktualisiere_Anzahlen();
-  melde(vorgang::einzahl(vorgang.art) + u' ' + vorgang.nummer + u": "_s + ergebnis.text());
+  melde(vorgang::woerter(vorgang.art).einzahl + u' ' + vorgang.nummer + u": "_s + ergebnis.text());
 }
 
 void Hauptfenster::aktualisiere_Anzahlen() {
   const auto ausfall = versuche_Datenbank([&] { liste_->setze(vorgangsquelle::lies(*platz_.verbindung()).vorgaenge); });
-  if (ausfall)
-    zeige_Ausfall(ausfall->worte);
-  else
-    zeige_gewaehlten();
+  if (ausfall) return zeige_Ausfall(ausfall->worte);
+  zeige_gewaehlten();
 }

@@ -7,19 +7,19 @@
 #include "host/betrieb/vorgang/Vorschaulader.h"
 #include "host/betrieb/vorgang/Zuordnungslauf.h"
 #include "host/fenster/Hochkommawache.h"
+#include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Wirtskomponenten.h"
+#include "platform/host/Oberflaeche.h"
 
 class QAction;
 class QLabel;
 class Vorgangsansicht;
-class Vorgangsliste;
 
 /// The program's window: the records on the left, the chosen one with its pictures on the right.
 class Hauptfenster final : public QMainWindow {
  public:
   /// Opens nothing yet.
   Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog);
-  ~Hauptfenster() override;
 
   /// Opens the database and reads the records; where that takes long only once the window has been painted. A failure
   /// is told in the window, which stays usable.
@@ -27,7 +27,7 @@ class Hauptfenster final : public QMainWindow {
   /// Reads all records anew, from the database opened anew.
   void lies_neu();
   /// Chooses the record with that number; false when there is none.
-  bool waehle(const QString& nummer);
+  bool waehle(const QString& nummer) { return liste_->waehle(nummer); }
   /// Walks the road for the chosen record, which must be there.
   void oeffne_Dialog(bool nur_Anzeige);
   /// Shows the Exif properties of the picture chosen in the preview; without one nothing happens.
@@ -42,6 +42,11 @@ class Hauptfenster final : public QMainWindow {
   /// Shows what a clearing of the picture tree would delete, asks, and deletes that. Refuses where the root or the
   /// database can't be reached.
   void raeume_auf();
+
+  /// A message box with the program's title.
+  static void zeige_Meldung(const QString& text, oberflaeche::Symbol symbol = oberflaeche::Symbol::Kritisch) {
+    oberflaeche::MsgBox(text, oberflaeche::Knoepfe::OK, symbol, QStringLiteral("Bildzuordnung"));
+  }
 
   Vorgangsliste* liste() const noexcept { return liste_; }
   Vorgangsansicht* ansicht() const noexcept { return ansicht_; }

@@ -1,5 +1,5 @@
 // What the window does with pictures beside the assignment: Exif properties, the search, clearing the picture tree.
-#include <QModelIndex>
+#include <QScopedValueRollback>
 
 #include "dialogs/assignment/clsDialoge.h"
 #include "host/betrieb/Aufraeumen.h"
@@ -15,7 +15,6 @@ using namespace oberflaeche;
 
 namespace {
 
-const QString Titel = u"Bildzuordnung"_s;
 const QString Nichts = u"\r\n\r\nNichts ist gelöscht."_s;
 
 /// Shows what would go, asks, and clears after a yes; gives what is to be told in the end.
@@ -24,10 +23,10 @@ QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
   if (liste.Posten.empty()) {
     const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
     const QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(liste);
-    MsgBox(saetze.join(u"\r\n\r\n"_s), Knoepfe::OK, Symbol::Information, Titel);
+    Hauptfenster::zeige_Meldung(saetze.join(u"\r\n\r\n"_s), Symbol::Information);
     return nichts_zu_tun;
   }
-  if (Aufraeumfenster(aufraeumen, liste, ueber).exec() != QDialog::Accepted) return u"Nichts ist gelöscht."_s;
+  if (!darf_aufraeumen(aufraeumen, liste, ueber)) return u"Nichts ist gelöscht."_s;
   const QStringList geblieben = aufraeumen.fuehre_aus(liste);
   return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 gelöscht."_s.arg(liste.Posten.size())
                              : u"Bilderbaum: NICHT gelöscht sind %1."_s.arg(geblieben.join(u", "_s));
@@ -41,14 +40,11 @@ void Hauptfenster::zeige_Exif() {
   if (!bild) return melde(u"Exif: Wählen Sie zuerst ein Bild des Vorgangs aus."_s);
   const QString pfad = platz_.wurzel() + u'\\' + bild->ordner + u'\\' + bild->datei;
   // The reader would make a missing file.
-  if (!FileSystemObject().FileExists(pfad)) {
-    MsgBox(u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei), Knoepfe::OK,
-        Symbol::Ausrufezeichen, Titel);
-    return;
-  }
-  dialog_offen_ = true;
+  if (!FileSystemObject().FileExists(pfad))
+    return zeige_Meldung(
+        u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei), Symbol::Ausrufezeichen);
+  const QScopedValueRollback offen(dialog_offen_, true);
   clsDialoge().Fkt_Aufruf_Dialog_BildInfo(pfad, {}, true);
-  dialog_offen_ = false;
 }
 
 void Hauptfenster::suche_Bilder() {
@@ -56,10 +52,9 @@ void Hauptfenster::suche_Bilder() {
   static_cast<void>(platz_.wurzel_fehlt());
   auto funde = std::make_shared<XArrayDBObject>();
   funde->ReDim(0, 0, 0, 10);
-  dialog_offen_ = true;
+  const QScopedValueRollback offen(dialog_offen_, true);
   const bool genommen =
       clsDialoge().Fkt_Aufruf_Dialog_BilderSuchen(platz_.anwendungsobjekt(), platz_.wurzel() + u'\\', funde);
-  dialog_offen_ = false;
   // The search can turn pictures of the record too.
   zeige_gewaehlten();
   if (!genommen) return melde(u"Bilder suchen: nichts gewählt."_s);
@@ -73,11 +68,8 @@ void Hauptfenster::suche_Bilder() {
 
 void Hauptfenster::raeume_auf() {
   if (dialog_offen_) return;
-  if (const auto grund = platz_.wurzel_fehlt()) {
-    MsgBox(*grund + Nichts, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
-    return;
-  }
-  dialog_offen_ = true;
+  if (const auto grund = platz_.wurzel_fehlt()) return zeige_Meldung(*grund + Nichts, Symbol::Ausrufezeichen);
+  const QScopedValueRollback offen(dialog_offen_, true);
   try {
     clsBildZuordnungen store;
     if (!platz_.verbindung()) platz_.oeffne();
@@ -87,10 +79,9 @@ void Hauptfenster::raeume_auf() {
   } catch (const Abbruch& abbruch) {
     // What changed meanwhile is told with these words already.
     const bool gesagt = abbruch.ausgang() == Ausgang::Teilweise;
-    MsgBox(abbruch.text() + (gesagt ? QString() : Nichts), Knoepfe::OK, Symbol::Kritisch, Titel);
+    zeige_Meldung(abbruch.text() + (gesagt ? QString() : Nichts));
   } catch (const Laufzeitfehler& fehler) {
-    MsgBox(fehler.Beschreibung() + Nichts, Knoepfe::OK, Symbol::Kritisch, Titel);
+    zeige_Meldung(fehler.Beschreibung() + Nichts);
   }
-  dialog_offen_ = false;
   zeige_gewaehlten();
 }

@@ -1,19 +1,18 @@
 // What the window does with the assignments of a record beside its dialog: all of a picture's, and further ones.
+#include <QScopedValueRollback>
+
 #include "dialogs/assignment/clsDialoge.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Hochkomma.h"
 #include "host/betrieb/vorgang/Bildsammlung.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Vorgangsansicht.h"
-#include "host/fenster/Vorgangsliste.h"
 #include "platform/host/Oberflaeche.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
 
 namespace {
-
-const QString Titel = u"Bildzuordnung"_s;
 
 /// Moves the collection's cursor to a picture; false when the record does not have it any more.
 bool waehle_Bild(clsBildZuordnungen& store, const Vorschaubild& bild) {
@@ -42,7 +41,7 @@ bool Hauptfenster::erlaubt_Bearbeiten(const Vorgang& vorgang) {
     hochkomma::pruefe_Zeilen(*sammlung);
     return true;
   } catch (const Abbruch& abbruch) {
-    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
+    zeige_Meldung(abbruch.text());
     melde(abbruch.text());
     return false;
   }
@@ -54,7 +53,7 @@ void Hauptfenster::zeige_AlleZuordnungen() {
   if (!gewaehltes || !gewaehlt || dialog_offen_) return;
   const Vorschaubild bild = *gewaehltes;
   const Vorgang vorgang = *gewaehlt;
-  dialog_offen_ = true;
+  const QScopedValueRollback offen(dialog_offen_, true);
   QString ergebnis = u"Die Zuordnungen von „%1“ sind gezeigt."_s.arg(bild.datei);
   try {
     // A missing root shows as missing files only; the assignments are there all the same.
@@ -74,10 +73,9 @@ void Hauptfenster::zeige_AlleZuordnungen() {
       if (!grund.isEmpty()) ergebnis = u"Die Zuordnung von „%1“ ist NICHT entfernt: %2"_s.arg(bild.datei, grund);
     }
   } catch (const Abbruch& abbruch) {
-    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
+    zeige_Meldung(abbruch.text());
     ergebnis = abbruch.text();
   }
-  dialog_offen_ = false;
   aktualisiere_Anzahlen();
   melde(ergebnis);
 }
@@ -86,19 +84,16 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   const Vorgang* gewaehlt = liste_->gewaehlt();
   if (!gewaehlt || dialog_offen_) return;
   const Vorgang vorgang = *gewaehlt;
-  if (const auto grund = platz_.wurzel_fehlt()) {
-    MsgBox(*grund + u"\r\n\r\nOhne sie ist nichts zuzuordnen."_s, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
-    return;
-  }
-  dialog_offen_ = true;
+  if (const auto grund = platz_.wurzel_fehlt())
+    return zeige_Meldung(*grund + u"\r\n\r\nOhne sie ist nichts zuzuordnen."_s, Symbol::Ausrufezeichen);
+  const QScopedValueRollback offen(dialog_offen_, true);
   try {
     const auto sammlung = lies_zum_Bearbeiten(platz_, vorgang);
     clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(platz_.anwendungsobjekt(), sammlung, platz_.wurzel(),
         vorgang::bildordner(vorgang), vorgang.satz.key1, vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4,
         vorgang.satz.typ1, vorgang.satz.typ2, sammlung->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
   } catch (const Abbruch& abbruch) {
-    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
+    zeige_Meldung(abbruch.text());
   }
-  dialog_offen_ = false;
   aktualisiere_Anzahlen();
 }

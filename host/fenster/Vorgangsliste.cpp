@@ -66,9 +66,8 @@ void Vorgangsliste::baue_auf() {
   QHeaderView& kopf = *tree_Vorgaenge->header();
   kopf.setStretchLastSection(false);
   kopf.setSectionsMovable(false);
-  kopf.setSectionResizeMode(Vorgangsmodell::Nummer, QHeaderView::ResizeToContents);
+  kopf.setSectionResizeMode(QHeaderView::ResizeToContents);
   kopf.setSectionResizeMode(Vorgangsmodell::Betreff, QHeaderView::Stretch);
-  kopf.setSectionResizeMode(Vorgangsmodell::Bilder, QHeaderView::ResizeToContents);
   cmd_Einlesen->setToolTip(u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s);
   cmd_Suchen->setToolTip(u"Sucht Bilder auf allen Laufwerken (Strg+F)"_s);
   cmd_Aufraeumen->setToolTip(u"Zeigt, welche Dateien der Bildablage niemand benutzt, und löscht sie auf Wunsch"_s);
@@ -109,8 +108,8 @@ void Vorgangsliste::ordne_an(QLabel& lbl_Filter) {
 }
 
 void Vorgangsliste::verbinde() {
-  connect(txt_Filter, &QLineEdit::textChanged, this, [this](const QString& text) { filtere(text); });
-  connect(txt_Filter, &QLineEdit::returnPressed, this, [this] { waehle_ersten_Treffer(); });
+  connect(txt_Filter, &QLineEdit::textChanged, this, &Vorgangsliste::filtere);
+  connect(txt_Filter, &QLineEdit::returnPressed, this, &Vorgangsliste::waehle_ersten_Treffer);
   connect(cmd_FilterLeeren, &QPushButton::clicked, this, [this] {
     txt_Filter->clear();
     txt_Filter->setFocus();

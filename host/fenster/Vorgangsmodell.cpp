@@ -18,14 +18,8 @@ QVariant daten_des_Vorgangs(const Vorgang& vorgang, int spalte, int rolle) {
   if (rolle == Qt::AccessibleTextRole && spalte == Vorgangsmodell::Nummer)
     return vorgang::infozeile(vorgang) + u", "_s + vorgang::anzahl_Bilder(vorgang.bilder);
   if (rolle != Qt::DisplayRole) return {};
-  switch (spalte) {
-    case Vorgangsmodell::Nummer:
-      return vorgang.nummer;
-    case Vorgangsmodell::Betreff:
-      return vorgang.betreff;
-    default:
-      return vorgang.bilder;
-  }
+  if (spalte == Vorgangsmodell::Bilder) return vorgang.bilder;
+  return spalte == Vorgangsmodell::Nummer ? vorgang.nummer : vorgang.betreff;
 }
 
 }  // namespace
@@ -81,10 +75,6 @@ int Vorgangsmodell::rowCount(const QModelIndex& oberhalb) const {
   return static_cast<int>(vorgaenge_.at(static_cast<std::size_t>(oberhalb.row())).size());
 }
 
-int Vorgangsmodell::columnCount(const QModelIndex&) const {
-  return Spaltenzahl;
-}
-
 QVariant Vorgangsmodell::data(const QModelIndex& index, int rolle) const {
   if (const Vorgang* v = vorgang(index)) return daten_des_Vorgangs(*v, index.column(), rolle);
   if (!index.isValid()) return {};
@@ -98,7 +88,7 @@ QVariant Vorgangsmodell::daten_der_Art(Vorgangsart art, int spalte, int rolle) c
     return schrift;
   }
   if (spalte != Nummer || rolle != Qt::DisplayRole) return {};
-  return u"%1 (%2)"_s.arg(vorgang::mehrzahl(art)).arg(vorgaenge_.at(static_cast<std::size_t>(art)).size());
+  return u"%1 (%2)"_s.arg(vorgang::woerter(art).mehrzahl).arg(vorgaenge_.at(static_cast<std::size_t>(art)).size());
 }
 
 QVariant Vorgangsmodell::headerData(int abschnitt, Qt::Orientation richtung, int rolle) const {
@@ -108,10 +98,6 @@ QVariant Vorgangsmodell::headerData(int abschnitt, Qt::Orientation richtung, int
         Qt::Alignment((abschnitt == Bilder ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
   if (rolle != Qt::DisplayRole) return {};
   return abschnitt == Nummer ? u"Vorgang"_s : abschnitt == Betreff ? u"Kunde oder Betreff"_s : u"Bilder"_s;
-}
-
-Vorgangsfilter::Vorgangsfilter(QObject* besitzer) : QSortFilterProxyModel(besitzer) {
-  setRecursiveFilteringEnabled(true);
 }
 
 void Vorgangsfilter::setze_Filter(const QString& text) {
@@ -126,7 +112,7 @@ bool Vorgangsfilter::filterAcceptsRow(int zeile, const QModelIndex& oberhalb) co
   const auto* modell = dynamic_cast<const Vorgangsmodell*>(sourceModel());
   if (!modell) return false;
   const Vorgang* vorgang = modell->vorgang(modell->index(zeile, 0, oberhalb));
-  const QString text = vorgang::infozeile(*vorgang) + u' ' + vorgang::mehrzahl(vorgang->art);
+  const QString text = vorgang::infozeile(*vorgang) + u' ' + vorgang::woerter(vorgang->art).mehrzahl;
   return std::all_of(
       worte_.begin(), worte_.end(), [&](const QString& wort) { return text.contains(wort, Qt::CaseInsensitive); });
 }

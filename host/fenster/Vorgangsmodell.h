@@ -28,7 +28,7 @@ class Vorgangsmodell final : public QAbstractItemModel {
   QModelIndex index(int zeile, int spalte, const QModelIndex& oberhalb = {}) const override;
   QModelIndex parent(const QModelIndex& index) const override;
   int rowCount(const QModelIndex& oberhalb = {}) const override;
-  int columnCount(const QModelIndex& oberhalb = {}) const override;
+  int columnCount(const QModelIndex& = {}) const override { return Spaltenzahl; }
   QVariant data(const QModelIndex& index, int rolle) const override;
   QVariant headerData(int abschnitt, Qt::Orientation richtung, int rolle) const override;
 
@@ -43,7 +43,7 @@ class Vorgangsmodell final : public QAbstractItemModel {
 /// Lets the records pass whose number, subject or kind holds every word of the filter, in any case.
 class Vorgangsfilter final : public QSortFilterProxyModel {
  public:
-  explicit Vorgangsfilter(QObject* besitzer = nullptr);
+  explicit Vorgangsfilter(QObject* besitzer) : QSortFilterProxyModel(besitzer) { setRecursiveFilteringEnabled(true); }
   void setze_Filter(const QString& text);
 
  protected:

@@ -17,8 +17,6 @@ constexpr QSize Kasten{168, 126};
 constexpr int Rand = 8;
 constexpr int Abstand = 4;
 
-enum Rolle { Bildrolle = Qt::UserRole };
-
 }  // namespace
 
 class Vorschaustreifen::Modell final : public QAbstractListModel {
@@ -181,8 +179,6 @@ Vorschaustreifen::Vorschaustreifen(QWidget* oberhalb) : QListView(oberhalb), mod
     if (bei_Wahl) bei_Wahl();
   });
 }
-
-Vorschaustreifen::~Vorschaustreifen() = default;
 
 void Vorschaustreifen::Ladeweg(Lader lader) {
   modell_->lader = std::move(lader);

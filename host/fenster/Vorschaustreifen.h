@@ -26,7 +26,6 @@ class Vorschaustreifen final : public QListView {
   using Lader = std::function<QImage(const Vorschaubild&, QSize)>;
 
   explicit Vorschaustreifen(QWidget* oberhalb = nullptr);
-  ~Vorschaustreifen() override;
 
   void Ladeweg(Lader lader);
   /// Shows other pictures.

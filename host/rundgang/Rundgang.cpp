@@ -1,13 +1,8 @@
 #include "host/rundgang/Rundgang.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QBuffer>
 #include <QImageWriter>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QTreeView>
 #include <utility>
 
 #include "host/betrieb/Ausgang.h"
@@ -49,13 +44,9 @@ const QString Fehlerbild = u"fehler.png"_s;
 /// Empties the folder of an earlier tour's sample data, or makes it. One that somebody else filled is refused.
 void mache_frei(const QString& ordner) {
   const FileSystemObject dateien;
-  if (dateien.FolderExists(ordner)) {
-    const Folder inhalt = dateien.GetFolder(ordner);
-    const bool leer = inhalt.Files().isEmpty() && inhalt.SubFolders().isEmpty();
-    if (!leer && !dateien.FileExists(ordner + Kennzettel))
-      throw Abbruch(Ausgang::Datei,
-          u"Der Ordner „%1“ ist nicht von einem Rundgang; er bleibt, wie er ist."_s.arg(namen::angezeigt(ordner)));
-  }
+  if (!datenordner::ist_frei(ordner) && !dateien.FileExists(ordner + Kennzettel))
+    throw Abbruch(Ausgang::Datei,
+        u"Der Ordner „%1“ ist nicht von einem Rundgang; er bleibt, wie er ist."_s.arg(namen::angezeigt(ordner)));
   clsBildZuordnungen store;
   if (!store.Fkt_MakePath(ordner) || !dateien.FolderExists(ordner))
     throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht anzulegen."_s.arg(namen::angezeigt(ordner)));
@@ -98,12 +89,12 @@ int Rundgang::laufe() {
   fenster_ = std::make_unique<Hauptfenster>(optionen, dialog_);
   fenster_->beginne();
   fenster_->show();
-  for (const auto plane : {&Rundgang::plane_Fenster, &Rundgang::plane_Waehlen, &Rundgang::plane_Oeffnen,
-           &Rundgang::plane_Felder, &Rundgang::plane_Namen, &Rundgang::plane_Entfernen, &Rundgang::plane_Sortieren,
-           &Rundgang::plane_Groessen, &Rundgang::plane_Fragen, &Rundgang::plane_Speichern, &Rundgang::plane_Anzeigen,
-           &Rundgang::plane_Verwerfen, &Rundgang::plane_Bildablage, &Rundgang::plane_Suchen, &Rundgang::plane_Anhaengen,
-           &Rundgang::plane_Drehen, &Rundgang::plane_Exif, &Rundgang::plane_Weitere_Zuordnungen,
-           &Rundgang::plane_Alle_Zuordnungen, &Rundgang::plane_Aufraeumen})
+  for (const auto plane :
+      {&Rundgang::plane_Fenster, &Rundgang::plane_Waehlen, &Rundgang::plane_Oeffnen, &Rundgang::plane_Felder,
+          &Rundgang::plane_Namen, &Rundgang::plane_Streifen, &Rundgang::plane_Groessen, &Rundgang::plane_Speichern,
+          &Rundgang::plane_Anzeigen, &Rundgang::plane_Verwerfen, &Rundgang::plane_Bildablage, &Rundgang::plane_Suchen,
+          &Rundgang::plane_Anhaengen, &Rundgang::plane_Drehen, &Rundgang::plane_Exif,
+          &Rundgang::plane_Weitere_Zuordnungen, &Rundgang::plane_Alle_Zuordnungen, &Rundgang::plane_Aufraeumen})
     (this->*plane)();
   folge_.beginne([this] {
     // Where something is wrong the last sight tells most.
@@ -115,22 +106,28 @@ int Rundgang::laufe() {
   return folge_.fehlerzahl() == 0 ? 0 : 1;
 }
 
-void Rundgang::schritt(
-    const QString& text, std::function<void()> tun, std::function<bool()> bis, std::function<void()> danach) {
+void Rundgang::schritt(const QString& text, const QList<Tat>& taten, Sicht bis, const QList<Tat>& danach) {
+  const auto alle = [](const QList<Tat>& liste) {
+    return [=] {
+      for (const Tat& tat : liste) tat();
+    };
+  };
   // Where no window manager does it, the window in front is made the active one here.
   const auto bereit = [bis = std::move(bis)] {
     QWidget* const vorn = Hand::fenster_vorn();
     if (vorn && !vorn->isActiveWindow()) vorn->activateWindow();
     return vorn && bis();
   };
-  folge_.plane({text, std::move(tun), bereit, std::move(danach)});
+  folge_.plane({text, alle(taten), bereit, alle(danach)});
 }
 
-void Rundgang::bild(const QString& name) {
-  fenster_->ansicht()->lst_Bilder->lade_Sichtbare();
-  QWidget* const vorn = Hand::fenster_vorn();
-  if (!vorn) return folge_.fehler(u"Für das Bild ist kein Fenster da."_s);
-  speichere_Bild(*vorn, u"%1_%2.png"_s.arg(++bilder_, 2, 10, QChar(u'0')).arg(name));
+Rundgang::Tat Rundgang::bild(const QString& name) {
+  return [=, this] {
+    fenster_->ansicht()->lst_Bilder->lade_Sichtbare();
+    QWidget* const vorn = Hand::fenster_vorn();
+    if (!vorn) return folge_.fehler(u"Für das Bild ist kein Fenster da."_s);
+    speichere_Bild(*vorn, u"%1_%2.png"_s.arg(++bilder_, 2, 10, QChar(u'0')).arg(name));
+  };
 }
 
 void Rundgang::speichere_Bild(QWidget& vorn, const QString& datei) {
@@ -142,75 +139,6 @@ void Rundgang::speichere_Bild(QWidget& vorn, const QString& datei) {
     return folge_.fehler(u"%1: %2"_s.arg(datei, schreiber.errorString()));
   dateien::schreibe_alles(ordner_ + u'\\' + datei, bytes);
   Schrittfolge::sage(u"    Bild "_s + datei);
-}
-
-QString Rundgang::text(const QString& name) const {
-  auto& gefunden = element(name);
-  if (const auto* feld = qobject_cast<QLineEdit*>(&gefunden)) return feld->text();
-  if (const auto* feld = qobject_cast<QPlainTextEdit*>(&gefunden)) return feld->toPlainText();
-  if (const auto* feld = qobject_cast<QLabel*>(&gefunden)) return feld->text();
-  if (const auto* knopf = qobject_cast<QAbstractButton*>(&gefunden)) return knopf->text();
-  throw std::runtime_error(name.toStdString() + " hat keinen Text");
-}
-
-bool Rundgang::zu_sehen(const QString& name) const {
-  return element(name).isVisible();
-}
-
-int Rundgang::bilder_im_Streifen() const {
-  int anzahl = 0;
-  for (const QWidget* kind : element(u"SSP_Panel(3)"_s).findChildren<QWidget*>())
-    if (kind->isVisible() && kind->objectName().startsWith("Pic_Thumb("_L1)) ++anzahl;
-  return anzahl;
-}
-
-void Rundgang::klicke_Vorgang(const QString& nummer, bool doppelt) {
-  auto& baum = element<QTreeView>(u"tree_Vorgaenge"_s);
-  const QAbstractItemModel& modell = *baum.model();
-  const QModelIndexList treffer =
-      modell.match(modell.index(0, 0), Qt::DisplayRole, nummer, 1, Qt::MatchExactly | Qt::MatchRecursive);
-  if (treffer.isEmpty()) throw std::runtime_error("Die Liste zeigt nicht " + nummer.toStdString());
-  const QPoint stelle = baum.visualRect(treffer.first()).center();
-  if (doppelt)
-    hand_.doppelklicke(*baum.viewport(), stelle);
-  else
-    hand_.klicke(*baum.viewport(), stelle);
-}
-
-void Rundgang::klicke_Antwort(const QString& knopf) {
-  for (auto* antwort : Hand::fenster_vorn()->findChildren<QAbstractButton*>())
-    if (antwort->text() == knopf) return hand_.klicke(*antwort);
-  throw std::runtime_error("Die Frage hat keinen Knopf " + knopf.toStdString());
-}
-
-void Rundgang::ueberschreibe(const QString& feld, const QString& neuer_Text) {
-  hand_.klicke(element(feld));
-  hand_.taste(Qt::Key_A, Qt::ControlModifier);
-  hand_.tippe(neuer_Text);
-}
-
-void Rundgang::groesse(QSize neue) {
-  Hand::fenster_vorn()->windowHandle()->resize(neue);
-}
-
-bool Rundgang::dialog_offen() const {
-  const QWidget* modal = QApplication::activeModalWidget();
-  return modal && modal->objectName() == "frm_BildZuordnung"_L1;
-}
-
-// The header gets its line last of all when the dialog opens.
-bool Rundgang::dialog_bereit(const QString& kopf, int bilder) const {
-  return dialog_offen() && text(u"SSP_Panel(0)"_s) == u"   "_s + kopf && zu_sehen(u"SSP_Panel(3)"_s) &&
-      bilder_im_Streifen() == bilder && text(u"SSP_Anzahl(3)"_s) == QString::number(bilder);
-}
-
-bool Rundgang::meldung_offen(const QString& titel) const {
-  const QWidget* modal = QApplication::activeModalWidget();
-  return modal && modal->objectName() == "Meldung"_L1 && modal->windowTitle() == titel;
-}
-
-bool Rundgang::zurueck_mit(const QString& status) const {
-  return !QApplication::activeModalWidget() && fenster_->findChild<QLabel*>(u"lbl_Status"_s)->text() == status;
 }
 
 QStringList Rundgang::zeilen(const QString& belegart, const QString& belegnummer) const {
@@ -225,31 +153,35 @@ QStringList Rundgang::zeilen(const QString& belegart, const QString& belegnummer
   return liste;
 }
 
-QStringList Rundgang::werte(const QString& abfrage) const {
-  const auto verbindung = oeffne(datenordner::verbindung(daten_));
-  QStringList liste;
-  for (const auto satz = verbindung->Execute(abfrage); !satz->Eof(); satz->MoveNext()) liste.append(satz->Text(0));
-  return liste;
+Rundgang::Tat Rundgang::pruefe_anderen_Vorgang() {
+  return [this] {
+    folge_.erwarte(u"Zeilen zu AB 24-1001"_s, zeilen(u"AB"_s, u"24-1001"_s).join(u'\n'), anderer_vorher_.join(u'\n'));
+  };
+}
+
+Rundgang::Tat Rundgang::pruefe_Artikel_des_Bildes(const QString& soll) {
+  return [=, this] {
+    QStringList artikel;
+    const auto verbindung = oeffne(datenordner::verbindung(daten_));
+    const auto satz = verbindung->Execute(
+        u"Select Key1 from Bild_Zuordnungen where Typ1 = 'ART' and Bildname like 'Thermostat%' order by Key1"_s);
+    for (; !satz->Eof(); satz->MoveNext()) artikel.append(satz->Text(0));
+    folge_.erwarte(u"Zeilen des Bildes"_s, artikel.join(u' '), soll);
+  };
 }
 
 bool Rundgang::datei_da(const QString& datei) const {
   return FileSystemObject().FileExists(datenordner::bilder(daten_) + u'\\' + datei);
 }
 
-namespace {
-
-void sage_Zeilen(const QStringList& zeilen) {
-  for (QString zeile : zeilen) Schrittfolge::sage(u"    "_s + zeile.replace(u"\r\n"_s, u" / "_s));
-}
-
-}  // namespace
-
 void Rundgang::schliesse_ab() {
   const auto grund = versuche([&] {
-    Schrittfolge::sage(u"Die Datenbank hielt vorher zu RE 24-2003:"_s);
-    sage_Zeilen(vorher_);
-    Schrittfolge::sage(u"Die Datenbank hält jetzt zu RE 24-2003:"_s);
-    sage_Zeilen(zeilen(u"RE"_s, u"24-2003"_s));
+    const auto sage = [](const QString& wann, const QStringList& zeilen) {
+      Schrittfolge::sage(u"Die Datenbank %1 zu RE 24-2003:"_s.arg(wann));
+      for (QString zeile : zeilen) Schrittfolge::sage(u"    "_s + zeile.replace(u"\r\n"_s, u" / "_s));
+    };
+    sage(u"hielt vorher"_s, vorher_);
+    sage(u"hält jetzt"_s, zeilen(u"RE"_s, u"24-2003"_s));
     if (folge_.durchlaufen()) pruefe_Endstand();
   });
   if (grund) folge_.fehler(grund->Beschreibung());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QImage>
 #include <QString>
 #include <QStringList>
@@ -11,6 +12,9 @@
 #include "host/rundgang/Schrittfolge.h"
 #include "platform/host/KVOCore.h"
 
+class QAbstractItemView;
+class QModelIndex;
+
 /// Walks the program and its dialog without a person: does with mouse and keys what a user does, saves a picture of
 /// every state that matters, and checks at each step what is to be seen and at the end what the database holds. It
 /// works on sample data of its own.
@@ -20,8 +24,7 @@ class Rundgang {
   /// left there is replaced; anything else in it stays. The dialog is opened through `dialog`.
   Rundgang(const QString& ordner, Zuordnungsdialog dialog);
   ~Rundgang();
-  Rundgang(const Rundgang&) = delete;
-  Rundgang& operator=(const Rundgang&) = delete;
+  Q_DISABLE_COPY_MOVE(Rundgang)
 
   /// Walks all of it and prints what it does. 0 when every step had its effect, 1 otherwise. A folder that can't be
   /// used ends with Abbruch.
@@ -35,10 +38,8 @@ class Rundgang {
   void plane_Oeffnen();
   void plane_Felder();
   void plane_Namen();
-  void plane_Entfernen();
-  void plane_Sortieren();
+  void plane_Streifen();
   void plane_Groessen();
-  void plane_Fragen();
   void plane_Speichern();
   void plane_Anzeigen();
   void plane_Verwerfen();
@@ -52,48 +53,103 @@ class Rundgang {
   void plane_Aufraeumen();
   void schliesse_ab();
 
-  void schritt(
-      const QString& text, std::function<void()> tun, std::function<bool()> bis, std::function<void()> danach = {});
-  /// Saves the window in front as the next picture.
-  void bild(const QString& name);
+  using Tat = std::function<void()>;
+  using Sicht = std::function<bool()>;
+  /// Plans a step: what is done, one after the other, what is to be seen of it, and what is done and checked then.
+  void schritt(const QString& text, const QList<Tat>& taten, Sicht bis, const QList<Tat>& danach = {});
   void speichere_Bild(QWidget& vorn, const QString& datei);
 
   /// A control of the window in front; std::runtime_error when there is none of that name and kind.
   template <class Element = QWidget>
   Element& element(const QString& name) const;
   QString text(const QString& name) const;
-  bool zu_sehen(const QString& name) const;
-  /// Number of thumbnails in the dialog's strip.
-  int bilder_im_Streifen() const;
-  void klicke_Vorgang(const QString& nummer, bool doppelt = false);
-  void klicke_Antwort(const QString& knopf);
-  /// Replaces the text of an input field as a user would.
-  void ueberschreibe(const QString& feld, const QString& neuer_Text);
-  void groesse(QSize neue);
-  bool dialog_offen() const;
-  /// The dialog is laid out and shows its strip.
-  bool dialog_bereit(const QString& kopf, int bilder) const;
-  bool meldung_offen(const QString& titel) const;
-  bool fenster_offen(const QString& name) const;
-  /// The picture search is in front and has read a folder of that many files.
-  bool suche_zeigt(int dateien) const;
-  void klicke_Eintrag(
-      const QString& liste, const QString& name, bool doppelt = false, Qt::KeyboardModifiers dazu = Qt::NoModifier);
-  // Cells of a data grid, by row and column of its table.
+  bool zu_sehen(const QString& name) const { return element(name).isVisible(); }
+  int zeilenzahl(const QString& liste) const;
   QString zelle(const QString& gitter, int zeile, int spalte) const;
-  int zeilenzahl(const QString& gitter) const;
-  void klicke_Zelle(const QString& gitter, int zeile, int spalte, bool auf_Knopf = false);
+  void klicke_Stelle(
+      QAbstractItemView& liste, const QModelIndex& stelle, bool doppelt, Qt::KeyboardModifiers dazu = Qt::NoModifier);
+
+  // What a step does. Controls are looked up only then.
+  Tat klick(const QString& name) {
+    return [=, this] { hand_.klicke(element(name)); };
+  }
+  Tat taste(Qt::Key taste, Qt::KeyboardModifiers dazu = Qt::NoModifier) {
+    return [=, this] { hand_.taste(taste, dazu); };
+  }
+  Tat tippe(const QString& text) {
+    return [=, this] { hand_.tippe(text); };
+  }
+  Tat kreuze_an(const QString& name) {
+    return [=, this] { hand_.klicke(element(name), QPoint(10, element(name).height() / 2)); };
+  }
+  /// Replaces the text of an input field as a user would.
+  Tat ueberschreibe(const QString& feld, const QString& neuer_Text);
+  Tat antworte(const QString& knopf);
+  Tat klick_Vorgang(const QString& nummer, bool doppelt = false);
+  Tat klick_Eintrag(
+      const QString& liste, const QString& name, bool doppelt = false, Qt::KeyboardModifiers dazu = Qt::NoModifier);
+  Tat klick_Zelle(const QString& gitter, int zeile, int spalte, bool auf_Knopf = false);
+  Tat klick_erste_Vorschau();
+  /// Saves the window in front as the next picture.
+  Tat bild(const QString& name);
+  /// Checks the text of a control.
+  Tat pruefe(const QString& was, const QString& name, const QString& soll) {
+    return [=, this] { folge_.erwarte(was, text(name), soll); };
+  }
+  Tat pruefe(const QString& was, const Sicht& sicht) {
+    return [=, this] { folge_.erwarte(was, sicht()); };
+  }
+  /// The record that nothing was saved for has the rows of the beginning.
+  Tat pruefe_anderen_Vorgang();
+  /// The articles that the thermostat's picture is assigned to.
+  Tat pruefe_Artikel_des_Bildes(const QString& soll);
+
+  // What is to be seen.
+  static Sicht beide(const Sicht& eine, const Sicht& andere) {
+    return [=] { return eine() && andere(); };
+  }
+  static Sicht nicht(const Sicht& sicht) {
+    return [=] { return !sicht(); };
+  }
+  Sicht zeigt(const QString& name, const QString& soll) const {
+    return [=, this] { return text(name) == soll; };
+  }
+  Sicht sichtbar(const QString& name) const {
+    return [=, this] { return zu_sehen(name); };
+  }
+  Sicht frei(const QString& name) const {
+    return [=, this] { return element(name).isEnabled(); };
+  }
+  Sicht angekreuzt(const QString& name) const;
+  Sicht hat_Zelle(const QString& gitter, int zeile, int spalte, const QString& soll) const {
+    return [=, this] { return zelle(gitter, zeile, spalte) == soll; };
+  }
+  /// The dialog shows the picture of that number.
+  Sicht am_Bild(int nummer) const { return zeigt(QStringLiteral("SSP_Anzahl(1)"), QString::number(nummer)); }
+  /// The dialog's strip shows that many thumbnails.
+  Sicht im_Streifen(int anzahl) const;
+  static Sicht fenster_offen(const QString& name);
+  static Sicht dialog_offen() { return fenster_offen(QStringLiteral("frm_BildZuordnung")); }
+  /// The dialog is laid out and shows its strip.
+  Sicht dialog_bereit(const QString& kopf, int bilder) const;
+  static Sicht meldung_offen(const QString& titel) {
+    return beide(
+        fenster_offen(QStringLiteral("Meldung")), [=] { return Hand::fenster_vorn()->windowTitle() == titel; });
+  }
+  /// The picture search is in front and has read a folder of that many files.
+  Sicht suche_zeigt(int dateien) const;
+  /// The program's window is in front again, and tells this in its status bar.
+  static Sicht zurueck() {
+    return [] { return !QApplication::activeModalWidget(); };
+  }
+  Sicht zurueck_mit(const QString& status) const;
+
   /// Size in pixels of a picture of the sample data.
   QSize groesse_von(const QString& datei) const;
   /// The first picture of the record that got the new ones.
   QString erste_Datei() const;
-  /// The program's window is in front again and tells this in its status bar.
-  bool zurueck_mit(const QString& status) const;
-
   /// The rows of a record as the database holds them, one text each.
   QStringList zeilen(const QString& belegart, const QString& belegnummer) const;
-  /// The first column of a query.
-  QStringList werte(const QString& abfrage) const;
   void pruefe_Endstand();
   bool datei_da(const QString& datei) const;
 

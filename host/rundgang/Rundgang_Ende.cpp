@@ -1,8 +1,6 @@
 // How the tour leaves the dialog: questions, saving, display only, leaving without saving.
-#include <QApplication>
-#include <QCheckBox>
 #include <QCloseEvent>
-#include <QPlainTextEdit>
+#include <QCoreApplication>
 
 #include "host/betrieb/beispiel/Datenordner.h"
 #include "host/rundgang/Rundgang.h"
@@ -17,85 +15,50 @@ const QString Zweites = u"Belege\\24-2003\\Bad_0620240305_093000"_s;
 
 }  // namespace
 
-void Rundgang::plane_Fragen() {
-  schritt(
-      u"Klick auf „Zurück“: Der Dialog fragt nach den Änderungen."_s,
-      [this] { hand_.klicke(element(u"cmd_Abbruch"_s)); }, [this] { return meldung_offen(u"Achtung"_s); },
-      [this] { bild(u"frage_beim_verlassen"_s); });
-  schritt(
-      u"Escape heißt „Abbrechen“: Der Dialog bleibt mit allem, was geschrieben war."_s,
-      [this] { hand_.taste(Qt::Key_Escape); }, [this] { return dialog_offen(); },
-      [this] {
-    folge_.erwarte(u"Name"_s, text(u"txt_BildName"_s), u"Gästebad_06"_s);
-    folge_.erwarte(u"noch ist nichts geschrieben"_s, zeilen(u"RE"_s, u"24-2003"_s) == vorher_);
-      });
-}
-
 void Rundgang::plane_Speichern() {
-  schritt(
-      u"Klick auf „Zuordnung speichern“: Der Dialog fragt nach dem umbenannten Bild."_s,
-      [this] { hand_.klicke(element(u"SSC_ZuordnungSpeichern"_s)); },
-      [this] { return meldung_offen(u"Dateinamen wurden verändert"_s); }, [this] { bild(u"frage_umbenennen"_s); });
-  schritt(
-      u"Klick auf „Ja“: Der Dialog ist zu, das Programm nennt die geschriebenen Zeilen."_s,
-      [this] { klicke_Antwort(u"Ja"_s); },
-      [this] { return zurueck_mit(u"Beleg RE 24-2003: 4 Zeilen geschrieben: 2 geändert, 2 entfernt."_s); },
-      [this] {
-    folge_.erwarte(u"Zahl der Bilder"_s, text(u"lbl_Anzahl"_s), u"2 Bilder"_s);
-    bild(u"gespeichert"_s);
-      });
+  schritt(u"Klick auf „Zurück“: Der Dialog fragt nach den Änderungen."_s, {klick(u"cmd_Abbruch"_s)},
+      meldung_offen(u"Achtung"_s), {bild(u"frage_beim_verlassen"_s)});
+  schritt(u"Escape heißt „Abbrechen“: Der Dialog bleibt mit allem, was geschrieben war."_s, {taste(Qt::Key_Escape)},
+      dialog_offen(),
+      {pruefe(u"Name"_s, u"txt_BildName"_s, u"Gästebad_06"_s),
+          pruefe(u"noch ist nichts geschrieben"_s, [this] { return zeilen(u"RE"_s, u"24-2003"_s) == vorher_; })});
+  schritt(u"Klick auf „Zuordnung speichern“: Der Dialog fragt nach dem umbenannten Bild."_s,
+      {klick(u"SSC_ZuordnungSpeichern"_s)}, meldung_offen(u"Dateinamen wurden verändert"_s),
+      {bild(u"frage_umbenennen"_s)});
+  schritt(u"Klick auf „Ja“: Der Dialog ist zu, das Programm nennt die geschriebenen Zeilen."_s, {antworte(u"Ja"_s)},
+      zurueck_mit(u"Beleg RE 24-2003: 4 Zeilen geschrieben: 2 geändert, 2 entfernt."_s),
+      {pruefe(u"Zahl der Bilder"_s, u"lbl_Anzahl"_s, u"2 Bilder"_s), bild(u"gespeichert"_s)});
 }
 
 void Rundgang::plane_Anzeigen() {
-  schritt(
-      u"Klick auf „Nur anzeigen …“: Der Dialog hat keinen Knopf zum Speichern."_s,
-      [this] { hand_.klicke(element(u"cmd_Anzeigen"_s)); },
-      [this] { return dialog_bereit(u"Beleg RE 24-2003 – Familie Öztürk, Kirchzarten · Projekt P-24-11"_s, 2); },
-      [this] {
-    folge_.erwarte(u"„Zuordnung speichern“ ist nicht da"_s, !zu_sehen(u"SSC_ZuordnungSpeichern"_s));
-    folge_.erwarte(u"„Drucken“ ist gesperrt"_s, !element(u"chk_Drucken"_s).isEnabled());
-    bild(u"nur_anzeigen"_s);
-      });
-  schritt(
-      u"Getipptes bleibt ohne Wirkung, Escape verlässt den Dialog ohne Frage."_s,
-      [this] {
-    hand_.tippe(u"nichts"_s);
-    for (const QString& feld : {u"txt_BildName"_s, u"txt_BildText"_s, u"txt_BildInfo"_s})
-      folge_.erwarte(feld + u" bleibt"_s, !text(feld).contains(u"nichts"_s));
-    hand_.taste(Qt::Key_Escape);
-      },
-      [this] { return zurueck_mit(u"Beleg RE 24-2003: Nur angezeigt; nichts ist geschrieben."_s); });
+  schritt(u"Klick auf „Nur anzeigen …“: Der Dialog hat keinen Knopf zum Speichern."_s, {klick(u"cmd_Anzeigen"_s)},
+      dialog_bereit(u"Beleg RE 24-2003 – Familie Öztürk, Kirchzarten · Projekt P-24-11"_s, 2),
+      {pruefe(u"„Zuordnung speichern“ ist nicht da"_s, nicht(sichtbar(u"SSC_ZuordnungSpeichern"_s))),
+          pruefe(u"„Drucken“ ist gesperrt"_s, nicht(frei(u"chk_Drucken"_s))), bild(u"nur_anzeigen"_s)});
+  const auto bleibt = [this](const QString& feld) {
+    return pruefe(feld + u" bleibt"_s, [=, this] { return !text(feld).contains(u"nichts"_s); });
+  };
+  schritt(u"Getipptes bleibt ohne Wirkung, Escape verlässt den Dialog ohne Frage."_s,
+      {tippe(u"nichts"_s), bleibt(u"txt_BildName"_s), bleibt(u"txt_BildText"_s), bleibt(u"txt_BildInfo"_s),
+          taste(Qt::Key_Escape)},
+      zurueck_mit(u"Beleg RE 24-2003: Nur angezeigt; nichts ist geschrieben."_s));
 }
 
 void Rundgang::plane_Verwerfen() {
-  schritt(
-      u"Doppelklick auf AB 24-1001: Der Dialog zeigt seine Bilder."_s,
-      [this] { klicke_Vorgang(u"AB 24-1001"_s, true); },
-      [this] { return dialog_bereit(u"Beleg AB 24-1001 – Bäckerei Huber, Freiburg · Projekt P-24-07"_s, 4); },
-      [this] {
-    folge_.erwarte(u"„Zuordnung speichern“ ist gesperrt"_s, !element(u"SSC_ZuordnungSpeichern"_s).isEnabled());
-      });
-  schritt(
-      u"Die Taste „Bild auf“ geht zum nächsten Bild, sein Text wird überschrieben."_s,
-      [this] {
-    hand_.taste(Qt::Key_PageUp);
-    ueberschreibe(u"txt_BildText"_s, u"wird verworfen"_s);
-      },
-      [this] { return text(u"SSP_Anzahl(1)"_s) == "2"_L1 && element(u"SSC_ZuordnungSpeichern"_s).isEnabled(); },
-      [this] { bild(u"anderer_vorgang"_s); });
-  schritt(
-      u"Das Fenster am Rahmen geschlossen: Der Dialog fragt."_s,
-      [] {
+  schritt(u"Doppelklick auf AB 24-1001: Der Dialog zeigt seine Bilder."_s, {klick_Vorgang(u"AB 24-1001"_s, true)},
+      dialog_bereit(u"Beleg AB 24-1001 – Bäckerei Huber, Freiburg · Projekt P-24-07"_s, 4),
+      {pruefe(u"„Zuordnung speichern“ ist gesperrt"_s, nicht(frei(u"SSC_ZuordnungSpeichern"_s)))});
+  schritt(u"Die Taste „Bild auf“ geht zum nächsten Bild, sein Text wird überschrieben."_s,
+      {taste(Qt::Key_PageUp), ueberschreibe(u"txt_BildText"_s, u"wird verworfen"_s)},
+      beide(am_Bild(2), frei(u"SSC_ZuordnungSpeichern"_s)), {bild(u"anderer_vorgang"_s)});
+  const Tat schliesse_am_Rahmen = [] {
     QCloseEvent schliessen;
     QCoreApplication::sendEvent(Hand::fenster_vorn()->windowHandle(), &schliessen);
-      },
-      [this] { return meldung_offen(u"Achtung"_s); });
+  };
   schritt(
-      u"Klick auf „Nein“: Nichts ist geschrieben."_s, [this] { klicke_Antwort(u"Nein"_s); },
-      [this] { return zurueck_mit(u"Beleg AB 24-1001: Nichts geändert."_s); },
-      [this] {
-    folge_.erwarte(u"Zeilen zu AB 24-1001"_s, zeilen(u"AB"_s, u"24-1001"_s).join(u'\n'), anderer_vorher_.join(u'\n'));
-      });
+      u"Das Fenster am Rahmen geschlossen: Der Dialog fragt."_s, {schliesse_am_Rahmen}, meldung_offen(u"Achtung"_s));
+  schritt(u"Klick auf „Nein“: Nichts ist geschrieben."_s, {antworte(u"Nein"_s)},
+      zurueck_mit(u"Beleg AB 24-1001: Nichts geändert."_s), {pruefe_anderen_Vorgang()});
 }
 
 void Rundgang::pruefe_Endstand() {

@@ -38,7 +38,7 @@ QString grundname(const Beispielbild& bild) {
 /// A picture of the tree bears its stamp, one that waits does not.
 namen::Bilddatei name_von(const Beispielbild& bild) {
   const Bilddatei datei{grundname(bild), u"jpg"_s};
-  return bild.ordner ? datei.gestempelt(Bilddatei::Stempel(zeit_von(bild.nummer))) : datei;
+  return bild.vorgang ? datei.gestempelt(Bilddatei::Stempel(zeit_von(bild.nummer))) : datei;
 }
 
 exif_schreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {
@@ -70,7 +70,8 @@ QByteArray als_jpeg(const Beispielbild& bild) {
 
 void schreibe_bild(const Beispielbild& bild, const QString& ordner, clsBildZuordnungen& store) {
   const namen::Bilddatei name = name_von(bild);
-  const QString ziel = bild.ordner ? ordner + u"\\bilder\\"_s + text_von(bild.ordner) : ordner + u"\\eingang"_s;
+  const QString ziel =
+      bild.vorgang ? ordner + u"\\bilder\\"_s + text_von(bild.vorgang->ordner) : ordner + u"\\eingang"_s;
   store.Fkt_MakePath(ziel);
   dateien::schreibe_alles(ziel + u'\\' + name.datei(), als_jpeg(bild));
   if (bild.text && !store.Fkt_WriteFile(ziel + u'\\' + name.textdatei(), text_von(bild.text)))
@@ -83,25 +84,19 @@ QString einfuegen(const Beispielbild& bild, int platz) {
   const auto oder = [](const QString& wert, const QString& sonst) { return wert.isEmpty() ? sonst : literal(wert); };
   const QString strich = literal(u"-"_s);
   const namen::Bilddatei name = name_von(bild);
-  const QStringList werte{oder(text_von(bild.key1), strich), oder(text_von(bild.key2), strich),
-      oder(text_von(bild.key3), strich), strich, literal(name.name), literal(name.ext), literal(text_von(bild.typ1)),
-      strich, literal(text_von(bild.ordner)), oder(text_von(bild.beschreibung), u"NULL"_s),
+  const Beispielvorgang& zu = *bild.vorgang;
+  const QStringList werte{oder(text_von(zu.key1), strich), oder(text_von(zu.key2), strich),
+      oder(text_von(zu.key3), strich), strich, literal(name.name), literal(name.ext), literal(text_von(zu.typ1)),
+      strich, literal(text_von(zu.ordner)), oder(text_von(bild.beschreibung), u"NULL"_s),
       literal(u"0001"_s.leftJustified(50)), strich, QString::number(platz)};
   return u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
          "Beschreibung, Druckkennzeichen, Grafik_Ursprung, SortIndex) VALUES ("_s +
       werte.join(u", "_s) + u')';
 }
 
-QString vorgang_von(const Beispielbild& bild) {
-  return QStringList{text_von(bild.typ1), text_von(bild.key1), text_von(bild.key2), text_von(bild.key3)}.join(u'\n');
-}
-
 void pruefe_leer(const QString& ordner) {
-  const FileSystemObject dateien;
-  if (dateien.FileExists(ordner)) throw Abbruch(Ausgang::Datei, u"„%1“ ist eine Datei."_s.arg(ordner));
-  if (!dateien.FolderExists(ordner)) return;
-  const Folder inhalt = dateien.GetFolder(ordner);
-  if (!inhalt.Files().isEmpty() || !inhalt.SubFolders().isEmpty())
+  if (FileSystemObject().FileExists(ordner)) throw Abbruch(Ausgang::Datei, u"„%1“ ist eine Datei."_s.arg(ordner));
+  if (!datenordner::ist_frei(ordner))
     throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht leer; Beispieldaten überschreiben nichts."_s.arg(ordner));
 }
 
@@ -145,9 +140,9 @@ void erzeuge(const QString& ordner) {
   schema::lege_an(verbindung);
   const auto offene = oeffne(verbindung);
   for (const QString& anweisung : schema::wirtstabellen() + tabellen_des_betriebs()) offene->Execute(anweisung);
-  QHash<QString, int> belegt;
+  QHash<const Beispielvorgang*, int> belegt;
   for (const Beispielbild& bild : bilder())
-    if (bild.ordner) offene->Execute(einfuegen(bild, belegt[vorgang_von(bild)]++));
+    if (bild.vorgang) offene->Execute(einfuegen(bild, belegt[bild.vorgang]++));
 }
 
 }  // namespace beispieldaten

@@ -66,12 +66,9 @@ void verliere_ein_Bild(const QString& ordner) {
 }
 
 void pruefe_frei(const QString& ordner) {
-  const FileSystemObject dateien;
-  if (dateien.FileExists(ordner))
+  if (FileSystemObject().FileExists(ordner))
     throw Abbruch(Ausgang::Datei, u"„%1“ ist eine Datei und kein Ordner."_s.arg(namen::angezeigt(ordner)));
-  if (!dateien.FolderExists(ordner)) return;
-  const Folder inhalt = dateien.GetFolder(ordner);
-  if (!inhalt.Files().isEmpty() || !inhalt.SubFolders().isEmpty())
+  if (!datenordner::ist_frei(ordner))
     throw Abbruch(Ausgang::Datei,
         u"Im Ordner „%1“ liegt anderes, aber keine Datenbank „betrieb.db“. Es ist nichts angelegt; nennen "
         "Sie mit „--datenordner“ einen leeren Ordner."_s.arg(namen::angezeigt(ordner)));
@@ -95,6 +92,13 @@ void mache(const QString& ordner) {
 
 bool datenordner::eingerichtet(const QString& ordner) {
   return FileSystemObject().FileExists(datenbank(ordner));
+}
+
+bool datenordner::ist_frei(const QString& ordner) {
+  const FileSystemObject dateien;
+  if (!dateien.FolderExists(ordner)) return true;
+  const Folder inhalt = dateien.GetFolder(ordner);
+  return inhalt.Files().isEmpty() && inhalt.SubFolders().isEmpty();
 }
 
 void datenordner::richte_ein(const QString& ordner) {

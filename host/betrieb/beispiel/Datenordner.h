@@ -8,6 +8,9 @@ namespace datenordner {
 /// There is a database in the folder.
 bool eingerichtet(const QString& ordner);
 
+/// The folder is missing or there is nothing in it.
+bool ist_frei(const QString& ordner);
+
 /// Makes the folder with the sample data: the sample firm's records, and its picture tree, in which one assigned file
 /// is missing. All of it is made beside the folder and takes its name when it is complete. A folder that is set up
 /// already stays as it is; one that holds anything else is refused. Failures end with Abbruch, and nothing is left.

@@ -20,13 +20,8 @@ class Schreiber {
  public:
   explicit Schreiber(Bytefolge folge) : gross_(folge == Bytefolge::Gross) {}
 
-  QByteArray zahl16(std::uint16_t wert) const { return bytes(wert); }
-  QByteArray zahl32(std::uint32_t wert) const { return bytes(wert); }
-  QByteArray bruch(Bruch b) const { return zahl32(b.zaehler) + zahl32(b.nenner); }
-
- private:
   template <class Zahl>
-  QByteArray bytes(Zahl wert) const {
+  QByteArray zahl(Zahl wert) const {
     QByteArray ziel(sizeof(Zahl), '\0');
     if (gross_)
       qToBigEndian(wert, ziel.data());
@@ -34,6 +29,9 @@ class Schreiber {
       qToLittleEndian(wert, ziel.data());
     return ziel;
   }
+  QByteArray zahl(Bruch bruch) const { return zahl(bruch.zaehler) + zahl(bruch.nenner); }
+
+ private:
   bool gross_;
 };
 
@@ -46,9 +44,9 @@ class Verzeichnis {
     const QByteArray bytes = windows1252::encode(wert) + '\0';
     felder_.append({tag, Ascii, static_cast<std::uint32_t>(bytes.size()), bytes});
   }
-  void kurz(std::uint16_t tag, std::uint16_t wert) { felder_.append({tag, Short, 1, schreiber_.zahl16(wert)}); }
-  void lang(std::uint16_t tag, std::uint32_t wert) { felder_.append({tag, Long, 1, schreiber_.zahl32(wert)}); }
-  void bruch(std::uint16_t tag, Bruch wert) { felder_.append({tag, Rational, 1, schreiber_.bruch(wert)}); }
+  void kurz(std::uint16_t tag, std::uint16_t wert) { felder_.append({tag, Short, 1, schreiber_.zahl(wert)}); }
+  void lang(std::uint16_t tag, std::uint32_t wert) { felder_.append({tag, Long, 1, schreiber_.zahl(wert)}); }
+  void bruch(std::uint16_t tag, Bruch wert) { felder_.append({tag, Rational, 1, schreiber_.zahl(wert)}); }
   void roh(std::uint16_t tag, const QByteArray& wert) {
     felder_.append({tag, Undefined, static_cast<std::uint32_t>(wert.size()), wert});
   }
@@ -62,18 +60,18 @@ class Verzeichnis {
   }
   /// The directory's bytes when it begins at `ort`, counted from the TIFF header; no directory follows in its chain.
   QByteArray bytes(qsizetype ort) const {
-    QByteArray felder = schreiber_.zahl16(static_cast<std::uint16_t>(felder_.size()));
+    QByteArray felder = schreiber_.zahl(static_cast<std::uint16_t>(felder_.size()));
     QByteArray werte;
     for (const Feld& feld : felder_) {
-      felder += schreiber_.zahl16(feld.tag) + schreiber_.zahl16(feld.typ) + schreiber_.zahl32(feld.anzahl);
+      felder += schreiber_.zahl(feld.tag) + schreiber_.zahl<std::uint16_t>(feld.typ) + schreiber_.zahl(feld.anzahl);
       if (feld.wert.size() <= 4) {
         felder += feld.wert.leftJustified(4, '\0');
         continue;
       }
-      felder += schreiber_.zahl32(static_cast<std::uint32_t>(ort + feste_laenge() + werte.size()));
+      felder += schreiber_.zahl(static_cast<std::uint32_t>(ort + feste_laenge() + werte.size()));
       werte += feld.wert.leftJustified(gerade(feld.wert.size()), '\0');
     }
-    return felder + schreiber_.zahl32(0) + werte;
+    return felder + schreiber_.zahl<std::uint32_t>(0) + werte;
   }
 
  private:
@@ -132,11 +130,10 @@ QByteArray mit_exif(const QByteArray& jpeg, const Aufnahme& aufnahme, Bytefolge 
   Verzeichnis exif(schreiber);
   fuelle_aufnahme(exif, aufnahme);
 
-  const QByteArray tiff = QByteArray(folge == Bytefolge::Gross ? "MM" : "II") + schreiber.zahl16(42) +
-      schreiber.zahl32(Kopf) + haupt.bytes(Kopf) + exif.bytes(ort_exif);
+  const QByteArray tiff = QByteArray(folge == Bytefolge::Gross ? "MM" : "II") + schreiber.zahl<std::uint16_t>(42) +
+      schreiber.zahl<std::uint32_t>(Kopf) + haupt.bytes(Kopf) + exif.bytes(ort_exif);
   const QByteArray inhalt = QByteArray("Exif\0\0", 6) + tiff;
-  QByteArray laenge(2, '\0');
-  qToBigEndian(static_cast<std::uint16_t>(inhalt.size() + 2), laenge.data());
+  const QByteArray laenge = Schreiber(Bytefolge::Gross).zahl(static_cast<std::uint16_t>(inhalt.size() + 2));
   return jpeg.left(2) + "\xFF\xE1" + laenge + inhalt + jpeg.mid(2);
 }
 

@@ -8,19 +8,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct Artwoerter {
-  QString einzahl;
-  QString mehrzahl;
-  QString typ1;
-};
-
-const Artwoerter& woerter(Vorgangsart art) {
-  static const std::array<Artwoerter, Vorgangsarten.size()> Woerter{
-      {{u"Beleg"_s, u"Belege"_s, u"BEL"_s}, {u"Montageauftrag"_s, u"Montageaufträge"_s, u"MON"_s},
-          {u"Artikel"_s, u"Artikel"_s, u"ART"_s}, {u"Anlage"_s, u"Anlagen"_s, u"ANL"_s}}};
-  return Woerter.at(static_cast<std::size_t>(art));
-}
-
 QString oder_strich(const QString& wert) {
   return text::Trim(wert).isEmpty() ? u"-"_s : wert;
 }
@@ -46,22 +33,17 @@ QString nummer_von(const Datensatz& satz, Vorgangsart art) {
 
 namespace vorgang {
 
-QString einzahl(Vorgangsart art) {
-  return woerter(art).einzahl;
-}
-
-QString mehrzahl(Vorgangsart art) {
-  return woerter(art).mehrzahl;
-}
-
-QString typ1(Vorgangsart art) {
-  return woerter(art).typ1;
+const Artwoerter& woerter(Vorgangsart art) {
+  static const std::array<Artwoerter, Vorgangsarten.size()> Woerter{
+      {{u"Beleg"_s, u"Belege"_s, u"BEL"_s}, {u"Montageauftrag"_s, u"Montageaufträge"_s, u"MON"_s},
+          {u"Artikel"_s, u"Artikel"_s, u"ART"_s}, {u"Anlage"_s, u"Anlagen"_s, u"ANL"_s}}};
+  return Woerter.at(static_cast<std::size_t>(art));
 }
 
 Vorgang aus_schluesseln(Vorgangsart art, const QString& key1, const QString& key2, const QString& key3) {
   Vorgang neu;
   neu.art = art;
-  neu.satz = {oder_strich(key1), oder_strich(key2), oder_strich(key3), u"-"_s, typ1(art), u"-"_s};
+  neu.satz = {oder_strich(key1), oder_strich(key2), oder_strich(key3), u"-"_s, woerter(art).typ1, u"-"_s};
   neu.nummer = nummer_von(neu.satz, art);
   return neu;
 }
@@ -76,22 +58,14 @@ QString kennung(const Vorgang& vorgang) {
 }
 
 QString infozeile(const Vorgang& vorgang) {
-  const QString anfang = einzahl(vorgang.art) + u' ' + vorgang.nummer;
+  const QString anfang = woerter(vorgang.art).einzahl + u' ' + vorgang.nummer;
   return vorgang.betreff.isEmpty() ? anfang : anfang + u" – "_s + vorgang.betreff;
 }
 
 QString bildordner(const Vorgang& vorgang) {
-  switch (vorgang.art) {
-    case Vorgangsart::Beleg:
-      return u"Belege\\"_s + ordnername(vorgang.satz.key2);
-    case Vorgangsart::Montageauftrag:
-      return u"Montage\\"_s + ordnername(vorgang.satz.key2);
-    case Vorgangsart::Artikel:
-      return u"Artikel\\Allg"_s;
-    case Vorgangsart::Anlage:
-      break;
-  }
-  return u"Anlagen\\"_s + ordnername(vorgang.satz.key1);
+  if (vorgang.art == Vorgangsart::Artikel) return u"Artikel\\Allg"_s;
+  if (vorgang.art == Vorgangsart::Anlage) return u"Anlagen\\"_s + ordnername(vorgang.satz.key1);
+  return (vorgang.art == Vorgangsart::Beleg ? u"Belege\\"_s : u"Montage\\"_s) + ordnername(vorgang.satz.key2);
 }
 
 QString anzahl_Bilder(int anzahl) {

@@ -25,11 +25,13 @@ struct Vorgang {
 
 namespace vorgang {
 
-/// "Beleg" and "Belege".
-QString einzahl(Vorgangsart art);
-QString mehrzahl(Vorgangsart art);
-/// "BEL".
-QString typ1(Vorgangsart art);
+/// How a kind is called, as "Beleg", "Belege", and "BEL" in the table.
+struct Artwoerter {
+  QString einzahl;
+  QString mehrzahl;
+  QString typ1;
+};
+const Artwoerter& woerter(Vorgangsart art);
 /// A record of that kind with its keys as the host has them; blank ones become "-".
 Vorgang aus_schluesseln(Vorgangsart art, const QString& key1, const QString& key2 = {}, const QString& key3 = {});
 /// The two records are the same to the database, which looks neither at the case of letters nor at trailing blanks.

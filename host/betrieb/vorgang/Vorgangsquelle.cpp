@@ -12,20 +12,28 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Customers by their number, as "Bäckerei Huber, Freiburg".
-using Kunden = QHash<QString, QString>;
-
 class Leser {
  public:
   explicit Leser(adodb::Connection& verbindung) : verbindung_(verbindung) {}
 
   vorgangsquelle::Bestand lies() {
     const QList<Vorgang> bebilderte = lies_Anzahlen();
-    lies_Kunden();
-    lies_Belege();
-    lies_Montageauftraege();
-    lies_Artikel();
-    lies_Anlagen();
+    lies_Tabelle(u"Kunden"_s, u"Select Kundennummer, Name, Ort from Kunden"_s, [&](const adodb::Recordset& satz) {
+      kunden_.insert(satz.Text(0), verbunden({satz.Text(1), satz.Text(2)}, u", "_s));
+    });
+    lies_Art(Vorgangsart::Beleg, u"Select Belegart, Belegnummer, Kundennummer, Projektnummer from BelegKopfZunft"_s, 2,
+        [&](const adodb::Recordset& satz) {
+      const QString projekt = satz.Text(3).isEmpty() ? QString() : u"Projekt "_s + satz.Text(3);
+      return verbunden({kunden_.value(satz.Text(2), satz.Text(2)), projekt}, u" · "_s);
+    });
+    lies_Art(Vorgangsart::Montageauftrag, u"Select Belegart, Belegnummer, MontageNr, Aufgabe from Montageauftraege"_s,
+        3, [](const adodb::Recordset& satz) { return satz.Text(3); });
+    lies_Art(Vorgangsart::Artikel, u"Select Artikelnummer, Bezeichnung from Artikelstamm"_s, 1,
+        [](const adodb::Recordset& satz) { return satz.Text(1); });
+    lies_Art(Vorgangsart::Anlage, u"Select Referenz1, Referenz2, Referenz3, Bezeichnung from Anlagen"_s, 3,
+        [&](const adodb::Recordset& satz) {
+      return verbunden({satz.Text(3), kunden_.value(satz.Text(0))}, u" · "_s);
+    });
     for (const Vorgang& neu : bebilderte) nimm_auf(neu);
     ordne();
     return std::move(bestand_);
@@ -42,7 +50,7 @@ class Leser {
     for (; !satz->Eof(); satz->MoveNext()) {
       const QString typ = text::UCase(text::Trim(satz->Text(0)));
       for (const Vorgangsart art : Vorgangsarten) {
-        if (vorgang::typ1(art) != typ) continue;
+        if (vorgang::woerter(art).typ1 != typ) continue;
         Vorgang neu = vorgang::aus_schluesseln(art, satz->Text(1), satz->Text(2), satz->Text(3));
         neu.bilder = satz->Text(4).toInt();
         anzahlen_.insert(vorgang::kennung(neu), neu.bilder);
@@ -64,53 +72,22 @@ class Leser {
     bestand_.hinweise.append(was + u": "_s + (fehlt ? u"die Tabelle fehlt"_s : ausfall->worte));
   }
 
-  void lies_Kunden() {
-    lies_Tabelle(u"Kunden"_s, u"Select Kundennummer, Name, Ort from Kunden"_s, [&](const adodb::Recordset& satz) {
-      QStringList teile{satz.Text(1), satz.Text(2)};
-      teile.removeAll(QString());
-      kunden_.insert(satz.Text(0), teile.join(u", "_s));
+  /// Reads the records of a kind: the first `schluessel` columns are their keys, `betreff` makes their subject.
+  template <class Betreff>
+  void lies_Art(Vorgangsart art, const QString& anweisung, std::int32_t schluessel, Betreff&& betreff) {
+    lies_Tabelle(vorgang::woerter(art).mehrzahl, anweisung, [&](const adodb::Recordset& satz) {
+      std::array<QString, 3> keys;
+      for (std::int32_t i = 0; i < schluessel; ++i) keys.at(static_cast<std::size_t>(i)) = satz.Text(i);
+      Vorgang neu = vorgang::aus_schluesseln(art, keys[0], keys[1], keys[2]);
+      neu.betreff = betreff(satz);
+      neu.bilder = anzahlen_.value(vorgang::kennung(neu));
+      nimm_auf(neu);
     });
   }
 
-  void lies_Belege() {
-    lies_Tabelle(vorgang::mehrzahl(Vorgangsart::Beleg),
-        u"Select Belegart, Belegnummer, Kundennummer, Projektnummer from BelegKopfZunft"_s,
-        [&](const adodb::Recordset& satz) {
-      QStringList teile{kunden_.value(satz.Text(2), satz.Text(2))};
-      if (!satz.Text(3).isEmpty()) teile.append(u"Projekt "_s + satz.Text(3));
-      teile.removeAll(QString());
-      nimm_auf(Vorgangsart::Beleg, {satz.Text(0), satz.Text(1), {}}, teile.join(u" · "_s));
-    });
-  }
-
-  void lies_Montageauftraege() {
-    lies_Tabelle(vorgang::mehrzahl(Vorgangsart::Montageauftrag),
-        u"Select Belegart, Belegnummer, MontageNr, Aufgabe from Montageauftraege"_s, [&](const adodb::Recordset& satz) {
-          nimm_auf(Vorgangsart::Montageauftrag, {satz.Text(0), satz.Text(1), satz.Text(2)}, satz.Text(3));
-        });
-  }
-
-  void lies_Artikel() {
-    lies_Tabelle(vorgang::mehrzahl(Vorgangsart::Artikel), u"Select Artikelnummer, Bezeichnung from Artikelstamm"_s,
-        [&](const adodb::Recordset& satz) {
-      nimm_auf(Vorgangsart::Artikel, {satz.Text(0), {}, {}}, satz.Text(1));
-    });
-  }
-
-  void lies_Anlagen() {
-    lies_Tabelle(vorgang::mehrzahl(Vorgangsart::Anlage),
-        u"Select Referenz1, Referenz2, Referenz3, Bezeichnung from Anlagen"_s, [&](const adodb::Recordset& satz) {
-          QStringList teile{satz.Text(3), kunden_.value(satz.Text(0))};
-          teile.removeAll(QString());
-          nimm_auf(Vorgangsart::Anlage, {satz.Text(0), satz.Text(1), satz.Text(2)}, teile.join(u" · "_s));
-        });
-  }
-
-  void nimm_auf(Vorgangsart art, const std::array<QString, 3>& schluessel, const QString& betreff) {
-    Vorgang neu = vorgang::aus_schluesseln(art, schluessel[0], schluessel[1], schluessel[2]);
-    neu.betreff = betreff;
-    neu.bilder = anzahlen_.value(vorgang::kennung(neu));
-    nimm_auf(neu);
+  static QString verbunden(QStringList teile, const QString& trenner) {
+    teile.removeAll(QString());
+    return teile.join(trenner);
   }
 
   void nimm_auf(const Vorgang& neu) {
@@ -127,7 +104,8 @@ class Leser {
 
   adodb::Connection& verbindung_;
   vorgangsquelle::Bestand bestand_;
-  Kunden kunden_;
+  /// By their number, as "Bäckerei Huber, Freiburg".
+  QHash<QString, QString> kunden_;
   QHash<QString, int> anzahlen_;
   QSet<QString> bekannt_;
 };

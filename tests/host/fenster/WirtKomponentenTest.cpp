@@ -1,3 +1,4 @@
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
