@@ -64,7 +64,7 @@ std::string zeilen(const QSet<QString>& namen) {
 
 }  // namespace
 
-TEST(Symbole, The_library_publishes_what_the_list_names_and_nothing_else) {
+TEST(Symbole, TheLibraryPublishesWhatTheListNamesAndNothingElse) {
   const QString nm = QStandardPaths::findExecutable(u"nm"_s);
   if (nm.isEmpty()) GTEST_SKIP() << "nm (binutils) is missing";
   const QSet<QString> soll = liste();

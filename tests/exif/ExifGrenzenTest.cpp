@@ -32,7 +32,7 @@ class ExifGrenzen : public testing::Test {
   QElapsedTimer uhr_;
 };
 
-TEST_F(ExifGrenzen, a_directory_chained_to_itself_is_read_once_and_the_exif_sub_directory_is_not_visited) {
+TEST_F(ExifGrenzen, ADirectoryChainedToItselfIsReadOnceAndTheExifSubDirectoryIsNotVisited) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(1, 4, 1, 3).zeiger().kette(8);
   b.unterverzeichnis().zahl(5, 4, 1, 0);
@@ -43,7 +43,7 @@ TEST_F(ExifGrenzen, a_directory_chained_to_itself_is_read_once_and_the_exif_sub_
   EXPECT_EQ(ergebnis.entries[0].Value, Variant(3));
 }
 
-TEST_F(ExifGrenzen, a_chain_that_points_back_ends_at_the_directory_seen_before) {
+TEST_F(ExifGrenzen, AChainThatPointsBackEndsAtTheDirectorySeenBefore) {
   ExifBauer b(Folge::Motorola);
   b.verzeichnis().zahl(1, 4, 1, 3).zeiger();
   b.verzeichnis().zahl(2, 4, 1, 3);
@@ -52,7 +52,7 @@ TEST_F(ExifGrenzen, a_chain_that_points_back_ends_at_the_directory_seen_before) 
   EXPECT_EQ(lade_bytes(b.jpeg()).entries.size(), 4U);
 }
 
-TEST_F(ExifGrenzen, an_exif_pointer_to_a_directory_seen_before_adds_nothing) {
+TEST_F(ExifGrenzen, AnExifPointerToADirectorySeenBeforeAddsNothing) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(1, 4, 1, 3).zahl(34665, 4, 1, 8);
   const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
@@ -60,7 +60,7 @@ TEST_F(ExifGrenzen, an_exif_pointer_to_a_directory_seen_before_adds_nothing) {
   EXPECT_EQ(ergebnis.entries.size(), 2U);
 }
 
-TEST_F(ExifGrenzen, a_second_load_may_walk_the_same_positions_again) {
+TEST_F(ExifGrenzen, ASecondLoadMayWalkTheSamePositionsAgain) {
   clsExifInfo info;
   info.picFile(ordner_.schreibe(u"a.jpg"_s, kamerabild(Folge::Intel)));
   ASSERT_TRUE(info.Load({}));
@@ -69,7 +69,7 @@ TEST_F(ExifGrenzen, a_second_load_may_walk_the_same_positions_again) {
   EXPECT_EQ(info.Anzahl_Entries(), 2 * anzahl);
 }
 
-TEST_F(ExifGrenzen, a_ring_of_empty_directories_ends) {
+TEST_F(ExifGrenzen, ARingOfEmptyDirectoriesEnds) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(1, 4, 1, 3);
   b.verzeichnis();
@@ -79,7 +79,7 @@ TEST_F(ExifGrenzen, a_ring_of_empty_directories_ends) {
   EXPECT_EQ(ergebnis.entries.size(), 1U);
 }
 
-TEST_F(ExifGrenzen, directories_of_65535_entries_end_at_a_million_entries) {
+TEST_F(ExifGrenzen, DirectoriesOf65535EntriesEndAtAMillionEntries) {
   // Directories that overlap: one begins twelve bytes behind the other, the count of each lies in a field of the one
   // before it that is not read, for format 0 has none.
   constexpr int verzeichnisse = 20;
@@ -100,7 +100,7 @@ TEST_F(ExifGrenzen, directories_of_65535_entries_end_at_a_million_entries) {
   EXPECT_EQ(ergebnis.entries.size(), 15U * 65535U);
 }
 
-TEST_F(ExifGrenzen, a_long_chain_of_empty_directories_ends_at_a_million) {
+TEST_F(ExifGrenzen, ALongChainOfEmptyDirectoriesEndsAtAMillion) {
   QByteArray tiff(8 + 6 * 1'100'000 + 18, '\0');
   const ExifBauer b(Folge::Intel);
   tiff.replace(0, 8, "II*"_ba + QByteArray(1, '\0') + b.w32(8));
@@ -115,7 +115,7 @@ TEST_F(ExifGrenzen, a_long_chain_of_empty_directories_ends_at_a_million) {
   EXPECT_EQ(ergebnis.entries.size(), 1U);
 }
 
-TEST_F(ExifGrenzen, text_ends_at_256_mb_with_the_part_appended_until_then) {
+TEST_F(ExifGrenzen, TextEndsAt256MbWithThePartAppendedUntilThen) {
   // 40 entries share 4,000,000 bytes: as 16-bit characters the 34th goes beyond.
   constexpr int eintraege = 40;
   constexpr qsizetype laenge = 4'000'000;
@@ -135,7 +135,7 @@ TEST_F(ExifGrenzen, text_ends_at_256_mb_with_the_part_appended_until_then) {
   }
 }
 
-TEST_F(ExifGrenzen, decimal_text_ends_at_256_mb_too) {
+TEST_F(ExifGrenzen, DecimalTextEndsAt256MbToo) {
   constexpr qsizetype laenge = 6'000'000;
   ExifBauer b(Folge::Motorola);
   b.verzeichnis();
@@ -147,7 +147,7 @@ TEST_F(ExifGrenzen, decimal_text_ends_at_256_mb_too) {
   EXPECT_EQ(ergebnis.entries.at(8), Exif_Entry());
 }
 
-TEST_F(ExifGrenzen, a_huge_count_reads_no_further_than_the_file) {
+TEST_F(ExifGrenzen, AHugeCountReadsNoFurtherThanTheFile) {
   for (const int format : {1, 2, 7}) {
     ExifBauer b(Folge::Intel);
     b.verzeichnis().zahl(700, format, 0x7FFFFFFF, 0);
@@ -158,7 +158,7 @@ TEST_F(ExifGrenzen, a_huge_count_reads_no_further_than_the_file) {
   }
 }
 
-TEST_F(ExifGrenzen, values_all_over_a_large_file_are_read_right) {
+TEST_F(ExifGrenzen, ValuesAllOverALargeFileAreReadRight) {
   // More blocks than are kept at a time, in an order that drives each of them out again.
   constexpr std::uint32_t abstand = 16 * 1024 * 1024;
   ExifBauer b(Folge::Motorola);

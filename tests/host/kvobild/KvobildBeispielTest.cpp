@@ -36,7 +36,7 @@ class KvobildBeispiel : public ::testing::Test {
 
 std::unique_ptr<Testordner> KvobildBeispiel::ordner_;
 
-TEST_F(KvobildBeispiel, Dreissig_Bilder_die_sich_in_der_Farbe_unterscheiden) {
+TEST_F(KvobildBeispiel, ThirtyPicturesThatDifferInColour) {
   QSet<QRgb> farben;
   int grosse = 0;
   for (const QString& datei : bilder()) {
@@ -50,7 +50,7 @@ TEST_F(KvobildBeispiel, Dreissig_Bilder_die_sich_in_der_Farbe_unterscheiden) {
   EXPECT_EQ(grosse, 3);
 }
 
-TEST_F(KvobildBeispiel, Jede_Zuordnung_hat_ihre_Datei_und_einige_einen_Text) {
+TEST_F(KvobildBeispiel, EveryAssignmentHasItsFileAndSomeHaveAText) {
   int mit_text = 0;
   QSet<QString> arten;
   for (const QJsonObject& zeile : zeilen()) {
@@ -63,7 +63,7 @@ TEST_F(KvobildBeispiel, Jede_Zuordnung_hat_ihre_Datei_und_einige_einen_Text) {
   EXPECT_GE(mit_text, 5);
 }
 
-TEST_F(KvobildBeispiel, Exif_liegt_in_beiden_Bytefolgen_vor_und_nennt_die_Groesse) {
+TEST_F(KvobildBeispiel, ExifIsThereInBothByteOrdersAndNamesTheSize) {
   QSet<QByteArray> folgen;
   for (const QString& datei : bilder()) {
     QFile roh(datei);
@@ -78,7 +78,7 @@ TEST_F(KvobildBeispiel, Exif_liegt_in_beiden_Bytefolgen_vor_und_nennt_die_Groess
   EXPECT_EQ(folgen, (QSet<QByteArray>{QByteArray(), "II", "MM"}));
 }
 
-TEST_F(KvobildBeispiel, Texte_stehen_in_Windows_1252) {
+TEST_F(KvobildBeispiel, TextsAreInWindows1252) {
   QFile datei(pfad(u"eingang/Übergabe_25jpg.txt"_s));
   ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
   EXPECT_EQ(datei.readAll(),
@@ -86,7 +86,7 @@ TEST_F(KvobildBeispiel, Texte_stehen_in_Windows_1252) {
       "bergeben an Frau \xD6zt\xFCrk.");
 }
 
-TEST_F(KvobildBeispiel, Ein_Wirt_findet_die_Vorgaenge_eines_Kunden_und_eines_Projekts) {
+TEST_F(KvobildBeispiel, AHostFindsTheRecordsOfACustomerAndOfAProject) {
   const QString verbindung = u"Provider=SQLite;Data Source="_s + pfad(u"betrieb.db"_s);
   auto offene = std::make_shared<adodb::Connection>();
   offene->Open(verbindung);
@@ -99,7 +99,7 @@ TEST_F(KvobildBeispiel, Ein_Wirt_findet_die_Vorgaenge_eines_Kunden_und_eines_Pro
   EXPECT_EQ(store.Bild_Key2(), u"24-2003"_s);
 }
 
-TEST_F(KvobildBeispiel, Ein_Ordner_mit_Inhalt_wird_nicht_angetastet) {
+TEST_F(KvobildBeispiel, AFolderWithContentIsNotTouched) {
   const QStringList vorher = bilder();
   const Lauf lauf = kvobild({u"beispieldaten"_s, pfad()});
   EXPECT_EQ(lauf.code, 4);

@@ -31,7 +31,7 @@ class Speicher : public Bilder {
   static constexpr QSize kKlein{50, 40};
 };
 
-TEST_F(Speicher, eine_unveraenderte_Datei_gibt_dieselben_Pixel_wieder) {
+TEST_F(Speicher, AnUnchangedFileGivesTheSamePixelsAgain) {
   const QString pfad = ordner.schreibe(u"a.jpg"_s, vorlagen::jpeg(vorlagen::foto({400, 300})));
   const QImage erst = oeffne(pfad)->bild(kKlein);
   const QImage dann = oeffne(pfad)->bild(kKlein);
@@ -39,7 +39,7 @@ TEST_F(Speicher, eine_unveraenderte_Datei_gibt_dieselben_Pixel_wieder) {
   EXPECT_EQ(erst.constBits(), dann.constBits()) << "the pixels were made anew";
 }
 
-TEST_F(Speicher, fuer_bekannte_Pixel_werden_die_Bytes_der_Datei_nicht_gelesen) {
+TEST_F(Speicher, ForKnownPixelsTheBytesOfTheFileAreNotRead) {
   const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
   oeffne(pfad)->bild(kKlein);
   struct stat vorher {};
@@ -56,14 +56,14 @@ TEST_F(Speicher, fuer_bekannte_Pixel_werden_die_Bytes_der_Datei_nicht_gelesen) {
   EXPECT_LT(gelesen() - anfang, 5000) << "the file has 96054 bytes";
 }
 
-TEST_F(Speicher, eine_geaenderte_Datei_gibt_das_neue_Bild) {
+TEST_F(Speicher, AChangedFileGivesTheNewPicture) {
   const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
   EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kRot);
   aendere(u"a.bmp"_s, einfarbig(kBlau));
   EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kBlau);
 }
 
-TEST_F(Speicher, eine_ersetzte_Datei_mit_altem_Zeitstempel_gibt_das_neue_Bild) {
+TEST_F(Speicher, AReplacedFileWithAnOldTimeStampGivesTheNewPicture) {
   const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
   const QString neu = ordner.schreibe(u"b.bmp"_s, einfarbig(kBlau));
   EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kRot);
@@ -75,7 +75,7 @@ TEST_F(Speicher, eine_ersetzte_Datei_mit_altem_Zeitstempel_gibt_das_neue_Bild) {
   EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kBlau);
 }
 
-TEST_F(Speicher, eine_an_Ort_und_Stelle_geaenderte_Datei_mit_altem_Zeitstempel_gibt_das_neue_Bild) {
+TEST_F(Speicher, AFileChangedInPlaceWithAnOldTimeStampGivesTheNewPicture) {
   const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
   struct stat alt {};
   ASSERT_EQ(::stat(QFile::encodeName(pfad).constData(), &alt), 0);
@@ -86,13 +86,13 @@ TEST_F(Speicher, eine_an_Ort_und_Stelle_geaenderte_Datei_mit_altem_Zeitstempel_g
   EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kBlau);
 }
 
-TEST_F(Speicher, eine_eben_geaenderte_Datei_wird_nicht_gemerkt) {
+TEST_F(Speicher, AFileChangedJustNowIsNotRemembered) {
   Bildspeicher::aktuell().uhr(nullptr);
   oeffne(ordner.schreibe(u"a.bmp"_s, einfarbig(kRot)))->bild(kKlein);
   EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
 }
 
-TEST_F(Speicher, ganze_Bilder_werden_nie_gemerkt) {
+TEST_F(Speicher, WholePicturesAreNeverRemembered) {
   const Bitmap b = lade(u"a.bmp"_s, einfarbig(kRot));
   b->bild();
   b->bild({200, 160});
@@ -102,7 +102,7 @@ TEST_F(Speicher, ganze_Bilder_werden_nie_gemerkt) {
   EXPECT_EQ(Bildspeicher::aktuell().belegt(), 50 * 40 * 4);
 }
 
-TEST_F(Speicher, ein_Bild_aus_dem_Speicher_liest_fuer_andere_Groessen_nach) {
+TEST_F(Speicher, APictureFromTheCacheReadsAgainForOtherSizes) {
   const QString pfad = ordner.schreibe(u"a.png"_s, vorlagen::kodiert(vorlagen::foto({120, 90}), "png"));
   oeffne(pfad)->bild(kKlein);
   const Bitmap b = oeffne(pfad);
@@ -110,7 +110,7 @@ TEST_F(Speicher, ein_Bild_aus_dem_Speicher_liest_fuer_andere_Groessen_nach) {
   EXPECT_EQ(b->bild(kKlein).size(), kKlein);
 }
 
-TEST_F(Speicher, ein_Bild_aus_dem_Speicher_zeigt_nie_eine_spaetere_Datei) {
+TEST_F(Speicher, APictureFromTheCacheNeverShowsALaterFile) {
   const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
   oeffne(pfad)->bild(kKlein);
   const Bitmap alt = oeffne(pfad);
@@ -123,7 +123,7 @@ TEST_F(Speicher, ein_Bild_aus_dem_Speicher_zeigt_nie_eine_spaetere_Datei) {
   EXPECT_EQ(alt->bild({30, 20}).pixel(10, 10), kRot);
 }
 
-TEST_F(Speicher, ein_geladenes_Bild_zeigt_in_jeder_Groesse_seine_alte_Datei) {
+TEST_F(Speicher, ALoadedPictureShowsItsOldFileInEverySize) {
   const QString pfad = ordner.schreibe(u"a.png"_s, vorlagen::kodiert(vorlagen::foto({120, 90}), "png"));
   const Bitmap alt = oeffne(pfad);
   aendere(u"a.png"_s, einfarbig(kBlau));
@@ -133,14 +133,14 @@ TEST_F(Speicher, ein_geladenes_Bild_zeigt_in_jeder_Groesse_seine_alte_Datei) {
   EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kBlau);
 }
 
-TEST_F(Speicher, wer_Pixel_aendert_aendert_nicht_den_Speicher) {
+TEST_F(Speicher, WhoeverChangesPixelsDoesNotChangeTheCache) {
   const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
   QImage bild = oeffne(pfad)->bild(kKlein);
   bild.fill(Qt::green);
   EXPECT_EQ(oeffne(pfad)->bild(kKlein).pixel(5, 5), kRot);
 }
 
-TEST_F(Speicher, die_Grenze_haelt_und_das_laengst_Unbenutzte_geht_zuerst) {
+TEST_F(Speicher, TheLimitHoldsAndWhatWasUnusedLongestGoesFirst) {
   constexpr qint64 kEines = 50 * 40 * 4;
   Bildspeicher::aktuell().grenze(5 * kEines);
   QStringList pfade;
@@ -159,13 +159,13 @@ TEST_F(Speicher, die_Grenze_haelt_und_das_laengst_Unbenutzte_geht_zuerst) {
   Bildspeicher::aktuell().grenze(Bildspeicher::kGrenze);
 }
 
-TEST_F(Speicher, von_einer_Datei_bleiben_hoechstens_vier_Groessen) {
+TEST_F(Speicher, OfOneFileAtMostFourSizesStay) {
   const Bitmap b = lade(u"a.bmp"_s, einfarbig(kRot));
   for (int i = 1; i <= 9; ++i) b->bild({i, 1});
   EXPECT_EQ(Bildspeicher::aktuell().belegt(), 4 * (6 + 7 + 8 + 9));
 }
 
-TEST_F(Speicher, ein_Bild_von_mehr_als_einem_Viertel_der_Grenze_wird_nicht_gemerkt) {
+TEST_F(Speicher, APictureOfMoreThanAQuarterOfTheLimitIsNotRemembered) {
   Bildspeicher::aktuell().grenze(4 * 50 * 40 * 4 - 4);
   lade(u"a.bmp"_s, einfarbig(kRot))->bild(kKlein);
   EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
