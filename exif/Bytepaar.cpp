@@ -24,7 +24,7 @@ constexpr std::size_t Abschnitt = 2048;
 }
 
 #if defined(__x86_64__)
-[[gnu::target("avx2")]] std::optional<std::size_t> suche_avx2(
+[[gnu::target("avx2")]] std::optional<std::size_t> suche_AVX2(
     std::span<const std::uint8_t> bytes, std::uint8_t erstes, std::uint8_t zweites) {
   return suche(bytes, erstes, zweites);
 }
@@ -35,8 +35,8 @@ constexpr std::size_t Abschnitt = 2048;
 std::optional<std::size_t> finde_Bytepaar(
     std::span<const std::uint8_t> bytes, std::uint8_t erstes, std::uint8_t zweites) {
 #if defined(__x86_64__)
-  static const bool avx2 = __builtin_cpu_supports("avx2") != 0;
-  if (avx2) return suche_avx2(bytes, erstes, zweites);
+  static const bool Mit_AVX2 = __builtin_cpu_supports("avx2") != 0;
+  if (Mit_AVX2) return suche_AVX2(bytes, erstes, zweites);
 #endif
   return suche(bytes, erstes, zweites);
 }

@@ -20,7 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A bare container has the locale "C", of which Qt complains on standard error at every start.
-void setze_utf8() {
+void setze_Utf8() {
   static_cast<void>(std::setlocale(LC_ALL, ""));
   if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
 }
@@ -66,7 +66,7 @@ void ohne_Belangloses(QtMsgType art, const QMessageLogContext& ort, const QStrin
 }  // namespace
 
 int main(int argc, char** argv) {
-  setze_utf8();
+  setze_Utf8();
   waehle_Plattform();
   suche_keinen_Sitzungsbus();
   bisher = qInstallMessageHandler(ohne_Belangloses);

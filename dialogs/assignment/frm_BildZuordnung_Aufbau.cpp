@@ -16,8 +16,9 @@ constexpr double Hoehe_Kopf = 810, Hoehe_Streifen = 2100, Hoehe_Fuss = 520;
 
 /// The picture that stands for a missing file, drawn once for all forms.
 const std::shared_ptr<const Bild>& platzhalter() {
-  static const auto bild = gezeichnetes_Blatt(u":/kvo/icons/bild_fehlt.svg"_s, {800, 600}, QColor(225, 225, 225));
-  return bild;
+  static const auto Platzhalterbild =
+      gezeichnetes_Blatt(u":/kvo/icons/bild_fehlt.svg"_s, {800, 600}, QColor(225, 225, 225));
+  return Platzhalterbild;
 }
 
 }  // namespace
@@ -46,12 +47,12 @@ void frm_BildZuordnung::entwirf_Kopf() {
   QFont fett = SSP_Panel(0).font();
   fett.setBold(true);
   SSP_Panel(0).setFont(fett);
-  constexpr std::array<double, 4> breiten{500, 450, 400, 450};
+  constexpr std::array<double, 4> Breiten{500, 450, 400, 450};
   const std::array<QString, 4> texte{u"Bild:"_s, u"0"_s, u"von"_s, u"0"_s};
   for (int i = 0; i < 4; ++i) {
     const auto n = static_cast<std::size_t>(i);
     SSPanel& feld = SSP_Anzahl.entwirf(i);
-    feld.Move(0, 220, breiten[n], 340);
+    feld.Move(0, 220, Breiten[n], 340);
     feld.Caption(texte[n]);
     feld.setFrameShape(QFrame::NoFrame);
     feld.setAlignment(Qt::AlignCenter);

@@ -197,10 +197,10 @@ void frm_BildZuordnung::nimm_Text_mit(const QString& alt, const QString& neu) {
 /// Copies a new picture under its stamped name into the record's folder, one that lies there already too: its row would
 /// point to no file otherwise. Gives it a record at the row's place. A picture whose copy failed stays new.
 bool frm_BildZuordnung::lege_neue_an(Arbeitszeile& zeile) {
-  const QString alte_endung = text::Trim(zeile.BildExt);
-  const QString endung = Bilddatei::ersetze_verbotene(alte_endung);
+  const QString alte_Endung = text::Trim(zeile.BildExt);
+  const QString endung = Bilddatei::ersetze_verbotene(alte_Endung);
   const QString quelle =
-      Bilddatei{mod_BilderSuchen::Fkt_SplitFileName(zeile.VollerPfad, 2), alte_endung, text::Trim(zeile.Pfad)}.pfad();
+      Bilddatei{mod_BilderSuchen::Fkt_SplitFileName(zeile.VollerPfad, 2), alte_Endung, text::Trim(zeile.Pfad)}.pfad();
   const QString name = kopiere(quelle, zeile, endung);
   Bildspur& spur = zeile.Spur;
   if (spur.kopie.gescheitert()) {

@@ -14,7 +14,7 @@ QString verbindung_zur_Datei(const QString& datei) {
   return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(datei);
 }
 
-QString verbindung_aus_angabe(const QString& angabe) {
+QString verbindung_aus_Angabe(const QString& angabe) {
   return angabe.contains(u'=') ? angabe : verbindung_zur_Datei(angabe);
 }
 

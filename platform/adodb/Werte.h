@@ -57,7 +57,7 @@ class KVO_EXPORT Werte {
     Art art = Art::Null;
   };
   const Zelle* text_ueber(std::size_t nummer, std::size_t breite) const noexcept;
-  Zelle neuer_text(qsizetype laenge) const;
+  Zelle neuer_Text(qsizetype laenge) const;
 
   std::vector<Zelle> zellen_;
   std::vector<char16_t> zeichen_;
@@ -65,6 +65,6 @@ class KVO_EXPORT Werte {
 
 /// A text of these characters. One ASCII character shares its memory with all of its kind and nobody counts who holds
 /// it: in most columns of most rows stands "-".
-QString als_text(QStringView zeichen);
+QString als_Text(QStringView zeichen);
 
 }  // namespace adodb

@@ -49,20 +49,20 @@ class Weiter {
   bool operator()(Anweisung&& anweisung) noexcept {
     try {
       std::forward<Anweisung>(anweisung)();
-      letzte_nummer_ = 0;
+      letzte_Nummer_ = 0;
     } catch (...) {
-      letzte_nummer_ = aktueller_Fehler().Nummer();
+      letzte_Nummer_ = aktueller_Fehler().Nummer();
     }
-    return letzte_nummer_ == 0;
+    return letzte_Nummer_ == 0;
   }
 
   /// The last statement failed.
-  bool fehlgeschlagen() const noexcept { return letzte_nummer_ != 0; }
+  bool fehlgeschlagen() const noexcept { return letzte_Nummer_ != 0; }
   /// Number of the last statement's failure, 0 when it ran to its end.
-  std::int32_t Nummer() const noexcept { return letzte_nummer_; }
+  std::int32_t Nummer() const noexcept { return letzte_Nummer_; }
 
  private:
-  std::int32_t letzte_nummer_ = 0;
+  std::int32_t letzte_Nummer_ = 0;
 };
 
 }  // namespace fehler

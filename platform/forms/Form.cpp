@@ -14,16 +14,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace tasten {
 
-std::int16_t code(int qt_taste) noexcept {
+std::int16_t code(int qt_Taste) noexcept {
   constexpr std::pair<int, std::int16_t> Tasten[] = {{Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9}, {Qt::Key_Return, 13},
       {Qt::Key_Enter, 13}, {Qt::Key_Shift, 16}, {Qt::Key_Control, 17}, {Qt::Key_Alt, 18}, {Qt::Key_Escape, 27},
       {Qt::Key_PageUp, 33}, {Qt::Key_PageDown, 34}, {Qt::Key_End, 35}, {Qt::Key_Home, 36}, {Qt::Key_Left, 37},
       {Qt::Key_Up, 38}, {Qt::Key_Right, 39}, {Qt::Key_Down, 40}, {Qt::Key_Insert, 45}, {Qt::Key_Delete, 46}};
-  if (qt_taste >= Qt::Key_F1 && qt_taste <= Qt::Key_F24) return static_cast<std::int16_t>(112 + qt_taste - Qt::Key_F1);
-  if (qt_taste == Qt::Key_Space || (qt_taste >= Qt::Key_0 && qt_taste <= Qt::Key_9) ||
-      (qt_taste >= Qt::Key_A && qt_taste <= Qt::Key_Z))
-    return static_cast<std::int16_t>(qt_taste);
-  return nachgeschlagen(Tasten, qt_taste, std::int16_t{0});
+  if (qt_Taste >= Qt::Key_F1 && qt_Taste <= Qt::Key_F24) return static_cast<std::int16_t>(112 + qt_Taste - Qt::Key_F1);
+  if (qt_Taste == Qt::Key_Space || (qt_Taste >= Qt::Key_0 && qt_Taste <= Qt::Key_9) ||
+      (qt_Taste >= Qt::Key_A && qt_Taste <= Qt::Key_Z))
+    return static_cast<std::int16_t>(qt_Taste);
+  return nachgeschlagen(Tasten, qt_Taste, std::int16_t{0});
 }
 
 std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept {

@@ -18,7 +18,7 @@ class QAbstractButton;
 namespace tasten {
 enum Shift : std::int16_t { Umschalt = 1, Strg = 2, Alt = 4 };
 /// The virtual key code of a Qt key; 0 for one that has none here.
-std::int16_t code(int qt_taste) noexcept;
+std::int16_t code(int qt_Taste) noexcept;
 std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept;
 }  // namespace tasten
 

@@ -21,16 +21,16 @@ QList<ImageCodecInfo> alle() {
 std::uint32_t bytes_von(const QList<ImageCodecInfo>& liste) {
   qsizetype texte = 0;
   for (const ImageCodecInfo& k : liste) texte += (k.MimeType.size() + 1) * 2;
-  return static_cast<std::uint32_t>(liste.size()) * kKodierersatz + static_cast<std::uint32_t>(texte);
+  return static_cast<std::uint32_t>(liste.size()) * Kodierersatz + static_cast<std::uint32_t>(texte);
 }
 
 }  // namespace
 
 std::int32_t CLSIDFromString(const QString& text, CLSID& clsid) {
-  constexpr std::int32_t kKeine_Kennung = -2147221005;
+  constexpr std::int32_t Keine_Kennung = -2147221005;
   clsid.fill(0);
   const QUuid kennung = QUuid::fromString(text);
-  if (kennung.toString().compare(text, Qt::CaseInsensitive) != 0) return kKeine_Kennung;
+  if (kennung.toString().compare(text, Qt::CaseInsensitive) != 0) return Keine_Kennung;
   const QByteArray bytes = kennung.toRfc4122();
   std::copy(bytes.begin(), bytes.end(), clsid.begin());
   return Ok;

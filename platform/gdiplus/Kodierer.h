@@ -19,7 +19,7 @@ struct ImageCodecInfo {
   QString MimeType;
 };
 /// Bytes of a record of the encoder list, as callers reckon with it; the texts stand behind the records.
-inline constexpr std::uint32_t kKodierersatz = 76;
+inline constexpr std::uint32_t Kodierersatz = 76;
 
 enum EncoderParameterValueType : std::uint32_t { EncoderParameterValueTypeLong = 4 };
 

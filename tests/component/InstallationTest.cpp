@@ -28,8 +28,8 @@ QSet<QString> veroeffentlichte_Koepfe() {
   QFile datei(Quellen + u"component/CMakeLists.txt"_s);
   EXPECT_TRUE(datei.open(QIODevice::ReadOnly));
   QSet<QString> koepfe;
-  static const QRegularExpression ausdruck(u"PROJECT_SOURCE_DIR\\}/([^\"]+\\.h)\""_s);
-  for (auto lauf = ausdruck.globalMatch(QString::fromUtf8(datei.readAll())); lauf.hasNext();)
+  static const QRegularExpression Ausdruck(u"PROJECT_SOURCE_DIR\\}/([^\"]+\\.h)\""_s);
+  for (auto lauf = Ausdruck.globalMatch(QString::fromUtf8(datei.readAll())); lauf.hasNext();)
     koepfe.insert(lauf.next().captured(1));
   return koepfe;
 }

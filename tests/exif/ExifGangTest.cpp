@@ -11,10 +11,10 @@ namespace {
 
 class ExifGang : public testing::TestWithParam<Folge> {
  protected:
-  Ladeergebnis lade_bytes(const QByteArray& bytes) { return lade(ordner_.schreibe(u"a.jpg"_s, bytes)); }
+  Ladeergebnis lade_Bytes(const QByteArray& bytes) { return lade(ordner_.schreibe(u"a.jpg"_s, bytes)); }
   /// The tags in the order of reading; the walk must have ended as usual.
   QList<int> tags(const ExifBauer& b) {
-    const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+    const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
     EXPECT_TRUE(ergebnis.load);
     EXPECT_EQ(ergebnis.fehler, 0);
     QList<int> gelesen;
@@ -47,13 +47,13 @@ TEST_P(ExifGang, DoesNotNeedAChainFieldBehindTheExifSubDirectory) {
   b.unterverzeichnis().zahl(5, 4, 1, 9);
   QByteArray bytes = "\xFF\xD8"_ba + ExifBauer::segment(b.tiff());
   bytes.chop(4);
-  EXPECT_EQ(lade_bytes(bytes).entries.at(1).Value, Variant(9));
+  EXPECT_EQ(lade_Bytes(bytes).entries.at(1).Value, Variant(9));
 }
 
 TEST_P(ExifGang, StoresGpsAndInteroperabilityPointersWithoutFollowingThem) {
   ExifBauer b(GetParam());
   b.verzeichnis().zahl(34853, 4, 1, 8).zahl(40965, 4, 1, 8);
-  const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+  const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
   ASSERT_EQ(ergebnis.entries.size(), 2U);
   EXPECT_EQ(ergebnis.entries[0].Value, Variant(8));
   EXPECT_EQ(ergebnis.entries[1].Value, Variant(8));
@@ -76,7 +76,7 @@ TEST_P(ExifGang, AnExifPointerOfEightDigitsIsADecimalNumber) {
   ASSERT_EQ(b.offset(1), 38U);
   QByteArray tiff = b.tiff();
   tiff.insert(38, QByteArray(6, '\0'));
-  const Ladeergebnis ergebnis = lade_bytes("\xFF\xD8"_ba + ExifBauer::segment(tiff));
+  const Ladeergebnis ergebnis = lade_Bytes("\xFF\xD8"_ba + ExifBauer::segment(tiff));
   ASSERT_EQ(ergebnis.entries.size(), 3U);
   EXPECT_EQ(ergebnis.entries[0].Value, Variant(u"00000044"_s));
   EXPECT_EQ(ergebnis.entries[2].Tag_Id, 5);
@@ -86,7 +86,7 @@ TEST_P(ExifGang, AnExifPointerThatIsNoNumberEndsTheWalkBehindItsValue) {
   for (const QByteArray& feld : {"\xAB\xCD\xEF\xFF"_ba, "\x1E\x01\x01\x1E"_ba}) {
     ExifBauer b(GetParam());
     b.verzeichnis().feld(34665, 1, 1, feld).zahl(1, 4, 1, 3);
-    const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+    const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
     EXPECT_TRUE(ergebnis.load);
     ASSERT_EQ(ergebnis.entries.size(), 2U);
     EXPECT_EQ(ergebnis.entries[0].Tag_Id, 34665);
@@ -99,18 +99,18 @@ TEST_P(ExifGang, ExifPointersWithBlanksSignsExponentsOrAFractionEndTheWalk) {
   for (const QByteArray& feld : {"  44"_ba, "+044"_ba, "-044"_ba, "44  "_ba, "4e01"_ba, "1e04"_ba, "44.0"_ba}) {
     ExifBauer b(GetParam());
     b.verzeichnis().feld(34665, 2, 4, feld).zahl(1, 4, 1, 3);
-    EXPECT_EQ(lade_bytes(b.jpeg()).entries.at(1), Exif_Entry()) << feld.toStdString();
+    EXPECT_EQ(lade_Bytes(b.jpeg()).entries.at(1), Exif_Entry()) << feld.toStdString();
   }
   ExifBauer b(GetParam());
   b.verzeichnis().daten(34665, 5, 1, b.bruch(8, 1)).zahl(1, 4, 1, 3);
-  EXPECT_EQ(lade_bytes(b.jpeg()).entries.at(1), Exif_Entry());
+  EXPECT_EQ(lade_Bytes(b.jpeg()).entries.at(1), Exif_Entry());
 }
 
 TEST_P(ExifGang, AnExifPointerOfTooManyDigitsEndsTheWalk) {
   const QByteArray ziffern = "2147483648x"_ba;
   ExifBauer b(GetParam());
   b.verzeichnis().daten(34665, 2, GetParam() == Folge::Intel ? 11 : 10, ziffern).zahl(1, 4, 1, 3);
-  const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+  const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
   EXPECT_EQ(ergebnis.entries.at(0).Value, Variant(u"2147483648"_s));
   EXPECT_EQ(ergebnis.entries.at(1), Exif_Entry());
 }
@@ -125,7 +125,7 @@ TEST_P(ExifGang, AnEmptyFirstDirectoryEndsTheWalkWhileTheListWasNeverSized) {
   ExifBauer b(GetParam());
   b.verzeichnis();
   b.verzeichnis().zahl(1, 4, 1, 3);
-  const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+  const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
   EXPECT_TRUE(ergebnis.load);
   EXPECT_TRUE(ergebnis.is_loaded);
   EXPECT_TRUE(ergebnis.entries.empty());
@@ -153,7 +153,7 @@ TEST_P(ExifGang, AFileThatEndsInsideADirectoryLeavesEmptyEntriesUpToItsSize) {
   b.verzeichnis().zahl(1, 4, 1, 3).zahl(2, 4, 1, 4).zahl(3, 4, 1, 5);
   const QByteArray ganz = b.jpeg();
   // Behind the second entry's format code: its count can't be read.
-  const Ladeergebnis ergebnis = lade_bytes(ganz.left(12 + 8 + 2 + 12 + 5));
+  const Ladeergebnis ergebnis = lade_Bytes(ganz.left(12 + 8 + 2 + 12 + 5));
   EXPECT_TRUE(ergebnis.load);
   ASSERT_EQ(ergebnis.entries.size(), 3U);
   EXPECT_EQ(ergebnis.entries[0].Value, Variant(3));
@@ -167,10 +167,10 @@ TEST_P(ExifGang, OneZeroByteCanBeReadBehindTheFile) {
   ExifBauer b(GetParam());
   b.verzeichnis().feld(1, 2, 4, "abcd");
   // The field's last byte is the zero byte; the chain behind it can't be read, which ends the walk.
-  const Ladeergebnis ergebnis = lade_bytes(b.jpeg().left(12 + 8 + 2 + 11));
+  const Ladeergebnis ergebnis = lade_Bytes(b.jpeg().left(12 + 8 + 2 + 11));
   const bool motorola = GetParam() == Folge::Motorola;
   EXPECT_EQ(ergebnis.entries.at(0).Value, Variant(QStringView(motorola ? u"abc\0" : u"\0cba", 4).toString()));
-  EXPECT_EQ(lade_bytes(b.jpeg().left(12 + 8 + 2 + 10)).entries.at(0).Value, Variant(Empty{}));
+  EXPECT_EQ(lade_Bytes(b.jpeg().left(12 + 8 + 2 + 10)).entries.at(0).Value, Variant(Empty{}));
 }
 
 TEST_P(ExifGang, TheMakerNoteIsOneTextAndIsNotWalked) {
@@ -179,7 +179,7 @@ TEST_P(ExifGang, TheMakerNoteIsOneTextAndIsNotWalked) {
   ExifBauer b(GetParam());
   const QByteArray bytes = notiz.tiff();
   b.verzeichnis().daten(37500, 7, static_cast<std::uint32_t>(bytes.size()), bytes);
-  const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+  const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
   ASSERT_EQ(ergebnis.entries.size(), 1U);
   EXPECT_FALSE(ergebnis.entries[0].Is_MakerNote);
   EXPECT_EQ(std::get<QString>(ergebnis.entries[0].Value).size(), bytes.size() - (GetParam() == Folge::Intel ? 1 : 0));

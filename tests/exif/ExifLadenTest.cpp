@@ -14,7 +14,7 @@ namespace {
 
 class ExifLaden : public testing::Test {
  protected:
-  Ladeergebnis lade_bytes(const QByteArray& bytes) { return lade(ordner_.schreibe(u"bild.jpg"_s, bytes)); }
+  Ladeergebnis lade_Bytes(const QByteArray& bytes) { return lade(ordner_.schreibe(u"bild.jpg"_s, bytes)); }
 
   /// A small valid file of one directory with the entry 256.
   static ExifBauer klein(Folge folge = Folge::Intel, std::uint32_t wert = 7) {
@@ -24,7 +24,7 @@ class ExifLaden : public testing::Test {
   Testordner ordner_;
 };
 
-void erwarte_kein_exif(const Ladeergebnis& ergebnis) {
+void erwarte_kein_Exif(const Ladeergebnis& ergebnis) {
   EXPECT_EQ(ergebnis, Ladeergebnis());
 }
 
@@ -92,16 +92,16 @@ TEST_F(ExifLaden, InASecondLoadThePositionsFoundByTheFirstStillHoldWhereNothingR
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(1, 4, 1, 0).zeiger();
   b.unterverzeichnis().zahl(2, 4, 1, 0);
-  ExifBauer ohne_zeiger(Folge::Intel);
-  ohne_zeiger.verzeichnis().zahl(3, 4, 1, 0).zahl(4, 4, 1, 0);
-  ohne_zeiger.unterverzeichnis().zahl(5, 4, 1, 0);
-  QByteArray ohne_marke = ohne_zeiger.jpeg("davor"_ba);
-  ohne_marke.replace("\xFF\xE1"_ba, "\xFF\xE2"_ba);
+  ExifBauer ohne_Zeiger(Folge::Intel);
+  ohne_Zeiger.verzeichnis().zahl(3, 4, 1, 0).zahl(4, 4, 1, 0);
+  ohne_Zeiger.unterverzeichnis().zahl(5, 4, 1, 0);
+  QByteArray ohne_Marke = ohne_Zeiger.jpeg("davor"_ba);
+  ohne_Marke.replace("\xFF\xE1"_ba, "\xFF\xE2"_ba);
 
   clsExifInfo info;
   info.picFile(ordner_.schreibe(u"a.jpg"_s, b.jpeg("davor"_ba)));
   ASSERT_TRUE(info.Load({}));
-  info.picFile(ordner_.schreibe(u"b.jpg"_s, ohne_marke));
+  info.picFile(ordner_.schreibe(u"b.jpg"_s, ohne_Marke));
   ASSERT_TRUE(info.Load({}));
   ASSERT_EQ(info.Anzahl_Entries(), 6);
   EXPECT_EQ(info.Entries()[5].Tag_Id, 5);
@@ -109,59 +109,59 @@ TEST_F(ExifLaden, InASecondLoadThePositionsFoundByTheFirstStillHoldWhereNothingR
 
 TEST_F(ExifLaden, AJfifSegmentInFrontOfApp1DoesNotMatter) {
   const QByteArray jfif("\xFF\xE0\x00\x10JFIF\0\1\1\0\0\1\0\1\0\0", 18);
-  const Ladeergebnis ergebnis = lade_bytes(klein().jpeg(jfif));
+  const Ladeergebnis ergebnis = lade_Bytes(klein().jpeg(jfif));
   EXPECT_TRUE(ergebnis.load);
   ASSERT_EQ(ergebnis.entries.size(), 1U);
   EXPECT_EQ(ergebnis.entries[0].Value, Variant(7));
 }
 
 TEST_F(ExifLaden, AMarkerPairInImageDataWithoutExifBehindItIsNoExif) {
-  erwarte_kein_exif(lade_bytes("\xFF\xD8 Bilddaten \xFF\xE1 weitere Bilddaten"_ba));
+  erwarte_kein_Exif(lade_Bytes("\xFF\xD8 Bilddaten \xFF\xE1 weitere Bilddaten"_ba));
 }
 
 TEST_F(ExifLaden, AMarkerPairInImageDataWithExifFourBytesBehindItIsRead) {
-  const Ladeergebnis ergebnis = lade_bytes("\xFF\xD8\xFF\xDA Bilddaten"_ba + ExifBauer::segment(klein().tiff()));
+  const Ladeergebnis ergebnis = lade_Bytes("\xFF\xD8\xFF\xDA Bilddaten"_ba + ExifBauer::segment(klein().tiff()));
   EXPECT_TRUE(ergebnis.load);
   EXPECT_EQ(ergebnis.entries.size(), 1U);
 }
 
 TEST_F(ExifLaden, AnXmpSegmentInFrontOfTheExifSegmentHidesIt) {
   const QByteArray xmp("\xFF\xE1\x00\x20http://ns.adobe.com/xap/1.0/\0", 33);
-  erwarte_kein_exif(lade_bytes(klein().jpeg(xmp)));
+  erwarte_kein_Exif(lade_Bytes(klein().jpeg(xmp)));
 }
 
 TEST_F(ExifLaden, OneRightByteOfTheFirstTwoIsEnough) {
   const QByteArray rest = klein().jpeg().mid(2);
-  EXPECT_TRUE(lade_bytes(QByteArray("\xFF\0", 2) + rest).load);
-  EXPECT_TRUE(lade_bytes(QByteArray("\0\xD8", 2) + rest).load);
-  erwarte_kein_exif(lade_bytes(QByteArray("\0\0", 2) + rest));
+  EXPECT_TRUE(lade_Bytes(QByteArray("\xFF\0", 2) + rest).load);
+  EXPECT_TRUE(lade_Bytes(QByteArray("\0\xD8", 2) + rest).load);
+  erwarte_kein_Exif(lade_Bytes(QByteArray("\0\0", 2) + rest));
 }
 
 TEST_F(ExifLaden, TheMarkerSearchBeginsAtTheThirdByte) {
-  erwarte_kein_exif(lade_bytes("\xFF"_ba + ExifBauer::segment(klein().tiff())));
-  EXPECT_TRUE(lade_bytes("\xFF\xFF"_ba + ExifBauer::segment(klein().tiff())).load);
+  erwarte_kein_Exif(lade_Bytes("\xFF"_ba + ExifBauer::segment(klein().tiff())));
+  EXPECT_TRUE(lade_Bytes("\xFF\xFF"_ba + ExifBauer::segment(klein().tiff())).load);
 }
 
 TEST_F(ExifLaden, AFileWithoutAMarkerWhoseBytes4To7SpellExifIsRead) {
   const QByteArray block = ExifBauer::segment(klein().tiff()).mid(2);
-  const Ladeergebnis ergebnis = lade_bytes("\xFF\xD8"_ba + block);
+  const Ladeergebnis ergebnis = lade_Bytes("\xFF\xD8"_ba + block);
   EXPECT_TRUE(ergebnis.load);
   ASSERT_EQ(ergebnis.entries.size(), 1U);
   EXPECT_EQ(ergebnis.entries[0].Tag_Id, 256);
 }
 
 TEST_F(ExifLaden, AnEmptyFileIsNoExif) {
-  erwarte_kein_exif(lade_bytes({}));
+  erwarte_kein_Exif(lade_Bytes({}));
 }
 
 TEST_F(ExifLaden, FilesTooShortForTheCheckAreNoExif) {
   for (const QByteArray& bytes : {"\xFF"_ba, "\xFF\xD8"_ba, "\xFF\xD8\xFF"_ba, "\xFF\xD8\xFF\xE1"_ba,
            "\xFF\xD8\xFF\xE1\x20\x20"_ba, "\xFF\xD8\xFF\xE1\x20\x20\x45xi"_ba})
-    erwarte_kein_exif(lade_bytes(bytes));
+    erwarte_kein_Exif(lade_Bytes(bytes));
 }
 
 TEST_F(ExifLaden, APathThatDoesNotExistIsCreatedAsAnEmptyFileAndIsNoExif) {
-  erwarte_kein_exif(lade(ordner_.pfad(u"neu.jpg"_s)));
+  erwarte_kein_Exif(lade(ordner_.pfad(u"neu.jpg"_s)));
   ASSERT_TRUE(ordner_.vorhanden(u"neu.jpg"_s));
   EXPECT_EQ(ordner_.lies(u"neu.jpg"_s), QByteArray());
 }
@@ -225,7 +225,7 @@ TEST_F(ExifLaden, AFileThatEndsBeforeTheOffsetOfTheFirstDirectoryIsAFailureAndIs
   const QByteArray ganz = klein().jpeg();
   // Bytes 12 to 15 are the TIFF header up to the offset; one zero byte more than the file can be read.
   for (qsizetype laenge = 10; laenge < 19; ++laenge) {
-    const Ladeergebnis ergebnis = lade_bytes(ganz.left(laenge));
+    const Ladeergebnis ergebnis = lade_Bytes(ganz.left(laenge));
     EXPECT_EQ(ergebnis.fehler, fehlernummer::IndexAusserhalb) << laenge;
     EXPECT_FALSE(ergebnis.is_loaded) << laenge;
   }
@@ -244,7 +244,7 @@ TEST_F(ExifLaden, AnOffsetOfTheFirstDirectoryWithItsHighestBitSetIsAnOverflow) {
   QByteArray intel = klein().jpeg();
   intel[19] = '\x80';
   for (const QByteArray& bytes : {motorola, intel}) {
-    const Ladeergebnis ergebnis = lade_bytes(bytes);
+    const Ladeergebnis ergebnis = lade_Bytes(bytes);
     EXPECT_EQ(ergebnis.fehler, fehlernummer::Ueberlauf);
     EXPECT_FALSE(ergebnis.is_loaded);
   }
@@ -253,7 +253,7 @@ TEST_F(ExifLaden, AnOffsetOfTheFirstDirectoryWithItsHighestBitSetIsAnOverflow) {
 TEST_F(ExifLaden, AnOffsetThatOverflowsWithTheHeadersPositionFailsWhenIsLoadedIsTrue) {
   QByteArray bytes = klein(Folge::Motorola).jpeg();
   bytes.replace(16, 4, "\x7F\xFF\xFF\xFF");
-  const Ladeergebnis ergebnis = lade_bytes(bytes);
+  const Ladeergebnis ergebnis = lade_Bytes(bytes);
   EXPECT_EQ(ergebnis.fehler, fehlernummer::Ueberlauf);
   EXPECT_TRUE(ergebnis.is_loaded);
 }
@@ -261,26 +261,26 @@ TEST_F(ExifLaden, AnOffsetThatOverflowsWithTheHeadersPositionFailsWhenIsLoadedIs
 TEST_F(ExifLaden, AFirstDirectoryWhoseCountLiesBeyondTheFileFailsWhenIsLoadedIsTrue) {
   const QByteArray ganz = klein().jpeg();
   // The header ends with byte 19; at 20 the zero byte behind the file can be read, at 21 nothing.
-  const Ladeergebnis kurz = lade_bytes(ganz.left(20));
+  const Ladeergebnis kurz = lade_Bytes(ganz.left(20));
   EXPECT_EQ(kurz.fehler, fehlernummer::IndexAusserhalb);
   EXPECT_TRUE(kurz.is_loaded);
   EXPECT_TRUE(kurz.entries.empty());
-  EXPECT_EQ(lade_bytes(ganz.left(21)).fehler, 0);
+  EXPECT_EQ(lade_Bytes(ganz.left(21)).fehler, 0);
 }
 
 TEST_F(ExifLaden, OnlyTheOneByteDecidesTheByteOrder) {
   QByteArray intel = klein().jpeg();
   intel[13] = 'M';
-  EXPECT_EQ(lade_bytes(intel).entries.at(0).Value, Variant(7));
+  EXPECT_EQ(lade_Bytes(intel).entries.at(0).Value, Variant(7));
   QByteArray motorola = klein(Folge::Motorola).jpeg();
   motorola[12] = 'x';
-  EXPECT_EQ(lade_bytes(motorola).entries.at(0).Value, Variant(7));
+  EXPECT_EQ(lade_Bytes(motorola).entries.at(0).Value, Variant(7));
 }
 
 TEST_F(ExifLaden, TheTiffMagicAndTheTwoBytesBehindExifAreNotLookedAt) {
   QByteArray bytes = klein().jpeg();
   bytes.replace(10, 2, "xy").replace(14, 2, "zz");
-  EXPECT_EQ(lade_bytes(bytes).entries.at(0).Value, Variant(7));
+  EXPECT_EQ(lade_Bytes(bytes).entries.at(0).Value, Variant(7));
 }
 
 TEST_F(ExifLaden, AMarkerAcrossTheEdgeOfAnyBlockIsFound) {
@@ -288,7 +288,7 @@ TEST_F(ExifLaden, AMarkerAcrossTheEdgeOfAnyBlockIsFound) {
   for (const char fuellung : {'\xFF', '\xE1', 'x'}) {
     for (const qsizetype kante : {16384, 32768, 81920, 147456}) {
       for (qsizetype davor = kante - 9; davor <= kante + 1; ++davor) {
-        const Ladeergebnis ergebnis = lade_bytes("\xFF\xD8"_ba + QByteArray(davor - 2, fuellung) + segment);
+        const Ladeergebnis ergebnis = lade_Bytes("\xFF\xD8"_ba + QByteArray(davor - 2, fuellung) + segment);
         EXPECT_TRUE(ergebnis.load) << davor;
         EXPECT_EQ(ergebnis.entries.size(), 1U) << davor;
       }

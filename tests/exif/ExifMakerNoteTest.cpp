@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::int32_t erstes_Verzeichnis = 12 + 8;
+constexpr std::int32_t Erstes_Verzeichnis = 12 + 8;
 
 TEST(ExifMakerNote, ReadsOneDirectoryWithItsEntriesMarkedAndFollowsNothing) {
   const Testordner ordner;
@@ -19,7 +19,7 @@ TEST(ExifMakerNote, ReadsOneDirectoryWithItsEntriesMarkedAndFollowsNothing) {
   b.verzeichnis().zahl(2, 4, 1, 71);
   b.unterverzeichnis().zahl(3, 4, 1, 72);
   clsExifInfo info;
-  ExifInfoPruefer::lies(info, ordner.schreibe(u"a.jpg"_s, b.jpeg()), erstes_Verzeichnis);
+  ExifInfoPruefer::lies(info, ordner.schreibe(u"a.jpg"_s, b.jpeg()), Erstes_Verzeichnis);
   ASSERT_EQ(info.Entries().size(), 3U);
   for (const Exif_Entry& entry : info.Entries()) EXPECT_TRUE(entry.Is_MakerNote);
   EXPECT_EQ(info.Entries()[0].Value, Variant(70));
@@ -31,7 +31,7 @@ TEST(ExifMakerNote, DoesNotConvertAnExifPointer) {
   ExifBauer b(Folge::Motorola);
   b.verzeichnis().feld(34665, 2, 4, "Text").zahl(2, 4, 1, 71);
   clsExifInfo info;
-  ExifInfoPruefer::lies(info, ordner.schreibe(u"a.jpg"_s, b.jpeg()), erstes_Verzeichnis);
+  ExifInfoPruefer::lies(info, ordner.schreibe(u"a.jpg"_s, b.jpeg()), Erstes_Verzeichnis);
   EXPECT_EQ(info.Entries().at(1).Value, Variant(71));
 }
 
@@ -41,7 +41,7 @@ TEST(ExifMakerNote, AFailureReachesTheCallerAndWhatWasReadStays) {
   b.verzeichnis().zahl(1, 4, 1, 70).zahl(2, 4, 1, 0x80000000);
   const QString pfad = ordner.schreibe(u"a.jpg"_s, b.jpeg());
   clsExifInfo info;
-  EXPECT_EQ(Fehlernummer_von([&] { ExifInfoPruefer::lies(info, pfad, erstes_Verzeichnis); }), fehlernummer::Ueberlauf);
+  EXPECT_EQ(Fehlernummer_von([&] { ExifInfoPruefer::lies(info, pfad, Erstes_Verzeichnis); }), fehlernummer::Ueberlauf);
   EXPECT_EQ(info.Entries().at(0).Value, Variant(70));
   EXPECT_EQ(Fehlernummer_von([&] { ExifInfoPruefer::lies(info, pfad, 100000); }), fehlernummer::IndexAusserhalb);
   EXPECT_EQ(Fehlernummer_von([&] { ExifInfoPruefer::lies(info, pfad, -1); }), fehlernummer::IndexAusserhalb);

@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QByteArray als_bytes(const std::vector<std::uint8_t>& bytes) {
+QByteArray als_Bytes(const std::vector<std::uint8_t>& bytes) {
   return QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
 }
 
@@ -67,12 +67,12 @@ TEST(ExifVergleich, AnyByteSetToAValueThatHurtsGivesTheSame) {
 }
 
 RC_GTEST_PROP(ExifVergleich, AnyBytesGiveTheSame, (const std::vector<std::uint8_t>& bytes)) {
-  RC_ASSERT(stimmen_ueberein(als_bytes(bytes)));
+  RC_ASSERT(stimmen_ueberein(als_Bytes(bytes)));
 }
 
 RC_GTEST_PROP(ExifVergleich, AnyTiffStructureGivesTheSame, (const std::vector<std::uint8_t>& bytes, bool intel)) {
   const QByteArray kopf = intel ? QByteArray("II*\0\x08\0\0\0", 8) : QByteArray("MM\0*\0\0\0\x08", 8);
-  RC_ASSERT(stimmen_ueberein("\xFF\xD8"_ba + ExifBauer::segment(kopf + als_bytes(bytes))));
+  RC_ASSERT(stimmen_ueberein("\xFF\xD8"_ba + ExifBauer::segment(kopf + als_Bytes(bytes))));
 }
 
 RC_GTEST_PROP(ExifVergleich, AValidFileWithChangedBytesGivesTheSame, ()) {
@@ -85,7 +85,7 @@ RC_GTEST_PROP(ExifVergleich, AValidFileWithChangedBytesGivesTheSame, ()) {
   RC_ASSERT(stimmen_ueberein(bytes));
 }
 
-void vergleiche_ordner(const QString& quelle) {
+void vergleiche_Ordner(const QString& quelle) {
   const Speicherdatei kopie;
   int gelesen = 0;
   QDirIterator dateien(quelle, QDir::Files);
@@ -102,12 +102,12 @@ void vergleiche_ordner(const QString& quelle) {
 
 TEST(ExifVergleich, PicturesOfRealCamerasGiveTheSame) {
   BRAUCHT_TESTDATEN();
-  vergleiche_ordner(testdaten(u"bilder/kameras"_s));
+  vergleiche_Ordner(testdaten(u"bilder/kameras"_s));
 }
 
 TEST(ExifVergleich, PicturesOfSpecialCodingsGiveTheSame) {
   BRAUCHT_TESTDATEN();
-  vergleiche_ordner(testdaten(u"bilder/sonderfaelle"_s));
+  vergleiche_Ordner(testdaten(u"bilder/sonderfaelle"_s));
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ struct Fall {
   std::uint32_t anzahl;
   /// The bytes as they stand in the file: in the field up to four, outside of it otherwise.
   QByteArray bytes;
-  bool im_feld;
+  bool im_Feld;
   Variant motorola;
   Variant intel;
 };
@@ -42,7 +42,7 @@ class ExifWert : public testing::TestWithParam<Fall> {
     const Fall& fall = GetParam();
     ExifBauer b(folge);
     b.verzeichnis();
-    if (fall.im_feld)
+    if (fall.im_Feld)
       b.feld(700, fall.format, fall.anzahl, fall.bytes);
     else
       b.daten(700, fall.format, fall.anzahl, fall.bytes);
@@ -63,7 +63,7 @@ class ExifWert : public testing::TestWithParam<Fall> {
     erwartet.Tag_Id = 700;
     erwartet.Format_Code = GetParam().format;
     erwartet.Item_Count = static_cast<std::int32_t>(GetParam().anzahl);
-    erwartet.Data_Offset = GetParam().im_feld ? 0 : 8 + 2 + 2 * 12 + 4;
+    erwartet.Data_Offset = GetParam().im_Feld ? 0 : 8 + 2 + 2 * 12 + 4;
     erwartet.Value = wert;
     EXPECT_EQ(entry, erwartet);
   }
@@ -79,7 +79,7 @@ TEST_P(ExifWert, IsDecodedByItsFormatFromALittleEndianFile) {
   pruefe(lies(Folge::Intel), GetParam().intel);
 }
 
-const Fall inline_faelle[] = {
+const Fall Inline_Faelle[] = {
     {"byte_one", 1, 1, "\x0A"_ba, true, t("0A000000"), t("0000000A")},
     {"byte_four", 1, 4, "\x01\x2B\xFF\x00"_ba, true, t("012BFF00"), t("00FF2B01")},
     {"byte_none", 1, 0, "\x01\x02\x03\x04"_ba, true, t("01020304"), t("04030201")},
@@ -100,7 +100,7 @@ const Fall inline_faelle[] = {
     {"slong_positive", 9, 1, QByteArray("\x12\0\0\x34", 4), true, 0x12000034, 0x34000012},
 };
 
-const Fall faelle_draussen[] = {
+const Fall Faelle_draussen[] = {
     {"byte_five", 1, 5, QByteArray("\0\x07\x63\x64\xFF", 5), false, t("0799100255"), t("0799100255")},
     {"sbyte_five", 6, 5, QByteArray("\xFF\0\1\x80\x0A", 5), false, t("2550112810"), t("2550112810")},
     {"ascii_five_letters_and_the_zero", 2, 6, QByteArray("abcde\0", 6), false, t(QStringView(u"abcde\0", 6)),
@@ -127,7 +127,7 @@ const Fall faelle_draussen[] = {
         t("2147483519/0")},
 };
 
-const Fall andere_faelle[] = {
+const Fall Andere_Faelle[] = {
     {"format_0", 0, 1, "\1\2\3\4"_ba, true, Empty{}, Empty{}},
     {"format_11", 11, 1, "\1\2\3\4"_ba, true, Empty{}, Empty{}},
     {"format_12", 12, 1, "\xFF\xFF\xFF\xFF"_ba, true, Empty{}, Empty{}},
@@ -135,9 +135,9 @@ const Fall andere_faelle[] = {
     {"format_65535", 65535, 1, "\1\2\3\4"_ba, true, Empty{}, Empty{}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Inline, ExifWert, testing::ValuesIn(inline_faelle), name_des_falls);
-INSTANTIATE_TEST_SUITE_P(Outside, ExifWert, testing::ValuesIn(faelle_draussen), name_des_falls);
-INSTANTIATE_TEST_SUITE_P(Unknown, ExifWert, testing::ValuesIn(andere_faelle), name_des_falls);
+INSTANTIATE_TEST_SUITE_P(Inline, ExifWert, testing::ValuesIn(Inline_Faelle), name_des_falls);
+INSTANTIATE_TEST_SUITE_P(Outside, ExifWert, testing::ValuesIn(Faelle_draussen), name_des_falls);
+INSTANTIATE_TEST_SUITE_P(Unknown, ExifWert, testing::ValuesIn(Andere_Faelle), name_des_falls);
 
 class ExifWerte : public testing::TestWithParam<Folge> {
  protected:

@@ -89,9 +89,9 @@ int fsync(int deskriptor) {
   return static_cast<int>(::syscall(SYS_fsync, deskriptor));
 }
 
-int linkat(int von_ordner, const char* von, int nach_ordner, const char* nach, int art) noexcept {
+int linkat(int von_Ordner, const char* von, int nach_Ordner, const char* nach, int art) noexcept {
   zaehle();
-  return static_cast<int>(::syscall(SYS_linkat, von_ordner, von, nach_ordner, nach, art));
+  return static_cast<int>(::syscall(SYS_linkat, von_Ordner, von, nach_Ordner, nach, art));
 }
 
 int rename(const char* von, const char* nach) noexcept {

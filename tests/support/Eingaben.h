@@ -37,8 +37,8 @@ inline void doppelklicke_Zeile(QAbstractItemView& liste, int zeile) {
   doppelklicke(liste, Ort_der_Zeile(liste, zeile));
 }
 
-inline void taste(QWidget& fenster, Qt::Key qt_taste, Qt::KeyboardModifiers dazu = {}) {
-  QTest::keyClick(fenster.window()->windowHandle(), qt_taste, dazu);
+inline void taste(QWidget& fenster, Qt::Key qt_Taste, Qt::KeyboardModifiers dazu = {}) {
+  QTest::keyClick(fenster.window()->windowHandle(), qt_Taste, dazu);
 }
 
 inline void tippe(QWidget& feld, const QString& text) {

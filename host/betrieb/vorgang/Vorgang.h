@@ -33,7 +33,7 @@ struct Artwoerter {
 };
 const Artwoerter& woerter(Vorgangsart art);
 /// A record of that kind with its keys as the host has them; blank ones become "-".
-Vorgang aus_schluesseln(Vorgangsart art, const QString& key1, const QString& key2 = {}, const QString& key3 = {});
+Vorgang aus_Schluesseln(Vorgangsart art, const QString& key1, const QString& key2 = {}, const QString& key3 = {});
 /// The two records are the same to the database, which looks neither at the case of letters nor at trailing blanks.
 QString kennung(const Vorgang& vorgang);
 /// "Beleg AB 24-1001 – Bäckerei Huber, Freiburg".

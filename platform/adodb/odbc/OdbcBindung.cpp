@@ -10,7 +10,7 @@ constexpr std::size_t Blockbytes = 128 * 1024;
 constexpr std::size_t HoechstensZeilen = 64;
 
 /// Types whose width is that of their text; a time or bytes take other room as text.
-bool zaehlt_zeichen(SQLSMALLINT typ) {
+bool zaehlt_Zeichen(SQLSMALLINT typ) {
   return typ == SQL_CHAR || typ == SQL_VARCHAR || typ == SQL_WCHAR || typ == SQL_WVARCHAR;
 }
 
@@ -18,13 +18,13 @@ bool zaehlt_zeichen(SQLSMALLINT typ) {
 
 void OdbcBindung::merke_vor(SQLSMALLINT art, SQLSMALLINT typ, SQLULEN groesse) {
   const bool text = art == SQL_C_WCHAR;
-  uebrige_ = uebrige_ || (text && (!zaehlt_zeichen(typ) || groesse == 0 || groesse > Breiteste));
+  uebrige_ = uebrige_ || (text && (!zaehlt_Zeichen(typ) || groesse == 0 || groesse > Breiteste));
   if (uebrige_) return;
   const SQLULEN platz = text ? (groesse + 1) * sizeof(char16_t) : 8;
   spalten_.push_back({.art = art, .platz = static_cast<SQLLEN>(platz)});
 }
 
-std::size_t OdbcBindung::hoechste_blockgroesse() const noexcept {
+std::size_t OdbcBindung::hoechste_Blockgroesse() const noexcept {
   std::size_t zeile = 1;
   for (const Spalte& s : spalten_) zeile += static_cast<std::size_t>(s.platz) + sizeof(SQLLEN);
   return std::clamp<std::size_t>(Blockbytes / zeile, 1, HoechstensZeilen);
@@ -32,8 +32,8 @@ std::size_t OdbcBindung::hoechste_blockgroesse() const noexcept {
 
 void OdbcBindung::binde() {
   if (spalten_.empty()) return;
-  std::size_t block = !uebrige_ ? hoechste_blockgroesse() : 1;
-  if (block > 1 && !verlange_block(block)) block = 1;
+  std::size_t block = !uebrige_ ? hoechste_Blockgroesse() : 1;
+  if (block > 1 && !verlange_Block(block)) block = 1;
   for (Spalte& s : spalten_) {
     s.werte.resize(block * static_cast<std::size_t>(s.platz));
     s.laengen.assign(block, SQL_NULL_DATA);
@@ -46,7 +46,7 @@ void OdbcBindung::binde() {
 }
 
 /// A driver that does not take all three gives one row at a time.
-bool OdbcBindung::verlange_block(std::size_t block) {
+bool OdbcBindung::verlange_Block(std::size_t block) {
   zustaende_.assign(block, SQL_ROW_SUCCESS);
   const bool genommen = odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROW_STATUS_PTR, zustaende_.data()) == SQL_SUCCESS &&
       odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROWS_FETCHED_PTR, &geholte_) == SQL_SUCCESS &&

@@ -17,9 +17,9 @@ struct Serverangabe {
 /// Reads "SERVER", "SERVER\INSTANZ", "SERVER,PORT", "SERVER\INSTANZ,PORT", each with "tcp:" before it or not. "." and
 /// "(local)" are this machine. Raises -2147467259 for other ways than TCP ("np:", "lpc:", a pipe's name, "(localdb)")
 /// and for a port that is none. The words never repeat the text.
-Serverangabe lies_serverangabe(const QString& text);
+Serverangabe lies_Serverangabe(const QString& text);
 
 /// A port of 1 to 65535; raises -2147467259 otherwise.
-int lies_port(const QString& text);
+int lies_Port(const QString& text);
 
 }  // namespace adodb

@@ -19,7 +19,7 @@ namespace adodb {
 /// connection counts as open until it is closed.
 class OdbcTreiber final : public Treiber {
  public:
-  explicit OdbcTreiber(OdbcSchicht& odbc = odbc_der_maschine()) : odbc_(odbc) {}
+  explicit OdbcTreiber(OdbcSchicht& odbc = odbc_der_Maschine()) : odbc_(odbc) {}
   ~OdbcTreiber() override { schliesse(); }
   Q_DISABLE_COPY_MOVE(OdbcTreiber)
 
@@ -34,12 +34,12 @@ class OdbcTreiber final : public Treiber {
 
  private:
   class Anweisung;
-  void lege_griffe_an();
+  void lege_Griffe_an();
   void verbinde(const QString& zeichenfolge, const OdbcVersuch& versuch);
-  Ergebnis lies_ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis);
-  void pruefe_leitung();
+  Ergebnis lies_Ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis);
+  void pruefe_Leitung();
   bool ist_tot();
-  [[noreturn]] void wirf_anweisung(SQLHSTMT anweisung);
+  [[noreturn]] void wirf_Anweisung(SQLHSTMT anweisung);
 
   OdbcSchicht& odbc_;
   SQLHENV umgebung_ = SQL_NULL_HENV;

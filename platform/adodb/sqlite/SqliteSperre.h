@@ -26,7 +26,7 @@ class SqliteSperre {
   void verlasse() noexcept;
 
   /// To be called before each statement, on the thread that runs it.
-  void beginne_anweisung() noexcept;
+  void beginne_Anweisung() noexcept;
   /// Waits a moment after the code `ergebnis` (busy or locked) that came back without the handler. False when waiting
   /// further is of no use: the bound has passed, or the connection's own transaction reads an outdated state.
   bool warte_nach(int ergebnis) noexcept;
@@ -36,9 +36,9 @@ class SqliteSperre {
   unsigned pausen() const noexcept { return pausen_.load(std::memory_order_relaxed); }
 
  private:
-  static int bei_sperre(void* selbst, int versuch);
+  static int bei_Sperre(void* selbst, int versuch);
   bool warte(bool begrenzt) noexcept;
-  bool eigener_thread_haelt() const noexcept;
+  bool eigener_Thread_haelt() const noexcept;
 
   std::chrono::milliseconds grenze_;
   sqlite3* datenbank_ = nullptr;

@@ -84,8 +84,8 @@ QVariant Gittermodell::spaltenkopf(int spalte, int rolle) const {
 QVariant Gittermodell::zeilenkopf(int zeile, int rolle) const {
   if (rolle == Qt::TextAlignmentRole) return qt(Ausrichtung::Zentriert);
   if (rolle != Qt::DisplayRole) return {};
-  if (neue_zeile_ && ist_neue_Zeile(zeile)) return u"*"_s;
-  return zeile == aktuelle_zeile_ ? u"▸"_s : QString();
+  if (neue_Zeile_ && ist_neue_Zeile(zeile)) return u"*"_s;
+  return zeile == aktuelle_Zeile_ ? u"▸"_s : QString();
 }
 
 Qt::ItemFlags Gittermodell::flags(const QModelIndex& index) const {
@@ -118,7 +118,7 @@ void Gittermodell::binde(const XArrayDBObject& quelle) {
   beginResetModel();
   stand_ = quelle;
   eingabe_.reset();
-  aktuelle_zeile_ = -1;
+  aktuelle_Zeile_ = -1;
   endResetModel();
 }
 
@@ -163,9 +163,9 @@ void Gittermodell::haenge_Zeile_an() {
 }
 
 void Gittermodell::setze_neue_Zeile(bool wert) {
-  if (wert == neue_zeile_) return;
+  if (wert == neue_Zeile_) return;
   wert ? beginInsertRows({}, zeilen(), zeilen()) : beginRemoveRows({}, zeilen(), zeilen());
-  neue_zeile_ = wert;
+  neue_Zeile_ = wert;
   wert ? endInsertRows() : endRemoveRows();
 }
 
@@ -176,7 +176,7 @@ void Gittermodell::setze_Eingabe(std::optional<Eingabe> eingabe) {
 }
 
 void Gittermodell::setze_aktuelle_Zeile(int zeile) {
-  const int vorher = std::exchange(aktuelle_zeile_, zeile);
+  const int vorher = std::exchange(aktuelle_Zeile_, zeile);
   for (const int z : {vorher, zeile})
     if (z >= 0 && z < rowCount()) Q_EMIT headerDataChanged(Qt::Vertical, z, z);
 }

@@ -20,7 +20,7 @@ class Gittermodell final : public QAbstractTableModel {
     bool gemeldet = false;
   };
 
-  int rowCount(const QModelIndex& ueber = {}) const override { return ueber.isValid() ? 0 : zeilen() + neue_zeile_; }
+  int rowCount(const QModelIndex& ueber = {}) const override { return ueber.isValid() ? 0 : zeilen() + neue_Zeile_; }
   int columnCount(const QModelIndex& ueber = {}) const override {
     return ueber.isValid() ? 0 : static_cast<int>(spalten_.size());
   }
@@ -76,6 +76,6 @@ class Gittermodell final : public QAbstractTableModel {
   std::vector<Gitterspalte> spalten_;
   XArrayDBObject stand_;
   std::optional<Eingabe> eingabe_;
-  bool neue_zeile_ = false;
-  int aktuelle_zeile_ = -1;
+  bool neue_Zeile_ = false;
+  int aktuelle_Zeile_ = -1;
 };

@@ -96,7 +96,7 @@ void TDBGrid::ReBind() {
     const QScopedValueRollback still(durch_Code_, true);
     entwerte_Editor();
     modell_.binde(array_ ? *array_ : XArrayDBObject());
-    modell_.setze_neue_Zeile(neue_zeile_ && array_);
+    modell_.setze_neue_Zeile(neue_Zeile_ && array_);
     auswahl_.Clear();
     grundlage_.clear();
     gehe_zu(0, erste_sichtbare_Spalte());
@@ -123,7 +123,7 @@ void TDBGrid::Refresh() {
 }
 
 void TDBGrid::AllowAddNew(bool wert) {
-  neue_zeile_ = wert;
+  neue_Zeile_ = wert;
   const QScopedValueRollback still(durch_Code_, true);
   modell_.setze_neue_Zeile(wert && array_);
   nimm_Standort();

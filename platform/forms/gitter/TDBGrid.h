@@ -62,7 +62,7 @@ class TDBGrid : public QTableView, public Steuerelement {
   void AllowUpdate(bool wert) { modell_.AllowUpdate = wert; }
   /// A line for a new row, marked "*", follows the last row. It is no row of the array until an edit in it is
   /// committed. False at the start.
-  bool AllowAddNew() const noexcept { return neue_zeile_; }
+  bool AllowAddNew() const noexcept { return neue_Zeile_; }
   void AllowAddNew(bool wert);
 
   // Selection.
@@ -92,7 +92,7 @@ class TDBGrid : public QTableView, public Steuerelement {
   // Events. A row is -1 where there was none.
 
   /// The current cell is another one.
-  std::function<void(std::int32_t letzte_zeile, std::int32_t letzte_spalte)> RowColChange;
+  std::function<void(std::int32_t letzte_Zeile, std::int32_t letzte_Spalte)> RowColChange;
   /// The user has changed the selection; SelBookmarks holds the new one.
   std::function<void()> SelChange;
   /// The user has clicked into a row or its selector; a change of the selection was told before.
@@ -194,7 +194,7 @@ class TDBGrid : public QTableView, public Steuerelement {
   Zelle gedrueckt_;
   bool war_aktuell_ = false;
   bool knopf_gedrueckt_ = false;
-  bool neue_zeile_ = false;
+  bool neue_Zeile_ = false;
   bool durch_Code_ = false;
   bool meldet_Eingabe_ = false;
   QPointer<QLineEdit> editor_;

@@ -89,10 +89,10 @@ class DirListBox::Modell final : public QAbstractListModel {
         return {};
     }
   }
-  void setze(QStringList neue_ebenen, QStringList neue_ordner) {
+  void setze(QStringList neue_Ebenen, QStringList neue_Ordner) {
     beginResetModel();
-    ebenen = std::move(neue_ebenen);
-    ordner = std::move(neue_ordner);
+    ebenen = std::move(neue_Ebenen);
+    ordner = std::move(neue_Ordner);
     endResetModel();
   }
   QStringList ebenen;

@@ -59,9 +59,9 @@ class SSSplitter::Griff final : public QWidget {
 SSSplitter::SSSplitter(QWidget* behaelter, const QString& name)
     : QWidget(behaelter),
       Steuerelement(*this, name),
-      unter_kopf_(new Griff(*this, Qt::Horizontal, name + u"_Balken1"_s)),
+      unter_Kopf_(new Griff(*this, Qt::Horizontal, name + u"_Balken1"_s)),
       mitte_(new Griff(*this, Qt::Vertical, name + u"_Balken2"_s)),
-      ueber_streifen_(new Griff(*this, Qt::Horizontal, name + u"_Balken3"_s)) {}
+      ueber_Streifen_(new Griff(*this, Qt::Horizontal, name + u"_Balken3"_s)) {}
 
 std::size_t SSSplitter::platz(int nummer) {
   if (nummer < 0 || nummer >= Anzahl) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
@@ -123,9 +123,9 @@ void SSSplitter::ordne_Griffe_an() {
   const auto lege = [](Griff* griff, double links, double oben, double breite, double hoehe) {
     griff->setGeometry(twips::pixel(links), twips::pixel(oben), twips::pixel(breite), twips::pixel(hoehe));
   };
-  lege(unter_kopf_, 0, masse_[0].hoehe, Width(), Balken);
+  lege(unter_Kopf_, 0, masse_[0].hoehe, Width(), Balken);
   lege(mitte_, masse_[1].breite, masse_[1].oben, Balken, masse_[1].hoehe);
-  lege(ueber_streifen_, 0, masse_[3].oben - Balken, Width(), Balken);
+  lege(ueber_Streifen_, 0, masse_[3].oben - Balken, Width(), Balken);
 }
 
 void SSSplitter::verschiebe(const Griff& griff, int pixel) {
@@ -136,7 +136,7 @@ void SSSplitter::verschiebe(const Griff& griff, int pixel) {
   };
   Ereigniswache::melde(*this, [&] {
     const auto& [kopf, links, rechts, streifen] = masse_;
-    if (&griff == unter_kopf_)
+    if (&griff == unter_Kopf_)
       setze(kopf_, kopf.hoehe + weg, kopf.hoehe + links.hoehe);
     else if (&griff == mitte_)
       setze(links_, links.breite + weg, links.breite + rechts.breite);

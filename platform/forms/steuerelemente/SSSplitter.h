@@ -65,7 +65,7 @@ class SSSplitter : public QWidget, public Steuerelement {
   double streifen_ = 2100;
   Masse masse_{};
   std::array<Steuerelement*, Anzahl> inhalt_{};
-  Griff* unter_kopf_;
+  Griff* unter_Kopf_;
   Griff* mitte_;
-  Griff* ueber_streifen_;
+  Griff* ueber_Streifen_;
 };

@@ -13,7 +13,7 @@
 namespace bildbefund {
 namespace {
 
-constexpr qsizetype kErstesStueck = qsizetype{64} * 1024;
+constexpr qsizetype ErstesStueck = qsizetype{64} * 1024;
 
 std::int32_t status_von(Kopfbefund befund) noexcept {
   constexpr std::pair<Kopfbefund, gdiplus::Status> Status[] = {{Kopfbefund::Unbekannt, gdiplus::UnknownImageFormat},
@@ -31,11 +31,11 @@ QByteArray lies(const Binaerdatei& datei, qsizetype anzahl, std::int64_t stelle 
 
 // Looks only at the directory, wherever it stands.
 Befund urteile_Tiff(const Binaerdatei& datei) {
-  const QByteArray anfang = lies(datei, kSignaturlaenge);
+  const QByteArray anfang = lies(datei, Signaturlaenge);
   const auto stelle = bildkopf::tiff_Verzeichnis(anfang);
   Bildkopf kopf = bildkopf::defekt(Bildformat::Tiff);
   if (stelle && *stelle < static_cast<std::uint64_t>(datei.laenge()))
-    for (const qsizetype anzahl : {kErstesStueck, bildkopf::kLaengstes_Verzeichnis}) {
+    for (const qsizetype anzahl : {ErstesStueck, bildkopf::Laengstes_Verzeichnis}) {
       const QByteArray verzeichnis = lies(datei, anzahl, static_cast<std::int64_t>(*stelle));
       kopf = lies_Bildkopf(bildkopf::tiff_gekuerzt(anfang, verzeichnis));
       if (kopf.befund != Kopfbefund::Defekt) break;
@@ -56,7 +56,7 @@ Befund urteile(QByteArray& alle) {
 
 Befund urteile_nach_Anfang(const Binaerdatei& datei) {
   const auto ganz = static_cast<qsizetype>(datei.laenge());
-  for (qsizetype anzahl = kErstesStueck; anzahl < ganz; anzahl *= 4) {
+  for (qsizetype anzahl = ErstesStueck; anzahl < ganz; anzahl *= 4) {
     QByteArray anfang = lies(datei, anzahl);
     const Bildformat format = erkenne_Bildformat(anfang);
     // An icon may have a larger picture further behind.
@@ -70,7 +70,7 @@ Befund urteile_nach_Anfang(const Binaerdatei& datei) {
 }
 
 Befund lies_und_urteile(const Binaerdatei& datei, QByteArray& bytes) {
-  if (erkenne_Bildformat(lies(datei, kSignaturlaenge)) == Bildformat::Unbekannt)
+  if (erkenne_Bildformat(lies(datei, Signaturlaenge)) == Bildformat::Unbekannt)
     return {gdiplus::UnknownImageFormat, {}};
   bytes = lies(datei, static_cast<qsizetype>(datei.laenge()));
   return urteile(bytes);

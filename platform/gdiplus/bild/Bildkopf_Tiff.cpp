@@ -7,11 +7,11 @@
 // TIFF 6.0 and BigTIFF (libtiff's "BigTIFF design"): only the first directory counts.
 namespace {
 
-constexpr std::uint16_t kImageWidth = 256;
-constexpr std::uint16_t kImageLength = 257;
+constexpr std::uint16_t ImageWidth = 256;
+constexpr std::uint16_t ImageLength = 257;
 
 struct Verzeichnis {
-  std::uint64_t erster_eintrag = 0;
+  std::uint64_t erster_Eintrag = 0;
   std::uint64_t anzahl = 0;
   unsigned eintrag = 12;  ///< bytes of an entry
   unsigned wert = 8;      ///< position of the value in it
@@ -44,13 +44,13 @@ std::optional<Verzeichnis> erstes_Verzeichnis(const Bytesicht& b) {
   const unsigned zaehler = gross ? 8 : 2;
   if (!stelle || !b.hat(*stelle, zaehler)) return std::nullopt;
   v.anzahl = b.zahl(*stelle, zaehler, v.hohes_zuerst);
-  v.erster_eintrag = *stelle + zaehler;
+  v.erster_Eintrag = *stelle + zaehler;
   if (gross) {
     v.eintrag = 20;
     v.wert = 12;
   }
   // No directory has more entries than there are tags.
-  if (v.anzahl == 0 || v.anzahl > 0xffff || !b.hat(v.erster_eintrag, v.anzahl * v.eintrag)) return std::nullopt;
+  if (v.anzahl == 0 || v.anzahl > 0xffff || !b.hat(v.erster_Eintrag, v.anzahl * v.eintrag)) return std::nullopt;
   return v;
 }
 
@@ -72,7 +72,7 @@ QByteArray bildkopf::tiff_gekuerzt(QByteArrayView anfang, QByteArrayView verzeic
   QByteArray kurz = anfang.toByteArray();
   const qsizetype feld = ist_gross(b) ? 8 : 4;  // its position and its length as well
   kurz.replace(feld, feld, QByteArray(feld, 0));
-  kurz[ist_hohes_zuerst(b) ? 2 * feld - 1 : feld] = static_cast<char>(kSignaturlaenge);
+  kurz[ist_hohes_zuerst(b) ? 2 * feld - 1 : feld] = static_cast<char>(Signaturlaenge);
   return kurz + verzeichnis.toByteArray();
 }
 
@@ -83,10 +83,10 @@ Bildkopf bildkopf::tiff(QByteArrayView bytes) {
   std::uint64_t breite = 0;
   std::uint64_t hoehe = 0;
   for (std::uint64_t i = 0; i < v->anzahl; ++i) {
-    const std::uint64_t eintrag = v->erster_eintrag + i * v->eintrag;
+    const std::uint64_t eintrag = v->erster_Eintrag + i * v->eintrag;
     const auto marke = b.zahl(eintrag, 2, v->hohes_zuerst);
-    if (marke == kImageWidth && breite == 0) breite = ganzzahl(b, *v, eintrag);
-    if (marke == kImageLength && hoehe == 0) hoehe = ganzzahl(b, *v, eintrag);
+    if (marke == ImageWidth && breite == 0) breite = ganzzahl(b, *v, eintrag);
+    if (marke == ImageLength && hoehe == 0) hoehe = ganzzahl(b, *v, eintrag);
   }
   return gelesen(Bildformat::Tiff, breite, hoehe);
 }

@@ -66,8 +66,8 @@ class Leser {
     if (setjmp(fehler_.rueckkehr)) return false;
     cinfo_.scale_num = static_cast<unsigned>(num);
     cinfo_.scale_denom = 8;
-    ist_cmyk_ = cinfo_.num_components == 4;
-    cinfo_.out_color_space = ist_cmyk_ ? JCS_CMYK : (Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRX : JCS_EXT_XRGB);
+    ist_Cmyk_ = cinfo_.num_components == 4;
+    cinfo_.out_color_space = ist_Cmyk_ ? JCS_CMYK : (Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRX : JCS_EXT_XRGB);
     // Smoothing would take the scans that were left out on purpose for missing ones.
     if (!alle_Scans) cinfo_.do_block_smoothing = FALSE;
     jpeg_calc_output_dimensions(&cinfo_);
@@ -91,7 +91,7 @@ class Leser {
   void lies_Zeilen(QImage& bild) {
     anfang_ = bild.bits();
     zeilenlaenge_ = bild.bytesPerLine();
-    if (ist_cmyk_) cmyk_.resize(static_cast<std::size_t>(bild.width()) * 4);
+    if (ist_Cmyk_) cmyk_.resize(static_cast<std::size_t>(bild.width()) * 4);
     if (setjmp(fehler_.rueckkehr)) return;
     jpeg_start_decompress(&cinfo_);
     while (cinfo_.output_scanline < cinfo_.output_height) {
@@ -102,10 +102,10 @@ class Leser {
 
   void lies_Stueck() {
     JSAMPROW zeilen[8] = {};
-    if (ist_cmyk_) {
+    if (ist_Cmyk_) {
       zeilen[0] = cmyk_.data();
       if (jpeg_read_scanlines(&cinfo_, zeilen, 1) == 1)
-        wandle_cmyk(reinterpret_cast<QRgb*>(anfang_ + (cinfo_.output_scanline - 1) * zeilenlaenge_));
+        wandle_Cmyk(reinterpret_cast<QRgb*>(anfang_ + (cinfo_.output_scanline - 1) * zeilenlaenge_));
       return;
     }
     const unsigned anzahl = std::min(8U, cinfo_.output_height - cinfo_.output_scanline);
@@ -114,7 +114,7 @@ class Leser {
   }
 
   // Programs that write the Adobe marker store the inks inverted (255 is no ink).
-  void wandle_cmyk(QRgb* ziel) const {
+  void wandle_Cmyk(QRgb* ziel) const {
     const JSAMPLE* k = cmyk_.data();
     const int umkehr = cinfo_.saw_Adobe_marker ? 0 : 255;
     for (JDIMENSION x = 0; x < cinfo_.output_width; ++x, k += 4) {
@@ -132,7 +132,7 @@ class Leser {
   qsizetype zeilenlaenge_ = 0;
   int zeile_ = 0;
   bool zeile_gelesen_ = false;
-  bool ist_cmyk_ = false;
+  bool ist_Cmyk_ = false;
 };
 
 // NOLINTEND(cert-err52-cpp)

@@ -72,10 +72,10 @@ class Leser {
     quelle_.resync_to_restart = jpeg_resync_to_restart;
     // An end for ever behind the bytes of a truncated stream.
     quelle_.fill_input_buffer = [](j_decompress_ptr c) -> boolean {
-      static constexpr JOCTET kEnde[2] = {0xff, JPEG_EOI};
+      static constexpr JOCTET Ende[2] = {0xff, JPEG_EOI};
       von(c).zu_Ende_ = true;
-      c->src->next_input_byte = kEnde;
-      c->src->bytes_in_buffer = sizeof kEnde;
+      c->src->next_input_byte = Ende;
+      c->src->bytes_in_buffer = sizeof Ende;
       return TRUE;
     };
     quelle_.skip_input_data = [](j_decompress_ptr c, long anzahl) {
@@ -94,7 +94,7 @@ class Leser {
       return reinterpret_cast<Komponente*>(feld)->speicher.zeilen(anfang);
     };
     wache_.progress_monitor = [](j_common_ptr c) {
-      if (von(c).cinfo_.input_scan_number > kHoechstens_Scans) jpegfehler::brich_ab(c, JERR_BAD_PROGRESSION);
+      if (von(c).cinfo_.input_scan_number > Hoechstens_Scans) jpegfehler::brich_ab(c, JERR_BAD_PROGRESSION);
     };
     cinfo_.progress = &wache_;
   }

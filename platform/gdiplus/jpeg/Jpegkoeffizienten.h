@@ -72,7 +72,7 @@ struct Inhalt {
 };
 
 /// Files with more scans are refused, so that a small file can't keep a processor for minutes.
-inline constexpr int kHoechstens_Scans = 200;
+inline constexpr int Hoechstens_Scans = 200;
 
 /// Reads all coefficients. The result is a gdiplus::Status: 0 also where the stream is truncated or damaged (what it
 /// does not give is 0), 1 for a stream that can't be read on, 3 for memory run out.

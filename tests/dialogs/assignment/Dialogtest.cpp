@@ -20,8 +20,8 @@ Dialogtest::~Dialogtest() {
 }
 
 void Dialogtest::fuege_Bild_ein(
-    const QString& name, const QString& ext, bool mit_datei, const std::function<void(clsBildZuordnungen&)>& werte) {
-  if (mit_datei) lege_Bild(name + u'.' + ext);
+    const QString& name, const QString& ext, bool mit_Datei, const std::function<void(clsBildZuordnungen&)>& werte) {
+  if (mit_Datei) lege_Bild(name + u'.' + ext);
   clsBildZuordnungen neu;
   ASSERT_TRUE(neu.Init(db.verbindungszeichenfolge(), db.verbindung(), {}));
   ASSERT_TRUE(neu.FKT_NeuesBild(u"RE"_s, u"1"_s, {}, {}, name, ext, typ1, {}));
@@ -49,8 +49,8 @@ frm_BildZuordnung& Dialogtest::form() {
   form_->pStandardBildPfad = u"Belege\\1"_s;
   form_->PTyp1 = typ1;
   form_->pInfoZeile = u"Rechnung 1"_s;
-  form_->pNurAnzeige = nur_anzeige;
-  form_->pNurAnhang = nur_anhang;
+  form_->pNurAnzeige = nur_Anzeige;
+  form_->pNurAnhang = nur_Anhang;
   form_->Lade_Zuordnung();
   form_->AnzeigeSteuern();
   return *form_;

@@ -28,7 +28,7 @@ class Dialogtest : public Bildertest {
   ~Dialogtest() override;
 
   /// Stores a row of the record, with or without its file. `werte` changes the record before it is stored.
-  void fuege_Bild_ein(const QString& name, const QString& ext = QStringLiteral("jpg"), bool mit_datei = true,
+  void fuege_Bild_ein(const QString& name, const QString& ext = QStringLiteral("jpg"), bool mit_Datei = true,
       const std::function<void(clsBildZuordnungen&)>& werte = {});
   /// Stores rows a, b, c … with a file each.
   void fuege_Bilder_ein(int anzahl);
@@ -63,8 +63,8 @@ class Dialogtest : public Bildertest {
   MeldungsDoppel meldungen;
   Fensterdoppel fenster;  ///< above the core double: placement and reports
   std::shared_ptr<clsBildZuordnungen> store = std::make_shared<clsBildZuordnungen>();
-  bool nur_anzeige = false;
-  bool nur_anhang = false;
+  bool nur_Anzeige = false;
+  bool nur_Anhang = false;
   QString typ1 = QStringLiteral("BEL");
 
  private:

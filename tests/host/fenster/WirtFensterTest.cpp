@@ -154,7 +154,7 @@ TEST_F(WirtFenster, FromTheFilterTheKeyboardLeadsIntoTheDialog) {
   QTest::keyClick(baum(), Qt::Key_Return);
   ASSERT_EQ(aufrufe_.size(), 1);
   EXPECT_EQ(aufrufe_.first().ordner, u"Anlagen\\10002"_s);
-  EXPECT_FALSE(aufrufe_.first().nur_anzeige);
+  EXPECT_FALSE(aufrufe_.first().nur_Anzeige);
 }
 
 TEST_F(WirtFenster, ADoubleClickOpensTheDialogOnce) {
@@ -181,9 +181,9 @@ TEST_F(WirtFenster, BothButtonsOpenInTheirOwnWay) {
   QTest::keyClick(fenster_.get(), Qt::Key_A, Qt::AltModifier);
   // An access key lets the button be seen pressed first.
   ASSERT_TRUE(QTest::qWaitFor([&] { return aufrufe_.size() == 3; }));
-  EXPECT_FALSE(aufrufe_[0].nur_anzeige);
-  EXPECT_TRUE(aufrufe_[1].nur_anzeige);
-  EXPECT_TRUE(aufrufe_[2].nur_anzeige);
+  EXPECT_FALSE(aufrufe_[0].nur_Anzeige);
+  EXPECT_TRUE(aufrufe_[1].nur_Anzeige);
+  EXPECT_TRUE(aufrufe_[2].nur_Anzeige);
   EXPECT_EQ(text(u"lbl_Status"_s), u"Beleg AB 24-1001: Nur angezeigt; nichts ist geschrieben."_s);
 }
 

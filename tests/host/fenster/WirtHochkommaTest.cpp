@@ -204,5 +204,5 @@ TEST_F(WirtHochkomma, ThePictureFolderOfARecordHasNone) {
   for (const auto& [art, ordner] :
       {std::pair(Vorgangsart::Beleg, u"Belege\\O_N"_s), std::pair(Vorgangsart::Montageauftrag, u"Montage\\O_N"_s),
           std::pair(Vorgangsart::Artikel, u"Artikel\\Allg"_s), std::pair(Vorgangsart::Anlage, u"Anlagen\\O_N"_s)})
-    EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(art, u"O'N"_s, u"O'N"_s, u"O'N"_s)), ordner);
+    EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(art, u"O'N"_s, u"O'N"_s, u"O'N"_s)), ordner);
 }

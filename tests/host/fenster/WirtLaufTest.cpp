@@ -12,19 +12,19 @@ class WirtLauf : public Wirt {
  protected:
   static constexpr const char* Ordner = "/bilder/Belege/24-1001/";
   void TearDown() override { QFile::remove(datenordner() + QLatin1StringView(Ordner) + u"Neu.jpg"_s); }
-  Laufergebnis gehe(const Vorgang& vorgang, bool nur_anzeige = false) { return gehe(vorgang, nur_anzeige, optionen()); }
-  Laufergebnis gehe(const Vorgang& vorgang, bool nur_anzeige, const Wirtsoptionen& mit) {
+  Laufergebnis gehe(const Vorgang& vorgang, bool nur_Anzeige = false) { return gehe(vorgang, nur_Anzeige, optionen()); }
+  Laufergebnis gehe(const Vorgang& vorgang, bool nur_Anzeige, const Wirtsoptionen& mit) {
     Arbeitsplatz platz(mit);
     platz.oeffne();
-    return Zuordnungslauf(platz, dialog()).gehe(vorgang, nur_anzeige);
+    return Zuordnungslauf(platz, dialog()).gehe(vorgang, nur_Anzeige);
   }
   static Vorgang auftrag() {
-    Vorgang v = vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24-1001"_s);
+    Vorgang v = vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24-1001"_s);
     v.betreff = u"Bäckerei Huber"_s;
     return v;
   }
   static Vorgang montage() {
-    return vorgang::aus_schluesseln(Vorgangsart::Montageauftrag, u"AB"_s, u"24-1001"_s, u"1"_s);
+    return vorgang::aus_Schluesseln(Vorgangsart::Montageauftrag, u"AB"_s, u"24-1001"_s, u"1"_s);
   }
   /// What the dialog leaves of a new picture: its file, and a row with blank keys.
   static void neues_Bild(clsBildZuordnungen& store, const QString& name, const QString& typ1, const QString& typ2) {
@@ -57,20 +57,20 @@ TEST_F(WirtLauf, TheDialogGetsTheRecordWithItsPictures) {
   EXPECT_EQ(aufruf.info, u"Beleg AB 24-1001 – Bäckerei Huber"_s);
   EXPECT_EQ(aufruf.datum, QDate::currentDate().toString(u"yyyyMMdd"_s));
   EXPECT_EQ(aufruf.bilder, 4);
-  EXPECT_FALSE(aufruf.nur_anzeige);
-  EXPECT_FALSE(aufruf.nur_anhang);
+  EXPECT_FALSE(aufruf.nur_Anzeige);
+  EXPECT_FALSE(aufruf.nur_Anhang);
   EXPECT_TRUE(aufruf.mit_Anwendung);
 }
 
 TEST_F(WirtLauf, EveryKindHasItsPictureFolder) {
   EXPECT_EQ(vorgang::bildordner(auftrag()), u"Belege\\24-1001"_s);
   EXPECT_EQ(vorgang::bildordner(montage()), u"Montage\\24-1001"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Artikel, u"WP/9"_s)), u"Artikel\\Allg"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Artikel, u"WP/9"_s)), u"Artikel\\Allg"_s);
   EXPECT_EQ(
-      vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Anlage, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24/10:01. "_s)),
+      vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Anlage, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24/10:01. "_s)),
       u"Belege\\24_10_01"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s)), u"Belege\\Allg"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s)), u"Belege\\Allg"_s);
 }
 
 TEST_F(WirtLauf, NewRowsGetAllFourKeysOfTheRecord) {
@@ -105,7 +105,7 @@ TEST_F(WirtLauf, NewIsWhatItsFlagSaysWhereverItStands) {
 
 TEST_F(WirtLauf, APartWithoutAValueBecomesADash) {
   im_Dialog_ = [](clsBildZuordnungen& store) { neues_Bild(store, u"Neu"_s, u"ART"_s, u"-"_s); };
-  gehe(vorgang::aus_schluesseln(Vorgangsart::Artikel, u"TH-0110"_s));
+  gehe(vorgang::aus_Schluesseln(Vorgangsart::Artikel, u"TH-0110"_s));
   EXPECT_EQ(werte(u"Select Key1 || '|' || Key2 || '|' || Key3 || '|' || key4 from Bild_Zuordnungen "
                   "where Bildname = 'Neu'"_s),
       QStringList{u"TH-0110|-|-|-"_s});
@@ -138,7 +138,7 @@ TEST_F(WirtLauf, WithoutAChangeNothingIsWritten) {
 TEST_F(WirtLauf, DisplayOnlyWritesNothing) {
   im_Dialog_ = [](clsBildZuordnungen& store) { aendere(store, 0, u"verboten"_s); };
   EXPECT_EQ(gehe(auftrag(), true).text(), u"Nur angezeigt; nichts ist geschrieben."_s);
-  EXPECT_TRUE(aufrufe_.first().nur_anzeige);
+  EXPECT_TRUE(aufrufe_.first().nur_Anzeige);
   EXPECT_EQ(werte(u"Select Count(*) from Bild_Zuordnungen where Beschreibung = 'verboten'"_s), QStringList{u"0"_s});
 }
 
@@ -207,12 +207,12 @@ TEST_F(WirtLauf, ASecondTryWritesTheTextAsTheUserWroteIt) {
 TEST_F(WirtLauf, AnUnreachablePictureRootIsToldBeforeADialogOpens) {
   Wirtsoptionen ohne = optionen();
   ohne.bilder = u"/gibt/es/nicht"_s;
-  for (const bool nur_anzeige : {false, true}) {
+  for (const bool nur_Anzeige : {false, true}) {
     meldungen_.erwarte(
         {u"Die Bildablage „/gibt/es/nicht“ ist nicht zu erreichen.\r\n\r\nDer Dialog wird nicht "
          "geöffnet, weil er alle Bilder zum Entfernen vormerken würde."_s,
             u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
-    EXPECT_EQ(gehe(auftrag(), nur_anzeige, ohne).text(), u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
+    EXPECT_EQ(gehe(auftrag(), nur_Anzeige, ohne).text(), u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
   }
   EXPECT_TRUE(aufrufe_.isEmpty());
 }
@@ -261,6 +261,6 @@ TEST_F(WirtLauf, AForeignDatabaseNeverGetsThePicturesOfTheSamples) {
 TEST_F(WirtLauf, AnApostropheInTheNumberIsTold) {
   meldungen_.erwarte({u"Die Nummer „AB 24'1“ enthält ein Hochkomma; solchen Vorgängen sind keine Bilder zuzuordnen."_s,
       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
-  gehe(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24'1"_s));
+  gehe(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24'1"_s));
   EXPECT_TRUE(aufrufe_.isEmpty());
 }

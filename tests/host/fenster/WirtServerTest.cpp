@@ -48,7 +48,7 @@ QString mit_Kennwort(const Tdsserver& server, const QString& kennwort = Kennwort
 void fuelle(const Tdsserver& server, const QString& embedded) {
   adodb::Connection ziel;
   ziel.Open(mit_Kennwort(server));
-  for (QString anweisung : beispieldaten::tabellen_des_betriebs())
+  for (QString anweisung : beispieldaten::tabellen_des_Betriebs())
     ziel.Execute(anweisung.replace(u"TEXT COLLATE SERVERTEXT"_s, u"nvarchar(250) NULL"_s));
   adodb::Connection quelle;
   quelle.Open(u"Provider=SQLite;Data Source="_s + embedded);

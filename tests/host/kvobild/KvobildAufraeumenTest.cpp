@@ -175,9 +175,9 @@ TEST_F(KvobildAufraeumen, WithoutAPictureRootOrADatabaseItRefuses) {
   EXPECT_EQ(aufraeumen({u"--ja"_s, u"--probe"_s}).code, 2);
   EXPECT_EQ(stand(), vorher);
   sql(u"alter table Bild_Zuordnungen rename to Anderswo"_s);
-  const Lauf ohne_tabelle = lauf(datenbank(), wurzel());
-  EXPECT_EQ(ohne_tabelle.code, 3);
-  EXPECT_TRUE(ohne_tabelle.ausgabe.isEmpty());
+  const Lauf ohne_Tabelle = lauf(datenbank(), wurzel());
+  EXPECT_EQ(ohne_Tabelle.code, 3);
+  EXPECT_TRUE(ohne_Tabelle.ausgabe.isEmpty());
   sql(u"alter table Anderswo rename to Bild_Zuordnungen"_s);
   EXPECT_EQ(stand(), vorher);
 }

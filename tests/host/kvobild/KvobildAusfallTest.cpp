@@ -45,8 +45,8 @@ class KvobildAusfall : public ::testing::Test {
   /// Runs a command on the server. Nothing that it says may hold the password.
   static Lauf fuehre(const QStringList& argumente, const QString& weiteres = {}) {
     const Lauf lauf =
-        kvobild(argumente + QStringList{u"--verbindung"_s, u"Provider=SQLOLEDB;"_s + pruefserver_angaben() + weiteres});
-    EXPECT_FALSE((lauf.ausgabe + lauf.meldungen).contains(pruefserver_kennwort()));
+        kvobild(argumente + QStringList{u"--verbindung"_s, u"Provider=SQLOLEDB;"_s + pruefserver_Angaben() + weiteres});
+    EXPECT_FALSE((lauf.ausgabe + lauf.meldungen).contains(pruefserver_Kennwort()));
     return lauf;
   }
   Lauf lesen(const QString& weiteres = {}) const {

@@ -51,16 +51,16 @@ TEST_F(KvobildBeispiel, ThirtyPicturesThatDifferInColour) {
 }
 
 TEST_F(KvobildBeispiel, EveryAssignmentHasItsFileAndSomeHaveAText) {
-  int mit_text = 0;
+  int mit_Text = 0;
   QSet<QString> arten;
   for (const QJsonObject& zeile : zeilen()) {
     EXPECT_TRUE(zeile[u"vorhanden"_s].toBool()) << name_von(zeile).toStdString();
-    if (zeile[u"text"_s].isString()) ++mit_text;
+    if (zeile[u"text"_s].isString()) ++mit_Text;
     arten.insert(zeile[u"typ1"_s].toString());
   }
   EXPECT_EQ(zeilen().size(), 22);
   EXPECT_EQ(arten, (QSet<QString>{u"BEL"_s, u"MON"_s, u"ART"_s, u"ANL"_s}));
-  EXPECT_GE(mit_text, 5);
+  EXPECT_GE(mit_Text, 5);
 }
 
 TEST_F(KvobildBeispiel, ExifIsThereInBothByteOrdersAndNamesTheSize) {
@@ -69,11 +69,11 @@ TEST_F(KvobildBeispiel, ExifIsThereInBothByteOrdersAndNamesTheSize) {
     QFile roh(datei);
     ASSERT_TRUE(roh.open(QIODevice::ReadOnly));
     const QByteArray anfang = roh.read(14);
-    const bool mit_exif = anfang.mid(6, 4) == "Exif";
-    folgen.insert(mit_exif ? anfang.mid(12, 2) : QByteArray());
+    const bool mit_Exif = anfang.mid(6, 4) == "Exif";
+    folgen.insert(mit_Exif ? anfang.mid(12, 2) : QByteArray());
     const QJsonObject befund = kvobild({u"exif"_s, u"--json"_s, datei}).objekte().value(0);
-    EXPECT_EQ(befund[u"load"_s].toBool(), mit_exif) << datei.toStdString();
-    EXPECT_EQ(befund[u"eintraege"_s].toInt(-1), mit_exif ? 17 : -1) << datei.toStdString();
+    EXPECT_EQ(befund[u"load"_s].toBool(), mit_Exif) << datei.toStdString();
+    EXPECT_EQ(befund[u"eintraege"_s].toInt(-1), mit_Exif ? 17 : -1) << datei.toStdString();
   }
   EXPECT_EQ(folgen, (QSet<QByteArray>{QByteArray(), "II", "MM"}));
 }

@@ -34,7 +34,7 @@ class KvobildDatenbank : public Betrieb {
   Lauf pruefe(const QStringList& argumente = {}) const {
     return kvobild(QStringList{u"datenbank"_s, u"pruefen"_s, u"--verbindung"_s, datenbank()} + argumente);
   }
-  Lauf pruefe_json(const QStringList& argumente = {}) const { return pruefe(argumente + QStringList{u"--json"_s}); }
+  Lauf pruefe_Json(const QStringList& argumente = {}) const { return pruefe(argumente + QStringList{u"--json"_s}); }
   void zeile(const QString& werte) const {
     sql(u"insert into Bild_Zuordnungen (Typ1, Typ2, Key1, Key2, Key3, key4, Bildname, BildExt, BildPfad) values "_s +
         werte);
@@ -70,8 +70,8 @@ TEST_F(KvobildDatenbank, ARowWithoutItsPictureIsFoundHoweverItIsWritten) {
   zeile(u"('BEL', '-', 'AB', '2', '-', '-', '%1', 'JPG', 'BELEGE\\1')"_s.arg(name.toUpper()));
   zeile(u"('BEL', '-', 'AB', '3', '-', '-', 'weg', 'jpg', 'Belege\\1')"_s);
   zeile(u"('BEL', '-', 'AB', '4', '-', '-', 'auch', 'jpg', 'Kein\\Ordner')"_s);
-  EXPECT_EQ(kennungen(pruefe_json()), QStringList());
-  const Lauf lauf = pruefe_json({u"--bilder"_s, wurzel()});
+  EXPECT_EQ(kennungen(pruefe_Json()), QStringList());
+  const Lauf lauf = pruefe_Json({u"--bilder"_s, wurzel()});
   EXPECT_EQ(lauf.code, 1);
   EXPECT_EQ(kennungen(lauf), QStringList{u"bild_fehlt"_s});
   const QJsonObject einer = befund(lauf, u"bild_fehlt"_s);
@@ -84,7 +84,7 @@ TEST_F(KvobildDatenbank, ARowWithoutItsPictureIsFoundHoweverItIsWritten) {
 TEST_F(KvobildDatenbank, AnEmptyPartOfTheKeyIsFoundAndNullDistinguishedFromEmpty) {
   for (int i = 0; i < 25; ++i)
     zeile(u"('BEL', '-', 'AB', '%1', NULL, '', 'b', 'jpg', 'x')"_s.arg(i, 2, 10, QChar(u'0')));
-  const Lauf lauf = pruefe_json();
+  const Lauf lauf = pruefe_Json();
   EXPECT_EQ(lauf.code, 1);
   EXPECT_EQ(kennungen(lauf), QStringList{u"leerer_schluessel"_s});
   const QJsonObject einer = befund(lauf, u"leerer_schluessel"_s);
@@ -107,7 +107,7 @@ TEST_F(KvobildDatenbank, EachOfTheEightPartsCountsAsEmpty) {
       zeilenwerte[i] = leer;
       sql(u"delete from Bild_Zuordnungen"_s);
       zeile(u'(' + zeilenwerte.join(u", "_s) + u", 'x')"_s);
-      EXPECT_EQ(kennungen(pruefe_json()), QStringList{u"leerer_schluessel"_s}) << i << leer.toStdString();
+      EXPECT_EQ(kennungen(pruefe_Json()), QStringList{u"leerer_schluessel"_s}) << i << leer.toStdString();
     }
   }
 }
@@ -117,7 +117,7 @@ TEST_F(KvobildDatenbank, RepeatedRowsAreNamedWithTheirNumber) {
   // The table takes both for the same.
   zeile(u"('bel', '-', 'ab ', '1', '-', '-', 'B', 'JPG', 'y')"_s);
   zeile(u"('BEL', '-', 'AB', '2', '-', '-', 'b', 'jpg', 'x')"_s);
-  const Lauf lauf = pruefe_json();
+  const Lauf lauf = pruefe_Json();
   EXPECT_EQ(lauf.code, 1);
   EXPECT_EQ(kennungen(lauf), QStringList{u"doppelt"_s});
   EXPECT_EQ(befund(lauf, u"doppelt"_s)[u"anzahl"_s].toInt(), 1);
@@ -132,7 +132,7 @@ TEST_F(KvobildDatenbank, AHundredThousandRowsAreCheckedQuickly) {
   ordner_.schreibe(u"bild.ablage/Belege/0/bild7.jpg"_s, "7");
   QElapsedTimer uhr;
   uhr.start();
-  const Lauf lauf = pruefe_json({u"--bilder"_s, wurzel()});
+  const Lauf lauf = pruefe_Json({u"--bilder"_s, wurzel()});
   // About a second; work that grows with the square of the rows takes hours.
   EXPECT_LT(uhr.elapsed(), 60'000);
   EXPECT_EQ(kennungen(lauf), QStringList{u"bild_fehlt"_s});
@@ -145,7 +145,7 @@ TEST_F(KvobildDatenbank, AMissingTableIsExitCode3AndNamesTheCommand) {
   EXPECT_EQ(lauf.code, 3);
   EXPECT_TRUE(lauf.ausgabe.contains(u"„kvobild datenbank anlegen“ legt sie an."_s)) << lauf.ausgabe.toStdString();
   sql(u"drop table BelegKopfZunft"_s);
-  EXPECT_EQ(kennungen(pruefe_json()), (QStringList{u"tabelle_fehlt"_s, u"tabelle_fehlt"_s}));
+  EXPECT_EQ(kennungen(pruefe_Json()), (QStringList{u"tabelle_fehlt"_s, u"tabelle_fehlt"_s}));
 }
 
 TEST_F(KvobildDatenbank, AMissingDatabaseIsNotCreated) {
@@ -161,7 +161,7 @@ TEST_F(KvobildDatenbank, WhatDoesNotFitInTheColumnsIsNamedOneByOne) {
       "Typ1 TEXT COLLATE SERVERTEXT, Typ2 TEXT COLLATE SERVERTEXT, BildPfad TEXT COLLATE SERVERTEXT NOT NULL, "
       "Beschreibung TEXT COLLATE SERVERTEXT, Druckkennzeichen TEXT COLLATE SERVERTEXT NOT NULL, "
       "Grafik_Ursprung TEXT COLLATE SERVERTEXT, GrafikAnbNr TEXT COLLATE SERVERTEXT)"_s);
-  const Lauf lauf = pruefe_json();
+  const Lauf lauf = pruefe_Json();
   EXPECT_EQ(lauf.code, 3);
   EXPECT_EQ(kennungen(lauf),
       (QStringList{u"spalte_kurz"_s, u"spalte_sortierung"_s, u"spalte_typ"_s, u"spalte_pflicht"_s, u"spalte_fehlt"_s}));
@@ -184,7 +184,7 @@ TEST_F(KvobildDatenbank, AForeignColumnIsAFindingOnlyWhereItPreventsNewRows) {
         (spalte.endsWith(u"TEXT"_s) ? u" COLLATE SERVERTEXT"_s : QString()));
   sql(u"drop table Bild_Zuordnungen"_s);
   sql(u"alter table Neu rename to Bild_Zuordnungen"_s);
-  const Lauf lauf = pruefe_json();
+  const Lauf lauf = pruefe_Json();
   EXPECT_EQ(lauf.code, 3);
   EXPECT_EQ(kennungen(lauf), QStringList{u"spalte_fremd"_s}) << lauf.ausgabe.toStdString();
   EXPECT_TRUE(lauf.ausgabe.contains(u"Bild_Zuordnungen.Pflicht kennt das System nicht"_s));

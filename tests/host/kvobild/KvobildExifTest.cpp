@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A JPEG's start with an Exif block of one directory; the entries' bytes stand as they are.
-QByteArray mit_exif(const QByteArray& eintraege, char anzahl) {
+QByteArray mit_Exif(const QByteArray& eintraege, char anzahl) {
   return QByteArray(
              "\xFF\xD8\xFF\xE1\x00\x80"
              "Exif\0\0"
@@ -48,7 +48,7 @@ TEST_F(KvobildExif, NumberTextAndEmptyValueRemainDistinguished) {
       "A\0\0\0"                            // Software, four characters, reversed
       "\x0E\x01\x0C\0\x01\0\0\0\0\0\0\0",  // format 12 is not decoded
       36);
-  const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 3)));
+  const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_Exif(eintraege, 3)));
   EXPECT_TRUE(befund[u"load"_s].isBool());
   EXPECT_TRUE(befund[u"load"_s].toBool());
   EXPECT_EQ(befund[u"eintraege"_s].toInt(), 3);
@@ -63,7 +63,7 @@ TEST_F(KvobildExif, TheTableIsWhollyIncluded) {
       "\x12\x01\x03\0\x01\0\0\0\x06\0\0\0"   // Orientation, SHORT 6
       "\x28\x01\x03\0\x01\0\0\0\x02\0\0\0",  // ResolutionUnit, SHORT 2
       24);
-  const QString datei = ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 2));
+  const QString datei = ordner_.schreibe(u"a.jpg"_s, mit_Exif(eintraege, 2));
   const QJsonObject befund = lies(datei);
   ASSERT_EQ(befund[u"tabelle"_s].toArray().size(), 151);
   EXPECT_EQ(zeile(befund, 4),
@@ -83,7 +83,7 @@ TEST_F(KvobildExif, AsTextTheRowsOfTheTableStandThatHaveAValue) {
       "\x12\x01\x03\0\x01\0\0\0\x06\0\0\0"
       "\x28\x01\x03\0\x01\0\0\0\x02\0\0\0",
       24);
-  const Lauf lauf = kvobild({u"exif"_s, ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 2))});
+  const Lauf lauf = kvobild({u"exif"_s, ordner_.schreibe(u"a.jpg"_s, mit_Exif(eintraege, 2))});
   EXPECT_EQ(lauf.code, 0);
   QStringList tabelle;
   for (const QString& z : lauf.zeilen().mid(4)) tabelle.append(z.simplified());
@@ -113,7 +113,7 @@ TEST_F(KvobildExif, AFailureThatReachesTheCallerIsLoadFehler) {
 }
 
 TEST_F(KvobildExif, ADirectoryWithoutEntriesHasTheCountZero) {
-  const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_exif({}, 0)));
+  const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_Exif({}, 0)));
   EXPECT_TRUE(befund[u"load"_s].toBool());
   EXPECT_TRUE(befund[u"eintraege"_s].isNull());
   EXPECT_TRUE(befund[u"tabelle"_s].isNull());

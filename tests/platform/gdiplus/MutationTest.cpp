@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const std::vector<QByteArray>& vorbilder() {
-  static const std::vector<QByteArray> alle = [] {
+  static const std::vector<QByteArray> Alle = [] {
     const QImage bild = vorlagen::foto({48, 33});
     QImage durchsichtig = bild.convertToFormat(QImage::Format_ARGB32);
     durchsichtig.setPixel(3, 3, 0);
@@ -18,7 +18,7 @@ const std::vector<QByteArray>& vorbilder() {
         vorlagen::jpeg(bild),
         vorlagen::jpeg(bild, {.progressiv = true}),
         vorlagen::jpeg(bild, {.arithmetisch = true, .waagrecht = 1, .senkrecht = 4}),
-        vorlagen::jpeg_cmyk({20, 20}, 0x11223344, true),
+        vorlagen::jpeg_Cmyk({20, 20}, 0x11223344, true),
         vorlagen::kodiert(bild, "png"),
         vorlagen::kodiert(durchsichtig, "png"),
         vorlagen::kodiert(bild, "bmp"),
@@ -28,7 +28,7 @@ const std::vector<QByteArray>& vorbilder() {
         vorlagen::gif({48, 33}, 20),
     };
   }();
-  return alle;
+  return Alle;
 }
 
 class Pruefung {

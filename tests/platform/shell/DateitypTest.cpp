@@ -11,9 +11,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::int32_t kNachEndung = SHGFI_ICON | SHGFI_USEFILEATTRIBUTES;
+constexpr std::int32_t NachEndung = SHGFI_ICON | SHGFI_USEFILEATTRIBUTES;
 
-std::shared_ptr<const Bild> icon(const QString& name, std::int32_t flags = kNachEndung) {
+std::shared_ptr<const Bild> icon(const QString& name, std::int32_t flags = NachEndung) {
   return SHGetFileInfo(name, FILE_ATTRIBUTE_NORMAL, flags);
 }
 
@@ -31,7 +31,7 @@ class IconDoppel final : public DateitypIcons {
 
 TEST(Dateityp, AnIconIs32PixelsLargeTheSmallOne16) {
   EXPECT_EQ(icon(u".pdf"_s)->groesse(), QSize(32, 32));
-  EXPECT_EQ(icon(u".pdf"_s, kNachEndung | SHGFI_SMALLICON)->groesse(), QSize(16, 16));
+  EXPECT_EQ(icon(u".pdf"_s, NachEndung | SHGFI_SMALLICON)->groesse(), QSize(16, 16));
 }
 
 TEST(Dateityp, EveryExtensionHasItsOwnSheet) {

@@ -55,7 +55,7 @@ TEST_P(Formate, HaveStatusSizeAndPixelsAsTheTableSays) {
   EXPECT_GT(vorlagen::psnr(b->bild(klein), verkleinert), 28);
 }
 
-constexpr Fall kFaelle[] = {
+constexpr Fall Faelle[] = {
     {"avif.avif", UnknownImageFormat},
     {"heic.heic", UnknownImageFormat},
     {"jp2.jp2", UnknownImageFormat},
@@ -150,7 +150,7 @@ std::string name_von(const ::testing::TestParamInfo<Fall>& info) {
   return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Testdaten, Formate, ::testing::ValuesIn(kFaelle), name_von);
+INSTANTIATE_TEST_SUITE_P(Testdaten, Formate, ::testing::ValuesIn(Faelle), name_von);
 
 class Testbilder : public Bilder {
  protected:
@@ -161,7 +161,7 @@ class Testbilder : public Bilder {
 
 TEST_F(Testbilder, EveryFileOfTheFormatsIsInTheTable) {
   BRAUCHT_TESTDATEN();
-  EXPECT_EQ(namen(u"formate"_s).size(), std::ssize(kFaelle));
+  EXPECT_EQ(namen(u"formate"_s).size(), std::ssize(Faelle));
 }
 
 TEST_F(Testbilder, EverySpecialFormOfJpegMatchesTheFullDecoding) {

@@ -99,10 +99,10 @@ class NurKopfTest : public Bilder {
     const Geoeffnet ganz = geoeffnet(pfad);
     EXPECT_EQ(nur_mit_Kopf(pfad), ganz) << was << ", " << inhalt.size() << " bytes";
   }
-  static constexpr QRgb kRot = qRgb(255, 0, 0);
-  static constexpr QRgb kBlau = qRgb(0, 0, 255);
-  static constexpr QRgb kSchwarz = qRgb(0, 0, 0);
-  static constexpr QSize kKlein{50, 40};
+  static constexpr QRgb Rot = qRgb(255, 0, 0);
+  static constexpr QRgb Blau = qRgb(0, 0, 255);
+  static constexpr QRgb Schwarz = qRgb(0, 0, 0);
+  static constexpr QSize Klein{50, 40};
 };
 
 TEST_F(NurKopfTest, StatusAndSizeAreTheSameForAllTestPictures) {
@@ -122,7 +122,7 @@ TEST_F(NurKopfTest, StatusAndSizeAreTheSameForTruncatedFiles) {
   for (const QByteArray& inhalt :
       {vorlagen::jpeg(bild), vorlagen::jpeg(bild, {.progressiv = true}), vorlagen::kodiert(bild, "png"),
           vorlagen::kodiert(bild, "bmp"), vorlagen::kodiert(bild, "tiff"), vorlagen::kodiert(bild, "ico"),
-          vorlagen::gif({300, 200}, 20), vorlagen::jpeg_cmyk({30, 20}, 0x11223344, true)}) {
+          vorlagen::gif({300, 200}, 20), vorlagen::jpeg_Cmyk({30, 20}, 0x11223344, true)}) {
     const qsizetype kopf = std::min<qsizetype>(700, inhalt.size());
     for (qsizetype i = 0; i < kopf; i += i < 64 ? 1 : 7) vergleiche(inhalt.first(i), "cut in the header");
     for (qsizetype i = kopf; i < inhalt.size(); i += inhalt.size() / 5) vergleiche(inhalt.first(i), "cut behind it");
@@ -196,20 +196,20 @@ QByteArray tiff_mit_fernem_Verzeichnis(bool gross, bool hoch, quint64 stelle, in
 }
 
 TEST_F(NurKopfTest, OfATiffOnlyTheDirectoryIsReadWhereverItStands) {
-  constexpr qsizetype kPixel = 1'000'000;
+  constexpr qsizetype Pixel = 1'000'000;
   for (const bool gross : {false, true})
     for (const bool hoch : {false, true}) {
       for (const int eintraege : {2, 20, 9000}) {
-        const QByteArray inhalt = tiff_mit_fernem_Verzeichnis(gross, hoch, kPixel, eintraege, kPixel);
+        const QByteArray inhalt = tiff_mit_fernem_Verzeichnis(gross, hoch, Pixel, eintraege, Pixel);
         vergleiche(inhalt, "tiff");
         vergleiche(inhalt.chopped(1), "tiff, cut in the last entry");
         vergleiche(inhalt.chopped(13), "tiff, cut in the last entry but one");
         EXPECT_EQ(nur_mit_Kopf(ordner.schreibe(u"t"_s, inhalt)).groesse, QSize(321, 123)) << gross << hoch << eintraege;
       }
-      for (const quint64 stelle : {quint64{0}, quint64{7}, quint64{kPixel + 100'000}, ~quint64{0}, ~quint64{0} >> 1})
-        vergleiche(tiff_mit_fernem_Verzeichnis(gross, hoch, stelle, 2, kPixel), "tiff, directory elsewhere");
+      for (const quint64 stelle : {quint64{0}, quint64{7}, quint64{Pixel + 100'000}, ~quint64{0}, ~quint64{0} >> 1})
+        vergleiche(tiff_mit_fernem_Verzeichnis(gross, hoch, stelle, 2, Pixel), "tiff, directory elsewhere");
     }
-  const QString pfad = ordner.schreibe(u"t"_s, tiff_mit_fernem_Verzeichnis(false, false, kPixel, 20, kPixel));
+  const QString pfad = ordner.schreibe(u"t"_s, tiff_mit_fernem_Verzeichnis(false, false, Pixel, 20, Pixel));
   const qint64 vorher = bisher_gelesen();
   EXPECT_EQ(oeffne_Kopf(pfad)->groesse(), QSize(321, 123));
   EXPECT_LT(bisher_gelesen() - vorher, 80'000);
@@ -236,9 +236,9 @@ TEST_F(NurKopfTest, MissingAndUnreadableFilesHaveTheSameStatus) {
 }
 
 RC_GTEST_PROP(NurKopfZufall, ChangedBytesGiveTheSameStatus, ()) {
-  static const QByteArray jpeg = vorlagen::jpeg(vorlagen::foto({48, 33}));
-  static const QByteArray prog = vorlagen::jpeg(vorlagen::foto({48, 33}), {.progressiv = true});
-  const QByteArray original = *rc::gen::arbitrary<bool>() ? jpeg : prog;
+  static const QByteArray Jpeg = vorlagen::jpeg(vorlagen::foto({48, 33}));
+  static const QByteArray Progressiv = vorlagen::jpeg(vorlagen::foto({48, 33}), {.progressiv = true});
+  const QByteArray original = *rc::gen::arbitrary<bool>() ? Jpeg : Progressiv;
   const qsizetype davor = *rc::gen::inRange<qsizetype>(0, 2) * 65536;
   QByteArray inhalt = mit_spaetem_Kopf(original, davor);
   const qsizetype anfang = inhalt.size() - original.size() + 2;
@@ -291,81 +291,81 @@ TEST_F(NurKopfTest, ThePixelsAreTheSameAsOtherwise) {
     Bildspeicher::aktuell().leere();
     const Bitmap kopf = oeffne_Kopf(pfad);
     const QImage ganz = kopf->bild();
-    const QImage klein = kopf->bild(kKlein);
+    const QImage klein = kopf->bild(Klein);
     Bildspeicher::aktuell().leere();
     EXPECT_EQ(oeffne(pfad)->bild(), ganz);
-    EXPECT_EQ(oeffne(pfad)->bild(kKlein), klein);
+    EXPECT_EQ(oeffne(pfad)->bild(Klein), klein);
   }
 }
 
 TEST_F(NurKopfTest, ScaledDownPixelsAreRememberedAndShownAgainWithoutTheFile) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
-  const QImage erst = oeffne_Kopf(pfad)->bild(kKlein);
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
+  const QImage erst = oeffne_Kopf(pfad)->bild(Klein);
   const Bitmap dann = oeffne_Kopf(pfad);
   ASSERT_TRUE(QFile::remove(pfad));
-  EXPECT_EQ(dann->bild(kKlein).constBits(), erst.constBits()) << "the pixels were made anew";
+  EXPECT_EQ(dann->bild(Klein).constBits(), erst.constBits()) << "the pixels were made anew";
 }
 
 TEST_F(NurKopfTest, BytesAreNotKeptAfterPainting) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
   const Bitmap b = oeffne_Kopf(pfad);
-  EXPECT_EQ(b->bild().pixel(100, 80), kRot);
+  EXPECT_EQ(b->bild().pixel(100, 80), Rot);
   ASSERT_TRUE(QFile::remove(pfad));
-  EXPECT_EQ(b->bild().pixel(100, 80), kSchwarz);
+  EXPECT_EQ(b->bild().pixel(100, 80), Schwarz);
 }
 
 TEST_F(NurKopfTest, AVanishedFileShowsTheLargestRememberedPixelsOrElseBlack) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
-  const QString anderer = ordner.schreibe(u"b.bmp"_s, einfarbig(kRot));
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
+  const QString anderer = ordner.schreibe(u"b.bmp"_s, einfarbig(Rot));
   const Bitmap gemalt = oeffne_Kopf(pfad);
   const Bitmap ungemalt = oeffne_Kopf(anderer);
-  gemalt->bild(kKlein);
+  gemalt->bild(Klein);
   ASSERT_TRUE(QFile::remove(pfad) && QFile::remove(anderer));
   EXPECT_EQ(gemalt->bild({70, 60}).size(), QSize(70, 60));
-  EXPECT_EQ(gemalt->bild({70, 60}).pixel(35, 30), kRot);
+  EXPECT_EQ(gemalt->bild({70, 60}).pixel(35, 30), Rot);
   EXPECT_EQ(ungemalt->bild({70, 60}).size(), QSize(70, 60));
-  EXPECT_EQ(ungemalt->bild({70, 60}).pixel(35, 30), kSchwarz);
+  EXPECT_EQ(ungemalt->bild({70, 60}).pixel(35, 30), Schwarz);
   EXPECT_EQ(ungemalt->bild().size(), QSize(200, 160));
 }
 
 TEST_F(NurKopfTest, WhatIsNoPictureAnyMoreShowsBlackInTheSizeAskedFor) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
   const Bitmap b = oeffne_Kopf(pfad);
   aendere(u"a.bmp"_s, "Kein Bild, nur Text.");
-  EXPECT_EQ(b->bild(kKlein).size(), kKlein);
-  EXPECT_EQ(b->bild(kKlein).pixel(5, 5), kSchwarz);
+  EXPECT_EQ(b->bild(Klein).size(), Klein);
+  EXPECT_EQ(b->bild(Klein).pixel(5, 5), Schwarz);
   aendere(u"a.bmp"_s, QByteArray());
-  EXPECT_EQ(b->bild(kKlein).pixel(5, 5), kSchwarz);
+  EXPECT_EQ(b->bild(Klein).pixel(5, 5), Schwarz);
 }
 
 TEST_F(NurKopfTest, AChangedFileShowsItsNewPictureAndIsNotRemembered) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
   const Bitmap b = oeffne_Kopf(pfad);
   aendere(u"a.bmp"_s, vorlagen::kodiert(vorlagen::foto({90, 70}), "png"));
   const qint64 vorher = Bildspeicher::aktuell().belegt();
-  const QImage neu = b->bild(kKlein);
-  EXPECT_EQ(neu, lade(u"b.png"_s, vorlagen::kodiert(vorlagen::foto({90, 70}), "png"))->bild(kKlein));
+  const QImage neu = b->bild(Klein);
+  EXPECT_EQ(neu, lade(u"b.png"_s, vorlagen::kodiert(vorlagen::foto({90, 70}), "png"))->bild(Klein));
   Bildspeicher::aktuell().leere();
-  b->bild(kKlein);
+  b->bild(Klein);
   EXPECT_EQ(b->groesse(), QSize(200, 160));
-  EXPECT_EQ(vorher, Bildspeicher::kKopfgewicht);
+  EXPECT_EQ(vorher, Bildspeicher::Kopfgewicht);
   EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
   EXPECT_EQ(oeffne_Kopf(pfad)->groesse(), QSize(90, 70));
 }
 
 TEST_F(NurKopfTest, AFileChangedJustNowIsNotRemembered) {
   Bildspeicher::aktuell().uhr(nullptr);
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
-  EXPECT_EQ(oeffne_Kopf(pfad)->bild(kKlein).pixel(5, 5), kRot);
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
+  EXPECT_EQ(oeffne_Kopf(pfad)->bild(Klein).pixel(5, 5), Rot);
   EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
 }
 
 TEST_F(NurKopfTest, WithoutItAPictureOutlivesItsFileEvenIfItsHeaderIsKnown) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
   oeffne_Kopf(pfad);
   const Bitmap b = oeffne(pfad);
   ASSERT_TRUE(QFile::remove(pfad));
-  EXPECT_EQ(b->bild(), QImage::fromData(einfarbig(kRot)).convertToFormat(QImage::Format_RGB32));
+  EXPECT_EQ(b->bild(), QImage::fromData(einfarbig(Rot)).convertToFormat(QImage::Format_RGB32));
 }
 
 TEST_F(NurKopfTest, ItHoldsUntilTheEndOfTheOutermostAndOnlyInItsOwnThread) {
@@ -388,26 +388,26 @@ TEST_F(NurKopfTest, AnotherBackgroundHoldsForAnUnreadPictureToo) {
   Bitmap gruen;
   ASSERT_EQ(GdipCreateHBITMAPFromBitmap(b, gruen, 0x00ff00), Ok);
   EXPECT_EQ(gruen->bild({10, 10}).pixel(5, 5), qRgb(0, 255, 0));
-  EXPECT_EQ(b->bild({10, 10}).pixel(5, 5), kSchwarz);
+  EXPECT_EQ(b->bild({10, 10}).pixel(5, 5), Schwarz);
 }
 
 TEST_F(NurKopfTest, HeadersWithoutPixelsCountWithAFixedWeightAndGiveWayAtTheLimit) {
-  Bildspeicher::aktuell().grenze(5 * Bildspeicher::kKopfgewicht);
+  Bildspeicher::aktuell().grenze(5 * Bildspeicher::Kopfgewicht);
   QStringList pfade;
   for (int i = 0; i < 8; ++i) {
-    pfade.append(ordner.schreibe(QString::number(i), einfarbig(kRot)));
+    pfade.append(ordner.schreibe(QString::number(i), einfarbig(Rot)));
     oeffne_Kopf(pfade.last());
     oeffne_Kopf(pfade.last());
-    EXPECT_EQ(Bildspeicher::aktuell().belegt(), std::min(i + 1, 5) * Bildspeicher::kKopfgewicht);
+    EXPECT_EQ(Bildspeicher::aktuell().belegt(), std::min(i + 1, 5) * Bildspeicher::Kopfgewicht);
   }
   const auto bekannt = [](const QString& pfad) {
     return Bildspeicher::aktuell().suche(*Bildspeicher::aktuell().schluessel(pfad)).has_value();
   };
   EXPECT_FALSE(bekannt(pfade[2]));
   EXPECT_TRUE(bekannt(pfade[3]));
-  Bildspeicher::aktuell().grenze(Bildspeicher::kGrenze);
-  oeffne_Kopf(pfade[7])->bild(kKlein);
-  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 4 * Bildspeicher::kKopfgewicht + 50 * 40 * 4);
+  Bildspeicher::aktuell().grenze(Bildspeicher::Grenze);
+  oeffne_Kopf(pfade[7])->bild(Klein);
+  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 4 * Bildspeicher::Kopfgewicht + 50 * 40 * 4);
 }
 
 }  // namespace

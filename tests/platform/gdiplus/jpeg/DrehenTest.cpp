@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::array kAlle{13, 14, 15, 16, 17};
+constexpr std::array Alle{13, 14, 15, 16, 17};
 
 std::int32_t status_des_Drehens(const QByteArray& bytes, int transform, QByteArray& ergebnis) {
   return jpegdrehung::drehe(bytes, *Drehung::von(transform), ergebnis);
@@ -81,7 +81,7 @@ const std::vector<Fall>& faelle() {
   const auto ycc = [](Abtastung y, Abtastung cb, Abtastung cr) {
     return Machart{.raum = JCS_YCbCr, .abtastung = {y, cb, cr}};
   };
-  static const std::vector<Fall> alle{
+  static const std::vector<Fall> Faelle{
       {"4:4:4", ycc({1, 1}, {1, 1}, {1, 1}), {8, 8}},
       {"4:2:0", ycc({2, 2}, {1, 1}, {1, 1}), {16, 16}},
       {"4:2:2", ycc({2, 1}, {1, 1}, {1, 1}), {16, 8}},
@@ -112,13 +112,13 @@ const std::vector<Fall>& faelle() {
       {"restart markers, progressive", {.progressiv = true, .neustart = 5}, {16, 16}},
       {"tables of 16 bits", {.qualitaet = 3}, {16, 16}},
   };
-  return alle;
+  return Faelle;
 }
 
 TEST(Drehen, WholeSidesLoseNothingInAnySamplingAndCoding) {
   for (const Fall& fall : faelle()) {
     const QByteArray alt = jpeg({fall.einheit.width() * 5, fall.einheit.height() * 3}, fall.art);
-    for (const int transform : kAlle) {
+    for (const int transform : Alle) {
       SCOPED_TRACE(testing::Message() << fall.name << ", " << transform);
       EXPECT_TRUE(pruefe(alt, drehe(alt, transform), transform));
     }
@@ -150,7 +150,7 @@ TEST(Drehen, OnlyTheSidesThatComeToTheFrontCount) {
 
 TEST(Drehen, OfAHalfMcuTheBrightnessIsMovedAndOnlyTheColourEncodedAnew) {
   const QByteArray alt = jpeg({40, 40});
-  for (const int transform : kAlle) {
+  for (const int transform : Alle) {
     const QByteArray neu = drehe(alt, transform);
     EXPECT_FALSE(pruefe(alt, neu, transform));
     EXPECT_TRUE(lies(neu).komponenten[0] == gedreht(lies(alt).komponenten[0], transform)) << transform;
@@ -164,7 +164,7 @@ TEST(Drehen, OddSidesAreEncodedAnewAndNothingIsCutOff) {
     const bool zeigbar = !name.contains(u"CMYK"_s) && !name.contains(u"YCCK"_s) && !name.startsWith(u"3x2"_s);
     for (const QSize groesse : {QSize(133, 95), QSize(97, 64), QSize(31, 130)}) {
       const QByteArray alt = jpeg(groesse, fall.art);
-      for (const int transform : kAlle) {
+      for (const int transform : Alle) {
         SCOPED_TRACE(testing::Message() << fall.name << " " << groesse.width() << ", " << transform);
         const QByteArray neu = drehe(alt, transform);
         pruefe(alt, neu, transform);
@@ -180,7 +180,7 @@ TEST(Drehen, SidesOfOnePixelGoInEveryDirection) {
   for (const QSize groesse : {QSize(1, 1), QSize(1, 40), QSize(40, 1), QSize(1, 16), QSize(7, 1)})
     for (const Fall& fall : faelle()) {
       const QByteArray alt = jpeg(groesse, fall.art);
-      for (const int transform : kAlle) {
+      for (const int transform : Alle) {
         SCOPED_TRACE(testing::Message() << fall.name << " " << groesse.width() << ", " << transform);
         pruefe(alt, drehe(alt, transform), transform);
       }
@@ -189,7 +189,7 @@ TEST(Drehen, SidesOfOnePixelGoInEveryDirection) {
 
 TEST(Drehen, APhotoEncodedAnewMatchesTheTurnedOneAndHardlyGrows) {
   const QByteArray alt = vorlagen::jpeg(vorlagen::foto({601, 403}));
-  for (const int transform : kAlle) {
+  for (const int transform : Alle) {
     const QByteArray neu = drehe(alt, transform);
     EXPECT_GT(aehnlichkeit(alt, neu, transform), 38) << transform;
     EXPECT_LT(neu.size(), alt.size() * 11 / 10) << transform;
@@ -218,7 +218,7 @@ TEST(Drehen, AllMarkersStayByteByByteInTheirOrder) {
   const qsizetype rahmen = alt.indexOf("\xff\xc0");
   alt.insert(rahmen, segment(0xee, QByteArray("Adobe\0\x64\0\0\0\0\1", 12)) + segment(0xfe, "letzter"));
   ASSERT_EQ(lies(alt).marken.size(), segmente.size() + 2);
-  for (const int transform : kAlle) {
+  for (const int transform : Alle) {
     EXPECT_TRUE(pruefe(alt, drehe(alt, transform), transform)) << transform;
   }
 }
@@ -232,7 +232,7 @@ TEST(Drehen, ATruncatedPictureIsTurnedWithWhatItHolds) {
   for (const bool progressiv : {false, true}) {
     const QByteArray ganz = jpeg({320, 240}, {.progressiv = progressiv});
     const QByteArray halb = ganz.first(ganz.size() / 2);
-    for (const int transform : kAlle) pruefe(halb, drehe(halb, transform), transform);
+    for (const int transform : Alle) pruefe(halb, drehe(halb, transform), transform);
   }
 }
 
@@ -279,7 +279,7 @@ TEST(Drehen, ASmallFileWithALargeClaimIsTurnedWithoutMuchMemory) {
 }
 
 TEST(Drehen, ImpossibleCoefficientsAreLimitedToPossibleOnes) {
-  for (const int transform : kAlle) {
+  for (const int transform : Alle) {
     std::array<JCOEF, DCTSIZE2> block{};
     std::array<JCOEF, DCTSIZE2> ziel{};
     block[0] = -32768;
@@ -323,7 +323,7 @@ RC_GTEST_PROP(DrehenBeliebig, EverySizeAndSamplingKeepsWhatCanBeMoved, ()) {
       .qualitaet = *rc::gen::inRange(5, 101)};
   const QSize groesse(*rc::gen::inRange(1, 150), *rc::gen::inRange(1, 150));
   const QByteArray alt = jpeg(groesse, art);
-  const int transform = *rc::gen::elementOf(std::vector<int>(kAlle.begin(), kAlle.end()));
+  const int transform = *rc::gen::elementOf(std::vector<int>(Alle.begin(), Alle.end()));
   const QByteArray neu = drehe(alt, transform);
   const bool ganz = pruefe(alt, neu, transform);
   RC_ASSERT(!testing::Test::HasFailure());
@@ -353,7 +353,7 @@ TEST(DrehenVorlagen, EveryIntactSampleKeepsCoefficientsAndMarkers) {
       if (name.contains(u"claims"_s)) continue;  // would only take long
       trage_Hoehe_ein(alt);                      // libjpeg by itself can't read a height behind the scan
       const bool lesbar = ist_lesbar(alt);
-      for (const int transform : kAlle) {
+      for (const int transform : Alle) {
         SCOPED_TRACE(testing::Message() << name.toStdString() << ", " << transform);
         QByteArray neu;
         const std::int32_t status = gdiplus::GdipSaveImageToStream(image, neu, gdiplus::JpegEncoder,

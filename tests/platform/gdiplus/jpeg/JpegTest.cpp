@@ -128,7 +128,7 @@ TEST_F(Jpeg, SamplingsThatTurboJpegRefusesAreRead) {
 
 TEST_F(Jpeg, CmykWithAnAdobeMarkerIsStoredInverted) {
   // Stored inverted: 255 is no ink. Full cyan (0 stored), no magenta, half yellow, no black.
-  const QImage b = lade(u"a"_s, vorlagen::jpeg_cmyk({16, 16}, 0x00ff80ff, true))->bild();
+  const QImage b = lade(u"a"_s, vorlagen::jpeg_Cmyk({16, 16}, 0x00ff80ff, true))->bild();
   EXPECT_NEAR(qRed(b.pixel(8, 8)), 0, 2);
   EXPECT_NEAR(qGreen(b.pixel(8, 8)), 255, 2);
   EXPECT_NEAR(qBlue(b.pixel(8, 8)), 128, 2);
@@ -136,7 +136,7 @@ TEST_F(Jpeg, CmykWithAnAdobeMarkerIsStoredInverted) {
 
 TEST_F(Jpeg, CmykWithoutAnAdobeMarkerIsStoredAsPrinted) {
   // 255 is full ink: full cyan, no magenta, half yellow, half black.
-  const QImage b = lade(u"a"_s, vorlagen::jpeg_cmyk({16, 16}, 0xff008080, false))->bild({4, 4});
+  const QImage b = lade(u"a"_s, vorlagen::jpeg_Cmyk({16, 16}, 0xff008080, false))->bild({4, 4});
   EXPECT_NEAR(qRed(b.pixel(2, 2)), 0, 2);
   EXPECT_NEAR(qGreen(b.pixel(2, 2)), 127, 2);
   EXPECT_NEAR(qBlue(b.pixel(2, 2)), 64, 2);
