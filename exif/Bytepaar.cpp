@@ -2,7 +2,7 @@
 
 namespace {
 
-// Looked at as a whole; only where the pair is in it, the place is searched.
+// A section is tested as a whole; the place is searched only in one that holds the pair.
 constexpr std::size_t Abschnitt = 2048;
 
 /// The compiler makes vector code of the loop over a section: it has no branch, its length is known, and its numbers

@@ -70,7 +70,7 @@ void clsExifInfo::Decode_Value(std::int64_t field, Exif_Entry& entry) {
   const Kind kind = kind_of(entry.Format_Code);
   if (kind == Kind::None) return;
   if (kind == Kind::Rational) {
-    // Only the first of several, wherever their number would put them.
+    // Of several rationals only the first is read, always from outside the entry.
     entry.Data_Offset = Read_Long(field);
     entry.Value = Read_Rational(std::int64_t{Offset_Tiff} + entry.Data_Offset);
     return;

@@ -46,8 +46,8 @@ Ausgang laufe(const QStringList& argumente) {
   }
 }
 
-/// Drawing pictures needs Qt's platform, though no window ever shows. What Qt says of a missing session folder is of no
-/// use to anybody then.
+/// Drawing pictures needs Qt's platform, though no window ever shows. Nobody needs what Qt then says of a missing
+/// session folder.
 int laufe_mit_zeichnen(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QtMessageHandler vorher = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});

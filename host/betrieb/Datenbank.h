@@ -31,7 +31,7 @@ std::optional<Datenbankausfall> versuche_Datenbank(Anweisung&& anweisung) {
   return versuche(anweisung, ausfall_von);
 }
 
-/// The same call as `oeffne`, for callers that look at the reason: none when `offene` is open.
+/// As `oeffne`, for callers that need the reason of a failure. None means that `offene` is open.
 std::optional<Datenbankausfall> versuche_zu_oeffnen(
     const QString& verbindung, std::shared_ptr<adodb::Connection>& offene);
 /// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.

@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// What stands in a database of the two tables.
+/// What a database has of the two tables.
 struct Bestand {
   QStringList tabellen;
   QStringList spalten;

@@ -22,7 +22,7 @@ const QStringList& mit_Wert() {
   return Namen;
 }
 
-/// What is wrong with arguments that the parser refuses, in words of our own: Qt's are English.
+/// Why the parser refuses the arguments, in words of our own: Qt's are English.
 QString grund(const QCommandLineParser& leser, const QStringList& argumente) {
   const QStringList unbekannte = leser.unknownOptionNames();
   if (!unbekannte.isEmpty()) return u"Die Option „%1“ gibt es nicht."_s.arg(unbekannte.first());

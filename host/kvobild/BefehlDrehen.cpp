@@ -20,7 +20,7 @@ gdiplus::Drehart drehart(const Aufruf& aufruf) {
       Ausgang::Aufruf, u"„--um“ ist „90“, „180“, „270“, „waagerecht“ oder „senkrecht“, nicht „%1“."_s.arg(um));
 }
 
-/// Words for a status of the picture operations. Which of the two files it is about shows in the words.
+/// Words for a status of the picture operations. The words tell which of the two files is meant.
 QString worte(std::int32_t status) {
   static const QHash<std::int32_t, QString> Worte{{2, u"Der Kopf des Bildes ist beschädigt."_s},
       {3, u"Der Speicher reicht nicht."_s}, {7, u"Der Datenträger ist voll oder gestört."_s},

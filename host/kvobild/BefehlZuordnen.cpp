@@ -25,7 +25,7 @@ Vorhaben pruefe_Quelle(const QString& angabe) {
   const QString pfad = namen::tabellenpfad(angabe);
   const FileSystemObject dateien;
   if (dateien.FolderExists(pfad)) throw Abbruch(Ausgang::Datei, u"„%1“ ist ein Ordner."_s.arg(angabe));
-  // What the name says is asked first: a name that no share can hold is "missing" for the path map.
+  // The name is checked first: to the path map a name that no share can hold is merely missing.
   const namen::Bilddatei bild = namen::zerlege_geprueft(pfad.mid(pfad.lastIndexOf(u'\\') + 1));
   if (!dateien.FileExists(pfad)) throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ gibt es nicht."_s.arg(angabe));
   return {pfad, bild, {}};

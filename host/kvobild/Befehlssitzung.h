@@ -13,8 +13,8 @@
 #include "platform/host/KVOCore.h"
 #include "store/clsBildZuordnungen.h"
 
-/// The picture root of the call in force as drive P: of the path map, since a dot anywhere in a root's path would hide
-/// every text file below it. A missing folder ends with Ausgang::Datei. Gives the root for the store.
+/// Makes the picture root of the call drive P: of the path map, since a dot anywhere in a root's path would hide every
+/// text file below it. A missing folder ends with Ausgang::Datei. Gives the root for the store.
 QString bildwurzel(const Aufruf& aufruf);
 /// The same where the call names a root at all; none otherwise.
 std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf);

@@ -50,7 +50,7 @@ void drucke_Hilfe(const Befehl& befehl) {
   ausgabe::zeile(u'\n' + Ausgangstext);
 }
 
-/// What is wrong with arguments that the parser refuses, in words of our own: Qt's are English.
+/// Why the parser refuses the arguments, in words of our own: Qt's are English.
 QString grund(const QCommandLineParser& leser, const Befehl& befehl, const QStringList& argumente) {
   const QStringList unbekannte = leser.unknownOptionNames();
   if (!unbekannte.isEmpty())
@@ -90,7 +90,7 @@ Ausgang fuehre_aus(const Befehl& befehl, const QStringList& argumente) {
   return befehl.fuehre_aus(Aufruf(werte, leser.positionalArguments()));
 }
 
-/// A command of two words whose second word is missing or unknown, or a command that there is not.
+/// A command of two words whose second word is missing or unknown, or a command that does not exist.
 Ausgang ohne_zweites_Wort(const QList<Befehl>& befehle, const QStringList& argumente) {
   QList<Befehl> gruppe;
   QStringList zweite;

@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace adodb {
 namespace {
 
-/// Of a keyword that stands twice the last value counts, so what is put behind replaces what stood there.
+/// The last value of a repeated keyword counts, so what is appended replaces what stood there.
 QString mit_Anmeldung(QString zeichenfolge, const QString& benutzer, const QString& kennwort) {
   if (!benutzer.isEmpty()) zeichenfolge += u";User ID="_s + Verbindungszeichenfolge::als_wert(benutzer);
   if (!kennwort.isEmpty()) zeichenfolge += u";Password="_s + Verbindungszeichenfolge::als_wert(kennwort);

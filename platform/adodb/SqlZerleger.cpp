@@ -61,7 +61,7 @@ qsizetype SqlZerleger::ende_ab(qsizetype stelle, Art& art) const {
 qsizetype SqlZerleger::ende_der_Marke(qsizetype stelle, QChar schluss) const {
   for (qsizetype i = stelle + 1; i < text_.size(); ++i) {
     if (text_[i] != schluss) continue;
-    // A doubled mark stands for itself, but for "]]", which SQLite does not know.
+    // A doubled mark stands for itself, except "]]", which SQLite does not know.
     if (schluss == u']' || i + 1 >= text_.size() || text_[i + 1] != schluss) return i + 1;
     ++i;
   }

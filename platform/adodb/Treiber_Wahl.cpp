@@ -24,8 +24,7 @@ struct Register {
 constexpr QStringView OdbcProvider[] = {
     u"msdasql", u"sqloledb", u"sqlncli", u"sqlncli10", u"sqlncli11", u"msoledbsql", u"msoledbsql19"};
 
-/// The provider's name without a version, or that of the provider for ODBC where a connect string in ODBC form has
-/// none.
+/// The provider's name without its version. A connect string in ODBC form names none and gets the provider for ODBC.
 QString provider_von(const Verbindungszeichenfolge& folge) {
   const QString provider = folge.wert(u"Provider"_s).value_or(QString());
   if (provider.isEmpty()) return ist_Odbc_Form(folge) ? u"MSDASQL"_s : QString();

@@ -11,7 +11,7 @@
 namespace adodb {
 namespace {
 
-/// Values, and characters, that a large result gets room for.
+/// How many values, and how many characters, a large result gets room for at once.
 constexpr std::size_t Grosse = 256 * 1024;
 
 using Paar = std::array<char16_t, 2>;
@@ -31,7 +31,7 @@ bool ist_gleich(const char16_t* zeichen, std::uint32_t laenge, QStringView text)
   return laenge <= 2 || std::memcmp(zeichen, andere, laenge * sizeof(char16_t)) == 0;
 }
 
-/// Characters that these bytes are, where all are ASCII.
+/// The bytes are ASCII, and the characters are the same.
 bool ist_gleich_Ascii(const char16_t* zeichen, const char* bytes, std::size_t laenge) {
   unsigned unterschied = 0;
   for (std::size_t i = 0; i < laenge; ++i) {

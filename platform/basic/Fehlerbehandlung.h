@@ -8,8 +8,8 @@
 /// The three ways in which a procedure treats a failure. No other `try` stands in a procedure.
 namespace fehler {
 
-/// The exception that is being handled, as a failure: memory run out becomes 7, anything foreign 51 with its words.
-/// Only to be called inside a catch block.
+/// The exception that is being handled, as a failure: running out of memory becomes 7, anything foreign 51 with its
+/// words. Only to be called inside a catch block.
 Laufzeitfehler aktueller_Fehler() noexcept;
 
 /// Report and end: runs `prozedur` and hands its result on. On a failure `melden` gets it and the result is `T{}`.

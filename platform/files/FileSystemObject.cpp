@@ -53,7 +53,7 @@ QString zieldatei(const QString& quelle, const QString& ziel) {
   return ziel + letzter_Name(quelle);
 }
 
-/// No folder to be deleted: it is the root of a mount, or a link to a folder.
+/// The root of a mount or a link to a folder: deleting a folder must not touch either.
 bool ist_verankert(const QByteArray& ort, const struct stat& eintrag) {
   if (S_ISLNK(eintrag.st_mode)) {
     const auto dahinter = stand_am_Ort(ort);

@@ -60,8 +60,8 @@ class Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fen
   /// The button that Escape clicks; none makes Escape do nothing.
   void setze_Abbruchknopf(QAbstractButton* knopf) noexcept { abbruchknopf_ = knopf; }
 
-  /// Runs a handler. As the outermost entry from the event loop a failure is kept and ends the modal show; inside a
-  /// running handler it flies on.
+  /// Runs a handler. A failure of the outermost one, which the event loop entered, is kept and ends the modal show; a
+  /// failure inside a running handler flies on.
   void bewacht(const std::function<void()>& handler) override;
   /// A failure that is kept ends the modal show, too.
   void abgeschirmt(const std::function<void()>& handler) noexcept override;

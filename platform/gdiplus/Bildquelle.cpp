@@ -31,7 +31,7 @@ QImage gedreht(const QImage& bild, const Drehung& drehung) {
   return ergebnis;
 }
 
-// What memory run out raises becomes a status here.
+// The failure that running out of memory raises becomes a status here.
 template <class Anweisung>
 std::int32_t als_Status(Anweisung&& anweisung) {
   std::int32_t status = gdiplus::Ok;

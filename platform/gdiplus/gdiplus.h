@@ -54,10 +54,10 @@ std::int32_t GdipDisposeImage(std::shared_ptr<Objekt>& objekt) {
 }
 
 /// Writes the image, transformed, into memory. `parameter` holds one transformation: category EncoderTransformation,
-/// one value of type 4, a Drehart. A JPEG keeps all that it can keep (see jpegdrehung); pixels of
-/// another format are turned and coded with the quality 75, which is GDI+'s own. 18 without a session, 2 without an
-/// image or for other parameters, 13 for an encoder that is not of the list, 1 for a stream that can't be read to its
-/// end or sides that no JPEG can have, 3 for memory run out. `strom` is changed with status 0 alone.
+/// one value of type 4, a Drehart. A JPEG keeps all that it can keep (see jpegdrehung); pixels of another format are
+/// turned and coded with the quality 75, which is GDI+'s own. 18 without a session, 2 without an image or for other
+/// parameters, 13 for an encoder that is not of the list, 1 for a stream that can't be read to its end or sides that no
+/// JPEG can have, 3 when memory runs out. `strom` is changed with status 0 alone.
 std::int32_t GdipSaveImageToStream(
     const Image& image, QByteArray& strom, const CLSID& kodierer, const EncoderParameters& parameter);
 /// The same into a file, which is complete and on the disk before it takes its name; on a failure what stood there

@@ -13,7 +13,7 @@ inline constexpr std::array Vorgangsarten{
 /// A business record as the list shows it.
 struct Vorgang {
   Vorgangsart art = Vorgangsart::Beleg;
-  /// All six parts are set; "-" stands for a part that this kind has not.
+  /// All six parts are set; "-" stands for a part that this kind does not have.
   Datensatz satz;
   /// As the user says it: "AB 24-1001".
   QString nummer;

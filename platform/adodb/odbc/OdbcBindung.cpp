@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t Blockbytes = 128 * 1024;
 constexpr std::size_t HoechstensZeilen = 64;
 
-/// Types whose width is that of their text; a time or bytes take other room as text.
+/// Types that are as wide as their text. A time or bytes have another width as text.
 bool zaehlt_Zeichen(SQLSMALLINT typ) {
   return typ == SQL_CHAR || typ == SQL_VARCHAR || typ == SQL_WCHAR || typ == SQL_WVARCHAR;
 }
@@ -45,7 +45,7 @@ void OdbcBindung::binde() {
   if (block > 1 && gebundene_ < spalten_.size()) nimm_einzelne();
 }
 
-/// A driver that does not take all three gives one row at a time.
+/// A driver that refuses one of the three attributes gives one row at a time.
 bool OdbcBindung::verlange_Block(std::size_t block) {
   zustaende_.assign(block, SQL_ROW_SUCCESS);
   const bool genommen = odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROW_STATUS_PTR, zustaende_.data()) == SQL_SUCCESS &&
@@ -55,7 +55,7 @@ bool OdbcBindung::verlange_Block(std::size_t block) {
   return genommen;
 }
 
-/// One row at a time, and no place left for the driver to write states to.
+/// One row at a time. The driver must not keep the place that it wrote states to: it is freed here.
 void OdbcBindung::nimm_einzelne() {
   odbc_.SetStmtAttr(anweisung_, SQL_ATTR_ROW_ARRAY_SIZE, 1);
   odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROW_STATUS_PTR, nullptr);

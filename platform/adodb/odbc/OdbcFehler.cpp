@@ -31,7 +31,7 @@ bool ist_Warnung(const OdbcMeldung& meldung) {
   return meldung.sqlstate.startsWith("01"_L1) || meldung.sqlstate.startsWith("00"_L1);
 }
 
-/// A server tells a failure and, behind it, messages and warnings of the same batch.
+/// The failures alone, where there are any: a server sends messages and warnings of the same batch with them.
 QList<OdbcMeldung> fehler_darin(const QList<OdbcMeldung>& meldungen) {
   QList<OdbcMeldung> fehler;
   for (const OdbcMeldung& meldung : meldungen)
@@ -65,7 +65,7 @@ QString ohne_Kennwort(QString worte, const QString& kennwort) {
   return worte.replace(verdoppelt, u"***"_s).replace(kennwort, u"***"_s);
 }
 
-/// FreeTDS tells a time that is over under the number 20003 of its kind, whatever the SQLSTATE.
+/// FreeTDS reports a time-out by its own number 20003, whatever the SQLSTATE.
 bool ist_Zeit_um(const QList<OdbcMeldung>& fehler) {
   return std::any_of(fehler.begin(), fehler.end(), [](const OdbcMeldung& m) {
     return m.sqlstate.startsWith("HYT"_L1) || (m.nummer == 20003 && m.worte.contains("timed out"_L1));

@@ -72,7 +72,7 @@ void OdbcTreiber::lege_Griffe_an() {
   if (!gelungen) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
 }
 
-/// A warning that the driver passed over a part of the connect string is a failure here: nobody would see it.
+/// A driver that ignores a part of the connect string only warns. Nobody would see that, so it is a failure here.
 void OdbcTreiber::verbinde(const QString& zeichenfolge, const OdbcVersuch& versuch) {
   const SQLRETURN ergebnis = odbc_.DriverConnect(verbindung_, zeichenfolge);
   offen_ = SQL_SUCCEEDED(ergebnis);
@@ -108,7 +108,7 @@ Ergebnis OdbcTreiber::fuehre_aus(const QString& text) {
       anweisung.griff(), odbc_.ExecDirect(anweisung.griff(), ganze_Paare_ ? ohne_halbe_Paare(text) : text));
 }
 
-/// SQL_NO_DATA from the execution is a statement that met no row; behind it further results may come.
+/// SQL_NO_DATA from the execution means that the statement met no row; further results may follow.
 Ergebnis OdbcTreiber::lies_Ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis) {
   std::optional<Ergebnis> gelesenes;
   std::optional<OdbcWerte> leser;

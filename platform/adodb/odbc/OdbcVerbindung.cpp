@@ -124,7 +124,7 @@ class Uebersetzer {
 };
 
 void Uebersetzer::waehle_Treiber() {
-  // Over the provider for ODBC the OLE DB word names a data source.
+  // With the provider for ODBC the OLE DB keyword names a data source.
   if (ist_MSDASQL() && schlichtes_Wort(worte_[Wortsinn::Server]) == "datasource"_L1)
     werte_[Wortsinn::Datenquelle] = std::exchange(werte_[Wortsinn::Server], QString());
   if (hat(Wortsinn::Treiber) && hat(Wortsinn::Datenquelle))

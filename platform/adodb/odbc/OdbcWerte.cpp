@@ -78,7 +78,7 @@ void OdbcWerte::nimm_gebundenen(std::size_t spalte, std::size_t zeile, std::size
     std::memcpy(&zahl, stelle, sizeof zahl);
     werte.setze_zahl(nummer, zahl);
   } else {
-    // Cut is no value: better a failure than a text that is not the table's.
+    // A value that was cut is none: better a failure than a text that the table does not hold.
     if (laenge < 0 || laenge > bindung_.platz(spalte) - Zeichenbreite) zu_lang();
     const auto* zeichen = reinterpret_cast<const char16_t*>(stelle);
     werte.setze_text(nummer, QStringView(zeichen, laenge / Zeichenbreite), lesarten_.size());
@@ -164,8 +164,8 @@ void OdbcWerte::lies_Text(SQLUSMALLINT spalte, std::size_t nummer, Werte& werte)
 }
 
 /// The rest of a value whose first piece fills `stueck_`. `laenge` is what was left before that piece, in bytes, or
-/// SQL_NO_TOTAL. A driver that never parts a pair of surrogates leaves the last place of a piece free; how much a piece
-/// held is then told by what is left after it, and where that is unknown by the zero at its end.
+/// SQL_NO_TOTAL. A driver that never splits a surrogate pair may leave the last place of a piece free. How much the
+/// piece held then follows from what is left after it or, where that is unknown, from its closing zero.
 QString OdbcWerte::lies_Stuecke(SQLUSMALLINT spalte, SQLLEN laenge) {
   const SQLLEN platz = static_cast<SQLLEN>(stueck_.size()) * Zeichenbreite;
   const auto volle = static_cast<qsizetype>(stueck_.size()) - 1;

@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Waits double from a millisecond up to this, so that a short lock costs little and a long one no processor time.
+/// Pauses double from a millisecond up to this, so that a short lock costs little and a long one no processor time.
 constexpr auto LaengstePause = 50ms;
 
 struct Liste {

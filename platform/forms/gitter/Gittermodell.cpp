@@ -38,7 +38,7 @@ Variant Gittermodell::wert(int zeile, int spalte) const {
   return gibt_Zelle(zeile, spalte) ? stand_.Value(arrayzeile(zeile), arrayspalte(spalte)) : Variant();
 }
 
-// What is no text to a reader is none: no value, an object, and a Boolean outside of a check box.
+// No value, an object, and a Boolean without a check box mean nothing to a reader and show as no text.
 QString Gittermodell::text(int zeile, int spalte) const {
   const Variant inhalt = wert(zeile, spalte);
   const bool lesbar = !std::holds_alternative<Null>(inhalt) && !std::holds_alternative<bool>(inhalt) &&

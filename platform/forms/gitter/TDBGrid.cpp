@@ -17,7 +17,7 @@ TDBGrid::TDBGrid(QWidget* behaelter, const QString& name)
     : QTableView(behaelter), Steuerelement(*this, name, Farbrollen::Feld) {
   setItemDelegate(new Gitterdelegat(*this));
   setModel(&modell_);
-  // The toolkit's own selection stays empty: told row by row, thousands of rows would cost it the square of them.
+  // The toolkit's own selection stays empty: filled row by row, its cost grows with the square of the rows.
   setSelectionMode(QAbstractItemView::NoSelection);
   setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
   setTabKeyNavigation(false);

@@ -24,13 +24,13 @@ class QLineEdit;
 /// by the keys. In a grid that can be edited a click into a cell makes it the current one and ends the selection.
 ///
 /// Edits: what the user enters is committed as soon as the cell is left, a check box at once; what code enters by Text
-/// waits for Update or for the user to leave the cell. A commit goes: where it is the line for a new row, the array
+/// waits for Update or for the user to leave the cell. The steps of a commit: from the line for a new row, the array
 /// gets that row; AfterColEdit; the value goes into the array; AfterUpdate. A failure in a handler ends the commit
 /// there; a row that the array got stays.
 ///
-/// Events that the user causes run under the guard of the window, and those that come of a statement elsewhere, as of
-/// taking the focus away from an open edit. Events that a statement of the grid causes are raised by that statement,
-/// which passes on a handler's failure.
+/// Events that the user causes run under the guard of the window, and so do those that a statement elsewhere causes,
+/// for example by taking the focus away from an open edit. Events that a statement of the grid causes are raised by
+/// that statement, which passes on a handler's failure.
 class TDBGrid : public QTableView, public Steuerelement {
  public:
   explicit TDBGrid(QWidget* behaelter, const QString& name);
@@ -186,7 +186,7 @@ class TDBGrid : public QTableView, public Steuerelement {
   /// The current cell as it was told last.
   int zeile_ = -1;
   int spalte_ = -1;
-  /// Where a selection of several rows begins, and what it comes on top of, or is taken out of.
+  /// Where a selection of several rows begins, and the earlier one that it is added to or taken out of.
   int anker_ = -1;
   std::deque<std::int32_t> grundlage_;
   bool waehlt_ab_ = false;

@@ -22,7 +22,8 @@ void TDBGrid::uebernimm_Auswahl(Zeilenauswahl&& neu) {
   viewport()->update();
 }
 
-/// The row was chosen: alone, with control in addition or no longer, with shift all from where the last choice began.
+/// The row was pressed: alone it becomes the selection, Control adds it or takes it out, Shift selects from where the
+/// last choice began.
 void TDBGrid::druecke_Zeile(int zeile, Qt::KeyboardModifiers dazu, int vorherige) {
   if (zeile < 0 || zeile >= modell_.zeilen()) return;
   const bool dazunehmen = dazu.testFlag(Qt::ControlModifier);
@@ -40,7 +41,7 @@ void TDBGrid::druecke_Zeile(int zeile, Qt::KeyboardModifiers dazu, int vorherige
   waehle_bis(zeile);
 }
 
-/// What the selection was, with the rows from the beginning of the choice to this one, or without them.
+/// Sets the selection to the earlier one with, or without, the rows from where the choice began to this one.
 void TDBGrid::waehle_bis(int zeile) {
   if (anker_ < 0 || zeile < 0 || modell_.zeilen() == 0) return;
   const int hoechste = modell_.zeilen() - 1;
@@ -118,7 +119,7 @@ void TDBGrid::mouseReleaseEvent(QMouseEvent* ereignis) {
   Ereigniswache::melde(*this, Click);
 }
 
-// In a list of whole rows the first and the last row are what is meant.
+// In a list of whole rows Home and End mean its first and last row, not columns.
 QModelIndex TDBGrid::moveCursor(CursorAction wohin, Qt::KeyboardModifiers dazu) {
   const bool ans_Ende = wohin == MoveHome || wohin == MoveEnd;
   return QTableView::moveCursor(wohin, ans_Ende && waehlt_in_Zellen() ? dazu | Qt::ControlModifier : dazu);

@@ -117,7 +117,7 @@ void TDBGrid::Update() {
   vollziehe();
 }
 
-/// The road of an edit. A handler may go it to its end itself.
+/// Takes an edit through all its steps. A handler may have finished them itself, by Update.
 void TDBGrid::vollziehe() {
   if (!modell_.eingabe()) return;
   auto verwirf = qScopeGuard([this] { modell_.setze_Eingabe({}); });
@@ -131,7 +131,7 @@ void TDBGrid::vollziehe() {
   verwirf.dismiss();
 }
 
-/// Gives the array the row that an edit in the line for a new row is for.
+/// Appends the row to the array that an edit in the line for a new row is meant for.
 void TDBGrid::lege_Zeile_an() {
   if (!modell_.ist_neue_Zeile(modell_.eingabe()->zeile)) return;
   if (!array_ || array_->UpperBound(XArrayDBObject::Dimension::Zeilen) + 1 != modell_.arrayzeile(modell_.zeilen()))

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A key that stands already, and one that does not.
+/// A key that is taken, and one that does not exist.
 constexpr std::int32_t SchluesselVergeben = 457;
 constexpr std::int32_t ElementNichtGefunden = 35601;
 

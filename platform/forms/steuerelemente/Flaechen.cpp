@@ -18,7 +18,7 @@ Textflaeche::Textflaeche(QWidget* behaelter, const QString& name) : QLabel(behae
 
 QRect Textflaeche::Textplatz() const {
   QRect platz = contentsRect();
-  // As a framed label indents its text.
+  // A framed label indents its text by that much.
   if (frameWidth() > 0) platz.setLeft(platz.left() + fontMetrics().horizontalAdvance(u'x') / 2);
   const QRect zeilen = style()->itemTextRect(fontMetrics(), platz, static_cast<int>(alignment()), true, text());
   for (const QObject* kind : children()) {
@@ -41,13 +41,13 @@ QString Textflaeche::gezeigter_Text() const {
 bool Textflaeche::event(QEvent* ereignis) {
   if (ereignis->type() != QEvent::ToolTip || !toolTip().isEmpty() || gezeigter_Text() == text())
     return QLabel::event(ereignis);
-  // As rich text by name: letters that look like marks stay letters.
+  // Converted to rich text, or a tool tip would take letters that look like markup for it.
   QToolTip::showText(dynamic_cast<const QHelpEvent&>(*ereignis).globalPos(),
       Qt::convertFromPlainText(text().trimmed(), Qt::WhiteSpaceNormal), this);
   return true;
 }
 
-// What lies on the surface says when the room for the caption changes.
+// The room for the caption changes with what lies on the surface, so children are watched.
 void Textflaeche::childEvent(QChildEvent* ereignis) {
   if (ereignis->type() == QEvent::ChildAdded) ereignis->child()->installEventFilter(this);
   QLabel::childEvent(ereignis);

@@ -17,7 +17,7 @@ void ImageList::Remove(int index) {
   const QString schluessel = Key(index);
   bilder_.erase(bilder_.begin() + static_cast<std::ptrdiff_t>(platz(index)));
   if (erste_.value(schluessel) == index) erste_.remove(schluessel);
-  // From the last one on nothing moves up.
+  // Behind the last image there is none that moves up.
   if (letzter) return;
   erste_.clear();
   for (int i = Count(); i > 0; --i) erste_.insert(Key(i), i);

@@ -26,12 +26,12 @@ class SSSplitter : public QWidget, public Steuerelement {
   /// Measures of a pane as they are at the moment.
   double PaneHeight(int nummer) const { return masse_[platz(nummer)].hoehe; }
   double PaneWidth(int nummer) const { return masse_[platz(nummer)].breite; }
-  /// Set the height of pane 0 or 3, the width of pane 1; any other pane raises 5, a negative measure 380. Where there
-  /// is no room the pane stays smaller for that long. Raises Resize when a measure changes.
+  /// Set the height of pane 0 or 3, the width of pane 1; any other pane raises 5, a negative measure 380. Without
+  /// enough room the pane is smaller until there is. Raises Resize when a measure changes.
   void PaneHeight(int nummer, double wert);
   void PaneWidth(int nummer, double wert);
 
-  /// The panes have other measures; gets the lowest number among them. At the first showing it comes in any case, for
+  /// Measures have changed; gets the lowest number of those panes. At the first showing it is raised in any case, for
   /// pane 0.
   std::function<void(int)> Resize;
 

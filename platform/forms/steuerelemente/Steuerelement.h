@@ -41,7 +41,7 @@ class Steuerelement {
 
   /// A text that the control keeps for its form.
   QString Tag;
-  /// A control that is dragged is above this one, told at every move; and it is dropped on this one.
+  /// A dragged control moves above this one, and is dropped on it. DragOver runs at every move.
   std::function<void()> DragOver;
   std::function<void()> DragDrop;
 

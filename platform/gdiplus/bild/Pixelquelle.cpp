@@ -95,7 +95,7 @@ class UngelesenePixel final : public Pixelquelle {
     if (merken) {
       const QList<QImage> alle = gemerkte();
       if (const QImage gemerkt = von_Groesse(alle, ziel); !gemerkt.isNull()) return gemerkt;
-      // A thumbnail of the picture that the window shows large beside it.
+      // Often a thumbnail of the picture that the window shows large beside it: its pixels spare reading the file.
       if (const QImage groesser = groesseres(alle, ziel); !groesser.isNull()) {
         const QImage neu = bilddekoder::auf_Groesse(groesser, ziel);
         Bildspeicher::aktuell().merke(*schluessel_, kopf(), neu);

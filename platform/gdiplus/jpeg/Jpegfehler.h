@@ -26,7 +26,7 @@ struct Fehlerziel {
 /// Errors jump, warnings are counted and nothing is printed: a truncated picture shows what it holds.
 jpeg_error_mgr* richte_ein(Fehlerziel& ziel) noexcept;
 
-/// The last error as a gdiplus::Status: 3 for memory run out, otherwise 1.
+/// The last error as a gdiplus::Status: 3 when memory runs out, otherwise 1.
 std::int32_t status(const Fehlerziel& ziel) noexcept;
 
 /// Ends the library's call with an error of that kind (a JERR number).

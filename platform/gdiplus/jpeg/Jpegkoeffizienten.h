@@ -68,14 +68,14 @@ struct Inhalt {
   unsigned neustart = 0;  ///< MCUs between two restart markers, 0 for none
   std::vector<Komponente> komponenten;
   std::vector<Marke> marken;  ///< in their order
-  QByteArrayView dahinter;    ///< what stands behind the end of the picture; of the bytes that were read
+  QByteArrayView dahinter;    ///< what stands behind the end of the picture; a view of the bytes that were read
 };
 
 /// Files with more scans are refused, so that a small file can't keep a processor for minutes.
 inline constexpr int Hoechstens_Scans = 200;
 
 /// Reads all coefficients. The result is a gdiplus::Status: 0 also where the stream is truncated or damaged (what it
-/// does not give is 0), 1 for a stream that can't be read on, 3 for memory run out.
+/// does not give is 0), 1 for a stream that can't be read on, 3 when memory runs out.
 std::int32_t lies(QByteArrayView bytes, Inhalt& bild);
 
 }  // namespace jpegkoeffizienten

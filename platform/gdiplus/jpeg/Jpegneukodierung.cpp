@@ -40,7 +40,6 @@ Feld transponiert(const Feld& a) noexcept {
   return t;
 }
 
-// a * b
 void multipliziere(const Feld& a, const Feld& b, Feld& produkt) noexcept {
   for (std::size_t i = 0; i < DCTSIZE; ++i) {
     std::array<float, DCTSIZE> zeile{};
@@ -160,7 +159,7 @@ Feld lies_Block(const Ebene& ebene, const Achse& x, const Achse& y, bool tausche
   return f;
 }
 
-// The steps of the table the wrong way round, so that a product takes the place of a quotient.
+// The reciprocals of the table's steps: multiplying is cheaper than dividing.
 Feld kehrwerte(const Quantisierung& tabelle) noexcept {
   Feld f;
   for (std::size_t i = 0; i < DCTSIZE2; ++i) f[i / DCTSIZE][i % DCTSIZE] = 1.0F / static_cast<float>(tabelle[i]);
