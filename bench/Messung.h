@@ -31,12 +31,29 @@ inline double median(std::vector<double> werte) {
   return werte.size() % 2 == 1 ? werte[mitte] : (werte[mitte - 1] + werte[mitte]) / 2;
 }
 
-/// Prints one line: both medians in milliseconds, their ratio and the ratio aimed at. Gives the ratio.
+/// A bound was missed in this process.
+inline bool verfehlt = false;
+
+inline void erwarte(bool erfuellt) {
+  verfehlt = verfehlt || !erfuellt;
+}
+
+/// Exit code of a benchmark: 1 after a missed bound.
+inline int urteil() {
+  return verfehlt ? 1 : 0;
+}
+
+inline constexpr double Ohne_Ziel = 0;
+
+/// Prints one line: both medians in milliseconds, their ratio and the ratio aimed at, if any. Gives the ratio.
 inline double zeile(const char* name, const std::vector<double>& unser, const std::vector<double>& peer, double ziel) {
   const double a = median(unser);
   const double b = median(peer);
-  std::printf("%-58s %10.3f ms %10.3f ms   %6.3f  (aim <= %.2f)\n", name, a * 1e3, b * 1e3, a / b, ziel);
+  std::printf("%-58s %10.3f ms %10.3f ms   %6.3f", name, a * 1e3, b * 1e3, a / b);
+  if (ziel != Ohne_Ziel) std::printf("  (aim <= %.2f)%s", ziel, a / b <= ziel ? "" : " NO");
+  std::printf("\n");
   std::fflush(stdout);
+  erwarte(ziel == Ohne_Ziel || a / b <= ziel);
   return a / b;
 }
 

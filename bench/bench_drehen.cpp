@@ -103,9 +103,10 @@ void miss_Guete(const QString& ordner, const QString& quelle, double ziel) {
     const double zeit = messung::sekunden([&] { drehe(quelle, ergebnis, transform); });
     const double guete = psnr(dekodiert(ergebnis), gedreht(vorher, transform));
     const double groesse = static_cast<double>(QFile(ergebnis).size()) / static_cast<double>(QFile(quelle).size());
+    const bool gut = guete >= ziel && groesse <= 1.1;
+    messung::erwarte(gut);
     std::printf("  %4d x %4d, %3d degrees: %6.2f dB (aim >= %.1f), %.3f x the size (aim <= 1.1), %.0f ms: %s\n",
-        vorher.width(), vorher.height(), (transform - 12) * 90, guete, ziel, groesse, zeit * 1e3,
-        guete >= ziel && groesse <= 1.1 ? "yes" : "NO");
+        vorher.width(), vorher.height(), (transform - 12) * 90, guete, ziel, groesse, zeit * 1e3, gut ? "yes" : "NO");
   }
 }
 
@@ -123,5 +124,5 @@ int main(int argc, char** argv) {
   miss_Guete(ordner, halb, 48);
   miss_Guete(ordner, ordner + u"/foto1_4031x3021_420.jpg"_s, 38.5);
   for (const QString& name : {u"/gedreht.jpg"_s, u"/jpegtran.jpg"_s}) QFile::remove(ordner + name);
-  return 0;
+  return messung::urteil();
 }

@@ -72,5 +72,5 @@ int main(int argc, char** argv) {
     starte({wirt, "--datenordner", daten, "--vorgang", "AN 24-3005"});
       },
       [&] { starte({leer}); });
-  return 0;
+  return messung::urteil();
 }

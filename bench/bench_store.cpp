@@ -200,5 +200,5 @@ int main(int argc, char** argv) {
   } catch (const Laufzeitfehler& fehler) {
     pruefe(false, fehler.what());
   }
-  return 0;
+  return messung::urteil();
 }

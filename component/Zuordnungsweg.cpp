@@ -6,6 +6,7 @@
 
 #include "component/weg/Ablage.h"
 #include "component/weg/Meldung.h"
+#include "component/weg/Satz.h"
 #include "component/weg/Speicherlauf.h"
 #include "component/weg/Ungespeichertes.h"
 #include "component/weg/Verbindungen.h"
@@ -13,7 +14,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Felder.h"
 #include "store/Sammlungszugriff.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -63,12 +64,11 @@ Zuordnungsweg::Zuordnungsweg(std::shared_ptr<Anwendungsobjekt> anwendung, QStrin
 Zuordnungsweg::~Zuordnungsweg() = default;
 
 QString Zuordnungsweg::einwand(const Vorgang& vorgang) {
-  for (const QString* teil :
-      {&vorgang.Key1, &vorgang.Key2, &vorgang.Key3, &vorgang.Key4, &vorgang.Typ1, &vorgang.Typ2}) {
+  for (const QString* teil : weg::teile(vorgang)) {
     if (teil->contains(u'\''))
       return u"Die Nummer „%1“ enthält ein Hochkomma; solchen Vorgängen sind keine Bilder zuzuordnen."_s.arg(
           nummer(vorgang));
-    if (teil->size() > bildnamen::Namenslaenge)
+    if (teil->size() > felder::Kurz)
       return u"Ein Teil der Nummer „%1“ ist länger als 50 Zeichen; solchen Vorgängen sind keine Bilder zuzuordnen."_s
           .arg(nummer(vorgang));
   }

@@ -35,8 +35,7 @@ class KVO_EXPORT clsExifInfo {
  public:
   clsExifInfo();
   ~clsExifInfo();
-  clsExifInfo(const clsExifInfo&) = delete;
-  clsExifInfo& operator=(const clsExifInfo&) = delete;
+  Q_DISABLE_COPY_MOVE(clsExifInfo)
 
   /// The name of the file that Load reads. Resets nothing: Is_Loaded and Entries of an earlier file stay.
   void picFile(const QString& name) { Pic_File = name; }

@@ -16,7 +16,7 @@ enum class Kind { None, Byte, Character, Short, Long, Rational };
 
 Kind kind_of(std::int32_t format) {
   if (format < 1 || format > 10) return Kind::None;
-  // The signed formats 6 to 10 follow the others in the same order.
+  // 6 to 10 are read as 1 to 5: what is signed there, and bytes without a type.
   return static_cast<Kind>((format - 1) % 5 + 1);
 }
 

@@ -32,8 +32,7 @@ bool ist_zu_zeigen(const Variant& wert) {
 
 }  // namespace
 
-frm_BildInfo::frm_BildInfo()
-    : Form(u"frm_BildInfo"_s), Sft_Eigenschaften(this, u"Sft_Eigenschaften"_s), cmd_OK(this, u"cmd_OK"_s) {
+frm_BildInfo::frm_BildInfo() : Form(u"frm_BildInfo"_s) {
   Caption(u"Eigenschaften"_s);
 
   // Colours of its own: dark blue titles and rows can be read on them, whatever the desktop's colours are.
@@ -63,8 +62,6 @@ frm_BildInfo::frm_BildInfo()
   setze_Innengroesse(Startbreite, Starthoehe);
   setFixedSize(size());
 }
-
-frm_BildInfo::~frm_BildInfo() = default;
 
 void frm_BildInfo::Form_Load() {
   Sft_Eigenschaften.BorderStyle(0);

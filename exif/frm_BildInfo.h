@@ -12,7 +12,6 @@
 class frm_BildInfo : public Form {
  public:
   frm_BildInfo();
-  ~frm_BildInfo() override;
 
   /// The picture file, with its path.
   QString m_Bild;
@@ -30,8 +29,8 @@ class frm_BildInfo : public Form {
   static void Fkt_Zeile_Einfuegen(std::int32_t& Zeile, SftTree& tree, const QString& feld, const QString& wert,
       const QString& info, double abstand, bool hervorheben);
 
-  SftTree Sft_Eigenschaften;
-  SSCommand cmd_OK;
+  SftTree Sft_Eigenschaften{this, QStringLiteral("Sft_Eigenschaften")};
+  SSCommand cmd_OK{this, QStringLiteral("cmd_OK")};
 
  protected:
   void Form_Load() override;

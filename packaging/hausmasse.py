@@ -87,13 +87,73 @@ def doppelte(dateien):
     return sorted(paare)
 
 
-def aufwaerts(dateien):
+def einbindungen(dateien):
     for name, zeilen in dateien.items():
-        eigenes = STOCKWERKE[name.split("/")[0]]
         for zeile in zeilen:
-            treffer = re.match(r'#include "([a-z]+)/', zeile)
-            if treffer and STOCKWERKE.get(treffer.group(1), 0) > eigenes:
+            treffer = re.match(r'#include "([^"]+)"', zeile)
+            if treffer and treffer.group(1) in dateien:
                 yield name, treffer.group(1)
+
+
+def kreise(pfeile):
+    """The groups of places that lead back to themselves (Tarjan)."""
+    nach = collections.defaultdict(set)
+    for von, zu in pfeile:
+        nach[von].add(zu)
+        nach.setdefault(zu, set())
+    nummer, tief, stapel, gruppen = {}, {}, [], []
+
+    def besuche(ort):
+        nummer[ort] = tief[ort] = len(nummer)
+        stapel.append(ort)
+        for ziel in nach[ort]:
+            if ziel not in nummer:
+                besuche(ziel)
+            if ziel in stapel:
+                tief[ort] = min(tief[ort], tief[ziel])
+        if tief[ort] == nummer[ort]:
+            gruppe = stapel[stapel.index(ort):]
+            del stapel[len(stapel) - len(gruppe):]
+            gruppen.append(gruppe)
+
+    for ort in list(nach):
+        if ort not in nummer:
+            besuche(ort)
+    return [g for g in gruppen if len(g) > 1]
+
+
+def ordner_von(datei):
+    return datei.rsplit("/", 1)[0]
+
+
+def liegt_in(ordner, aussen):
+    return ordner.startswith(aussen + "/")
+
+
+def aufwaerts(dateien):
+    """Includes from a floor into one above it; what leads in a circle from folder to folder; and what an inner folder
+    includes of the one it lies in, where that header stands on the inner folder itself. The outer folder holds what
+    others see, so it includes its inner ones; the headers that both need stand there too and include none of them.
+    """
+    pfeile = list(einbindungen(dateien))
+    for von, zu in pfeile:
+        if STOCKWERKE[von.split("/")[0]] < STOCKWERKE[zu.split("/")[0]]:
+            yield von, zu
+    ordner = {(ordner_von(v), ordner_von(z)) for v, z in pfeile}
+    for kreis in kreise((v, z) for v, z in ordner if not liegt_in(v, z) and not liegt_in(z, v)):
+        yield from ((v, z) for v, z in ordner if v in kreis and z in kreis and v != z)
+    koepfe = collections.defaultdict(set)
+    for von, zu in pfeile:
+        if von.endswith(".h"):
+            koepfe[von].add(zu)
+
+    def steht_auf(kopf, innen, gesehen):
+        gesehen.add(kopf)
+        return any(ordner_von(z) == innen or z not in gesehen and steht_auf(z, innen, gesehen) for z in koepfe[kopf])
+
+    for von, zu in pfeile:
+        if liegt_in(ordner_von(von), ordner_von(zu)) and steht_auf(zu, ordner_von(von), set()):
+            yield von, zu
 
 
 def main():

@@ -5,12 +5,12 @@
 #include <utility>
 
 #include "platform/basic/Fehlerbehandlung.h"
-#include "platform/host/KVOCore.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "platform/host/Meldeweg.h"
 
 namespace BasZuordnungen {
 namespace {
+
+constexpr QStringView Modul = u"basZuordnungen";
 
 /// What one thread writes through.
 struct Schreibzugang {
@@ -30,10 +30,6 @@ Schreibzugang* neuer_Zugang() {
 Schreibzugang& zugang() {
   thread_local Schreibzugang* const dieser = neuer_Zugang();
   return *dieser;
-}
-
-void melde(const QString& prozedur, const Laufzeitfehler& fehler) {
-  KVOCore::aktuell().FehlerMelden(u"basZuordnungen"_s, prozedur, fehler.Nummer(), fehler.Beschreibung(), true);
 }
 
 }  // namespace
@@ -57,8 +53,7 @@ std::shared_ptr<adodb::Connection> oeffne_Verbindung(const QString& pConnectstri
 }
 
 bool Prüfe_Connection(const QString& pConnectstring) {
-  return fehler::melden_und_enden([](const Laufzeitfehler& f) { melde(u"Prüfe_Connection"_s, f); },
-      [&] {
+  return fehler::gemeldet(Modul, u"Prüfe_Connection", [&] {
     if (!gConnection()) gConnection() = oeffne_Verbindung(pConnectstring);
     if (!gCommand()) gCommand() = std::make_shared<adodb::Command>();
     return true;
@@ -74,7 +69,7 @@ void verwirf_Verbindung() noexcept {
 
 bool CmdSql(const QString& pSql, const QString& pConnectstring, bool MitMeldung) {
   const auto melden = [&](const Laufzeitfehler& f) {
-    if (MitMeldung) melde(u"CmdSql"_s, f);
+    if (MitMeldung) fehler::melde(Modul, u"CmdSql", f);
   };
   return fehler::melden_und_enden(melden, [&] {
     if (!Prüfe_Connection(pConnectstring)) return false;

@@ -21,23 +21,23 @@ QString ohne_Punkte_am_Ende(QString name) {
 
 Bildbaum::~Bildbaum() = default;
 
-QStringList Wirklicher_Bildbaum::Files(const QString& ordner) {
+QStringList Bildbaum::Files(const QString& ordner) {
   return FileSystemObject().GetFolder(ordner).Files();
 }
 
-bool Wirklicher_Bildbaum::FileExists(const QString& ordner, const QString& name) {
+bool Bildbaum::FileExists(const QString& ordner, const QString& name) {
   return FileSystemObject().FileExists(pfad_von(ordner, name));
 }
 
-bool Wirklicher_Bildbaum::ist_leer(const QString& ordner) {
+bool Bildbaum::ist_leer(const QString& ordner) {
   return FileSystemObject().GetFolder(ordner).Anzahl_Eintraege() == 0;
 }
 
-void Wirklicher_Bildbaum::DeleteFile(const QString& ordner, const QString& name, Aufraeumposten::Grund) {
+void Bildbaum::DeleteFile(const QString& ordner, const QString& name, Aufraeumposten::Grund) {
   FileSystemObject().DeleteFile(pfad_von(ordner, name), true);
 }
 
-void Wirklicher_Bildbaum::DeleteFolder(const QString& ordner) {
+void Bildbaum::DeleteFolder(const QString& ordner) {
   FileSystemObject().DeleteFolder(ordner, true);
 }
 

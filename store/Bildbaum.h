@@ -18,23 +18,13 @@ class Bildbaum {
   Bildbaum& operator=(const Bildbaum&) = delete;
 
   /// Names of a folder's files, in their order.
-  virtual QStringList Files(const QString& ordner) = 0;
-  virtual bool FileExists(const QString& ordner, const QString& name) = 0;
+  virtual QStringList Files(const QString& ordner);
+  virtual bool FileExists(const QString& ordner, const QString& name);
   /// The folder holds nothing at all. Links to folders, and what no path of the table can name, are something.
-  virtual bool ist_leer(const QString& ordner) = 0;
+  virtual bool ist_leer(const QString& ordner);
   /// Deletes a read-only file too.
-  virtual void DeleteFile(const QString& ordner, const QString& name, Aufraeumposten::Grund grund) = 0;
-  virtual void DeleteFolder(const QString& ordner) = 0;
-};
-
-/// The tree as it stands.
-class Wirklicher_Bildbaum final : public Bildbaum {
- public:
-  QStringList Files(const QString& ordner) override;
-  bool FileExists(const QString& ordner, const QString& name) override;
-  bool ist_leer(const QString& ordner) override;
-  void DeleteFile(const QString& ordner, const QString& name, Aufraeumposten::Grund grund) override;
-  void DeleteFolder(const QString& ordner) override;
+  virtual void DeleteFile(const QString& ordner, const QString& name, Aufraeumposten::Grund grund);
+  virtual void DeleteFolder(const QString& ordner);
 };
 
 /// The same tree, in which deleting only notes what would go: later questions are answered as if it were gone. What the

@@ -9,8 +9,6 @@
 
 #include "store/clsBilderSpeicher.h"
 
-class XArrayDBObject;
-
 /// What came of one step on a file.
 struct Dateischritt {
   enum class Stand { Nicht_noetig, Getan, Gescheitert };
@@ -18,6 +16,7 @@ struct Dateischritt {
   /// German words of the failure.
   QString grund;
 
+  bool operator==(const Dateischritt&) const = default;
   bool gescheitert() const noexcept { return stand == Stand::Gescheitert; }
 };
 
@@ -25,6 +24,7 @@ struct Dateischritt {
 struct Fruehere {
   QString name;
   QString pfad;
+  bool operator==(const Fruehere&) const = default;
 };
 
 /// One row of the assignment dialog's strip: what the user wanted of the picture, and what came of it on the disk.
@@ -63,12 +63,13 @@ struct Bildspur {
   bool vorgemerkt = false;
   /// The removal mark of the last save that the user asked for.
   bool bestaetigt_vorgemerkt = false;
+
+  bool operator==(const Bildspur&) const = default;
 };
 
-/// The dialog's working table with all that was not saved, to open the dialog with again.
+/// What opens the dialog with all that was not saved. The dialog keeps its rows in a class of its own.
 struct Dialogstand {
-  std::shared_ptr<XArrayDBObject> tabelle;
-  std::vector<Bildspur> spuren;
+  virtual ~Dialogstand() = default;
   /// File names of the pictures that are new or differ from their records; empty where only the order does.
   QStringList betroffene;
 };

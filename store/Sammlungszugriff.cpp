@@ -5,6 +5,10 @@
 #include <unordered_map>
 
 #include "platform/basic/Fehlerbehandlung.h"
+#include "platform/files/FileSystemObject.h"
+#include "store/Bilddatei.h"
+
+using namespace Qt::Literals::StringLiterals;
 
 void Sammlungszugriff::ordne(clsBildZuordnungen& sammlung, const std::vector<const clsBilderSpeicher*>& folge) {
   std::unordered_map<const clsBilderSpeicher*, std::size_t> rang;
@@ -20,16 +24,7 @@ void Sammlungszugriff::ordne(clsBildZuordnungen& sammlung, const std::vector<con
 }
 
 void Sammlungszugriff::haenge_an(clsBildZuordnungen& sammlung, std::shared_ptr<clsBilderSpeicher> satz) {
-  if (sammlung.AnzahlPos() > 0) sammlung.haenge_Zeile_an();
-  const std::int32_t nummer = sammlung.letzte_Zeile();
-  sammlung.Init_Zeile(nummer);
-  auto& zeile = sammlung.zeile(nummer);
-  zeile.Zeile_Bildname = satz->Bild_Bildname;
-  zeile.Zeile_BildExt = satz->Bild_BildExt;
-  zeile.Zeile_Objekt = std::move(satz);
-  zeile.Bild_Changeflag = true;
-  zeile.Bild_Neu = true;
-  sammlung.AktInd(nummer);
+  sammlung.AktInd(sammlung.haenge_an(std::move(satz)));
 }
 
 void Sammlungszugriff::entnimm(clsBildZuordnungen& sammlung, const clsBilderSpeicher* satz) {
@@ -59,26 +54,38 @@ std::vector<std::int64_t> Sammlungszugriff::gespeicherte_Reihenfolge(const clsBi
   return folge;
 }
 
-void Sammlungszugriff::lesende_Verbindung(clsBildZuordnungen& sammlung, std::shared_ptr<adodb::Connection> verbindung) {
-  sammlung.mConnection = std::move(verbindung);
-}
-
 std::shared_ptr<Dialogspur>& Sammlungszugriff::spur(clsBildZuordnungen& sammlung) {
   return sammlung.mSpur;
 }
 
 Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
     const QString& alter_name, const QString& endung, const QString& neuer_name) {
-  return fehler::still_enden([&] { return sammlung.benenne_um(wurzel, pfad, alter_name, endung, neuer_name); });
+  Umbenennung ergebnis;
+  const auto sage = [&](const Laufzeitfehler& f) { ergebnis.grund = f.Beschreibung(); };
+  const auto gelingt = [&](auto&& schritt) {
+    return fehler::melden_und_enden(sage, [&] {
+      schritt();
+      return true;
+    });
+  };
+  ergebnis.datei = gelingt([&] {
+    const Bilddatei alt{alter_name, endung, wurzel + u'\\' + pfad};
+    FileSystemObject().MoveFile(alt.pfad(), Bilddatei{neuer_name, endung, alt.ordner}.pfad());
+  });
+  ergebnis.tabelle = ergebnis.datei && gelingt([&] {
+    sammlung.lesende_Verbindung().Execute(
+        u"Update Bild_Zuordnungen SET Bildname = '%1' WHERE Bildname = '%2' and BildExt = '%3' and BildPfad = '%4'"_s
+            .arg(neuer_name, alter_name, endung, pfad));
+  });
+  return ergebnis;
 }
 
 bool Sammlungszugriff::folge_der_Datei(
     clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung, const Fruehere& neu) {
   return fehler::still_enden([&] {
-    sammlung.lesende_Verbindung().Execute(QStringLiteral(
-        "Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = "
-        "'%4' and BildPfad = '%5'")
-                                              .arg(neu.name, neu.pfad, alt.name, endung, alt.pfad));
+    sammlung.lesende_Verbindung().Execute(
+        u"Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = '%4' "
+        "and BildPfad = '%5'"_s.arg(neu.name, neu.pfad, alt.name, endung, alt.pfad));
     return true;
   });
 }

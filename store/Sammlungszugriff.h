@@ -4,8 +4,6 @@
 #include <memory>
 #include <vector>
 
-#include "platform/adodb/Connection.h"
-#include "platform/basic/Laufzeitfehler.h"
 #include "store/Dialogspur.h"
 #include "store/clsBildZuordnungen.h"
 
@@ -33,8 +31,6 @@ class Sammlungszugriff {
   static std::int32_t platz(const clsBildZuordnungen& sammlung, const clsBilderSpeicher* satz);
   /// Stored SortIndex of each row as it was read; 0 for rows that were not, and for values that are no number.
   static std::vector<std::int64_t> gespeicherte_Reihenfolge(const clsBildZuordnungen& sammlung);
-  /// Another connection to read over; the rows stay.
-  static void lesende_Verbindung(clsBildZuordnungen& sammlung, std::shared_ptr<adodb::Connection> verbindung);
   /// What the last dialog over the collection left; none before one.
   static std::shared_ptr<Dialogspur>& spur(clsBildZuordnungen& sammlung);
   /// Lets all rows that point to a file follow it to its new name and folder; False where the table did not take it.

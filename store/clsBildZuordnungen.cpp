@@ -1,10 +1,12 @@
 #include "store/clsBildZuordnungen.h"
 
 #include <limits>
+#include <utility>
 
 #include "imaging/frmPic.h"
 #include "platform/basic/Fehlerbehandlung.h"
-#include "platform/host/KVOCore.h"
+#include "store/Felder.h"
+#include "store/clsBildZuordnungen_Meldung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,31 +21,16 @@ clsBildZuordnungen::~clsBildZuordnungen() {
   frmPic::Entladen();
 }
 
-void clsBildZuordnungen::melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const {
-  if (ohneMeldungen) return;
-  KVOCore::aktuell().FehlerMelden(
-      u"clsBildZuordnungen"_s, QString::fromUtf16(prozedur), fehler.Nummer(), fehler.Beschreibung(), true);
-}
-
-clsBildZuordnungen::Zeilen& clsBildZuordnungen::zeilen() {
+clsBildZuordnungen::Zeilen& clsBildZuordnungen::zeilen() const {
   if (!mBilder) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
   return *mBilder;
 }
 
-const clsBildZuordnungen::Zeilen& clsBildZuordnungen::zeilen() const {
-  if (!mBilder) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
-  return *mBilder;
-}
-
-clsBildZuordnungen::Zeile& clsBildZuordnungen::zeile(std::int32_t nummer) {
+clsBildZuordnungen::Zeile& clsBildZuordnungen::zeile(std::int32_t nummer) const {
   Zeilen& alle = zeilen();
   if (nummer < 0 || static_cast<std::size_t>(nummer) >= alle.size())
     throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
   return alle[static_cast<std::size_t>(nummer)];
-}
-
-const clsBildZuordnungen::Zeile& clsBildZuordnungen::aktuelle_Zeile() const {
-  return const_cast<clsBildZuordnungen*>(this)->zeile(mAktInd);
 }
 
 clsBilderSpeicher& clsBildZuordnungen::aktueller_Satz() const {
@@ -52,6 +39,7 @@ clsBilderSpeicher& clsBildZuordnungen::aktueller_Satz() const {
 }
 
 void clsBildZuordnungen::neue_Tabelle() {
+  AktInd(-1);
   // Rows that come into being are blank, which spares a step of its own for types and values of the cells.
   mBilder = std::make_unique<Zeilen>(1);
 }
@@ -63,6 +51,20 @@ void clsBildZuordnungen::Init_Zeile(std::int32_t nummer) {
 std::int32_t clsBildZuordnungen::haenge_Zeile_an() {
   zeilen().emplace_back();
   return letzte_Zeile();
+}
+
+/// Appends a row for a record, changed and new; the first one takes the blank row. Gives the row's number.
+std::int32_t clsBildZuordnungen::haenge_an(std::shared_ptr<clsBilderSpeicher> satz) {
+  if (AnzahlPos() > 0) haenge_Zeile_an();
+  const std::int32_t nummer = letzte_Zeile();
+  Init_Zeile(nummer);
+  Zeile& neu = zeile(nummer);
+  neu.Zeile_Bildname = satz->Bild_Bildname;
+  neu.Zeile_BildExt = satz->Bild_BildExt;
+  neu.Zeile_Objekt = std::move(satz);
+  neu.Bild_Changeflag = true;
+  neu.Bild_Neu = true;
+  return nummer;
 }
 
 std::int32_t clsBildZuordnungen::letzte_Zeile() const {
@@ -83,65 +85,9 @@ std::int32_t clsBildZuordnungen::AnzahlPos() const {
   return !einzige.Zeile_Objekt && einzige.Zeile_Bildname.isEmpty() ? 0 : 1;
 }
 
-bool clsBildZuordnungen::Bild_Changeflag() const {
-  return aktuelle_Zeile().Bild_Changeflag;
-}
-void clsBildZuordnungen::Bild_Changeflag(bool wert) noexcept {
-  setze_Kennzeichen(&Zeile::Bild_Changeflag, wert);
-}
-bool clsBildZuordnungen::Bild_Neu() const {
-  return aktuelle_Zeile().Bild_Neu;
-}
-void clsBildZuordnungen::Bild_Neu(bool wert) noexcept {
-  setze_Kennzeichen(&Zeile::Bild_Neu, wert);
-}
-bool clsBildZuordnungen::Bild_Delete() const {
-  return aktuelle_Zeile().Bild_Delete;
-}
-void clsBildZuordnungen::Bild_Delete(bool wert) noexcept {
-  setze_Kennzeichen(&Zeile::Bild_Delete, wert);
-}
-
 void clsBildZuordnungen::setze_Kennzeichen(bool Zeile::*kennzeichen, bool wert) noexcept {
   fehler::Weiter weiter;
   weiter([&] { zeile(mAktInd).*kennzeichen = wert; });
-}
-
-// The forwarding properties are all of one shape: reading without a current record gives an empty value, setting
-// raises.
-#define KVO_FELD(Typ, Argument, Name)             \
-  Typ clsBildZuordnungen::Name() const {          \
-    return AktBildObj ? AktBildObj->Name : Typ(); \
-  }                                               \
-  void clsBildZuordnungen::Name(Argument wert) {  \
-    aktueller_Satz().Name = wert;                 \
-  }
-#define KVO_TEXTFELD(Name) KVO_FELD(QString, const QString&, Name)
-#define KVO_JANEINFELD(Name) KVO_FELD(bool, bool, Name)
-
-KVO_TEXTFELD(Bild_Key1)
-KVO_TEXTFELD(Bild_Key2)
-KVO_TEXTFELD(Bild_Key3)
-KVO_TEXTFELD(Bild_Key4)
-KVO_TEXTFELD(Bild_Bildname)
-KVO_TEXTFELD(Bild_BildExt)
-KVO_TEXTFELD(Bild_Typ1)
-KVO_TEXTFELD(Bild_Typ2)
-KVO_TEXTFELD(Bild_Pfad)
-KVO_TEXTFELD(Bild_Beschreibung)
-KVO_TEXTFELD(Bild_GrafikAnbNr)
-KVO_TEXTFELD(Bild_Grafik_Ursprung)
-KVO_JANEINFELD(Bild_NeueSeite)
-KVO_JANEINFELD(Bild_AlsAnhang)
-KVO_JANEINFELD(Bild_DruckGesamteSeite)
-KVO_JANEINFELD(Bild_Drucken)
-
-#undef KVO_JANEINFELD
-#undef KVO_TEXTFELD
-#undef KVO_FELD
-
-std::int16_t clsBildZuordnungen::Bild_SortIndex() const {
-  return AktBildObj ? AktBildObj->Bild_SortIndex : std::int16_t{0};
 }
 
 void clsBildZuordnungen::Bild_SortIndex(int wert) {
@@ -151,11 +97,8 @@ void clsBildZuordnungen::Bild_SortIndex(int wert) {
 }
 
 bool clsBildZuordnungen::FKT_Neu() {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_Neu", f); },
-      [&] {
+  return gemeldet(u"FKT_Neu", [&] {
     neue_Tabelle();
-    mAktInd = -1;
-    AktBildObj.reset();
     return true;
   });
 }
@@ -163,47 +106,20 @@ bool clsBildZuordnungen::FKT_Neu() {
 bool clsBildZuordnungen::FKT_NeuesBild(const QString& pKey1, const QString& pKey2, const QString& pKey3,
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
     const QString& pTyp2) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_NeuesBild", f); },
-      [&] {
-    if (AnzahlPos() > 0) haenge_Zeile_an();
-    const std::int32_t nummer = letzte_Zeile();
-    Init_Zeile(nummer);
-    AktBildObj = std::make_shared<clsBilderSpeicher>();
-    Init_AktBildObj(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2);
-    Zeile& neu = zeile(nummer);
-    neu.Zeile_Bildname = pBildname;
-    neu.Zeile_BildExt = pBildExt;
-    neu.Zeile_Objekt = AktBildObj;
-    neu.Bild_Changeflag = true;
-    neu.Bild_Neu = true;
-    neu.Bild_Delete = false;
-    AktInd(nummer);
+  return gemeldet(u"FKT_NeuesBild", [&] {
+    auto satz = std::make_shared<clsBilderSpeicher>();
+    Init_AktBildObj(*satz, {&pKey1, &pKey2, &pKey3, &pKey4, &pBildname, &pBildExt, &PTyp1, &pTyp2});
+    AktInd(haenge_an(std::move(satz)));
     return true;
   });
 }
 
-bool clsBildZuordnungen::Init_AktBildObj(const QString& pKey1, const QString& pKey2, const QString& pKey3,
-    const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1,
-    const QString& pTyp2) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Init_AktBildObj", f); },
-      [&] {
-    clsBilderSpeicher& satz = aktueller_Satz();
-    satz.Bild_Key1 = pKey1;
-    satz.Bild_Key2 = pKey2;
-    satz.Bild_Key3 = pKey3;
-    satz.Bild_Key4 = pKey4;
-    satz.Bild_Bildname = pBildname;
-    satz.Bild_BildExt = pBildExt;
-    satz.Bild_Typ1 = PTyp1;
-    satz.Bild_Typ2 = pTyp2;
-    satz.Bild_Pfad.clear();
-    satz.Bild_Beschreibung.clear();
-    satz.Bild_NeueSeite = false;
-    satz.Bild_AlsAnhang = false;
-    satz.Bild_DruckGesamteSeite = false;
+/// Gives a new record its identity and the values that it starts with.
+bool clsBildZuordnungen::Init_AktBildObj(clsBilderSpeicher& satz, const Kennung& kennung) {
+  return gemeldet(u"Init_AktBildObj", [&] {
+    for (std::size_t i = 0; i < kennung.size(); ++i) satz.*felder::Kennung[i].Wert = *kennung[i];
     satz.Bild_Drucken = true;
-    satz.Bild_Grafik_Ursprung = u"-"_s;
-    satz.Bild_GrafikAnbNr.clear();
+    satz.Bild_Grafik_Ursprung = felder::oder_Strich({});
     return true;
   });
 }
@@ -211,25 +127,15 @@ bool clsBildZuordnungen::Init_AktBildObj(const QString& pKey1, const QString& pK
 bool clsBildZuordnungen::Fkt_Clone(clsBildZuordnungen& pBildAlt, std::int16_t pMontageNr, bool /*pBnrerhalten*/) {
   fehler::Weiter weiter;
   weiter([&] { neue_Tabelle(); });
-  mAktInd = -1;
-  AktBildObj.reset();
   std::int32_t anzahl = 0;
   weiter([&] { anzahl = pBildAlt.AnzahlPos(); });
   for (std::int32_t i = 0; i < anzahl; ++i) {
-    if (i > 0) weiter([&] { haenge_Zeile_an(); });
-    weiter([&] { Init_Zeile(i); });
     pBildAlt.AktInd(i);
     weiter([&] {
-      Zeile& neu = zeile(i);
-      neu.Bild_Changeflag = true;
-      neu.Bild_Neu = true;
-      neu.Bild_Delete = false;
-      neu.Zeile_Bildname = pBildAlt.Bild_Bildname();
-      neu.Zeile_BildExt = pBildAlt.Bild_BildExt();
       auto satz = std::make_shared<clsBilderSpeicher>();
       // A row without a record gives a new, empty one.
       weiter([&] { satz->Fkt_Clone(pBildAlt.aktueller_Satz(), pMontageNr); });
-      neu.Zeile_Objekt = std::move(satz);
+      haenge_an(std::move(satz));
     });
   }
   if (anzahl > 0) AktInd(0);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <type_traits>
 #include <vector>
 
 #include "platform/adodb/Connection.h"
@@ -15,7 +17,6 @@
 
 class Bildbaum;
 struct Dialogspur;
-struct Umbenennung;
 
 /// The assignments that are loaded at the moment, with a cursor on one of them, flags per row, and all operations on
 /// the table Bild_Zuordnungen and on the picture files.
@@ -52,48 +53,48 @@ class KVO_EXPORT clsBildZuordnungen {
   std::int32_t AnzahlPos() const;
 
   /// Flags of the current row. Reading raises 9 (91 before Init) without one; setting then does nothing.
-  bool Bild_Changeflag() const;
-  void Bild_Changeflag(bool wert) noexcept;
-  bool Bild_Neu() const;
-  void Bild_Neu(bool wert) noexcept;
-  bool Bild_Delete() const;
-  void Bild_Delete(bool wert) noexcept;
+  bool Bild_Changeflag() const { return zeile(mAktInd).Bild_Changeflag; }
+  void Bild_Changeflag(bool wert) noexcept { setze_Kennzeichen(&Zeile::Bild_Changeflag, wert); }
+  bool Bild_Neu() const { return zeile(mAktInd).Bild_Neu; }
+  void Bild_Neu(bool wert) noexcept { setze_Kennzeichen(&Zeile::Bild_Neu, wert); }
+  bool Bild_Delete() const { return zeile(mAktInd).Bild_Delete; }
+  void Bild_Delete(bool wert) noexcept { setze_Kennzeichen(&Zeile::Bild_Delete, wert); }
 
   // Fields of the current record. Reading without one gives "", False or 0; setting raises 91. Setting never touches
   // Bild_Changeflag.
-  QString Bild_Key1() const;
-  void Bild_Key1(const QString& wert);
-  QString Bild_Key2() const;
-  void Bild_Key2(const QString& wert);
-  QString Bild_Key3() const;
-  void Bild_Key3(const QString& wert);
-  QString Bild_Key4() const;
-  void Bild_Key4(const QString& wert);
-  QString Bild_Bildname() const;
-  void Bild_Bildname(const QString& wert);
-  QString Bild_BildExt() const;
-  void Bild_BildExt(const QString& wert);
-  QString Bild_Typ1() const;
-  void Bild_Typ1(const QString& wert);
-  QString Bild_Typ2() const;
-  void Bild_Typ2(const QString& wert);
-  QString Bild_Pfad() const;
-  void Bild_Pfad(const QString& wert);
-  QString Bild_Beschreibung() const;
-  void Bild_Beschreibung(const QString& wert);
-  QString Bild_GrafikAnbNr() const;
-  void Bild_GrafikAnbNr(const QString& wert);
-  QString Bild_Grafik_Ursprung() const;
-  void Bild_Grafik_Ursprung(const QString& wert);
-  bool Bild_NeueSeite() const;
-  void Bild_NeueSeite(bool wert);
-  bool Bild_AlsAnhang() const;
-  void Bild_AlsAnhang(bool wert);
-  bool Bild_DruckGesamteSeite() const;
-  void Bild_DruckGesamteSeite(bool wert);
-  bool Bild_Drucken() const;
-  void Bild_Drucken(bool wert);
-  std::int16_t Bild_SortIndex() const;
+  QString Bild_Key1() const { return gelesen(&clsBilderSpeicher::Bild_Key1); }
+  void Bild_Key1(const QString& wert) { aktueller_Satz().Bild_Key1 = wert; }
+  QString Bild_Key2() const { return gelesen(&clsBilderSpeicher::Bild_Key2); }
+  void Bild_Key2(const QString& wert) { aktueller_Satz().Bild_Key2 = wert; }
+  QString Bild_Key3() const { return gelesen(&clsBilderSpeicher::Bild_Key3); }
+  void Bild_Key3(const QString& wert) { aktueller_Satz().Bild_Key3 = wert; }
+  QString Bild_Key4() const { return gelesen(&clsBilderSpeicher::Bild_Key4); }
+  void Bild_Key4(const QString& wert) { aktueller_Satz().Bild_Key4 = wert; }
+  QString Bild_Bildname() const { return gelesen(&clsBilderSpeicher::Bild_Bildname); }
+  void Bild_Bildname(const QString& wert) { aktueller_Satz().Bild_Bildname = wert; }
+  QString Bild_BildExt() const { return gelesen(&clsBilderSpeicher::Bild_BildExt); }
+  void Bild_BildExt(const QString& wert) { aktueller_Satz().Bild_BildExt = wert; }
+  QString Bild_Typ1() const { return gelesen(&clsBilderSpeicher::Bild_Typ1); }
+  void Bild_Typ1(const QString& wert) { aktueller_Satz().Bild_Typ1 = wert; }
+  QString Bild_Typ2() const { return gelesen(&clsBilderSpeicher::Bild_Typ2); }
+  void Bild_Typ2(const QString& wert) { aktueller_Satz().Bild_Typ2 = wert; }
+  QString Bild_Pfad() const { return gelesen(&clsBilderSpeicher::Bild_Pfad); }
+  void Bild_Pfad(const QString& wert) { aktueller_Satz().Bild_Pfad = wert; }
+  QString Bild_Beschreibung() const { return gelesen(&clsBilderSpeicher::Bild_Beschreibung); }
+  void Bild_Beschreibung(const QString& wert) { aktueller_Satz().Bild_Beschreibung = wert; }
+  QString Bild_GrafikAnbNr() const { return gelesen(&clsBilderSpeicher::Bild_GrafikAnbNr); }
+  void Bild_GrafikAnbNr(const QString& wert) { aktueller_Satz().Bild_GrafikAnbNr = wert; }
+  QString Bild_Grafik_Ursprung() const { return gelesen(&clsBilderSpeicher::Bild_Grafik_Ursprung); }
+  void Bild_Grafik_Ursprung(const QString& wert) { aktueller_Satz().Bild_Grafik_Ursprung = wert; }
+  bool Bild_NeueSeite() const { return gelesen(&clsBilderSpeicher::Bild_NeueSeite); }
+  void Bild_NeueSeite(bool wert) { aktueller_Satz().Bild_NeueSeite = wert; }
+  bool Bild_AlsAnhang() const { return gelesen(&clsBilderSpeicher::Bild_AlsAnhang); }
+  void Bild_AlsAnhang(bool wert) { aktueller_Satz().Bild_AlsAnhang = wert; }
+  bool Bild_DruckGesamteSeite() const { return gelesen(&clsBilderSpeicher::Bild_DruckGesamteSeite); }
+  void Bild_DruckGesamteSeite(bool wert) { aktueller_Satz().Bild_DruckGesamteSeite = wert; }
+  bool Bild_Drucken() const { return gelesen(&clsBilderSpeicher::Bild_Drucken); }
+  void Bild_Drucken(bool wert) { aktueller_Satz().Bild_Drucken = wert; }
+  std::int16_t Bild_SortIndex() const { return gelesen(&clsBilderSpeicher::Bild_SortIndex); }
   /// A number outside -32768 to 32767 raises 6.
   void Bild_SortIndex(int wert);
 
@@ -209,26 +210,28 @@ class KVO_EXPORT clsBildZuordnungen {
     Variant Zeile_SortIndex;
   };
   using Zeilen = std::vector<Zeile>;
+  /// The eight values that tell a row, in the table's order: Key1 to Key4, Bildname, BildExt, Typ1, Typ2.
+  using Kennung = std::array<const QString*, 8>;
 
-  Zeilen& zeilen();
-  const Zeilen& zeilen() const;
-  Zeile& zeile(std::int32_t nummer);
-  const Zeile& aktuelle_Zeile() const;
+  Zeilen& zeilen() const;
+  Zeile& zeile(std::int32_t nummer) const;
   clsBilderSpeicher& aktueller_Satz() const;
+  template <class Wert>
+  Wert gelesen(Wert clsBilderSpeicher::*feld) const {
+    return AktBildObj ? (*AktBildObj).*feld : Wert();
+  }
   void setze_Kennzeichen(bool Zeile::*kennzeichen, bool wert) noexcept;
   void neue_Tabelle();
   std::int32_t haenge_Zeile_an();
+  std::int32_t haenge_an(std::shared_ptr<clsBilderSpeicher> satz);
   std::int32_t letzte_Zeile() const;
   void Init_Zeile(std::int32_t nummer);
-  bool Init_AktBildObj(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
-      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2);
+  bool Init_AktBildObj(clsBilderSpeicher& satz, const Kennung& kennung);
   bool Pruefe_Verbindung();
   adodb::Connection& lesende_Verbindung() const;
   void schreibe_geaenderte_Zeilen();
   void loesche_markierte_Zeilen();
-  QString Aufbau_Key_Where(const QString& pKey1, const QString& pKey2, const QString& pKey3, const QString& pKey4,
-      const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
-      const QString& pWhere);
+  QString Aufbau_Key_Where(const Kennung& kennung, const QString& pWhere);
   Variant raeume_auf(const QString& pAbPfad, const QString& pBasisBildPfad, Bildbaum& baum);
   void Loesche_Ordner_Ohne_Zuordnung(const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum);
   void loesche_Bilder_ohne_Zuordnung(const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum);
@@ -238,12 +241,11 @@ class KVO_EXPORT clsBildZuordnungen {
   QString update_Anweisung() const;
   QString UPrN_Insert(const QString& s) const;
   QString Fkt_LeerAlsStrich(const QString& s) const;
-  Umbenennung benenne_um(const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt,
-      const QString& pNewName);
   bool korrigiere_alle(QString clsBilderSpeicher::*feld, const QString& wert);
-  template <class Vorbereiten>
-  bool lese_Saetze(const QString& anweisung, Vorbereiten&& vorbereiten);
-  void melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const;
+  bool lese_Saetze(const QString& anweisung, bool ganze);
+  /// Report and end: runs `rumpf`; a failure in it is told as one of `prozedur` unless ohneMeldungen is set.
+  template <class Rumpf>
+  std::invoke_result_t<Rumpf> gemeldet(QStringView prozedur, Rumpf&& rumpf) const;
 
   std::shared_ptr<adodb::Connection> mConnection;
   QString mConnectstring;

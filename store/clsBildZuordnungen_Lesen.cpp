@@ -1,24 +1,23 @@
+#include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "store/BasZuordnungen.h"
+#include "store/Felder.h"
 #include "store/clsBildZuordnungen.h"
+#include "store/clsBildZuordnungen_Meldung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Position `pos` (from 1) of the packed print flags holds a "1".
-bool Flag_Aus_Kennzeichen(const QString& s, qsizetype pos) {
-  return s.size() >= pos && s[pos - 1] == u'1';
-}
-
-void decodiere_Kennzeichen(const QString& s, clsBilderSpeicher& satz) {
-  satz.Bild_NeueSeite = Flag_Aus_Kennzeichen(s, 1);
-  satz.Bild_AlsAnhang = Flag_Aus_Kennzeichen(s, 2);
-  satz.Bild_DruckGesamteSeite = Flag_Aus_Kennzeichen(s, 3);
-  satz.Bild_Drucken = Flag_Aus_Kennzeichen(s, 4);
+void entpacke_Kennzeichen(const QString& gepackt, clsBilderSpeicher& satz) {
+  for (std::size_t i = 0; i < felder::Kennzeichen.size(); ++i) {
+    const auto stelle = static_cast<qsizetype>(i);
+    satz.*felder::Kennzeichen[i] = stelle < gepackt.size() && gepackt[stelle] == u'1';
+  }
 }
 
 /// Makes records some at a time, which live until the last of them is given up: thousands of rows are read at once, and
@@ -39,38 +38,38 @@ class Satzvorrat {
   std::size_t naechster_ = Anzahl;
 };
 
-/// Where the columns of a whole row stand in a result, looked up once for all its records.
-struct Spaltenorte {
-  explicit Spaltenorte(const adodb::Recordset& rs)
-      : Bildname(rs.Spalte(u"BildName"_s)),
-        BildExt(rs.Spalte(u"BildExt"_s)),
-        Key1(rs.Spalte(u"Key1"_s)),
-        Key2(rs.Spalte(u"Key2"_s)),
-        Key3(rs.Spalte(u"Key3"_s)),
-        Key4(rs.Spalte(u"key4"_s)),
-        Typ1(rs.Spalte(u"Typ1"_s)),
-        Typ2(rs.Spalte(u"Typ2"_s)),
-        Pfad(rs.Spalte(u"BildPfad"_s)),
-        Beschreibung(rs.Spalte(u"Beschreibung"_s)),
-        GrafikAnbNr(rs.Spalte(u"GrafikAnbNr"_s)),
-        Grafik_Ursprung(rs.Spalte(u"Grafik_Ursprung"_s)),
-        Druckkennzeichen(rs.Spalte(u"Druckkennzeichen"_s)),
-        SortIndex(rs.Spalte(u"SortIndex"_s)) {}
-  std::int32_t Bildname, BildExt, Key1, Key2, Key3, Key4, Typ1, Typ2, Pfad, Beschreibung, GrafikAnbNr, Grafik_Ursprung,
-      Druckkennzeichen, SortIndex;
+/// What the list of a customer's or a project's records has of each.
+constexpr std::array Vorgangsspalten{u"Key1", u"Key2", u"Key3", u"Typ1"};
+
+/// Fills records from the current row of a result; where its columns stand is looked up once.
+class Satzfueller {
+ public:
+  Satzfueller(const adodb::Recordset& rs, bool ganze) : rs_(rs) {
+    for (const felder::Feld& feld : felder::Texte)
+      if (ganze || std::find(Vorgangsspalten.begin(), Vorgangsspalten.end(), feld.Name) != Vorgangsspalten.end())
+        orte_.emplace_back(rs.Spalte(feld.Name.toString()), feld.Wert);
+  }
+
+  void fuelle(clsBilderSpeicher& satz) const {
+    for (const auto& [ort, wert] : orte_) satz.*wert = rs_.Text(ort);
+    // A record holds them packed only while it is being written.
+    entpacke_Kennzeichen(std::exchange(satz.Bild_Druckkennzeichen, {}), satz);
+  }
+
+ private:
+  const adodb::Recordset& rs_;
+  std::vector<std::pair<std::int32_t, QString clsBilderSpeicher::*>> orte_;
 };
 
 }  // namespace
 
 bool clsBildZuordnungen::Init(const QString& pConnectstring, std::shared_ptr<adodb::Connection> pconnection,
     const QString& pGL_jmtVerarbeitungsdatum) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Init", f); },
-      [&] {
+  return gemeldet(u"Init", [&] {
     cGL_jmtVerarbeitungsdatum = pGL_jmtVerarbeitungsdatum;
     mConnection = std::move(pconnection);
     mConnectstring = pConnectstring;
     Pruefe_Verbindung();
-    AktInd(-1);
     neue_Tabelle();
     return true;
   });
@@ -88,21 +87,24 @@ adodb::Connection& clsBildZuordnungen::lesende_Verbindung() const {
   return *mConnection;
 }
 
-/// The common frame of both reads. `vorbereiten` sees the recordset once, when there is a record, and gives what fills
-/// one row from it.
-template <class Vorbereiten>
-bool clsBildZuordnungen::lese_Saetze(const QString& anweisung, Vorbereiten&& vorbereiten) {
+/// Fills the empty collection with what a statement gives: whole rows, or only what tells the records apart.
+bool clsBildZuordnungen::lese_Saetze(const QString& anweisung, bool ganze) {
   const std::shared_ptr<adodb::Recordset> rs = lesende_Verbindung().Execute(anweisung, -1);
   const bool gefunden = !rs->Eof();
   if (gefunden) {
-    auto fuelle = vorbereiten(*rs);
+    const Satzfueller fueller(*rs, ganze);
+    const std::int32_t sortindex = ganze ? rs->Spalte(felder::SortIndex.toString()) : -1;
     Satzvorrat saetze;
     zeilen().reserve(static_cast<std::size_t>(rs->RecordCount()));
     for (bool erste = true; !rs->Eof(); rs->MoveNext(), erste = false) {
       if (!erste) haenge_Zeile_an();
       Zeile& neu = zeilen().back();
       neu.Zeile_Objekt = saetze.neuer();
-      fuelle(neu, *neu.Zeile_Objekt);
+      fueller.fuelle(*neu.Zeile_Objekt);
+      neu.Zeile_Bildname = neu.Zeile_Objekt->Bild_Bildname;
+      neu.Zeile_BildExt = neu.Zeile_Objekt->Bild_BildExt;
+      // Bild_SortIndex of the record stays 0 on purpose: the order shows in the order of the rows only.
+      if (ganze) neu.Zeile_SortIndex = rs->Value(sortindex);
     }
     if (AnzahlPos() > 0) AktInd(0);
   }
@@ -113,80 +115,41 @@ bool clsBildZuordnungen::lese_Saetze(const QString& anweisung, Vorbereiten&& vor
 bool clsBildZuordnungen::FKT_LeseBilder(const QString& pKey1, const QString& pKey2, const QString& pKey3,
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
     const QString& pWhere, bool MitSortorder) {
-  const auto vorbereiten = [](const adodb::Recordset& rs) {
-    return [&rs, ort = Spaltenorte(rs)](Zeile& zeile, clsBilderSpeicher& satz) {
-      zeile.Zeile_Bildname = rs.Text(ort.Bildname);
-      zeile.Zeile_BildExt = rs.Text(ort.BildExt);
-      satz.Bild_Key1 = rs.Text(ort.Key1);
-      satz.Bild_Key2 = rs.Text(ort.Key2);
-      satz.Bild_Key3 = rs.Text(ort.Key3);
-      satz.Bild_Key4 = rs.Text(ort.Key4);
-      satz.Bild_Bildname = zeile.Zeile_Bildname;
-      satz.Bild_BildExt = zeile.Zeile_BildExt;
-      satz.Bild_Typ1 = rs.Text(ort.Typ1);
-      satz.Bild_Typ2 = rs.Text(ort.Typ2);
-      satz.Bild_Pfad = rs.Text(ort.Pfad);
-      satz.Bild_Beschreibung = rs.Text(ort.Beschreibung);
-      satz.Bild_GrafikAnbNr = rs.Text(ort.GrafikAnbNr);
-      satz.Bild_Grafik_Ursprung = rs.Text(ort.Grafik_Ursprung);
-      decodiere_Kennzeichen(rs.Text(ort.Druckkennzeichen), satz);
-      // Bild_SortIndex of the record stays 0 on purpose: the order shows in the order of the rows only.
-      zeile.Zeile_SortIndex = rs.Value(ort.SortIndex);
-    };
-  };
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_LeseBilder", f); },
-      [&] {
-    AktInd(-1);
+  return gemeldet(u"FKT_LeseBilder", [&] {
     neue_Tabelle();
-    QString anweisung = u"Select * from Bild_Zuordnungen "_s +
-        Aufbau_Key_Where(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2, pWhere);
+    const QString where =
+        Aufbau_Key_Where({&pKey1, &pKey2, &pKey3, &pKey4, &pBildname, &pBildExt, &PTyp1, &pTyp2}, pWhere);
     // No blank in front of "order": the statement is known in this form.
-    if (MitSortorder) anweisung += u"order by SortIndex"_s;
-    return lese_Saetze(anweisung, vorbereiten);
+    const QString ordnung = MitSortorder ? u"order by SortIndex"_s : QString();
+    return lese_Saetze(u"Select * from Bild_Zuordnungen "_s + where + ordnung, true);
   });
 }
 
 bool clsBildZuordnungen::FKT_LeseBilder_FuerKunde_Projekt(const QString& pKdnr_Prj, bool pFuerProjekt) {
-  const auto vorbereiten = [](const adodb::Recordset& rs) {
-    return [&rs, key1 = rs.Spalte(u"Key1"_s), key2 = rs.Spalte(u"Key2"_s), key3 = rs.Spalte(u"Key3"_s),
-               typ1 = rs.Spalte(u"Typ1"_s)](Zeile&, clsBilderSpeicher& satz) {
-      satz.Bild_Key1 = rs.Text(key1);
-      satz.Bild_Key2 = rs.Text(key2);
-      satz.Bild_Key3 = rs.Text(key3);
-      satz.Bild_Typ1 = rs.Text(typ1);
-    };
-  };
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_LeseBilder_FuerKunde_Projekt", f); },
-      [&] {
-    AktInd(-1);
+  return gemeldet(u"FKT_LeseBilder_FuerKunde_Projekt", [&] {
     neue_Tabelle();
     QString filter;
     if (!pKdnr_Prj.isEmpty())
       filter = (pFuerProjekt ? u"AND BelegKopfZunft.Projektnummer = '"_s : u"AND BelegKopfZunft.Kundennummer = '"_s) +
           pKdnr_Prj + u"' "_s;
     return lese_Saetze(
-        u"SELECT TOP 100 PERCENT dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-        "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 "
+        u"SELECT TOP 100 PERCENT %1, dbo.Bild_Zuordnungen.Typ1 "
         "FROM dbo.Bild_Zuordnungen LEFT OUTER JOIN dbo.BelegKopfZunft "
         "ON dbo.Bild_Zuordnungen.Key1 = dbo.BelegKopfZunft.Belegart AND "
         "dbo.Bild_Zuordnungen.Key2 = dbo.BelegKopfZunft.Belegnummer "
-        "WHERE (dbo.Bild_Zuordnungen.Typ1 = 'Mon' OR dbo.Bild_Zuordnungen.Typ1 = 'Bel') "_s +
-            filter +
-            u" GROUP BY dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-            "dbo.Bild_Zuordnungen.Key3, dbo.Bild_Zuordnungen.Typ1 "
-            "ORDER BY dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, "
-            "dbo.Bild_Zuordnungen.Key3"_s,
-        vorbereiten);
+        "WHERE (dbo.Bild_Zuordnungen.Typ1 = 'Mon' OR dbo.Bild_Zuordnungen.Typ1 = 'Bel') %2 "
+        "GROUP BY %1, dbo.Bild_Zuordnungen.Typ1 ORDER BY %1"_s.arg(
+            u"dbo.Bild_Zuordnungen.Key1, dbo.Bild_Zuordnungen.Key2, dbo.Bild_Zuordnungen.Key3"_s, filter),
+        false);
   });
 }
 
 bool clsBildZuordnungen::FKT_BilderVorhanden(const QString& pKey1, const QString& pKey2, const QString& pKey3,
     const QString& pKey4, const QString& pBildname, const QString& pBildExt, const QString& PTyp1, const QString& pTyp2,
     const QString& pWhere) {
-  return fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"FKT_BilderVorhanden", f); },
-      [&] {
+  return gemeldet(u"FKT_BilderVorhanden", [&] {
     const auto rs = lesende_Verbindung().Execute(u"Select Top 1 Key1 from Bild_Zuordnungen "_s +
-            Aufbau_Key_Where(pKey1, pKey2, pKey3, pKey4, pBildname, pBildExt, PTyp1, pTyp2, pWhere),
+            Aufbau_Key_Where({&pKey1, &pKey2, &pKey3, &pKey4, &pBildname, &pBildExt, &PTyp1, &pTyp2}, pWhere),
         -1);
     const bool vorhanden = !rs->Eof();
     fehler::still_enden([&] { rs->Close(); });

@@ -1,7 +1,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
-#include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
 #include "store/Bildbaum.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 #include "store/clsBildZuordnungen.h"
 
@@ -13,10 +13,6 @@ namespace {
 
 constexpr qsizetype Laenge_Ext = 3;
 constexpr qsizetype Laenge_Text_Ende = 4;
-
-bool ist_Textdatei(const QString& name) {
-  return text::UCase(name).endsWith(".TXT"_L1);
-}
 
 /// The picture that a text file belongs to, by the rule that extensions have three characters. Raises 5 when the name
 /// is too short for that.
@@ -34,7 +30,7 @@ bool ohne_Zeile(const std::shared_ptr<adodb::Recordset>& antwort) {
 }  // namespace
 
 Variant clsBildZuordnungen::FKT_Loesche_Bild_Ohne_Zuordnung(const QString& pAbPfad, const QString& pBasisBildPfad) {
-  Wirklicher_Bildbaum baum;
+  Bildbaum baum;
   return raeume_auf(pAbPfad, pBasisBildPfad, baum);
 }
 
@@ -71,7 +67,7 @@ void clsBildZuordnungen::loesche_Bilder_ohne_Zuordnung(
   std::shared_ptr<adodb::Recordset> antwort;
   for (const QString& name : baum.Files(pPfad)) {
     const QStringList stuecke = name.split(u'.');
-    if (ist_Textdatei(name) || stuecke.size() < 2) continue;
+    if (Bilddatei::ist_Textdatei(name) || stuecke.size() < 2) continue;
     // A question that fails leaves the answer to the file before in force.
     const bool gefragt = weiter([&] {
       antwort = lesende_Verbindung().Execute(u"select Top 1 Key1 from "_s + u"Bild_Zuordnungen where Bildname = '"_s +
@@ -90,7 +86,7 @@ void clsBildZuordnungen::loesche_Bilder_ohne_Zuordnung(
 void clsBildZuordnungen::loesche_Texte_ohne_Bild(const QString& pPfad, Bildbaum& baum) {
   fehler::Weiter weiter;
   for (const QString& name : baum.Files(pPfad)) {
-    if (!ist_Textdatei(name)) continue;
+    if (!Bilddatei::ist_Textdatei(name)) continue;
     // A name too short to give a picture fails in the test, and the deletion behind it runs.
     bool loeschen = true;
     weiter([&] { loeschen = !baum.FileExists(pPfad, bild_zur_Textdatei(name)); });
@@ -101,25 +97,6 @@ void clsBildZuordnungen::loesche_Texte_ohne_Bild(const QString& pPfad, Bildbaum&
 bool clsBildZuordnungen::Verarbeite_Dateinamen_Aenderung(
     const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt, const QString& pNewName) {
   // The result was never set and so tells nothing, after a success too.
-  fehler::still_enden([&] { benenne_um(pRoot, pPfad, pOldName, pExt, pNewName); });
+  Sammlungszugriff::benenne_um(*this, pRoot, pPfad, pOldName, pExt, pNewName);
   return false;
-}
-
-Umbenennung clsBildZuordnungen::benenne_um(
-    const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt, const QString& pNewName) {
-  const QString ordner = pRoot + u'\\' + pPfad + u'\\';
-  Umbenennung ergebnis;
-  const auto sage = [&](const Laufzeitfehler& f) { ergebnis.grund = f.Beschreibung(); };
-  ergebnis.datei = fehler::melden_und_enden(sage, [&] {
-    FileSystemObject().MoveFile(ordner + pOldName + u'.' + pExt, ordner + pNewName + u'.' + pExt);
-    return true;
-  });
-  if (!ergebnis.datei) return ergebnis;
-  ergebnis.tabelle = fehler::melden_und_enden(sage, [&] {
-    lesende_Verbindung().Execute(u"Update Bild_Zuordnungen SET Bildname = '"_s + pNewName + u"' "_s +
-        u"WHERE Bildname = '"_s + pOldName + u"' and BildExt = '"_s + pExt + u"' "_s + u"and BildPfad = '"_s + pPfad +
-        u"'"_s);
-    return true;
-  });
-  return ergebnis;
 }

@@ -12,16 +12,12 @@
 /// value is legal. In a stored row "-" stands for a part that has no value.
 class KVO_EXPORT clsBilderSpeicher {
  public:
-  QString Bild_Key1;
-  QString Bild_Key2;
-  QString Bild_Key3;
-  QString Bild_Key4;
+  QString Bild_Key1, Bild_Key2, Bild_Key3, Bild_Key4;
   /// File name without folder and extension.
   QString Bild_Bildname;
   /// Extension without the dot.
   QString Bild_BildExt;
-  QString Bild_Typ1;
-  QString Bild_Typ2;
+  QString Bild_Typ1, Bild_Typ2;
   /// Folder relative to the picture root, without leading or trailing backslash.
   QString Bild_Pfad;
   QString Bild_Beschreibung;

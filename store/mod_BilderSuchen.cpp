@@ -7,6 +7,7 @@
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Dateityp.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
@@ -21,9 +22,9 @@ constexpr std::int16_t Teil_Name = 2;
 constexpr std::int16_t Teil_Ext = 3;
 constexpr std::int16_t Teil_PfadUndName = 4;
 
-/// Name and extension of a path, with the given text between them.
-QString name_und_Ext(const QString& pfad, const QString& dazwischen) {
-  return Fkt_SplitFileName(pfad, Teil_Name) + dazwischen + Fkt_SplitFileName(pfad, Teil_Ext);
+/// Name and extension of a path.
+Bilddatei bild_von(const QString& pfad) {
+  return {Fkt_SplitFileName(pfad, Teil_Name), Fkt_SplitFileName(pfad, Teil_Ext)};
 }
 
 void setze_Backslash(QString& pfad) {
@@ -40,8 +41,9 @@ bool ist_anderer_Name(const QString& neuer_Name, const QString& name) {
   return !getrimmt.isEmpty() && getrimmt != text::Trim(name);
 }
 
-QString ohne_Punkte(QString s) {
-  return s.remove(u'.');
+/// Every dot counts as the one in front of the extension, also one of the name or of a folder.
+QString textdatei_ohne_Punkte(QString pfad) {
+  return Bilddatei{pfad.remove(u'.'), {}}.textdatei();
 }
 
 bool mit_Meldung(const Variant& ShowMsg) {
@@ -87,7 +89,7 @@ bool kopiere_alle(const QString& pSource, QString& pDestinationPath, const QStri
   ereignispumpe().verarbeite_anstehende();
   for (const QString& eintrag : liste) {
     if (text::Trim(eintrag).isEmpty()) continue;
-    const QString datei = name_und_Ext(eintrag, u"."_s);
+    const QString datei = bild_von(eintrag).datei();
     if (!Fkt_PfadVorhanden(pDestinationPath, true)) Fkt_MakePath(pDestinationPath);
     const bool vorhanden = Fkt_FileExists(pDestinationPath + u'\\' + datei);
     if (vorhanden && !darf_ueberschreiben(datei)) return false;
@@ -133,18 +135,10 @@ QString Fkt_SplitFileName(const QString& pString, std::int16_t pRueckgabeTyp) {
   const qsizetype strich = s.lastIndexOf(u'\\');
   const QString pfad = strich < 0 ? s : s.left(strich + 1);
   const QString name = strich < 0 ? QString() : s.mid(strich + 1);
-  switch (pRueckgabeTyp) {
-    case Teil_Pfad:
-      return pfad;
-    case Teil_Name:
-      return name;
-    case Teil_Ext:
-      return ext;
-    case Teil_PfadUndName:
-      return text::Trim(pfad + name);
-    default:
-      return {};
-  }
+  if (pRueckgabeTyp == Teil_Pfad) return pfad;
+  if (pRueckgabeTyp == Teil_Name) return name;
+  if (pRueckgabeTyp == Teil_Ext) return ext;
+  return pRueckgabeTyp == Teil_PfadUndName ? text::Trim(pfad + name) : QString();
 }
 
 QString Fkt_ReadFile(const QString& pPath) {
@@ -181,7 +175,7 @@ bool Fkt_PfadVorhanden(const QString& pPath, bool pOhneMeldung) {
 bool Fkt_FileCopy(const QString& pSource, QString& pDestinationPath, bool pMsg, bool pIfNotExist,
     const std::optional<QString>& pNewName, bool pMitTextCopy) {
   return fehler::still_enden([&] {
-    const QString datei = name_und_Ext(pSource, u"."_s);
+    const QString datei = bild_von(pSource).datei();
     if (!Fkt_PfadVorhanden(pDestinationPath, true)) Fkt_MakePath(pDestinationPath);
     const bool vorhanden = Fkt_FileExists(pDestinationPath + u'\\' + datei);
     if (vorhanden && pIfNotExist) return true;
@@ -221,10 +215,10 @@ bool Fkt_File_Txt_Copy(const QString& OrgFileName, QString& CopyTo, bool mMitMel
     QString& mNewName, bool& mCreateNew, const QString& mInfoText) {
   return fehler::still_enden([&] {
     if (text::Trim(OrgFileName).isEmpty() && text::Trim(mNewName).isEmpty()) return false;
-    const QString quelle = ohne_Punkte(OrgFileName) + u".txt"_s;
+    const QString quelle = textdatei_ohne_Punkte(OrgFileName);
     if (!Fkt_FileExists(quelle)) mCreateNew = true;
-    QString ziel = name_und_Ext(OrgFileName, QString()) + u".txt"_s;
-    if (!text::Trim(mNewName).isEmpty()) mNewName = ohne_Punkte(mNewName) + u".txt"_s;
+    QString ziel = bild_von(OrgFileName).textdatei();
+    if (!text::Trim(mNewName).isEmpty()) mNewName = textdatei_ohne_Punkte(mNewName);
     if (!Fkt_PfadVorhanden(CopyTo, true)) Fkt_MakePath(CopyTo);
     const bool vorhanden = Fkt_FileExists(CopyTo + u'\\' + ziel);
     if (vorhanden && mIfNotExist) return true;

@@ -39,14 +39,13 @@ bool Fkt_PfadVorhanden(const QString& pPath, bool pOhneMeldung);
 
 /// Copies one file into a folder, which is made when it is missing. `pDestinationPath` ends in a backslash afterwards.
 /// Whether the target exists is always asked for the source's name, also where pNewName is the name that is written.
-bool Fkt_FileCopy(const QString& pSource, QString& pDestinationPath, bool pMsg = false, bool pIfNotExist = false,
-    const std::optional<QString>& pNewName = std::nullopt, bool pMitTextCopy = false);
+bool Fkt_FileCopy(const QString& pSource, QString& pDestinationPath, bool pMsg, bool pIfNotExist,
+    const std::optional<QString>& pNewName, bool pMitTextCopy);
 
 /// Copies all files of a folder that match a pattern and, if told, deletes them at their source. A closing backslash of
 /// `pDestinationPath` is cut off, also one that the caller brought; the ways out by No and by a failure leave one
 /// added.
-bool Fkt_FileCopyAll(const QString& pSource, QString& pDestinationPath, const QString& pPattern = QStringLiteral("."),
-    bool DelFile = false);
+bool Fkt_FileCopyAll(const QString& pSource, QString& pDestinationPath, const QString& pPattern, bool DelFile);
 
 /// Renames or moves a file; False when the target exists.
 bool Fkt_FileReName(const QString& pOldName, const QString& pNewName);

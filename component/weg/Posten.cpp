@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "component/weg/Ablage.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -87,7 +87,7 @@ class Vorbereitung {
   }
 
   void kuerze_Text(clsBilderSpeicher& satz) {
-    const QString passender = bildnamen::passender_Drucktext(satz.Bild_Beschreibung);
+    const QString passender = Bilddatei::passender_Drucktext(satz.Bild_Beschreibung);
     if (passender.size() != satz.Bild_Beschreibung.size()) gekuerzte_.insert(&satz, true);
     satz.Bild_Beschreibung = passender;
   }
@@ -276,7 +276,7 @@ class Vorbereitung {
 QString Posten::name() const {
   if (zustand == Zustand::Ohne_Datei && spur && !spur->quelle.isEmpty())
     return spur->quelle.mid(spur->quelle.lastIndexOf(u'\\') + 1);
-  return dateiname(*satz);
+  return Bilddatei::von(*satz).datei();
 }
 
 std::vector<Posten> bereite_vor(clsBildZuordnungen& bilder, const Auftrag& auftrag) {

@@ -1,10 +1,8 @@
 #include "component/weg/Satz.h"
 
 #include <algorithm>
-#include <array>
 
-#include "platform/basic/Text.h"
-#include "store/Bildnamen.h"
+#include "store/Felder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -12,29 +10,9 @@ namespace {
 
 constexpr QChar Trenner = u'\x1f';
 
-/// The eight parts of a record's identity.
-template <class Satz>
-auto teile(Satz& satz) {
-  return std::array{&satz.Bild_Key1, &satz.Bild_Key2, &satz.Bild_Key3, &satz.Bild_Key4, &satz.Bild_Bildname,
-      &satz.Bild_BildExt, &satz.Bild_Typ1, &satz.Bild_Typ2};
-}
-
-QString ohne_Fuellung(QString text) {
-  while (text.endsWith(u' ')) text.chop(1);
-  return text;
-}
-
-QString vergleichsform(const QString& text) {
-  return text::UCase(ohne_Fuellung(text));
-}
-
-QString oder_strich(const QString& text) {
-  return text.isEmpty() ? u"-"_s : text;
-}
-
 bool gleiche_Druckangaben(const clsBilderSpeicher& a, const clsBilderSpeicher& b) {
-  return a.Bild_NeueSeite == b.Bild_NeueSeite && a.Bild_AlsAnhang == b.Bild_AlsAnhang &&
-      a.Bild_DruckGesamteSeite == b.Bild_DruckGesamteSeite && a.Bild_Drucken == b.Bild_Drucken;
+  const auto& alle = felder::Kennzeichen;
+  return std::all_of(alle.begin(), alle.end(), [&](const auto feld) { return a.*feld == b.*feld; });
 }
 
 }  // namespace
@@ -44,25 +22,27 @@ namespace weg {
 Stand wie_gespeichert(const clsBilderSpeicher& satz) {
   Stand stand{satz, satz.Bild_SortIndex};
   clsBilderSpeicher& s = stand.satz;
-  for (QString* teil : teile(s)) *teil = oder_strich(*teil);
-  for (QString* teil : {&s.Bild_Key1, &s.Bild_Key2, &s.Bild_Key3, &s.Bild_Key4, &s.Bild_Bildname})
-    *teil = text::Left(*teil, bildnamen::Namenslaenge);
-  s.Bild_Pfad = text::Left(s.Bild_Pfad, bildnamen::Textlaenge);
+  for (const felder::Feld& feld : felder::Kennung) s.*feld.Wert = felder::oder_Strich(s.*feld.Wert);
+  for (const felder::Feld& feld : felder::Texte)
+    if (feld.besonderes != felder::Besonderheit::Verdoppelt) s.*feld.Wert = feld.gekuerzt(s);
   return stand;
 }
 
 QString kennung(const clsBilderSpeicher& satz) {
   QStringList texte;
-  for (const QString* teil : teile(satz)) texte.append(vergleichsform(oder_strich(*teil)));
+  for (const felder::Feld& feld : felder::Kennung)
+    texte.append(felder::vergleichsform(felder::oder_Strich(satz.*feld.Wert)));
   return texte.join(Trenner);
 }
 
 bool hat_ganze_Kennung(const clsBilderSpeicher& satz) {
-  const auto alle = teile(satz);
-  return std::none_of(alle.begin(), alle.end(), [](const QString* teil) { return teil->isEmpty(); });
+  const auto alle = felder::Kennung;
+  return std::none_of(alle.begin(), alle.end(), [&](const auto& feld) { return (satz.*feld.Wert).isEmpty(); });
 }
 
 QStringList abweichungen(const Stand& soll, const Stand& ist) {
+  using felder::ohne_Fuellung;
+  using felder::vergleichsform;
   QStringList worte;
   if (ohne_Fuellung(soll.satz.Bild_Bildname) != ohne_Fuellung(ist.satz.Bild_Bildname)) worte.append(u"Name"_s);
   if (vergleichsform(soll.satz.Bild_Pfad) != vergleichsform(ist.satz.Bild_Pfad)) worte.append(u"Ordner"_s);
@@ -73,17 +53,8 @@ QStringList abweichungen(const Stand& soll, const Stand& ist) {
   return worte;
 }
 
-QString dateiname(const clsBilderSpeicher& satz) {
-  return satz.Bild_Bildname + u'.' + satz.Bild_BildExt;
-}
-
-QString dateipfad(const QString& wurzel, const clsBilderSpeicher& satz) {
-  return wurzel + u'\\' + satz.Bild_Pfad + u'\\' + dateiname(satz);
-}
-
 Zuordnungsweg::Vorgang mit_Strichen(Zuordnungsweg::Vorgang vorgang) {
-  for (QString* teil : {&vorgang.Key1, &vorgang.Key2, &vorgang.Key3, &vorgang.Key4, &vorgang.Typ1, &vorgang.Typ2})
-    *teil = oder_strich(*teil);
+  for (QString* teil : teile(vorgang)) *teil = felder::oder_Strich(*teil);
   return vorgang;
 }
 

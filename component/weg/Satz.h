@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -25,11 +26,11 @@ bool hat_ganze_Kennung(const clsBilderSpeicher& satz);
 /// What differs, in German words for the user; empty where nothing does. The two have one identity.
 QStringList abweichungen(const Stand& soll, const Stand& ist);
 
-/// "foto.jpg".
-QString dateiname(const clsBilderSpeicher& satz);
-/// Whole path of the picture.
-QString dateipfad(const QString& wurzel, const clsBilderSpeicher& satz);
-
+/// Keys and types of a record.
+template <class Vorgang>
+auto teile(Vorgang& vorgang) {
+  return std::array{&vorgang.Key1, &vorgang.Key2, &vorgang.Key3, &vorgang.Key4, &vorgang.Typ1, &vorgang.Typ2};
+}
 /// "-" for each empty part.
 Zuordnungsweg::Vorgang mit_Strichen(Zuordnungsweg::Vorgang vorgang);
 

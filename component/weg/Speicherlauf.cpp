@@ -8,6 +8,7 @@
 #include "component/weg/Gruppen.h"
 #include "component/weg/Meldung.h"
 #include "store/BasZuordnungen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -297,7 +298,7 @@ bool Speicherlauf::fuehre_Namen_nach(Posten& eines) {
       eines.wunsch.soll = {alt, eines.wunsch.soll.platz};
       eines.sage(
           u"Das Bild heißt weiter so, weil seine Datei nicht „%1“ heißt; die Tabelle hat wieder diesen Namen."_s.arg(
-              dateiname(neu)));
+              Bilddatei::von(neu).datei()));
       return true;
     }
   }
@@ -315,6 +316,7 @@ bool Speicherlauf::Tabelle_folgt(
 
 namespace {
 
+using Ergebnis = Zuordnungsweg::Ergebnis;
 using Verbleib = Zuordnungsweg::Verbleib;
 
 Verbleib verbleib_von(const Posten& eines) {
@@ -336,31 +338,17 @@ Verbleib verbleib_von(const Posten& eines) {
   return eines.wunsch.art == Art::Entfernen ? Verbleib::Entfernt : Verbleib::Geaendert;
 }
 
-void zaehle(Verbleib verbleib, Zuordnungsweg::Ergebnis& ergebnis) {
-  switch (verbleib) {
-    case Verbleib::Neu:
-      ++ergebnis.neu;
-      break;
-    case Verbleib::Geaendert:
-      ++ergebnis.geaendert;
-      break;
-    case Verbleib::Entfernt:
-      ++ergebnis.entfernt;
-      break;
-    case Verbleib::Nachgefuehrt:
-      ++ergebnis.nachgefuehrt;
-      break;
-    case Verbleib::Unveraendert:
-      break;
-    case Verbleib::Ungewiss:
-      ++ergebnis.ungewiss;
-      break;
-    case Verbleib::Nicht_geschrieben:
-    case Verbleib::Nicht_kopiert:
-    case Verbleib::Nicht_gespeichert:
-      ++ergebnis.nicht_geschrieben;
-      break;
-  }
+/// Which number of the result counts a picture; one that only has a note is counted nowhere.
+constexpr std::pair<Verbleib, int Ergebnis::*> Zaehler[]{{Verbleib::Neu, &Ergebnis::neu},
+    {Verbleib::Geaendert, &Ergebnis::geaendert}, {Verbleib::Entfernt, &Ergebnis::entfernt},
+    {Verbleib::Nachgefuehrt, &Ergebnis::nachgefuehrt}, {Verbleib::Ungewiss, &Ergebnis::ungewiss},
+    {Verbleib::Nicht_geschrieben, &Ergebnis::nicht_geschrieben},
+    {Verbleib::Nicht_kopiert, &Ergebnis::nicht_geschrieben},
+    {Verbleib::Nicht_gespeichert, &Ergebnis::nicht_geschrieben}};
+
+void zaehle(Verbleib verbleib, Ergebnis& ergebnis) {
+  for (const auto& [gezaehlter, zahl] : Zaehler)
+    if (gezaehlter == verbleib) ++(ergebnis.*zahl);
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
-using Dimension = XArrayDBObject::Dimension;
 
 namespace {
 
@@ -18,8 +17,8 @@ const QString Fensteranwendung = u"KVZunft_Gesamt 2000"_s;
 
 // ── The table ───────────────────────────────────────────────────────────────────────────────────────────────────────
 
-XArrayDBObject& frm_BildZuordnung::Tabelle() {
-  if (!BildTabelle) BildTabelle = std::make_shared<XArrayDBObject>();
+Arbeitstabelle& frm_BildZuordnung::Tabelle() {
+  if (!BildTabelle) BildTabelle = std::make_shared<Arbeitstabelle>();
   return *BildTabelle;
 }
 
@@ -29,35 +28,25 @@ clsBildZuordnungen& frm_BildZuordnung::Sammlung() const {
 }
 
 void frm_BildZuordnung::Init_ThumbNailArray() {
-  Tabelle().ReDim(0, 0, 0, spalte::Letzte);
+  Tabelle().leere();
 }
 
 std::int32_t frm_BildZuordnung::LetzteZeile() const {
-  return BildTabelle ? BildTabelle->UpperBound(Dimension::Zeilen) : -1;
+  return BildTabelle ? BildTabelle->LetzteZeile() : -1;
 }
 
 bool frm_BildZuordnung::KeineBilder() const {
-  const std::int32_t letzte = LetzteZeile();
-  return letzte < 0 || (letzte == 0 && Text(0, spalte::VollerPfad).isEmpty());
+  return !BildTabelle || BildTabelle->KeineBilder();
 }
 
-const Variant& frm_BildZuordnung::Zelle(std::int32_t zeile, spalte::Spalte spalte) const {
-  static const Variant leer;
-  if (zeile < 0 || zeile > LetzteZeile()) return leer;
-  if (spalte == spalte::HatExif || spalte == spalte::ExifKennung) frage_Exif_nach(zeile);
-  return BildTabelle->Value(zeile, spalte);
+// Events still come after the form was unloaded.
+Arbeitszeile& frm_BildZuordnung::Zeile(std::int32_t nummer) const {
+  static Arbeitstabelle keine;
+  return (BildTabelle ? *BildTabelle : keine).Zeile(nummer);
 }
 
-void frm_BildZuordnung::Zelle(std::int32_t zeile, spalte::Spalte spalte, Variant wert) {
-  if (zeile >= 0 && zeile <= LetzteZeile()) BildTabelle->Value(zeile, spalte, std::move(wert));
-}
-
-QString frm_BildZuordnung::Text(std::int32_t zeile, spalte::Spalte spalte) const {
-  return mit_Leertext(Zelle(zeile, spalte));
-}
-
-bool frm_BildZuordnung::Ja(std::int32_t zeile, spalte::Spalte spalte) const {
-  return ist_True(Zelle(zeile, spalte));
+QString frm_BildZuordnung::ordner_von(const Arbeitszeile& zeile) const {
+  return pRootpath + u'\\' + zeile.Pfad;
 }
 
 // ── Life ────────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -120,11 +109,6 @@ void frm_BildZuordnung::Form_Unload() {
   });
 }
 
-void frm_BildZuordnung::melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const {
-  KVOCore::aktuell().FehlerMelden(
-      u"frm_BildZuordnung"_s, QString::fromUtf16(prozedur), fehler.Nummer(), fehler.Beschreibung(), true);
-}
-
 // ── What can be used ────────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_BildZuordnung::AnzeigeSteuern() {
@@ -161,7 +145,7 @@ void frm_BildZuordnung::erzwinge_Anhang() {
 
 // Where the folder can't be listed nothing is marked, and the user may still do so.
 void frm_BildZuordnung::sperre_Fehlende() {
-  if (Ja(AktZeile, spalte::DateiFehlt) && Spur(AktZeile).ordner_lesbar) chk_Delete.Enabled(false);
+  if (Zeile(AktZeile).DateiFehlt && Zeile(AktZeile).Spur.ordner_lesbar) chk_Delete.Enabled(false);
 }
 
 // ── Changes ─────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -173,25 +157,27 @@ void frm_BildZuordnung::SetzeDatenGeaendert(bool pWert) {
 }
 
 void frm_BildZuordnung::SetzeZeileGeaendert(bool pWert) {
-  Zelle(AktZeile, spalte::ZeileGeaendert, pWert);
+  Zeile(AktZeile).ZeileGeaendert = pWert;
 }
 
-void frm_BildZuordnung::verbinde_Schalter(CheckBox& schalter, spalte::Spalte spalte) {
-  schalter.Click = [this, &schalter, spalte] {
+void frm_BildZuordnung::verbinde_Schalter(CheckBox& schalter, bool Arbeitszeile::*feld) {
+  schalter.Click = [this, &schalter, feld] {
+    const bool wert = schalter.Value() != 0;
     SetzeDatenGeaendert(true);
     SetzeZeileGeaendert(true);
-    Zelle(AktZeile, spalte, schalter.Value() != 0);
-    if (spalte == spalte::Entfernen && !AnzeigeAufbau) Spur(AktZeile).vorgemerkt = schalter.Value() != 0;
+    Zeile(AktZeile).*feld = wert;
+    if (feld != &Arbeitszeile::Entfernen) return;
+    if (!AnzeigeAufbau) Zeile(AktZeile).Spur.vorgemerkt = wert;
     // An unmarked row loses its cross only through a rebuild.
-    if (spalte == spalte::Entfernen) Zeichne_Entfernt(schalter.Value() != 0);
+    Zeichne_Entfernt(wert);
   };
 }
 
-void frm_BildZuordnung::verbinde_Text(Textblock& feld, spalte::Spalte spalte) {
-  feld.Change = [this, &feld, spalte] {
+void frm_BildZuordnung::verbinde_Text(Textblock& text, QString Arbeitszeile::*feld) {
+  text.Change = [this, &text, feld] {
     SetzeDatenGeaendert(true);
     SetzeZeileGeaendert(true);
-    Zelle(AktZeile, spalte, feld.Text());
+    Zeile(AktZeile).*feld = text.Text();
   };
 }
 
@@ -199,15 +185,8 @@ void frm_BildZuordnung::Pruefe_Speichern(bool pOhneFrage, bool& pWeiter) {
   pWeiter = true;
   abgelehnt_ = false;
   if (!DatenGeaendert) return;
-  if (mod_BilderSuchen::Fkt_DirExists(Standardordner())) {
-    std::int32_t zeile = -1;
-    Suche_NameDoppelt(zeile);
-    // Saving stops here, leaving does not: whoever asked goes on.
-    if (zeile >= 0) {
-      melde_Doppelte(zeile);
-      return;
-    }
-  }
+  // Saving stops here, leaving does not: whoever asked goes on.
+  if (melde_Doppelte()) return;
   if (pOhneFrage) return Zuordnung_Speichern();
   switch (MsgBox(u"Daten wurden verändert! Wollen Sie die Zuordnung speichern?"_s, Knoepfe::JaNeinAbbrechen,
       Symbol::Frage, u"Achtung"_s)) {
@@ -224,14 +203,20 @@ void frm_BildZuordnung::Pruefe_Speichern(bool pOhneFrage, bool& pWeiter) {
   }
 }
 
-bool frm_BildZuordnung::melde_Doppelte(std::int32_t zeile) {
+/// Tells of a name that two pictures have, and shows one of them; False where there is none, or no folder yet.
+bool frm_BildZuordnung::melde_Doppelte() {
+  if (!mod_BilderSuchen::Fkt_DirExists(Standardordner())) return false;
+  std::int32_t zeile = -1;
+  Suche_NameDoppelt(zeile);
+  if (zeile < 0) return false;
   MsgBox(u"Datei mit gleichem Namen schon vohanden!"_s, Knoepfe::OK, Symbol::Information, u"Doppelte Datei"_s);
   bool gezeigt = false;
   Zeige_Zeile(zeile, true, gezeigt);
-  if (!gezeigt) return false;
-  AktThumb = zeile;
-  Pic_Thumb_Click(AktThumb);
-  txt_BildName.setFocus();
+  if (gezeigt) {
+    AktThumb = zeile;
+    Pic_Thumb_Click(AktThumb);
+    txt_BildName.setFocus();
+  }
   return true;
 }
 
@@ -245,41 +230,23 @@ void frm_BildZuordnung::aendere_Namen() {
   SetzeDatenGeaendert(true);
   SetzeZeileGeaendert(true);
   const QString neu = txt_BildName.Text();
+  Arbeitszeile& zeile = Zeile(AktZeile);
   if (!AnzeigeAufbau) {
-    bool vorhanden = false;
-    Pruefe_NameVorhanden(neu, txt_BildExt.Tag, vorhanden);
-    NameWarnung(vorhanden);
-    Zelle(AktZeile, spalte::NameDoppelt, vorhanden);
-    if (text::Trim(Text(AktZeile, spalte::OriginalName)).isEmpty())
-      Zelle(AktZeile, spalte::OriginalName, txt_BildName.Tag);
-    Zelle(AktZeile, spalte::NameGeaendert, true);
+    Pruefe_NameVorhanden(neu, txt_BildExt.Tag, zeile.NameDoppelt);
+    NameWarnung(zeile.NameDoppelt);
+    if (text::Trim(zeile.OriginalName).isEmpty()) zeile.OriginalName = txt_BildName.Tag;
+    zeile.NameGeaendert = true;
     NameGeaendertAnzeige(true);
   }
-  Zelle(AktZeile, spalte::Bildname, neu);
-  const auto verglichen = [&](spalte::Spalte s) { return text::UCase(text::Trim(Text(AktZeile, s))); };
-  if (verglichen(spalte::Bildname) != verglichen(spalte::OriginalName)) return;
-  Zelle(AktZeile, spalte::Bildname, Text(AktZeile, spalte::OriginalName));
-  Zelle(AktZeile, spalte::NameGeaendert, false);
+  if (!zeile.nenne(neu)) return;
   NameGeaendertAnzeige(false);
   // Asked for and not used: the saving asks again.
   bool noch_geaendert = false;
   Pruefe_NameGeaendertAlle(noch_geaendert);
 }
 
-// The first row of that name decides, whatever its extension. The row that is being edited still has its old name and
-// counts only when that is the very text; other rows collide in any case of their letters, as files on a share do.
-bool frm_BildZuordnung::ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const {
-  const QString gesucht = text::Trim(name);
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) {
-    const QString anderer = Text(i, spalte::Bildname);
-    const bool gleich = i == in_Arbeit ? anderer == gesucht : text::UCase(anderer) == text::UCase(gesucht);
-    if (gleich) return text::UCase(text::Trim(Text(i, spalte::BildExt))) == text::UCase(text::Trim(endung));
-  }
-  return false;
-}
-
 void frm_BildZuordnung::Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis) {
-  pErgebnis = ist_vergeben(pName, pExt, AktZeile);
+  pErgebnis = Tabelle().ist_vergeben(pName, pExt, AktZeile);
 }
 
 void frm_BildZuordnung::NameWarnung(bool pWert) {
@@ -323,24 +290,21 @@ void frm_BildZuordnung::aktualisiere() {
 }
 
 void frm_BildZuordnung::zeichne_neu() {
-  Create_ThumbNails(ErsteZeile);
-  Zeichne_Status();
-  Zeichne_Entfernt(true);
+  zeichne_Streifen();
   if (!SSR_Sortierung.Value()) Markiere_Auswahl();
   zeige_Auswahl();
 }
 
 void frm_BildZuordnung::lies_neu() {
   const std::int32_t nummer = AktZeile + 1;
-  const auto behalten = nimm_ungespeicherte();
+  const auto behalten = Tabelle().ungespeicherte();
   Lade_Zuordnung();
   // A lost picture offers no saving where nothing can be changed: the next reading would save it unasked.
   if (pNurAnzeige) SetzeDatenGeaendert(false);
-  stelle_zurueck(behalten);
+  Tabelle().stelle_zurueck(behalten);
+  if (!behalten.empty()) zeige_Anzahl(true);
   ErsteZeile = 0;
-  Create_ThumbNails(ErsteZeile);
-  Zeichne_Status();
-  Zeichne_Entfernt(true);
+  zeichne_Streifen();
   if (!AnzeigeAufbau) Markiere_Auswahl();
   Pic_Thumb_Click(nummer);
 }

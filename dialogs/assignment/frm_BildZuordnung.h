@@ -6,7 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "dialogs/assignment/Bildtabelle.h"
+#include "dialogs/Auftrag.h"
+#include "dialogs/assignment/Arbeitstabelle.h"
 #include "dialogs/assignment/clsDialoge.h"
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/Form.h"
@@ -24,27 +25,20 @@
 /// database but for the renaming of stored pictures.
 ///
 /// Usual road: Load, set the public members, Lade_Zuordnung, AnzeigeSteuern, Show, Unload.
-class frm_BildZuordnung : public Form {
+class frm_BildZuordnung : public Form, public Auftrag {
  public:
   frm_BildZuordnung();
-  ~frm_BildZuordnung() override;
 
   // ── Set by the entry point between Load and Lade_Zuordnung ────────────────────────────────────────────────────────
-  QString pStandardBildPfad;  ///< below the root; new pictures are copied there
-  QString pInfoZeile;
-  QString PTyp1;
-  QString pTyp2;
-  QString pGL_jmtVerarbeitungsdatum;
+  // The task too; saving sets its root to the root of the row written last.
   bool pNurAnzeige = false;
   bool pNurAnhang = false;
-  std::shared_ptr<Anwendungsobjekt> pAppObj;
-  QString pRootpath;  ///< without a closing separator; saving sets it to the root of the row written last
   std::shared_ptr<clsBildZuordnungen> pBildObj;
 
   // ── State ─────────────────────────────────────────────────────────────────────────────────────────────────────────
   static constexpr std::int32_t KeineZeile = -1000;
-  std::shared_ptr<XArrayDBObject> BildTabelle;
-  std::shared_ptr<XArrayDBObject> SortTabelle;  ///< the same table, while it is being sorted
+  std::shared_ptr<Arbeitstabelle> BildTabelle;
+  std::shared_ptr<Arbeitstabelle> SortTabelle;  ///< the same table, while it is being sorted
   std::int32_t AktZeile = 0;
   std::int32_t AktThumb = 1;  ///< never below 1
   std::int32_t ErsteZeile = 0;
@@ -95,8 +89,8 @@ class frm_BildZuordnung : public Form {
   void Zeige_Bild();
 
   // ── Picture actions ───────────────────────────────────────────────────────────────────────────────────────────────
-  /// Appends a picture that the search found, `fund` being its row there; the table then ends with a blank row.
-  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
+  /// Appends a picture that the search found, `zeile` being its row there; the table then ends with a blank row.
+  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t zeile);
   void Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis);
   void NameWarnung(bool pWert);
   void NameGeaendertAnzeige(bool pWert);
@@ -119,54 +113,57 @@ class frm_BildZuordnung : public Form {
   /// Lets the user choose a root directory; ready for the host.
   void ShowVerzeichnisDialog(QString& pErgebnis);
 
-  /// Cells of the table as the dialog reads them. A row that is not there reads as a blank one and takes nothing.
-  const Variant& Zelle(std::int32_t zeile, spalte::Spalte spalte) const;
-  void Zelle(std::int32_t zeile, spalte::Spalte spalte, Variant wert);
-  QString Text(std::int32_t zeile, spalte::Spalte spalte) const;
-  bool Ja(std::int32_t zeile, spalte::Spalte spalte) const;
+  /// A row of the table; one that is not there reads as a blank one and keeps nothing.
+  Arbeitszeile& Zeile(std::int32_t nummer) const;
+  /// The same, once its picture was asked for Exif data.
+  const Arbeitszeile& mit_Exif(std::int32_t nummer) const;
   std::int32_t LetzteZeile() const;
   /// The table has no row, or only the blank placeholder.
   bool KeineBilder() const;
 
   // ── Controls; a container stands before what it holds ─────────────────────────────────────────────────────────────
-  SSSplitter SSS_BildZuordnung;
-  Steuerelementfeld<SSPanel> SSP_Panel;
-  Steuerelementfeld<SSPanel> SSP_Anzahl;
-  SSCommand SSC_Bildbearbeitung;
-  SSCommand SSC_Drehen90;
-  SSCommand SSC_Drehen270;
-  SSCommand SSC_Drehen180;
-  SSCommand SSC_Aktualisieren;
-  SSCommand SSC_ExifInfo;
-  SSPanel SSP_NameChanged;
-  Steuerelementfeld<Label> lbl_Anzeige;
-  SSCommand cmd_OriginalName;
-  Label SSP_WarnungName;
-  TextBox txt_BildName;
-  TextBox txt_BildExt;
-  CheckBox chk_Drucken;
-  CheckBox chk_GesamteSeite;
-  CheckBox chk_NeueSeite;
-  CheckBox chk_AlsAnhang;
-  CheckBox chk_Delete;
-  Textblock txt_BildText;
-  Bildfeld Pic_Bearbeitung;
-  Bildfeld Pic_Dummy;
-  Bildfeld Pic_Dummy0;
-  Bildfeld Pic_Blank;
-  Label lbl_Beschreibung;
-  Textblock txt_BildInfo;
-  Steuerelementfeld<Bildfeld> Pic_Thumb;
-  SSCommand SSC_Scroll_Left;
-  SSCommand SSC_Scroll_Right;
-  Shape Shp_Thump;
-  Shape Shp_Sort;
-  SSCommand SSC_BilderLaden;
-  SSCommand SSC_AlleZuordnungen;
-  SSCommand SSC_WeitereZuordnungen;
-  SSRibbon SSR_Sortierung;
-  SSCommand SSC_ZuordnungSpeichern;
-  SSCommand cmd_Abbruch;
+  SSSplitter SSS_BildZuordnung{this, QStringLiteral("SSS_BildZuordnung")};
+  Steuerelementfeld<SSPanel> SSP_Panel{
+      [this](int i) { return std::make_unique<SSPanel>(&SSS_BildZuordnung, QStringLiteral("SSP_Panel(%1)").arg(i)); }};
+  Steuerelementfeld<SSPanel> SSP_Anzahl{
+      [this](int i) { return std::make_unique<SSPanel>(&SSP_Panel(0), QStringLiteral("SSP_Anzahl(%1)").arg(i)); }};
+  SSCommand SSC_Bildbearbeitung{&SSP_Panel.entwirf(0), QStringLiteral("SSC_Bildbearbeitung")};
+  SSCommand SSC_Drehen90{&SSP_Panel(0), QStringLiteral("SSC_Drehen90")};
+  SSCommand SSC_Drehen270{&SSP_Panel(0), QStringLiteral("SSC_Drehen270")};
+  SSCommand SSC_Drehen180{&SSP_Panel(0), QStringLiteral("SSC_Drehen180")};
+  SSCommand SSC_Aktualisieren{&SSP_Panel(0), QStringLiteral("SSC_Aktualisieren")};
+  SSCommand SSC_ExifInfo{&SSP_Panel(0), QStringLiteral("SSC_ExifInfo")};
+  SSPanel SSP_NameChanged{&SSP_Panel.entwirf(1), QStringLiteral("SSP_NameChanged")};
+  Steuerelementfeld<Label> lbl_Anzeige{[this](int i) {
+    return std::make_unique<Label>(i == 0 ? &SSP_NameChanged : &SSP_Panel(1), QStringLiteral("lbl_Anzeige(%1)").arg(i));
+  }};
+  SSCommand cmd_OriginalName{&SSP_NameChanged, QStringLiteral("cmd_OriginalName")};
+  Label SSP_WarnungName{&SSP_NameChanged, QStringLiteral("SSP_WarnungName")};
+  TextBox txt_BildName{&SSP_NameChanged, QStringLiteral("txt_BildName")};
+  TextBox txt_BildExt{&SSP_NameChanged, QStringLiteral("txt_BildExt")};
+  CheckBox chk_Drucken{&SSP_Panel(1), QStringLiteral("chk_Drucken")};
+  CheckBox chk_GesamteSeite{&SSP_Panel(1), QStringLiteral("chk_GesamteSeite")};
+  CheckBox chk_NeueSeite{&SSP_Panel(1), QStringLiteral("chk_NeueSeite")};
+  CheckBox chk_AlsAnhang{&SSP_Panel(1), QStringLiteral("chk_AlsAnhang")};
+  CheckBox chk_Delete{&SSP_Panel(1), QStringLiteral("chk_Delete")};
+  Textblock txt_BildText{&SSP_Panel(1), QStringLiteral("txt_BildText")};
+  Bildfeld Pic_Bearbeitung{&SSP_Panel.entwirf(2), QStringLiteral("Pic_Bearbeitung")};
+  Bildfeld Pic_Dummy{&SSP_Panel(2), QStringLiteral("Pic_Dummy")};
+  Bildfeld Pic_Dummy0{&SSP_Panel(2), QStringLiteral("Pic_Dummy0")};
+  Bildfeld Pic_Blank{&SSP_Panel(2), QStringLiteral("Pic_Blank")};
+  Label lbl_Beschreibung{&SSP_Panel(2), QStringLiteral("lbl_Beschreibung")};
+  Textblock txt_BildInfo{&SSP_Panel(2), QStringLiteral("txt_BildInfo")};
+  Steuerelementfeld<Bildfeld> Pic_Thumb{[this](int i) { return neues_Pic_Thumb(i); }};
+  SSCommand SSC_Scroll_Left{&SSP_Panel.entwirf(3), QStringLiteral("SSC_Scroll_Left")};
+  SSCommand SSC_Scroll_Right{&SSP_Panel(3), QStringLiteral("SSC_Scroll_Right")};
+  Shape Shp_Thump{&SSP_Panel(3), QStringLiteral("Shp_Thump")};
+  Shape Shp_Sort{&SSP_Panel(3), QStringLiteral("Shp_Sort")};
+  SSCommand SSC_BilderLaden{this, QStringLiteral("SSC_BilderLaden")};
+  SSCommand SSC_AlleZuordnungen{this, QStringLiteral("SSC_AlleZuordnungen")};
+  SSCommand SSC_WeitereZuordnungen{this, QStringLiteral("SSC_WeitereZuordnungen")};
+  SSRibbon SSR_Sortierung{this, QStringLiteral("SSR_Sortierung")};
+  SSCommand SSC_ZuordnungSpeichern{this, QStringLiteral("SSC_ZuordnungSpeichern")};
+  SSCommand cmd_Abbruch{this, QStringLiteral("cmd_Abbruch")};
 
  protected:
   void Form_Load() override;
@@ -188,21 +185,19 @@ class frm_BildZuordnung : public Form {
   void entwirf_Fussleiste();
   void entwirf_Reihenfolge();
   void verbinde_Ereignisse();
-  void verbinde_Schalter(CheckBox& schalter, spalte::Spalte spalte);
-  void verbinde_Text(Textblock& feld, spalte::Spalte spalte);
+  void verbinde_Schalter(CheckBox& schalter, bool Arbeitszeile::*feld);
+  void verbinde_Text(Textblock& text, QString Arbeitszeile::*feld);
   std::unique_ptr<Bildfeld> neues_Pic_Thumb(int index);
 
-  XArrayDBObject& Tabelle();
+  Arbeitstabelle& Tabelle();
   /// The collection; without one it raises 91.
   clsBildZuordnungen& Sammlung() const;
-  void lade_Zeilen(std::vector<Bildspur> vorige);
-  void lade_Zeile(std::int32_t zeile);
-  void lade_Text(std::int32_t zeile);
-  void lade_Anwesenheit(std::int32_t zeile);
+  QString ordner_von(const Arbeitszeile& zeile) const;
+  void lade_Zeilen(const std::vector<Bildspur>& vorige);
+  void lade_Text(Arbeitszeile& zeile);
+  void lade_Anwesenheit(Arbeitszeile& zeile);
   bool laesst_sich_auflisten(const QString& ordner);
   bool nimm_Stand_auf();
-  void frage_Exif_nach(std::int32_t zeile) const;
-  void waehle_Zeile(std::int32_t index);
   void zeige_Auswahl();
   void lade_grosses_Bild();
   void fuelle_Eingaben();
@@ -216,7 +211,6 @@ class frm_BildZuordnung : public Form {
   void ziehe_ueber_Thumb(std::int32_t index);
   void ziehe_ueber_Scroll_Right();
   void lasse_fallen(std::int32_t index);
-  void verschiebe_Zeile();
   void zeige_im_Programm(const QString& datei);
   void mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit);
   void suche_Bilder();
@@ -224,49 +218,36 @@ class frm_BildZuordnung : public Form {
   void zeige_Exif();
   void zeige_AlleZuordnungen();
   void zeige_WeitereZuordnungen();
-  bool ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const;
   void aendere_Namen();
   void aktualisiere();
   void lies_neu();
   void zeichne_neu();
-  bool melde_Doppelte(std::int32_t zeile);
+  void zeichne_Streifen();
+  bool melde_Doppelte();
   void speichere_und_schliesse();
   bool frage_nach_Namen(bool& erledigt);
   void speichere_Zeilen();
-  void speichere_Zeile(std::int32_t zeile, bool namen_erledigt);
-  bool ordne_Satz_zu(std::int32_t zeile, bool namen_erledigt);
-  void uebernimm_in(clsBilderSpeicher& satz, std::int32_t zeile);
-  void halte_leere_Namen();
-  void pruefe_Fehlende(std::int32_t zeile);
+  void speichere_Zeile(Arbeitszeile& zeile, bool namen_erledigt);
+  bool ordne_Satz_zu(Arbeitszeile& zeile, bool namen_erledigt);
+  void pruefe_Fehlende(Arbeitszeile& zeile);
 
   // Files of the rows
-  void benenne_mit_allen_um(std::int32_t zeile);
-  void benenne_gespeicherte_um(std::int32_t zeile);
-  void lehne_Namen_ab(std::int32_t zeile, const QString& grund);
-  void merke_Namen(std::int32_t zeile, const QString& name, const QString& pfad);
+  void benenne_mit_allen_um(Arbeitszeile& zeile);
+  void benenne_gespeicherte_um(Arbeitszeile& zeile);
   void nimm_Text_mit(const QString& alt, const QString& neu);
-  bool lege_neue_an(std::int32_t zeile);
-  QString kopiere(const QString& quelle, std::int32_t zeile, const QString& endung);
-  bool ist_frei(const QString& name, const QString& endung, std::int32_t zeile) const;
-  void merke_ohne_Datei(std::int32_t zeile, const QString& name, const QString& endung);
-  void schreibe_Textdatei(std::int32_t zeile);
+  bool lege_neue_an(Arbeitszeile& zeile);
+  QString kopiere(const QString& quelle, Arbeitszeile& zeile, const QString& endung);
+  void merke_ohne_Datei(Arbeitszeile& zeile, const QString& name, const QString& endung);
+  void schreibe_Textdatei(Arbeitszeile& zeile);
 
   // What ties the rows to their records, and what is left of it
-  Bildspur& Spur(std::int32_t zeile);
   void ordne_Sammlung();
+  void zeige_Anzahl(bool geaendert);
+  template <class Arbeit>
+  void fuer_jeden_Satz(Arbeit&& arbeit);
   void bestaetige_Vormerkungen();
   void verlasse();
   void hinterlasse_Spur();
-  QStringList ungespeicherte_Namen();
-  bool gleicht(const clsBilderSpeicher& satz, std::int32_t zeile);
-  /// A row that only the dialog has, with its place among those that stay.
-  struct Ungespeicherte {
-    std::int32_t platz;
-    std::vector<Variant> zellen;
-    Bildspur spur;
-  };
-  std::vector<Ungespeicherte> nimm_ungespeicherte();
-  void stelle_zurueck(const std::vector<Ungespeicherte>& zeilen);
   QString Standardordner() const;
   void ordne_Splitter(std::int32_t pane);
   void ordne_Kopf();
@@ -276,12 +257,9 @@ class frm_BildZuordnung : public Form {
   void keyhandler_KeyDown(std::int16_t KeyCode, std::int16_t Shift);
   void naechstes_Bild();
   void voriges_Bild();
-  void melde(const char16_t* prozedur, const Laufzeitfehler& fehler) const;
 
   std::shared_ptr<KeyHandler> keyhandler;
   std::shared_ptr<clsDialoge> DialogObj;
-  /// One for each row of the table, beside it, since a move keeps columns only; rows without one have none yet.
-  std::vector<Bildspur> spuren_;
   /// Folders that were asked whether they can be listed, since the table was read.
   QHash<QString, bool> auflistbar_;
   /// Opened again with what the last dialog over the collection left unsaved.
@@ -290,5 +268,6 @@ class frm_BildZuordnung : public Form {
   bool abgelehnt_ = false;
   Farbe NameRueckfarbe = 0;
   Farbe NameTextfarbe = 0;
+  /// The selected row as it was when it was selected.
   QString AktDatei, AktName, AktExt, AktPfad, AktKey1, AktKey2, AktKey3, AktKey4, AktTyp1, AktTyp2;
 };

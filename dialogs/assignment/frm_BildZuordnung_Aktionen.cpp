@@ -1,33 +1,23 @@
 // What the buttons do to the selected picture, and adding pictures from the search.
+#include "dialogs/Bedienschritt.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
+#include "dialogs/search/frm_BilderSuchen.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/gdiplus/Drehung.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
 using Dimension = XArrayDBObject::Dimension;
 
-namespace {
-
-/// Columns of the search's result.
-enum Fund : std::int32_t { GanzerName = 0, Ordner = 1, Stamm = 2, Endung = 3, LetzteSpalte = 10 };
-
-}  // namespace
-
 /// Runs a button's procedure; a failure is reported under its name after the pointer was set back.
 void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit) {
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) {
-    mauszeiger().form(Zeigerform::Standard);
-    melde(prozedur, f);
-      },
-      [&] { arbeit(); });
+  bedienschritt(Name(), prozedur, arbeit);
   DialogObj.reset();
 }
 
@@ -36,15 +26,14 @@ void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::functio
 // Nothing is copied here: a new row points at the file where it lies until it is saved.
 void frm_BildZuordnung::suche_Bilder() {
   auto funde = std::make_shared<XArrayDBObject>();
-  funde->ReDim(0, 0, 0, LetzteSpalte);
+  funde->ReDim(0, 0, 0, fund::Letzte);
   DialogObj = std::make_shared<clsDialoge>();
   if (!DialogObj->Fkt_Aufruf_Dialog_BilderSuchen(pAppObj, pRootpath, funde, true)) return;
   mauszeiger().form(Zeigerform::Sanduhr);
   for (std::int32_t i = 0; i <= funde->UpperBound(Dimension::Zeilen); ++i)
-    if (!text::Trim(mit_Leertext(funde->Value(i, GanzerName))).isEmpty()) haenge_Fund_an(*funde, i);
+    if (!text::Trim(mit_Leertext(funde->Value(i, fund::VollerName))).isEmpty()) haenge_Fund_an(*funde, i);
   // Of an empty record for which nothing was chosen the placeholder goes too.
-  if (LetzteZeile() >= 0 && text::Trim(Text(LetzteZeile(), spalte::VollerPfad)).isEmpty())
-    Tabelle().DeleteRows(LetzteZeile());
+  if (LetzteZeile() >= 0 && Zeile(LetzteZeile()).ist_leer()) Tabelle().entferne(LetzteZeile());
   ErsteZeile = 0;
   Create_ThumbNails(ErsteZeile);
   if (AktZeile == 0) {
@@ -59,50 +48,41 @@ void frm_BildZuordnung::suche_Bilder() {
   Markiere_Auswahl();
   Zeichne_Status();
   Zeichne_Entfernt(true);
-  SetzeDatenGeaendert(true);
-  SSP_Anzahl(3).Caption(QString::number(Tabelle().Count(Dimension::Zeilen)));
+  zeige_Anzahl(true);
   mauszeiger().form(Zeigerform::Standard);
 }
 
-void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund) {
-  const auto wert = [&](Fund s) { return mit_Leertext(funde.Value(fund, s)); };
-  // No row is being edited: each collides in any case of its letters.
-  const bool doppelt = ist_vergeben(wert(Stamm), wert(Endung), KeineZeile);
-  const auto leer = [this](spalte::Spalte s) { return text::Trim(Text(LetzteZeile(), s)).isEmpty(); };
-  // The placeholder of an empty table takes the first picture.
-  if (LetzteZeile() < 0 || !leer(spalte::VollerPfad) || !leer(spalte::Pfad)) Tabelle().AppendRows(1);
-  const std::int32_t zeile = LetzteZeile();
-  // A duplicate is kept and only marked.
-  Zelle(zeile, spalte::NameDoppelt, doppelt);
-  Zelle(zeile, spalte::VollerPfad, wert(GanzerName));
-  Zelle(zeile, spalte::Root, pRootpath);
-  Zelle(zeile, spalte::Pfad, wert(Ordner));
-  Zelle(zeile, spalte::Bildname, wert(Stamm));
-  Zelle(zeile, spalte::BildExt, wert(Endung));
-  Zelle(zeile, spalte::Beschreibung, QString());
-  for (const auto s : {spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite}) Zelle(zeile, s, false);
+void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t zeile) {
+  const auto wert = [&](fund::Spalte s) { return mit_Leertext(funde.Value(zeile, s)); };
+  // A duplicate is kept and only marked. No row is being edited: each collides in any case of its letters.
+  const bool doppelt = Tabelle().ist_vergeben(wert(fund::Name), wert(fund::Endung), KeineZeile);
+  Arbeitszeile& neue = Tabelle().freie_Zeile();
+  neue.NameDoppelt = doppelt;
+  neue.VollerPfad = wert(fund::VollerName);
+  neue.Root = pRootpath;
+  neue.Pfad = wert(fund::Pfad);
+  neue.Bildname = wert(fund::Name);
+  neue.BildExt = wert(fund::Endung);
   // Where all are attachments, a picture that nobody selects is one too.
-  Zelle(zeile, spalte::AlsAnhang, pNurAnhang);
-  for (const auto s : {spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1, spalte::Typ2})
-    Zelle(zeile, s, QString());
-  const QString textdatei = wert(Ordner) + u'\\' + bildnamen::textdatei(wert(Stamm), wert(Endung));
+  neue.AlsAnhang = pNurAnhang;
+  const QString textdatei = Bilddatei{neue.Bildname, neue.BildExt, neue.Pfad}.textpfad();
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
-    Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
-  Zelle(zeile, spalte::ZeileGeaendert, true);
-  Zelle(zeile, spalte::NeuAusSuche, true);
-  Tabelle().AppendRows(1);
+    neue.BildInfo = text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei));
+  neue.ZeileGeaendert = true;
+  neue.NeuAusSuche = true;
+  Tabelle().haenge_an();
 }
 
 // ── The selected picture ────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_BildZuordnung::bearbeite_Bild() {
-  QString datei = Text(AktZeile, spalte::VollerPfad);
+  QString datei = Zeile(AktZeile).VollerPfad;
   mod_GrafikKonvert::Fkt_OpenWith(datei);
 }
 
 void frm_BildZuordnung::zeige_Exif() {
   DialogObj = std::make_shared<clsDialoge>();
-  DialogObj->Fkt_Aufruf_Dialog_BildInfo(Text(AktZeile, spalte::VollerPfad), Text(AktZeile, spalte::ExifKennung), true);
+  DialogObj->Fkt_Aufruf_Dialog_BildInfo(Zeile(AktZeile).VollerPfad, mit_Exif(AktZeile).ExifKennung, true);
 }
 
 // The dialog tells that the user removed this record's own assignment; here that is only marked, as by the check box.
@@ -114,9 +94,8 @@ void frm_BildZuordnung::zeige_AlleZuordnungen() {
     DialogObj->Fkt_Aufruf_Dialog_AlleZuordnungen(pAppObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2, AktKey3,
         AktKey4, AktName, AktExt, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile, eigene);
     if (eigene) {
-      Zelle(AktZeile, spalte::Entfernen, true);
-      Zelle(AktZeile, spalte::ZeileGeaendert, true);
-      Spur(AktZeile).vorgemerkt = true;
+      Arbeitszeile& zeile = Zeile(AktZeile);
+      zeile.Entfernen = zeile.ZeileGeaendert = zeile.Spur.vorgemerkt = true;
       chk_Delete.Value(1);
       Zeichne_Entfernt(false);
     }
@@ -133,7 +112,7 @@ void frm_BildZuordnung::zeige_WeitereZuordnungen() {
 
 // Turning changes the file at once, and reading the record again afterwards saves what was pending without a question.
 void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
-  const QString datei = text::Trim(Text(AktZeile, spalte::VollerPfad));
+  const QString datei = text::Trim(Zeile(AktZeile).VollerPfad);
   if (datei.isEmpty()) return;
   using namespace mod_GrafikKonvert;
   if (Fkt_GdiStartup(1) != gdiplus::Ok) {

@@ -4,25 +4,15 @@
 #include "dialogs/Symbole.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "imaging/Ersatzbild.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 using symbole::bebildere;
-using symbole::symbol;
 
 namespace {
 
-constexpr double Startbreite = 12000;
-constexpr double Starthoehe = 9000;
-constexpr double Hoehe_Kopf = 810;
-constexpr double Hoehe_Streifen = 2100;
-constexpr double Hoehe_Fuss = 520;
-constexpr double Breite_Felder = 3840;
-
-void beschrifte(QAbstractButton& knopf, const QString& name) {
-  knopf.setIcon(symbol(name));
-  knopf.setIconSize(QSize(24, 24));
-}
+constexpr double Startbreite = 12000, Starthoehe = 9000, Breite_Felder = 3840;
+constexpr double Hoehe_Kopf = 810, Hoehe_Streifen = 2100, Hoehe_Fuss = 520;
 
 /// The picture that stands for a missing file, drawn once for all forms.
 const std::shared_ptr<const Bild>& platzhalter() {
@@ -32,35 +22,7 @@ const std::shared_ptr<const Bild>& platzhalter() {
 
 }  // namespace
 
-frm_BildZuordnung::frm_BildZuordnung()
-    : Form(u"frm_BildZuordnung"_s),
-      SSS_BildZuordnung(this, u"SSS_BildZuordnung"_s),
-      SSP_Panel([this](int i) { return std::make_unique<SSPanel>(&SSS_BildZuordnung, u"SSP_Panel(%1)"_s.arg(i)); }),
-      SSP_Anzahl(
-          [this](int i) {
-  return std::make_unique<SSPanel>(&SSP_Panel(0), u"SSP_Anzahl(%1)"_s.arg(i));
-      }),
-SSC_Bildbearbeitung(&SSP_Panel.entwirf(0), u"SSC_Bildbearbeitung"_s), SSC_Drehen90(&SSP_Panel(0), u"SSC_Drehen90"_s),
-SSC_Drehen270(&SSP_Panel(0), u"SSC_Drehen270"_s), SSC_Drehen180(&SSP_Panel(0), u"SSC_Drehen180"_s),
-SSC_Aktualisieren(&SSP_Panel(0), u"SSC_Aktualisieren"_s), SSC_ExifInfo(&SSP_Panel(0), u"SSC_ExifInfo"_s),
-SSP_NameChanged(&SSP_Panel.entwirf(1), u"SSP_NameChanged"_s), lbl_Anzeige([this](int i) {
-  QWidget* behaelter = i == 0 ? &SSP_NameChanged : &SSP_Panel(1);
-  return std::make_unique<Label>(behaelter, u"lbl_Anzeige(%1)"_s.arg(i));
-}),
-cmd_OriginalName(&SSP_NameChanged, u"cmd_OriginalName"_s), SSP_WarnungName(&SSP_NameChanged, u"SSP_WarnungName"_s),
-txt_BildName(&SSP_NameChanged, u"txt_BildName"_s), txt_BildExt(&SSP_NameChanged, u"txt_BildExt"_s),
-chk_Drucken(&SSP_Panel(1), u"chk_Drucken"_s), chk_GesamteSeite(&SSP_Panel(1), u"chk_GesamteSeite"_s),
-chk_NeueSeite(&SSP_Panel(1), u"chk_NeueSeite"_s), chk_AlsAnhang(&SSP_Panel(1), u"chk_AlsAnhang"_s),
-chk_Delete(&SSP_Panel(1), u"chk_Delete"_s), txt_BildText(&SSP_Panel(1), u"txt_BildText"_s),
-Pic_Bearbeitung(&SSP_Panel.entwirf(2), u"Pic_Bearbeitung"_s), Pic_Dummy(&SSP_Panel(2), u"Pic_Dummy"_s),
-Pic_Dummy0(&SSP_Panel(2), u"Pic_Dummy0"_s), Pic_Blank(&SSP_Panel(2), u"Pic_Blank"_s),
-lbl_Beschreibung(&SSP_Panel(2), u"lbl_Beschreibung"_s), txt_BildInfo(&SSP_Panel(2), u"txt_BildInfo"_s),
-Pic_Thumb([this](int i) { return neues_Pic_Thumb(i); }), SSC_Scroll_Left(&SSP_Panel.entwirf(3), u"SSC_Scroll_Left"_s),
-SSC_Scroll_Right(&SSP_Panel(3), u"SSC_Scroll_Right"_s), Shp_Thump(&SSP_Panel(3), u"Shp_Thump"_s),
-Shp_Sort(&SSP_Panel(3), u"Shp_Sort"_s), SSC_BilderLaden(this, u"SSC_BilderLaden"_s),
-SSC_AlleZuordnungen(this, u"SSC_AlleZuordnungen"_s), SSC_WeitereZuordnungen(this, u"SSC_WeitereZuordnungen"_s),
-SSR_Sortierung(this, u"SSR_Sortierung"_s), SSC_ZuordnungSpeichern(this, u"SSC_ZuordnungSpeichern"_s),
-cmd_Abbruch(this, u"cmd_Abbruch"_s) {
+frm_BildZuordnung::frm_BildZuordnung() : Form(u"frm_BildZuordnung"_s) {
   Caption(u"Bildzuordnung"_s);
   entwirf_Kopf();
   entwirf_Felder();
@@ -78,8 +40,6 @@ cmd_Abbruch(this, u"cmd_Abbruch"_s) {
   setMinimumSize(800, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
 }
-
-frm_BildZuordnung::~frm_BildZuordnung() = default;
 
 void frm_BildZuordnung::entwirf_Kopf() {
   SSP_Panel(0).Caption(u"  Beleg- oder Monatgeauftrags-Informationen"_s);
@@ -120,7 +80,7 @@ void frm_BildZuordnung::entwirf_Felder() {
   txt_BildName.Move(60, 420, 2500, 360);
   txt_BildName.setAccessibleName(u"Name"_s);
   txt_BildName.ToolTipText(u"Nicht erlaubt sind \\ / : * ? \" < > | ' und Steuerzeichen"_s);
-  txt_BildName.verbiete(bildnamen::ist_verboten, bildnamen::Namenslaenge);
+  txt_BildName.verbiete(Bilddatei::ist_verboten, Bilddatei::Namenslaenge);
   txt_BildExt.Move(2580, 420, 600, 360);
   txt_BildExt.Locked(true);
   txt_BildExt.setFocusPolicy(Qt::NoFocus);
@@ -172,7 +132,7 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
   const auto fuss = [](auto& knopf, const QString& text, const QString& bild, double breite) {
     knopf.Move(0, Starthoehe - 560, breite, Hoehe_Fuss);
     knopf.Caption(text);
-    beschrifte(knopf, bild);
+    bebildere(knopf, bild);
   };
   fuss(SSC_BilderLaden, u"&Bilder suchen   "_s, u"bilder_suchen"_s, 1750);
   fuss(SSC_AlleZuordnungen, u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"alle_zuordnungen"_s, 2520);
@@ -199,16 +159,16 @@ void frm_BildZuordnung::entwirf_Reihenfolge() {
 void frm_BildZuordnung::verbinde_Ereignisse() {
   SSS_BildZuordnung.Resize = [this](int pane) { ordne_Splitter(pane); };
   for (const auto& [i, panel] : SSP_Panel) panel->DragOver = [this] { Shp_Sort.Visible(false); };
-  verbinde_Schalter(chk_AlsAnhang, spalte::AlsAnhang);
-  verbinde_Schalter(chk_Drucken, spalte::Drucken);
-  verbinde_Schalter(chk_GesamteSeite, spalte::DruckGesamteSeite);
-  verbinde_Schalter(chk_NeueSeite, spalte::NeueSeite);
-  verbinde_Schalter(chk_Delete, spalte::Entfernen);
-  verbinde_Text(txt_BildText, spalte::Beschreibung);
-  verbinde_Text(txt_BildInfo, spalte::BildInfo);
+  verbinde_Schalter(chk_AlsAnhang, &Arbeitszeile::AlsAnhang);
+  verbinde_Schalter(chk_Drucken, &Arbeitszeile::Drucken);
+  verbinde_Schalter(chk_GesamteSeite, &Arbeitszeile::DruckGesamteSeite);
+  verbinde_Schalter(chk_NeueSeite, &Arbeitszeile::NeueSeite);
+  verbinde_Schalter(chk_Delete, &Arbeitszeile::Entfernen);
+  verbinde_Text(txt_BildText, &Arbeitszeile::Beschreibung);
+  verbinde_Text(txt_BildInfo, &Arbeitszeile::BildInfo);
   txt_BildName.Change = [this] { aendere_Namen(); };
-  cmd_OriginalName.Click = [this] { txt_BildName.Text(Text(AktZeile, spalte::OriginalName)); };
-  Pic_Bearbeitung.DblClick = [this] { zeige_im_Programm(Text(AktZeile, spalte::VollerPfad)); };
+  cmd_OriginalName.Click = [this] { txt_BildName.Text(QString(Zeile(AktZeile).OriginalName)); };
+  Pic_Bearbeitung.DblClick = [this] { zeige_im_Programm(Zeile(AktZeile).VollerPfad); };
   SSC_Scroll_Left.Click = [this] { scrolle(-1); };
   SSC_Scroll_Right.Click = [this] { scrolle(1); };
   SSC_Scroll_Right.DragOver = [this] { ziehe_ueber_Scroll_Right(); };

@@ -1,4 +1,5 @@
-// Loading: the table is filled from the collection, and what lies on the disk is looked for.
+// Loading: the table is filled from the collection, and what lies on the disk is looked for. And leaving: what ties the
+// rows to their records, and what is left of it for the next dialog.
 #include <algorithm>
 #include <utility>
 
@@ -7,106 +8,77 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
-#include "store/Bildnamen.h"
+#include "platform/host/Meldeweg.h"
+#include "store/Bilddatei.h"
+#include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// The table that a dialog left with what it had not saved.
+struct Arbeitsstand final : Dialogstand {
+  std::shared_ptr<Arbeitstabelle> tabelle;
+};
+
+}  // namespace
+
 void frm_BildZuordnung::Lade_Zuordnung() {
-  fehler::melden_und_enden([&](const Laufzeitfehler& f) { melde(u"Lade_Zuordnung", f); },
-      [&] {
+  fehler::gemeldet(Name(), u"Lade_Zuordnung", [this] {
     if (nimm_Stand_auf()) return;
-    std::vector<Bildspur> vorige = std::exchange(spuren_, {});
+    const std::vector<Bildspur> vorige = BildTabelle ? BildTabelle->Spuren() : std::vector<Bildspur>();
     auflistbar_.clear();
     Init_ThumbNailArray();
-    if (Sammlung().AnzahlPos() > 0) lade_Zeilen(std::move(vorige));
+    if (Sammlung().AnzahlPos() > 0) lade_Zeilen(vorige);
   });
 }
 
-void frm_BildZuordnung::lade_Zeilen(std::vector<Bildspur> vorige) {
+void frm_BildZuordnung::lade_Zeilen(const std::vector<Bildspur>& vorige) {
   const std::int32_t anzahl = Sammlung().AnzahlPos();
   for (std::int32_t i = 0; i < anzahl; ++i) {
+    Arbeitszeile& zeile = i == 0 ? Zeile(0) : BildTabelle->haenge_an();
     Sammlung().AktInd(i);
     const auto satz = Sammlung().AktBildObj;
     const auto bekannt =
         std::find_if(vorige.begin(), vorige.end(), [&](const Bildspur& s) { return s.satz && s.satz == satz; });
-    Bildspur& spur = Spur(i);
     if (bekannt != vorige.end()) {
-      spur = std::move(*bekannt);
+      zeile.Spur = *bekannt;
     } else {
-      spur.satz = satz;
+      zeile.Spur.satz = satz;
       // A mark that an earlier dialog left would remove the picture unseen.
-      spur.vorgemerkt = spur.bestaetigt_vorgemerkt = Sammlung().Bild_Delete();
+      zeile.Spur.vorgemerkt = zeile.Spur.bestaetigt_vorgemerkt = Sammlung().Bild_Delete();
     }
-    lade_Zeile(i);
-    Tabelle().AppendRows(1);
+    zeile.lies(satz ? *satz : clsBilderSpeicher(), pRootpath);
+    lade_Text(zeile);
+    lade_Anwesenheit(zeile);
   }
-  Tabelle().DeleteRows(LetzteZeile());
-  SSP_Anzahl(3).Caption(QString::number(anzahl));
-  bool entfernen = false;
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) entfernen = entfernen || Ja(i, spalte::Entfernen);
-  SetzeDatenGeaendert(entfernen);
+  const auto geht = [](const Arbeitszeile& zeile) { return zeile.Entfernen; };
+  zeige_Anzahl(std::any_of(BildTabelle->begin(), BildTabelle->end(), geht));
   SSC_AlleZuordnungen.Enabled(true);
   SSC_WeitereZuordnungen.Enabled(true);
 }
 
-void frm_BildZuordnung::lade_Zeile(std::int32_t zeile) {
-  const clsBildZuordnungen& b = Sammlung();
-  Zelle(zeile, spalte::Gespeichert, true);
-  Zelle(zeile, spalte::VollerPfad,
-      QString(pRootpath + u'\\' + b.Bild_Pfad() + u'\\' + b.Bild_Bildname() + u'.' + b.Bild_BildExt()));
-  Zelle(zeile, spalte::Root, pRootpath);
-  Zelle(zeile, spalte::Pfad, b.Bild_Pfad());
-  Zelle(zeile, spalte::Bildname, b.Bild_Bildname());
-  Zelle(zeile, spalte::BildExt, b.Bild_BildExt());
-  Zelle(zeile, spalte::AlsAnhang, b.Bild_AlsAnhang());
-  Zelle(zeile, spalte::Beschreibung, b.Bild_Beschreibung());
-  Zelle(zeile, spalte::Drucken, b.Bild_Drucken());
-  Zelle(zeile, spalte::DruckGesamteSeite, b.Bild_DruckGesamteSeite());
-  Zelle(zeile, spalte::NeueSeite, b.Bild_NeueSeite());
-  Zelle(zeile, spalte::Key1, b.Bild_Key1());
-  Zelle(zeile, spalte::Key2, b.Bild_Key2());
-  Zelle(zeile, spalte::Key3, b.Bild_Key3());
-  Zelle(zeile, spalte::Key4, b.Bild_Key4());
-  Zelle(zeile, spalte::Typ1, b.Bild_Typ1());
-  Zelle(zeile, spalte::Typ2, b.Bild_Typ2());
-  Zelle(zeile, spalte::SortIndex, std::int32_t{b.Bild_SortIndex()});
-  Spur(zeile).dateiname = b.Bild_Bildname();
-  Spur(zeile).dateipfad = b.Bild_Pfad();
-  // A copy that was read again may be turned or edited by now: its size says nothing any more.
-  Spur(zeile).groesse = -1;
-  lade_Text(zeile);
-  lade_Anwesenheit(zeile);
-  Zelle(zeile, spalte::NameDoppelt, false);
-  Zelle(zeile, spalte::ZeileGeaendert, false);
-  Zelle(zeile, spalte::NameGeaendert, false);
-  Zelle(zeile, spalte::OriginalName, QString());
-  Zelle(zeile, spalte::NeuAusSuche, false);
-}
-
-void frm_BildZuordnung::lade_Text(std::int32_t zeile) {
+void frm_BildZuordnung::lade_Text(Arbeitszeile& zeile) {
   // What could not be written stands as it was typed: the next save would take the old text of the file for it.
-  if (Spur(zeile).text.gescheitert()) return Zelle(zeile, spalte::BildInfo, Spur(zeile).bildinfo);
-  const QString textdatei = pRootpath + u'\\' + Text(zeile, spalte::Pfad) + u'\\' +
-      bildnamen::textdatei(Text(zeile, spalte::Bildname), Text(zeile, spalte::BildExt));
+  if (zeile.Spur.text.gescheitert()) {
+    zeile.BildInfo = zeile.Spur.bildinfo;
+    return;
+  }
+  const QString textdatei = Bilddatei{zeile.Bildname, zeile.BildExt, ordner_von(zeile)}.textpfad();
   if (mod_BilderSuchen::Fkt_FileExists(textdatei))
-    Zelle(zeile, spalte::BildInfo, text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei)));
+    zeile.BildInfo = text::Trim(mod_BilderSuchen::Fkt_ReadFile(textdatei));
 }
 
 // A file that is missing in a folder which can't be listed says nothing about the file: the share may be away. What the
 // user marked stays marked; what only a missing file had marked is unmarked once the file is back.
-void frm_BildZuordnung::lade_Anwesenheit(std::int32_t zeile) {
-  Bildspur& spur = Spur(zeile);
-  const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
-  spur.ordner_lesbar = !fehlt ||
-      (laesst_sich_auflisten(pRootpath) && laesst_sich_auflisten(pRootpath + u'\\' + Text(zeile, spalte::Pfad)));
-  const bool entfernen = spur.vorgemerkt || (fehlt && spur.ordner_lesbar);
-  Zelle(zeile, spalte::DateiFehlt, fehlt);
-  Zelle(zeile, spalte::Entfernen, entfernen);
-  if (!entfernen) Sammlung().Bild_Delete(false);
-  if (!fehlt) return;
-  Zelle(zeile, spalte::HatExif, false);
-  Zelle(zeile, spalte::ExifKennung, QString());
+void frm_BildZuordnung::lade_Anwesenheit(Arbeitszeile& zeile) {
+  zeile.DateiFehlt = !mod_BilderSuchen::Fkt_FileExists(zeile.VollerPfad);
+  zeile.Spur.ordner_lesbar =
+      !zeile.DateiFehlt || (laesst_sich_auflisten(pRootpath) && laesst_sich_auflisten(ordner_von(zeile)));
+  zeile.Entfernen = zeile.Spur.vorgemerkt || (zeile.DateiFehlt && zeile.Spur.ordner_lesbar);
+  if (!zeile.Entfernen) Sammlung().Bild_Delete(false);
+  if (zeile.DateiFehlt) zeile.HatExif = false;
 }
 
 bool frm_BildZuordnung::laesst_sich_auflisten(const QString& ordner) {
@@ -120,23 +92,89 @@ bool frm_BildZuordnung::laesst_sich_auflisten(const QString& ordner) {
   return lesbar;
 }
 
-// Whether a picture has Exif data is asked when its row is looked at for it. A picture without any is read to its end,
-// and a record may have a hundred that nobody selects.
-void frm_BildZuordnung::frage_Exif_nach(std::int32_t zeile) const {
-  if (!std::holds_alternative<Empty>(BildTabelle->Value(zeile, spalte::HatExif))) return;
-  const QString datei = Text(zeile, spalte::VollerPfad);
-  if (datei.isEmpty()) return;
+// Asked late: a picture without such data is read to its end, and a record may have a hundred that nobody selects.
+const Arbeitszeile& frm_BildZuordnung::mit_Exif(std::int32_t nummer) const {
+  Arbeitszeile& zeile = Zeile(nummer);
+  if (zeile.HatExif || zeile.VollerPfad.isEmpty()) return zeile;
   QString kennung;
   bool exif = false;
   // The reader's way of opening would make an empty file of one that is gone by now.
-  if (mod_BilderSuchen::Fkt_FileExists(datei)) Pruefe_Exif(datei, kennung, exif);
-  BildTabelle->Value(zeile, spalte::HatExif, exif);
+  if (mod_BilderSuchen::Fkt_FileExists(zeile.VollerPfad)) Pruefe_Exif(zeile.VollerPfad, kennung, exif);
+  zeile.HatExif = exif;
   // The search's rows have no mark.
-  BildTabelle->Value(zeile, spalte::ExifKennung, Ja(zeile, spalte::NeuAusSuche) ? QString() : kennung);
+  if (!zeile.NeuAusSuche) zeile.ExifKennung = kennung;
+  return zeile;
 }
 
 // A file that the reader fails on has no Exif data to show; it must not end what is being done.
 void frm_BildZuordnung::Pruefe_Exif(const QString& pDatei, QString& pKennung, bool& pVorhanden) const {
   pVorhanden = fehler::still_enden([&] { return clsExifInfo().Load(pDatei); });
   pKennung = pVorhanden ? CStr(true) : QString();
+}
+
+/// Brings the collection into the order of the strip, each record with its flags: no record takes another's place.
+void frm_BildZuordnung::ordne_Sammlung() {
+  Sammlungszugriff::ordne(Sammlung(), Tabelle().Folge());
+}
+
+/// Shows how many pictures there are, and whether there is something to be saved.
+void frm_BildZuordnung::zeige_Anzahl(bool geaendert) {
+  SSP_Anzahl(3).Caption(QString::number(LetzteZeile() + 1));
+  SetzeDatenGeaendert(geaendert);
+}
+
+// ── Leaving ─────────────────────────────────────────────────────────────────────────────────────────────────────────
+
+template <class Arbeit>
+void frm_BildZuordnung::fuer_jeden_Satz(Arbeit&& arbeit) {
+  for (Arbeitszeile& zeile : Tabelle()) {
+    const std::int32_t platz = Sammlungszugriff::platz(Sammlung(), zeile.Spur.satz.get());
+    if (platz < 0) continue;
+    Sammlung().AktInd(platz);
+    arbeit(zeile.Spur);
+  }
+}
+
+/// The user asked for the save that has just been done: the marks that it left in the collection stand.
+void frm_BildZuordnung::bestaetige_Vormerkungen() {
+  fuer_jeden_Satz([this](Bildspur& spur) { spur.bestaetigt_vorgemerkt = Sammlung().Bild_Delete(); });
+}
+
+/// Before the dialog closes: marks that no save confirmed which the user asked for are taken back, and what was not
+/// saved is left for whoever opens the dialog again.
+void frm_BildZuordnung::verlasse() {
+  if (pNurAnzeige || !pBildObj) return;
+  fuer_jeden_Satz([this](const Bildspur& spur) { Sammlung().Bild_Delete(spur.bestaetigt_vorgemerkt); });
+  hinterlasse_Spur();
+}
+
+void frm_BildZuordnung::hinterlasse_Spur() {
+  if (pNurAnzeige || !pBildObj) return;
+  auto spur = std::make_shared<Dialogspur>();
+  spur->bilder = Tabelle().Spuren();
+  spur->ungespeichert = DatenGeaendert && !abgelehnt_;
+  if (spur->ungespeichert) {
+    auto stand = std::make_shared<Arbeitsstand>();
+    stand->tabelle = BildTabelle;
+    // A row that was only looked at holds what its record holds.
+    for (const Arbeitszeile& zeile : Tabelle())
+      if (!zeile.ist_leer() && !(zeile.Spur.satz && zeile.gleicht(*zeile.Spur.satz)))
+        stand->betroffene.append(zeile.Dateiname());
+    spur->stand = std::move(stand);
+  }
+  Sammlungszugriff::spur(*pBildObj) = std::move(spur);
+}
+
+/// Opens with what the last dialog over this collection left unsaved. False where it left nothing.
+bool frm_BildZuordnung::nimm_Stand_auf() {
+  const auto spur = Sammlungszugriff::spur(Sammlung());
+  if (!spur || pNurAnzeige) return false;
+  const auto stand = std::dynamic_pointer_cast<Arbeitsstand>(std::exchange(spur->stand, nullptr));
+  if (!stand) return false;
+  BildTabelle = stand->tabelle;
+  wiederaufgenommen_ = true;
+  zeige_Anzahl(true);
+  SSC_AlleZuordnungen.Enabled(true);
+  SSC_WeitereZuordnungen.Enabled(true);
+  return true;
 }

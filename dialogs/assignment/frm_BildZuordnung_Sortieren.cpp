@@ -1,9 +1,6 @@
 // Sort mode: dragging a thumbnail to another place of the strip.
-#include <vector>
-
 #include "dialogs/assignment/frm_BildZuordnung.h"
-#include "platform/basic/Fehlerbehandlung.h"
-#include "platform/host/Oberflaeche.h"
+#include "platform/host/Meldeweg.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -59,41 +56,14 @@ void frm_BildZuordnung::Form_DragEnde() {
   Shp_Sort.Visible(false);
 }
 
-void frm_BildZuordnung::Bild_Verschieben() {
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) { melde(u"Bild_Verschieben", f); }, [&] { verschiebe_Zeile(); });
-}
-
 // The selected row's number stays as it is. The picture that it stands for may be another one afterwards, so the fields
 // show that one: what is typed into them goes to its row.
-void frm_BildZuordnung::verschiebe_Zeile() {
-  if (DragZiel == DragQuelle || !SortTabelle) return;
-  XArrayDBObject& tabelle = *SortTabelle;
-  const std::int32_t quelle = DragQuelle + ErsteZeile - 1;
-  const std::int32_t ziel = DragZiel + ErsteZeile - 1;
-  // Before anything is taken out: a row without a place to go to would be lost.
-  if (ziel < 0 || ziel > LetzteZeile()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-  std::vector<Variant> zeile;
-  zeile.reserve(spalte::SortIndex);
-  for (std::int32_t s = 0; s < spalte::SortIndex; ++s) zeile.push_back(tabelle.Value(quelle, s));
-  tabelle.DeleteRows(quelle);
-  if (ziel > LetzteZeile())
-    tabelle.AppendRows(1);
-  else
-    tabelle.InsertRows(ziel);
-  for (std::int32_t s = 0; s < spalte::SortIndex; ++s)
-    tabelle.Value(ziel, s, std::move(zeile[static_cast<std::size_t>(s)]));
-  Spur(LetzteZeile());
-  Bildspur spur = std::move(Spur(quelle));
-  spuren_.erase(spuren_.begin() + quelle);
-  spuren_.insert(spuren_.begin() + ziel, std::move(spur));
-  for (std::int32_t r = 0; r <= LetzteZeile(); ++r) {
-    Zelle(r, spalte::SortIndex, r);
-    Zelle(r, spalte::ZeileGeaendert, true);
-  }
-  SetzeDatenGeaendert(true);
-  Create_ThumbNails(ErsteZeile);
-  Zeichne_Status();
-  Zeichne_Entfernt(true);
-  if (AktZeile >= 0 && AktZeile <= LetzteZeile()) zeige_Auswahl();
+void frm_BildZuordnung::Bild_Verschieben() {
+  fehler::gemeldet(Name(), u"Bild_Verschieben", [this] {
+    if (DragZiel == DragQuelle || !SortTabelle) return;
+    SortTabelle->verschiebe(DragQuelle + ErsteZeile - 1, DragZiel + ErsteZeile - 1);
+    SetzeDatenGeaendert(true);
+    zeichne_Streifen();
+    if (AktZeile >= 0 && AktZeile <= LetzteZeile()) zeige_Auswahl();
+  });
 }

@@ -1,10 +1,18 @@
-// Saving: the table goes into the collection, and the changes of files are carried out.
+// Saving: the table goes into the collection, and the changes of files are carried out: new pictures are copied,
+// renamed ones renamed with their texts, texts written.
+#include <algorithm>
+
+#include "dialogs/Bedienschritt.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
+#include "platform/basic/Uhr.h"
+#include "platform/basic/Windows1252.h"
+#include "platform/files/Dateien.h"
+#include "platform/files/FileSystemObject.h"
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -12,14 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
 
 void frm_BildZuordnung::speichere_und_schliesse() {
-  if (mod_BilderSuchen::Fkt_DirExists(Standardordner())) {
-    std::int32_t zeile = -1;
-    Suche_NameDoppelt(zeile);
-    if (zeile >= 0) {
-      melde_Doppelte(zeile);
-      return;
-    }
-  }
+  if (melde_Doppelte()) return;
   abgelehnt_ = false;
   Zuordnung_Speichern();
   if (!DatenGeaendert) bestaetige_Vormerkungen();
@@ -28,46 +29,32 @@ void frm_BildZuordnung::speichere_und_schliesse() {
 }
 
 void frm_BildZuordnung::Suche_NameDoppelt(std::int32_t& pZeile) {
-  for (pZeile = 0; pZeile <= LetzteZeile(); ++pZeile)
-    if (Ja(pZeile, spalte::NameDoppelt) && !Ja(pZeile, spalte::Entfernen)) return;
-  pZeile = -1;
+  pZeile = Tabelle().erste_Doppelte();
 }
 
 void frm_BildZuordnung::Pruefe_NameGeaendert(bool& pErgebnis) {
-  pErgebnis = false;
-  for (std::int32_t i = 0; i <= LetzteZeile() && !pErgebnis; ++i)
-    pErgebnis = Ja(i, spalte::NameGeaendert) && !Ja(i, spalte::NeuAusSuche) && !Ja(i, spalte::Entfernen);
+  pErgebnis = std::any_of(Tabelle().begin(), Tabelle().end(), [](const Arbeitszeile& z) { return z.ist_umbenannt(); });
 }
 
 void frm_BildZuordnung::Pruefe_NameGeaendertAlle(bool& pErgebnis) {
-  pErgebnis = false;
-  for (std::int32_t i = 0; i <= LetzteZeile() && !pErgebnis; ++i)
-    pErgebnis = Ja(i, spalte::NameGeaendert) && !Ja(i, spalte::Entfernen);
+  pErgebnis = std::any_of(
+      Tabelle().begin(), Tabelle().end(), [](const Arbeitszeile& z) { return z.NameGeaendert && !z.Entfernen; });
 }
 
 void frm_BildZuordnung::Namen_Zuruecksetzen(std::int32_t pZeile) {
-  if (pZeile == -1)
-    for (pZeile = 0; pZeile <= LetzteZeile() && !Ja(pZeile, spalte::NameGeaendert);) ++pZeile;
-  Zelle(pZeile, spalte::Bildname, Text(pZeile, spalte::OriginalName));
+  Zeile(pZeile == -1 ? Tabelle().erste_Umbenannte() : pZeile).setze_Namen_zurueck();
 }
 
 void frm_BildZuordnung::Namen_Aendern() {
   fehler::Weiter weiter;
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
+  for (Arbeitszeile& zeile : Tabelle())
     weiter([&] {
-      const bool betroffen = Ja(i, spalte::ZeileGeaendert) && Ja(i, spalte::Gespeichert) &&
-          Ja(i, spalte::NameGeaendert) && !Ja(i, spalte::Entfernen);
-      if (betroffen) benenne_mit_allen_um(i);
+      if (zeile.ist_umzubenennen()) benenne_mit_allen_um(zeile);
     });
 }
 
 void frm_BildZuordnung::Zuordnung_Speichern() {
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) {
-    mauszeiger().form(Zeigerform::Standard);
-    melde(u"Zuordnung_Speichern", f);
-      },
-      [&] { speichere_Zeilen(); });
+  bedienschritt(Name(), u"Zuordnung_Speichern", [this] { speichere_Zeilen(); });
   hinterlasse_Spur();
 }
 
@@ -94,90 +81,58 @@ bool frm_BildZuordnung::frage_nach_Namen(bool& erledigt) {
 
 void frm_BildZuordnung::speichere_Zeilen() {
   bool erledigt = false;
-  halte_leere_Namen();
+  Tabelle().halte_leere_Namen();
   // Before the renaming: a picture that stays is renamed with the others.
   auflistbar_.clear();
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) pruefe_Fehlende(i);
+  for (Arbeitszeile& zeile : Tabelle()) pruefe_Fehlende(zeile);
   if (!frage_nach_Namen(erledigt)) return;
   ordne_Sammlung();
   // The order is that of the rows; a row that nothing else changed keeps its mark, so that it is written when it is.
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::SortIndex, i);
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i)
-    if (Ja(i, spalte::ZeileGeaendert) && !text::Trim(Text(i, spalte::VollerPfad)).isEmpty())
-      speichere_Zeile(i, erledigt);
+  Tabelle().nummeriere();
+  for (Arbeitszeile& zeile : Tabelle())
+    if (zeile.ist_zu_speichern()) speichere_Zeile(zeile, erledigt);
   SetzeDatenGeaendert(false);
   Zeichne_Status();
 }
 
-/// A stored picture whose name was emptied keeps the one that it has: no file can be called so.
-void frm_BildZuordnung::halte_leere_Namen() {
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) {
-    if (!Ja(i, spalte::Gespeichert) || !Ja(i, spalte::NameGeaendert)) continue;
-    if (!text::Trim(Text(i, spalte::Bildname)).isEmpty()) continue;
-    Zelle(i, spalte::Bildname, Text(i, spalte::OriginalName));
-    Zelle(i, spalte::NameGeaendert, false);
-  }
-}
-
 /// What only a missing file marked for removal stays when the file is back, or where its folder can't be looked into.
-void frm_BildZuordnung::pruefe_Fehlende(std::int32_t zeile) {
-  if (!Ja(zeile, spalte::DateiFehlt) || !Ja(zeile, spalte::Entfernen) || Spur(zeile).vorgemerkt) return;
-  const bool fehlt = !mod_BilderSuchen::Fkt_FileExists(Text(zeile, spalte::VollerPfad));
-  const bool sicher = laesst_sich_auflisten(Text(zeile, spalte::Root)) &&
-      laesst_sich_auflisten(Text(zeile, spalte::Root) + u'\\' + Text(zeile, spalte::Pfad));
-  Zelle(zeile, spalte::DateiFehlt, fehlt);
-  Zelle(zeile, spalte::Entfernen, fehlt && sicher);
+void frm_BildZuordnung::pruefe_Fehlende(Arbeitszeile& zeile) {
+  if (!zeile.DateiFehlt || !zeile.Entfernen || zeile.Spur.vorgemerkt) return;
+  zeile.DateiFehlt = !mod_BilderSuchen::Fkt_FileExists(zeile.VollerPfad);
+  const bool sicher = laesst_sich_auflisten(zeile.Root) && laesst_sich_auflisten(zeile.Root + u'\\' + zeile.Pfad);
+  zeile.Entfernen = zeile.DateiFehlt && sicher;
   // An earlier save of this dialog may have left the mark in the record.
-  if (!fehlt || !sicher) Zelle(zeile, spalte::ZeileGeaendert, true);
+  if (!zeile.Entfernen) zeile.ZeileGeaendert = true;
 }
 
-void frm_BildZuordnung::speichere_Zeile(std::int32_t zeile, bool namen_erledigt) {
-  const bool entfernen = Ja(zeile, spalte::Entfernen);
+void frm_BildZuordnung::speichere_Zeile(Arbeitszeile& zeile, bool namen_erledigt) {
   // A picture that leaves the record is not renamed on its way out, and one that never was in it does not get there.
-  if (entfernen && !Ja(zeile, spalte::Gespeichert)) return;
-  if (entfernen && Ja(zeile, spalte::NameGeaendert)) Zelle(zeile, spalte::Bildname, Text(zeile, spalte::OriginalName));
+  if (zeile.Entfernen && !zeile.Gespeichert) return;
+  if (zeile.Entfernen && zeile.NameGeaendert) zeile.setze_Namen_zurueck();
   if (!ordne_Satz_zu(zeile, namen_erledigt)) return;
   clsBildZuordnungen& b = Sammlung();
-  pRootpath = Text(zeile, spalte::Root);
-  uebernimm_in(*b.AktBildObj, zeile);
+  pRootpath = zeile.Root;
+  zeile.uebernimm_in(*b.AktBildObj);
   schreibe_Textdatei(zeile);
-  b.Bild_Delete(entfernen);
+  b.Bild_Delete(zeile.Entfernen);
   b.Bild_Changeflag(true);
-  b.Bild_SortIndex(zeile);
-  Zelle(zeile, spalte::ZeileGeaendert, false);
-  Zelle(zeile, spalte::Gespeichert, true);
+  b.Bild_SortIndex(zeile.SortIndex);
+  zeile.ZeileGeaendert = false;
+  zeile.Gespeichert = true;
 }
 
 /// Moves the cursor to the row's record, a new one for a new picture, and brings its file into place. False where the
 /// row has to stay as it is.
-bool frm_BildZuordnung::ordne_Satz_zu(std::int32_t zeile, bool namen_erledigt) {
-  if (!Ja(zeile, spalte::Gespeichert)) return lege_neue_an(zeile);
-  Sammlung().AktInd(Sammlungszugriff::platz(Sammlung(), Spur(zeile).satz.get()));
+bool frm_BildZuordnung::ordne_Satz_zu(Arbeitszeile& zeile, bool namen_erledigt) {
+  if (!zeile.Gespeichert) return lege_neue_an(zeile);
+  Sammlung().AktInd(Sammlungszugriff::platz(Sammlung(), zeile.Spur.satz.get()));
   if (!Sammlung().AktBildObj) {
     // The host took the record out while the dialog was open.
-    melde(u"Zuordnung_Speichern", Laufzeitfehler(fehlernummer::IndexAusserhalb));
+    fehler::melde(Name(), u"Zuordnung_Speichern", Laufzeitfehler(fehlernummer::IndexAusserhalb));
     return false;
   }
-  if (!namen_erledigt && !Ja(zeile, spalte::Entfernen)) benenne_gespeicherte_um(zeile);
+  if (!namen_erledigt && !zeile.Entfernen) benenne_gespeicherte_um(zeile);
   return true;
-}
-
-void frm_BildZuordnung::uebernimm_in(clsBilderSpeicher& satz, std::int32_t zeile) {
-  const QString drucktext = Text(zeile, spalte::Beschreibung);
-  satz.Bild_Pfad = Text(zeile, spalte::Pfad);
-  satz.Bild_Bildname = Text(zeile, spalte::Bildname);
-  satz.Bild_BildExt = Text(zeile, spalte::BildExt);
-  satz.Bild_AlsAnhang = Ja(zeile, spalte::AlsAnhang);
-  satz.Bild_Beschreibung = bildnamen::passender_Drucktext(drucktext);
-  satz.Bild_Drucken = Ja(zeile, spalte::Drucken);
-  satz.Bild_DruckGesamteSeite = Ja(zeile, spalte::DruckGesamteSeite);
-  satz.Bild_NeueSeite = Ja(zeile, spalte::NeueSeite);
-  QString& ungekuerzter = Spur(zeile).ungekuerzter_Drucktext;
-  // A text that was cut before it was read again has not been shortened by the user.
-  if (satz.Bild_Beschreibung != drucktext)
-    ungekuerzter = drucktext;
-  else if (bildnamen::passender_Drucktext(ungekuerzter) != drucktext)
-    ungekuerzter.clear();
 }
 
 void frm_BildZuordnung::ShowVerzeichnisDialog(QString& pErgebnis) {
@@ -185,4 +140,143 @@ void frm_BildZuordnung::ShowVerzeichnisDialog(QString& pErgebnis) {
       std::dynamic_pointer_cast<KVFileFunctions>(komponenten::CreateObject(u"KVOCore.KVFileFunctions"_s));
   if (!objekt) throw Laufzeitfehler(fehlernummer::ObjektNichtErstellbar);
   pErgebnis = objekt->SelectFolder(u"Root-Verzeichnis suchen"_s);
+}
+
+// ── Renaming ────────────────────────────────────────────────────────────────────────────────────────────────────────
+
+/// With the file and all assignments of the picture. What can't be renamed keeps its old name in the row too: with the
+/// new one it would take another picture's place, or none.
+void frm_BildZuordnung::benenne_mit_allen_um(Arbeitszeile& zeile) {
+  const QString ordner = ordner_von(zeile);
+  const QString alt = zeile.Spur.dateiname;
+  const QString neu = zeile.Bildname = text::Trim(zeile.Bildname);
+  if (neu == alt) return;
+  const Umbenennung ergebnis = Sammlungszugriff::benenne_um(Sammlung(), pRootpath, zeile.Pfad, alt, zeile.BildExt, neu);
+  if (ergebnis.datei && !ergebnis.tabelle)
+    mod_BilderSuchen::Fkt_FileReName(
+        Bilddatei{neu, zeile.BildExt, ordner}.pfad(), Bilddatei{alt, zeile.BildExt, ordner}.pfad());
+  if (!ergebnis.tabelle) return zeile.lehne_Namen_ab(ergebnis.grund);
+  nimm_Text_mit(Bilddatei{alt, zeile.BildExt, ordner}.textpfad(), Bilddatei{neu, zeile.BildExt, ordner}.textpfad());
+  zeile.merke_Namen(neu, zeile.Pfad);
+}
+
+/// A rename that the user's "Nein" left standing, into the record's own folder. All assignments follow the file.
+void frm_BildZuordnung::benenne_gespeicherte_um(Arbeitszeile& zeile) {
+  const QString neu = text::Trim(zeile.Bildname);
+  const Fruehere vorher{zeile.Spur.dateiname, zeile.Spur.dateipfad};
+  if (!zeile.NameGeaendert || zeile.NeuAusSuche || neu == vorher.name) return;
+  const QString endung = text::Trim(zeile.BildExt);
+  const QString ziel = Bilddatei{neu, endung, Standardordner()}.pfad();
+  const bool umbenannt = mod_BilderSuchen::Fkt_FileReName(zeile.VollerPfad, ziel);
+  const bool gefolgt =
+      umbenannt && Sammlungszugriff::folge_der_Datei(Sammlung(), vorher, endung, {neu, pStandardBildPfad});
+  if (umbenannt && !gefolgt) mod_BilderSuchen::Fkt_FileReName(ziel, zeile.VollerPfad);
+  if (!gefolgt) {
+    MsgBox(u"Datei "_s + zeile.VollerPfad + u" konnte nicht umbennant werden"_s);
+    return zeile.lehne_Namen_ab({});
+  }
+  nimm_Text_mit(Bilddatei{vorher.name, endung, zeile.Root + u'\\' + vorher.pfad}.textpfad(),
+      Bilddatei{neu, endung, Standardordner()}.textpfad());
+  zeile.Bildname = neu;
+  zeile.Pfad = pStandardBildPfad;
+  zeile.merke_Namen(neu, pStandardBildPfad);
+}
+
+/// No picture had the new name, so a text that is there already belongs to none.
+void frm_BildZuordnung::nimm_Text_mit(const QString& alt, const QString& neu) {
+  if (!mod_BilderSuchen::Fkt_FileExists(alt)) return;
+  fehler::still_enden([&] {
+    const FileSystemObject dateien;
+    if (dateien.FileExists(neu)) dateien.DeleteFile(neu, true);
+    dateien.MoveFile(alt, neu);
+  });
+}
+
+// ── New pictures ────────────────────────────────────────────────────────────────────────────────────────────────────
+
+/// Copies a new picture under its stamped name into the record's folder, one that lies there already too: its row would
+/// point to no file otherwise. Gives it a record at the row's place. A picture whose copy failed stays new.
+bool frm_BildZuordnung::lege_neue_an(Arbeitszeile& zeile) {
+  const QString alte_endung = text::Trim(zeile.BildExt);
+  const QString endung = Bilddatei::ersetze_verbotene(alte_endung);
+  const QString quelle =
+      Bilddatei{mod_BilderSuchen::Fkt_SplitFileName(zeile.VollerPfad, 2), alte_endung, text::Trim(zeile.Pfad)}.pfad();
+  const QString name = kopiere(quelle, zeile, endung);
+  Bildspur& spur = zeile.Spur;
+  if (spur.kopie.gescheitert()) {
+    merke_ohne_Datei(zeile, name, endung);
+    return false;
+  }
+  if (!Sammlung().FKT_NeuesBild({}, {}, {}, {}, name, endung, PTyp1, pTyp2)) return false;
+  spur.satz = Sammlung().AktBildObj;
+  spur.ohne_Datei.reset();
+  spur.dateiname = name;
+  spur.dateipfad = pStandardBildPfad;
+  ordne_Sammlung();
+  Sammlung().AktInd(Sammlungszugriff::platz(Sammlung(), spur.satz.get()));
+  Sammlung().Bild_Neu(true);
+  zeile.Bildname = name;
+  zeile.BildExt = endung;
+  zeile.Pfad = pStandardBildPfad;
+  return true;
+}
+
+/// Gives the name of the copy, or the one that it would have had. Never overwrites: a name that another desk took in
+/// between is passed over as well.
+QString frm_BildZuordnung::kopiere(const QString& quelle, Arbeitszeile& zeile, const QString& endung) {
+  Bildspur& spur = zeile.Spur;
+  spur.quelle = quelle;
+  spur.groesse = -1;
+  const QString ordner = Standardordner();
+  if (!mod_BilderSuchen::Fkt_DirExists(ordner)) mod_BilderSuchen::Fkt_MakePath(ordner);
+  const auto nimmt = [&](const QString& name) {
+    const QString ziel = Bilddatei{name, endung, ordner}.pfad();
+    if (mod_BilderSuchen::Fkt_FileExists(ziel) ||
+        mod_BilderSuchen::Fkt_FileExists(Bilddatei{name, endung, ordner}.textpfad()))
+      return false;
+    std::int32_t fehlernummer = 0;
+    spur.kopie = {Dateischritt::Stand::Getan, {}};
+    const auto sage = [&](const Laufzeitfehler& f) {
+      fehlernummer = f.Nummer();
+      spur.kopie = {Dateischritt::Stand::Gescheitert, f.Beschreibung()};
+    };
+    fehler::melden_und_enden(sage, [&] {
+      spur.groesse = dateien::FileLen(quelle);
+      FileSystemObject().CopyFile(quelle, ziel, false);
+    });
+    return fehlernummer != fehlernummer::DateiVorhanden;
+  };
+  return Tabelle().gestempelter_Name(zeile, endung, Bilddatei::Stempel(uhr::jetzt()), nimmt);
+}
+
+/// The record that the picture gets once its copy succeeds.
+void frm_BildZuordnung::merke_ohne_Datei(Arbeitszeile& zeile, const QString& name, const QString& endung) {
+  auto satz = std::make_shared<clsBilderSpeicher>();
+  zeile.uebernimm_in(*satz);
+  satz->Bild_Bildname = name;
+  satz->Bild_BildExt = endung;
+  satz->Bild_Pfad = pStandardBildPfad;
+  satz->Bild_Typ1 = PTyp1;
+  satz->Bild_Typ2 = pTyp2;
+  satz->Bild_Grafik_Ursprung = u"-"_s;
+  satz->Bild_SortIndex = static_cast<std::int16_t>(zeile.SortIndex);
+  zeile.Spur.ohne_Datei = std::move(satz);
+  zeile.Spur.bildinfo = text::Trim(zeile.BildInfo);
+}
+
+// ── Texts ───────────────────────────────────────────────────────────────────────────────────────────────────────────
+
+/// The text goes beside the picture, where it is looked for. An emptied text leaves the file as it is. A text that
+/// can't be written is not told here, as no failure of a file is but a failed renaming.
+void frm_BildZuordnung::schreibe_Textdatei(Arbeitszeile& zeile) {
+  Bildspur& spur = zeile.Spur;
+  spur.bildinfo = text::Trim(zeile.BildInfo);
+  spur.text = {};
+  if (spur.bildinfo.isEmpty()) return;
+  const QString datei = Bilddatei{text::Trim(zeile.Bildname), text::Trim(zeile.BildExt), ordner_von(zeile)}.textpfad();
+  spur.text.stand = Dateischritt::Stand::Getan;
+  if (mod_BilderSuchen::Fkt_WriteFile(datei, spur.bildinfo)) return;
+  // The second try tells why.
+  const auto sage = [&](const Laufzeitfehler& f) { spur.text = {Dateischritt::Stand::Gescheitert, f.Beschreibung()}; };
+  fehler::melden_und_enden(sage, [&] { dateien::schreibe_alles(datei, windows1252::encode(spur.bildinfo)); });
 }

@@ -1,15 +1,18 @@
 // The strip of thumbnails: building, drawing, selecting, scrolling.
+#include <QScopeGuard>
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
+#include "dialogs/Bildbuehne.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/basic/Twips.h"
 #include "platform/gdiplus/bild/NurKopf.h"
+#include "platform/host/Meldeweg.h"
 #include "platform/host/Oberflaeche.h"
-#include "platform/shell/Dateityp.h"
 #include "platform/shell/Programmstart.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -18,19 +21,7 @@ using namespace oberflaeche;
 
 namespace {
 
-constexpr double Abstand = 100;
-constexpr double Streifen_am_Rand = 3;
-
-struct Dateiteile {
-  explicit Dateiteile(const QString& pfad)
-      : ordner(mod_BilderSuchen::Fkt_SplitFileName(pfad, 1)),
-        name(mod_BilderSuchen::Fkt_SplitFileName(pfad, 2)),
-        endung(mod_BilderSuchen::Fkt_SplitFileName(pfad, 3)) {}
-  QString datei() const { return name + u'.' + endung; }
-  QString ordner;
-  QString name;
-  QString endung;
-};
+constexpr double Abstand = 100, Streifen_am_Rand = 3;
 
 }  // namespace
 
@@ -46,7 +37,7 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
   const bildlader::NurKopf nur_Kopf;
   for (std::int32_t zeile = pStart; zeile <= LetzteZeile(); ++zeile) {
     weiter([&] { Neuer_Thumb(); });
-    if (text::Trim(Text(zeile, spalte::VollerPfad)).isEmpty()) continue;
+    if (Zeile(zeile).ist_leer()) continue;
     weiter([&] { Pic_Thumb(0).Visible(false); });
     weiter([&] { stelle_Thumbnail_dar(zeile, ThumbZaehler); });
   }
@@ -54,8 +45,8 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
     // Nothing to click while the table holds only its placeholder.
     if (ThumbZaehler > 0) weiter([&] { Pic_Thumb_Click(1); });
     weiter([&] { EingabenFreigeben(!text::Trim(txt_BildName.Text()).isEmpty()); });
-    bool entfernen = wiederaufgenommen_;
-    for (std::int32_t i = 0; i <= LetzteZeile(); ++i) entfernen = entfernen || Ja(i, spalte::Entfernen);
+    const auto geht = [](const Arbeitszeile& zeile) { return zeile.Entfernen; };
+    const bool entfernen = wiederaufgenommen_ || std::any_of(Tabelle().begin(), Tabelle().end(), geht);
     // A lost picture offers saving at once, but not where nothing can be changed.
     SetzeDatenGeaendert(entfernen && !pNurAnzeige);
   }
@@ -65,17 +56,13 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
 
 void frm_BildZuordnung::stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t index) {
   fehler::Weiter weiter;
-  const QString pfad = Text(zeile, spalte::VollerPfad);
+  const QString pfad = Zeile(zeile).VollerPfad;
   Bildfeld& thumbnail = Pic_Thumb(index);
   weiter([&] {
-    const Dateiteile teile(pfad);
-    if (Ja(zeile, spalte::DateiFehlt))
+    if (Zeile(zeile).DateiFehlt)
       Pic_Dummy0.Picture(Pic_Blank.Picture());
-    else if (!vorschaubild::ist_Bildtyp(teile.endung))
-      Pic_Dummy0.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-    else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false))
-      Pic_Dummy0.Picture(pBildObj->AktLoadPicture_Picture);
-    // What can't be loaded leaves the picture that was on stage.
+    else
+      stelle_auf(Pic_Dummy0, pBildObj, pfad);
   });
   thumbnail.Visible(false);
   weiter([&] { Bild_Einpassen(ThumbBreite, ThumbHoehe, Pic_Dummy0, thumbnail); });
@@ -130,7 +117,7 @@ void frm_BildZuordnung::Zeichne_Status() {
   for (int i = 1; i <= Pic_Thumb.UBound(); ++i)
     weiter([&] {
       Bildfeld& thumbnail = Pic_Thumb(i);
-      const Farbe farbe = Ja(ErsteZeile + i - 1, spalte::Gespeichert) ? farben::Hellgruen : farben::Hellrot;
+      const Farbe farbe = Zeile(ErsteZeile + i - 1).Gespeichert ? farben::Hellgruen : farben::Hellrot;
       const double breite = thumbnail.ScaleWidth();
       const double hoehe = thumbnail.ScaleHeight();
       thumbnail.Kasten(QPointF(-1, hoehe - Streifen_am_Rand), QPointF(breite, hoehe), farbe);
@@ -145,7 +132,7 @@ void frm_BildZuordnung::Zeichne_Entfernt(bool pNichtNeu) {
   }
   for (int i = 1; i <= Pic_Thumb.UBound(); ++i)
     weiter([&] {
-      if (!Ja(ErsteZeile + i - 1, spalte::Entfernen)) return;
+      if (!Zeile(ErsteZeile + i - 1).Entfernen) return;
       Bildfeld& thumbnail = Pic_Thumb(i);
       const double breite = thumbnail.ScaleWidth();
       const double hoehe = thumbnail.ScaleHeight();
@@ -206,22 +193,16 @@ void frm_BildZuordnung::Pruefe_Scroll() {
 
 void frm_BildZuordnung::Pic_Thumb_Click(std::int32_t index) {
   // The pointer keeps waiting after a failure until the next selection sets it back.
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) {
-    AnzeigeAufbau = false;
-    melde(u"Pic_Thumb_Click", f);
-      },
-      [&] { waehle_Zeile(index); });
-}
-
-void frm_BildZuordnung::waehle_Zeile(std::int32_t index) {
-  mauszeiger().form(Zeigerform::Sanduhr);
-  AktThumb = std::max(index, 1);
-  AktZeile = ErsteZeile + AktThumb - 1;
-  if (AktZeile > LetzteZeile()) AktZeile = 0;
-  zeige_Auswahl();
-  Markiere_Auswahl();
-  mauszeiger().form(Zeigerform::Standard);
+  fehler::gemeldet(Name(), u"Pic_Thumb_Click", [&] {
+    const auto fertig = qScopeGuard([this] { AnzeigeAufbau = false; });
+    mauszeiger().form(Zeigerform::Sanduhr);
+    AktThumb = std::max(index, 1);
+    AktZeile = ErsteZeile + AktThumb - 1;
+    if (AktZeile > LetzteZeile()) AktZeile = 0;
+    zeige_Auswahl();
+    Markiere_Auswahl();
+    mauszeiger().form(Zeigerform::Standard);
+  });
 }
 
 /// Shows the selected row in the fields and in large.
@@ -229,20 +210,16 @@ void frm_BildZuordnung::zeige_Auswahl() {
   AnzeigeAufbau = true;
   NameWarnung(false);
   NameGeaendertAnzeige(false);
-  AktDatei = Text(AktZeile, spalte::VollerPfad);
-  AktName = Text(AktZeile, spalte::Bildname);
-  AktExt = Text(AktZeile, spalte::BildExt);
-  AktPfad = Text(AktZeile, spalte::Pfad);
-  AktKey1 = Text(AktZeile, spalte::Key1);
-  AktKey2 = Text(AktZeile, spalte::Key2);
-  AktKey3 = Text(AktZeile, spalte::Key3);
-  AktKey4 = Text(AktZeile, spalte::Key4);
-  AktTyp1 = Text(AktZeile, spalte::Typ1);
-  AktTyp2 = Text(AktZeile, spalte::Typ2);
+  const Arbeitszeile& gewaehlte = Zeile(AktZeile);
+  std::tie(AktDatei, AktName, AktExt, AktPfad) =
+      std::tie(gewaehlte.VollerPfad, gewaehlte.Bildname, gewaehlte.BildExt, gewaehlte.Pfad);
+  std::tie(AktKey1, AktKey2, AktKey3, AktKey4) =
+      std::tie(gewaehlte.Key1, gewaehlte.Key2, gewaehlte.Key3, gewaehlte.Key4);
+  std::tie(AktTyp1, AktTyp2) = std::tie(gewaehlte.Typ1, gewaehlte.Typ2);
   lade_grosses_Bild();
   fuelle_Eingaben();
-  for (std::int32_t i = 0; i <= LetzteZeile(); ++i) Zelle(i, spalte::Aktuell, false);
-  Zelle(AktZeile, spalte::Aktuell, true);
+  for (Arbeitszeile& zeile : Tabelle()) zeile.Aktuell = false;
+  Zeile(AktZeile).Aktuell = true;
   Zeige_Bild();
   if (!text::Trim(txt_BildName.Text()).isEmpty()) {
     SSP_Anzahl(1).Caption(QString::number(AktZeile + 1));
@@ -262,42 +239,39 @@ void frm_BildZuordnung::lade_grosses_Bild() {
     Pic_Bearbeitung.Cls();
     return;
   }
-  if (Ja(AktZeile, spalte::DateiFehlt)) {
+  if (Zeile(AktZeile).DateiFehlt) {
     Pic_Dummy.Picture(Pic_Blank.Picture());
     if (!pNurAnzeige) chk_Delete.Enabled(true);
     sperre_Fehlende();
     return;
   }
-  const Dateiteile teile(AktDatei);
-  if (!vorschaubild::ist_Bildtyp(teile.endung)) {
+  // What is no picture leaves nothing of the one before, whatever becomes of its icon.
+  if (!vorschaubild::ist_Bildtyp(mod_BilderSuchen::Fkt_SplitFileName(AktDatei, 3))) {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
-    Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-  } else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false)) {
-    Pic_Dummy.Picture(pBildObj->AktLoadPicture_Picture);
   }
+  stelle_auf(Pic_Dummy, pBildObj, AktDatei);
   if (!pNurAnzeige) chk_Delete.Enabled(true);
 }
 
 // The controls raise their events while they are filled: what they write is the row's own, and they mark the row.
 void frm_BildZuordnung::fuelle_Eingaben() {
-  const bool doppelt = Ja(AktZeile, spalte::NameDoppelt);
-  const bool umbenannt = Ja(AktZeile, spalte::NameGeaendert);
+  const Arbeitszeile zeile = Zeile(AktZeile);
   txt_BildName.Text(AktName);
   txt_BildName.Tag = AktName;
   txt_BildExt.Text(AktExt);
   txt_BildExt.Tag = AktExt;
-  if (doppelt) NameWarnung(true);
-  if (umbenannt) NameGeaendertAnzeige(true);
-  txt_BildInfo.Text(Text(AktZeile, spalte::BildInfo));
-  chk_AlsAnhang.Value(Ja(AktZeile, spalte::AlsAnhang) ? 1 : 0);
-  chk_Drucken.Value(Ja(AktZeile, spalte::Drucken) ? 1 : 0);
-  chk_GesamteSeite.Value(Ja(AktZeile, spalte::DruckGesamteSeite) ? 1 : 0);
-  chk_NeueSeite.Value(Ja(AktZeile, spalte::NeueSeite) ? 1 : 0);
-  chk_Delete.Value(Ja(AktZeile, spalte::Entfernen) ? 1 : 0);
+  if (zeile.NameDoppelt) NameWarnung(true);
+  if (zeile.NameGeaendert) NameGeaendertAnzeige(true);
+  txt_BildInfo.Text(zeile.BildInfo);
+  chk_AlsAnhang.Value(zeile.AlsAnhang ? 1 : 0);
+  chk_Drucken.Value(zeile.Drucken ? 1 : 0);
+  chk_GesamteSeite.Value(zeile.DruckGesamteSeite ? 1 : 0);
+  chk_NeueSeite.Value(zeile.NeueSeite ? 1 : 0);
+  chk_Delete.Value(zeile.Entfernen ? 1 : 0);
   erzwinge_Anhang();
-  txt_BildText.Text(Text(AktZeile, spalte::Beschreibung));
-  SSC_ExifInfo.Enabled(Ja(AktZeile, spalte::HatExif));
+  txt_BildText.Text(zeile.Beschreibung);
+  SSC_ExifInfo.Enabled(mit_Exif(AktZeile).HatExif.value_or(false));
 }
 
 void frm_BildZuordnung::zeige_im_Programm(const QString& datei) {
@@ -312,6 +286,12 @@ void frm_BildZuordnung::scrolle(std::int32_t schritte) {
   baue_Streifen_neu();
   // The picture that was taken stays the source, though the keys scroll the strip while it is dragged.
   if (DragAktiv) DragQuelle -= ErsteZeile - vorher;
+}
+
+void frm_BildZuordnung::zeichne_Streifen() {
+  Create_ThumbNails(ErsteZeile);
+  Zeichne_Status();
+  Zeichne_Entfernt(true);
 }
 
 // Built twice: once for the row, once by the crosses. The selection does not move with the strip.

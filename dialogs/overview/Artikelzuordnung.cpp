@@ -3,18 +3,14 @@
 #include <algorithm>
 
 #include "platform/basic/Fehlerbehandlung.h"
-#include "platform/basic/Text.h"
 #include "platform/files/Dateien.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 namespace {
 
-/// As the table compares: the case of letters and blanks at the end say nothing.
-bool gleicher_Text(QStringView a, QStringView b) {
-  while (a.endsWith(u' ')) a.chop(1);
-  while (b.endsWith(u' ')) b.chop(1);
-  return text::UCase(a) == text::UCase(b);
+bool gleicher_Text(const QString& a, const QString& b) {
+  return felder::vergleichsform(a) == felder::vergleichsform(b);
 }
 
 }  // namespace
@@ -46,7 +42,7 @@ std::optional<QString> Artikelzuordnung::Name_fuer(
   if (!anderes && (einziges || !vorhanden)) return bild.Name;
   if (!vorhanden) return std::nullopt;
   for (int nummer = 1;; ++nummer) {
-    QString name = nummer == 1 ? bild.Name : bildnamen::gestempelt(bild.Name, {}, nummer);
+    QString name = nummer == 1 ? bild.Name : Bilddatei{bild.Name, bild.Endung}.gestempelt({}, nummer).name;
     const auto nimmt = [&](const Eintrag& e) { return traegt(e, name); };
     if (std::any_of(m_Eintraege.begin(), m_Eintraege.end(), nimmt)) continue;
     const Platz ort = platz(name);

@@ -2,34 +2,24 @@
 
 #include <memory>
 
+#include "dialogs/Auftrag.h"
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Steuerelementfeld.h"
 #include "platform/forms/gitter/TDBGrid.h"
 #include "platform/forms/steuerelemente/Flaechen.h"
 #include "platform/forms/steuerelemente/Knoepfe.h"
-#include "platform/host/Anwendungsobjekt.h"
 #include "store/clsBildZuordnungen.h"
 
 /// "Alle Zuordnungen": what else a picture is assigned to, and the way to delete these assignments.
 ///
 /// Usual road: set the members, Lade_AlleZuordnungen, Show, read pDeleteFlagAktBild, Unload.
-class frm_AlleZuordnungen : public Form {
+class frm_AlleZuordnungen : public Form, public Uebersichtsauftrag {
  public:
   frm_AlleZuordnungen();
-  ~frm_AlleZuordnungen() override;
 
-  std::shared_ptr<Anwendungsobjekt> pAppObj;
-  /// Root of the picture tree, without a closing backslash.
-  QString pRootpath;
-  QString pStandardBildPfad;
-  /// The assignment from which the dialog was opened.
-  QString pKey1, pKey2, pKey3, pKey4;
-  QString PTyp1, pTyp2;
   /// The picture. Loading leaves the name as it was written in the last row.
   QString pBildname, pBildExt;
-  QString pGL_jmtVerarbeitungsdatum;
-  QString pInfoZeile;
 
   /// The user wants the assignment gone from which the dialog was opened; the caller removes it.
   bool pDeleteFlagAktBild = false;
@@ -51,11 +41,12 @@ class frm_AlleZuordnungen : public Form {
   void Zuordnungen_loeschen();
 
   // Controls, in their tab order
-  TDBGrid TDBG_Zuordnungen;
-  SSCommand cmd_AlleLoeschen;
-  SSCommand cmd_Loeschen;
-  SSCommand cmd_Abbrechen;
-  Steuerelementfeld<SSPanel> SSP_Info;
+  TDBGrid TDBG_Zuordnungen{this, QStringLiteral("TDBG_Zuordnungen")};
+  SSCommand cmd_AlleLoeschen{this, QStringLiteral("cmd_AlleLoeschen")};
+  SSCommand cmd_Loeschen{this, QStringLiteral("cmd_Loeschen")};
+  SSCommand cmd_Abbrechen{this, QStringLiteral("cmd_Abbrechen")};
+  Steuerelementfeld<SSPanel> SSP_Info{
+      [this](int i) { return std::make_unique<SSPanel>(this, QStringLiteral("SSP_Info(%1)").arg(i)); }};
 
  protected:
   void Form_Load() override;
@@ -69,7 +60,6 @@ class frm_AlleZuordnungen : public Form {
   void nach_Auswahl();
   void frage_und_loesche();
   bool ist_eigene(std::int32_t zeile);
-  void melde(const char16_t* prozedur, const Laufzeitfehler& fehler);
 
   std::shared_ptr<XArrayDBObject> m_Zuordnungen;
 };

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "dialogs/Auftrag.h"
 #include "dialogs/overview/Artikelzuordnung.h"
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/Form.h"
@@ -9,7 +10,6 @@
 #include "platform/forms/steuerelemente/Bildfeld.h"
 #include "platform/forms/steuerelemente/Flaechen.h"
 #include "platform/forms/steuerelemente/Knoepfe.h"
-#include "platform/host/Anwendungsobjekt.h"
 #include "platform/host/Artikel.h"
 #include "platform/host/Auskunft.h"
 #include "store/clsBildZuordnungen.h"
@@ -21,23 +21,14 @@ enum Spalte : std::int32_t { Nummer = 0, Kurztext1, Kurztext2, Lieferant, Refere
 
 /// "Anzeige der Zuordnungen": attaches the marked pictures of a record to a list of articles in one step.
 ///
-/// Usual road: set the members, Lade_Zuordnungen, Show, Unload.
-class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
+/// Usual road: set the members, Lade_Zuordnungen, Show, Unload. Of the task the folder, keys and types are read by
+/// nothing here.
+class frm_AnzeigeZuordnung : public Form, public Uebersichtsauftrag, public Auskunftsempfaenger {
  public:
   frm_AnzeigeZuordnung();
-  ~frm_AnzeigeZuordnung() override;
 
-  std::shared_ptr<Anwendungsobjekt> pAppObj;
   /// The caller's collection. Its records are only read; its cursor and its loaded picture move.
   std::shared_ptr<clsBildZuordnungen> pBildObj;
-  /// Root of the picture tree, without a closing backslash.
-  QString pRootpath;
-  QString pGL_jmtVerarbeitungsdatum;
-  QString pInfoZeile;
-  // Kept, and read by nothing here.
-  QString pStandardBildPfad;
-  QString pKey1, pKey2, pKey3, pKey4;
-  QString PTyp1, pTyp2;
 
   /// The new assignments, from the saving on.
   std::shared_ptr<clsBildZuordnungen> pNeuObj;
@@ -73,17 +64,17 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   void Dummy() {}
 
   // Controls, in their tab order
-  TDBGrid TDBG_Zuordnungen;
-  TDBGrid TDBG_WeitereZuordnungen;
-  SSCommand SSC_ZuordnungSpeichern;
-  SSCommand cmd_Abbrechen;
-  SSPanel SSP_Info;
-  SSPanel SSP_Anzeige;
-  Bildfeld pic_Anzeige;
-  SSPanel SSP_WeitereZuordnungen;
-  Bildfeld Pic_Dummy;
-  Bildfeld Pic_Blank;
-  SSCommand btnAuswahl;
+  TDBGrid TDBG_Zuordnungen{this, QStringLiteral("TDBG_Zuordnungen")};
+  TDBGrid TDBG_WeitereZuordnungen{this, QStringLiteral("TDBG_WeitereZuordnungen")};
+  SSCommand SSC_ZuordnungSpeichern{this, QStringLiteral("SSC_ZuordnungSpeichern")};
+  SSCommand cmd_Abbrechen{this, QStringLiteral("cmd_Abbrechen")};
+  SSPanel SSP_Info{this, QStringLiteral("SSP_Info")};
+  SSPanel SSP_Anzeige{this, QStringLiteral("SSP_Anzeige")};
+  Bildfeld pic_Anzeige{&SSP_Anzeige, QStringLiteral("pic_Anzeige")};
+  SSPanel SSP_WeitereZuordnungen{this, QStringLiteral("SSP_WeitereZuordnungen")};
+  Bildfeld Pic_Dummy{this, QStringLiteral("Pic_Dummy")};
+  Bildfeld Pic_Blank{this, QStringLiteral("Pic_Blank")};
+  SSCommand btnAuswahl{this, QStringLiteral("btnAuswahl")};
 
  protected:
   void Form_Load() override;
@@ -116,8 +107,6 @@ class frm_AnzeigeZuordnung : public Form, public Auskunftsempfaenger {
   XArrayDBObject& Artikel() const;
   QString Zuordnungstext(std::int32_t zeile, std::int32_t spalte) const;
   QString Artikeltext(std::int32_t zeile, std::int32_t spalte) const;
-  template <class Prozedur>
-  void mit_Meldung(const char16_t* prozedur, Prozedur&& arbeit);
 
   std::shared_ptr<XArrayDBObject> m_Zuordnungen;
   std::shared_ptr<XArrayDBObject> m_Artikel;

@@ -2,16 +2,16 @@
 #include <algorithm>
 #include <set>
 
+#include "dialogs/Bedienschritt.h"
+#include "dialogs/Bildbuehne.h"
 #include "dialogs/overview/Uebersichtszeile.h"
 #include "dialogs/overview/frm_AnzeigeZuordnung.h"
-#include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
-#include "platform/host/KVOCore.h"
+#include "platform/basic/Twips.h"
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
-#include "platform/shell/Dateityp.h"
-#include "store/Bildnamen.h"
+#include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,7 +20,8 @@ using Dimension = XArrayDBObject::Dimension;
 
 namespace {
 
-constexpr double TwipsJePixel = 15;
+/// The reports name the form so, with one letter more than it has.
+const QString Klasse = u"frm_AnzeigeZuordnungen"_s;
 
 /// What the component creates and the host makes.
 template <class Objekt>
@@ -29,18 +30,6 @@ void verlange(const std::shared_ptr<Objekt>& objekt) {
 }
 
 }  // namespace
-
-/// Runs a procedure; a failure is reported under its name, under a module name that has one letter more than the form.
-template <class Prozedur>
-void frm_AnzeigeZuordnung::mit_Meldung(const char16_t* prozedur, Prozedur&& arbeit) {
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) {
-    mauszeiger().form(Zeigerform::Standard);
-    KVOCore::aktuell().FehlerMelden(
-        u"frm_AnzeigeZuordnungen"_s, QString::fromUtf16(prozedur), f.Nummer(), f.Beschreibung(), true);
-      },
-      std::forward<Prozedur>(arbeit));
-}
 
 // Whatever still runs when the form is unloaded finds no arrays any more.
 XArrayDBObject& frm_AnzeigeZuordnung::Zuordnungen() const {
@@ -64,7 +53,7 @@ QString frm_AnzeigeZuordnung::Artikeltext(std::int32_t zeile, std::int32_t spalt
 // ── Loading ─────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_AnzeigeZuordnung::Lade_Zuordnungen() {
-  mit_Meldung(u"Lade_Zuordnungen", [this] { lies_Zuordnungen(); });
+  bedienschritt(Klasse, u"Lade_Zuordnungen", [this] { lies_Zuordnungen(); });
 }
 
 void frm_AnzeigeZuordnung::lies_Zuordnungen() {
@@ -76,14 +65,7 @@ void frm_AnzeigeZuordnung::lies_Zuordnungen() {
   Init_ThumbNailArray();
   Init_Artikelgrid();
   verlange(pBildObj);
-  if (pBildObj->AnzahlPos() > 0) {
-    for (std::int32_t i = 0; i < pBildObj->AnzahlPos(); ++i) {
-      pBildObj->AktInd(i);
-      uebersicht::fuelle(Zuordnungen(), i, *pBildObj, pRootpath);
-      Zuordnungen().AppendRows(1);
-    }
-    Zuordnungen().DeleteRows(Zuordnungen().UpperBound(Dimension::Zeilen));
-  }
+  uebersicht::fuelle(Zuordnungen(), *pBildObj, pRootpath);
   Init_Grid();
   // The pictures are marked as they come; what is missing is an article.
   TDBG_WeitereZuordnungen.setFocus();
@@ -92,7 +74,7 @@ void frm_AnzeigeZuordnung::lies_Zuordnungen() {
 // ── Articles ────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_AnzeigeZuordnung::AuskunftSelect(const QString& pName) {
-  mit_Meldung(u"AuskunftSelect", [&] {
+  bedienschritt(Klasse, u"AuskunftSelect", [&] {
     verlange(pAppObj);
     pAuskunftObj = komponenten::erzeuge<clsAuskunft>(u"KVOListAuskunft.clsAuskunft"_s);
     pAuskunftObj->Anzeige_Auskunft(pName, QString(), pAppObj->Name(), pAppObj->User(), pAppObj->ExeDir(),
@@ -158,7 +140,7 @@ frm_AnzeigeZuordnung::Fund frm_AnzeigeZuordnung::suche_Artikel(QString& nummer, 
 }
 
 void frm_AnzeigeZuordnung::Pruefe_ZuordnungSchalter() {
-  mit_Meldung(u"Pruefe_ZuordnungSchalter", [this] {
+  bedienschritt(Klasse, u"Pruefe_ZuordnungSchalter", [this] {
     SSC_ZuordnungSpeichern.Enabled(false);
     const auto gibt = [](const XArrayDBObject& tabelle, auto&& bedingung) {
       for (std::int32_t i = 0; i <= tabelle.UpperBound(Dimension::Zeilen); ++i)
@@ -177,7 +159,7 @@ void frm_AnzeigeZuordnung::Pruefe_ZuordnungSchalter() {
 
 void frm_AnzeigeZuordnung::Bild_Vorschau(std::int32_t pZeile) {
   if (pZeile == -1) return;
-  mit_Meldung(u"Bild_Vorschau", [&] {
+  bedienschritt(Klasse, u"Bild_Vorschau", [&] {
     mauszeiger().form(Zeigerform::Sanduhr);
     lade_Vorschau(pZeile);
     VorschauBild_Einpassen(pZeile);
@@ -187,22 +169,14 @@ void frm_AnzeigeZuordnung::Bild_Vorschau(std::int32_t pZeile) {
 
 void frm_AnzeigeZuordnung::lade_Vorschau(std::int32_t zeile) {
   if (ist_True(Zuordnungen().Value(zeile, uebersicht::Fehlt))) return Pic_Dummy.Picture(Pic_Blank.Picture());
-  const auto teil = [datei = Zuordnungstext(zeile, uebersicht::Datei)](
-                        std::int16_t art) { return mod_BilderSuchen::Fkt_SplitFileName(datei, art); };
-  const QString endung = teil(3);
-  if (!vorschaubild::ist_Bildtyp(endung))
-    return Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(endung, shell::SHGFI_ICON));
-  verlange(pBildObj);
-  // What can't be loaded leaves the picture that was shown last.
-  if (pBildObj->FKT_LoadPicture(teil(2) + u'.' + endung, teil(1), false))
-    Pic_Dummy.Picture(pBildObj->AktLoadPicture_Picture);
+  stelle_auf(Pic_Dummy, pBildObj, Zuordnungstext(zeile, uebersicht::Datei));
 }
 
 void frm_AnzeigeZuordnung::VorschauBild_Einpassen(std::int32_t pZeile) {
-  mit_Meldung(u"VorschauBild_Einpassen", [&] {
+  bedienschritt(Klasse, u"VorschauBild_Einpassen", [&] {
     if (pZeile < 0 || text::Trim(Zuordnungstext(pZeile, uebersicht::Datei)).isEmpty()) return;
     pic_Anzeige.Visible(false);
-    StretchPicture(Pic_Dummy, pic_Anzeige, SSP_Anzeige.Width() / TwipsJePixel, SSP_Anzeige.Height() / TwipsJePixel);
+    StretchPicture(Pic_Dummy, pic_Anzeige, SSP_Anzeige.Width() / twips::JePixel, SSP_Anzeige.Height() / twips::JePixel);
     pic_Anzeige.Left((SSP_Anzeige.Width() - pic_Anzeige.Width()) / 2);
     pic_Anzeige.Top((SSP_Anzeige.Height() - pic_Anzeige.Height()) / 2);
     pic_Anzeige.Visible(true);
@@ -210,14 +184,14 @@ void frm_AnzeigeZuordnung::VorschauBild_Einpassen(std::int32_t pZeile) {
 }
 
 void frm_AnzeigeZuordnung::StretchPicture(const Bildfeld& quelle, Bildfeld& ziel, double breite, double hoehe) {
-  mit_Meldung(u"StretchPicture", [&] {
+  bedienschritt(Klasse, u"StretchPicture", [&] {
     ziel.Cls();
     if (!quelle.Picture()) return;
     const QSizeF groesse = quelle.Picture()->groesse();
     const double faktor = std::min(breite / groesse.width(), hoehe / groesse.height());
     const QSizeF neue = groesse * faktor;
-    ziel.Width(neue.width() * TwipsJePixel);
-    ziel.Height(neue.height() * TwipsJePixel);
+    ziel.Width(neue.width() * twips::JePixel);
+    ziel.Height(neue.height() * twips::JePixel);
     ziel.PaintPicture(quelle.Picture(), QRectF(QPointF(0, 0), neue));
   });
 }
@@ -225,7 +199,7 @@ void frm_AnzeigeZuordnung::StretchPicture(const Bildfeld& quelle, Bildfeld& ziel
 // ── Saving ──────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_AnzeigeZuordnung::frage_und_speichere() {
-  mit_Meldung(u"SSC_ZuordnungSpeichern_Click", [this] {
+  bedienschritt(Klasse, u"SSC_ZuordnungSpeichern_Click", [this] {
     const Antwort antwort = MsgBox(
         u"Die oben gekennzeichneten Dateien werden den unten aufgeführten Artikeln zugeordnet! Möchten Sie den Vorgang "
         "starten?"_s,
@@ -276,7 +250,7 @@ void frm_AnzeigeZuordnung::ordne_Bild_zu(
   pNeuObj->Bild_Bildname(eigener ? wert(Dateiname) : *name);
   uebernimm_Angaben(zeile);
   if (!text::Trim(wert(Info)).isEmpty())
-    pNeuObj->Fkt_WriteFile(ziel + u'\\' + pNeuObj->Bild_Bildname() + wert(Ext) + u".txt"_s, wert(Info));
+    pNeuObj->Fkt_WriteFile(Bilddatei{pNeuObj->Bild_Bildname(), wert(Ext), ziel}.textpfad(), wert(Info));
   pNeuObj->Bild_Delete(false);
   pNeuObj->Bild_Changeflag(true);
 }
@@ -301,9 +275,9 @@ bool frm_AnzeigeZuordnung::ist_einziges(const Artikelzuordnung::Bild& bild) cons
 Artikelzuordnung::Platz frm_AnzeigeZuordnung::Platz_von(
     const QString& ziel, const QString& name, const Artikelzuordnung::Bild& bild, bool zugeordnet) const {
   using Platz = Artikelzuordnung::Platz;
-  const QString datei = ziel + u'\\' + name + u'.' + bild.Endung;
+  const QString datei = Bilddatei{name, bild.Endung, ziel}.pfad();
   if (Artikelzuordnung::sind_gleich(datei, bild.Datei)) return zugeordnet ? Platz::Zugeordnet : Platz::Frei;
-  const QString text = ziel + u'\\' + bildnamen::textdatei(name, bild.Endung);
+  const QString text = Bilddatei{name, bild.Endung, ziel}.textpfad();
   const bool fremdes = pNeuObj->Fkt_FileExists(datei) || pNeuObj->Fkt_FileExists(text);
   return zugeordnet || fremdes ? Platz::Vergeben : Platz::Frei;
 }

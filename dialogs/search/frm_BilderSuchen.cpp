@@ -12,36 +12,13 @@ using symbole::symbol;
 
 namespace {
 
-constexpr double Startbreite = 13200;
-constexpr double Starthoehe = 9300;
-constexpr double Rand = 40;
-constexpr double Oben = 840;
-constexpr double Hoehe_Fuss = 360;
-constexpr double Hoehe_Knoepfe = 465;
-constexpr double Hoehe_Text = 900;
-constexpr double Hoehe_Info = 330;
-constexpr double Breite_Ordner = 3300;
+constexpr double Startbreite = 13200, Starthoehe = 9300;
+constexpr double Rand = 40, Oben = 840, Breite_Ordner = 3300;
+constexpr double Hoehe_Fuss = 360, Hoehe_Knoepfe = 465, Hoehe_Text = 900, Hoehe_Info = 330;
 
 }  // namespace
 
-frm_BilderSuchen::frm_BilderSuchen()
-    : Form(u"frm_BilderSuchen"_s),
-      SSC_Drehen(this, u"SSC_Drehen"_s),
-      SSC_Bildbearbeitung(this, u"SSC_Bildbearbeitung"_s),
-      cmd_EinlesenAbrrechen(this, u"cmd_EinlesenAbrrechen"_s),
-      Pic_Blank(this, u"Pic_Blank"_s),
-      cmd_TextSpeichern(this, u"cmd_TextSpeichern"_s),
-      txt_Info(this, u"txt_Info"_s),
-      cmd_Abbruch(this, u"cmd_Abbruch"_s),
-      cmd_Uebernehmen(this, u"cmd_Uebernehmen"_s),
-      SSP_Fortschritt(this, u"SSP_Fortschritt"_s),
-      SSP_Anzahl(this, u"SSP_Anzahl"_s),
-      cbo_BildTypen(this, u"cbo_BildTypen"_s),
-      Dir1(this, u"Dir1"_s),
-      lvwContent(this, u"lvwContent"_s),
-      SSP_Liste(this, u"SSP_Liste"_s),
-      SSP_Info(this, u"SSP_Info"_s),
-      ImageCombo1(this, u"ImageCombo1"_s) {
+frm_BilderSuchen::frm_BilderSuchen() : Form(u"frm_BilderSuchen"_s) {
   entwirf();
   verbinde_Ereignisse();
   setze_Abbruchknopf(&cmd_Abbruch);
@@ -50,8 +27,6 @@ frm_BilderSuchen::frm_BilderSuchen()
   setMinimumSize(640, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
 }
-
-frm_BilderSuchen::~frm_BilderSuchen() = default;
 
 void frm_BilderSuchen::entwirf() {
   for (const auto& [nummer, name] :

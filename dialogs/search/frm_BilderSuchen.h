@@ -17,7 +17,7 @@
 
 /// Columns of the search's result: one row a chosen file, and an empty last one.
 namespace fund {
-enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3 };
+enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3, Letzte = 10 };
 }  // namespace fund
 
 /// The dialog in which the user finds picture files on any drive and chooses some of them.
@@ -27,7 +27,6 @@ enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3 };
 class frm_BilderSuchen : public Form {
  public:
   frm_BilderSuchen();
-  ~frm_BilderSuchen() override;
 
   /// Where to start, as long as no last folder is remembered.
   QString pRootpath;
@@ -56,32 +55,32 @@ class frm_BilderSuchen : public Form {
   void raeume_auf();
 
   // Controls, in their tab order
-  SSCommand SSC_Drehen;
-  SSCommand SSC_Bildbearbeitung;
-  SSCommand cmd_EinlesenAbrrechen;
-  Bildfeld Pic_Blank;
-  SSCommand cmd_TextSpeichern;
-  Textblock txt_Info;
-  SSCommand cmd_Abbruch;
-  SSCommand cmd_Uebernehmen;
-  SSPanel SSP_Fortschritt;
-  SSPanel SSP_Anzahl;
-  ComboBox cbo_BildTypen;
-  DirListBox Dir1;
-  ListView lvwContent;
-  ListView SSP_Liste;
-  SSPanel SSP_Info;
-  ImageCombo ImageCombo1;
+  SSCommand SSC_Drehen{this, QStringLiteral("SSC_Drehen")};
+  SSCommand SSC_Bildbearbeitung{this, QStringLiteral("SSC_Bildbearbeitung")};
+  SSCommand cmd_EinlesenAbrrechen{this, QStringLiteral("cmd_EinlesenAbrrechen")};
+  Bildfeld Pic_Blank{this, QStringLiteral("Pic_Blank")};
+  SSCommand cmd_TextSpeichern{this, QStringLiteral("cmd_TextSpeichern")};
+  Textblock txt_Info{this, QStringLiteral("txt_Info")};
+  SSCommand cmd_Abbruch{this, QStringLiteral("cmd_Abbruch")};
+  SSCommand cmd_Uebernehmen{this, QStringLiteral("cmd_Uebernehmen")};
+  SSPanel SSP_Fortschritt{this, QStringLiteral("SSP_Fortschritt")};
+  SSPanel SSP_Anzahl{this, QStringLiteral("SSP_Anzahl")};
+  ComboBox cbo_BildTypen{this, QStringLiteral("cbo_BildTypen")};
+  DirListBox Dir1{this, QStringLiteral("Dir1")};
+  ListView lvwContent{this, QStringLiteral("lvwContent")};
+  ListView SSP_Liste{this, QStringLiteral("SSP_Liste")};
+  SSPanel SSP_Info{this, QStringLiteral("SSP_Info")};
+  ImageCombo ImageCombo1{this, QStringLiteral("ImageCombo1")};
   ImageList ilsImages;
   ImageList ImageList1;
 
  protected:
   void Form_Load() override;
+  void hideEvent(QHideEvent* ereignis) override;
   void Form_Resize() override;
   void Form_Activate() override;
   void Form_QueryUnload(bool& Cancel) override;
   void Form_Unload() override;
-  void hideEvent(QHideEvent* ereignis) override;
 
  private:
   void entwirf();
@@ -101,7 +100,7 @@ class frm_BilderSuchen : public Form {
   void speichere_Text();
   void uebernimm();
   void drehe();
-  void drehe_Auswahl();
+  void drehe_Dateien(const QStringList& dateien);
   void bearbeite();
   void melde_GdiFehler();
   bool starte_GdiSitzung();
@@ -117,6 +116,4 @@ class frm_BilderSuchen : public Form {
   bool m_Duldsam = false;
   bool m_Aufgeraeumt = false;
   int m_Sitzungen = 0;
-  /// The chosen files while they are turned.
-  std::shared_ptr<XArrayDBObject> m_Auswahl;
 };

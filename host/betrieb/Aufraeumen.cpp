@@ -14,24 +14,14 @@ namespace {
 
 using Grund = Aufraeumposten::Grund;
 
-struct Begruendung {
-  QStringView kennung;
-  QStringView worte;
-};
+using Begruendung = std::pair<QString, QString>;
 
+/// For scripts and for people. No list with a question that failed is handed out.
 Begruendung begruendung(Grund grund) {
-  switch (grund) {
-    case Grund::OhneZuordnung:
-      return {u"ohne_zuordnung", u"keine Zuordnung"};
-    case Grund::TextOhneBild:
-      return {u"text_ohne_bild", u"Text ohne Bild"};
-    case Grund::LeererOrdner:
-      return {u"leerer_ordner", u"leerer Ordner"};
-    case Grund::AbfrageGescheitert:
-      break;
-  }
-  // No list with one is handed out.
-  return {u"abfrage_gescheitert", u"nicht zu prüfen"};
+  if (grund == Grund::OhneZuordnung) return {u"ohne_zuordnung"_s, u"keine Zuordnung"_s};
+  if (grund == Grund::TextOhneBild) return {u"text_ohne_bild"_s, u"Text ohne Bild"_s};
+  if (grund == Grund::LeererOrdner) return {u"leerer_ordner"_s, u"leerer Ordner"_s};
+  return {u"abfrage_gescheitert"_s, u"nicht zu prüfen"_s};
 }
 
 template <class Bedingung>
@@ -48,7 +38,7 @@ QString ohne_Trenner_am_Ende(QString ordner) {
 /// table has it. Texts and names without a dot are never asked for.
 bool fragt_mit_Hochkomma(const QString& name, const QString& ordner) {
   const QStringList stuecke = name.split(u'.');
-  if (stuecke.size() < 2 || text::UCase(name).endsWith(".TXT"_L1)) return false;
+  if (stuecke.size() < 2 || Bilddatei::ist_Textdatei(name)) return false;
   return (stuecke[0] + stuecke[1] + ordner).contains(u'\'');
 }
 
@@ -159,11 +149,11 @@ QStringList Aufraeumen::warnungen(const Aufraeumliste& liste) const {
 }
 
 QString Aufraeumen::kennung(Grund grund) {
-  return begruendung(grund).kennung.toString();
+  return begruendung(grund).first;
 }
 
 QString Aufraeumen::worte(Grund grund) {
-  return begruendung(grund).worte.toString();
+  return begruendung(grund).second;
 }
 
 bool Aufraeumen::liegt_in_der_Wurzel(const Aufraeumposten& posten) const {

@@ -3,6 +3,7 @@
 #include <QString>
 #include <exception>
 #include <optional>
+#include <type_traits>
 
 #include "platform/basic/Laufzeitfehler.h"
 
@@ -32,15 +33,21 @@ class Abbruch final : public std::exception {
   QString text_;
 };
 
-/// Runs what may fail at the platform and gives the failure, or none. An Abbruch flies on.
-template <class Anweisung>
-std::optional<Laufzeitfehler> versuche(Anweisung&& anweisung) {
+/// Runs what may fail at the platform and gives what `deute` makes of the failure, or none. An Abbruch flies on.
+template <class Anweisung, class Deute>
+auto versuche(Anweisung&& anweisung, Deute&& deute)
+    -> std::optional<std::invoke_result_t<Deute, const Laufzeitfehler&>> {
   try {
     anweisung();
     return std::nullopt;
   } catch (const Laufzeitfehler& fehler) {
-    return fehler;
+    return deute(fehler);
   }
+}
+/// The same with the failure itself.
+template <class Anweisung>
+std::optional<Laufzeitfehler> versuche(Anweisung&& anweisung) {
+  return versuche(anweisung, [](const Laufzeitfehler& fehler) { return fehler; });
 }
 
 /// Runs what may fail in any way; for steps that take back what was done, which must all have their turn.

@@ -10,9 +10,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+QString verbindung_zur_Datei(const QString& datei) {
+  return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(datei);
+}
+
 QString verbindung_aus_angabe(const QString& angabe) {
-  if (angabe.contains(u'=')) return angabe;
-  return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(angabe);
+  return angabe.contains(u'=') ? angabe : verbindung_zur_Datei(angabe);
 }
 
 std::optional<QString> datenbankdatei(const QString& verbindung) {

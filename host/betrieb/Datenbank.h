@@ -4,9 +4,12 @@
 #include <memory>
 #include <optional>
 
+#include "host/betrieb/Ausgang.h"
 #include "platform/adodb/Connection.h"
 #include "platform/basic/Laufzeitfehler.h"
 
+/// The connect string of a SQLite file.
+QString verbindung_zur_Datei(const QString& datei);
 /// The connect string that a user's words mean: one as it stands, or the name of a SQLite file.
 QString verbindung_aus_angabe(const QString& angabe);
 /// The database file of a connect string as a path of the table, or none where it names a server.
@@ -25,12 +28,7 @@ Datenbankausfall ausfall_von(const Laufzeitfehler& fehler);
 /// Runs what may fail at the database and gives the failure, or none.
 template <class Anweisung>
 std::optional<Datenbankausfall> versuche_Datenbank(Anweisung&& anweisung) {
-  try {
-    anweisung();
-    return std::nullopt;
-  } catch (const Laufzeitfehler& fehler) {
-    return ausfall_von(fehler);
-  }
+  return versuche(anweisung, ausfall_von);
 }
 
 /// The same call as `oeffne`, for callers that look at the reason: none when `offene` is open.

@@ -15,20 +15,11 @@ Abbruch falsch(const QString& text) {
   return {Ausgang::Aufruf, text};
 }
 
-QString vergleichsform(QString s) {
-  while (s.endsWith(u' ')) s.chop(1);
-  return text::UCase(s);
-}
-
-bool verboten(QChar c) {
-  return c < u' ' || u"<>\"|?*:"_s.contains(c);
-}
-
 void pruefe_zeichen(const QString& was, const QString& wert) {
   if (wert.contains(u'\''))
     throw falsch(
         u"%1 „%2“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(was, wert));
-  const auto stelle = std::find_if(wert.begin(), wert.end(), verboten);
+  const auto stelle = std::find_if(wert.begin(), wert.end(), Bilddatei::verbietet_Freigabe);
   if (stelle != wert.end())
     throw falsch(u"%1 „%2“ enthält ein Zeichen, das in Dateinamen nicht erlaubt ist („%3“)."_s.arg(was, wert, *stelle));
 }
@@ -36,10 +27,6 @@ void pruefe_zeichen(const QString& was, const QString& wert) {
 }  // namespace
 
 namespace namen {
-
-bool Bilddatei::gleich(const Bilddatei& andere) const {
-  return vergleichsform(name) == vergleichsform(andere.name) && vergleichsform(ext) == vergleichsform(andere.ext);
-}
 
 Bilddatei zerlege(const QString& datei) {
   const qsizetype punkt = datei.lastIndexOf(u'.');
@@ -50,7 +37,7 @@ Bilddatei zerlege(const QString& datei) {
 Bilddatei zerlege_geprueft(const QString& datei) {
   pruefe_dateiname(datei);
   Bilddatei bild = zerlege(text::Trim(datei));
-  if (text::UCase(bild.ext) == "TXT"_L1) throw falsch(u"„%1“ ist eine Textdatei und kein Bild."_s.arg(datei));
+  if (Bilddatei::ist_Textdatei(bild.datei())) throw falsch(u"„%1“ ist eine Textdatei und kein Bild."_s.arg(datei));
   return bild;
 }
 
@@ -64,13 +51,15 @@ void pruefe_schluessel(const QString& option, const QString& wert) {
     throw falsch(
         u"Der Wert von „--%1“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(
             option));
-  if (wert.size() > Name_Laenge)
-    throw falsch(u"Der Wert von „--%1“ ist länger als %2 Zeichen."_s.arg(option, QString::number(Name_Laenge)));
+  if (wert.size() > Bilddatei::Namenslaenge)
+    throw falsch(
+        u"Der Wert von „--%1“ ist länger als %2 Zeichen."_s.arg(option, QString::number(Bilddatei::Namenslaenge)));
 }
 
 QString beschreibung(const QString& text) {
-  if (text.size() + text.count(u'\'') > Text_Laenge)
-    throw falsch(u"Die Beschreibung ist länger als %1 Zeichen; ein Hochkomma zählt doppelt."_s.arg(Text_Laenge));
+  if (text.size() + text.count(u'\'') > Bilddatei::Textlaenge)
+    throw falsch(
+        u"Die Beschreibung ist länger als %1 Zeichen; ein Hochkomma zählt doppelt."_s.arg(Bilddatei::Textlaenge));
   return text;
 }
 
@@ -84,21 +73,9 @@ QString ordner(const QString& angabe) {
       throw falsch(u"Der Ordner „%1“ beginnt oder endet mit einem Punkt oder Leerzeichen."_s.arg(ebene));
   }
   const QString ergebnis = ebenen.join(u'\\');
-  if (ergebnis.size() > Text_Laenge)
-    throw falsch(u"Der Ordner „%1“ ist länger als %2 Zeichen."_s.arg(ergebnis, QString::number(Text_Laenge)));
+  if (ergebnis.size() > Bilddatei::Textlaenge)
+    throw falsch(u"Der Ordner „%1“ ist länger als %2 Zeichen."_s.arg(ergebnis, QString::number(Bilddatei::Textlaenge)));
   return ergebnis;
-}
-
-QString stempel(const QDateTime& zeit) {
-  return zeit.toString(u"yyyyMMdd_HHmmss"_s);
-}
-
-QString gestempelt(const QString& name, const QString& stempel, int nummer) {
-  const QString ende = (nummer > 1 ? u'_' + QString::number(nummer) : QString()) + stempel;
-  QString anfang = name.left(Name_Laenge - ende.size());
-  // Half a character would be no name for any file system.
-  if (!anfang.isEmpty() && anfang.back().isHighSurrogate()) anfang.chop(1);
-  return anfang + ende;
 }
 
 QString tabellenpfad(const QString& angabe) {

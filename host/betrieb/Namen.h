@@ -1,27 +1,15 @@
 #pragma once
 
-#include <QDateTime>
 #include <QString>
+
+#include "store/Bilddatei.h"
 
 /// Names and texts of a call, checked before anything is touched. The statements carry values as they are, without
 /// doubling a quote, so an apostrophe would break them; longer texts than the table's would be cut in silence. Both are
 /// refused here with words (Abbruch, Ausgang::Aufruf).
 namespace namen {
 
-/// Longest name and key, longest folder and description, in 16-bit characters.
-inline constexpr qsizetype Name_Laenge = 50;
-inline constexpr qsizetype Text_Laenge = 250;
-
-/// Name and extension of a picture file, without the dot between them.
-struct Bilddatei {
-  QString name;
-  QString ext;
-  QString datei() const { return name + u'.' + ext; }
-  /// Name of the text file beside the picture: no dot between name and extension.
-  QString textdatei() const { return name + ext + QStringLiteral(".txt"); }
-  /// Equal as the table compares: letters' case and trailing blanks do not count.
-  bool gleich(const Bilddatei& andere) const;
-};
+using Bilddatei = ::Bilddatei;
 
 /// Parts a file name at its last dot. A name without both parts is refused.
 Bilddatei zerlege(const QString& datei);
@@ -35,12 +23,6 @@ void pruefe_schluessel(const QString& option, const QString& wert);
 QString beschreibung(const QString& text);
 /// A folder relative to the picture root: either separator comes in, backslashes without one at the ends go out.
 QString ordner(const QString& angabe);
-
-/// "yyyyMMdd_HHmmss".
-QString stempel(const QDateTime& zeit);
-/// `name`, for a `nummer` above 1 with "_2" and so on, with the stamp behind it and no separator between; the name is
-/// cut so that all of it fits the table.
-QString gestempelt(const QString& name, const QString& stempel, int nummer);
 
 /// The path in the table's form of a path that the user gave: a drive or share as it stands, anything else from this
 /// machine.

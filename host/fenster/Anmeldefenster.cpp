@@ -61,7 +61,3 @@ Anmeldefenster::Anmeldefenster(const anmeldung::Worte& worte, const QString& hin
   connect(abbrechen, &QPushButton::clicked, this, &QDialog::reject);
   txt_Kennwort->setFocus();
 }
-
-QString Anmeldefenster::kennwort() const {
-  return txt_Kennwort->text();
-}

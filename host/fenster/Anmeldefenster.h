@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QLineEdit>
 #include <QString>
 
 #include "host/betrieb/Anmeldung.h"
@@ -15,7 +16,7 @@ class Anmeldefenster final : public QDialog {
   /// `hinweis`: why it is asked once more, or empty.
   Anmeldefenster(const anmeldung::Worte& worte, const QString& hinweis, QWidget* ueber);
 
-  QString kennwort() const;
+  QString kennwort() const { return txt_Kennwort->text(); }
 
  private:
   QLineEdit* txt_Kennwort;

@@ -33,8 +33,7 @@ class Sanduhr {
     oberflaeche::mauszeiger().form(oberflaeche::Zeigerform::Sanduhr);
   }
   ~Sanduhr() { oberflaeche::mauszeiger().form(vorher_); }
-  Sanduhr(const Sanduhr&) = delete;
-  Sanduhr& operator=(const Sanduhr&) = delete;
+  Q_DISABLE_COPY_MOVE(Sanduhr)
 
  private:
   oberflaeche::Zeigerform vorher_;
@@ -243,8 +242,10 @@ void Hauptfenster::lies_neu() {
     const Sanduhr sanduhr;
     const vorgangsquelle::Bestand bestand = vorgangsquelle::lies(*platz_.verbindung());
     liste_->setze(bestand.vorgaenge);
-    melde(bestand.hinweise.isEmpty() ? u"%1 Vorgänge"_s.arg(bestand.vorgaenge.size()) + ort_der_Datenbank(platz_)
-                                     : u"Nicht gelesen – "_s + bestand.hinweise.join(u"; "_s));
+    if (bestand.hinweise.isEmpty())
+      melde(u"%1 Vorgänge"_s.arg(bestand.vorgaenge.size()) + ort_der_Datenbank(platz_));
+    else
+      melde(u"Nicht gelesen – "_s + bestand.hinweise.join(u"; "_s));
   } catch (const Abbruch& abbruch) {
     zeige_Ausfall(abbruch.text());
     return;
@@ -266,8 +267,8 @@ void Hauptfenster::zeige_gewaehlten() {
   erlaube_Aktionen(vorgang != nullptr);
   if (!platz_.verbindung()) return;
   if (!vorgang) {
-    const QString text = liste_->leer() ? u"In der Datenbank stehen keine Vorgänge."_s
-                                        : u"Wählen Sie links einen Vorgang; hier erscheinen dann seine Bilder."_s;
+    QString text = u"Wählen Sie links einen Vorgang; hier erscheinen dann seine Bilder."_s;
+    if (liste_->leer()) text = u"In der Datenbank stehen keine Vorgänge."_s;
     ansicht_->zeige_Hinweis(u"Kein Vorgang gewählt"_s, text, liste_->leer());
     return;
   }

@@ -70,8 +70,8 @@ void Hauptfenster::zeige_AlleZuordnungen() {
         store.cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang), eigene);
     if (eigene) {
       const QString grund = entferne_Zeile(platz_, sammlung, vorgang);
-      ergebnis = grund.isEmpty() ? u"Die Zuordnung von „%1“ zu diesem Vorgang ist entfernt."_s.arg(bild.datei)
-                                 : u"Die Zuordnung von „%1“ ist NICHT entfernt: %2"_s.arg(bild.datei, grund);
+      ergebnis = u"Die Zuordnung von „%1“ zu diesem Vorgang ist entfernt."_s.arg(bild.datei);
+      if (!grund.isEmpty()) ergebnis = u"Die Zuordnung von „%1“ ist NICHT entfernt: %2"_s.arg(bild.datei, grund);
     }
   } catch (const Abbruch& abbruch) {
     MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);

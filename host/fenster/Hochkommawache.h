@@ -12,8 +12,7 @@ class Hochkommawache {
  public:
   Hochkommawache();
   ~Hochkommawache();
-  Hochkommawache(const Hochkommawache&) = delete;
-  Hochkommawache& operator=(const Hochkommawache&) = delete;
+  Q_DISABLE_COPY_MOVE(Hochkommawache)
 
  private:
   class Fenster;

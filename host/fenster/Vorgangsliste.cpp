@@ -78,7 +78,10 @@ void Vorgangsliste::baue_auf() {
   cmd_FilterLeeren->setToolTip(u"Zeigt wieder alle Vorgänge"_s);
   for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren, cmd_Suchen, cmd_Aufraeumen})
     knopf->setMinimumWidth(knopf->sizeHint().width() + 16);
+  ordne_an(*lbl_Filter);
+}
 
+void Vorgangsliste::ordne_an(QLabel& lbl_Filter) {
   auto* leere = new QWidget(this);
   auto* leerlage = new QVBoxLayout(leere);
   leerlage->addStretch(1);
@@ -91,7 +94,7 @@ void Vorgangsliste::baue_auf() {
   setTabOrder(txt_Filter, cmd_Einlesen);
   setTabOrder(cmd_Einlesen, tree_Vorgaenge);
   auto* zeile = new QHBoxLayout;
-  zeile->addWidget(lbl_Filter);
+  zeile->addWidget(&lbl_Filter);
   zeile->addWidget(txt_Filter, 1);
   zeile->addWidget(cmd_Einlesen);
   auto* lage = new QVBoxLayout(this);

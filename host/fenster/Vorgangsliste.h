@@ -44,6 +44,7 @@ class Vorgangsliste final : public QWidget {
 
  private:
   void baue_auf();
+  void ordne_an(QLabel& lbl_Filter);
   void verbinde();
   void filtere(const QString& text);
   void richte_Baum_ein();

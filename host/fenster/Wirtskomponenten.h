@@ -10,8 +10,7 @@ class Wirtskomponenten {
  public:
   Wirtskomponenten();
   ~Wirtskomponenten();
-  Wirtskomponenten(const Wirtskomponenten&) = delete;
-  Wirtskomponenten& operator=(const Wirtskomponenten&) = delete;
+  Q_DISABLE_COPY_MOVE(Wirtskomponenten)
 
  private:
   QHash<QString, komponenten::Fabrik> vorige_;

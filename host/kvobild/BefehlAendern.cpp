@@ -72,7 +72,7 @@ void pruefe_geaenderte(Befehlssitzung& sitzung) {
     const namen::Bilddatei bild = sitzung.aktuelles_bild();
     einzige_zeile(sitzung, bild);
     store.AktInd(i);
-    if (store.Bild_Beschreibung().size() + store.Bild_Beschreibung().count(u'\'') > namen::Text_Laenge)
+    if (store.Bild_Beschreibung().size() + store.Bild_Beschreibung().count(u'\'') > Bilddatei::Textlaenge)
       throw Abbruch(Ausgang::Teilweise,
           u"Die Beschreibung von „%1“ würde beim Schreiben gekürzt, da ein Hochkomma doppelt zählt."_s.arg(
               bild.datei()));
@@ -99,9 +99,7 @@ Ausgang aendere(const Aufruf& aufruf) {
   }
   if (fehlende == bilder.size()) return Ausgang::Teilweise;
   pruefe_geaenderte(sitzung);
-  const Zuordnungsweg::Ergebnis ergebnis = sitzung.speichere(satz);
-  if (!ergebnis.vollstaendig() || !ergebnis.geprueft)
-    throw Abbruch(Ausgang::Datenbank, u"Die Änderung steht nicht oder nur zum Teil in der Tabelle."_s);
+  sitzung.speichere_ganz(satz, u"Die Änderung steht nicht oder nur zum Teil in der Tabelle."_s);
   return fehlende == 0 ? Ausgang::Erledigt : Ausgang::Teilweise;
 }
 
@@ -116,8 +114,8 @@ Befehl befehle::aendern() {
       u"des Vorgangs rücken nach"_s});
   optionen.append(befehlszeile::verbindung_option());
   return {u"aendern"_s, u"ändert Beschreibung, Druckangaben und Reihenfolge"_s, u"BILD…"_s,
-      u"Ändert die Zuordnungen der genannten Bilder (NAME.ENDUNG, wie „lesen“ sie zeigt) zu genau\n"_s
-      u"dem Vorgang, den die Angaben nennen; eine fehlende Angabe meint „-“. Was nicht genannt ist,\n"_s
-      u"bleibt, wie es ist."_s,
+      uR"(Ändert die Zuordnungen der genannten Bilder (NAME.ENDUNG, wie „lesen“ sie zeigt) zu genau
+dem Vorgang, den die Angaben nennen; eine fehlende Angabe meint „-“. Was nicht genannt ist,
+bleibt, wie es ist.)"_s,
       optionen, 1, 10000, aendere};
 }

@@ -23,9 +23,9 @@ Ausgang lege_an(const Aufruf& aufruf) {
 }
 
 const QString Erklaerung =
-    u"Legt die Tabelle Bild_Zuordnungen mit ihren Indizes an, auf SQLite oder auf dem Server, und eine\n"
-    u"SQLite-Datei, wenn sie fehlt. Eine Tabelle, die es schon gibt, behält ihre Zeilen und Spalten; Spalten und\n"
-    u"Indizes, die ihr fehlen, bekommt sie. Ein zweiter Lauf tut nichts; auch das gilt als erledigt."_s;
+    uR"(Legt die Tabelle Bild_Zuordnungen mit ihren Indizes an, auf SQLite oder auf dem Server, und eine
+SQLite-Datei, wenn sie fehlt. Eine Tabelle, die es schon gibt, behält ihre Zeilen und Spalten; Spalten und
+Indizes, die ihr fehlen, bekommt sie. Ein zweiter Lauf tut nichts; auch das gilt als erledigt.)"_s;
 
 Option beispiel_option() {
   return {u"beispieltabellen"_s, {}, u"legt auch BelegKopfZunft an, die sonst der Betrieb hat"_s};

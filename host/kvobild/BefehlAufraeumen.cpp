@@ -60,12 +60,12 @@ Ausgang raeume_auf(const Aufruf& aufruf) {
 
 Befehl befehle::aufraeumen() {
   return {u"aufraeumen"_s, u"löscht aus der Ablage, worauf keine Zuordnung zeigt"_s, {},
-      u"Zeigt die Dateien und Ordner, die gehen, in der Folge des Löschens, fragt und löscht: Bilder, auf die\n"_s
-      u"keine Zuordnung zeigt, Textdateien ohne ihr Bild und Ordner, die dann leer sind. Ein Name ohne Punkt\n"_s
-      u"bleibt; ein Name mit mehreren zählt nur bis vor den zweiten; eine Textdatei gehört zu einem Bild mit\n"_s
-      u"dreistelliger Endung, alle anderen gehen. Was unmittelbar in der Bildablage liegt, geht immer: Mit\n"_s
-      u"--ordner beginnt das Aufräumen tiefer. Mit --json steht je Zeile „pfad“, „art“ (datei, ordner) und\n"_s
-      u"„grund“ (ohne_zuordnung, text_ohne_bild, leerer_ordner)."_s,
+      uR"(Zeigt die Dateien und Ordner, die gehen, in der Folge des Löschens, fragt und löscht: Bilder, auf die
+keine Zuordnung zeigt, Textdateien ohne ihr Bild und Ordner, die dann leer sind. Ein Name ohne Punkt
+bleibt; ein Name mit mehreren zählt nur bis vor den zweiten; eine Textdatei gehört zu einem Bild mit
+dreistelliger Endung, alle anderen gehen. Was unmittelbar in der Bildablage liegt, geht immer: Mit
+--ordner beginnt das Aufräumen tiefer. Mit --json steht je Zeile „pfad“, „art“ (datei, ordner) und
+„grund“ (ohne_zuordnung, text_ohne_bild, leerer_ordner).)"_s,
       {{u"probe"_s, {}, u"zeigt nur, was ginge"_s}, {u"ja"_s, {}, u"löscht ohne Frage"_s},
           {u"ordner"_s, u"PFAD"_s, u"Ordner unter der Bildablage, in dem das Aufräumen beginnt"_s},
           befehlszeile::bilder_option(), befehlszeile::verbindung_option(), befehlszeile::json_option()},

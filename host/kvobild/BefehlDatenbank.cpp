@@ -125,12 +125,12 @@ Ausgang pruefe(const Aufruf& aufruf) {
 
 Befehl befehle::datenbank_pruefen() {
   return {u"datenbank pruefen"_s, u"sagt, ob Datenbank, Tabellen, Rechte und Zeilen in Ordnung sind"_s, {},
-      u"Nennt, was erreicht ist (Server oder Datei, Version, Datenbank, Benutzer, Verschlüsselung), prüft die\n"_s
-      u"Tabellen Bild_Zuordnungen und BelegKopfZunft mit allen Spalten, versucht die Anweisungen des Systems,\n"_s
-      u"ohne eine Spur zu hinterlassen, und sucht Zeilen mit leerem Teil des Schlüssels, mehrfache Zeilen und\n"_s
-      u"(mit --bilder) Zeilen, deren Bild fehlt. Jeder Befund nennt die ersten 20 Zeilen. Ausgang 1: es gibt\n"_s
-      u"Befunde; 3: die Datenbank ist nicht zu erreichen, oder eine Tabelle, eine Spalte oder ein Recht fehlt;\n"_s
-      u"4: die Bildablage fehlt oder ist leer. Mit --json steht je Zeile ein Objekt mit „art“: verbindung,\n"_s
-      u"tabelle, recht, zeilen, befund; ein Befund hat „kennung“, „text“, „sperrt“, „anzahl“ und „zeilen“."_s,
+      uR"(Nennt, was erreicht ist (Server oder Datei, Version, Datenbank, Benutzer, Verschlüsselung), prüft die
+Tabellen Bild_Zuordnungen und BelegKopfZunft mit allen Spalten, versucht die Anweisungen des Systems,
+ohne eine Spur zu hinterlassen, und sucht Zeilen mit leerem Teil des Schlüssels, mehrfache Zeilen und
+(mit --bilder) Zeilen, deren Bild fehlt. Jeder Befund nennt die ersten 20 Zeilen. Ausgang 1: es gibt
+Befunde; 3: die Datenbank ist nicht zu erreichen, oder eine Tabelle, eine Spalte oder ein Recht fehlt;
+4: die Bildablage fehlt oder ist leer. Mit --json steht je Zeile ein Objekt mit „art“: verbindung,
+tabelle, recht, zeilen, befund; ein Befund hat „kennung“, „text“, „sperrt“, „anzahl“ und „zeilen“.)"_s,
       {befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()}, 0, 0, pruefe};
 }

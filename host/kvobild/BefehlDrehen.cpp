@@ -2,8 +2,8 @@
 
 #include "host/betrieb/Namen.h"
 #include "host/kvobild/Befehle.h"
+#include "host/kvobild/Befehlssitzung.h"
 #include "imaging/Bilddrehung.h"
-#include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -22,30 +22,17 @@ gdiplus::Drehart drehart(const Aufruf& aufruf) {
 
 /// Words for a status of the picture operations. Which of the two files it is about shows in the words.
 QString worte(std::int32_t status) {
-  switch (status) {
-    case 2:
-      return u"Der Kopf des Bildes ist beschädigt."_s;
-    case 3:
-      return u"Der Speicher reicht nicht."_s;
-    case 7:
-      return u"Der Datenträger ist voll oder gestört."_s;
-    case 10:
-      return u"Die Datei oder der Ordner des Ziels fehlt."_s;
-    case 12:
-      return u"Das Recht zum Lesen oder Schreiben fehlt."_s;
-    case 13:
-      return u"Das ist kein Bild eines bekannten Formats."_s;
-    default:
-      return u"Das Bild ist nicht zu lesen, oder Quelle und Ziel sind dieselbe Datei."_s;
-  }
+  static const QHash<std::int32_t, QString> Worte{{2, u"Der Kopf des Bildes ist beschädigt."_s},
+      {3, u"Der Speicher reicht nicht."_s}, {7, u"Der Datenträger ist voll oder gestört."_s},
+      {10, u"Die Datei oder der Ordner des Ziels fehlt."_s}, {12, u"Das Recht zum Lesen oder Schreiben fehlt."_s},
+      {13, u"Das ist kein Bild eines bekannten Formats."_s}};
+  return Worte.value(status, u"Das Bild ist nicht zu lesen, oder Quelle und Ziel sind dieselbe Datei."_s);
 }
 
 Ausgang drehe(const Aufruf& aufruf) {
   const gdiplus::Drehart art = drehart(aufruf);
   const QString quelle = namen::tabellenpfad(aufruf.argumente().at(0));
-  const QString ziel = namen::tabellenpfad(aufruf.argumente().at(1));
-  if (FileSystemObject().FolderExists(ziel))
-    throw Abbruch(Ausgang::Datei, u"„%1“ ist ein Ordner; das Ziel ist eine Datei."_s.arg(aufruf.argumente().at(1)));
+  const QString ziel = zieldatei(aufruf.argumente().at(1));
   if (const std::int32_t status = bilddrehung::drehe(quelle, ziel, art); status != 0)
     throw Abbruch(Ausgang::Datei,
         u"„%1“ ist nicht nach „%2“ zu drehen: %3 (Status %4)"_s.arg(
@@ -57,10 +44,10 @@ Ausgang drehe(const Aufruf& aufruf) {
 
 Befehl befehle::drehen() {
   return {u"drehen"_s, u"dreht oder spiegelt ein Bild in eine zweite Datei"_s, u"QUELLE ZIEL"_s,
-      u"Dreht das Bild im Uhrzeigersinn oder spiegelt es und schreibt es als JPEG; QUELLE bleibt, wie sie ist.\n"_s
-      u"Ein JPEG, dessen Größe es zulässt, verliert dabei nichts; sonst werden die Bildpunkte mit den eigenen\n"_s
-      u"Tabellen des Bildes neu kodiert. Exif und alle anderen Angaben bleiben, wie sie sind. ZIEL wird ersetzt,\n"_s
-      u"aber erst, wenn das Ergebnis vollständig auf dem Datenträger ist."_s,
+      uR"(Dreht das Bild im Uhrzeigersinn oder spiegelt es und schreibt es als JPEG; QUELLE bleibt, wie sie ist.
+Ein JPEG, dessen Größe es zulässt, verliert dabei nichts; sonst werden die Bildpunkte mit den eigenen
+Tabellen des Bildes neu kodiert. Exif und alle anderen Angaben bleiben, wie sie sind. ZIEL wird ersetzt,
+aber erst, wenn das Ergebnis vollständig auf dem Datenträger ist.)"_s,
       {{u"um"_s, u"ART"_s,
           u"90, 180 oder 270 Grad; waagerecht (links und rechts) oder\nsenkrecht (oben und unten) spiegeln"_s}},
       2, 2, drehe};

@@ -50,21 +50,18 @@ Ausgang entferne(const Aufruf& aufruf) {
     if (alle) ausgabe::meldung(u"Diesem Vorgang ist kein Bild zugeordnet."_s);
     return Ausgang::Teilweise;
   }
-  const Zuordnungsweg::Ergebnis ergebnis = sitzung.speichere(satz);
-  if (!ergebnis.vollstaendig() || !ergebnis.geprueft)
-    throw Abbruch(Ausgang::Datenbank, u"Die Zuordnungen sind nicht oder nur zum Teil entfernt."_s);
+  sitzung.speichere_ganz(satz, u"Die Zuordnungen sind nicht oder nur zum Teil entfernt."_s);
   return alle_da ? Ausgang::Erledigt : Ausgang::Teilweise;
 }
 
 }  // namespace
 
 Befehl befehle::entfernen() {
-  QList<Option> optionen = befehlszeile::datensatz_optionen();
-  optionen.append({u"alle"_s, {}, u"alle Bilder des Vorgangs"_s});
-  optionen.append(befehlszeile::verbindung_option());
   return {u"entfernen"_s, u"nimmt Zuordnungen zurück"_s, u"[BILD…]"_s,
-      u"Nimmt die Zuordnung der genannten Bilder (NAME.ENDUNG) zu genau dem Vorgang zurück, den die\n"_s
-      u"Angaben nennen; eine fehlende Angabe meint „-“. Die Dateien bleiben in der Ablage, denn auch\n"_s
-      u"andere Vorgänge können auf sie zeigen."_s,
-      optionen, 0, 10000, entferne};
+      uR"(Nimmt die Zuordnung der genannten Bilder (NAME.ENDUNG) zu genau dem Vorgang zurück, den die
+Angaben nennen; eine fehlende Angabe meint „-“. Die Dateien bleiben in der Ablage, denn auch
+andere Vorgänge können auf sie zeigen.)"_s,
+      befehlszeile::datensatz_optionen() +
+          QList<Option>{{u"alle"_s, {}, u"alle Bilder des Vorgangs"_s}, befehlszeile::verbindung_option()},
+      0, 10000, entferne};
 }

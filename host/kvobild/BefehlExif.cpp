@@ -124,12 +124,12 @@ Ausgang zeige_alle(const Aufruf& aufruf) {
 
 Befehl befehle::exif() {
   return {u"exif"_s, u"zeigt die Exif-Angaben von Bilddateien"_s, u"DATEI…"_s,
-      u"Liest den Exif-Block jeder Datei und zeigt seine Einträge in der Reihenfolge des Lesens, danach die\n"_s
-      u"Zeilen der Eigenschaftentabelle, die einen Wert haben: Zeile, ob die Eigenschaften sie zeigen, Tag,\n"_s
-      u"Name, Beschriftung, Wert. Mit --json steht je Datei eine Zeile: „datei“; „load“ (true, false oder\n"_s
-      u"\"fehler\", wenn das Lesen scheiterte); „eintraege“ (Anzahl oder null); „liste“ mit „tag“, „format“,\n"_s
-      u"„anzahl“ und „wert“ (null, Zahl oder Text) je Eintrag; „tabelle“ (null, wo es keine gibt) mit „zeile“,\n"_s
-      u"„zeigen“ (true oder \"\"), „tag“, „name“, „beschriftung“ und „wert“ für alle Zeilen von 0 bis 150; hinter\n"_s
-      u"111 stehen keine Tags mehr. Eine Datei ohne Exif ist kein Fehler."_s,
+      uR"(Liest den Exif-Block jeder Datei und zeigt seine Einträge in der Reihenfolge des Lesens, danach die
+Zeilen der Eigenschaftentabelle, die einen Wert haben: Zeile, ob die Eigenschaften sie zeigen, Tag,
+Name, Beschriftung, Wert. Mit --json steht je Datei eine Zeile: „datei“; „load“ (true, false oder
+"fehler", wenn das Lesen scheiterte); „eintraege“ (Anzahl oder null); „liste“ mit „tag“, „format“,
+„anzahl“ und „wert“ (null, Zahl oder Text) je Eintrag; „tabelle“ (null, wo es keine gibt) mit „zeile“,
+„zeigen“ (true oder ""), „tag“, „name“, „beschriftung“ und „wert“ für alle Zeilen von 0 bis 150; hinter
+111 stehen keine Tags mehr. Eine Datei ohne Exif ist kein Fehler.)"_s,
       {befehlszeile::json_option()}, 1, 1000000, zeige_alle};
 }

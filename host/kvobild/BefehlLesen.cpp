@@ -119,9 +119,9 @@ Ausgang lies(const Aufruf& aufruf) {
 
 Befehl befehle::lesen() {
   return {u"lesen"_s, u"zeigt die Zuordnungen eines Vorgangs"_s, {},
-      u"Zeigt die Zuordnungen in ihrer Reihenfolge. Die Angaben zum Vorgang engen die Liste ein;\n"_s
-      u"ohne jede Angabe ist es die ganze Tabelle, ein leerer Wert meint „-“. Mit --bilder steht\n"_s
-      u"dabei, ob die Datei in der Ablage liegt und was in ihrer Textdatei steht."_s,
+      uR"(Zeigt die Zuordnungen in ihrer Reihenfolge. Die Angaben zum Vorgang engen die Liste ein;
+ohne jede Angabe ist es die ganze Tabelle, ein leerer Wert meint „-“. Mit --bilder steht
+dabei, ob die Datei in der Ablage liegt und was in ihrer Textdatei steht.)"_s,
       befehlszeile::datensatz_optionen() +
           QList<Option>{befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()},
       0, 0, lies};

@@ -4,6 +4,7 @@
 #include "dialogs/search/Vorschaubild.h"
 #include "host/betrieb/Namen.h"
 #include "host/kvobild/Befehle.h"
+#include "host/kvobild/Befehlssitzung.h"
 #include "platform/basic/Twips.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
@@ -36,12 +37,10 @@ Ausgang zeichne(const Aufruf& aufruf) {
   const int breite = seite(aufruf, u"breite"_s);
   const int hoehe = seite(aufruf, u"hoehe"_s);
   const QString quelle = namen::tabellenpfad(aufruf.argumente().at(0));
-  const QString ziel = namen::tabellenpfad(aufruf.argumente().at(1));
   const FileSystemObject platte;
   if (!platte.FileExists(quelle))
     throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ fehlt."_s.arg(aufruf.argumente().at(0)));
-  if (platte.FolderExists(ziel))
-    throw Abbruch(Ausgang::Datei, u"„%1“ ist ein Ordner; das Ziel ist eine Datei."_s.arg(aufruf.argumente().at(1)));
+  const QString ziel = zieldatei(aufruf.argumente().at(1));
   // The target is written whole over what stands there; nobody means the picture itself.
   if (platte.FileExists(ziel) && dateien::kennung(quelle) == dateien::kennung(ziel))
     throw Abbruch(Ausgang::Datei, u"Quelle und Ziel sind dieselbe Datei."_s);
@@ -55,10 +54,10 @@ Ausgang zeichne(const Aufruf& aufruf) {
 
 Befehl befehle::thumbnail() {
   return {u"thumbnail"_s, u"zeichnet eine Datei als Vorschaubild"_s, u"QUELLE ZIEL.png"_s,
-      u"Zeichnet QUELLE auf ein weißes Blatt, wie es die Liste der Bildsuche tut: Ein größeres Bild wird ohne\n"_s
-      u"Rücksicht auf sein Seitenverhältnis auf das Blatt gestreckt, ein kleineres steht in seiner Größe in der\n"_s
-      u"Mitte; ein unlesbares hat ein Ersatzbild, eine Datei anderer Art das Symbol ihrer Endung. Die Liste nimmt\n"_s
-      u"100 mal 100 Punkte. Das Blatt selbst ist nach rechts und unten um einen Punkt größer. ZIEL wird ersetzt."_s,
+      uR"(Zeichnet QUELLE auf ein weißes Blatt, wie es die Liste der Bildsuche tut: Ein größeres Bild wird ohne
+Rücksicht auf sein Seitenverhältnis auf das Blatt gestreckt, ein kleineres steht in seiner Größe in der
+Mitte; ein unlesbares hat ein Ersatzbild, eine Datei anderer Art das Symbol ihrer Endung. Die Liste nimmt
+100 mal 100 Punkte. Das Blatt selbst ist nach rechts und unten um einen Punkt größer. ZIEL wird ersetzt.)"_s,
       {{u"breite"_s, u"N"_s, u"Breite in Punkten, 1 bis %1"_s.arg(Groesste_Seite)},
           {u"hoehe"_s, u"N"_s, u"Höhe in Punkten, 1 bis %1"_s.arg(Groesste_Seite)}},
       2, 2, zeichne};

@@ -26,9 +26,9 @@ namen::Bilddatei neuer_name(const QString& angabe, const namen::Bilddatei& alt) 
   const QString ende = u'.' + alt.ext;
   if (text::UCase(name).endsWith(text::UCase(ende))) name.chop(ende.size());
   if (name.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Der neue Name ist leer."_s);
-  if (name.size() > namen::Name_Laenge)
+  if (name.size() > Bilddatei::Namenslaenge)
     throw Abbruch(Ausgang::Aufruf,
-        u"Der neue Name „%1“ ist länger als %2 Zeichen."_s.arg(name, QString::number(namen::Name_Laenge)));
+        u"Der neue Name „%1“ ist länger als %2 Zeichen."_s.arg(name, QString::number(Bilddatei::Namenslaenge)));
   if (name == alt.name) throw Abbruch(Ausgang::Aufruf, u"Das Bild heißt schon „%1“."_s.arg(alt.datei()));
   return {name, alt.ext};
 }
@@ -145,9 +145,9 @@ Ausgang benenne_um(const Aufruf& aufruf) {
 Befehl befehle::umbenennen() {
   return {u"umbenennen"_s, u"benennt ein Bild der Ablage um, mit Textdatei und allen Zuordnungen"_s,
       u"BILD NEUER_NAME"_s,
-      u"Benennt die Bilddatei (NAME.ENDUNG) um, ihre Textdatei ebenso, und ändert alle Zuordnungen, die\n"_s
-      u"auf sie zeigen, gleich zu welchem Vorgang sie gehören. Die Endung bleibt. Ein Name, den es in\n"_s
-      u"dem Ordner schon gibt, wird abgelehnt."_s,
+      uR"(Benennt die Bilddatei (NAME.ENDUNG) um, ihre Textdatei ebenso, und ändert alle Zuordnungen, die
+auf sie zeigen, gleich zu welchem Vorgang sie gehören. Die Endung bleibt. Ein Name, den es in
+dem Ordner schon gibt, wird abgelehnt.)"_s,
       {{u"ordner"_s, u"PFAD"_s, u"Ordner des Bildes unter der Bildablage, wie „lesen“ ihn zeigt"_s},
           befehlszeile::bilder_option(), befehlszeile::verbindung_option()},
       2, 2, benenne_um};

@@ -37,7 +37,7 @@ namen::Bilddatei freier_name(const namen::Bilddatei& alt, const QString& stempel
     Befehlssitzung& sitzung, const std::vector<Vorhaben>& bisher) {
   const FileSystemObject dateien;
   for (int nummer = 1;; ++nummer) {
-    const namen::Bilddatei neu{text::Trim(namen::gestempelt(alt.name, stempel, nummer)), alt.ext};
+    const Bilddatei neu = alt.gestempelt(stempel, nummer);
     const bool vergeben = dateien.FileExists(ordner + u'\\' + neu.datei()) ||
         dateien.FileExists(ordner + u'\\' + neu.textdatei()) || !sitzung.zeilen_von(neu).empty() ||
         std::any_of(bisher.begin(), bisher.end(), [&](const Vorhaben& v) {
@@ -48,7 +48,7 @@ namen::Bilddatei freier_name(const namen::Bilddatei& alt, const QString& stempel
 }
 
 void melde_namen(const Vorhaben& vorhaben) {
-  if (vorhaben.alt.name.size() + 15 > namen::Name_Laenge)
+  if (vorhaben.alt.name.size() + 15 > Bilddatei::Namenslaenge)
     ausgabe::meldung(u"Der Name „%1“ ist gekürzt, damit er mit dem Zeitstempel in die Tabelle passt: „%2“."_s.arg(
         vorhaben.alt.datei(), vorhaben.neu.datei()));
   if (vorhaben.neu.name.contains(u'.'))
@@ -58,7 +58,7 @@ void melde_namen(const Vorhaben& vorhaben) {
 }
 
 std::vector<Vorhaben> plane(const Aufruf& aufruf, const QString& ordner, Befehlssitzung& sitzung) {
-  const QString stempel = namen::stempel(QDateTime::currentDateTime());
+  const QString stempel = Bilddatei::Stempel(QDateTime::currentDateTime());
   std::vector<Vorhaben> plan;
   for (const QString& angabe : aufruf.argumente()) {
     Vorhaben vorhaben = pruefe_quelle(angabe);
@@ -157,9 +157,9 @@ Befehl befehle::zuordnen() {
   optionen.append(druckangaben::optionen());
   optionen.append({befehlszeile::bilder_option(), befehlszeile::verbindung_option()});
   return {u"zuordnen"_s, u"kopiert Bilder in die Ablage und ordnet sie einem Vorgang zu"_s, u"BILD…"_s,
-      u"Kopiert die Bilddateien unter einem Namen mit Zeitstempel (NAMEyyyyMMdd_HHmmss) in den Ordner\n"_s
-      u"des Vorgangs, mit der Textdatei, die daneben liegt (aus „foto.jpg“ wird „fotojpg.txt“), und\n"_s
-      u"ordnet sie dem Vorgang zu; sie stehen hinter dem letzten Bild. Die Quelle bleibt. Nichts wird\n"_s
-      u"überschrieben. Die neuen Dateinamen stehen auf der Standardausgabe, einer je Zeile."_s,
+      uR"(Kopiert die Bilddateien unter einem Namen mit Zeitstempel (NAMEyyyyMMdd_HHmmss) in den Ordner
+des Vorgangs, mit der Textdatei, die daneben liegt (aus „foto.jpg“ wird „fotojpg.txt“), und
+ordnet sie dem Vorgang zu; sie stehen hinter dem letzten Bild. Die Quelle bleibt. Nichts wird
+überschrieben. Die neuen Dateinamen stehen auf der Standardausgabe, einer je Zeile.)"_s,
       optionen, 1, 10000, ordne_zu};
 }

@@ -38,6 +38,13 @@ QString verbindungszeichenfolge(const Aufruf& aufruf) {
   return anmeldung::mit_Kennwort_der_Umgebung(verbindung_aus_angabe(angabe));
 }
 
+QString zieldatei(const QString& angabe) {
+  const QString ziel = namen::tabellenpfad(angabe);
+  if (FileSystemObject().FolderExists(ziel))
+    throw Abbruch(Ausgang::Datei, u"„%1“ ist ein Ordner; das Ziel ist eine Datei."_s.arg(angabe));
+  return ziel;
+}
+
 std::shared_ptr<adodb::Connection> oeffne_vorhandene(const QString& verbindung) {
   if (const auto datei = datenbankdatei(verbindung); datei && !FileSystemObject().FileExists(*datei))
     throw Abbruch(Ausgang::Datenbank,
@@ -85,14 +92,6 @@ std::int32_t Befehlssitzung::berichte() const {
   return core_->anzahl;
 }
 
-bool Befehlssitzung::lies(const Datensatz& satz) {
-  return lies_mit(satz, {}, {});
-}
-
-bool Befehlssitzung::lies(const QString& pfad, const namen::Bilddatei& bild) {
-  return lies_mit({}, bild, pfad);
-}
-
 bool Befehlssitzung::lies_mit(const Datensatz& satz, const namen::Bilddatei& bild, const QString& pfad) {
   const std::int32_t vorher = berichte();
   const QString frei = pfad.isEmpty() ? QString() : u"BildPfad = '%1'"_s.arg(pfad);
@@ -135,4 +134,9 @@ Zuordnungsweg::Ergebnis Befehlssitzung::speichere(const Datensatz& satz) {
     if (!bild.hinweis.isEmpty() && bild.verbleib != Verbleib::Neu && bild.verbleib != Verbleib::Ungewiss)
       ausgabe::meldung(u"„%1“: %2"_s.arg(bild.name, bild.hinweis));
   return ergebnis;
+}
+
+void Befehlssitzung::speichere_ganz(const Datensatz& satz, const QString& sonst) {
+  const Zuordnungsweg::Ergebnis ergebnis = speichere(satz);
+  if (!ergebnis.vollstaendig() || !ergebnis.geprueft) throw Abbruch(Ausgang::Datenbank, sonst);
 }

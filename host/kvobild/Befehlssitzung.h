@@ -21,6 +21,9 @@ std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf);
 /// The connect string of the call; a bare file name means a SQLite file. Missing ends with Ausgang::Aufruf.
 QString verbindungszeichenfolge(const Aufruf& aufruf);
 
+/// The path in the table's form of a file to be written. A folder of that name ends with Ausgang::Datei.
+QString zieldatei(const QString& angabe);
+
 /// Opens a database for reading. A missing SQLite file is not made but refused; failures end with Ausgang::Datenbank.
 std::shared_ptr<adodb::Connection> oeffne_vorhandene(const QString& verbindung);
 
@@ -30,8 +33,7 @@ class Befehlssitzung {
   /// Opens the database of the call. A missing SQLite file is not made but refused.
   explicit Befehlssitzung(const Aufruf& aufruf);
   ~Befehlssitzung();
-  Befehlssitzung(const Befehlssitzung&) = delete;
-  Befehlssitzung& operator=(const Befehlssitzung&) = delete;
+  Q_DISABLE_COPY_MOVE(Befehlssitzung)
 
   clsBildZuordnungen& store() noexcept { return *store_; }
   /// The open connection that the store reads over.
@@ -39,9 +41,9 @@ class Befehlssitzung {
 
   /// Reads the assignments that match in their stored order, and their stored SortIndex with them, which the store
   /// itself leaves at 0: a row that is saved then keeps its place. True when there is any.
-  bool lies(const Datensatz& satz);
+  bool lies(const Datensatz& satz) { return lies_mit(satz, {}, {}); }
   /// Reads what the table holds of a picture file, whichever record it belongs to.
-  bool lies(const QString& pfad, const namen::Bilddatei& bild);
+  bool lies(const QString& pfad, const namen::Bilddatei& bild) { return lies_mit({}, bild, pfad); }
   /// Rows of the last reading whose picture has that name.
   std::vector<std::int32_t> zeilen_von(const namen::Bilddatei& bild);
   /// Stored SortIndex of a row of the last reading, as the table has it.
@@ -53,6 +55,8 @@ class Befehlssitzung {
   /// goes to standard error. Where a flagged row holds an apostrophe that would stand in a statement as it is, nothing
   /// is sent and it ends with Abbruch, Ausgang::Datenbank.
   Zuordnungsweg::Ergebnis speichere(const Datensatz& satz);
+  /// The same; what is not written whole ends with Ausgang::Datenbank and `sonst`.
+  void speichere_ganz(const Datensatz& satz, const QString& sonst);
 
  private:
   class Core;

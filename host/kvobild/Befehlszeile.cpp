@@ -34,9 +34,11 @@ void drucke_hilfe(const QList<Befehl>& befehle) {
   ausgabe::zeile(u"Befehle:"_s);
   for (const Befehl& befehl : befehle) ausgabe::zeile(u"  "_s + befehl.name.leftJustified(18) + u' ' + befehl.kurz);
   ausgabe::zeile(
-      u"\nErgebnisse stehen auf der Standardausgabe, Meldungen auf der Fehlerausgabe.\n"_s
-      u"Fehlt --verbindung oder --bilder, gilt KVOBILD_VERBINDUNG oder KVOBILD_BILDER aus der Umgebung;\n"_s
-      u"nennt die Verbindung einen Benutzer ohne Kennwort, gilt KVOBILD_KENNWORT.\n"_s);
+      uR"(
+Ergebnisse stehen auf der Standardausgabe, Meldungen auf der Fehlerausgabe.
+Fehlt --verbindung oder --bilder, gilt KVOBILD_VERBINDUNG oder KVOBILD_BILDER aus der Umgebung;
+nennt die Verbindung einen Benutzer ohne Kennwort, gilt KVOBILD_KENNWORT.
+)"_s);
   ausgabe::zeile(Ausgangstext);
 }
 

@@ -11,8 +11,7 @@ class Bildkopien {
  public:
   Bildkopien() = default;
   ~Bildkopien();
-  Bildkopien(const Bildkopien&) = delete;
-  Bildkopien& operator=(const Bildkopien&) = delete;
+  Q_DISABLE_COPY_MOVE(Bildkopien)
 
   /// Copies a picture, and the text file beside it when there is one, into a folder under a new name. Paths of the
   /// table. Nothing is replaced. A failure ends with Ausgang::Datei.

@@ -1,15 +1,22 @@
 #include "host/kvobild/Datenpruefung.h"
 
 #include <QJsonObject>
+#include <algorithm>
 
 #include "platform/files/FileSystemObject.h"
+#include "store/Felder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList Identitaet{
-    u"Typ1"_s, u"Typ2"_s, u"Key1"_s, u"Key2"_s, u"Key3"_s, u"key4"_s, u"Bildname"_s, u"BildExt"_s};
+/// The columns that tell a row, its types in front: that is the order of what is found.
+const QStringList Identitaet = [] {
+  QStringList namen;
+  for (const felder::Feld& feld : felder::Kennung) namen.append(feld.Spalte.toString());
+  std::rotate(namen.begin(), namen.end() - 2, namen.end());
+  return namen;
+}();
 
 /// The first columns of a row by their names in small letters; NULL is told from an empty text.
 QJsonObject als_objekt(const adodb::Recordset& satz, const QStringList& spalten) {
@@ -64,26 +71,24 @@ class Dateisuche {
   explicit Dateisuche(QString wurzel) : wurzel_(std::move(wurzel)) {}
 
   bool ist_da(const QString& ordner, const QString& datei) {
-    if (erste_ || ordner != ordner_) {
+    if (ordner_ != ordner) {
       ordner_ = ordner;
       ordner_da_ = dateien_.FolderExists(wurzel_ + u'\\' + ordner);
-      datei_.clear();
+      datei_.reset();
     }
-    if (erste_ || datei_.isEmpty() || datei != datei_) {
+    if (datei_ != datei) {
       datei_ = datei;
       datei_da_ = ordner_da_ && dateien_.FileExists(wurzel_ + u'\\' + ordner + u'\\' + datei);
     }
-    erste_ = false;
     return datei_da_;
   }
 
  private:
   FileSystemObject dateien_;
-  QString wurzel_;
-  QString ordner_;
-  QString datei_;
-  bool erste_ = true;
+  const QString wurzel_;
+  std::optional<QString> ordner_;
   bool ordner_da_ = false;
+  std::optional<QString> datei_;
   bool datei_da_ = false;
 };
 

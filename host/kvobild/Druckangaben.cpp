@@ -1,30 +1,32 @@
 #include "host/kvobild/Druckangaben.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 struct Angabe {
-  const char16_t* option;
-  const char16_t* hilfe;
-  const char16_t* wort;
+  QStringView option;
+  QStringView hilfe;
+  QStringView wort;
   void (clsBildZuordnungen::*setze)(bool);
   bool (clsBildZuordnungen::*lies)() const;
 
-  QString name() const { return QString::fromUtf16(option); }
+  QString name() const { return option.toString(); }
 };
 
-constexpr std::array<Angabe, 4> Angaben{{{u"drucken", u"das Bild wird gedruckt (ohne Angabe: ja)", u"Druck",
-                                             &clsBildZuordnungen::Bild_Drucken, &clsBildZuordnungen::Bild_Drucken},
+constexpr Angabe Angaben[]{
+    {u"drucken", u"das Bild wird gedruckt (ohne Angabe: ja)", u"Druck", &clsBildZuordnungen::Bild_Drucken,
+        &clsBildZuordnungen::Bild_Drucken},
     {u"neue-seite", u"es beginnt eine neue Seite", u"neue Seite", &clsBildZuordnungen::Bild_NeueSeite,
         &clsBildZuordnungen::Bild_NeueSeite},
     {u"anhang", u"es steht im Anhang", u"Anhang", &clsBildZuordnungen::Bild_AlsAnhang,
         &clsBildZuordnungen::Bild_AlsAnhang},
     {u"ganze-seite", u"es nimmt die ganze Seite ein", u"ganze Seite", &clsBildZuordnungen::Bild_DruckGesamteSeite,
-        &clsBildZuordnungen::Bild_DruckGesamteSeite}}};
+        &clsBildZuordnungen::Bild_DruckGesamteSeite},
+};
 
 }  // namespace
 
@@ -32,12 +34,12 @@ namespace druckangaben {
 
 QList<Option> optionen() {
   QList<Option> liste;
-  for (const Angabe& a : Angaben) liste.append({a.name(), u"ja|nein"_s, QString::fromUtf16(a.hilfe)});
+  for (const Angabe& a : Angaben) liste.append({a.name(), u"ja|nein"_s, a.hilfe.toString()});
   return liste;
 }
 
 bool genannt(const Aufruf& aufruf) {
-  return std::any_of(Angaben.begin(), Angaben.end(), [&](const Angabe& a) { return aufruf.gesetzt(a.name()); });
+  return std::any_of(std::begin(Angaben), std::end(Angaben), [&](const Angabe& a) { return aufruf.gesetzt(a.name()); });
 }
 
 void pruefe(const Aufruf& aufruf) {
@@ -52,7 +54,7 @@ void uebernimm(const Aufruf& aufruf, clsBildZuordnungen& store) {
 QString text(const clsBildZuordnungen& store) {
   QStringList worte;
   for (const Angabe& a : Angaben)
-    if ((store.*a.lies)()) worte.append(QString::fromUtf16(a.wort));
+    if ((store.*a.lies)()) worte.append(a.wort.toString());
   return worte.join(u", "_s);
 }
 

@@ -6,13 +6,16 @@
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/Schema.h"
+#include "store/Felder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QStringList Identitaet{
-    u"Key1"_s, u"Key2"_s, u"Key3"_s, u"key4"_s, u"Bildname"_s, u"BildExt"_s, u"Typ1"_s, u"Typ2"_s};
+bool gehoert_zur_Kennung(const QString& spalte) {
+  return std::any_of(felder::Kennung.begin(), felder::Kennung.end(),
+      [&](const felder::Feld& feld) { return spalte.compare(feld.Spalte, Qt::CaseInsensitive) == 0; });
+}
 
 /// How the script writes it.
 QString wie_erwartet(const schema::Spalte& spalte) {
@@ -112,7 +115,7 @@ class Pruefer {
     if (art_.Schluesselbytes == 0) return;
     int bytes = 0;
     for (const Spaltenlage& spalte : gefundene) {
-      if (!Identitaet.contains(spalte.name, Qt::CaseInsensitive)) continue;
+      if (!gehoert_zur_Kennung(spalte.name)) continue;
       if (spalte.laenge < 0) bytes += art_.Schluesselbytes + 1;
       bytes += spalte.laenge * (spalte.typ.startsWith(u'n') ? 2 : 1);
     }
@@ -146,7 +149,7 @@ class Pruefer {
     QStringList werte;
     QStringList zuweisungen;
     for (const QString& spalte : spalten) {
-      werte.append(spalte == "SortIndex"_L1 ? u"0"_s : u"''"_s);
+      werte.append(spalte == felder::SortIndex ? u"0"_s : u"''"_s);
       zuweisungen.append(spalte + u" = "_s + werte.last());
     }
     versuche_eine(

@@ -1,20 +1,15 @@
 #include "platform/adodb/Adofehler.h"
 
-using namespace Qt::Literals::StringLiterals;
+#include "platform/basic/Nachschlagen.h"
 
 namespace adodb {
 
 Laufzeitfehler adofehler(std::int32_t nummer) {
-  switch (nummer) {
-    case adErrInvalidArgument:
-      return Laufzeitfehler(nummer, u"Das Argument hat einen unzulässigen Wert"_s);
-    case adErrNoCurrentRecord:
-      return Laufzeitfehler(nummer, u"Es gibt keinen aktuellen Datensatz"_s);
-    case adErrObjectOpen:
-      return Laufzeitfehler(nummer, u"Der Vorgang ist für ein geöffnetes Objekt nicht zugelassen"_s);
-    default:
-      return Laufzeitfehler(nummer);
-  }
+  constexpr std::pair<std::int32_t, QStringView> Eigene[] = {
+      {adErrInvalidArgument, u"Das Argument hat einen unzulässigen Wert"},
+      {adErrNoCurrentRecord, u"Es gibt keinen aktuellen Datensatz"},
+      {adErrObjectOpen, u"Der Vorgang ist für ein geöffnetes Objekt nicht zugelassen"}};
+  return Laufzeitfehler(nummer, nachgeschlagen(Eigene, nummer, QStringView()).toString());
 }
 
 }  // namespace adodb

@@ -8,7 +8,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 /// Of a keyword that stands twice the last value counts, so what is put behind replaces what stood there.

@@ -23,8 +23,7 @@ class KVO_EXPORT Connection {
   /// A connection over a driver of the caller's own; Open then passes the connect string to it.
   explicit Connection(std::unique_ptr<Treiber> treiber);
   ~Connection();
-  Connection(const Connection&) = delete;
-  Connection& operator=(const Connection&) = delete;
+  Q_DISABLE_COPY_MOVE(Connection)
 
   const QString& ConnectionString() const noexcept { return verbindungszeichenfolge_; }
   /// An open connection refuses a new connect string with 3705.

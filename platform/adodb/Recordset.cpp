@@ -7,7 +7,6 @@
 #include "platform/adodb/Connection.h"
 
 namespace adodb {
-
 namespace {
 
 Variant als_variant(const Wert& wert) {

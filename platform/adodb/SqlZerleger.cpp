@@ -1,7 +1,6 @@
 #include "platform/adodb/SqlZerleger.h"
 
 namespace adodb {
-
 namespace {
 
 using Art = Sqlstueck::Art;

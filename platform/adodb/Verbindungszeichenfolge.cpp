@@ -9,7 +9,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 [[noreturn]] void keine_paare() {

@@ -9,7 +9,6 @@
 #include "platform/basic/Laufzeitfehler.h"
 
 namespace adodb {
-
 namespace {
 
 /// Values, and characters, that a large result gets room for.

@@ -24,10 +24,6 @@ bool nur_lesen_erlaubt(int fehler) {
 
 }  // namespace
 
-Binaerdatei::~Binaerdatei() {
-  schliesse();
-}
-
 void Binaerdatei::schliesse() noexcept {
   if (deskriptor_ >= 0) ::close(deskriptor_);
   deskriptor_ = -1;

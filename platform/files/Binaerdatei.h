@@ -9,9 +9,8 @@
 class Binaerdatei {
  public:
   Binaerdatei() = default;
-  ~Binaerdatei();
-  Binaerdatei(const Binaerdatei&) = delete;
-  Binaerdatei& operator=(const Binaerdatei&) = delete;
+  ~Binaerdatei() { schliesse(); }
+  Q_DISABLE_COPY_MOVE(Binaerdatei)
 
   /// Opens for reading and writing and creates the file when it is missing; where writing is not allowed it falls back
   /// to reading. Raises 75 for a folder, 70 without read right, 76 when the folder above is missing. The length is

@@ -15,8 +15,7 @@ class Ersatzdatei {
   /// Behind a link the file itself is meant.
   explicit Ersatzdatei(const QString& pfad);
   ~Ersatzdatei();
-  Ersatzdatei(const Ersatzdatei&) = delete;
-  Ersatzdatei& operator=(const Ersatzdatei&) = delete;
+  Q_DISABLE_COPY_MOVE(Ersatzdatei)
 
   /// Writes the new content and brings it to the disk; with owner (as far as this user may), rights and extended
   /// attributes of the file. Once only. Raises 61 for a full disk, 70 or 75 without the right to write in the folder,

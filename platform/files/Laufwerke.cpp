@@ -8,6 +8,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/basic/Dienstplatz.h"
 #include "platform/basic/Text.h"
 #include "platform/files/Pfadkarte.h"
 #include "platform/files/Verzeichnis.h"
@@ -33,7 +34,8 @@ bool liegt_in(const QString& ordner, const QString& oberer) {
 
 class Systemlaufwerke final : public Anbieter {
  public:
-  Systemlaufwerke(QString mounts, QString marken) : tabelle_(std::move(mounts)), marken_(std::move(marken)) {}
+  explicit Systemlaufwerke(QString mounts = u"/proc/self/mounts"_s, QString marken = u"/dev/disk/by-label"_s)
+      : tabelle_(std::move(mounts)), marken_(std::move(marken)) {}
 
   void sieh_nach() override {
     nachgesehen_ = true;
@@ -149,22 +151,18 @@ class Systemlaufwerke final : public Anbieter {
   bool nachgesehen_ = false;
 };
 
-std::shared_ptr<Anbieter>& in_Kraft() {
-  static std::shared_ptr<Anbieter> anbieter = dieser_Maschine();
-  return anbieter;
-}
+using Platz = Dienstplatz<Anbieter, Systemlaufwerke>;
 
 }  // namespace
 
 Anbieter::~Anbieter() = default;
 
 Anbieter& aktuell() {
-  return *in_Kraft();
+  return *Platz::in_Kraft();
 }
 
 std::shared_ptr<Anbieter> setze(std::shared_ptr<Anbieter> anbieter) {
-  if (!anbieter) anbieter = dieser_Maschine();
-  return std::exchange(in_Kraft(), std::move(anbieter));
+  return Platz::setze(std::move(anbieter));
 }
 
 std::shared_ptr<Anbieter> dieser_Maschine(const QString& mounts, const QString& marken) {

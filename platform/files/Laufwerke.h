@@ -34,7 +34,6 @@ std::shared_ptr<Anbieter> setze(std::shared_ptr<Anbieter> anbieter);
 /// map are drives too. Removable media, network mounts (CIFS, NFS) and optical drives get the free letters from D: on
 /// by their mount points, in the path map, and lose them when they are gone. `mounts` is the table of mounts, `marken`
 /// the folder with the links from volume labels to devices.
-std::shared_ptr<Anbieter> dieser_Maschine(const QString& mounts = QStringLiteral("/proc/self/mounts"),
-    const QString& marken = QStringLiteral("/dev/disk/by-label"));
+std::shared_ptr<Anbieter> dieser_Maschine(const QString& mounts, const QString& marken);
 
 }  // namespace laufwerke

@@ -44,10 +44,6 @@ Nebendatei::~Nebendatei() {
   if (!name_.isEmpty()) ::unlink(name_.constData());
 }
 
-void Nebendatei::schreibe(const QByteArray& bytes) {
-  schreibe_alle(deskriptor_, bytes);
-}
-
 void Nebendatei::kopiere_von(int quelle) {
   QByteArray puffer(1 << 20, Qt::Uninitialized);
   for (;;) {

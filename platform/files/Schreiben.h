@@ -18,11 +18,10 @@ class Nebendatei {
   /// Makes the file in the target's folder; raises 76 when that is missing, 70 or 75 without the right.
   explicit Nebendatei(const QByteArray& ziel);
   ~Nebendatei();
-  Nebendatei(const Nebendatei&) = delete;
-  Nebendatei& operator=(const Nebendatei&) = delete;
+  Q_DISABLE_COPY_MOVE(Nebendatei)
 
   int deskriptor() const noexcept { return deskriptor_; }
-  void schreibe(const QByteArray& bytes);
+  void schreibe(const QByteArray& bytes) { schreibe_alle(deskriptor_, bytes); }
   /// Copies all of another open file.
   void kopiere_von(int quelle);
   /// Takes over rights, owner (as far as this user may) and, if told, the time stamp.

@@ -9,7 +9,6 @@
 #include "platform/basic/Nachschlagen.h"
 
 namespace systemfehler {
-
 namespace {
 
 constexpr std::pair<int, std::int32_t> Nummern[] = {

@@ -18,8 +18,7 @@ class Deskriptor {
  public:
   explicit Deskriptor(int wert = -1) noexcept : wert_(wert) {}
   ~Deskriptor();
-  Deskriptor(const Deskriptor&) = delete;
-  Deskriptor& operator=(const Deskriptor&) = delete;
+  Q_DISABLE_COPY_MOVE(Deskriptor)
   int wert() const noexcept { return wert_; }
   /// Hands the descriptor over to the caller.
   int entnimm() noexcept { return std::exchange(wert_, -1); }

@@ -18,8 +18,8 @@ constexpr std::pair<std::int32_t, std::int32_t> Immer[] = {
 }  // namespace
 
 std::int32_t status_beim_Lesen(std::int32_t nummer) noexcept {
-  return nummer == fehlernummer::PfadZugriff ? FileNotFound
-                                             : nachgeschlagen<std::int32_t, std::int32_t>(Immer, nummer, GenericError);
+  if (nummer == fehlernummer::PfadZugriff) return FileNotFound;
+  return nachgeschlagen<std::int32_t, std::int32_t>(Immer, nummer, GenericError);
 }
 
 std::int32_t status_beim_Schreiben(std::int32_t nummer) noexcept {

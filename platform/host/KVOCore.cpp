@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <cstdio>
 
+#include "platform/basic/Dienstplatz.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -18,10 +20,7 @@ class KonsolenCore final : public KVOCore {
   }
 };
 
-std::shared_ptr<KVOCore>& instanz() {
-  static std::shared_ptr<KVOCore> core = std::make_shared<KonsolenCore>();
-  return core;
-}
+using Platz = Dienstplatz<KVOCore, KonsolenCore>;
 
 }  // namespace
 
@@ -52,10 +51,9 @@ std::shared_ptr<KeyHandler> KVOCore::NeuerKeyHandler() {
 }
 
 KVOCore& KVOCore::aktuell() {
-  return *instanz();
+  return *Platz::in_Kraft();
 }
 
 std::shared_ptr<KVOCore> KVOCore::setze(std::shared_ptr<KVOCore> core) {
-  if (!core) core = std::make_shared<KonsolenCore>();
-  return std::exchange(instanz(), std::move(core));
+  return Platz::setze(std::move(core));
 }

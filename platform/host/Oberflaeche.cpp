@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/basic/Dienstplatz.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace oberflaeche {
@@ -35,17 +37,9 @@ class OhneEreignisse final : public Ereignispumpe {
   void verarbeite_anstehende() override {}
 };
 
-template <class Dienst, class Vorgabe>
-std::shared_ptr<Dienst>& instanz() {
-  static std::shared_ptr<Dienst> dienst = std::make_shared<Vorgabe>();
-  return dienst;
-}
-
-template <class Dienst, class Vorgabe>
-std::shared_ptr<Dienst> tausche(std::shared_ptr<Dienst> dienst) {
-  if (!dienst) dienst = std::make_shared<Vorgabe>();
-  return std::exchange(instanz<Dienst, Vorgabe>(), std::move(dienst));
-}
+using Meldungsplatz = Dienstplatz<Meldungsfenster, KonsolenMeldung>;
+using Zeigerplatz = Dienstplatz<Mauszeiger, GemerkterZeiger>;
+using Pumpenplatz = Dienstplatz<Ereignispumpe, OhneEreignisse>;
 
 }  // namespace
 
@@ -54,23 +48,23 @@ Mauszeiger::~Mauszeiger() = default;
 Ereignispumpe::~Ereignispumpe() = default;
 
 Meldungsfenster& meldungsfenster() {
-  return *instanz<Meldungsfenster, KonsolenMeldung>();
+  return *Meldungsplatz::in_Kraft();
 }
 Mauszeiger& mauszeiger() {
-  return *instanz<Mauszeiger, GemerkterZeiger>();
+  return *Zeigerplatz::in_Kraft();
 }
 Ereignispumpe& ereignispumpe() {
-  return *instanz<Ereignispumpe, OhneEreignisse>();
+  return *Pumpenplatz::in_Kraft();
 }
 
 std::shared_ptr<Meldungsfenster> setze(std::shared_ptr<Meldungsfenster> dienst) {
-  return tausche<Meldungsfenster, KonsolenMeldung>(std::move(dienst));
+  return Meldungsplatz::setze(std::move(dienst));
 }
 std::shared_ptr<Mauszeiger> setze(std::shared_ptr<Mauszeiger> dienst) {
-  return tausche<Mauszeiger, GemerkterZeiger>(std::move(dienst));
+  return Zeigerplatz::setze(std::move(dienst));
 }
 std::shared_ptr<Ereignispumpe> setze(std::shared_ptr<Ereignispumpe> dienst) {
-  return tausche<Ereignispumpe, OhneEreignisse>(std::move(dienst));
+  return Pumpenplatz::setze(std::move(dienst));
 }
 
 Antwort MsgBox(const QString& text, Knoepfe knoepfe, Symbol symbol, const QString& titel) {

@@ -6,6 +6,7 @@
 #include <QPolygon>
 #include <utility>
 
+#include "platform/basic/Dienstplatz.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
@@ -49,22 +50,18 @@ class GezeichneteIcons final : public DateitypIcons {
   }
 };
 
-std::shared_ptr<DateitypIcons>& instanz() {
-  static std::shared_ptr<DateitypIcons> dienst = std::make_shared<GezeichneteIcons>();
-  return dienst;
-}
+using Platz = Dienstplatz<DateitypIcons, GezeichneteIcons>;
 
 }  // namespace
 
 DateitypIcons::~DateitypIcons() = default;
 
 DateitypIcons& dateitypIcons() {
-  return *instanz();
+  return *Platz::in_Kraft();
 }
 
 std::shared_ptr<DateitypIcons> setze(std::shared_ptr<DateitypIcons> dienst) {
-  if (!dienst) dienst = std::make_shared<GezeichneteIcons>();
-  return std::exchange(instanz(), std::move(dienst));
+  return Platz::setze(std::move(dienst));
 }
 
 std::shared_ptr<const Bild> SHGetFileInfo(const QString& name, std::int32_t /*attribute*/, std::int32_t flags) {

@@ -10,10 +10,7 @@
 /// File-type icons (learn.microsoft.com, "SHGetFileInfo").
 namespace shell {
 
-inline constexpr std::int32_t SHGFI_LARGEICON = 0;
-inline constexpr std::int32_t SHGFI_SMALLICON = 1;
-inline constexpr std::int32_t SHGFI_USEFILEATTRIBUTES = 16;
-inline constexpr std::int32_t SHGFI_ICON = 256;
+enum Iconwahl : std::int32_t { SHGFI_SMALLICON = 1, SHGFI_USEFILEATTRIBUTES = 16, SHGFI_ICON = 256 };
 inline constexpr std::int32_t FILE_ATTRIBUTE_NORMAL = 128;
 
 /// Gives the icon of a file type. A program with windows may put the desktop's icons in its place.

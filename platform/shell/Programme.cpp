@@ -50,18 +50,20 @@ QStringList liste(const QString& wert) {
   return wert.split(u';', Qt::SkipEmptyParts);
 }
 
+/// The text with what `ersatz` gives for each character behind a mark, in place of both.
+template <class Ersatz>
+QString mit_Ersatz(const QString& text, QChar marke, Ersatz ersatz) {
+  QString neu;
+  for (qsizetype i = 0; i < text.size(); ++i)
+    neu += text[i] != marke || i + 1 == text.size() ? QString(text[i]) : ersatz(text[++i]);
+  return neu;
+}
+
 /// Escapes of a string value.
 QString entschluesselt(const QString& wert) {
-  QString text;
-  for (qsizetype i = 0; i < wert.size(); ++i) {
-    if (wert[i] != u'\\' || i + 1 == wert.size()) {
-      text += wert[i];
-      continue;
-    }
-    const QChar zeichen = wert[++i];
-    text += zeichen == u's' ? u' ' : zeichen == u'n' ? u'\n' : zeichen == u't' ? u'\t' : zeichen;
-  }
-  return text;
+  return mit_Ersatz(wert, u'\\', [](QChar z) -> QString {
+    return z == u's' ? u' ' : z == u'n' ? u'\n' : z == u't' ? u'\t' : z;
+  });
 }
 
 QString uebersetzt(const Gruppe& gruppe, const QString& schluessel) {
@@ -212,20 +214,14 @@ QStringList Befehlszeile(const Programm& programm, const QString& datei) {
       if (!programm.symbol.isEmpty()) zeile += {u"--icon"_s, programm.symbol};
       continue;
     }
-    QString wert;
-    for (qsizetype i = 0; i < teil.size(); ++i) {
-      if (teil[i] != u'%' || i + 1 == teil.size()) {
-        wert += teil[i];
-        continue;
-      }
-      const QChar code = teil[++i];
-      if (code == u'f' || code == u'F') wert += datei;
-      if (code == u'u' || code == u'U') wert += QUrl::fromLocalFile(datei).toString(QUrl::FullyEncoded);
-      if (code == u'c') wert += programm.name;
-      if (code == u'k') wert += programm.eintrag;
-      if (code == u'%') wert += u'%';
+    const QString wert = mit_Ersatz(teil, u'%', [&](QChar code) -> QString {
       eingesetzt = eingesetzt || u"fFuU"_s.contains(code);
-    }
+      if (code == u'f' || code == u'F') return datei;
+      if (code == u'u' || code == u'U') return QUrl::fromLocalFile(datei).toString(QUrl::FullyEncoded);
+      if (code == u'c') return programm.name;
+      if (code == u'k') return programm.eintrag;
+      return code == u'%' ? u"%"_s : QString();
+    });
     // A field that stands for nothing leaves no empty argument.
     if (!wert.isEmpty() || !teil.startsWith(u'%')) zeile.append(wert);
   }

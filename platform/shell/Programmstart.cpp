@@ -4,6 +4,7 @@
 #include <QUrl>
 #include <utility>
 
+#include "platform/basic/Dienstplatz.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
@@ -21,18 +22,14 @@ class Desktopstarter final : public Programmstarter {
   }
 };
 
-std::shared_ptr<Programmstarter>& in_Kraft() {
-  static std::shared_ptr<Programmstarter> dienst = std::make_shared<Desktopstarter>();
-  return dienst;
-}
+using Platz = Dienstplatz<Programmstarter, Desktopstarter>;
 
 }  // namespace
 
 Programmstarter::~Programmstarter() = default;
 
 std::shared_ptr<Programmstarter> setze(std::shared_ptr<Programmstarter> dienst) {
-  if (!dienst) dienst = std::make_shared<Desktopstarter>();
-  return std::exchange(in_Kraft(), std::move(dienst));
+  return Platz::setze(std::move(dienst));
 }
 
 bool ShellExecute_open(const QString& datei) {
@@ -42,7 +39,7 @@ bool ShellExecute_open(const QString& datei) {
     return false;
   }
   const bool offen = fehler::still_enden(
-      [&] { return in_Kraft()->oeffne(QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(datei))); });
+      [&] { return Platz::in_Kraft()->oeffne(QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(datei))); });
   if (!offen)
     MsgBox(u"Für die Datei „%1“ ließ sich kein Programm starten."_s.arg(datei), Knoepfe::OK, Symbol::Ausrufezeichen,
         u"Achtung"_s);

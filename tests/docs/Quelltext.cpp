@@ -41,6 +41,8 @@ Quelltext::Quelltext(const QString& quelle) {
       i = ende < 0 ? quelle.size() : ende;
     } else if (rest.startsWith(u"/*")) {
       i = quelle.indexOf(u"*/"_s, i) + 2;
+    } else if (rest.startsWith(u"R\"(")) {
+      i = lies_rohen_Text(quelle, i);
     } else if (rest.front() == u'"') {
       i = lies_Text(quelle, i);
     } else if (rest.front() == u'\'' && (i == 0 || !quelle[i - 1].isDigit())) {
@@ -59,9 +61,22 @@ Quelltext::Quelltext(const QString& quelle) {
   beende_Text();
 }
 
-qsizetype Quelltext::lies_Text(const QString& quelle, qsizetype ab) {
+void Quelltext::oeffne_Text() {
   if (!ist_offen_ && code_.endsWith(u'u') && (code_.size() < 2 || !ist_Wort(code_[code_.size() - 2]))) code_.chop(1);
   ist_offen_ = true;
+}
+
+qsizetype Quelltext::lies_rohen_Text(const QString& quelle, qsizetype ab) {
+  oeffne_Text();
+  const qsizetype ende = quelle.indexOf(u")\""_s, ab);
+  offener_ += QStringView(quelle).sliced(ab + 3, ende - ab - 3);
+  qsizetype i = ende + 2;
+  while (i < quelle.size() && ist_Wort(quelle[i])) ++i;
+  return i;
+}
+
+qsizetype Quelltext::lies_Text(const QString& quelle, qsizetype ab) {
+  oeffne_Text();
   qsizetype i = ab + 1;
   for (; i < quelle.size() && quelle[i] != u'"'; ++i)
     offener_ += quelle[i] == u'\\' ? entschluesselt(quelle[++i]) : QString(quelle[i]);
@@ -109,6 +124,8 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
   static const QRegularExpression variable(
       u"^  (?=\\w)(?!return|using|friend|struct|enum)[^(=;\\n]+?[ &>]"
       "(\\w+(?:, \\w+)*)(?: = [^;(]*)?;"_s);
+  // A control stands with its container and its name.
+  static const QRegularExpression steuerelement(u"^  (?=\\w)[^({=;\\n]+?[ >](\\w+)\\{"_s);
   QSet<QString> namen;
   const QRegularExpression kopf(u"\\b(?:class|struct) (?:KVO_[A-Z]+ )?"_s + klasse + u"\\b[^;{]*\\{"_s);
   const QRegularExpressionMatch fund = kopf.match(code_);
@@ -118,7 +135,9 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
     if (zeile.startsWith(u"};"_s)) break;
     if (zeile.startsWith(u" p"_s)) oeffentlich = zeile == " public:"_L1;
     if (!oeffentlich) continue;
-    if (const auto f = funktion.match(zeile); f.hasMatch())
+    if (const auto s = steuerelement.match(zeile); s.hasMatch())
+      namen.insert(s.captured(1));
+    else if (const auto f = funktion.match(zeile); f.hasMatch())
       namen.insert(f.captured(1));
     else if (const auto v = variable.match(zeile); v.hasMatch())
       for (const QString& name : v.captured(1).split(u", "_s)) namen.insert(name);

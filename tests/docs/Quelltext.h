@@ -26,6 +26,8 @@ class Quelltext {
   QSet<QString> freie_Funktionen() const;
 
  private:
+  void oeffne_Text();
+  qsizetype lies_rohen_Text(const QString& quelle, qsizetype ab);
   qsizetype lies_Text(const QString& quelle, qsizetype ab);
   void beende_Text();
 

@@ -43,7 +43,13 @@ inline void taste(QWidget& fenster, Qt::Key qt_taste, Qt::KeyboardModifiers dazu
 
 inline void tippe(QWidget& feld, const QString& text) {
   feld.setFocus();
-  for (const QChar zeichen : text) QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
+  for (const QChar zeichen : text) {
+    // Qt's table of keys ends with ASCII.
+    if (zeichen.unicode() < 0x80)
+      QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
+    else
+      QTest::sendKeyEvent(QTest::Click, &feld, Qt::Key_unknown, QString(zeichen), {});
+  }
 }
 
 /// The frame's own button.

@@ -98,7 +98,7 @@ void Fahrt::mangel(const QString& text) {
 void Fahrt::vergleiche_Strip() {
   QStringList namen;
   if (!form().KeineBilder())
-    for (std::int32_t i = 0; i <= form().LetzteZeile(); ++i) namen.append(form().Text(i, spalte::Bildname));
+    for (std::int32_t i = 0; i <= form().LetzteZeile(); ++i) namen.append(form().Zeile(i).Bildname);
   if (namen != modell_.namen())
     mangel(u"Streifen ["_s + namen.join(u'|') + u"] statt ["_s + modell_.namen().join(u'|') + u']');
   if (form().SSC_ZuordnungSpeichern.Enabled() != modell_.geaendert())

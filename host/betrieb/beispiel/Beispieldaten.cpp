@@ -11,11 +11,10 @@
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/Schema.h"
 #include "host/betrieb/beispiel/Beispieltabelle.h"
+#include "host/betrieb/beispiel/Datenordner.h"
 #include "host/betrieb/beispiel/ExifSchreiber.h"
-#include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
-#include "platform/files/Pfadkarte.h"
 #include "store/clsBildZuordnungen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -38,8 +37,8 @@ QString grundname(const Beispielbild& bild) {
 
 /// A picture of the tree bears its stamp, one that waits does not.
 namen::Bilddatei name_von(const Beispielbild& bild) {
-  if (!bild.ordner) return {grundname(bild), u"jpg"_s};
-  return {namen::gestempelt(grundname(bild), namen::stempel(zeit_von(bild.nummer)), 1), u"jpg"_s};
+  const Bilddatei datei{grundname(bild), u"jpg"_s};
+  return bild.ordner ? datei.gestempelt(Bilddatei::Stempel(zeit_von(bild.nummer))) : datei;
 }
 
 exif_schreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {
@@ -78,23 +77,16 @@ void schreibe_bild(const Beispielbild& bild, const QString& ordner, clsBildZuord
     throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht zu schreiben."_s.arg(ziel + u'\\' + name.textdatei()));
 }
 
-QString in_Hochkommas(const QString& s) {
-  return u'\'' + s + u'\'';
-}
-
 /// One row as the store writes it. It is not written by the store: that keeps its connection to the end of the process,
 /// and a program that goes on with another database, or moves this one, must not be tied to it.
 QString einfuegen(const Beispielbild& bild, int platz) {
-  const auto oder = [](const QString& wert, const QString& sonst) {
-    return wert.isEmpty() ? sonst : in_Hochkommas(wert);
-  };
-  const QString strich = in_Hochkommas(u"-"_s);
+  const auto oder = [](const QString& wert, const QString& sonst) { return wert.isEmpty() ? sonst : literal(wert); };
+  const QString strich = literal(u"-"_s);
   const namen::Bilddatei name = name_von(bild);
   const QStringList werte{oder(text_von(bild.key1), strich), oder(text_von(bild.key2), strich),
-      oder(text_von(bild.key3), strich), strich, in_Hochkommas(name.name), in_Hochkommas(name.ext),
-      in_Hochkommas(text_von(bild.typ1)), strich, in_Hochkommas(text_von(bild.ordner)),
-      oder(text_von(bild.beschreibung), u"NULL"_s), in_Hochkommas(u"0001"_s.leftJustified(50)), strich,
-      QString::number(platz)};
+      oder(text_von(bild.key3), strich), strich, literal(name.name), literal(name.ext), literal(text_von(bild.typ1)),
+      strich, literal(text_von(bild.ordner)), oder(text_von(bild.beschreibung), u"NULL"_s),
+      literal(u"0001"_s.leftJustified(50)), strich, QString::number(platz)};
   return u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
          "Beschreibung, Druckkennzeichen, Grafik_Ursprung, SortIndex) VALUES ("_s +
       werte.join(u", "_s) + u')';
@@ -149,8 +141,7 @@ void erzeuge(const QString& ordner) {
     throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht anzulegen."_s.arg(ordner));
   for (const Beispielbild& bild : bilder()) schreibe_bild(bild, ordner, store);
 
-  const QString datei = QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(ordner)) + u"/betrieb.db"_s;
-  const QString verbindung = u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(datei);
+  const QString verbindung = datenordner::verbindung(ordner);
   schema::lege_an(verbindung);
   const auto offene = oeffne(verbindung);
   for (const QString& anweisung : schema::wirtstabellen() + tabellen_des_betriebs()) offene->Execute(anweisung);

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/beispiel/Beispieldaten.h"
-#include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
@@ -51,8 +51,7 @@ class Nebenordner {
   ~Nebenordner() {
     gelingt([&] { datenordner::entferne(pfad_); });
   }
-  Nebenordner(const Nebenordner&) = delete;
-  Nebenordner& operator=(const Nebenordner&) = delete;
+  Q_DISABLE_COPY_MOVE(Nebenordner)
   const QString& pfad() const noexcept { return pfad_; }
 
  private:
@@ -117,8 +116,7 @@ void datenordner::entferne(const QString& ordner) {
 }
 
 QString datenordner::verbindung(const QString& ordner) {
-  const QString datei = QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(datenbank(ordner)));
-  return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(datei);
+  return verbindung_zur_Datei(QString::fromUtf8(Pfadkarte::aktuell().maschinenpfad(datenbank(ordner))));
 }
 
 QString datenordner::bilder(const QString& ordner) {

@@ -9,15 +9,15 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 struct Artwoerter {
-  const char16_t* einzahl;
-  const char16_t* mehrzahl;
-  const char16_t* typ1;
+  QString einzahl;
+  QString mehrzahl;
+  QString typ1;
 };
 
 const Artwoerter& woerter(Vorgangsart art) {
-  static constexpr std::array<Artwoerter, Vorgangsarten.size()> Woerter{
-      {{u"Beleg", u"Belege", u"BEL"}, {u"Montageauftrag", u"Montageaufträge", u"MON"}, {u"Artikel", u"Artikel", u"ART"},
-          {u"Anlage", u"Anlagen", u"ANL"}}};
+  static const std::array<Artwoerter, Vorgangsarten.size()> Woerter{
+      {{u"Beleg"_s, u"Belege"_s, u"BEL"_s}, {u"Montageauftrag"_s, u"Montageaufträge"_s, u"MON"_s},
+          {u"Artikel"_s, u"Artikel"_s, u"ART"_s}, {u"Anlage"_s, u"Anlagen"_s, u"ANL"_s}}};
   return Woerter.at(static_cast<std::size_t>(art));
 }
 
@@ -47,15 +47,15 @@ QString nummer_von(const Datensatz& satz, Vorgangsart art) {
 namespace vorgang {
 
 QString einzahl(Vorgangsart art) {
-  return QString::fromUtf16(woerter(art).einzahl);
+  return woerter(art).einzahl;
 }
 
 QString mehrzahl(Vorgangsart art) {
-  return QString::fromUtf16(woerter(art).mehrzahl);
+  return woerter(art).mehrzahl;
 }
 
 QString typ1(Vorgangsart art) {
-  return QString::fromUtf16(woerter(art).typ1);
+  return woerter(art).typ1;
 }
 
 Vorgang aus_schluesseln(Vorgangsart art, const QString& key1, const QString& key2, const QString& key3) {

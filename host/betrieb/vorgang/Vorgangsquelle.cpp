@@ -1,6 +1,7 @@
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
 
 #include <QHash>
+#include <QSet>
 #include <algorithm>
 #include <utility>
 
@@ -113,10 +114,9 @@ class Leser {
   }
 
   void nimm_auf(const Vorgang& neu) {
-    const QString kennung = vorgang::kennung(neu);
-    if (bekannt_.contains(kennung)) return;
-    bekannt_.insert(kennung, true);
-    bestand_.vorgaenge.append(neu);
+    const auto vorher = bekannt_.size();
+    bekannt_.insert(vorgang::kennung(neu));
+    if (bekannt_.size() > vorher) bestand_.vorgaenge.append(neu);
   }
 
   void ordne() {
@@ -129,7 +129,7 @@ class Leser {
   vorgangsquelle::Bestand bestand_;
   Kunden kunden_;
   QHash<QString, int> anzahlen_;
-  QHash<QString, bool> bekannt_;
+  QSet<QString> bekannt_;
 };
 
 }  // namespace

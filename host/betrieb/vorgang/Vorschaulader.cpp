@@ -12,8 +12,7 @@ class Stille {
  public:
   Stille() : vorher_(setze(std::make_shared<Stumm>())) {}
   ~Stille() { setze(vorher_); }
-  Stille(const Stille&) = delete;
-  Stille& operator=(const Stille&) = delete;
+  Q_DISABLE_COPY_MOVE(Stille)
 
  private:
   class Stumm final : public Meldungsfenster {

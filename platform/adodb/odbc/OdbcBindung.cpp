@@ -3,7 +3,6 @@
 #include <algorithm>
 
 namespace adodb {
-
 namespace {
 
 /// Bytes of a block: enough to make the calls cheap, little enough to stay in the processor's cache.

@@ -15,8 +15,7 @@ class OdbcBindung {
   static constexpr SQLULEN Breiteste = 4000;
 
   OdbcBindung(OdbcSchicht& odbc, SQLHSTMT anweisung) : odbc_(odbc), anweisung_(anweisung) {}
-  OdbcBindung(const OdbcBindung&) = delete;
-  OdbcBindung& operator=(const OdbcBindung&) = delete;
+  Q_DISABLE_COPY_MOVE(OdbcBindung)
 
   /// Notes the next column for binding: to be fetched as `art` (SQL_C_WCHAR, SQL_C_SBIGINT or SQL_C_DOUBLE) from the
   /// type `typ`, whose longest text has `groesse` characters, 0 where there is no bound.

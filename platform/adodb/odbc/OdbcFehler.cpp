@@ -8,7 +8,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 constexpr SQLSMALLINT Hoechstens = 64;

@@ -5,7 +5,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 bool beginnt(const QString& text, QLatin1StringView anfang) {

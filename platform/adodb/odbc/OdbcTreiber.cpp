@@ -21,8 +21,7 @@ class OdbcTreiber::Anweisung {
   ~Anweisung() {
     if (griff_ != SQL_NULL_HSTMT) odbc_.FreeHandle(SQL_HANDLE_STMT, griff_);
   }
-  Anweisung(const Anweisung&) = delete;
-  Anweisung& operator=(const Anweisung&) = delete;
+  Q_DISABLE_COPY_MOVE(Anweisung)
 
   SQLHSTMT griff() const noexcept { return griff_; }
   bool gelungen() const noexcept { return SQL_SUCCEEDED(ergebnis_); }
@@ -45,10 +44,6 @@ QString ohne_halbe_Paare(const QString& text) {
 }
 
 }  // namespace
-
-OdbcTreiber::~OdbcTreiber() {
-  schliesse();
-}
 
 void OdbcTreiber::oeffne(const QString& verbindungszeichenfolge) {
   if (offen_) throw adofehler(adErrObjectOpen);

@@ -20,9 +20,8 @@ namespace adodb {
 class OdbcTreiber final : public Treiber {
  public:
   explicit OdbcTreiber(OdbcSchicht& odbc = odbc_der_maschine()) : odbc_(odbc) {}
-  ~OdbcTreiber() override;
-  OdbcTreiber(const OdbcTreiber&) = delete;
-  OdbcTreiber& operator=(const OdbcTreiber&) = delete;
+  ~OdbcTreiber() override { schliesse(); }
+  Q_DISABLE_COPY_MOVE(OdbcTreiber)
 
   /// Raises -2147467259: a connect string that can't be honoured, no driver, no server, no login, or no answer within
   /// the login time-out; 3705 when open.

@@ -9,7 +9,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 /// The driver's library. `attribute` are pairs "Schlüssel=Wert" with a zero character behind each.

@@ -11,7 +11,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 enum class Verschluesselung { KeineAngabe, Aus, NurAnmeldung, Ganz, Streng };

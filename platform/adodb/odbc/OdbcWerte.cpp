@@ -9,7 +9,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 /// Characters that are fetched at once, with the closing zero; longer values come in pieces.
@@ -36,10 +35,6 @@ OdbcWerte::OdbcWerte(OdbcSchicht& odbc, SQLHSTMT anweisung, std::function<void()
       fehler_(std::move(fehler)),
       bindung_(odbc, anweisung),
       stueck_(Stueckgroesse) {}
-
-void OdbcWerte::pruefe(SQLRETURN ergebnis) {
-  if (!SQL_SUCCEEDED(ergebnis)) fehler_();
-}
 
 Ergebnis OdbcWerte::lies(SQLSMALLINT spalten) {
   Ergebnis ergebnis;

@@ -30,7 +30,9 @@ class OdbcWerte {
   void lies_text(SQLUSMALLINT spalte, std::size_t nummer, Werte& werte);
   QString lies_stuecke(SQLUSMALLINT spalte, SQLLEN laenge);
   bool hole(SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laenge);
-  void pruefe(SQLRETURN ergebnis);
+  void pruefe(SQLRETURN ergebnis) {
+    if (!SQL_SUCCEEDED(ergebnis)) fehler_();
+  }
 
   OdbcSchicht& odbc_;
   SQLHSTMT anweisung_;

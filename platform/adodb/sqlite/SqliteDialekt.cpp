@@ -9,7 +9,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 using Art = Sqlstueck::Art;

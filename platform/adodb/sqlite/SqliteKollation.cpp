@@ -7,7 +7,6 @@
 #include <cstddef>
 
 namespace adodb {
-
 namespace {
 
 using Byte = unsigned char;

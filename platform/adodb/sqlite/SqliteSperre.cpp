@@ -8,7 +8,6 @@
 #include <vector>
 
 namespace adodb {
-
 namespace {
 
 using namespace std::chrono_literals;
@@ -37,10 +36,6 @@ bool gleiche_datei(sqlite3* a, sqlite3* b) {
 }
 
 }  // namespace
-
-SqliteSperre::~SqliteSperre() {
-  verlasse();
-}
 
 void SqliteSperre::betreue(sqlite3* datenbank) {
   Liste& l = liste();

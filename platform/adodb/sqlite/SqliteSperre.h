@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGlobal>
 #include <atomic>
 #include <chrono>
 #include <optional>
@@ -17,9 +18,8 @@ class SqliteSperre {
  public:
   /// `grenze` bounds the wait for a transaction of the waiting thread itself.
   explicit SqliteSperre(std::chrono::milliseconds grenze) : grenze_(grenze) {}
-  ~SqliteSperre();
-  SqliteSperre(const SqliteSperre&) = delete;
-  SqliteSperre& operator=(const SqliteSperre&) = delete;
+  ~SqliteSperre() { verlasse(); }
+  Q_DISABLE_COPY_MOVE(SqliteSperre)
 
   /// Takes over the waiting of an open connection; the connection must be closed after `verlasse`.
   void betreue(sqlite3* datenbank);

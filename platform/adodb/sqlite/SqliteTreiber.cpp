@@ -18,7 +18,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
-
 namespace {
 
 struct Abschluss {
@@ -122,10 +121,6 @@ QStringList spaltennamen(sqlite3_stmt* anweisung, int spalten) {
 }  // namespace
 
 SqliteTreiber::SqliteTreiber(std::chrono::milliseconds wartegrenze) : wartegrenze_(wartegrenze), sperre_(wartegrenze) {}
-
-SqliteTreiber::~SqliteTreiber() {
-  schliesse();
-}
 
 void SqliteTreiber::oeffne(const QString& verbindungszeichenfolge) {
   if (datenbank_) throw adofehler(adErrObjectOpen);

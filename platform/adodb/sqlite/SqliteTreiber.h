@@ -27,9 +27,8 @@ class SqliteTreiber final : public Treiber {
   static constexpr std::chrono::milliseconds Wartegrenze = std::chrono::seconds(30);
 
   explicit SqliteTreiber(std::chrono::milliseconds wartegrenze = Wartegrenze);
-  ~SqliteTreiber() override;
-  SqliteTreiber(const SqliteTreiber&) = delete;
-  SqliteTreiber& operator=(const SqliteTreiber&) = delete;
+  ~SqliteTreiber() override { schliesse(); }
+  Q_DISABLE_COPY_MOVE(SqliteTreiber)
 
   /// Raises -2147467259: missing or unreadable file, no database, unknown keyword or mode.
   void oeffne(const QString& verbindungszeichenfolge) override;

@@ -31,7 +31,7 @@ TDBGrid::TDBGrid(QWidget* behaelter, const QString& name)
   };
 }
 
-// The end of a grid is nothing that its user did.
+// What the model tells while it goes must not count as something that the user did.
 TDBGrid::~TDBGrid() {
   durch_Code_ = true;
   entwerte_Editor();

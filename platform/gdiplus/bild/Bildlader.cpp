@@ -45,7 +45,8 @@ class DateiBild final : public Bild {
   }
 
  private:
-  /// In its own size, smaller where it does not fit.
+  /// What shows in place of a picture that can't be decoded: black, or on white the one that mit_Ersatz gave, in its
+  /// own size or smaller where that does not fit.
   QImage Ersatz(QSize ziel) const {
     QImage flaeche = bilddekoder::schwarz(ziel);
     if (!ersatz_) return flaeche;

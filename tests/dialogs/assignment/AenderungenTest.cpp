@@ -8,7 +8,7 @@ TEST_F(Aenderungen, LookingAtARowMarksItAndNotTheDialog) {
   fuege_Bilder_ein(3);
   zeige([&] {
     klicke(form().Pic_Thumb(2));
-    EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), (QStringList{u"True"_s, u"True"_s, u"False"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::ZeileGeaendert), (QStringList{u"True"_s, u"True"_s, u"False"_s}));
     EXPECT_FALSE(form().DatenGeaendert);
     EXPECT_FALSE(form().SSC_ZuordnungSpeichern.Enabled());
   });
@@ -31,19 +31,20 @@ TEST_F(Aenderungen, EachCheckBoxStoresItsColumnAndOffersSaving) {
   fuege_Bilder_ein(2);
   zeige([&] {
     klicke(form().Pic_Thumb(2));
-    for (auto [schalter, spalte] : {std::pair{&form().chk_Drucken, spalte::Drucken},
-             std::pair{&form().chk_GesamteSeite, spalte::DruckGesamteSeite},
-             std::pair{&form().chk_NeueSeite, spalte::NeueSeite}, std::pair{&form().chk_AlsAnhang, spalte::AlsAnhang},
-             std::pair{&form().chk_Delete, spalte::Entfernen}}) {
-      const bool vorher = form().Ja(1, spalte);
-      const bool andere = form().Ja(0, spalte);
+    for (auto [schalter, feld] : {std::pair{&form().chk_Drucken, &Arbeitszeile::Drucken},
+             std::pair{&form().chk_GesamteSeite, &Arbeitszeile::DruckGesamteSeite},
+             std::pair{&form().chk_NeueSeite, &Arbeitszeile::NeueSeite},
+             std::pair{&form().chk_AlsAnhang, &Arbeitszeile::AlsAnhang},
+             std::pair{&form().chk_Delete, &Arbeitszeile::Entfernen}}) {
+      const bool vorher = form().Zeile(1).*feld;
+      const bool andere = form().Zeile(0).*feld;
       form().SetzeDatenGeaendert(false);
       form().SetzeZeileGeaendert(false);
       klicke(*schalter, QPoint(8, 8));
-      EXPECT_EQ(form().Ja(1, spalte), !vorher) << spalte;
-      EXPECT_EQ(form().Ja(0, spalte), andere) << spalte;
-      EXPECT_TRUE(form().Ja(1, spalte::ZeileGeaendert)) << spalte;
-      EXPECT_TRUE(form().SSC_ZuordnungSpeichern.Enabled()) << spalte;
+      EXPECT_EQ(form().Zeile(1).*feld, !vorher) << schalter->objectName().toStdString();
+      EXPECT_EQ(form().Zeile(0).*feld, andere) << schalter->objectName().toStdString();
+      EXPECT_TRUE(form().Zeile(1).ZeileGeaendert) << schalter->objectName().toStdString();
+      EXPECT_TRUE(form().SSC_ZuordnungSpeichern.Enabled()) << schalter->objectName().toStdString();
     }
   });
 }
@@ -56,8 +57,8 @@ TEST_F(Aenderungen, TypedTextsAreStoredAsTyped) {
     taste(form(), Qt::Key_Return);
     tippe(form().txt_BildText, u"vorn"_s);
     tippe(form().txt_BildInfo, u"Info"_s);
-    EXPECT_EQ(form().Text(0, spalte::Beschreibung), u"Haus\r\nvorn"_s);
-    EXPECT_EQ(form().Text(0, spalte::BildInfo), u"Info"_s);
+    EXPECT_EQ(form().Zeile(0).Beschreibung, u"Haus\r\nvorn"_s);
+    EXPECT_EQ(form().Zeile(0).BildInfo, u"Info"_s);
   });
 }
 
@@ -69,7 +70,7 @@ TEST_F(Aenderungen, TextsThatAreOnlyShownStayByteForByte) {
   zeige([&] {
     klicke(form().Pic_Thumb(2));
     klicke(form().Pic_Thumb(1));
-    EXPECT_EQ(form().Text(0, spalte::Beschreibung), u"eins\nzwei\rdrei\r\nvier\u00A0fünf\t"_s);
-    EXPECT_EQ(form().Text(0, spalte::BildInfo), u"x\ny\r\nz\u00A0ü"_s);
+    EXPECT_EQ(form().Zeile(0).Beschreibung, u"eins\nzwei\rdrei\r\nvier\u00A0fünf\t"_s);
+    EXPECT_EQ(form().Zeile(0).BildInfo, u"x\ny\r\nz\u00A0ü"_s);
   });
 }

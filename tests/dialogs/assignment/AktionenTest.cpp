@@ -50,14 +50,14 @@ TEST_F(Aktionen, PicturesOfTheSearchAreAppendedWithARedStripeAndNothingIsCopied)
   wurzel.schreibe(u"Neu/xjpg.txt"_s, " von der Baustelle ");
   zeige([&] {
     suche_alle();
-    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"x"_s, u"y"_s}));
-    EXPECT_EQ(form().Text(1, spalte::VollerPfad), u"P:\\Neu\\x.jpg"_s);
-    EXPECT_EQ(form().Text(1, spalte::Pfad), u"P:\\Neu\\"_s);
-    EXPECT_EQ(form().Text(1, spalte::BildInfo), u"von der Baustelle"_s);
-    EXPECT_EQ(form().Text(1, spalte::ExifKennung), QString());
-    EXPECT_FALSE(form().Ja(1, spalte::Gespeichert));
-    EXPECT_TRUE(form().Ja(1, spalte::NeuAusSuche));
-    EXPECT_TRUE(form().Ja(1, spalte::ZeileGeaendert));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"a"_s, u"x"_s, u"y"_s}));
+    EXPECT_EQ(form().Zeile(1).VollerPfad, u"P:\\Neu\\x.jpg"_s);
+    EXPECT_EQ(form().Zeile(1).Pfad, u"P:\\Neu\\"_s);
+    EXPECT_EQ(form().Zeile(1).BildInfo, u"von der Baustelle"_s);
+    EXPECT_EQ(form().mit_Exif(1).ExifKennung, QString());
+    EXPECT_FALSE(form().Zeile(1).Gespeichert);
+    EXPECT_TRUE(form().Zeile(1).NeuAusSuche);
+    EXPECT_TRUE(form().Zeile(1).ZeileGeaendert);
     EXPECT_TRUE(form().DatenGeaendert);
     EXPECT_EQ(form().SSP_Anzahl(3).Caption(), u"3"_s);
     const QImage& bild = form().Pic_Thumb(2).Image();
@@ -70,7 +70,7 @@ TEST_F(Aktionen, AnEmptyRecordGetsItsFirstPicturesInPlaceOfThePlaceholder) {
   lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
   zeige([&] {
     suche_alle();
-    EXPECT_EQ(spalte_von(spalte::Bildname), QStringList{u"x"_s});
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), QStringList{u"x"_s});
     EXPECT_EQ(form().AktZeile, 0);
     EXPECT_EQ(form().txt_BildName.Text(), u"x"_s);
     EXPECT_TRUE(form().txt_BildText.Enabled());
@@ -83,7 +83,7 @@ TEST_F(Aktionen, LeavingTheSearchChangesNothing) {
   lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
   zeige([&] {
     suche([](frm_BilderSuchen& dialog) { klicke(dialog.cmd_Abbruch); });
-    EXPECT_EQ(spalte_von(spalte::Bildname), QStringList{u"a"_s});
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), QStringList{u"a"_s});
     EXPECT_FALSE(form().DatenGeaendert);
   });
 }
@@ -93,8 +93,8 @@ TEST_F(Aktionen, APictureOfANameThatStandsThereIsKeptMarkedAndStopsTheSaving) {
   lege_Bild(u"A.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
   zeige([&] {
     suche_alle();
-    EXPECT_FALSE(form().Ja(0, spalte::NameDoppelt));
-    EXPECT_TRUE(form().Ja(1, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Zeile(0).NameDoppelt);
+    EXPECT_TRUE(form().Zeile(1).NameDoppelt);
     meldungen.erwarte({u"Datei mit gleichem Namen schon vohanden!"_s, u"Doppelte Datei"_s, Symbol::Information});
     klicke(form().SSC_ZuordnungSpeichern);
     EXPECT_TRUE(form().isVisible());
@@ -107,19 +107,16 @@ TEST_F(Aktionen, ARowOfTheSearchHoldsWhatTheStepsTell) {
   lege_Bild(u"x.JPG"_s, {60, 40}, Qt::red, u"Neu"_s);
   zeige([&] {
     suche_alle();
-    const auto text = [&](spalte::Spalte s) { return form().Text(1, s); };
-    EXPECT_EQ(text(spalte::Root), u"P:"_s);
-    EXPECT_EQ(text(spalte::BildExt), u"JPG"_s);
-    for (const auto s : {spalte::AlsAnhang, spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite}) {
-      EXPECT_TRUE(std::holds_alternative<bool>(form().Zelle(1, s))) << s;
-      EXPECT_FALSE(form().Ja(1, s)) << s;
-    }
-    for (const auto s : {spalte::Beschreibung, spalte::Key1, spalte::Key2, spalte::Key3, spalte::Key4, spalte::Typ1,
-             spalte::Typ2, spalte::BildInfo, spalte::OriginalName})
-      EXPECT_EQ(text(s), QString()) << s;
-    EXPECT_FALSE(form().Ja(1, spalte::NameDoppelt));
-    EXPECT_FALSE(form().Ja(1, spalte::HatExif));
-    EXPECT_FALSE(form().Ja(1, spalte::NameGeaendert));
+    const Arbeitszeile& zeile = form().Zeile(1);
+    EXPECT_EQ(zeile.Root, u"P:"_s);
+    EXPECT_EQ(zeile.BildExt, u"JPG"_s);
+    EXPECT_FALSE(zeile.AlsAnhang || zeile.Drucken || zeile.DruckGesamteSeite || zeile.NeueSeite);
+    EXPECT_EQ(zeile.Beschreibung + zeile.Key1 + zeile.Key2 + zeile.Key3 + zeile.Key4 + zeile.Typ1 + zeile.Typ2 +
+            zeile.BildInfo + zeile.OriginalName,
+        QString());
+    EXPECT_FALSE(form().Zeile(1).NameDoppelt);
+    EXPECT_FALSE(form().mit_Exif(1).HatExif.value_or(false));
+    EXPECT_FALSE(form().Zeile(1).NameGeaendert);
   });
 }
 
@@ -131,8 +128,8 @@ TEST_F(Aktionen, AnAddedPictureWithExifDataIsMarkedWithoutTheTextOfTheMark) {
   wurzel.schreibe(u"Neu/x.jpg"_s, inhalt.insert(2, segment));
   zeige([&] {
     suche_alle();
-    EXPECT_TRUE(form().Ja(1, spalte::HatExif));
-    EXPECT_EQ(form().Text(1, spalte::ExifKennung), QString());
+    EXPECT_TRUE(form().mit_Exif(1).HatExif.value_or(false));
+    EXPECT_EQ(form().mit_Exif(1).ExifKennung, QString());
     klicke(form().Pic_Thumb(2));
     EXPECT_TRUE(form().SSC_ExifInfo.Enabled());
   });
@@ -144,10 +141,10 @@ TEST_F(Aktionen, AStoredPictureWithoutAFolderKeepsItsRow) {
   lege_Bild(u"a.jpg"_s, {60, 40}, Qt::blue, u"."_s);
   lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
   zeige([&] {
-    ASSERT_EQ(form().Text(0, spalte::Pfad), QString());
+    ASSERT_EQ(form().Zeile(0).Pfad, QString());
     suche_alle();
-    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"x"_s}));
-    EXPECT_TRUE(form().Ja(0, spalte::Gespeichert));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"a"_s, u"x"_s}));
+    EXPECT_TRUE(form().Zeile(0).Gespeichert);
   });
 }
 
@@ -171,7 +168,7 @@ TEST_F(Aktionen, NothingChosenIsAChangeAllTheSame) {
   lege_Bild(u"x.jpg"_s, {60, 40}, Qt::red, u"Neu"_s);
   zeige([&] {
     suche([](frm_BilderSuchen& dialog) { klicke(dialog.cmd_Uebernehmen); });
-    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"a"_s, u"b"_s}));
     EXPECT_EQ(form().SSP_Anzahl(3).Caption(), u"2"_s);
     EXPECT_TRUE(form().DatenGeaendert);
   });
@@ -191,7 +188,7 @@ TEST_F(Aktionen, NothingChosenForAnEmptyRecordTakesThePlaceholderAndTheNextSearc
     form().Zuordnung_Speichern();
     EXPECT_EQ(store->AnzahlPos(), 0);
     suche_alle();
-    EXPECT_EQ(spalte_von(spalte::Bildname), QStringList{u"x"_s});
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), QStringList{u"x"_s});
     EXPECT_EQ(form().AktZeile, 0);
     EXPECT_TRUE(form().txt_BildName.Enabled());
     EXPECT_TRUE(form().SSC_AlleZuordnungen.Enabled());
@@ -206,10 +203,10 @@ TEST_F(Aktionen, OfTwoPicturesOfOneNameInOneChoiceTheSecondIsMarked) {
   zeige([&] {
     suche_alle();
     ASSERT_EQ(form().LetzteZeile(), 4);
-    EXPECT_FALSE(form().Ja(1, spalte::NameDoppelt));
-    EXPECT_TRUE(form().Ja(2, spalte::NameDoppelt));
-    EXPECT_FALSE(form().Ja(3, spalte::NameDoppelt));
-    EXPECT_FALSE(form().Ja(4, spalte::NameDoppelt)) << "another extension";
+    EXPECT_FALSE(form().Zeile(1).NameDoppelt);
+    EXPECT_TRUE(form().Zeile(2).NameDoppelt);
+    EXPECT_FALSE(form().Zeile(3).NameDoppelt);
+    EXPECT_FALSE(form().Zeile(4).NameDoppelt) << "another extension";
   });
 }
 
@@ -261,8 +258,8 @@ TEST_F(Aktionen, APictureChosenFromTheRecordsOwnFolderIsCopiedAllTheSame) {
     suche_alle();
     form().Zuordnung_Speichern();
     EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/x.jpg"_s));
-    EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/"_s + form().Text(0, spalte::Bildname) + u".jpg"_s));
-    EXPECT_EQ(form().Text(0, spalte::Pfad), u"Belege\\1"_s);
+    EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/"_s + form().Zeile(0).Bildname + u".jpg"_s));
+    EXPECT_EQ(form().Zeile(0).Pfad, u"Belege\\1"_s);
   });
 }
 
@@ -290,7 +287,7 @@ TEST_F(Aktionen, ATextThatCannotBeReadIsReportedAndTheRowsUntilThenStay) {
     EXPECT_EQ(berichte[0].Modul, u"frm_BildZuordnung"_s);
     EXPECT_EQ(berichte[0].Prozedur, u"SSC_BilderLaden_Click"_s);
     EXPECT_TRUE(berichte[0].MitMeldung);
-    EXPECT_EQ(form().Text(1, spalte::Bildname), u"x"_s);
+    EXPECT_EQ(form().Zeile(1).Bildname, u"x"_s);
     EXPECT_EQ(mauszeiger().form(), Zeigerform::Standard);
     EXPECT_FALSE(form().DatenGeaendert);
   });
@@ -336,15 +333,25 @@ TEST_F(Aktionen, ThePropertiesOfThePictureOpenAndClose) {
 }
 
 TEST_F(Aktionen, AFailureOfThePropertiesIsReportedUnderTheNameOfTheSearchButton) {
+  struct Ablehnend final : KVOCore {
+    void FehlerMelden(
+        const QString& modul, const QString& prozedur, std::int32_t nummer, const QString& text, bool zeigen) override {
+      if (modul == u"clsDialoge"_s) throw Laufzeitfehler(fehlernummer::TypenUnvertraeglich);
+      vorher->FehlerMelden(modul, prozedur, nummer, text, zeigen);
+    }
+    std::shared_ptr<KVOCore> vorher;
+  };
   fuege_Bilder_ein(1);
   zeige([&] {
     form().SSC_ExifInfo.Enabled(true);
-    const Variant pfad = form().Zelle(0, spalte::VollerPfad);
-    // What is no text can't be the name of a file.
-    form().Zelle(0, spalte::VollerPfad, Variant(std::make_shared<int>(1)));
+    // No file can be read there, and the host does not take the report of that.
+    const QString pfad = std::exchange(form().Zeile(0).VollerPfad, u"P:\\"_s);
     mauszeiger().form(Zeigerform::Sanduhr);
+    const auto ablehnend = std::make_shared<Ablehnend>();
+    ablehnend->vorher = KVOCore::setze(ablehnend);
     klicke(form().SSC_ExifInfo);
-    form().Zelle(0, spalte::VollerPfad, pfad);
+    KVOCore::setze(ablehnend->vorher);
+    form().Zeile(0).VollerPfad = pfad;
     const auto berichte = core.hole();
     ASSERT_EQ(berichte.size(), 1);
     EXPECT_EQ(berichte[0].Modul, u"frm_BildZuordnung"_s);

@@ -31,7 +31,7 @@ class Behalten : public Speichertest {
     EXPECT_FALSE(form().isVisible());
   }
   void loesche(const QString& name) { EXPECT_TRUE(QFile::remove(wurzel.pfad(name))) << name.toStdString(); }
-  QString namen() { return spalte_von(spalte::Bildname).join(u' '); }
+  QString namen() { return spalte_von(&Arbeitszeile::Bildname).join(u' '); }
   QString neu(const QString& name) const { return name + Stempel; }
 };
 
@@ -44,7 +44,7 @@ TEST_F(Behalten, ANewPictureStaysNewHoweverOftenTheDialogSaves) {
   zeige([&] {
     nimm_auf(u"foto"_s);
     frische_auf();
-    EXPECT_TRUE(form().Ja(1, spalte::Gespeichert));
+    EXPECT_TRUE(form().Zeile(1).Gespeichert);
     klicke(form().Pic_Thumb(2));
     tippe(form().txt_BildText, u"x"_s);
     frische_auf();
@@ -101,9 +101,9 @@ TEST_F(Behalten, ANewPictureWhoseCopyFailedStaysNewWhereItStandsAndIsCopiedByALa
     loesche(u"Neu/foto.jpg"_s);
     frische_auf();
     EXPECT_EQ(namen(), u"a foto b"_s);
-    EXPECT_FALSE(form().Ja(1, spalte::Gespeichert));
-    EXPECT_EQ(form().Text(1, spalte::Pfad), u"P:\\Neu"_s);
-    EXPECT_EQ(form().Text(1, spalte::Beschreibung), u"Text"_s);
+    EXPECT_FALSE(form().Zeile(1).Gespeichert);
+    EXPECT_EQ(form().Zeile(1).Pfad, u"P:\\Neu"_s);
+    EXPECT_EQ(form().Zeile(1).Beschreibung, u"Text"_s);
     EXPECT_TRUE(form().DatenGeaendert);
     EXPECT_EQ(form().SSP_Anzahl(3).Caption(), u"3"_s);
     EXPECT_EQ(sammlung().size(), 2);
@@ -187,7 +187,7 @@ TEST_F(Behalten, WhereAllAreAttachmentsANewPictureIsOneThoughNobodySelectedIt) {
     const QStringList werte{u"P:\\Neu\\x.jpg"_s, u"P:\\Neu"_s, u"x"_s, u"jpg"_s};
     for (std::int32_t s = 0; s < 4; ++s) funde.Value(0, s, werte[s]);
     form().haenge_Fund_an(funde, 0);
-    EXPECT_TRUE(form().Ja(1, spalte::AlsAnhang));
+    EXPECT_TRUE(form().Zeile(1).AlsAnhang);
   });
 }
 
@@ -198,7 +198,7 @@ TEST_F(Behalten, AMarkOfTheUsersSurvivesReadingAgainAndTheSaveTakesItOut) {
   zeige([&] {
     merke_vor(1);
     frische_auf();
-    EXPECT_TRUE(form().Ja(0, spalte::Entfernen));
+    EXPECT_TRUE(form().Zeile(0).Entfernen);
     EXPECT_EQ(form().chk_Delete.Value(), 1);
     EXPECT_TRUE(form().DatenGeaendert);
     speichere();
@@ -214,10 +214,10 @@ TEST_F(Behalten, AMarkThatOnlyAMissingFileMadeGoesWhenTheFileIsBack) {
   zeige([&] {
     tippe(form().txt_BildText, u"x"_s);
     frische_auf();
-    EXPECT_TRUE(form().Ja(0, spalte::Entfernen));
+    EXPECT_TRUE(form().Zeile(0).Entfernen);
     wurzel.schreibe(u"Belege/1/a.jpg"_s, inhalt);
     frische_auf();
-    EXPECT_FALSE(form().Ja(0, spalte::Entfernen));
+    EXPECT_FALSE(form().Zeile(0).Entfernen);
     EXPECT_TRUE(form().chk_Delete.Enabled());
   });
   wirt_schreibt();
@@ -230,7 +230,7 @@ TEST_F(Behalten, AFileThatIsBackAtTheSaveStaysAssigned) {
   loesche(u"Belege/1/a.jpg"_s);
   lege_Bild(u"noch eins.jpg"_s);
   zeige([&] {
-    ASSERT_TRUE(form().Ja(0, spalte::Entfernen));
+    ASSERT_TRUE(form().Zeile(0).Entfernen);
     wurzel.schreibe(u"Belege/1/a.jpg"_s, inhalt);
     speichere();
   });
@@ -242,7 +242,7 @@ TEST_F(Behalten, NoRowIsRemovedForAMissingFileWhileTheRootIsAway) {
   fuege_Bilder_ein(2);
   loesche(u"Belege/1/a.jpg"_s);
   zeige([&] {
-    ASSERT_TRUE(form().Ja(0, spalte::Entfernen));
+    ASSERT_TRUE(form().Zeile(0).Entfernen);
     Pfadkarte::aktuell().setze(u"P:"_s, wurzel.pfad(u"gibt es nicht"_s));
     speichere();
   });
@@ -278,7 +278,7 @@ TEST_F(Behalten, LeavingWithNoKeepsAMarkThatTheUserTookBackBeforeAnUnaskedSave) 
     merke_vor(1);
     frische_auf();
     merke_vor(1);
-    ASSERT_FALSE(form().Ja(0, spalte::Entfernen));
+    ASSERT_FALSE(form().Zeile(0).Entfernen);
     verlasse(Antwort::Nein);
   });
   wirt_schreibt();
@@ -296,8 +296,8 @@ TEST_F(Behalten, AMarkThatAnEarlierDialogLeftIsShown) {
   zweite.pRootpath = u"P:"_s;
   zweite.pStandardBildPfad = u"Belege\\1"_s;
   zweite.Lade_Zuordnung();
-  EXPECT_FALSE(zweite.Ja(0, spalte::Entfernen));
-  EXPECT_TRUE(zweite.Ja(1, spalte::Entfernen));
+  EXPECT_FALSE(zweite.Zeile(0).Entfernen);
+  EXPECT_TRUE(zweite.Zeile(1).Entfernen);
 }
 
 // ── Work that could not be saved ────────────────────────────────────────────────────────────────────────────────────
@@ -308,14 +308,14 @@ TEST_F(Behalten, TurningWhileANameCollidesKeepsTheNewPicturesAndShowsTheTurnedOn
   lege_Bild(u"a.jpg"_s, QSize(64, 32));
   zeige([&] {
     nimm_auf(u"foto"_s);
-    form().Zelle(1, spalte::NameDoppelt, true);
+    form().Zeile(1).NameDoppelt = true;
     klicke(form().Pic_Thumb(1));
     meldungen.erwarte(meldung::doppelte_Datei(), Antwort::OK, [&] { klicke(form().Pic_Thumb(1)); });
     form().AktZeile = 0;
     form().Bild_Drehen(u"JpgTransformRotate90"_s);
     EXPECT_EQ(namen(), u"a foto"_s);
     EXPECT_TRUE(form().DatenGeaendert);
-    EXPECT_FALSE(form().Ja(1, spalte::Gespeichert));
+    EXPECT_FALSE(form().Zeile(1).Gespeichert);
     const QImage& klein = form().Pic_Thumb(1).Image();
     EXPECT_LT(klein.width(), klein.height()) << "the turned picture is drawn anew";
   });
@@ -328,7 +328,7 @@ TEST_F(Behalten, CancellingTheQuestionOfARenameKeepsTypedTexts) {
     benenne(2, u"b2"_s);
     meldungen.erwarte(meldung::umbenannt(), Antwort::Abbrechen);
     frische_auf();
-    EXPECT_EQ(spalte_von(spalte::Beschreibung), (QStringList{u"getippt"_s, QString()}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Beschreibung), (QStringList{u"getippt"_s, QString()}));
     EXPECT_EQ(namen(), u"a b2"_s);
   });
 }
@@ -453,8 +453,8 @@ TEST_F(Behalten, WhatWasNotSavedOpensTheDialogAgainAsItWas) {
     EXPECT_EQ(namen(), u"foto ax b"_s);
     EXPECT_TRUE(form().DatenGeaendert);
     EXPECT_TRUE(form().SSC_ZuordnungSpeichern.Enabled());
-    EXPECT_EQ(spalte_von(spalte::Beschreibung), (QStringList{QString(), QString(), u"getippt"_s}));
-    EXPECT_TRUE(form().Ja(2, spalte::Entfernen));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Beschreibung), (QStringList{QString(), QString(), u"getippt"_s}));
+    EXPECT_TRUE(form().Zeile(2).Entfernen);
     meldungen.erwarte(meldung::umbenannt(), Antwort::Ja);
     speichere();
   });

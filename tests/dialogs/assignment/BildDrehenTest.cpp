@@ -230,7 +230,7 @@ TEST_F(BildDrehen, ANewPictureIsTurnedWhereItLiesAndThenSaved) {
     klicke(form().SSC_Drehen90);
     EXPECT_EQ(QImage(wurzel.pfad(u"Neu/x.jpg"_s)).size(), QSize(80, 120));
     EXPECT_EQ(store->AnzahlPos(), 2) << "pending changes are saved";
-    EXPECT_EQ(form().Text(1, spalte::Pfad), u"Belege\\1"_s);
+    EXPECT_EQ(form().Zeile(1).Pfad, u"Belege\\1"_s);
     EXPECT_FALSE(form().DatenGeaendert);
   });
 }

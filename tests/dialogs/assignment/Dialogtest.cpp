@@ -1,6 +1,5 @@
 #include "tests/dialogs/assignment/Dialogtest.h"
 
-#include <QBuffer>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -8,15 +7,6 @@
 #include "store/BasZuordnungen.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-QPoint im_Fenster(const QWidget& ziel, QPoint wo) {
-  const QPoint punkt = wo == QPoint(-1, -1) ? ziel.rect().center() : wo;
-  return ziel.mapTo(ziel.window(), punkt);
-}
-
-}  // namespace
 
 Dialogtest::Dialogtest() {
   BasZuordnungen::gConnection().reset();
@@ -27,16 +17,6 @@ Dialogtest::~Dialogtest() {
   if (form_) form_->Unload();
   form_.reset();
   BasZuordnungen::gConnection().reset();
-}
-
-QByteArray Dialogtest::lege_Bild(const QString& name, QSize groesse, const QColor& farbe, const QString& ordner) {
-  QImage bild(groesse, QImage::Format_RGB32);
-  bild.fill(farbe);
-  QByteArray bytes;
-  QBuffer puffer(&bytes);
-  EXPECT_TRUE(bild.save(&puffer, "JPEG"));
-  wurzel.schreibe(ordner + u'/' + name, bytes);
-  return bytes;
 }
 
 void Dialogtest::fuege_Bild_ein(
@@ -98,55 +78,27 @@ void Dialogtest::zeige(const std::function<void()>& waehrend) {
 
 void Dialogtest::haenge_neue_Zeile_an(const QString& ordner, const QString& name, const QString& ext) {
   frm_BildZuordnung& f = form();
-  if (!f.KeineBilder()) f.BildTabelle->AppendRows(1);
-  const std::int32_t zeile = f.LetzteZeile();
-  f.Zelle(zeile, spalte::NameDoppelt, false);
-  f.Zelle(zeile, spalte::VollerPfad, QString(ordner + u'\\' + name + u'.' + ext));
-  f.Zelle(zeile, spalte::Root, f.pRootpath);
-  f.Zelle(zeile, spalte::Pfad, ordner);
-  f.Zelle(zeile, spalte::Bildname, name);
-  f.Zelle(zeile, spalte::BildExt, ext);
-  for (const auto s : {spalte::AlsAnhang, spalte::Drucken, spalte::DruckGesamteSeite, spalte::NeueSeite})
-    f.Zelle(zeile, s, false);
-  f.Zelle(zeile, spalte::ZeileGeaendert, true);
-  f.Zelle(zeile, spalte::NeuAusSuche, true);
+  Arbeitszeile& zeile = f.KeineBilder() ? f.Zeile(0) : f.BildTabelle->haenge_an();
+  zeile.VollerPfad = ordner + u'\\' + name + u'.' + ext;
+  zeile.Root = f.pRootpath;
+  zeile.Pfad = ordner;
+  zeile.Bildname = name;
+  zeile.BildExt = ext;
+  zeile.ZeileGeaendert = zeile.NeuAusSuche = true;
   f.SetzeDatenGeaendert(true);
 }
 
 void Dialogtest::druecke_Maus(QWidget& ziel, QPoint wo) {
-  QTest::mousePress(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
+  QTest::mousePress(ziel.window()->windowHandle(), Qt::LeftButton, {}, eingaben::im_Fenster(ziel, wo));
 }
 
 void Dialogtest::bewege_Maus(QWidget& ziel, QPoint wo) {
-  QTest::mouseMove(ziel.window()->windowHandle(), im_Fenster(ziel, wo));
+  QTest::mouseMove(ziel.window()->windowHandle(), eingaben::im_Fenster(ziel, wo));
   QCoreApplication::processEvents();
 }
 
 void Dialogtest::lasse_Maus_los(QWidget& ziel, QPoint wo) {
-  QTest::mouseRelease(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
-}
-
-void Dialogtest::klicke(QWidget& ziel, QPoint wo) {
-  QTest::mouseClick(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
-}
-
-void Dialogtest::doppelklicke(QWidget& ziel) {
-  QTest::mouseDClick(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, QPoint(-1, -1)));
-}
-
-void Dialogtest::taste(QWidget& fenster, int qt_taste) {
-  QTest::keyClick(fenster.window()->windowHandle(), static_cast<Qt::Key>(qt_taste));
-}
-
-void Dialogtest::tippe(QWidget& feld, const QString& text) {
-  feld.setFocus();
-  for (const QChar zeichen : text) {
-    // Qt's table of keys ends with ASCII.
-    if (zeichen.unicode() < 0x80)
-      QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
-    else
-      QTest::sendKeyEvent(QTest::Click, &feld, Qt::Key_unknown, QString(zeichen), {});
-  }
+  QTest::mouseRelease(ziel.window()->windowHandle(), Qt::LeftButton, {}, eingaben::im_Fenster(ziel, wo));
 }
 
 QStringList Dialogtest::gespeichert() {
@@ -154,11 +106,5 @@ QStringList Dialogtest::gespeichert() {
   for (const QStringList& zeile :
       db.zeilen(u"select Bildname, SortIndex, Beschreibung from Bild_Zuordnungen order by SortIndex, Bildname"_s))
     alle.append(zeile.join(u'|'));
-  return alle;
-}
-
-QStringList Dialogtest::spalte_von(spalte::Spalte spalte) {
-  QStringList alle;
-  for (std::int32_t i = 0; i <= form().LetzteZeile(); ++i) alle.append(form().Text(i, spalte));
   return alle;
 }

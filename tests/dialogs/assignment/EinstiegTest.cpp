@@ -132,7 +132,7 @@ TEST_F(Einstieg, NothingSurvivesFromOneCallToTheNext) {
     EXPECT_EQ(form.ErsteZeile, 0);
     EXPECT_EQ(form.AktZeile, 0);
     EXPECT_FALSE(form.DatenGeaendert);
-    EXPECT_EQ(form.Text(2, spalte::Beschreibung), QString());
+    EXPECT_EQ(form.Zeile(2).Beschreibung, QString());
   }));
 }
 

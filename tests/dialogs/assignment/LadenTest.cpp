@@ -31,10 +31,6 @@ extern "C" ssize_t pread(int datei, void* ziel, size_t anzahl, off_t position) {
 
 namespace {
 
-QString text_von(const frm_BildZuordnung& f, std::int32_t zeile, spalte::Spalte spalte) {
-  return f.Text(zeile, spalte);
-}
-
 /// A JPEG with an Exif segment of one entry (Make "KVO"), or with one that is cut in the middle.
 QByteArray mit_Exif(const QByteArray& jpeg, bool heil = true) {
   QByteArray tiff("II*\0\x08\0\0\0", 8);
@@ -74,7 +70,6 @@ TEST_F(Laden, LoadingTheFormSetsTheStartValues) {
   EXPECT_EQ(f.StreifenHoehe, 1750);
   EXPECT_EQ(f.LetzteZeile(), 0);
   EXPECT_TRUE(f.KeineBilder());
-  EXPECT_EQ(f.BildTabelle->UpperBound(XArrayDBObject::Dimension::Spalten), 28);
   EXPECT_FALSE(f.Pic_Thumb(0).Visible());
   EXPECT_EQ(f.Shp_Thump.BorderColor(), 255U);
   EXPECT_EQ(f.Shp_Sort.BorderColor(), 65280U);
@@ -162,41 +157,40 @@ TEST_F(Laden, EveryColumnIsFilledFromTheRecord) {
   form().Lade_Zuordnung();
   const frm_BildZuordnung& f = form();
   ASSERT_EQ(f.LetzteZeile(), 0);
-  EXPECT_TRUE(f.Ja(0, spalte::Gespeichert));
-  EXPECT_EQ(text_von(f, 0, spalte::VollerPfad), u"P:\\Belege\\1\\haus.jpg"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Root), u"P:"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Pfad), u"Belege\\1"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Bildname), u"haus"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::BildExt), u"jpg"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Beschreibung), u"Vorderseite"_s);
-  EXPECT_FALSE(f.Ja(0, spalte::Drucken));
-  EXPECT_TRUE(f.Ja(0, spalte::DruckGesamteSeite));
-  EXPECT_TRUE(f.Ja(0, spalte::NeueSeite));
-  EXPECT_TRUE(f.Ja(0, spalte::AlsAnhang));
-  EXPECT_EQ(text_von(f, 0, spalte::Key1), u"RE"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Key2), u"1"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Key3), u"K3"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Key4), u"K4"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Typ1), u"BEL"_s);
-  EXPECT_EQ(text_von(f, 0, spalte::Typ2), u"T2"_s);
-  EXPECT_FALSE(f.Ja(0, spalte::Aktuell));
-  EXPECT_EQ(text_von(f, 0, spalte::BildInfo), u"Info"_s);
-  for (const auto s : {spalte::ZeileGeaendert, spalte::DateiFehlt, spalte::Entfernen, spalte::NameDoppelt,
-           spalte::HatExif, spalte::NameGeaendert, spalte::NeuAusSuche}) {
-    ASSERT_TRUE(std::holds_alternative<bool>(f.Zelle(0, s))) << s;
-    EXPECT_FALSE(f.Ja(0, s)) << s;
-  }
-  EXPECT_EQ(text_von(f, 0, spalte::ExifKennung), QString());
-  EXPECT_EQ(text_von(f, 0, spalte::OriginalName), QString());
-  EXPECT_EQ(std::get<std::int32_t>(f.Zelle(0, spalte::SortIndex)), 7);
+  EXPECT_TRUE(f.Zeile(0).Gespeichert);
+  EXPECT_EQ(f.Zeile(0).VollerPfad, u"P:\\Belege\\1\\haus.jpg"_s);
+  EXPECT_EQ(f.Zeile(0).Root, u"P:"_s);
+  EXPECT_EQ(f.Zeile(0).Pfad, u"Belege\\1"_s);
+  EXPECT_EQ(f.Zeile(0).Bildname, u"haus"_s);
+  EXPECT_EQ(f.Zeile(0).BildExt, u"jpg"_s);
+  EXPECT_EQ(f.Zeile(0).Beschreibung, u"Vorderseite"_s);
+  EXPECT_FALSE(f.Zeile(0).Drucken);
+  EXPECT_TRUE(f.Zeile(0).DruckGesamteSeite);
+  EXPECT_TRUE(f.Zeile(0).NeueSeite);
+  EXPECT_TRUE(f.Zeile(0).AlsAnhang);
+  EXPECT_EQ(f.Zeile(0).Key1, u"RE"_s);
+  EXPECT_EQ(f.Zeile(0).Key2, u"1"_s);
+  EXPECT_EQ(f.Zeile(0).Key3, u"K3"_s);
+  EXPECT_EQ(f.Zeile(0).Key4, u"K4"_s);
+  EXPECT_EQ(f.Zeile(0).Typ1, u"BEL"_s);
+  EXPECT_EQ(f.Zeile(0).Typ2, u"T2"_s);
+  EXPECT_FALSE(f.Zeile(0).Aktuell);
+  EXPECT_EQ(f.Zeile(0).BildInfo, u"Info"_s);
+  for (const auto feld : {&Arbeitszeile::ZeileGeaendert, &Arbeitszeile::DateiFehlt, &Arbeitszeile::Entfernen,
+           &Arbeitszeile::NameDoppelt, &Arbeitszeile::NameGeaendert, &Arbeitszeile::NeuAusSuche})
+    EXPECT_FALSE(f.Zeile(0).*feld);
+  EXPECT_EQ(f.mit_Exif(0).HatExif, false);
+  EXPECT_EQ(f.Zeile(0).ExifKennung, QString());
+  EXPECT_EQ(f.Zeile(0).OriginalName, QString());
+  EXPECT_EQ(f.Zeile(0).SortIndex, 7);
 }
 
 TEST_F(Laden, TheRowsKeepTheOrderOfTheCollection) {
   fuege_Bilder_ein(4);
   db.fuehre_aus(u"update Bild_Zuordnungen set SortIndex = 9 where Bildname = 'b'"_s);
-  EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"c"_s, u"d"_s, u"b"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"a"_s, u"c"_s, u"d"_s, u"b"_s}));
   // The stored position is not read: it shows in the order of the rows only.
-  EXPECT_EQ(spalte_von(spalte::SortIndex), (QStringList{u"0"_s, u"0"_s, u"0"_s, u"0"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::SortIndex), (QStringList{u"0"_s, u"0"_s, u"0"_s, u"0"_s}));
   EXPECT_EQ(form().SSP_Anzahl(3).Caption(), u"4"_s);
   EXPECT_TRUE(form().SSC_AlleZuordnungen.Enabled());
   EXPECT_TRUE(form().SSC_WeitereZuordnungen.Enabled());
@@ -212,23 +206,23 @@ TEST_F(Laden, FillingTheTableFillsNoControls) {
 TEST_F(Laden, TheTextFileIsTrimmedOfBlanksAndOfNothingElse) {
   fuege_Bilder_ein(1);
   lege_Text(u"a"_s, "  \tzwei\r\nZeilen\xA0 und \xFC\n ");
-  EXPECT_EQ(spalte_von(spalte::BildInfo), QStringList{u"\tzwei\r\nZeilen\u00A0 und ü\n"_s});
+  EXPECT_EQ(spalte_von(&Arbeitszeile::BildInfo), QStringList{u"\tzwei\r\nZeilen\u00A0 und ü\n"_s});
 }
 
 TEST_F(Laden, ATextFileWithADotBeforeTheExtensionIsNotThePictures) {
   fuege_Bilder_ein(1);
   lege_Text(u"a."_s, "falsch");
-  EXPECT_EQ(spalte_von(spalte::BildInfo), QStringList{QString()});
+  EXPECT_EQ(spalte_von(&Arbeitszeile::BildInfo), QStringList{QString()});
 }
 
 TEST_F(Laden, AMissingFileComesUpMarkedForRemovalWithoutExif) {
   fuege_Bild_ein(u"a"_s, u"jpg"_s, false);
   fuege_Bild_ein(u"b"_s);
-  EXPECT_EQ(spalte_von(spalte::DateiFehlt), (QStringList{u"True"_s, u"False"_s}));
-  EXPECT_EQ(spalte_von(spalte::Entfernen), (QStringList{u"True"_s, u"False"_s}));
-  EXPECT_EQ(spalte_von(spalte::HatExif), (QStringList{u"False"_s, u"False"_s}));
-  EXPECT_EQ(spalte_von(spalte::ExifKennung), (QStringList{QString(), QString()}));
-  EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), (QStringList{u"False"_s, u"False"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::DateiFehlt), (QStringList{u"True"_s, u"False"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::Entfernen), (QStringList{u"True"_s, u"False"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::HatExif), (QStringList{u"False"_s, u"False"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::ExifKennung), (QStringList{QString(), QString()}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::ZeileGeaendert), (QStringList{u"False"_s, u"False"_s}));
   EXPECT_TRUE(form().DatenGeaendert);
 }
 
@@ -264,8 +258,8 @@ TEST_F(Laden, ALostPictureThatIsNotTheFirstIsOfferedForRemovalToo) {
 TEST_F(Laden, AMissingPictureRootMarksNoRow) {
   fuege_Bilder_ein(2);
   Pfadkarte::aktuell().setze(u"P:"_s, wurzel.pfad(u"gibt es nicht"_s));
-  EXPECT_EQ(spalte_von(spalte::DateiFehlt), (QStringList{u"True"_s, u"True"_s}));
-  EXPECT_EQ(spalte_von(spalte::Entfernen), (QStringList{u"False"_s, u"False"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::DateiFehlt), (QStringList{u"True"_s, u"True"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::Entfernen), (QStringList{u"False"_s, u"False"_s}));
   EXPECT_FALSE(form().DatenGeaendert);
 }
 
@@ -273,12 +267,12 @@ TEST_F(Laden, AMissingFolderOfTheRecordMarksNoRowAndTheUserStillCan) {
   fuege_Bild_ein(u"a"_s, u"jpg"_s, false, [](clsBildZuordnungen& b) { b.Bild_Pfad(u"Belege\\fort"_s); });
   fuege_Bild_ein(u"b"_s);
   zeige([&] {
-    EXPECT_EQ(spalte_von(spalte::Entfernen), (QStringList{u"False"_s, u"False"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Entfernen), (QStringList{u"False"_s, u"False"_s}));
     EXPECT_EQ(form().Pic_Dummy.Picture(), form().Pic_Blank.Picture());
     EXPECT_FALSE(form().SSC_ZuordnungSpeichern.Enabled());
     EXPECT_TRUE(form().chk_Delete.Enabled());
     klicke(form().chk_Delete, QPoint(8, 8));
-    EXPECT_TRUE(form().Ja(0, spalte::Entfernen));
+    EXPECT_TRUE(form().Zeile(0).Entfernen);
   });
 }
 
@@ -301,7 +295,7 @@ TEST_F(Laden, WithNothingToShowThePlaceholderStaysAndTheFieldsAreLocked) {
 
 TEST_F(Laden, ReadingAgainStartsFromAnEmptyTable) {
   fuege_Bilder_ein(3);
-  form().Zelle(2, spalte::Beschreibung, u"alt"_s);
+  form().Zeile(2).Beschreibung = u"alt"_s;
   store->FKT_Neu();
   form().Lade_Zuordnung();
   EXPECT_EQ(form().LetzteZeile(), 0);
@@ -346,10 +340,10 @@ TEST_F(Laden, AFailureInTheMiddleKeepsTheRowsReadSoFar) {
   unlesbare_Datei = wurzel.pfad(u"Belege/1/bjpg.txt"_s);
   form();
   unlesbare_Datei.clear();
-  EXPECT_EQ(form().Text(0, spalte::BildInfo), u"eins"_s);
+  EXPECT_EQ(form().Zeile(0).BildInfo, u"eins"_s);
   EXPECT_EQ(form().LetzteZeile(), 1);
-  EXPECT_EQ(form().Text(0, spalte::Bildname), u"a"_s);
-  EXPECT_EQ(form().Text(1, spalte::Bildname), u"b"_s);
+  EXPECT_EQ(form().Zeile(0).Bildname, u"a"_s);
+  EXPECT_EQ(form().Zeile(1).Bildname, u"b"_s);
   EXPECT_FALSE(form().SSC_AlleZuordnungen.Enabled());
   EXPECT_FALSE(form().SSC_WeitereZuordnungen.Enabled());
   EXPECT_EQ(form().SSP_Anzahl(3).Caption(), u"0"_s);
@@ -366,7 +360,7 @@ TEST_F(Laden, NamesWithUmlautsApostrophesAndDotsAreFound) {
   fuege_Bild_ein(u"x"_s);
   db.fuehre_aus(u"update Bild_Zuordnungen set Bildname = 'Müller''s Haus v1.2'"_s);
   zeige([&] {
-    EXPECT_FALSE(form().Ja(0, spalte::DateiFehlt));
+    EXPECT_FALSE(form().Zeile(0).DateiFehlt);
     EXPECT_EQ(form().txt_BildName.Text(), u"Müller's Haus v1.2"_s);
   });
 }
@@ -376,8 +370,8 @@ TEST_F(Laden, NamesWithUmlautsApostrophesAndDotsAreFound) {
 TEST_F(Laden, APictureWithExifDataOffersTheirDisplay) {
   fuege_Bilder_ein(2);
   wurzel.schreibe(u"Belege/1/b.jpg"_s, mit_Exif(lege_Bild(u"b.jpg"_s)));
-  EXPECT_EQ(spalte_von(spalte::HatExif), (QStringList{u"False"_s, u"True"_s}));
-  EXPECT_EQ(spalte_von(spalte::ExifKennung), (QStringList{QString(), u"True"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::HatExif), (QStringList{u"False"_s, u"True"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::ExifKennung), (QStringList{QString(), u"True"_s}));
   zeige([&] {
     EXPECT_FALSE(form().SSC_ExifInfo.Enabled());
     klicke(form().Pic_Thumb(2));
@@ -392,8 +386,8 @@ TEST_F(Laden, ExifDataThatCannotBeReadNeverEndTheLoading) {
   wurzel.schreibe(u"Belege/1/a.jpg"_s, mit_Exif(lege_Bild(u"a.jpg"_s), false));
   wurzel.schreibe(u"Belege/1/b.jpg"_s, QByteArray());
   EXPECT_EQ(form().LetzteZeile(), 2);
-  EXPECT_EQ(form().Text(1, spalte::HatExif), u"False"_s);
-  EXPECT_EQ(form().Text(2, spalte::HatExif), u"False"_s);
+  EXPECT_EQ(form().mit_Exif(1).HatExif, false);
+  EXPECT_EQ(form().mit_Exif(2).HatExif, false);
 }
 
 // ── Modes ───────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -402,11 +396,11 @@ TEST_F(Laden, WithAttachmentsOnlyEveryPictureShownBecomesOne) {
   nur_anhang = true;
   fuege_Bilder_ein(3);
   zeige([&] {
-    EXPECT_EQ(spalte_von(spalte::AlsAnhang), (QStringList{u"True"_s, u"False"_s, u"False"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::AlsAnhang), (QStringList{u"True"_s, u"False"_s, u"False"_s}));
     klicke(form().Pic_Thumb(2));
     EXPECT_EQ(form().chk_AlsAnhang.Value(), 1);
     EXPECT_FALSE(form().chk_AlsAnhang.Enabled());
-    EXPECT_EQ(spalte_von(spalte::AlsAnhang), (QStringList{u"True"_s, u"True"_s, u"False"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::AlsAnhang), (QStringList{u"True"_s, u"True"_s, u"False"_s}));
     EXPECT_TRUE(form().chk_Drucken.Enabled());
     EXPECT_FALSE(form().DatenGeaendert);
   });

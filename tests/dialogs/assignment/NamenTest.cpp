@@ -23,7 +23,6 @@ class Namen : public Dialogtest {
     taste(form(), Qt::Key_End);
     taste(form(), Qt::Key_Backspace);
   }
-  QString zelle(std::int32_t zeile, spalte::Spalte spalte) { return form().Text(zeile, spalte); }
   Farbe knopfflaeche() {
     const QColor c = form().palette().color(QPalette::Active, QPalette::Button);
     return static_cast<Farbe>(c.red() | c.green() << 8 | c.blue() << 16);
@@ -37,18 +36,18 @@ TEST_F(Namen, AnEditedNameIsKeptWithItsOriginalAndMarked) {
     EXPECT_EQ(form().SSP_NameChanged.BackColor(), knopfflaeche());
     form().SetzeZeileGeaendert(false);
     tippe(form().txt_BildName, u"x"_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"ax"_s);
-    EXPECT_EQ(zelle(0, spalte::OriginalName), u"a"_s);
-    EXPECT_TRUE(form().Ja(0, spalte::NameGeaendert));
-    EXPECT_TRUE(form().Ja(0, spalte::ZeileGeaendert));
-    EXPECT_FALSE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_EQ(form().Zeile(0).Bildname, u"ax"_s);
+    EXPECT_EQ(form().Zeile(0).OriginalName, u"a"_s);
+    EXPECT_TRUE(form().Zeile(0).NameGeaendert);
+    EXPECT_TRUE(form().Zeile(0).ZeileGeaendert);
+    EXPECT_FALSE(form().Zeile(0).NameDoppelt);
     EXPECT_TRUE(form().SSC_ZuordnungSpeichern.Enabled());
     EXPECT_TRUE(form().cmd_OriginalName.Enabled());
     EXPECT_EQ(form().SSP_NameChanged.BackColor(), 0xC0C0C0U);
     EXPECT_EQ(form().lbl_Anzeige(0).BackColor(), 0xC0C0C0U);
     EXPECT_EQ(form().SSP_WarnungName.BackColor(), 0xC0C0C0U);
-    EXPECT_EQ(zelle(0, spalte::VollerPfad), u"P:\\Belege\\1\\a.jpg"_s);
-    EXPECT_EQ(zelle(1, spalte::Bildname), u"b"_s);
+    EXPECT_EQ(form().Zeile(0).VollerPfad, u"P:\\Belege\\1\\a.jpg"_s);
+    EXPECT_EQ(form().Zeile(1).Bildname, u"b"_s);
   });
 }
 
@@ -60,8 +59,8 @@ TEST_F(Namen, TheOriginalIsTheNameBeforeTheFirstEdit) {
     klicke(form().Pic_Thumb(1));
     EXPECT_EQ(form().txt_BildName.Tag, u"ax"_s);
     tippe(form().txt_BildName, u"y"_s);
-    EXPECT_EQ(zelle(0, spalte::OriginalName), u"a"_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"axy"_s);
+    EXPECT_EQ(form().Zeile(0).OriginalName, u"a"_s);
+    EXPECT_EQ(form().Zeile(0).Bildname, u"axy"_s);
   });
 }
 
@@ -70,8 +69,8 @@ TEST_F(Namen, TypingTheOriginalNameBackClearsTheMark) {
   zeige([&] {
     tippe(form().txt_BildName, u"x"_s);
     loesche_Buchstaben();
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"a"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameGeaendert));
+    EXPECT_EQ(form().Zeile(0).Bildname, u"a"_s);
+    EXPECT_FALSE(form().Zeile(0).NameGeaendert);
     EXPECT_FALSE(form().cmd_OriginalName.Enabled());
     EXPECT_EQ(form().SSP_NameChanged.BackColor(), knopfflaeche());
     EXPECT_EQ(form().lbl_Anzeige(0).BackColor(), knopfflaeche());
@@ -83,9 +82,9 @@ TEST_F(Namen, ChangingOnlyTheCaseCountsAsGoingBackToTheOriginal) {
   fuege_Bild_ein(u"Haus"_s);
   zeige([&] {
     tippe_Namen(u"hAUS"_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"Haus"_s);
+    EXPECT_EQ(form().Zeile(0).Bildname, u"Haus"_s);
     EXPECT_EQ(form().txt_BildName.Text(), u"hAUS"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameGeaendert));
+    EXPECT_FALSE(form().Zeile(0).NameGeaendert);
     EXPECT_FALSE(form().cmd_OriginalName.Enabled());
   });
 }
@@ -95,8 +94,8 @@ TEST_F(Namen, BlanksAroundTheOriginalCountAsGoingBackToo) {
   zeige([&] {
     form().txt_BildName.Text(u"anders"_s);
     form().txt_BildName.Text(u"  Haus "_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"Haus"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameGeaendert));
+    EXPECT_EQ(form().Zeile(0).Bildname, u"Haus"_s);
+    EXPECT_FALSE(form().Zeile(0).NameGeaendert);
   });
 }
 
@@ -105,13 +104,13 @@ TEST_F(Namen, ARowHitsItselfOnlyWhenItsOldNameIsTheNewText) {
   fuege_Bilder_ein(1);
   zeige([&] {
     tippe(form().txt_BildName, u" "_s);
-    EXPECT_TRUE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_TRUE(form().Zeile(0).NameDoppelt);
     EXPECT_TRUE(form().SSP_WarnungName.Visible());
-    EXPECT_FALSE(form().Ja(0, spalte::NameGeaendert));
+    EXPECT_FALSE(form().Zeile(0).NameGeaendert);
     form().txt_BildName.Text(u"ab"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Zeile(0).NameDoppelt);
     form().txt_BildName.Text(u"a"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Zeile(0).NameDoppelt);
   });
 }
 
@@ -121,8 +120,8 @@ TEST_F(Namen, TheButtonBringsTheOriginalBack) {
     tippe(form().txt_BildName, u"xyz"_s);
     klicke(form().cmd_OriginalName);
     EXPECT_EQ(form().txt_BildName.Text(), u"a"_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"a"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameGeaendert));
+    EXPECT_EQ(form().Zeile(0).Bildname, u"a"_s);
+    EXPECT_FALSE(form().Zeile(0).NameGeaendert);
     EXPECT_FALSE(form().cmd_OriginalName.Enabled());
   });
 }
@@ -146,8 +145,8 @@ TEST_F(Namen, LookingAtAPictureIsNoEditingOfItsName) {
   zeige([&] {
     klicke(form().Pic_Thumb(2));
     klicke(form().Pic_Thumb(1));
-    EXPECT_EQ(spalte_von(spalte::OriginalName), (QStringList{QString(), QString()}));
-    EXPECT_EQ(spalte_von(spalte::NameGeaendert), (QStringList{u"False"_s, u"False"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::OriginalName), (QStringList{QString(), QString()}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::NameGeaendert), (QStringList{u"False"_s, u"False"_s}));
   });
 }
 
@@ -159,15 +158,15 @@ TEST_F(Namen, ANameThatAnotherRowHasIsWarnedOf) {
     tippe_Namen(u"b"_s);
     EXPECT_TRUE(form().SSP_WarnungName.Visible());
     EXPECT_EQ(form().SSP_WarnungName.Caption(), u"Dateiname schon vorhanden!"_s);
-    EXPECT_TRUE(form().Ja(0, spalte::NameDoppelt));
-    EXPECT_FALSE(form().Ja(1, spalte::NameDoppelt));
+    EXPECT_TRUE(form().Zeile(0).NameDoppelt);
+    EXPECT_FALSE(form().Zeile(1).NameDoppelt);
     for (const TextBox* feld : {&form().txt_BildName, &form().txt_BildExt}) {
       EXPECT_EQ(feld->BackColor(), 0x0000FFU);
       EXPECT_EQ(feld->ForeColor(), 0xFFFFFFU);
     }
     tippe(form().txt_BildName, u"c"_s);
     EXPECT_FALSE(form().SSP_WarnungName.Visible());
-    EXPECT_FALSE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Zeile(0).NameDoppelt);
     for (const TextBox* feld : {&form().txt_BildName, &form().txt_BildExt}) {
       EXPECT_EQ(feld->BackColor(), ruhe);
       EXPECT_EQ(feld->ForeColor(), text);
@@ -180,7 +179,7 @@ TEST_F(Namen, TheCollisionDisregardsTheCaseOfAnotherRowsNameAndExtension) {
   fuege_Bild_ein(u"Küche"_s, u"JPG"_s);
   zeige([&] {
     form().txt_BildName.Text(u" kÜCHE "_s);
-    EXPECT_TRUE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_TRUE(form().Zeile(0).NameDoppelt);
   });
 }
 
@@ -189,7 +188,7 @@ TEST_F(Namen, TheSameNameWithAnotherExtensionIsNoCollision) {
   fuege_Bild_ein(u"b"_s, u"png"_s);
   zeige([&] {
     tippe_Namen(u"b"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Zeile(0).NameDoppelt);
     EXPECT_FALSE(form().SSP_WarnungName.Visible());
   });
 }
@@ -205,7 +204,7 @@ TEST_F(Namen, OnlyTheFirstRowOfANameDecidesAboutTheCollision) {
     form().Pruefe_NameVorhanden(u"gibtesnicht"_s, u"jpg"_s, ergebnis);
     EXPECT_FALSE(ergebnis);
     tippe_Namen(u"b"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Zeile(0).NameDoppelt);
   });
 }
 
@@ -214,7 +213,7 @@ TEST_F(Namen, FilesThatNoRowNamesAreNoCollision) {
   lege_Bild(u"b.jpg"_s);
   zeige([&] {
     tippe_Namen(u"b"_s);
-    EXPECT_FALSE(form().Ja(0, spalte::NameDoppelt));
+    EXPECT_FALSE(form().Zeile(0).NameDoppelt);
   });
 }
 
@@ -240,7 +239,7 @@ TEST_F(Namen, TheExtensionIsNeverEdited) {
     klicke(form().txt_BildExt);
     tippe(form().txt_BildExt, u"x"_s);
     EXPECT_EQ(form().txt_BildExt.Text(), u"jpg"_s);
-    EXPECT_EQ(zelle(0, spalte::BildExt), u"jpg"_s);
+    EXPECT_EQ(form().Zeile(0).BildExt, u"jpg"_s);
   });
 }
 
@@ -248,7 +247,7 @@ TEST_F(Namen, ARowWithoutANameShowsNumberZeroAndLocksItsFields) {
   fuege_Bilder_ein(2);
   zeige([&] {
     loesche_Buchstaben();
-    EXPECT_EQ(zelle(0, spalte::Bildname), QString());
+    EXPECT_EQ(form().Zeile(0).Bildname, QString());
     klicke(form().Pic_Thumb(2));
     klicke(form().Pic_Thumb(1));
     EXPECT_EQ(form().SSP_Anzahl(1).Caption(), u"0"_s);
@@ -256,7 +255,7 @@ TEST_F(Namen, ARowWithoutANameShowsNumberZeroAndLocksItsFields) {
     EXPECT_FALSE(form().chk_Delete.Enabled());
     EXPECT_TRUE(form().cmd_OriginalName.Enabled());
     klicke(form().cmd_OriginalName);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"a"_s);
+    EXPECT_EQ(form().Zeile(0).Bildname, u"a"_s);
   });
 }
 
@@ -264,8 +263,8 @@ TEST_F(Namen, UmlautsAndDotsAreTakenAsTyped) {
   fuege_Bilder_ein(1);
   zeige([&] {
     tippe_Namen(u"Mü’ß.Ö"_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"Mü’ß.Ö"_s);
-    EXPECT_EQ(zelle(0, spalte::OriginalName), u"a"_s);
+    EXPECT_EQ(form().Zeile(0).Bildname, u"Mü’ß.Ö"_s);
+    EXPECT_EQ(form().Zeile(0).OriginalName, u"a"_s);
   });
 }
 
@@ -279,7 +278,7 @@ TEST_F(Namen, CharactersThatNoDeskCouldStoreOrThatBreakAStatementAreNotTyped) {
       EXPECT_EQ(form().txt_BildName.Text(), u"a"_s) << QString(zeichen).toStdString();
     }
     EXPECT_FALSE(form().DatenGeaendert) << "a refused key changes nothing";
-    EXPECT_FALSE(form().Ja(0, spalte::NameGeaendert));
+    EXPECT_FALSE(form().Zeile(0).NameGeaendert);
     EXPECT_TRUE(form().txt_BildName.toolTip().contains(u"\\ / : * ? \" < > | '"_s));
   });
 }
@@ -290,8 +289,8 @@ TEST_F(Namen, PastingLeavesThemOutAndTakesTheRest) {
     QApplication::clipboard()->setText(u"Bad: \"Müller's\" 1/2\t?"_s);
     form().txt_BildName.selectAll();
     form().txt_BildName.paste();
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"Bad Müllers 12"_s);
-    EXPECT_TRUE(form().Ja(0, spalte::NameGeaendert));
+    EXPECT_EQ(form().Zeile(0).Bildname, u"Bad Müllers 12"_s);
+    EXPECT_TRUE(form().Zeile(0).NameGeaendert);
   });
 }
 
@@ -301,9 +300,9 @@ TEST_F(Namen, NoMoreIsTypedThanTheTableKeeps) {
     QApplication::clipboard()->setText(QString(49, u'n') + u"😀"_s);
     form().txt_BildName.selectAll();
     form().txt_BildName.paste();
-    EXPECT_EQ(zelle(0, spalte::Bildname), QString(49, u'n')) << "no half of a pair";
+    EXPECT_EQ(form().Zeile(0).Bildname, QString(49, u'n')) << "no half of a pair";
     tippe(form().txt_BildName, u"xy"_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), QString(49, u'n') + u'x');
+    EXPECT_EQ(form().Zeile(0).Bildname, QString(49, u'n') + u'x');
   });
 }
 
@@ -311,7 +310,7 @@ TEST_F(Namen, AStoredNameWithSuchCharactersIsShownAsItIs) {
   fuege_Bild_ein(u"x"_s, u"jpg"_s, false, [](clsBildZuordnungen& b) { b.Bild_Bildname(u"a:b"_s); });
   zeige([&] {
     EXPECT_EQ(form().txt_BildName.Text(), u"a:b"_s);
-    EXPECT_EQ(zelle(0, spalte::Bildname), u"a:b"_s);
+    EXPECT_EQ(form().Zeile(0).Bildname, u"a:b"_s);
   });
 }
 
@@ -402,7 +401,7 @@ TEST_F(Aktualisieren, ACollisionIsToldAndNothingIsReadAnew) {
     tippe_Namen(u"b"_s);
     meldungen.erwarte(meldung::doppelte_Datei());
     klicke(form().SSC_Aktualisieren);
-    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"b"_s, u"b"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"b"_s, u"b"_s}));
     EXPECT_TRUE(form().DatenGeaendert);
     store->AktInd(0);
     EXPECT_FALSE(store->Bild_Changeflag());
@@ -417,8 +416,8 @@ TEST_F(Aktualisieren, TheQuestionAboutRenamedFilesIsStillAsked) {
     klicke(form().SSC_Aktualisieren);
     EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/ax.jpg"_s));
     EXPECT_FALSE(wurzel.vorhanden(u"Belege/1/a.jpg"_s));
-    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"ax"_s, u"b"_s}));
-    EXPECT_EQ(spalte_von(spalte::DateiFehlt), (QStringList{u"False"_s, u"False"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"ax"_s, u"b"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::DateiFehlt), (QStringList{u"False"_s, u"False"_s}));
     EXPECT_FALSE(form().cmd_OriginalName.Enabled());
   });
 }
@@ -430,7 +429,7 @@ TEST_F(Aktualisieren, CancellingThatQuestionKeepsWhatWasTyped) {
     meldungen.erwarte(meldung::umbenannt(), Antwort::Abbrechen);
     klicke(form().SSC_Aktualisieren);
     EXPECT_TRUE(wurzel.vorhanden(u"Belege/1/a.jpg"_s));
-    EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"ax"_s, u"b"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"ax"_s, u"b"_s}));
     EXPECT_EQ(form().txt_BildName.Text(), u"ax"_s);
     EXPECT_TRUE(form().DatenGeaendert);
   });

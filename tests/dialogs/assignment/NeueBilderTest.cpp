@@ -12,9 +12,9 @@ TEST_F(NeueBilder, ANewPictureIsCopiedUnderAStampedNameAndItsSourceStays) {
   zeige([&] {
     nimm_auf(u"foto"_s);
     speichere();
-    EXPECT_TRUE(form().Ja(1, spalte::Gespeichert));
-    EXPECT_EQ(form().Text(1, spalte::Pfad), u"Belege\\1"_s);
-    EXPECT_EQ(form().Text(1, spalte::VollerPfad), u"P:\\Neu\\foto.jpg"_s);
+    EXPECT_TRUE(form().Zeile(1).Gespeichert);
+    EXPECT_EQ(form().Zeile(1).Pfad, u"Belege\\1"_s);
+    EXPECT_EQ(form().Zeile(1).VollerPfad, u"P:\\Neu\\foto.jpg"_s);
   });
   EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"foto"_s + Stempel + u".jpg"_s}));
   EXPECT_EQ(dateien(u"Neu"_s), QStringList{u"foto.jpg"_s});
@@ -73,7 +73,7 @@ TEST_F(NeueBilder, ANewPictureRenamedBeforeGetsTheStampBehindTheEditedName) {
   zeige([&] {
     nimm_auf(u"foto"_s);
     benenne(2, u"Haus"_s);
-    ASSERT_TRUE(form().Ja(1, spalte::NameGeaendert));
+    ASSERT_TRUE(form().Zeile(1).NameGeaendert);
     speichere();
   });
   EXPECT_EQ(dateien(), (QStringList{u"Haus"_s + Stempel + u".jpg"_s, u"a.jpg"_s}));
@@ -83,10 +83,10 @@ TEST_F(NeueBilder, ANewPictureRenamedBeforeGetsTheStampBehindTheEditedName) {
 TEST_F(NeueBilder, BlanksAroundANewNameAreCutForFileAndTable) {
   zeige([&] {
     nimm_auf(u"foto"_s);
-    form().Zelle(0, spalte::Bildname, u" Haus "_s);
+    form().Zeile(0).Bildname = u" Haus "_s;
     form().SetzeDatenGeaendert(true);
     speichere();
-    EXPECT_EQ(form().Text(0, spalte::Bildname), u"Haus "_s + Stempel);
+    EXPECT_EQ(form().Zeile(0).Bildname, u"Haus "_s + Stempel);
   });
   EXPECT_EQ(dateien(), QStringList{u"Haus "_s + Stempel + u".jpg"_s});
 }
@@ -105,7 +105,7 @@ TEST_F(NeueBilder, ACopyThatFailsIsNotToldHereAndGivesNoRow) {
   wurzel.schreibe(u"Belege/1"_s, "a file where the folder should be");
   zeige([&] {
     nimm_auf(u"foto"_s);
-    form().Zelle(0, spalte::BildInfo, u"Info"_s);
+    form().Zeile(0).BildInfo = u"Info"_s;
     form().SetzeDatenGeaendert(true);
     speichere();
     EXPECT_FALSE(form().isVisible());
@@ -131,7 +131,7 @@ TEST_F(NeueBilder, ACopyThatFailsIsNotToldHereAndGivesNoRow) {
 TEST_F(NeueBilder, AMissingDriveIsNoFailureOfTheSaving) {
   fuege_Bilder_ein(1);
   zeige([&] {
-    form().Zelle(0, spalte::Root, u"Z:"_s);
+    form().Zeile(0).Root = u"Z:"_s;
     tippe(form().txt_BildInfo, u"Info"_s);
     speichere();
     EXPECT_FALSE(form().isVisible());
@@ -189,7 +189,7 @@ TEST_F(NeueBilder, UmlautsAndDotsSurviveInNamesAndApostrophesTurn) {
   const QString name = u"Müller’s ß v1.2"_s;
   zeige([&] {
     nimm_auf(u"Müller's ß v1.2"_s);
-    form().Zelle(0, spalte::BildInfo, u"Info"_s);
+    form().Zeile(0).BildInfo = u"Info"_s;
     form().SetzeDatenGeaendert(true);
     speichere();
   });
@@ -200,7 +200,7 @@ TEST_F(NeueBilder, UmlautsAndDotsSurviveInNamesAndApostrophesTurn) {
 TEST_F(NeueBilder, ANewPictureRemovedAgainIsNeitherCopiedNorPutIntoTheCollection) {
   zeige([&] {
     nimm_auf(u"foto"_s);
-    form().Zelle(0, spalte::Entfernen, true);
+    form().Zeile(0).Entfernen = true;
     form().SetzeDatenGeaendert(true);
     speichere();
   });

@@ -81,7 +81,7 @@ TEST_P(JederRueckweg, CancelKeepsTheDialogOpenWithAllChanges) {
     EXPECT_TRUE(form.DatenGeaendert);
     EXPECT_TRUE(form.SSC_ZuordnungSpeichern.Enabled());
     EXPECT_EQ(form.txt_BildText.Text(), u"neu"_s);
-    EXPECT_EQ(form.Text(0, spalte::Beschreibung), u"neu"_s);
+    EXPECT_EQ(form.Zeile(0).Beschreibung, u"neu"_s);
     klicke(form.SSC_ZuordnungSpeichern);
   }));
   EXPECT_EQ(gesichert(), u"neu|geändert"_s);

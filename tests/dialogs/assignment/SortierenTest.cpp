@@ -22,7 +22,7 @@ class Sortieren : public Dialogtest {
     bewege_Maus(form().Pic_Thumb(nach));
     lasse_Maus_los(form().Pic_Thumb(nach));
   }
-  QString namen() { return spalte_von(spalte::Bildname).join(QString()); }
+  QString namen() { return spalte_von(&Arbeitszeile::Bildname).join(QString()); }
   /// Sort mode over that many pictures.
   void zeige_sortierend(int anzahl, const std::function<void()>& waehrend) {
     fuege_Bilder_ein(anzahl);
@@ -49,15 +49,15 @@ TEST_P(Verschieben, ADropMovesThePictureAndCountsTheOrderAnew) {
     EXPECT_FALSE(form().SSC_ZuordnungSpeichern.Enabled());
     ziehe(von, nach);
     EXPECT_EQ(namen(), QString::fromLatin1(erwartet));
-    EXPECT_EQ(spalte_von(spalte::SortIndex), (QStringList{u"0"_s, u"1"_s, u"2"_s, u"3"_s}));
-    EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), QStringList(4, u"True"_s));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::SortIndex), (QStringList{u"0"_s, u"1"_s, u"2"_s, u"3"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::ZeileGeaendert), QStringList(4, u"True"_s));
     EXPECT_TRUE(form().DatenGeaendert);
     EXPECT_TRUE(form().SSC_ZuordnungSpeichern.Enabled());
     EXPECT_EQ(form().AktZeile, 0);
     EXPECT_FALSE(form().DragAktiv);
     EXPECT_FALSE(form().Shp_Sort.Visible());
     for (int i = 1; i <= 4; ++i)
-      EXPECT_EQ(form().Pic_Thumb(i).Tag, form().Text(i - 1, spalte::VollerPfad)) << "the strip shows the new order";
+      EXPECT_EQ(form().Pic_Thumb(i).Tag, form().Zeile(i - 1).VollerPfad) << "the strip shows the new order";
   });
 }
 
@@ -76,15 +76,15 @@ TEST_F(Sortieren, AMovedRowKeepsAllItsCellsButItsPlace) {
   fuege_Bild_ein(u"weg"_s, u"jpg"_s, false);
   zeige([&] {
     schalte();
-    QList<QString> vorher;
-    for (int s = 0; s < spalte::SortIndex; ++s) vorher += form().Text(2, static_cast<spalte::Spalte>(s));
+    const Arbeitszeile vorher = form().Zeile(2);
     ziehe(3, 1);
-    for (int s = 0; s < spalte::SortIndex; ++s) {
-      if (s == spalte::ZeileGeaendert || s == spalte::Aktuell) continue;
-      EXPECT_EQ(form().Text(0, static_cast<spalte::Spalte>(s)), vorher[s]) << s;
-    }
-    EXPECT_EQ(form().Text(1, spalte::Beschreibung), u"Text a"_s);
-    EXPECT_TRUE(form().Ja(1, spalte::Drucken));
+    Arbeitszeile nachher = form().Zeile(0);
+    nachher.ZeileGeaendert = vorher.ZeileGeaendert;
+    nachher.Aktuell = vorher.Aktuell;
+    nachher.SortIndex = vorher.SortIndex;
+    EXPECT_TRUE(nachher == vorher);
+    EXPECT_EQ(form().Zeile(1).Beschreibung, u"Text a"_s);
+    EXPECT_TRUE(form().Zeile(1).Drucken);
   });
 }
 
@@ -92,7 +92,7 @@ TEST_F(Sortieren, TheSelectedRowsNumberStaysAndTheFieldsShowThePictureThatStands
   zeige_sortierend(3, [&] {
     ziehe(1, 3);
     EXPECT_EQ(form().AktZeile, 0);
-    EXPECT_EQ(form().Text(form().AktZeile, spalte::Bildname), u"b"_s);
+    EXPECT_EQ(form().Zeile(form().AktZeile).Bildname, u"b"_s);
     EXPECT_EQ(form().txt_BildName.Text(), u"b"_s);
     EXPECT_FALSE(form().Shp_Thump.Visible());
   });
@@ -106,17 +106,17 @@ TEST_F(Sortieren, WhatIsTypedAfterADropGoesToThePictureThatIsShown) {
     ziehe(1, 2);
     form().txt_BildText.moveCursor(QTextCursor::End);
     tippe(form().txt_BildText, u"!"_s);
-    EXPECT_EQ(spalte_von(spalte::Beschreibung), (QStringList{u"Text b!"_s, u"Text a"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Beschreibung), (QStringList{u"Text b!"_s, u"Text a"_s}));
   });
 }
 
 TEST_F(Sortieren, DroppingAPictureOnItselfChangesNothingAndLeavesTheSaveButton) {
   zeige_sortierend(3, [&] {
-    const QStringList vorher = spalte_von(spalte::ZeileGeaendert);
+    const QStringList vorher = spalte_von(&Arbeitszeile::ZeileGeaendert);
     const Bildfeld* control = &form().Pic_Thumb(2);
     ziehe(2, 2);
     EXPECT_EQ(namen(), u"abc"_s);
-    EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), vorher);
+    EXPECT_EQ(spalte_von(&Arbeitszeile::ZeileGeaendert), vorher);
     EXPECT_FALSE(form().DatenGeaendert);
     EXPECT_FALSE(form().SSC_ZuordnungSpeichern.Enabled());
     EXPECT_EQ(&form().Pic_Thumb(2), control);
@@ -295,7 +295,7 @@ TEST_F(Sortieren, APictureThatWasTakenIsStillTheOneThatMovesWhenKeysScrollTheStr
     druecke_Maus(form().Pic_Thumb(2));
     for (int i = 0; i < 11; ++i) taste(form(), Qt::Key_F8);
     ASSERT_GT(form().ErsteZeile, 0);
-    const QString davor = form().Text(form().ErsteZeile, spalte::Bildname);
+    const QString davor = form().Zeile(form().ErsteZeile).Bildname;
     bewege_Maus(form().Pic_Thumb(1));
     lasse_Maus_los(form().Pic_Thumb(1));
     QString erwartet = u"acdefghijkl"_s;
@@ -321,8 +321,8 @@ TEST_F(Sortieren, ARowWithoutAPlaceToGoToIsReportedAndStaysWhereItIs) {
 
 TEST_F(Sortieren, AfterADropStripesAndCrossesAreDrawnAgain) {
   zeige_sortierend(3, [&] {
-    form().Zelle(1, spalte::Gespeichert, Variant());
-    form().Zelle(2, spalte::Entfernen, true);
+    form().Zeile(1).Gespeichert = false;
+    form().Zeile(2).Entfernen = true;
     ziehe(3, 1);
     EXPECT_EQ(stapel(2), qRgb(0xC0, 0xFF, 0xC0));
     EXPECT_EQ(stapel(3), qRgb(0xFF, 0xC0, 0xC0));

@@ -16,7 +16,7 @@ TEST_F(Speichern, AChangedRowGoesToItsRecordAndTheDialogEnds) {
   zeige([&] {
     klicke(form().Pic_Thumb(2));
     form().SetzeZeileGeaendert(false);
-    form().Zelle(0, spalte::ZeileGeaendert, false);
+    form().Zeile(0).ZeileGeaendert = false;
     tippe(form().txt_BildText, u"neu"_s);
     for (CheckBox* schalter :
         {&form().chk_Drucken, &form().chk_GesamteSeite, &form().chk_NeueSeite, &form().chk_AlsAnhang})
@@ -26,7 +26,7 @@ TEST_F(Speichern, AChangedRowGoesToItsRecordAndTheDialogEnds) {
     EXPECT_FALSE(form().isVisible());
     EXPECT_FALSE(form().DatenGeaendert);
     EXPECT_FALSE(form().SSC_ZuordnungSpeichern.Enabled());
-    EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), (QStringList{u"False"_s, u"False"_s, u"False"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::ZeileGeaendert), (QStringList{u"False"_s, u"False"_s, u"False"_s}));
   });
   EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|0|0|0"_s, u"b|Belege\\1|1|0|0"_s, u"c|Belege\\1|0|0|0"_s}));
   store->AktInd(1);
@@ -45,7 +45,7 @@ TEST_F(Speichern, ThePositionsAreThoseOfTheRowsAndMarkNone) {
     klicke(form().Pic_Thumb(3));
     tippe(form().txt_BildText, u"x"_s);
     speichere();
-    EXPECT_EQ(spalte_von(spalte::SortIndex), (QStringList{u"0"_s, u"1"_s, u"2"_s, u"3"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::SortIndex), (QStringList{u"0"_s, u"1"_s, u"2"_s, u"3"_s}));
   });
   wirt_schreibt();
   EXPECT_EQ(gespeichert(), (QStringList{u"a|0|<NULL>"_s, u"b|1|<NULL>"_s, u"c|2|x"_s, u"d|3|<NULL>"_s}));
@@ -77,7 +77,7 @@ TEST_F(Speichern, ARemovedRowIsNotRenamedAndGetsItsOldNameBack) {
     benenne(1, u"ax"_s);
     klicke(form().chk_Delete, QPoint(8, 8));
     speichere();
-    EXPECT_EQ(form().Text(0, spalte::Bildname), u"a"_s);
+    EXPECT_EQ(form().Zeile(0).Bildname, u"a"_s);
   });
   EXPECT_EQ(sammlung().first(), u"a|Belege\\1|1|0|1"_s);
   EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s}));
@@ -108,7 +108,7 @@ TEST_F(Speichern, ALostPictureIsRemovedByTheNextSave) {
 
 TEST_F(Speichern, TheRowWithoutAPictureIsNotSaved) {
   zeige([&] {
-    form().Zelle(0, spalte::ZeileGeaendert, true);
+    form().Zeile(0).ZeileGeaendert = true;
     form().SetzeDatenGeaendert(true);
     speichere();
     EXPECT_FALSE(form().isVisible());
@@ -133,7 +133,7 @@ TEST_F(Speichern, TheRootBecomesThatOfTheRowWrittenLast) {
   fuege_Bilder_ein(1);
   zeige([&] {
     tippe(form().txt_BildText, u"x"_s);
-    form().Zelle(0, spalte::Root, u"p:"_s);
+    form().Zeile(0).Root = u"p:"_s;
     speichere();
     EXPECT_EQ(form().pRootpath, u"p:"_s);
   });
@@ -161,7 +161,7 @@ TEST_F(Speichern, ACollisionKeepsTheDialogOpenAtTheRowsName) {
 TEST_F(Speichern, ACollisionOutsideTheStripIsBroughtIntoIt) {
   fuege_Bilder_ein(14);
   zeige([&] {
-    form().Zelle(12, spalte::NameDoppelt, true);
+    form().Zeile(12).NameDoppelt = true;
     form().SetzeDatenGeaendert(true);
     meldungen.erwarte(meldung::doppelte_Datei());
     speichere();
@@ -175,7 +175,7 @@ TEST_F(Speichern, ACollisionLeftOfTheStripIsBroughtIntoIt) {
   fuege_Bilder_ein(14);
   zeige([&] {
     for (int i = 0; i < 5; ++i) klicke(form().SSC_Scroll_Right);
-    form().Zelle(2, spalte::NameDoppelt, true);
+    form().Zeile(2).NameDoppelt = true;
     form().SetzeDatenGeaendert(true);
     meldungen.erwarte(meldung::doppelte_Datei());
     speichere();
@@ -187,8 +187,8 @@ TEST_F(Speichern, ACollisionLeftOfTheStripIsBroughtIntoIt) {
 TEST_F(Speichern, TheFirstOfSeveralCollisionsIsShown) {
   fuege_Bilder_ein(4);
   zeige([&] {
-    form().Zelle(3, spalte::NameDoppelt, true);
-    form().Zelle(1, spalte::NameDoppelt, true);
+    form().Zeile(3).NameDoppelt = true;
+    form().Zeile(1).NameDoppelt = true;
     form().SetzeDatenGeaendert(true);
     meldungen.erwarte(meldung::doppelte_Datei());
     speichere();
@@ -211,7 +211,7 @@ TEST_F(Speichern, WithoutTheStandardFolderCollisionsAreNotLookedFor) {
   fuege_Bilder_ein(2);
   zeige([&] {
     form().pStandardBildPfad = u"Belege\\neu"_s;
-    form().Zelle(0, spalte::NameDoppelt, true);
+    form().Zeile(0).NameDoppelt = true;
     tippe(form().txt_BildText, u"x"_s);
     speichere();
     EXPECT_FALSE(form().isVisible());
@@ -289,7 +289,7 @@ TEST_F(Speichern, ATextThatCannotBeWrittenIsNotToldAndTheRowIsSaved) {
     tippe(form().txt_BildInfo, u"Info"_s);
     speichere();
     EXPECT_FALSE(form().isVisible());
-    EXPECT_FALSE(form().Ja(0, spalte::ZeileGeaendert));
+    EXPECT_FALSE(form().Zeile(0).ZeileGeaendert);
   });
   EXPECT_EQ(sammlung(), QStringList{u"a|Belege\\1|1|0|0"_s});
 }
@@ -303,7 +303,7 @@ TEST_F(Speichern, AfterADropTheValuesGoToTheRecordAtTheirPlace) {
     form().DragQuelle = 3;
     form().DragZiel = 1;
     form().Bild_Verschieben();
-    form().Zelle(0, spalte::Beschreibung, u"von c"_s);
+    form().Zeile(0).Beschreibung = u"von c"_s;
     speichere();
   });
   EXPECT_EQ(sammlung(), (QStringList{u"c|Belege\\1|1|0|0"_s, u"a|Belege\\1|1|0|0"_s, u"b|Belege\\1|1|0|0"_s}));
@@ -327,7 +327,7 @@ TEST_F(Speichern, ARecordThatTheHostTookOutMeanwhileIsReportedAndTheOthersKeepTh
     store->FKT_SpeichernBilder();
     speichere();
     EXPECT_FALSE(form().isVisible());
-    EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), (QStringList{u"False"_s, u"True"_s, u"False"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::ZeileGeaendert), (QStringList{u"False"_s, u"True"_s, u"False"_s}));
   });
   const auto berichte = core.hole();
   ASSERT_EQ(berichte.size(), 1);
@@ -383,7 +383,7 @@ TEST_F(Speichern, AFailureInTheMiddleIsReportedAndTheDialogEndsAllTheSame) {
     speichere();
     EXPECT_FALSE(form().isVisible());
     EXPECT_TRUE(form().DatenGeaendert);
-    EXPECT_EQ(spalte_von(spalte::ZeileGeaendert), (QStringList{u"False"_s, u"True"_s, u"True"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::ZeileGeaendert), (QStringList{u"False"_s, u"True"_s, u"True"_s}));
     EXPECT_EQ(oberflaeche::mauszeiger().form(), oberflaeche::Zeigerform::Standard);
   });
   const auto berichte = core.hole();
@@ -419,8 +419,8 @@ TEST_F(Speichern, DialogHostAndTableComeOutTheSame) {
           u"select Key1, Key2, Key3, Key4, Typ1, Typ2, BildPfad from Bild_Zuordnungen where Bildname like 'foto%'"_s),
       (std::vector<QStringList>{{u"RE"_s, u"1"_s, u"-"_s, u"-"_s, u"BEL"_s, u"-"_s, u"Belege\\1"_s}}));
   form().Lade_Zuordnung();
-  EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"Küche"_s, neu}));
-  EXPECT_EQ(spalte_von(spalte::DateiFehlt), (QStringList{u"False"_s, u"False"_s, u"False"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"a"_s, u"Küche"_s, neu}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::DateiFehlt), (QStringList{u"False"_s, u"False"_s, u"False"_s}));
 }
 
 // ── Folder choice ───────────────────────────────────────────────────────────────────────────────────────────────────

@@ -121,7 +121,7 @@ TEST_F(Streifen, SelectingShowsTheRowInAllControls) {
     EXPECT_EQ(f.chk_Delete.Value(), 0);
     EXPECT_FALSE(f.SSC_ExifInfo.Enabled());
     EXPECT_EQ(f.SSP_Anzahl(1).Caption(), u"2"_s);
-    EXPECT_EQ(spalte_von(spalte::Aktuell), (QStringList{u"False"_s, u"True"_s}));
+    EXPECT_EQ(spalte_von(&Arbeitszeile::Aktuell), (QStringList{u"False"_s, u"True"_s}));
     EXPECT_FALSE(f.AnzeigeAufbau);
     EXPECT_FALSE(f.DatenGeaendert);
     EXPECT_EQ(oberflaeche::mauszeiger().form(), Zeigerform::Standard);
@@ -132,8 +132,8 @@ TEST_F(Streifen, ARowThatWasOnlyLookedAtIsMarkedThoughNothingHasChanged) {
   fuege_Bilder_ein(3);
   zeige([&] {
     klicke(form().Pic_Thumb(2));
-    EXPECT_TRUE(form().Ja(1, spalte::ZeileGeaendert));
-    EXPECT_FALSE(form().Ja(2, spalte::ZeileGeaendert));
+    EXPECT_TRUE(form().Zeile(1).ZeileGeaendert);
+    EXPECT_FALSE(form().Zeile(2).ZeileGeaendert);
     EXPECT_FALSE(form().DatenGeaendert);
   });
 }
@@ -141,7 +141,7 @@ TEST_F(Streifen, ARowThatWasOnlyLookedAtIsMarkedThoughNothingHasChanged) {
 TEST_F(Streifen, TheExifButtonFollowsTheRow) {
   fuege_Bilder_ein(2);
   zeige([&] {
-    form().Zelle(1, spalte::HatExif, true);
+    form().Zeile(1).HatExif = true;
     klicke(form().Pic_Thumb(2));
     EXPECT_TRUE(form().SSC_ExifInfo.Enabled());
     klicke(form().Pic_Thumb(1));
@@ -193,7 +193,7 @@ TEST_F(Streifen, AControlStandsForTheFirstRowShownPlusItsIndexLessOne) {
 TEST_F(Streifen, ARowWithoutANameShowsNumberZeroAndLocksTheFields) {
   fuege_Bilder_ein(2);
   zeige([&] {
-    form().Zelle(1, spalte::Bildname, QString());
+    form().Zeile(1).Bildname = QString();
     klicke(form().Pic_Thumb(2));
     EXPECT_EQ(form().AktZeile, 1);
     EXPECT_EQ(form().SSP_Anzahl(1).Caption(), u"0"_s);
@@ -206,9 +206,9 @@ TEST_F(Streifen, ARowWithoutANameShowsNumberZeroAndLocksTheFields) {
 TEST_F(Streifen, WarningAndMarkOfANameAreThoseOfTheSelectedRow) {
   fuege_Bilder_ein(3);
   zeige([&] {
-    form().Zelle(1, spalte::NameDoppelt, true);
-    form().Zelle(1, spalte::NameGeaendert, true);
-    form().Zelle(1, spalte::OriginalName, QString(u"z"_s));
+    form().Zeile(1).NameDoppelt = true;
+    form().Zeile(1).NameGeaendert = true;
+    form().Zeile(1).OriginalName = QString(u"z"_s);
     klicke(form().Pic_Thumb(2));
     EXPECT_TRUE(form().SSP_WarnungName.Visible());
     EXPECT_TRUE(form().cmd_OriginalName.Enabled());
@@ -221,17 +221,16 @@ TEST_F(Streifen, WarningAndMarkOfANameAreThoseOfTheSelectedRow) {
 TEST_F(Streifen, AFailureOfASelectionIsReportedAndThePointerWaitsUntilTheNextOne) {
   fuege_Bilder_ein(2);
   zeige([&] {
-    const auto tabelle = *form().BildTabelle;
-    form().BildTabelle->ReDim(0, 1, 0, 5);
+    const auto sammlung = std::exchange(form().pBildObj, nullptr);
     klicke(form().Pic_Thumb(2));
     const auto berichte = core.hole();
     ASSERT_EQ(berichte.size(), 1);
     EXPECT_EQ(berichte[0].Modul, u"frm_BildZuordnung"_s);
     EXPECT_EQ(berichte[0].Prozedur, u"Pic_Thumb_Click"_s);
-    EXPECT_EQ(berichte[0].Nummer, 9);
+    EXPECT_EQ(berichte[0].Nummer, 91);
     EXPECT_TRUE(berichte[0].MitMeldung);
     EXPECT_EQ(oberflaeche::mauszeiger().form(), Zeigerform::Sanduhr);
-    *form().BildTabelle = tabelle;
+    form().pBildObj = sammlung;
     klicke(form().Pic_Thumb(1));
     EXPECT_EQ(oberflaeche::mauszeiger().form(), Zeigerform::Standard);
   });
@@ -253,7 +252,7 @@ TEST_F(Streifen, AThumbnailOpensTheNameOfTheLastClickAndTheLargePictureThatOfIts
   const Starterdoppel starter;
   zeige([&] {
     klicke(form().Pic_Thumb(1));
-    form().Zelle(0, spalte::VollerPfad, QString(u"P:\\Belege\\1\\b.jpg"_s));
+    form().Zeile(0).VollerPfad = QString(u"P:\\Belege\\1\\b.jpg"_s);
     form().Pic_Thumb(1).DblClick();
     form().Pic_Bearbeitung.DblClick();
     EXPECT_EQ(starter.geoeffnet(), (QStringList{wurzel.pfad(u"Belege/1/a.jpg"_s), wurzel.pfad(u"Belege/1/b.jpg"_s)}));

@@ -80,7 +80,7 @@ TEST_F(Streifen, ScrollingPastTheEndStopsAtTheLastRowWhichThenStandsAlone) {
 TEST_F(Streifen, CrossesAreDrawnAgainAfterAScrollStep) {
   fuege_Bilder_ein(8);
   zeige([&] {
-    form().Zelle(1, spalte::Entfernen, true);
+    form().Zeile(1).Entfernen = true;
     klicke(form().SSC_Scroll_Right);
     EXPECT_TRUE(durchgestrichen(1));
     EXPECT_FALSE(durchgestrichen(2));

@@ -44,8 +44,8 @@ TEST_F(Streifen, TheFirstRowIsClampedForTheCaller) {
 TEST_F(Streifen, ATableWithoutRowsLeavesTheTemplateAloneAndTheCallersRow) {
   fuege_Bilder_ein(2);
   zeige([&] {
-    form().BildTabelle->DeleteRows(0);
-    form().BildTabelle->DeleteRows(0);
+    form().BildTabelle->entferne(0);
+    form().BildTabelle->entferne(0);
     std::int32_t ab = 77;
     form().Create_ThumbNails(ab);
     EXPECT_EQ(ab, 77);
@@ -381,7 +381,7 @@ TEST_F(Streifen, ANewPictureHasARedStripeUntilItIsSavedThenAGreenOne) {
 TEST_F(Streifen, StripesStandForTheRowsThatAreShown) {
   fuege_Bilder_ein(3);
   zeige([&] {
-    form().Zelle(2, spalte::Gespeichert, Variant());
+    form().Zeile(2).Gespeichert = false;
     baue(1);
     form().Zeichne_Status();
     EXPECT_EQ(stapel(1), Stapelgruen);
@@ -392,7 +392,7 @@ TEST_F(Streifen, StripesStandForTheRowsThatAreShown) {
 TEST_F(Streifen, BuildingAloneDrawsNeitherStripesNorCrosses) {
   fuege_Bilder_ein(2);
   zeige([&] {
-    form().Zelle(0, spalte::Entfernen, true);
+    form().Zeile(0).Entfernen = true;
     baue(0);
     EXPECT_TRUE(aehnlich(stapel(1), Qt::blue));
     EXPECT_FALSE(durchgestrichen(1));
@@ -406,7 +406,7 @@ TEST_F(Streifen, MarkingForRemovalCrossesThePictureOutWithoutARebuildAndUnmarkin
     EXPECT_FALSE(durchgestrichen(1));
     klicke(form().chk_Delete, QPoint(8, form().chk_Delete.height() / 2));
     ASSERT_EQ(form().chk_Delete.Value(), 1);
-    EXPECT_TRUE(form().Ja(0, spalte::Entfernen));
+    EXPECT_TRUE(form().Zeile(0).Entfernen);
     EXPECT_EQ(&form().Pic_Thumb(1), vorher);
     EXPECT_TRUE(durchgestrichen(1));
     EXPECT_FALSE(durchgestrichen(2));

@@ -98,7 +98,7 @@ TEST_P(Tastenpaare, ScrollTheStripAndMeetEveryPictureInItsOrder) {
       ASSERT_EQ(form().AktZeile, zeile);
       EXPECT_EQ(form().SSP_Anzahl(1).Caption(), QString::number(zeile + 1));
       const Bildfeld& gewaehlt = form().Pic_Thumb(form().AktThumb);
-      EXPECT_EQ(gewaehlt.Tag, form().Text(zeile, spalte::VollerPfad));
+      EXPECT_EQ(gewaehlt.Tag, form().Zeile(zeile).VollerPfad);
       EXPECT_TRUE(form().Shp_Thump.Visible());
       EXPECT_EQ(form().Shp_Thump.Left(), gewaehlt.Left() - 32);
       EXPECT_LT(gewaehlt.Left(), form().SSC_Scroll_Right.Left()) << "it stands in view";
@@ -168,7 +168,7 @@ TEST_F(Tasten, WithOnlyThePlaceholderTheKeysSelectNothing) {
     EXPECT_EQ(form().AktThumb, 1);
     EXPECT_EQ(form().SSP_Anzahl(1).Caption(), u"0"_s);
     EXPECT_FALSE(form().DatenGeaendert);
-    EXPECT_FALSE(form().Ja(0, spalte::ZeileGeaendert));
+    EXPECT_FALSE(form().Zeile(0).ZeileGeaendert);
   });
 }
 

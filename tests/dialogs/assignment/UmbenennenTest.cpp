@@ -71,7 +71,7 @@ TEST_F(Umbenennen, NoTakesTheRenamingBackAndGoesOnSaving) {
     meldungen.erwarte(meldung::umbenannt(), Antwort::Nein);
     speichere();
     EXPECT_FALSE(form().isVisible());
-    EXPECT_EQ(form().Text(0, spalte::Bildname), u"a"_s);
+    EXPECT_EQ(form().Zeile(0).Bildname, u"a"_s);
   });
   EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s}));
   wirt_schreibt();
@@ -99,8 +99,8 @@ TEST_F(Umbenennen, ThatSecondRowMovesIntoTheStandardFolderWithItsPath) {
     benenne(2, u"bx"_s);
     meldungen.erwarte(meldung::umbenannt(), Antwort::Nein);
     speichere();
-    EXPECT_EQ(form().Text(1, spalte::Pfad), u"Belege\\1"_s);
-    EXPECT_EQ(form().Text(1, spalte::VollerPfad), u"P:\\Belege\\2\\b.jpg"_s);
+    EXPECT_EQ(form().Zeile(1).Pfad, u"Belege\\1"_s);
+    EXPECT_EQ(form().Zeile(1).VollerPfad, u"P:\\Belege\\2\\b.jpg"_s);
   });
   EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"bx.jpg"_s}));
   EXPECT_EQ(dateien(u"Belege/2"_s), QStringList());
@@ -118,7 +118,7 @@ TEST_F(Umbenennen, ARenamingThatFailsIsToldAndTheRowKeepsItsOldName) {
     meldungen.erwarte(meldung::nicht_umbenannt(u"P:\\Belege\\1\\b.jpg"_s));
     speichere();
     EXPECT_FALSE(form().isVisible());
-    EXPECT_EQ(form().Text(1, spalte::Bildname), u"b"_s);
+    EXPECT_EQ(form().Zeile(1).Bildname, u"b"_s);
   });
   EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s, u"da.jpg"_s}));
   wirt_schreibt();
@@ -130,14 +130,12 @@ TEST_F(Umbenennen, CancelLeavesTableFilesAndFlagsAndEndsTheDialog) {
   zeige([&] {
     benenne(1, u"neu"_s);
     nimm_auf(u"foto"_s);
-    std::vector<QStringList> vorher;
-    for (std::int32_t s = 0; s <= spalte::Letzte; ++s) vorher.push_back(spalte_von(static_cast<spalte::Spalte>(s)));
+    const Arbeitstabelle vorher = *form().BildTabelle;
     meldungen.erwarte(meldung::umbenannt(), Antwort::Abbrechen);
     speichere();
     EXPECT_FALSE(form().isVisible());
     EXPECT_TRUE(form().DatenGeaendert);
-    for (std::int32_t s = 0; s <= spalte::Letzte; ++s)
-      EXPECT_EQ(spalte_von(static_cast<spalte::Spalte>(s)), vorher[static_cast<std::size_t>(s)]) << s;
+    EXPECT_TRUE(std::equal(vorher.begin(), vorher.end(), form().BildTabelle->begin(), form().BildTabelle->end()));
   });
   EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"b.jpg"_s}));
   EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|0|0|0"_s, u"b|Belege\\1|0|0|0"_s}));
@@ -156,7 +154,7 @@ TEST_F(Umbenennen, ANameBackAtItsOriginalIsNotAskedAbout) {
 
 TEST_F(Umbenennen, OnlyStoredRowsThatStayCountAsRenamed) {
   fuege_Bilder_ein(2);
-  form().Zelle(1, spalte::NameGeaendert, true);
+  form().Zeile(1).NameGeaendert = true;
   bool einer = false;
   bool alle = false;
   const auto frage = [&] {
@@ -165,11 +163,11 @@ TEST_F(Umbenennen, OnlyStoredRowsThatStayCountAsRenamed) {
   };
   frage();
   EXPECT_TRUE(einer && alle);
-  form().Zelle(1, spalte::NeuAusSuche, true);
+  form().Zeile(1).NeuAusSuche = true;
   frage();
   EXPECT_FALSE(einer);
   EXPECT_TRUE(alle);
-  form().Zelle(1, spalte::Entfernen, true);
+  form().Zeile(1).Entfernen = true;
   frage();
   EXPECT_FALSE(alle);
 }
@@ -177,12 +175,12 @@ TEST_F(Umbenennen, OnlyStoredRowsThatStayCountAsRenamed) {
 TEST_F(Umbenennen, ARenamingIsTakenBackOfTheGivenRow) {
   fuege_Bilder_ein(3);
   for (const std::int32_t i : {1, 2}) {
-    form().Zelle(i, spalte::OriginalName, form().Text(i, spalte::Bildname));
-    form().Zelle(i, spalte::Bildname, u"x"_s);
-    form().Zelle(i, spalte::NameGeaendert, true);
+    form().Zeile(i).OriginalName = form().Zeile(i).Bildname;
+    form().Zeile(i).Bildname = u"x"_s;
+    form().Zeile(i).NameGeaendert = true;
   }
   form().Namen_Zuruecksetzen(2);
-  EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"x"_s, u"c"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"a"_s, u"x"_s, u"c"_s}));
   form().Namen_Zuruecksetzen(-1);
-  EXPECT_EQ(spalte_von(spalte::Bildname), (QStringList{u"a"_s, u"b"_s, u"c"_s}));
+  EXPECT_EQ(spalte_von(&Arbeitszeile::Bildname), (QStringList{u"a"_s, u"b"_s, u"c"_s}));
 }

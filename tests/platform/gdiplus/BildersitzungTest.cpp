@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/gdiplus/Bildersitzung.h"
+#include "platform/gdiplus/Sitzungsdauer.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "tests/platform/gdiplus/Vorlagen.h"
 #include "tests/support/Fehler.h"
@@ -23,6 +24,37 @@ TEST(Sitzung, ohne_Sitzung_ist_jeder_Status_18) {
   EXPECT_EQ(GdipCreateBitmapFromFile(u"/gibt/es/nicht.jpg"_s, bild), GdiplusNotInitialized);
   EXPECT_EQ(GdipCreateHBITMAPFromBitmap(bild, handle, 0), GdiplusNotInitialized);
   EXPECT_EQ(GdipDisposeImage(bild), GdiplusNotInitialized);
+}
+
+TEST(Sitzung, ADurationEndsItsOwnSessionAlone) {
+  const std::int32_t aussen = starte();
+  {
+    const Sitzungsdauer innen;
+    EXPECT_TRUE(innen.begonnen());
+  }
+  EXPECT_TRUE(bildersitzung::laeuft());
+  bildersitzung::naechster_Start(GenericError);
+  EXPECT_FALSE(Sitzungsdauer().begonnen());
+  EXPECT_TRUE(bildersitzung::laeuft());
+  GdiplusShutdown(aussen);
+  EXPECT_FALSE(bildersitzung::laeuft());
+}
+
+TEST(Sitzung, AFailureOfTheDiskHasAStatusForReadingAndOneForWriting) {
+  const std::tuple<std::int32_t, std::int32_t, std::int32_t> faelle[] = {
+      {fehlernummer::ZugriffVerweigert, AccessDenied, AccessDenied},
+      {fehlernummer::PfadZugriff, FileNotFound, AccessDenied},
+      {fehlernummer::DateiVorhanden, GenericError, AccessDenied},
+      {fehlernummer::DateiNichtGefunden, FileNotFound, FileNotFound},
+      {fehlernummer::PfadNichtGefunden, FileNotFound, FileNotFound},
+      {fehlernummer::UngueltigerDateiname, FileNotFound, FileNotFound},
+      {fehlernummer::SpeicherErschoepft, OutOfMemory, OutOfMemory},
+      {fehlernummer::EinAusgabeFehler, Win32Error, Win32Error},
+      {fehlernummer::DatentraegerVoll, GenericError, Win32Error}, {fehlernummer::Ueberlauf, GenericError, Win32Error}};
+  for (const auto& [nummer, lesen, schreiben] : faelle) {
+    EXPECT_EQ(status_beim_Lesen(nummer), lesen) << nummer;
+    EXPECT_EQ(status_beim_Schreiben(nummer), schreiben) << nummer;
+  }
 }
 
 TEST(Sitzung, nur_Version_1_startet) {

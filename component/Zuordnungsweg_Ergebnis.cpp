@@ -6,8 +6,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString zeilen(int anzahl) {
-  return anzahl == 1 ? u"1 Zeile"_s : u"%1 Zeilen"_s.arg(anzahl);
+QString zahl(int anzahl, const QString& eines, const QString& mehrere) {
+  return QString::number(anzahl) + u' ' + (anzahl == 1 ? eines : mehrere);
 }
 
 QString geschriebene(const Zuordnungsweg::Ergebnis& ergebnis) {
@@ -19,7 +19,7 @@ QString geschriebene(const Zuordnungsweg::Ergebnis& ergebnis) {
   dazu(ergebnis.geaendert, u"geändert"_s);
   dazu(ergebnis.entfernt, u"entfernt"_s);
   dazu(ergebnis.nachgefuehrt, u"nur in der Reihenfolge"_s);
-  return u"%1 geschrieben: %2."_s.arg(zeilen(ergebnis.geschrieben()), teile.join(u", "_s));
+  return u"%1 geschrieben: %2."_s.arg(zahl(ergebnis.geschrieben(), u"Zeile"_s, u"Zeilen"_s), teile.join(u", "_s));
 }
 
 }  // namespace
@@ -31,10 +31,9 @@ QString Zuordnungsweg::Ergebnis::text() const {
   if (geschrieben() > 0) saetze.append(geschriebene(*this));
   if (nicht_geschrieben > 0)
     saetze.append(u"NICHT gespeichert: %1; diese Änderungen sind verloren."_s.arg(
-        nicht_geschrieben == 1 ? u"1 Bild"_s : u"%1 Bilder"_s.arg(nicht_geschrieben)));
+        zahl(nicht_geschrieben, u"Bild"_s, u"Bilder"_s)));
   if (ungewiss > 0)
-    saetze.append(u"UNGEWISS: %1; die Datenbank ist nicht zu fragen."_s.arg(
-        ungewiss == 1 ? u"1 Bild"_s : u"%1 Bilder"_s.arg(ungewiss)));
+    saetze.append(u"UNGEWISS: %1; die Datenbank ist nicht zu fragen."_s.arg(zahl(ungewiss, u"Bild"_s, u"Bilder"_s)));
   if (saetze.isEmpty()) saetze.append(u"Nichts geändert."_s);
   if (geschrieben() > 0 && !geprueft) saetze.append(u"Nicht nachgeprüft."_s);
   if (dialog_gescheitert) saetze.append(u"Der Dialog endete mit einem Fehler."_s);
