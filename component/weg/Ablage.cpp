@@ -36,8 +36,8 @@ std::optional<QString> kopiere(const QString& wurzel, const QString& quelle, con
 
 std::optional<QString> schreibe_Text(const QString& wurzel, const clsBilderSpeicher& satz, const QString& text) {
   const QString datei = Bilddatei::von(satz, wurzel).textpfad();
-  return mod_BilderSuchen::Fkt_WriteFile(datei, text) ? std::nullopt
-                                                      : std::optional(u"„%1“ ist nicht zu schreiben"_s.arg(datei));
+  if (mod_BilderSuchen::Fkt_WriteFile(datei, text)) return std::nullopt;
+  return u"„%1“ ist nicht zu schreiben"_s.arg(datei);
 }
 
 QString einwand_Groesse(const QString& wurzel, const clsBilderSpeicher& satz, std::int64_t groesse) {
