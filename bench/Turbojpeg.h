@@ -16,8 +16,8 @@ inline void turbojpeg_Achtel(const QByteArray& bytes) {
   const auto laenge = static_cast<unsigned long>(bytes.size());
   int breite = 0, hoehe = 0, abtastung = 0, farben = 0;
   verlange(tjDecompressHeader3(h, anfang, laenge, &breite, &hoehe, &abtastung, &farben) == 0, "TurboJPEG header");
-  constexpr tjscalingfactor kAchtel{1, 8};
-  QImage bild(TJSCALED(breite, kAchtel), TJSCALED(hoehe, kAchtel), QImage::Format_RGB32);
+  constexpr tjscalingfactor Achtel{1, 8};
+  QImage bild(TJSCALED(breite, Achtel), TJSCALED(hoehe, Achtel), QImage::Format_RGB32);
   verlange(tjDecompress2(h, anfang, laenge, bild.bits(), bild.width(), static_cast<int>(bild.bytesPerLine()),
                bild.height(), TJPF_BGRX, 0) == 0,
       "TurboJPEG decode");

@@ -31,7 +31,7 @@ using messung::verlange;
 
 namespace {
 
-constexpr QSize kKlein(100, 75);
+constexpr QSize Klein(100, 75);
 
 struct Teilnehmer {
   const char* name;
@@ -44,17 +44,17 @@ struct Teilnehmer {
 void eigenes(const QString& pfad) {
   gdiplus::Bitmap bild;
   verlange(gdiplus::GdipCreateBitmapFromFile(pfad, bild) == gdiplus::Ok, "picture does not open");
-  verlange(bild->bild(kKlein).size() == kKlein, "picture of another size");
+  verlange(bild->bild(Klein).size() == Klein, "picture of another size");
 }
 
 void qt_ganz(const QString& pfad) {
   const QImage bild = QImageReader(pfad).read();
-  verlange(!bild.scaled(kKlein, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).isNull(), "Qt decode");
+  verlange(!bild.scaled(Klein, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).isNull(), "Qt decode");
 }
 
 void qt_skaliert(const QString& pfad) {
   QImageReader leser(pfad);
-  leser.setScaledSize(kKlein);
+  leser.setScaledSize(Klein);
   verlange(!leser.read().isNull(), "Qt scaled decode");
 }
 

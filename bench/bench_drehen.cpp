@@ -26,7 +26,7 @@ using messung::verlange;
 
 namespace {
 
-constexpr int kLaeufe = 21;
+constexpr int Laeufe = 21;
 
 void starte(const QList<QByteArray>& argumente) {
   std::vector<char*> worte;
@@ -67,9 +67,9 @@ void miss_Zeit(const QString& ordner, const QString& foto) {
   const QString unser = ordner + u"/gedreht.jpg"_s;
   const QString fremd = ordner + u"/jpegtran.jpg"_s;
   const QByteArray name = foto.toLocal8Bit();
-  messung::vergleiche((name + ", kvobild : jpegtran").constData(), kLaeufe, 1.05, [&] { kvobild(quelle, unser); },
+  messung::vergleiche((name + ", kvobild : jpegtran").constData(), Laeufe, 1.05, [&] { kvobild(quelle, unser); },
       [&] { jpegtran(quelle, fremd); });
-  messung::vergleiche((name + ", call : jpegtran").constData(), kLaeufe, 1.05, [&] { drehe(quelle, unser); },
+  messung::vergleiche((name + ", call : jpegtran").constData(), Laeufe, 1.05, [&] { drehe(quelle, unser); },
       [&] { jpegtran(quelle, fremd); });
   std::printf("  bytes: source %lld, ours %lld, jpegtran %lld, equal: %s\n",
       static_cast<long long>(QFile(quelle).size()), static_cast<long long>(QFile(unser).size()),

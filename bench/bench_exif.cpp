@@ -50,7 +50,7 @@ QByteArray foto(QSize groesse, double rauschen, unsigned saat) {
   return datei.readAll();
 }
 
-QByteArray mit_exif(const QByteArray& foto, Folge folge) {
+QByteArray mit_Exif(const QByteArray& foto, Folge folge) {
   const QByteArray kamera = kamerabild(folge, 20 * 1024);
   return kamera.chopped(2) + foto.mid(2);
 }
@@ -109,11 +109,11 @@ void lies_ganz(const QByteArray& pfad, std::vector<char>& puffer) {
   ::close(deskriptor);
 }
 
-bool vergleiche_foto(const QString& ordner, const QByteArray& bytes, const char* name) {
+bool vergleiche_Foto(const QString& ordner, const QByteArray& bytes, const char* name) {
   bool gut = true;
   std::printf("%s: %.1f MB\n", name, static_cast<double>(bytes.size()) / 1e6);
   for (const Folge folge : {Folge::Intel, Folge::Motorola}) {
-    const QString pfad = schreibe(ordner + u"/mit.jpg"_s, mit_exif(bytes, folge));
+    const QString pfad = schreibe(ordner + u"/mit.jpg"_s, mit_Exif(bytes, folge));
     const QByteArray ort = QFile::encodeName(pfad);
     const QByteArray was = name + (folge == Folge::Intel ? ", little-endian, libexif"_ba : ", big-endian, libexif"_ba);
     gut &= vergleiche(
@@ -141,8 +141,8 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication app(argc, argv);
   const QTemporaryDir ordner;
-  bool gut = vergleiche_foto(ordner.path(), foto({3000, 2000}, 12, 1), "6 MP");
-  gut &= vergleiche_foto(ordner.path(), foto({4032, 3024}, 10, 2), "12 MP");
-  gut &= vergleiche_foto(ordner.path(), foto({6000, 4000}, 8, 3), "24 MP");
+  bool gut = vergleiche_Foto(ordner.path(), foto({3000, 2000}, 12, 1), "6 MP");
+  gut &= vergleiche_Foto(ordner.path(), foto({4032, 3024}, 10, 2), "12 MP");
+  gut &= vergleiche_Foto(ordner.path(), foto({6000, 4000}, 8, 3), "24 MP");
   return gut ? 0 : 1;
 }

@@ -28,7 +28,7 @@ constexpr int Zeilen = 10'000;
 constexpr int Laeufe = 31;
 const QString Anweisung = u"Select * from Bild_Zuordnungen  where Key1 = 'RE'order by SortIndex"_s;
 
-QString odbc_form(int port) {
+QString odbc_Form(int port) {
   return u"Driver={FreeTDS};Server=127.0.0.1;Port=%1;Database=bilder;UID=sa;PWD=Geheim-1;TDS_Version=7.4"_s.arg(port);
 }
 
@@ -44,7 +44,7 @@ class Peer {
     verlange(SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &umgebung_)), "environment");
     SQLSetEnvAttr(umgebung_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
     verlange(SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_DBC, umgebung_, &verbindung_)), "connection");
-    const QString form = odbc_form(port);
+    const QString form = odbc_Form(port);
     verlange(SQL_SUCCEEDED(SQLDriverConnectW(
                  verbindung_, nullptr, zeichen(form), SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT)),
         "connect");
@@ -157,8 +157,8 @@ class Leser {
  public:
   explicit Leser(int port) {
     auto verbindung = std::make_shared<adodb::Connection>();
-    verbindung->Open(odbc_form(port));
-    store_.Init(odbc_form(port), verbindung, {});
+    verbindung->Open(odbc_Form(port));
+    store_.Init(odbc_Form(port), verbindung, {});
   }
   void lies() {
     const bool gelesen = store_.FKT_LeseBilder(u"RE"_s, {}, {}, {}, {}, {}, {}, {}, {});
@@ -169,7 +169,7 @@ class Leser {
   clsBildZuordnungen store_;
 };
 
-void messe_zeit(int port) {
+void messe_Zeit(int port) {
   Leser leser(port);
   Peer behaltender(port);
   Peer zaehlender(port);
@@ -211,7 +211,7 @@ double speicher(const std::function<void()>& arbeit) {
   return mb;
 }
 
-void messe_speicher(int port) {
+void messe_Speicher(int port) {
   const double leer = speicher([&] { const Leser leser(port); });
   const double voll = speicher([&] { Leser(port).lies(); });
   const double peer = speicher([&] { Peer(port).lies(true); });
@@ -231,8 +231,8 @@ int main(int argc, char** argv) {
   verlange(server.laeuft(), "server");
   try {
     fuelle(server);
-    messe_speicher(server.port());
-    messe_zeit(server.port());
+    messe_Speicher(server.port());
+    messe_Zeit(server.port());
   } catch (const Laufzeitfehler& fehler) {
     verlange(false, fehler.what());
   }

@@ -32,7 +32,7 @@ class Peer {
  public:
   explicit Peer(const QString& datei) {
     pruefe(sqlite3_open(datei.toUtf8().constData(), &db_) == SQLITE_OK, "open");
-    pruefe(adodb::richte_servertext_ein(db_) == SQLITE_OK, "collation");
+    pruefe(adodb::richte_Servertext_ein(db_) == SQLITE_OK, "collation");
     exec("PRAGMA journal_mode=WAL");
     exec("PRAGMA synchronous=FULL");
   }
@@ -96,7 +96,7 @@ std::shared_ptr<adodb::Connection> oeffne(const QString& datei) {
   return verbindung;
 }
 
-void messe_lesen(const QTemporaryDir& ordner) {
+void messe_Lesen(const QTemporaryDir& ordner) {
   const QString datei = lege_an(ordner, u"lesen.db"_s);
   fuelle(datei, 1, 10'000);
   clsBildZuordnungen store;
@@ -131,7 +131,7 @@ class Mitschrift final : public adodb::Treiber {
   adodb::SqliteTreiber innen_;
 };
 
-void messe_speichern(const QTemporaryDir& ordner) {
+void messe_Speichern(const QTemporaryDir& ordner) {
   adodb::registriere_treiber(u"Mitschrift"_s, [] { return std::make_unique<Mitschrift>(); });
   const QString datei = lege_an(ordner, u"speichern.db"_s);
   fuelle(datei, 1, 1'000);
@@ -165,7 +165,7 @@ void messe_speichern(const QTemporaryDir& ordner) {
   messung::zeile("save 1,000 changed rows / the same texts by exec", unser, ihrer, 1.3);
 }
 
-void messe_groesse(const QTemporaryDir& ordner) {
+void messe_Groesse(const QTemporaryDir& ordner) {
   const QString klein = lege_an(ordner, u"klein.db"_s);
   const QString gross = lege_an(ordner, u"gross.db"_s);
   fuelle(klein, 100, 10);
@@ -194,9 +194,9 @@ int main(int argc, char** argv) {
   const QTemporaryDir ordner((argc > 1 ? QString::fromLocal8Bit(argv[1]) : u"."_s) + u"/bench-XXXXXX"_s);
   pruefe(ordner.isValid(), "folder");
   try {
-    messe_lesen(ordner);
-    messe_speichern(ordner);
-    messe_groesse(ordner);
+    messe_Lesen(ordner);
+    messe_Speichern(ordner);
+    messe_Groesse(ordner);
   } catch (const Laufzeitfehler& fehler) {
     pruefe(false, fehler.what());
   }

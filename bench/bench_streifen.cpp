@@ -21,15 +21,15 @@ using messung::verlange;
 
 namespace {
 
-constexpr int kAnzahl = fotovorgang::Anzahl;
-constexpr int kSichtbare = 5;
-constexpr QSize kFeld(190, 126);
-const QString kOrdner = u"P:\\Artikel\\Allg"_s;
+constexpr int Anzahl = fotovorgang::Anzahl;
+constexpr int Sichtbare = 5;
+constexpr QSize Feldgroesse(190, 126);
+const QString Bildordner = u"P:\\Artikel\\Allg"_s;
 
-std::vector<std::shared_ptr<const Bild>> lade_alle(clsBildZuordnungen& store, const QString& ordner = kOrdner) {
+std::vector<std::shared_ptr<const Bild>> lade_alle(clsBildZuordnungen& store, const QString& ordner = Bildordner) {
   const bildlader::NurKopf nur_Kopf;
   std::vector<std::shared_ptr<const Bild>> bilder;
-  for (int i = 0; i < kAnzahl; ++i) {
+  for (int i = 0; i < Anzahl; ++i) {
     verlange(store.FKT_LoadPicture(fotovorgang::name(i), ordner, false) && store.AktLoadPicture_Picture,
         "picture does not load");
     bilder.push_back(store.AktLoadPicture_Picture);
@@ -40,9 +40,9 @@ std::vector<std::shared_ptr<const Bild>> lade_alle(clsBildZuordnungen& store, co
 void zeige_zum_ersten_Mal(clsBildZuordnungen& store) {
   Bildspeicher::aktuell().leere();
   const auto bilder = lade_alle(store);
-  for (int i = 0; i < kSichtbare; ++i) {
+  for (int i = 0; i < Sichtbare; ++i) {
     const Bild& bild = *bilder[static_cast<std::size_t>(i)];
-    const QSize ziel = bild.groesse().scaled(kFeld, Qt::KeepAspectRatio);
+    const QSize ziel = bild.groesse().scaled(Feldgroesse, Qt::KeepAspectRatio);
     verlange(bild.bild(ziel).size() == ziel, "picture of another size");
   }
 }
@@ -65,12 +65,12 @@ bool miss(clsBildZuordnungen& store, const QList<QByteArray>& sichtbare, int run
     koepfe.push_back(messung::sekunden([&] { lade_alle(store); }));
     wieder.push_back(messung::sekunden(rolle));
   }
-  std::printf("%-58s %10.2f us\n", "FKT_LoadPicture, header not yet known", messung::median(koepfe) * 1e6 / kAnzahl);
-  std::printf("%-58s %10.2f us\n", "FKT_LoadPicture, file unchanged", messung::median(wieder) * 1e6 / (2 * kAnzahl));
+  std::printf("%-58s %10.2f us\n", "FKT_LoadPicture, header not yet known", messung::median(koepfe) * 1e6 / Anzahl);
+  std::printf("%-58s %10.2f us\n", "FKT_LoadPicture, file unchanged", messung::median(wieder) * 1e6 / (2 * Anzahl));
   std::vector<double> andere;
   for (int i = 0; i < runden; ++i)
     andere.push_back(messung::sekunden([&] { lade_alle(store, u"P:\\ARTIKEL\\ALLG"_s); }));
-  std::printf("%-58s %10.2f us\n", "the same, folders in another case", messung::median(andere) * 1e6 / kAnzahl);
+  std::printf("%-58s %10.2f us\n", "the same, folders in another case", messung::median(andere) * 1e6 / Anzahl);
   return gut;
 }
 
@@ -87,6 +87,6 @@ int main(int argc, char** argv) {
   zeige_zum_ersten_Mal(store);
   std::printf("%-58s %10.0f MB\n", "peak of memory after the first showing", messung::groesster_Speicher());
   QList<QByteArray> sichtbare;
-  for (int i = 0; i < kSichtbare; ++i) sichtbare.append(fotovorgang::lies(fotovorgang::datei(ordner, i)));
+  for (int i = 0; i < Sichtbare; ++i) sichtbare.append(fotovorgang::lies(fotovorgang::datei(ordner, i)));
   return miss(store, sichtbare, runden) ? 0 : 1;
 }

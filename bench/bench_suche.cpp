@@ -45,10 +45,10 @@ void lege_Fotos(const QString& name, const QStringList& vorlagen, int anzahl) {
 
 /// Empty files of a handful of types.
 void lege_Dateien(const QString& name, int anzahl) {
-  static const QStringList typen{u"dat"_s, u"docx"_s, u"001"_s, u"PDF"_s, u"txt"_s};
+  static const QStringList Typen{u"dat"_s, u"docx"_s, u"001"_s, u"PDF"_s, u"txt"_s};
   verlange(QDir().mkpath(ordner_von(name)), "folder for the files");
   for (int i = 0; i < anzahl; ++i) {
-    QFile datei(ordner_von(name) + u"/Angebot %1.%2"_s.arg(i).arg(typen[i % typen.size()]));
+    QFile datei(ordner_von(name) + u"/Angebot %1.%2"_s.arg(i).arg(Typen[i % Typen.size()]));
     verlange(datei.exists() || datei.open(QIODevice::WriteOnly), "file");
   }
 }

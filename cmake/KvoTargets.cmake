@@ -8,7 +8,7 @@ set(KVO_VORAB_FENSTER ${KVO_VORAB_KERN} <QAbstractItemView> <QApplication> <QDia
 set(KVO_VORAB_TEST ${KVO_VORAB_KERN} <gmock/gmock.h> <gtest/gtest.h> <QDir> <QGuiApplication> <QKeyEvent> <QMouseEvent> <QProcess> <QWindow>)
 
 # Nobody waits for the code of a test, but everybody for its compiling. Lines are known, so that a trace can be read.
-set(KVO_TESTUEBERSETZUNG $<$<CONFIG:RelWithDebInfo>:-O0> $<$<CONFIG:RelWithDebInfo>:-g1>)
+set(KVO_TESTUEBERSETZUNG $<$<CONFIG:RelWithDebInfo,Debug>:-O0> $<$<CONFIG:RelWithDebInfo,Debug>:-g1>)
 
 file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/vorab.cpp" CONTENT "int main() {\n  return 0;\n}\n")
 

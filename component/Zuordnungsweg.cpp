@@ -33,7 +33,7 @@ QString nummer(const Zuordnungsweg::Vorgang& vorgang) {
   return teile.join(u' ');
 }
 
-/// There is nothing at all in it, as where a drive is not mounted.
+/// It holds nothing at all, like a place where no drive is mounted.
 bool ist_leer(const QString& wurzel) {
   bool leer = true;
   fehler::Weiter weiter;

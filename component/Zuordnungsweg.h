@@ -85,7 +85,7 @@ class KVO_EXPORT Zuordnungsweg {
   /// The pictures of a record as they were read, each with its stored place in Bild_SortIndex (within its 16 bits).
   struct Lesung {
     std::shared_ptr<clsBildZuordnungen> bilder;
-    /// Why they can't be read, then without `bilder`; otherwise empty.
+    /// Why they can't be read; `bilder` is null then. Otherwise empty.
     QString grund;
   };
 

@@ -2,7 +2,7 @@
 
 namespace {
 
-// Looked at as a whole; only where the pair is in it, the place is searched.
+// A section is tested as a whole; the place is searched only in one that holds the pair.
 constexpr std::size_t Abschnitt = 2048;
 
 /// The compiler makes vector code of the loop over a section: it has no branch, its length is known, and its numbers
@@ -24,7 +24,7 @@ constexpr std::size_t Abschnitt = 2048;
 }
 
 #if defined(__x86_64__)
-[[gnu::target("avx2")]] std::optional<std::size_t> suche_avx2(
+[[gnu::target("avx2")]] std::optional<std::size_t> suche_AVX2(
     std::span<const std::uint8_t> bytes, std::uint8_t erstes, std::uint8_t zweites) {
   return suche(bytes, erstes, zweites);
 }
@@ -35,8 +35,8 @@ constexpr std::size_t Abschnitt = 2048;
 std::optional<std::size_t> finde_Bytepaar(
     std::span<const std::uint8_t> bytes, std::uint8_t erstes, std::uint8_t zweites) {
 #if defined(__x86_64__)
-  static const bool avx2 = __builtin_cpu_supports("avx2") != 0;
-  if (avx2) return suche_avx2(bytes, erstes, zweites);
+  static const bool Mit_AVX2 = __builtin_cpu_supports("avx2") != 0;
+  if (Mit_AVX2) return suche_AVX2(bytes, erstes, zweites);
 #endif
   return suche(bytes, erstes, zweites);
 }

@@ -14,7 +14,7 @@ constexpr std::int64_t Suchlaenge = 64LL * 1024;
 
 void Dateibytes::oeffne(const QString& pfad) {
   schliesse();
-  datei_.oeffne_binaer(pfad);
+  datei_.oeffne_Binaer(pfad);
   const std::int64_t laenge = datei_.laenge();
   if (laenge > std::numeric_limits<std::int32_t>::max()) {
     schliesse();
@@ -74,17 +74,17 @@ std::optional<std::int32_t> Dateibytes::finde_Paar(std::uint8_t erstes, std::uin
     return ab_index + static_cast<std::int32_t>(*treffer);
 
   // In front of each piece stands the last byte of the one before, for a pair across the edge.
-  constexpr std::size_t davor = 64;
-  const auto speicher = std::make_unique_for_overwrite<std::uint8_t[]>(davor + Suchlaenge);
-  const std::span puffer(speicher.get(), davor + Suchlaenge);
-  puffer[davor - 1] = anfang.back();
+  constexpr std::size_t Davor = 64;
+  const auto speicher = std::make_unique_for_overwrite<std::uint8_t[]>(Davor + Suchlaenge);
+  const std::span puffer(speicher.get(), Davor + Suchlaenge);
+  puffer[Davor - 1] = anfang.back();
   for (std::int64_t von = ab_index + std::ssize(anfang); von < obergrenze_;) {
     const auto laenge = static_cast<std::size_t>(std::min<std::int64_t>(Suchlaenge, obergrenze_ - von));
-    lies(von, puffer.subspan(davor, laenge));
-    const auto stueck = std::span<const std::uint8_t>(puffer).subspan(davor - 1, laenge + 1);
+    lies(von, puffer.subspan(Davor, laenge));
+    const auto stueck = std::span<const std::uint8_t>(puffer).subspan(Davor - 1, laenge + 1);
     if (const auto treffer = finde_Bytepaar(stueck, erstes, zweites))
       return static_cast<std::int32_t>(von - 1 + static_cast<std::int64_t>(*treffer));
-    puffer[davor - 1] = stueck.back();
+    puffer[Davor - 1] = stueck.back();
     von += static_cast<std::int64_t>(laenge);
   }
   return std::nullopt;

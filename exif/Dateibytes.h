@@ -17,7 +17,7 @@
 /// file was cut short since, the missing bytes are 0.
 class Dateibytes {
  public:
-  /// Opens the file as Binaerdatei::oeffne_binaer does, with its failures. Raises 6 for a length that no 32-bit index
+  /// Opens the file as Binaerdatei::oeffne_Binaer does, with its failures. Raises 6 for a length that no 32-bit index
   /// can tell.
   void oeffne(const QString& pfad);
   /// From now on every index is out of range. What was read is forgotten.
@@ -29,8 +29,8 @@ class Dateibytes {
   /// The byte of an index. Raises 6 for an index above 32 bits, 9 for any other outside the array, 57 when the disk
   /// fails.
   std::uint8_t operator[](std::int64_t index) {
-    const auto im_block = static_cast<std::uint64_t>(index - block_von_);
-    return im_block < block_.size() ? block_[im_block] : ab(index).front();
+    const auto im_Block = static_cast<std::uint64_t>(index - block_von_);
+    return im_Block < block_.size() ? block_[im_Block] : ab(index).front();
   }
 
   /// The bytes from an index to the end of the block it lies in, at least one. They stay valid until the next call of

@@ -13,8 +13,8 @@ constexpr std::int32_t Tag_ExifIfd = 34665;
 constexpr std::int32_t Tag_MakerNote = 37500;
 constexpr std::int64_t Entry_Length = 12;
 
-// What counts as memory run out: a file can ask for far more than it holds, by a chain that points back, or by many
-// entries that share one value.
+// Beyond these limits memory counts as used up: a file can ask for far more than it holds, by a chain that points back
+// or by many entries that share one value.
 constexpr std::size_t Max_Entries = 1'000'000;
 constexpr std::size_t Max_Directories = 1'000'000;
 

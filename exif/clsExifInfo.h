@@ -44,7 +44,7 @@ class KVO_EXPORT clsExifInfo {
   /// found and walked, even if the walk stopped early at something that can't be read; the entries read until then
   /// stay, with empty ones behind them up to the size of the directory. False: no name, or no Exif block.
   ///
-  /// A file that is missing is created empty. The failures of Binaerdatei::oeffne_binaer and of reading (57) reach the
+  /// A file that is missing is created empty. The failures of Binaerdatei::oeffne_Binaer and of reading (57) reach the
   /// caller; so do 6 for a file of 2 GB or more, and 6 or 9 when the offset of the first directory or its number of
   /// entries lies outside the file or the 32-bit range.
   ///

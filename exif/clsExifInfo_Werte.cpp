@@ -70,7 +70,7 @@ void clsExifInfo::Decode_Value(std::int64_t field, Exif_Entry& entry) {
   const Kind kind = kind_of(entry.Format_Code);
   if (kind == Kind::None) return;
   if (kind == Kind::Rational) {
-    // Only the first of several, wherever their number would put them.
+    // Of several rationals only the first is read, always from outside the entry.
     entry.Data_Offset = Read_Long(field);
     entry.Value = Read_Rational(std::int64_t{Offset_Tiff} + entry.Data_Offset);
     return;
@@ -161,12 +161,12 @@ void clsExifInfo::Append_Characters(QString& text, std::int64_t from, std::int64
 }
 
 void clsExifInfo::Append_Numbers(QString& text, std::int64_t from, std::int32_t count, int step) {
-  constexpr qsizetype longest = 3;
+  constexpr qsizetype Longest = 3;
   const auto shrink = qScopeGuard([&text] { text.squeeze(); });
   for (std::int32_t i = 0; i < count; ++i) {
     const std::uint8_t byte = File_Bytes[from + std::int64_t{i} * step];
-    Free_Text(text, longest);
-    std::array<QChar, longest> digits;
+    Free_Text(text, Longest);
+    std::array<QChar, Longest> digits;
     text.append(digits.data(), write_decimal(digits.data(), byte));
   }
 }

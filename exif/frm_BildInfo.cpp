@@ -63,8 +63,6 @@ frm_BildInfo::frm_BildInfo() : Form(u"frm_BildInfo"_s) {
   setFixedSize(size());
 }
 
-frm_BildInfo::~frm_BildInfo() = default;
-
 void frm_BildInfo::Form_Load() {
   Sft_Eigenschaften.BorderStyle(0);
 }

@@ -12,7 +12,6 @@
 class frm_BildInfo : public Form {
  public:
   frm_BildInfo();
-  ~frm_BildInfo() override;
 
   /// The picture file, with its path.
   QString m_Bild;

@@ -20,7 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A bare container has the locale "C", of which Qt complains on standard error at every start.
-void setze_utf8() {
+void setze_Utf8() {
   static_cast<void>(std::setlocale(LC_ALL, ""));
   if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
 }
@@ -32,8 +32,8 @@ void waehle_Plattform() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
-/// Where there is neither a session bus nor the program that would start one, Qt's first text on a button looks for
-/// that program all along the search path, in a process of its own, before the window is up.
+/// Without a session bus Qt looks for the program that starts one, along the whole search path, in a process of its
+/// own, as soon as a button gets its first text: before the window is up.
 void suche_keinen_Sitzungsbus() {
   if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return;
   const QString ordner = qEnvironmentVariable("XDG_RUNTIME_DIR");
@@ -54,8 +54,8 @@ int laufe(const Wirtsoptionen& optionen) {
   return QApplication::exec();
 }
 
-/// What Qt says of a session folder that a bare container has not, and of what a window without a display can't do, is
-/// of no use to anybody.
+/// Nobody needs what Qt says of a session folder that a bare container does not have, or of what a window can't do
+/// without a display.
 QtMessageHandler bisher = nullptr;
 void ohne_Belangloses(QtMsgType art, const QMessageLogContext& ort, const QString& text) {
   if (text.startsWith("QStandardPaths: XDG_RUNTIME_DIR not set"_L1)) return;
@@ -66,7 +66,7 @@ void ohne_Belangloses(QtMsgType art, const QMessageLogContext& ort, const QStrin
 }  // namespace
 
 int main(int argc, char** argv) {
-  setze_utf8();
+  setze_Utf8();
   waehle_Plattform();
   suche_keinen_Sitzungsbus();
   bisher = qInstallMessageHandler(ohne_Belangloses);

@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A bare container has the locale "C", of which Qt complains on standard error at every start.
-void setze_utf8() {
+void setze_Utf8() {
   static_cast<void>(std::setlocale(LC_ALL, ""));
   if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
 }
@@ -46,8 +46,8 @@ Ausgang laufe(const QStringList& argumente) {
   }
 }
 
-/// Drawing pictures needs Qt's platform, though no window ever shows. What Qt says of a missing session folder is of no
-/// use to anybody then.
+/// Drawing pictures needs Qt's platform, though no window ever shows. Nobody needs what Qt then says of a missing
+/// session folder.
 int laufe_mit_zeichnen(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QtMessageHandler vorher = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
@@ -59,7 +59,7 @@ int laufe_mit_zeichnen(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  setze_utf8();
+  setze_Utf8();
   for (const char* zeichnender : {"beispieldaten", "thumbnail"})
     if (argc > 1 && std::strcmp(argv[1], zeichnender) == 0) return laufe_mit_zeichnen(argc, argv);
   const QCoreApplication programm(argc, argv);

@@ -19,6 +19,6 @@ std::shared_ptr<const Bild> gezeichnetes_Blatt(const QString& svg, QSize groesse
 }
 
 const std::shared_ptr<const Bild>& ersatzbild() {
-  static const auto bild = gezeichnetes_Blatt(u":/kvo/icons/bild_unlesbar.svg"_s, {96, 96}, Qt::white);
-  return bild;
+  static const auto Ersatz = gezeichnetes_Blatt(u":/kvo/icons/bild_unlesbar.svg"_s, {96, 96}, Qt::white);
+  return Ersatz;
 }

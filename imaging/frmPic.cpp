@@ -45,7 +45,7 @@ bool frmPic::FKT_LoadPicture(const QString& Pname) {
     m_GdiStatus = Fkt_GdiPruefen(Fkt_GdiStartup(1));
     m_GdiAktiv = m_GdiStatus == gdiplus::Ok;
     if (!FileSystemObject().FileExists(Pname)) return false;
-    // Whoever shows a picture of which nothing but the header is sound shows that it can't be read, not a black field.
+    // A picture of which only the header is sound is shown as unreadable, not as a black field.
     const auto bild = m_GdiAktiv ? Fkt_LoadPictureGdi(Pname) : gdiplus::LoadPicture(Pname);
     picPicture.Picture(bildlader::mit_Ersatz(bild, ersatzbild()));
     picBreite = picPicture.ScaleWidth();

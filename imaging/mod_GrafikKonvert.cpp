@@ -36,7 +36,7 @@ std::int32_t Fkt_GdiPruefen(std::int32_t status) {
 }
 
 QString Fkt_GdiFehlerText(std::int32_t status) {
-  static constexpr std::array kTexte{
+  static constexpr std::array Texte{
       u"Generic Error.",
       u"Invalid Parameter.",
       u"Out Of Memory.",
@@ -58,8 +58,8 @@ QString Fkt_GdiFehlerText(std::int32_t status) {
       u"Property Not Found.",
       u"Property Not Supported.",
   };
-  if (status < 1 || status > static_cast<std::int32_t>(kTexte.size())) return u"Unknown GDI+ Error."_s;
-  return QString::fromUtf16(kTexte[static_cast<std::size_t>(status - 1)]);
+  if (status < 1 || status > static_cast<std::int32_t>(Texte.size())) return u"Unknown GDI+ Error."_s;
+  return QString::fromUtf16(Texte[static_cast<std::size_t>(status - 1)]);
 }
 
 std::shared_ptr<const Bild> Fkt_LoadPictureGdi(const QString& dateiname) {
@@ -94,7 +94,7 @@ bool Fkt_GetEncoderClsid(const QString& mime_type, gdiplus::CLSID& clsid) {
   std::uint32_t groesse = 0;
   gdiplus::GdipGetImageEncodersSize(anzahl, groesse);
   if (groesse == 0) return false;
-  std::vector<gdiplus::ImageCodecInfo> saetze(groesse / gdiplus::kKodierersatz);
+  std::vector<gdiplus::ImageCodecInfo> saetze(groesse / gdiplus::Kodierersatz);
   gdiplus::GdipGetImageEncoders(anzahl, groesse, saetze);
   for (std::uint32_t i = 0; i < anzahl; ++i) {
     if (saetze[i].MimeType.compare(mime_type, Qt::CaseInsensitive) != 0) continue;

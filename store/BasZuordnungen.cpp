@@ -22,14 +22,14 @@ struct Schreibzugang {
 /// nothing.
 Schreibzugang* neuer_Zugang() {
   static std::mutex schutz;
-  static auto* const alle = new std::deque<Schreibzugang>;
+  static auto* const Alle = new std::deque<Schreibzugang>;
   const std::lock_guard halten(schutz);
-  return &alle->emplace_back();
+  return &Alle->emplace_back();
 }
 
 Schreibzugang& zugang() {
-  thread_local Schreibzugang* const dieser = neuer_Zugang();
-  return *dieser;
+  thread_local Schreibzugang* const Dieser = neuer_Zugang();
+  return *Dieser;
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ std::shared_ptr<Dialogspur>& Sammlungszugriff::spur(clsBildZuordnungen& sammlung
 }
 
 Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
-    const QString& alter_name, const QString& endung, const QString& neuer_name) {
+    const QString& alter_Name, const QString& endung, const QString& neuer_Name) {
   Umbenennung ergebnis;
   const auto sage = [&](const Laufzeitfehler& f) { ergebnis.grund = f.Beschreibung(); };
   const auto gelingt = [&](auto&& schritt) {
@@ -69,13 +69,13 @@ Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QSt
     });
   };
   ergebnis.datei = gelingt([&] {
-    const Bilddatei alt{alter_name, endung, wurzel + u'\\' + pfad};
-    FileSystemObject().MoveFile(alt.pfad(), Bilddatei{neuer_name, endung, alt.ordner}.pfad());
+    const Bilddatei alt{alter_Name, endung, wurzel + u'\\' + pfad};
+    FileSystemObject().MoveFile(alt.pfad(), Bilddatei{neuer_Name, endung, alt.ordner}.pfad());
   });
   ergebnis.tabelle = ergebnis.datei && gelingt([&] {
     sammlung.lesende_Verbindung().Execute(
         u"Update Bild_Zuordnungen SET Bildname = '%1' WHERE Bildname = '%2' and BildExt = '%3' and BildPfad = '%4'"_s
-            .arg(neuer_name, alter_name, endung, pfad));
+            .arg(neuer_Name, alter_Name, endung, pfad));
   });
   return ergebnis;
 }

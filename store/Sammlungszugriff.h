@@ -38,5 +38,5 @@ class Sammlungszugriff {
       clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung, const Fruehere& neu);
   /// Renames a picture's file and all rows that point to it, and tells what came of it. Never raises.
   static Umbenennung benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
-      const QString& alter_name, const QString& endung, const QString& neuer_name);
+      const QString& alter_Name, const QString& endung, const QString& neuer_Name);
 };

@@ -55,7 +55,7 @@ class Vorbereitung {
     return ort == orte_.end() ? nullptr : &spur_->bilder[*ort];
   }
 
-  /// A row that was never stored and shall not be needs no statement.
+  /// A row that was never stored and is not to be stored needs no statement.
   void verwirf_nie_Gespeicherte() {
     std::vector<std::shared_ptr<clsBilderSpeicher>> saetze;
     je_Zeile(bilder_, [&](std::int32_t) {
@@ -181,7 +181,7 @@ class Vorbereitung {
     return eines;
   }
 
-  /// A picture that the dialog renamed is looked at with its names.
+  /// A picture that the dialog renamed is left out here: its file is looked for when the table follows the name.
   void pruefe_Datei(Posten& eines) const {
     const auto& fehlten = auftrag_.fehlten;
     if (eines.spur && !eines.spur->fruehere.empty()) return;

@@ -47,7 +47,7 @@ struct Posten {
   bool sagen = false;
 
   QString name() const;
-  /// Its row is one of those that the table shall hold, or shall not.
+  /// The table is asked whether it holds this row, as it should or should not.
   bool wird_geprueft() const noexcept { return zustand == Zustand::Offen || zustand == Zustand::Erledigt; }
   bool wartet() const noexcept { return zustand == Zustand::Offen || zustand == Zustand::Ohne_Datei || text_fehlt; }
   void sage(const QString& hinweis) {

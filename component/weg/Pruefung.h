@@ -7,7 +7,7 @@
 
 namespace weg {
 
-/// What the table shall hold of a row after the save.
+/// What the table is to hold of a row after the save.
 struct Wunsch {
   enum class Art { Einfuegen, Aendern, Entfernen };
   Art art = Art::Aendern;

@@ -11,7 +11,7 @@
 
 namespace weg {
 
-/// A row as the table holds it, or shall hold it.
+/// A row as the table holds it, or is to hold it.
 struct Stand {
   clsBilderSpeicher satz;
   std::int64_t platz = 0;

@@ -84,7 +84,7 @@ class Speicherlauf {
 
   void frage_Benutzer() {
     while (wartet() && meldung::bejaht(meldung::frage(posten_), true)) versuche_noch_einmal();
-    // What was written is not to be called lost because its answer was.
+    // A lost answer does not mean that what was written is lost.
     if (!geprueft_) pruefe();
     if (const QString text = meldung::abschluss(posten_); !text.isEmpty()) meldung::warne(text);
   }
@@ -97,7 +97,7 @@ class Speicherlauf {
     for (Posten& eines : posten_)
       if (eines.zustand == Zustand::Offen && !stoerung.isEmpty()) eines.grund = stoerung;
     if (!wartet_auf_Tabelle() || !stoerung.isEmpty()) return;
-    // Written is only what the table does not have: an answer that was lost would otherwise make two rows of one.
+    // Only what the table does not have is written: otherwise a lost answer would make two rows of one.
     if (pruefe() && wartet_auf_Tabelle()) schreibe_und_pruefe();
   }
 
@@ -226,7 +226,7 @@ class Speicherlauf {
     const bool wieder = eines.in_Gruppe || (eines.wunsch.art == Art::Einfuegen && !eines.vorhanden) || umbenannt;
     eines.zustand = wieder ? Zustand::Offen : Zustand::Aufgegeben;
     if (wieder && eines.grund.isEmpty()) eines.grund = u"Die Zeile steht nicht in der Tabelle."_s;
-    // Another desk may have removed it: to insert it again is not this run's business.
+    // Somebody else may have removed it, and this run must not insert it again.
     if (!wieder)
       eines.sage(
           u"Die Zeile steht nicht mehr in der Tabelle; ein anderer Arbeitsplatz hat sie wohl entfernt. Soll das Bild "

@@ -38,7 +38,7 @@ void trage_ein(clsBildZuordnungen& bilder, Zuordnungsweg::Ergebnis& ergebnis) {
   QStringList betroffene = namen(*spur);
   if (betroffene.isEmpty()) betroffene.append(QString());
   for (const QString& name : betroffene) {
-    // A new picture whose copy failed is counted for that.
+    // A new picture whose copy failed is counted already, for that.
     const bool genannt = std::any_of(ergebnis.bilder.begin(), ergebnis.bilder.end(),
         [&](const Zuordnungsweg::Bild& bild) { return bild.name == name; });
     if (genannt) continue;

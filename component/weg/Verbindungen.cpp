@@ -36,7 +36,7 @@ QString Verbindungen::erneuere() {
   if (!lesende_) return {};
   fehler::Weiter weiter;
   if (weiter([&] { lesende_->Execute(u"Select Top 1 Key1 from Bild_Zuordnungen"_s); })) return {};
-  // In its place, since the host and the collection hold the same object.
+  // The same object is opened anew, since the host and the collection hold it too.
   weiter([&] { lesende_->Close(); });
   QString grund;
   fehler::melden_und_enden(

@@ -17,12 +17,12 @@ bool Arbeitszeile::ist_leer() const {
 }
 
 QString Arbeitszeile::Dateiname() const {
-  return Trim(Bildname) + u'.' + Trim(BildExt);
+  return Bilddatei{Trim(Bildname), Trim(BildExt)}.datei();
 }
 
 void Arbeitszeile::lies(const clsBilderSpeicher& satz, const QString& root) {
   Gespeichert = true;
-  VollerPfad = root + u'\\' + satz.Bild_Pfad + u'\\' + satz.Bild_Bildname + u'.' + satz.Bild_BildExt;
+  VollerPfad = Bilddatei::von(satz, root).pfad();
   Root = root;
   Pfad = satz.Bild_Pfad;
   Bildname = satz.Bild_Bildname;
@@ -146,26 +146,26 @@ void Arbeitstabelle::nummeriere() {
 // ── Names ───────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 template <class Bedingung>
-std::int32_t Arbeitstabelle::erste(Bedingung&& bedingung) const {
-  return static_cast<std::int32_t>(std::distance(begin(), std::find_if(begin(), end(), bedingung)));
+static std::int32_t erste(const Arbeitstabelle& tabelle, Bedingung&& bedingung) {
+  return static_cast<std::int32_t>(std::find_if(tabelle.begin(), tabelle.end(), bedingung) - tabelle.begin());
 }
 
 bool Arbeitstabelle::ist_vergeben(const QString& name, const QString& endung, std::int32_t in_Arbeit) const {
   const QString gesucht = Trim(name);
-  const std::int32_t i = erste([&](const Arbeitszeile& andere) {
-    return &andere - zeilen_.data() == in_Arbeit ? andere.Bildname == gesucht
-                                                 : UCase(andere.Bildname) == UCase(gesucht);
+  const std::int32_t i = erste(*this, [&](const Arbeitszeile& andere) {
+    const bool wird_bearbeitet = &andere - zeilen_.data() == in_Arbeit;
+    return wird_bearbeitet ? andere.Bildname == gesucht : UCase(andere.Bildname) == UCase(gesucht);
   });
   return gibt_es(i) && UCase(Trim(zeilen_[static_cast<std::size_t>(i)].BildExt)) == UCase(Trim(endung));
 }
 
 std::int32_t Arbeitstabelle::erste_Doppelte() const {
-  const std::int32_t i = erste([](const Arbeitszeile& z) { return z.NameDoppelt && !z.Entfernen; });
+  const std::int32_t i = erste(*this, [](const Arbeitszeile& z) { return z.NameDoppelt && !z.Entfernen; });
   return gibt_es(i) ? i : -1;
 }
 
 std::int32_t Arbeitstabelle::erste_Umbenannte() const {
-  return erste([](const Arbeitszeile& z) { return z.NameGeaendert; });
+  return erste(*this, [](const Arbeitszeile& z) { return z.NameGeaendert; });
 }
 
 QString Arbeitstabelle::gestempelter_Name(const Arbeitszeile& eigene, const QString& endung, const QString& stempel,

@@ -134,9 +134,6 @@ class Arbeitstabelle {
  private:
   bool gibt_es(std::int32_t nummer) const;
   void verlange(std::int32_t nummer) const;
-  /// Number of the first row that meets the condition, or one behind the last.
-  template <class Bedingung>
-  std::int32_t erste(Bedingung&& bedingung) const;
 
   std::vector<Arbeitszeile> zeilen_;
   Arbeitszeile keine_;

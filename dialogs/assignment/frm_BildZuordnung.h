@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "dialogs/Auftrag.h"
 #include "dialogs/assignment/Arbeitstabelle.h"
 #include "dialogs/assignment/clsDialoge.h"
 #include "platform/basic/XArrayDBObject.h"
@@ -24,21 +25,14 @@
 /// database but for the renaming of stored pictures.
 ///
 /// Usual road: Load, set the public members, Lade_Zuordnung, AnzeigeSteuern, Show, Unload.
-class frm_BildZuordnung : public Form {
+class frm_BildZuordnung : public Form, public Auftrag {
  public:
   frm_BildZuordnung();
-  ~frm_BildZuordnung() override;
 
   // ── Set by the entry point between Load and Lade_Zuordnung ────────────────────────────────────────────────────────
-  QString pStandardBildPfad;  ///< below the root; new pictures are copied there
-  QString pInfoZeile;
-  QString PTyp1;
-  QString pTyp2;
-  QString pGL_jmtVerarbeitungsdatum;
+  // The task too; saving sets its root to the root of the row written last.
   bool pNurAnzeige = false;
   bool pNurAnhang = false;
-  std::shared_ptr<Anwendungsobjekt> pAppObj;
-  QString pRootpath;  ///< without a closing separator; saving sets it to the root of the row written last
   std::shared_ptr<clsBildZuordnungen> pBildObj;
 
   // ── State ─────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -95,8 +89,8 @@ class frm_BildZuordnung : public Form {
   void Zeige_Bild();
 
   // ── Picture actions ───────────────────────────────────────────────────────────────────────────────────────────────
-  /// Appends a picture that the search found, `fund` being its row there; the table then ends with a blank row.
-  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund);
+  /// Appends a picture that the search found, `zeile` being its row there; the table then ends with a blank row.
+  void haenge_Fund_an(const XArrayDBObject& funde, std::int32_t zeile);
   void Pruefe_NameVorhanden(const QString& pName, const QString& pExt, bool& pErgebnis);
   void NameWarnung(bool pWert);
   void NameGeaendertAnzeige(bool pWert);
@@ -204,7 +198,6 @@ class frm_BildZuordnung : public Form {
   void lade_Anwesenheit(Arbeitszeile& zeile);
   bool laesst_sich_auflisten(const QString& ordner);
   bool nimm_Stand_auf();
-  void waehle_Zeile(std::int32_t index);
   void zeige_Auswahl();
   void lade_grosses_Bild();
   void fuelle_Eingaben();
@@ -218,7 +211,6 @@ class frm_BildZuordnung : public Form {
   void ziehe_ueber_Thumb(std::int32_t index);
   void ziehe_ueber_Scroll_Right();
   void lasse_fallen(std::int32_t index);
-  void verschiebe_Zeile();
   void zeige_im_Programm(const QString& datei);
   void mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit);
   void suche_Bilder();
@@ -277,5 +269,5 @@ class frm_BildZuordnung : public Form {
   Farbe NameRueckfarbe = 0;
   Farbe NameTextfarbe = 0;
   /// The selected row as it was when it was selected.
-  Arbeitszeile gewaehlte_;
+  QString AktDatei, AktName, AktExt, AktPfad, AktKey1, AktKey2, AktKey3, AktKey4, AktTyp1, AktTyp2;
 };

@@ -1,6 +1,7 @@
 // What the buttons do to the selected picture, and adding pictures from the search.
 #include "dialogs/Bedienschritt.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
+#include "dialogs/search/frm_BilderSuchen.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
@@ -14,13 +15,6 @@ using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
 using Dimension = XArrayDBObject::Dimension;
 
-namespace {
-
-/// Columns of the search's result.
-enum Fund : std::int32_t { GanzerName = 0, Ordner = 1, Stamm = 2, Endung = 3, LetzteSpalte = 10 };
-
-}  // namespace
-
 /// Runs a button's procedure; a failure is reported under its name after the pointer was set back.
 void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::function<void()>& arbeit) {
   bedienschritt(Name(), prozedur, arbeit);
@@ -32,12 +26,12 @@ void frm_BildZuordnung::mit_Meldung(const char16_t* prozedur, const std::functio
 // Nothing is copied here: a new row points at the file where it lies until it is saved.
 void frm_BildZuordnung::suche_Bilder() {
   auto funde = std::make_shared<XArrayDBObject>();
-  funde->ReDim(0, 0, 0, LetzteSpalte);
+  funde->ReDim(0, 0, 0, fund::Letzte);
   DialogObj = std::make_shared<clsDialoge>();
   if (!DialogObj->Fkt_Aufruf_Dialog_BilderSuchen(pAppObj, pRootpath, funde, true)) return;
   mauszeiger().form(Zeigerform::Sanduhr);
   for (std::int32_t i = 0; i <= funde->UpperBound(Dimension::Zeilen); ++i)
-    if (!text::Trim(mit_Leertext(funde->Value(i, GanzerName))).isEmpty()) haenge_Fund_an(*funde, i);
+    if (!text::Trim(mit_Leertext(funde->Value(i, fund::VollerName))).isEmpty()) haenge_Fund_an(*funde, i);
   // Of an empty record for which nothing was chosen the placeholder goes too.
   if (LetzteZeile() >= 0 && Zeile(LetzteZeile()).ist_leer()) Tabelle().entferne(LetzteZeile());
   ErsteZeile = 0;
@@ -58,17 +52,17 @@ void frm_BildZuordnung::suche_Bilder() {
   mauszeiger().form(Zeigerform::Standard);
 }
 
-void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t fund) {
-  const auto wert = [&](Fund s) { return mit_Leertext(funde.Value(fund, s)); };
+void frm_BildZuordnung::haenge_Fund_an(const XArrayDBObject& funde, std::int32_t zeile) {
+  const auto wert = [&](fund::Spalte s) { return mit_Leertext(funde.Value(zeile, s)); };
   // A duplicate is kept and only marked. No row is being edited: each collides in any case of its letters.
-  const bool doppelt = Tabelle().ist_vergeben(wert(Stamm), wert(Endung), KeineZeile);
+  const bool doppelt = Tabelle().ist_vergeben(wert(fund::Name), wert(fund::Endung), KeineZeile);
   Arbeitszeile& neue = Tabelle().freie_Zeile();
   neue.NameDoppelt = doppelt;
-  neue.VollerPfad = wert(GanzerName);
+  neue.VollerPfad = wert(fund::VollerName);
   neue.Root = pRootpath;
-  neue.Pfad = wert(Ordner);
-  neue.Bildname = wert(Stamm);
-  neue.BildExt = wert(Endung);
+  neue.Pfad = wert(fund::Pfad);
+  neue.Bildname = wert(fund::Name);
+  neue.BildExt = wert(fund::Endung);
   // Where all are attachments, a picture that nobody selects is one too.
   neue.AlsAnhang = pNurAnhang;
   const QString textdatei = Bilddatei{neue.Bildname, neue.BildExt, neue.Pfad}.textpfad();
@@ -93,13 +87,12 @@ void frm_BildZuordnung::zeige_Exif() {
 
 // The dialog tells that the user removed this record's own assignment; here that is only marked, as by the check box.
 void frm_BildZuordnung::zeige_AlleZuordnungen() {
-  if (text::Trim(gewaehlte_.Bildname).isEmpty()) return;
+  if (text::Trim(AktName).isEmpty()) return;
   mit_Meldung(u"SSC_AlleZuordnungen_Click", [this] {
     bool eigene = false;
     DialogObj = std::make_shared<clsDialoge>();
-    DialogObj->Fkt_Aufruf_Dialog_AlleZuordnungen(pAppObj, pRootpath, pStandardBildPfad, gewaehlte_.Key1,
-        gewaehlte_.Key2, gewaehlte_.Key3, gewaehlte_.Key4, gewaehlte_.Bildname, gewaehlte_.BildExt, gewaehlte_.Typ1,
-        gewaehlte_.Typ2, pGL_jmtVerarbeitungsdatum, pInfoZeile, eigene);
+    DialogObj->Fkt_Aufruf_Dialog_AlleZuordnungen(pAppObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2, AktKey3,
+        AktKey4, AktName, AktExt, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile, eigene);
     if (eigene) {
       Arbeitszeile& zeile = Zeile(AktZeile);
       zeile.Entfernen = zeile.ZeileGeaendert = zeile.Spur.vorgemerkt = true;
@@ -112,9 +105,8 @@ void frm_BildZuordnung::zeige_AlleZuordnungen() {
 
 void frm_BildZuordnung::zeige_WeitereZuordnungen() {
   DialogObj = std::make_shared<clsDialoge>();
-  DialogObj->Fkt_Aufruf_Dialog_WeitereZuordnungen(pAppObj, pBildObj, pRootpath, pStandardBildPfad, gewaehlte_.Key1,
-      gewaehlte_.Key2, gewaehlte_.Key3, gewaehlte_.Key4, gewaehlte_.Typ1, gewaehlte_.Typ2, pGL_jmtVerarbeitungsdatum,
-      pInfoZeile);
+  DialogObj->Fkt_Aufruf_Dialog_WeitereZuordnungen(pAppObj, pBildObj, pRootpath, pStandardBildPfad, AktKey1, AktKey2,
+      AktKey3, AktKey4, AktTyp1, AktTyp2, pGL_jmtVerarbeitungsdatum, pInfoZeile);
   mauszeiger().form(Zeigerform::Standard);
 }
 

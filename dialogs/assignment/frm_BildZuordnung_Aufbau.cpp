@@ -8,26 +8,17 @@
 
 using namespace Qt::Literals::StringLiterals;
 using symbole::bebildere;
-using symbole::symbol;
 
 namespace {
 
-constexpr double Startbreite = 12000;
-constexpr double Starthoehe = 9000;
-constexpr double Hoehe_Kopf = 810;
-constexpr double Hoehe_Streifen = 2100;
-constexpr double Hoehe_Fuss = 520;
-constexpr double Breite_Felder = 3840;
-
-void beschrifte(QAbstractButton& knopf, const QString& name) {
-  knopf.setIcon(symbol(name));
-  knopf.setIconSize(QSize(24, 24));
-}
+constexpr double Startbreite = 12000, Starthoehe = 9000, Breite_Felder = 3840;
+constexpr double Hoehe_Kopf = 810, Hoehe_Streifen = 2100, Hoehe_Fuss = 520;
 
 /// The picture that stands for a missing file, drawn once for all forms.
 const std::shared_ptr<const Bild>& platzhalter() {
-  static const auto bild = gezeichnetes_Blatt(u":/kvo/icons/bild_fehlt.svg"_s, {800, 600}, QColor(225, 225, 225));
-  return bild;
+  static const auto Platzhalterbild =
+      gezeichnetes_Blatt(u":/kvo/icons/bild_fehlt.svg"_s, {800, 600}, QColor(225, 225, 225));
+  return Platzhalterbild;
 }
 
 }  // namespace
@@ -51,19 +42,17 @@ frm_BildZuordnung::frm_BildZuordnung() : Form(u"frm_BildZuordnung"_s) {
   setze_Innengroesse(Startbreite, Starthoehe);
 }
 
-frm_BildZuordnung::~frm_BildZuordnung() = default;
-
 void frm_BildZuordnung::entwirf_Kopf() {
   SSP_Panel(0).Caption(u"  Beleg- oder Monatgeauftrags-Informationen"_s);
   QFont fett = SSP_Panel(0).font();
   fett.setBold(true);
   SSP_Panel(0).setFont(fett);
-  constexpr std::array<double, 4> breiten{500, 450, 400, 450};
+  constexpr std::array<double, 4> Breiten{500, 450, 400, 450};
   const std::array<QString, 4> texte{u"Bild:"_s, u"0"_s, u"von"_s, u"0"_s};
   for (int i = 0; i < 4; ++i) {
     const auto n = static_cast<std::size_t>(i);
     SSPanel& feld = SSP_Anzahl.entwirf(i);
-    feld.Move(0, 220, breiten[n], 340);
+    feld.Move(0, 220, Breiten[n], 340);
     feld.Caption(texte[n]);
     feld.setFrameShape(QFrame::NoFrame);
     feld.setAlignment(Qt::AlignCenter);
@@ -144,7 +133,7 @@ void frm_BildZuordnung::entwirf_Fussleiste() {
   const auto fuss = [](auto& knopf, const QString& text, const QString& bild, double breite) {
     knopf.Move(0, Starthoehe - 560, breite, Hoehe_Fuss);
     knopf.Caption(text);
-    beschrifte(knopf, bild);
+    bebildere(knopf, bild);
   };
   fuss(SSC_BilderLaden, u"&Bilder suchen   "_s, u"bilder_suchen"_s, 1750);
   fuss(SSC_AlleZuordnungen, u"      &Alle Zuordnungen des   Bildes anzeigen      "_s, u"alle_zuordnungen"_s, 2520);
@@ -215,7 +204,7 @@ std::unique_ptr<Bildfeld> frm_BildZuordnung::neues_Pic_Thumb(int index) {
   neu->stackUnder(&Shp_Thump);
   neu->setAccessibleName(u"Bild %1 des Streifens"_s.arg(index));
   neu->Click = [this, index] { Pic_Thumb_Click(index); };
-  neu->DblClick = [this] { zeige_im_Programm(gewaehlte_.VollerPfad); };
+  neu->DblClick = [this] { zeige_im_Programm(AktDatei); };
   neu->DragOver = [this, index] { ziehe_ueber_Thumb(index); };
   neu->DragDrop = [this, index] { lasse_fallen(index); };
   return neu;

@@ -12,8 +12,7 @@ using namespace oberflaeche;
 
 namespace {
 
-constexpr double Fusszone = 580;
-constexpr double Oberkante_Fuss = 560;
+constexpr double Fusszone = 580, Oberkante_Fuss = 560;
 
 std::int32_t ganz(double wert) {
   return static_cast<std::int32_t>(std::nearbyint(wert));
@@ -165,24 +164,15 @@ void frm_BildZuordnung::Zeige_Bild() {
 // ── Keys ────────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 void frm_BildZuordnung::Form_KeyDown(std::int16_t KeyCode, std::int16_t Shift) {
-  fehler::Weiter weiter;
-  weiter([&] {
-    if (keyhandler) keyhandler->KeyDown(KeyCode, Shift);
-  });
+  if (keyhandler) fehler::still_enden([&] { keyhandler->KeyDown(KeyCode, Shift); });
 }
 
 void frm_BildZuordnung::Form_KeyPress(std::int16_t KeyAscii) {
-  fehler::Weiter weiter;
-  weiter([&] {
-    if (keyhandler) keyhandler->KeyPress(KeyAscii);
-  });
+  if (keyhandler) fehler::still_enden([&] { keyhandler->KeyPress(KeyAscii); });
 }
 
 void frm_BildZuordnung::Form_KeyUp(std::int16_t KeyCode, std::int16_t Shift) {
-  fehler::Weiter weiter;
-  weiter([&] {
-    if (keyhandler) keyhandler->KeyUp(KeyCode, Shift);
-  });
+  if (keyhandler) fehler::still_enden([&] { keyhandler->KeyUp(KeyCode, Shift); });
 }
 
 // Page Up goes forwards and Page Down backwards: so the users know it.

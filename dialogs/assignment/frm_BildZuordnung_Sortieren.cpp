@@ -56,16 +56,14 @@ void frm_BildZuordnung::Form_DragEnde() {
   Shp_Sort.Visible(false);
 }
 
-void frm_BildZuordnung::Bild_Verschieben() {
-  fehler::gemeldet(Name(), u"Bild_Verschieben", [this] { verschiebe_Zeile(); });
-}
-
 // The selected row's number stays as it is. The picture that it stands for may be another one afterwards, so the fields
 // show that one: what is typed into them goes to its row.
-void frm_BildZuordnung::verschiebe_Zeile() {
-  if (DragZiel == DragQuelle || !SortTabelle) return;
-  SortTabelle->verschiebe(DragQuelle + ErsteZeile - 1, DragZiel + ErsteZeile - 1);
-  SetzeDatenGeaendert(true);
-  zeichne_Streifen();
-  if (AktZeile >= 0 && AktZeile <= LetzteZeile()) zeige_Auswahl();
+void frm_BildZuordnung::Bild_Verschieben() {
+  fehler::gemeldet(Name(), u"Bild_Verschieben", [this] {
+    if (DragZiel == DragQuelle || !SortTabelle) return;
+    SortTabelle->verschiebe(DragQuelle + ErsteZeile - 1, DragZiel + ErsteZeile - 1);
+    SetzeDatenGeaendert(true);
+    zeichne_Streifen();
+    if (AktZeile >= 0 && AktZeile <= LetzteZeile()) zeige_Auswahl();
+  });
 }

@@ -2,7 +2,9 @@
 #include <QScopeGuard>
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
+#include "dialogs/Bildbuehne.h"
 #include "dialogs/assignment/frm_BildZuordnung.h"
 #include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
@@ -11,7 +13,6 @@
 #include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/host/Meldeweg.h"
 #include "platform/host/Oberflaeche.h"
-#include "platform/shell/Dateityp.h"
 #include "platform/shell/Programmstart.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -20,19 +21,7 @@ using namespace oberflaeche;
 
 namespace {
 
-constexpr double Abstand = 100;
-constexpr double Streifen_am_Rand = 3;
-
-struct Dateiteile {
-  explicit Dateiteile(const QString& pfad)
-      : ordner(mod_BilderSuchen::Fkt_SplitFileName(pfad, 1)),
-        name(mod_BilderSuchen::Fkt_SplitFileName(pfad, 2)),
-        endung(mod_BilderSuchen::Fkt_SplitFileName(pfad, 3)) {}
-  QString datei() const { return name + u'.' + endung; }
-  QString ordner;
-  QString name;
-  QString endung;
-};
+constexpr double Abstand = 100, Streifen_am_Rand = 3;
 
 }  // namespace
 
@@ -70,14 +59,10 @@ void frm_BildZuordnung::stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t in
   const QString pfad = Zeile(zeile).VollerPfad;
   Bildfeld& thumbnail = Pic_Thumb(index);
   weiter([&] {
-    const Dateiteile teile(pfad);
     if (Zeile(zeile).DateiFehlt)
       Pic_Dummy0.Picture(Pic_Blank.Picture());
-    else if (!vorschaubild::ist_Bildtyp(teile.endung))
-      Pic_Dummy0.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-    else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false))
-      Pic_Dummy0.Picture(pBildObj->AktLoadPicture_Picture);
-    // What can't be loaded leaves the picture that was on stage.
+    else
+      stelle_auf(Pic_Dummy0, pBildObj, pfad);
   });
   thumbnail.Visible(false);
   weiter([&] { Bild_Einpassen(ThumbBreite, ThumbHoehe, Pic_Dummy0, thumbnail); });
@@ -210,18 +195,14 @@ void frm_BildZuordnung::Pic_Thumb_Click(std::int32_t index) {
   // The pointer keeps waiting after a failure until the next selection sets it back.
   fehler::gemeldet(Name(), u"Pic_Thumb_Click", [&] {
     const auto fertig = qScopeGuard([this] { AnzeigeAufbau = false; });
-    waehle_Zeile(index);
+    mauszeiger().form(Zeigerform::Sanduhr);
+    AktThumb = std::max(index, 1);
+    AktZeile = ErsteZeile + AktThumb - 1;
+    if (AktZeile > LetzteZeile()) AktZeile = 0;
+    zeige_Auswahl();
+    Markiere_Auswahl();
+    mauszeiger().form(Zeigerform::Standard);
   });
-}
-
-void frm_BildZuordnung::waehle_Zeile(std::int32_t index) {
-  mauszeiger().form(Zeigerform::Sanduhr);
-  AktThumb = std::max(index, 1);
-  AktZeile = ErsteZeile + AktThumb - 1;
-  if (AktZeile > LetzteZeile()) AktZeile = 0;
-  zeige_Auswahl();
-  Markiere_Auswahl();
-  mauszeiger().form(Zeigerform::Standard);
 }
 
 /// Shows the selected row in the fields and in large.
@@ -229,7 +210,12 @@ void frm_BildZuordnung::zeige_Auswahl() {
   AnzeigeAufbau = true;
   NameWarnung(false);
   NameGeaendertAnzeige(false);
-  gewaehlte_ = Zeile(AktZeile);
+  const Arbeitszeile& gewaehlte = Zeile(AktZeile);
+  std::tie(AktDatei, AktName, AktExt, AktPfad) =
+      std::tie(gewaehlte.VollerPfad, gewaehlte.Bildname, gewaehlte.BildExt, gewaehlte.Pfad);
+  std::tie(AktKey1, AktKey2, AktKey3, AktKey4) =
+      std::tie(gewaehlte.Key1, gewaehlte.Key2, gewaehlte.Key3, gewaehlte.Key4);
+  std::tie(AktTyp1, AktTyp2) = std::tie(gewaehlte.Typ1, gewaehlte.Typ2);
   lade_grosses_Bild();
   fuelle_Eingaben();
   for (Arbeitszeile& zeile : Tabelle()) zeile.Aktuell = false;
@@ -248,7 +234,7 @@ void frm_BildZuordnung::zeige_Auswahl() {
 }
 
 void frm_BildZuordnung::lade_grosses_Bild() {
-  if (gewaehlte_.VollerPfad.isEmpty()) {
+  if (AktDatei.isEmpty()) {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
     return;
@@ -259,33 +245,32 @@ void frm_BildZuordnung::lade_grosses_Bild() {
     sperre_Fehlende();
     return;
   }
-  const Dateiteile teile(gewaehlte_.VollerPfad);
-  if (!vorschaubild::ist_Bildtyp(teile.endung)) {
+  // What is no picture leaves nothing of the one before, whatever becomes of its icon.
+  if (!vorschaubild::ist_Bildtyp(mod_BilderSuchen::Fkt_SplitFileName(AktDatei, 3))) {
     Pic_Dummy.Picture(nullptr);
     Pic_Bearbeitung.Cls();
-    Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(teile.endung, shell::SHGFI_ICON));
-  } else if (Sammlung().FKT_LoadPicture(teile.datei(), teile.ordner, false)) {
-    Pic_Dummy.Picture(pBildObj->AktLoadPicture_Picture);
   }
+  stelle_auf(Pic_Dummy, pBildObj, AktDatei);
   if (!pNurAnzeige) chk_Delete.Enabled(true);
 }
 
 // The controls raise their events while they are filled: what they write is the row's own, and they mark the row.
 void frm_BildZuordnung::fuelle_Eingaben() {
-  txt_BildName.Text(gewaehlte_.Bildname);
-  txt_BildName.Tag = gewaehlte_.Bildname;
-  txt_BildExt.Text(gewaehlte_.BildExt);
-  txt_BildExt.Tag = gewaehlte_.BildExt;
-  if (gewaehlte_.NameDoppelt) NameWarnung(true);
-  if (gewaehlte_.NameGeaendert) NameGeaendertAnzeige(true);
-  txt_BildInfo.Text(gewaehlte_.BildInfo);
-  chk_AlsAnhang.Value(gewaehlte_.AlsAnhang ? 1 : 0);
-  chk_Drucken.Value(gewaehlte_.Drucken ? 1 : 0);
-  chk_GesamteSeite.Value(gewaehlte_.DruckGesamteSeite ? 1 : 0);
-  chk_NeueSeite.Value(gewaehlte_.NeueSeite ? 1 : 0);
-  chk_Delete.Value(gewaehlte_.Entfernen ? 1 : 0);
+  const Arbeitszeile zeile = Zeile(AktZeile);
+  txt_BildName.Text(AktName);
+  txt_BildName.Tag = AktName;
+  txt_BildExt.Text(AktExt);
+  txt_BildExt.Tag = AktExt;
+  if (zeile.NameDoppelt) NameWarnung(true);
+  if (zeile.NameGeaendert) NameGeaendertAnzeige(true);
+  txt_BildInfo.Text(zeile.BildInfo);
+  chk_AlsAnhang.Value(zeile.AlsAnhang ? 1 : 0);
+  chk_Drucken.Value(zeile.Drucken ? 1 : 0);
+  chk_GesamteSeite.Value(zeile.DruckGesamteSeite ? 1 : 0);
+  chk_NeueSeite.Value(zeile.NeueSeite ? 1 : 0);
+  chk_Delete.Value(zeile.Entfernen ? 1 : 0);
   erzwinge_Anhang();
-  txt_BildText.Text(gewaehlte_.Beschreibung);
+  txt_BildText.Text(zeile.Beschreibung);
   SSC_ExifInfo.Enabled(mit_Exif(AktZeile).HatExif.value_or(false));
 }
 

@@ -1,5 +1,9 @@
 #include "dialogs/overview/Uebersichtszeile.h"
 
+#include <vector>
+
+#include "store/Bilddatei.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace uebersicht {
@@ -20,32 +24,34 @@ Gitterspalte entworfen(Spalte spalte) {
   return entworfen(QString::fromUtf16(entwurf.Caption), entwurf.Width);
 }
 
-void fuelle(XArrayDBObject& tabelle, std::int32_t zeile, clsBildZuordnungen& bilder, const QString& root) {
-  const auto zelle = [&](Spalte spalte, Variant wert) { tabelle.Value(zeile, spalte, std::move(wert)); };
-  const QString datei =
-      root + u'\\' + bilder.Bild_Pfad() + u'\\' + bilder.Bild_Bildname() + u'.' + bilder.Bild_BildExt();
-  zelle(Marke, true);
-  zelle(Datei, datei);
-  zelle(Root, root);
-  zelle(Pfad, bilder.Bild_Pfad());
-  zelle(Dateiname, bilder.Bild_Bildname());
-  zelle(Ext, bilder.Bild_BildExt());
-  zelle(Beschreibung, bilder.Bild_Beschreibung());
-  zelle(Drucken, CStr(bilder.Bild_Drucken()));
-  zelle(DruckGesamteSeite, CStr(bilder.Bild_DruckGesamteSeite()));
-  zelle(NeueSeite, CStr(bilder.Bild_NeueSeite()));
-  zelle(AlsAnhang, CStr(bilder.Bild_AlsAnhang()));
-  zelle(Key1, bilder.Bild_Key1());
-  zelle(Key2, bilder.Bild_Key2());
-  zelle(Key3, bilder.Bild_Key3());
-  zelle(Key4, bilder.Bild_Key4());
-  zelle(Typ1, bilder.Bild_Typ1());
-  zelle(Typ2, bilder.Bild_Typ2());
-  for (const Spalte nein : {Geaendert, Fehlt, Loeschen, DblName, Exif}) zelle(nein, false);
-  zelle(ExifText, QString());
-  if (bilder.Fkt_FileExists(datei)) return;
-  zelle(Fehlt, true);
-  zelle(Loeschen, true);
+void baue(TDBGrid& gitter, const std::shared_ptr<XArrayDBObject>& zeilen, const std::function<void()>& spalten) {
+  gitter.Visible(false);
+  gitter.RemoveColumns();
+  spalten();
+  gitter.Array(zeilen);
+  gitter.ReBind();
+  gitter.Refresh();
+  gitter.Visible(true);
+}
+
+void fuelle(XArrayDBObject& tabelle, clsBildZuordnungen& bilder, const QString& root,
+    const std::function<void(std::int32_t)>& nach) {
+  for (std::int32_t zeile = 0; zeile < bilder.AnzahlPos(); ++zeile) {
+    if (zeile > 0) tabelle.AppendRows(1);
+    bilder.AktInd(zeile);
+    const QString datei =
+        Bilddatei{bilder.Bild_Bildname(), bilder.Bild_BildExt(), root + u'\\' + bilder.Bild_Pfad()}.pfad();
+    const bool fehlt = !bilder.Fkt_FileExists(datei);
+    // In the order of the columns; two of them hold nothing.
+    const std::vector<Variant> werte{true, datei, root, bilder.Bild_Pfad(), bilder.Bild_Bildname(),
+        bilder.Bild_BildExt(), bilder.Bild_Beschreibung(), CStr(bilder.Bild_Drucken()),
+        CStr(bilder.Bild_DruckGesamteSeite()), CStr(bilder.Bild_NeueSeite()), CStr(bilder.Bild_AlsAnhang()),
+        bilder.Bild_Key1(), bilder.Bild_Key2(), bilder.Bild_Key3(), bilder.Bild_Key4(), bilder.Bild_Typ1(),
+        bilder.Bild_Typ2(), Variant(), Variant(), false, fehlt, fehlt, false, false, QString()};
+    std::int32_t spalte = Marke;
+    for (const Variant& wert : werte) tabelle.Value(zeile, spalte++, wert);
+    if (nach) nach(zeile);
+  }
 }
 
 }  // namespace uebersicht

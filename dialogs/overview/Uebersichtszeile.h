@@ -3,6 +3,8 @@
 #include <QString>
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <memory>
 
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/gitter/TDBGrid.h"
@@ -58,7 +60,12 @@ Gitterspalte entworfen(const QString& caption, double breite);
 /// The column of that number.
 Gitterspalte entworfen(Spalte spalte);
 
-/// Fills a row from the record under the collection's cursor and asks whether its file is there.
-void fuelle(XArrayDBObject& tabelle, std::int32_t zeile, clsBildZuordnungen& bilder, const QString& root);
+/// Gives a grid its columns, which `spalten` adds, and its rows; it is hidden meanwhile.
+void baue(TDBGrid& gitter, const std::shared_ptr<XArrayDBObject>& zeilen, const std::function<void()>& spalten);
+
+/// Fills a row for each record, and asks whether its file is there; the cursor of the collection moves. `nach` runs
+/// after each row. Without a record the table keeps its blank row.
+void fuelle(XArrayDBObject& tabelle, clsBildZuordnungen& bilder, const QString& root,
+    const std::function<void(std::int32_t zeile)>& nach = {});
 
 }  // namespace uebersicht

@@ -15,14 +15,9 @@ using Dimension = XArrayDBObject::Dimension;
 
 namespace {
 
-constexpr double Startbreite = 9000;
-constexpr double Starthoehe = 6000;
-constexpr double Abstand_Info = 20;
-constexpr double Hoehe_Info = 330;
-constexpr double Breite_Beschriftung = 1200;
-constexpr double Fuss = 500;
-constexpr double Hoehe_Knopf = 420;
-constexpr double Abstand_Knoepfe = 40;
+constexpr double Startbreite = 9000, Starthoehe = 6000;
+constexpr double Abstand_Info = 20, Hoehe_Info = 330, Breite_Beschriftung = 1200;
+constexpr double Fuss = 500, Hoehe_Knopf = 420, Abstand_Knoepfe = 40;
 
 }  // namespace
 
@@ -38,8 +33,6 @@ frm_AlleZuordnungen::frm_AlleZuordnungen() : Form(u"frm_AlleZuordnungen"_s) {
   setMinimumSize(420, 240);
   setze_Innengroesse(Startbreite, Starthoehe);
 }
-
-frm_AlleZuordnungen::~frm_AlleZuordnungen() = default;
 
 void frm_AlleZuordnungen::entwirf() {
   for (int i = 0; i < 2; ++i) SSP_Info.entwirf(i);
@@ -107,36 +100,27 @@ void frm_AlleZuordnungen::lies_Zuordnungen() {
   Init_ThumbNailArray();
   // The grid keeps showing what it showed.
   if (!gelesen || pBildObj->AnzahlPos() == 0) return;
-  XArrayDBObject& tabelle = *pZuordnungArray();
-  for (std::int32_t i = 0; i < pBildObj->AnzahlPos(); ++i) {
-    pBildObj->AktInd(i);
+  uebersicht::fuelle(*pZuordnungArray(), *pBildObj, pRootpath, [this](std::int32_t zeile) {
     pBildname = pBildObj->Bild_Bildname();
-    uebersicht::fuelle(tabelle, i, *pBildObj, pRootpath);
-    tabelle.Value(i, uebersicht::Zuordnung, Baue_ZuordnungsText(i));
-    tabelle.AppendRows(1);
-  }
-  tabelle.DeleteRows(tabelle.UpperBound(Dimension::Zeilen));
+    pZuordnungArray()->Value(zeile, uebersicht::Zuordnung, Baue_ZuordnungsText(zeile));
+  });
   Init_Grid();
 }
 
 void frm_AlleZuordnungen::Init_Grid() {
-  TDBG_Zuordnungen.Visible(false);
-  TDBG_Zuordnungen.RemoveColumns();
-  for (std::int32_t i = uebersicht::Marke; i <= uebersicht::ExifText; ++i) {
-    Gitterspalte spalte = uebersicht::entworfen(static_cast<uebersicht::Spalte>(i));
-    if (i == uebersicht::Marke) {
-      spalte.Caption = u"ZuO"_s;
-      spalte.Alignment = Ausrichtung::Zentriert;
+  uebersicht::baue(TDBG_Zuordnungen, pZuordnungArray(), [this] {
+    for (std::int32_t i = uebersicht::Marke; i <= uebersicht::ExifText; ++i) {
+      Gitterspalte spalte = uebersicht::entworfen(static_cast<uebersicht::Spalte>(i));
+      if (i == uebersicht::Marke) {
+        spalte.Caption = u"ZuO"_s;
+        spalte.Alignment = Ausrichtung::Zentriert;
+      }
+      TDBG_Zuordnungen.AddColumn(spalte);
     }
-    TDBG_Zuordnungen.AddColumn(spalte);
-  }
-  Gitterspalte sichtbare = uebersicht::entworfen(u"Dieses Bild ist Zugeordnet zu:"_s, 4000);
-  sichtbare.Visible = true;
-  TDBG_Zuordnungen.AddColumn(sichtbare);
-  TDBG_Zuordnungen.Array(pZuordnungArray());
-  TDBG_Zuordnungen.ReBind();
-  TDBG_Zuordnungen.Refresh();
-  TDBG_Zuordnungen.Visible(true);
+    Gitterspalte sichtbare = uebersicht::entworfen(u"Dieses Bild ist Zugeordnet zu:"_s, 4000);
+    sichtbare.Visible = true;
+    TDBG_Zuordnungen.AddColumn(sichtbare);
+  });
   // Binding has ended the selection without an event.
   cmd_Loeschen.Enabled(false);
   // Hiding the grid took the focus from it, or from the button that has done its work.
@@ -192,8 +176,8 @@ void frm_AlleZuordnungen::nach_Auswahl() {
 }
 
 void frm_AlleZuordnungen::frage_und_loesche() {
-  const QString frage = pAlleMarkiert ? u"Sollen wirklich ALLE Zuordnungen gelöscht werden?"_s
-                                      : u"Sollen die ausgewählten Zuordnungen wirklich gelöscht werden?"_s;
+  QString frage = u"Sollen die ausgewählten Zuordnungen wirklich gelöscht werden?"_s;
+  if (pAlleMarkiert) frage = u"Sollen wirklich ALLE Zuordnungen gelöscht werden?"_s;
   if (MsgBox(frage, Knoepfe::JaNein, Symbol::Frage, u"Achtung"_s) == Antwort::Ja) Zuordnungen_loeschen();
 }
 

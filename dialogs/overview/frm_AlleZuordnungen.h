@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "dialogs/overview/Uebersichtsauftrag.h"
+#include "dialogs/Auftrag.h"
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Steuerelementfeld.h"
@@ -17,7 +17,6 @@
 class frm_AlleZuordnungen : public Form, public Uebersichtsauftrag {
  public:
   frm_AlleZuordnungen();
-  ~frm_AlleZuordnungen() override;
 
   /// The picture. Loading leaves the name as it was written in the last row.
   QString pBildname, pBildExt;

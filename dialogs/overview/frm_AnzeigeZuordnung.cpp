@@ -3,6 +3,7 @@
 
 #include <QEvent>
 
+#include "dialogs/Symbole.h"
 #include "dialogs/overview/Uebersichtszeile.h"
 #include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
@@ -11,12 +12,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr double Startbreite = 12000;
-constexpr double Starthoehe = 9000;
-constexpr double Rand = 40;
-constexpr double Hoehe_Zeile = 330;
-constexpr double Fuss = 560;
-constexpr double Hoehe_Knopf = 480;
+constexpr double Startbreite = 12000, Starthoehe = 9000;
+constexpr double Rand = 40, Hoehe_Zeile = 330, Fuss = 560, Hoehe_Knopf = 480;
 /// Share of the upper half's width that the list of pictures gets beside the preview.
 constexpr double Anteil_Liste = 0.62;
 
@@ -31,8 +28,6 @@ frm_AnzeigeZuordnung::frm_AnzeigeZuordnung() : Form(u"frm_AnzeigeZuordnung"_s) {
   setze_Innengroesse(Startbreite, Starthoehe);
 }
 
-frm_AnzeigeZuordnung::~frm_AnzeigeZuordnung() = default;
-
 void frm_AnzeigeZuordnung::entwirf() {
   TDBG_Zuordnungen.setAccessibleName(u"Bilder"_s);
   TDBG_Zuordnungen.ToolTipText(u"Angekreuzte Bilder werden zugeordnet"_s);
@@ -41,8 +36,7 @@ void frm_AnzeigeZuordnung::entwirf() {
   TDBG_WeitereZuordnungen.AllowAddNew(true);
   SSP_WeitereZuordnungen.Caption(u"   Weitere Zuordnungen für:"_s);
   SSC_ZuordnungSpeichern.Caption(u"Zuordnung speichern  "_s);
-  SSC_ZuordnungSpeichern.setIcon(QIcon(u":/kvo/icons/zuordnung_speichern.svg"_s));
-  SSC_ZuordnungSpeichern.setIconSize(QSize(24, 24));
+  symbole::bebildere(SSC_ZuordnungSpeichern, u"zuordnung_speichern"_s);
   SSC_ZuordnungSpeichern.ToolTipText(u"Angekreuzte Bilder den Artikeln zuordnen"_s);
   SSC_ZuordnungSpeichern.Move(Rand, 0, 2900, Hoehe_Knopf);
   SSC_ZuordnungSpeichern.Enabled(false);
@@ -63,8 +57,7 @@ void frm_AnzeigeZuordnung::verbinde_Ereignisse() {
     if (TDBG_Zuordnungen.Row() != letzte) Bild_Vorschau(TDBG_Zuordnungen.Row());
   };
   TDBG_Zuordnungen.AfterUpdate = [this] { Pruefe_ZuordnungSchalter(); };
-  TDBG_WeitereZuordnungen.RowColChange = [this](
-                                             std::int32_t, std::int32_t) { pAktZeile = TDBG_WeitereZuordnungen.Row(); };
+  TDBG_WeitereZuordnungen.RowColChange = [this](auto, auto) { pAktZeile = TDBG_WeitereZuordnungen.Row(); };
   TDBG_WeitereZuordnungen.AfterColEdit = [this](std::int32_t) { nach_Artikeleingabe(); };
   TDBG_WeitereZuordnungen.AfterUpdate = [this] { Pruefe_ZuordnungSchalter(); };
   TDBG_WeitereZuordnungen.ButtonClick = [this](std::int32_t) { waehle_Artikel(); };
@@ -73,7 +66,7 @@ void frm_AnzeigeZuordnung::verbinde_Ereignisse() {
 }
 
 void frm_AnzeigeZuordnung::Form_Load() {
-  btnAuswahl.setIcon(QIcon(u":/kvo/icons/auswahl.svg"_s));
+  btnAuswahl.setIcon(symbole::symbol(u"auswahl"_s));
 }
 
 void frm_AnzeigeZuordnung::Form_Resize() {
@@ -126,30 +119,23 @@ void frm_AnzeigeZuordnung::Init_ThumbNailArray() {
 }
 
 void frm_AnzeigeZuordnung::Init_Grid() {
-  TDBG_Zuordnungen.Visible(false);
-  TDBG_Zuordnungen.RemoveColumns();
-  for (std::int32_t i = uebersicht::Marke; i <= uebersicht::ExifText; ++i) {
-    Gitterspalte spalte = uebersicht::entworfen(static_cast<uebersicht::Spalte>(i));
-    if (i == uebersicht::Marke) {
-      spalte.Caption = u"Zu"_s;
-      spalte.Alignment = Ausrichtung::Zentriert;
-      spalte.CheckBox = true;
-      spalte.Locked = false;
+  uebersicht::baue(TDBG_Zuordnungen, m_Zuordnungen, [this] {
+    for (std::int32_t i = uebersicht::Marke; i <= uebersicht::ExifText; ++i) {
+      Gitterspalte spalte = uebersicht::entworfen(static_cast<uebersicht::Spalte>(i));
+      if (i == uebersicht::Marke) {
+        spalte.Caption = u"Zu"_s;
+        spalte.Alignment = Ausrichtung::Zentriert;
+        spalte.CheckBox = true;
+        spalte.Locked = false;
+      }
+      spalte.Visible =
+          i == uebersicht::Marke || i == uebersicht::Dateiname || i == uebersicht::Ext || i == uebersicht::Beschreibung;
+      TDBG_Zuordnungen.AddColumn(spalte);
     }
-    for (const std::int32_t gezeigte :
-        {uebersicht::Marke, uebersicht::Dateiname, uebersicht::Ext, uebersicht::Beschreibung})
-      if (i == gezeigte) spalte.Visible = true;
-    TDBG_Zuordnungen.AddColumn(spalte);
-  }
-  TDBG_Zuordnungen.Array(m_Zuordnungen);
-  TDBG_Zuordnungen.ReBind();
-  TDBG_Zuordnungen.Refresh();
-  TDBG_Zuordnungen.Visible(true);
+  });
 }
 
 void frm_AnzeigeZuordnung::Init_Artikelgrid() {
-  TDBG_WeitereZuordnungen.Visible(false);
-  TDBG_WeitereZuordnungen.RemoveColumns();
   const auto spalte = [this](const QString& caption, double breite, bool sichtbar) {
     Gitterspalte neu = uebersicht::entworfen(caption, breite);
     neu.Visible = sichtbar;
@@ -160,13 +146,11 @@ void frm_AnzeigeZuordnung::Init_Artikelgrid() {
     }
     TDBG_WeitereZuordnungen.AddColumn(neu);
   };
-  spalte(u"Artikel-Nr"_s, 2500, true);
-  spalte(u"Kurztext 1"_s, 2000, true);
-  spalte(u"Kurztext 2"_s, 2000, true);
-  spalte(u"Referenz 3"_s, 2000, false);
-  spalte(u"Referenz 4"_s, 2000, false);
-  TDBG_WeitereZuordnungen.Array(m_Artikel);
-  TDBG_WeitereZuordnungen.ReBind();
-  TDBG_WeitereZuordnungen.Refresh();
-  TDBG_WeitereZuordnungen.Visible(true);
+  uebersicht::baue(TDBG_WeitereZuordnungen, m_Artikel, [&] {
+    spalte(u"Artikel-Nr"_s, 2500, true);
+    spalte(u"Kurztext 1"_s, 2000, true);
+    spalte(u"Kurztext 2"_s, 2000, true);
+    spalte(u"Referenz 3"_s, 2000, false);
+    spalte(u"Referenz 4"_s, 2000, false);
+  });
 }

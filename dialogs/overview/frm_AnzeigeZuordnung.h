@@ -2,8 +2,8 @@
 
 #include <memory>
 
+#include "dialogs/Auftrag.h"
 #include "dialogs/overview/Artikelzuordnung.h"
-#include "dialogs/overview/Uebersichtsauftrag.h"
 #include "platform/basic/XArrayDBObject.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/gitter/TDBGrid.h"
@@ -26,7 +26,6 @@ enum Spalte : std::int32_t { Nummer = 0, Kurztext1, Kurztext2, Lieferant, Refere
 class frm_AnzeigeZuordnung : public Form, public Uebersichtsauftrag, public Auskunftsempfaenger {
  public:
   frm_AnzeigeZuordnung();
-  ~frm_AnzeigeZuordnung() override;
 
   /// The caller's collection. Its records are only read; its cursor and its loaded picture move.
   std::shared_ptr<clsBildZuordnungen> pBildObj;

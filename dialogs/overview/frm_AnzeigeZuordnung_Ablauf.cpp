@@ -3,15 +3,14 @@
 #include <set>
 
 #include "dialogs/Bedienschritt.h"
+#include "dialogs/Bildbuehne.h"
 #include "dialogs/overview/Uebersichtszeile.h"
 #include "dialogs/overview/frm_AnzeigeZuordnung.h"
-#include "dialogs/search/Vorschaubild.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/basic/Twips.h"
 #include "platform/host/Komponenten.h"
 #include "platform/host/Oberflaeche.h"
-#include "platform/shell/Dateityp.h"
 #include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -66,14 +65,7 @@ void frm_AnzeigeZuordnung::lies_Zuordnungen() {
   Init_ThumbNailArray();
   Init_Artikelgrid();
   verlange(pBildObj);
-  if (pBildObj->AnzahlPos() > 0) {
-    for (std::int32_t i = 0; i < pBildObj->AnzahlPos(); ++i) {
-      pBildObj->AktInd(i);
-      uebersicht::fuelle(Zuordnungen(), i, *pBildObj, pRootpath);
-      Zuordnungen().AppendRows(1);
-    }
-    Zuordnungen().DeleteRows(Zuordnungen().UpperBound(Dimension::Zeilen));
-  }
+  uebersicht::fuelle(Zuordnungen(), *pBildObj, pRootpath);
   Init_Grid();
   // The pictures are marked as they come; what is missing is an article.
   TDBG_WeitereZuordnungen.setFocus();
@@ -177,15 +169,7 @@ void frm_AnzeigeZuordnung::Bild_Vorschau(std::int32_t pZeile) {
 
 void frm_AnzeigeZuordnung::lade_Vorschau(std::int32_t zeile) {
   if (ist_True(Zuordnungen().Value(zeile, uebersicht::Fehlt))) return Pic_Dummy.Picture(Pic_Blank.Picture());
-  const auto teil = [datei = Zuordnungstext(zeile, uebersicht::Datei)](
-                        std::int16_t art) { return mod_BilderSuchen::Fkt_SplitFileName(datei, art); };
-  const QString endung = teil(3);
-  if (!vorschaubild::ist_Bildtyp(endung))
-    return Pic_Dummy.Picture(mod_BilderSuchen::Fkt_DateiTypIcon(endung, shell::SHGFI_ICON));
-  verlange(pBildObj);
-  // What can't be loaded leaves the picture that was shown last.
-  if (pBildObj->FKT_LoadPicture(teil(2) + u'.' + endung, teil(1), false))
-    Pic_Dummy.Picture(pBildObj->AktLoadPicture_Picture);
+  stelle_auf(Pic_Dummy, pBildObj, Zuordnungstext(zeile, uebersicht::Datei));
 }
 
 void frm_AnzeigeZuordnung::VorschauBild_Einpassen(std::int32_t pZeile) {

@@ -66,8 +66,8 @@ bool male(QImage& blatt, const Bild& bild, double breite, double hoehe, bool nur
 }  // namespace
 
 bool ist_Bildtyp(const QString& endung) {
-  static const std::array<QString, 4> typen{u"bmp"_s, u"jpg"_s, u"gif"_s, u"tif"_s};
-  return std::find(typen.begin(), typen.end(), text::LCase(endung)) != typen.end();
+  static const std::array<QString, 4> Typen{u"bmp"_s, u"jpg"_s, u"gif"_s, u"tif"_s};
+  return std::find(Typen.begin(), Typen.end(), text::LCase(endung)) != Typen.end();
 }
 
 QImage zeichne(const std::shared_ptr<const Bild>& bild, double breite, double hoehe, bool nur_mittig, double dichte) {

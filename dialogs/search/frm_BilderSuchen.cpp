@@ -12,15 +12,9 @@ using symbole::symbol;
 
 namespace {
 
-constexpr double Startbreite = 13200;
-constexpr double Starthoehe = 9300;
-constexpr double Rand = 40;
-constexpr double Oben = 840;
-constexpr double Hoehe_Fuss = 360;
-constexpr double Hoehe_Knoepfe = 465;
-constexpr double Hoehe_Text = 900;
-constexpr double Hoehe_Info = 330;
-constexpr double Breite_Ordner = 3300;
+constexpr double Startbreite = 13200, Starthoehe = 9300;
+constexpr double Rand = 40, Oben = 840, Breite_Ordner = 3300;
+constexpr double Hoehe_Fuss = 360, Hoehe_Knoepfe = 465, Hoehe_Text = 900, Hoehe_Info = 330;
 
 }  // namespace
 
@@ -33,8 +27,6 @@ frm_BilderSuchen::frm_BilderSuchen() : Form(u"frm_BilderSuchen"_s) {
   setMinimumSize(640, 480);
   setze_Innengroesse(Startbreite, Starthoehe);
 }
-
-frm_BilderSuchen::~frm_BilderSuchen() = default;
 
 void frm_BilderSuchen::entwirf() {
   for (const auto& [nummer, name] :

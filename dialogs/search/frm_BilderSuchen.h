@@ -17,7 +17,7 @@
 
 /// Columns of the search's result: one row a chosen file, and an empty last one.
 namespace fund {
-enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3 };
+enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3, Letzte = 10 };
 }  // namespace fund
 
 /// The dialog in which the user finds picture files on any drive and chooses some of them.
@@ -27,7 +27,6 @@ enum Spalte : std::int32_t { VollerName = 0, Pfad = 1, Name = 2, Endung = 3 };
 class frm_BilderSuchen : public Form {
  public:
   frm_BilderSuchen();
-  ~frm_BilderSuchen() override;
 
   /// Where to start, as long as no last folder is remembered.
   QString pRootpath;
@@ -77,11 +76,11 @@ class frm_BilderSuchen : public Form {
 
  protected:
   void Form_Load() override;
+  void hideEvent(QHideEvent* ereignis) override;
   void Form_Resize() override;
   void Form_Activate() override;
   void Form_QueryUnload(bool& Cancel) override;
   void Form_Unload() override;
-  void hideEvent(QHideEvent* ereignis) override;
 
  private:
   void entwirf();
@@ -101,7 +100,7 @@ class frm_BilderSuchen : public Form {
   void speichere_Text();
   void uebernimm();
   void drehe();
-  void drehe_Auswahl();
+  void drehe_Dateien(const QStringList& dateien);
   void bearbeite();
   void melde_GdiFehler();
   bool starte_GdiSitzung();
@@ -117,6 +116,4 @@ class frm_BilderSuchen : public Form {
   bool m_Duldsam = false;
   bool m_Aufgeraeumt = false;
   int m_Sitzungen = 0;
-  /// The chosen files while they are turned.
-  std::shared_ptr<XArrayDBObject> m_Auswahl;
 };

@@ -111,8 +111,8 @@ void frm_BilderSuchen::Dir1_Change() {
 }
 
 void frm_BilderSuchen::cbo_BildTypen_Click() {
-  static const QStringList muster{Alle, u"*.BMP|*.JPG|*.GIF|*.TIF"_s, u"*.BMP"_s, u"*.JPG"_s, u"*.GIF"_s, u"*.TIF"_s};
-  pDateifilter = muster.value(cbo_BildTypen.ListIndex());
+  static const QStringList Muster{Alle, u"*.BMP|*.JPG|*.GIF|*.TIF"_s, u"*.BMP"_s, u"*.JPG"_s, u"*.GIF"_s, u"*.TIF"_s};
+  pDateifilter = Muster.value(cbo_BildTypen.ListIndex());
   if (!pLaedt) Show_Folder_Content(Dir1.Path(), Alle);
 }
 

@@ -214,15 +214,10 @@ void frm_BilderSuchen::bearbeite() {
 // The session of the dialog's start ends here: later pictures are loaded without one.
 void frm_BilderSuchen::drehe() {
   using namespace mod_GrafikKonvert;
-  if (!m_Auswahl) m_Auswahl = std::make_shared<XArrayDBObject>();
-  m_Auswahl->ReDim(0, 0, 0, 4);
-  int anzahl = 0;
-  for (int i = 1; i <= lvwContent.Count(); ++i) {
-    if (!lvwContent.Selected(i)) continue;
-    if (anzahl++ > 0) m_Auswahl->AppendRows(1);
-    fuelle_Zeile(*m_Auswahl, m_Auswahl->UpperBound(Dimension::Zeilen), lvwContent.ItemTag(i));
-  }
-  if (anzahl == 0) return;
+  QStringList gewaehlte;
+  for (int i = 1; i <= lvwContent.Count(); ++i)
+    if (lvwContent.Selected(i)) gewaehlte.append(text::Trim(lvwContent.ItemTag(i)));
+  if (gewaehlte.isEmpty()) return;
   const auto beende = [this] {
     beende_GdiSitzungen();
     m_GdiAktiv = false;
@@ -234,15 +229,15 @@ void frm_BilderSuchen::drehe() {
       },
       [&] {
     starte_GdiSitzung();
-    if (m_GdiAktiv) drehe_Auswahl();
+    if (m_GdiAktiv) drehe_Dateien(gewaehlte);
     Show_Folder_Content(Dir1.Path(), u"*.*"_s);
     beende();
   });
 }
 
-void frm_BilderSuchen::drehe_Auswahl() {
+void frm_BilderSuchen::drehe_Dateien(const QStringList& dateien) {
   constexpr std::int32_t Rechts = 13;
-  for (std::int32_t i = 0; i <= m_Auswahl->UpperBound(Dimension::Zeilen); ++i)
-    if (!mod_GrafikKonvert::Fkt_Bild_Drehen(mit_Leertext(m_Auswahl->Value(i, fund::VollerName)), Rechts))
+  for (const QString& datei : dateien)
+    if (!mod_GrafikKonvert::Fkt_Bild_Drehen(datei, Rechts))
       MsgBox(u"Das rotieren der JPG ist fehlgeschlagen."_s, Knoepfe::OK, Symbol::Keins, u"Error"_s);
 }

@@ -36,7 +36,7 @@ Worte worte(const QString& verbindung) {
 
 bool fehlt_Kennwort(const QString& verbindung) {
   const Verbindungszeichenfolge folge = gelesene_Verbindung(verbindung);
-  // One behind a forgotten semicolon is in another value; the opening says what is wrong there.
+  // Behind a forgotten semicolon a password is part of another value; opening the connection then says what is wrong.
   const bool steht_da = std::any_of(folge.paare().begin(), folge.paare().end(), [](const auto& paar) {
     return Verbindungszeichenfolge::sinn(paar.wort) == Wortsinn::Kennwort || paar.wert.contains(kennwort_beginnt());
   });

@@ -19,7 +19,7 @@ Worte worte(const QString& verbindung);
 bool fehlt_Kennwort(const QString& verbindung);
 /// The same connection with that password.
 QString mit_Kennwort(const QString& verbindung, const QString& kennwort);
-/// With the password of the environment variable KVOBILD_KENNWORT where it is set and the connect string has none.
+/// The same with the password of the environment variable KVOBILD_KENNWORT, where that is set and the string has none.
 QString mit_Kennwort_der_Umgebung(const QString& verbindung);
 /// The connect string without its password, to be kept; an SQLite file with its whole path. Empty where the rest might
 /// still hold one.

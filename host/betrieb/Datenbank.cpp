@@ -14,7 +14,7 @@ QString verbindung_zur_Datei(const QString& datei) {
   return u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(datei);
 }
 
-QString verbindung_aus_angabe(const QString& angabe) {
+QString verbindung_aus_Angabe(const QString& angabe) {
   return angabe.contains(u'=') ? angabe : verbindung_zur_Datei(angabe);
 }
 
@@ -28,7 +28,7 @@ std::optional<QString> datenbankdatei(const QString& verbindung) {
 namespace {
 
 Datenbankgrund grund_der_Verbindung(const adodb::Datenbankfehler& fehler) {
-  // Refused, a database that this login may not open or that is not there, a password that has expired.
+  // The login is refused, may not open the database, or names one that is not there; the password has expired.
   if (fehler.Sqlstate() == "01S00"_L1) return Datenbankgrund::Angaben;
   constexpr std::array Abgelehnte{18456, 18452, 18470, 18486, 18487, 18488, 4060, 4064, 916};
   const bool abgelehnt = std::find(Abgelehnte.begin(), Abgelehnte.end(), fehler.NativeNummer()) != Abgelehnte.end();
@@ -36,7 +36,7 @@ Datenbankgrund grund_der_Verbindung(const adodb::Datenbankfehler& fehler) {
 }
 
 Datenbankgrund grund_der_Anweisung(const adodb::Datenbankfehler& fehler) {
-  // A right on a table, on a column, to make a table, on the server's own views; a database that is only to read.
+  // A right is missing: on a table or column, to make a table, on the server's own views; or the database is read-only.
   constexpr std::array Verweigerte{229, 230, 262, 297, 300, 3906};
   if (fehler.Sqlstate() == "25006"_L1 ||
       std::find(Verweigerte.begin(), Verweigerte.end(), fehler.NativeNummer()) != Verweigerte.end())

@@ -11,7 +11,7 @@
 /// The connect string of a SQLite file.
 QString verbindung_zur_Datei(const QString& datei);
 /// The connect string that a user's words mean: one as it stands, or the name of a SQLite file.
-QString verbindung_aus_angabe(const QString& angabe);
+QString verbindung_aus_Angabe(const QString& angabe);
 /// The database file of a connect string as a path of the table, or none where it names a server.
 std::optional<QString> datenbankdatei(const QString& verbindung);
 /// What a failure of the database comes from, as far as its numbers tell.
@@ -31,7 +31,7 @@ std::optional<Datenbankausfall> versuche_Datenbank(Anweisung&& anweisung) {
   return versuche(anweisung, ausfall_von);
 }
 
-/// The same call as `oeffne`, for callers that look at the reason: none when `offene` is open.
+/// As `oeffne`, for callers that need the reason of a failure. None means that `offene` is open.
 std::optional<Datenbankausfall> versuche_zu_oeffnen(
     const QString& verbindung, std::shared_ptr<adodb::Connection>& offene);
 /// Opens a connection for reading; a failure ends with Ausgang::Datenbank and words.

@@ -6,7 +6,7 @@
 /// never its password.
 namespace gedaechtnis {
 
-/// The options with what is remembered in the places that the call leaves open: connection and picture root where it
+/// The options, with what is remembered filled in where the call leaves it open: connection and picture root where it
 /// names neither a database nor a data folder, the picture root where it names the same connection again. With
 /// `eingebettet` everything is forgotten instead.
 Wirtsoptionen ergaenzt(Wirtsoptionen optionen);

@@ -8,9 +8,9 @@
 /// which names the picture, the column and its value.
 namespace hochkomma {
 
-/// The eight columns that tell a row apart: what deleting a row and asking for it puts into the statement.
+/// Checks the eight columns that identify a row, which deleting it and asking for it put into the statement.
 void pruefe_Kennung(const clsBilderSpeicher& satz);
-/// Everything that writing a row puts into the statement as it is.
+/// Checks everything that writing a row puts into the statement as it is.
 void pruefe_Zeile(const clsBilderSpeicher& satz);
 
 /// The same of all rows of a collection. The cursor is on row 0 afterwards where there is one.

@@ -15,7 +15,7 @@ Abbruch falsch(const QString& text) {
   return {Ausgang::Aufruf, text};
 }
 
-void pruefe_zeichen(const QString& was, const QString& wert) {
+void pruefe_Zeichen(const QString& was, const QString& wert) {
   if (wert.contains(u'\''))
     throw falsch(
         u"%1 „%2“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(was, wert));
@@ -35,18 +35,18 @@ Bilddatei zerlege(const QString& datei) {
 }
 
 Bilddatei zerlege_geprueft(const QString& datei) {
-  pruefe_dateiname(datei);
+  pruefe_Dateiname(datei);
   Bilddatei bild = zerlege(text::Trim(datei));
   if (Bilddatei::ist_Textdatei(bild.datei())) throw falsch(u"„%1“ ist eine Textdatei und kein Bild."_s.arg(datei));
   return bild;
 }
 
-void pruefe_dateiname(const QString& name) {
-  pruefe_zeichen(u"Der Dateiname"_s, name);
+void pruefe_Dateiname(const QString& name) {
+  pruefe_Zeichen(u"Der Dateiname"_s, name);
   if (name.contains(u'\\') || name.contains(u'/')) throw falsch(u"„%1“ ist kein bloßer Dateiname."_s.arg(name));
 }
 
-void pruefe_schluessel(const QString& option, const QString& wert) {
+void pruefe_Schluessel(const QString& option, const QString& wert) {
   if (wert.contains(u'\''))
     throw falsch(
         u"Der Wert von „--%1“ enthält ein Hochkomma; damit ist keine Anweisung an die Datenbank möglich."_s.arg(
@@ -68,7 +68,7 @@ QString ordner(const QString& angabe) {
   const QStringList ebenen = pfad.replace(u'/', u'\\').split(u'\\', Qt::SkipEmptyParts);
   if (ebenen.isEmpty()) throw falsch(u"„%1“ nennt keinen Ordner unter der Bildablage."_s.arg(angabe));
   for (const QString& ebene : ebenen) {
-    pruefe_zeichen(u"Der Ordner"_s, ebene);
+    pruefe_Zeichen(u"Der Ordner"_s, ebene);
     if (ebene.endsWith(u'.') || ebene.endsWith(u' ') || ebene.startsWith(u' '))
       throw falsch(u"Der Ordner „%1“ beginnt oder endet mit einem Punkt oder Leerzeichen."_s.arg(ebene));
   }

@@ -16,9 +16,9 @@ Bilddatei zerlege(const QString& datei);
 /// The same, and the name can stand in the table and on the share.
 Bilddatei zerlege_geprueft(const QString& datei);
 /// A file name for the table and the share: no apostrophe, no character that the share forbids, no separator.
-void pruefe_dateiname(const QString& name);
+void pruefe_Dateiname(const QString& name);
 /// A key or kind.
-void pruefe_schluessel(const QString& option, const QString& wert);
+void pruefe_Schluessel(const QString& option, const QString& wert);
 /// A description; its apostrophes count twice, as the statement holds them doubled before it is cut.
 QString beschreibung(const QString& text);
 /// A folder relative to the picture root: either separator comes in, backslashes without one at the ends go out.

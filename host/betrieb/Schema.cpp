@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// What stands in a database of the two tables.
+/// What a database has of the two tables.
 struct Bestand {
   QStringList tabellen;
   QStringList spalten;
@@ -84,10 +84,10 @@ namespace schema {
 QList<Spalte> spalten(const QString& tabelle) {
   static const QRegularExpression Eine(
       u"^  (\\w+) (\\w+)(?:\\((\\d+)\\))? NULL"_s, QRegularExpression::MultilineOption);
-  static const QString skripte = Datenbankart::Server.Skript + Datenbankart::Server.Wirtsskript;
-  const qsizetype anfang = skripte.indexOf(u"CREATE TABLE dbo.%1 ("_s.arg(tabelle), 0, Qt::CaseInsensitive);
+  static const QString Skripte = Datenbankart::Server.Skript + Datenbankart::Server.Wirtsskript;
+  const qsizetype anfang = Skripte.indexOf(u"CREATE TABLE dbo.%1 ("_s.arg(tabelle), 0, Qt::CaseInsensitive);
   if (anfang < 0) return {};
-  const QString rumpf = skripte.mid(anfang, skripte.indexOf(u"\n)"_s, anfang) - anfang);
+  const QString rumpf = Skripte.mid(anfang, Skripte.indexOf(u"\n)"_s, anfang) - anfang);
   QList<Spalte> liste;
   for (auto lauf = Eine.globalMatch(rumpf); lauf.hasNext();) {
     const QRegularExpressionMatch treffer = lauf.next();

@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-Abbruch falscher_aufruf(const QString& text) {
+Abbruch falscher_Aufruf(const QString& text) {
   return {Ausgang::Aufruf, text + u" Hilfe gibt „bildzuordnung --hilfe“."_s};
 }
 
@@ -22,7 +22,7 @@ const QStringList& mit_Wert() {
   return Namen;
 }
 
-/// What is wrong with arguments that the parser refuses, in words of our own: Qt's are English.
+/// Why the parser refuses the arguments, in words of our own: Qt's are English.
 QString grund(const QCommandLineParser& leser, const QStringList& argumente) {
   const QStringList unbekannte = leser.unknownOptionNames();
   if (!unbekannte.isEmpty()) return u"Die Option „%1“ gibt es nicht."_s.arg(unbekannte.first());
@@ -33,7 +33,7 @@ QString grund(const QCommandLineParser& leser, const QStringList& argumente) {
 
 QString wert(const QCommandLineParser& leser, const QString& name) {
   if (!leser.isSet(name)) return {};
-  if (leser.value(name).isEmpty()) throw falscher_aufruf(u"„--%1“ ist leer."_s.arg(name));
+  if (leser.value(name).isEmpty()) throw falscher_Aufruf(u"„--%1“ ist leer."_s.arg(name));
   return leser.value(name);
 }
 
@@ -42,7 +42,7 @@ void pruefe_Rundgang(const QCommandLineParser& leser) {
   if (!leser.isSet(u"rundgang"_s)) return;
   for (const QString& name : mit_Wert())
     if (name != "rundgang"_L1 && leser.isSet(name))
-      throw falscher_aufruf(u"„--rundgang“ hat eigene Daten und verträgt kein „--%1“."_s.arg(name));
+      throw falscher_Aufruf(u"„--rundgang“ hat eigene Daten und verträgt kein „--%1“."_s.arg(name));
 }
 
 /// The environment counts where the call leaves the database open; the picture root there belongs to its database.
@@ -52,7 +52,7 @@ void lies_Verbindung(const QCommandLineParser& leser, Wirtsoptionen& optionen) {
   if (offen) angabe = qEnvironmentVariable("KVOBILD_VERBINDUNG");
   if (angabe.isEmpty()) return;
   if (optionen.bilder.isEmpty()) optionen.bilder = qEnvironmentVariable("KVOBILD_BILDER");
-  optionen.verbindung = anmeldung::mit_Kennwort_der_Umgebung(verbindung_aus_angabe(angabe));
+  optionen.verbindung = anmeldung::mit_Kennwort_der_Umgebung(verbindung_aus_Angabe(angabe));
 }
 
 }  // namespace
@@ -62,12 +62,12 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
   leser.addOption(QCommandLineOption(QStringList{u"h"_s, u"hilfe"_s}));
   for (const QString& name : mit_Wert()) leser.addOption(QCommandLineOption(name, {}, u"WERT"_s));
   leser.addOption(QCommandLineOption(Eingebettet));
-  if (!leser.parse(QStringList{u"bildzuordnung"_s} + argumente)) throw falscher_aufruf(grund(leser, argumente));
+  if (!leser.parse(QStringList{u"bildzuordnung"_s} + argumente)) throw falscher_Aufruf(grund(leser, argumente));
   if (!leser.positionalArguments().isEmpty())
-    throw falscher_aufruf(u"„%1“ ist zu viel."_s.arg(anmeldung::ohne_Geheimnis(leser.positionalArguments().first())));
+    throw falscher_Aufruf(u"„%1“ ist zu viel."_s.arg(anmeldung::ohne_Geheimnis(leser.positionalArguments().first())));
   pruefe_Rundgang(leser);
   if (leser.isSet(Eingebettet) && leser.isSet(u"verbindung"_s))
-    throw falscher_aufruf(u"„--eingebettet“ und „--verbindung“ schließen sich aus."_s);
+    throw falscher_Aufruf(u"„--eingebettet“ und „--verbindung“ schließen sich aus."_s);
   Wirtsoptionen optionen;
   optionen.rundgang = wert(leser, u"rundgang"_s);
   optionen.hilfe = leser.isSet(u"hilfe"_s);

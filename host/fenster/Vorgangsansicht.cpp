@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The one large size: each size of letters more costs the program's start its share.
+/// The only large size: each further size of letters makes the start of the program longer.
 constexpr qreal Gross = 1.5;
 
 QLabel* beschriftung(const QString& name, qreal groesse = 1, bool fett = false) {

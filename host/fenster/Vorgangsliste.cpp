@@ -176,7 +176,7 @@ bool Vorgangsliste::waehle(const QString& nummer) {
 }
 
 void Vorgangsliste::filtere(const QString& text) {
-  // Its icon makes Qt load every image format; the start of the program goes without.
+  // Only now: the button's icon makes Qt load every image format, which would slow the start of the program.
   txt_Filter->setClearButtonEnabled(true);
   const QPersistentModelIndex vorher = filter_->mapToSource(tree_Vorgaenge->currentIndex());
   {

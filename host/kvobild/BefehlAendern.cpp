@@ -33,7 +33,7 @@ void pruefe(const Aufruf& aufruf) {
 
 /// The one row of a picture. Rows that share a name can't be told apart by the table's statements: each would get the
 /// other's folder.
-std::optional<std::int32_t> einzige_zeile(Befehlssitzung& sitzung, const namen::Bilddatei& bild) {
+std::optional<std::int32_t> einzige_Zeile(Befehlssitzung& sitzung, const namen::Bilddatei& bild) {
   const std::vector<std::int32_t> zeilen = sitzung.zeilen_von(bild);
   if (zeilen.size() > 1)
     throw Abbruch(Ausgang::Teilweise,
@@ -41,7 +41,7 @@ std::optional<std::int32_t> einzige_zeile(Befehlssitzung& sitzung, const namen::
   return zeilen.empty() ? std::nullopt : std::optional(zeilen.front());
 }
 
-void setze_felder(const Aufruf& aufruf, Befehlssitzung& sitzung, std::int32_t zeile) {
+void setze_Felder(const Aufruf& aufruf, Befehlssitzung& sitzung, std::int32_t zeile) {
   clsBildZuordnungen& store = sitzung.store();
   store.AktInd(zeile);
   if (const auto text = aufruf.wert(u"beschreibung"_s)) store.Bild_Beschreibung(*text);
@@ -50,7 +50,7 @@ void setze_felder(const Aufruf& aufruf, Befehlssitzung& sitzung, std::int32_t ze
 }
 
 /// Puts a row at a place among its record's rows and numbers them all anew; rows whose number changes are marked.
-void setze_platz(Befehlssitzung& sitzung, std::int32_t zeile, std::int32_t platz) {
+void setze_Platz(Befehlssitzung& sitzung, std::int32_t zeile, std::int32_t platz) {
   clsBildZuordnungen& store = sitzung.store();
   std::vector<std::int32_t> folge(static_cast<std::size_t>(store.AnzahlPos()));
   std::iota(folge.begin(), folge.end(), 0);
@@ -69,8 +69,8 @@ void pruefe_geaenderte(Befehlssitzung& sitzung) {
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
     if (!store.Bild_Changeflag()) continue;
-    const namen::Bilddatei bild = sitzung.aktuelles_bild();
-    einzige_zeile(sitzung, bild);
+    const namen::Bilddatei bild = sitzung.aktuelles_Bild();
+    einzige_Zeile(sitzung, bild);
     store.AktInd(i);
     if (store.Bild_Beschreibung().size() + store.Bild_Beschreibung().count(u'\'') > Bilddatei::Textlaenge)
       throw Abbruch(Ausgang::Teilweise,
@@ -88,14 +88,14 @@ Ausgang aendere(const Aufruf& aufruf) {
   sitzung.lies(satz);
   int fehlende = 0;
   for (const namen::Bilddatei& bild : std::as_const(bilder)) {
-    const std::optional<std::int32_t> zeile = einzige_zeile(sitzung, bild);
+    const std::optional<std::int32_t> zeile = einzige_Zeile(sitzung, bild);
     if (!zeile) {
       ++fehlende;
       ausgabe::meldung(u"„%1“ ist diesem Vorgang nicht zugeordnet."_s.arg(bild.datei()));
       continue;
     }
-    setze_felder(aufruf, sitzung, *zeile);
-    if (const auto platz = sortierung(aufruf)) setze_platz(sitzung, *zeile, *platz);
+    setze_Felder(aufruf, sitzung, *zeile);
+    if (const auto platz = sortierung(aufruf)) setze_Platz(sitzung, *zeile, *platz);
   }
   if (fehlende == bilder.size()) return Ausgang::Teilweise;
   pruefe_geaenderte(sitzung);
@@ -106,13 +106,13 @@ Ausgang aendere(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::aendern() {
-  QList<Option> optionen = befehlszeile::datensatz_optionen();
+  QList<Option> optionen = befehlszeile::datensatz_Optionen();
   optionen.append({u"beschreibung"_s, u"TEXT"_s, u"neue Beschreibung, höchstens 250 Zeichen"_s});
   optionen.append(druckangaben::optionen());
   optionen.append({u"sortierung"_s, u"PLATZ"_s,
       u"Platz des Bildes in der Reihenfolge; 0 ist der erste. Die anderen Bilder\n"_s
       u"des Vorgangs rücken nach"_s});
-  optionen.append(befehlszeile::verbindung_option());
+  optionen.append(befehlszeile::verbindung_Option());
   return {u"aendern"_s, u"ändert Beschreibung, Druckangaben und Reihenfolge"_s, u"BILD…"_s,
       uR"(Ändert die Zuordnungen der genannten Bilder (NAME.ENDUNG, wie „lesen“ sie zeigt) zu genau
 dem Vorgang, den die Angaben nennen; eine fehlende Angabe meint „-“. Was nicht genannt ist,

@@ -27,11 +27,11 @@ const QString Erklaerung =
 SQLite-Datei, wenn sie fehlt. Eine Tabelle, die es schon gibt, behält ihre Zeilen und Spalten; Spalten und
 Indizes, die ihr fehlen, bekommt sie. Ein zweiter Lauf tut nichts; auch das gilt als erledigt.)"_s;
 
-Option beispiel_option() {
+Option beispiel_Option() {
   return {u"beispieltabellen"_s, {}, u"legt auch BelegKopfZunft an, die sonst der Betrieb hat"_s};
 }
 
-Ausgang mache_beispieldaten(const Aufruf& aufruf) {
+Ausgang mache_Beispieldaten(const Aufruf& aufruf) {
   beispieldaten::erzeuge(namen::tabellenpfad(aufruf.argumente().at(0)));
   return Ausgang::Erledigt;
 }
@@ -40,7 +40,7 @@ Ausgang mache_beispieldaten(const Aufruf& aufruf) {
 
 Befehl befehle::anlegen() {
   return {u"anlegen"_s, u"legt die Tabelle Bild_Zuordnungen an"_s, {},
-      u"Kurz für „datenbank anlegen“:\n"_s + Erklaerung, {befehlszeile::verbindung_option(), beispiel_option()}, 0, 0,
+      u"Kurz für „datenbank anlegen“:\n"_s + Erklaerung, {befehlszeile::verbindung_Option(), beispiel_Option()}, 0, 0,
       lege_an};
 }
 
@@ -55,5 +55,5 @@ Befehl befehle::beispieldaten() {
   return {u"beispieldaten"_s, u"füllt einen Ordner mit den Beispielen eines Handwerksbetriebs"_s, u"ORDNER"_s,
       u"Schreibt in den Ordner, der fehlen oder leer sein muss: „betrieb.db“ (Datenbank mit Vorgängen und\n"_s
       u"Zuordnungen), „bilder“ (Bildablage) und „eingang“ (Bilder, die noch nicht zugeordnet sind)."_s,
-      {}, 1, 1, mache_beispieldaten};
+      {}, 1, 1, mache_Beispieldaten};
 }

@@ -10,9 +10,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-void zeige(const Aufraeumen& aufraeumen, const Aufraeumliste& liste, bool als_json) {
+void zeige(const Aufraeumen& aufraeumen, const Aufraeumliste& liste, bool als_Json) {
   for (const Aufraeumposten& p : liste.Posten) {
-    if (als_json)
+    if (als_Json)
       ausgabe::json({{u"pfad"_s, aufraeumen.angezeigt(p)}, {u"art"_s, p.ist_Ordner() ? u"ordner"_s : u"datei"_s},
           {u"grund"_s, Aufraeumen::kennung(p.Warum)}});
     else
@@ -68,6 +68,6 @@ dreistelliger Endung, alle anderen gehen. Was unmittelbar in der Bildablage lieg
 „grund“ (ohne_zuordnung, text_ohne_bild, leerer_ordner).)"_s,
       {{u"probe"_s, {}, u"zeigt nur, was ginge"_s}, {u"ja"_s, {}, u"löscht ohne Frage"_s},
           {u"ordner"_s, u"PFAD"_s, u"Ordner unter der Bildablage, in dem das Aufräumen beginnt"_s},
-          befehlszeile::bilder_option(), befehlszeile::verbindung_option(), befehlszeile::json_option()},
+          befehlszeile::bilder_Option(), befehlszeile::verbindung_Option(), befehlszeile::json_Option()},
       0, 0, raeume_auf};
 }

@@ -33,8 +33,8 @@ QString genannt(const QJsonObject& zeile) {
   return teile.join(u' ') + u": "_s + (ordner.isEmpty() ? datei : ordner + u'\\' + datei) + mal;
 }
 
-void zeige(const Befund& befund, bool als_json) {
-  if (als_json) {
+void zeige(const Befund& befund, bool als_Json) {
+  if (als_Json) {
     ausgabe::json({{u"art"_s, u"befund"_s}, {u"kennung"_s, befund.kennung}, {u"text"_s, befund.text},
         {u"sperrt"_s, befund.sperrt}, {u"anzahl"_s, befund.anzahl}, {u"zeilen"_s, befund.zeilen}});
     return;
@@ -44,8 +44,8 @@ void zeige(const Befund& befund, bool als_json) {
   if (befund.anzahl > befund.zeilen.size()) ausgabe::zeile(u"  … und weitere"_s);
 }
 
-void zeige(const Gegenstelle& stelle, bool als_json) {
-  if (als_json) {
+void zeige(const Gegenstelle& stelle, bool als_Json) {
+  if (als_Json) {
     ausgabe::json({{u"art"_s, u"verbindung"_s}, {u"server"_s, stelle.server}, {u"version"_s, stelle.version},
         {u"datenbank"_s, stelle.datenbank}, {u"benutzer"_s, stelle.benutzer},
         {u"verschluesselt"_s, stelle.verschluesselt ? QJsonValue(*stelle.verschluesselt) : QJsonValue()},
@@ -66,11 +66,11 @@ QString rechte_an(const Tabellenlage& lage, const QString& tabelle) {
   return texte.join(u", "_s);
 }
 
-void zeige(const Tabellenlage& lage, bool als_json) {
+void zeige(const Tabellenlage& lage, bool als_Json) {
   for (qsizetype i = 0; i < lage.tabellen.size(); ++i) {
     const QString& tabelle = lage.tabellen.at(i);
     const auto noetig = schema::spalten(tabelle).size();
-    if (als_json)
+    if (als_Json)
       ausgabe::json({{u"art"_s, u"tabelle"_s}, {u"tabelle"_s, tabelle}, {u"spalten"_s, lage.spalten.at(i)},
           {u"noetig"_s, static_cast<qint64>(noetig)}});
     else
@@ -78,7 +78,7 @@ void zeige(const Tabellenlage& lage, bool als_json) {
           u"%1 von %2 Spalten; %3"_s.arg(
               QString::number(lage.spalten.at(i)), QString::number(noetig), rechte_an(lage, tabelle)));
   }
-  if (!als_json) return;
+  if (!als_Json) return;
   for (const Recht& recht : lage.rechte)
     ausgabe::json({{u"art"_s, u"recht"_s}, {u"anweisung"_s, recht.anweisung}, {u"tabelle"_s, recht.tabelle},
         {u"reicht"_s, recht.reicht}});
@@ -90,9 +90,9 @@ void pruefe_Wurzel(const std::optional<QString>& wurzel, qint64 zeilen) {
     throw Abbruch(Ausgang::Datei, u"Die Bildablage ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?"_s);
 }
 
-Datenlage pruefe_und_zeige_Daten(adodb::Connection& verbindung, const std::optional<QString>& wurzel, bool als_json) {
+Datenlage pruefe_und_zeige_Daten(adodb::Connection& verbindung, const std::optional<QString>& wurzel, bool als_Json) {
   const Datenlage lage = pruefe_Daten(verbindung, wurzel);
-  if (als_json) {
+  if (als_Json) {
     ausgabe::json({{u"art"_s, u"zeilen"_s}, {u"anzahl"_s, lage.zeilen}, {u"mit_bildern"_s, wurzel.has_value()}});
   } else {
     zeile(u"Zeilen"_s, QString::number(lage.zeilen));
@@ -103,20 +103,20 @@ Datenlage pruefe_und_zeige_Daten(adodb::Connection& verbindung, const std::optio
 }
 
 Ausgang pruefe(const Aufruf& aufruf) {
-  const bool als_json = aufruf.gesetzt(u"json"_s);
+  const bool als_Json = aufruf.gesetzt(u"json"_s);
   const std::optional<QString> wurzel = bildwurzel_wenn_genannt(aufruf);
   const auto verbindung = oeffne_vorhandene(verbindungszeichenfolge(aufruf));
   QList<Befund> befunde;
   const auto ausfall = versuche_Datenbank([&] {
-    zeige(Datenbankart::von(*verbindung).gegenstelle(*verbindung), als_json);
+    zeige(Datenbankart::von(*verbindung).gegenstelle(*verbindung), als_Json);
     const Tabellenlage lage = pruefe_Tabellen(*verbindung);
-    zeige(lage, als_json);
+    zeige(lage, als_Json);
     befunde = lage.befunde;
-    if (lage.lesbar) befunde += pruefe_und_zeige_Daten(*verbindung, wurzel, als_json).befunde;
+    if (lage.lesbar) befunde += pruefe_und_zeige_Daten(*verbindung, wurzel, als_Json).befunde;
   });
-  for (const Befund& befund : befunde) zeige(befund, als_json);
+  for (const Befund& befund : befunde) zeige(befund, als_Json);
   if (ausfall) throw Abbruch(Ausgang::Datenbank, u"Die Datenbank ist nicht zu Ende zu prüfen: "_s + ausfall->worte);
-  if (!als_json) zeile(u"Ergebnis"_s, befunde.isEmpty() ? u"kein Befund"_s : u"Befunde: %1"_s.arg(befunde.size()));
+  if (!als_Json) zeile(u"Ergebnis"_s, befunde.isEmpty() ? u"kein Befund"_s : u"Befunde: %1"_s.arg(befunde.size()));
   if (std::any_of(befunde.begin(), befunde.end(), [](const Befund& b) { return b.sperrt; })) return Ausgang::Datenbank;
   return befunde.isEmpty() ? Ausgang::Erledigt : Ausgang::Teilweise;
 }
@@ -132,5 +132,5 @@ ohne eine Spur zu hinterlassen, und sucht Zeilen mit leerem Teil des Schlüssels
 Befunde; 3: die Datenbank ist nicht zu erreichen, oder eine Tabelle, eine Spalte oder ein Recht fehlt;
 4: die Bildablage fehlt oder ist leer. Mit --json steht je Zeile ein Objekt mit „art“: verbindung,
 tabelle, recht, zeilen, befund; ein Befund hat „kennung“, „text“, „sperrt“, „anzahl“ und „zeilen“.)"_s,
-      {befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()}, 0, 0, pruefe};
+      {befehlszeile::verbindung_Option(), befehlszeile::bilder_Option(), befehlszeile::json_Option()}, 0, 0, pruefe};
 }

@@ -11,16 +11,16 @@ namespace {
 
 gdiplus::Drehart drehart(const Aufruf& aufruf) {
   using namespace gdiplus;
-  static const QHash<QString, Drehart> arten{{u"90"_s, Um90}, {u"180"_s, Um180}, {u"270"_s, Um270},
+  static const QHash<QString, Drehart> Arten{{u"90"_s, Um90}, {u"180"_s, Um180}, {u"270"_s, Um270},
       {u"waagerecht"_s, Waagerecht}, {u"senkrecht"_s, Senkrecht}};
   const QString um = aufruf.noetig(u"um"_s);
-  const auto art = arten.constFind(um);
-  if (art != arten.constEnd()) return *art;
+  const auto art = Arten.constFind(um);
+  if (art != Arten.constEnd()) return *art;
   throw Abbruch(
       Ausgang::Aufruf, u"„--um“ ist „90“, „180“, „270“, „waagerecht“ oder „senkrecht“, nicht „%1“."_s.arg(um));
 }
 
-/// Words for a status of the picture operations. Which of the two files it is about shows in the words.
+/// Words for a status of the picture operations. The words tell which of the two files is meant.
 QString worte(std::int32_t status) {
   static const QHash<std::int32_t, QString> Worte{{2, u"Der Kopf des Bildes ist beschädigt."_s},
       {3, u"Der Speicher reicht nicht."_s}, {7, u"Der Datenträger ist voll oder gestört."_s},

@@ -12,7 +12,7 @@ namespace {
 void merke_vor(Befehlssitzung& sitzung, std::int32_t zeile) {
   clsBildZuordnungen& store = sitzung.store();
   store.AktInd(zeile);
-  const namen::Bilddatei bild = sitzung.aktuelles_bild();
+  const namen::Bilddatei bild = sitzung.aktuelles_Bild();
   if (bild.name.isEmpty() || bild.ext.isEmpty())
     throw Abbruch(Ausgang::Datenbank, u"Eine Zeile des Vorgangs hat keinen Bildnamen; sie bleibt stehen."_s);
   store.Bild_Delete(true);
@@ -23,9 +23,9 @@ int merke_alle_vor(Befehlssitzung& sitzung) {
   return sitzung.store().AnzahlPos();
 }
 
-int merke_genannte_vor(Befehlssitzung& sitzung, const QStringList& namen_der_bilder, bool& alle_da) {
+int merke_genannte_vor(Befehlssitzung& sitzung, const QStringList& namen_der_Bilder, bool& alle_da) {
   int anzahl = 0;
-  for (const QString& name : namen_der_bilder) {
+  for (const QString& name : namen_der_Bilder) {
     const std::vector<std::int32_t> zeilen = sitzung.zeilen_von(namen::zerlege(name));
     for (const std::int32_t zeile : zeilen) merke_vor(sitzung, zeile);
     anzahl += static_cast<int>(zeilen.size());
@@ -61,7 +61,7 @@ Befehl befehle::entfernen() {
       uR"(Nimmt die Zuordnung der genannten Bilder (NAME.ENDUNG) zu genau dem Vorgang zurück, den die
 Angaben nennen; eine fehlende Angabe meint „-“. Die Dateien bleiben in der Ablage, denn auch
 andere Vorgänge können auf sie zeigen.)"_s,
-      befehlszeile::datensatz_optionen() +
-          QList<Option>{{u"alle"_s, {}, u"alle Bilder des Vorgangs"_s}, befehlszeile::verbindung_option()},
+      befehlszeile::datensatz_Optionen() +
+          QList<Option>{{u"alle"_s, {}, u"alle Bilder des Vorgangs"_s}, befehlszeile::verbindung_Option()},
       0, 10000, entferne};
 }

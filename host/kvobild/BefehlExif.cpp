@@ -22,14 +22,14 @@ struct Befund {
   QString fehler;
 };
 
-QJsonValue als_json(const Variant& wert) {
+QJsonValue als_Json(const Variant& wert) {
   if (const auto* zahl = std::get_if<std::int32_t>(&wert)) return *zahl;
   if (const auto* wahr = std::get_if<bool>(&wert)) return *wahr;
   if (const auto* text = std::get_if<QString>(&wert)) return *text;
   return QJsonValue();
 }
 
-QString als_text(const Variant& wert) {
+QString als_Text(const Variant& wert) {
   QString text = CStr(wert);
   constexpr qsizetype Hoechstens = 100;
   if (text.size() > Hoechstens) text = text.left(Hoechstens) + u"…"_s;
@@ -59,29 +59,29 @@ const Variant& zelle(const XArrayDBObject& tabelle, std::int32_t zeile, clsExifI
   return tabelle.Value(zeile, static_cast<std::int32_t>(spalte));
 }
 
-QJsonValue tabelle_als_json(const Befund& befund) {
+QJsonValue tabelle_als_Json(const Befund& befund) {
   if (!befund.tabelle) return QJsonValue();
   const XArrayDBObject& tabelle = *befund.tabelle;
   QJsonArray zeilen;
   for (std::int32_t i = 0; i <= tabelle.UpperBound(XArrayDBObject::Dimension::Zeilen); ++i)
-    zeilen.append(QJsonObject{{u"zeile"_s, i}, {u"zeigen"_s, als_json(zelle(tabelle, i, Spalte::Zeigen))},
-        {u"tag"_s, als_json(zelle(tabelle, i, Spalte::Tag))}, {u"name"_s, als_json(zelle(tabelle, i, Spalte::Name))},
-        {u"beschriftung"_s, als_json(zelle(tabelle, i, Spalte::Beschriftung))},
-        {u"wert"_s, als_json(zelle(tabelle, i, Spalte::Wert))}});
+    zeilen.append(QJsonObject{{u"zeile"_s, i}, {u"zeigen"_s, als_Json(zelle(tabelle, i, Spalte::Zeigen))},
+        {u"tag"_s, als_Json(zelle(tabelle, i, Spalte::Tag))}, {u"name"_s, als_Json(zelle(tabelle, i, Spalte::Name))},
+        {u"beschriftung"_s, als_Json(zelle(tabelle, i, Spalte::Beschriftung))},
+        {u"wert"_s, als_Json(zelle(tabelle, i, Spalte::Wert))}});
   return zeilen;
 }
 
-void zeige_json(const QString& datei, const Befund& befund) {
+void zeige_Json(const QString& datei, const Befund& befund) {
   QJsonArray liste;
   for (const Exif_Entry& e : befund.liste)
     liste.append(QJsonObject{{u"tag"_s, e.Tag_Id}, {u"format"_s, e.Format_Code}, {u"anzahl"_s, e.Item_Count},
-        {u"wert"_s, als_json(e.Value)}});
+        {u"wert"_s, als_Json(e.Value)}});
   ausgabe::json({{u"datei"_s, datei}, {u"load"_s, befund.load}, {u"eintraege"_s, befund.eintraege}, {u"liste"_s, liste},
-      {u"tabelle"_s, tabelle_als_json(befund)}});
+      {u"tabelle"_s, tabelle_als_Json(befund)}});
 }
 
 /// The rows that have a value.
-void zeige_tabelle(const XArrayDBObject& tabelle) {
+void zeige_Tabelle(const XArrayDBObject& tabelle) {
   ausgabe::zeile(u"  Tabelle:"_s);
   for (std::int32_t i = 0; i <= tabelle.UpperBound(XArrayDBObject::Dimension::Zeilen); ++i) {
     const Variant& wert = zelle(tabelle, i, Spalte::Wert);
@@ -91,7 +91,7 @@ void zeige_tabelle(const XArrayDBObject& tabelle) {
                        .arg(zeigen ? u"zeigen"_s : u"-     "_s)
                        .arg(CStr(zelle(tabelle, i, Spalte::Tag)), 5) +
         CStr(zelle(tabelle, i, Spalte::Name)).leftJustified(28) +
-        CStr(zelle(tabelle, i, Spalte::Beschriftung)).leftJustified(28) + als_text(wert));
+        CStr(zelle(tabelle, i, Spalte::Beschriftung)).leftJustified(28) + als_Text(wert));
   }
 }
 
@@ -100,8 +100,8 @@ void zeige(const QString& datei, const Befund& befund) {
   ausgabe::zeile(datei + (befund.load.toBool() ? u": %1 Einträge"_s.arg(befund.liste.size()) : u": kein Exif"_s));
   for (const Exif_Entry& e : befund.liste)
     ausgabe::zeile(u"  %1  Format %2  Anzahl %3  "_s.arg(e.Tag_Id, 5).arg(e.Format_Code, 2).arg(e.Item_Count, 6) +
-        als_text(e.Value));
-  if (befund.tabelle) zeige_tabelle(*befund.tabelle);
+        als_Text(e.Value));
+  if (befund.tabelle) zeige_Tabelle(*befund.tabelle);
 }
 
 Ausgang zeige_alle(const Aufruf& aufruf) {
@@ -109,7 +109,7 @@ Ausgang zeige_alle(const Aufruf& aufruf) {
   for (const QString& datei : aufruf.argumente()) {
     const Befund befund = lies(datei);
     if (aufruf.gesetzt(u"json"_s))
-      zeige_json(datei, befund);
+      zeige_Json(datei, befund);
     else
       zeige(datei, befund);
     if (befund.fehler.isEmpty()) continue;
@@ -131,5 +131,5 @@ Name, Beschriftung, Wert. Mit --json steht je Datei eine Zeile: „datei“; „
 „anzahl“ und „wert“ (null, Zahl oder Text) je Eintrag; „tabelle“ (null, wo es keine gibt) mit „zeile“,
 „zeigen“ (true oder ""), „tag“, „name“, „beschriftung“ und „wert“ für alle Zeilen von 0 bis 150; hinter
 111 stehen keine Tags mehr. Eine Datei ohne Exif ist kein Fehler.)"_s,
-      {befehlszeile::json_option()}, 1, 1000000, zeige_alle};
+      {befehlszeile::json_Option()}, 1, 1000000, zeige_alle};
 }

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString im_ordner(const QString& ordner, const QString& datei) {
+QString im_Ordner(const QString& ordner, const QString& datei) {
   return ordner.isEmpty() ? datei : ordner + u'\\' + datei;
 }
 
@@ -25,14 +25,14 @@ struct Ablage {
 
 Ablage ablage_von(Befehlssitzung& sitzung, const QString& wurzel) {
   clsBildZuordnungen& store = sitzung.store();
-  const QString ordner = im_ordner(wurzel, store.Bild_Pfad()) + u'\\';
-  const namen::Bilddatei bild = sitzung.aktuelles_bild();
+  const QString ordner = im_Ordner(wurzel, store.Bild_Pfad()) + u'\\';
+  const namen::Bilddatei bild = sitzung.aktuelles_Bild();
   Ablage ablage{store.Fkt_FileExists(ordner + bild.datei()), store.Fkt_FileExists(ordner + bild.textdatei()), {}};
   if (ablage.textdatei) ablage.text = text::Trim(store.Fkt_ReadFile(ordner + bild.textdatei()));
   return ablage;
 }
 
-QJsonObject als_json(const clsBildZuordnungen& store, std::int64_t sortindex) {
+QJsonObject als_Json(const clsBildZuordnungen& store, std::int64_t sortindex) {
   return {{u"key1"_s, store.Bild_Key1()}, {u"key2"_s, store.Bild_Key2()}, {u"key3"_s, store.Bild_Key3()},
       {u"key4"_s, store.Bild_Key4()}, {u"typ1"_s, store.Bild_Typ1()}, {u"typ2"_s, store.Bild_Typ2()},
       {u"bildname"_s, store.Bild_Bildname()}, {u"bildext"_s, store.Bild_BildExt()}, {u"bildpfad"_s, store.Bild_Pfad()},
@@ -51,7 +51,7 @@ QString vorgang(const clsBildZuordnungen& store) {
 }
 
 /// The rows with those of one record together, the records in the order of their first row.
-std::vector<std::int32_t> nach_vorgang(clsBildZuordnungen& store) {
+std::vector<std::int32_t> nach_Vorgang(clsBildZuordnungen& store) {
   QHash<QString, std::size_t> nummern;
   std::vector<std::vector<std::int32_t>> gruppen;
   for (std::int32_t zeile = 0; zeile < store.AnzahlPos(); ++zeile) {
@@ -68,8 +68,8 @@ std::vector<std::int32_t> nach_vorgang(clsBildZuordnungen& store) {
   return folge;
 }
 
-void zeige_json(Befehlssitzung& sitzung, std::int32_t zeile, const std::optional<QString>& wurzel) {
-  QJsonObject objekt = als_json(sitzung.store(), sitzung.sortindex(zeile));
+void zeige_Json(Befehlssitzung& sitzung, std::int32_t zeile, const std::optional<QString>& wurzel) {
+  QJsonObject objekt = als_Json(sitzung.store(), sitzung.sortindex(zeile));
   if (wurzel) {
     const Ablage ablage = ablage_von(sitzung, *wurzel);
     objekt.insert(u"vorhanden"_s, ablage.bild);
@@ -81,7 +81,7 @@ void zeige_json(Befehlssitzung& sitzung, std::int32_t zeile, const std::optional
 void zeige(Befehlssitzung& sitzung, std::int32_t zeile, const std::optional<QString>& wurzel) {
   const clsBildZuordnungen& store = sitzung.store();
   ausgabe::zeile(
-      u"%1  "_s.arg(sitzung.sortindex(zeile), 4) + im_ordner(store.Bild_Pfad(), sitzung.aktuelles_bild().datei()));
+      u"%1  "_s.arg(sitzung.sortindex(zeile), 4) + im_Ordner(store.Bild_Pfad(), sitzung.aktuelles_Bild().datei()));
   const QString druck = druckangaben::text(store);
   ausgabe::zeile(u"      "_s + (druck.isEmpty() ? u"kein Druck"_s : druck) +
       (store.Bild_Beschreibung().isEmpty() ? QString() : u"; "_s + store.Bild_Beschreibung()));
@@ -101,10 +101,10 @@ Ausgang lies(const Aufruf& aufruf) {
     return Ausgang::Teilweise;
   }
   QString letzter;
-  for (const std::int32_t zeile : nach_vorgang(sitzung.store())) {
+  for (const std::int32_t zeile : nach_Vorgang(sitzung.store())) {
     sitzung.store().AktInd(zeile);
     if (aufruf.gesetzt(u"json"_s)) {
-      zeige_json(sitzung, zeile, wurzel);
+      zeige_Json(sitzung, zeile, wurzel);
       continue;
     }
     const QString dieser = vorgang(sitzung.store());
@@ -122,7 +122,7 @@ Befehl befehle::lesen() {
       uR"(Zeigt die Zuordnungen in ihrer Reihenfolge. Die Angaben zum Vorgang engen die Liste ein;
 ohne jede Angabe ist es die ganze Tabelle, ein leerer Wert meint „-“. Mit --bilder steht
 dabei, ob die Datei in der Ablage liegt und was in ihrer Textdatei steht.)"_s,
-      befehlszeile::datensatz_optionen() +
-          QList<Option>{befehlszeile::verbindung_option(), befehlszeile::bilder_option(), befehlszeile::json_option()},
+      befehlszeile::datensatz_Optionen() +
+          QList<Option>{befehlszeile::verbindung_Option(), befehlszeile::bilder_Option(), befehlszeile::json_Option()},
       0, 0, lies};
 }

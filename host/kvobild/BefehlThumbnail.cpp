@@ -41,7 +41,7 @@ Ausgang zeichne(const Aufruf& aufruf) {
   if (!platte.FileExists(quelle))
     throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ fehlt."_s.arg(aufruf.argumente().at(0)));
   const QString ziel = zieldatei(aufruf.argumente().at(1));
-  // The target is written whole over what stands there; nobody means the picture itself.
+  // The target replaces whatever stands there, so it must not be the picture itself.
   if (platte.FileExists(ziel) && dateien::kennung(quelle) == dateien::kennung(ziel))
     throw Abbruch(Ausgang::Datei, u"Quelle und Ziel sind dieselbe Datei."_s);
   const QImage blatt = vorschaubild::wie_in_der_Liste(quelle, twips::aus_Pixel(breite), twips::aus_Pixel(hoehe));

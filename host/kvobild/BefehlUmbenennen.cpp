@@ -20,8 +20,8 @@ struct Vorhaben {
 };
 
 /// The new name may be given with the extension, which stays the same.
-namen::Bilddatei neuer_name(const QString& angabe, const namen::Bilddatei& alt) {
-  namen::pruefe_dateiname(angabe);
+namen::Bilddatei neuer_Name(const QString& angabe, const namen::Bilddatei& alt) {
+  namen::pruefe_Dateiname(angabe);
   QString name = text::Trim(angabe);
   const QString ende = u'.' + alt.ext;
   if (text::UCase(name).endsWith(text::UCase(ende))) name.chop(ende.size());
@@ -33,7 +33,7 @@ namen::Bilddatei neuer_name(const QString& angabe, const namen::Bilddatei& alt) 
   return {name, alt.ext};
 }
 
-void pruefe_dateien(const Vorhaben& u) {
+void pruefe_Dateien(const Vorhaben& u) {
   const FileSystemObject dateien;
   if (!dateien.FileExists(u.ordner() + u.alt.datei()))
     throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ gibt es nicht."_s.arg(u.ordner() + u.alt.datei()));
@@ -45,15 +45,15 @@ void pruefe_dateien(const Vorhaben& u) {
 
 /// Two rows of one record under one name could never be told apart again, and rows that wait for a file of the new name
 /// would get this one.
-void pruefe_zeilen(Befehlssitzung& sitzung, const Vorhaben& u) {
+void pruefe_Zeilen(Befehlssitzung& sitzung, const Vorhaben& u) {
   clsBildZuordnungen& store = sitzung.store();
-  const bool nur_schreibung = u.alt.gleich(u.neu);
-  if (!nur_schreibung && sitzung.lies(u.pfad, u.neu))
+  const bool nur_Schreibung = u.alt.gleich(u.neu);
+  if (!nur_Schreibung && sitzung.lies(u.pfad, u.neu))
     throw Abbruch(Ausgang::Datei,
         u"Auf „%1“ zeigen schon Zuordnungen, obwohl die Datei fehlt."_s.arg(u.ordner() + u.neu.datei()));
   if (!sitzung.lies(u.pfad, u.alt))
     throw Abbruch(Ausgang::Teilweise, u"Auf „%1“ im Ordner „%2“ zeigt keine Zuordnung."_s.arg(u.alt.datei(), u.pfad));
-  if (nur_schreibung) return;
+  if (nur_Schreibung) return;
   // Each record is asked for by its keys, which may come from another program.
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
@@ -89,10 +89,10 @@ void stelle_um(Befehlssitzung& sitzung, const Vorhaben& u, const namen::Bilddate
 }
 
 /// Renames file, rows and text file. The store's result says nothing, so folder and table are asked.
-bool fuehre_aus(Befehlssitzung& sitzung, const Vorhaben& u, std::int32_t zeilen, bool mit_text) {
+bool fuehre_aus(Befehlssitzung& sitzung, const Vorhaben& u, std::int32_t zeilen, bool mit_Text) {
   stelle_um(sitzung, u, u.alt, u.neu);
   if (!liegt_da(u, u.neu) || !zeilen_heissen(sitzung, u, u.neu, zeilen)) return false;
-  return !mit_text || sitzung.store().Fkt_FileReName(u.ordner() + u.alt.textdatei(), u.ordner() + u.neu.textdatei());
+  return !mit_Text || sitzung.store().Fkt_FileReName(u.ordner() + u.alt.textdatei(), u.ordner() + u.neu.textdatei());
 }
 
 /// Gives the picture its old name back when its rows or its text file could not follow.
@@ -115,15 +115,15 @@ void nimm_zurueck(Befehlssitzung& sitzung, const Vorhaben& u, std::int32_t zeile
 
 Ausgang benenne_um(const Aufruf& aufruf) {
   Vorhaben u{{}, namen::ordner(aufruf.noetig(u"ordner"_s)), namen::zerlege_geprueft(aufruf.argumente().at(0)), {}};
-  u.neu = neuer_name(aufruf.argumente().at(1), u.alt);
+  u.neu = neuer_Name(aufruf.argumente().at(1), u.alt);
   u.wurzel = bildwurzel(aufruf);
   Befehlssitzung sitzung(aufruf);
-  pruefe_dateien(u);
-  pruefe_zeilen(sitzung, u);
+  pruefe_Dateien(u);
+  pruefe_Zeilen(sitzung, u);
   const std::int32_t zeilen = sitzung.store().AnzahlPos();
-  const bool mit_text = FileSystemObject().FileExists(u.ordner() + u.alt.textdatei());
+  const bool mit_Text = FileSystemObject().FileExists(u.ordner() + u.alt.textdatei());
   bool gelungen = false;
-  if (!gelingt([&] { gelungen = fuehre_aus(sitzung, u, zeilen, mit_text); }) || !gelungen) {
+  if (!gelingt([&] { gelungen = fuehre_aus(sitzung, u, zeilen, mit_Text); }) || !gelungen) {
     // Where the file kept its name the folder refused; where it had the new one, the table or the text file did.
     const bool datei_neu = liegt_da(u, u.neu);
     bool zeilen_neu = false;
@@ -149,6 +149,6 @@ Befehl befehle::umbenennen() {
 auf sie zeigen, gleich zu welchem Vorgang sie gehören. Die Endung bleibt. Ein Name, den es in
 dem Ordner schon gibt, wird abgelehnt.)"_s,
       {{u"ordner"_s, u"PFAD"_s, u"Ordner des Bildes unter der Bildablage, wie „lesen“ ihn zeigt"_s},
-          befehlszeile::bilder_option(), befehlszeile::verbindung_option()},
+          befehlszeile::bilder_Option(), befehlszeile::verbindung_Option()},
       2, 2, benenne_um};
 }

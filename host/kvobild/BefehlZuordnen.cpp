@@ -21,11 +21,11 @@ struct Vorhaben {
   namen::Bilddatei neu;
 };
 
-Vorhaben pruefe_quelle(const QString& angabe) {
+Vorhaben pruefe_Quelle(const QString& angabe) {
   const QString pfad = namen::tabellenpfad(angabe);
   const FileSystemObject dateien;
   if (dateien.FolderExists(pfad)) throw Abbruch(Ausgang::Datei, u"„%1“ ist ein Ordner."_s.arg(angabe));
-  // What the name says is asked first: a name that no share can hold is "missing" for the path map.
+  // The name is checked first: to the path map a name that no share can hold is merely missing.
   const namen::Bilddatei bild = namen::zerlege_geprueft(pfad.mid(pfad.lastIndexOf(u'\\') + 1));
   if (!dateien.FileExists(pfad)) throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ gibt es nicht."_s.arg(angabe));
   return {pfad, bild, {}};
@@ -33,7 +33,7 @@ Vorhaben pruefe_quelle(const QString& angabe) {
 
 /// The picture's name with the stamp behind it. A name that is taken, by a file, a row or an earlier picture of this
 /// call, gets a number: two pictures of one name in one second stay two.
-namen::Bilddatei freier_name(const namen::Bilddatei& alt, const QString& stempel, const QString& ordner,
+namen::Bilddatei freier_Name(const namen::Bilddatei& alt, const QString& stempel, const QString& ordner,
     Befehlssitzung& sitzung, const std::vector<Vorhaben>& bisher) {
   const FileSystemObject dateien;
   for (int nummer = 1;; ++nummer) {
@@ -47,7 +47,7 @@ namen::Bilddatei freier_name(const namen::Bilddatei& alt, const QString& stempel
   }
 }
 
-void melde_namen(const Vorhaben& vorhaben) {
+void melde_Namen(const Vorhaben& vorhaben) {
   if (vorhaben.alt.name.size() + 15 > Bilddatei::Namenslaenge)
     ausgabe::meldung(u"Der Name „%1“ ist gekürzt, damit er mit dem Zeitstempel in die Tabelle passt: „%2“."_s.arg(
         vorhaben.alt.datei(), vorhaben.neu.datei()));
@@ -61,21 +61,21 @@ std::vector<Vorhaben> plane(const Aufruf& aufruf, const QString& ordner, Befehls
   const QString stempel = Bilddatei::Stempel(QDateTime::currentDateTime());
   std::vector<Vorhaben> plan;
   for (const QString& angabe : aufruf.argumente()) {
-    Vorhaben vorhaben = pruefe_quelle(angabe);
-    vorhaben.neu = freier_name(vorhaben.alt, stempel, ordner, sitzung, plan);
+    Vorhaben vorhaben = pruefe_Quelle(angabe);
+    vorhaben.neu = freier_Name(vorhaben.alt, stempel, ordner, sitzung, plan);
     plan.push_back(vorhaben);
   }
   return plan;
 }
 
-void mache_ordner(Befehlssitzung& sitzung, const QString& ordner) {
+void mache_Ordner(Befehlssitzung& sitzung, const QString& ordner) {
   sitzung.store().Fkt_MakePath(ordner);
   if (!sitzung.store().Fkt_DirExists(ordner))
     throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht anzulegen. Nichts ist zugeordnet."_s.arg(ordner));
 }
 
 /// The first SortIndex behind those of the record's rows.
-std::int64_t naechster_platz(Befehlssitzung& sitzung) {
+std::int64_t naechster_Platz(Befehlssitzung& sitzung) {
   std::int64_t platz = 0;
   for (std::int32_t i = 0; i < sitzung.store().AnzahlPos(); ++i) platz = std::max(platz, sitzung.sortindex(i) + 1);
   return platz;
@@ -84,7 +84,7 @@ std::int64_t naechster_platz(Befehlssitzung& sitzung) {
 void trage_ein(const Aufruf& aufruf, const Datensatz& satz, const QString& pfad, const std::vector<Vorhaben>& plan,
     Befehlssitzung& sitzung) {
   clsBildZuordnungen& store = sitzung.store();
-  std::int64_t platz = naechster_platz(sitzung);
+  std::int64_t platz = naechster_Platz(sitzung);
   if (platz + static_cast<std::int64_t>(plan.size()) > std::numeric_limits<std::int16_t>::max())
     throw Abbruch(Ausgang::Datenbank,
         u"Die Reihenfolge des Vorgangs reicht nicht weiter; „aendern --sortierung“ "_s
@@ -130,14 +130,14 @@ Ausgang ordne_zu(const Aufruf& aufruf) {
   namen::beschreibung(aufruf.wert(u"beschreibung"_s).value_or(QString()));
   druckangaben::pruefe(aufruf);
   const QString ordner = bildwurzel(aufruf) + u'\\' + pfad;
-  for (const QString& angabe : aufruf.argumente()) pruefe_quelle(angabe);
+  for (const QString& angabe : aufruf.argumente()) pruefe_Quelle(angabe);
   Befehlssitzung sitzung(aufruf);
   sitzung.lies(satz);
   const std::vector<Vorhaben> plan = plane(aufruf, ordner, sitzung);
-  mache_ordner(sitzung, ordner);
+  mache_Ordner(sitzung, ordner);
   Bildkopien kopien;
   for (const Vorhaben& v : plan) {
-    melde_namen(v);
+    melde_Namen(v);
     kopien.kopiere(v.quelle, ordner, v.neu);
   }
   trage_ein(aufruf, satz, pfad, plan, sitzung);
@@ -151,11 +151,11 @@ Ausgang ordne_zu(const Aufruf& aufruf) {
 }  // namespace
 
 Befehl befehle::zuordnen() {
-  QList<Option> optionen = befehlszeile::datensatz_optionen();
+  QList<Option> optionen = befehlszeile::datensatz_Optionen();
   optionen.append({u"ordner"_s, u"PFAD"_s, u"Ordner des Vorgangs unter der Bildablage, etwa \"Belege\\2024\""_s});
   optionen.append({u"beschreibung"_s, u"TEXT"_s, u"Beschreibung, höchstens 250 Zeichen"_s});
   optionen.append(druckangaben::optionen());
-  optionen.append({befehlszeile::bilder_option(), befehlszeile::verbindung_option()});
+  optionen.append({befehlszeile::bilder_Option(), befehlszeile::verbindung_Option()});
   return {u"zuordnen"_s, u"kopiert Bilder in die Ablage und ordnet sie einem Vorgang zu"_s, u"BILD…"_s,
       uR"(Kopiert die Bilddateien unter einem Namen mit Zeitstempel (NAMEyyyyMMdd_HHmmss) in den Ordner
 des Vorgangs, mit der Textdatei, die daneben liegt (aus „foto.jpg“ wird „fotojpg.txt“), und

@@ -10,14 +10,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString gegeben_oder_umgebung(const Aufruf& aufruf, const QString& option, const char* umgebung) {
+QString gegeben_oder_Umgebung(const Aufruf& aufruf, const QString& option, const char* umgebung) {
   return aufruf.wert(option).value_or(qEnvironmentVariable(umgebung));
 }
 
 }  // namespace
 
 std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf) {
-  const QString angabe = gegeben_oder_umgebung(aufruf, u"bilder"_s, "KVOBILD_BILDER");
+  const QString angabe = gegeben_oder_Umgebung(aufruf, u"bilder"_s, "KVOBILD_BILDER");
   if (angabe.isEmpty()) return std::nullopt;
   const QString pfad = namen::tabellenpfad(angabe);
   if (!FileSystemObject().FolderExists(pfad))
@@ -33,9 +33,9 @@ QString bildwurzel(const Aufruf& aufruf) {
 }
 
 QString verbindungszeichenfolge(const Aufruf& aufruf) {
-  const QString angabe = gegeben_oder_umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
+  const QString angabe = gegeben_oder_Umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
   if (angabe.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Es fehlt „--verbindung“, die Datenbank."_s);
-  return anmeldung::mit_Kennwort_der_Umgebung(verbindung_aus_angabe(angabe));
+  return anmeldung::mit_Kennwort_der_Umgebung(verbindung_aus_Angabe(angabe));
 }
 
 QString zieldatei(const QString& angabe) {
@@ -108,7 +108,7 @@ std::vector<std::int32_t> Befehlssitzung::zeilen_von(const namen::Bilddatei& bil
   std::vector<std::int32_t> zeilen;
   for (std::int32_t i = 0; i < store_->AnzahlPos(); ++i) {
     store_->AktInd(i);
-    if (aktuelles_bild().gleich(bild)) zeilen.push_back(i);
+    if (aktuelles_Bild().gleich(bild)) zeilen.push_back(i);
   }
   return zeilen;
 }

@@ -13,8 +13,8 @@
 #include "platform/host/KVOCore.h"
 #include "store/clsBildZuordnungen.h"
 
-/// The picture root of the call in force as drive P: of the path map, since a dot anywhere in a root's path would hide
-/// every text file below it. A missing folder ends with Ausgang::Datei. Gives the root for the store.
+/// Makes the picture root of the call drive P: of the path map, since a dot anywhere in a root's path would hide every
+/// text file below it. A missing folder ends with Ausgang::Datei. Gives the root for the store.
 QString bildwurzel(const Aufruf& aufruf);
 /// The same where the call names a root at all; none otherwise.
 std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf);
@@ -49,7 +49,7 @@ class Befehlssitzung {
   /// Stored SortIndex of a row of the last reading, as the table has it.
   std::int64_t sortindex(std::int32_t zeile) const { return sortindex_.at(static_cast<std::size_t>(zeile)); }
   /// Name and extension of the row under the cursor.
-  namen::Bilddatei aktuelles_bild() const { return {store_->Bild_Bildname(), store_->Bild_BildExt()}; }
+  namen::Bilddatei aktuelles_Bild() const { return {store_->Bild_Bildname(), store_->Bild_BildExt()}; }
 
   /// Writes what is flagged of a record and asks the table what became of it; what is to be said of single pictures
   /// goes to standard error. Where a flagged row holds an apostrophe that would stand in a statement as it is, nothing

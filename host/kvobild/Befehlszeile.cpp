@@ -12,7 +12,7 @@ namespace {
 
 const QString Hilfehinweis = u" Hilfe gibt „kvobild --hilfe“."_s;
 
-Abbruch falscher_aufruf(const QString& text) {
+Abbruch falscher_Aufruf(const QString& text) {
   return {Ausgang::Aufruf, text + Hilfehinweis};
 }
 
@@ -20,7 +20,7 @@ const QString Ausgangstext =
     u"Ausgang: 0 erledigt, 1 nichts gefunden oder nur zum Teil erledigt, 2 falscher Aufruf,\n"
     u"         3 Datenbank, 4 Dateien."_s;
 
-void drucke_optionen(const QList<Option>& optionen) {
+void drucke_Optionen(const QList<Option>& optionen) {
   for (const Option& option : optionen) {
     const QString links = u"--"_s + option.name + (option.wert.isEmpty() ? QString() : u' ' + option.wert);
     QString rechts = option.hilfe;
@@ -28,7 +28,7 @@ void drucke_optionen(const QList<Option>& optionen) {
   }
 }
 
-void drucke_hilfe(const QList<Befehl>& befehle) {
+void drucke_Hilfe(const QList<Befehl>& befehle) {
   ausgabe::zeile(u"kvobild ordnet Bilddateien den Vorgängen eines Betriebs zu.\n"_s);
   ausgabe::zeile(u"Aufruf: kvobild BEFEHL [Optionen] [Argumente]\n        kvobild BEFEHL --hilfe\n"_s);
   ausgabe::zeile(u"Befehle:"_s);
@@ -42,15 +42,15 @@ nennt die Verbindung einen Benutzer ohne Kennwort, gilt KVOBILD_KENNWORT.
   ausgabe::zeile(Ausgangstext);
 }
 
-void drucke_hilfe(const Befehl& befehl) {
+void drucke_Hilfe(const Befehl& befehl) {
   const QString argumente = befehl.argumente.isEmpty() ? QString() : u' ' + befehl.argumente;
   ausgabe::zeile(u"Aufruf: kvobild "_s + befehl.name + u" [Optionen]"_s + argumente + u"\n\n"_s + befehl.erklaerung +
       u"\n\nOptionen:"_s);
-  drucke_optionen(befehl.optionen + QList<Option>{{u"hilfe"_s, {}, u"diese Hilfe"_s}});
+  drucke_Optionen(befehl.optionen + QList<Option>{{u"hilfe"_s, {}, u"diese Hilfe"_s}});
   ausgabe::zeile(u'\n' + Ausgangstext);
 }
 
-/// What is wrong with arguments that the parser refuses, in words of our own: Qt's are English.
+/// Why the parser refuses the arguments, in words of our own: Qt's are English.
 QString grund(const QCommandLineParser& leser, const Befehl& befehl, const QStringList& argumente) {
   const QStringList unbekannte = leser.unknownOptionNames();
   if (!unbekannte.isEmpty())
@@ -65,11 +65,11 @@ QString grund(const QCommandLineParser& leser, const Befehl& befehl, const QStri
   return u"Der Aufruf von „%1“ ist nicht zu verstehen."_s.arg(befehl.name);
 }
 
-void pruefe_anzahl(const Befehl& befehl, const QStringList& argumente) {
+void pruefe_Anzahl(const Befehl& befehl, const QStringList& argumente) {
   if (argumente.size() < befehl.argumente_mindestens)
-    throw falscher_aufruf(u"Bei „%1“ fehlt: %2."_s.arg(befehl.name, befehl.argumente));
+    throw falscher_Aufruf(u"Bei „%1“ fehlt: %2."_s.arg(befehl.name, befehl.argumente));
   if (argumente.size() > befehl.argumente_hoechstens)
-    throw falscher_aufruf(
+    throw falscher_Aufruf(
         u"„%1“ ist bei „%2“ zu viel."_s.arg(anmeldung::ohne_Geheimnis(argumente.last()), befehl.name));
 }
 
@@ -78,20 +78,20 @@ Ausgang fuehre_aus(const Befehl& befehl, const QStringList& argumente) {
   leser.addOption(QCommandLineOption(QStringList{u"h"_s, u"hilfe"_s}));
   for (const Option& option : befehl.optionen)
     leser.addOption(QCommandLineOption(option.name, {}, option.wert.isEmpty() ? QString() : option.wert));
-  if (!leser.parse(QStringList{befehl.name} + argumente)) throw falscher_aufruf(grund(leser, befehl, argumente));
+  if (!leser.parse(QStringList{befehl.name} + argumente)) throw falscher_Aufruf(grund(leser, befehl, argumente));
   if (leser.isSet(u"hilfe"_s)) {
-    drucke_hilfe(befehl);
+    drucke_Hilfe(befehl);
     return Ausgang::Erledigt;
   }
   QMap<QString, QString> werte;
   for (const Option& option : befehl.optionen)
     if (leser.isSet(option.name)) werte.insert(option.name, leser.value(option.name));
-  pruefe_anzahl(befehl, leser.positionalArguments());
+  pruefe_Anzahl(befehl, leser.positionalArguments());
   return befehl.fuehre_aus(Aufruf(werte, leser.positionalArguments()));
 }
 
-/// A command of two words whose second word is missing or unknown, or a command that there is not.
-Ausgang ohne_zweites_wort(const QList<Befehl>& befehle, const QStringList& argumente) {
+/// A command of two words whose second word is missing or unknown, or a command that does not exist.
+Ausgang ohne_zweites_Wort(const QList<Befehl>& befehle, const QStringList& argumente) {
   QList<Befehl> gruppe;
   QStringList zweite;
   for (const Befehl& befehl : befehle) {
@@ -105,9 +105,9 @@ Ausgang ohne_zweites_wort(const QList<Befehl>& befehle, const QStringList& argum
     return Ausgang::Erledigt;
   }
   if (!gruppe.isEmpty() && (wort.isEmpty() || wort.startsWith(u'-')))
-    throw falscher_aufruf(u"Hinter „%1“ fehlt %2."_s.arg(argumente.first(), zweite.join(u" oder "_s)));
+    throw falscher_Aufruf(u"Hinter „%1“ fehlt %2."_s.arg(argumente.first(), zweite.join(u" oder "_s)));
   const QString name = gruppe.isEmpty() ? argumente.first() : argumente.first() + u' ' + wort;
-  throw falscher_aufruf(u"Den Befehl „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(name)));
+  throw falscher_Aufruf(u"Den Befehl „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(name)));
 }
 
 }  // namespace
@@ -119,7 +119,7 @@ std::optional<QString> Aufruf::wert(const QString& option) const {
 
 QString Aufruf::noetig(const QString& option) const {
   const QString gegeben = wert(option).value_or(QString());
-  if (gegeben.isEmpty()) throw falscher_aufruf(u"Es fehlt „--%1“."_s.arg(option));
+  if (gegeben.isEmpty()) throw falscher_Aufruf(u"Es fehlt „--%1“."_s.arg(option));
   return gegeben;
 }
 
@@ -128,12 +128,12 @@ std::optional<bool> Aufruf::ja_nein(const QString& option) const {
   if (!gegeben) return std::nullopt;
   if (*gegeben == "ja"_L1) return true;
   if (*gegeben == "nein"_L1) return false;
-  throw falscher_aufruf(u"„--%1“ ist „ja“ oder „nein“, nicht „%2“."_s.arg(option, *gegeben));
+  throw falscher_Aufruf(u"„--%1“ ist „ja“ oder „nein“, nicht „%2“."_s.arg(option, *gegeben));
 }
 
 namespace befehlszeile {
 
-QList<Option> datensatz_optionen() {
+QList<Option> datensatz_Optionen() {
   return {{u"key1"_s, u"TEXT"_s, u"erste Referenz des Vorgangs (Belegart, Artikelnummer, …)"_s},
       {u"key2"_s, u"TEXT"_s, u"zweite Referenz (Belegnummer, …)"_s},
       {u"key3"_s, u"TEXT"_s, u"dritte Referenz (Nummer des Montageauftrags, …)"_s},
@@ -142,32 +142,32 @@ QList<Option> datensatz_optionen() {
       {u"typ2"_s, u"TEXT"_s, u"zweite Art, frei"_s}};
 }
 
-Option verbindung_option() {
+Option verbindung_Option() {
   return {u"verbindung"_s, u"DATENBANK"_s,
       u"die Datenbank, etwa \"Provider=SQLite;Data Source=/pfad/bilder.db\";\n"_s
       u"ein bloßer Dateiname meint eine SQLite-Datei"_s};
 }
 
-Option bilder_option() {
+Option bilder_Option() {
   return {u"bilder"_s, u"ORDNER"_s, u"Wurzel der Bildablage"_s};
 }
 
-Option json_option() {
+Option json_Option() {
   return {u"json"_s, {}, u"je Eintrag eine Zeile mit einem JSON-Objekt"_s};
 }
 
 Ausgang fuehre_aus(const QList<Befehl>& befehle, const QStringList& argumente) {
-  if (argumente.isEmpty()) throw falscher_aufruf(u"Es fehlt der Befehl."_s);
+  if (argumente.isEmpty()) throw falscher_Aufruf(u"Es fehlt der Befehl."_s);
   const QString& name = argumente.first();
   if (name == "--hilfe"_L1 || name == "-h"_L1 || name == "--help"_L1) {
-    drucke_hilfe(befehle);
+    drucke_Hilfe(befehle);
     return Ausgang::Erledigt;
   }
   const auto worte = [](const Befehl& b) { return b.name.split(u' '); };
   const auto befehl = std::find_if(
       befehle.begin(), befehle.end(), [&](const Befehl& b) { return argumente.mid(0, worte(b).size()) == worte(b); });
   if (befehl != befehle.end()) return ::fuehre_aus(*befehl, argumente.mid(worte(*befehl).size()));
-  return ohne_zweites_wort(befehle, argumente);
+  return ohne_zweites_Wort(befehle, argumente);
 }
 
 }  // namespace befehlszeile

@@ -53,10 +53,10 @@ struct Befehl {
 namespace befehlszeile {
 
 /// The options that say which business record is meant.
-QList<Option> datensatz_optionen();
-Option verbindung_option();
-Option bilder_option();
-Option json_option();
+QList<Option> datensatz_Optionen();
+Option verbindung_Option();
+Option bilder_Option();
+Option json_Option();
 
 /// Finds the command of `argumente` (without the program's own name), prints the help that was asked for, or runs it.
 /// A wrong call ends with Abbruch.

@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-void kopiere_datei(const QString& quelle, const QString& ziel) {
+void kopiere_Datei(const QString& quelle, const QString& ziel) {
   if (const auto grund = versuche([&] { FileSystemObject().CopyFile(quelle, ziel, false); }))
     throw Abbruch(Ausgang::Datei,
         u"„%1“ ist nicht nach „%2“ zu kopieren: %3 (Fehler %4). Nichts ist zugeordnet."_s.arg(
@@ -36,12 +36,12 @@ Bildkopien::~Bildkopien() {
 
 void Bildkopien::kopiere(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu) {
   const QString bild = ordner + u'\\' + neu.datei();
-  kopiere_datei(quelle, bild);
+  kopiere_Datei(quelle, bild);
   kopien_.append({neu, bild});
   const QString text = textdatei_von(quelle);
   if (!FileSystemObject().FileExists(text)) return;
   const QString text_neu = ordner + u'\\' + neu.textdatei();
-  kopiere_datei(text, text_neu);
+  kopiere_Datei(text, text_neu);
   kopien_.append({neu, text_neu});
 }
 

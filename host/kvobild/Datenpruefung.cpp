@@ -19,7 +19,7 @@ const QStringList Identitaet = [] {
 }();
 
 /// The first columns of a row by their names in small letters; NULL is told from an empty text.
-QJsonObject als_objekt(const adodb::Recordset& satz, const QStringList& spalten) {
+QJsonObject als_Objekt(const adodb::Recordset& satz, const QStringList& spalten) {
   QJsonObject objekt;
   for (int i = 0; i < spalten.size(); ++i)
     objekt.insert(
@@ -34,7 +34,7 @@ Befund lies_Befund(
   befund.kennung = kennung;
   for (const auto satz = verbindung.Execute(anweisung); !satz->Eof(); satz->MoveNext()) {
     befund.anzahl = satz->Text(static_cast<std::int32_t>(spalten.size())).toLongLong();
-    befund.zeilen.append(als_objekt(*satz, spalten));
+    befund.zeilen.append(als_Objekt(*satz, spalten));
   }
   return befund;
 }
@@ -102,7 +102,7 @@ Befund fehlende_Bilder(adodb::Connection& verbindung, const QString& wurzel) {
   for (; !satz->Eof(); satz->MoveNext()) {
     if (suche.ist_da(satz->Text(8), satz->Text(6) + u'.' + satz->Text(7))) continue;
     ++befund.anzahl;
-    if (befund.anzahl <= Genannte_Zeilen) befund.zeilen.append(als_objekt(*satz, spalten));
+    if (befund.anzahl <= Genannte_Zeilen) befund.zeilen.append(als_Objekt(*satz, spalten));
   }
   befund.text = u"Zeilen, deren Bild in der Ablage fehlt: %1."_s.arg(befund.anzahl);
   return befund;

@@ -12,7 +12,7 @@ struct Datenlage {
   QList<Befund> befunde;
 };
 
-/// A finding names that many of its rows.
+/// A finding names at most this many of its rows.
 inline constexpr int Genannte_Zeilen = 20;
 
 /// Looks for rows with an empty part of their identity, for rows that share their identity and, where a picture root is

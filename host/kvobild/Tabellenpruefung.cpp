@@ -17,7 +17,7 @@ bool gehoert_zur_Kennung(const QString& spalte) {
       [&](const felder::Feld& feld) { return spalte.compare(feld.Spalte, Qt::CaseInsensitive) == 0; });
 }
 
-/// How the script writes it.
+/// The type as the script writes it.
 QString wie_erwartet(const schema::Spalte& spalte) {
   return spalte.laenge == 0 ? spalte.typ : u"%1(%2)"_s.arg(spalte.typ, QString::number(spalte.laenge));
 }

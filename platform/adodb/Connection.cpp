@@ -10,8 +10,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace adodb {
 namespace {
 
-/// Of a keyword that stands twice the last value counts, so what is put behind replaces what stood there.
-QString mit_anmeldung(QString zeichenfolge, const QString& benutzer, const QString& kennwort) {
+/// The last value of a repeated keyword counts, so what is appended replaces what stood there.
+QString mit_Anmeldung(QString zeichenfolge, const QString& benutzer, const QString& kennwort) {
   if (!benutzer.isEmpty()) zeichenfolge += u";User ID="_s + Verbindungszeichenfolge::als_wert(benutzer);
   if (!kennwort.isEmpty()) zeichenfolge += u";Password="_s + Verbindungszeichenfolge::als_wert(kennwort);
   return zeichenfolge;
@@ -21,7 +21,7 @@ QString mit_anmeldung(QString zeichenfolge, const QString& benutzer, const QStri
 
 Connection::Connection() = default;
 
-Connection::Connection(std::unique_ptr<Treiber> treiber) : treiber_(std::move(treiber)), eigener_treiber_(true) {}
+Connection::Connection(std::unique_ptr<Treiber> treiber) : treiber_(std::move(treiber)), eigener_Treiber_(true) {}
 
 Connection::~Connection() = default;
 
@@ -39,8 +39,8 @@ void Connection::Open(
   Q_UNUSED(options);
   if (State() == adStateOpen) throw adofehler(adErrObjectOpen);
   if (!verbindungszeichenfolge.isEmpty()) verbindungszeichenfolge_ = verbindungszeichenfolge;
-  const QString ganze = mit_anmeldung(verbindungszeichenfolge_, benutzer, kennwort);
-  if (eigener_treiber_) {
+  const QString ganze = mit_Anmeldung(verbindungszeichenfolge_, benutzer, kennwort);
+  if (eigener_Treiber_) {
     if (!treiber_) throw adofehler(adErrProviderNotFound);
     treiber_->oeffne(ganze);
     return;
@@ -54,7 +54,7 @@ void Connection::Open(
 void Connection::Close() {
   if (State() != adStateOpen) throw adofehler(adErrObjectClosed);
   treiber_->schliesse();
-  if (!eigener_treiber_) treiber_.reset();
+  if (!eigener_Treiber_) treiber_.reset();
 }
 
 std::shared_ptr<Recordset> Connection::Execute(const QString& text, std::int32_t options) {

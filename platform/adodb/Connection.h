@@ -28,8 +28,8 @@ class KVO_EXPORT Connection {
   const QString& ConnectionString() const noexcept { return verbindungszeichenfolge_; }
   /// An open connection refuses a new connect string with 3705.
   void ConnectionString(const QString& wert);
-  std::int32_t CursorLocation() const noexcept { return cursor_ort_; }
-  void CursorLocation(std::int32_t wert) noexcept { cursor_ort_ = wert; }
+  std::int32_t CursorLocation() const noexcept { return cursor_Ort_; }
+  void CursorLocation(std::int32_t wert) noexcept { cursor_Ort_ = wert; }
   /// adStateOpen or adStateClosed.
   std::int32_t State() const noexcept;
 
@@ -46,9 +46,9 @@ class KVO_EXPORT Connection {
 
  private:
   QString verbindungszeichenfolge_;
-  std::int32_t cursor_ort_ = adUseServer;
+  std::int32_t cursor_Ort_ = adUseServer;
   std::unique_ptr<Treiber> treiber_;
-  bool eigener_treiber_ = false;
+  bool eigener_Treiber_ = false;
 };
 
 }  // namespace adodb

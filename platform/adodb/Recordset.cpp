@@ -9,7 +9,7 @@
 namespace adodb {
 namespace {
 
-Variant als_variant(const Wert& wert) {
+Variant als_Variant(const Wert& wert) {
   if (const auto* zahl = std::get_if<double>(&wert)) return *zahl;
   const auto* ganz = std::get_if<std::int64_t>(&wert);
   if (!ganz) return Null{};
@@ -94,22 +94,22 @@ std::size_t Recordset::stelle(std::int32_t spalte) const {
 
 QString Recordset::Text(std::int32_t spalte) const {
   const std::size_t nummer = stelle(spalte);
-  if (!ergebnis_.werte.ist_text(nummer)) return mit_Leertext(als_variant(ergebnis_.werte[nummer]));
+  if (!ergebnis_.werte.ist_text(nummer)) return mit_Leertext(als_Variant(ergebnis_.werte[nummer]));
   Letzter& letzter = letzte_[static_cast<std::size_t>(spalte)];
   const std::int64_t ort = ergebnis_.werte.ort(nummer);
   if (letzter.ort != ort) {
     letzter.ort = ort;
     letzter.text = QString();
-    return als_text(ergebnis_.werte.zeichen(nummer));
+    return als_Text(ergebnis_.werte.zeichen(nummer));
   }
-  if (letzter.text.isNull()) letzter.text = als_text(ergebnis_.werte.zeichen(nummer));
+  if (letzter.text.isNull()) letzter.text = als_Text(ergebnis_.werte.zeichen(nummer));
   return letzter.text;
 }
 
 Variant Recordset::Value(std::int32_t spalte) const {
   const std::size_t nummer = stelle(spalte);
   if (ergebnis_.werte.ist_text(nummer)) return Text(spalte);
-  return als_variant(ergebnis_.werte[nummer]);
+  return als_Variant(ergebnis_.werte[nummer]);
 }
 
 }  // namespace adodb

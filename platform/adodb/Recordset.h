@@ -56,7 +56,7 @@ class KVO_EXPORT Recordset {
   Variant Value(std::int32_t spalte) const;
 
  private:
-  /// Where the text of a column lay that was asked for last, and from its second time on the text itself, which is then
+  /// Where the text last asked for in a column lay. From its second time on it holds the text itself too, which is then
   /// shared.
   struct Letzter {
     std::int64_t ort = -1;

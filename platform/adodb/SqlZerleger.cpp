@@ -8,13 +8,13 @@ using Art = Sqlstueck::Art;
 bool ist_leer(QChar z) {
   return z == u' ' || (z >= u'\t' && z <= u'\r');
 }
-bool ist_ziffer(QChar z) {
+bool ist_Ziffer(QChar z) {
   return z >= u'0' && z <= u'9';
 }
-bool ist_hexziffer(QChar z) {
-  return ist_ziffer(z) || (z >= u'a' && z <= u'f') || (z >= u'A' && z <= u'F');
+bool ist_Hexziffer(QChar z) {
+  return ist_Ziffer(z) || (z >= u'a' && z <= u'f') || (z >= u'A' && z <= u'F');
 }
-bool beginnt_wort(QChar z) {
+bool beginnt_Wort(QChar z) {
   return (z >= u'a' && z <= u'z') || (z >= u'A' && z <= u'Z') || z == u'_' || z == u'@' || z == u'#' || z == u'$' ||
       z.unicode() >= 0x80;
 }
@@ -44,12 +44,12 @@ qsizetype SqlZerleger::ende_ab(qsizetype stelle, Art& art) const {
     return ende;
   };
   if (ist_leer(zeichen)) return setze(Art::Leer, solange(text_, stelle, ist_leer));
-  if (beginnt_wort(zeichen))
-    return setze(Art::Wort, solange(text_, stelle, [](QChar z) { return beginnt_wort(z) || ist_ziffer(z); }));
-  if (ist_ziffer(zeichen)) return setze(Art::Zahl, ende_der_zahl(stelle));
-  if (zeichen == u'\'') return setze(Art::Literal, ende_der_marke(stelle, u'\''));
-  if (zeichen == u'"' || zeichen == u'`') return setze(Art::Name, ende_der_marke(stelle, zeichen));
-  if (zeichen == u'[') return setze(Art::Name, ende_der_marke(stelle, u']'));
+  if (beginnt_Wort(zeichen))
+    return setze(Art::Wort, solange(text_, stelle, [](QChar z) { return beginnt_Wort(z) || ist_Ziffer(z); }));
+  if (ist_Ziffer(zeichen)) return setze(Art::Zahl, ende_der_Zahl(stelle));
+  if (zeichen == u'\'') return setze(Art::Literal, ende_der_Marke(stelle, u'\''));
+  if (zeichen == u'"' || zeichen == u'`') return setze(Art::Name, ende_der_Marke(stelle, zeichen));
+  if (zeichen == u'[') return setze(Art::Name, ende_der_Marke(stelle, u']'));
   if (rest.startsWith(u"--")) return setze(Art::Kommentar, solange(text_, stelle, [](QChar z) { return z != u'\n'; }));
   if (rest.startsWith(u"/*")) {
     const qsizetype schluss = text_.indexOf(u"*/", stelle + 2);
@@ -58,30 +58,30 @@ qsizetype SqlZerleger::ende_ab(qsizetype stelle, Art& art) const {
   return setze(Art::Zeichen, stelle + 1);
 }
 
-qsizetype SqlZerleger::ende_der_marke(qsizetype stelle, QChar schluss) const {
+qsizetype SqlZerleger::ende_der_Marke(qsizetype stelle, QChar schluss) const {
   for (qsizetype i = stelle + 1; i < text_.size(); ++i) {
     if (text_[i] != schluss) continue;
-    // A doubled mark stands for itself, but for "]]", which SQLite does not know.
+    // A doubled mark stands for itself, except "]]", which SQLite does not know.
     if (schluss == u']' || i + 1 >= text_.size() || text_[i + 1] != schluss) return i + 1;
     ++i;
   }
   return text_.size();
 }
 
-qsizetype SqlZerleger::ende_der_zahl(qsizetype stelle) const {
+qsizetype SqlZerleger::ende_der_Zahl(qsizetype stelle) const {
   const auto zeichen = [this](qsizetype i) { return i < text_.size() ? text_[i] : QChar(); };
   if (text_[stelle] == u'0' && (zeichen(stelle + 1) == u'x' || zeichen(stelle + 1) == u'X'))
-    return solange(text_, stelle + 2, ist_hexziffer);
-  qsizetype ende = solange(text_, stelle, ist_ziffer);
-  if (zeichen(ende) == u'.') ende = solange(text_, ende + 1, ist_ziffer);
+    return solange(text_, stelle + 2, ist_Hexziffer);
+  qsizetype ende = solange(text_, stelle, ist_Ziffer);
+  if (zeichen(ende) == u'.') ende = solange(text_, ende + 1, ist_Ziffer);
   if (zeichen(ende) != u'e' && zeichen(ende) != u'E') return ende;
   // "1e5" and "1e-5" carry an exponent; the e of "1else" belongs to the word.
   const bool vorzeichen = zeichen(ende + 1) == u'+' || zeichen(ende + 1) == u'-';
   const qsizetype exponent = ende + (vorzeichen ? 2 : 1);
-  return ist_ziffer(zeichen(exponent)) ? solange(text_, exponent, ist_ziffer) : ende;
+  return ist_Ziffer(zeichen(exponent)) ? solange(text_, exponent, ist_Ziffer) : ende;
 }
 
-bool ist_leere_anweisung(QStringView text) {
+bool ist_leere_Anweisung(QStringView text) {
   SqlZerleger zerleger(text);
   while (const auto stueck = zerleger.naechstes()) {
     if (stueck->art == Art::Leer || stueck->art == Art::Kommentar) continue;
@@ -92,7 +92,7 @@ bool ist_leere_anweisung(QStringView text) {
 
 namespace {
 
-bool ist_go_zeile(QStringView text, const Sqlstueck& wort) {
+bool ist_GO_Zeile(QStringView text, const Sqlstueck& wort) {
   if (text.sliced(wort.beginn, wort.ende - wort.beginn).compare(u"GO", Qt::CaseInsensitive) != 0) return false;
   const qsizetype anfang = wort.beginn == 0 ? 0 : text.lastIndexOf(u'\n', wort.beginn - 1) + 1;
   qsizetype schluss = text.indexOf(u'\n', wort.ende);
@@ -100,8 +100,8 @@ bool ist_go_zeile(QStringView text, const Sqlstueck& wort) {
   return text.sliced(anfang, schluss - anfang).trimmed().size() == 2;
 }
 
-void nimm_anweisung(QStringList& anweisungen, QStringView text) {
-  if (!ist_leere_anweisung(text)) anweisungen.append(text.trimmed().toString());
+void nimm_Anweisung(QStringList& anweisungen, QStringView text) {
+  if (!ist_leere_Anweisung(text)) anweisungen.append(text.trimmed().toString());
 }
 
 }  // namespace
@@ -113,11 +113,11 @@ QStringList zerlege_skript(const QString& skript) {
   qsizetype anfang = 0;
   while (const auto stueck = zerleger.naechstes()) {
     const bool semikolon = stueck->art == Art::Zeichen && text[stueck->beginn] == u';';
-    if (!semikolon && !(stueck->art == Art::Wort && ist_go_zeile(text, *stueck))) continue;
-    nimm_anweisung(anweisungen, text.sliced(anfang, stueck->beginn - anfang));
+    if (!semikolon && !(stueck->art == Art::Wort && ist_GO_Zeile(text, *stueck))) continue;
+    nimm_Anweisung(anweisungen, text.sliced(anfang, stueck->beginn - anfang));
     anfang = stueck->ende;
   }
-  nimm_anweisung(anweisungen, text.sliced(anfang));
+  nimm_Anweisung(anweisungen, text.sliced(anfang));
   return anweisungen;
 }
 

@@ -37,15 +37,15 @@ class SqlZerleger {
 
  private:
   qsizetype ende_ab(qsizetype stelle, Sqlstueck::Art& art) const;
-  qsizetype ende_der_marke(qsizetype stelle, QChar schluss) const;
-  qsizetype ende_der_zahl(qsizetype stelle) const;
+  qsizetype ende_der_Marke(qsizetype stelle, QChar schluss) const;
+  qsizetype ende_der_Zahl(qsizetype stelle) const;
 
   QStringView text_;
   qsizetype stelle_ = 0;
 };
 
 /// The text holds nothing but blanks, comments and semicolons.
-bool ist_leere_anweisung(QStringView text);
+bool ist_leere_Anweisung(QStringView text);
 
 /// The single statements of a script, without their semicolons and trimmed; statements that are empty or hold only a
 /// comment are left out. A line that holds nothing but the word GO ends a statement as well. A statement with

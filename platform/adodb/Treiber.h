@@ -26,14 +26,14 @@ struct Ergebnis {
 /// connection); SQLSTATE and the database's own number stand beside it. Passwords never get into the words.
 class KVO_EXPORT Datenbankfehler : public Laufzeitfehler {
  public:
-  Datenbankfehler(std::int32_t nummer, QString beschreibung, QString sqlstate, std::int32_t native_nummer);
+  Datenbankfehler(std::int32_t nummer, QString beschreibung, QString sqlstate, std::int32_t native_Nummer);
   ~Datenbankfehler() override;
   const QString& Sqlstate() const noexcept { return sqlstate_; }
-  std::int32_t NativeNummer() const noexcept { return native_nummer_; }
+  std::int32_t NativeNummer() const noexcept { return native_Nummer_; }
 
  private:
   QString sqlstate_;
-  std::int32_t native_nummer_;
+  std::int32_t native_Nummer_;
 };
 
 /// One database behind a Connection. A driver belongs to one connection and is used by one thread.

@@ -24,32 +24,31 @@ struct Register {
 constexpr QStringView OdbcProvider[] = {
     u"msdasql", u"sqloledb", u"sqlncli", u"sqlncli10", u"sqlncli11", u"msoledbsql", u"msoledbsql19"};
 
-/// The provider's name without a version, or that of the provider for ODBC where a connect string in ODBC form has
-/// none.
+/// The provider's name without its version. A connect string in ODBC form names none and gets the provider for ODBC.
 QString provider_von(const Verbindungszeichenfolge& folge) {
   const QString provider = folge.wert(u"Provider"_s).value_or(QString());
-  if (provider.isEmpty()) return ist_odbc_form(folge) ? u"MSDASQL"_s : QString();
+  if (provider.isEmpty()) return ist_Odbc_Form(folge) ? u"MSDASQL"_s : QString();
   for (const QStringView name : OdbcProvider)
     if (provider.compare(name.toString() + u".1"_s, Qt::CaseInsensitive) == 0) return name.toString();
   return provider;
 }
 
 /// Never destroyed: a thread's writing connection may outlive the static objects.
-Register& das_register() {
-  static Register* const eines = [] {
+Register& das_Register() {
+  static Register* const Eines = [] {
     auto* neu = new Register;
     neu->fabriken[u"sqlite"_s] = [] { return std::make_unique<SqliteTreiber>(); };
     for (const QStringView provider : OdbcProvider)
       neu->fabriken[provider.toString()] = [] { return std::make_unique<OdbcTreiber>(); };
     return neu;
   }();
-  return *eines;
+  return *Eines;
 }
 
 }  // namespace
 
 void registriere_treiber(const QString& provider, Treiberfabrik fabrik) {
-  Register& r = das_register();
+  Register& r = das_Register();
   const std::lock_guard sperre(r.schutz);
   r.fabriken[provider.toCaseFolded()] = std::move(fabrik);
 }
@@ -58,7 +57,7 @@ std::unique_ptr<Treiber> treiber_fuer(const QString& verbindungszeichenfolge) {
   const QString provider = provider_von(Verbindungszeichenfolge(verbindungszeichenfolge));
   Treiberfabrik fabrik;
   {
-    Register& r = das_register();
+    Register& r = das_Register();
     const std::lock_guard sperre(r.schutz);
     const auto gefunden = r.fabriken.find(provider.toCaseFolded());
     if (gefunden != r.fabriken.end()) fabrik = gefunden->second;

@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace adodb {
 namespace {
 
-[[noreturn]] void keine_paare() {
+[[noreturn]] void keine_Paare() {
   throw Datenbankfehler(fehlernummer::Verbindung,
       u"Die Verbindungszeichenfolge ist keine Folge von Paaren Schlüsselwort=Wert"_s, u"08001"_s, 0);
 }
@@ -21,44 +21,44 @@ class Leser {
  public:
   explicit Leser(QStringView text) : text_(text) {}
 
-  bool am_ende() const { return stelle_ >= text_.size(); }
+  bool am_Ende() const { return stelle_ >= text_.size(); }
 
   /// Passes over blanks and separators between two pairs.
-  void naechstes_paar() {
-    while (!am_ende() && (text_[stelle_] == u' ' || text_[stelle_] == u';')) ++stelle_;
+  void naechstes_Paar() {
+    while (!am_Ende() && (text_[stelle_] == u' ' || text_[stelle_] == u';')) ++stelle_;
   }
 
   QString wort() {
     const qsizetype gleich = text_.indexOf(u'=', stelle_);
     const qsizetype trenner = text_.indexOf(u';', stelle_);
-    if (gleich < 0 || (trenner >= 0 && trenner < gleich)) keine_paare();
+    if (gleich < 0 || (trenner >= 0 && trenner < gleich)) keine_Paare();
     const QString wort = text::Trim(text_.sliced(stelle_, gleich - stelle_));
-    if (wort.isEmpty()) keine_paare();
+    if (wort.isEmpty()) keine_Paare();
     stelle_ = gleich + 1;
     return wort;
   }
 
   QString wert() {
     blanks();
-    if (am_ende()) return {};
+    if (am_Ende()) return {};
     switch (text_[stelle_].unicode()) {
       case u'"':
-        return zwischen_marken(u'"');
+        return zwischen_Marken(u'"');
       case u'\'':
-        return zwischen_marken(u'\'');
+        return zwischen_Marken(u'\'');
       case u'{':
-        return zwischen_marken(u'}');
+        return zwischen_Marken(u'}');
       default:
-        return freier_wert();
+        return freier_Wert();
     }
   }
 
  private:
   void blanks() {
-    while (!am_ende() && text_[stelle_] == u' ') ++stelle_;
+    while (!am_Ende() && text_[stelle_] == u' ') ++stelle_;
   }
 
-  QString freier_wert() {
+  QString freier_Wert() {
     qsizetype ende = text_.indexOf(u';', stelle_);
     if (ende < 0) ende = text_.size();
     const QString wert = text::Trim(text_.sliced(stelle_, ende - stelle_));
@@ -66,23 +66,23 @@ class Leser {
     return wert;
   }
 
-  QString zwischen_marken(QChar schluss) {
+  QString zwischen_Marken(QChar schluss) {
     QString wert;
-    for (++stelle_; !am_ende(); ++stelle_) {
+    for (++stelle_; !am_Ende(); ++stelle_) {
       const QChar zeichen = text_[stelle_];
       if (zeichen == schluss) {
-        if (stelle_ + 1 >= text_.size() || text_[stelle_ + 1] != schluss) return nach_marke(wert);
+        if (stelle_ + 1 >= text_.size() || text_[stelle_ + 1] != schluss) return nach_Marke(wert);
         ++stelle_;
       }
       wert += zeichen;
     }
-    keine_paare();
+    keine_Paare();
   }
 
-  QString nach_marke(const QString& wert) {
+  QString nach_Marke(const QString& wert) {
     ++stelle_;
     blanks();
-    if (!am_ende() && text_[stelle_] != u';') keine_paare();
+    if (!am_Ende() && text_[stelle_] != u';') keine_Paare();
     return wert;
   }
 
@@ -94,7 +94,7 @@ class Leser {
 
 Verbindungszeichenfolge::Verbindungszeichenfolge(const QString& text) {
   Leser leser(text);
-  for (leser.naechstes_paar(); !leser.am_ende(); leser.naechstes_paar()) {
+  for (leser.naechstes_Paar(); !leser.am_Ende(); leser.naechstes_Paar()) {
     Paar paar;
     paar.wort = leser.wort();
     paar.wert = leser.wert();

@@ -43,10 +43,10 @@ enum class Wortsinn {
   Protokolldatei,
 };
 
-/// The keyword and value pairs of a connect string in OLE DB form ("Provider=SQLite;Data Source=…").
-/// Keywords are compared without regard to case, blanks around `=` and `;` do not count, a value may stand in
-/// double or single quotes or in braces, a doubled closing mark stands for the mark itself. Of a keyword that
-/// stands twice the last value counts. Empty pairs (";;") do not count.
+/// The keyword and value pairs of a connect string in OLE DB form ("Provider=SQLite;Data Source=…"). Keywords are
+/// compared without regard to case, blanks around `=` and `;` do not count, a value may stand in double or single
+/// quotes or in braces, a doubled closing mark stands for the mark itself. The last value of a repeated keyword counts.
+/// Empty pairs (";;") do not count.
 class KVO_EXPORT Verbindungszeichenfolge {
  public:
   /// A text that is no list of pairs raises -2147467259; the words never repeat a value.
@@ -54,7 +54,7 @@ class KVO_EXPORT Verbindungszeichenfolge {
 
   /// The value of a keyword, or none.
   std::optional<QString> wert(const QString& schluesselwort) const;
-  /// All keywords in the order of their first standing, as written.
+  /// All keywords as written, in the order in which each first occurs.
   QStringList schluesselworte() const;
 
   struct Paar {
@@ -74,7 +74,7 @@ class KVO_EXPORT Verbindungszeichenfolge {
   static QString zeigbar(const QString& wert) { return wert.contains(u'=') ? QString() : wert; }
   /// The same in German quotes with a blank before it, for an error's words; an empty value stays empty.
   static QString genannt(const QString& wert);
-  /// A value in the form that stands in a connect string whatever it holds: in double quotes.
+  /// A value in double quotes, the form that a connect string takes whatever the value holds.
   static QString als_wert(const QString& wert);
 
  private:

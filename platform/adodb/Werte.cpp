@@ -11,7 +11,7 @@
 namespace adodb {
 namespace {
 
-/// Values, and characters, that a large result gets room for.
+/// How many values, and how many characters, a large result gets room for at once.
 constexpr std::size_t Grosse = 256 * 1024;
 
 using Paar = std::array<char16_t, 2>;
@@ -31,8 +31,8 @@ bool ist_gleich(const char16_t* zeichen, std::uint32_t laenge, QStringView text)
   return laenge <= 2 || std::memcmp(zeichen, andere, laenge * sizeof(char16_t)) == 0;
 }
 
-/// Characters that these bytes are, where all are ASCII.
-bool ist_gleich_ascii(const char16_t* zeichen, const char* bytes, std::size_t laenge) {
+/// The bytes are ASCII, and the characters are the same.
+bool ist_gleich_Ascii(const char16_t* zeichen, const char* bytes, std::size_t laenge) {
   unsigned unterschied = 0;
   for (std::size_t i = 0; i < laenge; ++i) {
     const auto b = static_cast<unsigned char>(bytes[i]);
@@ -43,7 +43,7 @@ bool ist_gleich_ascii(const char16_t* zeichen, const char* bytes, std::size_t la
 
 }  // namespace
 
-QString als_text(QStringView zeichen) {
+QString als_Text(QStringView zeichen) {
   const auto* erstes = reinterpret_cast<const QChar*>(zeichen.utf16());
   if (zeichen.size() == 1 && erstes->unicode() < EinzelneZeichen.size())
     return QString::fromRawData(reinterpret_cast<const QChar*>(EinzelneZeichen[erstes->unicode()].data()), 1);
@@ -74,7 +74,7 @@ Wert Werte::at(std::size_t nummer) const {
     case Art::Zahl:
       return std::bit_cast<double>(zelle.inhalt);
     case Art::Text:
-      return als_text(zeichen(nummer));
+      return als_Text(zeichen(nummer));
     default:
       return {};
   }
@@ -101,7 +101,7 @@ const Werte::Zelle* Werte::text_ueber(std::size_t nummer, std::size_t breite) co
 }
 
 /// A text that begins behind all others.
-Werte::Zelle Werte::neuer_text(qsizetype laenge) const {
+Werte::Zelle Werte::neuer_Text(qsizetype laenge) const {
   if (laenge > std::numeric_limits<std::uint32_t>::max()) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
   return {.inhalt = static_cast<std::int64_t>(zeichen_.size()),
       .laenge = static_cast<std::uint32_t>(laenge),
@@ -134,7 +134,7 @@ void Werte::setze_text(std::size_t nummer, QStringView text, std::size_t breite)
     zellen_[nummer] = *oben;
     return;
   }
-  zellen_[nummer] = neuer_text(text.size());
+  zellen_[nummer] = neuer_Text(text.size());
   zeichen_.insert(zeichen_.end(), text.utf16(), text.utf16() + text.size());
 }
 
@@ -145,7 +145,7 @@ void Werte::haenge_text_an(QStringView text, std::size_t breite) {
 
 void Werte::haenge_utf8_an(const char* bytes, std::size_t laenge, std::size_t breite) {
   const Zelle* oben = text_ueber(zellen_.size(), breite);
-  if (oben && oben->laenge == laenge && ist_gleich_ascii(zeichen_.data() + oben->inhalt, bytes, laenge)) {
+  if (oben && oben->laenge == laenge && ist_gleich_Ascii(zeichen_.data() + oben->inhalt, bytes, laenge)) {
     zellen_.push_back(Zelle(*oben));
     return;
   }
@@ -153,7 +153,7 @@ void Werte::haenge_utf8_an(const char* bytes, std::size_t laenge, std::size_t br
     haenge_text_an(QString::fromUtf8(bytes, static_cast<qsizetype>(laenge)), breite);
     return;
   }
-  zellen_.push_back(neuer_text(static_cast<qsizetype>(laenge)));
+  zellen_.push_back(neuer_Text(static_cast<qsizetype>(laenge)));
   zeichen_.insert(zeichen_.end(), bytes, bytes + laenge);
 }
 

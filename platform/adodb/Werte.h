@@ -31,19 +31,19 @@ class KVO_EXPORT Werte {
   void haenge_null_an() { zellen_.push_back({}); }
   void haenge_zahl_an(std::int64_t zahl);
   void haenge_zahl_an(double zahl);
-  /// `breite` is the number of values in a row, for the look at the value above; 0 looks at none.
+  /// `breite` is the number of values in a row; it finds the value above, which an equal text shares. 0 looks at none.
   void haenge_text_an(QStringView text, std::size_t breite = 0);
   /// The same for a text in UTF-8.
   void haenge_utf8_an(const char* bytes, std::size_t laenge, std::size_t breite = 0);
 
-  /// Adds so many rows of `breite` values, all NULL, and gives the number of the first value.
+  /// Adds `zeilen` rows of `breite` values, all NULL, and gives the number of the first value.
   std::size_t haenge_zeilen_an(std::size_t zeilen, std::size_t breite);
   void setze_zahl(std::size_t nummer, std::int64_t zahl) noexcept;
   void setze_zahl(std::size_t nummer, double zahl) noexcept;
   /// As haenge_text_an; to be called in the order of the rows.
   void setze_text(std::size_t nummer, QStringView text, std::size_t breite);
 
-  /// The value is a text; `ort` then tells the same for texts that share their memory.
+  /// The value is a text. Texts that share their memory have the same `ort`.
   bool ist_text(std::size_t nummer) const noexcept { return zellen_[nummer].art == Art::Text; }
   std::int64_t ort(std::size_t nummer) const noexcept { return zellen_[nummer].inhalt; }
   /// A text's characters; valid until a value is added.
@@ -57,14 +57,14 @@ class KVO_EXPORT Werte {
     Art art = Art::Null;
   };
   const Zelle* text_ueber(std::size_t nummer, std::size_t breite) const noexcept;
-  Zelle neuer_text(qsizetype laenge) const;
+  Zelle neuer_Text(qsizetype laenge) const;
 
   std::vector<Zelle> zellen_;
   std::vector<char16_t> zeichen_;
 };
 
-/// A text of these characters. One ASCII character shares its memory with all of its kind and nobody counts who holds
-/// it: in most columns of most rows stands "-".
-QString als_text(QStringView zeichen);
+/// A text of these characters. A single ASCII character is shared without counting references: most columns of most
+/// rows hold "-".
+QString als_Text(QStringView zeichen);
 
 }  // namespace adodb

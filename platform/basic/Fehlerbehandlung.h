@@ -8,8 +8,8 @@
 /// The three ways in which a procedure treats a failure. No other `try` stands in a procedure.
 namespace fehler {
 
-/// The exception that is being handled, as a failure: memory run out becomes 7, anything foreign 51 with its words.
-/// Only to be called inside a catch block.
+/// The exception that is being handled, as a failure: running out of memory becomes 7, anything foreign 51 with its
+/// words. Only to be called inside a catch block.
 Laufzeitfehler aktueller_Fehler() noexcept;
 
 /// Report and end: runs `prozedur` and hands its result on. On a failure `melden` gets it and the result is `T{}`.
@@ -49,20 +49,20 @@ class Weiter {
   bool operator()(Anweisung&& anweisung) noexcept {
     try {
       std::forward<Anweisung>(anweisung)();
-      letzte_nummer_ = 0;
+      letzte_Nummer_ = 0;
     } catch (...) {
-      letzte_nummer_ = aktueller_Fehler().Nummer();
+      letzte_Nummer_ = aktueller_Fehler().Nummer();
     }
-    return letzte_nummer_ == 0;
+    return letzte_Nummer_ == 0;
   }
 
   /// The last statement failed.
-  bool fehlgeschlagen() const noexcept { return letzte_nummer_ != 0; }
+  bool fehlgeschlagen() const noexcept { return letzte_Nummer_ != 0; }
   /// Number of the last statement's failure, 0 when it ran to its end.
-  std::int32_t Nummer() const noexcept { return letzte_nummer_; }
+  std::int32_t Nummer() const noexcept { return letzte_Nummer_; }
 
  private:
-  std::int32_t letzte_nummer_ = 0;
+  std::int32_t letzte_Nummer_ = 0;
 };
 
 }  // namespace fehler

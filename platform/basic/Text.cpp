@@ -7,9 +7,9 @@
 namespace text {
 
 QString Trim(QStringView s) {
-  constexpr QChar leerzeichen(u' ');
-  while (!s.isEmpty() && s.front() == leerzeichen) s = s.mid(1);
-  while (!s.isEmpty() && s.back() == leerzeichen) s.chop(1);
+  constexpr QChar Leerzeichen(u' ');
+  while (!s.isEmpty() && s.front() == Leerzeichen) s = s.mid(1);
+  while (!s.isEmpty() && s.back() == Leerzeichen) s.chop(1);
   return s.toString();
 }
 

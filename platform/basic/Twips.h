@@ -9,8 +9,8 @@ inline constexpr double JePixel = 15;
 
 /// The pixels of a measure; halves go to the even neighbour. What no screen holds is cut.
 inline int pixel(double twips) {
-  constexpr double hoechstens = 1 << 24;
-  return static_cast<int>(std::nearbyint(std::fmin(std::fmax(twips / JePixel, -hoechstens), hoechstens)));
+  constexpr double Hoechstens = 1 << 24;
+  return static_cast<int>(std::nearbyint(std::fmin(std::fmax(twips / JePixel, -Hoechstens), Hoechstens)));
 }
 
 inline double aus_Pixel(int pixel) {

@@ -34,11 +34,11 @@ void Binaerdatei::oeffne(const QString& pfad, int art) {
   schliesse();
   auto [ort, info, grund] = stand::von(pfad);
   if (grund == 0) pruefe_Art(info.st_mode);
-  constexpr int immer = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-  constexpr mode_t rechte = 0666;
-  int deskriptor = ::open(ort.constData(), art | immer, rechte);
+  constexpr int Immer = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  constexpr mode_t Rechte = 0666;
+  int deskriptor = ::open(ort.constData(), art | Immer, Rechte);
   if (deskriptor < 0 && art != O_RDONLY && nur_lesen_erlaubt(errno))
-    deskriptor = ::open(ort.constData(), O_RDONLY | immer);
+    deskriptor = ::open(ort.constData(), O_RDONLY | Immer);
   if (deskriptor < 0 && errno == ENOENT && (art & O_CREAT) != 0) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
   systemfehler::Deskriptor offen(systemfehler::pruefe(deskriptor));
   systemfehler::pruefe(::fstat(offen.wert(), &info));
@@ -47,7 +47,7 @@ void Binaerdatei::oeffne(const QString& pfad, int art) {
   deskriptor_ = offen.entnimm();
 }
 
-void Binaerdatei::oeffne_binaer(const QString& pfad) {
+void Binaerdatei::oeffne_Binaer(const QString& pfad) {
   oeffne(pfad, O_RDWR | O_CREAT);
 }
 

@@ -15,7 +15,7 @@ class Binaerdatei {
   /// Opens for reading and writing and creates the file when it is missing; where writing is not allowed it falls back
   /// to reading. Raises 75 for a folder, 70 without read right, 76 when the folder above is missing. The length is
   /// taken once, here. Anything but a regular file (a FIFO, a device) raises 75 and never waits.
-  void oeffne_binaer(const QString& pfad);
+  void oeffne_Binaer(const QString& pfad);
   /// Opens for reading only. Raises 53 when missing, otherwise as above.
   void oeffne_lesend(const QString& pfad);
   void schliesse() noexcept;

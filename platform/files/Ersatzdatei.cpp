@@ -30,8 +30,8 @@ QByteArray ohne_Verweise(const QByteArray& ort) {
   return {wahrer.get()};
 }
 
-/// Tries the names with one underscore, two and so on, until `versuch` does not meet a file that is there; its last
-/// failure is that of the whole.
+/// Calls `versuch` with one underscore before the name, with two and so on, until none meets an existing file. The last
+/// failure is the one of the whole.
 template <class Versuch>
 QByteArray freier_Name(const QByteArray& ort, Versuch&& versuch) {
   const QByteArray ordner = ordner_von(ort);
@@ -44,7 +44,7 @@ QByteArray freier_Name(const QByteArray& ort, Versuch&& versuch) {
   systemfehler::wirf(errno);
 }
 
-/// Attributes of the system's own may not be ours to give; everything else is copied.
+/// Attributes of the system may not be ours to set; everything else is copied.
 void uebernimm_Attribute(const QByteArray& von, int nach) {
   QByteArray namen(1 << 16, '\0');
   const ssize_t laenge = ::listxattr(von.constData(), namen.data(), static_cast<std::size_t>(namen.size()));
@@ -61,8 +61,8 @@ void uebernimm_Attribute(const QByteArray& von, int nach) {
 void uebernimm(const QByteArray& von, int nach) {
   struct stat info {};
   systemfehler::pruefe(::stat(von.constData(), &info));
-  // Who may not give a file away owns the new one, as the new one of any save. The owner goes first, since changing it
-  // takes rights away.
+  // A user who may not give the file away owns the new one, as after any other save. The owner goes first, since
+  // changing it takes rights away.
   if (::fchown(nach, info.st_uid, info.st_gid) != 0) errno = 0;
   systemfehler::pruefe(::fchmod(nach, info.st_mode & 07777));
   uebernimm_Attribute(von, nach);

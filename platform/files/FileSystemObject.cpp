@@ -53,7 +53,7 @@ QString zieldatei(const QString& quelle, const QString& ziel) {
   return ziel + letzter_Name(quelle);
 }
 
-/// No folder to be deleted: it is the root of a mount, or a link to a folder.
+/// The root of a mount or a link to a folder: deleting a folder must not touch either.
 bool ist_verankert(const QByteArray& ort, const struct stat& eintrag) {
   if (S_ISLNK(eintrag.st_mode)) {
     const auto dahinter = stand_am_Ort(ort);
@@ -64,14 +64,14 @@ bool ist_verankert(const QByteArray& ort, const struct stat& eintrag) {
       (mehr.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
 }
 
-void kopiere(const QByteArray& quelle, const struct stat& stand_der_quelle, const QByteArray& ziel, bool ersetzen) {
-  if (!S_ISREG(stand_der_quelle.st_mode) || systemfehler::unlesbar(stand_der_quelle.st_mode))
+void kopiere(const QByteArray& quelle, const struct stat& stand_der_Quelle, const QByteArray& ziel, bool ersetzen) {
+  if (!S_ISREG(stand_der_Quelle.st_mode) || systemfehler::unlesbar(stand_der_Quelle.st_mode))
     throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
   const systemfehler::Deskriptor lesend(
       systemfehler::pruefe(::open(quelle.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)));
   schreiben::Nebendatei kopie(ziel);
   kopie.kopiere_von(lesend.wert());
-  kopie.uebernimm(stand_der_quelle, true);
+  kopie.uebernimm(stand_der_Quelle, true);
   kopie.vollende(ersetzen);
 }
 
@@ -114,20 +114,20 @@ QString FileSystemObject::BuildPath(const QString& pfad, const QString& name) co
 
 void FileSystemObject::CopyFile(const QString& quelle, const QString& ziel, bool ueberschreiben) const {
   const QByteArray von = ort_von(quelle);
-  const struct stat stand_der_quelle = stand_der_Datei(von);
+  const struct stat stand_der_Quelle = stand_der_Datei(von);
   const QByteArray nach = ort_von(zieldatei(quelle, ziel));
   if (const auto vorhanden = stand_am_Ort(nach)) {
-    const bool dieselbe = vorhanden->st_dev == stand_der_quelle.st_dev && vorhanden->st_ino == stand_der_quelle.st_ino;
+    const bool dieselbe = vorhanden->st_dev == stand_der_Quelle.st_dev && vorhanden->st_ino == stand_der_Quelle.st_ino;
     if (dieselbe || S_ISDIR(vorhanden->st_mode)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
     if (!ueberschreiben) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
     if (systemfehler::schreibgeschuetzt(vorhanden->st_mode)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
   }
-  kopiere(von, stand_der_quelle, nach, ueberschreiben);
+  kopiere(von, stand_der_Quelle, nach, ueberschreiben);
 }
 
 void FileSystemObject::MoveFile(const QString& quelle, const QString& ziel) const {
   const QByteArray von = ort_von(quelle);
-  const struct stat stand_der_quelle = stand_der_Datei(von);
+  const struct stat stand_der_Quelle = stand_der_Datei(von);
   const QString neuer_Pfad = zieldatei(quelle, ziel);
   const QByteArray nach = Pfadkarte::aktuell().maschinenpfad_neu(neuer_Pfad);
   const QByteArray im_Weg = ort_von(neuer_Pfad);
@@ -135,7 +135,7 @@ void FileSystemObject::MoveFile(const QString& quelle, const QString& ziel) cons
   const bool andere_Schreibung = im_Weg == von && nach != von;
   if (!andere_Schreibung && ::lstat(im_Weg.constData(), &info) == 0) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
   if (schreiben::benenne_um(von, nach)) return;
-  kopiere(von, stand_der_quelle, nach, false);
+  kopiere(von, stand_der_Quelle, nach, false);
   if (::unlink(von.constData()) == 0) return;
   const int grund = errno;
   ::unlink(nach.constData());

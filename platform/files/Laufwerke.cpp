@@ -147,7 +147,7 @@ class Systemlaufwerke final : public Anbieter {
   const QString marken_;
   QList<Einhaengung> mounts_;
   QMap<QString, QString> vergeben_;
-  /// The letters are given; before that a directory on a medium would seem to lie on C:.
+  /// The letters have been assigned. Until then a directory on a medium would seem to lie on C:.
   bool nachgesehen_ = false;
 };
 

@@ -100,20 +100,20 @@ const Pfadkarte::Eintrag* Pfadkarte::suche(QStringView name) const {
   return treffer == eintraege_.end() ? nullptr : &*treffer;
 }
 
-void Pfadkarte::setze(const QString& laufwerk_oder_freigabe, const QString& ordner) {
-  if (!ist_Laufwerk(laufwerk_oder_freigabe) && !ist_Freigabe(laufwerk_oder_freigabe))
+void Pfadkarte::setze(const QString& laufwerk_oder_Freigabe, const QString& ordner) {
+  if (!ist_Laufwerk(laufwerk_oder_Freigabe) && !ist_Freigabe(laufwerk_oder_Freigabe))
     throw Laufzeitfehler(fehlernummer::UngueltigerAufruf);
-  entferne(laufwerk_oder_freigabe);
-  eintraege_.append({laufwerk_oder_freigabe, QDir::cleanPath(QDir::current().absoluteFilePath(ordner))});
+  entferne(laufwerk_oder_Freigabe);
+  eintraege_.append({laufwerk_oder_Freigabe, QDir::cleanPath(QDir::current().absoluteFilePath(ordner))});
 }
 
-void Pfadkarte::entferne(const QString& laufwerk_oder_freigabe) {
+void Pfadkarte::entferne(const QString& laufwerk_oder_Freigabe) {
   eintraege_.removeIf(
-      [&](const Eintrag& eintrag) { return eintrag.name.compare(laufwerk_oder_freigabe, Qt::CaseInsensitive) == 0; });
+      [&](const Eintrag& eintrag) { return eintrag.name.compare(laufwerk_oder_Freigabe, Qt::CaseInsensitive) == 0; });
 }
 
-std::optional<QString> Pfadkarte::ordner(const QString& laufwerk_oder_freigabe) const {
-  const Eintrag* eintrag = suche(laufwerk_oder_freigabe);
+std::optional<QString> Pfadkarte::ordner(const QString& laufwerk_oder_Freigabe) const {
+  const Eintrag* eintrag = suche(laufwerk_oder_Freigabe);
   return eintrag ? std::optional(eintrag->ordner) : std::nullopt;
 }
 

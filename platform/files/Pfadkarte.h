@@ -27,11 +27,11 @@ class KVO_EXPORT Pfadkarte {
 
   /// Maps a drive ("P:", one letter and a colon) or a share ("\\server\share") to a folder of this machine. An earlier
   /// entry of the same name is replaced. Any other name raises 5.
-  void setze(const QString& laufwerk_oder_freigabe, const QString& ordner);
+  void setze(const QString& laufwerk_oder_Freigabe, const QString& ordner);
   /// Takes an entry back; harmless when there is none.
-  void entferne(const QString& laufwerk_oder_freigabe);
+  void entferne(const QString& laufwerk_oder_Freigabe);
   /// The folder that a drive or share is mapped to, or none.
-  std::optional<QString> ordner(const QString& laufwerk_oder_freigabe) const;
+  std::optional<QString> ordner(const QString& laufwerk_oder_Freigabe) const;
   /// All entries' names, drives first.
   QStringList namen() const;
 

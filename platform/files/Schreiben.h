@@ -36,7 +36,7 @@ class Nebendatei {
   int deskriptor_;
 };
 
-/// Renames without ever replacing: an existing target raises 58, another file system EXDEV is handed back as false.
+/// Renames without ever replacing: an existing target raises 58. False where the target is on another file system.
 bool benenne_um(const QByteArray& quelle, const QByteArray& ziel);
 
 }  // namespace schreiben

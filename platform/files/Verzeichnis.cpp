@@ -82,7 +82,7 @@ bool gleicher_Stand(const Namensliste& liste, const struct stat& info) {
 
 /// The lists of the folders asked for last, the latest first: the levels of one path, and of the paths beside it.
 using Namenslisten = std::list<Namensliste>;
-constexpr std::size_t kHoechstens_Listen = 8;
+constexpr std::size_t Hoechstens_Listen = 8;
 
 std::optional<Namensliste> lies_Namen(const QByteArray& ordner, const struct stat& info) {
   Namensliste neu{ordner, info.st_mtim, info.st_dev, info.st_ino, {}};
@@ -106,7 +106,7 @@ bool hole_nach_vorn(Namenslisten& listen, const QByteArray& ordner, const struct
   auto neu = lies_Namen(ordner, info);
   if (!neu) return false;
   listen.push_front(*std::move(neu));
-  if (listen.size() > kHoechstens_Listen) listen.pop_back();
+  if (listen.size() > Hoechstens_Listen) listen.pop_back();
   return true;
 }
 

@@ -6,42 +6,29 @@
 #include <QKeyEvent>
 #include <QPointer>
 #include <QScopeGuard>
-#include <algorithm>
-#include <array>
-#include <utility>
 
-#include "platform/basic/Twips.h"
+#include "platform/basic/Nachschlagen.h"
 #include "platform/forms/steuerelemente/Steuerelement.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace tasten {
 
-std::int16_t code(int qt_taste) noexcept {
-  struct Paar {
-    int qt;
-    std::int16_t code;
-  };
-  static constexpr std::array<Paar, 16> paare{{{Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9}, {Qt::Key_Return, 13},
+std::int16_t code(int qt_Taste) noexcept {
+  constexpr std::pair<int, std::int16_t> Tasten[] = {{Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9}, {Qt::Key_Return, 13},
       {Qt::Key_Enter, 13}, {Qt::Key_Shift, 16}, {Qt::Key_Control, 17}, {Qt::Key_Alt, 18}, {Qt::Key_Escape, 27},
       {Qt::Key_PageUp, 33}, {Qt::Key_PageDown, 34}, {Qt::Key_End, 35}, {Qt::Key_Home, 36}, {Qt::Key_Left, 37},
-      {Qt::Key_Up, 38}, {Qt::Key_Right, 39}, {Qt::Key_Down, 40}}};
-  if (qt_taste >= Qt::Key_F1 && qt_taste <= Qt::Key_F24) return static_cast<std::int16_t>(112 + qt_taste - Qt::Key_F1);
-  if (qt_taste == Qt::Key_Insert) return 45;
-  if (qt_taste == Qt::Key_Delete) return 46;
-  if (qt_taste == Qt::Key_Space || (qt_taste >= Qt::Key_0 && qt_taste <= Qt::Key_9) ||
-      (qt_taste >= Qt::Key_A && qt_taste <= Qt::Key_Z))
-    return static_cast<std::int16_t>(qt_taste);
-  const auto* treffer = std::find_if(paare.begin(), paare.end(), [&](const Paar& p) { return p.qt == qt_taste; });
-  return treffer == paare.end() ? std::int16_t{0} : treffer->code;
+      {Qt::Key_Up, 38}, {Qt::Key_Right, 39}, {Qt::Key_Down, 40}, {Qt::Key_Insert, 45}, {Qt::Key_Delete, 46}};
+  if (qt_Taste >= Qt::Key_F1 && qt_Taste <= Qt::Key_F24) return static_cast<std::int16_t>(112 + qt_Taste - Qt::Key_F1);
+  if (qt_Taste == Qt::Key_Space || (qt_Taste >= Qt::Key_0 && qt_Taste <= Qt::Key_9) ||
+      (qt_Taste >= Qt::Key_A && qt_Taste <= Qt::Key_Z))
+    return static_cast<std::int16_t>(qt_Taste);
+  return nachgeschlagen(Tasten, qt_Taste, std::int16_t{0});
 }
 
 std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept {
-  int summe = 0;
-  if (zustand.testFlag(Qt::ShiftModifier)) summe |= Umschalt;
-  if (zustand.testFlag(Qt::ControlModifier)) summe |= Strg;
-  if (zustand.testFlag(Qt::AltModifier)) summe |= Alt;
-  return static_cast<std::int16_t>(summe);
+  return static_cast<std::int16_t>((zustand.testFlag(Qt::ShiftModifier) ? Umschalt : 0) |
+      (zustand.testFlag(Qt::ControlModifier) ? Strg : 0) | (zustand.testFlag(Qt::AltModifier) ? Alt : 0));
 }
 
 }  // namespace tasten
@@ -60,15 +47,6 @@ Form::Form(const QString& name) : name_(name) {
   ziehen_.Ende = [this] { Form_DragEnde(); };
 }
 
-Form::~Form() {
-  qApp->removeEventFilter(this);
-}
-
-void Form::Load() {
-  if (std::exchange(geladen_, true)) return;
-  Form_Load();
-}
-
 void Form::Show() {
   Load();
   fehler_ = nullptr;
@@ -85,34 +63,18 @@ void Form::zeige_zum_ersten_Mal() {
   abgeschirmt([this] { Form_Resize(); });
   abgeschirmt([this] {
     // The event of one control may unload others.
-    QList<QPointer<QWidget>> kinder;
-    for (QWidget* kind : findChildren<QWidget*>()) kinder.append(kind);
+    const QList<QWidget*> alle = findChildren<QWidget*>();
+    const QList<QPointer<QWidget>> kinder(alle.begin(), alle.end());
     for (const QPointer<QWidget>& kind : kinder)
       if (auto* element = dynamic_cast<Steuerelement*>(kind.data())) element->zum_ersten_Mal_gezeigt();
   });
   if (!fehler_) abgeschirmt([this] { Form_Activate(); });
 }
 
-void Form::Hide() {
-  hide();
-}
-
 void Form::Unload() {
   if (!geladen_ || std::exchange(entladen_, true)) return;
   Form_Unload();
   hide();
-}
-
-double Form::ScaleWidth() const {
-  return twips::aus_Pixel(width());
-}
-
-double Form::ScaleHeight() const {
-  return twips::aus_Pixel(height());
-}
-
-void Form::setze_Innengroesse(double breite, double hoehe) {
-  resize(twips::pixel(breite), twips::pixel(hoehe));
 }
 
 Fensterlage Form::Lage() const {
@@ -125,10 +87,6 @@ void Form::Lage(const Fensterlage& wert) {
   if (wert.Maximiert) setWindowState(windowState() | Qt::WindowMaximized);
   // A window that does not show yet gets its resize when it does: too late for whoever asked.
   if (!isVisible()) Form_Resize();
-}
-
-void Form::beginne_Ziehen(Steuerelement& quelle) {
-  ziehen_.beginne(quelle);
 }
 
 void Form::bewacht(const std::function<void()>& handler) {

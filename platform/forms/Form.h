@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
+#include <utility>
 
+#include "platform/basic/Twips.h"
 #include "platform/forms/steuerelemente/Ereigniswache.h"
 #include "platform/forms/steuerelemente/Ziehvorgang.h"
 #include "platform/host/KVOCore.h"
@@ -16,7 +18,7 @@ class QAbstractButton;
 namespace tasten {
 enum Shift : std::int16_t { Umschalt = 1, Strg = 2, Alt = 4 };
 /// The virtual key code of a Qt key; 0 for one that has none here.
-std::int16_t code(int qt_taste) noexcept;
+std::int16_t code(int qt_Taste) noexcept;
 std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept;
 }  // namespace tasten
 
@@ -31,25 +33,25 @@ std::int16_t shift(Qt::KeyboardModifiers zustand) noexcept;
 class Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fensterplatz {
  public:
   explicit Form(const QString& name);
-  ~Form() override;
 
   /// Runs Form_Load unless it has run.
-  void Load();
+  void Load() {
+    if (!std::exchange(geladen_, true)) Form_Load();
+  }
   /// Loads, shows the form modally and returns when it was hidden. Throws the failure that ended the show.
   void Show();
   /// Ends the modal show; the form keeps its state.
-  void Hide();
+  void Hide() { hide(); }
   /// Runs Form_Unload unless it has run, and hides the form. Unloading twice is harmless.
   void Unload();
-  bool ist_geladen() const noexcept { return geladen_; }
 
   const QString& Name() const noexcept { return name_; }
   QString Caption() const { return windowTitle(); }
   void Caption(const QString& text) { setWindowTitle(text); }
   /// Inner size in twips.
-  double ScaleWidth() const;
-  double ScaleHeight() const;
-  void setze_Innengroesse(double breite, double hoehe);
+  double ScaleWidth() const { return twips::aus_Pixel(width()); }
+  double ScaleHeight() const { return twips::aus_Pixel(height()); }
+  void setze_Innengroesse(double breite, double hoehe) { resize(twips::pixel(breite), twips::pixel(hoehe)); }
 
   QString Fenstername() const override { return name_; }
   Fensterlage Lage() const override;
@@ -58,13 +60,13 @@ class Form : public QDialog, public Ereigniswache, public Ziehbuehne, public Fen
   /// The button that Escape clicks; none makes Escape do nothing.
   void setze_Abbruchknopf(QAbstractButton* knopf) noexcept { abbruchknopf_ = knopf; }
 
-  /// Runs a handler. As the outermost entry from the event loop a failure is kept and ends the modal show; inside a
-  /// running handler it flies on.
+  /// Runs a handler. A failure of the outermost one, which the event loop entered, is kept and ends the modal show; a
+  /// failure inside a running handler flies on.
   void bewacht(const std::function<void()>& handler) override;
   /// A failure that is kept ends the modal show, too.
   void abgeschirmt(const std::function<void()>& handler) noexcept override;
 
-  void beginne_Ziehen(Steuerelement& quelle) override;
+  void beginne_Ziehen(Steuerelement& quelle) override { ziehen_.beginne(quelle); }
 
  protected:
   virtual void Form_Load() {}

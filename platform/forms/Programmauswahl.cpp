@@ -13,7 +13,7 @@
 using namespace Qt::Literals::StringLiterals;
 
 Programmauswahl::Programmauswahl(const QString& datei, const QList<shell::Programm>& programme, QWidget* ueber)
-    : QDialog(ueber), datei_(datei), programme_(programme), liste_(new QListWidget(this)) {
+    : QDialog(ueber), programme_(programme), liste_(new QListWidget(this)) {
   setObjectName(u"Programmauswahl"_s);
   setWindowTitle(u"Öffnen mit"_s);
   auto* frage = new QLabel(this);
@@ -39,8 +39,7 @@ Programmauswahl::Programmauswahl(const QString& datei, const QList<shell::Progra
   anordnung->addWidget(frage);
   anordnung->addWidget(liste_);
   if (programme_.isEmpty()) {
-    auto* leer = new QLabel(u"Für diesen Dateityp ist kein Programm eingerichtet."_s, this);
-    anordnung->insertWidget(1, leer);
+    anordnung->insertWidget(1, new QLabel(u"Für diesen Dateityp ist kein Programm eingerichtet."_s, this));
     liste_->hide();
   }
   anordnung->addWidget(knoepfe);
@@ -69,20 +68,15 @@ void Programmauswahl::waehle_anderes() {
   accept();
 }
 
-QStringList Programmauswahl::befehlszeile() const {
-  const int zeile = liste_->currentRow();
-  return zeile < 0 ? QStringList() : shell::Befehlszeile(programme_[zeile], datei_);
-}
-
-QString Programmauswahl::verzeichnis() const {
-  const int zeile = liste_->currentRow();
-  return zeile < 0 ? QString() : programme_[zeile].verzeichnis;
+shell::Programm Programmauswahl::gewaehltes() const {
+  return programme_.value(liste_->currentRow());
 }
 
 QStringList Programmwahl_mit_Fenster::waehle(
     const QString& datei, const QList<shell::Programm>& programme, QString& verzeichnis) {
   Programmauswahl fenster(datei, programme, QApplication::activeWindow());
   if (fenster.exec() != QDialog::Accepted) return {};
-  verzeichnis = fenster.verzeichnis();
-  return fenster.befehlszeile();
+  const shell::Programm programm = fenster.gewaehltes();
+  verzeichnis = programm.verzeichnis;
+  return shell::Befehlszeile(programm, datei);
 }

@@ -11,14 +11,12 @@ class Programmauswahl final : public QDialog {
  public:
   Programmauswahl(const QString& datei, const QList<shell::Programm>& programme, QWidget* ueber);
 
-  /// Command line for what was chosen; empty for none.
-  QStringList befehlszeile() const;
-  QString verzeichnis() const;
+  /// What was chosen; an empty one for none.
+  shell::Programm gewaehltes() const;
 
  private:
   void waehle_anderes();
 
-  const QString datei_;
   QList<shell::Programm> programme_;
   QListWidget* liste_;
 };

@@ -16,8 +16,7 @@ class Steuerelementfeld {
   /// Makes the control of an index, empty, in its container and with its handlers.
   using Macher = std::function<std::unique_ptr<T>(int index)>;
 
-  Steuerelementfeld() = default;
-  explicit Steuerelementfeld(Macher macher) : macher_(std::move(macher)) {}
+  explicit Steuerelementfeld(Macher macher = {}) : macher_(std::move(macher)) {}
 
   /// Raises 340 when there is no such control.
   T& operator()(int index) const {

@@ -5,12 +5,6 @@
 /// The sessions of the picture operations: a plain count for the whole process.
 namespace gdiplus::bildersitzung {
 
-/// Starts one; statuses and token of GdiplusStartup.
-std::int32_t beginne(std::int32_t& token, std::int32_t version) noexcept;
-
-/// Takes one start back; harmless where none runs.
-void beende() noexcept;
-
 /// At least one session runs.
 bool laeuft() noexcept;
 

@@ -9,20 +9,16 @@
 #include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/bild/Bildbefund.h"
 #include "platform/gdiplus/bild/Bilddekoder.h"
-#include "platform/gdiplus/bild/Bildlader.h"
 #include "platform/gdiplus/jpeg/Jpegausgabe.h"
 #include "platform/gdiplus/jpeg/Jpegdrehung.h"
 
 namespace {
 
-// What is no picture may be large: it is not read.
 std::int32_t lies(const QString& pfad, std::shared_ptr<const Bildquelle>& quelle) {
   Binaerdatei datei;
   datei.oeffne_lesend(pfad);
-  if (erkenne_Bildformat(bildbefund::lies_Anfang(datei, kSignaturlaenge)) == Bildformat::Unbekannt)
-    return gdiplus::UnknownImageFormat;
-  QByteArray bytes = bildbefund::lies_Anfang(datei, static_cast<qsizetype>(datei.laenge()));
-  const bildbefund::Befund befund = bildbefund::urteile(bytes);
+  QByteArray bytes;
+  const bildbefund::Befund befund = bildbefund::lies_und_urteile(datei, bytes);
   if (befund.status == gdiplus::Ok)
     quelle = std::make_shared<Bildquelle>(std::move(bytes), befund.kopf, dateien::kennung(pfad));
   return befund.status;
@@ -35,7 +31,7 @@ QImage gedreht(const QImage& bild, const Drehung& drehung) {
   return ergebnis;
 }
 
-// What memory run out raises becomes a status here.
+// The failure that running out of memory raises becomes a status here.
 template <class Anweisung>
 std::int32_t als_Status(Anweisung&& anweisung) {
   std::int32_t status = gdiplus::Ok;
@@ -60,7 +56,7 @@ bool Bildquelle::ist_Datei(const QString& pfad) const noexcept {
 std::int32_t Bildquelle::drehe(const Drehung& drehung, QByteArray& strom) const {
   return als_Status([&] {
     if (kopf_.format == Bildformat::Jpeg) return jpegdrehung::drehe(bytes_, drehung, strom);
-    const QImage bild = bilddekoder::dekodiere(kopf_, bytes_, kopf_.groesse, qRgb(0, 0, 0));
-    return jpegausgabe::kodiere(gedreht(bild, drehung), strom);
+    const QImage bild = bilddekoder::lies(kopf_, bytes_, kopf_.groesse, qRgb(0, 0, 0));
+    return jpegausgabe::kodiere(gedreht(bild.isNull() ? bilddekoder::schwarz(kopf_.groesse) : bild, drehung), strom);
   });
 }

@@ -1,9 +1,9 @@
 #include "platform/gdiplus/Kodierer.h"
 
+#include <QUuid>
 #include <algorithm>
 #include <utility>
 
-#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/gdiplus.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -11,33 +11,27 @@ using namespace Qt::Literals::StringLiterals;
 namespace gdiplus {
 namespace {
 
-std::optional<QList<ImageCodecInfo>>& andere_Liste() {
-  static std::optional<QList<ImageCodecInfo>> liste;
-  return liste;
-}
+std::optional<QList<ImageCodecInfo>> andere_Liste;
 
 QList<ImageCodecInfo> alle() {
-  return andere_Liste().value_or(QList<ImageCodecInfo>{{JpegEncoder, u"image/jpeg"_s}});
+  return andere_Liste.value_or(QList<ImageCodecInfo>{{JpegEncoder, u"image/jpeg"_s}});
 }
 
 /// The records, and behind them the texts with their closing zeros.
 std::uint32_t bytes_von(const QList<ImageCodecInfo>& liste) {
   qsizetype texte = 0;
   for (const ImageCodecInfo& k : liste) texte += (k.MimeType.size() + 1) * 2;
-  return static_cast<std::uint32_t>(liste.size()) * kKodierersatz + static_cast<std::uint32_t>(texte);
+  return static_cast<std::uint32_t>(liste.size()) * Kodierersatz + static_cast<std::uint32_t>(texte);
 }
 
 }  // namespace
 
 std::int32_t CLSIDFromString(const QString& text, CLSID& clsid) {
-  constexpr std::int32_t kKeine_Kennung = -2147221005;
+  constexpr std::int32_t Keine_Kennung = -2147221005;
   clsid.fill(0);
-  const auto hexadezimal = [](QChar c) { return u"0123456789abcdefABCDEF"_s.contains(c); };
-  QString form = text;
-  for (QChar& c : form)
-    if (hexadezimal(c)) c = u'X';
-  if (form != "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}"_L1) return kKeine_Kennung;
-  const QByteArray bytes = QByteArray::fromHex(QString(text).remove(u'-').mid(1, 32).toLatin1());
+  const QUuid kennung = QUuid::fromString(text);
+  if (kennung.toString().compare(text, Qt::CaseInsensitive) != 0) return Keine_Kennung;
+  const QByteArray bytes = kennung.toRfc4122();
   std::copy(bytes.begin(), bytes.end(), clsid.begin());
   return Ok;
 }
@@ -66,7 +60,7 @@ std::int32_t GdipGetImageEncoders(std::uint32_t anzahl, std::uint32_t groesse, s
 }
 
 void kodierer::liste(std::optional<QList<ImageCodecInfo>> andere) {
-  andere_Liste() = std::move(andere);
+  andere_Liste = std::move(andere);
 }
 
 }  // namespace gdiplus

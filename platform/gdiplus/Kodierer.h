@@ -19,7 +19,7 @@ struct ImageCodecInfo {
   QString MimeType;
 };
 /// Bytes of a record of the encoder list, as callers reckon with it; the texts stand behind the records.
-inline constexpr std::uint32_t kKodierersatz = 76;
+inline constexpr std::uint32_t Kodierersatz = 76;
 
 enum EncoderParameterValueType : std::uint32_t { EncoderParameterValueTypeLong = 4 };
 
@@ -54,7 +54,7 @@ std::int32_t GdipGetImageEncodersSize(std::uint32_t& anzahl, std::uint32_t& groe
 std::int32_t GdipGetImageEncoders(std::uint32_t anzahl, std::uint32_t groesse, std::span<ImageCodecInfo> puffer);
 
 namespace kodierer {
-/// Another list of encoders; none puts the own one back. For tests only.
+/// Another list of encoders; none restores the real one. For tests only.
 void liste(std::optional<QList<ImageCodecInfo>> andere);
 }  // namespace kodierer
 

@@ -6,22 +6,10 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/files/Dateien.h"
-#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/Bildquelle.h"
 #include "platform/gdiplus/bild/Bildlader.h"
 
 namespace gdiplus {
-
-std::int32_t GdiplusStartup(std::int32_t& token, std::int32_t version) {
-  return bildersitzung::beginne(token, version);
-}
-
-// The token is not looked at: nested users share one variable for it, so that the outer one ends with the inner one's
-// token. Each end takes one start back.
-std::int32_t GdiplusShutdown(std::int32_t /*token*/) {
-  bildersitzung::beende();
-  return Ok;
-}
 
 std::int32_t GdipCreateBitmapFromFile(const QString& pfad, Bitmap& bitmap) {
   bitmap.reset();
@@ -39,13 +27,6 @@ std::int32_t GdipCreateHBITMAPFromBitmap(const Bitmap& bitmap, Bitmap& handle, s
   return Ok;
 }
 
-std::int32_t GdipDisposeImage(Bitmap& bitmap) {
-  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
-  if (!bitmap) return InvalidParameter;
-  bitmap.reset();
-  return Ok;
-}
-
 std::int32_t GdipLoadImageFromFile(const QString& pfad, Image& image) {
   image.reset();
   if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
@@ -54,13 +35,6 @@ std::int32_t GdipLoadImageFromFile(const QString& pfad, Image& image) {
 
 Bildformat format_von(const Image& image) noexcept {
   return image ? image->kopf().format : Bildformat::Unbekannt;
-}
-
-std::int32_t GdipDisposeImage(Image& image) {
-  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
-  if (!image) return InvalidParameter;
-  image.reset();
-  return Ok;
 }
 
 namespace {

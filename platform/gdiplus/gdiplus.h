@@ -6,6 +6,7 @@
 
 #include "platform/basic/kvo_export.h"
 #include "platform/gdiplus/Bild.h"
+#include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/Kodierer.h"
 #include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/bild/Bildkopf.h"
@@ -34,8 +35,6 @@ std::int32_t GdipCreateBitmapFromFile(const QString& pfad, Bitmap& bitmap);
 /// Turns the bitmap into a displayable one on the given background (0 is black). 18 without a session, 2 without a
 /// bitmap.
 std::int32_t GdipCreateHBITMAPFromBitmap(const Bitmap& bitmap, Bitmap& handle, std::int32_t hintergrund);
-/// Releases the bitmap. 18 without a session, 2 without a bitmap.
-std::int32_t GdipDisposeImage(Bitmap& bitmap);
 
 /// A picture file that was read to be written anew. It holds the file's bytes and knows which file they are of; nothing
 /// of the file stays open.
@@ -45,14 +44,20 @@ using Image = std::shared_ptr<const Bildquelle>;
 std::int32_t GdipLoadImageFromFile(const QString& pfad, Image& image);
 /// Format of the image, by its content; Unbekannt for none.
 Bildformat format_von(const Image& image) noexcept;
-/// Releases the image. 18 without a session, 2 without an image.
-std::int32_t GdipDisposeImage(Image& image);
+/// Releases a bitmap or an image. 18 without a session, 2 without the object.
+template <class Objekt>
+std::int32_t GdipDisposeImage(std::shared_ptr<Objekt>& objekt) {
+  if (!bildersitzung::laeuft()) return GdiplusNotInitialized;
+  if (!objekt) return InvalidParameter;
+  objekt.reset();
+  return Ok;
+}
 
 /// Writes the image, transformed, into memory. `parameter` holds one transformation: category EncoderTransformation,
-/// one value of type 4, a Drehart. A JPEG keeps all that it can keep (see jpegdrehung); pixels of
-/// another format are turned and coded with the quality 75, which is GDI+'s own. 18 without a session, 2 without an
-/// image or for other parameters, 13 for an encoder that is not of the list, 1 for a stream that can't be read to its
-/// end or sides that no JPEG can have, 3 for memory run out. `strom` is changed with status 0 alone.
+/// one value of type 4, a Drehart. A JPEG keeps all that it can keep (see jpegdrehung); pixels of another format are
+/// turned and coded with the quality 75, which is GDI+'s own. 18 without a session, 2 without an image or for other
+/// parameters, 13 for an encoder that is not of the list, 1 for a stream that can't be read to its end or sides that no
+/// JPEG can have, 3 when memory runs out. `strom` is changed with status 0 alone.
 std::int32_t GdipSaveImageToStream(
     const Image& image, QByteArray& strom, const CLSID& kodierer, const EncoderParameters& parameter);
 /// The same into a file, which is complete and on the disk before it takes its name; on a failure what stood there

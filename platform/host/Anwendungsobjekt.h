@@ -22,7 +22,7 @@ class KVO_EXPORT Einstellungen {
 class KVO_EXPORT Anwendungsobjekt {
  public:
   virtual ~Anwendungsobjekt();
-  /// Where the writing connection is opened with, in any form that adodb::Connection::Open takes.
+  /// The connect string of the writing connection, in any form that adodb::Connection::Open takes.
   virtual QString ConnectStringDB() const = 0;
   /// The open connection that is read with. It stays the host's: the component borrows it and never closes it.
   virtual std::shared_ptr<adodb::Connection> ConnectionDB() const = 0;

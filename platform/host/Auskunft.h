@@ -12,9 +12,8 @@
 class KVO_EXPORT Auskunftsempfaenger {
  public:
   virtual ~Auskunftsempfaenger();
-  /// The user picked a row. `pWert` is the row's columns with "|" between them, the key first; the part before the
-  /// first
-  /// "|" counts, with blanks around it cut. An empty text means that nothing was picked.
+  /// The user picked a row. `pWert` holds its columns with "|" between them, the key first. Only the part before the
+  /// first "|" counts, without the blanks around it. An empty text means that nothing was picked.
   virtual void LA_Doppelclick(const QString& pWert) = 0;
 };
 

@@ -25,8 +25,8 @@ KVO_EXPORT Fabrik registriere(const QString& name, Fabrik fabrik);
 /// A new object of the component. Raises 429 when nobody registered the name or its maker gives nothing.
 KVO_EXPORT std::shared_ptr<Komponente> CreateObject(const QString& name);
 
-/// What carries an object through the registry whose own class is no component. It is derived from, so that a compiler
-/// finds it by its name and not by a table that each library may have of its own.
+/// Carries an object whose own class is no component through the registry. It is derived from, so that a compiler finds
+/// it by its name and not by a table that each library may have of its own.
 template <class T>
 class KVO_EXPORT Traeger : public Komponente {
  public:

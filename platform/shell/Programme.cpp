@@ -25,7 +25,7 @@ namespace {
 
 using Gruppe = QHash<QString, QString>;
 
-/// The groups of a file in the desktop's key format; of a key that stands twice the first counts.
+/// The groups of a file in the desktop's key format; the first value of a repeated key counts.
 QHash<QString, Gruppe> lies_Gruppen(const QString& pfad) {
   QHash<QString, Gruppe> gruppen;
   QFile datei(pfad);

@@ -36,7 +36,7 @@ QString starte(const QStringList& befehlszeile, const QString& verzeichnis);
 class Programmwahl {
  public:
   virtual ~Programmwahl();
-  /// Command line that was chosen, without the file's own part missing; empty for none.
+  /// The command line that was chosen, the file included; empty for none.
   virtual QStringList waehle(const QString& datei, const QList<Programm>& programme, QString& verzeichnis) = 0;
 };
 

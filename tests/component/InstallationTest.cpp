@@ -28,8 +28,8 @@ QSet<QString> veroeffentlichte_Koepfe() {
   QFile datei(Quellen + u"component/CMakeLists.txt"_s);
   EXPECT_TRUE(datei.open(QIODevice::ReadOnly));
   QSet<QString> koepfe;
-  static const QRegularExpression ausdruck(u"PROJECT_SOURCE_DIR\\}/([^\"]+\\.h)\""_s);
-  for (auto lauf = ausdruck.globalMatch(QString::fromUtf8(datei.readAll())); lauf.hasNext();)
+  static const QRegularExpression Ausdruck(u"PROJECT_SOURCE_DIR\\}/([^\"]+\\.h)\""_s);
+  for (auto lauf = Ausdruck.globalMatch(QString::fromUtf8(datei.readAll())); lauf.hasNext();)
     koepfe.insert(lauf.next().captured(1));
   return koepfe;
 }
@@ -68,7 +68,7 @@ std::unique_ptr<Testordner> Installation::ordner_;
 
 }  // namespace
 
-TEST_F(Installation, A_project_outside_finds_the_package_builds_and_runs) {
+TEST_F(Installation, AProjectOutsideFindsThePackageBuildsAndRuns) {
   const Prozess bau = baue(u"aussen"_s, {u"-DBEISPIEL="_s + Quellen + u"docs/beispiele/minimaler_wirt.cpp"_s});
   ASSERT_EQ(bau.code, 0) << ende(bau);
   const Prozess lauf = starte(pfad(u"aussen/aussen"_s), {pfad(u"aussen.db"_s)});
@@ -77,23 +77,23 @@ TEST_F(Installation, A_project_outside_finds_the_package_builds_and_runs) {
   EXPECT_EQ(lauf.fehlerausgabe, QString());
 }
 
-TEST_F(Installation, Every_installed_header_compiles_alone) {
+TEST_F(Installation, EveryInstalledHeaderCompilesAlone) {
   const Prozess bau = baue(u"koepfe"_s, {u"-DKOEPFE="_s + baum(u"include/KVOBildZuordnung"_s)});
   EXPECT_EQ(bau.code, 0) << ende(bau);
 }
 
-TEST_F(Installation, The_headers_keep_their_folders_and_no_others_are_installed) {
+TEST_F(Installation, TheHeadersKeepTheirFoldersAndNoOthersAreInstalled) {
   ASSERT_FALSE(veroeffentlichte_Koepfe().isEmpty());
   EXPECT_EQ(dateien_unter(baum(u"include/KVOBildZuordnung"_s)), veroeffentlichte_Koepfe());
 }
 
-TEST_F(Installation, The_scripts_of_every_database_are_there) {
+TEST_F(Installation, TheScriptsOfEveryDatabaseAreThere) {
   const QSet<QString> skripte = dateien_unter(baum(u"share/KVOBildZuordnung/sql"_s));
   EXPECT_TRUE(skripte.contains(u"sqlite/Bild_Zuordnungen.sql"_s));
   EXPECT_EQ(skripte, dateien_unter(Quellen + u"sql"_s));
 }
 
-TEST_F(Installation, Both_programs_find_the_library_beside_them) {
+TEST_F(Installation, BothProgramsFindTheLibraryBesideThem) {
   for (const QString& name : {u"kvobild"_s, u"bildzuordnung"_s}) {
     const Prozess lauf = starte(baum(u"bin/"_s + name), {u"--hilfe"_s});
     EXPECT_EQ(lauf.code, 0) << name.toStdString() << ": " << ende(lauf);

@@ -62,14 +62,14 @@ class MinimalerWirt : public ::testing::Test {
 
 }  // namespace
 
-TEST_F(MinimalerWirt, A_picture_that_the_user_attaches_is_stored_under_the_record) {
+TEST_F(MinimalerWirt, APictureThatTheUserAttachesIsStoredUnderTheRecord) {
   const Prozess lauf = laufe(u"anhaengen"_s);
   ASSERT_EQ(lauf.code, 0) << ende(lauf);
   EXPECT_EQ(zeilen(), QStringList{u"AB|24-1001|-|-|BEL|Belege\\24-1001|jpg"_s});
   EXPECT_EQ(QDir(ablage() + u"/Belege/24-1001"_s).entryList({u"kessel*.jpg"_s}).size(), 1);
 }
 
-TEST_F(MinimalerWirt, Leaving_the_dialog_stores_nothing_and_a_second_start_finds_its_table) {
+TEST_F(MinimalerWirt, LeavingTheDialogStoresNothingAndASecondStartFindsItsTable) {
   for (int i = 0; i < 2; ++i) {
     const Prozess lauf = laufe(u"zurueck"_s);
     ASSERT_EQ(lauf.code, 0) << ende(lauf);
@@ -77,7 +77,7 @@ TEST_F(MinimalerWirt, Leaving_the_dialog_stores_nothing_and_a_second_start_finds
   }
 }
 
-TEST_F(MinimalerWirt, Failures_are_told) {
+TEST_F(MinimalerWirt, FailuresAreTold) {
   const QString fehlt = ordner_.pfad(u"fehlt/"_s);
   const QList<QStringList> aufrufe{
       {}, {fehlt + u"betrieb.db"_s, ablage(), Skript}, {datenbank(), fehlt, Skript}, {datenbank(), ablage(), fehlt}};
@@ -88,7 +88,7 @@ TEST_F(MinimalerWirt, Failures_are_told) {
   }
 }
 
-TEST(Einbetten, The_guide_shows_the_example_as_it_is_compiled) {
+TEST(Einbetten, TheGuideShowsTheExampleAsItIsCompiled) {
   const QString beispiel = lies(u"docs/beispiele/minimaler_wirt.cpp"_s);
   EXPECT_LT(beispiel.count(u'\n'), 70);
   EXPECT_TRUE(lies(u"docs/EINBETTEN.md"_s).contains(u"\n```cpp\n"_s + beispiel + u"```\n"_s))

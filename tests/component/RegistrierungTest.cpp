@@ -29,7 +29,7 @@ struct Eigenes final : public komponenten::Komponente {};
 
 }  // namespace
 
-TEST_F(Registrierung, A_host_creates_the_classes_by_name_and_type) {
+TEST_F(Registrierung, AHostCreatesTheClassesByNameAndType) {
   ASSERT_EQ(DllRegisterServer(), S_OK);
   EXPECT_EQ(erzeuge<clsBilderSpeicher>(Speicher)->Bild_Grafik_Ursprung, clsBilderSpeicher().Bild_Grafik_Ursprung);
   EXPECT_TRUE(erzeuge<clsDialoge>(Dialoge));
@@ -38,26 +38,26 @@ TEST_F(Registrierung, A_host_creates_the_classes_by_name_and_type) {
   EXPECT_EQ(sammlung->AnzahlPos(), 0);
 }
 
-TEST_F(Registrierung, Names_count_without_regard_to_case) {
+TEST_F(Registrierung, NamesCountWithoutRegardToCase) {
   DllRegisterServer();
   EXPECT_TRUE(erzeuge<clsDialoge>(u"kvobildzuordnung.CLSDIALOGE"_s));
 }
 
-TEST_F(Registrierung, Every_call_makes_an_object_of_its_own) {
+TEST_F(Registrierung, EveryCallMakesAnObjectOfItsOwn) {
   DllRegisterServer();
   const auto eines = erzeuge<clsBilderSpeicher>(Speicher);
   eines->Bild_Key1 = u"AB"_s;
   EXPECT_EQ(erzeuge<clsBilderSpeicher>(Speicher)->Bild_Key1, QString());
 }
 
-TEST_F(Registrierung, A_wrong_type_raises_13) {
+TEST_F(Registrierung, AWrongTypeRaises13) {
   DllRegisterServer();
   EXPECT_EQ(Fehlernummer_von([] { erzeuge<clsDialoge>(Sammlung); }), 13);
   EXPECT_EQ(Fehlernummer_von([] { erzeuge<clsBildZuordnungen>(Speicher); }), 13);
   EXPECT_EQ(Fehlernummer_von([] { erzeuge<KVFileFunctions>(Dialoge); }), 13);
 }
 
-TEST_F(Registrierung, Without_the_entry_and_after_it_was_taken_back_the_names_raise_429) {
+TEST_F(Registrierung, WithoutTheEntryAndAfterItWasTakenBackTheNamesRaise429) {
   for (const QString& name : {Sammlung, Speicher, Dialoge}) {
     EXPECT_EQ(Fehlernummer_von([&] { komponenten::CreateObject(name); }), 429) << name.toStdString();
     DllRegisterServer();
@@ -68,7 +68,7 @@ TEST_F(Registrierung, Without_the_entry_and_after_it_was_taken_back_the_names_ra
   EXPECT_EQ(Fehlernummer_von([] { erzeuge<clsDialoge>(u"KVOBildZuordnung.clsUnbekannt"_s); }), 429);
 }
 
-TEST_F(Registrierung, Both_are_harmless_when_repeated) {
+TEST_F(Registrierung, BothAreHarmlessWhenRepeated) {
   EXPECT_EQ(DllUnregisterServer(), S_OK);
   EXPECT_EQ(DllRegisterServer(), S_OK);
   EXPECT_EQ(DllRegisterServer(), S_OK);
@@ -77,7 +77,7 @@ TEST_F(Registrierung, Both_are_harmless_when_repeated) {
   EXPECT_EQ(DllUnregisterServer(), S_OK);
 }
 
-TEST_F(Registrierung, Taking_back_leaves_what_a_host_put_there_and_all_other_names) {
+TEST_F(Registrierung, TakingBackLeavesWhatAHostPutThereAndAllOtherNames) {
   const QString anderer = u"KVOBildZuordnung.clsEigenes"_s;
   DllRegisterServer();
   for (const QString& name : {Dialoge, anderer})
@@ -89,14 +89,14 @@ TEST_F(Registrierung, Taking_back_leaves_what_a_host_put_there_and_all_other_nam
   komponenten::registriere(anderer, {});
 }
 
-TEST_F(Registrierung, Objects_outlive_the_entry) {
+TEST_F(Registrierung, ObjectsOutliveTheEntry) {
   DllRegisterServer();
   const auto sammlung = erzeuge<clsBildZuordnungen>(Sammlung);
   DllUnregisterServer();
   EXPECT_TRUE(sammlung->FKT_Neu());
 }
 
-TEST_F(Registrierung, The_record_stays_a_plain_value) {
+TEST_F(Registrierung, TheRecordStaysAPlainValue) {
   static_assert(std::is_copy_assignable_v<clsBilderSpeicher> && !std::is_polymorphic_v<clsBilderSpeicher>);
   DllRegisterServer();
   clsBilderSpeicher kopie = *erzeuge<clsBilderSpeicher>(Speicher);
@@ -104,7 +104,7 @@ TEST_F(Registrierung, The_record_stays_a_plain_value) {
   EXPECT_EQ(erzeuge<clsBilderSpeicher>(Speicher)->Bild_Key1, QString());
 }
 
-TEST_F(Registrierung, There_is_no_class_by_identifier) {
+TEST_F(Registrierung, ThereIsNoClassByIdentifier) {
   int irgendwas = 0;
   void* objekt = &irgendwas;
   EXPECT_EQ(DllGetClassObject(&irgendwas, &irgendwas, &objekt), CLASS_E_CLASSNOTAVAILABLE);
@@ -112,14 +112,14 @@ TEST_F(Registrierung, There_is_no_class_by_identifier) {
   EXPECT_EQ(DllGetClassObject(&irgendwas, &irgendwas, nullptr), E_POINTER);
 }
 
-TEST_F(Registrierung, The_library_never_goes) {
+TEST_F(Registrierung, TheLibraryNeverGoes) {
   EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
   DllRegisterServer();
   DllUnregisterServer();
   EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
 }
 
-TEST(Probe, A_program_that_does_not_link_the_library_loads_it_and_calls_the_four_entries) {
+TEST(Probe, AProgramThatDoesNotLinkTheLibraryLoadsItAndCallsTheFourEntries) {
   const Prozess lauf = starte(QStringLiteral(PROBE), {QStringLiteral(BIBLIOTHEK)});
   EXPECT_EQ(lauf.code, 0) << ende(lauf);
   EXPECT_EQ(lauf.ausgabe,

@@ -16,10 +16,10 @@ namespace {
 
 /// The name that a demangled symbol is about, without its arguments and what the compiler made of it.
 QString gemeinter_Name(QString symbol) {
-  static const QRegularExpression vorsatz(
+  static const QRegularExpression Vorsatz(
       u"^(typeinfo name for|typeinfo for|vtable for|VTT for|construction vtable for|guard variable for|"
       "non-virtual thunk to|virtual thunk to|covariant return thunk to) "_s);
-  while (symbol.contains(vorsatz)) symbol.remove(vorsatz);
+  while (symbol.contains(Vorsatz)) symbol.remove(Vorsatz);
   int tiefe = 0;
   for (qsizetype i = 0; i < symbol.size(); ++i) {
     if (symbol[i] == u'<') ++tiefe;
@@ -64,7 +64,7 @@ std::string zeilen(const QSet<QString>& namen) {
 
 }  // namespace
 
-TEST(Symbole, The_library_publishes_what_the_list_names_and_nothing_else) {
+TEST(Symbole, TheLibraryPublishesWhatTheListNamesAndNothingElse) {
   const QString nm = QStandardPaths::findExecutable(u"nm"_s);
   if (nm.isEmpty()) GTEST_SKIP() << "nm (binutils) is missing";
   const QSet<QString> soll = liste();

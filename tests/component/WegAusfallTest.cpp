@@ -17,7 +17,7 @@ const QString Kein_Zugang = u"Die Verbindung sollte scheitern"_s;
 
 TEST_F(WegAusfall, AWritingConnectionThatFailedIsGivenUpAndOpenedAnew) {
   gespeichert(u"a"_s, 0);
-  db.mitschrift().scheitere_beim_oeffnen();
+  db.mitschrift().scheitere_beim_Oeffnen();
   erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: Die Verbindung ist geschlossen oder für diesen Vorgang nicht geeignet"_s,
       Antwort::Ja, [&] { db.mitschrift().heile(); });
   EXPECT_TRUE(gehe([](clsBildZuordnungen& bilder) { aendere(bilder, 0, u"neu"_s); }).vollstaendig());
@@ -26,7 +26,7 @@ TEST_F(WegAusfall, AWritingConnectionThatFailedIsGivenUpAndOpenedAnew) {
 
 TEST_F(WegAusfall, ARunAfterOneThatTheUserGaveUpWritesWithoutAQuestion) {
   gespeichert(u"a"_s, 0);
-  db.mitschrift().scheitere_beim_oeffnen();
+  db.mitschrift().scheitere_beim_Oeffnen();
   erwarte_Frage(u"1 von 1"_s, u"„a.jpg“: Die Verbindung ist geschlossen oder für diesen Vorgang nicht geeignet"_s,
       Antwort::Nein, [&] { db.mitschrift().heile(); });
   EXPECT_EQ(gehe([](clsBildZuordnungen& bilder) { aendere(bilder, 0, u"eins"_s); }).nicht_geschrieben, 1);
@@ -59,7 +59,7 @@ TEST_F(WegAusfall, WhatWaitsStaysInTheCollectionForAsManyTriesAsItTakes) {
   gespeichert(u"a"_s, 0);
   gespeichert(u"b"_s, 1);
   erwarte_Frage(u"3 von 3"_s, u"„a.jpg“, „b.jpg“, „neu.jpg“: "_s + Verweigert, Antwort::Ja,
-      [&] { db.mitschrift().scheitere_beim_oeffnen(); });
+      [&] { db.mitschrift().scheitere_beim_Oeffnen(); });
   for (int i = 0; i < 3; ++i)
     erwarte_Frage(u"3 von 3"_s, u"„a.jpg“, „b.jpg“, „neu.jpg“: "_s + Kein_Zugang, Antwort::Ja, [&, i] {
       sammlung->AktInd(0);

@@ -15,7 +15,7 @@ class WegServerausfall : public ::testing::Test {
   class Betrieb final : public Anwendungsobjekt {
    public:
     Betrieb() { verbindung_->Open(ConnectStringDB()); }
-    QString ConnectStringDB() const override { return u"Provider=SQLOLEDB;"_s + pruefserver_angaben(); }
+    QString ConnectStringDB() const override { return u"Provider=SQLOLEDB;"_s + pruefserver_Angaben(); }
     std::shared_ptr<adodb::Connection> ConnectionDB() const override { return verbindung_; }
 
    private:
@@ -73,7 +73,7 @@ class WegServerausfall : public ::testing::Test {
         : antworten_(std::move(antworten)), dabei_(std::move(dabei)) {}
     Antwort zeige(const Meldung& meldung) override {
       EXPECT_TRUE(meldung.Text.endsWith(u"Noch einmal versuchen?"_s)) << meldung.Text.toStdString();
-      EXPECT_FALSE(meldung.Text.contains(pruefserver_kennwort()));
+      EXPECT_FALSE(meldung.Text.contains(pruefserver_Kennwort()));
       if (gefragt >= antworten_.size()) {
         ADD_FAILURE() << "one question too many: " << meldung.Text.toStdString();
         return Antwort::Nein;
@@ -119,7 +119,7 @@ TEST_F(WegServerausfall, CutConnectionsAreOpenedAnewAfterOneQuestion) {
       [] {
     // Both are open, then both are cut.
     ASSERT_TRUE(BasZuordnungen::CmdSql(
-        u"delete from Bild_Zuordnungen where Key1 = 'nie'"_s, u"Provider=SQLOLEDB;"_s + pruefserver_angaben(), true));
+        u"delete from Bild_Zuordnungen where Key1 = 'nie'"_s, u"Provider=SQLOLEDB;"_s + pruefserver_Angaben(), true));
     auftrag(u"trenne-alle"_s);
       },
       {Antwort::Ja}, [](qsizetype) {});

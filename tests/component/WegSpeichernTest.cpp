@@ -161,7 +161,7 @@ TEST_F(WegSpeichern, TwoPicturesOfOneNameFromTwoFoldersKeepFoldersAndTexts) {
 TEST_F(WegSpeichern, AGroupThatCanNotBeWrittenIsLeftWholeAndTriedAgain) {
   gespeichert(u"a"_s, 0);
   gespeichert(u"a"_s, 1, u"Belege\\2"_s);
-  db.mitschrift().scheitere_bei_beginn(u"insert"_s);
+  db.mitschrift().scheitere_bei_Beginn(u"insert"_s);
   erwarte_Frage(u"1 von 2"_s, u"„a.jpg“: "_s + Verweigert, Antwort::Ja, [&] {
     EXPECT_EQ(zeilen(), (QStringList{u"a|Belege\\1|T|0"_s, u"a|Belege\\2|T|1"_s}));
     db.mitschrift().heile();

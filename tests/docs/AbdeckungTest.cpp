@@ -3,7 +3,9 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QProcess>
 #include <QRegularExpression>
+#include <QStandardPaths>
 
 #include "tests/docs/Quelltext.h"
 #include "tests/support/Umgebung.h"
@@ -103,6 +105,16 @@ TEST(Abdeckung, EveryTestExistsInItsProgram) {
   ASSERT_GT(tests().size(), 1000);
   for (const Eintrag& e : eintraege())
     for (const QString& beweis : e.beweise) EXPECT_TRUE(tests().contains(beweis)) << beweis.toStdString();
+}
+
+TEST(Abdeckung, ListAndDrawingAreWhatTheirScriptsMake) {
+  if (QStandardPaths::findExecutable(u"python3"_s).isEmpty()) GTEST_SKIP() << "python3 is missing";
+  for (const QString& skript : {u"abdeckung.py"_s, u"haus.py"_s}) {
+    QProcess lauf;
+    lauf.start(u"python3"_s, {QStringLiteral(KVO_QUELLORDNER "/packaging/") + skript, u"--pruefe"_s});
+    ASSERT_TRUE(lauf.waitForFinished()) << skript.toStdString();
+    EXPECT_EQ(lauf.exitCode(), 0) << lauf.readAllStandardError().toStdString();
+  }
 }
 
 TEST(Abdeckung, EveryPublicMemberOfAClassIsListed) {

@@ -120,10 +120,12 @@ QList<Quelltext::Aufruf> Quelltext::aufrufe(const QString& name) const {
 
 // The house's form is enough to go by: members stand two columns in, what they go on with stands further in.
 QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
-  static const QRegularExpression funktion(u"^  (?=\\w)(?!return|using|friend|typedef)[^(=;\\n]*[ &*>](\\w+)\\("_s);
-  static const QRegularExpression variable(
+  static const QRegularExpression Funktion(u"^  (?=\\w)(?!return|using|friend|typedef)[^(=;\\n]*[ &*>](\\w+)\\("_s);
+  static const QRegularExpression Variable(
       u"^  (?=\\w)(?!return|using|friend|struct|enum)[^(=;\\n]+?[ &>]"
       "(\\w+(?:, \\w+)*)(?: = [^;(]*)?;"_s);
+  // A control stands with its container and its name.
+  static const QRegularExpression steuerelement(u"^  (?=\\w)[^({=;\\n]+?[ >](\\w+)\\{"_s);
   QSet<QString> namen;
   const QRegularExpression kopf(u"\\b(?:class|struct) (?:KVO_[A-Z]+ )?"_s + klasse + u"\\b[^;{]*\\{"_s);
   const QRegularExpressionMatch fund = kopf.match(code_);
@@ -133,9 +135,11 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
     if (zeile.startsWith(u"};"_s)) break;
     if (zeile.startsWith(u" p"_s)) oeffentlich = zeile == " public:"_L1;
     if (!oeffentlich) continue;
-    if (const auto f = funktion.match(zeile); f.hasMatch())
+    if (const auto s = steuerelement.match(zeile); s.hasMatch())
+      namen.insert(s.captured(1));
+    else if (const auto f = Funktion.match(zeile); f.hasMatch())
       namen.insert(f.captured(1));
-    else if (const auto v = variable.match(zeile); v.hasMatch())
+    else if (const auto v = Variable.match(zeile); v.hasMatch())
       for (const QString& name : v.captured(1).split(u", "_s)) namen.insert(name);
   }
   namen.remove(klasse);
@@ -144,10 +148,10 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
 }
 
 QSet<QString> Quelltext::freie_Funktionen() const {
-  static const QRegularExpression funktion(u"^(?=\\w)(?!return)[^(=;\\n]*[ &*>](\\w+)\\("_s,
+  static const QRegularExpression Funktion(u"^(?=\\w)(?!return)[^(=;\\n]*[ &*>](\\w+)\\("_s,
       QRegularExpression::MultilineOption | QRegularExpression::UseUnicodePropertiesOption);
   QSet<QString> namen;
-  for (auto lauf = funktion.globalMatch(code_); lauf.hasNext();) namen.insert(lauf.next().captured(1));
+  for (auto lauf = Funktion.globalMatch(code_); lauf.hasNext();) namen.insert(lauf.next().captured(1));
   return namen;
 }
 

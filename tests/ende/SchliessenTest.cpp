@@ -50,7 +50,7 @@ class Schliessen : public testing::Test {
   Bestand vorher;
 };
 
-TEST_F(Schliessen, Jeden_Dialog_verlaesst_man_mit_Escape_und_am_Rahmen_ohne_dass_sich_etwas_aendert) {
+TEST_F(Schliessen, EveryDialogIsLeftByEscapeAndByItsFrameWithoutAnythingChanging) {
   const QList<std::pair<QString, QString>> dialoge{{u"cmd_Zuordnen"_s, u"frm_BildZuordnung"_s},
       {u"cmd_AlleZuordnungen"_s, u"frm_AlleZuordnungen"_s}, {u"cmd_WeitereZuordnungen"_s, u"frm_AnzeigeZuordnung"_s},
       {u"cmd_Exif"_s, u"frm_BildInfo"_s}, {u"cmd_Suchen"_s, u"frm_BilderSuchen"_s},
@@ -68,7 +68,7 @@ TEST_F(Schliessen, Jeden_Dialog_verlaesst_man_mit_Escape_und_am_Rahmen_ohne_dass
   beende();
 }
 
-TEST_F(Schliessen, Ein_Dialog_ueber_einem_Dialog_gibt_den_unteren_frei) {
+TEST_F(Schliessen, ADialogAboveADialogGivesTheLowerOneFree) {
   oeffne(u"cmd_WeitereZuordnungen"_s, u"frm_AnzeigeZuordnung"_s, false);
   const QRect zelle = programm.zelle(u"TDBG_WeitereZuordnungen"_s, 0, 0);
   for (const bool am_Rahmen : {true, false}) {

@@ -261,7 +261,7 @@ void Vormittag::schliesse() {
   pruefe("the program has ended");
 }
 
-TEST_F(Vormittag, Vom_leeren_Beleg_bis_zur_geloeschten_Zuordnung_steht_nach_jedem_Schritt_genau_das_Richtige_da) {
+TEST_F(Vormittag, FromAnEmptyDocumentToTheDeletedAssignmentEveryStepLeavesExactlyWhatIsRight) {
   starte();
   for (const auto schritt :
       {&Vormittag::oeffne_Beleg, &Vormittag::suche_Bilder, &Vormittag::sortiere, &Vormittag::schreibe_Texte,

@@ -44,9 +44,9 @@ Display* als_Anzeige(void* zeiger) {
 }
 
 KeySym zeichen(QChar c) {
-  static const QHash<QChar, KeySym> eigene{{u'„', XK_doublelowquotemark}, {u'“', XK_leftdoublequotemark},
+  static const QHash<QChar, KeySym> Eigene{{u'„', XK_doublelowquotemark}, {u'“', XK_leftdoublequotemark},
       {u'–', XK_endash}, {u'€', XK_EuroSign}, {u'…', XK_ellipsis}, {u'\n', XK_Return}};
-  if (const auto gefunden = eigene.find(c); gefunden != eigene.end()) return *gefunden;
+  if (const auto gefunden = Eigene.find(c); gefunden != Eigene.end()) return *gefunden;
   return c.unicode() < 0x100 ? c.unicode() : 0x01000000UL | c.unicode();
 }
 

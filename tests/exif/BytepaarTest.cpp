@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(Bytepaar, is_found_at_every_place) {
+TEST(Bytepaar, IsFoundAtEveryPlace) {
   for (std::size_t stelle = 0; stelle + 1 < 5000; ++stelle) {
     // Either of the two stands everywhere alone.
     std::vector<std::uint8_t> bytes(5000, 0xE1);
@@ -15,7 +15,7 @@ TEST(Bytepaar, is_found_at_every_place) {
   }
 }
 
-TEST(Bytepaar, the_first_of_several_counts) {
+TEST(Bytepaar, TheFirstOfSeveralCounts) {
   std::vector<std::uint8_t> bytes(9000, 0);
   for (const std::size_t i : {8191U, 4095U, 2048U, 2046U, 30U}) {
     bytes[i] = 0xFF;
@@ -24,7 +24,7 @@ TEST(Bytepaar, the_first_of_several_counts) {
   }
 }
 
-TEST(Bytepaar, is_not_found_in_the_wrong_order_or_apart) {
+TEST(Bytepaar, IsNotFoundInTheWrongOrderOrApart) {
   std::vector<std::uint8_t> bytes(5000, 0xE1);
   for (std::size_t i = 3000; i < 5000; ++i) bytes[i] = 0xFF;
   EXPECT_EQ(finde_Bytepaar(bytes, 0xFF, 0xE1), std::nullopt);
@@ -32,7 +32,7 @@ TEST(Bytepaar, is_not_found_in_the_wrong_order_or_apart) {
   EXPECT_EQ(finde_Bytepaar(bytes, 0xFF, 0xE1), std::nullopt);
 }
 
-TEST(Bytepaar, is_never_found_behind_the_end) {
+TEST(Bytepaar, IsNeverFoundBehindTheEnd) {
   const std::vector<std::uint8_t> bytes(6000, 0xFF);
   for (std::size_t laenge = 0; laenge < 5000; laenge += 7) {
     std::vector<std::uint8_t> mehr = bytes;

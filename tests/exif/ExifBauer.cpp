@@ -62,7 +62,7 @@ std::uint32_t ExifBauer::naechstes(qsizetype verzeichnis) const {
   return noch_eines && !dieses.unter ? offset(verzeichnis + 1) : 0;
 }
 
-std::uint32_t ExifBauer::offset_unterverzeichnis() const {
+std::uint32_t ExifBauer::offset_Unterverzeichnis() const {
   for (qsizetype i = 0; i < verzeichnisse_.size(); ++i)
     if (verzeichnisse_[i].unter) return offset(i);
   return 0;
@@ -77,7 +77,7 @@ QByteArray ExifBauer::tiff() const {
     for (const Eintrag& e : verzeichnisse_[i].eintraege) {
       kopf += w16(static_cast<std::uint32_t>(e.tag)) + w16(static_cast<std::uint32_t>(e.format)) + w32(e.anzahl);
       if (e.zeiger)
-        kopf += w32(offset_unterverzeichnis());
+        kopf += w32(offset_Unterverzeichnis());
       else if (!e.daten.isEmpty())
         kopf += w32(ende + static_cast<std::uint32_t>(daten.size()));
       else
@@ -100,7 +100,7 @@ QByteArray ExifBauer::jpeg(const QByteArray& davor, const QByteArray& danach) co
 
 namespace {
 
-void erstes_verzeichnis(ExifBauer& b) {
+void erstes_Verzeichnis(ExifBauer& b) {
   b.verzeichnis();
   b.daten(271, 2, 13, QByteArray("Kamerawerke A", 13)).daten(272, 2, 9, QByteArray("Modell 7\0", 9));
   b.feld(274, 3, 1, b.w16(1)).daten(282, 5, 1, b.bruch(72, 1)).daten(283, 5, 1, b.bruch(72, 1));
@@ -132,7 +132,7 @@ void aufnahme(ExifBauer& b, qsizetype makernote) {
 
 QByteArray kamerabild(Folge folge, qsizetype makernote, const QByteArray& danach) {
   ExifBauer b(folge);
-  erstes_verzeichnis(b);
+  erstes_Verzeichnis(b);
   vorschau(b);
   aufnahme(b, makernote);
   return b.jpeg({}, danach);

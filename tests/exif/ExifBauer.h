@@ -60,7 +60,7 @@ class ExifBauer {
   };
 
   std::uint32_t naechstes(qsizetype verzeichnis) const;
-  std::uint32_t offset_unterverzeichnis() const;
+  std::uint32_t offset_Unterverzeichnis() const;
 
   Folge folge_;
   QList<Verzeichnis> verzeichnisse_;

@@ -17,7 +17,7 @@ class ExifGrenzen : public testing::Test {
   ExifGrenzen() { uhr_.start(); }
   ~ExifGrenzen() override { EXPECT_LT(uhr_.elapsed(), 60'000); }
 
-  Ladeergebnis lade_bytes(const QByteArray& bytes) { return lade(ordner_.schreibe(u"a.jpg"_s, bytes)); }
+  Ladeergebnis lade_Bytes(const QByteArray& bytes) { return lade(ordner_.schreibe(u"a.jpg"_s, bytes)); }
 
   static QByteArray datei(const QByteArray& tiff) { return "\xFF\xD8"_ba + ExifBauer::segment(tiff); }
 
@@ -32,35 +32,35 @@ class ExifGrenzen : public testing::Test {
   QElapsedTimer uhr_;
 };
 
-TEST_F(ExifGrenzen, a_directory_chained_to_itself_is_read_once_and_the_exif_sub_directory_is_not_visited) {
+TEST_F(ExifGrenzen, ADirectoryChainedToItselfIsReadOnceAndTheExifSubDirectoryIsNotVisited) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(1, 4, 1, 3).zeiger().kette(8);
   b.unterverzeichnis().zahl(5, 4, 1, 0);
-  const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+  const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
   EXPECT_TRUE(ergebnis.load);
   EXPECT_EQ(ergebnis.fehler, 0);
   ASSERT_EQ(ergebnis.entries.size(), 2U);
   EXPECT_EQ(ergebnis.entries[0].Value, Variant(3));
 }
 
-TEST_F(ExifGrenzen, a_chain_that_points_back_ends_at_the_directory_seen_before) {
+TEST_F(ExifGrenzen, AChainThatPointsBackEndsAtTheDirectorySeenBefore) {
   ExifBauer b(Folge::Motorola);
   b.verzeichnis().zahl(1, 4, 1, 3).zeiger();
   b.verzeichnis().zahl(2, 4, 1, 3);
   b.verzeichnis().zahl(3, 4, 1, 3).kette(8 + 2 + 24 + 4);
   b.unterverzeichnis().zahl(5, 4, 1, 0);
-  EXPECT_EQ(lade_bytes(b.jpeg()).entries.size(), 4U);
+  EXPECT_EQ(lade_Bytes(b.jpeg()).entries.size(), 4U);
 }
 
-TEST_F(ExifGrenzen, an_exif_pointer_to_a_directory_seen_before_adds_nothing) {
+TEST_F(ExifGrenzen, AnExifPointerToADirectorySeenBeforeAddsNothing) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(1, 4, 1, 3).zahl(34665, 4, 1, 8);
-  const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+  const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
   EXPECT_TRUE(ergebnis.load);
   EXPECT_EQ(ergebnis.entries.size(), 2U);
 }
 
-TEST_F(ExifGrenzen, a_second_load_may_walk_the_same_positions_again) {
+TEST_F(ExifGrenzen, ASecondLoadMayWalkTheSamePositionsAgain) {
   clsExifInfo info;
   info.picFile(ordner_.schreibe(u"a.jpg"_s, kamerabild(Folge::Intel)));
   ASSERT_TRUE(info.Load({}));
@@ -69,38 +69,38 @@ TEST_F(ExifGrenzen, a_second_load_may_walk_the_same_positions_again) {
   EXPECT_EQ(info.Anzahl_Entries(), 2 * anzahl);
 }
 
-TEST_F(ExifGrenzen, a_ring_of_empty_directories_ends) {
+TEST_F(ExifGrenzen, ARingOfEmptyDirectoriesEnds) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(1, 4, 1, 3);
   b.verzeichnis();
   b.verzeichnis().kette(b.offset(1));
-  const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+  const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
   EXPECT_TRUE(ergebnis.load);
   EXPECT_EQ(ergebnis.entries.size(), 1U);
 }
 
-TEST_F(ExifGrenzen, directories_of_65535_entries_end_at_a_million_entries) {
+TEST_F(ExifGrenzen, DirectoriesOf65535EntriesEndAtAMillionEntries) {
   // Directories that overlap: one begins twelve bytes behind the other, the count of each lies in a field of the one
   // before it that is not read, for format 0 has none.
-  constexpr int verzeichnisse = 20;
-  constexpr qsizetype voll = 65535;
-  QByteArray tiff(8 + 2 + 12 * (voll + verzeichnisse) + 4, '\0');
+  constexpr int Verzeichnisse = 20;
+  constexpr qsizetype Voll = 65535;
+  QByteArray tiff(8 + 2 + 12 * (Voll + Verzeichnisse) + 4, '\0');
   const ExifBauer b(Folge::Intel);
   tiff.replace(0, 8, "II*"_ba + QByteArray(1, '\0') + b.w32(8));
-  for (qsizetype k = 0; k < verzeichnisse; ++k) {
+  for (qsizetype k = 0; k < Verzeichnisse; ++k) {
     const qsizetype position = 8 + 12 * k;
     tiff.replace(position, 2, "\xFF\xFF");
-    tiff.replace(position + 2 + 12 * voll, 4, b.w32(static_cast<std::uint32_t>(position + 12)));
+    tiff.replace(position + 2 + 12 * Voll, 4, b.w32(static_cast<std::uint32_t>(position + 12)));
   }
   // The Exif sub-directory is known from the first directory on.
   tiff.replace(10 + 100 * 12, 12, b.w16(34665) + b.w16(4) + b.w32(1) + b.w32(4000));
-  const Ladeergebnis ergebnis = lade_bytes(datei(tiff));
+  const Ladeergebnis ergebnis = lade_Bytes(datei(tiff));
   EXPECT_TRUE(ergebnis.load);
   EXPECT_EQ(ergebnis.fehler, 0);
   EXPECT_EQ(ergebnis.entries.size(), 15U * 65535U);
 }
 
-TEST_F(ExifGrenzen, a_long_chain_of_empty_directories_ends_at_a_million) {
+TEST_F(ExifGrenzen, ALongChainOfEmptyDirectoriesEndsAtAMillion) {
   QByteArray tiff(8 + 6 * 1'100'000 + 18, '\0');
   const ExifBauer b(Folge::Intel);
   tiff.replace(0, 8, "II*"_ba + QByteArray(1, '\0') + b.w32(8));
@@ -110,63 +110,63 @@ TEST_F(ExifGrenzen, a_long_chain_of_empty_directories_ends_at_a_million) {
   for (; p + 18 < tiff.size(); p += 6) tiff.replace(p + 2, 4, b.w32(static_cast<std::uint32_t>(p + 6)));
   // Far behind the limit a directory with an entry.
   tiff.replace(p, 4, b.w16(1) + b.w16(2));
-  const Ladeergebnis ergebnis = lade_bytes(datei(tiff));
+  const Ladeergebnis ergebnis = lade_Bytes(datei(tiff));
   EXPECT_TRUE(ergebnis.load);
   EXPECT_EQ(ergebnis.entries.size(), 1U);
 }
 
-TEST_F(ExifGrenzen, text_ends_at_256_mb_with_the_part_appended_until_then) {
+TEST_F(ExifGrenzen, TextEndsAt256MbWithThePartAppendedUntilThen) {
   // 40 entries share 4,000,000 bytes: as 16-bit characters the 34th goes beyond.
-  constexpr int eintraege = 40;
-  constexpr qsizetype laenge = 4'000'000;
+  constexpr int Eintraege = 40;
+  constexpr qsizetype Laenge = 4'000'000;
   for (const Folge folge : {Folge::Motorola, Folge::Intel}) {
     ExifBauer b(folge);
     b.verzeichnis();
-    for (int i = 0; i < eintraege; ++i) b.zahl(1000 + i, 7, laenge + (folge == Folge::Intel ? 1 : 0), 600);
+    for (int i = 0; i < Eintraege; ++i) b.zahl(1000 + i, 7, Laenge + (folge == Folge::Intel ? 1 : 0), 600);
     b.zeiger();
     b.unterverzeichnis().zahl(5, 4, 1, 1);
-    const Ladeergebnis ergebnis = lade_bytes(datei(b.tiff()) + QByteArray(laenge + 600, 'x'));
+    const Ladeergebnis ergebnis = lade_Bytes(datei(b.tiff()) + QByteArray(Laenge + 600, 'x'));
     EXPECT_TRUE(ergebnis.load);
     EXPECT_EQ(textlaenge(ergebnis), 128LL * 1024 * 1024);
-    ASSERT_EQ(ergebnis.entries.size(), eintraege + 1U);
-    EXPECT_EQ(std::get<QString>(ergebnis.entries[32].Value).size(), laenge);
-    EXPECT_EQ(std::get<QString>(ergebnis.entries[33].Value).size(), 128LL * 1024 * 1024 - 33 * laenge);
+    ASSERT_EQ(ergebnis.entries.size(), Eintraege + 1U);
+    EXPECT_EQ(std::get<QString>(ergebnis.entries[32].Value).size(), Laenge);
+    EXPECT_EQ(std::get<QString>(ergebnis.entries[33].Value).size(), 128LL * 1024 * 1024 - 33 * Laenge);
     EXPECT_EQ(ergebnis.entries[34], Exif_Entry());
   }
 }
 
-TEST_F(ExifGrenzen, decimal_text_ends_at_256_mb_too) {
-  constexpr qsizetype laenge = 6'000'000;
+TEST_F(ExifGrenzen, DecimalTextEndsAt256MbToo) {
+  constexpr qsizetype Laenge = 6'000'000;
   ExifBauer b(Folge::Motorola);
   b.verzeichnis();
-  for (int i = 0; i < 10; ++i) b.zahl(1000 + i, i % 2 == 0 ? 3 : 1, laenge, 400);
-  const Ladeergebnis ergebnis = lade_bytes(datei(b.tiff()) + QByteArray(laenge + 400, '\xC8'));
+  for (int i = 0; i < 10; ++i) b.zahl(1000 + i, i % 2 == 0 ? 3 : 1, Laenge, 400);
+  const Ladeergebnis ergebnis = lade_Bytes(datei(b.tiff()) + QByteArray(Laenge + 400, '\xC8'));
   EXPECT_TRUE(ergebnis.load);
   EXPECT_LE(textlaenge(ergebnis), 128LL * 1024 * 1024);
   EXPECT_GT(textlaenge(ergebnis), 128LL * 1024 * 1024 - 3);
   EXPECT_EQ(ergebnis.entries.at(8), Exif_Entry());
 }
 
-TEST_F(ExifGrenzen, a_huge_count_reads_no_further_than_the_file) {
+TEST_F(ExifGrenzen, AHugeCountReadsNoFurtherThanTheFile) {
   for (const int format : {1, 2, 7}) {
     ExifBauer b(Folge::Intel);
     b.verzeichnis().zahl(700, format, 0x7FFFFFFF, 0);
-    const Ladeergebnis ergebnis = lade_bytes(b.jpeg());
+    const Ladeergebnis ergebnis = lade_Bytes(b.jpeg());
     EXPECT_TRUE(ergebnis.load);
     EXPECT_GT(textlaenge(ergebnis), 0);
     EXPECT_EQ(ergebnis, referenz(b.jpeg()));
   }
 }
 
-TEST_F(ExifGrenzen, values_all_over_a_large_file_are_read_right) {
+TEST_F(ExifGrenzen, ValuesAllOverALargeFileAreReadRight) {
   // More blocks than are kept at a time, in an order that drives each of them out again.
-  constexpr std::uint32_t abstand = 16 * 1024 * 1024;
+  constexpr std::uint32_t Abstand = 16 * 1024 * 1024;
   ExifBauer b(Folge::Motorola);
   b.verzeichnis();
-  for (std::uint32_t runde = 0; runde < 300; ++runde) b.zahl(1000, 7, 8, 4096 + runde % 3 * abstand);
-  QByteArray bytes = datei(b.tiff()) + QByteArray(3 * abstand, '-');
-  for (qsizetype i = 0; i < 3; ++i) bytes.replace(12 + 4096 + i * abstand, 8, "Stelle "_ba + QByteArray::number(i));
-  const Ladeergebnis ergebnis = lade_bytes(bytes);
+  for (std::uint32_t runde = 0; runde < 300; ++runde) b.zahl(1000, 7, 8, 4096 + runde % 3 * Abstand);
+  QByteArray bytes = datei(b.tiff()) + QByteArray(3 * Abstand, '-');
+  for (qsizetype i = 0; i < 3; ++i) bytes.replace(12 + 4096 + i * Abstand, 8, "Stelle "_ba + QByteArray::number(i));
+  const Ladeergebnis ergebnis = lade_Bytes(bytes);
   ASSERT_EQ(ergebnis.entries.size(), 300U);
   for (std::size_t i = 0; i < 300; ++i) EXPECT_EQ(ergebnis.entries[i].Value, Variant(u"Stelle %1"_s.arg(i % 3))) << i;
 }

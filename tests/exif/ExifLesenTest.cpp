@@ -41,20 +41,20 @@ class ExifLesen : public testing::Test {
   Testordner ordner_;
 };
 
-TEST_F(ExifLesen, of_a_large_photo_with_exif_in_front_only_the_first_blocks_are_read) {
+TEST_F(ExifLesen, OfALargePhotoWithExifInFrontOnlyTheFirstBlocksAreRead) {
   const QString pfad = ordner_.schreibe(u"a.jpg"_s, kamerabild(Folge::Intel, 20000, QByteArray(8'000'000, '\x55')));
   EXPECT_TRUE(lade(pfad).load);
   EXPECT_GT(lesen.bytes, 20000);
   EXPECT_LE(lesen.bytes, 3 * 16384);
 }
 
-TEST_F(ExifLesen, a_file_without_a_marker_is_read_once) {
+TEST_F(ExifLesen, AFileWithoutAMarkerIsReadOnce) {
   const QByteArray bytes = "\xFF\xD8"_ba + QByteArray(3'000'000, '\xFF');
   EXPECT_FALSE(lade(ordner_.schreibe(u"a.jpg"_s, bytes)).load);
   EXPECT_EQ(lesen.bytes, bytes.size());
 }
 
-TEST_F(ExifLesen, a_failure_of_the_disk_in_the_search_reaches_the_caller) {
+TEST_F(ExifLesen, AFailureOfTheDiskInTheSearchReachesTheCaller) {
   const QString pfad = ordner_.schreibe(u"a.jpg"_s, "\xFF\xD8"_ba + QByteArray(3'000'000, '\xFF'));
   for (const std::int64_t stelle : {0, 100'000, 2'900'000}) {
     lesen.scheitert_ab = stelle;
@@ -64,7 +64,7 @@ TEST_F(ExifLesen, a_failure_of_the_disk_in_the_search_reaches_the_caller) {
   }
 }
 
-TEST_F(ExifLesen, a_failure_of_the_disk_in_the_walk_reaches_the_caller_and_changes_nothing) {
+TEST_F(ExifLesen, AFailureOfTheDiskInTheWalkReachesTheCallerAndChangesNothing) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(1, 4, 1, 3).zahl(2, 2, 100, 40000).zahl(3, 4, 1, 3);
   clsExifInfo info;

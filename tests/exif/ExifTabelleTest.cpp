@@ -159,7 +159,7 @@ class ExifTabelle : public testing::Test {
   clsExifInfo info_;
 };
 
-TEST_F(ExifTabelle, has_all_rows_with_their_names_numbers_labels_and_show_flags) {
+TEST_F(ExifTabelle, HasAllRowsWithTheirNamesNumbersLabelsAndShowFlags) {
   ASSERT_TRUE(info_.Load(ordner_.schreibe(u"a.jpg"_s, kamerabild(Folge::Intel))));
   const auto tabelle = info_.Get_ExifInfo();
   ASSERT_NE(tabelle, nullptr);
@@ -176,7 +176,7 @@ TEST_F(ExifTabelle, has_all_rows_with_their_names_numbers_labels_and_show_flags)
   EXPECT_EQ(zeile, 112);
 }
 
-TEST_F(ExifTabelle, has_rows_0_to_150_and_columns_0_to_4_of_which_the_last_rows_are_empty) {
+TEST_F(ExifTabelle, HasRows0To150AndColumns0To4OfWhichTheLastRowsAreEmpty) {
   ASSERT_TRUE(info_.Load(ordner_.schreibe(u"a.jpg"_s, kamerabild(Folge::Intel))));
   const auto tabelle = info_.Get_ExifInfo();
   ASSERT_NE(tabelle, nullptr);
@@ -190,7 +190,7 @@ TEST_F(ExifTabelle, has_rows_0_to_150_and_columns_0_to_4_of_which_the_last_rows_
   }
 }
 
-TEST_F(ExifTabelle, shows_the_values_as_they_were_decoded) {
+TEST_F(ExifTabelle, ShowsTheValuesAsTheyWereDecoded) {
   ExifBauer b(Folge::Motorola);
   b.verzeichnis().daten(282, 5, 2, b.bruch(144, 2) + b.bruch(1, 1)).daten(258, 3, 3, "\x08\x01\x08\x02\x08\x03"_ba);
   b.feld(274, 3, 1, b.w16(6)).daten(306, 2, 20, QByteArray("2024:05:17 08:30:00\0", 20)).feld(41728, 1, 1, "\x03");
@@ -204,7 +204,7 @@ TEST_F(ExifTabelle, shows_the_values_as_they_were_decoded) {
   EXPECT_EQ(wert(8), QString()) << "format 12 has no value";
 }
 
-TEST_F(ExifTabelle, takes_the_value_of_the_first_directory_for_both_rows_of_a_number) {
+TEST_F(ExifTabelle, TakesTheValueOfTheFirstDirectoryForBothRowsOfANumber) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().daten(282, 5, 1, b.bruch(72, 1));
   b.verzeichnis().daten(282, 5, 1, b.bruch(180, 1));
@@ -213,13 +213,13 @@ TEST_F(ExifTabelle, takes_the_value_of_the_first_directory_for_both_rows_of_a_nu
   EXPECT_EQ(wert(68), u"72/1"_s);
 }
 
-TEST_F(ExifTabelle, shows_what_only_the_thumbnail_directory_has) {
+TEST_F(ExifTabelle, ShowsWhatOnlyTheThumbnailDirectoryHas) {
   ASSERT_TRUE(info_.Load(ordner_.schreibe(u"a.jpg"_s, kamerabild(Folge::Intel))));
   EXPECT_EQ(wert(62), u"6"_s) << "Compression";
   EXPECT_EQ(wert(72), u"4000"_s) << "JPEGInterchangeFormat";
 }
 
-TEST_F(ExifTabelle, is_built_again_from_the_same_entries) {
+TEST_F(ExifTabelle, IsBuiltAgainFromTheSameEntries) {
   ASSERT_TRUE(info_.Load(ordner_.schreibe(u"a.jpg"_s, kamerabild(Folge::Intel))));
   const auto anzahl = info_.Anzahl_Entries();
   const auto erste = info_.Get_ExifInfo();
@@ -233,13 +233,13 @@ TEST_F(ExifTabelle, is_built_again_from_the_same_entries) {
       EXPECT_EQ(erste->Value(zeile, spalte), zweite->Value(zeile, spalte)) << zeile << '/' << spalte;
 }
 
-TEST_F(ExifTabelle, loads_the_file_of_the_property_by_itself) {
+TEST_F(ExifTabelle, LoadsTheFileOfThePropertyByItself) {
   info_.picFile(ordner_.schreibe(u"a.jpg"_s, kamerabild(Folge::Motorola)));
   EXPECT_EQ(wert(2), u"Kamerawerke A"_s);
   EXPECT_TRUE(info_.Is_Loaded());
 }
 
-TEST_F(ExifTabelle, is_none_without_a_list_of_entries) {
+TEST_F(ExifTabelle, IsNoneWithoutAListOfEntries) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis();
   ASSERT_TRUE(info_.Load(lege(b))) << "a directory of no entries";
@@ -252,7 +252,7 @@ TEST_F(ExifTabelle, is_none_without_a_list_of_entries) {
   EXPECT_EQ(ohne_Datei.Get_ExifInfo(), nullptr) << "a folder can't be read";
 }
 
-TEST_F(ExifTabelle, of_an_object_without_a_file_has_no_values) {
+TEST_F(ExifTabelle, OfAnObjectWithoutAFileHasNoValues) {
   const auto tabelle = info_.Get_ExifInfo();
   ASSERT_NE(tabelle, nullptr);
   for (std::int32_t zeile = 0; zeile <= 150; ++zeile) EXPECT_EQ(zelle(*tabelle, zeile, Spalte::Wert), t(""));

@@ -18,14 +18,14 @@ class ExifTag : public testing::Test {
   clsExifInfo info_;
 };
 
-TEST_F(ExifTag, gives_a_found_number_as_text) {
+TEST_F(ExifTag, GivesAFoundNumberAsText) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().feld(274, 3, 1, b.w16(6));
   ASSERT_TRUE(info_.Load(lege(b)));
   EXPECT_EQ(info_.Tag(274), Variant(u"6"_s));
 }
 
-TEST_F(ExifTag, gives_empty_text_for_an_entry_without_a_value_and_empty_for_a_missing_one) {
+TEST_F(ExifTag, GivesEmptyTextForAnEntryWithoutAValueAndEmptyForAMissingOne) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().feld(274, 12, 1, "abcd");
   ASSERT_TRUE(info_.Load(lege(b)));
@@ -34,7 +34,7 @@ TEST_F(ExifTag, gives_empty_text_for_an_entry_without_a_value_and_empty_for_a_mi
   EXPECT_EQ(info_.Tag(-274), Variant(Empty{}));
 }
 
-TEST_F(ExifTag, takes_the_first_entry_of_the_number_in_the_order_of_reading) {
+TEST_F(ExifTag, TakesTheFirstEntryOfTheNumberInTheOrderOfReading) {
   ExifBauer b(Folge::Motorola);
   b.verzeichnis().zahl(700, 4, 1, 1).zahl(700, 4, 1, 2).zeiger();
   b.verzeichnis().zahl(700, 4, 1, 3).zahl(701, 4, 1, 4);
@@ -45,7 +45,7 @@ TEST_F(ExifTag, takes_the_first_entry_of_the_number_in_the_order_of_reading) {
   EXPECT_EQ(info_.Tag(702), Variant(u"6"_s));
 }
 
-TEST_F(ExifTag, puts_a_blank_for_each_tilde) {
+TEST_F(ExifTag, PutsABlankForEachTilde) {
   ExifBauer b(Folge::Motorola);
   b.verzeichnis().daten(271, 2, 6, "a~~b~c");
   ASSERT_TRUE(info_.Load(lege(b)));
@@ -53,7 +53,7 @@ TEST_F(ExifTag, puts_a_blank_for_each_tilde) {
   EXPECT_EQ(info_.Entries()[0].Value, Variant(u"a~~b~c"_s)) << "the entry itself stays";
 }
 
-TEST_F(ExifTag, number_0_gives_the_number_of_entries_with_those_not_reached) {
+TEST_F(ExifTag, Number0GivesTheNumberOfEntriesWithThoseNotReached) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().feld(274, 3, 1, b.w16(6)).zahl(700, 4, 1, 0x80000000).zahl(701, 4, 1, 1);
   ASSERT_TRUE(info_.Load(lege(b))) << "the walk stops at the second entry";
@@ -62,12 +62,12 @@ TEST_F(ExifTag, number_0_gives_the_number_of_entries_with_those_not_reached) {
   EXPECT_EQ(info_.Tag(701), Variant(Empty{}));
 }
 
-TEST_F(ExifTag, number_0_is_empty_while_the_list_was_never_sized) {
+TEST_F(ExifTag, Number0IsEmptyWhileTheListWasNeverSized) {
   info_.picFile(lege_ohne_Exif());
   EXPECT_EQ(info_.Tag(0), Variant(Empty{}));
 }
 
-TEST_F(ExifTag, fails_for_any_other_number_while_the_list_was_never_sized) {
+TEST_F(ExifTag, FailsForAnyOtherNumberWhileTheListWasNeverSized) {
   EXPECT_FALSE(info_.Load(lege_ohne_Exif()));
   EXPECT_EQ(Fehlernummer_von([&] { info_.Tag(274); }), fehlernummer::IndexAusserhalb);
   ExifBauer b(Folge::Intel);
@@ -78,12 +78,12 @@ TEST_F(ExifTag, fails_for_any_other_number_while_the_list_was_never_sized) {
   EXPECT_EQ(Fehlernummer_von([&] { leeres_Verzeichnis.Tag(274); }), fehlernummer::IndexAusserhalb);
 }
 
-TEST_F(ExifTag, is_empty_without_a_file) {
+TEST_F(ExifTag, IsEmptyWithoutAFile) {
   EXPECT_EQ(info_.Tag(274), Variant(Empty{}));
   EXPECT_EQ(info_.Tag(0), Variant(Empty{}));
 }
 
-TEST_F(ExifTag, loads_the_file_of_the_property_once) {
+TEST_F(ExifTag, LoadsTheFileOfThePropertyOnce) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().zahl(700, 4, 1, 1);
   info_.picFile(lege(b));
@@ -92,12 +92,12 @@ TEST_F(ExifTag, loads_the_file_of_the_property_once) {
   EXPECT_EQ(info_.Tag(0), Variant(1)) << "a second load would have appended";
 }
 
-TEST_F(ExifTag, hands_a_failure_of_loading_to_the_caller) {
+TEST_F(ExifTag, HandsAFailureOfLoadingToTheCaller) {
   info_.picFile(ordner_.pfad());
   EXPECT_EQ(Fehlernummer_von([&] { info_.Tag(274); }), fehlernummer::PfadZugriff);
 }
 
-TEST_F(ExifTag, of_a_maker_note_is_always_empty_after_a_load) {
+TEST_F(ExifTag, OfAMakerNoteIsAlwaysEmptyAfterALoad) {
   ExifBauer b(Folge::Intel);
   b.verzeichnis().feld(274, 3, 1, b.w16(6)).daten(37500, 7, 12, QByteArray(12, 'x'));
   EXPECT_EQ(info_.MakerNoteTag(274), Variant(Empty{})) << "nothing is loaded by itself";
@@ -108,7 +108,7 @@ TEST_F(ExifTag, of_a_maker_note_is_always_empty_after_a_load) {
   EXPECT_EQ(info_.MakerNoteTag(274), Variant(Empty{}));
 }
 
-TEST_F(ExifTag, of_a_maker_note_keeps_the_tilde) {
+TEST_F(ExifTag, OfAMakerNoteKeepsTheTilde) {
   ExifBauer b(Folge::Motorola);
   b.verzeichnis().daten(271, 2, 6, "a~~b~c");
   const QString pfad = lege(b);

@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QByteArray als_bytes(const std::vector<std::uint8_t>& bytes) {
+QByteArray als_Bytes(const std::vector<std::uint8_t>& bytes) {
   return QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
 }
 
@@ -34,7 +34,7 @@ QByteArray vielerlei(Folge folge) {
   return b.jpeg();
 }
 
-TEST(ExifVergleich, the_samples_are_read_to_their_end) {
+TEST(ExifVergleich, TheSamplesAreReadToTheirEnd) {
   for (const Folge folge : {Folge::Intel, Folge::Motorola}) {
     const Ladeergebnis ergebnis = referenz(vielerlei(folge));
     EXPECT_TRUE(ergebnis.load);
@@ -43,7 +43,7 @@ TEST(ExifVergleich, the_samples_are_read_to_their_end) {
   }
 }
 
-TEST(ExifVergleich, a_file_cut_short_at_any_byte_gives_the_same) {
+TEST(ExifVergleich, AFileCutShortAtAnyByteGivesTheSame) {
   const Speicherdatei datei;
   for (const QByteArray& ganz : {vielerlei(Folge::Intel), vielerlei(Folge::Motorola), kamerabild(Folge::Intel)}) {
     for (qsizetype laenge = 0; laenge < ganz.size(); ++laenge) {
@@ -53,7 +53,7 @@ TEST(ExifVergleich, a_file_cut_short_at_any_byte_gives_the_same) {
   }
 }
 
-TEST(ExifVergleich, any_byte_set_to_a_value_that_hurts_gives_the_same) {
+TEST(ExifVergleich, AnyByteSetToAValueThatHurtsGivesTheSame) {
   const Speicherdatei datei;
   for (const QByteArray& ganz : {vielerlei(Folge::Intel), vielerlei(Folge::Motorola)}) {
     for (qsizetype i = 0; i < ganz.size(); ++i) {
@@ -66,16 +66,16 @@ TEST(ExifVergleich, any_byte_set_to_a_value_that_hurts_gives_the_same) {
   }
 }
 
-RC_GTEST_PROP(ExifVergleich, any_bytes_give_the_same, (const std::vector<std::uint8_t>& bytes)) {
-  RC_ASSERT(stimmen_ueberein(als_bytes(bytes)));
+RC_GTEST_PROP(ExifVergleich, AnyBytesGiveTheSame, (const std::vector<std::uint8_t>& bytes)) {
+  RC_ASSERT(stimmen_ueberein(als_Bytes(bytes)));
 }
 
-RC_GTEST_PROP(ExifVergleich, any_tiff_structure_gives_the_same, (const std::vector<std::uint8_t>& bytes, bool intel)) {
+RC_GTEST_PROP(ExifVergleich, AnyTiffStructureGivesTheSame, (const std::vector<std::uint8_t>& bytes, bool intel)) {
   const QByteArray kopf = intel ? QByteArray("II*\0\x08\0\0\0", 8) : QByteArray("MM\0*\0\0\0\x08", 8);
-  RC_ASSERT(stimmen_ueberein("\xFF\xD8"_ba + ExifBauer::segment(kopf + als_bytes(bytes))));
+  RC_ASSERT(stimmen_ueberein("\xFF\xD8"_ba + ExifBauer::segment(kopf + als_Bytes(bytes))));
 }
 
-RC_GTEST_PROP(ExifVergleich, a_valid_file_with_changed_bytes_gives_the_same, ()) {
+RC_GTEST_PROP(ExifVergleich, AValidFileWithChangedBytesGivesTheSame, ()) {
   const bool intel = *rc::gen::arbitrary<bool>();
   QByteArray bytes = kamerabild(intel ? Folge::Intel : Folge::Motorola);
   const int anzahl = *rc::gen::inRange(1, 20);
@@ -85,7 +85,7 @@ RC_GTEST_PROP(ExifVergleich, a_valid_file_with_changed_bytes_gives_the_same, ())
   RC_ASSERT(stimmen_ueberein(bytes));
 }
 
-void vergleiche_ordner(const QString& quelle) {
+void vergleiche_Ordner(const QString& quelle) {
   const Speicherdatei kopie;
   int gelesen = 0;
   QDirIterator dateien(quelle, QDir::Files);
@@ -100,14 +100,14 @@ void vergleiche_ordner(const QString& quelle) {
   EXPECT_GT(gelesen, 0);
 }
 
-TEST(ExifVergleich, pictures_of_real_cameras_give_the_same) {
+TEST(ExifVergleich, PicturesOfRealCamerasGiveTheSame) {
   BRAUCHT_TESTDATEN();
-  vergleiche_ordner(testdaten(u"bilder/kameras"_s));
+  vergleiche_Ordner(testdaten(u"bilder/kameras"_s));
 }
 
-TEST(ExifVergleich, pictures_of_special_codings_give_the_same) {
+TEST(ExifVergleich, PicturesOfSpecialCodingsGiveTheSame) {
   BRAUCHT_TESTDATEN();
-  vergleiche_ordner(testdaten(u"bilder/sonderfaelle"_s));
+  vergleiche_Ordner(testdaten(u"bilder/sonderfaelle"_s));
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ struct Fall {
   std::uint32_t anzahl;
   /// The bytes as they stand in the file: in the field up to four, outside of it otherwise.
   QByteArray bytes;
-  bool im_feld;
+  bool im_Feld;
   Variant motorola;
   Variant intel;
 };
@@ -42,7 +42,7 @@ class ExifWert : public testing::TestWithParam<Fall> {
     const Fall& fall = GetParam();
     ExifBauer b(folge);
     b.verzeichnis();
-    if (fall.im_feld)
+    if (fall.im_Feld)
       b.feld(700, fall.format, fall.anzahl, fall.bytes);
     else
       b.daten(700, fall.format, fall.anzahl, fall.bytes);
@@ -63,7 +63,7 @@ class ExifWert : public testing::TestWithParam<Fall> {
     erwartet.Tag_Id = 700;
     erwartet.Format_Code = GetParam().format;
     erwartet.Item_Count = static_cast<std::int32_t>(GetParam().anzahl);
-    erwartet.Data_Offset = GetParam().im_feld ? 0 : 8 + 2 + 2 * 12 + 4;
+    erwartet.Data_Offset = GetParam().im_Feld ? 0 : 8 + 2 + 2 * 12 + 4;
     erwartet.Value = wert;
     EXPECT_EQ(entry, erwartet);
   }
@@ -71,15 +71,15 @@ class ExifWert : public testing::TestWithParam<Fall> {
   Testordner ordner_;
 };
 
-TEST_P(ExifWert, is_decoded_by_its_format_from_a_big_endian_file) {
+TEST_P(ExifWert, IsDecodedByItsFormatFromABigEndianFile) {
   pruefe(lies(Folge::Motorola), GetParam().motorola);
 }
 
-TEST_P(ExifWert, is_decoded_by_its_format_from_a_little_endian_file) {
+TEST_P(ExifWert, IsDecodedByItsFormatFromALittleEndianFile) {
   pruefe(lies(Folge::Intel), GetParam().intel);
 }
 
-const Fall inline_faelle[] = {
+const Fall Inline_Faelle[] = {
     {"byte_one", 1, 1, "\x0A"_ba, true, t("0A000000"), t("0000000A")},
     {"byte_four", 1, 4, "\x01\x2B\xFF\x00"_ba, true, t("012BFF00"), t("00FF2B01")},
     {"byte_none", 1, 0, "\x01\x02\x03\x04"_ba, true, t("01020304"), t("04030201")},
@@ -100,7 +100,7 @@ const Fall inline_faelle[] = {
     {"slong_positive", 9, 1, QByteArray("\x12\0\0\x34", 4), true, 0x12000034, 0x34000012},
 };
 
-const Fall faelle_draussen[] = {
+const Fall Faelle_draussen[] = {
     {"byte_five", 1, 5, QByteArray("\0\x07\x63\x64\xFF", 5), false, t("0799100255"), t("0799100255")},
     {"sbyte_five", 6, 5, QByteArray("\xFF\0\1\x80\x0A", 5), false, t("2550112810"), t("2550112810")},
     {"ascii_five_letters_and_the_zero", 2, 6, QByteArray("abcde\0", 6), false, t(QStringView(u"abcde\0", 6)),
@@ -127,7 +127,7 @@ const Fall faelle_draussen[] = {
         t("2147483519/0")},
 };
 
-const Fall andere_faelle[] = {
+const Fall Andere_Faelle[] = {
     {"format_0", 0, 1, "\1\2\3\4"_ba, true, Empty{}, Empty{}},
     {"format_11", 11, 1, "\1\2\3\4"_ba, true, Empty{}, Empty{}},
     {"format_12", 12, 1, "\xFF\xFF\xFF\xFF"_ba, true, Empty{}, Empty{}},
@@ -135,9 +135,9 @@ const Fall andere_faelle[] = {
     {"format_65535", 65535, 1, "\1\2\3\4"_ba, true, Empty{}, Empty{}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Inline, ExifWert, testing::ValuesIn(inline_faelle), name_des_falls);
-INSTANTIATE_TEST_SUITE_P(Outside, ExifWert, testing::ValuesIn(faelle_draussen), name_des_falls);
-INSTANTIATE_TEST_SUITE_P(Unknown, ExifWert, testing::ValuesIn(andere_faelle), name_des_falls);
+INSTANTIATE_TEST_SUITE_P(Inline, ExifWert, testing::ValuesIn(Inline_Faelle), name_des_falls);
+INSTANTIATE_TEST_SUITE_P(Outside, ExifWert, testing::ValuesIn(Faelle_draussen), name_des_falls);
+INSTANTIATE_TEST_SUITE_P(Unknown, ExifWert, testing::ValuesIn(Andere_Faelle), name_des_falls);
 
 class ExifWerte : public testing::TestWithParam<Folge> {
  protected:
@@ -149,7 +149,7 @@ class ExifWerte : public testing::TestWithParam<Folge> {
   Testordner ordner_;
 };
 
-TEST_P(ExifWerte, exif_version_reads_the_same_in_both_orders_and_flashpix_version_does_not) {
+TEST_P(ExifWerte, ExifVersionReadsTheSameInBothOrdersAndFlashpixVersionDoesNot) {
   ExifBauer b(GetParam());
   b.verzeichnis().feld(36864, 7, 4, "0220").feld(40960, 7, 4, "0100");
   const auto entries = lies(b);
@@ -157,7 +157,7 @@ TEST_P(ExifWerte, exif_version_reads_the_same_in_both_orders_and_flashpix_versio
   EXPECT_EQ(entries.at(1).Value, GetParam() == Folge::Motorola ? t("0100") : t("0010"));
 }
 
-TEST_P(ExifWerte, an_entry_of_format_12_is_kept_with_an_empty_value_and_the_walk_goes_on) {
+TEST_P(ExifWerte, AnEntryOfFormat12IsKeptWithAnEmptyValueAndTheWalkGoesOn) {
   ExifBauer b(GetParam());
   b.verzeichnis().daten(700, 12, 1, "12345678").zahl(701, 4, 1, 5);
   const auto entries = lies(b);
@@ -167,7 +167,7 @@ TEST_P(ExifWerte, an_entry_of_format_12_is_kept_with_an_empty_value_and_the_walk
   EXPECT_EQ(entries.at(1).Value, Variant(5));
 }
 
-TEST_P(ExifWerte, a_negative_exposure_bias_ends_the_walk_at_that_entry) {
+TEST_P(ExifWerte, ANegativeExposureBiasEndsTheWalkAtThatEntry) {
   ExifBauer b(GetParam());
   b.verzeichnis().zahl(256, 4, 1, 1).zeiger();
   b.unterverzeichnis().zahl(34850, 4, 1, 2).daten(37380, 10, 1, b.bruch(0xFFFFFFFF, 3)).zahl(40962, 4, 1, 4);
@@ -182,7 +182,7 @@ TEST_P(ExifWerte, a_negative_exposure_bias_ends_the_walk_at_that_entry) {
   EXPECT_EQ(entries[4], Exif_Entry());
 }
 
-TEST_P(ExifWerte, a_negative_denominator_leaves_the_value_empty_and_ends_the_walk) {
+TEST_P(ExifWerte, ANegativeDenominatorLeavesTheValueEmptyAndEndsTheWalk) {
   ExifBauer b(GetParam());
   b.verzeichnis().daten(37380, 10, 1, b.bruch(1, 0xFFFFFFFD)).zahl(40962, 4, 1, 4);
   const auto entries = lies(b);
@@ -190,7 +190,7 @@ TEST_P(ExifWerte, a_negative_denominator_leaves_the_value_empty_and_ends_the_wal
   EXPECT_EQ(entries.at(1), Exif_Entry());
 }
 
-TEST_P(ExifWerte, an_inline_long_with_its_highest_bit_set_ends_the_walk) {
+TEST_P(ExifWerte, AnInlineLongWithItsHighestBitSetEndsTheWalk) {
   ExifBauer b(GetParam());
   b.verzeichnis().zahl(700, 9, 1, 0xFFFFFFFF).zahl(701, 4, 1, 5);
   const auto entries = lies(b);
@@ -199,7 +199,7 @@ TEST_P(ExifWerte, an_inline_long_with_its_highest_bit_set_ends_the_walk) {
   EXPECT_EQ(entries.at(1), Exif_Entry());
 }
 
-TEST_P(ExifWerte, a_count_with_its_highest_bit_set_ends_the_walk_behind_tag_and_format) {
+TEST_P(ExifWerte, ACountWithItsHighestBitSetEndsTheWalkBehindTagAndFormat) {
   ExifBauer b(GetParam());
   b.verzeichnis().feld(700, 2, 0x80000000, "abcd").zahl(701, 4, 1, 5);
   const auto entries = lies(b);
@@ -209,7 +209,7 @@ TEST_P(ExifWerte, a_count_with_its_highest_bit_set_ends_the_walk_behind_tag_and_
   EXPECT_EQ(entries.at(1), Exif_Entry());
 }
 
-TEST_P(ExifWerte, a_value_offset_with_its_highest_bit_set_ends_the_walk) {
+TEST_P(ExifWerte, AValueOffsetWithItsHighestBitSetEndsTheWalk) {
   for (const int format : {1, 2, 3, 4, 5}) {
     ExifBauer b(GetParam());
     b.verzeichnis().zahl(700, format, 8, 0x80000000).zahl(701, 4, 1, 5);
@@ -221,7 +221,7 @@ TEST_P(ExifWerte, a_value_offset_with_its_highest_bit_set_ends_the_walk) {
   }
 }
 
-TEST_P(ExifWerte, a_count_times_size_that_overflows_ends_the_walk_before_the_offset) {
+TEST_P(ExifWerte, ACountTimesSizeThatOverflowsEndsTheWalkBeforeTheOffset) {
   for (const int format : {3, 4, 8, 9}) {
     ExifBauer b(GetParam());
     b.verzeichnis().zahl(700, format, 0x40000000, 8).zahl(701, 4, 1, 5);
@@ -232,7 +232,7 @@ TEST_P(ExifWerte, a_count_times_size_that_overflows_ends_the_walk_before_the_off
   }
 }
 
-TEST_P(ExifWerte, a_text_that_runs_past_the_file_keeps_what_was_appended_and_ends_the_walk) {
+TEST_P(ExifWerte, ATextThatRunsPastTheFileKeepsWhatWasAppendedAndEndsTheWalk) {
   ExifBauer b(GetParam());
   b.verzeichnis().zahl(271, 2, 100, 38).zahl(256, 4, 1, 5);
   ASSERT_EQ(b.tiff().size(), 38);
@@ -244,7 +244,7 @@ TEST_P(ExifWerte, a_text_that_runs_past_the_file_keeps_what_was_appended_and_end
   EXPECT_EQ(ergebnis.entries.at(1), Exif_Entry());
 }
 
-TEST_P(ExifWerte, numbers_that_run_past_the_file_keep_what_was_appended_but_backwards_that_is_nothing) {
+TEST_P(ExifWerte, NumbersThatRunPastTheFileKeepWhatWasAppendedButBackwardsThatIsNothing) {
   const bool motorola = GetParam() == Folge::Motorola;
   for (const int format : {1, 3, 4}) {
     ExifBauer b(GetParam());
@@ -256,7 +256,7 @@ TEST_P(ExifWerte, numbers_that_run_past_the_file_keep_what_was_appended_but_back
   }
 }
 
-TEST_P(ExifWerte, a_text_that_begins_beyond_the_file_leaves_the_value_empty) {
+TEST_P(ExifWerte, ATextThatBeginsBeyondTheFileLeavesTheValueEmpty) {
   ExifBauer b(GetParam());
   b.verzeichnis().zahl(271, 2, 100, 0x7FFFFFFF).zahl(256, 4, 1, 5);
   const auto entries = lies(b);
@@ -265,7 +265,7 @@ TEST_P(ExifWerte, a_text_that_begins_beyond_the_file_leaves_the_value_empty) {
   EXPECT_EQ(entries.at(1), Exif_Entry());
 }
 
-TEST_P(ExifWerte, a_long_text_is_read_whole_across_blocks) {
+TEST_P(ExifWerte, ALongTextIsReadWholeAcrossBlocks) {
   QByteArray lang(70000, '\0');
   for (qsizetype i = 0; i < lang.size(); ++i) lang[i] = static_cast<char>('a' + i % 23);
   ExifBauer b(GetParam());

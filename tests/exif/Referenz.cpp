@@ -93,10 +93,10 @@ class Naiv {
     ziel.Format_Code = kurz(e + 2);
     ziel.Item_Count = static_cast<std::int32_t>(lang(e + 4));
     wert(e + 8, ziel);
-    if (ziel.Tag_Id == 34665) zeiger_ = als_zahl(ziel.Value);
+    if (ziel.Tag_Id == 34665) zeiger_ = als_Zahl(ziel.Value);
   }
 
-  static std::int64_t als_zahl(const Variant& wert) {
+  static std::int64_t als_Zahl(const Variant& wert) {
     if (std::holds_alternative<Empty>(wert)) return 0;
     if (std::holds_alternative<std::int32_t>(wert)) return std::get<std::int32_t>(wert);
     const QString text = std::get<QString>(wert);
@@ -114,7 +114,7 @@ class Naiv {
     if (format < 1 || format > 10) return;
     const std::int64_t groesse = (format == 4 || format == 9) ? 4 : (format == 3 || format == 8) ? 2 : 1;
     if (i32(ziel.Item_Count * groesse) <= 4) {
-      ziel.Value = im_feld(f, format);
+      ziel.Value = im_Feld(f, format);
       return;
     }
     ziel.Data_Offset = static_cast<std::int32_t>(lang(f));
@@ -129,7 +129,7 @@ class Naiv {
     ziel.Value = QStringLiteral("%1/%2").arg(zaehler).arg(nenner);
   }
 
-  Variant im_feld(std::int64_t f, int format) const {
+  Variant im_Feld(std::int64_t f, int format) const {
     const std::int64_t b8 = byte(f);
     const std::int64_t b9 = byte(f + 1);
     const std::int64_t b10 = byte(f + 2);

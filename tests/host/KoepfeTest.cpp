@@ -35,13 +35,13 @@ QSet<QString> veroeffentlicht() {
 
 }  // namespace
 
-TEST(VeroeffentlichteKoepfe, Binden_nur_veroeffentlichte_ein) {
+TEST(VeroeffentlichteKoepfe, IncludeOnlyPublishedOnes) {
   ASSERT_FALSE(veroeffentlicht().isEmpty());
   for (const QString& kopf : veroeffentlicht())
     EXPECT_EQ(eingebunden(kopf) - veroeffentlicht(), QSet<QString>()) << kopf.toStdString();
 }
 
-TEST(VeroeffentlichteKoepfe, Genuegen_dem_Wirt) {
+TEST(VeroeffentlichteKoepfe, SufficeForTheHost) {
   for (const QString& ordner : {u"host/"_s, u"docs/beispiele/"_s}) {
     QStringList dateien;
     for (QDirIterator lauf(Wurzel + ordner, {u"*.h"_s, u"*.cpp"_s}, QDir::Files, QDirIterator::Subdirectories);

@@ -59,13 +59,13 @@ class BildDrehen : public ::testing::Test {
   const QString bild = ordner.schreibe(u"a.jpg"_s, jpg);
 };
 
-TEST_F(BildDrehen, der_neue_Inhalt_steht_unter_dem_alten_Namen_und_nichts_daneben) {
+TEST_F(BildDrehen, TheNewContentStandsUnderTheOldNameAndNothingBesideIt) {
   EXPECT_TRUE(Fkt_Bild_Drehen(bild, 13));
   EXPECT_EQ(ordner.lies(u"a.jpg"_s), gedreht(jpg, 13));
   EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
 }
 
-TEST_F(BildDrehen, Dateien_mit_Unterstrich_vor_dem_Namen_bleiben_wie_sie_sind) {
+TEST_F(BildDrehen, FilesWithAnUnderscoreBeforeTheNameStayAsTheyAre) {
   ordner.schreibe(u"_a.jpg"_s, "von jemandem");
   ordner.schreibe(u"__a.jpg"_s, "auch");
   EXPECT_TRUE(Fkt_Bild_Drehen(bild, 15));
@@ -75,21 +75,21 @@ TEST_F(BildDrehen, Dateien_mit_Unterstrich_vor_dem_Namen_bleiben_wie_sie_sind) {
   EXPECT_EQ(ordner.lies(u"a.jpg"_s), gedreht(jpg, 15));
 }
 
-TEST_F(BildDrehen, ein_Name_der_keinen_Unterstrich_mehr_fasst_wird_gekuerzt) {
+TEST_F(BildDrehen, ANameThatHasNoRoomForAnUnderscoreIsShortened) {
   const QString name = QString(251, u'x') + u".jpg"_s;
   EXPECT_TRUE(Fkt_Bild_Drehen(ordner.schreibe(name, jpg), 14));
   EXPECT_EQ(ordner.lies(name), gedreht(jpg, 14));
   EXPECT_EQ(inhalt().size(), 2);
 }
 
-TEST_F(BildDrehen, ein_schreibgeschuetztes_Bild_wird_nicht_ersetzt_und_der_Fehler_gemeldet) {
+TEST_F(BildDrehen, AWriteProtectedPictureIsNotReplacedAndTheFailureReported) {
   ASSERT_TRUE(QFile::setPermissions(bild, QFileDevice::ReadOwner | QFileDevice::ReadGroup));
   EXPECT_EQ(Fehlernummer_von([&] { Fkt_Bild_Drehen(bild, 13); }), 70);
   EXPECT_EQ(ordner.lies(u"a.jpg"_s), jpg);
   EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s}) << "the new content goes";
 }
 
-TEST_F(BildDrehen, Besitzer_und_Rechte_bleiben) {
+TEST_F(BildDrehen, OwnerAndRightsStay) {
   const bool root = ::geteuid() == 0;
   if (root) {
     ASSERT_EQ(::chown(pfad_in_Bytes().constData(), 1234, 4321), 0);
@@ -106,7 +106,7 @@ TEST_F(BildDrehen, Besitzer_und_Rechte_bleiben) {
   EXPECT_NE(nachher.st_ino, vorher.st_ino);
 }
 
-TEST_F(BildDrehen, die_erweiterten_Attribute_bleiben) {
+TEST_F(BildDrehen, TheExtendedAttributesStay) {
   const QByteArray wert("drei\0Worte und mehr", 19);
   if (::setxattr(pfad_in_Bytes().constData(), "user.kvo.eins", wert.constData(), 19, 0) != 0)
     GTEST_SKIP() << "this file system holds no extended attributes";
@@ -118,7 +118,7 @@ TEST_F(BildDrehen, die_erweiterten_Attribute_bleiben) {
   EXPECT_EQ(::getxattr(pfad_in_Bytes().constData(), "user.leer", gelesen.data(), 100), 0);
 }
 
-TEST_F(BildDrehen, hinter_einem_Verweis_wird_die_Datei_selbst_gedreht) {
+TEST_F(BildDrehen, BehindALinkTheFileItselfIsTurned) {
   const QString verweis = ordner.pfad(u"verweis.jpg"_s);
   ASSERT_TRUE(QFile::link(bild, verweis));
   EXPECT_TRUE(Fkt_Bild_Drehen(verweis, 13));
@@ -126,7 +126,7 @@ TEST_F(BildDrehen, hinter_einem_Verweis_wird_die_Datei_selbst_gedreht) {
   EXPECT_EQ(ordner.lies(u"a.jpg"_s), gedreht(jpg, 13));
 }
 
-TEST_F(BildDrehen, ein_heiles_Bild_anderen_Formats_bleibt_und_ist_False_ohne_Meldung) {
+TEST_F(BildDrehen, AnIntactPictureOfAnotherFormatStaysAndIsFalseWithoutAMessage) {
   for (const char* format : {"png", "bmp", "tiff"}) {
     const QByteArray anderes = verlauf({32, 16}, format);
     EXPECT_FALSE(Fkt_Bild_Drehen(ordner.schreibe(u"b.jpg"_s, anderes), 13)) << format;
@@ -135,7 +135,7 @@ TEST_F(BildDrehen, ein_heiles_Bild_anderen_Formats_bleibt_und_ist_False_ohne_Mel
   EXPECT_EQ(inhalt().size(), 2);
 }
 
-TEST_F(BildDrehen, Inhalt_ohne_Format_meldet_13_und_eine_fehlende_Datei_10) {
+TEST_F(BildDrehen, ContentWithoutAFormatReports13AndAMissingFile10) {
   meldungen.erwarte(gdi_Fehler(u"Unknown Image Format. GDI+ Error:13"_s));
   EXPECT_FALSE(Fkt_Bild_Drehen(ordner.schreibe(u"b.jpg"_s, "Text"), 13));
   meldungen.erwarte(gdi_Fehler(u"File Not Found. GDI+ Error:10"_s));
@@ -162,7 +162,7 @@ int mikrosekunden_je_Drehung(const QString& bild) {
       std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - beginn).count());
 }
 
-TEST_F(BildDrehen, wann_immer_der_Prozess_stirbt_ist_das_Bild_ganz_da_alt_oder_neu) {
+TEST_F(BildDrehen, WheneverTheProcessDiesThePictureIsWholeOldOrNew) {
   QSet<QByteArray> ganze{jpg};
   for (QByteArray b = jpg; ganze.size() < 9;) {
     b = gedreht(b, 13);

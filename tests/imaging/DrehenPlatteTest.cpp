@@ -89,9 +89,9 @@ int fsync(int deskriptor) {
   return static_cast<int>(::syscall(SYS_fsync, deskriptor));
 }
 
-int linkat(int von_ordner, const char* von, int nach_ordner, const char* nach, int art) noexcept {
+int linkat(int von_Ordner, const char* von, int nach_Ordner, const char* nach, int art) noexcept {
   zaehle();
-  return static_cast<int>(::syscall(SYS_linkat, von_ordner, von, nach_ordner, nach, art));
+  return static_cast<int>(::syscall(SYS_linkat, von_Ordner, von, nach_Ordner, nach, art));
 }
 
 int rename(const char* von, const char* nach) noexcept {
@@ -150,7 +150,7 @@ class DrehenPlatte : public ::testing::Test {
   const QString bild = ordner.schreibe(u"a.jpg"_s, jpg);
 };
 
-TEST_F(DrehenPlatte, eine_volle_Platte_meldet_7_und_laesst_nichts_zurueck) {
+TEST_F(DrehenPlatte, AFullDiskReports7AndLeavesNothingBehind) {
   for (const bool ohne_namenlose : {false, true})
     for (const long platz : {0L, 1000L}) {
       antworten = {.platz = platz, .ohne_namenlose = ohne_namenlose};
@@ -164,7 +164,7 @@ TEST_F(DrehenPlatte, eine_volle_Platte_meldet_7_und_laesst_nichts_zurueck) {
     }
 }
 
-TEST_F(DrehenPlatte, ein_Ordner_in_den_niemand_schreiben_darf_meldet_12) {
+TEST_F(DrehenPlatte, AFolderNobodyMayWriteToReports12) {
   for (const int fehler : {EACCES, EROFS}) {
     antworten.beim_Anlegen = fehler;
     meldungen.erwarte(gdi_Fehler(u"Access Denied. GDI+ Error:12"_s));
@@ -176,7 +176,7 @@ TEST_F(DrehenPlatte, ein_Ordner_in_den_niemand_schreiben_darf_meldet_12) {
   }
 }
 
-TEST_F(DrehenPlatte, eine_Freigabe_die_verschwindet_endet_in_einer_Meldung_und_laesst_die_Quelle) {
+TEST_F(DrehenPlatte, AShareThatVanishesEndsInAMessageAndLeavesTheSource) {
   for (const auto& [fehler, text] : {std::pair{ESTALE, u"Win32 Error. GDI+ Error:7"_s},
            std::pair{EIO, u"Win32 Error. GDI+ Error:7"_s}, std::pair{EHOSTDOWN, u"Win32 Error. GDI+ Error:7"_s},
            std::pair{ENOENT, u"File Not Found. GDI+ Error:10"_s}}) {
@@ -191,7 +191,7 @@ TEST_F(DrehenPlatte, eine_Freigabe_die_verschwindet_endet_in_einer_Meldung_und_l
   bleibt_allein();
 }
 
-TEST_F(DrehenPlatte, ein_Tausch_der_scheitert_wird_gemeldet_und_laesst_nichts_zurueck) {
+TEST_F(DrehenPlatte, ASwapThatFailsIsReportedAndLeavesNothingBehind) {
   for (const auto& [fehler, nummer] : {std::pair{EPERM, 70}, std::pair{EBUSY, 70}, std::pair{EIO, 57}}) {
     antworten.beim_Umbenennen = fehler;
     EXPECT_EQ(Fehlernummer_von([&] { Fkt_Bild_Drehen(bild, 13); }), nummer);
@@ -199,21 +199,21 @@ TEST_F(DrehenPlatte, ein_Tausch_der_scheitert_wird_gemeldet_und_laesst_nichts_zu
   }
 }
 
-TEST_F(DrehenPlatte, ohne_ersetzendes_Umbenennen_wird_erst_geloescht) {
+TEST_F(DrehenPlatte, WithoutAReplacingRenameTheOldFileIsDeletedFirst) {
   antworten.beim_Umbenennen = EEXIST;
   EXPECT_TRUE(Fkt_Bild_Drehen(bild, 13));
   EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
   EXPECT_EQ(ordner.lies(u"a.jpg"_s), neu);
 }
 
-TEST_F(DrehenPlatte, scheitert_dann_das_Loeschen_nimmt_der_neue_Inhalt_den_Namen_nie_an) {
+TEST_F(DrehenPlatte, WhereThatDeletionThenFailsTheNewContentNeverTakesTheName) {
   antworten.beim_Umbenennen = EEXIST;
   antworten.beim_Loeschen = EACCES;
   EXPECT_EQ(Fehlernummer_von([&] { Fkt_Bild_Drehen(bild, 13); }), 70);
   bleibt_allein();
 }
 
-TEST_F(DrehenPlatte, ohne_namenlose_Dateien_traegt_der_neue_Inhalt_gleich_den_Unterstrich) {
+TEST_F(DrehenPlatte, WithoutUnnamedFilesTheNewContentBearsTheUnderscoreFromTheStart) {
   antworten.ohne_namenlose = true;
   ordner.schreibe(u"_a.jpg"_s, "von jemandem");
   EXPECT_TRUE(Fkt_Bild_Drehen(bild, 13));
@@ -223,7 +223,7 @@ TEST_F(DrehenPlatte, ohne_namenlose_Dateien_traegt_der_neue_Inhalt_gleich_den_Un
 }
 
 // One process for each call that changes anything on the disk; it ends right before that call.
-TEST_F(DrehenPlatte, vor_jedem_Aufruf_an_die_Platte_ist_das_Bild_ganz_da) {
+TEST_F(DrehenPlatte, BeforeEveryCallToTheDiskThePictureIsWhole) {
   for (const bool ohne_namenlose : {false, true}) {
     int tote = 0;
     for (bool gestorben = true; gestorben; ++tote) {

@@ -41,7 +41,7 @@ class FrmPic : public ::testing::Test {
   frmPic form;
 };
 
-TEST_F(FrmPic, laedt_ein_Bild_und_nennt_seine_Groesse_in_Pixeln) {
+TEST_F(FrmPic, LoadsAPictureAndTellsItsSizeInPixels) {
   EXPECT_TRUE(form.FKT_LoadPicture(schreibe(u"a.jpg"_s, "jpg", 64, 48)));
   EXPECT_EQ(form.picBreite, 64);
   EXPECT_EQ(form.PicHoehe, 48);
@@ -49,7 +49,7 @@ TEST_F(FrmPic, laedt_ein_Bild_und_nennt_seine_Groesse_in_Pixeln) {
   EXPECT_EQ(form.picPicture.Picture()->groesse(), QSize(64, 48));
 }
 
-TEST_F(FrmPic, von_dem_nichts_zu_lesen_ist_zeigt_kein_schwarzes_Feld) {
+TEST_F(FrmPic, WhereNothingCanBeReadNoBlackPanelIsShown) {
   schreibe(u"a.jpg"_s, "jpg", 64, 48);
   const QByteArray ganz = ordner.lies(u"a.jpg"_s);
   EXPECT_TRUE(form.FKT_LoadPicture(ordner.schreibe(u"b.jpg"_s, ganz.left(ganz.indexOf("\xff\xda"_ba) + 14))));
@@ -59,14 +59,14 @@ TEST_F(FrmPic, von_dem_nichts_zu_lesen_ist_zeigt_kein_schwarzes_Feld) {
   EXPECT_EQ(leeres.pixelColor(1, 1), QColor(Qt::white));
 }
 
-TEST_F(FrmPic, in_Twips_zaehlt_ein_Pixel_fuenfzehn) {
+TEST_F(FrmPic, InTwipsAPixelCountsFifteen) {
   form.picPicture.Scale(ScaleMode::Twips);
   EXPECT_TRUE(form.FKT_LoadPicture(schreibe(u"a.png"_s, "png", 64, 48)));
   EXPECT_EQ(form.picBreite, 960);
   EXPECT_EQ(form.PicHoehe, 720);
 }
 
-TEST_F(FrmPic, zweimal_laden_oeffnet_und_schliesst_zwei_Sitzungen_und_gibt_dieselbe_Groesse) {
+TEST_F(FrmPic, LoadingTwiceOpensAndClosesTwoSessionsAndGivesTheSameSize) {
   const QString pfad = schreibe(u"a.png"_s, "png", 30, 20);
   EXPECT_TRUE(form.FKT_LoadPicture(pfad));
   const std::int32_t erste = m_GdiToken;
@@ -78,7 +78,7 @@ TEST_F(FrmPic, zweimal_laden_oeffnet_und_schliesst_zwei_Sitzungen_und_gibt_diese
   EXPECT_EQ(form.PicHoehe, 20);
 }
 
-TEST_F(FrmPic, nach_dem_Ende_der_Klammer_ist_die_Flagge_noch_gesetzt_und_ein_Laden_meldet_18) {
+TEST_F(FrmPic, AfterTheBracketEndsTheFlagIsStillSetAndLoadingReports18) {
   const QString pfad = schreibe(u"a.png"_s, "png", 3, 2);
   EXPECT_TRUE(form.FKT_LoadPicture(pfad));
   EXPECT_TRUE(m_GdiAktiv);
@@ -87,7 +87,7 @@ TEST_F(FrmPic, nach_dem_Ende_der_Klammer_ist_die_Flagge_noch_gesetzt_und_ein_Lad
   EXPECT_EQ(Fkt_LoadPictureGdi(pfad), nullptr);
 }
 
-TEST_F(FrmPic, eine_fehlende_Datei_ist_False_und_die_Groesse_bleibt) {
+TEST_F(FrmPic, AMissingFileIsFalseAndTheSizeStays) {
   EXPECT_TRUE(form.FKT_LoadPicture(schreibe(u"a.png"_s, "png", 30, 20)));
   EXPECT_FALSE(form.FKT_LoadPicture(ordner.pfad(u"fehlt.png"_s)));
   EXPECT_EQ(form.picBreite, 30);
@@ -96,11 +96,11 @@ TEST_F(FrmPic, eine_fehlende_Datei_ist_False_und_die_Groesse_bleibt) {
   EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }
 
-TEST_F(FrmPic, ein_Ordner_ist_keine_Datei) {
+TEST_F(FrmPic, AFolderIsNoFile) {
   EXPECT_FALSE(form.FKT_LoadPicture(ordner.pfad()));
 }
 
-TEST_F(FrmPic, eine_Datei_die_GDI_ablehnt_ist_True_mit_leerem_Feld_in_letzter_Groesse) {
+TEST_F(FrmPic, AFileThatGdiRefusesIsTrueWithAnEmptyPanelInTheLastSize) {
   EXPECT_TRUE(form.FKT_LoadPicture(schreibe(u"a.png"_s, "png", 30, 20)));
   form.picBreite = form.PicHoehe = 0;
   meldungen.erwarte(gdi_Fehler(u"Unknown Image Format. GDI+ Error:13"_s));
@@ -110,13 +110,13 @@ TEST_F(FrmPic, eine_Datei_die_GDI_ablehnt_ist_True_mit_leerem_Feld_in_letzter_Gr
   EXPECT_EQ(form.PicHoehe, 20);
 }
 
-TEST_F(FrmPic, ein_defekter_Kopf_ist_True_ohne_Meldung_mit_leerem_Feld) {
+TEST_F(FrmPic, ADamagedHeaderIsTrueWithoutAMessageWithAnEmptyPanel) {
   EXPECT_TRUE(form.FKT_LoadPicture(ordner.schreibe(u"a.jpg"_s, "\xff\xd8\xff")));
   EXPECT_EQ(form.picPicture.Picture(), nullptr);
   EXPECT_EQ(form.picBreite, 0);
 }
 
-TEST_F(FrmPic, ohne_Sitzung_laedt_der_einfache_Lader_BMP_und_JPEG) {
+TEST_F(FrmPic, WithoutASessionThePlainLoaderLoadsBmpAndJpeg) {
   for (const char* format : {"bmp", "jpg"}) {
     const QString pfad = schreibe(QString::fromLatin1(format), format, 17, 9);
     Sitzung_scheitert();
@@ -128,14 +128,14 @@ TEST_F(FrmPic, ohne_Sitzung_laedt_der_einfache_Lader_BMP_und_JPEG) {
   }
 }
 
-TEST_F(FrmPic, ohne_Sitzung_laedt_der_einfache_Lader_ein_GIF) {
+TEST_F(FrmPic, WithoutASessionThePlainLoaderLoadsAGif) {
   const QByteArray gif("GIF89a\2\0\1\0\x80\0\0\0\0\0\xff\xff\xff,\0\0\0\0\2\0\1\0\0\2\2\x4c\x0a\0;", 36);
   Sitzung_scheitert();
   EXPECT_TRUE(form.FKT_LoadPicture(ordner.schreibe(u"a.gif"_s, gif)));
   EXPECT_EQ(form.picBreite, 2);
 }
 
-TEST_F(FrmPic, scheitert_auch_der_einfache_Lader_ist_es_False_und_die_Groesse_bleibt) {
+TEST_F(FrmPic, WhereThePlainLoaderFailsTooItIsFalseAndTheSizeStays) {
   EXPECT_TRUE(form.FKT_LoadPicture(schreibe(u"a.png"_s, "png", 30, 20)));
   const QString png = schreibe(u"b.png"_s, "png", 5, 5);
   Sitzung_scheitert();
@@ -144,12 +144,12 @@ TEST_F(FrmPic, scheitert_auch_der_einfache_Lader_ist_es_False_und_die_Groesse_bl
   EXPECT_EQ(form.PicHoehe, 20);
 }
 
-TEST_F(FrmPic, eine_gescheiterte_Sitzung_und_eine_fehlende_Datei_melden_nur_die_Sitzung) {
+TEST_F(FrmPic, AFailedSessionAndAMissingFileReportOnlyTheSession) {
   Sitzung_scheitert();
   EXPECT_FALSE(form.FKT_LoadPicture(ordner.pfad(u"fehlt.bmp"_s)));
 }
 
-TEST_F(FrmPic, bricht_schon_der_Start_ab_ist_die_alte_Flagge_geloescht) {
+TEST_F(FrmPic, WhereTheStartAlreadyBreaksOffTheOldFlagIsCleared) {
   const QString pfad = schreibe(u"a.bmp"_s, "bmp", 3, 2);
   EXPECT_TRUE(form.FKT_LoadPicture(pfad));
   EXPECT_TRUE(m_GdiAktiv);
@@ -160,14 +160,14 @@ TEST_F(FrmPic, bricht_schon_der_Start_ab_ist_die_alte_Flagge_geloescht) {
   EXPECT_FALSE(m_GdiAktiv);
 }
 
-TEST_F(FrmPic, ein_Fehler_in_der_Meldung_ist_False_und_schliesst_die_Klammer) {
+TEST_F(FrmPic, AFailureInTheMessageIsFalseAndClosesTheBracket) {
   meldungen.erwarte(gdi_Fehler(u"Unknown Image Format. GDI+ Error:13"_s), oberflaeche::Antwort::OK,
       [] { throw Laufzeitfehler(fehlernummer::SpeicherErschoepft); });
   EXPECT_FALSE(form.FKT_LoadPicture(ordner.schreibe(u"text.jpg"_s, "kein Bild")));
   EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }
 
-TEST_F(FrmPic, das_geladene_Bild_ueberlebt_die_Form) {
+TEST_F(FrmPic, TheLoadedPictureOutlivesTheForm) {
   std::shared_ptr<const Bild> bild;
   EXPECT_TRUE(frmPic::Instanz().FKT_LoadPicture(schreibe(u"a.bmp"_s, "bmp", 8, 4)));
   bild = frmPic::Instanz().picPicture.Picture();
@@ -175,7 +175,7 @@ TEST_F(FrmPic, das_geladene_Bild_ueberlebt_die_Form) {
   EXPECT_EQ(bild->bild().pixel(2, 2), qRgb(0, 0, 255));
 }
 
-TEST_F(FrmPic, die_Instanz_ist_eine_je_Faden_und_nach_dem_Entladen_neu) {
+TEST_F(FrmPic, ThereIsOneInstancePerThreadAndANewOneAfterUnloading) {
   frmPic& diese = frmPic::Instanz();
   diese.picBreite = 5;
   EXPECT_EQ(&frmPic::Instanz(), &diese);
@@ -188,7 +188,7 @@ TEST_F(FrmPic, die_Instanz_ist_eine_je_Faden_und_nach_dem_Entladen_neu) {
   frmPic::Entladen();
 }
 
-TEST(PictureBox, ein_geleertes_Feld_behaelt_seine_letzte_Groesse) {
+TEST(PictureBox, AnEmptiedPanelKeepsItsLastSize) {
   PictureBox feld;
   EXPECT_EQ(feld.ScaleWidth(), 0);
   MeldungsDoppel meldungen;

@@ -34,7 +34,7 @@ class GrafikKonvert : public ::testing::Test {
   Testordner ordner;
 };
 
-TEST_F(GrafikKonvert, jeder_Status_hat_seinen_Text) {
+TEST_F(GrafikKonvert, EveryStatusHasItsText) {
   const QStringList texte{
       u"Generic Error."_s,
       u"Invalid Parameter."_s,
@@ -62,26 +62,26 @@ TEST_F(GrafikKonvert, jeder_Status_hat_seinen_Text) {
     EXPECT_EQ(Fkt_GdiFehlerText(status), u"Unknown GDI+ Error."_s);
 }
 
-TEST_F(GrafikKonvert, Status_0_und_2_bleiben_still) {
+TEST_F(GrafikKonvert, Status0And2StaySilent) {
   EXPECT_EQ(Fkt_GdiPruefen(0), 0);
   EXPECT_EQ(Fkt_GdiPruefen(2), 2);
 }
 
-TEST_F(GrafikKonvert, jeder_andere_Status_wird_mit_seiner_Nummer_gemeldet) {
+TEST_F(GrafikKonvert, EveryOtherStatusIsReportedWithItsNumber) {
   meldungen.erwarte(gdi_Fehler(u"File Not Found. GDI+ Error:10"_s));
   EXPECT_EQ(Fkt_GdiPruefen(10), 10);
   meldungen.erwarte(gdi_Fehler(u"Generic Error. GDI+ Error:1"_s));
   EXPECT_EQ(Fkt_GdiPruefen(1), 1);
 }
 
-TEST_F(GrafikKonvert, ein_Status_ab_21_ist_ein_unbekannter_Fehler_mit_Nummer) {
+TEST_F(GrafikKonvert, AStatusFrom21OnIsAnUnknownFailureWithItsNumber) {
   meldungen.erwarte(gdi_Fehler(u"Unknown GDI+ Error. GDI+ Error:21"_s));
   EXPECT_EQ(Fkt_GdiPruefen(21), 21);
   meldungen.erwarte(gdi_Fehler(u"Unknown GDI+ Error. GDI+ Error:-1"_s));
   EXPECT_EQ(Fkt_GdiPruefen(-1), -1);
 }
 
-TEST_F(GrafikKonvert, eine_Sitzung_setzt_ihre_Marke_und_endet_mit_Status_0) {
+TEST_F(GrafikKonvert, ASessionSetsItsTokenAndEndsWithStatus0) {
   m_GdiToken = 0;
   EXPECT_EQ(Fkt_GdiStartup(1), 0);
   EXPECT_NE(m_GdiToken, 0);
@@ -90,13 +90,13 @@ TEST_F(GrafikKonvert, eine_Sitzung_setzt_ihre_Marke_und_endet_mit_Status_0) {
   EXPECT_EQ(Fkt_GdiStartup(2), 17);
 }
 
-TEST_F(GrafikKonvert, ohne_Sitzung_meldet_das_Laden_Status_18) {
+TEST_F(GrafikKonvert, WithoutASessionLoadingReportsStatus18) {
   const QString pfad = ordner.schreibe(u"a.bmp"_s, bmp(4, 3));
   meldungen.erwarte(gdi_Fehler(u"Gdiplus Not Initialized. GDI+ Error:18"_s));
   EXPECT_EQ(Fkt_LoadPictureGdi(pfad), nullptr);
 }
 
-TEST_F(GrafikKonvert, mit_Sitzung_wird_ein_Bild_geladen) {
+TEST_F(GrafikKonvert, WithASessionAPictureIsLoaded) {
   Fkt_GdiStartup(1);
   const auto bild = Fkt_LoadPictureGdi(ordner.schreibe(u"a.bmp"_s, bmp(4, 3)));
   Fkt_GdiShutdown();
@@ -105,7 +105,7 @@ TEST_F(GrafikKonvert, mit_Sitzung_wird_ein_Bild_geladen) {
   EXPECT_EQ(bild->bild().pixel(1, 1), qRgb(255, 0, 0)) << "the picture outlives the session";
 }
 
-TEST_F(GrafikKonvert, ein_Fehler_beim_Laden_wird_gemeldet_und_gibt_kein_Bild) {
+TEST_F(GrafikKonvert, AFailureWhileLoadingIsReportedAndGivesNoPicture) {
   Fkt_GdiStartup(1);
   meldungen.erwarte(gdi_Fehler(u"File Not Found. GDI+ Error:10"_s));
   EXPECT_EQ(Fkt_LoadPictureGdi(ordner.pfad(u"fehlt.jpg"_s)), nullptr);
@@ -114,13 +114,13 @@ TEST_F(GrafikKonvert, ein_Fehler_beim_Laden_wird_gemeldet_und_gibt_kein_Bild) {
   Fkt_GdiShutdown();
 }
 
-TEST_F(GrafikKonvert, ein_defekter_Kopf_gibt_ohne_Meldung_kein_Bild) {
+TEST_F(GrafikKonvert, ADamagedHeaderGivesNoPictureWithoutAMessage) {
   Fkt_GdiStartup(1);
   EXPECT_EQ(Fkt_LoadPictureGdi(ordner.schreibe(u"a.jpg"_s, "\xff\xd8\xff")), nullptr);
   Fkt_GdiShutdown();
 }
 
-TEST_F(GrafikKonvert, endet_die_Sitzung_waehrend_der_Meldung_bleibt_es_bei_keinem_Bild) {
+TEST_F(GrafikKonvert, WhereTheSessionEndsDuringTheMessageThereIsStillNoPicture) {
   Fkt_GdiStartup(1);
   meldungen.erwarte(
       gdi_Fehler(u"File Not Found. GDI+ Error:10"_s), oberflaeche::Antwort::OK, [] { Fkt_GdiShutdown(); });
@@ -128,7 +128,7 @@ TEST_F(GrafikKonvert, endet_die_Sitzung_waehrend_der_Meldung_bleibt_es_bei_keine
   EXPECT_FALSE(gdiplus::bildersitzung::laeuft());
 }
 
-TEST_F(GrafikKonvert, ein_Handle_wird_zu_seinem_Bild) {
+TEST_F(GrafikKonvert, AHandleBecomesItsPicture) {
   Fkt_GdiStartup(1);
   const auto bild = Fkt_LoadPictureGdi(ordner.schreibe(u"a.bmp"_s, bmp(4, 3)));
   EXPECT_EQ(Fkt_HandleToPicture(bild, 1, 0), bild);

@@ -72,7 +72,7 @@ class JpgTransform : public ::testing::Test {
   const QString ziel = ordner.pfad(u"_a.jpg"_s);
 };
 
-TEST_F(JpgTransform, die_fuenf_Nummern_drehen_im_Uhrzeigersinn_und_spiegeln) {
+TEST_F(JpgTransform, TheFiveNumbersTurnClockwiseAndMirror) {
   for (const auto& [wert, erwartet] : {std::pair{13, u"brsg"_s}, std::pair{14, u"sbgr"_s}, std::pair{15, u"gsrb"_s},
            std::pair{16, u"grsb"_s}, std::pair{17, u"bsrg"_s}}) {
     EXPECT_TRUE(Fkt_JpgTransform(quelle, ziel, wert));
@@ -83,7 +83,7 @@ TEST_F(JpgTransform, die_fuenf_Nummern_drehen_im_Uhrzeigersinn_und_spiegeln) {
   EXPECT_EQ(inhalt(), (QStringList{u"_a.jpg"_s, u"a.jpg"_s}));
 }
 
-TEST_F(JpgTransform, ein_Bild_anderen_Formats_wird_gedreht_ein_JPEG_unter_dem_Zielnamen) {
+TEST_F(JpgTransform, APictureOfAnotherFormatIsTurnedIntoAJpegUnderTheTargetsName) {
   for (const char* format : {"png", "bmp", "tiff"})
     for (const auto& [wert, erwartet] : {std::pair{13, u"brsg"_s}, std::pair{14, u"sbgr"_s}, std::pair{15, u"gsrb"_s},
              std::pair{16, u"grsb"_s}, std::pair{17, u"bsrg"_s}}) {
@@ -94,36 +94,36 @@ TEST_F(JpgTransform, ein_Bild_anderen_Formats_wird_gedreht_ein_JPEG_unter_dem_Zi
     }
 }
 
-TEST_F(JpgTransform, eine_fehlende_Quelle_meldet_10_und_schreibt_nichts) {
+TEST_F(JpgTransform, AMissingSourceReports10AndWritesNothing) {
   meldungen.erwarte(gdi_Fehler(u"File Not Found. GDI+ Error:10"_s));
   EXPECT_FALSE(Fkt_JpgTransform(ordner.pfad(u"fehlt.jpg"_s), ziel, 13));
   EXPECT_FALSE(ordner.vorhanden(u"_a.jpg"_s));
 }
 
-TEST_F(JpgTransform, Inhalt_ohne_bekanntes_Format_meldet_13) {
+TEST_F(JpgTransform, ContentWithoutAKnownFormatReports13) {
   meldungen.erwarte(gdi_Fehler(u"Unknown Image Format. GDI+ Error:13"_s));
   EXPECT_FALSE(Fkt_JpgTransform(ordner.schreibe(u"text.jpg"_s, "kein Bild"), ziel, 13));
 }
 
-TEST_F(JpgTransform, ein_defekter_Kopf_ist_False_ohne_Meldung) {
+TEST_F(JpgTransform, ADamagedHeaderIsFalseWithoutAMessage) {
   EXPECT_FALSE(Fkt_JpgTransform(ordner.schreibe(u"b.jpg"_s, "\xff\xd8\xff"), ziel, 13));
   QByteArray zwoelf = jpg;
   zwoelf[zwoelf.indexOf("\xff\xc0") + 4] = 12;
   EXPECT_FALSE(Fkt_JpgTransform(ordner.schreibe(u"c.jpg"_s, zwoelf), ziel, 13)) << "12 bits to a sample";
 }
 
-TEST_F(JpgTransform, ohne_Sitzung_meldet_18) {
+TEST_F(JpgTransform, WithoutASessionItReports18) {
   Fkt_GdiShutdown();
   meldungen.erwarte(gdi_Fehler(u"Gdiplus Not Initialized. GDI+ Error:18"_s));
   EXPECT_FALSE(Fkt_JpgTransform(quelle, ziel, 13));
 }
 
-TEST_F(JpgTransform, eine_andere_Nummer_ist_False_ohne_Meldung) {
+TEST_F(JpgTransform, AnotherNumberIsFalseWithoutAMessage) {
   for (const int wert : {0, 12, 18, -1}) EXPECT_FALSE(Fkt_JpgTransform(quelle, ziel, wert));
   EXPECT_FALSE(ordner.vorhanden(u"_a.jpg"_s));
 }
 
-TEST_F(JpgTransform, ohne_JPEG_Kodierer_kommt_die_Meldung_des_Kodierers_und_das_Bild_ist_freigegeben) {
+TEST_F(JpgTransform, WithoutAJpegEncoderTheEncodersMessageComesAndThePictureIsReleased) {
   gdiplus::kodierer::liste(QList<gdiplus::ImageCodecInfo>{{{1}, u"image/png"_s}, {{2}, u"image/bmp"_s}});
   const oberflaeche::Meldung box{u"Konnte keinen passenden Encoder ermitteln."_s, u"Encoder Error"_s,
       oberflaeche::Symbol::Keins, oberflaeche::Knoepfe::OK};
@@ -135,13 +135,13 @@ TEST_F(JpgTransform, ohne_JPEG_Kodierer_kommt_die_Meldung_des_Kodierers_und_das_
   EXPECT_FALSE(Fkt_JpgTransform(quelle, ziel, 13));
 }
 
-TEST_F(JpgTransform, eine_leere_Kodiererliste_ist_wie_eine_ohne_JPEG) {
+TEST_F(JpgTransform, AnEmptyEncoderListIsLikeOneWithoutJpeg) {
   gdiplus::kodierer::liste(QList<gdiplus::ImageCodecInfo>{});
   gdiplus::CLSID clsid{};
   EXPECT_FALSE(Fkt_GetEncoderClsid(u"image/jpeg"_s, clsid));
 }
 
-TEST_F(JpgTransform, der_Kodierer_wird_ohne_Ruecksicht_auf_die_Schreibung_gefunden) {
+TEST_F(JpgTransform, TheEncoderIsFoundWithoutRegardToCase) {
   gdiplus::CLSID clsid{};
   EXPECT_TRUE(Fkt_GetEncoderClsid(u"IMAGE/Jpeg"_s, clsid));
   EXPECT_EQ(clsid, gdiplus::JpegEncoder);
@@ -153,7 +153,7 @@ TEST_F(JpgTransform, der_Kodierer_wird_ohne_Ruecksicht_auf_die_Schreibung_gefund
   EXPECT_EQ(clsid, gdiplus::CLSID{2}) << "the first one counts";
 }
 
-TEST_F(JpgTransform, die_Groesse_der_Kodiererliste_zaehlt_die_Texte_hinter_den_Saetzen_mit) {
+TEST_F(JpgTransform, TheSizeOfTheEncoderListIncludesTheTextsBehindTheRecords) {
   std::uint32_t anzahl = 0;
   std::uint32_t groesse = 0;
   EXPECT_EQ(gdiplus::GdipGetImageEncodersSize(anzahl, groesse), gdiplus::Ok);
@@ -168,7 +168,7 @@ TEST_F(JpgTransform, die_Groesse_der_Kodiererliste_zaehlt_die_Texte_hinter_den_S
   EXPECT_EQ(groesse, 0U);
 }
 
-TEST_F(JpgTransform, eine_Kennung_wird_aus_ihrem_Text_gelesen) {
+TEST_F(JpgTransform, AnIdentifierIsReadFromItsText) {
   gdiplus::CLSID clsid{};
   EXPECT_EQ(gdiplus::CLSIDFromString(u"{8D0EB2D1-A58E-4ea8-AA14-108074B7B6F9}"_s, clsid), 0);
   EXPECT_EQ(clsid, gdiplus::EncoderTransformation);
@@ -179,7 +179,7 @@ TEST_F(JpgTransform, eine_Kennung_wird_aus_ihrem_Text_gelesen) {
   }
 }
 
-TEST_F(JpgTransform, Quelle_und_Ziel_muessen_zwei_Dateien_sein) {
+TEST_F(JpgTransform, SourceAndTargetMustBeTwoFiles) {
   meldungen.erwarte(gdi_Fehler(u"Generic Error. GDI+ Error:1"_s));
   EXPECT_FALSE(Fkt_JpgTransform(quelle, quelle, 13));
   EXPECT_TRUE(QFile::link(quelle, ziel));
@@ -188,14 +188,14 @@ TEST_F(JpgTransform, Quelle_und_Ziel_muessen_zwei_Dateien_sein) {
   EXPECT_EQ(ordner.lies(u"a.jpg"_s), jpg);
 }
 
-TEST_F(JpgTransform, ein_fehlender_Ordner_des_Ziels_meldet_10_und_ein_Ordner_als_Ziel_12) {
+TEST_F(JpgTransform, AMissingFolderOfTheTargetReports10AndAFolderAsTarget12) {
   meldungen.erwarte(gdi_Fehler(u"File Not Found. GDI+ Error:10"_s));
   EXPECT_FALSE(Fkt_JpgTransform(quelle, ordner.pfad(u"fehlt/a.jpg"_s), 13));
   meldungen.erwarte(gdi_Fehler(u"Access Denied. GDI+ Error:12"_s));
   EXPECT_FALSE(Fkt_JpgTransform(quelle, ordner.pfad(), 13));
 }
 
-TEST_F(JpgTransform, ein_schreibgeschuetztes_Ziel_bleibt_und_meldet_12) {
+TEST_F(JpgTransform, AWriteProtectedTargetStaysAndReports12) {
   ordner.schreibe(u"_a.jpg"_s, "meins");
   ASSERT_TRUE(QFile::setPermissions(ziel, QFileDevice::ReadOwner));
   meldungen.erwarte(gdi_Fehler(u"Access Denied. GDI+ Error:12"_s));
@@ -203,7 +203,7 @@ TEST_F(JpgTransform, ein_schreibgeschuetztes_Ziel_bleibt_und_meldet_12) {
   EXPECT_EQ(ordner.lies(u"_a.jpg"_s), "meins");
 }
 
-TEST_F(JpgTransform, ein_Strom_der_nicht_zu_Ende_zu_lesen_ist_meldet_1_und_schreibt_nichts) {
+TEST_F(JpgTransform, AStreamThatCannotBeReadToItsEndReports1AndWritesNothing) {
   QByteArray kaputt = jpg;
   const qsizetype rahmen = kaputt.indexOf("\xff\xc0");
   kaputt.insert(kaputt.size() - 2, kaputt.sliced(rahmen, 19));  // a second frame behind the scan
@@ -212,12 +212,12 @@ TEST_F(JpgTransform, ein_Strom_der_nicht_zu_Ende_zu_lesen_ist_meldet_1_und_schre
   EXPECT_FALSE(ordner.vorhanden(u"_a.jpg"_s));
 }
 
-TEST_F(JpgTransform, ein_abgeschnittenes_Bild_wird_gedreht) {
+TEST_F(JpgTransform, ATruncatedPictureIsTurned) {
   EXPECT_TRUE(Fkt_JpgTransform(ordner.schreibe(u"b.jpg"_s, jpg.first(jpg.size() - 40)), ziel, 13));
   EXPECT_EQ(QImage(ziel).size(), QSize(48, 64));
 }
 
-TEST_F(JpgTransform, der_Aufruf_ohne_Fenster_hat_seine_eigene_Sitzung) {
+TEST_F(JpgTransform, TheCallWithoutAWindowHasItsOwnSession) {
   Fkt_GdiShutdown();
   EXPECT_EQ(bilddrehung::drehe(quelle, ziel, 14), gdiplus::Ok);
   EXPECT_EQ(ecken(ordner.lies(u"_a.jpg"_s)), u"sbgr"_s);

@@ -42,7 +42,7 @@ class OeffnenMit : public ::testing::Test {
   std::shared_ptr<shell::Programmwahl> vorher_;
 };
 
-TEST_F(OeffnenMit, ein_Name_aus_Leerzeichen_wird_gemeldet_und_niemand_gefragt) {
+TEST_F(OeffnenMit, ANameOfBlanksIsReportedAndNobodyAsked) {
   for (const QString& name : {QString(), u"   "_s}) {
     m_OpenWithProgramm = u"altes"_s;
     meldungen.erwarte({u"Bitte wählen Sie zuerst ein Bild aus!"_s, {}});
@@ -52,13 +52,13 @@ TEST_F(OeffnenMit, ein_Name_aus_Leerzeichen_wird_gemeldet_und_niemand_gefragt) {
   EXPECT_EQ(wahl->gefragt, 0);
 }
 
-TEST_F(OeffnenMit, der_Name_des_gestarteten_Programms_kommt_zurueck_und_wird_gemerkt) {
+TEST_F(OeffnenMit, TheNameOfTheStartedProgramComesBackAndIsRemembered) {
   wahl->programm = u"/bin/true"_s;
   EXPECT_EQ(oeffne(u"P:\\a.jpg"_s), u"/bin/true"_s);
   EXPECT_EQ(m_OpenWithProgramm, u"/bin/true"_s);
 }
 
-TEST_F(OeffnenMit, ein_zweiter_Aufruf_gibt_nie_den_alten_Namen) {
+TEST_F(OeffnenMit, ASecondCallNeverGivesTheOldName) {
   wahl->programm = u"/bin/true"_s;
   oeffne(u"P:\\a.jpg"_s);
   wahl->programm.clear();
@@ -71,7 +71,7 @@ TEST_F(OeffnenMit, ein_zweiter_Aufruf_gibt_nie_den_alten_Namen) {
   EXPECT_EQ(m_OpenWithProgramm, QString());
 }
 
-TEST_F(OeffnenMit, eine_fehlende_Datei_wird_gesagt_und_startet_nichts) {
+TEST_F(OeffnenMit, AMissingFileIsToldAndStartsNothing) {
   wahl->programm = u"/bin/true"_s;
   meldungen.erwarte({u"Die Datei „P:\\weg.jpg“ gibt es nicht."_s, u"Achtung"_s, oberflaeche::Symbol::Ausrufezeichen});
   EXPECT_EQ(oeffne(u"P:\\weg.jpg"_s), QString());

@@ -85,7 +85,7 @@ class ZweiPlaetze : public testing::Test {
 
   void SetUp() override {
     if (qEnvironmentVariable("KVO_PLAETZE") != "tds"_L1) {
-      richte_sqlite_ein();
+      richte_Sqlite_ein();
       return;
     }
     if (const QString grund = Tdsserver::hindernis(); !grund.isEmpty()) GTEST_SKIP() << grund.toStdString();
@@ -95,7 +95,7 @@ class ZweiPlaetze : public testing::Test {
         u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=bilder;User ID=platz;Password=\"Ge;heim\""_s.arg(
             server_->port());
   }
-  void richte_sqlite_ein() {
+  void richte_Sqlite_ein() {
     verbindung_ = u"Provider=SQLite;Data Source="_s + adodb::Verbindungszeichenfolge::als_wert(ordner_.pfad(u"b.db"_s));
     adodb::Connection neue;
     neue.Open(verbindung_ + u";Mode=ReadWriteCreate"_s);

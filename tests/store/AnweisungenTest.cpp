@@ -21,7 +21,7 @@ const QString Emoji = u"\U0001F4F7"_s;
 
 /// Each argument alone, some together, and all.
 const std::vector<Bedingung>& bedingungen() {
-  static const std::vector<Bedingung> alle{{{}, u""_s}, {{u"a"_s}, u" where Key1 = 'a'"_s},
+  static const std::vector<Bedingung> Alle{{{}, u""_s}, {{u"a"_s}, u" where Key1 = 'a'"_s},
       {{u""_s, u"b"_s}, u" where Key2 = 'b'"_s}, {{u""_s, u""_s, u"c"_s}, u" where Key3 = 'c'"_s},
       {{u""_s, u""_s, u""_s, u"d"_s}, u" where Key4 = 'd'"_s},
       {{u""_s, u""_s, u""_s, u""_s, u"e"_s}, u" where Bildname = 'e'"_s},
@@ -49,15 +49,15 @@ const std::vector<Bedingung>& bedingungen() {
       {{Emoji.repeated(125)}, u" where Key1 = '"_s + Emoji.repeated(125) + u'\''},
       {{u"n"_s, u""_s, u""_s, u""_s, u""_s, u""_s, u""_s, u""_s, u"Bildname = N'x' -- Rest"_s},
           u" where Key1 = 'n' and Bildname = N'x' -- Rest"_s}};
-  return alle;
+  return Alle;
 }
 
 /// Values that stand alone in a pair of quotes; the same characters come back.
 const QStringList& werte() {
-  static const QStringList alle{u"x"_s, u"Größe ÄÖÜäöüß€"_s, u"? {fn now()} \\ %s @p1 :n $1"_s, u"C:\\Bilder\\"_s,
+  static const QStringList Alle{u"x"_s, u"Größe ÄÖÜäöüß€"_s, u"? {fn now()} \\ %s @p1 :n $1"_s, u"C:\\Bilder\\"_s,
       u"-- /* ; */"_s, u"[a] \"b\" `c`"_s, u"\U0001F4F7 \U00010000\U0010FFFF"_s, u"\u0416\u4E2D\u05D0\uFFFD\uE000"_s,
       u"a\tb\r\nc"_s, QString(50, u'ß'), u"NULL"_s};
-  return alle;
+  return Alle;
 }
 
 class Anweisungen : public Datenbanktest {

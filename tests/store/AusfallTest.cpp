@@ -84,7 +84,7 @@ class Ausfall : public Datenbanktest {
       EXPECT_EQ(bericht.Modul + u'.' + bericht.Prozedur, u"basZuordnungen.CmdSql"_s);
       EXPECT_EQ(bericht.Nummer, nummer);
       EXPECT_TRUE(bericht.Beschreibung.contains(worte)) << bericht.Beschreibung.toStdString();
-      EXPECT_FALSE(bericht.Beschreibung.contains(pruefserver_kennwort()));
+      EXPECT_FALSE(bericht.Beschreibung.contains(pruefserver_Kennwort()));
     }
     EXPECT_EQ(store.AktInd(), 0);
   }
@@ -326,7 +326,7 @@ TEST_F(Ausfall, TheHostIsToldInWordsThatALoginHangs) {
     EXPECT_EQ(fehler.Nummer(), fehlernummer::Verbindung);
     EXPECT_TRUE(fehler.Beschreibung().contains(u"in 1 Sekunden nicht geantwortet"_s))
         << fehler.Beschreibung().toStdString();
-    EXPECT_FALSE(fehler.Beschreibung().contains(pruefserver_kennwort()));
+    EXPECT_FALSE(fehler.Beschreibung().contains(pruefserver_Kennwort()));
   }
 }
 
@@ -362,7 +362,7 @@ class AusfallBeimLesen : public Ausfall {
     EXPECT_EQ(berichte[0].Modul + u'.' + berichte[0].Prozedur, u"clsBildZuordnungen."_s + prozedur);
     EXPECT_EQ(berichte[0].Nummer, fehlernummer::Anweisung);
     EXPECT_TRUE(berichte[0].Beschreibung.contains(u"abgerissen"_s)) << berichte[0].Beschreibung.toStdString();
-    EXPECT_FALSE(berichte[0].Beschreibung.contains(pruefserver_kennwort()));
+    EXPECT_FALSE(berichte[0].Beschreibung.contains(pruefserver_Kennwort()));
   }
   bool lies() { return store.FKT_LeseBilder(u"A"_s, {}, {}, {}, {}, {}, {}, {}, {}); }
 };

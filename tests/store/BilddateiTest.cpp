@@ -74,10 +74,11 @@ TEST(Bilddatei, EachForbiddenCharacterIsReplacedByOne) {
 }
 
 TEST(Bilddatei, AShareRefusesLessThanTheTable) {
-  for (const QChar zeichen : u"<>\"|?*:\n"_s) EXPECT_TRUE(Bilddatei::verbietet_Freigabe(zeichen)) << zeichen.unicode();
+  for (const QChar zeichen : u"<>\"|?*:\n"_s)
+    EXPECT_TRUE(Bilddatei::verbietet_Freigabe(zeichen)) << int{zeichen.unicode()};
   for (const QChar zeichen : u"\\/'\u007F"_s) {
-    EXPECT_FALSE(Bilddatei::verbietet_Freigabe(zeichen)) << zeichen.unicode();
-    EXPECT_TRUE(Bilddatei::ist_verboten(zeichen)) << zeichen.unicode();
+    EXPECT_FALSE(Bilddatei::verbietet_Freigabe(zeichen)) << int{zeichen.unicode()};
+    EXPECT_TRUE(Bilddatei::ist_verboten(zeichen)) << int{zeichen.unicode()};
   }
 }
 

@@ -407,14 +407,14 @@ class AufraeumenOhneRechte : public Aufraeumen {
       if (fs::exists(ort(ordner))) fs::permissions(ort(ordner), fs::perms::owner_all);
     Aufraeumen::TearDown();
   }
-  static constexpr auto nur_lesen = fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read |
+  static constexpr auto Nur_lesen = fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read |
       fs::perms::group_exec | fs::perms::others_read | fs::perms::others_exec;
 };
 
 TEST_F(AufraeumenOhneRechte, AFileThatCanNotBeDeletedStaysWithItsTextAndItsFolder) {
   lege({"A/a.jpg", "A/ajpg.txt", "B/b.jpg"});
   for (const char* ordner : {"B"}) fs::permissions(ort(ordner), fs::perms::all);
-  fs::permissions(ort("A"), nur_lesen);
+  fs::permissions(ort("A"), Nur_lesen);
   const AlsNiemand niemand(ort());
   EXPECT_EQ(raeume_auf(), (QStringList{u"A/"_s, u"A/a.jpg"_s, u"A/ajpg.txt"_s}));
 }

@@ -73,9 +73,9 @@ ssize_t pwrite(int deskriptor, const void* puffer, std::size_t anzahl, off_t ste
   return pwrite64(deskriptor, puffer, anzahl, stelle);
 }
 
-int renameat2(int von_ordner, const char* von, int nach_ordner, const char* nach, unsigned art) noexcept {
+int renameat2(int von_Ordner, const char* von, int nach_Ordner, const char* nach, unsigned art) noexcept {
   if (beim_Umbenennen.trifft()) return -1;
-  return static_cast<int>(::syscall(SYS_renameat2, von_ordner, von, nach_ordner, nach, art));
+  return static_cast<int>(::syscall(SYS_renameat2, von_Ordner, von, nach_Ordner, nach, art));
 }
 
 int unlink(const char* name) noexcept {

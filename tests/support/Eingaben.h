@@ -37,13 +37,19 @@ inline void doppelklicke_Zeile(QAbstractItemView& liste, int zeile) {
   doppelklicke(liste, Ort_der_Zeile(liste, zeile));
 }
 
-inline void taste(QWidget& fenster, Qt::Key qt_taste, Qt::KeyboardModifiers dazu = {}) {
-  QTest::keyClick(fenster.window()->windowHandle(), qt_taste, dazu);
+inline void taste(QWidget& fenster, Qt::Key qt_Taste, Qt::KeyboardModifiers dazu = {}) {
+  QTest::keyClick(fenster.window()->windowHandle(), qt_Taste, dazu);
 }
 
 inline void tippe(QWidget& feld, const QString& text) {
   feld.setFocus();
-  for (const QChar zeichen : text) QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
+  for (const QChar zeichen : text) {
+    // Qt's table of keys ends with ASCII.
+    if (zeichen.unicode() < 0x80)
+      QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
+    else
+      QTest::sendKeyEvent(QTest::Click, &feld, Qt::Key_unknown, QString(zeichen), {});
+  }
 }
 
 /// The frame's own button.

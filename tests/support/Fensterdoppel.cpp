@@ -17,7 +17,7 @@ class Fensterdoppel::Core final : public KVOCore {
   }
   void FensterSpeichern(const QString& anwendung, const Fensterplatz& fenster) override {
     doppel_.gespeichert = anwendung + u'/' + fenster.Fenstername();
-    doppel_.gespeicherte_lage = fenster.Lage();
+    doppel_.gespeicherte_Lage = fenster.Lage();
   }
 
  private:

@@ -23,7 +23,7 @@ class Fensterdoppel {
   /// Application name and window of the last restoring and storing.
   QString wiederhergestellt;
   QString gespeichert;
-  std::optional<Fensterlage> gespeicherte_lage;
+  std::optional<Fensterlage> gespeicherte_Lage;
   /// A handler lets events in at the moment.
   bool pumpt = false;
 

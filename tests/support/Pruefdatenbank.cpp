@@ -29,18 +29,18 @@ void Mitschrift::scheitere_am(int n, std::int32_t nummer) {
   plaene_.push_back({n, {}, nummer});
 }
 
-void Mitschrift::scheitere_bei_beginn(const QString& anfang, std::int32_t nummer) {
+void Mitschrift::scheitere_bei_Beginn(const QString& anfang, std::int32_t nummer) {
   plaene_.push_back({0, anfang, nummer});
 }
 
 void Mitschrift::heile() {
   plaene_.clear();
-  beim_oeffnen_ = 0;
+  beim_Oeffnen_ = 0;
 }
 
-void Mitschrift::pruefe_oeffnen() const {
-  if (beim_oeffnen_ != 0)
-    throw adodb::Datenbankfehler(beim_oeffnen_, u"Die Verbindung sollte scheitern"_s, u"08001"_s, 0);
+void Mitschrift::pruefe_Oeffnen() const {
+  if (beim_Oeffnen_ != 0)
+    throw adodb::Datenbankfehler(beim_Oeffnen_, u"Die Verbindung sollte scheitern"_s, u"08001"_s, 0);
 }
 
 void Mitschrift::nimm(Seite seite, const QString& text) {
@@ -62,7 +62,7 @@ Aufzeichner::Aufzeichner(
     : mitschrift_(std::move(mitschrift)), seite_(seite), innen_(std::move(innen)) {}
 
 void Aufzeichner::oeffne(const QString& verbindungszeichenfolge) {
-  mitschrift_->pruefe_oeffnen();
+  mitschrift_->pruefe_Oeffnen();
   innen_->oeffne(verbindungszeichenfolge);
 }
 
@@ -81,7 +81,7 @@ Pruefdatenbank::Pruefdatenbank(std::chrono::milliseconds wartegrenze)
   if (pruefziel() == Pruefziel::Sqlite) {
     lege_Datei_an();
   } else {
-    angaben_ = pruefserver_angaben();
+    angaben_ = pruefserver_Angaben();
     pruefserver().steuere(u"weiter"_s);
     pruefserver().steuere(u"leere"_s);
   }
@@ -94,7 +94,7 @@ Pruefdatenbank::Pruefdatenbank(std::chrono::milliseconds wartegrenze)
 
 Pruefdatenbank::~Pruefdatenbank() {
   // The next test gets the tables as they were.
-  if (umgebaut_) verwirf_pruefserver();
+  if (umgebaut_) verwirf_Pruefserver();
   adodb::registriere_treiber(u"Pruefling"_s, [] { return std::unique_ptr<adodb::Treiber>(); });
 }
 
@@ -120,7 +120,7 @@ adodb::Wert wert(const QJsonValue& gelesener) {
 }
 
 /// One statement through the server's control channel, beside its log. Its columns are numbered from 1.
-adodb::Ergebnis frage_server(const QString& text) {
+adodb::Ergebnis frage_Server(const QString& text) {
   const QByteArray liste = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
   const QString antwort = pruefserver().steuere(u"sql "_s + QString::fromUtf8(liste.sliced(1).chopped(1)));
   adodb::Ergebnis ergebnis{{u"1"_s}, {}};
@@ -143,7 +143,7 @@ bool aendert_mehr_als_Zeilen(const QString& text) {
 std::shared_ptr<adodb::Recordset> Pruefdatenbank::fuehre_aus(const QString& text) {
   if (!daneben_) {
     umgebaut_ |= aendert_mehr_als_Zeilen(text);
-    return std::make_shared<adodb::Recordset>(frage_server(text));
+    return std::make_shared<adodb::Recordset>(frage_Server(text));
   }
   try {
     return daneben_->Execute(text);

@@ -35,11 +35,11 @@ class Mitschrift {
   void scheitere_am(int n, std::int32_t nummer = fehlernummer::Anweisung);
   void scheitere_am_naechsten(std::int32_t nummer = fehlernummer::Anweisung) { scheitere_am(1, nummer); }
   /// Every text that begins so fails, without regard to case.
-  void scheitere_bei_beginn(const QString& anfang, std::int32_t nummer = fehlernummer::Anweisung);
+  void scheitere_bei_Beginn(const QString& anfang, std::int32_t nummer = fehlernummer::Anweisung);
   /// Every text fails.
-  void scheitere_immer(std::int32_t nummer = fehlernummer::Anweisung) { scheitere_bei_beginn(QString(), nummer); }
+  void scheitere_immer(std::int32_t nummer = fehlernummer::Anweisung) { scheitere_bei_Beginn(QString(), nummer); }
   /// Every opening fails.
-  void scheitere_beim_oeffnen(std::int32_t nummer = fehlernummer::Verbindung) { beim_oeffnen_ = nummer; }
+  void scheitere_beim_Oeffnen(std::int32_t nummer = fehlernummer::Verbindung) { beim_Oeffnen_ = nummer; }
   /// Takes back all failures that are still to come.
   void heile();
   /// Runs at each text, before the database gets it.
@@ -54,7 +54,7 @@ class Mitschrift {
     QString anfang;
     std::int32_t nummer = 0;
   };
-  void pruefe_oeffnen() const;
+  void pruefe_Oeffnen() const;
   /// Notes the text; raises when it is to fail.
   void nimm(Seite seite, const QString& text);
 
@@ -62,7 +62,7 @@ class Mitschrift {
   QStringList weitergegeben_;
   std::vector<Fehlerplan> plaene_;
   std::function<void(const QString&)> dabei_;
-  std::int32_t beim_oeffnen_ = 0;
+  std::int32_t beim_Oeffnen_ = 0;
 };
 
 /// A driver that notes every text it is given, fails where the test wants it, and passes the rest on to the driver of

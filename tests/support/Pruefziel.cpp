@@ -27,11 +27,11 @@ Pruefziel gewaehltes() {
 }  // namespace
 
 Pruefziel pruefziel() {
-  static const Pruefziel ziel = gewaehltes();
-  return ziel;
+  static const Pruefziel Ziel = gewaehltes();
+  return Ziel;
 }
 
-QString pruefziel_hindernis() {
+QString pruefziel_Hindernis() {
   return pruefziel() == Pruefziel::Sqlite ? QString() : Tdsserver::hindernis(maschine());
 }
 
@@ -39,24 +39,24 @@ Tdsserver& pruefserver() {
   if (pruefziel() == Pruefziel::Sqlite) qFatal("SQLite has no server");
   if (!der_eine()) {
     // A process of the application object's must not outlive it.
-    static const bool einmal = (qAddPostRoutine(verwirf_pruefserver), true);
-    Q_UNUSED(einmal);
-    der_eine() = std::make_unique<Tdsserver>(u"pruefer"_s, pruefserver_kennwort(), maschine());
+    static const bool Einmal = (qAddPostRoutine(verwirf_Pruefserver), true);
+    Q_UNUSED(Einmal);
+    der_eine() = std::make_unique<Tdsserver>(u"pruefer"_s, pruefserver_Kennwort(), maschine());
     if (!der_eine()->laeuft()) qFatal("the TDS server does not start");
   }
   return *der_eine();
 }
 
-void verwirf_pruefserver() {
+void verwirf_Pruefserver() {
   der_eine().reset();
 }
 
-QString pruefserver_angaben() {
+QString pruefserver_Angaben() {
   return u"Data Source=127.0.0.1,%1;Initial Catalog=bilder;User ID=pruefer;Driver=FreeTDS;Password=\"%2\""_s
       .arg(pruefserver().port())
-      .arg(pruefserver_kennwort());
+      .arg(pruefserver_Kennwort());
 }
 
-QString pruefserver_kennwort() {
+QString pruefserver_Kennwort() {
   return u"Ge;he}im'ä€"_s;
 }

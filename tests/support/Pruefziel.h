@@ -14,16 +14,16 @@ enum class Pruefziel {
 Pruefziel pruefziel();
 
 /// Why that database can't be used on this machine; empty where it can.
-QString pruefziel_hindernis();
+QString pruefziel_Hindernis();
 
 /// The one server of the program. Started at its first use; it ends with the application object. Not on Sqlite.
 Tdsserver& pruefserver();
 /// Ends that server: the next use starts a new one. For tests that change more than rows.
-void verwirf_pruefserver();
+void verwirf_Pruefserver();
 /// "Data Source=…;User ID=…;Password=…;…" for that server, without a provider.
-QString pruefserver_angaben();
+QString pruefserver_Angaben();
 /// The password in it. No text of the system may hold it.
-QString pruefserver_kennwort();
+QString pruefserver_Kennwort();
 
 /// Exit code of a test program that can't run here; ctest then counts it as skipped.
 inline constexpr int Uebersprungen = 77;

@@ -26,7 +26,7 @@ int verbinde(int port) {
   return -1;
 }
 
-int lies_zahl(QProcess& prozess) {
+int lies_Zahl(QProcess& prozess) {
   while (!prozess.canReadLine())
     if (!prozess.waitForReadyRead(30000)) return 0;
   return prozess.readLine().trimmed().toInt();
@@ -54,8 +54,8 @@ Tdsserver::Tdsserver(const QString& benutzer, const QString& kennwort, Maschine 
           kennwort, u"--maschine"_s, maschine == Maschine::H2 ? u"h2"_s : u"sqlite"_s} +
           schalter);
   // Not before the process has begun.
-  port_ = lies_zahl(prozess_);  // NOLINT(cppcoreguidelines-prefer-member-initializer)
-  if (port_ > 0) leitung_ = verbinde(lies_zahl(prozess_));
+  port_ = lies_Zahl(prozess_);  // NOLINT(cppcoreguidelines-prefer-member-initializer)
+  if (port_ > 0) leitung_ = verbinde(lies_Zahl(prozess_));
   if (leitung_ < 0) port_ = 0;
 }
 

@@ -20,7 +20,7 @@ void PrintTo(const BenannterWeg& weg, std::ostream* os) {
 }
 
 const std::vector<BenannterWeg>& benannte_Wege() {
-  static const std::vector<BenannterWeg> wege{
+  static const std::vector<BenannterWeg> Wege{
       {"NothingHappens", {3, {Waehle{1}}}},
       {"APictureIsAttached", {2, {Foto, Speichere{}}}},
       {"APictureOfTheRecordsFolderIsCopiedToo", {1, {Eigener_Ordner, Speichere{}}}},
@@ -83,5 +83,5 @@ const std::vector<BenannterWeg>& benannte_Wege() {
       {"ARowWithoutANameStaysLockedWhereNothingIsReadAnew",
           {1, {Benenne{-1, u""_s}, Benenne{-1, u" "_s}, Aktualisiere{}, Merke_vor{-1}}}},
   };
-  return wege;
+  return Wege;
 }

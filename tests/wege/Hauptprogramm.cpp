@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
   richte_Umfeld_ein();
   ::testing::InitGoogleTest(&argc, argv);
   const QApplication app(argc, argv);
-  if (const QString grund = pruefziel_hindernis(); !grund.isEmpty()) {
+  if (const QString grund = pruefziel_Hindernis(); !grund.isEmpty()) {
     std::printf("skipped: %s\n", qUtf8Printable(grund));
     return Uebersprungen;
   }

@@ -172,7 +172,7 @@ void Modell::aendere_Namen(const QString& text) {
   Bild& bild = streifen_[z(gewaehlt_)];
   aendere(gewaehlt_);
   bild.doppelt = ist_vergeben(text, bild.endung, gewaehlt_);
-  if (ohne_Rand(bild.original).isEmpty()) bild.original = anzeige_.alter_name;
+  if (ohne_Rand(bild.original).isEmpty()) bild.original = anzeige_.alter_Name;
   anzeige_.name = text;
   bild.umbenannt = !gleich(text, bild.original);
   bild.name = bild.umbenannt ? text : bild.original;
@@ -219,7 +219,7 @@ void Modell::trenne() {
   for (const QString& datei : welt.bilder.keys())
     if (datei.startsWith(u"Belege/1/"_s)) verschwinde(datei);
   for (const QString& text : welt.texte.keys())
-    if (text.startsWith(u"Belege/1/"_s)) verschwundene_texte_[text] = welt.texte.take(text);
+    if (text.startsWith(u"Belege/1/"_s)) verschwundene_Texte_[text] = welt.texte.take(text);
 }
 
 QStringList Modell::kehre_zurueck() {
@@ -232,14 +232,14 @@ QStringList Modell::kehre_zurueck() {
     welt.bilder[i.key()] = i.value();
     alle.append(i.key());
   }
-  for (auto i = verschwundene_texte_.begin(); i != verschwundene_texte_.end(); ++i) {
+  for (auto i = verschwundene_Texte_.begin(); i != verschwundene_Texte_.end(); ++i) {
     if (welt.texte.contains(welt.finde_Text(i.key()))) continue;
     welt.texte[i.key()] = i.value();
     alle.append(i.key());
   }
   alle += gestoert_.values();
   verschwundene_.clear();
-  verschwundene_texte_.clear();
+  verschwundene_Texte_.clear();
   gestoert_.clear();
   ordner_da_ = true;
   return alle;

@@ -108,8 +108,8 @@ class Modell {
  private:
   struct Satz {
     Zuordnung werte;
-    QString alter_name;  ///< with the folder, what finds the row in the table
-    QString alter_ordner;
+    QString alter_Name;  ///< with the folder, what finds the row in the table
+    QString alter_Ordner;
     bool zu_schreiben = false;
     bool neu = false;
     bool weg = false;
@@ -136,7 +136,7 @@ class Modell {
   };
   /// What the fields show.
   struct Anzeige {
-    QString name, alter_name, info, drucktext;
+    QString name, alter_Name, info, drucktext;
     std::array<bool, 4> marken{};
     bool entfernen = false;
   };
@@ -153,11 +153,11 @@ class Modell {
   bool frage_nach_Namen(schritt::Antwort namen, bool& erledigt);
   void sichere_Bild(int zeile, bool erledigt);
   bool lege_neues_an(Bild& bild, int zeile);
-  bool benenne_um(Bild& bild, const QString& nach_ordner);
+  bool benenne_um(Bild& bild, const QString& nach_Ordner);
   void aendere(int zeile);
   void schreibe_zurueck(Satz& satz);
   static bool ist_Zeile_von(const Satz& satz, const Zuordnung& zeile) {
-    return zeile.re == QStringLiteral("1") && zeile.name == satz.alter_name && zeile.ordner == satz.alter_ordner;
+    return zeile.re == QStringLiteral("1") && zeile.name == satz.alter_Name && zeile.ordner == satz.alter_Ordner;
   }
 
   std::vector<std::shared_ptr<Satz>> sammlung_;
@@ -168,7 +168,7 @@ class Modell {
   bool ordner_da_ = true;
   Anzeige anzeige_;
   QMap<QString, Bildinhalt> verschwundene_;
-  QMap<QString, QString> verschwundene_texte_;
+  QMap<QString, QString> verschwundene_Texte_;
   QSet<QString> gestoert_;
   QSet<int> ersetzte_;
 };

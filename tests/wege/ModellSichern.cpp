@@ -161,32 +161,32 @@ bool Modell::lege_neues_an(Bild& bild, int zeile) {
 }
 
 // The file goes first; table and text follow it, in every record that has the picture.
-bool Modell::benenne_um(Bild& bild, const QString& nach_ordner) {
+bool Modell::benenne_um(Bild& bild, const QString& nach_Ordner) {
   const QString neu = ohne_Rand(bild.name);
-  const QString ziel = pfad(nach_ordner, neu + u'.' + bild.endung);
+  const QString ziel = pfad(nach_Ordner, neu + u'.' + bild.endung);
   const QString quelle = welt.finde(bild.datei);
-  if (quelle.isEmpty() || !welt.finde(ziel).isEmpty() || (!ordner_da_ && nach_ordner == Standardordner)) {
+  if (quelle.isEmpty() || !welt.finde(ziel).isEmpty() || (!ordner_da_ && nach_Ordner == Standardordner)) {
     bild.name = bild.original;
     return false;
   }
   welt.bilder[ziel] = welt.bilder.take(quelle);
   if (gestoert_.remove(quelle)) gestoert_.insert(ziel);
-  const QString alter_text = welt.finde_Text(pfad(bild.ordner, bild.original + bild.endung + u".txt"_s));
-  if (welt.texte.contains(alter_text)) {
+  const QString alter_Text = welt.finde_Text(pfad(bild.ordner, bild.original + bild.endung + u".txt"_s));
+  if (welt.texte.contains(alter_Text)) {
     // No picture had the new name: a text that waits there belongs to none.
-    const QString text = welt.texte.take(alter_text);
-    const QString neuer_text = pfad(nach_ordner, neu + bild.endung + u".txt"_s);
-    welt.texte.remove(welt.finde_Text(neuer_text));
-    welt.texte[neuer_text] = text;
+    const QString text = welt.texte.take(alter_Text);
+    const QString neuer_Text = pfad(nach_Ordner, neu + bild.endung + u".txt"_s);
+    welt.texte.remove(welt.finde_Text(neuer_Text));
+    welt.texte[neuer_Text] = text;
   }
   for (Zuordnung& zeile : welt.tabelle)
     if (zeile.name.compare(bild.original, Qt::CaseInsensitive) == 0 && zeile.ordner == bild.ordner) {
       zeile.name = neu;
-      zeile.ordner = nach_ordner;
+      zeile.ordner = nach_Ordner;
     }
-  bild.satz->alter_name = neu;
-  bild.satz->alter_ordner = nach_ordner;
-  bild.ordner = nach_ordner;
+  bild.satz->alter_Name = neu;
+  bild.satz->alter_Ordner = nach_Ordner;
+  bild.ordner = nach_Ordner;
   bild.datei = ziel;
   return true;
 }

@@ -19,8 +19,8 @@ QString wort(Feld f) {
   return f == Feld::Drucktext ? u"Feld::Drucktext"_s : u"Feld::Info"_s;
 }
 QString wort(Marke m) {
-  static const QStringList namen{u"NeueSeite"_s, u"AlsAnhang"_s, u"GesamteSeite"_s, u"Drucken"_s};
-  return u"Marke::"_s + namen[static_cast<int>(m)];
+  static const QStringList Namen{u"NeueSeite"_s, u"AlsAnhang"_s, u"GesamteSeite"_s, u"Drucken"_s};
+  return u"Marke::"_s + Namen[static_cast<int>(m)];
 }
 QString wort(int zahl) {
   return QString::number(zahl);

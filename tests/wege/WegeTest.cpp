@@ -59,8 +59,8 @@ rc::Gen<QString> texte() {
 
 /// Weight of a kind of step; 0 where KVO_WEGE_OHNE names it, to look past a difference that is known.
 std::size_t gewicht(const char* name, std::size_t sonst) {
-  static const QStringList ohne = qEnvironmentVariable("KVO_WEGE_OHNE").split(u',');
-  return ohne.contains(QLatin1StringView(name)) ? 0 : sonst;
+  static const QStringList Ohne = qEnvironmentVariable("KVO_WEGE_OHNE").split(u',');
+  return Ohne.contains(QLatin1StringView(name)) ? 0 : sonst;
 }
 
 rc::Gen<Schritt> schritte() {

@@ -41,7 +41,7 @@ namen::Bilddatei name_von(const Beispielbild& bild) {
   return bild.vorgang ? datei.gestempelt(Bilddatei::Stempel(zeit_von(bild.nummer))) : datei;
 }
 
-exif_schreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {
+exifschreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {
   const auto nummer = static_cast<std::uint32_t>(bild.nummer);
   return {.hersteller = bild.exif == Exif::Gross ? u"Muster Foto"_s : u"Werkstatt Kamera"_s,
       .modell = bild.exif == Exif::Gross ? u"MF 12"_s : u"WK 300"_s,
@@ -55,7 +55,7 @@ exif_schreiber::Aufnahme aufnahme_von(const Beispielbild& bild) {
       .groesse = bild.groesse};
 }
 
-QByteArray als_jpeg(const Beispielbild& bild) {
+QByteArray als_Jpeg(const Beispielbild& bild) {
   QByteArray bytes;
   QBuffer puffer(&bytes);
   QImageWriter schreiber(&puffer, "jpeg");
@@ -63,17 +63,17 @@ QByteArray als_jpeg(const Beispielbild& bild) {
   if (!schreiber.write(zeichne(bild.nummer, text_von(bild.motiv), bild.groesse)))
     throw Abbruch(Ausgang::Datei, u"Die Beispielbilder sind nicht zu schreiben: "_s + schreiber.errorString());
   if (bild.exif == Exif::Ohne) return bytes;
-  using exif_schreiber::Bytefolge;
-  return exif_schreiber::mit_exif(
+  using exifschreiber::Bytefolge;
+  return exifschreiber::mit_Exif(
       bytes, aufnahme_von(bild), bild.exif == Exif::Gross ? Bytefolge::Gross : Bytefolge::Klein);
 }
 
-void schreibe_bild(const Beispielbild& bild, const QString& ordner, clsBildZuordnungen& store) {
+void schreibe_Bild(const Beispielbild& bild, const QString& ordner, clsBildZuordnungen& store) {
   const namen::Bilddatei name = name_von(bild);
   const QString ziel =
       bild.vorgang ? ordner + u"\\bilder\\"_s + text_von(bild.vorgang->ordner) : ordner + u"\\eingang"_s;
   store.Fkt_MakePath(ziel);
-  dateien::schreibe_alles(ziel + u'\\' + name.datei(), als_jpeg(bild));
+  dateien::schreibe_alles(ziel + u'\\' + name.datei(), als_Jpeg(bild));
   if (bild.text && !store.Fkt_WriteFile(ziel + u'\\' + name.textdatei(), text_von(bild.text)))
     throw Abbruch(Ausgang::Datei, u"„%1“ ist nicht zu schreiben."_s.arg(ziel + u'\\' + name.textdatei()));
 }
@@ -134,12 +134,12 @@ void erzeuge(const QString& ordner) {
   clsBildZuordnungen store;
   if (!store.Fkt_MakePath(ordner + u"\\eingang"_s) || !store.Fkt_DirExists(ordner + u"\\eingang"_s))
     throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht anzulegen."_s.arg(ordner));
-  for (const Beispielbild& bild : bilder()) schreibe_bild(bild, ordner, store);
+  for (const Beispielbild& bild : bilder()) schreibe_Bild(bild, ordner, store);
 
   const QString verbindung = datenordner::verbindung(ordner);
   schema::lege_an(verbindung);
   const auto offene = oeffne(verbindung);
-  for (const QString& anweisung : schema::wirtstabellen() + tabellen_des_betriebs()) offene->Execute(anweisung);
+  for (const QString& anweisung : schema::wirtstabellen() + tabellen_des_Betriebs()) offene->Execute(anweisung);
   QHash<const Beispielvorgang*, int> belegt;
   for (const Beispielbild& bild : bilder())
     if (bild.vorgang) offene->Execute(einfuegen(bild, belegt[bild.vorgang]++));

@@ -70,7 +70,7 @@ std::span<const Beispielbild> bilder() {
   return Bilder;
 }
 
-QStringList tabellen_des_betriebs() {
+QStringList tabellen_des_Betriebs() {
   return {
       tabelle(u"Kunden"_s, {u"Kundennummer"_s, u"Name"_s, u"Ort"_s}),
       u"INSERT INTO Kunden VALUES ('10001', 'Bäckerei Huber', 'Freiburg'), ('10002', 'Familie Öztürk', 'Kirchzarten'), "

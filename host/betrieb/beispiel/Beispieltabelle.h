@@ -33,6 +33,6 @@ struct Beispielbild {
 
 std::span<const Beispielbild> bilder();
 /// Statements that fill the host's tables, and make those that the component itself never reads.
-QStringList tabellen_des_betriebs();
+QStringList tabellen_des_Betriebs();
 
 }  // namespace beispieldaten

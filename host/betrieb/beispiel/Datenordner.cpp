@@ -29,7 +29,7 @@ bool laeuft(qint64 prozess) {
   return ::kill(static_cast<pid_t>(prozess), 0) == 0 || errno != ESRCH;
 }
 
-/// Removes what a start left that was killed; one that is still at work keeps its own.
+/// Removes what a killed start left behind; one that is still at work keeps its folder.
 void raeume_Reste_weg(const QString& ordner) {
   const qsizetype trenner = ordner.lastIndexOf(u'\\');
   const QString oberhalb = ordner.left(trenner);

@@ -7,7 +7,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace exif_schreiber {
+namespace exifschreiber {
 namespace {
 
 /// Field types of TIFF 6.0.
@@ -53,7 +53,7 @@ class Verzeichnis {
 
   /// Length in bytes with all values.
   qsizetype laenge() const {
-    qsizetype summe = feste_laenge();
+    qsizetype summe = feste_Laenge();
     for (const Feld& feld : felder_)
       if (feld.wert.size() > 4) summe += gerade(feld.wert.size());
     return summe;
@@ -68,7 +68,7 @@ class Verzeichnis {
         felder += feld.wert.leftJustified(4, '\0');
         continue;
       }
-      felder += schreiber_.zahl(static_cast<std::uint32_t>(ort + feste_laenge() + werte.size()));
+      felder += schreiber_.zahl(static_cast<std::uint32_t>(ort + feste_Laenge() + werte.size()));
       werte += feld.wert.leftJustified(gerade(feld.wert.size()), '\0');
     }
     return felder + schreiber_.zahl<std::uint32_t>(0) + werte;
@@ -82,7 +82,7 @@ class Verzeichnis {
     QByteArray wert;
   };
   static qsizetype gerade(qsizetype n) { return n + n % 2; }
-  qsizetype feste_laenge() const { return 2 + felder_.size() * Feldlaenge + 4; }
+  qsizetype feste_Laenge() const { return 2 + felder_.size() * Feldlaenge + 4; }
 
   const Schreiber& schreiber_;
   QList<Feld> felder_;
@@ -93,7 +93,7 @@ QString zeittext(const QDateTime& zeit) {
 }
 
 /// The fields of the picture itself. They stand in the order of their tags, as TIFF asks.
-void fuelle_haupt(Verzeichnis& haupt, const Aufnahme& a) {
+void fuelle_Hauptverzeichnis(Verzeichnis& haupt, const Aufnahme& a) {
   haupt.text(270, a.beschreibung);
   haupt.text(271, a.hersteller);
   haupt.text(272, a.modell);
@@ -105,7 +105,7 @@ void fuelle_haupt(Verzeichnis& haupt, const Aufnahme& a) {
 }
 
 /// The fields of the shot.
-void fuelle_aufnahme(Verzeichnis& exif, const Aufnahme& a) {
+void fuelle_Aufnahme(Verzeichnis& exif, const Aufnahme& a) {
   exif.bruch(33434, a.belichtung);
   exif.bruch(33437, a.blende);
   exif.kurz(34855, a.iso);
@@ -118,23 +118,23 @@ void fuelle_aufnahme(Verzeichnis& exif, const Aufnahme& a) {
 
 }  // namespace
 
-QByteArray mit_exif(const QByteArray& jpeg, const Aufnahme& aufnahme, Bytefolge folge) {
+QByteArray mit_Exif(const QByteArray& jpeg, const Aufnahme& aufnahme, Bytefolge folge) {
   const Schreiber schreiber(folge);
   Verzeichnis haupt(schreiber);
-  fuelle_haupt(haupt, aufnahme);
+  fuelle_Hauptverzeichnis(haupt, aufnahme);
   // The pointer's own field counts in the length, so it takes part with any value first.
-  Verzeichnis mit_zeiger = haupt;
-  mit_zeiger.lang(34665, 0);
-  const qsizetype ort_exif = Kopf + mit_zeiger.laenge();
-  haupt.lang(34665, static_cast<std::uint32_t>(ort_exif));
+  Verzeichnis mit_Zeiger = haupt;
+  mit_Zeiger.lang(34665, 0);
+  const qsizetype ort_Exif = Kopf + mit_Zeiger.laenge();
+  haupt.lang(34665, static_cast<std::uint32_t>(ort_Exif));
   Verzeichnis exif(schreiber);
-  fuelle_aufnahme(exif, aufnahme);
+  fuelle_Aufnahme(exif, aufnahme);
 
   const QByteArray tiff = QByteArray(folge == Bytefolge::Gross ? "MM" : "II") + schreiber.zahl<std::uint16_t>(42) +
-      schreiber.zahl<std::uint32_t>(Kopf) + haupt.bytes(Kopf) + exif.bytes(ort_exif);
+      schreiber.zahl<std::uint32_t>(Kopf) + haupt.bytes(Kopf) + exif.bytes(ort_Exif);
   const QByteArray inhalt = QByteArray("Exif\0\0", 6) + tiff;
   const QByteArray laenge = Schreiber(Bytefolge::Gross).zahl(static_cast<std::uint16_t>(inhalt.size() + 2));
   return jpeg.left(2) + "\xFF\xE1" + laenge + inhalt + jpeg.mid(2);
 }
 
-}  // namespace exif_schreiber
+}  // namespace exifschreiber

@@ -8,7 +8,7 @@
 
 /// Puts an Exif block into a JPEG, for pictures that a program makes: what a camera notes of a shot, in the directories
 /// of TIFF 6.0 as Exif 2.32 has them.
-namespace exif_schreiber {
+namespace exifschreiber {
 
 /// Order of the bytes in a number: "II" or "MM".
 enum class Bytefolge { Klein, Gross };
@@ -36,6 +36,6 @@ struct Aufnahme {
 
 /// The JPEG with an APP1 segment behind its first marker. Texts are written in Windows-1252, since the field's readers
 /// take a byte for a character.
-QByteArray mit_exif(const QByteArray& jpeg, const Aufnahme& aufnahme, Bytefolge folge);
+QByteArray mit_Exif(const QByteArray& jpeg, const Aufnahme& aufnahme, Bytefolge folge);
 
-}  // namespace exif_schreiber
+}  // namespace exifschreiber

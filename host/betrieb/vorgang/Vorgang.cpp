@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString oder_strich(const QString& wert) {
+QString oder_Strich(const QString& wert) {
   return text::Trim(wert).isEmpty() ? u"-"_s : wert;
 }
 
@@ -40,10 +40,10 @@ const Artwoerter& woerter(Vorgangsart art) {
   return Woerter.at(static_cast<std::size_t>(art));
 }
 
-Vorgang aus_schluesseln(Vorgangsart art, const QString& key1, const QString& key2, const QString& key3) {
+Vorgang aus_Schluesseln(Vorgangsart art, const QString& key1, const QString& key2, const QString& key3) {
   Vorgang neu;
   neu.art = art;
-  neu.satz = {oder_strich(key1), oder_strich(key2), oder_strich(key3), u"-"_s, woerter(art).typ1, u"-"_s};
+  neu.satz = {oder_Strich(key1), oder_Strich(key2), oder_Strich(key3), u"-"_s, woerter(art).typ1, u"-"_s};
   neu.nummer = nummer_von(neu.satz, art);
   return neu;
 }

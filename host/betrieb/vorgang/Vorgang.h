@@ -13,7 +13,7 @@ inline constexpr std::array Vorgangsarten{
 /// A business record as the list shows it.
 struct Vorgang {
   Vorgangsart art = Vorgangsart::Beleg;
-  /// All six parts are set; "-" stands for a part that this kind has not.
+  /// All six parts are set; "-" stands for a part that this kind does not have.
   Datensatz satz;
   /// As the user says it: "AB 24-1001".
   QString nummer;
@@ -33,7 +33,7 @@ struct Artwoerter {
 };
 const Artwoerter& woerter(Vorgangsart art);
 /// A record of that kind with its keys as the host has them; blank ones become "-".
-Vorgang aus_schluesseln(Vorgangsart art, const QString& key1, const QString& key2 = {}, const QString& key3 = {});
+Vorgang aus_Schluesseln(Vorgangsart art, const QString& key1, const QString& key2 = {}, const QString& key3 = {});
 /// The two records are the same to the database, which looks neither at the case of letters nor at trailing blanks.
 QString kennung(const Vorgang& vorgang);
 /// "Beleg AB 24-1001 – Bäckerei Huber, Freiburg".

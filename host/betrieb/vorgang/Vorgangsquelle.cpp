@@ -51,7 +51,7 @@ class Leser {
       const QString typ = text::UCase(text::Trim(satz->Text(0)));
       for (const Vorgangsart art : Vorgangsarten) {
         if (vorgang::woerter(art).typ1 != typ) continue;
-        Vorgang neu = vorgang::aus_schluesseln(art, satz->Text(1), satz->Text(2), satz->Text(3));
+        Vorgang neu = vorgang::aus_Schluesseln(art, satz->Text(1), satz->Text(2), satz->Text(3));
         neu.bilder = satz->Text(4).toInt();
         anzahlen_.insert(vorgang::kennung(neu), neu.bilder);
         liste.append(neu);
@@ -78,14 +78,14 @@ class Leser {
     lies_Tabelle(vorgang::woerter(art).mehrzahl, anweisung, [&](const adodb::Recordset& satz) {
       std::array<QString, 3> keys;
       for (std::int32_t i = 0; i < schluessel; ++i) keys.at(static_cast<std::size_t>(i)) = satz.Text(i);
-      Vorgang neu = vorgang::aus_schluesseln(art, keys[0], keys[1], keys[2]);
+      Vorgang neu = vorgang::aus_Schluesseln(art, keys[0], keys[1], keys[2]);
       neu.betreff = betreff(satz);
       neu.bilder = anzahlen_.value(vorgang::kennung(neu));
       nimm_auf(neu);
     });
   }
 
-  static QString verbunden(QStringList teile, const QString& trenner) {
+  static QString Verbunden(QStringList teile, const QString& trenner) {
     teile.removeAll(QString());
     return teile.join(trenner);
   }

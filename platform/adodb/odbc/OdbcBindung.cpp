@@ -9,8 +9,8 @@ namespace {
 constexpr std::size_t Blockbytes = 128 * 1024;
 constexpr std::size_t HoechstensZeilen = 64;
 
-/// Types whose width is that of their text; a time or bytes take other room as text.
-bool zaehlt_zeichen(SQLSMALLINT typ) {
+/// Types that are as wide as their text. A time or bytes have another width as text.
+bool zaehlt_Zeichen(SQLSMALLINT typ) {
   return typ == SQL_CHAR || typ == SQL_VARCHAR || typ == SQL_WCHAR || typ == SQL_WVARCHAR;
 }
 
@@ -18,13 +18,13 @@ bool zaehlt_zeichen(SQLSMALLINT typ) {
 
 void OdbcBindung::merke_vor(SQLSMALLINT art, SQLSMALLINT typ, SQLULEN groesse) {
   const bool text = art == SQL_C_WCHAR;
-  uebrige_ = uebrige_ || (text && (!zaehlt_zeichen(typ) || groesse == 0 || groesse > Breiteste));
+  uebrige_ = uebrige_ || (text && (!zaehlt_Zeichen(typ) || groesse == 0 || groesse > Breiteste));
   if (uebrige_) return;
   const SQLULEN platz = text ? (groesse + 1) * sizeof(char16_t) : 8;
   spalten_.push_back({.art = art, .platz = static_cast<SQLLEN>(platz)});
 }
 
-std::size_t OdbcBindung::hoechste_blockgroesse() const noexcept {
+std::size_t OdbcBindung::hoechste_Blockgroesse() const noexcept {
   std::size_t zeile = 1;
   for (const Spalte& s : spalten_) zeile += static_cast<std::size_t>(s.platz) + sizeof(SQLLEN);
   return std::clamp<std::size_t>(Blockbytes / zeile, 1, HoechstensZeilen);
@@ -32,8 +32,8 @@ std::size_t OdbcBindung::hoechste_blockgroesse() const noexcept {
 
 void OdbcBindung::binde() {
   if (spalten_.empty()) return;
-  std::size_t block = !uebrige_ ? hoechste_blockgroesse() : 1;
-  if (block > 1 && !verlange_block(block)) block = 1;
+  std::size_t block = !uebrige_ ? hoechste_Blockgroesse() : 1;
+  if (block > 1 && !verlange_Block(block)) block = 1;
   for (Spalte& s : spalten_) {
     s.werte.resize(block * static_cast<std::size_t>(s.platz));
     s.laengen.assign(block, SQL_NULL_DATA);
@@ -45,8 +45,8 @@ void OdbcBindung::binde() {
   if (block > 1 && gebundene_ < spalten_.size()) nimm_einzelne();
 }
 
-/// A driver that does not take all three gives one row at a time.
-bool OdbcBindung::verlange_block(std::size_t block) {
+/// A driver that refuses one of the three attributes gives one row at a time.
+bool OdbcBindung::verlange_Block(std::size_t block) {
   zustaende_.assign(block, SQL_ROW_SUCCESS);
   const bool genommen = odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROW_STATUS_PTR, zustaende_.data()) == SQL_SUCCESS &&
       odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROWS_FETCHED_PTR, &geholte_) == SQL_SUCCESS &&
@@ -55,7 +55,7 @@ bool OdbcBindung::verlange_block(std::size_t block) {
   return genommen;
 }
 
-/// One row at a time, and no place left for the driver to write states to.
+/// One row at a time. The driver must not keep the place that it wrote states to: it is freed here.
 void OdbcBindung::nimm_einzelne() {
   odbc_.SetStmtAttr(anweisung_, SQL_ATTR_ROW_ARRAY_SIZE, 1);
   odbc_.SetStmtZeiger(anweisung_, SQL_ATTR_ROW_STATUS_PTR, nullptr);

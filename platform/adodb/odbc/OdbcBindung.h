@@ -47,8 +47,8 @@ class OdbcBindung {
     std::vector<char> werte = {};
     std::vector<SQLLEN> laengen = {};
   };
-  std::size_t hoechste_blockgroesse() const noexcept;
-  bool verlange_block(std::size_t block);
+  std::size_t hoechste_Blockgroesse() const noexcept;
+  bool verlange_Block(std::size_t block);
   void nimm_einzelne();
 
   OdbcSchicht& odbc_;

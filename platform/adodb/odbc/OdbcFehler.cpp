@@ -14,7 +14,7 @@ constexpr SQLSMALLINT Hoechstens = 64;
 
 /// "[maker][driver][data source]words", as ODBC prescribes it; a server's own words may begin with a bracket too, so
 /// only a third group that names the data source is taken off.
-QString ohne_absender(const QString& text) {
+QString ohne_Absender(const QString& text) {
   qsizetype anfang = 0;
   for (int gruppe = 0; gruppe < 3 && anfang < text.size() && text.at(anfang) == u'['; ++gruppe) {
     const qsizetype ende = text.indexOf(u']', anfang);
@@ -26,16 +26,16 @@ QString ohne_absender(const QString& text) {
 }
 
 /// FreeTDS gives its own failures, numbered 20000 to 20999, a warning's SQLSTATE.
-bool ist_warnung(const OdbcMeldung& meldung) {
+bool ist_Warnung(const OdbcMeldung& meldung) {
   if (meldung.nummer >= 20000 && meldung.nummer < 21000) return false;
   return meldung.sqlstate.startsWith("01"_L1) || meldung.sqlstate.startsWith("00"_L1);
 }
 
-/// A server tells a failure and, behind it, messages and warnings of the same batch.
+/// The failures alone, where there are any: a server sends messages and warnings of the same batch with them.
 QList<OdbcMeldung> fehler_darin(const QList<OdbcMeldung>& meldungen) {
   QList<OdbcMeldung> fehler;
   for (const OdbcMeldung& meldung : meldungen)
-    if (!ist_warnung(meldung)) fehler.append(meldung);
+    if (!ist_Warnung(meldung)) fehler.append(meldung);
   return fehler.isEmpty() ? meldungen : fehler;
 }
 
@@ -58,36 +58,36 @@ QString kennung(const OdbcMeldung& meldung) {
   return meldung.nummer == 0 ? zustand + u')' : zustand + u", Fehler "_s + QString::number(meldung.nummer) + u')';
 }
 
-QString ohne_kennwort(QString worte, const QString& kennwort) {
+QString ohne_Kennwort(QString worte, const QString& kennwort) {
   if (kennwort.isEmpty()) return worte;
   QString verdoppelt = kennwort;
   verdoppelt.replace(u"}"_s, u"}}"_s);
   return worte.replace(verdoppelt, u"***"_s).replace(kennwort, u"***"_s);
 }
 
-/// FreeTDS tells a time that is over under the number 20003 of its kind, whatever the SQLSTATE.
-bool ist_zeit_um(const QList<OdbcMeldung>& fehler) {
+/// FreeTDS reports a time-out by its own number 20003, whatever the SQLSTATE.
+bool ist_Zeit_um(const QList<OdbcMeldung>& fehler) {
   return std::any_of(fehler.begin(), fehler.end(), [](const OdbcMeldung& m) {
     return m.sqlstate.startsWith("HYT"_L1) || (m.nummer == 20003 && m.worte.contains("timed out"_L1));
   });
 }
 
-bool ist_anmeldung(const QList<OdbcMeldung>& fehler) {
+bool ist_Anmeldung(const QList<OdbcMeldung>& fehler) {
   return std::any_of(
       fehler.begin(), fehler.end(), [](const OdbcMeldung& m) { return m.sqlstate == "28000"_L1 || m.nummer == 18456; });
 }
 
 /// The driver manager's own failure to load the driver, which it tells as a warning.
-bool ist_ladefehler(const QList<OdbcMeldung>& fehler) {
+bool ist_Ladefehler(const QList<OdbcMeldung>& fehler) {
   return std::any_of(fehler.begin(), fehler.end(),
       [](const OdbcMeldung& m) { return m.sqlstate.startsWith("IM"_L1) || m.worte.startsWith("Can't open lib"_L1); });
 }
 
 QString umstand(const QList<OdbcMeldung>& fehler, const OdbcVersuch& versuch) {
-  if (ist_ladefehler(fehler)) return u"der ODBC-Treiber ist nicht zu laden: "_s;
-  if (ist_anmeldung(fehler))
+  if (ist_Ladefehler(fehler)) return u"der ODBC-Treiber ist nicht zu laden: "_s;
+  if (ist_Anmeldung(fehler))
     return u"der Server"_s + Verbindungszeichenfolge::genannt(versuch.ziel) + u" hat die Anmeldung abgelehnt: "_s;
-  if (ist_zeit_um(fehler))
+  if (ist_Zeit_um(fehler))
     return u"der Server"_s + Verbindungszeichenfolge::genannt(versuch.ziel) +
         u" hat in %1 Sekunden nicht geantwortet: "_s.arg(versuch.zeitgrenze);
   return u"der Server"_s + Verbindungszeichenfolge::genannt(versuch.ziel) +
@@ -101,7 +101,7 @@ void odbc_unerfuellbar(const QString& worte) {
       fehlernummer::Verbindung, u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + worte, u"01S00"_s, 0);
 }
 
-QList<OdbcMeldung> odbc_meldungen(OdbcSchicht& odbc, SQLSMALLINT art, SQLHANDLE griff) {
+QList<OdbcMeldung> odbc_Meldungen(OdbcSchicht& odbc, SQLSMALLINT art, SQLHANDLE griff) {
   QList<OdbcMeldung> meldungen;
   std::vector<char16_t> text(1024);
   for (SQLSMALLINT satz = 1; satz <= Hoechstens; ++satz) {
@@ -120,12 +120,12 @@ QList<OdbcMeldung> odbc_meldungen(OdbcSchicht& odbc, SQLSMALLINT art, SQLHANDLE 
     if (!SQL_SUCCEEDED(ergebnis)) break;
     const auto zeichen = std::clamp<qsizetype>(laenge, 0, static_cast<qsizetype>(text.size()) - 1);
     meldungen.append(
-        {QString::fromUtf16(sqlstate.data(), 5), nummer, ohne_absender(QString::fromUtf16(text.data(), zeichen))});
+        {QString::fromUtf16(sqlstate.data(), 5), nummer, ohne_Absender(QString::fromUtf16(text.data(), zeichen))});
   }
   return meldungen;
 }
 
-Datenbankfehler odbc_anweisungsfehler(const QList<OdbcMeldung>& meldungen, bool abgerissen) {
+Datenbankfehler odbc_Anweisungsfehler(const QList<OdbcMeldung>& meldungen, bool abgerissen) {
   const QList<OdbcMeldung> fehler = fehler_darin(meldungen);
   OdbcMeldung erste = fuehrende(fehler);
   if (abgerissen && !erste.sqlstate.startsWith("08"_L1)) erste.sqlstate = u"08S01"_s;
@@ -135,12 +135,12 @@ Datenbankfehler odbc_anweisungsfehler(const QList<OdbcMeldung>& meldungen, bool 
       erste.nummer);
 }
 
-Datenbankfehler odbc_verbindungsfehler(const QList<OdbcMeldung>& meldungen, const OdbcVersuch& versuch) {
+Datenbankfehler odbc_Verbindungsfehler(const QList<OdbcMeldung>& meldungen, const OdbcVersuch& versuch) {
   const QList<OdbcMeldung> fehler = fehler_darin(meldungen);
   const OdbcMeldung erste = fuehrende(fehler);
   return Datenbankfehler(fehlernummer::Verbindung,
       u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + umstand(fehler, versuch) +
-          ohne_kennwort(worte_von(fehler), versuch.kennwort) + kennung(erste),
+          ohne_Kennwort(worte_von(fehler), versuch.kennwort) + kennung(erste),
       erste.sqlstate, erste.nummer);
 }
 

@@ -17,14 +17,14 @@ struct OdbcMeldung {
 };
 
 /// All records that the last call left at a handle, at most 64.
-QList<OdbcMeldung> odbc_meldungen(OdbcSchicht& odbc, SQLSMALLINT art, SQLHANDLE griff);
+QList<OdbcMeldung> odbc_Meldungen(OdbcSchicht& odbc, SQLSMALLINT art, SQLHANDLE griff);
 
 /// A connect string that cannot be honoured, -2147467259.
 [[noreturn]] void odbc_unerfuellbar(const QString& worte);
 
 /// The failure of a statement, -2147217900, with the words of all records that are no warnings. SQLSTATE and the
 /// server's number are those of the first such record that has a number. `abgerissen`: the link to the server is gone.
-Datenbankfehler odbc_anweisungsfehler(const QList<OdbcMeldung>& meldungen, bool abgerissen);
+Datenbankfehler odbc_Anweisungsfehler(const QList<OdbcMeldung>& meldungen, bool abgerissen);
 
 /// What was tried when a connection failed; the password is wiped from all words.
 struct OdbcVersuch {
@@ -34,6 +34,6 @@ struct OdbcVersuch {
 };
 
 /// The failure to connect, -2147467259.
-Datenbankfehler odbc_verbindungsfehler(const QList<OdbcMeldung>& meldungen, const OdbcVersuch& versuch);
+Datenbankfehler odbc_Verbindungsfehler(const QList<OdbcMeldung>& meldungen, const OdbcVersuch& versuch);
 
 }  // namespace adodb

@@ -22,7 +22,7 @@ SQLWCHAR* zeichen(char16_t* text) {
 }
 
 /// Attributes that are numbers travel in the pointer itself.
-SQLPOINTER als_zeiger(SQLULEN wert) {
+SQLPOINTER als_Zeiger(SQLULEN wert) {
   return reinterpret_cast<SQLPOINTER>(wert);
 }
 
@@ -49,16 +49,16 @@ class Treiberverwaltung final : public OdbcSchicht {
   }
   SQLRETURN FreeHandle(SQLSMALLINT art, SQLHANDLE griff) override { return SQLFreeHandle(art, griff); }
   SQLRETURN SetEnvAttr(SQLHENV umgebung, SQLINTEGER attribut, SQLULEN wert) override {
-    return SQLSetEnvAttr(umgebung, attribut, als_zeiger(wert), SQL_IS_UINTEGER);
+    return SQLSetEnvAttr(umgebung, attribut, als_Zeiger(wert), SQL_IS_UINTEGER);
   }
   SQLRETURN SetConnectAttr(SQLHDBC verbindung, SQLINTEGER attribut, SQLULEN wert) override {
-    return SQLSetConnectAttrW(verbindung, attribut, als_zeiger(wert), SQL_IS_UINTEGER);
+    return SQLSetConnectAttrW(verbindung, attribut, als_Zeiger(wert), SQL_IS_UINTEGER);
   }
   SQLRETURN GetConnectAttr(SQLHDBC verbindung, SQLINTEGER attribut, SQLUINTEGER* wert) override {
     return SQLGetConnectAttrW(verbindung, attribut, wert, SQL_IS_UINTEGER, nullptr);
   }
   SQLRETURN SetStmtAttr(SQLHSTMT anweisung, SQLINTEGER attribut, SQLULEN wert) override {
-    return SQLSetStmtAttrW(anweisung, attribut, als_zeiger(wert), SQL_IS_UINTEGER);
+    return SQLSetStmtAttrW(anweisung, attribut, als_Zeiger(wert), SQL_IS_UINTEGER);
   }
   SQLRETURN SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, void* ziel) override {
     return SQLSetStmtAttrW(anweisung, attribut, ziel, SQL_IS_POINTER);
@@ -102,10 +102,10 @@ class Treiberverwaltung final : public OdbcSchicht {
 
 }  // namespace
 
-OdbcSchicht& odbc_der_maschine() {
+OdbcSchicht& odbc_der_Maschine() {
   // Never destroyed: a thread's writing connection may outlive the static objects.
-  static OdbcSchicht* const eine = new Treiberverwaltung;
-  return *eine;
+  static OdbcSchicht* const Eine = new Treiberverwaltung;
+  return *Eine;
 }
 
 }  // namespace adodb

@@ -51,6 +51,6 @@ class OdbcSchicht {
 };
 
 /// The machine's own driver manager. Lives as long as the process.
-OdbcSchicht& odbc_der_maschine();
+OdbcSchicht& odbc_der_Maschine();
 
 }  // namespace adodb

@@ -26,19 +26,19 @@ QString rechnername(const QString& text) {
 
 }  // namespace
 
-int lies_port(const QString& text) {
-  bool ist_zahl = false;
-  const int port = text.trimmed().toInt(&ist_zahl);
-  if (!ist_zahl || port < 1 || port > 65535)
+int lies_Port(const QString& text) {
+  bool ist_Zahl = false;
+  const int port = text.trimmed().toInt(&ist_Zahl);
+  if (!ist_Zahl || port < 1 || port > 65535)
     odbc_unerfuellbar(u"der Port des Servers ist keine Zahl von 1 bis 65535"_s);
   return port;
 }
 
-Serverangabe lies_serverangabe(const QString& text) {
+Serverangabe lies_Serverangabe(const QString& text) {
   QString rest = ohne_weg(text.trimmed());
   Serverangabe angabe;
   if (const qsizetype komma = rest.lastIndexOf(u','); komma >= 0) {
-    angabe.port = lies_port(rest.sliced(komma + 1));
+    angabe.port = lies_Port(rest.sliced(komma + 1));
     rest.truncate(komma);
   }
   if (const qsizetype strich = rest.indexOf(u'\\'); strich >= 0) {

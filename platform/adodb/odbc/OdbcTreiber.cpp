@@ -34,7 +34,7 @@ class OdbcTreiber::Anweisung {
 
 namespace {
 
-[[noreturn]] void keine_anweisung(const QString& worte) {
+[[noreturn]] void keine_Anweisung(const QString& worte) {
   throw Datenbankfehler(fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s, 0);
 }
 
@@ -49,8 +49,8 @@ void OdbcTreiber::oeffne(const QString& verbindungszeichenfolge) {
   if (offen_) throw adofehler(adErrObjectOpen);
   const Verbindungszeichenfolge folge(verbindungszeichenfolge);
   try {
-    lege_griffe_an();
-    const OdbcAufruf aufruf = uebersetze_odbc(folge, lies_odbc_umgebung(odbc_, umgebung_));
+    lege_Griffe_an();
+    const OdbcAufruf aufruf = uebersetze_Odbc(folge, lies_Odbc_Umgebung(odbc_, umgebung_));
     const OdbcVersuch versuch{aufruf.ziel, aufruf.kennwort, aufruf.anmeldezeit};
     // A driver that has no login time-out connects without one.
     odbc_.SetConnectAttr(verbindung_, SQL_ATTR_LOGIN_TIMEOUT, aufruf.anmeldezeit);
@@ -65,23 +65,23 @@ void OdbcTreiber::oeffne(const QString& verbindungszeichenfolge) {
   }
 }
 
-void OdbcTreiber::lege_griffe_an() {
+void OdbcTreiber::lege_Griffe_an() {
   const bool gelungen = SQL_SUCCEEDED(odbc_.AllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &umgebung_)) &&
       SQL_SUCCEEDED(odbc_.SetEnvAttr(umgebung_, SQL_ATTR_ODBC_VERSION, SQL_OV_ODBC3)) &&
       SQL_SUCCEEDED(odbc_.AllocHandle(SQL_HANDLE_DBC, umgebung_, &verbindung_));
   if (!gelungen) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
 }
 
-/// A warning that the driver passed over a part of the connect string is a failure here: nobody would see it.
+/// A driver that ignores a part of the connect string only warns. Nobody would see that, so it is a failure here.
 void OdbcTreiber::verbinde(const QString& zeichenfolge, const OdbcVersuch& versuch) {
   const SQLRETURN ergebnis = odbc_.DriverConnect(verbindung_, zeichenfolge);
   offen_ = SQL_SUCCEEDED(ergebnis);
   if (ergebnis == SQL_SUCCESS) return;
-  const QList<OdbcMeldung> meldungen = odbc_meldungen(odbc_, SQL_HANDLE_DBC, verbindung_);
-  if (!offen_) throw odbc_verbindungsfehler(meldungen, versuch);
+  const QList<OdbcMeldung> meldungen = odbc_Meldungen(odbc_, SQL_HANDLE_DBC, verbindung_);
+  if (!offen_) throw odbc_Verbindungsfehler(meldungen, versuch);
   for (const OdbcMeldung& meldung : meldungen)
     if (meldung.sqlstate == "01S00"_L1 || meldung.sqlstate == "01S02"_L1)
-      throw odbc_verbindungsfehler({meldung}, versuch);
+      throw odbc_Verbindungsfehler({meldung}, versuch);
 }
 
 void OdbcTreiber::schliesse() noexcept {
@@ -92,43 +92,43 @@ void OdbcTreiber::schliesse() noexcept {
 
 Ergebnis OdbcTreiber::fuehre_aus(const QString& text) {
   if (!offen_) throw adofehler(adErrObjectClosed);
-  if (text.trimmed().isEmpty()) keine_anweisung(u"der Text ist leer"_s);
+  if (text.trimmed().isEmpty()) keine_Anweisung(u"der Text ist leer"_s);
   // Some drivers end a text at its first zero character and would run what stands before it.
-  if (text.contains(QChar(u'\0'))) keine_anweisung(u"der Text enthält ein Nullzeichen"_s);
-  if (text.size() > std::numeric_limits<SQLINTEGER>::max()) keine_anweisung(u"der Text ist zu lang"_s);
+  if (text.contains(QChar(u'\0'))) keine_Anweisung(u"der Text enthält ein Nullzeichen"_s);
+  if (text.size() > std::numeric_limits<SQLINTEGER>::max()) keine_Anweisung(u"der Text ist zu lang"_s);
   const Anweisung anweisung(odbc_, verbindung_);
-  if (!anweisung.gelungen()) throw odbc_anweisungsfehler(odbc_meldungen(odbc_, SQL_HANDLE_DBC, verbindung_), ist_tot());
+  if (!anweisung.gelungen()) throw odbc_Anweisungsfehler(odbc_Meldungen(odbc_, SQL_HANDLE_DBC, verbindung_), ist_tot());
   // Forward-only and read-only cursors are ODBC's defaults, said here because anything else makes FreeTDS wrap the text
   // into a call of its own. A driver that has no scanning of escapes to turn off refuses the attribute, which is as
   // good.
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_CURSOR_TYPE, SQL_CURSOR_FORWARD_ONLY);
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_CONCURRENCY, SQL_CONCUR_READ_ONLY);
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_NOSCAN, SQL_NOSCAN_ON);
-  return lies_ergebnisse(
+  return lies_Ergebnisse(
       anweisung.griff(), odbc_.ExecDirect(anweisung.griff(), ganze_Paare_ ? ohne_halbe_Paare(text) : text));
 }
 
-/// SQL_NO_DATA from the execution is a statement that met no row; behind it further results may come.
-Ergebnis OdbcTreiber::lies_ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis) {
+/// SQL_NO_DATA from the execution means that the statement met no row; further results may follow.
+Ergebnis OdbcTreiber::lies_Ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis) {
   std::optional<Ergebnis> gelesenes;
   std::optional<OdbcWerte> leser;
   if (ergebnis == SQL_NO_DATA) ergebnis = odbc_.MoreResults(anweisung);
   for (; ergebnis != SQL_NO_DATA; ergebnis = odbc_.MoreResults(anweisung)) {
-    if (!SQL_SUCCEEDED(ergebnis)) wirf_anweisung(anweisung);
+    if (!SQL_SUCCEEDED(ergebnis)) wirf_Anweisung(anweisung);
     if (gelesenes) continue;
     SQLSMALLINT spalten = 0;
-    if (!SQL_SUCCEEDED(odbc_.NumResultCols(anweisung, &spalten))) wirf_anweisung(anweisung);
+    if (!SQL_SUCCEEDED(odbc_.NumResultCols(anweisung, &spalten))) wirf_Anweisung(anweisung);
     if (spalten <= 0) continue;
-    leser.emplace(odbc_, anweisung, [this, anweisung] { wirf_anweisung(anweisung); });
+    leser.emplace(odbc_, anweisung, [this, anweisung] { wirf_Anweisung(anweisung); });
     gelesenes = leser->lies(spalten);
   }
-  pruefe_leitung();
+  pruefe_Leitung();
   return gelesenes ? std::move(*gelesenes) : Ergebnis();
 }
 
 /// A driver may take a link that is cut between two rows for the end of the result.
-void OdbcTreiber::pruefe_leitung() {
-  if (ist_tot()) throw odbc_anweisungsfehler({}, true);
+void OdbcTreiber::pruefe_Leitung() {
+  if (ist_tot()) throw odbc_Anweisungsfehler({}, true);
 }
 
 /// Asks the driver, not the server.
@@ -137,11 +137,11 @@ bool OdbcTreiber::ist_tot() {
   return SQL_SUCCEEDED(odbc_.GetConnectAttr(verbindung_, SQL_ATTR_CONNECTION_DEAD, &tot)) && tot == SQL_CD_TRUE;
 }
 
-void OdbcTreiber::wirf_anweisung(SQLHSTMT anweisung) {
-  const QList<OdbcMeldung> meldungen = odbc_meldungen(odbc_, SQL_HANDLE_STMT, anweisung);
+void OdbcTreiber::wirf_Anweisung(SQLHSTMT anweisung) {
+  const QList<OdbcMeldung> meldungen = odbc_Meldungen(odbc_, SQL_HANDLE_STMT, anweisung);
   const bool abgerissen = std::any_of(
       meldungen.begin(), meldungen.end(), [](const OdbcMeldung& m) { return m.sqlstate.startsWith("08"_L1); });
-  throw odbc_anweisungsfehler(meldungen, abgerissen || ist_tot());
+  throw odbc_Anweisungsfehler(meldungen, abgerissen || ist_tot());
 }
 
 }  // namespace adodb

@@ -11,15 +11,15 @@ namespace adodb {
 /// Connect string: see OdbcVerbindung.h and docs/DATENBANK.md. A text goes to the server as it stands, as one batch:
 /// nothing is prepared, bound or scanned for escapes, and no call beside it costs a round trip. Of a batch with several
 /// results the first one with columns is read; messages, row counts and warnings before and behind it are passed over,
-/// a failure anywhere in it is one of the whole text. Every result is read to its end before `fuehre_aus` returns.
-/// One thing can't stand in a text but with the maker's driver: half of a surrogate pair, which a cut to 50 or 250
-/// characters may leave. FreeTDS would send what stands before it and drop the rest; it becomes "?", as on SQLite.
+/// a failure anywhere in it is one of the whole text. Every result is read to its end before `fuehre_aus` returns. Half
+/// of a surrogate pair, which a cut to 50 or 250 characters may leave, passes through the maker's driver only. FreeTDS
+/// would send what stands before it and drop the rest, so there it becomes "?", as on SQLite.
 ///
-/// A link that is gone makes the statement fail that meets it, and all behind it; nothing is opened anew, the
+/// Once the link is gone, the statement that meets it fails, and so do all later ones. Nothing is opened anew; the
 /// connection counts as open until it is closed.
 class OdbcTreiber final : public Treiber {
  public:
-  explicit OdbcTreiber(OdbcSchicht& odbc = odbc_der_maschine()) : odbc_(odbc) {}
+  explicit OdbcTreiber(OdbcSchicht& odbc = odbc_der_Maschine()) : odbc_(odbc) {}
   ~OdbcTreiber() override { schliesse(); }
   Q_DISABLE_COPY_MOVE(OdbcTreiber)
 
@@ -34,12 +34,12 @@ class OdbcTreiber final : public Treiber {
 
  private:
   class Anweisung;
-  void lege_griffe_an();
+  void lege_Griffe_an();
   void verbinde(const QString& zeichenfolge, const OdbcVersuch& versuch);
-  Ergebnis lies_ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis);
-  void pruefe_leitung();
+  Ergebnis lies_Ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis);
+  void pruefe_Leitung();
   bool ist_tot();
-  [[noreturn]] void wirf_anweisung(SQLHSTMT anweisung);
+  [[noreturn]] void wirf_Anweisung(SQLHSTMT anweisung);
 
   OdbcSchicht& odbc_;
   SQLHENV umgebung_ = SQL_NULL_HENV;

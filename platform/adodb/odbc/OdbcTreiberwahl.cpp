@@ -20,9 +20,9 @@ QString bibliothek_aus(const QString& attribute) {
 
 /// The number in "ODBC Driver 18 for SQL Server", 0 for another name.
 int fassung(const QString& name) {
-  static const QRegularExpression muster(
+  static const QRegularExpression Muster(
       u"^ODBC Driver (\\d+) for SQL Server$"_s, QRegularExpression::CaseInsensitiveOption);
-  return muster.match(name).captured(1).toInt();
+  return Muster.match(name).captured(1).toInt();
 }
 
 QString installierte(const OdbcUmgebung& umgebung) {
@@ -33,7 +33,7 @@ QString installierte(const OdbcUmgebung& umgebung) {
 
 }  // namespace
 
-OdbcArt odbc_art(const QString& name, const QString& bibliothek) {
+OdbcArt odbc_Art(const QString& name, const QString& bibliothek) {
   const auto eines_enthaelt = [&](QLatin1StringView wort) {
     return name.contains(wort, Qt::CaseInsensitive) || bibliothek.contains(wort, Qt::CaseInsensitive);
   };
@@ -42,20 +42,20 @@ OdbcArt odbc_art(const QString& name, const QString& bibliothek) {
   return OdbcArt::Unbekannt;
 }
 
-OdbcUmgebung lies_odbc_umgebung(OdbcSchicht& odbc, SQLHENV umgebung) {
+OdbcUmgebung lies_Odbc_Umgebung(OdbcSchicht& odbc, SQLHENV umgebung) {
   OdbcUmgebung gelesen;
   QString name;
   QString zweiter;
   SQLUSMALLINT richtung = SQL_FETCH_FIRST;
   for (; SQL_SUCCEEDED(odbc.Drivers(umgebung, richtung, &name, &zweiter)); richtung = SQL_FETCH_NEXT)
-    gelesen.treiber.append({name, odbc_art(name, bibliothek_aus(zweiter))});
+    gelesen.treiber.append({name, odbc_Art(name, bibliothek_aus(zweiter))});
   richtung = SQL_FETCH_FIRST;
   for (; SQL_SUCCEEDED(odbc.DataSources(umgebung, richtung, &name, &zweiter)); richtung = SQL_FETCH_NEXT)
     gelesen.datenquellen.append({name, zweiter});
   return gelesen;
 }
 
-OdbcInstallierter waehle_odbc_treiber(const OdbcUmgebung& umgebung) {
+OdbcInstallierter waehle_Odbc_Treiber(const OdbcUmgebung& umgebung) {
   const OdbcInstallierter* bester = nullptr;
   const auto rang = [](const OdbcInstallierter& t) {
     if (t.art == OdbcArt::Hersteller) return 2 + fassung(t.name);
@@ -70,22 +70,22 @@ OdbcInstallierter waehle_odbc_treiber(const OdbcUmgebung& umgebung) {
   return *bester;
 }
 
-OdbcInstallierter finde_odbc_treiber(const OdbcUmgebung& umgebung, const QString& name) {
+OdbcInstallierter finde_Odbc_Treiber(const OdbcUmgebung& umgebung, const QString& name) {
   const bool lesbar = !name.contains(u'{') && !name.contains(u'}');
-  if (name.contains(u'/') && lesbar) return {name, odbc_art({}, name)};
+  if (name.contains(u'/') && lesbar) return {name, odbc_Art({}, name)};
   for (const OdbcInstallierter& treiber : umgebung.treiber)
     if (treiber.name.compare(name, Qt::CaseInsensitive) == 0) return treiber;
   odbc_unerfuellbar(u"den ODBC-Treiber"_s + Verbindungszeichenfolge::genannt(name) + u" gibt es hier nicht ("_s +
       installierte(umgebung) + u')');
 }
 
-OdbcInstallierter treiber_der_datenquelle(const OdbcUmgebung& umgebung, const QString& name) {
+OdbcInstallierter treiber_der_Datenquelle(const OdbcUmgebung& umgebung, const QString& name) {
   for (const OdbcDatenquelle& quelle : umgebung.datenquellen) {
     if (quelle.name.compare(name, Qt::CaseInsensitive) != 0) continue;
-    if (quelle.treiber.contains(u'/')) return {quelle.treiber, odbc_art({}, quelle.treiber)};
+    if (quelle.treiber.contains(u'/')) return {quelle.treiber, odbc_Art({}, quelle.treiber)};
     for (const OdbcInstallierter& treiber : umgebung.treiber)
       if (treiber.name.compare(quelle.treiber, Qt::CaseInsensitive) == 0) return treiber;
-    return {quelle.treiber, odbc_art(quelle.treiber, {})};
+    return {quelle.treiber, odbc_Art(quelle.treiber, {})};
   }
   odbc_unerfuellbar(
       u"die Datenquelle"_s + Verbindungszeichenfolge::genannt(name) + u" ist in unixODBC nicht eingerichtet"_s);

@@ -28,19 +28,19 @@ struct OdbcUmgebung {
 };
 
 /// Reads both lists from the driver manager; `umgebung` is an environment of ODBC 3.
-OdbcUmgebung lies_odbc_umgebung(OdbcSchicht& odbc, SQLHENV umgebung);
+OdbcUmgebung lies_Odbc_Umgebung(OdbcSchicht& odbc, SQLHENV umgebung);
 
 /// The kind of a driver by its name and its library.
-OdbcArt odbc_art(const QString& name, const QString& bibliothek);
+OdbcArt odbc_Art(const QString& name, const QString& bibliothek);
 
 /// The driver for a connect string that names none: the maker's newest, without one FreeTDS. Raises -2147467259 when
 /// neither is installed.
-OdbcInstallierter waehle_odbc_treiber(const OdbcUmgebung& umgebung);
+OdbcInstallierter waehle_Odbc_Treiber(const OdbcUmgebung& umgebung);
 
 /// The driver of this name, or one by its library's path. Raises -2147467259 when the name is not installed.
-OdbcInstallierter finde_odbc_treiber(const OdbcUmgebung& umgebung, const QString& name);
+OdbcInstallierter finde_Odbc_Treiber(const OdbcUmgebung& umgebung, const QString& name);
 
 /// The driver behind a data source. Raises -2147467259 when there is no such data source.
-OdbcInstallierter treiber_der_datenquelle(const OdbcUmgebung& umgebung, const QString& name);
+OdbcInstallierter treiber_der_Datenquelle(const OdbcUmgebung& umgebung, const QString& name);
 
 }  // namespace adodb

@@ -27,10 +27,10 @@ class Uebersetzer {
   }
 
   OdbcAufruf uebersetze() {
-    waehle_treiber();
-    schreibe_server();
-    schreibe_anmeldung();
-    schreibe_verschluesselung();
+    waehle_Treiber();
+    schreibe_Server();
+    schreibe_Anmeldung();
+    schreibe_Verschluesselung();
     schreibe_uebriges();
     aufruf_.anmeldezeit = zahl(Wortsinn::Anmeldezeit, 0, 86400).value_or(aufruf_.anmeldezeit);
     aufruf_.paketgroesse = zahl(Wortsinn::Paketgroesse, 512, 32767);
@@ -67,23 +67,23 @@ class Uebersetzer {
     return gefunden == werte_.end() ? QString() : gefunden->second;
   }
   bool hat(Wortsinn sinn) const { return !wert(sinn).isEmpty(); }
-  bool ist_freetds() const { return aufruf_.art == OdbcArt::FreeTds; }
+  bool ist_Freetds() const { return aufruf_.art == OdbcArt::FreeTds; }
 
-  [[noreturn]] void kann_treiber_nicht(Wortsinn sinn) const {
+  [[noreturn]] void kann_Treiber_nicht(Wortsinn sinn) const {
     odbc_unerfuellbar(u"der ODBC-Treiber"_s + Verbindungszeichenfolge::genannt(treiber_) +
         u" kann „%1“ nicht"_s.arg(worte_.at(sinn)));
   }
 
   /// `name=value;` as the driver reads it.
   void schreibe(QLatin1StringView name, const QString& wert) {
-    aufruf_.zeichenfolge += name + u'=' + (ist_freetds() ? fuer_freetds(wert) : fuer_hersteller(wert)) + u';';
+    aufruf_.zeichenfolge += name + u'=' + (ist_Freetds() ? fuer_Freetds(wert) : fuer_Hersteller(wert)) + u';';
   }
   void schreibe_wenn(Wortsinn sinn, QLatin1StringView name) {
     if (hat(sinn)) schreibe(name, wert(sinn));
   }
 
   /// ODBC's own rule: braces around what holds one of its special characters, a closing brace within them doubled.
-  static QString fuer_hersteller(const QString& wert) {
+  static QString fuer_Hersteller(const QString& wert) {
     constexpr QStringView Besondere = u"[]{}();?*=!@";
     const bool geklammert =
         wert != wert.trimmed() || std::any_of(wert.begin(), wert.end(), [&](QChar z) { return Besondere.contains(z); });
@@ -94,7 +94,7 @@ class Uebersetzer {
 
   /// FreeTDS takes a value as it stands up to the semicolon, and one in braces as it stands up to the first brace with
   /// a semicolon behind it: it knows no doubling.
-  static QString fuer_freetds(const QString& wert) {
+  static QString fuer_Freetds(const QString& wert) {
     if (!wert.contains(u';') && !wert.startsWith(u'{')) return wert;
     // The driver manager ends the value at its first brace; what it takes for pairs behind that must name nothing.
     const bool mehrdeutig = wert.contains(u'}') && wert.contains(u'=');
@@ -103,16 +103,16 @@ class Uebersetzer {
     return u'{' + wert + u'}';
   }
 
-  void waehle_treiber();
-  void schreibe_server();
-  void schreibe_anmeldung();
-  void schreibe_verschluesselung();
+  void waehle_Treiber();
+  void schreibe_Server();
+  void schreibe_Anmeldung();
+  void schreibe_Verschluesselung();
   Verschluesselung verschluesselung() const;
-  void verschluessele_freetds(Verschluesselung stufe);
-  void verschluessele_hersteller(Verschluesselung stufe);
+  void verschluessele_Freetds(Verschluesselung stufe);
+  void verschluessele_Hersteller(Verschluesselung stufe);
   void schreibe_uebriges();
   std::optional<std::uint32_t> zahl(Wortsinn sinn, std::uint32_t von, std::uint32_t bis) const;
-  bool ist_msdasql() const { return wert(Wortsinn::Anbieter).startsWith("MSDASQL"_L1, Qt::CaseInsensitive); }
+  bool ist_MSDASQL() const { return wert(Wortsinn::Anbieter).startsWith("MSDASQL"_L1, Qt::CaseInsensitive); }
   /// Server and login may stand in unixODBC's or FreeTDS's own files.
   bool woanders_beschrieben() const { return hat(Wortsinn::Datenquelle) || hat(Wortsinn::Abschnitt); }
 
@@ -123,20 +123,20 @@ class Uebersetzer {
   OdbcAufruf aufruf_;
 };
 
-void Uebersetzer::waehle_treiber() {
-  // Over the provider for ODBC the OLE DB word names a data source.
-  if (ist_msdasql() && schlichtes_Wort(worte_[Wortsinn::Server]) == "datasource"_L1)
+void Uebersetzer::waehle_Treiber() {
+  // With the provider for ODBC the OLE DB keyword names a data source.
+  if (ist_MSDASQL() && schlichtes_Wort(worte_[Wortsinn::Server]) == "datasource"_L1)
     werte_[Wortsinn::Datenquelle] = std::exchange(werte_[Wortsinn::Server], QString());
   if (hat(Wortsinn::Treiber) && hat(Wortsinn::Datenquelle))
     odbc_unerfuellbar(
         u"die Verbindungszeichenfolge nennt einen Treiber und eine Datenquelle; nur eines von beiden geht"_s);
   OdbcInstallierter gewaehlter;
   if (hat(Wortsinn::Datenquelle)) {
-    gewaehlter = treiber_der_datenquelle(umgebung_, wert(Wortsinn::Datenquelle));
+    gewaehlter = treiber_der_Datenquelle(umgebung_, wert(Wortsinn::Datenquelle));
   } else if (hat(Wortsinn::Treiber)) {
-    gewaehlter = finde_odbc_treiber(umgebung_, wert(Wortsinn::Treiber));
+    gewaehlter = finde_Odbc_Treiber(umgebung_, wert(Wortsinn::Treiber));
   } else {
-    gewaehlter = waehle_odbc_treiber(umgebung_);
+    gewaehlter = waehle_Odbc_Treiber(umgebung_);
   }
   treiber_ = gewaehlter.name;
   aufruf_.art = gewaehlter.art;
@@ -146,31 +146,31 @@ void Uebersetzer::waehle_treiber() {
     aufruf_.zeichenfolge = u"DRIVER={"_s + treiber_ + u"};"_s;
 }
 
-void Uebersetzer::schreibe_server() {
+void Uebersetzer::schreibe_Server() {
   const int genannte = hat(Wortsinn::Server) + hat(Wortsinn::Abschnitt) + hat(Wortsinn::Datenquelle);
   if (genannte == 0) odbc_unerfuellbar(u"die Verbindungszeichenfolge nennt keinen Server"_s);
   if (genannte > 1)
     odbc_unerfuellbar(
         u"die Verbindungszeichenfolge nennt den Server mehrfach (als Server, Servername oder Datenquelle)"_s);
-  if (hat(Wortsinn::Abschnitt) && !ist_freetds()) kann_treiber_nicht(Wortsinn::Abschnitt);
+  if (hat(Wortsinn::Abschnitt) && !ist_Freetds()) kann_Treiber_nicht(Wortsinn::Abschnitt);
   schreibe_wenn(Wortsinn::Abschnitt, "SERVERNAME"_L1);
   aufruf_.ziel = wert(Wortsinn::Server) + wert(Wortsinn::Abschnitt) + wert(Wortsinn::Datenquelle);
   if (hat(Wortsinn::Port) && !hat(Wortsinn::Server)) odbc_unerfuellbar(u"zu „Port“ fehlt „Server“"_s);
   if (!hat(Wortsinn::Server)) return;
-  Serverangabe angabe = lies_serverangabe(wert(Wortsinn::Server));
+  Serverangabe angabe = lies_Serverangabe(wert(Wortsinn::Server));
   if (hat(Wortsinn::Port)) {
-    const int port = lies_port(wert(Wortsinn::Port));
+    const int port = lies_Port(wert(Wortsinn::Port));
     if (angabe.port != 0 && angabe.port != port) odbc_unerfuellbar(u"die Verbindungszeichenfolge nennt zwei Ports"_s);
     angabe.port = port;
     angabe.instanz.clear();
   }
   const QString name = angabe.instanz.isEmpty() ? angabe.rechner : angabe.rechner + u'\\' + angabe.instanz;
   const QString port = QString::number(angabe.port);
-  schreibe("SERVER"_L1, angabe.port == 0 || ist_freetds() ? name : name + u',' + port);
-  if (angabe.port != 0 && ist_freetds()) schreibe("PORT"_L1, port);
+  schreibe("SERVER"_L1, angabe.port == 0 || ist_Freetds() ? name : name + u',' + port);
+  if (angabe.port != 0 && ist_Freetds()) schreibe("PORT"_L1, port);
 }
 
-void Uebersetzer::schreibe_anmeldung() {
+void Uebersetzer::schreibe_Anmeldung() {
   schreibe_wenn(Wortsinn::Datenbank, "DATABASE"_L1);
   const bool vertraut = ist_ja(wert(Wortsinn::Vertraut));
   const bool benannt = hat(Wortsinn::Benutzer);
@@ -202,19 +202,19 @@ Verschluesselung Uebersetzer::verschluesselung() const {
   return steht_in(u"yes|true|1|mandatory", allgemeine) ? Verschluesselung::Ganz : Verschluesselung::NurAnmeldung;
 }
 
-void Uebersetzer::schreibe_verschluesselung() {
+void Uebersetzer::schreibe_Verschluesselung() {
   const Verschluesselung stufe = verschluesselung();
-  if (ist_freetds())
-    verschluessele_freetds(stufe);
+  if (ist_Freetds())
+    verschluessele_Freetds(stufe);
   else
-    verschluessele_hersteller(stufe);
+    verschluessele_Hersteller(stufe);
 }
 
 /// FreeTDS compares the certificate only with what a section of its own file says.
-void Uebersetzer::verschluessele_freetds(Verschluesselung stufe) {
-  if (stufe == Verschluesselung::Streng) kann_treiber_nicht(Wortsinn::Verschluesselung);
+void Uebersetzer::verschluessele_Freetds(Verschluesselung stufe) {
+  if (stufe == Verschluesselung::Streng) kann_Treiber_nicht(Wortsinn::Verschluesselung);
   for (const Wortsinn sinn : {Wortsinn::Zertifikatsname, Wortsinn::Zertifikat})
-    if (hat(sinn)) kann_treiber_nicht(sinn);
+    if (hat(sinn)) kann_Treiber_nicht(sinn);
   const bool traut = ist_ja(wert(Wortsinn::Vertrauen));
   if (stufe == Verschluesselung::Ganz && hat(Wortsinn::Verschluesselung) && !traut && !woanders_beschrieben())
     odbc_unerfuellbar(
@@ -225,9 +225,9 @@ void Uebersetzer::verschluessele_freetds(Verschluesselung stufe) {
   if (stufe == Verschluesselung::Ganz) schreibe("Encryption"_L1, u"require"_s);
 }
 
-void Uebersetzer::verschluessele_hersteller(Verschluesselung stufe) {
+void Uebersetzer::verschluessele_Hersteller(Verschluesselung stufe) {
   const QString eigene = wert(Wortsinn::FreeTdsVerschluesselung);
-  if (!eigene.isEmpty() && stufe != Verschluesselung::Ganz) kann_treiber_nicht(Wortsinn::FreeTdsVerschluesselung);
+  if (!eigene.isEmpty() && stufe != Verschluesselung::Ganz) kann_Treiber_nicht(Wortsinn::FreeTdsVerschluesselung);
   if (stufe == Verschluesselung::NurAnmeldung) schreibe("Encrypt"_L1, u"no"_s);
   if (stufe == Verschluesselung::Ganz) schreibe("Encrypt"_L1, u"yes"_s);
   if (stufe == Verschluesselung::Streng) schreibe("Encrypt"_L1, u"strict"_s);
@@ -247,11 +247,11 @@ void Uebersetzer::schreibe_uebriges() {
   schreibe_wenn(Wortsinn::Absicht, "ApplicationIntent"_L1);
   schreibe_wenn(Wortsinn::Dienstname, "ServerSPN"_L1);
   const bool netze = ist_ja(wert(Wortsinn::Netze));
-  if (netze && ist_freetds()) kann_treiber_nicht(Wortsinn::Netze);
+  if (netze && ist_Freetds()) kann_Treiber_nicht(Wortsinn::Netze);
   if (netze) schreibe("MultiSubnetFailover"_L1, u"yes"_s);
-  if (!ist_freetds()) {
+  if (!ist_Freetds()) {
     for (const Wortsinn sinn : {Wortsinn::Protokoll, Wortsinn::Bereich, Wortsinn::Ntlm2})
-      if (hat(sinn)) kann_treiber_nicht(sinn);
+      if (hat(sinn)) kann_Treiber_nicht(sinn);
     return;
   }
   schreibe_wenn(Wortsinn::Bereich, "REALM"_L1);
@@ -265,23 +265,23 @@ void Uebersetzer::schreibe_uebriges() {
 
 std::optional<std::uint32_t> Uebersetzer::zahl(Wortsinn sinn, std::uint32_t von, std::uint32_t bis) const {
   if (!hat(sinn)) return std::nullopt;
-  bool ist_zahl = false;
-  const std::uint32_t zahl = wert(sinn).toUInt(&ist_zahl);
-  if (!ist_zahl || zahl < von || zahl > bis)
+  bool ist_Zahl = false;
+  const std::uint32_t zahl = wert(sinn).toUInt(&ist_Zahl);
+  if (!ist_Zahl || zahl < von || zahl > bis)
     odbc_unerfuellbar(u"der Wert von „%1“ ist keine Zahl von %2 bis %3"_s.arg(worte_.at(sinn)).arg(von).arg(bis));
   return zahl;
 }
 
 }  // namespace
 
-bool ist_odbc_form(const Verbindungszeichenfolge& folge) {
+bool ist_Odbc_Form(const Verbindungszeichenfolge& folge) {
   const auto& paare = folge.paare();
   return std::any_of(paare.begin(), paare.end(), [](const Verbindungszeichenfolge::Paar& paar) {
     return steht_in(u"driver|dsn|server|servername|initialcatalog|database", schlichtes_Wort(paar.wort));
   });
 }
 
-OdbcAufruf uebersetze_odbc(const Verbindungszeichenfolge& folge, const OdbcUmgebung& umgebung) {
+OdbcAufruf uebersetze_Odbc(const Verbindungszeichenfolge& folge, const OdbcUmgebung& umgebung) {
   return Uebersetzer(folge, umgebung).uebersetze();
 }
 

@@ -25,12 +25,12 @@ struct OdbcAufruf {
 
 /// Whether a connect string without a `Provider` is one for ODBC: it names a driver, a data source, a server by
 /// `Server`, or a database by `Initial Catalog` or `Database`.
-bool ist_odbc_form(const Verbindungszeichenfolge& folge);
+bool ist_Odbc_Form(const Verbindungszeichenfolge& folge);
 
-/// Translates a connect string of OLE DB or ODBC form. Keywords count without regard to case, blanks and underscores;
-/// of several words for the same the last one counts; an empty value counts as not given. Every keyword is honoured or
-/// refused with -2147467259 and words that never repeat a value that may be a password. docs/DATENBANK.md has the
+/// Translates a connect string of OLE DB or ODBC form. Keywords are compared without regard to case, blanks and
+/// underscores. Of several words for one thing the last counts; an empty value counts as not given. Every keyword is
+/// honoured, or refused with -2147467259 and words that never repeat what may be a password. docs/DATENBANK.md has the
 /// table.
-OdbcAufruf uebersetze_odbc(const Verbindungszeichenfolge& folge, const OdbcUmgebung& umgebung);
+OdbcAufruf uebersetze_Odbc(const Verbindungszeichenfolge& folge, const OdbcUmgebung& umgebung);
 
 }  // namespace adodb

@@ -16,7 +16,7 @@ constexpr std::size_t Stueckgroesse = 2048;
 constexpr SQLLEN Zeichenbreite = sizeof(char16_t);
 
 /// The characters as they are: QString::fromUtf16 would take a first U+FEFF for a mark of the byte order.
-QString als_qstring(const char16_t* zeichen, qsizetype anzahl) {
+QString als_QString(const char16_t* zeichen, qsizetype anzahl) {
   return QString(reinterpret_cast<const QChar*>(zeichen), anzahl);
 }
 
@@ -39,20 +39,20 @@ OdbcWerte::OdbcWerte(OdbcSchicht& odbc, SQLHSTMT anweisung, std::function<void()
 Ergebnis OdbcWerte::lies(SQLSMALLINT spalten) {
   Ergebnis ergebnis;
   const auto breite = static_cast<std::size_t>(spalten);
-  for (SQLUSMALLINT i = 1; i <= breite; ++i) ergebnis.spalten.append(lies_spalte(i));
+  for (SQLUSMALLINT i = 1; i <= breite; ++i) ergebnis.spalten.append(lies_Spalte(i));
   bindung_.binde();
   Werte& werte = ergebnis.werte;
   for (SQLRETURN schritt = bindung_.hole(); schritt != SQL_NO_DATA; schritt = bindung_.hole()) {
     pruefe(schritt);
     // A driver that says neither rows nor an end would be asked for ever.
     if (bindung_.zeilen() == 0) fehler_();
-    nimm_block(werte);
+    nimm_Block(werte);
   }
   return ergebnis;
 }
 
 /// Reads the rows of the block behind the others, column by column.
-void OdbcWerte::nimm_block(Werte& werte) {
+void OdbcWerte::nimm_Block(Werte& werte) {
   const std::size_t zeilen = bindung_.zeilen();
   const std::size_t breite = lesarten_.size();
   for (std::size_t i = 0; i < zeilen; ++i)
@@ -62,7 +62,7 @@ void OdbcWerte::nimm_block(Werte& werte) {
     for (std::size_t i = 0; i < zeilen; ++i) nimm_gebundenen(spalte, i, erster + i * breite + spalte, werte);
   // Columns that are not bound allow one row at a time.
   for (std::size_t spalte = bindung_.spalten(); spalte < breite; ++spalte)
-    lies_wert(static_cast<SQLUSMALLINT>(spalte + 1), lesarten_[spalte], erster + spalte, werte);
+    lies_Wert(static_cast<SQLUSMALLINT>(spalte + 1), lesarten_[spalte], erster + spalte, werte);
 }
 
 void OdbcWerte::nimm_gebundenen(std::size_t spalte, std::size_t zeile, std::size_t nummer, Werte& werte) {
@@ -78,14 +78,14 @@ void OdbcWerte::nimm_gebundenen(std::size_t spalte, std::size_t zeile, std::size
     std::memcpy(&zahl, stelle, sizeof zahl);
     werte.setze_zahl(nummer, zahl);
   } else {
-    // Cut is no value: better a failure than a text that is not the table's.
+    // A value that was cut is none: better a failure than a text that the table does not hold.
     if (laenge < 0 || laenge > bindung_.platz(spalte) - Zeichenbreite) zu_lang();
     const auto* zeichen = reinterpret_cast<const char16_t*>(stelle);
     werte.setze_text(nummer, QStringView(zeichen, laenge / Zeichenbreite), lesarten_.size());
   }
 }
 
-QString OdbcWerte::lies_spalte(SQLUSMALLINT spalte) {
+QString OdbcWerte::lies_Spalte(SQLUSMALLINT spalte) {
   std::vector<char16_t> name(256);
   SQLSMALLINT laenge = 0;
   SQLSMALLINT typ = SQL_WVARCHAR;
@@ -102,7 +102,7 @@ QString OdbcWerte::lies_spalte(SQLUSMALLINT spalte) {
   lesarten_.push_back(lesart(typ));
   constexpr SQLSMALLINT Ziele[] = {SQL_C_SBIGINT, SQL_C_DOUBLE, SQL_C_WCHAR};
   bindung_.merke_vor(Ziele[static_cast<int>(lesarten_.back())], typ, groesse);
-  return als_qstring(name.data(), std::clamp<qsizetype>(laenge, 0, static_cast<qsizetype>(name.size()) - 1));
+  return als_QString(name.data(), std::clamp<qsizetype>(laenge, 0, static_cast<qsizetype>(name.size()) - 1));
 }
 
 OdbcWerte::Lesart OdbcWerte::lesart(SQLSMALLINT typ) {
@@ -133,7 +133,7 @@ bool OdbcWerte::hole(SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN pl
 }
 
 /// Fetches one value of the current row; NULL leaves it as it is.
-void OdbcWerte::lies_wert(SQLUSMALLINT spalte, Lesart art, std::size_t nummer, Werte& werte) {
+void OdbcWerte::lies_Wert(SQLUSMALLINT spalte, Lesart art, std::size_t nummer, Werte& werte) {
   SQLLEN laenge = SQL_NULL_DATA;
   std::int64_t ganze = 0;
   double zahl = 0;
@@ -147,39 +147,39 @@ void OdbcWerte::lies_wert(SQLUSMALLINT spalte, Lesart art, std::size_t nummer, W
         werte.setze_zahl(nummer, zahl);
       break;
     default:
-      lies_text(spalte, nummer, werte);
+      lies_Text(spalte, nummer, werte);
   }
 }
 
-void OdbcWerte::lies_text(SQLUSMALLINT spalte, std::size_t nummer, Werte& werte) {
+void OdbcWerte::lies_Text(SQLUSMALLINT spalte, std::size_t nummer, Werte& werte) {
   const SQLLEN platz = static_cast<SQLLEN>(stueck_.size()) * Zeichenbreite;
   SQLLEN laenge = SQL_NULL_DATA;
   const std::size_t breite = lesarten_.size();
   if (!hole(spalte, SQL_C_WCHAR, stueck_.data(), platz, &laenge))
     werte.setze_text(nummer, QStringView(), breite);
   else if (laenge < 0 ? laenge != SQL_NULL_DATA : laenge > platz - Zeichenbreite)
-    werte.setze_text(nummer, lies_stuecke(spalte, laenge), breite);
+    werte.setze_text(nummer, lies_Stuecke(spalte, laenge), breite);
   else if (laenge != SQL_NULL_DATA)
     werte.setze_text(nummer, QStringView(stueck_.data(), laenge / Zeichenbreite), breite);
 }
 
 /// The rest of a value whose first piece fills `stueck_`. `laenge` is what was left before that piece, in bytes, or
-/// SQL_NO_TOTAL. A driver that never parts a pair of surrogates leaves the last place of a piece free; how much a piece
-/// held is then told by what is left after it, and where that is unknown by the zero at its end.
-QString OdbcWerte::lies_stuecke(SQLUSMALLINT spalte, SQLLEN laenge) {
+/// SQL_NO_TOTAL. A driver that never splits a surrogate pair may leave the last place of a piece free. How much the
+/// piece held then follows from what is left after it or, where that is unknown, from its closing zero.
+QString OdbcWerte::lies_Stuecke(SQLUSMALLINT spalte, SQLLEN laenge) {
   const SQLLEN platz = static_cast<SQLLEN>(stueck_.size()) * Zeichenbreite;
   const auto volle = static_cast<qsizetype>(stueck_.size()) - 1;
   QString ganzer;
   for (;;) {
     const bool luecke = stueck_[static_cast<std::size_t>(volle) - 1] == u'\0';
-    ganzer.append(als_qstring(stueck_.data(), volle));
+    ganzer.append(als_QString(stueck_.data(), volle));
     SQLLEN danach = 0;
     const bool mehr = hole(spalte, SQL_C_WCHAR, stueck_.data(), platz, &danach);
     const bool gezaehlt = laenge >= 0 && mehr && danach >= 0 && danach < laenge;
     if (gezaehlt ? laenge - danach == (volle - 1) * Zeichenbreite : luecke) ganzer.chop(1);
     if (!mehr) return ganzer;
     if (danach >= 0 && danach <= platz - Zeichenbreite)
-      return ganzer + als_qstring(stueck_.data(), static_cast<qsizetype>(danach / Zeichenbreite));
+      return ganzer + als_QString(stueck_.data(), static_cast<qsizetype>(danach / Zeichenbreite));
     laenge = danach;
   }
 }

@@ -22,13 +22,13 @@ class OdbcWerte {
 
  private:
   enum class Lesart { Ganzzahl, Zahl, Text };
-  QString lies_spalte(SQLUSMALLINT spalte);
+  QString lies_Spalte(SQLUSMALLINT spalte);
   static Lesart lesart(SQLSMALLINT typ);
-  void nimm_block(Werte& werte);
+  void nimm_Block(Werte& werte);
   void nimm_gebundenen(std::size_t spalte, std::size_t zeile, std::size_t nummer, Werte& werte);
-  void lies_wert(SQLUSMALLINT spalte, Lesart art, std::size_t nummer, Werte& werte);
-  void lies_text(SQLUSMALLINT spalte, std::size_t nummer, Werte& werte);
-  QString lies_stuecke(SQLUSMALLINT spalte, SQLLEN laenge);
+  void lies_Wert(SQLUSMALLINT spalte, Lesart art, std::size_t nummer, Werte& werte);
+  void lies_Text(SQLUSMALLINT spalte, std::size_t nummer, Werte& werte);
+  QString lies_Stuecke(SQLUSMALLINT spalte, SQLLEN laenge);
   bool hole(SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laenge);
   void pruefe(SQLRETURN ergebnis) {
     if (!SQL_SUCCEEDED(ergebnis)) fehler_();

@@ -20,7 +20,7 @@ struct Aenderung {
   QString ersatz;
 };
 
-bool ist_wort(QStringView text, const Sqlstueck& stueck, QStringView wort) {
+bool ist_Wort(QStringView text, const Sqlstueck& stueck, QStringView wort) {
   return stueck.art == Art::Wort &&
       text.sliced(stueck.beginn, stueck.ende - stueck.beginn).compare(wort, Qt::CaseInsensitive) == 0;
 }
@@ -37,25 +37,25 @@ class Topsuche {
   void suche() {
     ebenen_.emplace_back();
     for (std::size_t i = 0; i < stuecke_.size(); ++i) {
-      if (ist_zeichen(i, u'(')) {
+      if (ist_Zeichen(i, u'(')) {
         ebenen_.emplace_back();
-      } else if (ist_zeichen(i, u')')) {
-        schliesse_ebene(i);
+      } else if (ist_Zeichen(i, u')')) {
+        schliesse_Ebene(i);
         if (ebenen_.size() > 1) ebenen_.pop_back();
-      } else if (ist_zeichen(i, u';') && ebenen_.size() == 1) {
-        schliesse_ebene(i);
+      } else if (ist_Zeichen(i, u';') && ebenen_.size() == 1) {
+        schliesse_Ebene(i);
         ebenen_.back() = Ebene();
       } else {
         i = sieh_an(i);
       }
     }
-    if (ebenen_.size() == 1) schliesse_ebene(stuecke_.size());
+    if (ebenen_.size() == 1) schliesse_Ebene(stuecke_.size());
   }
 
  private:
   /// What is known of the select at one depth of brackets.
   struct Ebene {
-    bool hinter_select = false;
+    bool hinter_SELECT = false;
     bool verbunden = false;
     QString grenze;
     Aenderung wegfall;
@@ -66,24 +66,24 @@ class Topsuche {
     std::size_t letztes = 0;
   };
 
-  bool ist_zeichen(std::size_t i, QChar zeichen) const {
+  bool ist_Zeichen(std::size_t i, QChar zeichen) const {
     return i < stuecke_.size() && stuecke_[i].art == Art::Zeichen && text_[stuecke_[i].beginn] == zeichen;
   }
-  bool ist(std::size_t i, QStringView wort) const { return i < stuecke_.size() && ist_wort(text_, stuecke_[i], wort); }
+  bool ist(std::size_t i, QStringView wort) const { return i < stuecke_.size() && ist_Wort(text_, stuecke_[i], wort); }
 
   /// Looks at a piece that is neither bracket nor semicolon; gives the number of the last piece that it used up.
   std::size_t sieh_an(std::size_t i) {
     Ebene& ebene = ebenen_.back();
     if (ist(i, u"SELECT")) {
-      ebene.hinter_select = true;
+      ebene.hinter_SELECT = true;
     } else if (ist(i, u"UNION") || ist(i, u"EXCEPT") || ist(i, u"INTERSECT")) {
       ebene.verbunden = true;
-      ebene.hinter_select = false;
-    } else if (ebene.hinter_select && ist(i, u"TOP")) {
-      ebene.hinter_select = false;
+      ebene.hinter_SELECT = false;
+    } else if (ebene.hinter_SELECT && ist(i, u"TOP")) {
+      ebene.hinter_SELECT = false;
       return nimm_top(i, ebene);
     } else if (!ist(i, u"ALL") && !ist(i, u"DISTINCT")) {
-      ebene.hinter_select = false;
+      ebene.hinter_SELECT = false;
     }
     return i;
   }
@@ -105,10 +105,10 @@ class Topsuche {
 
   /// The number behind TOP, bare or in brackets; empty when there is none.
   Top lies_top(std::size_t i) const {
-    const bool klammer = ist_zeichen(i + 1, u'(');
+    const bool klammer = ist_Zeichen(i + 1, u'(');
     const std::size_t zahl = i + (klammer ? 2 : 1);
     if (zahl >= stuecke_.size() || stuecke_[zahl].art != Art::Zahl) return {};
-    if (klammer && !ist_zeichen(zahl + 1, u')')) return {};
+    if (klammer && !ist_Zeichen(zahl + 1, u')')) return {};
     const QStringView ziffern = text_.sliced(stuecke_[zahl].beginn, stuecke_[zahl].ende - stuecke_[zahl].beginn);
     if (!std::all_of(ziffern.begin(), ziffern.end(), [](QChar z) { return z >= u'0' && z <= u'9'; })) return {};
     Top top{ziffern.toString(), false, klammer ? zahl + 1 : zahl};
@@ -127,7 +127,7 @@ class Topsuche {
   }
 
   /// Puts the limit of the innermost depth behind the last piece before `i`.
-  void schliesse_ebene(std::size_t i) {
+  void schliesse_Ebene(std::size_t i) {
     const Ebene& ebene = ebenen_.back();
     if (ebene.grenze.isEmpty() || ebene.verbunden || i == 0) return;
     aenderungen_.push_back(ebene.wegfall);
@@ -141,16 +141,16 @@ class Topsuche {
 };
 
 /// Notes the numbers with a word directly behind; tells whether the word TOP stands anywhere.
-bool suche_klebende_zahlen(QStringView text, std::vector<Aenderung>& aenderungen) {
+bool suche_klebende_Zahlen(QStringView text, std::vector<Aenderung>& aenderungen) {
   bool top = false;
-  bool hinter_zahl = false;
+  bool hinter_Zahl = false;
   SqlZerleger zerleger(text);
   while (const auto stueck = zerleger.naechstes()) {
     if (stueck->art == Art::Wort) {
-      if (hinter_zahl) aenderungen.push_back({stueck->beginn, 0, u" "_s});
-      top = top || ist_wort(text, *stueck, u"TOP");
+      if (hinter_Zahl) aenderungen.push_back({stueck->beginn, 0, u" "_s});
+      top = top || ist_Wort(text, *stueck, u"TOP");
     }
-    hinter_zahl = stueck->art == Art::Zahl;
+    hinter_Zahl = stueck->art == Art::Zahl;
   }
   return top;
 }
@@ -172,9 +172,9 @@ QString wende_an(const QString& text, std::vector<Aenderung>& aenderungen) {
 
 }  // namespace
 
-QString sqlite_dialekt(const QString& text) {
+QString sqlite_Dialekt(const QString& text) {
   std::vector<Aenderung> aenderungen;
-  if (suche_klebende_zahlen(text, aenderungen)) Topsuche(text, aenderungen).suche();
+  if (suche_klebende_Zahlen(text, aenderungen)) Topsuche(text, aenderungen).suche();
   return aenderungen.empty() ? text : wende_an(text, aenderungen);
 }
 

@@ -11,6 +11,6 @@ namespace adodb {
 ///   something else (a select that UNION, EXCEPT or INTERSECT joins with another, another percentage, WITH TIES) the
 ///   words stay, and the database refuses them.
 /// - A number with a word directly behind it ("0order by") gets a blank between the two.
-QString sqlite_dialekt(const QString& text);
+QString sqlite_Dialekt(const QString& text);
 
 }  // namespace adodb

@@ -14,13 +14,13 @@ using Byte = unsigned char;
 /// Bytes that begin no valid sequence stand behind the last character of Unicode.
 constexpr char32_t KeinUtf8 = 0x110000;
 
-constexpr std::array<Byte, 128> kleine_ascii() {
+constexpr std::array<Byte, 128> kleine_Ascii() {
   std::array<Byte, 128> tabelle{};
   for (std::size_t i = 0; i < tabelle.size(); ++i)
     tabelle[i] = static_cast<Byte>(i >= 'A' && i <= 'Z' ? i + ('a' - 'A') : i);
   return tabelle;
 }
-constexpr std::array<Byte, 128> Klein = kleine_ascii();
+constexpr std::array<Byte, 128> Klein = kleine_Ascii();
 
 Byte byte(std::string_view text, std::size_t i) {
   return static_cast<Byte>(text[i]);
@@ -37,7 +37,7 @@ std::size_t angekuendigt(Byte erstes) {
 
 /// Reads the character at `i` and goes behind it. A broken sequence gives its first byte alone, so that an ASCII byte
 /// is never swallowed and both texts are cut the same way wherever they agree.
-char32_t naechstes_zeichen(std::string_view text, std::size_t& i) {
+char32_t naechstes_Zeichen(std::string_view text, std::size_t& i) {
   const Byte erstes = byte(text, i);
   const std::size_t laenge = angekuendigt(erstes);
   if (laenge == 1) return text[i++] & 0x7F;
@@ -60,22 +60,22 @@ char32_t gefaltet(char32_t zeichen) {
   return zeichen < KeinUtf8 ? QChar::toCaseFolded(zeichen) : zeichen;
 }
 
-std::string_view ohne_blanks_am_ende(std::string_view text) {
+std::string_view ohne_Blanks_am_Ende(std::string_view text) {
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
   return text;
 }
 
 /// Compares what the longer text has over the shorter with the blanks that fill the shorter up.
-int rest_gegen_blanks(std::string_view rest, std::size_t i) {
+int rest_gegen_Blanks(std::string_view rest, std::size_t i) {
   while (i < rest.size()) {
-    const char32_t zeichen = gefaltet(naechstes_zeichen(rest, i));
+    const char32_t zeichen = gefaltet(naechstes_Zeichen(rest, i));
     if (zeichen != U' ') return zeichen < U' ' ? -1 : 1;
   }
   return 0;
 }
 
 int vergleiche(void*, int laenge_a, const void* a, int laenge_b, const void* b) {
-  return vergleiche_servertext({static_cast<const char*>(a), static_cast<std::size_t>(laenge_a)},
+  return vergleiche_Servertext({static_cast<const char*>(a), static_cast<std::size_t>(laenge_a)},
       {static_cast<const char*>(b), static_cast<std::size_t>(laenge_b)});
 }
 
@@ -84,7 +84,7 @@ void len(sqlite3_context* kontext, int, sqlite3_value** werte) {
   const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(werte[0]));
   if (!bytes) return sqlite3_result_error_nomem(kontext);
   const auto laenge = static_cast<std::size_t>(sqlite3_value_bytes(werte[0]));
-  const std::string_view text = ohne_blanks_am_ende({bytes, laenge});
+  const std::string_view text = ohne_Blanks_am_Ende({bytes, laenge});
   sqlite3_int64 zeichen = 0;
   for (const char c : text) {
     // Every byte but a continuation begins a character; four-byte sequences are two 16-bit characters.
@@ -96,7 +96,7 @@ void len(sqlite3_context* kontext, int, sqlite3_value** werte) {
 
 }  // namespace
 
-int vergleiche_servertext(std::string_view a, std::string_view b) noexcept {
+int vergleiche_Servertext(std::string_view a, std::string_view b) noexcept {
   std::size_t i = 0;
   std::size_t k = 0;
   while (i < a.size() && k < b.size()) {
@@ -109,16 +109,16 @@ int vergleiche_servertext(std::string_view a, std::string_view b) noexcept {
       links = Klein[links];
       rechts = Klein[rechts];
     } else {
-      links = gefaltet(naechstes_zeichen(a, i));
-      rechts = gefaltet(naechstes_zeichen(b, k));
+      links = gefaltet(naechstes_Zeichen(a, i));
+      rechts = gefaltet(naechstes_Zeichen(b, k));
     }
     if (links != rechts) return links < rechts ? -1 : 1;
   }
-  if (i < a.size()) return rest_gegen_blanks(a, i);
-  return -rest_gegen_blanks(b, k);
+  if (i < a.size()) return rest_gegen_Blanks(a, i);
+  return -rest_gegen_Blanks(b, k);
 }
 
-int richte_servertext_ein(sqlite3* datenbank) noexcept {
+int richte_Servertext_ein(sqlite3* datenbank) noexcept {
   const int ergebnis = sqlite3_create_collation_v2(datenbank, "SERVERTEXT", SQLITE_UTF8, nullptr, vergleiche, nullptr);
   if (ergebnis != SQLITE_OK) return ergebnis;
   return sqlite3_create_function_v2(datenbank, "LEN", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,

@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Waits double from a millisecond up to this, so that a short lock costs little and a long one no processor time.
+/// Pauses double from a millisecond up to this, so that a short lock costs little and a long one no processor time.
 constexpr auto LaengstePause = 50ms;
 
 struct Liste {
@@ -22,12 +22,12 @@ struct Liste {
 
 /// Never destroyed: a thread's writing connection may outlive the static objects.
 Liste& liste() {
-  static auto* const eine = new Liste;
-  return *eine;
+  static auto* const Eine = new Liste;
+  return *Eine;
 }
 
 /// Same device and inode: two names of one file are one database.
-bool gleiche_datei(sqlite3* a, sqlite3* b) {
+bool gleiche_Datei(sqlite3* a, sqlite3* b) {
   const char* datei_a = sqlite3_db_filename(a, nullptr);
   const char* datei_b = sqlite3_db_filename(b, nullptr);
   if (!datei_a || !datei_b) return false;
@@ -42,8 +42,8 @@ void SqliteSperre::betreue(sqlite3* datenbank) {
   const std::lock_guard sperre(l.schutz);
   l.offene.push_back(this);
   datenbank_ = datenbank;
-  beginne_anweisung();
-  sqlite3_busy_handler(datenbank, bei_sperre, this);
+  beginne_Anweisung();
+  sqlite3_busy_handler(datenbank, bei_Sperre, this);
 }
 
 void SqliteSperre::verlasse() noexcept {
@@ -55,7 +55,7 @@ void SqliteSperre::verlasse() noexcept {
   datenbank_ = nullptr;
 }
 
-void SqliteSperre::beginne_anweisung() noexcept {
+void SqliteSperre::beginne_Anweisung() noexcept {
   thread_.store(std::this_thread::get_id(), std::memory_order_relaxed);
   beginn_.reset();
   pause_ = 1ms;
@@ -63,14 +63,14 @@ void SqliteSperre::beginne_anweisung() noexcept {
   aufgegeben_ = false;
 }
 
-bool SqliteSperre::eigener_thread_haelt() const noexcept {
+bool SqliteSperre::eigener_Thread_haelt() const noexcept {
   Liste& l = liste();
   const std::lock_guard sperre(l.schutz);
   return std::any_of(l.offene.begin(), l.offene.end(), [this](const SqliteSperre* andere) {
     // Only a connection of this thread may be asked for its state.
     return andere != this && andere->thread_.load(std::memory_order_relaxed) == std::this_thread::get_id() &&
         sqlite3_txn_state(andere->datenbank_, nullptr) != SQLITE_TXN_NONE &&
-        gleiche_datei(andere->datenbank_, datenbank_);
+        gleiche_Datei(andere->datenbank_, datenbank_);
   });
 }
 
@@ -79,7 +79,7 @@ bool SqliteSperre::warte(bool begrenzt) noexcept {
   if (!beginn_) {
     beginn_ = jetzt;
     // The waiting thread can't end its own transaction meanwhile, so asking once is enough.
-    begrenzt_ = eigener_thread_haelt();
+    begrenzt_ = eigener_Thread_haelt();
   }
   begrenzt_ = begrenzt_ || begrenzt;
   const auto vergangen = std::chrono::duration_cast<std::chrono::milliseconds>(jetzt - *beginn_);
@@ -93,16 +93,16 @@ bool SqliteSperre::warte(bool begrenzt) noexcept {
   return true;
 }
 
-int SqliteSperre::bei_sperre(void* selbst, int) {
+int SqliteSperre::bei_Sperre(void* selbst, int) {
   return static_cast<SqliteSperre*>(selbst)->warte(false) ? 1 : 0;
 }
 
 bool SqliteSperre::warte_nach(int ergebnis) noexcept {
   if (aufgegeben_) return false;
-  const bool in_transaktion = sqlite3_get_autocommit(datenbank_) == 0;
-  if (in_transaktion && ergebnis == SQLITE_BUSY_SNAPSHOT) return false;
+  const bool in_Transaktion = sqlite3_get_autocommit(datenbank_) == 0;
+  if (in_Transaktion && ergebnis == SQLITE_BUSY_SNAPSHOT) return false;
   // A lock inside the connection or against its own transaction may never go away by itself.
-  return warte(in_transaktion || (ergebnis & 0xFF) == SQLITE_LOCKED);
+  return warte(in_Transaktion || (ergebnis & 0xFF) == SQLITE_LOCKED);
 }
 
 }  // namespace adodb

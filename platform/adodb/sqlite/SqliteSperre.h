@@ -10,10 +10,9 @@ struct sqlite3;
 
 namespace adodb {
 
-/// How one SQLite connection waits while another one holds the database. Waiting is no failure and has no end, but for
-/// one case: where another connection of the same thread holds an open transaction on the same file nobody could ever
-/// end it, so the wait is bounded.
-/// All open ones are entered in a list of the process, which outlives every thread.
+/// How one SQLite connection waits while another one holds the database. Waiting is no failure and has no end, with one
+/// exception: a transaction that another connection of the same thread holds open on the same file can't end meanwhile,
+/// so that wait is bounded. All open connections stand in one list of the process, which outlives every thread.
 class SqliteSperre {
  public:
   /// `grenze` bounds the wait for a transaction of the waiting thread itself.
@@ -26,9 +25,9 @@ class SqliteSperre {
   void verlasse() noexcept;
 
   /// To be called before each statement, on the thread that runs it.
-  void beginne_anweisung() noexcept;
-  /// Waits a moment after the code `ergebnis` (busy or locked) that came back without the handler. False when waiting
-  /// further is of no use: the bound has passed, or the connection's own transaction reads an outdated state.
+  void beginne_Anweisung() noexcept;
+  /// Waits a moment after `ergebnis`, a busy or locked code for which SQLite did not call the handler. False when
+  /// waiting further is of no use: the bound has passed, or the connection's own transaction reads an outdated state.
   bool warte_nach(int ergebnis) noexcept;
   /// The statement was given up because the bound had passed.
   bool aufgegeben() const noexcept { return aufgegeben_; }
@@ -36,9 +35,9 @@ class SqliteSperre {
   unsigned pausen() const noexcept { return pausen_.load(std::memory_order_relaxed); }
 
  private:
-  static int bei_sperre(void* selbst, int versuch);
+  static int bei_Sperre(void* selbst, int versuch);
   bool warte(bool begrenzt) noexcept;
-  bool eigener_thread_haelt() const noexcept;
+  bool eigener_Thread_haelt() const noexcept;
 
   std::chrono::milliseconds grenze_;
   sqlite3* datenbank_ = nullptr;

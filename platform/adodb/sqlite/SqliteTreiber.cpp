@@ -36,26 +36,26 @@ QString sqlstate(int ergebnis) {
   return nachgeschlagen<int, QStringView>(Zustaende, ergebnis & 0xFF, u"HY000").toString();
 }
 
-[[noreturn]] void keine_verbindung(const QString& worte, int ergebnis = SQLITE_CANTOPEN) {
+[[noreturn]] void keine_Verbindung(const QString& worte, int ergebnis = SQLITE_CANTOPEN) {
   throw Datenbankfehler(
       fehlernummer::Verbindung, u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + worte, u"08001"_s, ergebnis);
 }
 
-[[noreturn]] void keine_anweisung(const QString& worte) {
+[[noreturn]] void keine_Anweisung(const QString& worte) {
   throw Datenbankfehler(
       fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s, SQLITE_ERROR);
 }
 
-void pruefe_schluesselworte(const Verbindungszeichenfolge& folge) {
+void pruefe_Schluesselworte(const Verbindungszeichenfolge& folge) {
   for (const QString& wort : folge.schluesselworte()) {
     const auto ist = [&wort](QStringView name) { return wort.compare(name, Qt::CaseInsensitive) == 0; };
     if (ist(u"Provider") || ist(u"Data Source") || ist(u"Mode")) continue;
     if (!ist(u"User ID") && !ist(u"Password"))
-      keine_verbindung(
+      keine_Verbindung(
           u"die Verbindungszeichenfolge hat ein Schlüsselwort, das SQLite nicht kennt (bekannt sind Data "
           "Source und Mode)"_s);
     if (!folge.wert(wort)->isEmpty())
-      keine_verbindung(u"SQLite kennt keine Anmeldung, User ID und Password müssen leer sein"_s);
+      keine_Verbindung(u"SQLite kennt keine Anmeldung, User ID und Password müssen leer sein"_s);
   }
 }
 
@@ -65,26 +65,26 @@ int schalter(const Verbindungszeichenfolge& folge) {
   if (modus.isEmpty() || ist(u"ReadWrite")) return SQLITE_OPEN_READWRITE;
   if (ist(u"ReadOnly")) return SQLITE_OPEN_READONLY;
   if (ist(u"ReadWriteCreate")) return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-  keine_verbindung(u"unbekannter Mode (bekannt sind ReadWrite, ReadOnly und ReadWriteCreate)"_s);
+  keine_Verbindung(u"unbekannter Mode (bekannt sind ReadWrite, ReadOnly und ReadWriteCreate)"_s);
 }
 
 /// The machine's own path, never one that SQLite would take for a URI or for a database in memory.
 QByteArray dateipfad(const QString& quelle) {
-  if (quelle.isEmpty()) keine_verbindung(u"die Verbindungszeichenfolge nennt keine Datei als Data Source"_s);
+  if (quelle.isEmpty()) keine_Verbindung(u"die Verbindungszeichenfolge nennt keine Datei als Data Source"_s);
   const bool tabellenpfad = quelle.contains(u'\\') || (quelle.size() > 1 && quelle.at(1) == u':');
   QByteArray pfad;
   try {
     pfad = tabellenpfad ? Pfadkarte::aktuell().maschinenpfad(quelle) : quelle.toUtf8();
   } catch (const Laufzeitfehler& fehler) {
-    keine_verbindung(u"die Datei"_s + Verbindungszeichenfolge::genannt(quelle) + u" ist nicht erreichbar: "_s +
+    keine_Verbindung(u"die Datei"_s + Verbindungszeichenfolge::genannt(quelle) + u" ist nicht erreichbar: "_s +
         fehler.Beschreibung());
   }
-  if (pfad.contains('\0')) keine_verbindung(u"der Name der Datei enthält ein Nullzeichen"_s);
+  if (pfad.contains('\0')) keine_Verbindung(u"der Name der Datei enthält ein Nullzeichen"_s);
   return pfad.startsWith('/') ? pfad : "./" + pfad;
 }
 
 /// Reads one value of the current row behind the others.
-void lies_wert(sqlite3_stmt* anweisung, int spalte, std::size_t breite, Werte& werte) {
+void lies_Wert(sqlite3_stmt* anweisung, int spalte, std::size_t breite, Werte& werte) {
   switch (sqlite3_column_type(anweisung, spalte)) {
     case SQLITE_TEXT: {
       const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(anweisung, spalte));
@@ -107,8 +107,8 @@ void lies_wert(sqlite3_stmt* anweisung, int spalte, std::size_t breite, Werte& w
   }
 }
 
-void lies_zeile(sqlite3_stmt* anweisung, int spalten, Werte& werte) {
-  for (int i = 0; i < spalten; ++i) lies_wert(anweisung, i, static_cast<std::size_t>(spalten), werte);
+void lies_Zeile(sqlite3_stmt* anweisung, int spalten, Werte& werte) {
+  for (int i = 0; i < spalten; ++i) lies_Wert(anweisung, i, static_cast<std::size_t>(spalten), werte);
 }
 
 QStringList spaltennamen(sqlite3_stmt* anweisung, int spalten) {
@@ -125,12 +125,12 @@ SqliteTreiber::SqliteTreiber(std::chrono::milliseconds wartegrenze) : wartegrenz
 void SqliteTreiber::oeffne(const QString& verbindungszeichenfolge) {
   if (datenbank_) throw adofehler(adErrObjectOpen);
   const Verbindungszeichenfolge folge(verbindungszeichenfolge);
-  pruefe_schluesselworte(folge);
+  pruefe_Schluesselworte(folge);
   const int art = schalter(folge);
   const QString quelle = folge.wert(u"Data Source"_s).value_or(QString());
   const QByteArray pfad = dateipfad(quelle);
   try {
-    oeffne_datei(pfad, art);
+    oeffne_Datei(pfad, art);
   } catch (const Datenbankfehler& fehler) {
     schliesse();
     throw Datenbankfehler(fehler.Nummer(),
@@ -142,15 +142,15 @@ void SqliteTreiber::oeffne(const QString& verbindungszeichenfolge) {
   }
 }
 
-void SqliteTreiber::oeffne_datei(const QByteArray& pfad, int art) {
+void SqliteTreiber::oeffne_Datei(const QByteArray& pfad, int art) {
   // One thread at a time uses a connection, so SQLite's own lock around each call is left out.
   constexpr int Immer = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
   const int ergebnis = sqlite3_open_v2(pfad.constData(), &datenbank_, art | Immer, nullptr);
   if (!datenbank_) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
   if (ergebnis != SQLITE_OK) {
     const bool fehlt = (ergebnis & 0xFF) == SQLITE_CANTOPEN && sqlite3_system_errno(datenbank_) == ENOENT;
-    if (fehlt && (art & SQLITE_OPEN_CREATE) == 0) keine_verbindung(u"die Datenbankdatei gibt es nicht"_s, ergebnis);
-    wirf_verbindung(ergebnis);
+    if (fehlt && (art & SQLITE_OPEN_CREATE) == 0) keine_Verbindung(u"die Datenbankdatei gibt es nicht"_s, ergebnis);
+    wirf_Verbindung(ergebnis);
   }
   sperre_.betreue(datenbank_);
   richte_ein();
@@ -159,7 +159,7 @@ void SqliteTreiber::oeffne_datei(const QByteArray& pfad, int art) {
     if (sqlite3_db_readonly(datenbank_, nullptr) == 0) fuehre_aus(u"PRAGMA journal_mode=WAL"_s);
     fuehre_aus(u"PRAGMA synchronous=FULL"_s);
   } catch (const Datenbankfehler& fehler) {
-    wirf_verbindung(fehler.NativeNummer());
+    wirf_Verbindung(fehler.NativeNummer());
   }
 }
 
@@ -167,9 +167,9 @@ void SqliteTreiber::richte_ein() {
   const int geklappt[] = {sqlite3_extended_result_codes(datenbank_, 1),
       sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_MAINDBNAME, "dbo"),
       sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr),
-      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr), richte_servertext_ein(datenbank_)};
+      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr), richte_Servertext_ein(datenbank_)};
   for (const int ergebnis : geklappt)
-    if (ergebnis != SQLITE_OK) wirf_verbindung(ergebnis);
+    if (ergebnis != SQLITE_OK) wirf_Verbindung(ergebnis);
 }
 
 void SqliteTreiber::schliesse() noexcept {
@@ -180,16 +180,16 @@ void SqliteTreiber::schliesse() noexcept {
 Ergebnis SqliteTreiber::fuehre_aus(const QString& text) {
   if (!datenbank_) throw adofehler(adErrObjectClosed);
   // SQLite would take a zero character for the end of the text and run what stands before it.
-  if (text.contains(QChar(u'\0'))) keine_anweisung(u"der Text enthält ein Nullzeichen"_s);
-  sperre_.beginne_anweisung();
-  const Anweisung halter(bereite_vor(sqlite_dialekt(text).toUtf8()));
+  if (text.contains(QChar(u'\0'))) keine_Anweisung(u"der Text enthält ein Nullzeichen"_s);
+  sperre_.beginne_Anweisung();
+  const Anweisung halter(bereite_vor(sqlite_Dialekt(text).toUtf8()));
   sqlite3_stmt* const anweisung = halter.get();
-  int schritt = fuehre_schritt(anweisung);
+  int schritt = fuehre_Schritt(anweisung);
   Ergebnis ergebnis;
   const int spalten = sqlite3_column_count(anweisung);
   ergebnis.spalten = spaltennamen(anweisung, spalten);
-  for (; schritt == SQLITE_ROW; schritt = sqlite3_step(anweisung)) lies_zeile(anweisung, spalten, ergebnis.werte);
-  if (schritt != SQLITE_DONE) wirf_anweisung(schritt);
+  for (; schritt == SQLITE_ROW; schritt = sqlite3_step(anweisung)) lies_Zeile(anweisung, spalten, ergebnis.werte);
+  if (schritt != SQLITE_DONE) wirf_Anweisung(schritt);
   return ergebnis;
 }
 
@@ -201,17 +201,17 @@ sqlite3_stmt* SqliteTreiber::bereite_vor(const QByteArray& text) {
   do {
     ergebnis = sqlite3_prepare_v2(datenbank_, text.constData(), -1, &anweisung, &rest);
   } while (ist_gesperrt(ergebnis) && sperre_.warte_nach(ergebnis));
-  if (ergebnis != SQLITE_OK) wirf_anweisung(ergebnis);
+  if (ergebnis != SQLITE_OK) wirf_Anweisung(ergebnis);
   Anweisung halter(anweisung);
-  if (!anweisung) keine_anweisung(u"der Text ist leer"_s);
-  if (*rest != '\0' && !ist_leere_anweisung(QString::fromUtf8(rest)))
-    keine_anweisung(u"hinter der ersten Anweisung steht noch weiterer Text"_s);
-  if (sqlite3_bind_parameter_count(anweisung) > 0) keine_anweisung(u"der Text enthält Parameter ohne Wert"_s);
+  if (!anweisung) keine_Anweisung(u"der Text ist leer"_s);
+  if (*rest != '\0' && !ist_leere_Anweisung(QString::fromUtf8(rest)))
+    keine_Anweisung(u"hinter der ersten Anweisung steht noch weiterer Text"_s);
+  if (sqlite3_bind_parameter_count(anweisung) > 0) keine_Anweisung(u"der Text enthält Parameter ohne Wert"_s);
   return halter.release();
 }
 
 /// The first step. As long as it changed and read nothing it may be tried again after a lock.
-int SqliteTreiber::fuehre_schritt(sqlite3_stmt* anweisung) {
+int SqliteTreiber::fuehre_Schritt(sqlite3_stmt* anweisung) {
   int ergebnis = sqlite3_step(anweisung);
   while (ist_gesperrt(ergebnis) && sperre_.warte_nach(ergebnis)) {
     sqlite3_reset(anweisung);
@@ -220,7 +220,7 @@ int SqliteTreiber::fuehre_schritt(sqlite3_stmt* anweisung) {
   return ergebnis;
 }
 
-void SqliteTreiber::wirf_anweisung(int ergebnis) const {
+void SqliteTreiber::wirf_Anweisung(int ergebnis) const {
   QString worte = QString::fromUtf8(sqlite3_errmsg(datenbank_));
   if (sperre_.aufgegeben())
     worte =
@@ -231,10 +231,10 @@ void SqliteTreiber::wirf_anweisung(int ergebnis) const {
       fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, sqlstate(ergebnis), ergebnis);
 }
 
-void SqliteTreiber::wirf_verbindung(int ergebnis) const {
+void SqliteTreiber::wirf_Verbindung(int ergebnis) const {
   QString worte = QString::fromUtf8(sqlite3_errmsg(datenbank_));
   if ((ergebnis & 0xFF) == SQLITE_NOTADB) worte = u"die Datei ist keine SQLite-Datenbank ("_s + worte + u')';
-  keine_verbindung(worte, ergebnis);
+  keine_Verbindung(worte, ergebnis);
 }
 
 }  // namespace adodb

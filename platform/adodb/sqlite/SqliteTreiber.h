@@ -18,7 +18,7 @@ namespace adodb {
 /// login, so a `User ID` or `Password` that is not empty is refused, and so is every other keyword.
 ///
 /// The main database carries the schema name "dbo". Comparing and measuring text follow the server (see
-/// SqliteKollation.h). The file is kept in write-ahead mode with full synchronisation. Texts pass sqlite_dialekt.
+/// SqliteKollation.h). The file is kept in write-ahead mode with full synchronisation. Texts pass sqlite_Dialekt.
 ///
 /// Values: INTEGER as whole number, REAL as number, TEXT as text, NULL; a BLOB as Windows-1252 text.
 class SqliteTreiber final : public Treiber {
@@ -41,12 +41,12 @@ class SqliteTreiber final : public Treiber {
   unsigned pausen() const noexcept { return sperre_.pausen(); }
 
  private:
-  void oeffne_datei(const QByteArray& pfad, int art);
+  void oeffne_Datei(const QByteArray& pfad, int art);
   void richte_ein();
   sqlite3_stmt* bereite_vor(const QByteArray& text);
-  int fuehre_schritt(sqlite3_stmt* anweisung);
-  [[noreturn]] void wirf_anweisung(int ergebnis) const;
-  [[noreturn]] void wirf_verbindung(int ergebnis) const;
+  int fuehre_Schritt(sqlite3_stmt* anweisung);
+  [[noreturn]] void wirf_Anweisung(int ergebnis) const;
+  [[noreturn]] void wirf_Verbindung(int ergebnis) const;
 
   std::chrono::milliseconds wartegrenze_;
   SqliteSperre sperre_;

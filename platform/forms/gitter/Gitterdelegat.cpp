@@ -7,7 +7,6 @@
 #include <QPainter>
 #include <QStyle>
 
-#include "platform/forms/gitter/Gitterspalte.h"
 #include "platform/forms/gitter/TDBGrid.h"
 #include "platform/forms/steuerelemente/Zelltext.h"
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QStyledItemDelegate>
-#include <functional>
 
 class TDBGrid;
 
@@ -9,7 +8,6 @@ class TDBGrid;
 class Gitterdelegat final : public QStyledItemDelegate {
  public:
   explicit Gitterdelegat(TDBGrid& gitter);
-
   QString displayText(const QVariant& wert, const QLocale& gebiet) const override;
   void paint(QPainter* maler, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   QWidget* createEditor(

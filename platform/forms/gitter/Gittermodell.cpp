@@ -3,6 +3,7 @@
 #include <QBrush>
 
 #include "platform/basic/Fehlerbehandlung.h"
+#include "platform/basic/Nachschlagen.h"
 #include "platform/forms/steuerelemente/Farbwert.h"
 #include "platform/forms/steuerelemente/Zelltext.h"
 
@@ -12,10 +13,9 @@ using Dimension = XArrayDBObject::Dimension;
 namespace {
 
 int qt(Ausrichtung ausrichtung) {
-  Qt::Alignment waagrecht = Qt::AlignHCenter;
-  if (ausrichtung == Ausrichtung::Links) waagrecht = Qt::AlignLeft;
-  if (ausrichtung == Ausrichtung::Rechts) waagrecht = Qt::AlignRight;
-  return static_cast<int>((waagrecht | Qt::AlignVCenter).toInt());
+  constexpr std::pair<Ausrichtung, int> Waagrecht[] = {{Ausrichtung::Links, Qt::AlignLeft},
+      {Ausrichtung::Rechts, Qt::AlignRight}, {Ausrichtung::Zentriert, Qt::AlignHCenter}};
+  return nachgeschlagen(Waagrecht, ausrichtung, 0) | Qt::AlignVCenter;
 }
 
 // Escaped: what the table holds is no markup.
@@ -29,14 +29,6 @@ QVariant pinsel(const std::optional<Farbe>& farbe) {
 
 }  // namespace
 
-int Gittermodell::rowCount(const QModelIndex& ueber) const {
-  return ueber.isValid() ? 0 : zeilen() + (neue_zeile_ ? 1 : 0);
-}
-
-int Gittermodell::columnCount(const QModelIndex& ueber) const {
-  return ueber.isValid() ? 0 : static_cast<int>(spalten_.size());
-}
-
 bool Gittermodell::gibt_Zelle(int zeile, int spalte) const noexcept {
   return zeile >= 0 && spalte >= 0 && zeile < zeilen() && spalte < stand_.Count(Dimension::Spalten);
 }
@@ -46,7 +38,7 @@ Variant Gittermodell::wert(int zeile, int spalte) const {
   return gibt_Zelle(zeile, spalte) ? stand_.Value(arrayzeile(zeile), arrayspalte(spalte)) : Variant();
 }
 
-// What is no text to a reader is none: no value, an object, and a Boolean outside of a check box.
+// No value, an object, and a Boolean without a check box mean nothing to a reader and show as no text.
 QString Gittermodell::text(int zeile, int spalte) const {
   const Variant inhalt = wert(zeile, spalte);
   const bool lesbar = !std::holds_alternative<Null>(inhalt) && !std::holds_alternative<bool>(inhalt) &&
@@ -79,10 +71,6 @@ QVariant Gittermodell::data(const QModelIndex& index, int rolle) const {
   }
 }
 
-QVariant Gittermodell::headerData(int abschnitt, Qt::Orientation richtung, int rolle) const {
-  return richtung == Qt::Horizontal ? spaltenkopf(abschnitt, rolle) : zeilenkopf(abschnitt, rolle);
-}
-
 QVariant Gittermodell::spaltenkopf(int spalte, int rolle) const {
   if (spalte < 0 || spalte >= columnCount()) return {};
   const Gitterspalte& s = spalten_[static_cast<std::size_t>(spalte)];
@@ -96,8 +84,8 @@ QVariant Gittermodell::spaltenkopf(int spalte, int rolle) const {
 QVariant Gittermodell::zeilenkopf(int zeile, int rolle) const {
   if (rolle == Qt::TextAlignmentRole) return qt(Ausrichtung::Zentriert);
   if (rolle != Qt::DisplayRole) return {};
-  if (neue_zeile_ && ist_neue_Zeile(zeile)) return u"*"_s;
-  return zeile == aktuelle_zeile_ ? u"▸"_s : QString();
+  if (neue_Zeile_ && ist_neue_Zeile(zeile)) return u"*"_s;
+  return zeile == aktuelle_Zeile_ ? u"▸"_s : QString();
 }
 
 Qt::ItemFlags Gittermodell::flags(const QModelIndex& index) const {
@@ -113,10 +101,10 @@ void Gittermodell::haenge_Spalte_an(Gitterspalte spalte) {
   endInsertColumns();
 }
 
-void Gittermodell::entferne_Spalten(int von, int bis) {
-  if (von > bis) return;
-  beginRemoveColumns({}, von, bis);
-  spalten_.erase(spalten_.begin() + von, spalten_.begin() + bis + 1);
+void Gittermodell::entferne_Spalten() {
+  if (spalten_.empty()) return;
+  beginRemoveColumns({}, 0, columnCount() - 1);
+  spalten_.clear();
   endRemoveColumns();
 }
 
@@ -130,7 +118,7 @@ void Gittermodell::binde(const XArrayDBObject& quelle) {
   beginResetModel();
   stand_ = quelle;
   eingabe_.reset();
-  aktuelle_zeile_ = -1;
+  aktuelle_Zeile_ = -1;
   endResetModel();
 }
 
@@ -156,12 +144,6 @@ void Gittermodell::uebernimm(const XArrayDBObject& quelle) {
   if (rowCount() > 0 && columnCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
-void Gittermodell::uebernimm_Zeile(const XArrayDBObject& quelle, int zeile) {
-  for (int s = 0; s < stand_.Count(Dimension::Spalten); ++s)
-    stand_.Value(arrayzeile(zeile), arrayspalte(s), quelle.Value(arrayzeile(zeile), arrayspalte(s)));
-  if (columnCount() > 0) Q_EMIT dataChanged(index(zeile, 0), index(zeile, columnCount() - 1));
-}
-
 void Gittermodell::zeige_Zelle(int zeile, int spalte) {
   const QModelIndex zelle = index(zeile, spalte);
   if (zelle.isValid()) Q_EMIT dataChanged(zelle, zelle);
@@ -181,16 +163,10 @@ void Gittermodell::haenge_Zeile_an() {
 }
 
 void Gittermodell::setze_neue_Zeile(bool wert) {
-  if (wert == neue_zeile_) return;
-  if (wert) {
-    beginInsertRows({}, zeilen(), zeilen());
-    neue_zeile_ = true;
-    endInsertRows();
-  } else {
-    beginRemoveRows({}, zeilen(), zeilen());
-    neue_zeile_ = false;
-    endRemoveRows();
-  }
+  if (wert == neue_Zeile_) return;
+  wert ? beginInsertRows({}, zeilen(), zeilen()) : beginRemoveRows({}, zeilen(), zeilen());
+  neue_Zeile_ = wert;
+  wert ? endInsertRows() : endRemoveRows();
 }
 
 void Gittermodell::setze_Eingabe(std::optional<Eingabe> eingabe) {
@@ -200,7 +176,7 @@ void Gittermodell::setze_Eingabe(std::optional<Eingabe> eingabe) {
 }
 
 void Gittermodell::setze_aktuelle_Zeile(int zeile) {
-  const int vorher = std::exchange(aktuelle_zeile_, zeile);
+  const int vorher = std::exchange(aktuelle_Zeile_, zeile);
   for (const int z : {vorher, zeile})
     if (z >= 0 && z < rowCount()) Q_EMIT headerDataChanged(Qt::Vertical, z, z);
 }

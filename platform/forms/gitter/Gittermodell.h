@@ -20,10 +20,14 @@ class Gittermodell final : public QAbstractTableModel {
     bool gemeldet = false;
   };
 
-  int rowCount(const QModelIndex& ueber = {}) const override;
-  int columnCount(const QModelIndex& ueber = {}) const override;
+  int rowCount(const QModelIndex& ueber = {}) const override { return ueber.isValid() ? 0 : zeilen() + neue_Zeile_; }
+  int columnCount(const QModelIndex& ueber = {}) const override {
+    return ueber.isValid() ? 0 : static_cast<int>(spalten_.size());
+  }
   QVariant data(const QModelIndex& index, int rolle) const override;
-  QVariant headerData(int abschnitt, Qt::Orientation richtung, int rolle) const override;
+  QVariant headerData(int abschnitt, Qt::Orientation richtung, int rolle) const override {
+    return richtung == Qt::Horizontal ? spaltenkopf(abschnitt, rolle) : zeilenkopf(abschnitt, rolle);
+  }
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   /// Rows of the snapshot, without the line for a new one.
@@ -44,14 +48,13 @@ class Gittermodell final : public QAbstractTableModel {
 
   const std::vector<Gitterspalte>& spalten() const noexcept { return spalten_; }
   void haenge_Spalte_an(Gitterspalte spalte);
-  void entferne_Spalten(int von, int bis);
+  void entferne_Spalten();
   void setze_Spalte(int spalte, Gitterspalte wert);
 
   /// A new snapshot; everything that refers to lines is void.
   void binde(const XArrayDBObject& quelle);
   /// A new snapshot with lines that stay what they are, but for those that came or went at the end.
   void uebernimm(const XArrayDBObject& quelle);
-  void uebernimm_Zeile(const XArrayDBObject& quelle, int zeile);
   void setze_Zelle(int zeile, int spalte, Variant wert);
   void haenge_Zeile_an();
   void setze_neue_Zeile(bool wert);
@@ -73,6 +76,6 @@ class Gittermodell final : public QAbstractTableModel {
   std::vector<Gitterspalte> spalten_;
   XArrayDBObject stand_;
   std::optional<Eingabe> eingabe_;
-  bool neue_zeile_ = false;
-  int aktuelle_zeile_ = -1;
+  bool neue_Zeile_ = false;
+  int aktuelle_Zeile_ = -1;
 };

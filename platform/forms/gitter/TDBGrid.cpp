@@ -9,17 +9,15 @@
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Twips.h"
 #include "platform/forms/gitter/Gitterdelegat.h"
-#include "platform/forms/gitter/Gittermodell.h"
 #include "platform/forms/steuerelemente/Ereigniswache.h"
 
 using Dimension = XArrayDBObject::Dimension;
 
 TDBGrid::TDBGrid(QWidget* behaelter, const QString& name)
-    : QTableView(behaelter), Steuerelement(static_cast<QWidget&>(*this)), modell_(std::make_unique<Gittermodell>()) {
-  setObjectName(name);
+    : QTableView(behaelter), Steuerelement(*this, name, Farbrollen::Feld) {
   setItemDelegate(new Gitterdelegat(*this));
-  setModel(modell_.get());
-  // The toolkit's own selection stays empty: told row by row, thousands of rows would cost it the square of them.
+  setModel(&modell_);
+  // The toolkit's own selection stays empty: filled row by row, its cost grows with the square of the rows.
   setSelectionMode(QAbstractItemView::NoSelection);
   setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
   setTabKeyNavigation(false);
@@ -60,46 +58,30 @@ void TDBGrid::richte_Koepfe_ein() {
   connect(&waehler, &QHeaderView::sectionClicked, this, [this] { Ereigniswache::melde_im_Signal(*this, Click); });
 }
 
-std::int32_t TDBGrid::ColumnCount() const noexcept {
-  return modell_->columnCount();
-}
-
-void TDBGrid::pruefe_Spalte(std::int32_t spalte) const {
+std::int32_t TDBGrid::geprueft(std::int32_t spalte) const {
   if (spalte < 0 || spalte >= ColumnCount()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
+  return spalte;
 }
 
 std::int32_t TDBGrid::AddColumn(const Gitterspalte& spalte) {
   if (spalte.Width < 0) throw Laufzeitfehler(fehlernummer::UngueltigerEigenschaftswert);
   const QScopedValueRollback still(durch_Code_, true);
-  modell_->haenge_Spalte_an(spalte);
+  modell_.haenge_Spalte_an(spalte);
   wende_an(ColumnCount() - 1);
   return ColumnCount() - 1;
-}
-
-void TDBGrid::RemoveColumn(std::int32_t spalte) {
-  pruefe_Spalte(spalte);
-  const QScopedValueRollback still(durch_Code_, true);
-  entwerte_Editor();
-  modell_->entferne_Spalten(spalte, spalte);
-  nimm_Standort();
 }
 
 void TDBGrid::RemoveColumns() {
   const QScopedValueRollback still(durch_Code_, true);
   entwerte_Editor();
-  modell_->entferne_Spalten(0, ColumnCount() - 1);
+  modell_.entferne_Spalten();
   nimm_Standort();
 }
 
-const Gitterspalte& TDBGrid::Column(std::int32_t spalte) const {
-  pruefe_Spalte(spalte);
-  return modell_->spalten()[static_cast<std::size_t>(spalte)];
-}
-
 void TDBGrid::Column(std::int32_t spalte, const Gitterspalte& wert) {
-  pruefe_Spalte(spalte);
+  geprueft(spalte);
   if (wert.Width < 0) throw Laufzeitfehler(fehlernummer::UngueltigerEigenschaftswert);
-  modell_->setze_Spalte(spalte, wert);
+  modell_.setze_Spalte(spalte, wert);
   wende_an(spalte);
 }
 
@@ -109,24 +91,18 @@ void TDBGrid::wende_an(std::int32_t spalte) {
   setColumnWidth(spalte, twips::pixel(s.Width));
 }
 
-const XArrayDBObject& TDBGrid::quelle() const {
-  if (!array_) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
-  return *array_;
-}
-
 void TDBGrid::ReBind() {
-  const Zelle vorher{-1, -1};
   {
     const QScopedValueRollback still(durch_Code_, true);
     entwerte_Editor();
-    modell_->binde(array_ ? *array_ : XArrayDBObject());
-    modell_->setze_neue_Zeile(neue_zeile_ && array_);
+    modell_.binde(array_ ? *array_ : XArrayDBObject());
+    modell_.setze_neue_Zeile(neue_Zeile_ && array_);
     auswahl_.Clear();
     grundlage_.clear();
     gehe_zu(0, erste_sichtbare_Spalte());
     nimm_Standort();
   }
-  melde_Standort(vorher);
+  melde_Standort({});
 }
 
 void TDBGrid::Refresh() {
@@ -134,36 +110,22 @@ void TDBGrid::Refresh() {
   const Zelle vorher{zeile_, spalte_};
   {
     const QScopedValueRollback still(durch_Code_, true);
-    if (editorzelle_.zeile >= array_->Count(Dimension::Zeilen) && !modell_->ist_neue_Zeile(editorzelle_.zeile))
+    if (editorzelle_.zeile >= array_->Count(Dimension::Zeilen) && !modell_.ist_neue_Zeile(editorzelle_.zeile))
       entwerte_Editor();
-    modell_->uebernimm(*array_);
+    modell_.uebernimm(*array_);
     Zeilenauswahl bleibt;
     for (const std::int32_t zeile : auswahl_.folge_)
-      if (zeile < modell_->arrayzeile(modell_->zeilen())) bleibt.Add(zeile);
+      if (zeile < modell_.arrayzeile(modell_.zeilen())) bleibt.Add(zeile);
     if (!(bleibt == auswahl_)) uebernimm_Auswahl(std::move(bleibt));
     nimm_Standort();
   }
   if (vorher != Zelle{zeile_, spalte_}) melde_Standort(vorher);
 }
 
-void TDBGrid::RefetchRow(std::int32_t zeile) {
-  const int linie = zeile - modell_->arrayzeile(0);
-  if (linie < 0 || linie >= modell_->zeilen()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-  modell_->uebernimm_Zeile(quelle(), linie);
-}
-
-bool TDBGrid::AllowUpdate() const noexcept {
-  return modell_->AllowUpdate;
-}
-
-void TDBGrid::AllowUpdate(bool wert) {
-  modell_->AllowUpdate = wert;
-}
-
 void TDBGrid::AllowAddNew(bool wert) {
-  neue_zeile_ = wert;
+  neue_Zeile_ = wert;
   const QScopedValueRollback still(durch_Code_, true);
-  modell_->setze_neue_Zeile(wert && array_);
+  modell_.setze_neue_Zeile(wert && array_);
   nimm_Standort();
 }
 
@@ -173,23 +135,10 @@ int TDBGrid::erste_sichtbare_Spalte() const {
   return 0;
 }
 
-void TDBGrid::gehe_zu(int zeile, int spalte) {
-  selectionModel()->setCurrentIndex(modell_->index(zeile, spalte), QItemSelectionModel::NoUpdate);
-}
-
-std::int32_t TDBGrid::Row() const noexcept {
-  return zeile_ < 0 ? -1 : modell_->arrayzeile(zeile_);
-}
-
 void TDBGrid::Row(std::int32_t wert) {
-  const int linie = wert - modell_->arrayzeile(0);
-  if (linie < 0 || linie >= modell_->rowCount()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
+  const int linie = wert - modell_.arrayzeile(0);
+  if (linie < 0 || linie >= modell_.rowCount()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
   versetze({linie, spalte_ < 0 ? erste_sichtbare_Spalte() : spalte_});
-}
-
-void TDBGrid::Col(std::int32_t wert) {
-  pruefe_Spalte(wert);
-  versetze({zeile_, wert});
 }
 
 void TDBGrid::versetze(const Zelle& ziel) {
@@ -207,18 +156,14 @@ void TDBGrid::versetze(const Zelle& ziel) {
 void TDBGrid::nimm_Standort() {
   zeile_ = currentIndex().row();
   spalte_ = currentIndex().column();
-  modell_->setze_aktuelle_Zeile(zeile_);
-}
-
-void TDBGrid::melde_Standort(const Zelle& vorher) const {
-  if (RowColChange) RowColChange(vorher.zeile < 0 ? -1 : modell_->arrayzeile(vorher.zeile), vorher.spalte);
+  modell_.setze_aktuelle_Zeile(zeile_);
 }
 
 // An edit is committed while Row still tells the row that it belongs to.
 void TDBGrid::currentChanged(const QModelIndex& jetzt, const QModelIndex& vorher) {
   QTableView::currentChanged(jetzt, vorher);
   if (durch_Code_) return;
-  if (modell_->eingabe()) Ereigniswache::melde_im_Signal(*this, [this] { Update(); });
+  if (modell_.eingabe()) Ereigniswache::melde_im_Signal(*this, [this] { Update(); });
   const Zelle letzte{zeile_, spalte_};
   nimm_Standort();
   if (letzte != Zelle{zeile_, spalte_})

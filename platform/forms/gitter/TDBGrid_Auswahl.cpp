@@ -5,20 +5,15 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/forms/gitter/Gittermodell.h"
 #include "platform/forms/gitter/TDBGrid.h"
 #include "platform/forms/steuerelemente/Ereigniswache.h"
 
 // How the user selects rows, and what else the mouse and the keys do in the grid.
 
 bool TDBGrid::waehlt_in_Zellen() const {
-  const auto& spalten = modell_->spalten();
+  const auto& spalten = modell_.spalten();
   return !AllowUpdate() ||
       std::none_of(spalten.begin(), spalten.end(), [](const Gitterspalte& s) { return s.Visible && !s.Locked; });
-}
-
-bool TDBGrid::ist_gewaehlt(int zeile) const {
-  return !modell_->ist_neue_Zeile(zeile) && auswahl_.Contains(modell_->arrayzeile(zeile));
 }
 
 void TDBGrid::uebernimm_Auswahl(Zeilenauswahl&& neu) {
@@ -27,9 +22,10 @@ void TDBGrid::uebernimm_Auswahl(Zeilenauswahl&& neu) {
   viewport()->update();
 }
 
-/// The row was chosen: alone, with control in addition or no longer, with shift all from where the last choice began.
+/// The row was pressed: alone it becomes the selection, Control adds it or takes it out, Shift selects from where the
+/// last choice began.
 void TDBGrid::druecke_Zeile(int zeile, Qt::KeyboardModifiers dazu, int vorherige) {
-  if (zeile < 0 || zeile >= modell_->zeilen()) return;
+  if (zeile < 0 || zeile >= modell_.zeilen()) return;
   const bool dazunehmen = dazu.testFlag(Qt::ControlModifier);
   if (dazu.testFlag(Qt::ShiftModifier)) {
     if (anker_ < 0) anker_ = vorherige < 0 ? zeile : vorherige;
@@ -45,13 +41,13 @@ void TDBGrid::druecke_Zeile(int zeile, Qt::KeyboardModifiers dazu, int vorherige
   waehle_bis(zeile);
 }
 
-/// What the selection was, with the rows from the beginning of the choice to this one, or without them.
+/// Sets the selection to the earlier one with, or without, the rows from where the choice began to this one.
 void TDBGrid::waehle_bis(int zeile) {
-  if (anker_ < 0 || zeile < 0 || modell_->zeilen() == 0) return;
-  const int hoechste = modell_->zeilen() - 1;
+  if (anker_ < 0 || zeile < 0 || modell_.zeilen() == 0) return;
+  const int hoechste = modell_.zeilen() - 1;
   const auto [erste, letzte] = std::minmax({std::min(anker_, hoechste), std::min(zeile, hoechste)});
-  const std::int32_t von = modell_->arrayzeile(erste);
-  const std::int32_t bis = modell_->arrayzeile(letzte);
+  const std::int32_t von = modell_.arrayzeile(erste);
+  const std::int32_t bis = modell_.arrayzeile(letzte);
   Zeilenauswahl neu;
   for (const std::int32_t z : grundlage_)
     if (!waehlt_ab_ || z < von || z > bis) neu.Add(z);
@@ -69,11 +65,11 @@ void TDBGrid::hebe_auf() {
 }
 
 void TDBGrid::selectAll() {
-  if (modell_->zeilen() == 0) return;
+  if (modell_.zeilen() == 0) return;
   grundlage_.clear();
   waehlt_ab_ = false;
   anker_ = 0;
-  waehle_bis(modell_->zeilen() - 1);
+  waehle_bis(modell_.zeilen() - 1);
 }
 
 void TDBGrid::mousePressEvent(QMouseEvent* ereignis) {
@@ -103,7 +99,7 @@ void TDBGrid::mouseMoveEvent(QMouseEvent* ereignis) {
   if (!zieht || gedrueckt_.zeile < 0) return;
   const int y = std::clamp(ereignis->position().toPoint().y(), 0, viewport()->height() - 1);
   const int zeile = rowAt(y);
-  waehle_bis(zeile < 0 ? modell_->zeilen() - 1 : zeile);
+  waehle_bis(zeile < 0 ? modell_.zeilen() - 1 : zeile);
 }
 
 void TDBGrid::mouseReleaseEvent(QMouseEvent* ereignis) {
@@ -123,12 +119,7 @@ void TDBGrid::mouseReleaseEvent(QMouseEvent* ereignis) {
   Ereigniswache::melde(*this, Click);
 }
 
-// The second click of a double one counts as a click of its own.
-void TDBGrid::mouseDoubleClickEvent(QMouseEvent* ereignis) {
-  mousePressEvent(ereignis);
-}
-
-// In a list of whole rows the first and the last row are what is meant.
+// In a list of whole rows Home and End mean its first and last row, not columns.
 QModelIndex TDBGrid::moveCursor(CursorAction wohin, Qt::KeyboardModifiers dazu) {
   const bool ans_Ende = wohin == MoveHome || wohin == MoveEnd;
   return QTableView::moveCursor(wohin, ans_Ende && waehlt_in_Zellen() ? dazu | Qt::ControlModifier : dazu);

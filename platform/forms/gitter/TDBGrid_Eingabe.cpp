@@ -5,17 +5,12 @@
 #include <utility>
 
 #include "platform/basic/Laufzeitfehler.h"
-#include "platform/forms/gitter/Gittermodell.h"
 #include "platform/forms/gitter/TDBGrid.h"
 #include "platform/forms/steuerelemente/Ereigniswache.h"
 
 // Edits on their way into the array.
 
 using namespace Qt::Literals::StringLiterals;
-
-bool TDBGrid::bearbeitbar(const Zelle& zelle) const {
-  return modell_->flags(modell_->index(zelle.zeile, zelle.spalte)).testFlag(Qt::ItemIsEditable);
-}
 
 bool TDBGrid::schaltbar(const Zelle& zelle) const {
   if (zelle.zeile < 0 || zelle.spalte < 0) return false;
@@ -25,8 +20,8 @@ bool TDBGrid::schaltbar(const Zelle& zelle) const {
 
 void TDBGrid::schalte_um(const Zelle& zelle) {
   Ereigniswache::melde(*this, [&] {
-    modell_->setze_Eingabe(
-        Gittermodell::Eingabe{zelle.zeile, zelle.spalte, !modell_->angehakt(zelle.zeile, zelle.spalte)});
+    modell_.setze_Eingabe(
+        Gittermodell::Eingabe{zelle.zeile, zelle.spalte, !modell_.angehakt(zelle.zeile, zelle.spalte)});
     Update();
   });
 }
@@ -36,14 +31,6 @@ QRect TDBGrid::Knopf_in(const QRect& zelle, int spalte) const {
   QRect knopf = zelle;
   knopf.setLeft(std::max(zelle.left(), zelle.right() - zelle.height()));
   return knopf;
-}
-
-QRect TDBGrid::ohne_Knopf(const QRect& zelle, int spalte) const {
-  return zelle.adjusted(0, 0, -Knopf_in(zelle, spalte).width(), 0);
-}
-
-bool TDBGrid::auf_Knopf(const Zelle& zelle, QPoint wo) const {
-  return Knopf_in(visualRect(modell_->index(zelle.zeile, zelle.spalte)), zelle.spalte).contains(wo);
 }
 
 void TDBGrid::klicke_Knopf() {
@@ -61,8 +48,8 @@ bool TDBGrid::lies_Editor() {
   if (!editor_ || !editor_->isModified()) return false;
   editor_->setModified(false);
   const auto [zeile, spalte] = editorzelle_;
-  if (editor_->text() == modell_->text(zeile, spalte)) return false;
-  modell_->setze_Eingabe(Gittermodell::Eingabe{zeile, spalte, editor_->text()});
+  if (editor_->text() == modell_.text(zeile, spalte)) return false;
+  modell_.setze_Eingabe(Gittermodell::Eingabe{zeile, spalte, editor_->text()});
   return true;
 }
 
@@ -104,7 +91,7 @@ bool TDBGrid::Taste_im_Editor(const QKeyEvent& taste) {
     focusNextPrevChild(taste.key() == Qt::Key_Tab);
   } else {
     const int ziel = currentIndex().row() + (taste.key() == Qt::Key_Up ? -1 : 1);
-    if (ziel >= 0 && ziel < modell_->rowCount()) gehe_zu(ziel, currentIndex().column());
+    if (ziel >= 0 && ziel < modell_.rowCount()) gehe_zu(ziel, currentIndex().column());
   }
   return true;
 }
@@ -112,8 +99,8 @@ bool TDBGrid::Taste_im_Editor(const QKeyEvent& taste) {
 QString TDBGrid::Text() const {
   if (editor_ && editor_->isModified()) return editor_->text();
   if (zeile_ < 0 || spalte_ < 0) return {};
-  if (Column(spalte_).CheckBox) return modell_->angehakt(zeile_, spalte_) ? u"True"_s : u"False"_s;
-  return modell_->text(zeile_, spalte_);
+  if (Column(spalte_).CheckBox) return modell_.angehakt(zeile_, spalte_) ? u"True"_s : u"False"_s;
+  return modell_.text(zeile_, spalte_);
 }
 
 void TDBGrid::Text(const QString& wert) {
@@ -121,7 +108,7 @@ void TDBGrid::Text(const QString& wert) {
   const bool kaestchen = Column(spalte_).CheckBox;
   Variant neu = kaestchen ? Variant(ist_True(wert)) : Variant(wert);
   entwerte_Editor();
-  modell_->setze_Eingabe(Gittermodell::Eingabe{zeile_, spalte_, std::move(neu), meldet_Eingabe_});
+  modell_.setze_Eingabe(Gittermodell::Eingabe{zeile_, spalte_, std::move(neu), meldet_Eingabe_});
 }
 
 void TDBGrid::Update() {
@@ -130,34 +117,34 @@ void TDBGrid::Update() {
   vollziehe();
 }
 
-/// The road of an edit. A handler may go it to its end itself.
+/// Takes an edit through all its steps. A handler may have finished them itself, by Update.
 void TDBGrid::vollziehe() {
-  if (!modell_->eingabe()) return;
-  auto verwirf = qScopeGuard([this] { modell_->setze_Eingabe({}); });
+  if (!modell_.eingabe()) return;
+  auto verwirf = qScopeGuard([this] { modell_.setze_Eingabe({}); });
   lege_Zeile_an();
-  if (!modell_->eingabe()->gemeldet) {
-    modell_->merke_gemeldet();
+  if (!modell_.eingabe()->gemeldet) {
+    modell_.merke_gemeldet();
     const QScopedValueRollback meldet(meldet_Eingabe_, true);
-    if (AfterColEdit) AfterColEdit(modell_->eingabe()->spalte);
+    if (AfterColEdit) AfterColEdit(modell_.eingabe()->spalte);
   }
-  if (modell_->eingabe()) schreibe();
+  if (modell_.eingabe()) schreibe();
   verwirf.dismiss();
 }
 
-/// Gives the array the row that an edit in the line for a new row is for.
+/// Appends the row to the array that an edit in the line for a new row is meant for.
 void TDBGrid::lege_Zeile_an() {
-  if (!modell_->ist_neue_Zeile(modell_->eingabe()->zeile)) return;
-  if (!array_ || array_->UpperBound(XArrayDBObject::Dimension::Zeilen) + 1 != modell_->arrayzeile(modell_->zeilen()))
+  if (!modell_.ist_neue_Zeile(modell_.eingabe()->zeile)) return;
+  if (!array_ || array_->UpperBound(XArrayDBObject::Dimension::Zeilen) + 1 != modell_.arrayzeile(modell_.zeilen()))
     throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
   array_->AppendRows();
-  modell_->haenge_Zeile_an();
+  modell_.haenge_Zeile_an();
 }
 
 void TDBGrid::schreibe() {
-  const Gittermodell::Eingabe eingabe = *modell_->eingabe();
+  const Gittermodell::Eingabe eingabe = *modell_.eingabe();
   if (!array_) throw Laufzeitfehler(fehlernummer::ObjektNichtGesetzt);
-  array_->Value(modell_->arrayzeile(eingabe.zeile), modell_->arrayspalte(eingabe.spalte), eingabe.wert);
-  modell_->setze_Eingabe({});
-  modell_->setze_Zelle(eingabe.zeile, eingabe.spalte, eingabe.wert);
+  array_->Value(modell_.arrayzeile(eingabe.zeile), modell_.arrayspalte(eingabe.spalte), eingabe.wert);
+  modell_.setze_Eingabe({});
+  modell_.setze_Zelle(eingabe.zeile, eingabe.spalte, eingabe.wert);
   if (AfterUpdate) AfterUpdate();
 }

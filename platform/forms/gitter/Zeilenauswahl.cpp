@@ -2,13 +2,9 @@
 
 #include "platform/basic/Laufzeitfehler.h"
 
-void Zeilenauswahl::pruefe(std::int32_t stelle) const {
+std::deque<std::int32_t>::const_iterator Zeilenauswahl::ort(std::int32_t stelle) const {
   if (stelle < 0 || stelle >= Count()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-}
-
-std::int32_t Zeilenauswahl::Item(std::int32_t stelle) const {
-  pruefe(stelle);
-  return folge_[static_cast<std::size_t>(stelle)];
+  return folge_.begin() + stelle;
 }
 
 void Zeilenauswahl::Add(std::int32_t zeile) {
@@ -18,8 +14,7 @@ void Zeilenauswahl::Add(std::int32_t zeile) {
 }
 
 void Zeilenauswahl::Remove(std::int32_t stelle) {
-  pruefe(stelle);
-  const auto weg = folge_.begin() + stelle;
+  const auto weg = ort(stelle);
   menge_.erase(*weg);
   folge_.erase(weg);
   melde();

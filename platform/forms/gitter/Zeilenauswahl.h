@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGlobal>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -11,12 +12,11 @@
 class Zeilenauswahl {
  public:
   Zeilenauswahl() = default;
-  Zeilenauswahl(const Zeilenauswahl&) = delete;
-  Zeilenauswahl& operator=(const Zeilenauswahl&) = delete;
+  Q_DISABLE_COPY_MOVE(Zeilenauswahl)
 
   std::int32_t Count() const noexcept { return static_cast<std::int32_t>(folge_.size()); }
   /// The row index at a position, counted from 0; a position outside raises 9.
-  std::int32_t Item(std::int32_t stelle) const;
+  std::int32_t Item(std::int32_t stelle) const { return *ort(stelle); }
   bool Contains(std::int32_t zeile) const { return menge_.contains(zeile); }
 
   /// Adds a row at the end; one that is selected stays where it is. An index without a row is kept, and shows nothing.
@@ -29,7 +29,7 @@ class Zeilenauswahl {
 
  private:
   friend class TDBGrid;
-  void pruefe(std::int32_t stelle) const;
+  std::deque<std::int32_t>::const_iterator ort(std::int32_t stelle) const;
   void melde() const {
     if (geaendert_) geaendert_();
   }

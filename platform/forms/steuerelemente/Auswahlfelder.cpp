@@ -1,23 +1,17 @@
 #include "platform/forms/steuerelemente/Auswahlfelder.h"
 
-#include <QSignalBlocker>
-
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/forms/steuerelemente/Ereigniswache.h"
 
 namespace {
 
-constexpr int SchluesselRolle = Qt::UserRole;
-constexpr int BildRolle = Qt::UserRole + 1;
-/// A key that stands already, and one that does not.
+/// A key that is taken, and one that does not exist.
 constexpr std::int32_t SchluesselVergeben = 457;
 constexpr std::int32_t ElementNichtGefunden = 35601;
 
 }  // namespace
 
-ComboBox::ComboBox(QWidget* behaelter, const QString& name)
-    : QComboBox(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
+ComboBox::ComboBox(QWidget* behaelter, const QString& name) : QComboBox(behaelter), Steuerelement(*this, name) {
   // The first entry added must not choose itself.
   setPlaceholderText(QStringLiteral(" "));
   connect(this, &QComboBox::currentIndexChanged, this, [this] { Ereigniswache::melde(*this, Click); });
@@ -26,16 +20,11 @@ ComboBox::ComboBox(QWidget* behaelter, const QString& name)
 void ComboBox::ListIndex(int wert) {
   if (wert < -1 || wert >= count()) throw Laufzeitfehler(fehlernummer::UngueltigerEigenschaftswert);
   if (wert == currentIndex()) return;
-  {
-    const QSignalBlocker still(this);
-    setCurrentIndex(wert);
-  }
+  ohne_Signale([&] { setCurrentIndex(wert); });
   if (Click) Click();
 }
 
-ImageCombo::ImageCombo(QWidget* behaelter, const QString& name)
-    : QComboBox(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
+ImageCombo::ImageCombo(QWidget* behaelter, const QString& name) : QComboBox(behaelter), Steuerelement(*this, name) {
   setPlaceholderText(QStringLiteral(" "));
   connect(this, &QComboBox::activated, this, [this] { Ereigniswache::melde(*this, Click); });
 }
@@ -47,19 +36,9 @@ void ImageCombo::Add(const QString& schluessel, const QString& text, int bild, c
   setItemData(count() - 1, bild, BildRolle);
 }
 
-QString ImageCombo::Text(int index) const {
+QVariant ImageCombo::angabe(int index, int rolle) const {
   if (index < 1 || index > count()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-  return itemText(index - 1);
-}
-
-QString ImageCombo::Key(int index) const {
-  Text(index);
-  return itemData(index - 1, SchluesselRolle).toString();
-}
-
-int ImageCombo::Image(int index) const {
-  Text(index);
-  return itemData(index - 1, BildRolle).toInt();
+  return itemData(index - 1, rolle);
 }
 
 void ImageCombo::waehle(const QString& schluessel) {

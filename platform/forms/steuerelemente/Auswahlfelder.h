@@ -28,13 +28,18 @@ class ImageCombo : public QComboBox, public Steuerelement {
   /// Appends an item with the number of its image; keys are unique (457 otherwise).
   void Add(const QString& schluessel, const QString& text, int bild, const QIcon& icon);
   /// Items count from 1; an index outside raises 9.
-  QString Text(int index) const;
-  QString Key(int index) const;
-  int Image(int index) const;
+  QString Text(int index) const { return angabe(index, Qt::DisplayRole).toString(); }
+  QString Key(int index) const { return angabe(index, SchluesselRolle).toString(); }
+  int Image(int index) const { return angabe(index, BildRolle).toInt(); }
   /// Selects the item with that key. Raises 35601 when there is none.
   void waehle(const QString& schluessel);
   /// Text of the selected item. Raises 91 without one.
   QString gewaehlter_Text() const;
 
   std::function<void()> Click;
+
+ private:
+  static constexpr int SchluesselRolle = Qt::UserRole;
+  static constexpr int BildRolle = Qt::UserRole + 1;
+  QVariant angabe(int index, int rolle) const;
 };

@@ -10,27 +10,12 @@
 #include "platform/forms/steuerelemente/Farbwert.h"
 #include "platform/forms/steuerelemente/Ziehvorgang.h"
 
-Bildfeld::Bildfeld(QWidget* behaelter, const QString& name)
-    : QWidget(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
-}
-
-Bildfeld::~Bildfeld() = default;
-
 void Bildfeld::Picture(std::shared_ptr<const Bild> wert) {
   bild_ = std::move(wert);
   if (!bild_ || !AutoSize) return;
   const QSize groesse = bild_->groesse();
   Width(twips::aus_Pixel(groesse.width()));
   Height(twips::aus_Pixel(groesse.height()));
-}
-
-double Bildfeld::ScaleWidth() const noexcept {
-  return Width() / twips::JePixel;
-}
-
-double Bildfeld::ScaleHeight() const noexcept {
-  return Height() / twips::JePixel;
 }
 
 void Bildfeld::Cls() {
@@ -45,15 +30,23 @@ void Bildfeld::PaintPicture(std::shared_ptr<const Bild> bild, const QRectF& ziel
     offen_.clear();
     pixel_ = QImage();
   }
-  zeichne({Zeichnung::Art::Bild, ziel, std::move(bild), 0});
+  zeichne([this, bild = std::move(bild), ziel](QPainter& maler) {
+    fehler::still_enden([&] {
+      const QSize punkte = (ziel.size() * devicePixelRatioF()).toSize();
+      if (!punkte.isEmpty()) maler.drawImage(ziel, bild->bild(punkte));
+    });
+  });
 }
 
 void Bildfeld::Linie(QPointF von, QPointF bis, Farbe farbe) {
-  zeichne({Zeichnung::Art::Linie, QRectF(von, bis), nullptr, farbe});
+  zeichne([=](QPainter& maler) {
+    maler.setPen(QPen(farben::qt(farbe), 1));
+    maler.drawLine(von, bis);
+  });
 }
 
 void Bildfeld::Kasten(QPointF von, QPointF bis, Farbe farbe) {
-  zeichne({Zeichnung::Art::Kasten, QRectF(von, bis).adjusted(0, 0, 1, 1), nullptr, farbe});
+  zeichne([=](QPainter& maler) { maler.fillRect(QRectF(von, bis).adjusted(0, 0, 1, 1), farben::qt(farbe)); });
 }
 
 void Bildfeld::zeichne(Zeichnung zeichnung) {
@@ -72,28 +65,10 @@ const QImage& Bildfeld::Image() const {
     QPainter maler(&neu);
     if (!pixel_.isNull()) maler.drawImage(QPointF(0, 0), pixel_);
     // Taken out first: what cannot be drawn is not tried again.
-    for (const Zeichnung& zeichnung : std::exchange(offen_, {})) male(maler, zeichnung);
+    for (const Zeichnung& zeichnung : std::exchange(offen_, {})) zeichnung(maler);
   }
   pixel_ = std::move(neu);
   return pixel_;
-}
-
-void Bildfeld::male(QPainter& maler, const Zeichnung& zeichnung) const {
-  switch (zeichnung.art) {
-    case Zeichnung::Art::Bild:
-      fehler::still_enden([&] {
-        const QSize punkte = (zeichnung.wo.size() * devicePixelRatioF()).toSize();
-        if (!punkte.isEmpty()) maler.drawImage(zeichnung.wo, zeichnung.bild->bild(punkte));
-      });
-      break;
-    case Zeichnung::Art::Linie:
-      maler.setPen(QPen(farben::qt(zeichnung.farbe), 1));
-      maler.drawLine(zeichnung.wo.topLeft(), zeichnung.wo.bottomRight());
-      break;
-    case Zeichnung::Art::Kasten:
-      maler.fillRect(zeichnung.wo, farben::qt(zeichnung.farbe));
-      break;
-  }
 }
 
 void Bildfeld::DragMode(int wert) {

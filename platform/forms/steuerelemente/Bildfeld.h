@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/basic/Twips.h"
 #include "platform/forms/steuerelemente/Steuerelement.h"
 #include "platform/gdiplus/Bild.h"
 
@@ -16,16 +17,15 @@
 /// decoded leaves what could be.
 class Bildfeld : public QWidget, public Steuerelement {
  public:
-  explicit Bildfeld(QWidget* behaelter, const QString& name);
-  ~Bildfeld() override;
+  explicit Bildfeld(QWidget* behaelter, const QString& name) : QWidget(behaelter), Steuerelement(*this, name) {}
 
   /// The picture on stage; none empties it. With AutoSize the box takes its size, and keeps the last one when emptied.
   const std::shared_ptr<const Bild>& Picture() const noexcept { return bild_; }
   void Picture(std::shared_ptr<const Bild> wert);
   bool AutoSize = false;
   /// Inner size in pixels; not rounded.
-  double ScaleWidth() const noexcept;
-  double ScaleHeight() const noexcept;
+  double ScaleWidth() const noexcept { return Width() / twips::JePixel; }
+  double ScaleHeight() const noexcept { return Height() / twips::JePixel; }
 
   /// Empties the persistent image.
   void Cls();
@@ -58,15 +58,8 @@ class Bildfeld : public QWidget, public Steuerelement {
   void mouseDoubleClickEvent(QMouseEvent* ereignis) override;
 
  private:
-  struct Zeichnung {
-    enum class Art { Bild, Linie, Kasten };
-    Art art = Art::Bild;
-    QRectF wo;  ///< of a line its two ends
-    std::shared_ptr<const Bild> bild;
-    Farbe farbe = 0;
-  };
+  using Zeichnung = std::function<void(QPainter& maler)>;
   void zeichne(Zeichnung zeichnung);
-  void male(QPainter& maler, const Zeichnung& zeichnung) const;
 
   std::shared_ptr<const Bild> bild_;
   mutable std::vector<Zeichnung> offen_;

@@ -70,6 +70,7 @@ class Einrueckung final : public QStyledItemDelegate {
 
 class DirListBox::Modell final : public QAbstractListModel {
  public:
+  using QAbstractListModel::QAbstractListModel;
   int rowCount(const QModelIndex& ueber) const override {
     return ueber.isValid() ? 0 : static_cast<int>(ebenen.size() + ordner.size());
   }
@@ -88,10 +89,10 @@ class DirListBox::Modell final : public QAbstractListModel {
         return {};
     }
   }
-  void setze(QStringList neue_ebenen, QStringList neue_ordner) {
+  void setze(QStringList neue_Ebenen, QStringList neue_Ordner) {
     beginResetModel();
-    ebenen = std::move(neue_ebenen);
-    ordner = std::move(neue_ordner);
+    ebenen = std::move(neue_Ebenen);
+    ordner = std::move(neue_Ordner);
     endResetModel();
   }
   QStringList ebenen;
@@ -103,19 +104,14 @@ class DirListBox::Modell final : public QAbstractListModel {
 };
 
 DirListBox::DirListBox(QWidget* behaelter, const QString& name)
-    : QListView(behaelter), Steuerelement(static_cast<QWidget&>(*this)), modell_(std::make_unique<Modell>()) {
-  setObjectName(name);
-  setModel(modell_.get());
+    : QListView(behaelter), Steuerelement(*this, name, Farbrollen::Feld), modell_(new Modell(this)) {
+  setModel(modell_);
   setItemDelegate(new Einrueckung(this));
   setUniformItemSizes(true);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setTextElideMode(Qt::ElideMiddle);
   // A current directory that has gone leaves the list empty until a path is set.
   fehler::still_enden([&] { Path(laufwerke::aktuell().aktuelles_Verzeichnis()); });
-}
-
-DirListBox::~DirListBox() {
-  setModel(nullptr);
 }
 
 void DirListBox::Path(const QString& wert) {
@@ -135,11 +131,9 @@ void DirListBox::Path(const QString& wert) {
 void DirListBox::oeffne(const QModelIndex& stelle) {
   if (!stelle.isValid()) return;
   const qsizetype zeile = stelle.row();
-  QString ziel;
-  if (zeile < modell_->ebenen.size())
-    ziel = verbunden(modell_->ebenen, zeile + 1);
-  else
-    ziel = FileSystemObject().BuildPath(pfad_, modell_->ordner[zeile - modell_->ebenen.size()]);
+  const qsizetype offene = modell_->ebenen.size();
+  const QString ziel = zeile < offene ? verbunden(modell_->ebenen, zeile + 1)
+                                      : FileSystemObject().BuildPath(pfad_, modell_->ordner[zeile - offene]);
   Ereigniswache::melde(*this, [&] {
     // A folder that has gone or can't be read leaves the list as it is.
     fehler::Weiter weiter;

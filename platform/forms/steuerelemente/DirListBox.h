@@ -3,7 +3,6 @@
 #include <QAbstractListModel>
 #include <QListView>
 #include <functional>
-#include <memory>
 
 #include "platform/forms/steuerelemente/Steuerelement.h"
 
@@ -13,7 +12,6 @@ class DirListBox : public QListView, public Steuerelement {
  public:
   /// Starts at the current directory of the process.
   explicit DirListBox(QWidget* behaelter, const QString& name);
-  ~DirListBox() override;
 
   /// As the table writes it, with a closing backslash only for the root of a drive.
   const QString& Path() const noexcept { return pfad_; }
@@ -27,13 +25,11 @@ class DirListBox : public QListView, public Steuerelement {
  protected:
   void keyPressEvent(QKeyEvent* ereignis) override;
   void mouseDoubleClickEvent(QMouseEvent* ereignis) override;
-  QPalette::ColorRole hintergrund() const override { return QPalette::Base; }
-  QPalette::ColorRole vordergrund() const override { return QPalette::Text; }
 
  private:
   class Modell;
   void oeffne(const QModelIndex& stelle);
 
-  std::unique_ptr<Modell> modell_;
+  Modell* const modell_;
   QString pfad_;
 };

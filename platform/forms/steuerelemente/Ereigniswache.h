@@ -15,18 +15,18 @@ class Ereigniswache {
   /// Runs a control's handler under the guard of the window it stands in; without a guard it runs plainly. An empty
   /// handler is passed over.
   static void melde(const QWidget& steuerelement, const std::function<void()>& handler) {
-    if (!handler) return;
-    if (auto* wache = dynamic_cast<Ereigniswache*>(steuerelement.window()))
-      wache->bewacht(handler);
-    else
-      handler();
+    rufe(steuerelement, &Ereigniswache::bewacht, handler);
   }
   /// The same for a handler that runs inside one of Qt's signals, even where another handler caused it.
   static void melde_im_Signal(const QWidget& steuerelement, const std::function<void()>& handler) {
+    rufe(steuerelement, &Ereigniswache::abgeschirmt, handler);
+  }
+
+ private:
+  using Weg = void (Ereigniswache::*)(const std::function<void()>& handler);
+  static void rufe(const QWidget& steuerelement, Weg weg, const std::function<void()>& handler) {
     if (!handler) return;
-    if (auto* wache = dynamic_cast<Ereigniswache*>(steuerelement.window()))
-      wache->abgeschirmt(handler);
-    else
-      handler();
+    auto* const wache = dynamic_cast<Ereigniswache*>(steuerelement.window());
+    wache ? (wache->*weg)(handler) : handler();
   }
 };

@@ -7,8 +7,11 @@
 namespace farben {
 
 inline QColor qt(Farbe farbe) {
-  const auto byte = [&](unsigned stelle) { return static_cast<int>((farbe >> stelle) & 0xFFU); };
-  return QColor(byte(0), byte(8), byte(16));
+  return QColor::fromRgb(farbe & 0xFF, farbe >> 8 & 0xFF, farbe >> 16 & 0xFF);
+}
+
+inline Farbe von_Qt(const QColor& c) {
+  return static_cast<Farbe>(c.red() | c.green() << 8 | c.blue() << 16);
 }
 
 }  // namespace farben

@@ -6,20 +6,19 @@
 #include <QStyle>
 #include <QToolTip>
 #include <algorithm>
+#include <array>
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/forms/steuerelemente/Farbwert.h"
 
 // Captions are plain text: a customer's name may hold "<" and "&".
-Textflaeche::Textflaeche(QWidget* behaelter, const QString& name)
-    : QLabel(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
+Textflaeche::Textflaeche(QWidget* behaelter, const QString& name) : QLabel(behaelter), Steuerelement(*this, name) {
   setTextFormat(Qt::PlainText);
 }
 
 QRect Textflaeche::Textplatz() const {
   QRect platz = contentsRect();
-  // As a framed label indents its text.
+  // A framed label indents its text by that much.
   if (frameWidth() > 0) platz.setLeft(platz.left() + fontMetrics().horizontalAdvance(u'x') / 2);
   const QRect zeilen = style()->itemTextRect(fontMetrics(), platz, static_cast<int>(alignment()), true, text());
   for (const QObject* kind : children()) {
@@ -42,29 +41,21 @@ QString Textflaeche::gezeigter_Text() const {
 bool Textflaeche::event(QEvent* ereignis) {
   if (ereignis->type() != QEvent::ToolTip || !toolTip().isEmpty() || gezeigter_Text() == text())
     return QLabel::event(ereignis);
-  // As rich text by name: letters that look like marks stay letters.
+  // Converted to rich text, or a tool tip would take letters that look like markup for it.
   QToolTip::showText(dynamic_cast<const QHelpEvent&>(*ereignis).globalPos(),
       Qt::convertFromPlainText(text().trimmed(), Qt::WhiteSpaceNormal), this);
   return true;
 }
 
-// What lies on the surface says when the room for the caption changes.
+// The room for the caption changes with what lies on the surface, so children are watched.
 void Textflaeche::childEvent(QChildEvent* ereignis) {
   if (ereignis->type() == QEvent::ChildAdded) ereignis->child()->installEventFilter(this);
   QLabel::childEvent(ereignis);
 }
 
 bool Textflaeche::eventFilter(QObject* empfaenger, QEvent* ereignis) {
-  switch (ereignis->type()) {
-    case QEvent::Move:
-    case QEvent::Resize:
-    case QEvent::ShowToParent:
-    case QEvent::HideToParent:
-      if (!text().isEmpty()) update();
-      break;
-    default:
-      break;
-  }
+  constexpr std::array Umgestaltungen{QEvent::Move, QEvent::Resize, QEvent::ShowToParent, QEvent::HideToParent};
+  if (std::ranges::count(Umgestaltungen, ereignis->type()) > 0 && !text().isEmpty()) update();
   return QLabel::eventFilter(empfaenger, ereignis);
 }
 
@@ -101,11 +92,7 @@ void SSPanel::paintEvent(QPaintEvent* ereignis) {
   Textflaeche::paintEvent(ereignis);
 }
 
-Label::Label(QWidget* behaelter, const QString& name) : Textflaeche(behaelter, name) {}
-
-Shape::Shape(QWidget* behaelter, const QString& name)
-    : QWidget(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
+Shape::Shape(QWidget* behaelter, const QString& name) : QWidget(behaelter), Steuerelement(*this, name) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
@@ -123,9 +110,6 @@ void Shape::BorderWidth(int wert) {
 void Shape::paintEvent(QPaintEvent* /*ereignis*/) {
   QPainter maler(this);
   const QColor farbe = farben::qt(randfarbe_);
-  const QRect r = rect();
-  maler.fillRect(r.x(), r.y(), r.width(), randbreite_, farbe);
-  maler.fillRect(r.x(), r.bottom() + 1 - randbreite_, r.width(), randbreite_, farbe);
-  maler.fillRect(r.x(), r.y(), randbreite_, r.height(), farbe);
-  maler.fillRect(r.right() + 1 - randbreite_, r.y(), randbreite_, r.height(), farbe);
+  const QRect innen = rect().adjusted(randbreite_, randbreite_, -randbreite_, -randbreite_);
+  for (const QRect& teil : QRegion(rect()).subtracted(innen)) maler.fillRect(teil, farbe);
 }

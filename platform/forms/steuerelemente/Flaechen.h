@@ -44,7 +44,7 @@ class SSPanel : public Textflaeche {
 /// A line of text.
 class Label : public Textflaeche {
  public:
-  explicit Label(QWidget* behaelter, const QString& name);
+  explicit Label(QWidget* behaelter, const QString& name) : Textflaeche(behaelter, name) {}
 };
 
 /// A frame in one colour around something else. It lies above its siblings and lets the mouse through.

@@ -16,32 +16,9 @@ void ImageList::Remove(int index) {
   const bool letzter = index == Count();
   const QString schluessel = Key(index);
   bilder_.erase(bilder_.begin() + static_cast<std::ptrdiff_t>(platz(index)));
-  // From the last one on nothing moves up.
-  if (!letzter)
-    zaehle_neu();
-  else if (erste_.value(schluessel) == index)
-    erste_.remove(schluessel);
-}
-
-void ImageList::Clear() noexcept {
-  bilder_.clear();
+  if (erste_.value(schluessel) == index) erste_.remove(schluessel);
+  // Behind the last image there is none that moves up.
+  if (letzter) return;
   erste_.clear();
-}
-
-const QString& ImageList::Key(int index) const {
-  return bilder_[platz(index)].schluessel;
-}
-
-const QIcon& ImageList::Image(int index) const {
-  return bilder_[platz(index)].bild;
-}
-
-int ImageList::Suche(const QString& schluessel) const {
-  return erste_.value(schluessel, 0);
-}
-
-void ImageList::zaehle_neu() {
-  erste_.clear();
-  for (int i = 1; i <= Count(); ++i)
-    if (!erste_.contains(Key(i))) erste_.insert(Key(i), i);
+  for (int i = Count(); i > 0; --i) erste_.insert(Key(i), i);
 }

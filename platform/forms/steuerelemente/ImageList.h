@@ -10,14 +10,13 @@
 class ImageList {
  public:
   int Count() const noexcept { return static_cast<int>(bilder_.size()); }
-  /// Appends an image.
   void Add(const QString& schluessel, const QIcon& bild);
   void Remove(int index);
-  void Clear() noexcept;
-  const QString& Key(int index) const;
-  const QIcon& Image(int index) const;
+  void Clear() noexcept { *this = {}; }
+  const QString& Key(int index) const { return bilder_[platz(index)].schluessel; }
+  const QIcon& Image(int index) const { return bilder_[platz(index)].bild; }
   /// Index of the first image with exactly that key, or 0.
-  int Suche(const QString& schluessel) const;
+  int Suche(const QString& schluessel) const { return erste_.value(schluessel); }
 
  private:
   struct Eintrag {
@@ -25,7 +24,6 @@ class ImageList {
     QIcon bild;
   };
   std::size_t platz(int index) const;
-  void zaehle_neu();
 
   std::vector<Eintrag> bilder_;
   QHash<QString, int> erste_;

@@ -9,38 +9,41 @@
 // Buttons. A handler runs when the user clicks, and at once when code changes a value; what code sets to the value it
 // has already raises nothing.
 
-/// A command button. "&" in its caption marks the access key; blanks around it and runs of them inside are room for the
+/// A button with a caption. "&" in it marks the access key; blanks around it and runs of them inside are room for the
 /// picture and for line breaks, and show as such.
-class SSCommand : public QPushButton, public Steuerelement {
+class Knopf : public QPushButton, public Steuerelement {
  public:
-  explicit SSCommand(QWidget* behaelter, const QString& name);
-
   const QString& Caption() const noexcept { return beschriftung_; }
   void Caption(const QString& wert);
-  /// Runs the handler as a click of the user would, if the button can be used.
-  void klicke();
 
-  std::function<void()> Click;
+ protected:
+  explicit Knopf(QWidget* behaelter, const QString& name);
 
  private:
   QString beschriftung_;
 };
 
+/// A command button.
+class SSCommand : public Knopf {
+ public:
+  explicit SSCommand(QWidget* behaelter, const QString& name);
+
+  /// Runs the handler as a click of the user would, if the button can be used.
+  void klicke();
+
+  std::function<void()> Click;
+};
+
 /// A toggle that stays down.
-class SSRibbon : public QPushButton, public Steuerelement {
+class SSRibbon : public Knopf {
  public:
   explicit SSRibbon(QWidget* behaelter, const QString& name);
 
-  const QString& Caption() const noexcept { return beschriftung_; }
-  void Caption(const QString& wert);
   bool Value() const { return isChecked(); }
   void Value(bool wert);
 
   /// Gets the new value.
   std::function<void(bool)> Click;
-
- private:
-  QString beschriftung_;
 };
 
 /// A check box with the values 0 (not checked) and 1 (checked).

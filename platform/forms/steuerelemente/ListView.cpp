@@ -5,66 +5,7 @@
 #include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 
-#include "platform/basic/Laufzeitfehler.h"
 #include "platform/forms/steuerelemente/Ereigniswache.h"
-
-class ListView::Modell final : public QAbstractListModel {
- public:
-  struct Eintrag {
-    QString text;
-    QString tag;
-    int bild = 0;
-  };
-
-  int rowCount(const QModelIndex& ueber) const override { return ueber.isValid() ? 0 : gezeigt_; }
-
-  QVariant data(const QModelIndex& index, int rolle) const override {
-    if (!index.isValid() || index.row() >= gezeigt_) return {};
-    const Eintrag& e = eintraege[static_cast<std::size_t>(index.row())];
-    switch (rolle) {
-      case Qt::DisplayRole:
-      case Qt::ToolTipRole:
-      case Qt::AccessibleTextRole:
-        return e.text;
-      case Qt::DecorationRole:
-        return bilder && e.bild >= 1 && e.bild <= bilder->Count() ? QVariant(bilder->Image(e.bild)) : QVariant();
-      default:
-        return {};
-    }
-  }
-
-  Eintrag& eintrag(int index) {
-    if (index < 1 || index > anzahl()) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-    return eintraege[static_cast<std::size_t>(index - 1)];
-  }
-  int anzahl() const noexcept { return static_cast<int>(eintraege.size()); }
-
-  /// The display catches up with what was added.
-  void zeige_alle() {
-    if (gezeigt_ == anzahl()) return;
-    beginInsertRows({}, gezeigt_, anzahl() - 1);
-    gezeigt_ = anzahl();
-    endInsertRows();
-  }
-  void leere() {
-    beginResetModel();
-    eintraege.clear();
-    gezeigt_ = 0;
-    endResetModel();
-  }
-  void geaendert(int index) {
-    if (index <= gezeigt_) Q_EMIT dataChanged(this->index(index - 1), this->index(index - 1));
-  }
-  void alle_geaendert() {
-    if (gezeigt_ > 0) Q_EMIT dataChanged(index(0), index(gezeigt_ - 1));
-  }
-
-  std::vector<Eintrag> eintraege;
-  const ImageList* bilder = nullptr;
-
- private:
-  int gezeigt_ = 0;
-};
 
 namespace {
 
@@ -84,9 +25,8 @@ class Kachel final : public QStyledItemDelegate {
 }  // namespace
 
 ListView::ListView(QWidget* behaelter, const QString& name)
-    : QListView(behaelter), Steuerelement(static_cast<QWidget&>(*this)), modell_(std::make_unique<Modell>()) {
-  setObjectName(name);
-  setModel(modell_.get());
+    : QListView(behaelter), Steuerelement(*this, name, Farbrollen::Feld), modell_(new Listenmodell(this)) {
+  setModel(modell_);
   setViewMode(QListView::IconMode);
   setMovement(QListView::Static);
   setResizeMode(QListView::Adjust);
@@ -99,35 +39,9 @@ ListView::ListView(QWidget* behaelter, const QString& name)
   setDragEnabled(false);
 }
 
-ListView::~ListView() {
-  setModel(nullptr);
-}
-
 void ListView::setze_Bildseite(int pixel) {
   setIconSize(QSize(pixel, pixel));
   setGridSize(QSize(pixel + 28, pixel + 2 * fontMetrics().height() + 8));
-}
-
-void ListView::MultiSelect(bool wert) {
-  setSelectionMode(wert ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
-}
-
-bool ListView::MultiSelect() const {
-  return selectionMode() == QAbstractItemView::ExtendedSelection;
-}
-
-void ListView::Icons(const ImageList* bilder) {
-  if (modell_->bilder == bilder) return;
-  modell_->bilder = bilder;
-  modell_->alle_geaendert();
-}
-
-const ImageList* ListView::Icons() const noexcept {
-  return modell_->bilder;
-}
-
-int ListView::Count() const noexcept {
-  return modell_->anzahl();
 }
 
 void ListView::Clear() {
@@ -141,21 +55,9 @@ int ListView::Add(const QString& text, const QString& tag) {
   return modell_->anzahl();
 }
 
-const QString& ListView::Text(int index) const {
-  return modell_->eintrag(index).text;
-}
-
 void ListView::Text(int index, const QString& wert) {
   modell_->eintrag(index).text = wert;
   modell_->geaendert(index);
-}
-
-const QString& ListView::ItemTag(int index) const {
-  return modell_->eintrag(index).tag;
-}
-
-int ListView::Icon(int index) const {
-  return modell_->eintrag(index).bild;
 }
 
 void ListView::Icon(int index, int bild) {

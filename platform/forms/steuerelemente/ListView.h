@@ -1,12 +1,9 @@
 #pragma once
 
-#include <QAbstractListModel>
 #include <QListView>
 #include <functional>
-#include <memory>
-#include <vector>
 
-#include "platform/forms/steuerelemente/ImageList.h"
+#include "platform/forms/steuerelemente/Listenmodell.h"
 #include "platform/forms/steuerelemente/Steuerelement.h"
 
 /// A list of pictures with a line of text each, numbered from 1. An index outside raises 9. Selections made by code
@@ -14,25 +11,24 @@
 class ListView : public QListView, public Steuerelement {
  public:
   explicit ListView(QWidget* behaelter, const QString& name);
-  ~ListView() override;
 
   /// Side of the pictures in pixels.
   void setze_Bildseite(int pixel);
-  void MultiSelect(bool wert);
-  bool MultiSelect() const;
+  void MultiSelect(bool wert) { setSelectionMode(wert ? ExtendedSelection : SingleSelection); }
+  bool MultiSelect() const { return selectionMode() == ExtendedSelection; }
   /// The images that the items show; none leaves them without.
-  void Icons(const ImageList* bilder);
-  const ImageList* Icons() const noexcept;
+  void Icons(const ImageList* bilder) { modell_->zeige_Bilder(bilder); }
+  const ImageList* Icons() const noexcept { return modell_->bilder; }
 
-  int Count() const noexcept;
+  int Count() const noexcept { return modell_->anzahl(); }
   void Clear();
   /// Appends an item; its index. While the list is hidden the display learns of it when it is shown again.
   int Add(const QString& text, const QString& tag);
-  const QString& Text(int index) const;
+  const QString& Text(int index) const { return modell_->eintrag(index).text; }
   void Text(int index, const QString& wert);
-  const QString& ItemTag(int index) const;
+  const QString& ItemTag(int index) const { return modell_->eintrag(index).tag; }
   /// Index into the image list; 0 for none.
-  int Icon(int index) const;
+  int Icon(int index) const { return modell_->eintrag(index).bild; }
   void Icon(int index, int bild);
   bool Selected(int index) const;
   void Selected(int index, bool wert);
@@ -50,13 +46,10 @@ class ListView : public QListView, public Steuerelement {
   void keyPressEvent(QKeyEvent* ereignis) override;
   void mousePressEvent(QMouseEvent* ereignis) override;
   void mouseDoubleClickEvent(QMouseEvent* ereignis) override;
-  QPalette::ColorRole hintergrund() const override { return QPalette::Base; }
-  QPalette::ColorRole vordergrund() const override { return QPalette::Text; }
 
  private:
-  class Modell;
   void melde_Auswahl(int index);
 
-  std::unique_ptr<Modell> modell_;
+  Listenmodell* const modell_;
   bool durch_Code_ = false;
 };

@@ -23,8 +23,7 @@ class SSSplitter::Griff final : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* /*ereignis*/) override {
-    QPainter maler(this);
-    maler.fillRect(rect(), palette().color(ziehend_ ? QPalette::Highlight : QPalette::Mid));
+    QPainter(this).fillRect(rect(), palette().color(ziehend_ ? QPalette::Highlight : QPalette::Mid));
   }
   void mousePressEvent(QMouseEvent* ereignis) override {
     if (ereignis->button() != Qt::LeftButton) return;
@@ -59,28 +58,20 @@ class SSSplitter::Griff final : public QWidget {
 
 SSSplitter::SSSplitter(QWidget* behaelter, const QString& name)
     : QWidget(behaelter),
-      Steuerelement(static_cast<QWidget&>(*this)),
-      unter_kopf_(new Griff(*this, Qt::Horizontal, name + u"_Balken1"_s)),
+      Steuerelement(*this, name),
+      unter_Kopf_(new Griff(*this, Qt::Horizontal, name + u"_Balken1"_s)),
       mitte_(new Griff(*this, Qt::Vertical, name + u"_Balken2"_s)),
-      ueber_streifen_(new Griff(*this, Qt::Horizontal, name + u"_Balken3"_s)) {
-  setObjectName(name);
+      ueber_Streifen_(new Griff(*this, Qt::Horizontal, name + u"_Balken3"_s)) {}
+
+std::size_t SSSplitter::platz(int nummer) {
+  if (nummer < 0 || nummer >= Anzahl) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
+  return static_cast<std::size_t>(nummer);
 }
 
 void SSSplitter::setze_Inhalt(int nummer, Steuerelement& inhalt) {
-  if (nummer < 0 || nummer >= Anzahl) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-  inhalt_[static_cast<std::size_t>(nummer)] = &inhalt;
-  const Mass& m = masse_[static_cast<std::size_t>(nummer)];
+  inhalt_[platz(nummer)] = &inhalt;
+  const Mass& m = masse_[platz(nummer)];
   inhalt.Move(m.links, m.oben, m.breite, m.hoehe);
-}
-
-double SSSplitter::PaneHeight(int nummer) const {
-  if (nummer < 0 || nummer >= Anzahl) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-  return masse_[static_cast<std::size_t>(nummer)].hoehe;
-}
-
-double SSSplitter::PaneWidth(int nummer) const {
-  if (nummer < 0 || nummer >= Anzahl) throw Laufzeitfehler(fehlernummer::IndexAusserhalb);
-  return masse_[static_cast<std::size_t>(nummer)].breite;
 }
 
 void SSSplitter::PaneHeight(int nummer, double wert) {
@@ -132,34 +123,24 @@ void SSSplitter::ordne_Griffe_an() {
   const auto lege = [](Griff* griff, double links, double oben, double breite, double hoehe) {
     griff->setGeometry(twips::pixel(links), twips::pixel(oben), twips::pixel(breite), twips::pixel(hoehe));
   };
-  lege(unter_kopf_, 0, masse_[0].hoehe, Width(), Balken);
+  lege(unter_Kopf_, 0, masse_[0].hoehe, Width(), Balken);
   lege(mitte_, masse_[1].breite, masse_[1].oben, Balken, masse_[1].hoehe);
-  lege(ueber_streifen_, 0, masse_[3].oben - Balken, Width(), Balken);
+  lege(ueber_Streifen_, 0, masse_[3].oben - Balken, Width(), Balken);
 }
 
 void SSSplitter::verschiebe(const Griff& griff, int pixel) {
   const double weg = twips::aus_Pixel(pixel);
+  // A pane that is dragged shut keeps a little, so that its bar is found again.
+  const auto setze = [&](double& wunsch, double mass, double zusammen) {
+    setze_Wunsch(wunsch, std::clamp(mass, Mindestmass, std::max(Mindestmass, zusammen - Mindestmass)));
+  };
   Ereigniswache::melde(*this, [&] {
-    // A pane that is dragged shut keeps a little, so that its bar is found again.
-    if (&griff == unter_kopf_)
-      setze_Wunsch(kopf_,
-          std::clamp(masse_[0].hoehe + weg, Mindestmass,
-              std::max(Mindestmass, masse_[0].hoehe + masse_[1].hoehe - Mindestmass)));
+    const auto& [kopf, links, rechts, streifen] = masse_;
+    if (&griff == unter_Kopf_)
+      setze(kopf_, kopf.hoehe + weg, kopf.hoehe + links.hoehe);
     else if (&griff == mitte_)
-      setze_Wunsch(links_,
-          std::clamp(masse_[1].breite + weg, Mindestmass,
-              std::max(Mindestmass, masse_[1].breite + masse_[2].breite - Mindestmass)));
+      setze(links_, links.breite + weg, links.breite + rechts.breite);
     else
-      setze_Wunsch(streifen_,
-          std::clamp(masse_[3].hoehe - weg, Mindestmass,
-              std::max(Mindestmass, masse_[3].hoehe + masse_[1].hoehe - Mindestmass)));
+      setze(streifen_, streifen.hoehe - weg, streifen.hoehe + links.hoehe);
   });
-}
-
-void SSSplitter::nach_Groesse() {
-  ordne_an();
-}
-
-void SSSplitter::zum_ersten_Mal_gezeigt() {
-  if (Resize) Resize(0);
 }

@@ -24,21 +24,23 @@ class SSSplitter : public QWidget, public Steuerelement {
   void setze_Inhalt(int nummer, Steuerelement& inhalt);
 
   /// Measures of a pane as they are at the moment.
-  double PaneHeight(int nummer) const;
-  double PaneWidth(int nummer) const;
-  /// Set the height of pane 0 or 3, the width of pane 1; any other pane raises 5, a negative measure 380. Where there
-  /// is no room the pane stays smaller for that long. Raises Resize when a measure changes.
+  double PaneHeight(int nummer) const { return masse_[platz(nummer)].hoehe; }
+  double PaneWidth(int nummer) const { return masse_[platz(nummer)].breite; }
+  /// Set the height of pane 0 or 3, the width of pane 1; any other pane raises 5, a negative measure 380. Without
+  /// enough room the pane is smaller until there is. Raises Resize when a measure changes.
   void PaneHeight(int nummer, double wert);
   void PaneWidth(int nummer, double wert);
 
-  /// The panes have other measures; gets the lowest number among them. At the first showing it comes in any case, for
+  /// Measures have changed; gets the lowest number of those panes. At the first showing it is raised in any case, for
   /// pane 0.
   std::function<void(int)> Resize;
 
-  void zum_ersten_Mal_gezeigt() override;
+  void zum_ersten_Mal_gezeigt() override {
+    if (Resize) Resize(0);
+  }
 
  protected:
-  void nach_Groesse() override;
+  void nach_Groesse() override { ordne_an(); }
 
  private:
   class Griff;
@@ -50,6 +52,7 @@ class SSSplitter : public QWidget, public Steuerelement {
     friend bool operator==(const Mass&, const Mass&) = default;
   };
   using Masse = std::array<Mass, Anzahl>;
+  static std::size_t platz(int nummer);
   void setze_Wunsch(double& wunsch, double wert);
   Masse berechne() const;
   void ordne_an();
@@ -62,7 +65,7 @@ class SSSplitter : public QWidget, public Steuerelement {
   double streifen_ = 2100;
   Masse masse_{};
   std::array<Steuerelement*, Anzahl> inhalt_{};
-  Griff* unter_kopf_;
+  Griff* unter_Kopf_;
   Griff* mitte_;
-  Griff* ueber_streifen_;
+  Griff* ueber_Streifen_;
 };

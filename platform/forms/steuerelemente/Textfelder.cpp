@@ -1,6 +1,5 @@
 #include "platform/forms/steuerelemente/Textfelder.h"
 
-#include <QSignalBlocker>
 #include <QTextBlock>
 #include <QValidator>
 #include <algorithm>
@@ -37,8 +36,7 @@ class TextBox::Filter final : public QValidator {
 };
 
 TextBox::TextBox(QWidget* behaelter, const QString& name)
-    : QLineEdit(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
+    : QLineEdit(behaelter), Steuerelement(*this, name, Farbrollen::Feld) {
   connect(this, &QLineEdit::textEdited, this, [this] { uebernimm_Eingabe(); });
 }
 
@@ -62,20 +60,14 @@ void TextBox::Text(const QString& wert) {
   if (Change) Change();
 }
 
-Textblock::Textblock(QWidget* behaelter, const QString& name)
-    : QPlainTextEdit(behaelter), Steuerelement(static_cast<QWidget&>(*this)) {
-  setObjectName(name);
+Textblock::Textblock(QWidget* behaelter, const QString& name) : QPlainTextEdit(behaelter), Steuerelement(*this, name) {
   setTabChangesFocus(true);
   connect(this, &QPlainTextEdit::textChanged, this, [this] { uebernimm_Eingabe(); });
 }
 
 void Textblock::Text(const QString& wert) {
   if (wert == text_) return;
-  {
-    const QSignalBlocker still(this);
-    QString anzeige = wert;
-    setPlainText(anzeige.replace(u"\r\n"_s, u"\n"_s));
-  }
+  ohne_Signale([&] { setPlainText(QString(wert).replace(u"\r\n"_s, u"\n"_s)); });
   text_ = wert;
   angezeigt_ = angezeigter_Text();
   if (Change) Change();

@@ -21,10 +21,6 @@ class TextBox : public QLineEdit, public Steuerelement {
 
   std::function<void()> Change;
 
- protected:
-  QPalette::ColorRole hintergrund() const override { return QPalette::Base; }
-  QPalette::ColorRole vordergrund() const override { return QPalette::Text; }
-
  private:
   class Filter;
   void uebernimm_Eingabe();

@@ -13,12 +13,6 @@ void Ziehbuehne::beginne(Steuerelement& quelle) {
   if (auto* buehne = dynamic_cast<Ziehbuehne*>(quelle.widget().window())) buehne->beginne_Ziehen(quelle);
 }
 
-Ziehvorgang::Ziehvorgang(QWidget& fenster) : fenster_(fenster) {}
-
-Ziehvorgang::~Ziehvorgang() {
-  if (laeuft_) qApp->removeEventFilter(this);
-}
-
 void Ziehvorgang::beginne(Steuerelement& quelle) {
   if (std::exchange(laeuft_, true)) return;
   qApp->installEventFilter(this);
@@ -27,11 +21,7 @@ void Ziehvorgang::beginne(Steuerelement& quelle) {
 }
 
 void Ziehvorgang::brich_ab() {
-  if (laeuft_) schliesse_ab();
-}
-
-void Ziehvorgang::schliesse_ab() {
-  laeuft_ = false;
+  if (!std::exchange(laeuft_, false)) return;
   qApp->removeEventFilter(this);
   fenster_.unsetCursor();
   if (Ende) bewacht(Ende);
@@ -39,24 +29,17 @@ void Ziehvorgang::schliesse_ab() {
 
 bool Ziehvorgang::eventFilter(QObject* empfaenger, QEvent* ereignis) {
   if (!laeuft_) return false;
-  switch (ereignis->type()) {
-    // The mouse is watched where it reaches the window. Once the widget that had the press is gone, the window hands
-    // neither moves nor the release on to any other.
-    case QEvent::MouseMove:
-    case QEvent::MouseButtonRelease: {
-      const auto* fenster = qobject_cast<QWindow*>(empfaenger);
-      auto* maus = dynamic_cast<QMouseEvent*>(ereignis);
-      return fenster && maus && sieh_Maus(*fenster, *maus);
-    }
-    case QEvent::KeyPress: {
-      const auto* taste = dynamic_cast<QKeyEvent*>(ereignis);
-      if (!empfaenger->isWidgetType() || !taste || taste->key() != Qt::Key_Escape) return false;
-      brich_ab();
-      return true;
-    }
-    default:
-      return false;
+  // The mouse is watched where it reaches the window. Once the widget that had the press is gone, the window hands
+  // neither moves nor the release on to any other.
+  if (ereignis->type() == QEvent::MouseMove || ereignis->type() == QEvent::MouseButtonRelease) {
+    const auto* fenster = qobject_cast<QWindow*>(empfaenger);
+    auto* maus = dynamic_cast<QMouseEvent*>(ereignis);
+    return fenster && maus && sieh_Maus(*fenster, *maus);
   }
+  const auto* taste = ereignis->type() == QEvent::KeyPress ? dynamic_cast<QKeyEvent*>(ereignis) : nullptr;
+  if (!empfaenger->isWidgetType() || !taste || taste->key() != Qt::Key_Escape) return false;
+  brich_ab();
+  return true;
 }
 
 bool Ziehvorgang::sieh_Maus(const QWindow& empfaenger, QMouseEvent& maus) {

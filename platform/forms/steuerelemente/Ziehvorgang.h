@@ -26,12 +26,10 @@ class Ziehbuehne {
 /// the next container of it that listens. Letting the button go drops on the control there; Escape drops nowhere.
 class Ziehvorgang : public QObject {
  public:
-  explicit Ziehvorgang(QWidget& fenster);
-  ~Ziehvorgang() override;
+  explicit Ziehvorgang(QWidget& fenster) : fenster_(fenster) {}
 
   /// Begins, unless one is running.
   void beginne(Steuerelement& quelle);
-  bool laeuft() const noexcept { return laeuft_; }
   /// Ends without a drop; harmless when none is running.
   void brich_ab();
 
@@ -46,7 +44,6 @@ class Ziehvorgang : public QObject {
  private:
   bool sieh_Maus(const QWindow& empfaenger, QMouseEvent& maus);
   Steuerelement* ziel(QPoint global) const;
-  void schliesse_ab();
 
   QWidget& fenster_;
   bool laeuft_ = false;

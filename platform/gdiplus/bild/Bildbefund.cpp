@@ -13,7 +13,7 @@
 namespace bildbefund {
 namespace {
 
-constexpr qsizetype kErstesStueck = qsizetype{64} * 1024;
+constexpr qsizetype ErstesStueck = qsizetype{64} * 1024;
 
 std::int32_t status_von(Kopfbefund befund) noexcept {
   constexpr std::pair<Kopfbefund, gdiplus::Status> Status[] = {{Kopfbefund::Unbekannt, gdiplus::UnknownImageFormat},
@@ -21,20 +21,8 @@ std::int32_t status_von(Kopfbefund befund) noexcept {
   return nachgeschlagen(Status, befund, gdiplus::Ok);
 }
 
-// The finding of a beginning that is sure to be the whole file's too; none where more bytes could still change it. What
-// was sound in the beginning stays so, except that an icon may have a larger picture further behind.
-std::optional<Befund> sicheres_Urteil(QByteArray& anfang) {
-  const Bildformat format = erkenne_Bildformat(anfang);
-  if (format == Bildformat::Ico) return std::nullopt;
-  if (format == Bildformat::Jpeg) trage_Hoehe_ein(anfang);
-  const Bildkopf kopf = lies_Bildkopf(anfang);
-  if (kopf.befund == Kopfbefund::Defekt) return std::nullopt;
-  if (kopf.befund == Kopfbefund::Ok && format == Bildformat::Jpeg && !jpegdekoder::ist_Kopf_lesbar(anfang))
-    return std::nullopt;
-  return Befund{status_von(kopf.befund), kopf};
-}
-
-QByteArray lies_Stelle(const Binaerdatei& datei, std::int64_t stelle, qsizetype anzahl) {
+/// Fewer bytes only where the file ends.
+QByteArray lies(const Binaerdatei& datei, qsizetype anzahl, std::int64_t stelle = 0) {
   QByteArray bytes(anzahl, Qt::Uninitialized);
   const std::size_t gelesen = datei.lies(stelle, std::as_writable_bytes(std::span(bytes.begin(), bytes.end())));
   bytes.truncate(static_cast<qsizetype>(gelesen));
@@ -43,12 +31,12 @@ QByteArray lies_Stelle(const Binaerdatei& datei, std::int64_t stelle, qsizetype 
 
 // Looks only at the directory, wherever it stands.
 Befund urteile_Tiff(const Binaerdatei& datei) {
-  const QByteArray anfang = lies_Anfang(datei, kSignaturlaenge);
+  const QByteArray anfang = lies(datei, Signaturlaenge);
   const auto stelle = bildkopf::tiff_Verzeichnis(anfang);
   Bildkopf kopf = bildkopf::defekt(Bildformat::Tiff);
   if (stelle && *stelle < static_cast<std::uint64_t>(datei.laenge()))
-    for (const qsizetype anzahl : {kErstesStueck, bildkopf::kLaengstes_Verzeichnis}) {
-      const QByteArray verzeichnis = lies_Stelle(datei, static_cast<std::int64_t>(*stelle), anzahl);
+    for (const qsizetype anzahl : {ErstesStueck, bildkopf::Laengstes_Verzeichnis}) {
+      const QByteArray verzeichnis = lies(datei, anzahl, static_cast<std::int64_t>(*stelle));
       kopf = lies_Bildkopf(bildkopf::tiff_gekuerzt(anfang, verzeichnis));
       if (kopf.befund != Kopfbefund::Defekt) break;
     }
@@ -68,17 +56,24 @@ Befund urteile(QByteArray& alle) {
 
 Befund urteile_nach_Anfang(const Binaerdatei& datei) {
   const auto ganz = static_cast<qsizetype>(datei.laenge());
-  for (qsizetype anzahl = kErstesStueck; anzahl < ganz; anzahl *= 4) {
-    QByteArray anfang = lies_Anfang(datei, anzahl);
-    if (const auto befund = sicheres_Urteil(anfang)) return *befund;
-    if (erkenne_Bildformat(anfang) == Bildformat::Tiff) return urteile_Tiff(datei);
+  for (qsizetype anzahl = ErstesStueck; anzahl < ganz; anzahl *= 4) {
+    QByteArray anfang = lies(datei, anzahl);
+    const Bildformat format = erkenne_Bildformat(anfang);
+    // An icon may have a larger picture further behind.
+    if (format == Bildformat::Ico) break;
+    // More bytes can only mend what is broken.
+    if (const Befund befund = urteile(anfang); befund.status != gdiplus::InvalidParameter) return befund;
+    if (format == Bildformat::Tiff) return urteile_Tiff(datei);
   }
-  QByteArray alle = lies_Anfang(datei, ganz);
+  QByteArray alle = lies(datei, ganz);
   return urteile(alle);
 }
 
-QByteArray lies_Anfang(const Binaerdatei& datei, qsizetype anzahl) {
-  return lies_Stelle(datei, 0, anzahl);
+Befund lies_und_urteile(const Binaerdatei& datei, QByteArray& bytes) {
+  if (erkenne_Bildformat(lies(datei, Signaturlaenge)) == Bildformat::Unbekannt)
+    return {gdiplus::UnknownImageFormat, {}};
+  bytes = lies(datei, static_cast<qsizetype>(datei.laenge()));
+  return urteile(bytes);
 }
 
 }  // namespace bildbefund

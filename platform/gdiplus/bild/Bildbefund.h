@@ -24,7 +24,7 @@ Befund urteile(QByteArray& alle);
 /// Failures of reading as Binaerdatei's.
 Befund urteile_nach_Anfang(const Binaerdatei& datei);
 
-/// The bytes of an open file from its beginning; fewer only where it ends.
-QByteArray lies_Anfang(const Binaerdatei& datei, qsizetype anzahl);
+/// Reads a whole file and judges it. What is no picture may be large: it is not read.
+Befund lies_und_urteile(const Binaerdatei& datei, QByteArray& bytes);
 
 }  // namespace bildbefund

@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QScopeGuard>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -14,18 +15,6 @@
 
 namespace bilddekoder {
 namespace {
-
-// Qt refuses pictures over 128 MB unless the limit is lifted. It belongs to the whole process, so the host gets its own
-// value back.
-class OhneSpeichergrenze {
- public:
-  OhneSpeichergrenze() : vorher_(QImageReader::allocationLimit()) { QImageReader::setAllocationLimit(0); }
-  ~OhneSpeichergrenze() { QImageReader::setAllocationLimit(vorher_); }
-  Q_DISABLE_COPY_MOVE(OhneSpeichergrenze)
-
- private:
-  int vorher_;
-};
 
 QImage geprueft(QImage bild) {
   if (bild.isNull()) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
@@ -70,7 +59,11 @@ bool ist_unberuehrt(const QImage& bild) {
 
 /// Null where the file gives nothing.
 QImage mit_Qt(const Bildkopf& kopf, const QByteArray& datei) {
-  const OhneSpeichergrenze ohne_Grenze;
+  // Qt refuses pictures over 128 MB unless the limit is lifted. It belongs to the whole process, so the host gets its
+  // own value back.
+  const auto zurueck =
+      qScopeGuard([vorher = QImageReader::allocationLimit()] { QImageReader::setAllocationLimit(vorher); });
+  QImageReader::setAllocationLimit(0);
   QByteArray bytes = kopf.format == Bildformat::Bmp ? mit_bekanntem_Kopf(datei) : datei;
   QBuffer puffer(&bytes);
   puffer.open(QIODevice::ReadOnly);
@@ -121,23 +114,15 @@ QImage undurchsichtig(QImage bild, QRgb hintergrund) {
 }
 
 QImage auf_Groesse(const QImage& bild, QSize ziel) {
-  if (bild.size() == ziel) return bild;
+  if (bild.isNull() || bild.size() == ziel) return bild;
   return geprueft(bild.scaled(ziel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
 QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
-  if (kopf.format == Bildformat::Jpeg) {
-    const QImage bild = jpegdekoder::dekodiere(bytes, ziel);
-    return bild.isNull() ? bild : auf_Groesse(bild, ziel);
-  }
+  if (kopf.format == Bildformat::Jpeg) return auf_Groesse(jpegdekoder::dekodiere(bytes, ziel), ziel);
   QImage bild = mit_Qt(kopf, bytes);
   if (bild.isNull()) return bild;
   return auf_Groesse(auf_Flaeche(undurchsichtig(std::move(bild), hintergrund), kopf.groesse), ziel);
-}
-
-QImage dekodiere(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
-  const QImage bild = lies(kopf, bytes, ziel, hintergrund);
-  return bild.isNull() ? schwarz(ziel) : bild;
 }
 
 }  // namespace bilddekoder

@@ -11,19 +11,16 @@ namespace bilddekoder {
 
 /// The whole picture at exactly `ziel` pixels, as RGB32. Transparency shows `hintergrund` (red, green, blue; alpha is
 /// not looked at). What a broken file does not give is black or grey, never undefined; a null image means that it gives
-/// nothing at all. Orientation marks are not applied. Memory run out raises 7.
+/// nothing at all. Orientation marks are not applied. Running out of memory raises 7.
 QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund);
-
-/// The same, black where the file gives nothing.
-QImage dekodiere(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund);
 
 /// The opaque form (RGB32) of any image on a background.
 QImage undurchsichtig(QImage bild, QRgb hintergrund);
 
-/// Black all over. Memory run out raises 7.
+/// Black all over. Running out of memory raises 7.
 QImage schwarz(QSize groesse);
 
-/// Scaled smoothly to exactly `ziel`, whatever the proportions.
+/// Scaled smoothly to exactly `ziel`, whatever the proportions; null for a null image.
 QImage auf_Groesse(const QImage& bild, QSize ziel);
 
 }  // namespace bilddekoder

@@ -1,16 +1,17 @@
 #include <optional>
 
 #include "platform/basic/Bytesicht.h"
+#include "platform/basic/Nachschlagen.h"
 #include "platform/gdiplus/bild/Bildkopf.h"
 
 // TIFF 6.0 and BigTIFF (libtiff's "BigTIFF design"): only the first directory counts.
 namespace {
 
-constexpr std::uint16_t kImageWidth = 256;
-constexpr std::uint16_t kImageLength = 257;
+constexpr std::uint16_t ImageWidth = 256;
+constexpr std::uint16_t ImageLength = 257;
 
 struct Verzeichnis {
-  std::uint64_t erster_eintrag = 0;
+  std::uint64_t erster_Eintrag = 0;
   std::uint64_t anzahl = 0;
   unsigned eintrag = 12;  ///< bytes of an entry
   unsigned wert = 8;      ///< position of the value in it
@@ -43,30 +44,21 @@ std::optional<Verzeichnis> erstes_Verzeichnis(const Bytesicht& b) {
   const unsigned zaehler = gross ? 8 : 2;
   if (!stelle || !b.hat(*stelle, zaehler)) return std::nullopt;
   v.anzahl = b.zahl(*stelle, zaehler, v.hohes_zuerst);
-  v.erster_eintrag = *stelle + zaehler;
+  v.erster_Eintrag = *stelle + zaehler;
   if (gross) {
     v.eintrag = 20;
     v.wert = 12;
   }
   // No directory has more entries than there are tags.
-  if (v.anzahl == 0 || v.anzahl > 0xffff || !b.hat(v.erster_eintrag, v.anzahl * v.eintrag)) return std::nullopt;
+  if (v.anzahl == 0 || v.anzahl > 0xffff || !b.hat(v.erster_Eintrag, v.anzahl * v.eintrag)) return std::nullopt;
   return v;
 }
 
 // Sides come as BYTE, SHORT, LONG or LONG8; any other type is none.
 std::uint64_t ganzzahl(const Bytesicht& b, const Verzeichnis& v, std::uint64_t eintrag) {
-  switch (b.zahl(eintrag + 2, 2, v.hohes_zuerst)) {
-    case 1:
-      return b.u8(eintrag + v.wert);
-    case 3:
-      return b.zahl(eintrag + v.wert, 2, v.hohes_zuerst);
-    case 4:
-      return b.zahl(eintrag + v.wert, 4, v.hohes_zuerst);
-    case 16:
-      return v.eintrag == 20 ? b.zahl(eintrag + v.wert, 8, v.hohes_zuerst) : 0;
-    default:
-      return 0;
-  }
+  constexpr std::pair<std::uint64_t, unsigned> Breiten[] = {{1, 1}, {3, 2}, {4, 4}, {16, 8}};
+  const unsigned breite = nachgeschlagen(Breiten, b.zahl(eintrag + 2, 2, v.hohes_zuerst), 0U);
+  return breite == 8 && v.eintrag != 20 ? 0 : b.zahl(eintrag + v.wert, breite, v.hohes_zuerst);
 }
 
 }  // namespace
@@ -80,7 +72,7 @@ QByteArray bildkopf::tiff_gekuerzt(QByteArrayView anfang, QByteArrayView verzeic
   QByteArray kurz = anfang.toByteArray();
   const qsizetype feld = ist_gross(b) ? 8 : 4;  // its position and its length as well
   kurz.replace(feld, feld, QByteArray(feld, 0));
-  kurz[ist_hohes_zuerst(b) ? 2 * feld - 1 : feld] = static_cast<char>(kSignaturlaenge);
+  kurz[ist_hohes_zuerst(b) ? 2 * feld - 1 : feld] = static_cast<char>(Signaturlaenge);
   return kurz + verzeichnis.toByteArray();
 }
 
@@ -91,10 +83,10 @@ Bildkopf bildkopf::tiff(QByteArrayView bytes) {
   std::uint64_t breite = 0;
   std::uint64_t hoehe = 0;
   for (std::uint64_t i = 0; i < v->anzahl; ++i) {
-    const std::uint64_t eintrag = v->erster_eintrag + i * v->eintrag;
+    const std::uint64_t eintrag = v->erster_Eintrag + i * v->eintrag;
     const auto marke = b.zahl(eintrag, 2, v->hohes_zuerst);
-    if (marke == kImageWidth && breite == 0) breite = ganzzahl(b, *v, eintrag);
-    if (marke == kImageLength && hoehe == 0) hoehe = ganzzahl(b, *v, eintrag);
+    if (marke == ImageWidth && breite == 0) breite = ganzzahl(b, *v, eintrag);
+    if (marke == ImageLength && hoehe == 0) hoehe = ganzzahl(b, *v, eintrag);
   }
   return gelesen(Bildformat::Tiff, breite, hoehe);
 }

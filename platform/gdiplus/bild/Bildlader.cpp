@@ -16,6 +16,13 @@
 namespace bildlader {
 namespace {
 
+/// The size that is asked for, or the picture's own. One that nobody can hold raises 7.
+QSize soll(const Bild& bild, QSize ziel) {
+  const QSize groesse = ziel.isEmpty() ? bild.groesse() : ziel;
+  if (!ist_haltbar(groesse)) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
+  return groesse;
+}
+
 class DateiBild final : public Bild {
  public:
   DateiBild(std::shared_ptr<Pixelquelle> datei, QRgb hintergrund, std::shared_ptr<const Bild> ersatz = {})
@@ -25,14 +32,10 @@ class DateiBild final : public Bild {
 
   QImage bild(QSize ziel) const override {
     QImage pixel = eigene_Pixel(ziel);
-    return pixel.isNull() ? Ersatz(ziel.isEmpty() ? groesse() : ziel) : pixel;
+    return pixel.isNull() ? Ersatz(soll(*this, ziel)) : pixel;
   }
 
-  QImage eigene_Pixel(QSize ziel) const {
-    const QSize soll = ziel.isEmpty() ? groesse() : ziel;
-    if (!ist_haltbar(soll)) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
-    return datei_->bild(soll, hintergrund_);
-  }
+  QImage eigene_Pixel(QSize ziel) const { return datei_->bild(soll(*this, ziel), hintergrund_); }
 
   std::shared_ptr<const Bild> auf(QRgb hintergrund) const {
     return std::make_shared<DateiBild>(datei_, hintergrund, ersatz_);
@@ -67,11 +70,7 @@ class PixelBild final : public Bild {
 
   QSize groesse() const override { return pixel_.size(); }
 
-  QImage bild(QSize ziel) const override {
-    const QSize soll = ziel.isEmpty() ? groesse() : ziel;
-    if (!ist_haltbar(soll)) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
-    return bilddekoder::auf_Groesse(pixel_, soll);
-  }
+  QImage bild(QSize ziel) const override { return bilddekoder::auf_Groesse(pixel_, soll(*this, ziel)); }
 
  private:
   QImage pixel_;
@@ -95,22 +94,19 @@ Ergebnis oeffne_ganz(const QString& pfad) {
   }
   Binaerdatei datei;
   datei.oeffne_lesend(pfad);
-  // What is no picture may be large: it is not read.
-  if (erkenne_Bildformat(bildbefund::lies_Anfang(datei, kSignaturlaenge)) == Bildformat::Unbekannt)
-    return {gdiplus::UnknownImageFormat, {}, {}};
-  QByteArray bytes = bildbefund::lies_Anfang(datei, static_cast<qsizetype>(datei.laenge()));
+  QByteArray bytes;
+  const bildbefund::Befund befund = bildbefund::lies_und_urteile(datei, bytes);
   datei.schliesse();
-  if (schluessel && dateien::kennung(pfad) != schluessel->kennung) schluessel.reset();
-  const bildbefund::Befund befund = bildbefund::urteile(bytes);
   if (befund.status != gdiplus::Ok) return ohne_Bild(befund);
+  if (schluessel && dateien::kennung(pfad) != schluessel->kennung) schluessel.reset();
   return mit(gehaltene_Pixel(pfad, std::move(schluessel), befund.kopf, std::move(bytes), {}));
 }
 
 Ergebnis oeffne_Kopf(const QString& pfad) {
   Pixelquelle::Schluessel schluessel = Bildspeicher::aktuell().schluessel(pfad);
   if (schluessel)
-    if (const auto kopf = Bildspeicher::aktuell().kopf(*schluessel))
-      return mit(ungelesene_Pixel(pfad, std::move(schluessel), *kopf));
+    if (const auto bekannt = Bildspeicher::aktuell().suche(*schluessel))
+      return mit(ungelesene_Pixel(pfad, std::move(schluessel), bekannt->kopf));
   Binaerdatei datei;
   datei.oeffne_lesend(pfad);
   const bildbefund::Befund befund = bildbefund::urteile_nach_Anfang(datei);
@@ -125,10 +121,7 @@ Ergebnis oeffne_Kopf(const QString& pfad) {
 
 Ergebnis oeffne(const QString& pfad) {
   Ergebnis ergebnis;
-  fehler::melden_und_enden(
-      [&](const Laufzeitfehler& f) {
-    ergebnis = {gdiplus::status_beim_Lesen(f.Nummer()), Bildformat::Unbekannt, {}};
-      },
+  fehler::melden_und_enden([&](const Laufzeitfehler& f) { ergebnis.status = gdiplus::status_beim_Lesen(f.Nummer()); },
       [&] { ergebnis = NurKopf::gilt() ? oeffne_Kopf(pfad) : oeffne_ganz(pfad); });
   return ergebnis;
 }

@@ -17,14 +17,14 @@ Bildspeicher& Bildspeicher::aktuell() {
 std::optional<Bildspeicher::Schluessel> Bildspeicher::schluessel(const QString& pfad) const {
   const std::int64_t jetzt = uhr_.load()();
   dateien::Fundstelle f = dateien::fundstelle(pfad);
-  if (std::max(f.kennung.geaendert_ns, f.kennung.zustand_ns) > jetzt - kRuhezeit_ns) return std::nullopt;
+  if (std::max(f.kennung.geaendert_ns, f.kennung.zustand_ns) > jetzt - Ruhezeit_ns) return std::nullopt;
   return Schluessel{std::move(f.ort), f.kennung};
 }
 
 // The entry of exactly that state, moved to the front.
 Bildspeicher::Fach* Bildspeicher::finde(const Schluessel& schluessel) {
-  const auto treffer = nach_pfad_.constFind(schluessel.pfad);
-  if (treffer == nach_pfad_.constEnd() || (*treffer)->kennung != schluessel.kennung) return nullptr;
+  const auto treffer = nach_Pfad_.constFind(schluessel.pfad);
+  if (treffer == nach_Pfad_.constEnd() || (*treffer)->kennung != schluessel.kennung) return nullptr;
   faecher_.splice(faecher_.begin(), faecher_, *treffer);
   return &faecher_.front();
 }
@@ -35,12 +35,6 @@ std::optional<Bildspeicher::Eintrag> Bildspeicher::suche(const Schluessel& schlu
   return fach != nullptr ? std::optional(fach->eintrag) : std::nullopt;
 }
 
-std::optional<Bildkopf> Bildspeicher::kopf(const Schluessel& schluessel) {
-  const std::scoped_lock halten(sperre_);
-  const Fach* const fach = finde(schluessel);
-  return fach != nullptr ? std::optional(fach->eintrag.kopf) : std::nullopt;
-}
-
 void Bildspeicher::zaehle(Fach& fach, qint64 bytes) noexcept {
   fach.bytes += bytes;
   belegt_ += bytes;
@@ -49,10 +43,10 @@ void Bildspeicher::zaehle(Fach& fach, qint64 bytes) noexcept {
 // Where the path is known in another state, that one goes.
 Bildspeicher::Fach& Bildspeicher::fach_fuer(const Schluessel& schluessel, const Bildkopf& kopf) {
   if (Fach* const fach = finde(schluessel)) return *fach;
-  if (const auto alt = nach_pfad_.constFind(schluessel.pfad); alt != nach_pfad_.constEnd()) entferne(*alt);
+  if (const auto alt = nach_Pfad_.constFind(schluessel.pfad); alt != nach_Pfad_.constEnd()) entferne(*alt);
   faecher_.push_front({schluessel.pfad, schluessel.kennung, {kopf, {}}, 0});
-  nach_pfad_.insert(schluessel.pfad, faecher_.begin());
-  zaehle(faecher_.front(), kKopfgewicht);
+  nach_Pfad_.insert(schluessel.pfad, faecher_.begin());
+  zaehle(faecher_.front(), Kopfgewicht);
   return faecher_.front();
 }
 
@@ -68,10 +62,10 @@ void Bildspeicher::merke(const Schluessel& schluessel, const Bildkopf& kopf, con
   Fach& fach = fach_fuer(schluessel, kopf);
   auto& alle = fach.eintrag.reduzierte;
   if (std::any_of(alle.cbegin(), alle.cend(), [&](const QImage& b) { return b.size() == reduziert.size(); })) return;
-  if (alle.isEmpty()) zaehle(fach, -kKopfgewicht);
+  if (alle.isEmpty()) zaehle(fach, -Kopfgewicht);
   alle.prepend(reduziert);
   zaehle(fach, reduziert.sizeInBytes());
-  if (alle.size() > kGroessen_je_Datei) zaehle(fach, -alle.takeLast().sizeInBytes());
+  if (alle.size() > Groessen_je_Datei) zaehle(fach, -alle.takeLast().sizeInBytes());
   raeume_auf();
 }
 
@@ -97,7 +91,7 @@ void Bildspeicher::uhr(Uhr andere) {
 
 void Bildspeicher::entferne(Faecher::iterator fach) {
   belegt_ -= fach->bytes;
-  nach_pfad_.remove(fach->pfad);
+  nach_Pfad_.remove(fach->pfad);
   faecher_.erase(fach);
 }
 

@@ -14,7 +14,7 @@
 #include "platform/gdiplus/bild/Bildkopf.h"
 
 /// Keeps headers and reduced pixels of unchanged files, so that a picture seen before is shown without reading its
-/// file. The sum of the pixels is bounded, and a header without pixels counts as kKopfgewicht; the files used longest
+/// file. The sum of the pixels is bounded, and a header without pixels counts as Kopfgewicht; the files used longest
 /// ago go first. Whole pictures and files' bytes are never kept.
 class Bildspeicher {
  public:
@@ -26,20 +26,18 @@ class Bildspeicher {
     Bildkopf kopf;
     QList<QImage> reduzierte;  ///< newest first; empty where only the header is known
   };
-  static constexpr qint64 kGrenze = qint64{64} * 1024 * 1024;
+  static constexpr qint64 Grenze = qint64{64} * 1024 * 1024;
   /// A file changed so recently may change again without its time showing it (FAT counts in steps of two seconds).
-  static constexpr std::int64_t kRuhezeit_ns = 3'000'000'000;
-  static constexpr int kGroessen_je_Datei = 4;
+  static constexpr std::int64_t Ruhezeit_ns = 3'000'000'000;
+  static constexpr int Groessen_je_Datei = 4;
   /// Bytes that an entry without pixels counts as: path, key and the tables' own share, generously.
-  static constexpr qint64 kKopfgewicht = 1024;
+  static constexpr qint64 Kopfgewicht = 1024;
 
   static Bildspeicher& aktuell();
 
   /// The key of a file, or none when it is missing or was changed too recently to be told from its next state.
   std::optional<Schluessel> schluessel(const QString& pfad) const;
   std::optional<Eintrag> suche(const Schluessel& schluessel);
-  /// The header alone, without touching the pixels.
-  std::optional<Bildkopf> kopf(const Schluessel& schluessel);
   /// Takes in a header; pixels of the same state stay, what was kept of another state of the file goes.
   void merke_Kopf(const Schluessel& schluessel, const Bildkopf& kopf);
   /// Takes in reduced pixels; what was kept of another state of the same file goes. A picture of more than a quarter of
@@ -73,8 +71,8 @@ class Bildspeicher {
 
   mutable std::mutex sperre_;
   Faecher faecher_;  ///< used last comes first
-  QHash<QByteArray, Faecher::iterator> nach_pfad_;
+  QHash<QByteArray, Faecher::iterator> nach_Pfad_;
   qint64 belegt_ = 0;
-  qint64 grenze_ = kGrenze;
+  qint64 grenze_ = Grenze;
   std::atomic<Uhr> uhr_ = systemuhr;
 };

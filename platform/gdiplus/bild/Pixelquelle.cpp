@@ -10,14 +10,6 @@
 #include "platform/gdiplus/bild/Bildbefund.h"
 #include "platform/gdiplus/bild/Bilddekoder.h"
 
-namespace {
-
-std::int64_t flaeche(QSize groesse) noexcept {
-  return std::int64_t{groesse.width()} * groesse.height();
-}
-
-}  // namespace
-
 Pixelquelle::Pixelquelle(QString pfad, Schluessel schluessel, const Bildkopf& kopf)
     : pfad_(std::move(pfad)), schluessel_(std::move(schluessel)), kopf_(kopf) {}
 
@@ -25,32 +17,31 @@ bool Pixelquelle::ist_zu_merken(QSize ziel, QRgb hintergrund) const noexcept {
   return schluessel_ && flaeche(ziel) < flaeche(kopf_.groesse) && (hintergrund & RGB_MASK) == 0;
 }
 
-QImage Pixelquelle::suche(const QList<QImage>& alle, QSize ziel) {
-  const auto b = std::find_if(alle.cbegin(), alle.cend(), [&](const QImage& x) { return x.size() == ziel; });
+QList<QImage> Pixelquelle::gemerkte() const {
+  const auto eintrag = schluessel_ ? Bildspeicher::aktuell().suche(*schluessel_) : std::nullopt;
+  return eintrag ? eintrag->reduzierte : QList<QImage>();
+}
+
+namespace {
+
+QImage von_Groesse(const QList<QImage>& alle, QSize ziel) {
+  const auto b = std::ranges::find(alle, ziel, &QImage::size);
   return b == alle.cend() ? QImage() : *b;
 }
 
-QImage Pixelquelle::suche_im_Speicher(QSize ziel) const {
-  const auto eintrag = Bildspeicher::aktuell().suche(*schluessel_);
-  return eintrag ? suche(eintrag->reduzierte, ziel) : QImage();
+QImage groesstes(const QList<QImage>& alle) {
+  const auto b = std::ranges::max_element(alle, {}, [](const QImage& x) { return flaeche(x.size()); });
+  return b == alle.cend() ? QImage() : *b;
 }
 
-QImage Pixelquelle::groessere_im_Speicher(QSize ziel) const {
-  const auto eintrag = Bildspeicher::aktuell().suche(*schluessel_);
+// The smallest that are at least twice as wide and high: scaling them down loses nothing that shows.
+QImage groesseres(const QList<QImage>& alle, QSize ziel) {
   QImage beste;
-  for (const QImage& x : eintrag ? eintrag->reduzierte : QList<QImage>())
+  for (const QImage& x : alle)
     if (x.width() >= 2 * ziel.width() && x.height() >= 2 * ziel.height())
       if (beste.isNull() || flaeche(x.size()) < flaeche(beste.size())) beste = x;
   return beste;
 }
-
-QImage Pixelquelle::groesstes(const QList<QImage>& alle) {
-  const auto b = std::max_element(alle.cbegin(), alle.cend(),
-      [](const QImage& x, const QImage& y) { return flaeche(x.size()) < flaeche(y.size()); });
-  return b == alle.cend() ? QImage() : *b;
-}
-
-namespace {
 
 // The content of one state of a picture file. Usually it is the compressed bytes, taken when the file was opened. Where
 // the cache knew that state, it is the reduced pixels; the bytes are then only read when another size is asked for, and
@@ -67,8 +58,8 @@ class GehaltenePixel final : public Pixelquelle {
     const std::scoped_lock halten(sperre_);
     const bool merken = ist_zu_merken(ziel, hintergrund);
     if (merken) {
-      if (const QImage eigenes = suche(reduzierte_, ziel); !eigenes.isNull()) return eigenes;
-      if (const QImage gemerkt = suche_im_Speicher(ziel); !gemerkt.isNull()) return gemerkt;
+      if (const QImage eigenes = von_Groesse(reduzierte_, ziel); !eigenes.isNull()) return eigenes;
+      if (const QImage gemerkt = von_Groesse(gemerkte(), ziel); !gemerkt.isNull()) return gemerkt;
     }
     if (bytes_.isNull() && !lies_nach()) return bilddekoder::auf_Groesse(groesstes(reduzierte_), ziel);
     const QImage neu = bilddekoder::lies(kopf(), bytes_, ziel, hintergrund);
@@ -102,13 +93,17 @@ class UngelesenePixel final : public Pixelquelle {
   QImage bild(QSize ziel, QRgb hintergrund) override {
     const bool merken = ist_zu_merken(ziel, hintergrund);
     if (merken) {
-      if (const QImage gemerkt = suche_im_Speicher(ziel); !gemerkt.isNull()) return gemerkt;
-      // A thumbnail of the picture that the window shows large beside it.
-      if (const QImage groessere = groessere_im_Speicher(ziel); !groessere.isNull())
-        return merke(bilddekoder::auf_Groesse(groessere, ziel));
+      const QList<QImage> alle = gemerkte();
+      if (const QImage gemerkt = von_Groesse(alle, ziel); !gemerkt.isNull()) return gemerkt;
+      // Often a thumbnail of the picture that the window shows large beside it: its pixels spare reading the file.
+      if (const QImage groesser = groesseres(alle, ziel); !groesser.isNull()) {
+        const QImage neu = bilddekoder::auf_Groesse(groesser, ziel);
+        Bildspeicher::aktuell().merke(*schluessel_, kopf(), neu);
+        return neu;
+      }
     }
     const Inhalt inhalt = fehler::still_enden([&] { return lies(); });
-    if (inhalt.bytes.isNull()) return ersatz(ziel);
+    if (inhalt.bytes.isNull()) return bilddekoder::auf_Groesse(groesstes(gemerkte()), ziel);
     const QImage neu = bilddekoder::lies(inhalt.kopf, inhalt.bytes, ziel, hintergrund);
     if (merken && inhalt.unveraendert && !neu.isNull()) Bildspeicher::aktuell().merke(*schluessel_, inhalt.kopf, neu);
     return neu;
@@ -121,11 +116,6 @@ class UngelesenePixel final : public Pixelquelle {
     bool unveraendert = false;  ///< surely still what was opened
   };
 
-  QImage merke(const QImage& pixel) const {
-    Bildspeicher::aktuell().merke(*schluessel_, kopf(), pixel);
-    return pixel;
-  }
-
   // The header is read with the bytes, so that both are of one state, whichever it is.
   Inhalt lies() const {
     Inhalt inhalt{dateien::lies_alles(pfad_), {}, false};
@@ -134,12 +124,6 @@ class UngelesenePixel final : public Pixelquelle {
     inhalt.kopf = befund.kopf;
     inhalt.unveraendert = schluessel_ && dateien::kennung(pfad_) == schluessel_->kennung;
     return inhalt;
-  }
-
-  QImage ersatz(QSize ziel) const {
-    const auto eintrag = schluessel_ ? Bildspeicher::aktuell().suche(*schluessel_) : std::nullopt;
-    const QImage bestes = eintrag ? groesstes(eintrag->reduzierte) : QImage();
-    return bestes.isNull() ? bestes : bilddekoder::auf_Groesse(bestes, ziel);
   }
 };
 

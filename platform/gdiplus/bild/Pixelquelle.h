@@ -28,12 +28,8 @@ class Pixelquelle {
 
   /// Only what is smaller than the picture itself, and on black, is worth keeping.
   bool ist_zu_merken(QSize ziel, QRgb hintergrund) const noexcept;
-  static QImage suche(const QList<QImage>& alle, QSize ziel);
-  QImage suche_im_Speicher(QSize ziel) const;
-  /// The smallest cached pixels that are at least twice as wide and high: scaling them down loses nothing that shows.
-  /// Null for none.
-  QImage groessere_im_Speicher(QSize ziel) const;
-  static QImage groesstes(const QList<QImage>& alle);
+  /// The reduced pixels that the cache has of this state.
+  QList<QImage> gemerkte() const;
 
   const QString pfad_;
   const Schluessel schluessel_;  ///< none for a file whose state can't be told from its next one

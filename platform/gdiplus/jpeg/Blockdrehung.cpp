@@ -16,9 +16,9 @@ struct Block {
   Reihe reihe[DCTSIZE];
 };
 
-constexpr Reihe kNichts{};
-constexpr Reihe kUngerade{0, -1, 0, -1, 0, -1, 0, -1};
-constexpr Reihe kAlle{-1, -1, -1, -1, -1, -1, -1, -1};
+constexpr Reihe Nichts{};
+constexpr Reihe Ungerade{0, -1, 0, -1, 0, -1, 0, -1};
+constexpr Reihe Alle{-1, -1, -1, -1, -1, -1, -1, -1};
 
 // Rows i and i + 4, element by element in turns; done three times this exchanges rows and columns.
 void verschraenke(const Block& von, Block& nach) noexcept {
@@ -29,9 +29,9 @@ void verschraenke(const Block& von, Block& nach) noexcept {
 }
 
 void begrenze(JCOEF* block) noexcept {
-  constexpr JCOEF kGrenze = 1023;
-  block[0] = std::clamp<JCOEF>(block[0], -kGrenze - 1, kGrenze);
-  for (int i = 1; i < DCTSIZE2; ++i) block[i] = std::clamp<JCOEF>(block[i], -kGrenze, kGrenze);
+  constexpr JCOEF Grenze = 1023;
+  block[0] = std::clamp<JCOEF>(block[0], -Grenze - 1, Grenze);
+  for (int i = 1; i < DCTSIZE2; ++i) block[i] = std::clamp<JCOEF>(block[i], -Grenze, Grenze);
 }
 
 // The highest magnitude bits of all coefficients; exact enough to tell that none can be out of range.
@@ -54,9 +54,9 @@ void drehe(const JCOEF* von, JCOEF* nach, const Drehung& drehung) noexcept {
     verschraenke(b, zwischen);
     b = zwischen;
   }
-  const Reihe gerade_Zeile = drehung.spiegle_x ? kUngerade : kNichts;
-  const Reihe ungerade_Zeile = drehung.spiegle_y ? gerade_Zeile ^ kAlle : gerade_Zeile;
-  Reihe bits = kNichts;
+  const Reihe gerade_Zeile = drehung.spiegle_x ? Ungerade : Nichts;
+  const Reihe ungerade_Zeile = drehung.spiegle_y ? gerade_Zeile ^ Alle : gerade_Zeile;
+  Reihe bits = Nichts;
   for (int i = 0; i < DCTSIZE; ++i) {
     const Reihe vorzeichen = i % 2 == 0 ? gerade_Zeile : ungerade_Zeile;
     b.reihe[i] = (b.reihe[i] ^ vorzeichen) - vorzeichen;

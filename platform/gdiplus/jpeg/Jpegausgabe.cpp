@@ -21,7 +21,7 @@ class Schreiber {
 
   bool schreibe(const Auftrag& auftrag) {
     if (setjmp(fehler_.rueckkehr)) return false;
-    beginne();
+    beginne(auftrag.groesse, static_cast<int>(auftrag.komponenten.size()), auftrag.raum);
     richte_ein(auftrag);
     cinfo_.mem->realize_virt_arrays = [](j_common_ptr) {};
     cinfo_.mem->access_virt_barray = [](j_common_ptr, jvirt_barray_ptr feld, JDIMENSION anfang, JDIMENSION, boolean) {
@@ -39,12 +39,7 @@ class Schreiber {
 
   bool kodiere(const QImage& bild) {
     if (setjmp(fehler_.rueckkehr)) return false;
-    beginne();
-    cinfo_.image_width = static_cast<JDIMENSION>(bild.width());
-    cinfo_.image_height = static_cast<JDIMENSION>(bild.height());
-    cinfo_.input_components = 4;
-    cinfo_.in_color_space = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRX : JCS_EXT_XRGB;
-    jpeg_set_defaults(&cinfo_);
+    beginne(bild.size(), 4, Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRX : JCS_EXT_XRGB);
     jpeg_start_compress(&cinfo_, TRUE);
     while (cinfo_.next_scanline < cinfo_.image_height) {
       auto* zeile = const_cast<JSAMPLE*>(bild.constScanLine(static_cast<int>(cinfo_.next_scanline)));
@@ -54,20 +49,27 @@ class Schreiber {
     return true;
   }
 
-  QByteArray entnimm(QByteArrayView dahinter) {
+  /// Hands out the stream that was written, and what goes behind it. The result is a gdiplus::Status.
+  std::int32_t entnimm(bool gelungen, QByteArrayView dahinter, QByteArray& strom) {
+    if (!gelungen) return jpegfehler::status(fehler_);
     bytes_.truncate(bytes_.size() - static_cast<qsizetype>(ziel_.free_in_buffer));
-    return std::move(bytes_.append(dahinter));
+    strom = std::move(bytes_.append(dahinter));
+    return gdiplus::Ok;
   }
-  bool Speicher_erschoepft() const { return jpegfehler::Speicher_erschoepft(fehler_); }
 
  private:
-  void beginne() {
+  void beginne(QSize groesse, int komponenten, J_COLOR_SPACE raum) {
     jpeg_create_compress(&cinfo_);
     cinfo_.client_data = this;
     ziel_.init_destination = [](j_compress_ptr c) { von(c).zeige_auf(0); };
     ziel_.empty_output_buffer = [](j_compress_ptr c) { return von(c).vergroessere(); };
     ziel_.term_destination = [](j_compress_ptr) {};
     cinfo_.dest = &ziel_;
+    cinfo_.image_width = static_cast<JDIMENSION>(groesse.width());
+    cinfo_.image_height = static_cast<JDIMENSION>(groesse.height());
+    cinfo_.input_components = komponenten;
+    cinfo_.in_color_space = raum;
+    jpeg_set_defaults(&cinfo_);
   }
   static Schreiber& von(j_compress_ptr cinfo) { return *static_cast<Schreiber*>(cinfo->client_data); }
 
@@ -78,21 +80,13 @@ class Schreiber {
 
   boolean vergroessere() {
     const qsizetype voll = bytes_.size();
-    if (!fehler::still_enden([&] {
-          bytes_.resize(2 * voll);
-          return true;
-        }))
+    if (!fehler::Weiter()([&] { bytes_.resize(2 * voll); }))
       jpegfehler::brich_ab(reinterpret_cast<j_common_ptr>(&cinfo_), JERR_OUT_OF_MEMORY);
     zeige_auf(voll);
     return TRUE;
   }
 
   void richte_ein(const Auftrag& auftrag) {
-    cinfo_.image_width = static_cast<JDIMENSION>(auftrag.groesse.width());
-    cinfo_.image_height = static_cast<JDIMENSION>(auftrag.groesse.height());
-    cinfo_.input_components = static_cast<int>(auftrag.komponenten.size());
-    cinfo_.in_color_space = auftrag.raum;
-    jpeg_set_defaults(&cinfo_);
     jpeg_set_colorspace(&cinfo_, auftrag.raum);
     cinfo_.write_JFIF_header = FALSE;
     cinfo_.write_Adobe_marker = FALSE;
@@ -151,25 +145,16 @@ class Schreiber {
 };
 // NOLINTEND(cert-err52-cpp)
 
-std::int32_t status_von(bool gelungen, const Schreiber& schreiber) noexcept {
-  if (gelungen) return gdiplus::Ok;
-  return schreiber.Speicher_erschoepft() ? gdiplus::OutOfMemory : gdiplus::GenericError;
-}
-
 }  // namespace
 
 std::int32_t schreibe(const Auftrag& auftrag, QByteArray& bytes) {
   Schreiber schreiber(auftrag.geschaetzt + auftrag.dahinter.size());
-  const std::int32_t status = status_von(schreiber.schreibe(auftrag), schreiber);
-  if (status == gdiplus::Ok) bytes = schreiber.entnimm(auftrag.dahinter);
-  return status;
+  return schreiber.entnimm(schreiber.schreibe(auftrag), auftrag.dahinter, bytes);
 }
 
 std::int32_t kodiere(const QImage& bild, QByteArray& bytes) {
   Schreiber schreiber(bild.sizeInBytes() / 16);
-  const std::int32_t status = status_von(schreiber.kodiere(bild), schreiber);
-  if (status == gdiplus::Ok) bytes = schreiber.entnimm({});
-  return status;
+  return schreiber.entnimm(schreiber.kodiere(bild), {}, bytes);
 }
 
 }  // namespace jpegausgabe

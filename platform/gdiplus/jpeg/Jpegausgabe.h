@@ -14,12 +14,7 @@
 /// Writes JPEG streams into memory.
 namespace jpegausgabe {
 
-struct Komponente {
-  int kennung = 0;
-  int waagrecht = 1;
-  int senkrecht = 1;
-  int tabelle = 0;
-  jpegkoeffizienten::Quantisierung quantisierung{};
+struct Komponente : jpegkoeffizienten::Komponentenkopf {
   const JHUFF_TBL* gleichstrom = nullptr;  ///< of the source
   const JHUFF_TBL* wechselstrom = nullptr;
   std::unique_ptr<blockdrehung::Zeilen> zeilen;
@@ -39,7 +34,7 @@ struct Auftrag {
   QByteArrayView dahinter;                                        ///< goes behind the end
 };
 
-/// The result is a gdiplus::Status: 0, 1 for coefficients that no stream can hold, 3 for memory run out.
+/// The result is a gdiplus::Status: 0, 1 for coefficients that no stream can hold, 3 when memory runs out.
 std::int32_t schreibe(const Auftrag& auftrag, QByteArray& bytes);
 
 /// Codes pixels with GDI+'s own quality of 75 and 4:2:0. The image is RGB32.

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <memory>
+#include <span>
 #include <utility>
 
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/jpeg/Jpegfehler.h"
 
 namespace jpegdekoder {
@@ -14,24 +16,18 @@ namespace {
 // Feeds the pieces one after the other and an EOI for ever behind them.
 struct Quelle {
   jpeg_source_mgr verwaltung;
-  const QByteArrayView* naechstes;
-  const QByteArrayView* ende;
+  std::span<const QByteArrayView> stuecke;
 };
 
 void nichts(j_decompress_ptr) {}
 
 boolean fuelle_nach(j_decompress_ptr cinfo) {
-  static constexpr JOCTET kEnde[2] = {0xff, JPEG_EOI};
-  auto* const quelle = reinterpret_cast<Quelle*>(cinfo->src);
-  while (quelle->naechstes != quelle->ende && quelle->naechstes->isEmpty()) ++quelle->naechstes;
-  if (quelle->naechstes == quelle->ende) {
-    quelle->verwaltung.next_input_byte = kEnde;
-    quelle->verwaltung.bytes_in_buffer = sizeof kEnde;
-    return TRUE;
-  }
-  quelle->verwaltung.next_input_byte = reinterpret_cast<const JOCTET*>(quelle->naechstes->data());
-  quelle->verwaltung.bytes_in_buffer = static_cast<std::size_t>(quelle->naechstes->size());
-  ++quelle->naechstes;
+  auto& [verwaltung, stuecke] = *reinterpret_cast<Quelle*>(cinfo->src);
+  while (!stuecke.empty() && stuecke.front().isEmpty()) stuecke = stuecke.subspan(1);
+  const QByteArrayView stueck = stuecke.empty() ? QByteArrayView("\xff\xd9") : stuecke.front();
+  verwaltung.next_input_byte = reinterpret_cast<const JOCTET*>(stueck.data());
+  verwaltung.bytes_in_buffer = static_cast<std::size_t>(stueck.size());
+  if (!stuecke.empty()) stuecke = stuecke.subspan(1);
   return TRUE;
 }
 
@@ -51,13 +47,6 @@ class Leser {
  public:
   explicit Leser(std::vector<QByteArrayView> stuecke) : stuecke_(std::move(stuecke)) {
     cinfo_.err = jpegfehler::richte_ein(fehler_);
-    quelle_.naechstes = stuecke_.data();
-    quelle_.ende = stuecke_.data() + stuecke_.size();
-    quelle_.verwaltung.init_source = nichts;
-    quelle_.verwaltung.fill_input_buffer = fuelle_nach;
-    quelle_.verwaltung.skip_input_data = ueberspringe;
-    quelle_.verwaltung.resync_to_restart = jpeg_resync_to_restart;
-    quelle_.verwaltung.term_source = nichts;
   }
   ~Leser() { jpeg_destroy_decompress(&cinfo_); }
   Q_DISABLE_COPY_MOVE(Leser)
@@ -77,8 +66,8 @@ class Leser {
     if (setjmp(fehler_.rueckkehr)) return false;
     cinfo_.scale_num = static_cast<unsigned>(num);
     cinfo_.scale_denom = 8;
-    ist_cmyk_ = cinfo_.num_components == 4;
-    cinfo_.out_color_space = ist_cmyk_ ? JCS_CMYK : (Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRX : JCS_EXT_XRGB);
+    ist_Cmyk_ = cinfo_.num_components == 4;
+    cinfo_.out_color_space = ist_Cmyk_ ? JCS_CMYK : (Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRX : JCS_EXT_XRGB);
     // Smoothing would take the scans that were left out on purpose for missing ones.
     if (!alle_Scans) cinfo_.do_block_smoothing = FALSE;
     jpeg_calc_output_dimensions(&cinfo_);
@@ -96,28 +85,27 @@ class Leser {
 
   /// After `lies`: some row came through sound.
   bool gab_etwas_her() const { return zeile_gelesen_ && fehler_.defekte_Reihen < cinfo_.total_iMCU_rows; }
-  bool Speicher_erschoepft() const { return jpegfehler::Speicher_erschoepft(fehler_); }
+  bool Speicher_erschoepft() const { return jpegfehler::status(fehler_) == gdiplus::OutOfMemory; }
 
  private:
-  bool lies_Zeilen(QImage& bild) {
+  void lies_Zeilen(QImage& bild) {
     anfang_ = bild.bits();
     zeilenlaenge_ = bild.bytesPerLine();
-    if (ist_cmyk_) cmyk_.resize(static_cast<std::size_t>(bild.width()) * 4);
-    if (setjmp(fehler_.rueckkehr)) return false;
+    if (ist_Cmyk_) cmyk_.resize(static_cast<std::size_t>(bild.width()) * 4);
+    if (setjmp(fehler_.rueckkehr)) return;
     jpeg_start_decompress(&cinfo_);
     while (cinfo_.output_scanline < cinfo_.output_height) {
       lies_Stueck();
       zeile_ = static_cast<int>(cinfo_.output_scanline);
     }
-    return true;
   }
 
   void lies_Stueck() {
     JSAMPROW zeilen[8] = {};
-    if (ist_cmyk_) {
+    if (ist_Cmyk_) {
       zeilen[0] = cmyk_.data();
       if (jpeg_read_scanlines(&cinfo_, zeilen, 1) == 1)
-        wandle_cmyk(reinterpret_cast<QRgb*>(anfang_ + (cinfo_.output_scanline - 1) * zeilenlaenge_));
+        wandle_Cmyk(reinterpret_cast<QRgb*>(anfang_ + (cinfo_.output_scanline - 1) * zeilenlaenge_));
       return;
     }
     const unsigned anzahl = std::min(8U, cinfo_.output_height - cinfo_.output_scanline);
@@ -126,7 +114,7 @@ class Leser {
   }
 
   // Programs that write the Adobe marker store the inks inverted (255 is no ink).
-  void wandle_cmyk(QRgb* ziel) const {
+  void wandle_Cmyk(QRgb* ziel) const {
     const JSAMPLE* k = cmyk_.data();
     const int umkehr = cinfo_.saw_Adobe_marker ? 0 : 255;
     for (JDIMENSION x = 0; x < cinfo_.output_width; ++x, k += 4) {
@@ -138,13 +126,13 @@ class Leser {
   std::vector<QByteArrayView> stuecke_;
   jpeg_decompress_struct cinfo_{};
   jpegfehler::Fehlerziel fehler_{};
-  Quelle quelle_{};
+  Quelle quelle_{{nullptr, 0, nichts, fuelle_nach, ueberspringe, jpeg_resync_to_restart, nichts}, stuecke_};
   std::vector<JSAMPLE> cmyk_;
   uchar* anfang_ = nullptr;
   qsizetype zeilenlaenge_ = 0;
   int zeile_ = 0;
   bool zeile_gelesen_ = false;
-  bool ist_cmyk_ = false;
+  bool ist_Cmyk_ = false;
 };
 
 // NOLINTEND(cert-err52-cpp)

@@ -14,7 +14,7 @@ bool ist_Kopf_lesbar(QByteArrayView bytes);
 /// Decodes at the smallest of the scales 1/8 to 8/8 that is not below `ziel` (8/8 where none is, or for an empty
 /// `ziel`), as RGB32. Of a picture in several scans only those are decoded that show at the size `ziel`. What a broken
 /// or truncated stream does not give is grey or black, never undefined; a null image means that no row of blocks came
-/// through sound. Memory run out raises 7.
+/// through sound. Running out of memory raises 7.
 QImage dekodiere(QByteArrayView bytes, QSize ziel);
 
 /// Numerator over 8 of the scale that `dekodiere` takes.

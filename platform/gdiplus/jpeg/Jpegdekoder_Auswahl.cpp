@@ -12,10 +12,10 @@
 namespace jpegdekoder {
 namespace {
 
-constexpr int kHoechstens = 100;
+constexpr int Hoechstens = 100;
 
 // Position in zigzag order (ITU T.81 figure A.6) of the highest frequency of the lowest n x n ones.
-constexpr std::array<int, 9> kLetzteFrequenz{0, 0, 4, 12, 24, 39, 51, 59, 63};
+constexpr std::array<int, 9> LetzteFrequenz{0, 0, 4, 12, 24, 39, 51, 59, 63};
 
 int frequenzen(int abtastung, int hoechste, int seite, int ziel) {
   const std::int64_t proben = (std::int64_t{seite} * abtastung + hoechste - 1) / hoechste;
@@ -46,7 +46,7 @@ std::vector<Bedarf> bedarf(const Jpegrahmen& r, QSize ziel) {
     // Never more than the scale itself gives: rounding up of a side must not ask for another frequency.
     const int w = std::min(frequenzen(k.waagrecht, hmax, r.breite, ziel.width()), num * hmax / k.waagrecht);
     const int h = std::min(frequenzen(k.senkrecht, vmax, r.hoehe, ziel.height()), num * vmax / k.senkrecht);
-    ergebnis.push_back({k.kennung, kLetzteFrequenz[static_cast<std::size_t>(std::clamp(std::max(w, h), 1, 8))]});
+    ergebnis.push_back({k.kennung, LetzteFrequenz[static_cast<std::size_t>(std::clamp(std::max(w, h), 1, 8))]});
   }
   return ergebnis;
 }
@@ -94,7 +94,7 @@ std::vector<QByteArrayView> noetige_Stuecke(QByteArrayView bytes, QSize ziel) {
       if (rahmen && rahmen->breite != 0 && rahmen->hoehe != 0) alle = bedarf(*rahmen, ziel);
     }
     if (segment->marke != Jpegmarken::SOS) continue;
-    if (scans == kHoechstens) return stuecke;
+    if (scans == Hoechstens) return stuecke;
     weglassen = !ist_noetig(b, *segment, alle);
     if (!weglassen) ++scans;
   }

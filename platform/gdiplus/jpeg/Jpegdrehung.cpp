@@ -15,8 +15,7 @@ using jpegkoeffizienten::Quantisierung;
 namespace jpegdrehung {
 namespace {
 
-Quantisierung gedreht(const Quantisierung& tabelle, bool tausche) {
-  if (!tausche) return tabelle;
+Quantisierung transponiert(const Quantisierung& tabelle) {
   Quantisierung neu{};
   for (std::size_t i = 0; i < DCTSIZE2; ++i) neu[i % DCTSIZE * DCTSIZE + i / DCTSIZE] = tabelle[i];
   return neu;
@@ -43,13 +42,11 @@ bool bleibt_ganz(const Inhalt& bild, const jpegkoeffizienten::Komponente& k, con
 
 jpegausgabe::Komponente gedreht(
     const Inhalt& bild, jpegkoeffizienten::Komponente& k, const Drehung& drehung, bool ganz) {
-  jpegausgabe::Komponente neu;
-  neu.kennung = k.kennung;
-  neu.waagrecht = drehung.tausche ? k.senkrecht : k.waagrecht;
-  neu.senkrecht = drehung.tausche ? k.waagrecht : k.senkrecht;
-  neu.quantisierung = gedreht(k.quantisierung, drehung.tausche);
-  neu.gleichstrom = &k.gleichstrom;
-  neu.wechselstrom = &k.wechselstrom;
+  jpegausgabe::Komponente neu{k, &k.gleichstrom, &k.wechselstrom, nullptr};
+  if (drehung.tausche) {
+    std::swap(neu.waagrecht, neu.senkrecht);
+    neu.quantisierung = transponiert(k.quantisierung);
+  }
   if (ganz) {
     neu.zeilen = std::make_unique<blockdrehung::Gedreht>(k, drehung, neu.senkrecht);
   } else {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/gdiplus/Status.h"
+
 namespace jpegfehler {
 namespace {
 
@@ -33,23 +35,19 @@ void zaehle_Warnung(j_common_ptr cinfo, int stufe) {
     merke_Schaden(*reinterpret_cast<j_decompress_ptr>(cinfo), *reinterpret_cast<Fehlerziel*>(cinfo->err));
 }
 
-void schweige(j_common_ptr) {}
-
 }  // namespace
 
 jpeg_error_mgr* richte_ein(Fehlerziel& ziel) noexcept {
   jpeg_error_mgr* const verwaltung = jpeg_std_error(&ziel.verwaltung);
   verwaltung->error_exit = springe;
   verwaltung->emit_message = zaehle_Warnung;
-  verwaltung->output_message = schweige;
-  ziel.defekte_Reihen = 0;
-  ziel.naechste_Reihe = 0;
+  verwaltung->output_message = [](j_common_ptr) {};
   return verwaltung;
 }
 
-bool Speicher_erschoepft(const Fehlerziel& ziel) noexcept {
+std::int32_t status(const Fehlerziel& ziel) noexcept {
   const int art = ziel.verwaltung.msg_code;
-  return art == JERR_OUT_OF_MEMORY || art == JERR_NO_BACKING_STORE;
+  return art == JERR_OUT_OF_MEMORY || art == JERR_NO_BACKING_STORE ? gdiplus::OutOfMemory : gdiplus::GenericError;
 }
 
 void brich_ab(j_common_ptr cinfo, int art) {

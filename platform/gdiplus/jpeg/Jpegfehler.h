@@ -2,6 +2,7 @@
 
 #include <csetjmp>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 
 // jpeglib.h wants size_t and FILE to be declared before it.
@@ -17,16 +18,16 @@ struct Fehlerziel {
   jpeg_error_mgr verwaltung;  // first, so that the library's pointer is this structure's
   std::jmp_buf rueckkehr;
   /// Rows of blocks in the first scan that are damaged or missing.
-  unsigned defekte_Reihen;
+  unsigned defekte_Reihen = 0;
   /// Number of the first row that was not judged yet.
-  unsigned naechste_Reihe;
+  unsigned naechste_Reihe = 0;
 };
 
 /// Errors jump, warnings are counted and nothing is printed: a truncated picture shows what it holds.
 jpeg_error_mgr* richte_ein(Fehlerziel& ziel) noexcept;
 
-/// The last error was memory run out.
-bool Speicher_erschoepft(const Fehlerziel& ziel) noexcept;
+/// The last error as a gdiplus::Status: 3 when memory runs out, otherwise 1.
+std::int32_t status(const Fehlerziel& ziel) noexcept;
 
 /// Ends the library's call with an error of that kind (a JERR number).
 [[noreturn]] void brich_ab(j_common_ptr cinfo, int art);

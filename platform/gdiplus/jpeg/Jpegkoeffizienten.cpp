@@ -17,11 +17,6 @@ bool Blockspeicher::reserviere(std::size_t zeilen, std::size_t spalten) noexcept
   return true;
 }
 
-void Blockspeicher::gib_frei() noexcept {
-  bloecke_.reset();
-  zeilen_.reset();
-}
-
 namespace {
 
 // NOLINTBEGIN(cert-err52-cpp): libjpeg leaves by a jump
@@ -43,7 +38,8 @@ class Leser {
     for (int i = 0; i < 16; ++i) jpeg_save_markers(&cinfo_, JPEG_APP0 + i, 0xffff);
     jpeg_save_markers(&cinfo_, JPEG_COM, 0xffff);
     if (jpeg_read_header(&cinfo_, TRUE) != JPEG_HEADER_OK) return false;
-    beginne();
+    if (!fehler::Weiter()([&] { bild_.komponenten.resize(static_cast<std::size_t>(cinfo_.num_components)); }))
+      jpegfehler::brich_ab(reinterpret_cast<j_common_ptr>(&cinfo_), JERR_OUT_OF_MEMORY);
     return jpeg_read_coefficients(&cinfo_) != nullptr;
   }
 
@@ -62,7 +58,8 @@ class Leser {
     if (!zu_Ende_) bild_.dahinter = bytes_.last(static_cast<qsizetype>(quelle_.bytes_in_buffer));
   }
 
-  bool Speicher_erschoepft() const { return jpegfehler::Speicher_erschoepft(fehler_); }
+  /// After a failure, as a gdiplus::Status.
+  std::int32_t status() const noexcept { return jpegfehler::status(fehler_); }
 
  private:
   static Leser& von(void* cinfo) { return *static_cast<Leser*>(static_cast<j_common_ptr>(cinfo)->client_data); }
@@ -75,10 +72,10 @@ class Leser {
     quelle_.resync_to_restart = jpeg_resync_to_restart;
     // An end for ever behind the bytes of a truncated stream.
     quelle_.fill_input_buffer = [](j_decompress_ptr c) -> boolean {
-      static constexpr JOCTET kEnde[2] = {0xff, JPEG_EOI};
+      static constexpr JOCTET Ende[2] = {0xff, JPEG_EOI};
       von(c).zu_Ende_ = true;
-      c->src->next_input_byte = kEnde;
-      c->src->bytes_in_buffer = sizeof kEnde;
+      c->src->next_input_byte = Ende;
+      c->src->bytes_in_buffer = sizeof Ende;
       return TRUE;
     };
     quelle_.skip_input_data = [](j_decompress_ptr c, long anzahl) {
@@ -97,18 +94,9 @@ class Leser {
       return reinterpret_cast<Komponente*>(feld)->speicher.zeilen(anfang);
     };
     wache_.progress_monitor = [](j_common_ptr c) {
-      if (von(c).cinfo_.input_scan_number > kHoechstens_Scans) jpegfehler::brich_ab(c, JERR_BAD_PROGRESSION);
+      if (von(c).cinfo_.input_scan_number > Hoechstens_Scans) jpegfehler::brich_ab(c, JERR_BAD_PROGRESSION);
     };
     cinfo_.progress = &wache_;
-  }
-
-  void beginne() {
-    const auto anzahl = static_cast<std::size_t>(cinfo_.num_components);
-    if (!fehler::still_enden([&] {
-          bild_.komponenten.resize(anzahl);
-          return true;
-        }))
-      jpegfehler::brich_ab(reinterpret_cast<j_common_ptr>(&cinfo_), JERR_OUT_OF_MEMORY);
   }
 
   // The library asks once for each component, in their order.
@@ -153,7 +141,7 @@ class Leser {
 
 std::int32_t lies(QByteArrayView bytes, Inhalt& bild) {
   Leser leser(bytes, bild);
-  if (!leser.lies()) return leser.Speicher_erschoepft() ? gdiplus::OutOfMemory : gdiplus::GenericError;
+  if (!leser.lies()) return leser.status();
   leser.entnimm();
   return gdiplus::Ok;
 }

@@ -23,7 +23,7 @@ class Blockspeicher {
   /// The rows from `anfang` on, as libjpeg takes them.
   JBLOCKARRAY zeilen(std::size_t anfang) const noexcept { return zeilen_.get() + anfang; }
   JBLOCKROW zeile(std::size_t nummer) const noexcept { return zeilen_.get()[nummer]; }
-  void gib_frei() noexcept;
+  void gib_frei() noexcept { *this = {}; }
 
  private:
   struct Freigabe {
@@ -36,12 +36,15 @@ class Blockspeicher {
 
 using Quantisierung = std::array<std::uint16_t, DCTSIZE2>;  ///< in natural order: row by row
 
-struct Komponente {
+struct Komponentenkopf {
   int kennung = 0;
   int waagrecht = 1;  ///< sampling factors, 1 to 4
   int senkrecht = 1;
   int tabelle = 0;  ///< slot of the quantisation table, 0 to 3
   Quantisierung quantisierung{};
+};
+
+struct Komponente : Komponentenkopf {
   QSize bloecke;  ///< without those that only fill an MCU
   QSize proben;   ///< samples that belong to the picture
   JHUFF_TBL gleichstrom{};
@@ -65,14 +68,14 @@ struct Inhalt {
   unsigned neustart = 0;  ///< MCUs between two restart markers, 0 for none
   std::vector<Komponente> komponenten;
   std::vector<Marke> marken;  ///< in their order
-  QByteArrayView dahinter;    ///< what stands behind the end of the picture; of the bytes that were read
+  QByteArrayView dahinter;    ///< what stands behind the end of the picture; a view of the bytes that were read
 };
 
 /// Files with more scans are refused, so that a small file can't keep a processor for minutes.
-inline constexpr int kHoechstens_Scans = 200;
+inline constexpr int Hoechstens_Scans = 200;
 
 /// Reads all coefficients. The result is a gdiplus::Status: 0 also where the stream is truncated or damaged (what it
-/// does not give is 0), 1 for a stream that can't be read on, 3 for memory run out.
+/// does not give is 0), 1 for a stream that can't be read on, 3 when memory runs out.
 std::int32_t lies(QByteArrayView bytes, Inhalt& bild);
 
 }  // namespace jpegkoeffizienten

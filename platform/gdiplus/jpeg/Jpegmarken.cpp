@@ -5,14 +5,6 @@
 
 #include "platform/basic/Bytesicht.h"
 
-namespace {
-
-bool ohne_Laenge(std::uint8_t marke) noexcept {
-  return (marke >= 0xd0 && marke <= 0xd8) || marke == 0x01;
-}
-
-}  // namespace
-
 bool ist_SOF(std::uint8_t marke) noexcept {
   return marke >= 0xc0 && marke <= 0xcf && marke != 0xc4 && marke != 0xc8 && marke != 0xcc;
 }
@@ -44,7 +36,8 @@ std::optional<Jpegmarken::Segment> Jpegmarken::naechstes() {
     if (position_ + 1 >= bytes_.size()) return std::nullopt;
     const std::uint8_t marke = u8(position_ + 1);
     if (marke == EOI) return std::nullopt;
-    if (marke == 0x00 || ohne_Laenge(marke)) {
+    // No marker, TEM, restarts and SOI: none has a length.
+    if (marke == 0x00 || marke == 0x01 || (marke >= 0xd0 && marke <= 0xd8)) {
       position_ += 2;
       continue;
     }
@@ -82,10 +75,7 @@ void trage_Hoehe_ein(QByteArray& bytes) {
     } else if (hoehe >= 0 && segment->marke == Jpegmarken::DNL) {
       const qsizetype inhalt = segment->inhalt;
       if (segment->ende - inhalt != 2) return;
-      const char oben = bytes[inhalt];
-      const char unten = bytes[inhalt + 1];
-      bytes[hoehe] = oben;
-      bytes[hoehe + 1] = unten;
+      bytes.replace(hoehe, 2, bytes.mid(inhalt, 2));
       return;
     }
   }

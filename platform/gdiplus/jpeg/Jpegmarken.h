@@ -10,8 +10,6 @@
 /// fill bytes are passed over, as decoders do.
 class Jpegmarken {
  public:
-  static constexpr std::uint8_t SOF2 = 0xc2;
-  static constexpr std::uint8_t SOF10 = 0xca;
   static constexpr std::uint8_t EOI = 0xd9;
   static constexpr std::uint8_t SOS = 0xda;
   static constexpr std::uint8_t DNL = 0xdc;
@@ -51,8 +49,6 @@ struct Jpegrahmen {
   std::uint16_t breite = 0;
   int anzahl = 0;
   std::array<Komponente, 4> komponenten{};
-
-  bool progressiv() const noexcept { return marke == Jpegmarken::SOF2 || marke == Jpegmarken::SOF10; }
 };
 
 /// The marker is one of the frame headers SOF0 to SOF15.

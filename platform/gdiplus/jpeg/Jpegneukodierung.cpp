@@ -22,7 +22,7 @@ using Feld = std::array<std::array<float, DCTSIZE>, DCTSIZE>;
 
 // The base of the transform (ITU T.81 A.3.3): frequency u at sample x.
 const Feld& basis() {
-  static const Feld tabelle = [] {
+  static const Feld Tabelle = [] {
     Feld t{};
     for (std::size_t u = 0; u < DCTSIZE; ++u)
       for (std::size_t x = 0; x < DCTSIZE; ++x)
@@ -30,7 +30,7 @@ const Feld& basis() {
             std::cos((2.0 * static_cast<double>(x) + 1) * static_cast<double>(u) * M_PI / 16));
     return t;
   }();
-  return tabelle;
+  return Tabelle;
 }
 
 Feld transponiert(const Feld& a) noexcept {
@@ -40,7 +40,6 @@ Feld transponiert(const Feld& a) noexcept {
   return t;
 }
 
-// a * b
 void multipliziere(const Feld& a, const Feld& b, Feld& produkt) noexcept {
   for (std::size_t i = 0; i < DCTSIZE; ++i) {
     std::array<float, DCTSIZE> zeile{};
@@ -67,7 +66,7 @@ class Ebene {
   std::size_t breite() const noexcept { return breite_; }
   std::size_t hoehe() const noexcept { return hoehe_; }
   float probe(std::size_t x, std::size_t y) const noexcept {
-    return static_cast<float>(proben_[y * breite_ + x]) * (1.0F / kTeile);
+    return static_cast<float>(proben_[y * breite_ + x]) * (1.0F / Teile);
   }
 
   /// Moves the samples of each row (or column) towards the end, by `1 - anteil` of a sample. Only the first `anzahl`
@@ -94,7 +93,7 @@ class Ebene {
   }
 
  private:
-  static constexpr float kTeile = 16;
+  static constexpr float Teile = 16;
 
   static std::int16_t gerundet(float wert) noexcept {
     return static_cast<std::int16_t>(std::lrint(std::clamp(wert, -32768.0F, 32767.0F)));
@@ -103,7 +102,7 @@ class Ebene {
   static Feld dekodiert(const JCOEF* block, const Quantisierung& tabelle, const Feld& c, const Feld& ct) noexcept {
     Feld f;
     for (std::size_t i = 0; i < DCTSIZE2; ++i)
-      f[i / DCTSIZE][i % DCTSIZE] = static_cast<float>(block[i]) * static_cast<float>(tabelle[i]) * kTeile;
+      f[i / DCTSIZE][i % DCTSIZE] = static_cast<float>(block[i]) * static_cast<float>(tabelle[i]) * Teile;
     Feld g;
     multipliziere(ct, f, g);
     multipliziere(g, c, f);
@@ -137,13 +136,13 @@ struct Achse {
 // Half a sample, for a component of half the resolution. Decoders draw such components with the weights 3/4 and 1/4 of
 // the two nearest samples; these eight are the least squares answer to that, so that the turned picture is drawn as the
 // source was.
-constexpr std::array<float, 8> kHalbe{-0.0166F, 0.0498F, -0.1494F, 0.6162F, 0.6162F, -0.1494F, 0.0498F, -0.0166F};
+constexpr std::array<float, 8> Halbe{-0.0166F, 0.0498F, -0.1494F, 0.6162F, 0.6162F, -0.1494F, 0.0498F, -0.0166F};
 
 // Where a side is no multiple of what a sample covers, the samples of the mirrored picture lie between the old ones.
 void verschiebe(Ebene& ebene, bool spalten, int laenge, int abtastung, int hoechste, std::size_t anzahl) {
   const int rest = laenge * abtastung % hoechste;
   if (rest == 0) return;
-  if (2 * abtastung == hoechste) return ebene.verschiebe(spalten, anzahl, kHalbe);
+  if (2 * abtastung == hoechste) return ebene.verschiebe(spalten, anzahl, Halbe);
   const float anteil = static_cast<float>(rest) / static_cast<float>(hoechste);
   ebene.verschiebe(spalten, anzahl, std::array<float, 2>{1 - anteil, anteil});
 }
@@ -160,7 +159,7 @@ Feld lies_Block(const Ebene& ebene, const Achse& x, const Achse& y, bool tausche
   return f;
 }
 
-// The steps of the table the wrong way round, so that a product takes the place of a quotient.
+// The reciprocals of the table's steps: multiplying is cheaper than dividing.
 Feld kehrwerte(const Quantisierung& tabelle) noexcept {
   Feld f;
   for (std::size_t i = 0; i < DCTSIZE2; ++i) f[i / DCTSIZE][i % DCTSIZE] = 1.0F / static_cast<float>(tabelle[i]);

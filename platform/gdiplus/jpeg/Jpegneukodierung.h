@@ -16,7 +16,7 @@ namespace jpegneukodierung {
 /// `laenge` in pixels; a sample covers `hoechste` / `abtastung` of them.
 bool bleibt_ganz(int laenge, int abtastung, int hoechste) noexcept;
 
-/// The blocks of the turned component, quantised with `tabelle`. Memory run out raises 7.
+/// The blocks of the turned component, quantised with `tabelle`. Running out of memory raises 7.
 jpegkoeffizienten::Blockspeicher drehe(const jpegkoeffizienten::Komponente& quelle,
     const jpegkoeffizienten::Inhalt& bild, const Drehung& drehung, const jpegkoeffizienten::Quantisierung& tabelle);
 

@@ -233,9 +233,8 @@ TEST_F(Tabelle, AStampedNameSharesNoTextFileWithAnotherRowAndItsOwnRowIsNone) {
   tabelle.Zeile(0).Bildname = u"foto_Sj"_s;
   tabelle.Zeile(0).BildExt = u"pg"_s;
   EXPECT_EQ(tabelle.gestempelter_Name(neue(u"foto"_s), u"jpg"_s, u"_S"_s, jeder), u"foto_2_S"_s);
-  Arbeitszeile& eigene = neue(u"x_S"_s);
-  eigene.Bildname = u"a/b"_s;
-  EXPECT_EQ(tabelle.gestempelter_Name(eigene, u"jpg"_s, u"_S"_s, jeder), u"a_b_S"_s);
+  EXPECT_EQ(tabelle.gestempelter_Name(neue(u"x"_s), u"jpg"_s, {}, jeder), u"x"_s);
+  EXPECT_EQ(tabelle.gestempelter_Name(neue(u"a/b"_s), u"jpg"_s, u"_S"_s, jeder), u"a_b_S"_s);
 }
 
 // ── What is to be saved ─────────────────────────────────────────────────────────────────────────────────────────────

@@ -178,7 +178,7 @@ TEST_F(Behalten, CharactersThatNoDeskCouldStoreAreReplacedOneByOneInNewNames) {
 }
 
 TEST_F(Behalten, WhereAllAreAttachmentsANewPictureIsOneThoughNobodySelectedIt) {
-  nur_anhang = true;
+  nur_Anhang = true;
   fuege_Bilder_ein(1);
   lege_Bild(u"x.jpg"_s, QSize(10, 10), Qt::red, u"Neu"_s);
   zeige([&] {

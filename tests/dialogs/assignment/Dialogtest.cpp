@@ -1,6 +1,5 @@
 #include "tests/dialogs/assignment/Dialogtest.h"
 
-#include <QBuffer>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -8,15 +7,6 @@
 #include "store/BasZuordnungen.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-QPoint im_Fenster(const QWidget& ziel, QPoint wo) {
-  const QPoint punkt = wo == QPoint(-1, -1) ? ziel.rect().center() : wo;
-  return ziel.mapTo(ziel.window(), punkt);
-}
-
-}  // namespace
 
 Dialogtest::Dialogtest() {
   BasZuordnungen::gConnection().reset();
@@ -29,19 +19,9 @@ Dialogtest::~Dialogtest() {
   BasZuordnungen::gConnection().reset();
 }
 
-QByteArray Dialogtest::lege_Bild(const QString& name, QSize groesse, const QColor& farbe, const QString& ordner) {
-  QImage bild(groesse, QImage::Format_RGB32);
-  bild.fill(farbe);
-  QByteArray bytes;
-  QBuffer puffer(&bytes);
-  EXPECT_TRUE(bild.save(&puffer, "JPEG"));
-  wurzel.schreibe(ordner + u'/' + name, bytes);
-  return bytes;
-}
-
 void Dialogtest::fuege_Bild_ein(
-    const QString& name, const QString& ext, bool mit_datei, const std::function<void(clsBildZuordnungen&)>& werte) {
-  if (mit_datei) lege_Bild(name + u'.' + ext);
+    const QString& name, const QString& ext, bool mit_Datei, const std::function<void(clsBildZuordnungen&)>& werte) {
+  if (mit_Datei) lege_Bild(name + u'.' + ext);
   clsBildZuordnungen neu;
   ASSERT_TRUE(neu.Init(db.verbindungszeichenfolge(), db.verbindung(), {}));
   ASSERT_TRUE(neu.FKT_NeuesBild(u"RE"_s, u"1"_s, {}, {}, name, ext, typ1, {}));
@@ -69,8 +49,8 @@ frm_BildZuordnung& Dialogtest::form() {
   form_->pStandardBildPfad = u"Belege\\1"_s;
   form_->PTyp1 = typ1;
   form_->pInfoZeile = u"Rechnung 1"_s;
-  form_->pNurAnzeige = nur_anzeige;
-  form_->pNurAnhang = nur_anhang;
+  form_->pNurAnzeige = nur_Anzeige;
+  form_->pNurAnhang = nur_Anhang;
   form_->Lade_Zuordnung();
   form_->AnzeigeSteuern();
   return *form_;
@@ -109,39 +89,16 @@ void Dialogtest::haenge_neue_Zeile_an(const QString& ordner, const QString& name
 }
 
 void Dialogtest::druecke_Maus(QWidget& ziel, QPoint wo) {
-  QTest::mousePress(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
+  QTest::mousePress(ziel.window()->windowHandle(), Qt::LeftButton, {}, eingaben::im_Fenster(ziel, wo));
 }
 
 void Dialogtest::bewege_Maus(QWidget& ziel, QPoint wo) {
-  QTest::mouseMove(ziel.window()->windowHandle(), im_Fenster(ziel, wo));
+  QTest::mouseMove(ziel.window()->windowHandle(), eingaben::im_Fenster(ziel, wo));
   QCoreApplication::processEvents();
 }
 
 void Dialogtest::lasse_Maus_los(QWidget& ziel, QPoint wo) {
-  QTest::mouseRelease(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
-}
-
-void Dialogtest::klicke(QWidget& ziel, QPoint wo) {
-  QTest::mouseClick(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, wo));
-}
-
-void Dialogtest::doppelklicke(QWidget& ziel) {
-  QTest::mouseDClick(ziel.window()->windowHandle(), Qt::LeftButton, {}, im_Fenster(ziel, QPoint(-1, -1)));
-}
-
-void Dialogtest::taste(QWidget& fenster, int qt_taste) {
-  QTest::keyClick(fenster.window()->windowHandle(), static_cast<Qt::Key>(qt_taste));
-}
-
-void Dialogtest::tippe(QWidget& feld, const QString& text) {
-  feld.setFocus();
-  for (const QChar zeichen : text) {
-    // Qt's table of keys ends with ASCII.
-    if (zeichen.unicode() < 0x80)
-      QTest::keyClick(feld.window()->windowHandle(), zeichen.toLatin1());
-    else
-      QTest::sendKeyEvent(QTest::Click, &feld, Qt::Key_unknown, QString(zeichen), {});
-  }
+  QTest::mouseRelease(ziel.window()->windowHandle(), Qt::LeftButton, {}, eingaben::im_Fenster(ziel, wo));
 }
 
 QStringList Dialogtest::gespeichert() {

@@ -8,25 +8,27 @@
 #include <memory>
 
 #include "dialogs/assignment/frm_BildZuordnung.h"
-#include "tests/support/Bildwurzel.h"
+#include "tests/dialogs/Bildertest.h"
 #include "tests/support/Doppel.h"
+#include "tests/support/Eingaben.h"
 #include "tests/support/Fensterdoppel.h"
 #include "tests/support/Pruefdatenbank.h"
+
+using eingaben::doppelklicke;
+using eingaben::klicke;
+using eingaben::tippe;
 
 /// The assignment dialog over a record of its own: database, picture tree and collection, all made by the test.
 ///
 /// The record is the document RE 1 with the folder "Belege\1" below the root "P:". Boxes and reports that the test did
 /// not announce fail it.
-class Dialogtest : public ::testing::Test {
+class Dialogtest : public Bildertest {
  protected:
   Dialogtest();
   ~Dialogtest() override;
 
-  /// Writes a JPEG of one colour into the picture tree; gives its content.
-  QByteArray lege_Bild(const QString& name, QSize groesse = QSize(120, 80), const QColor& farbe = Qt::blue,
-      const QString& ordner = QStringLiteral("Belege/1"));
   /// Stores a row of the record, with or without its file. `werte` changes the record before it is stored.
-  void fuege_Bild_ein(const QString& name, const QString& ext = QStringLiteral("jpg"), bool mit_datei = true,
+  void fuege_Bild_ein(const QString& name, const QString& ext = QStringLiteral("jpg"), bool mit_Datei = true,
       const std::function<void(clsBildZuordnungen&)>& werte = {});
   /// Stores rows a, b, c … with a file each.
   void fuege_Bilder_ein(int anzahl);
@@ -42,10 +44,7 @@ class Dialogtest : public ::testing::Test {
   /// Appends a row to the table as the search does, for a file that lies at `pfad`.
   void haenge_neue_Zeile_an(const QString& ordner, const QString& name, const QString& ext = QStringLiteral("jpg"));
   /// Real events on the window: they take the toolkit's own way from the window to the control.
-  static void klicke(QWidget& ziel, QPoint wo = QPoint(-1, -1));
-  static void doppelklicke(QWidget& ziel);
-  static void taste(QWidget& fenster, int qt_taste);
-  static void tippe(QWidget& feld, const QString& text);
+  static void taste(QWidget& fenster, int taste) { eingaben::taste(fenster, static_cast<Qt::Key>(taste)); }
   static void druecke_Maus(QWidget& ziel, QPoint wo = QPoint(-1, -1));
   static void bewege_Maus(QWidget& ziel, QPoint wo = QPoint(-1, -1));
   static void lasse_Maus_los(QWidget& ziel, QPoint wo = QPoint(-1, -1));
@@ -59,14 +58,13 @@ class Dialogtest : public ::testing::Test {
     return alle;
   }
 
-  Bildwurzel wurzel;
   CoreDoppel core;
   Pruefdatenbank db;
   MeldungsDoppel meldungen;
   Fensterdoppel fenster;  ///< above the core double: placement and reports
   std::shared_ptr<clsBildZuordnungen> store = std::make_shared<clsBildZuordnungen>();
-  bool nur_anzeige = false;
-  bool nur_anhang = false;
+  bool nur_Anzeige = false;
+  bool nur_Anhang = false;
   QString typ1 = QStringLiteral("BEL");
 
  private:

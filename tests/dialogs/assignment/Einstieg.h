@@ -27,7 +27,7 @@ class Einstiegtest : public Dialogtest {
     lies();
     return rufe(waehrend, [this] {
       return clsDialoge().Fkt_Aufruf_Dialog_Zuordnung(appobj, QStringLiteral("P:"), QStringLiteral("Belege\\1"), store,
-          typ1, {}, QStringLiteral("Rechnung 1"), nur_anzeige, nur_anhang);
+          typ1, {}, QStringLiteral("Rechnung 1"), nur_Anzeige, nur_Anhang);
     });
   }
 

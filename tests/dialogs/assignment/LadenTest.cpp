@@ -118,7 +118,7 @@ TEST_F(Laden, EveryActivationShowsTheInfoLineAnew) {
 
 struct Artikelfall {
   QString typ1;
-  bool nur_anzeige;
+  bool nur_Anzeige;
   bool sichtbar;
 };
 
@@ -126,7 +126,7 @@ class LadenArtikel : public Laden, public ::testing::WithParamInterface<Artikelf
 
 TEST_P(LadenArtikel, FurtherAssignmentsAreForArticlesThatCanBeChanged) {
   typ1 = GetParam().typ1;
-  nur_anzeige = GetParam().nur_anzeige;
+  nur_Anzeige = GetParam().nur_Anzeige;
   fuege_Bilder_ein(1);
   zeige([&] { EXPECT_EQ(form().SSC_WeitereZuordnungen.Visible(), GetParam().sichtbar); });
 }
@@ -393,7 +393,7 @@ TEST_F(Laden, ExifDataThatCannotBeReadNeverEndTheLoading) {
 // ── Modes ───────────────────────────────────────────────────────────────────────────────────────────────────────────
 
 TEST_F(Laden, WithAttachmentsOnlyEveryPictureShownBecomesOne) {
-  nur_anhang = true;
+  nur_Anhang = true;
   fuege_Bilder_ein(3);
   zeige([&] {
     EXPECT_EQ(spalte_von(&Arbeitszeile::AlsAnhang), (QStringList{u"True"_s, u"False"_s, u"False"_s}));
@@ -407,8 +407,8 @@ TEST_F(Laden, WithAttachmentsOnlyEveryPictureShownBecomesOne) {
 }
 
 TEST_F(Laden, WithAttachmentsOnlyTheBoxStaysCheckedInDisplayModeToo) {
-  nur_anhang = true;
-  nur_anzeige = true;
+  nur_Anhang = true;
+  nur_Anzeige = true;
   fuege_Bilder_ein(2);
   zeige([&] {
     EXPECT_EQ(form().chk_AlsAnhang.Value(), 1);
@@ -420,7 +420,7 @@ TEST_F(Laden, WithAttachmentsOnlyTheBoxStaysCheckedInDisplayModeToo) {
 }
 
 TEST_F(Laden, InDisplayModeTheFourButtonsStayHiddenAfterAnActivationToo) {
-  nur_anzeige = true;
+  nur_Anzeige = true;
   typ1 = u"ART"_s;
   fuege_Bilder_ein(1);
   zeige([&] {
@@ -432,7 +432,7 @@ TEST_F(Laden, InDisplayModeTheFourButtonsStayHiddenAfterAnActivationToo) {
 }
 
 TEST_F(Laden, InDisplayModeNothingCanBeChanged) {
-  nur_anzeige = true;
+  nur_Anzeige = true;
   fuege_Bilder_ein(2);
   zeige([&] {
     klicke(form().Pic_Thumb(2));
@@ -463,7 +463,7 @@ TEST_F(Laden, OutsideDisplayModeTheButtonsShowAndTheTextsAreOpen) {
 }
 
 TEST_F(Laden, ALostPictureOffersNothingWhereNothingCanBeChanged) {
-  nur_anzeige = true;
+  nur_Anzeige = true;
   fuege_Bild_ein(u"a"_s, u"jpg"_s, false);
   zeige([&] {
     EXPECT_FALSE(form().DatenGeaendert);

@@ -373,7 +373,7 @@ TEST_F(Aktualisieren, AFileThatVanishedIsMarkedForRemoval) {
 }
 
 TEST_F(Aktualisieren, AVanishedFileMarksNothingWhereNothingCanBeChanged) {
-  nur_anzeige = true;
+  nur_Anzeige = true;
   fuege_Bild_ein(u"a"_s, u"jpg"_s, false);
   zeige([&] {
     klicke(form().SSC_Aktualisieren);

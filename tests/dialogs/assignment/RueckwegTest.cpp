@@ -182,8 +182,8 @@ TEST_P(JederRueckweg, ADialogWithNothingToShowIsLeftUnasked) {
 }
 
 TEST_P(JederRueckweg, TheDisplayModeIsLeftUnasked) {
-  nur_anzeige = true;
-  nur_anhang = true;
+  nur_Anzeige = true;
+  nur_Anhang = true;
   fuege_Bild_ein(u"a"_s, u"jpg"_s, false);
   fuege_Bild_ein(u"b"_s);
   EXPECT_TRUE(oeffne([&](frm_BildZuordnung& form) {
@@ -198,7 +198,7 @@ TEST_P(JederRueckweg, TheDisplayModeIsLeftUnasked) {
 // ── Single ways ─────────────────────────────────────────────────────────────────────────────────────────────────────
 
 TEST_F(Rueckweg, InDisplayModeZurueckUnloadsTheForm) {
-  nur_anzeige = true;
+  nur_Anzeige = true;
   fuege_Bilder_ein(2);
   EXPECT_TRUE(oeffne([&](frm_BildZuordnung& form) {
     klicke(form.cmd_Abbruch);
@@ -213,7 +213,7 @@ TEST_F(Rueckweg, InDisplayModeZurueckUnloadsTheForm) {
 }
 
 TEST_F(Rueckweg, InDisplayModeTheFrameHidesTheFormAndKeepsIt) {
-  nur_anzeige = true;
+  nur_Anzeige = true;
   fuege_Bilder_ein(2);
   EXPECT_TRUE(oeffne([&](frm_BildZuordnung& form) {
     form.windowHandle()->close();

@@ -74,7 +74,7 @@ TEST_F(Streifen, WithOnlyThePlaceholderNoControlIsLoadedAndNothingIsSelected) {
 }
 
 TEST_F(Streifen, AttachmentsOnlyIsShownEvenWithOnlyThePlaceholder) {
-  nur_anhang = true;
+  nur_Anhang = true;
   zeige([&] {
     EXPECT_EQ(form().chk_AlsAnhang.Value(), 1);
     EXPECT_FALSE(form().chk_AlsAnhang.Enabled());

@@ -212,7 +212,7 @@ TEST_F(Tasten, AStripOfOnePlaceGoesOnOneByOne) {
 }
 
 TEST_F(Tasten, TheyWorkForDisplayOnlyToo) {
-  nur_anzeige = true;
+  nur_Anzeige = true;
   fuege_Bilder_ein(2);
   zeige([&] {
     taste(form(), Qt::Key_PageUp);

@@ -248,10 +248,10 @@ TEST_F(KnoepfeDesVorgangs, TheOwnAssignmentIsMarkedForRemovalAndNotMoreThanThat)
       loesche_eigene(form);
       eingaben::klicke(form.cmd_Abbrechen);
     });
-    EXPECT_TRUE(ist_True(vorgang().BildTabelle->Value(0, spalte::Entfernen)));
-    EXPECT_TRUE(ist_True(vorgang().BildTabelle->Value(0, spalte::ZeileGeaendert)));
+    EXPECT_TRUE(vorgang().Zeile(0).Entfernen);
+    EXPECT_TRUE(vorgang().Zeile(0).ZeileGeaendert);
     EXPECT_EQ(vorgang().chk_Delete.Value(), 1);
-    EXPECT_FALSE(ist_True(vorgang().BildTabelle->Value(1, spalte::Entfernen)));
+    EXPECT_FALSE(vorgang().Zeile(1).Entfernen);
     EXPECT_EQ(oberflaeche::mauszeiger().form(), oberflaeche::Zeigerform::Standard);
     EXPECT_EQ(db.anzahl(), 2);
     vorgang().SetzeDatenGeaendert(false);
@@ -269,7 +269,7 @@ TEST_F(KnoepfeDesVorgangs, WithoutTheOwnAssignmentNothingIsMarked) {
           Antwort::Ja);
       eingaben::klicke(form.cmd_Loeschen);
     });
-    EXPECT_FALSE(ist_True(vorgang().BildTabelle->Value(0, spalte::Entfernen)));
+    EXPECT_FALSE(vorgang().Zeile(0).Entfernen);
     EXPECT_EQ(vorgang().chk_Delete.Value(), 0);
     EXPECT_FALSE(vorgang().DatenGeaendert);
   });
@@ -314,7 +314,7 @@ TEST_F(KnoepfeDesVorgangs, AFailureAfterWeitereZuordnungenIsReportedUnderTheButt
 TEST_F(KnoepfeDesVorgangs, ABlankNameOpensNothing) {
   fuege_Bilder_ein(1);
   zeige_Vorgang([&] {
-    vorgang().BildTabelle->Value(0, spalte::Bildname, u"  "_s);
+    vorgang().Zeile(0).Bildname = u"  "_s;
     eingaben::klicke(vorgang().Pic_Thumb(1));
     vorgang().SSC_AlleZuordnungen.Enabled(true);
     eingaben::klicke(vorgang().SSC_AlleZuordnungen);

@@ -1,7 +1,5 @@
 #include "tests/dialogs/overview/Uebersichtstest.h"
 
-#include <QBuffer>
-
 #include "store/BasZuordnungen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,16 +10,6 @@ Uebersichtstest::Uebersichtstest() {
 
 Uebersichtstest::~Uebersichtstest() {
   BasZuordnungen::gConnection().reset();
-}
-
-QByteArray Uebersichtstest::lege_Bild(const QString& name, QSize groesse, const QColor& farbe, const QString& ordner) {
-  QImage bild(groesse, QImage::Format_RGB32);
-  bild.fill(farbe);
-  QByteArray bytes;
-  QBuffer puffer(&bytes);
-  EXPECT_TRUE(bild.save(&puffer, "JPEG"));
-  wurzel.schreibe(ordner + u'/' + name, bytes);
-  return bytes;
 }
 
 void Uebersichtstest::fuege_ein(const Zuordnung& z) {

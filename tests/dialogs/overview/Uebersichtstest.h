@@ -12,8 +12,8 @@
 #include "dialogs/overview/Uebersichtszeile.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/gitter/TDBGrid.h"
+#include "tests/dialogs/Bildertest.h"
 #include "tests/dialogs/overview/Wirtsdoppel.h"
-#include "tests/support/Bildwurzel.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Eingaben.h"
 #include "tests/support/Fensterdoppel.h"
@@ -36,16 +36,13 @@ struct Zuordnung {
 
 /// Both overview dialogs: a database, a picture tree and a host, all of the test's own. Boxes and reports that the test
 /// did not announce fail it.
-class Uebersichtstest : public ::testing::Test {
+class Uebersichtstest : public Bildertest {
  protected:
   static constexpr auto Zeilen = XArrayDBObject::Dimension::Zeilen;
 
   Uebersichtstest();
   ~Uebersichtstest() override;
 
-  /// Writes a JPEG of one colour into the tree; gives its content.
-  QByteArray lege_Bild(const QString& name, QSize groesse = QSize(120, 80), const QColor& farbe = Qt::blue,
-      const QString& ordner = QStringLiteral("Belege/1"));
   void fuege_ein(const Zuordnung& zuordnung);
   /// "Typ1|Key1|Key2|Bildname" of all rows of the table in the order in which they came.
   QStringList gespeichert();
@@ -81,7 +78,6 @@ class Uebersichtstest : public ::testing::Test {
   /// Fails unless exactly one report has come: that module, procedure and number, for the user's eyes.
   void erwarte_Bericht(const QString& modul, const QString& prozedur, std::int32_t nummer);
 
-  Bildwurzel wurzel;
   CoreDoppel core;
   Pruefdatenbank db;
   MeldungsDoppel meldungen;

@@ -1,7 +1,6 @@
 #include "tests/dialogs/search/Suchtest.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QScopedValueRollback>
 #include <QTimer>
 #include <utility>
@@ -73,21 +72,12 @@ Suchtest::~Suchtest() {
   Pfadkarte::aktuell().entferne(u"P:"_s);
 }
 
-QByteArray Suchtest::bild(QSize groesse, const QColor& farbe, const char* format) {
-  QImage blatt(groesse, QImage::Format_RGB32);
-  blatt.fill(farbe);
-  QByteArray bytes;
-  QBuffer puffer(&bytes);
-  EXPECT_TRUE(blatt.save(&puffer, format));
-  return bytes;
-}
-
 void Suchtest::lege_Bild(const QString& name, QSize groesse, const QColor& farbe) {
-  ordner.schreibe(u"p/"_s + name, bild(groesse, farbe));
+  ordner.schreibe(u"p/"_s + name, bilddatei(groesse, farbe));
 }
 
 void Suchtest::lege_Bilder(int anzahl, const QString& unter) {
-  const QByteArray inhalt = bild(QSize(8, 8));
+  const QByteArray inhalt = bilddatei(QSize(8, 8));
   for (int i = 0; i < anzahl; ++i) ordner.schreibe(u"p/%1/b%2.jpg"_s.arg(unter).arg(i, 5, 10, QChar(u'0')), inhalt);
 }
 

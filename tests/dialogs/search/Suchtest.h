@@ -12,6 +12,7 @@
 #include "dialogs/search/frm_BilderSuchen.h"
 #include "platform/files/Laufwerke.h"
 #include "platform/host/Oberflaeche.h"
+#include "tests/support/Bilddatei.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Eingaben.h"
 #include "tests/support/Umgebung.h"
@@ -46,7 +47,9 @@ class Suchtest : public ::testing::Test {
   ~Suchtest() override;
 
   /// Content of a picture of one colour.
-  static QByteArray bild(QSize groesse = QSize(40, 30), const QColor& farbe = Qt::blue, const char* format = "JPEG");
+  static QByteArray bild(QSize groesse = QSize(40, 30), const QColor& farbe = Qt::blue, const char* format = "JPEG") {
+    return bilddatei(groesse, farbe, format);
+  }
   /// Writes a JPEG below drive P:, e.g. "Bilder/a.jpg".
   void lege_Bild(const QString& name, QSize groesse = QSize(40, 30), const QColor& farbe = Qt::blue);
   void lege_Bilder(int anzahl, const QString& ordner = QStringLiteral("Bilder"));

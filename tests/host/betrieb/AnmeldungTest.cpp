@@ -51,7 +51,7 @@ const QString Server = u"Server=SRV01;Database=Betrieb;UID=kvo"_s;
 
 }  // namespace
 
-RC_GTEST_PROP(Anmeldung, Ein_Kennwort_jeder_Schreibweise_bleibt_aus_dem_Gemerkten_und_das_Uebrige_bleibt, ()) {
+RC_GTEST_PROP(Anmeldung, APasswordInAnySpellingStaysOutOfWhatIsRememberedAndTheRestStays, ()) {
   const QString geheim = QString::fromStdString(
       *rc::gen::nonEmpty(rc::gen::container<std::string>(rc::gen::elementOf(std::string("aZ9;}{\"'= ?\\")))));
   for (const QString& form : schreibweisen(u"#"_s + geheim + u"#"_s)) {
@@ -68,7 +68,7 @@ RC_GTEST_PROP(Anmeldung, Ein_Kennwort_jeder_Schreibweise_bleibt_aus_dem_Gemerkte
   }
 }
 
-TEST(Anmeldung, Kennt_jedes_Schluesselwort_des_Treibers_fuer_Kennwort_Benutzer_Server_und_Datenbank) {
+TEST(Anmeldung, KnowsEveryKeywordOfTheDriverForPasswordUserServerAndDatabase) {
   using adodb::Wortsinn;
   for (const adodb::Verbindungswort& zeile : adodb::Verbindungsworte) {
     for (const QStringView name : zeile.namen.split(u'|')) {
@@ -86,7 +86,7 @@ TEST(Anmeldung, Kennt_jedes_Schluesselwort_des_Treibers_fuer_Kennwort_Benutzer_S
   }
 }
 
-TEST(Anmeldung, Gefragt_wird_nur_wo_ein_Benutzer_ohne_Kennwort_steht) {
+TEST(Anmeldung, OnlyAUserWithoutAPasswordIsAskedForOne) {
   const QList<std::pair<QString, bool>> faelle{{Server, true}, {Server + u";PWD=x"_s, false},
       {Server + u";PWD="_s, false}, {u"Server=SRV01;Database=Betrieb;Trusted_Connection=yes"_s, false},
       {u"Provider=MSOLEDBSQL;Data Source=SRV01;Integrated Security=SSPI"_s, false}, {u"DSN=Betrieb"_s, false},
@@ -96,13 +96,13 @@ TEST(Anmeldung, Gefragt_wird_nur_wo_ein_Benutzer_ohne_Kennwort_steht) {
     EXPECT_EQ(anmeldung::fehlt_Kennwort(verbindung), fehlt) << verbindung.toStdString();
 }
 
-TEST(Anmeldung, Ein_leeres_Kennwort_bleibt_stehen_und_ein_vergessenes_Semikolon_merkt_nichts) {
+TEST(Anmeldung, AnEmptyPasswordStaysAndAForgottenSemicolonRemembersNothing) {
   EXPECT_EQ(anmeldung::zum_Merken(u"Server=s;UID=kvo;PWD="_s), u"Server=\"s\";UID=\"kvo\";PWD=\"\""_s);
   EXPECT_EQ(anmeldung::zum_Merken(u"Server=s;UID=kvo P W D = geheim"_s), QString());
   EXPECT_EQ(anmeldung::worte(u"Server=s PWD=geheim;UID=kvo"_s).server, QString());
 }
 
-TEST(Anmeldung, Das_Kennwort_der_Umgebung_gilt_nur_wo_eines_fehlt) {
+TEST(Anmeldung, ThePasswordOfTheEnvironmentCountsOnlyWhereNoneIsGiven) {
   qputenv("KVOBILD_KENNWORT", "a;\"b");
   EXPECT_EQ(anmeldung::mit_Kennwort_der_Umgebung(Server), Server + u";Password=\"a;\"\"b\""_s);
   for (const QString& ohne : {Server + u";PWD=x"_s, u"Provider=SQLite;Data Source=/x.db"_s})
@@ -111,12 +111,12 @@ TEST(Anmeldung, Das_Kennwort_der_Umgebung_gilt_nur_wo_eines_fehlt) {
   EXPECT_EQ(anmeldung::mit_Kennwort_der_Umgebung(Server), Server);
 }
 
-TEST(Anmeldung, Ein_Text_fuer_eine_Meldung_endet_vor_dem_Kennwort) {
+TEST(Anmeldung, ATextForAMessageEndsBeforeThePassword) {
   EXPECT_EQ(anmeldung::ohne_Geheimnis(u"Server=s;Pass word = x"_s), u"Server=s;…"_s);
   EXPECT_EQ(anmeldung::ohne_Geheimnis(u"/daten/a=b.db"_s), u"/daten/a=b.db"_s);
 }
 
-TEST_F(WirtGedaechtnis, Der_naechste_Start_hat_Verbindung_und_Bildablage_ohne_das_Kennwort) {
+TEST_F(WirtGedaechtnis, TheNextStartHasConnectionAndPictureRootWithoutThePassword) {
   for (const QString& form : schreibweisen(u"#ge;he}im\"'ä€#"_s)) {
     gedaechtnis::merke(start(form, u"/daten/bilder"_s));
     EXPECT_FALSE(datei().contains(u'#')) << datei().toStdString();
@@ -127,7 +127,7 @@ TEST_F(WirtGedaechtnis, Der_naechste_Start_hat_Verbindung_und_Bildablage_ohne_da
   }
 }
 
-TEST_F(WirtGedaechtnis, Was_der_Aufruf_nennt_geht_vor) {
+TEST_F(WirtGedaechtnis, WhatTheCallNamesGoesFirst) {
   gedaechtnis::merke(start(Server, u"/daten/bilder"_s));
   EXPECT_EQ(gedaechtnis::ergaenzt(start(u"DSN=Andere"_s)).verbindung, u"DSN=Andere"_s);
   EXPECT_EQ(gedaechtnis::ergaenzt(start(u"DSN=Andere"_s)).bilder, QString());
@@ -139,7 +139,7 @@ TEST_F(WirtGedaechtnis, Was_der_Aufruf_nennt_geht_vor) {
   EXPECT_NE(gedaechtnis::ergaenzt(start()).verbindung, QString());
 }
 
-TEST_F(WirtGedaechtnis, Eingebettet_vergisst_es) {
+TEST_F(WirtGedaechtnis, AskingForTheEmbeddedDatabaseForgetsTheServer) {
   gedaechtnis::merke(start(Server, u"/daten/bilder"_s));
   Wirtsoptionen zurueck = start();
   zurueck.eingebettet = true;
@@ -148,14 +148,14 @@ TEST_F(WirtGedaechtnis, Eingebettet_vergisst_es) {
   EXPECT_FALSE(datei().contains(u"SRV01"_s));
 }
 
-TEST_F(WirtGedaechtnis, Eine_Datei_wird_mit_ihrem_ganzen_Pfad_gemerkt) {
+TEST_F(WirtGedaechtnis, AFileIsRememberedWithItsWholePath) {
   gedaechtnis::merke(start(u"Provider=SQLite;Data Source=\"neben an/x;y.db\""_s, u"bilder"_s));
   const Wirtsoptionen naechster = gedaechtnis::ergaenzt(start());
   EXPECT_EQ(anmeldung::worte(naechster.verbindung).server, QDir::current().absoluteFilePath(u"neben an/x;y.db"_s));
   EXPECT_EQ(naechster.bilder, QDir::current().absoluteFilePath(u"bilder"_s));
 }
 
-TEST_F(WirtGedaechtnis, Ohne_den_Auftrag_dazu_wird_nichts_gemerkt_und_nichts_gelesen) {
+TEST_F(WirtGedaechtnis, WithoutTheOrderToDoSoNothingIsRememberedAndNothingRead) {
   Wirtsoptionen optionen = start(Server);
   optionen.merken = false;
   gedaechtnis::merke(optionen);
@@ -165,7 +165,7 @@ TEST_F(WirtGedaechtnis, Ohne_den_Auftrag_dazu_wird_nichts_gemerkt_und_nichts_gel
   EXPECT_EQ(gedaechtnis::ergaenzt(optionen).verbindung, QString());
 }
 
-TEST_F(WirtGedaechtnis, Die_Umgebung_nennt_die_Datenbank_wo_der_Aufruf_es_nicht_tut) {
+TEST_F(WirtGedaechtnis, TheEnvironmentNamesTheDatabaseWhereTheCallDoesNot) {
   qputenv("KVOBILD_VERBINDUNG", "/d/a.db");
   qputenv("KVOBILD_BILDER", "/d/bilder");
   EXPECT_EQ(wirtsoptionen::lies({}).verbindung, u"Provider=SQLite;Data Source=\"/d/a.db\""_s);
@@ -181,7 +181,7 @@ TEST_F(WirtGedaechtnis, Die_Umgebung_nennt_die_Datenbank_wo_der_Aufruf_es_nicht_
   qunsetenv("KVOBILD_BILDER");
 }
 
-TEST_F(WirtGedaechtnis, Ein_Aufruf_mit_einem_Kennwort_an_falscher_Stelle_nennt_es_nicht) {
+TEST_F(WirtGedaechtnis, ACallWithAPasswordInTheWrongPlaceDoesNotNameIt) {
   try {
     wirtsoptionen::lies({u"Server=s;UID=kvo;PWD=geheim99"_s});
     ADD_FAILURE();

@@ -39,5 +39,5 @@ TEST(Datenbankart, AFileIsNamedInItsConnectString) {
   EXPECT_EQ(&art(verbindung), &Datenbankart::SQLite);
   EXPECT_EQ(datenbankdatei(verbindung), namen::tabellenpfad(u"/neben an/x;y.db"_s));
   EXPECT_EQ(datenbankdatei(u"Server=s"_s), std::nullopt);
-  EXPECT_EQ(verbindung_aus_angabe(u"/neben an/x;y.db"_s), verbindung);
+  EXPECT_EQ(verbindung_aus_Angabe(u"/neben an/x;y.db"_s), verbindung);
 }

@@ -24,8 +24,8 @@ std::shared_ptr<adodb::Recordset> fuehre_aus(const QString& datenbank, const QSt
 }  // namespace
 
 QString Wirt::datenordner() {
-  static const Testordner ordner;
-  return ordner.pfad(u"daten"_s);
+  static const Testordner Ordner;
+  return Ordner.pfad(u"daten"_s);
 }
 
 void Wirt::SetUpTestSuite() {
@@ -49,9 +49,9 @@ Wirtsoptionen Wirt::optionen() {
 Zuordnungsdialog Wirt::dialog() {
   return [this](const std::shared_ptr<Anwendungsobjekt>& anwendung, const QString& wurzel, const QString& ordner,
              const std::shared_ptr<clsBildZuordnungen>& bilder, const QString& typ1, const QString& typ2,
-             const QString& info, bool nur_anzeige, bool nur_anhang) {
+             const QString& info, bool nur_Anzeige, bool nur_Anhang) {
     aufrufe_.append({wurzel, ordner, typ1, typ2, info, bilder->cGL_jmtVerarbeitungsdatum, bilder->AnzahlPos(),
-        nur_anzeige, nur_anhang, anwendung && anwendung->ConnectionDB() && !anwendung->ConnectStringDB().isEmpty()});
+        nur_Anzeige, nur_Anhang, anwendung && anwendung->ConnectionDB() && !anwendung->ConnectStringDB().isEmpty()});
     if (im_Dialog_) im_Dialog_(*bilder);
     return dialogergebnis_;
   };

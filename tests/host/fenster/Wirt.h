@@ -20,7 +20,7 @@ class QWidget;
 struct Dialogaufruf {
   QString wurzel, ordner, typ1, typ2, info, datum;
   int bilder = 0;
-  bool nur_anzeige = false, nur_anhang = false;
+  bool nur_Anzeige = false, nur_Anhang = false;
   bool mit_Anwendung = false;
 };
 

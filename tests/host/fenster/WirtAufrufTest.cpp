@@ -26,7 +26,7 @@ void starte(QProcess& prozess, const QStringList& argumente, const QString& heim
 
 }  // namespace
 
-TEST(WirtAufruf, Die_Hilfe_kommt_ohne_Fenster_und_ohne_Bildschirm) {
+TEST(WirtAufruf, TheHelpComesWithoutAWindowAndWithoutAScreen) {
   QProcess prozess;
   starte(prozess, {u"--hilfe"_s});
   ASSERT_TRUE(prozess.waitForFinished());
@@ -35,7 +35,7 @@ TEST(WirtAufruf, Die_Hilfe_kommt_ohne_Fenster_und_ohne_Bildschirm) {
   EXPECT_EQ(prozess.readAllStandardError(), QByteArray());
 }
 
-TEST(WirtAufruf, Eine_falsche_Option_endet_mit_2_und_Worten) {
+TEST(WirtAufruf, AWrongOptionEndsWith2AndWords) {
   QProcess prozess;
   starte(prozess, {u"--bidler"_s, u"x"_s});
   ASSERT_TRUE(prozess.waitForFinished());
@@ -44,7 +44,7 @@ TEST(WirtAufruf, Eine_falsche_Option_endet_mit_2_und_Worten) {
       u"bildzuordnung: Die Option „bidler“ gibt es nicht. Hilfe gibt „bildzuordnung --hilfe“.\n"_s);
 }
 
-TEST(WirtAufruf, Ohne_Bildschirm_laeuft_das_Programm_und_macht_seinen_Datenordner) {
+TEST(WirtAufruf, WithoutAScreenTheProgramRunsAndMakesItsDataFolder) {
   const Testordner heim;
   QProcess prozess;
   starte(prozess, {}, heim.pfad());

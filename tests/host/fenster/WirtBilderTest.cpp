@@ -71,7 +71,7 @@ class WirtAufraeumen : public WirtBilder {
 
 }  // namespace
 
-TEST_F(WirtAufraeumen, Nach_dem_Ja_geht_genau_was_gezeigt_wurde) {
+TEST_F(WirtAufraeumen, AfterTheYesExactlyWhatWasShownGoes) {
   oeffne_Ablage();
   EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
     EXPECT_EQ(gelistet(fenster),
@@ -86,7 +86,7 @@ TEST_F(WirtAufraeumen, Nach_dem_Ja_geht_genau_was_gezeigt_wurde) {
   EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 4 gelöscht."_s);
 }
 
-TEST_F(WirtAufraeumen, Ohne_das_Ja_geht_nichts_und_die_Eingabetaste_ist_keines) {
+TEST_F(WirtAufraeumen, WithoutTheYesNothingGoesAndTheEnterKeyIsNone) {
   oeffne_Ablage();
   const QStringList vorher = stand();
   const QList<std::function<void(QWidget&)>> wege{[](QWidget& fenster) { druecke(fenster, u"cmd_Abbrechen"_s); },
@@ -113,7 +113,7 @@ TEST_F(WirtAufraeumen, Ohne_das_Ja_geht_nichts_und_die_Eingabetaste_ist_keines) 
   }
 }
 
-TEST_F(WirtAufraeumen, Gibt_es_nichts_aufzuraeumen_so_wird_es_gesagt) {
+TEST_F(WirtAufraeumen, WhereNothingIsToBeClearedAwayThatIsSaid) {
   ordne_zu(u"Belege\\1"_s, u"b"_s);
   ordne_zu(u"Belege\\2"_s, u"c"_s);
   oeffne_Ablage();
@@ -121,7 +121,7 @@ TEST_F(WirtAufraeumen, Gibt_es_nichts_aufzuraeumen_so_wird_es_gesagt) {
   EXPECT_EQ(text(u"lbl_Status"_s), u"Es gibt nichts aufzuräumen."_s);
 }
 
-TEST_F(WirtAufraeumen, Eine_unerreichbare_Ablage_wird_abgelehnt) {
+TEST_F(WirtAufraeumen, AnUnreachablePictureRootIsRefused) {
   Wirtsoptionen ohne = optionen();
   ohne.bilder = u"/gibt/es/nicht"_s;
   oeffne(ohne);
@@ -129,7 +129,7 @@ TEST_F(WirtAufraeumen, Eine_unerreichbare_Ablage_wird_abgelehnt) {
       u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
 }
 
-TEST_F(WirtAufraeumen, Eine_leere_Ablage_gilt_als_nicht_eingehaengt) {
+TEST_F(WirtAufraeumen, AnEmptyPictureRootCountsAsNotMounted) {
   const Testordner leer;
   Wirtsoptionen mit = optionen();
   mit.bilder = leer.pfad();
@@ -141,7 +141,7 @@ TEST_F(WirtAufraeumen, Eine_leere_Ablage_gilt_als_nicht_eingehaengt) {
   EXPECT_TRUE(QDir(leer.pfad()).exists());
 }
 
-TEST_F(WirtAufraeumen, Eine_Datenbank_die_nicht_antwortet_wird_abgelehnt_statt_alle_Bilder_frei_zu_nennen) {
+TEST_F(WirtAufraeumen, ADatabaseThatDoesNotAnswerIsRefusedInsteadOfCallingAllPicturesFree) {
   oeffne_Ablage();
   nimm_Tabelle_weg();
   lehnt_ab(
@@ -151,7 +151,7 @@ TEST_F(WirtAufraeumen, Eine_Datenbank_die_nicht_antwortet_wird_abgelehnt_statt_a
   gib_Tabelle_zurueck();
 }
 
-TEST_F(WirtAufraeumen, Eine_Datenbank_die_es_nicht_gibt_wird_abgelehnt) {
+TEST_F(WirtAufraeumen, ADatabaseThatDoesNotExistIsRefused) {
   const Testordner ordner;
   Wirtsoptionen fremd = optionen();
   fremd.bilder = ablage_.pfad();
@@ -161,7 +161,7 @@ TEST_F(WirtAufraeumen, Eine_Datenbank_die_es_nicht_gibt_wird_abgelehnt) {
       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
 }
 
-TEST_F(WirtAufraeumen, Hat_sich_inzwischen_etwas_geaendert_so_geht_trotz_des_Ja_nichts) {
+TEST_F(WirtAufraeumen, WhereSomethingChangedMeanwhileNothingGoesInSpiteOfTheYes) {
   oeffne_Ablage();
   meldungen_.erwarte({u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s,
       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
@@ -242,7 +242,7 @@ class WirtAufraeumenGestoert : public WirtAufraeumen {
 
 }  // namespace
 
-TEST_F(WirtAufraeumenGestoert, Reisst_die_Verbindung_ab_so_geht_kein_Bild_das_nicht_gezeigt_wurde) {
+TEST_F(WirtAufraeumenGestoert, WhenTheConnectionBreaksNoPictureGoesThatWasNotShown) {
   const QStringList vorher = stand();
   const auto abreissen = [] { throw Laufzeitfehler(fehlernummer::Verbindung); };
   for (int n = 1; n <= texte_; ++n) {
@@ -254,19 +254,19 @@ TEST_F(WirtAufraeumenGestoert, Reisst_die_Verbindung_ab_so_geht_kein_Bild_das_ni
   EXPECT_EQ(stand(), geraeumt_);
 }
 
-TEST_F(WirtAufraeumenGestoert, Was_stehen_bleibt_wird_genannt) {
+TEST_F(WirtAufraeumenGestoert, WhatIsLeftStandingIsNamed) {
   const QStringList geblieben =
       raeume_auf_und(texte_, [&] { ablage_.schreibe(u"Belege/2/im_letzten_Augenblick.jpg"_s, "x"); });
   EXPECT_EQ(geblieben, QStringList{u"Belege\\2\\"_s});
   EXPECT_EQ(stand(), geraeumt_ + QStringList({u"Belege/2/"_s, u"Belege/2/im_letzten_Augenblick.jpg"_s}));
 }
 
-TEST_F(WirtAufraeumenGestoert, Was_ein_anderer_schon_geloescht_hat_wird_nicht_vermisst) {
+TEST_F(WirtAufraeumenGestoert, WhatSomebodyElseAlreadyDeletedIsNotMissed) {
   EXPECT_TRUE(raeume_auf_und(texte_, [&] { QFile::remove(ablage_.pfad(u"Belege/1/b.jpg"_s)); }).isEmpty());
   EXPECT_EQ(stand(), geraeumt_);
 }
 
-TEST_F(WirtAufraeumen, Was_niemand_erwartet_steht_als_Warnung_ueber_der_Frage) {
+TEST_F(WirtAufraeumen, WhatNobodyExpectsStandsAsAWarningAboveTheQuestion) {
   ablage_.schreibe(u"oben.jpg"_s, "x");
   oeffne_Ablage();
   EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
@@ -277,7 +277,7 @@ TEST_F(WirtAufraeumen, Was_niemand_erwartet_steht_als_Warnung_ueber_der_Frage) {
   }));
 }
 
-TEST_F(WirtAufraeumen, Nach_Bildern_mit_Hochkomma_wird_nicht_gefragt_und_nichts_geloescht) {
+TEST_F(WirtAufraeumen, PicturesWithAnApostropheAreNotAskedForAndNothingIsDeleted) {
   oeffne_Ablage();
   for (int i = 10; i < 22; ++i) ablage_.schreibe(u"Belege/1/o'neil%1.jpg"_s.arg(i), "x");
   QStringList genannte;
@@ -288,7 +288,7 @@ TEST_F(WirtAufraeumen, Nach_Bildern_mit_Hochkomma_wird_nicht_gefragt_und_nichts_
           u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
 }
 
-TEST_F(WirtAufraeumen, Ein_Backslash_am_Ende_der_Ordner_macht_kein_Bild_frei) {
+TEST_F(WirtAufraeumen, ABackslashAtTheEndOfTheFoldersMakesNoPictureFree) {
   Wirtsoptionen mit = optionen();
   mit.bilder = ablage_.pfad();
   Arbeitsplatz platz(mit);
@@ -311,7 +311,7 @@ TEST_F(WirtAufraeumen, Ein_Backslash_am_Ende_der_Ordner_macht_kein_Bild_frei) {
   EXPECT_EQ(gelistete(u"P:"_s, u"P:\\Belege\\1\\\\"_s), erwartet.mid(0, 2));
 }
 
-TEST_F(WirtAufraeumen, Der_gewaehlte_Vorgang_steht_danach_noch_da) {
+TEST_F(WirtAufraeumen, TheSelectedRecordIsStillThereAfterwards) {
   oeffne_Ablage();
   klicke(u"AB 24-1001"_s);
   EXPECT_EQ(text(u"lbl_Anzahl"_s), u"1 Bild"_s);
@@ -353,7 +353,7 @@ class WirtSuche : public WirtBilder {
 
 }  // namespace
 
-TEST_F(WirtSuche, Was_in_der_Bildsuche_gewaehlt_wurde_steht_mit_vollem_Namen_in_der_Statuszeile) {
+TEST_F(WirtSuche, WhatWasChosenInThePictureSearchStandsWithItsFullNameInTheStatusBar) {
   EXPECT_TRUE(suche([](QWidget& fenster) {
     waehle(fenster, {u"eins.jpg"_s, u"zwei.jpg"_s});
     druecke(fenster, u"cmd_Uebernehmen"_s);
@@ -362,7 +362,7 @@ TEST_F(WirtSuche, Was_in_der_Bildsuche_gewaehlt_wurde_steht_mit_vollem_Namen_in_
   EXPECT_EQ(kind<QLabel>(u"lbl_Status"_s)->toolTip(), text(u"lbl_Status"_s)) << "a long text is cut off in the bar";
 }
 
-TEST_F(WirtSuche, Wer_die_Bildsuche_verlaesst_oder_nichts_waehlt_hat_nichts_gewaehlt) {
+TEST_F(WirtSuche, WhoeverLeavesThePictureSearchOrChoosesNothingHasChosenNothing) {
   for (const QString& knopf : {u"cmd_Abbruch"_s, u"cmd_Uebernehmen"_s}) {
     EXPECT_TRUE(suche([&](QWidget& fenster) {
       if (knopf == "cmd_Abbruch"_L1) waehle(fenster, {u"eins.jpg"_s});
@@ -372,7 +372,7 @@ TEST_F(WirtSuche, Wer_die_Bildsuche_verlaesst_oder_nichts_waehlt_hat_nichts_gewa
   }
 }
 
-TEST_F(WirtSuche, Nach_der_Bildsuche_stehen_die_Bilder_des_Vorgangs_wie_sie_jetzt_sind) {
+TEST_F(WirtSuche, AfterThePictureSearchTheRecordsPicturesStandAsTheyAreNow) {
   sql(u"UPDATE Bild_Zuordnungen SET BildPfad = '', Bildname = 'eins' WHERE Key1 = 'WP-0900'"_s);
   klicke(u"WP-0900"_s);
   EXPECT_EQ(text(u"lbl_Anzahl"_s), u"1 Bild"_s);
@@ -391,7 +391,7 @@ class WirtExif : public WirtBilder {
 
 }  // namespace
 
-TEST_F(WirtExif, Der_Knopf_zeigt_die_Eigenschaften_des_gewaehlten_Bildes) {
+TEST_F(WirtExif, TheButtonShowsThePropertiesOfTheSelectedPicture) {
   oeffne();
   klicke(u"AB 24-1001"_s);
   klicke_Bild(0);
@@ -407,7 +407,7 @@ TEST_F(WirtExif, Der_Knopf_zeigt_die_Eigenschaften_des_gewaehlten_Bildes) {
   }));
 }
 
-TEST_F(WirtExif, Ohne_gewaehltes_Bild_ist_der_Knopf_gesperrt_und_die_Taste_sagt_was_fehlt) {
+TEST_F(WirtExif, WithoutASelectedPictureTheButtonIsDisabledAndTheKeySaysWhatIsMissing) {
   oeffne();
   QTest::keyClick(fenster_.get(), Qt::Key_E, Qt::ControlModifier);
   EXPECT_EQ(text(u"lbl_Status"_s), u"Exif: Wählen Sie zuerst ein Bild des Vorgangs aus."_s) << "no record either";
@@ -420,7 +420,7 @@ TEST_F(WirtExif, Ohne_gewaehltes_Bild_ist_der_Knopf_gesperrt_und_die_Taste_sagt_
   EXPECT_FALSE(zeige([](QWidget&) {}));
 }
 
-TEST_F(WirtExif, Eine_fehlende_Datei_wird_gesagt_und_nicht_angelegt) {
+TEST_F(WirtExif, AMissingFileIsToldAndNotCreated) {
   const Testordner ablage;
   ablage.schreibe(u"Belege/24-2003/anderes.jpg"_s, "x");
   Wirtsoptionen mit = optionen();

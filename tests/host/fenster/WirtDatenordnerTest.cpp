@@ -44,14 +44,14 @@ class WirtDatenordner : public ::testing::Test {
   Testordner ordner_;
 };
 
-TEST_F(WirtDatenordner, Der_erste_Start_legt_alles_an_und_laesst_daneben_nichts_liegen) {
+TEST_F(WirtDatenordner, TheFirstStartCreatesEverythingAndLeavesNothingBesideIt) {
   richte_ein();
   EXPECT_EQ(QDir(daten()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
       (QStringList{u"betrieb.db"_s, u"bilder"_s, u"eingang"_s}));
   EXPECT_EQ(daneben(), QStringList{u"kvobildzuordnung"_s});
 }
 
-TEST_F(WirtDatenordner, Genau_ein_zugeordnetes_Bild_fehlt) {
+TEST_F(WirtDatenordner, ExactlyOneAssignedPictureIsMissing) {
   richte_ein();
   adodb::Connection verbindung;
   verbindung.Open(datenordner::verbindung(namen::tabellenpfad(daten())));
@@ -66,7 +66,7 @@ TEST_F(WirtDatenordner, Genau_ein_zugeordnetes_Bild_fehlt) {
   EXPECT_EQ(fehlende, QStringList{u"Belege/24-2003/Fliesen_0820240305_100000.jpg"_s});
 }
 
-TEST_F(WirtDatenordner, Ein_zweiter_Start_laesst_alles_wie_es_ist) {
+TEST_F(WirtDatenordner, ASecondStartLeavesEverythingAsItIs) {
   richte_ein();
   ordner_.schreibe(u"heim/kvobildzuordnung/bilder/Belege/mein.jpg"_s, "meins");
   const QStringList vorher = dateien_unter(daten());
@@ -74,26 +74,26 @@ TEST_F(WirtDatenordner, Ein_zweiter_Start_laesst_alles_wie_es_ist) {
   EXPECT_EQ(dateien_unter(daten()), vorher);
 }
 
-TEST_F(WirtDatenordner, Ein_leerer_Ordner_wird_genommen) {
+TEST_F(WirtDatenordner, AnEmptyFolderIsTaken) {
   ASSERT_TRUE(QDir().mkpath(daten()));
   richte_ein();
   EXPECT_TRUE(QFile::exists(daten() + u"/betrieb.db"_s));
 }
 
-TEST_F(WirtDatenordner, Ein_Ordner_mit_anderem_bleibt_und_wird_genannt) {
+TEST_F(WirtDatenordner, AFolderWithOtherContentStaysAndIsNamed) {
   ordner_.schreibe(u"heim/kvobildzuordnung/wichtig.txt"_s, "bleibt");
   EXPECT_TRUE(abgelehnt([&] { richte_ein(); }).contains(u"liegt anderes"_s));
   EXPECT_EQ(dateien_unter(daten()), QStringList{u"wichtig.txt"_s});
   EXPECT_EQ(daneben(), QStringList{u"kvobildzuordnung"_s});
 }
 
-TEST_F(WirtDatenordner, Ein_gescheitertes_Anlegen_laesst_keinen_halben_Ordner) {
+TEST_F(WirtDatenordner, AFailedCreationLeavesNoHalfFolder) {
   ordner_.schreibe(u"heim/kvobildzuordnung.neu-%1"_s.arg(QCoreApplication::applicationPid()), "im Weg");
   abgelehnt([&] { richte_ein(); });
   EXPECT_FALSE(QFile::exists(daten()));
 }
 
-TEST_F(WirtDatenordner, Ein_Rest_eines_abgebrochenen_Anlegens_stoert_nicht) {
+TEST_F(WirtDatenordner, TheRestOfAnInterruptedCreationDoesNoHarm) {
   ordner_.schreibe(
       u"heim/kvobildzuordnung.neu-%1/bilder/Belege/halb.jpg"_s.arg(QCoreApplication::applicationPid()), "halb");
   richte_ein();
@@ -101,7 +101,7 @@ TEST_F(WirtDatenordner, Ein_Rest_eines_abgebrochenen_Anlegens_stoert_nicht) {
   EXPECT_EQ(daneben(), QStringList{u"kvobildzuordnung"_s});
 }
 
-TEST_F(WirtDatenordner, Was_ein_getoeteter_Start_liegen_liess_geht_beim_naechsten) {
+TEST_F(WirtDatenordner, WhatAKilledStartLeftBehindGoesAtTheNextOne) {
   QProcess fertig;
   fertig.start(u"true"_s, QStringList());
   ASSERT_TRUE(fertig.waitForStarted());
@@ -116,7 +116,7 @@ TEST_F(WirtDatenordner, Was_ein_getoeteter_Start_liegen_liess_geht_beim_naechste
       daneben(), (QStringList{u"kvobildzuordnung"_s, u"kvobildzuordnung.neu-1"_s, u"kvobildzuordnung.neu-meins"_s}));
 }
 
-TEST(WirtOptionen, Ein_falscher_Aufruf_wird_mit_Worten_abgelehnt) {
+TEST(WirtOptionen, AWrongCallIsRefusedWithWords) {
   const QList<std::pair<QStringList, QString>> faelle{
       {{u"--gibtsnicht"_s}, u"Die Option „gibtsnicht“ gibt es nicht."_s},
       {{u"--bilder"_s}, u"Hinter „--bilder“ fehlt der Wert."_s},
@@ -132,20 +132,20 @@ TEST(WirtOptionen, Ein_falscher_Aufruf_wird_mit_Worten_abgelehnt) {
   }
 }
 
-TEST(WirtOptionen, Ein_Dateiname_meint_eine_SQLite_Datei) {
+TEST(WirtOptionen, AFileNameMeansAnSQLiteFile) {
   EXPECT_EQ(
       wirtsoptionen::lies({u"--verbindung"_s, u"/d/a.db"_s}).verbindung, u"Provider=SQLite;Data Source=\"/d/a.db\""_s);
   EXPECT_EQ(wirtsoptionen::lies({u"--verbindung"_s, u"Driver={X};Server=s"_s}).verbindung, u"Driver={X};Server=s"_s);
 }
 
-TEST(WirtOptionen, Ohne_Angabe_liegt_der_Datenordner_unter_den_Anwendungsdaten) {
+TEST(WirtOptionen, WithoutAnArgumentTheDataFolderLiesUnderTheApplicationData) {
   const QByteArray vorher = qgetenv("XDG_DATA_HOME");
   qputenv("XDG_DATA_HOME", "/tmp/heim");
   EXPECT_EQ(wirtsoptionen::lies({}).datenordner, u"/tmp/heim/kvobildzuordnung"_s);
   qputenv("XDG_DATA_HOME", vorher);
 }
 
-TEST(WirtOptionen, Die_Hilfe_nennt_jede_Option) {
+TEST(WirtOptionen, TheHelpNamesEveryOption) {
   EXPECT_TRUE(wirtsoptionen::lies({u"--hilfe"_s}).hilfe);
   for (const QString& option :
       {u"--verbindung"_s, u"--bilder"_s, u"--eingebettet"_s, u"--datenordner"_s, u"--vorgang"_s, u"--hilfe"_s})

@@ -20,7 +20,7 @@ void tippe(QWidget* feld, const QString& text) {
 
 }  // namespace
 
-TEST_F(WirtFenster, Die_Liste_zeigt_die_Vorgaenge_nach_Art_mit_der_Zahl_ihrer_Bilder) {
+TEST_F(WirtFenster, TheListShowsTheRecordsByKindWithTheNumberOfTheirPictures) {
   oeffne();
   EXPECT_EQ(gezeigte(),
       (QStringList{u"AB 24-1001"_s, u"AN 24-3005"_s, u"RE 24-2003"_s, u"AB 24-1001 / 1"_s, u"AB 24-1001 / 2"_s,
@@ -35,28 +35,28 @@ TEST_F(WirtFenster, Die_Liste_zeigt_die_Vorgaenge_nach_Art_mit_der_Zahl_ihrer_Bi
   EXPECT_EQ(text(u"lbl_Status"_s), u"13 Vorgänge"_s);
 }
 
-TEST_F(WirtFenster, Ein_Vorgang_den_nur_die_Zuordnungen_kennen_steht_auch_da) {
+TEST_F(WirtFenster, ARecordKnownOnlyByItsAssignmentsIsListedToo) {
   sql(u"UPDATE Bild_Zuordnungen SET Key2 = '23-0001' WHERE Key1 = 'RE'"_s);
   oeffne();
   EXPECT_EQ(spalte(u"RE 23-0001"_s, Vorgangsmodell::Bilder), u"4"_s);
   EXPECT_EQ(spalte(u"RE 24-2003"_s, Vorgangsmodell::Bilder), u"0"_s);
 }
 
-TEST_F(WirtFenster, Schluessel_werden_verglichen_wie_die_Datenbank_es_tut) {
+TEST_F(WirtFenster, KeysAreComparedAsTheDatabaseDoes) {
   sql(u"UPDATE Bild_Zuordnungen SET Key1 = 'wp-0900 ' WHERE Key1 = 'WP-0900'"_s);
   oeffne();
   EXPECT_EQ(spalte(u"WP-0900"_s, Vorgangsmodell::Bilder), u"1"_s);
   EXPECT_EQ(gezeigte().size(), 13);
 }
 
-TEST_F(WirtFenster, Am_Anfang_ist_kein_Vorgang_gewaehlt) {
+TEST_F(WirtFenster, NoRecordIsSelectedInTheBeginning) {
   oeffne();
   EXPECT_EQ(text(u"lbl_Ueberschrift"_s), u"Kein Vorgang gewählt"_s);
   EXPECT_TRUE(sichtbar(u"lbl_Hinweis"_s));
   EXPECT_FALSE(kind<QAction>(u"act_Zuordnen"_s)->isEnabled());
 }
 
-TEST_F(WirtFenster, Ein_Klick_zeigt_den_Vorgang_mit_seinen_Bildern) {
+TEST_F(WirtFenster, AClickShowsTheRecordWithItsPictures) {
   oeffne();
   klicke(u"AB 24-1001"_s);
   EXPECT_EQ(text(u"lbl_Art"_s), u"Beleg"_s);
@@ -67,7 +67,7 @@ TEST_F(WirtFenster, Ein_Klick_zeigt_den_Vorgang_mit_seinen_Bildern) {
   EXPECT_TRUE(kind<QPushButton>(u"cmd_Zuordnen"_s)->isEnabled());
 }
 
-TEST_F(WirtFenster, Die_Vorschau_malt_die_Bilder_und_einen_Platzhalter_fuer_die_fehlende_Datei) {
+TEST_F(WirtFenster, ThePreviewPaintsThePicturesAndAPlaceholderForTheMissingFile) {
   oeffne();
   klicke(u"RE 24-2003"_s);
   EXPECT_EQ(text(u"lbl_Anzahl"_s), u"4 Bilder, 1 Datei fehlt"_s);
@@ -86,7 +86,7 @@ TEST_F(WirtFenster, Die_Vorschau_malt_die_Bilder_und_einen_Platzhalter_fuer_die_
   EXPECT_TRUE(streifen->model()->index(3, 0).data(Qt::ToolTipRole).toString().contains(u"Die Datei fehlt"_s));
 }
 
-TEST_F(WirtFenster, Eine_Bilddatei_die_keine_ist_bringt_keine_Meldung) {
+TEST_F(WirtFenster, APictureFileThatIsNoneBringsNoMessage) {
   Testordner ablage;
   ablage.schreibe(u"Belege/24-1001/Heizkessel_0120240305_081500.jpg"_s, "kein Bild");
   Wirtsoptionen mit = optionen();
@@ -97,7 +97,7 @@ TEST_F(WirtFenster, Eine_Bilddatei_die_keine_ist_bringt_keine_Meldung) {
   EXPECT_EQ(fenster_->ansicht()->lst_Bilder->geladene(), 1);
 }
 
-TEST_F(WirtFenster, Ein_Vorgang_ohne_Bilder_sagt_es) {
+TEST_F(WirtFenster, ARecordWithoutPicturesSaysSo) {
   oeffne();
   klicke(u"AN 24-3005"_s);
   EXPECT_TRUE(sichtbar(u"lbl_KeineBilder"_s));
@@ -106,7 +106,7 @@ TEST_F(WirtFenster, Ein_Vorgang_ohne_Bilder_sagt_es) {
   EXPECT_TRUE(kind<QPushButton>(u"cmd_Zuordnen"_s)->isEnabled());
 }
 
-TEST_F(WirtFenster, Der_Filter_findet_in_Nummer_Kunde_und_Art_ohne_auf_Gross_und_klein_zu_sehen) {
+TEST_F(WirtFenster, TheFilterFindsInNumberCustomerAndKindWithoutRegardToCase) {
   oeffne();
   const QList<std::pair<QString, QStringList>> faelle{{u"24-2003"_s, {u"RE 24-2003"_s}},
       {u"ÖZTÜRK"_s, {u"RE 24-2003"_s, u"10002 Heizung 1"_s, u"10002 Solar 1"_s}},
@@ -119,7 +119,7 @@ TEST_F(WirtFenster, Der_Filter_findet_in_Nummer_Kunde_und_Art_ohne_auf_Gross_und
   }
 }
 
-TEST_F(WirtFenster, Ein_Filter_ohne_Treffer_sagt_es_und_laesst_sich_leeren) {
+TEST_F(WirtFenster, AFilterWithoutAMatchSaysSoAndCanBeEmptied) {
   oeffne();
   tippe(kind<QLineEdit>(u"txt_Filter"_s), u"xyz"_s);
   EXPECT_FALSE(baum()->isVisible());
@@ -129,7 +129,7 @@ TEST_F(WirtFenster, Ein_Filter_ohne_Treffer_sagt_es_und_laesst_sich_leeren) {
   EXPECT_EQ(gezeigte().size(), 13);
 }
 
-TEST_F(WirtFenster, Der_Filter_laesst_den_gewaehlten_Vorgang_gewaehlt_oder_waehlt_keinen) {
+TEST_F(WirtFenster, TheFilterLeavesTheSelectedRecordSelectedOrSelectsNone) {
   oeffne();
   klicke(u"RE 24-2003"_s);
   auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
@@ -142,7 +142,7 @@ TEST_F(WirtFenster, Der_Filter_laesst_den_gewaehlten_Vorgang_gewaehlt_oder_waehl
   EXPECT_TRUE(sichtbar(u"lbl_Ueberschrift"_s));
 }
 
-TEST_F(WirtFenster, Vom_Filter_fuehrt_die_Tastatur_bis_in_den_Dialog) {
+TEST_F(WirtFenster, FromTheFilterTheKeyboardLeadsIntoTheDialog) {
   oeffne();
   QTest::keyClick(fenster_.get(), Qt::Key_F, Qt::AltModifier);
   auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
@@ -154,17 +154,17 @@ TEST_F(WirtFenster, Vom_Filter_fuehrt_die_Tastatur_bis_in_den_Dialog) {
   QTest::keyClick(baum(), Qt::Key_Return);
   ASSERT_EQ(aufrufe_.size(), 1);
   EXPECT_EQ(aufrufe_.first().ordner, u"Anlagen\\10002"_s);
-  EXPECT_FALSE(aufrufe_.first().nur_anzeige);
+  EXPECT_FALSE(aufrufe_.first().nur_Anzeige);
 }
 
-TEST_F(WirtFenster, Ein_Doppelklick_oeffnet_den_Dialog_einmal) {
+TEST_F(WirtFenster, ADoubleClickOpensTheDialogOnce) {
   oeffne();
   klicke(u"RE 24-2003"_s, true);
   ASSERT_EQ(aufrufe_.size(), 1);
   EXPECT_EQ(aufrufe_.first().bilder, 4);
 }
 
-TEST_F(WirtFenster, Auf_einer_Art_oeffnet_sich_nichts) {
+TEST_F(WirtFenster, NothingOpensOnAKindOfRecord) {
   oeffne();
   const QModelIndex kopf = baum()->model()->index(0, 0);
   const QPoint stelle = baum()->visualRect(kopf).center();
@@ -173,7 +173,7 @@ TEST_F(WirtFenster, Auf_einer_Art_oeffnet_sich_nichts) {
   EXPECT_TRUE(aufrufe_.isEmpty());
 }
 
-TEST_F(WirtFenster, Beide_Knoepfe_oeffnen_auf_ihre_Weise) {
+TEST_F(WirtFenster, BothButtonsOpenInTheirOwnWay) {
   oeffne();
   klicke(u"AB 24-1001"_s);
   QTest::mouseClick(kind<QPushButton>(u"cmd_Zuordnen"_s), Qt::LeftButton);
@@ -181,13 +181,13 @@ TEST_F(WirtFenster, Beide_Knoepfe_oeffnen_auf_ihre_Weise) {
   QTest::keyClick(fenster_.get(), Qt::Key_A, Qt::AltModifier);
   // An access key lets the button be seen pressed first.
   ASSERT_TRUE(QTest::qWaitFor([&] { return aufrufe_.size() == 3; }));
-  EXPECT_FALSE(aufrufe_[0].nur_anzeige);
-  EXPECT_TRUE(aufrufe_[1].nur_anzeige);
-  EXPECT_TRUE(aufrufe_[2].nur_anzeige);
+  EXPECT_FALSE(aufrufe_[0].nur_Anzeige);
+  EXPECT_TRUE(aufrufe_[1].nur_Anzeige);
+  EXPECT_TRUE(aufrufe_[2].nur_Anzeige);
   EXPECT_EQ(text(u"lbl_Status"_s), u"Beleg AB 24-1001: Nur angezeigt; nichts ist geschrieben."_s);
 }
 
-TEST_F(WirtFenster, Nach_dem_Dialog_stehen_Zahl_Bilder_und_Ergebnis_da) {
+TEST_F(WirtFenster, AfterTheDialogCountPicturesAndResultAreShown) {
   oeffne();
   im_Dialog_ = [](clsBildZuordnungen& store) {
     store.FKT_NeuesBild({}, {}, {}, {}, u"Neu"_s, u"jpg"_s, u"BEL"_s, u"-"_s);
@@ -205,7 +205,7 @@ TEST_F(WirtFenster, Nach_dem_Dialog_stehen_Zahl_Bilder_und_Ergebnis_da) {
   EXPECT_EQ(fenster_->ansicht()->lst_Bilder->anzahl(), 1);
 }
 
-TEST_F(WirtFenster, Eine_unerreichbare_Bildablage_laesst_das_Fenster_benutzbar) {
+TEST_F(WirtFenster, AnUnreachablePictureRootLeavesTheWindowUsable) {
   Wirtsoptionen ohne = optionen();
   ohne.bilder = u"/gibt/es/nicht"_s;
   oeffne(ohne);
@@ -220,7 +220,7 @@ TEST_F(WirtFenster, Eine_unerreichbare_Bildablage_laesst_das_Fenster_benutzbar) 
   EXPECT_EQ(text(u"lbl_Status"_s), u"Beleg AB 24-1001: Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
 }
 
-TEST_F(WirtFenster, Eine_tote_Datenbank_wird_gesagt_und_F5_liest_sie_wieder) {
+TEST_F(WirtFenster, ADeadDatabaseIsToldAndF5ReadsItAgain) {
   nimm_Tabelle_weg();
   oeffne();
   EXPECT_EQ(text(u"lbl_Ueberschrift"_s), u"Die Vorgänge sind nicht zu lesen"_s);
@@ -233,7 +233,7 @@ TEST_F(WirtFenster, Eine_tote_Datenbank_wird_gesagt_und_F5_liest_sie_wieder) {
   EXPECT_FALSE(sichtbar(u"cmd_NochEinmal"_s));
 }
 
-TEST_F(WirtFenster, Eine_Datenbank_die_es_nicht_gibt_wird_genannt_und_nicht_angelegt) {
+TEST_F(WirtFenster, ADatabaseThatDoesNotExistIsNamedAndNotCreated) {
   Testordner ordner;
   Wirtsoptionen fremd = optionen();
   fremd.verbindung = u"Provider=SQLite;Data Source="_s + ordner.pfad(u"weg.db"_s);
@@ -242,7 +242,7 @@ TEST_F(WirtFenster, Eine_Datenbank_die_es_nicht_gibt_wird_genannt_und_nicht_ange
   EXPECT_FALSE(ordner.vorhanden(u"weg.db"_s));
 }
 
-TEST_F(WirtFenster, Stirbt_die_Datenbank_vor_dem_Dialog_geht_er_nicht_auf) {
+TEST_F(WirtFenster, WhenTheDatabaseDiesBeforeTheDialogItDoesNotOpen) {
   oeffne();
   klicke(u"AB 24-1001"_s);
   nimm_Tabelle_weg();
@@ -255,7 +255,7 @@ TEST_F(WirtFenster, Stirbt_die_Datenbank_vor_dem_Dialog_geht_er_nicht_auf) {
   EXPECT_EQ(gezeigte().size(), 13);
 }
 
-TEST_F(WirtFenster, Fehlt_eine_Tabelle_des_Betriebs_bleiben_die_anderen_Arten) {
+TEST_F(WirtFenster, WhereATableOfTheBusinessIsMissingTheOtherKindsRemain) {
   sql(u"ALTER TABLE Artikelstamm RENAME TO Artikelstamm_Weg"_s);
   oeffne();
   sql(u"ALTER TABLE Artikelstamm_Weg RENAME TO Artikelstamm"_s);
@@ -265,14 +265,14 @@ TEST_F(WirtFenster, Fehlt_eine_Tabelle_des_Betriebs_bleiben_die_anderen_Arten) {
   EXPECT_FALSE(gezeigte().contains(u"TH-0110"_s));
 }
 
-TEST_F(WirtFenster, Ein_genannter_Vorgang_ist_am_Anfang_gewaehlt) {
+TEST_F(WirtFenster, ARecordNamedInTheCallIsSelectedInTheBeginning) {
   Wirtsoptionen mit = optionen();
   mit.vorgang = u"re 24-2003"_s;
   oeffne(mit);
   EXPECT_EQ(text(u"lbl_Nummer"_s), u"RE 24-2003"_s);
 }
 
-TEST_F(WirtFenster, Der_Tabulator_geht_vom_Filter_ueber_die_Liste_zu_den_Knoepfen) {
+TEST_F(WirtFenster, TheTabulatorGoesFromTheFilterOverTheListToTheButtons) {
   oeffne();
   klicke(u"AB 24-1001"_s);
   kind<QLineEdit>(u"txt_Filter"_s)->setFocus();
@@ -285,7 +285,7 @@ TEST_F(WirtFenster, Der_Tabulator_geht_vom_Filter_ueber_die_Liste_zu_den_Knoepfe
       (QStringList{u"cmd_Einlesen"_s, u"tree_Vorgaenge"_s, u"lst_Bilder"_s, u"cmd_Zuordnen"_s, u"cmd_Anzeigen"_s}));
 }
 
-TEST_F(WirtFenster, Der_erste_Start_malt_das_Fenster_und_legt_dann_die_Daten_an) {
+TEST_F(WirtFenster, TheFirstStartPaintsTheWindowAndThenCreatesTheData) {
   Testordner heim;
   Wirtsoptionen neu;
   neu.datenordner = heim.pfad(u"neu"_s);

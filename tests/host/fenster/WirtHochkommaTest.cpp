@@ -57,7 +57,7 @@ class WirtHochkomma : public WirtBilder {
 
 }  // namespace
 
-TEST_F(WirtHochkomma, Ein_Vorgang_mit_Hochkomma_zeigt_kein_Bild_und_oeffnet_keinen_Dialog) {
+TEST_F(WirtHochkomma, ARecordWithAnApostropheShowsNoPictureAndOpensNoDialog) {
   for (int key = 1; key <= 3; ++key) {
     SCOPED_TRACE(key);
     sql(u"UPDATE Bild_Zuordnungen SET Key1 = 'A1', Key2 = 'A2', Key3 = 'A3', Typ1 = 'ANL' WHERE Typ1 = 'ART' AND "
@@ -87,7 +87,7 @@ TEST_F(WirtHochkomma, Ein_Vorgang_mit_Hochkomma_zeigt_kein_Bild_und_oeffnet_kein
   }
 }
 
-TEST_F(WirtHochkomma, Ein_Vorgang_mit_einer_solchen_Zeile_oeffnet_nur_zum_Anzeigen) {
+TEST_F(WirtHochkomma, ARecordWithSuchARowOpensForDisplayOnly) {
   for (const QString& spalte : {u"Bildname"_s, u"BildExt"_s, u"BildPfad"_s, u"Grafik_Ursprung"_s, u"GrafikAnbNr"_s}) {
     SCOPED_TRACE(spalte.toStdString());
     setze_Zeile(spalte, Weit);
@@ -117,7 +117,7 @@ TEST_F(WirtHochkomma, Ein_Vorgang_mit_einer_solchen_Zeile_oeffnet_nur_zum_Anzeig
   }
 }
 
-TEST_F(WirtHochkomma, Hat_das_Bild_eine_solche_Zuordnung_so_wird_keine_geloescht) {
+TEST_F(WirtHochkomma, WhereThePictureHasSuchAnAssignmentNoneIsDeleted) {
   for (const QString& spalte : {u"Key1"_s, u"Key2"_s, u"Key3"_s, u"key4"_s, u"Typ1"_s, u"Typ2"_s}) {
     SCOPED_TRACE(spalte.toStdString());
     sql(u"UPDATE Bild_Zuordnungen SET %1 = %2 WHERE Key1 = 'WP-0900' AND SortIndex = 7"_s.arg(
@@ -141,7 +141,7 @@ TEST_F(WirtHochkomma, Hat_das_Bild_eine_solche_Zuordnung_so_wird_keine_geloescht
   }
 }
 
-TEST_F(WirtHochkomma, Eine_getippte_Artikelnummer_wird_nicht_zugeordnet_bis_sie_berichtigt_ist) {
+TEST_F(WirtHochkomma, ATypedArticleNumberIsNotAssignedUntilItIsCorrected) {
   const QStringList vorher = tabelle();
   oeffne();
   klicke(u"TH-0100"_s);
@@ -164,7 +164,7 @@ TEST_F(WirtHochkomma, Eine_getippte_Artikelnummer_wird_nicht_zugeordnet_bis_sie_
   EXPECT_EQ(tabelle().size(), vorher.size() + 1);
 }
 
-TEST_F(WirtHochkomma, Ein_Lieferant_mit_Hochkomma_wird_kein_Ordner) {
+TEST_F(WirtHochkomma, ASupplierWithAnApostropheBecomesNoFolder) {
   const QString lieferant =
       werte(u"SELECT Hauptlieferant FROM Artikelstamm WHERE Artikelnummer = 'TH-0110'"_s).value(0);
   sql(u"UPDATE Artikelstamm SET Hauptlieferant = 'O''Neil' WHERE Artikelnummer = 'TH-0110'"_s);
@@ -182,7 +182,7 @@ TEST_F(WirtHochkomma, Ein_Lieferant_mit_Hochkomma_wird_kein_Ordner) {
   sql(u"UPDATE Artikelstamm SET Hauptlieferant = %1 WHERE Artikelnummer = 'TH-0110'"_s.arg(literal_von(lieferant)));
 }
 
-TEST_F(WirtHochkomma, Andere_Fragen_und_Hinweise_kommen_wie_sie_sind) {
+TEST_F(WirtHochkomma, OtherQuestionsAndNoticesComeAsTheyAre) {
   oeffne();
   meldungen_.erwarte({u"Wirklich?"_s, u"Titel"_s, Symbol::Frage, Knoepfe::JaNein}, Antwort::Ja);
   EXPECT_EQ(MsgBox(u"Wirklich?"_s, Knoepfe::JaNein, Symbol::Frage, u"Titel"_s), Antwort::Ja);
@@ -190,7 +190,7 @@ TEST_F(WirtHochkomma, Andere_Fragen_und_Hinweise_kommen_wie_sie_sind) {
   EXPECT_EQ(MsgBox(u"Fertig"_s, Knoepfe::OK, Symbol::Information, u"Titel"_s), Antwort::OK);
 }
 
-TEST_F(WirtHochkomma, Texte_der_Vorgaenge_kommen_in_keine_Anweisung) {
+TEST_F(WirtHochkomma, TextsOfTheRecordsGetIntoNoStatement) {
   sql(u"INSERT INTO BelegKopfZunft (Belegart, Belegnummer, Kundennummer, Projektnummer) "
       u"VALUES ('AB', 'H-1', 'O''Neil', 'x'' or ''1''=''1')"_s);
   oeffne();
@@ -200,9 +200,9 @@ TEST_F(WirtHochkomma, Texte_der_Vorgaenge_kommen_in_keine_Anweisung) {
   sql(u"DELETE FROM BelegKopfZunft WHERE Belegnummer = 'H-1'"_s);
 }
 
-TEST_F(WirtHochkomma, Der_Bildordner_eines_Vorgangs_hat_keines) {
+TEST_F(WirtHochkomma, ThePictureFolderOfARecordHasNone) {
   for (const auto& [art, ordner] :
       {std::pair(Vorgangsart::Beleg, u"Belege\\O_N"_s), std::pair(Vorgangsart::Montageauftrag, u"Montage\\O_N"_s),
           std::pair(Vorgangsart::Artikel, u"Artikel\\Allg"_s), std::pair(Vorgangsart::Anlage, u"Anlagen\\O_N"_s)})
-    EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(art, u"O'N"_s, u"O'N"_s, u"O'N"_s)), ordner);
+    EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(art, u"O'N"_s, u"O'N"_s, u"O'N"_s)), ordner);
 }

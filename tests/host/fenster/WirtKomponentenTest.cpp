@@ -36,7 +36,7 @@ class WirtKomponenten : public Wirt {
   Arbeitsplatz platz_{optionen()};
 };
 
-TEST_F(WirtKomponenten, Ein_Artikel_wird_an_seiner_ganzen_Nummer_erkannt_in_jeder_Schreibung) {
+TEST_F(WirtKomponenten, AnArticleIsKnownByItsWholeNumberInAnyCase) {
   const auto artikel = manager();
   EXPECT_TRUE(finde(*artikel, u" th-0100 "_s));
   EXPECT_EQ(artikel->Artikelnummer(), u"TH-0100"_s);
@@ -47,7 +47,7 @@ TEST_F(WirtKomponenten, Ein_Artikel_wird_an_seiner_ganzen_Nummer_erkannt_in_jede
   EXPECT_EQ(artikel->Artikelnummer(), u"TH-0100"_s);
 }
 
-TEST_F(WirtKomponenten, Ein_Teil_einer_Nummer_findet_die_erste_die_ihn_enthaelt) {
+TEST_F(WirtKomponenten, APartOfANumberFindsTheFirstThatContainsIt) {
   const auto artikel = manager();
   EXPECT_TRUE(artikel->fktLeseArtikel_TeilArtikel(u"TH-01"_s));
   EXPECT_EQ(artikel->Artikelnummer(), u"TH-0100"_s);
@@ -58,14 +58,14 @@ TEST_F(WirtKomponenten, Ein_Teil_einer_Nummer_findet_die_erste_die_ihn_enthaelt)
   EXPECT_FALSE(finde(*artikel, u"' or 1 = 1 --"_s));
 }
 
-TEST_F(WirtKomponenten, Der_zweite_Artikelstamm_hat_seine_eigenen_Artikel) {
+TEST_F(WirtKomponenten, TheSecondArticleMasterHasItsOwnArticles) {
   const auto zweiter = manager(u"KVOArtikelZF.clsArtikelManagerSQLZF"_s);
   EXPECT_TRUE(finde(*zweiter, u"ZF-9001"_s));
   EXPECT_FALSE(finde(*zweiter, u"TH-0100"_s));
   EXPECT_FALSE(finde(*manager(), u"ZF-9001"_s));
 }
 
-TEST_F(WirtKomponenten, Eine_Einstellung_kommt_aus_der_Tabelle_und_sonst_die_Vorgabe) {
+TEST_F(WirtKomponenten, ASettingComesFromTheTableAndOtherwiseTheDefault) {
   const auto einstellungen = platz_.anwendungsobjekt()->Settings();
   const auto lies = [&](const QString& schluessel, const QString& vorgabe) {
     QString wert = u"alt"_s;
@@ -82,7 +82,7 @@ TEST_F(WirtKomponenten, Eine_Einstellung_kommt_aus_der_Tabelle_und_sonst_die_Vor
   sql(u"ALTER TABLE Einstellungen_Weg RENAME TO Einstellungen"_s);
 }
 
-TEST_F(WirtKomponenten, Am_Ende_des_Programms_sind_die_Namen_nicht_mehr_bekannt) {
+TEST_F(WirtKomponenten, AtTheEndOfTheProgramTheNamesAreKnownNoMore) {
   const Testordner ordner;
   const auto vorher = komponenten::registriere(u"KVOArtik.clsArtikelManagerSQL"_s, {});
   {
@@ -131,7 +131,7 @@ class WirtAuskunft : public WirtKomponenten {
   Empfaenger empfaenger_;
 };
 
-TEST_F(WirtAuskunft, Beim_Tippen_bleiben_die_Artikel_die_den_Text_irgendwo_enthalten) {
+TEST_F(WirtAuskunft, WhileTypingThoseArticlesRemainThatContainTheTextAnywhere) {
   oeffne([&](QDialog& fenster) {
     EXPECT_EQ(gezeigte(fenster),
         (QStringList{u"AR-0010"_s, u"MI-0025"_s, u"TH-0100"_s, u"TH-0110"_s, u"WP-0900"_s, u"WT-0600"_s}));
@@ -150,7 +150,7 @@ TEST_F(WirtAuskunft, Beim_Tippen_bleiben_die_Artikel_die_den_Text_irgendwo_entha
   EXPECT_TRUE(empfaenger_.werte.isEmpty());
 }
 
-TEST_F(WirtAuskunft, Pfeil_und_Eingabetaste_nehmen_einen_Artikel_ohne_Maus) {
+TEST_F(WirtAuskunft, ArrowAndEnterTakeAnArticleWithoutTheMouse) {
   oeffne([](QDialog& fenster) {
     auto* filter = fenster.findChild<QLineEdit*>(u"txt_Artikelfilter"_s);
     QTest::keyClicks(filter, u"TH"_s);
@@ -160,7 +160,7 @@ TEST_F(WirtAuskunft, Pfeil_und_Eingabetaste_nehmen_einen_Artikel_ohne_Maus) {
   EXPECT_EQ(empfaenger_.werte, QStringList{u"TH-0110|Thermostatkopf, neue Ausführung|weiß|70300"_s});
 }
 
-TEST_F(WirtAuskunft, Ein_Doppelklick_nimmt_die_Zeile_Escape_keine) {
+TEST_F(WirtAuskunft, ADoubleClickTakesTheRowAndEscapeNone) {
   oeffne([](QDialog& fenster) {
     auto* liste = fenster.findChild<QTreeView*>();
     const QPoint stelle = liste->visualRect(liste->model()->index(1, 1)).center();
@@ -172,7 +172,7 @@ TEST_F(WirtAuskunft, Ein_Doppelklick_nimmt_die_Zeile_Escape_keine) {
   EXPECT_EQ(empfaenger_.werte.size(), 1);
 }
 
-TEST_F(WirtAuskunft, Eine_andere_Liste_kennt_das_Programm_nicht) {
+TEST_F(WirtAuskunft, TheProgramKnowsNoOtherList) {
   Artikelauskunft auskunft;
   EXPECT_EQ(Fehlernummer_von([&] {
     auskunft.Anzeige_Auskunft(u"Kunden"_s, {}, {}, {}, {}, {}, platz_.verbindung(), empfaenger_, {}, {});

@@ -12,19 +12,19 @@ class WirtLauf : public Wirt {
  protected:
   static constexpr const char* Ordner = "/bilder/Belege/24-1001/";
   void TearDown() override { QFile::remove(datenordner() + QLatin1StringView(Ordner) + u"Neu.jpg"_s); }
-  Laufergebnis gehe(const Vorgang& vorgang, bool nur_anzeige = false) { return gehe(vorgang, nur_anzeige, optionen()); }
-  Laufergebnis gehe(const Vorgang& vorgang, bool nur_anzeige, const Wirtsoptionen& mit) {
+  Laufergebnis gehe(const Vorgang& vorgang, bool nur_Anzeige = false) { return gehe(vorgang, nur_Anzeige, optionen()); }
+  Laufergebnis gehe(const Vorgang& vorgang, bool nur_Anzeige, const Wirtsoptionen& mit) {
     Arbeitsplatz platz(mit);
     platz.oeffne();
-    return Zuordnungslauf(platz, dialog()).gehe(vorgang, nur_anzeige);
+    return Zuordnungslauf(platz, dialog()).gehe(vorgang, nur_Anzeige);
   }
   static Vorgang auftrag() {
-    Vorgang v = vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24-1001"_s);
+    Vorgang v = vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24-1001"_s);
     v.betreff = u"Bäckerei Huber"_s;
     return v;
   }
   static Vorgang montage() {
-    return vorgang::aus_schluesseln(Vorgangsart::Montageauftrag, u"AB"_s, u"24-1001"_s, u"1"_s);
+    return vorgang::aus_Schluesseln(Vorgangsart::Montageauftrag, u"AB"_s, u"24-1001"_s, u"1"_s);
   }
   /// What the dialog leaves of a new picture: its file, and a row with blank keys.
   static void neues_Bild(clsBildZuordnungen& store, const QString& name, const QString& typ1, const QString& typ2) {
@@ -47,7 +47,7 @@ class WirtLauf : public Wirt {
   }
 };
 
-TEST_F(WirtLauf, Der_Dialog_bekommt_den_Vorgang_mit_seinen_Bildern) {
+TEST_F(WirtLauf, TheDialogGetsTheRecordWithItsPictures) {
   gehe(auftrag());
   ASSERT_EQ(aufrufe_.size(), 1);
   const Dialogaufruf& aufruf = aufrufe_.first();
@@ -57,23 +57,23 @@ TEST_F(WirtLauf, Der_Dialog_bekommt_den_Vorgang_mit_seinen_Bildern) {
   EXPECT_EQ(aufruf.info, u"Beleg AB 24-1001 – Bäckerei Huber"_s);
   EXPECT_EQ(aufruf.datum, QDate::currentDate().toString(u"yyyyMMdd"_s));
   EXPECT_EQ(aufruf.bilder, 4);
-  EXPECT_FALSE(aufruf.nur_anzeige);
-  EXPECT_FALSE(aufruf.nur_anhang);
+  EXPECT_FALSE(aufruf.nur_Anzeige);
+  EXPECT_FALSE(aufruf.nur_Anhang);
   EXPECT_TRUE(aufruf.mit_Anwendung);
 }
 
-TEST_F(WirtLauf, Jede_Art_hat_ihren_Bildordner) {
+TEST_F(WirtLauf, EveryKindHasItsPictureFolder) {
   EXPECT_EQ(vorgang::bildordner(auftrag()), u"Belege\\24-1001"_s);
   EXPECT_EQ(vorgang::bildordner(montage()), u"Montage\\24-1001"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Artikel, u"WP/9"_s)), u"Artikel\\Allg"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Artikel, u"WP/9"_s)), u"Artikel\\Allg"_s);
   EXPECT_EQ(
-      vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Anlage, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24/10:01. "_s)),
+      vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Anlage, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24/10:01. "_s)),
       u"Belege\\24_10_01"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s)), u"Belege\\Allg"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s)), u"Belege\\Allg"_s);
 }
 
-TEST_F(WirtLauf, Neue_Zeilen_bekommen_alle_vier_Schluessel_des_Vorgangs) {
+TEST_F(WirtLauf, NewRowsGetAllFourKeysOfTheRecord) {
   im_Dialog_ = [](clsBildZuordnungen& store) { neues_Bild(store, u"Neu"_s, u"MON"_s, u"-"_s); };
   const Laufergebnis ergebnis = gehe(montage());
   EXPECT_EQ(ergebnis.neu, 1);
@@ -82,7 +82,7 @@ TEST_F(WirtLauf, Neue_Zeilen_bekommen_alle_vier_Schluessel_des_Vorgangs) {
       QStringList{u"AB|24-1001|1|-|MON|-"_s});
 }
 
-TEST_F(WirtLauf, Neu_ist_was_sein_Kennzeichen_sagt_wo_immer_es_steht) {
+TEST_F(WirtLauf, NewIsWhatItsFlagSaysWhereverItStands) {
   im_Dialog_ = [](clsBildZuordnungen& store) {
     // A row that stood there before changes places with the new one.
     neues_Bild(store, u"Neu"_s, u"BEL"_s, u"-"_s);
@@ -103,15 +103,15 @@ TEST_F(WirtLauf, Neu_ist_was_sein_Kennzeichen_sagt_wo_immer_es_steht) {
   EXPECT_EQ(reihenfolge().size(), 5);
 }
 
-TEST_F(WirtLauf, Ein_Teil_ohne_Wert_wird_zum_Strich) {
+TEST_F(WirtLauf, APartWithoutAValueBecomesADash) {
   im_Dialog_ = [](clsBildZuordnungen& store) { neues_Bild(store, u"Neu"_s, u"ART"_s, u"-"_s); };
-  gehe(vorgang::aus_schluesseln(Vorgangsart::Artikel, u"TH-0110"_s));
+  gehe(vorgang::aus_Schluesseln(Vorgangsart::Artikel, u"TH-0110"_s));
   EXPECT_EQ(werte(u"Select Key1 || '|' || Key2 || '|' || Key3 || '|' || key4 from Bild_Zuordnungen "
                   "where Bildname = 'Neu'"_s),
       QStringList{u"TH-0110|-|-|-"_s});
 }
 
-TEST_F(WirtLauf, Neu_geaendert_und_entfernt_werden_geschrieben_und_gezaehlt) {
+TEST_F(WirtLauf, NewChangedAndRemovedRowsAreWrittenAndCounted) {
   im_Dialog_ = [](clsBildZuordnungen& store) {
     aendere(store, 1, u"Kessel im Heizraum"_s);
     store.AktInd(2);
@@ -129,20 +129,20 @@ TEST_F(WirtLauf, Neu_geaendert_und_entfernt_werden_geschrieben_und_gezaehlt) {
   EXPECT_EQ(werte(u"Select Count(*) from Bild_Zuordnungen where Typ1 = 'MON'"_s), QStringList{u"5"_s});
 }
 
-TEST_F(WirtLauf, Ohne_Aenderung_wird_nichts_geschrieben) {
+TEST_F(WirtLauf, WithoutAChangeNothingIsWritten) {
   const QStringList vorher = werte(u"Select Bildname || SortIndex || Beschreibung from Bild_Zuordnungen"_s);
   EXPECT_EQ(gehe(auftrag()).text(), u"Nichts geändert."_s);
   EXPECT_EQ(werte(u"Select Bildname || SortIndex || Beschreibung from Bild_Zuordnungen"_s), vorher);
 }
 
-TEST_F(WirtLauf, Nur_anzeigen_schreibt_nichts) {
+TEST_F(WirtLauf, DisplayOnlyWritesNothing) {
   im_Dialog_ = [](clsBildZuordnungen& store) { aendere(store, 0, u"verboten"_s); };
   EXPECT_EQ(gehe(auftrag(), true).text(), u"Nur angezeigt; nichts ist geschrieben."_s);
-  EXPECT_TRUE(aufrufe_.first().nur_anzeige);
+  EXPECT_TRUE(aufrufe_.first().nur_Anzeige);
   EXPECT_EQ(werte(u"Select Count(*) from Bild_Zuordnungen where Beschreibung = 'verboten'"_s), QStringList{u"0"_s});
 }
 
-TEST_F(WirtLauf, Ein_neues_Bild_das_gleich_wieder_entfernt_ist_zaehlt_nicht) {
+TEST_F(WirtLauf, ANewPictureThatIsRemovedAtOnceDoesNotCount) {
   im_Dialog_ = [](clsBildZuordnungen& store) {
     neues_Bild(store, u"Neu"_s, u"BEL"_s, u"-"_s);
     store.Bild_Delete(true);
@@ -150,7 +150,7 @@ TEST_F(WirtLauf, Ein_neues_Bild_das_gleich_wieder_entfernt_ist_zaehlt_nicht) {
   EXPECT_EQ(gehe(auftrag()).text(), u"Nichts geändert."_s);
 }
 
-TEST_F(WirtLauf, Luecken_der_Reihenfolge_vertauschen_nichts) {
+TEST_F(WirtLauf, GapsInTheOrderSwapNothing) {
   // As it is after a removal: the places are 0, 2, 3 and the dialog numbers the row that it saves by its row.
   sql(u"DELETE FROM Bild_Zuordnungen WHERE Bildname LIKE 'Heizkessel_02%'"_s);
   im_Dialog_ = [](clsBildZuordnungen& store) { aendere(store, 2, u"Schild"_s); };
@@ -163,7 +163,7 @@ TEST_F(WirtLauf, Luecken_der_Reihenfolge_vertauschen_nichts) {
   EXPECT_EQ(ergebnis.text(), u"2 Zeilen geschrieben: 1 geändert, 1 nur in der Reihenfolge."_s);
 }
 
-TEST_F(WirtLauf, Ein_Dialog_der_scheitert_verliert_nicht_was_gespeichert_ist) {
+TEST_F(WirtLauf, ADialogThatFailsDoesNotLoseWhatIsSaved) {
   dialogergebnis_ = false;
   im_Dialog_ = [](clsBildZuordnungen& store) { aendere(store, 0, u"doch noch"_s); };
   EXPECT_EQ(gehe(auftrag()).text(), u"1 Zeile geschrieben: 1 geändert. Der Dialog endete mit einem Fehler."_s);
@@ -181,7 +181,7 @@ Meldung nicht_geschrieben() {
 
 }  // namespace
 
-TEST_F(WirtLauf, Was_die_Datenbank_nicht_nimmt_wird_gesagt) {
+TEST_F(WirtLauf, WhatTheDatabaseDoesNotTakeIsTold) {
   im_Dialog_ = [](clsBildZuordnungen& store) {
     aendere(store, 0, u"geht nicht"_s);
     nimm_Tabelle_weg();
@@ -193,7 +193,7 @@ TEST_F(WirtLauf, Was_die_Datenbank_nicht_nimmt_wird_gesagt) {
   EXPECT_EQ(ergebnis.ungewiss, 1);
 }
 
-TEST_F(WirtLauf, Ein_zweiter_Versuch_schreibt_den_Text_wie_der_Benutzer_ihn_schrieb) {
+TEST_F(WirtLauf, ASecondTryWritesTheTextAsTheUserWroteIt) {
   im_Dialog_ = [](clsBildZuordnungen& store) {
     aendere(store, 0, u"Huber's Kessel"_s);
     nimm_Tabelle_weg();
@@ -204,20 +204,20 @@ TEST_F(WirtLauf, Ein_zweiter_Versuch_schreibt_den_Text_wie_der_Benutzer_ihn_schr
       QStringList{u"Huber's Kessel"_s});
 }
 
-TEST_F(WirtLauf, Eine_unerreichbare_Bildablage_wird_gesagt_bevor_ein_Dialog_aufgeht) {
+TEST_F(WirtLauf, AnUnreachablePictureRootIsToldBeforeADialogOpens) {
   Wirtsoptionen ohne = optionen();
   ohne.bilder = u"/gibt/es/nicht"_s;
-  for (const bool nur_anzeige : {false, true}) {
+  for (const bool nur_Anzeige : {false, true}) {
     meldungen_.erwarte(
         {u"Die Bildablage „/gibt/es/nicht“ ist nicht zu erreichen.\r\n\r\nDer Dialog wird nicht "
          "geöffnet, weil er alle Bilder zum Entfernen vormerken würde."_s,
             u"Bildzuordnung"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
-    EXPECT_EQ(gehe(auftrag(), nur_anzeige, ohne).text(), u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
+    EXPECT_EQ(gehe(auftrag(), nur_Anzeige, ohne).text(), u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s);
   }
   EXPECT_TRUE(aufrufe_.isEmpty());
 }
 
-TEST_F(WirtLauf, Eine_leere_Bildablage_gilt_als_nicht_verbunden) {
+TEST_F(WirtLauf, AnEmptyPictureRootCountsAsNotConnected) {
   const Testordner leer;
   Wirtsoptionen mit = optionen();
   mit.bilder = leer.pfad();
@@ -230,7 +230,7 @@ TEST_F(WirtLauf, Eine_leere_Bildablage_gilt_als_nicht_verbunden) {
   EXPECT_TRUE(aufrufe_.isEmpty());
 }
 
-TEST_F(WirtLauf, Fehlen_alle_Bilder_eines_Vorgangs_entscheidet_der_Benutzer) {
+TEST_F(WirtLauf, WhereAllPicturesOfARecordAreMissingTheUserDecides) {
   const Testordner andere;
   andere.schreibe(u"Belege/anderes.jpg"_s, "x");
   Wirtsoptionen mit = optionen();
@@ -247,7 +247,7 @@ TEST_F(WirtLauf, Fehlen_alle_Bilder_eines_Vorgangs_entscheidet_der_Benutzer) {
   EXPECT_EQ(aufrufe_.size(), 1);
 }
 
-TEST_F(WirtLauf, Eine_fremde_Datenbank_bekommt_nie_die_Bilder_der_Beispiele) {
+TEST_F(WirtLauf, AForeignDatabaseNeverGetsThePicturesOfTheSamples) {
   Wirtsoptionen fremd = optionen();
   fremd.verbindung = u"Provider=SQLite;Data Source="_s + datenbank();
   meldungen_.erwarte(
@@ -258,9 +258,9 @@ TEST_F(WirtLauf, Eine_fremde_Datenbank_bekommt_nie_die_Bilder_der_Beispiele) {
   EXPECT_TRUE(aufrufe_.isEmpty());
 }
 
-TEST_F(WirtLauf, Ein_Hochkomma_in_der_Nummer_wird_gesagt) {
+TEST_F(WirtLauf, AnApostropheInTheNumberIsTold) {
   meldungen_.erwarte({u"Die Nummer „AB 24'1“ enthält ein Hochkomma; solchen Vorgängen sind keine Bilder zuzuordnen."_s,
       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
-  gehe(vorgang::aus_schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24'1"_s));
+  gehe(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24'1"_s));
   EXPECT_TRUE(aufrufe_.isEmpty());
 }

@@ -48,7 +48,7 @@ QString mit_Kennwort(const Tdsserver& server, const QString& kennwort = Kennwort
 void fuelle(const Tdsserver& server, const QString& embedded) {
   adodb::Connection ziel;
   ziel.Open(mit_Kennwort(server));
-  for (QString anweisung : beispieldaten::tabellen_des_betriebs())
+  for (QString anweisung : beispieldaten::tabellen_des_Betriebs())
     ziel.Execute(anweisung.replace(u"TEXT COLLATE SERVERTEXT"_s, u"nvarchar(250) NULL"_s));
   adodb::Connection quelle;
   quelle.Open(u"Provider=SQLite;Data Source="_s + embedded);
@@ -123,7 +123,7 @@ class WirtServer : public WirtBilder {
 
 }  // namespace
 
-TEST_F(WirtServer, Die_Liste_ist_dieselbe_wie_auf_der_eingebetteten_Datenbank) {
+TEST_F(WirtServer, TheListIsTheSameAsOnTheEmbeddedDatabase) {
   oeffne();
   const QStringList embedded = gezeigte();
   fenster_.reset();
@@ -135,7 +135,7 @@ TEST_F(WirtServer, Die_Liste_ist_dieselbe_wie_auf_der_eingebetteten_Datenbank) {
   EXPECT_FALSE(alle_Texte().contains(Kennwort));
 }
 
-TEST_F(WirtServer, Ein_Vorgang_zeigt_seine_Bilder_und_der_Dialog_schreibt_auf_den_Server) {
+TEST_F(WirtServer, ARecordShowsItsPicturesAndTheDialogWritesToTheServer) {
   oeffne_und_warte(mit_Kennwort(*gemeinsamer()));
   klicke(u"RE 24-2003"_s);
   EXPECT_EQ(text(u"lbl_Anzahl"_s), u"4 Bilder, 1 Datei fehlt"_s);
@@ -153,7 +153,7 @@ TEST_F(WirtServer, Ein_Vorgang_zeigt_seine_Bilder_und_der_Dialog_schreibt_auf_de
       u"[[1]]"_s);
 }
 
-TEST_F(WirtServer, Artikel_und_Einstellungen_werden_gelesen) {
+TEST_F(WirtServer, ArticlesAndSettingsAreRead) {
   const auto verbindung = ::oeffne(mit_Kennwort(*gemeinsamer()));
   Artikelstamm stamm(u"Artikelstamm"_s);
   stamm.Init(1, {}, verbindung);
@@ -171,7 +171,7 @@ TEST_F(WirtServer, Artikel_und_Einstellungen_werden_gelesen) {
   EXPECT_EQ(wert, u"Vorgabe"_s);
 }
 
-TEST_F(WirtServer, Ohne_Kennwort_fragt_die_Anmeldung_bis_es_stimmt) {
+TEST_F(WirtServer, WithoutAPasswordTheLoginAsksUntilItIsRight) {
   oeffne(auf(ohne_Kennwort(*gemeinsamer())));
   int gefragt = 0;
   beantworte(
@@ -200,7 +200,7 @@ TEST_F(WirtServer, Ohne_Kennwort_fragt_die_Anmeldung_bis_es_stimmt) {
   EXPECT_EQ(gefragt, 2);
 }
 
-TEST_F(WirtServer, Wer_die_Anmeldung_abbricht_bekommt_sie_mit_Neu_einlesen_wieder) {
+TEST_F(WirtServer, WhoeverCancelsTheLoginGetsItAgainByReadingAnew) {
   oeffne(auf(ohne_Kennwort(*gemeinsamer())));
   beantworte([](Anmeldefenster& fenster) { QTest::keyClick(&fenster, Qt::Key_Escape); },
       [&] { return !text(u"lbl_Status"_s).isEmpty(); });
@@ -212,14 +212,14 @@ TEST_F(WirtServer, Wer_die_Anmeldung_abbricht_bekommt_sie_mit_Neu_einlesen_wiede
       [&] { return text(u"lbl_Status"_s).startsWith(u"13 Vorgänge"_s); });
 }
 
-TEST_F(WirtServer, Ein_falsches_Kennwort_im_Aufruf_wird_gesagt_und_nicht_gezeigt) {
+TEST_F(WirtServer, AWrongPasswordInTheCallIsToldAndNotShown) {
   oeffne_und_warte(mit_Kennwort(*gemeinsamer(), u"#fal;sch\"#"_s));
   EXPECT_TRUE(text(u"lbl_Hinweis"_s).contains(u"hat die Anmeldung abgelehnt"_s))
       << text(u"lbl_Hinweis"_s).toStdString();
   EXPECT_FALSE(alle_Texte().contains(u'#')) << alle_Texte().toStdString();
 }
 
-TEST_F(WirtServer, Ein_Server_der_fort_ist_wird_gesagt_und_kommt_mit_F5_wieder) {
+TEST_F(WirtServer, AServerThatIsGoneIsToldAndComesBackWithF5) {
   const auto eigener = neuer_Server();
   ASSERT_TRUE(eigener->laeuft());
   fuelle(*eigener, datenbank());
@@ -245,7 +245,7 @@ TEST_F(WirtServer, Ein_Server_der_fort_ist_wird_gesagt_und_kommt_mit_F5_wieder) 
   EXPECT_TRUE(text(u"lbl_Status"_s).startsWith(u"13 Vorgänge"_s));
 }
 
-TEST_F(WirtServer, Eine_fehlende_Tabelle_und_ein_fehlendes_Recht_werden_mit_Rat_gesagt) {
+TEST_F(WirtServer, AMissingTableAndAMissingRightAreToldWithAdvice) {
   const auto eigener = neuer_Server();
   ASSERT_TRUE(eigener->laeuft());
   eigener->steuere(u"fehler 1/Select 229 14 The SELECT permission was denied on the object 'Bild_Zuordnungen'."_s);
@@ -300,7 +300,7 @@ QString alle_Dateien(const QString& ordner) {
   return alles;
 }
 
-TEST_F(WirtServer, Der_naechste_Start_kennt_die_Verbindung_und_nichts_kennt_das_Kennwort) {
+TEST_F(WirtServer, TheNextStartKnowsTheConnectionAndNothingKnowsThePassword) {
   const QString klammern = u";PWD={"_s + QString(Kennwort).replace(u"}"_s, u"}}"_s) + u'}';
   const QString gaense = u";Password="_s + adodb::Verbindungszeichenfolge::als_wert(Kennwort);
   const QString ole = u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=betrieb;User ID=%2"_s.arg(

@@ -62,7 +62,7 @@ class WirtZuordnungen : public WirtBilder {
 
 }  // namespace
 
-TEST_F(WirtZuordnungen, Alle_Zuordnungen_zeigt_jede_des_gewaehlten_Bildes_und_loescht_eine_fremde_sofort) {
+TEST_F(WirtZuordnungen, AlleZuordnungenShowsAllOfTheSelectedPictureAndDeletesAForeignOneAtOnce) {
   oeffne_Artikel();
   EXPECT_TRUE(zeige_alle([&](QWidget& fenster) {
     EXPECT_EQ(gezeigte_Zuordnungen(fenster), (QStringList{u"Artikelnummer: TH-0100"_s, u"Artikelnummer: WP-0900"_s}));
@@ -73,7 +73,7 @@ TEST_F(WirtZuordnungen, Alle_Zuordnungen_zeigt_jede_des_gewaehlten_Bildes_und_lo
   EXPECT_EQ(spalte(u"WP-0900"_s, 2), u"1"_s);
 }
 
-TEST_F(WirtZuordnungen, Die_eigene_Zuordnung_entfernt_das_Programm_selbst) {
+TEST_F(WirtZuordnungen, TheProgramItselfRemovesTheOwnAssignment) {
   oeffne_Artikel();
   EXPECT_TRUE(zeige_alle([&](QWidget& fenster) {
     loesche(fenster, u"Artikelnummer: TH-0100"_s);
@@ -84,7 +84,7 @@ TEST_F(WirtZuordnungen, Die_eigene_Zuordnung_entfernt_das_Programm_selbst) {
   EXPECT_EQ(text(u"lbl_Anzahl"_s), u"kein Bild"_s);
 }
 
-TEST_F(WirtZuordnungen, Ohne_gewaehltes_Bild_sind_die_Knoepfe_gesperrt) {
+TEST_F(WirtZuordnungen, WithoutASelectedPictureTheButtonsAreDisabled) {
   oeffne();
   klicke(u"TH-0100"_s);
   EXPECT_FALSE(kind<QPushButton>(u"cmd_AlleZuordnungen"_s)->isEnabled());
@@ -96,7 +96,7 @@ TEST_F(WirtZuordnungen, Ohne_gewaehltes_Bild_sind_die_Knoepfe_gesperrt) {
   EXPECT_FALSE(kind<QPushButton>(u"cmd_WeitereZuordnungen"_s)->isEnabled()) << "a record without pictures";
 }
 
-TEST_F(WirtZuordnungen, Ein_Bild_das_ein_anderer_eben_entfernt_hat_wird_gesagt) {
+TEST_F(WirtZuordnungen, APictureThatSomebodyElseJustRemovedIsTold) {
   oeffne_Artikel();
   sql(u"DELETE FROM Bild_Zuordnungen WHERE Key1 = 'TH-0100'"_s);
   meldungen_.erwarte(
@@ -105,7 +105,7 @@ TEST_F(WirtZuordnungen, Ein_Bild_das_ein_anderer_eben_entfernt_hat_wird_gesagt) 
   EXPECT_EQ(text(u"lbl_Anzahl"_s), u"kein Bild"_s);
 }
 
-TEST_F(WirtZuordnungen, Weitere_Zuordnungen_schreibt_sofort_und_die_Liste_zaehlt_neu) {
+TEST_F(WirtZuordnungen, WeitereZuordnungenWritesAtOnceAndTheListCountsAnew) {
   oeffne_Artikel();
   EXPECT_EQ(spalte(u"TH-0110"_s, 2), u"0"_s);
   EXPECT_TRUE(klicke_und(u"cmd_WeitereZuordnungen"_s, u"frm_AnzeigeZuordnung"_s, [&](QWidget& fenster) {
@@ -122,7 +122,7 @@ TEST_F(WirtZuordnungen, Weitere_Zuordnungen_schreibt_sofort_und_die_Liste_zaehlt
   EXPECT_EQ(spalte(u"TH-0110"_s, 2), u"1"_s);
 }
 
-TEST_F(WirtZuordnungen, Ohne_Bildablage_ist_nichts_weiter_zuzuordnen) {
+TEST_F(WirtZuordnungen, WithoutAPictureRootThereIsNothingMoreToAssign) {
   Wirtsoptionen ohne = optionen();
   ohne.bilder = u"/gibt/es/nicht"_s;
   oeffne(ohne);

@@ -27,14 +27,14 @@ class KvobildAendern : public Betrieb {
   QStringList namen_;
 };
 
-TEST_F(KvobildAendern, Ein_Hochkomma_in_der_Beschreibung_bleibt_eines) {
+TEST_F(KvobildAendern, AnApostropheInTheDescriptionStaysOne) {
   ASSERT_EQ(aendern({u"--beschreibung"_s, u"Bob's Haus"_s, namen_[0]}).code, 0);
   ASSERT_EQ(aendern({u"--anhang"_s, u"ja"_s, namen_[0]}).code, 0);
   ASSERT_EQ(aendern({u"--sortierung"_s, u"2"_s, namen_[0]}).code, 0);
   EXPECT_EQ(zeile_von(namen_[0])[u"beschreibung"_s].toString(), u"Bob's Haus"_s);
 }
 
-TEST_F(KvobildAendern, Was_nicht_genannt_ist_bleibt_auch_der_Platz) {
+TEST_F(KvobildAendern, WhatIsNotNamedStaysItsPlaceToo) {
   ASSERT_EQ(aendern({u"--ganze-seite"_s, u"ja"_s, namen_[1]}).code, 0);
   QJsonObject vorher = zeile_von(namen_[1]);
   ASSERT_EQ(aendern({u"--beschreibung"_s, u"neu"_s, namen_[1]}).code, 0);
@@ -44,7 +44,7 @@ TEST_F(KvobildAendern, Was_nicht_genannt_ist_bleibt_auch_der_Platz) {
   EXPECT_EQ(folge(), u"abc"_s);
 }
 
-TEST_F(KvobildAendern, Jede_Druckangabe_geht_in_beide_Richtungen) {
+TEST_F(KvobildAendern, EveryPrintFlagGoesInBothDirections) {
   const QList<std::pair<QString, QString>> angaben{{u"--drucken"_s, u"drucken"_s}, {u"--neue-seite"_s, u"neue_seite"_s},
       {u"--anhang"_s, u"anhang"_s}, {u"--ganze-seite"_s, u"ganze_seite"_s}};
   for (const auto& [option, feld] : angaben) {
@@ -55,7 +55,7 @@ TEST_F(KvobildAendern, Jede_Druckangabe_geht_in_beide_Richtungen) {
   }
 }
 
-TEST_F(KvobildAendern, Ein_Bild_rueckt_an_seinen_Platz_und_die_anderen_nach) {
+TEST_F(KvobildAendern, APictureMovesToItsPlaceAndTheOthersMoveUp) {
   ASSERT_EQ(aendern({u"--sortierung"_s, u"0"_s, namen_[2]}).code, 0);
   EXPECT_EQ(folge(), u"cab"_s);
   ASSERT_EQ(aendern({u"--sortierung"_s, u"1"_s, namen_[2]}).code, 0);
@@ -67,19 +67,19 @@ TEST_F(KvobildAendern, Ein_Bild_rueckt_an_seinen_Platz_und_die_anderen_nach) {
   EXPECT_EQ(plaetze, (QList<int>{0, 1, 2}));
 }
 
-TEST_F(KvobildAendern, Der_Name_gilt_ohne_Gross_und_Kleinschreibung) {
+TEST_F(KvobildAendern, TheNameCountsWithoutRegardToCase) {
   EXPECT_EQ(aendern({u"--beschreibung"_s, u"x"_s, namen_[0].toUpper()}).code, 0);
   EXPECT_EQ(zeile_von(namen_[0])[u"beschreibung"_s].toString(), u"x"_s);
 }
 
-TEST_F(KvobildAendern, Ein_fremdes_Bild_wird_gemeldet_und_die_anderen_werden_geaendert) {
+TEST_F(KvobildAendern, AForeignPictureIsReportedAndTheOthersAreChanged) {
   const Lauf lauf = aendern({u"--beschreibung"_s, u"x"_s, u"fremd.jpg"_s, namen_[0]});
   EXPECT_EQ(lauf.code, 1);
   EXPECT_TRUE(lauf.meldungen.contains(u"fremd.jpg"_s));
   EXPECT_EQ(zeile_von(namen_[0])[u"beschreibung"_s].toString(), u"x"_s);
 }
 
-TEST_F(KvobildAendern, Eine_Beschreibung_die_beim_Schreiben_kuerzer_wuerde_haelt_die_Reihenfolge_auf) {
+TEST_F(KvobildAendern, ADescriptionThatWritingWouldShortenStopsTheReordering) {
   sql(u"UPDATE Bild_Zuordnungen SET Beschreibung = '"_s + QString(249, u'x') + u"''' WHERE Bildname LIKE 'a%'"_s);
   const QString vorher = stand();
   const Lauf lauf = aendern({u"--sortierung"_s, u"0"_s, namen_[2]});
@@ -88,7 +88,7 @@ TEST_F(KvobildAendern, Eine_Beschreibung_die_beim_Schreiben_kuerzer_wuerde_haelt
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAendern, Zwei_Zeilen_eines_Namens_werden_nicht_vermengt) {
+TEST_F(KvobildAendern, TwoRowsOfOneNameAreNotMixedUp) {
   sql(u"INSERT INTO Bild_Zuordnungen SELECT Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, 'Anderswo', "
       u"Beschreibung, Druckkennzeichen, Grafik_Ursprung, GrafikAnbNr, 9 FROM Bild_Zuordnungen WHERE Bildname LIKE 'a%'"_s);
   const QString vorher = stand();
@@ -96,7 +96,7 @@ TEST_F(KvobildAendern, Zwei_Zeilen_eines_Namens_werden_nicht_vermengt) {
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAendern, Auch_eine_nachrueckende_Zeile_wird_nicht_mit_ihrer_Namensschwester_vermengt) {
+TEST_F(KvobildAendern, ARowThatMovesUpIsNotMixedUpWithItsNamesakeEither) {
   sql(u"INSERT INTO Bild_Zuordnungen SELECT Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, 'Anderswo', "
       u"Beschreibung, Druckkennzeichen, Grafik_Ursprung, GrafikAnbNr, 9 FROM Bild_Zuordnungen WHERE Bildname LIKE 'a%'"_s);
   const QString vorher = stand();
@@ -104,7 +104,7 @@ TEST_F(KvobildAendern, Auch_eine_nachrueckende_Zeile_wird_nicht_mit_ihrer_Namens
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAendern, Eine_fehlende_Angabe_zum_Vorgang_trifft_keinen_anderen) {
+TEST_F(KvobildAendern, AMissingKeyOfTheRecordHitsNoOtherRecord) {
   sql(u"UPDATE Bild_Zuordnungen SET Key3 = '7'"_s);
   const QString vorher = stand();
   EXPECT_EQ(entfernen({u"--alle"_s}).code, 1);
@@ -113,19 +113,19 @@ TEST_F(KvobildAendern, Eine_fehlende_Angabe_zum_Vorgang_trifft_keinen_anderen) {
   EXPECT_EQ(entfernen({u"--key3"_s, u"7"_s, u"--alle"_s}).code, 0);
 }
 
-TEST_F(KvobildAendern, Nimmt_die_Tabelle_die_Aenderung_nicht_an_so_sagt_es_der_Ausgang) {
+TEST_F(KvobildAendern, WhereTheTableDoesNotTakeTheChangeTheExitCodeSaysSo) {
   sql(u"CREATE TRIGGER fest BEFORE UPDATE ON Bild_Zuordnungen BEGIN SELECT RAISE(ABORT, 'fest'); END"_s);
   const Lauf lauf = aendern({u"--beschreibung"_s, u"x"_s, namen_[0]});
   EXPECT_EQ(lauf.code, 3);
   EXPECT_TRUE(lauf.meldungen.contains(u"fest"_s));
 }
 
-TEST_F(KvobildAendern, Eine_Aenderung_die_still_ausbleibt_faellt_auf) {
+TEST_F(KvobildAendern, AChangeThatSilentlyFailsToHappenIsNoticed) {
   sql(u"CREATE TRIGGER still BEFORE UPDATE ON Bild_Zuordnungen BEGIN SELECT RAISE(IGNORE); END"_s);
   EXPECT_EQ(aendern({u"--beschreibung"_s, u"x"_s, namen_[0]}).code, 3);
 }
 
-TEST_F(KvobildAendern, Ein_falscher_Aufruf_aendert_nichts) {
+TEST_F(KvobildAendern, AWrongCallChangesNothing) {
   const QString vorher = stand();
   EXPECT_EQ(aendern({namen_[0]}).code, 2);
   EXPECT_EQ(aendern({u"--beschreibung"_s, u"x"_s}).code, 2);
@@ -136,13 +136,13 @@ TEST_F(KvobildAendern, Ein_falscher_Aufruf_aendert_nichts) {
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAendern, Entfernt_wird_nur_was_genannt_ist) {
+TEST_F(KvobildAendern, OnlyWhatIsNamedIsRemoved) {
   ASSERT_EQ(entfernen({namen_[1]}).code, 0);
   EXPECT_EQ(folge(), u"ac"_s);
   EXPECT_EQ(dateien().size(), 3);
 }
 
-TEST_F(KvobildAendern, Ein_anderer_Vorgang_behaelt_seine_Zuordnung_des_Bildes) {
+TEST_F(KvobildAendern, AnotherRecordKeepsItsAssignmentOfThePicture) {
   sql(u"INSERT INTO Bild_Zuordnungen SELECT Key1, '2', Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
       u"Beschreibung, Druckkennzeichen, Grafik_Ursprung, GrafikAnbNr, SortIndex FROM Bild_Zuordnungen"_s);
   ASSERT_EQ(entfernen({u"--alle"_s}).code, 0);
@@ -150,13 +150,13 @@ TEST_F(KvobildAendern, Ein_anderer_Vorgang_behaelt_seine_Zuordnung_des_Bildes) {
   EXPECT_EQ(zeilen({u"--key2"_s, u"2"_s}).size(), 3);
 }
 
-TEST_F(KvobildAendern, Nichts_zu_entfernen_ist_Ausgang_1) {
+TEST_F(KvobildAendern, NothingToRemoveIsExitCode1) {
   EXPECT_EQ(entfernen({u"fremd.jpg"_s}).code, 1);
   EXPECT_EQ(entfernen({namen_[0], u"fremd.jpg"_s}).code, 1);
   EXPECT_EQ(folge(), u"bc"_s);
 }
 
-TEST_F(KvobildAendern, Entfernen_braucht_Bilder_oder_alle) {
+TEST_F(KvobildAendern, RemovingNeedsPicturesOrAll) {
   const QString vorher = stand();
   EXPECT_EQ(entfernen({}).code, 2);
   EXPECT_EQ(entfernen({u"--alle"_s, namen_[0]}).code, 2);
@@ -164,7 +164,7 @@ TEST_F(KvobildAendern, Entfernen_braucht_Bilder_oder_alle) {
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAendern, Nimmt_die_Tabelle_das_Entfernen_nicht_an_so_bleibt_die_Zeile) {
+TEST_F(KvobildAendern, WhereTheTableDoesNotTakeTheRemovalTheRowStays) {
   sql(u"CREATE TRIGGER fest BEFORE DELETE ON Bild_Zuordnungen BEGIN SELECT RAISE(ABORT, 'fest'); END"_s);
   EXPECT_EQ(entfernen({u"--alle"_s}).code, 3);
   EXPECT_EQ(folge(), u"abc"_s);

@@ -40,7 +40,7 @@ class KvobildAufraeumen : public Betrieb {
   const QStringList alles{u"Belege\\1\\b.jpg"_s, u"Belege\\1\\bjpg.txt"_s, u"Belege\\2\\c.jpg"_s, u"Belege\\2\\"_s};
 };
 
-TEST_F(KvobildAufraeumen, Die_Probe_zeigt_nur_und_das_Aufraeumen_loescht_genau_das) {
+TEST_F(KvobildAufraeumen, TheTrialOnlyShowsAndTheClearingDeletesExactlyThat) {
   const QString vorher = stand();
   const Lauf probe = aufraeumen({u"--probe"_s});
   EXPECT_EQ(probe.code, 0) << probe.meldungen.toStdString();
@@ -57,7 +57,7 @@ TEST_F(KvobildAufraeumen, Die_Probe_zeigt_nur_und_das_Aufraeumen_loescht_genau_d
   EXPECT_TRUE(noch_einmal.meldungen.contains(u"nichts aufzuräumen"_s));
 }
 
-TEST_F(KvobildAufraeumen, Ohne_ein_Ja_geschieht_nichts) {
+TEST_F(KvobildAufraeumen, WithoutAYesNothingHappens) {
   const QString vorher = stand();
   for (const QString& antwort : {u"\n"_s, u"nein\n"_s, u"jawohl\n"_s}) {
     const Lauf lauf = antworte(antwort);
@@ -71,13 +71,13 @@ TEST_F(KvobildAufraeumen, Ohne_ein_Ja_geschieht_nichts) {
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAufraeumen, Ein_Ja_auf_die_Frage_loescht) {
+TEST_F(KvobildAufraeumen, AYesToTheQuestionDeletes) {
   const Lauf lauf = antworte(u"Ja\n"_s);
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
   EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"ajpg.txt"_s}));
 }
 
-TEST_F(KvobildAufraeumen, Die_Liste_und_das_Aufraeumen_stimmen_Datei_fuer_Datei_ueberein) {
+TEST_F(KvobildAufraeumen, TheListAndTheClearingAgreeFileByFile) {
   for (const char* name : {"oben.jpg", "Belege/1/A.JPG", "Belege/1/a.jpg.bak", "Belege/1/plan.v2.jpg",
            "Belege/1/ab.txt", "Belege/1/notes.txt", "Belege/1/fotojpeg.txt", "Belege/1/ohne_Punkt", "Belege/1/b\\x.jpg",
            "Belege/3/Tief/x.jpg", "Belege/3/Tief/xjpg.txt", "Belege/4/.jpg", "Belege/4/jpg.txt"})
@@ -99,7 +99,7 @@ TEST_F(KvobildAufraeumen, Die_Liste_und_das_Aufraeumen_stimmen_Datei_fuer_Datei_
   EXPECT_EQ(weg.size(), 13) << weg.join(u'\n').toStdString();
 }
 
-TEST_F(KvobildAufraeumen, Hat_sich_die_Ablage_waehrend_der_Frage_geaendert_so_geschieht_nichts) {
+TEST_F(KvobildAufraeumen, WhereThePictureRootChangedDuringTheQuestionNothingHappens) {
   QProcess prozess;
   prozess.start(
       QStringLiteral(KVOBILD_PROGRAMM), {u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()});
@@ -119,7 +119,7 @@ TEST_F(KvobildAufraeumen, Hat_sich_die_Ablage_waehrend_der_Frage_geaendert_so_ge
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAufraeumen, Als_Json_steht_der_Grund_dabei) {
+TEST_F(KvobildAufraeumen, AsJsonTheReasonIsThereToo) {
   const Lauf lauf = aufraeumen({u"--probe"_s, u"--json"_s});
   const QList<QJsonObject> posten = lauf.objekte();
   ASSERT_EQ(posten.size(), 4);
@@ -131,7 +131,7 @@ TEST_F(KvobildAufraeumen, Als_Json_steht_der_Grund_dabei) {
   EXPECT_EQ(posten[3], soll(u"Belege\\2\\"_s, u"ordner"_s, u"leerer_ordner"_s));
 }
 
-TEST_F(KvobildAufraeumen, Ein_Trenner_am_Ende_des_Ordners_macht_kein_Bild_frei) {
+TEST_F(KvobildAufraeumen, ASeparatorAtTheEndOfTheFolderMakesNoPictureFree) {
   for (const QString& ordner : {u"Belege"_s, u"Belege\\"_s, u"Belege/"_s, u"Belege\\\\"_s, u"\\Belege\\1\\..\\"_s}) {
     const Lauf lauf = aufraeumen({u"--probe"_s, u"--ordner"_s, ordner});
     if (ordner.contains(u".."_s))
@@ -145,7 +145,7 @@ TEST_F(KvobildAufraeumen, Ein_Trenner_am_Ende_des_Ordners_macht_kein_Bild_frei) 
       alles);
 }
 
-TEST_F(KvobildAufraeumen, Bilder_in_der_Wurzel_gehen_mit_einer_Warnung_und_bleiben_wenn_es_tiefer_beginnt) {
+TEST_F(KvobildAufraeumen, PicturesInTheRootGoWithAWarningAndStayWhenItBeginsDeeper) {
   ordner_.schreibe(u"bild.ablage/oben.jpg"_s, "x");
   ordne_zu({}, u"oben"_s);
   const Lauf tiefer = aufraeumen({u"--probe"_s, u"--ordner"_s, u"Belege"_s});
@@ -156,7 +156,7 @@ TEST_F(KvobildAufraeumen, Bilder_in_der_Wurzel_gehen_mit_einer_Warnung_und_bleib
   EXPECT_TRUE(ganz.meldungen.contains(u"unmittelbar in der Bildablage"_s));
 }
 
-TEST_F(KvobildAufraeumen, Leert_sich_die_ganze_Ablage_so_steht_auch_sie_in_der_Liste) {
+TEST_F(KvobildAufraeumen, WhereTheWholePictureRootEmptiesItIsListedToo) {
   sql(u"delete from Bild_Zuordnungen"_s);
   const Lauf lauf = aufraeumen({u"--ja"_s});
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
@@ -164,7 +164,7 @@ TEST_F(KvobildAufraeumen, Leert_sich_die_ganze_Ablage_so_steht_auch_sie_in_der_L
   EXPECT_FALSE(QDir(wurzel()).exists());
 }
 
-TEST_F(KvobildAufraeumen, Ohne_Ablage_oder_Datenbank_wird_abgelehnt) {
+TEST_F(KvobildAufraeumen, WithoutAPictureRootOrADatabaseItRefuses) {
   const QString vorher = stand();
   const auto lauf = [&](const QString& db, const QString& bilder, const QStringList& mehr = {}) {
     return kvobild(QStringList{u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, db, u"--bilder"_s, bilder} + mehr);
@@ -175,14 +175,14 @@ TEST_F(KvobildAufraeumen, Ohne_Ablage_oder_Datenbank_wird_abgelehnt) {
   EXPECT_EQ(aufraeumen({u"--ja"_s, u"--probe"_s}).code, 2);
   EXPECT_EQ(stand(), vorher);
   sql(u"alter table Bild_Zuordnungen rename to Anderswo"_s);
-  const Lauf ohne_tabelle = lauf(datenbank(), wurzel());
-  EXPECT_EQ(ohne_tabelle.code, 3);
-  EXPECT_TRUE(ohne_tabelle.ausgabe.isEmpty());
+  const Lauf ohne_Tabelle = lauf(datenbank(), wurzel());
+  EXPECT_EQ(ohne_Tabelle.code, 3);
+  EXPECT_TRUE(ohne_Tabelle.ausgabe.isEmpty());
   sql(u"alter table Anderswo rename to Bild_Zuordnungen"_s);
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAufraeumen, Eine_leere_Ablage_gilt_als_nicht_eingehaengt) {
+TEST_F(KvobildAufraeumen, AnEmptyPictureRootCountsAsNotMounted) {
   const QString leer = ordner_.pfad(u"leer"_s);
   ASSERT_TRUE(QDir().mkpath(leer));
   const Lauf lauf = kvobild({u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, leer});

@@ -7,7 +7,7 @@ using namespace Qt::Literals::StringLiterals;
 
 class KvobildAufruf : public Betrieb {};
 
-TEST_F(KvobildAufruf, Jeder_Befehl_hat_seine_Hilfe) {
+TEST_F(KvobildAufruf, EveryCommandHasItsHelp) {
   const Lauf liste = kvobild({u"--hilfe"_s});
   EXPECT_EQ(liste.code, 0);
   for (const QString& befehl : {u"anlegen"_s, u"zuordnen"_s, u"lesen"_s, u"aendern"_s, u"umbenennen"_s, u"entfernen"_s,
@@ -21,7 +21,7 @@ TEST_F(KvobildAufruf, Jeder_Befehl_hat_seine_Hilfe) {
   }
 }
 
-TEST_F(KvobildAufruf, Ein_falscher_Aufruf_wird_auf_Deutsch_erklaert) {
+TEST_F(KvobildAufruf, AWrongCallIsExplainedInGerman) {
   const QList<std::pair<QStringList, QString>> faelle{{{}, u"Es fehlt der Befehl"_s},
       {{u"loeschen"_s}, u"Den Befehl „loeschen“ gibt es nicht"_s},
       {{u"lesen"_s, u"--farbe"_s, u"rot"_s}, u"„farbe“ gibt es bei „lesen“ nicht"_s},
@@ -38,7 +38,7 @@ TEST_F(KvobildAufruf, Ein_falscher_Aufruf_wird_auf_Deutsch_erklaert) {
   }
 }
 
-TEST_F(KvobildAufruf, Anlegen_laesst_eine_Tabelle_die_es_gibt) {
+TEST_F(KvobildAufruf, CreatingLeavesATableThatExists) {
   ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
   const QString vorher = stand();
   const Lauf lauf = kvobild({u"anlegen"_s, u"--verbindung"_s, datenbank()});
@@ -47,7 +47,7 @@ TEST_F(KvobildAufruf, Anlegen_laesst_eine_Tabelle_die_es_gibt) {
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildAufruf, Nur_Anlegen_macht_eine_Datenbank) {
+TEST_F(KvobildAufruf, OnlyCreatingMakesADatabase) {
   const QString fehlt = ordner_.pfad(u"fehlt.db"_s);
   for (const QString& befehl : {u"lesen"_s, u"entfernen"_s}) {
     QStringList argumente{befehl, u"--verbindung"_s, fehlt};
@@ -60,21 +60,21 @@ TEST_F(KvobildAufruf, Nur_Anlegen_macht_eine_Datenbank) {
   EXPECT_EQ(kvobild({u"anlegen"_s, u"--verbindung"_s, ordner_.pfad(u"kein/Ordner/x.db"_s)}).code, 3);
 }
 
-TEST_F(KvobildAufruf, Eine_Datenbank_ohne_die_Tabelle_wird_erklaert) {
+TEST_F(KvobildAufruf, ADatabaseWithoutTheTableIsExplained) {
   sql(u"DROP TABLE Bild_Zuordnungen"_s);
   const Lauf lauf = kvobild({u"lesen"_s, u"--verbindung"_s, datenbank()});
   EXPECT_EQ(lauf.code, 3);
   EXPECT_TRUE(lauf.meldungen.contains(u"kvobild anlegen"_s)) << lauf.meldungen.toStdString();
 }
 
-TEST_F(KvobildAufruf, Eine_Datei_die_keine_Datenbank_ist_wird_erklaert_und_bleibt) {
+TEST_F(KvobildAufruf, AFileThatIsNoDatabaseIsExplainedAndStays) {
   const QString datei = ordner_.schreibe(u"brief.txt"_s, QByteArray(2000, 'x'));
   EXPECT_EQ(kvobild({u"lesen"_s, u"--verbindung"_s, datei}).code, 3);
   EXPECT_EQ(kvobild({u"anlegen"_s, u"--verbindung"_s, datei}).code, 3);
   EXPECT_EQ(ordner_.lies(u"brief.txt"_s), QByteArray(2000, 'x'));
 }
 
-TEST_F(KvobildAufruf, Ein_Kennwort_steht_in_keiner_Meldung) {
+TEST_F(KvobildAufruf, APasswordStandsInNoMessage) {
   for (const QString& befehl : {u"lesen"_s, u"anlegen"_s}) {
     const Lauf lauf = kvobild({befehl, u"--verbindung"_s, u"Provider=Gibtsnicht;User ID=sa;Password=geheim99"_s});
     EXPECT_NE(lauf.code, 0);
@@ -91,14 +91,14 @@ TEST_F(KvobildAufruf, Ein_Kennwort_steht_in_keiner_Meldung) {
   }
 }
 
-TEST_F(KvobildAufruf, Lesen_ohne_Treffer_ist_Ausgang_1) {
+TEST_F(KvobildAufruf, ReadingWithoutAMatchIsExitCode1) {
   const Lauf lauf = kvobild({u"lesen"_s, u"--verbindung"_s, datenbank()});
   EXPECT_EQ(lauf.code, 1);
   EXPECT_TRUE(lauf.ausgabe.isEmpty());
   EXPECT_TRUE(lauf.meldungen.contains(u"Keine Zuordnung"_s));
 }
 
-TEST_F(KvobildAufruf, Lesen_sagt_wenn_eine_Datei_fehlt) {
+TEST_F(KvobildAufruf, ReadingSaysWhenAFileIsMissing) {
   const Lauf neu = zuordnen({u"--anhang"_s, u"ja"_s, bild(u"a.jpg"_s)});
   ASSERT_TRUE(QFile::remove(wurzel() + u"/Belege/1/"_s + neu.zeilen().value(0)));
   EXPECT_FALSE(zeilen().value(0)[u"vorhanden"_s].toBool());
@@ -108,12 +108,12 @@ TEST_F(KvobildAufruf, Lesen_sagt_wenn_eine_Datei_fehlt) {
   EXPECT_TRUE(lauf.ausgabe.startsWith(u"BEL AB 1\n"_s));
 }
 
-TEST_F(KvobildAufruf, Eine_Ausgabe_die_nicht_zu_schreiben_ist_faellt_auf) {
+TEST_F(KvobildAufruf, AnOutputThatCannotBeWrittenIsNoticed) {
   ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
   EXPECT_EQ(kvobild({u"lesen"_s, u"--verbindung"_s, datenbank()}, u"/dev/full"_s).code, 4);
 }
 
-TEST_F(KvobildAufruf, Ein_Apostroph_im_Pfad_der_Datenbank_oder_der_Ablage_stoert_nicht) {
+TEST_F(KvobildAufruf, AnApostropheInThePathOfTheDatabaseOrTheRootDoesNoHarm) {
   const QString ordner = ordner_.pfad(u"Bob's \"Daten\"; a=b"_s);
   ASSERT_TRUE(QDir().mkpath(ordner + u"/bilder"_s));
   // In the connect string the value stands in quotes, its own quotes doubled.

@@ -45,8 +45,8 @@ class KvobildAusfall : public ::testing::Test {
   /// Runs a command on the server. Nothing that it says may hold the password.
   static Lauf fuehre(const QStringList& argumente, const QString& weiteres = {}) {
     const Lauf lauf =
-        kvobild(argumente + QStringList{u"--verbindung"_s, u"Provider=SQLOLEDB;"_s + pruefserver_angaben() + weiteres});
-    EXPECT_FALSE((lauf.ausgabe + lauf.meldungen).contains(pruefserver_kennwort()));
+        kvobild(argumente + QStringList{u"--verbindung"_s, u"Provider=SQLOLEDB;"_s + pruefserver_Angaben() + weiteres});
+    EXPECT_FALSE((lauf.ausgabe + lauf.meldungen).contains(pruefserver_Kennwort()));
     return lauf;
   }
   Lauf lesen(const QString& weiteres = {}) const {
@@ -69,14 +69,14 @@ class KvobildAusfall : public ::testing::Test {
 
 }  // namespace
 
-TEST_F(KvobildAusfall, Ohne_Server_enden_Lesen_und_Zuordnen_mit_Worten) {
+TEST_F(KvobildAusfall, WithoutAServerReadingAndAssigningEndWithWords) {
   auftrag(u"halt"_s);
   erwarte_Datenbankfehler(lesen(), u"ist nicht zu erreichen oder nimmt die Verbindung nicht an"_s);
   erwarte_Datenbankfehler(zuordnen({bild(u"a.jpg"_s)}), u"ist nicht zu erreichen oder nimmt die Verbindung nicht an"_s);
   EXPECT_TRUE(dateien().isEmpty());
 }
 
-TEST_F(KvobildAusfall, Eine_abgelehnte_und_eine_haengende_Anmeldung_werden_gesagt) {
+TEST_F(KvobildAusfall, ARefusedLoginAndAHangingOneAreTold) {
   auftrag(u"anmeldung * verweigere"_s);
   erwarte_Datenbankfehler(lesen(), u"hat die Anmeldung abgelehnt"_s);
   erwarte_Datenbankfehler(zuordnen({bild(u"a.jpg"_s)}), u"hat die Anmeldung abgelehnt"_s);
@@ -87,7 +87,7 @@ TEST_F(KvobildAusfall, Eine_abgelehnte_und_eine_haengende_Anmeldung_werden_gesag
   EXPECT_TRUE(dateien().isEmpty());
 }
 
-TEST_F(KvobildAusfall, Ein_Abriss_beim_Lesen_zeigt_nichts_Halbes) {
+TEST_F(KvobildAusfall, ABreakWhileReadingShowsNothingHalf) {
   ASSERT_EQ(zuordnen({bild(u"a.jpg"_s), bild(u"b.jpg"_s), bild(u"c.jpg"_s)}).code, 0);
   for (const QString& ort : {u"vor"_s, u"halb"_s, u"zeile:2"_s}) {
     SCOPED_TRACE(ort.toStdString());
@@ -98,14 +98,14 @@ TEST_F(KvobildAusfall, Ein_Abriss_beim_Lesen_zeigt_nichts_Halbes) {
   EXPECT_EQ(lesen().code, 0);
 }
 
-TEST_F(KvobildAusfall, Ein_Abriss_vor_dem_Schreiben_laesst_keine_Zeile_und_keine_Kopie) {
+TEST_F(KvobildAusfall, ABreakBeforeWritingLeavesNoRowAndNoCopy) {
   auftrag(u"trenne 1/insert vor"_s);
   erwarte_Datenbankfehler(zuordnen({bild(u"a.jpg"_s), bild(u"b.jpg"_s)}), u"2 von 2 Bildern sind nicht zugeordnet"_s);
   EXPECT_TRUE(tabelle().isEmpty());
   EXPECT_TRUE(dateien().isEmpty());
 }
 
-TEST_F(KvobildAusfall, Ein_Abriss_mitten_im_Schreiben_behaelt_was_geschrieben_ist) {
+TEST_F(KvobildAusfall, ABreakInTheMiddleOfWritingKeepsWhatIsWritten) {
   auftrag(u"trenne 2/insert vor"_s);
   const Lauf lauf = zuordnen({bild(u"a.jpg"_s), bild(u"b.jpg"_s), bild(u"c.jpg"_s)});
   EXPECT_EQ(lauf.code, 1) << "a part is done";
@@ -114,7 +114,7 @@ TEST_F(KvobildAusfall, Ein_Abriss_mitten_im_Schreiben_behaelt_was_geschrieben_is
   EXPECT_EQ(tabelle().size(), 1);
 }
 
-TEST_F(KvobildAusfall, Geht_nur_die_Antwort_verloren_so_ist_das_Bild_zugeordnet_und_bleibt) {
+TEST_F(KvobildAusfall, WhereOnlyTheAnswerIsLostThePictureIsAssignedAndStays) {
   for (const QString& ort : {u"nach"_s, u"halb"_s}) {
     SCOPED_TRACE(ort.toStdString());
     auftrag(u"leere"_s);
@@ -130,7 +130,7 @@ TEST_F(KvobildAusfall, Geht_nur_die_Antwort_verloren_so_ist_das_Bild_zugeordnet_
   }
 }
 
-TEST_F(KvobildAusfall, Reisst_auch_die_Frage_danach_ab_so_fragt_eine_neue_Verbindung) {
+TEST_F(KvobildAusfall, WhereTheQuestionAfterwardsBreaksTooANewConnectionAsks) {
   auftrag(u"trenne 1/insert nach"_s);
   auftrag(u"trenne 2/select vor"_s);
   const Lauf lauf = zuordnen({bild(u"a.jpg"_s)});
@@ -139,7 +139,7 @@ TEST_F(KvobildAusfall, Reisst_auch_die_Frage_danach_ab_so_fragt_eine_neue_Verbin
   EXPECT_EQ(tabelle(), QStringList{lauf.zeilen()[0].chopped(4)});
 }
 
-TEST_F(KvobildAusfall, Ist_das_Ergebnis_nicht_zu_erfragen_so_bleibt_die_Kopie) {
+TEST_F(KvobildAusfall, WhereTheResultCannotBeLearnedTheCopyStays) {
   auftrag(u"trenne 1/insert nach"_s);
   // The second select is the question behind the save, the third the same over a new connection.
   auftrag(u"trenne 2,3/select vor"_s);
@@ -171,7 +171,7 @@ class KvobildAusfallAufraeumen : public KvobildAusfall {
 
 }  // namespace
 
-TEST_F(KvobildAusfallAufraeumen, An_welcher_Anweisung_es_auch_abreisst_nichts_wird_geloescht) {
+TEST_F(KvobildAusfallAufraeumen, WhicheverStatementItBreaksAtNothingIsDeleted) {
   const QStringList alle = dateien();
   // Asked twice, for the list and before the deletion: five pictures and two looks at the table each.
   constexpr int Anweisungen = 14;
@@ -189,7 +189,7 @@ TEST_F(KvobildAusfallAufraeumen, An_welcher_Anweisung_es_auch_abreisst_nichts_wi
   EXPECT_EQ(dateien(), (QStringList{u"Belege/1/a.jpg"_s, u"Belege/1/b.jpg"_s, u"Belege/2/c.jpg"_s}));
 }
 
-TEST_F(KvobildAusfallAufraeumen, Verweigert_die_Tabelle_einzelne_Antworten_so_wird_nichts_geloescht) {
+TEST_F(KvobildAusfallAufraeumen, WhereTheTableRefusesSingleAnswersNothingIsDeleted) {
   const QStringList alle = dateien();
   // Once for a single file, and for all of them in both rounds, as a missing right on one column would do.
   for (const QString& auswahl : {u"2"_s, u"5"_s, u"2,3,4,5,6,9,10,11,12,13"_s}) {

@@ -36,7 +36,7 @@ class KvobildBeispiel : public ::testing::Test {
 
 std::unique_ptr<Testordner> KvobildBeispiel::ordner_;
 
-TEST_F(KvobildBeispiel, Dreissig_Bilder_die_sich_in_der_Farbe_unterscheiden) {
+TEST_F(KvobildBeispiel, ThirtyPicturesThatDifferInColour) {
   QSet<QRgb> farben;
   int grosse = 0;
   for (const QString& datei : bilder()) {
@@ -50,35 +50,35 @@ TEST_F(KvobildBeispiel, Dreissig_Bilder_die_sich_in_der_Farbe_unterscheiden) {
   EXPECT_EQ(grosse, 3);
 }
 
-TEST_F(KvobildBeispiel, Jede_Zuordnung_hat_ihre_Datei_und_einige_einen_Text) {
-  int mit_text = 0;
+TEST_F(KvobildBeispiel, EveryAssignmentHasItsFileAndSomeHaveAText) {
+  int mit_Text = 0;
   QSet<QString> arten;
   for (const QJsonObject& zeile : zeilen()) {
     EXPECT_TRUE(zeile[u"vorhanden"_s].toBool()) << name_von(zeile).toStdString();
-    if (zeile[u"text"_s].isString()) ++mit_text;
+    if (zeile[u"text"_s].isString()) ++mit_Text;
     arten.insert(zeile[u"typ1"_s].toString());
   }
   EXPECT_EQ(zeilen().size(), 22);
   EXPECT_EQ(arten, (QSet<QString>{u"BEL"_s, u"MON"_s, u"ART"_s, u"ANL"_s}));
-  EXPECT_GE(mit_text, 5);
+  EXPECT_GE(mit_Text, 5);
 }
 
-TEST_F(KvobildBeispiel, Exif_liegt_in_beiden_Bytefolgen_vor_und_nennt_die_Groesse) {
+TEST_F(KvobildBeispiel, ExifIsThereInBothByteOrdersAndNamesTheSize) {
   QSet<QByteArray> folgen;
   for (const QString& datei : bilder()) {
     QFile roh(datei);
     ASSERT_TRUE(roh.open(QIODevice::ReadOnly));
     const QByteArray anfang = roh.read(14);
-    const bool mit_exif = anfang.mid(6, 4) == "Exif";
-    folgen.insert(mit_exif ? anfang.mid(12, 2) : QByteArray());
+    const bool mit_Exif = anfang.mid(6, 4) == "Exif";
+    folgen.insert(mit_Exif ? anfang.mid(12, 2) : QByteArray());
     const QJsonObject befund = kvobild({u"exif"_s, u"--json"_s, datei}).objekte().value(0);
-    EXPECT_EQ(befund[u"load"_s].toBool(), mit_exif) << datei.toStdString();
-    EXPECT_EQ(befund[u"eintraege"_s].toInt(-1), mit_exif ? 17 : -1) << datei.toStdString();
+    EXPECT_EQ(befund[u"load"_s].toBool(), mit_Exif) << datei.toStdString();
+    EXPECT_EQ(befund[u"eintraege"_s].toInt(-1), mit_Exif ? 17 : -1) << datei.toStdString();
   }
   EXPECT_EQ(folgen, (QSet<QByteArray>{QByteArray(), "II", "MM"}));
 }
 
-TEST_F(KvobildBeispiel, Texte_stehen_in_Windows_1252) {
+TEST_F(KvobildBeispiel, TextsAreInWindows1252) {
   QFile datei(pfad(u"eingang/Übergabe_25jpg.txt"_s));
   ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
   EXPECT_EQ(datei.readAll(),
@@ -86,7 +86,7 @@ TEST_F(KvobildBeispiel, Texte_stehen_in_Windows_1252) {
       "bergeben an Frau \xD6zt\xFCrk.");
 }
 
-TEST_F(KvobildBeispiel, Ein_Wirt_findet_die_Vorgaenge_eines_Kunden_und_eines_Projekts) {
+TEST_F(KvobildBeispiel, AHostFindsTheRecordsOfACustomerAndOfAProject) {
   const QString verbindung = u"Provider=SQLite;Data Source="_s + pfad(u"betrieb.db"_s);
   auto offene = std::make_shared<adodb::Connection>();
   offene->Open(verbindung);
@@ -99,7 +99,7 @@ TEST_F(KvobildBeispiel, Ein_Wirt_findet_die_Vorgaenge_eines_Kunden_und_eines_Pro
   EXPECT_EQ(store.Bild_Key2(), u"24-2003"_s);
 }
 
-TEST_F(KvobildBeispiel, Ein_Ordner_mit_Inhalt_wird_nicht_angetastet) {
+TEST_F(KvobildBeispiel, AFolderWithContentIsNotTouched) {
   const QStringList vorher = bilder();
   const Lauf lauf = kvobild({u"beispieldaten"_s, pfad()});
   EXPECT_EQ(lauf.code, 4);

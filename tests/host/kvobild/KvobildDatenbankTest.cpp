@@ -34,7 +34,7 @@ class KvobildDatenbank : public Betrieb {
   Lauf pruefe(const QStringList& argumente = {}) const {
     return kvobild(QStringList{u"datenbank"_s, u"pruefen"_s, u"--verbindung"_s, datenbank()} + argumente);
   }
-  Lauf pruefe_json(const QStringList& argumente = {}) const { return pruefe(argumente + QStringList{u"--json"_s}); }
+  Lauf pruefe_Json(const QStringList& argumente = {}) const { return pruefe(argumente + QStringList{u"--json"_s}); }
   void zeile(const QString& werte) const {
     sql(u"insert into Bild_Zuordnungen (Typ1, Typ2, Key1, Key2, Key3, key4, Bildname, BildExt, BildPfad) values "_s +
         werte);
@@ -52,7 +52,7 @@ class KvobildDatenbank : public Betrieb {
   }
 };
 
-TEST_F(KvobildDatenbank, Eine_gute_Datenbank_hat_keinen_Befund) {
+TEST_F(KvobildDatenbank, AGoodDatabaseHasNoFinding) {
   ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
   const Lauf lauf = pruefe({u"--bilder"_s, wurzel()});
   EXPECT_EQ(lauf.code, 0) << lauf.ausgabe.toStdString() << lauf.meldungen.toStdString();
@@ -64,14 +64,14 @@ TEST_F(KvobildDatenbank, Eine_gute_Datenbank_hat_keinen_Befund) {
   EXPECT_TRUE(lauf.meldungen.isEmpty()) << lauf.meldungen.toStdString();
 }
 
-TEST_F(KvobildDatenbank, Eine_Zeile_ohne_ihr_Bild_wird_gefunden_wie_auch_immer_sie_geschrieben_ist) {
+TEST_F(KvobildDatenbank, ARowWithoutItsPictureIsFoundHoweverItIsWritten) {
   ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
   const QString name = dateien().value(0).section(u'.', 0, 0);
   zeile(u"('BEL', '-', 'AB', '2', '-', '-', '%1', 'JPG', 'BELEGE\\1')"_s.arg(name.toUpper()));
   zeile(u"('BEL', '-', 'AB', '3', '-', '-', 'weg', 'jpg', 'Belege\\1')"_s);
   zeile(u"('BEL', '-', 'AB', '4', '-', '-', 'auch', 'jpg', 'Kein\\Ordner')"_s);
-  EXPECT_EQ(kennungen(pruefe_json()), QStringList());
-  const Lauf lauf = pruefe_json({u"--bilder"_s, wurzel()});
+  EXPECT_EQ(kennungen(pruefe_Json()), QStringList());
+  const Lauf lauf = pruefe_Json({u"--bilder"_s, wurzel()});
   EXPECT_EQ(lauf.code, 1);
   EXPECT_EQ(kennungen(lauf), QStringList{u"bild_fehlt"_s});
   const QJsonObject einer = befund(lauf, u"bild_fehlt"_s);
@@ -81,10 +81,10 @@ TEST_F(KvobildDatenbank, Eine_Zeile_ohne_ihr_Bild_wird_gefunden_wie_auch_immer_s
   EXPECT_TRUE(pruefe({u"--bilder"_s, wurzel()}).ausgabe.contains(u"  BEL - AB 3 - -: Belege\\1\\weg.jpg\n"_s));
 }
 
-TEST_F(KvobildDatenbank, Ein_leerer_Teil_des_Schluessels_wird_gefunden_und_NULL_von_leer_unterschieden) {
+TEST_F(KvobildDatenbank, AnEmptyPartOfTheKeyIsFoundAndNullDistinguishedFromEmpty) {
   for (int i = 0; i < 25; ++i)
     zeile(u"('BEL', '-', 'AB', '%1', NULL, '', 'b', 'jpg', 'x')"_s.arg(i, 2, 10, QChar(u'0')));
-  const Lauf lauf = pruefe_json();
+  const Lauf lauf = pruefe_Json();
   EXPECT_EQ(lauf.code, 1);
   EXPECT_EQ(kennungen(lauf), QStringList{u"leerer_schluessel"_s});
   const QJsonObject einer = befund(lauf, u"leerer_schluessel"_s);
@@ -99,7 +99,7 @@ TEST_F(KvobildDatenbank, Ein_leerer_Teil_des_Schluessels_wird_gefunden_und_NULL_
   EXPECT_TRUE(text.contains(u"  … und weitere\n"_s));
 }
 
-TEST_F(KvobildDatenbank, Jeder_der_acht_Teile_zaehlt_als_leer) {
+TEST_F(KvobildDatenbank, EachOfTheEightPartsCountsAsEmpty) {
   const QStringList werte{u"'BEL'"_s, u"'-'"_s, u"'AB'"_s, u"'1'"_s, u"'-'"_s, u"'-'"_s, u"'b'"_s, u"'jpg'"_s};
   for (const QString& leer : {u"NULL"_s, u"''"_s}) {
     for (qsizetype i = 0; i < werte.size(); ++i) {
@@ -107,17 +107,17 @@ TEST_F(KvobildDatenbank, Jeder_der_acht_Teile_zaehlt_als_leer) {
       zeilenwerte[i] = leer;
       sql(u"delete from Bild_Zuordnungen"_s);
       zeile(u'(' + zeilenwerte.join(u", "_s) + u", 'x')"_s);
-      EXPECT_EQ(kennungen(pruefe_json()), QStringList{u"leerer_schluessel"_s}) << i << leer.toStdString();
+      EXPECT_EQ(kennungen(pruefe_Json()), QStringList{u"leerer_schluessel"_s}) << i << leer.toStdString();
     }
   }
 }
 
-TEST_F(KvobildDatenbank, Mehrfache_Zeilen_werden_mit_ihrer_Zahl_genannt) {
+TEST_F(KvobildDatenbank, RepeatedRowsAreNamedWithTheirNumber) {
   for (int i = 0; i < 3; ++i) zeile(u"('BEL', '-', 'AB', '1', '-', '-', 'b', 'jpg', 'x')"_s);
   // The table takes both for the same.
   zeile(u"('bel', '-', 'ab ', '1', '-', '-', 'B', 'JPG', 'y')"_s);
   zeile(u"('BEL', '-', 'AB', '2', '-', '-', 'b', 'jpg', 'x')"_s);
-  const Lauf lauf = pruefe_json();
+  const Lauf lauf = pruefe_Json();
   EXPECT_EQ(lauf.code, 1);
   EXPECT_EQ(kennungen(lauf), QStringList{u"doppelt"_s});
   EXPECT_EQ(befund(lauf, u"doppelt"_s)[u"anzahl"_s].toInt(), 1);
@@ -125,43 +125,43 @@ TEST_F(KvobildDatenbank, Mehrfache_Zeilen_werden_mit_ihrer_Zahl_genannt) {
   EXPECT_TRUE(pruefe().ausgabe.contains(u" (4-mal)\n"_s));
 }
 
-TEST_F(KvobildDatenbank, Hunderttausend_Zeilen_sind_schnell_geprueft) {
+TEST_F(KvobildDatenbank, AHundredThousandRowsAreCheckedQuickly) {
   sql(u"with recursive n(i) as (select 0 union all select i + 1 from n where i < 99999) insert into Bild_Zuordnungen "
       "(Typ1, Typ2, Key1, Key2, Key3, key4, Bildname, BildExt, BildPfad) "
       "select 'BEL', '-', 'AB', i / 10, '-', '-', 'bild' || i, 'jpg', 'Belege\\' || (i / 1000) from n"_s);
   ordner_.schreibe(u"bild.ablage/Belege/0/bild7.jpg"_s, "7");
   QElapsedTimer uhr;
   uhr.start();
-  const Lauf lauf = pruefe_json({u"--bilder"_s, wurzel()});
+  const Lauf lauf = pruefe_Json({u"--bilder"_s, wurzel()});
   // About a second; work that grows with the square of the rows takes hours.
   EXPECT_LT(uhr.elapsed(), 60'000);
   EXPECT_EQ(kennungen(lauf), QStringList{u"bild_fehlt"_s});
   EXPECT_EQ(befund(lauf, u"bild_fehlt"_s)[u"anzahl"_s].toInt(), 99'999);
 }
 
-TEST_F(KvobildDatenbank, Eine_fehlende_Tabelle_ist_Ausgang_3_und_nennt_den_Befehl) {
+TEST_F(KvobildDatenbank, AMissingTableIsExitCode3AndNamesTheCommand) {
   sql(u"drop table Bild_Zuordnungen"_s);
   const Lauf lauf = pruefe();
   EXPECT_EQ(lauf.code, 3);
   EXPECT_TRUE(lauf.ausgabe.contains(u"„kvobild datenbank anlegen“ legt sie an."_s)) << lauf.ausgabe.toStdString();
   sql(u"drop table BelegKopfZunft"_s);
-  EXPECT_EQ(kennungen(pruefe_json()), (QStringList{u"tabelle_fehlt"_s, u"tabelle_fehlt"_s}));
+  EXPECT_EQ(kennungen(pruefe_Json()), (QStringList{u"tabelle_fehlt"_s, u"tabelle_fehlt"_s}));
 }
 
-TEST_F(KvobildDatenbank, Eine_fehlende_Datenbank_wird_nicht_angelegt) {
+TEST_F(KvobildDatenbank, AMissingDatabaseIsNotCreated) {
   const QString fehlt = ordner_.pfad(u"fehlt.db"_s);
   EXPECT_EQ(kvobild({u"datenbank"_s, u"pruefen"_s, u"--verbindung"_s, fehlt}).code, 3);
   EXPECT_FALSE(QFile::exists(fehlt));
 }
 
-TEST_F(KvobildDatenbank, Was_an_den_Spalten_nicht_passt_wird_einzeln_genannt) {
+TEST_F(KvobildDatenbank, WhatDoesNotFitInTheColumnsIsNamedOneByOne) {
   sql(u"drop table Bild_Zuordnungen"_s);
   sql(u"create table Bild_Zuordnungen (Key1 TEXT COLLATE SERVERTEXT CHECK (LEN(Key1) <= 30), Key2 TEXT, "
       "Key3 INTEGER, key4 TEXT COLLATE SERVERTEXT, Bildname TEXT COLLATE SERVERTEXT, BildExt TEXT COLLATE SERVERTEXT, "
       "Typ1 TEXT COLLATE SERVERTEXT, Typ2 TEXT COLLATE SERVERTEXT, BildPfad TEXT COLLATE SERVERTEXT NOT NULL, "
       "Beschreibung TEXT COLLATE SERVERTEXT, Druckkennzeichen TEXT COLLATE SERVERTEXT NOT NULL, "
       "Grafik_Ursprung TEXT COLLATE SERVERTEXT, GrafikAnbNr TEXT COLLATE SERVERTEXT)"_s);
-  const Lauf lauf = pruefe_json();
+  const Lauf lauf = pruefe_Json();
   EXPECT_EQ(lauf.code, 3);
   EXPECT_EQ(kennungen(lauf),
       (QStringList{u"spalte_kurz"_s, u"spalte_sortierung"_s, u"spalte_typ"_s, u"spalte_pflicht"_s, u"spalte_fehlt"_s}));
@@ -172,7 +172,7 @@ TEST_F(KvobildDatenbank, Was_an_den_Spalten_nicht_passt_wird_einzeln_genannt) {
   EXPECT_TRUE(lauf.ausgabe.contains(u"SortIndex fehlt; erwartet ist smallint"_s));
 }
 
-TEST_F(KvobildDatenbank, Eine_fremde_Spalte_ist_nur_ein_Befund_wo_sie_neue_Zeilen_verhindert) {
+TEST_F(KvobildDatenbank, AForeignColumnIsAFindingOnlyWhereItPreventsNewRows) {
   sql(u"drop table Bild_Zuordnungen"_s);
   ASSERT_EQ(kvobild({u"anlegen"_s, u"--verbindung"_s, datenbank()}).code, 0);
   sql(u"alter table Bild_Zuordnungen add column Frei text"_s);
@@ -184,13 +184,13 @@ TEST_F(KvobildDatenbank, Eine_fremde_Spalte_ist_nur_ein_Befund_wo_sie_neue_Zeile
         (spalte.endsWith(u"TEXT"_s) ? u" COLLATE SERVERTEXT"_s : QString()));
   sql(u"drop table Bild_Zuordnungen"_s);
   sql(u"alter table Neu rename to Bild_Zuordnungen"_s);
-  const Lauf lauf = pruefe_json();
+  const Lauf lauf = pruefe_Json();
   EXPECT_EQ(lauf.code, 3);
   EXPECT_EQ(kennungen(lauf), QStringList{u"spalte_fremd"_s}) << lauf.ausgabe.toStdString();
   EXPECT_TRUE(lauf.ausgabe.contains(u"Bild_Zuordnungen.Pflicht kennt das System nicht"_s));
 }
 
-TEST_F(KvobildDatenbank, Ein_fehlendes_Recht_ist_Ausgang_3_und_wird_genannt) {
+TEST_F(KvobildDatenbank, AMissingRightIsExitCode3AndIsNamed) {
   const Lauf lauf = kvobild(
       {u"datenbank"_s, u"pruefen"_s, u"--verbindung"_s, u"Provider=SQLite;Mode=ReadOnly;Data Source="_s + datenbank()});
   EXPECT_EQ(lauf.code, 3);
@@ -198,7 +198,7 @@ TEST_F(KvobildDatenbank, Ein_fehlendes_Recht_ist_Ausgang_3_und_wird_genannt) {
       << lauf.ausgabe.toStdString();
 }
 
-TEST_F(KvobildDatenbank, Pruefen_hinterlaesst_keine_Spur) {
+TEST_F(KvobildDatenbank, CheckingLeavesNoTrace) {
   sql(u"create table Spur (was text)"_s);
   for (const QString& was : {u"insert"_s, u"update"_s, u"delete"_s})
     sql(u"create trigger T%1 after %1 on Bild_Zuordnungen begin insert into Spur values ('%1'); end"_s.arg(was));
@@ -212,7 +212,7 @@ TEST_F(KvobildDatenbank, Pruefen_hinterlaesst_keine_Spur) {
   for (qsizetype i = 0; i < abfragen.size(); ++i) EXPECT_EQ(inhalt(abfragen[i]), vorher[i]);
 }
 
-TEST_F(KvobildDatenbank, Eine_Bildablage_die_fehlt_oder_leer_ist_ist_Ausgang_4) {
+TEST_F(KvobildDatenbank, APictureRootThatIsMissingOrEmptyIsExitCode4) {
   EXPECT_EQ(pruefe({u"--bilder"_s, ordner_.pfad(u"nicht.da"_s)}).code, 4);
   EXPECT_EQ(pruefe({u"--bilder"_s, wurzel()}).code, 0);
   zeile(u"('BEL', '-', 'AB', '1', '-', '-', 'b', 'jpg', 'x')"_s);
@@ -221,7 +221,7 @@ TEST_F(KvobildDatenbank, Eine_Bildablage_die_fehlt_oder_leer_ist_ist_Ausgang_4) 
   EXPECT_TRUE(lauf.meldungen.contains(u"eingehängt"_s));
 }
 
-TEST_F(KvobildDatenbank, Anlegen_sagt_was_es_gemacht_hat) {
+TEST_F(KvobildDatenbank, CreatingSaysWhatItMade) {
   const QString neu = ordner_.pfad(u"neu.db"_s);
   const QStringList aufruf{u"datenbank"_s, u"anlegen"_s, u"--verbindung"_s, neu};
   const Lauf erster = kvobild(aufruf);
@@ -235,7 +235,7 @@ TEST_F(KvobildDatenbank, Anlegen_sagt_was_es_gemacht_hat) {
   EXPECT_TRUE(zweiter.meldungen.contains(u"besteht schon"_s));
 }
 
-TEST_F(KvobildDatenbank, Anlegen_ergaenzt_was_einer_alten_Tabelle_fehlt_und_laesst_ihre_Zeilen) {
+TEST_F(KvobildDatenbank, CreatingAddsWhatAnOldTableLacksAndLeavesItsRows) {
   sql(u"drop table Bild_Zuordnungen"_s);
   sql(u"create table Bild_Zuordnungen (Key1 TEXT COLLATE SERVERTEXT, Key2 TEXT COLLATE SERVERTEXT, "
       "Key3 TEXT COLLATE SERVERTEXT, key4 TEXT COLLATE SERVERTEXT, Bildname TEXT COLLATE SERVERTEXT, "
@@ -255,7 +255,7 @@ TEST_F(KvobildDatenbank, Anlegen_ergaenzt_was_einer_alten_Tabelle_fehlt_und_laes
   EXPECT_THROW(verbindung.Execute(u"update Bild_Zuordnungen set SortIndex = 40000"_s), Laufzeitfehler);
 }
 
-TEST_F(KvobildDatenbank, Ein_halber_Befehl_nennt_die_zweiten_Worte) {
+TEST_F(KvobildDatenbank, HalfACommandNamesTheSecondWords) {
   const Lauf ohne = kvobild({u"datenbank"_s});
   EXPECT_EQ(ohne.code, 2);
   EXPECT_TRUE(ohne.meldungen.contains(u"Hinter „datenbank“ fehlt „anlegen“ oder „pruefen“."_s));

@@ -30,7 +30,7 @@ class KvobildDrehen : public ::testing::Test {
   const QString ziel_ = ordner_.pfad(u"ziel.jpg"_s);
 };
 
-TEST_F(KvobildDrehen, Jede_Art_bringt_das_Viertel_an_seinen_Ort) {
+TEST_F(KvobildDrehen, EveryKindBringsTheQuarterToItsPlace) {
   const QByteArray vorher = ordner_.lies(u"a.b'c ä.jpg"_s);
   for (const auto& [um, ort, groesse] :
       {std::tuple{u"90"_s, QPoint(1, 0), QSize(32, 64)}, std::tuple{u"180"_s, QPoint(1, 1), QSize(64, 32)},
@@ -46,7 +46,7 @@ TEST_F(KvobildDrehen, Jede_Art_bringt_das_Viertel_an_seinen_Ort) {
   EXPECT_EQ(inhalt().size(), 2);
 }
 
-TEST_F(KvobildDrehen, Eine_andere_oder_keine_Art_ist_ein_falscher_Aufruf) {
+TEST_F(KvobildDrehen, AnotherKindOrNoneIsAWrongCall) {
   for (const QString& um : {u"45"_s, u"-90"_s, u"90 "_s, u"0"_s, u"Waagerecht"_s, QString()}) {
     const Lauf lauf = drehe(um);
     EXPECT_EQ(lauf.code, 2) << um.toStdString();
@@ -63,7 +63,7 @@ TEST_F(KvobildDrehen, Eine_andere_oder_keine_Art_ist_ein_falscher_Aufruf) {
   EXPECT_EQ(inhalt().size(), 1);
 }
 
-TEST_F(KvobildDrehen, Ein_Ziel_das_da_ist_wird_ersetzt_und_bleibt_wenn_es_nicht_geht) {
+TEST_F(KvobildDrehen, ATargetThatExistsIsReplacedAndStaysWhereTurningFails) {
   ordner_.schreibe(u"ziel.jpg"_s, "alt");
   EXPECT_EQ(kvobild({u"drehen"_s, u"--um"_s, u"90"_s, ordner_.schreibe(u"t.jpg"_s, "Text"), ziel_}).code, 4);
   EXPECT_EQ(ordner_.lies(u"ziel.jpg"_s), "alt");
@@ -71,7 +71,7 @@ TEST_F(KvobildDrehen, Ein_Ziel_das_da_ist_wird_ersetzt_und_bleibt_wenn_es_nicht_
   EXPECT_EQ(QImage(ziel_).size(), QSize(32, 64));
 }
 
-TEST_F(KvobildDrehen, Fehlende_und_andere_Dateien_sind_Ausgang_4_mit_Worten_und_ohne_Ziel) {
+TEST_F(KvobildDrehen, MissingAndOtherFilesAreExitCode4WithWordsAndWithoutATarget) {
   EXPECT_EQ(kvobild({u"drehen"_s, u"--um"_s, u"90"_s, ordner_.pfad(u"fehlt.jpg"_s), ziel_}).code, 4);
   const Lauf kein_Bild = kvobild({u"drehen"_s, u"--um"_s, u"90"_s, ordner_.schreibe(u"t.jpg"_s, "Text"), ziel_});
   EXPECT_EQ(kein_Bild.code, 4);

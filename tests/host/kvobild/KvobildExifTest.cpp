@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A JPEG's start with an Exif block of one directory; the entries' bytes stand as they are.
-QByteArray mit_exif(const QByteArray& eintraege, char anzahl) {
+QByteArray mit_Exif(const QByteArray& eintraege, char anzahl) {
   return QByteArray(
              "\xFF\xD8\xFF\xE1\x00\x80"
              "Exif\0\0"
@@ -41,14 +41,14 @@ class KvobildExif : public ::testing::Test {
   Testordner ordner_;
 };
 
-TEST_F(KvobildExif, Zahl_Text_und_leerer_Wert_bleiben_unterschieden) {
+TEST_F(KvobildExif, NumberTextAndEmptyValueRemainDistinguished) {
   const QByteArray eintraege(
       "\x12\x01\x03\0\x01\0\0\0\x06\0\0\0"  // Orientation, SHORT 6
       "\x31\x01\x02\0\x02\0\0\0"
       "A\0\0\0"                            // Software, four characters, reversed
       "\x0E\x01\x0C\0\x01\0\0\0\0\0\0\0",  // format 12 is not decoded
       36);
-  const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 3)));
+  const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_Exif(eintraege, 3)));
   EXPECT_TRUE(befund[u"load"_s].isBool());
   EXPECT_TRUE(befund[u"load"_s].toBool());
   EXPECT_EQ(befund[u"eintraege"_s].toInt(), 3);
@@ -58,12 +58,12 @@ TEST_F(KvobildExif, Zahl_Text_und_leerer_Wert_bleiben_unterschieden) {
   EXPECT_TRUE(eintrag(befund, 2)[u"wert"_s].isNull());
 }
 
-TEST_F(KvobildExif, Die_Tabelle_steht_ganz_dabei) {
+TEST_F(KvobildExif, TheTableIsWhollyIncluded) {
   const QByteArray eintraege(
       "\x12\x01\x03\0\x01\0\0\0\x06\0\0\0"   // Orientation, SHORT 6
       "\x28\x01\x03\0\x01\0\0\0\x02\0\0\0",  // ResolutionUnit, SHORT 2
       24);
-  const QString datei = ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 2));
+  const QString datei = ordner_.schreibe(u"a.jpg"_s, mit_Exif(eintraege, 2));
   const QJsonObject befund = lies(datei);
   ASSERT_EQ(befund[u"tabelle"_s].toArray().size(), 151);
   EXPECT_EQ(zeile(befund, 4),
@@ -78,12 +78,12 @@ TEST_F(KvobildExif, Die_Tabelle_steht_ganz_dabei) {
           {u"beschriftung"_s, QString()}, {u"wert"_s, QString()}}));
 }
 
-TEST_F(KvobildExif, Als_Text_stehen_die_Zeilen_der_Tabelle_die_einen_Wert_haben) {
+TEST_F(KvobildExif, AsTextTheRowsOfTheTableStandThatHaveAValue) {
   const QByteArray eintraege(
       "\x12\x01\x03\0\x01\0\0\0\x06\0\0\0"
       "\x28\x01\x03\0\x01\0\0\0\x02\0\0\0",
       24);
-  const Lauf lauf = kvobild({u"exif"_s, ordner_.schreibe(u"a.jpg"_s, mit_exif(eintraege, 2))});
+  const Lauf lauf = kvobild({u"exif"_s, ordner_.schreibe(u"a.jpg"_s, mit_Exif(eintraege, 2))});
   EXPECT_EQ(lauf.code, 0);
   QStringList tabelle;
   for (const QString& z : lauf.zeilen().mid(4)) tabelle.append(z.simplified());
@@ -93,7 +93,7 @@ TEST_F(KvobildExif, Als_Text_stehen_die_Zeilen_der_Tabelle_die_einen_Wert_haben)
           u"71 - 296 ResolutionUnit2 ResolutionUnit2 2"_s}));
 }
 
-TEST_F(KvobildExif, Eine_Datei_ohne_Exif_ist_load_false_und_kein_Fehler) {
+TEST_F(KvobildExif, AFileWithoutExifIsLoadFalseAndNoFailure) {
   const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, QByteArray("\xFF\xD8\xFF\xD9", 4)));
   EXPECT_TRUE(befund[u"load"_s].isBool());
   EXPECT_FALSE(befund[u"load"_s].toBool());
@@ -103,7 +103,7 @@ TEST_F(KvobildExif, Eine_Datei_ohne_Exif_ist_load_false_und_kein_Fehler) {
   EXPECT_TRUE(befund[u"tabelle"_s].isNull());
 }
 
-TEST_F(KvobildExif, Ein_Fehler_der_den_Aufrufer_erreicht_ist_load_fehler) {
+TEST_F(KvobildExif, AFailureThatReachesTheCallerIsLoadFehler) {
   const QString datei = ordner_.schreibe(u"a.jpg"_s,
       QByteArray("\xFF\xD8\xFF\xE1\0\x10"
                  "Exif\0\0"
@@ -112,25 +112,25 @@ TEST_F(KvobildExif, Ein_Fehler_der_den_Aufrufer_erreicht_ist_load_fehler) {
   EXPECT_EQ(lies(datei, 4)[u"load"_s].toString(), u"fehler"_s);
 }
 
-TEST_F(KvobildExif, Ein_Verzeichnis_ohne_Eintraege_hat_die_Anzahl_null) {
-  const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_exif({}, 0)));
+TEST_F(KvobildExif, ADirectoryWithoutEntriesHasTheCountZero) {
+  const QJsonObject befund = lies(ordner_.schreibe(u"a.jpg"_s, mit_Exif({}, 0)));
   EXPECT_TRUE(befund[u"load"_s].toBool());
   EXPECT_TRUE(befund[u"eintraege"_s].isNull());
   EXPECT_TRUE(befund[u"tabelle"_s].isNull());
 }
 
-TEST_F(KvobildExif, Eine_fehlende_Datei_wird_gemeldet_und_nicht_angelegt) {
+TEST_F(KvobildExif, AMissingFileIsReportedAndNotCreated) {
   const QString datei = ordner_.pfad(u"fehlt.jpg"_s);
   const QJsonObject befund = lies(datei, 4);
   EXPECT_FALSE(befund[u"load"_s].toBool());
   EXPECT_FALSE(QFile::exists(datei));
 }
 
-TEST_F(KvobildExif, Ein_Ordner_ist_load_fehler) {
+TEST_F(KvobildExif, AFolderIsLoadFehler) {
   EXPECT_EQ(lies(ordner_.pfad(), 4)[u"load"_s].toString(), u"fehler"_s);
 }
 
-TEST_F(KvobildExif, Mehrere_Dateien_stehen_je_in_einer_Zeile_in_ihrer_Reihenfolge) {
+TEST_F(KvobildExif, SeveralFilesStandEachInALineInTheirOrder) {
   const QString a = ordner_.schreibe(u"a.b'c ä.jpg"_s, "\xFF\xD8\xFF\xD9");
   const QString b = ordner_.pfad(u"fehlt.jpg"_s);
   const Lauf lauf = kvobild({u"exif"_s, u"--json"_s, a, b, a});

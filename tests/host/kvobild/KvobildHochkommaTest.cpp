@@ -41,7 +41,7 @@ class KvobildHochkomma : public Betrieb {
 
 }  // namespace
 
-TEST_F(KvobildHochkomma, Jede_Angabe_zum_Vorgang_wird_bei_jedem_Befehl_abgelehnt_ehe_die_Datenbank_offen_ist) {
+TEST_F(KvobildHochkomma, AnyKeyOfTheRecordIsRefusedByEveryCommandBeforeTheDatabaseIsOpen) {
   const QString vorher = stand();
   const QString quelle = bild(u"neu.jpg"_s);
   const QMap<QString, QStringList> befehle{{u"lesen"_s, {}},
@@ -61,7 +61,7 @@ TEST_F(KvobildHochkomma, Jede_Angabe_zum_Vorgang_wird_bei_jedem_Befehl_abgelehnt
   EXPECT_NE(vorher, stand_mit_Quelle) << "what is compared holds the files that wait";
 }
 
-TEST_F(KvobildHochkomma, Namen_und_Ordner_beim_Umbenennen_und_Aufraeumen) {
+TEST_F(KvobildHochkomma, NamesAndFoldersAreRefusedWhenRenamingAndClearing) {
   const QString vorher = stand();
   for (const QString& name : {Weit, u"o'neil"_s}) {
     erwarte_Ablehnung(umbenennen({namen_[0], name}), vorher, u"Dateiname"_s);
@@ -74,7 +74,7 @@ TEST_F(KvobildHochkomma, Namen_und_Ordner_beim_Umbenennen_und_Aufraeumen) {
   }
 }
 
-TEST_F(KvobildHochkomma, Eine_fremde_Zeile_des_Vorgangs_nimmt_beim_Entfernen_keine_andere_mit) {
+TEST_F(KvobildHochkomma, AForeignRowOfTheRecordTakesNoOtherAlongWhenRemoved) {
   for (const QString& spalte : {u"Bildname"_s, u"BildExt"_s}) {
     fremde_Zeile(spalte, Weit);
     const QString vorher = stand();
@@ -88,13 +88,13 @@ TEST_F(KvobildHochkomma, Eine_fremde_Zeile_des_Vorgangs_nimmt_beim_Entfernen_kei
   EXPECT_EQ(zeilen().size(), 2);
 }
 
-TEST_F(KvobildHochkomma, Was_nicht_in_die_Anweisung_kommt_steht_dem_Entfernen_nicht_im_Weg) {
+TEST_F(KvobildHochkomma, WhatDoesNotGetIntoTheStatementDoesNotHinderRemoving) {
   fremde_Zeile(u"BildPfad"_s, u"O'Neil"_s);
   EXPECT_EQ(entfernen({u"fremd.jpg"_s}).code, 0);
   EXPECT_EQ(zeilen().size(), 2);
 }
 
-TEST_F(KvobildHochkomma, Eine_fremde_Zeile_wird_beim_Aendern_nicht_geschrieben) {
+TEST_F(KvobildHochkomma, AForeignRowIsNotWrittenWhenChanging) {
   for (const QString& spalte : {u"Bildname"_s, u"BildExt"_s, u"BildPfad"_s, u"Grafik_Ursprung"_s, u"GrafikAnbNr"_s}) {
     SCOPED_TRACE(spalte.toStdString());
     fremde_Zeile(spalte, Weit);
@@ -113,7 +113,7 @@ TEST_F(KvobildHochkomma, Eine_fremde_Zeile_wird_beim_Aendern_nicht_geschrieben) 
   }
 }
 
-TEST_F(KvobildHochkomma, Ein_Bild_das_auch_zu_einem_solchen_Vorgang_gehoert_wird_nicht_umbenannt) {
+TEST_F(KvobildHochkomma, APictureThatBelongsToSuchARecordTooIsNotRenamed) {
   for (const QString& spalte : {u"Key1"_s, u"Key2"_s, u"Key3"_s, u"key4"_s, u"Typ1"_s, u"Typ2"_s}) {
     SCOPED_TRACE(spalte.toStdString());
     const QString name = QString(namen_[0]).chopped(4);
@@ -126,7 +126,7 @@ TEST_F(KvobildHochkomma, Ein_Bild_das_auch_zu_einem_solchen_Vorgang_gehoert_wird
   EXPECT_EQ(umbenennen({namen_[0], u"neu"_s}).code, 0);
 }
 
-TEST_F(KvobildHochkomma, Vor_Bildern_mit_Hochkomma_raeumt_es_nicht_auf_und_nennt_sie) {
+TEST_F(KvobildHochkomma, PicturesWithAnApostropheKeepItFromClearingAndAreNamed) {
   const auto aufraeumen = [&](const QStringList& mehr) {
     return kvobild(
         QStringList{u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} + mehr);
@@ -147,7 +147,7 @@ TEST_F(KvobildHochkomma, Vor_Bildern_mit_Hochkomma_raeumt_es_nicht_auf_und_nennt
   }
 }
 
-TEST_F(KvobildHochkomma, Wonach_nicht_gefragt_wird_steht_dem_Aufraeumen_nicht_im_Weg) {
+TEST_F(KvobildHochkomma, WhatIsNotAskedForDoesNotHinderClearing) {
   for (const QString& datei : {u"ohne'Punkt"_s, u"not'iz.txt"_s, u"a.jpg.o'neil"_s})
     ordner_.schreibe(u"bild.ablage/Belege/1/"_s + datei, "x");
   ordner_.schreibe(u"bild.ablage/Belege/O'Neil/ohne_Punkt"_s, "x");

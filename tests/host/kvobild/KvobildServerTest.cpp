@@ -64,7 +64,7 @@ class KvobildServer : public ::testing::TestWithParam<Tdsserver::Maschine> {
 
 }  // namespace
 
-TEST_P(KvobildServer, Anlegen_macht_alles_und_ein_zweiter_Lauf_nichts) {
+TEST_P(KvobildServer, CreatingMakesEverythingAndASecondRunNothing) {
   const Lauf erster = lege_an();
   EXPECT_EQ(erster.code, 0) << erster.meldungen.toStdString();
   EXPECT_TRUE(erster.zeilen().contains(u"Tabelle angelegt: Bild_Zuordnungen"_s));
@@ -78,12 +78,12 @@ TEST_P(KvobildServer, Anlegen_macht_alles_und_ein_zweiter_Lauf_nichts) {
   EXPECT_EQ(sql(u"select count(*) from Bild_Zuordnungen"_s).at(0).toArray().at(0).toInt(), 1);
 }
 
-TEST_P(KvobildServer, Die_kurze_Form_tut_dasselbe) {
+TEST_P(KvobildServer, TheShortFormDoesTheSame) {
   EXPECT_EQ(fuehre({u"anlegen"_s}).zeilen().size(), 4);
   EXPECT_TRUE(fuehre({u"datenbank"_s, u"anlegen"_s}).meldungen.contains(u"besteht schon"_s));
 }
 
-TEST_P(KvobildServer, Pruefen_sagt_was_erreicht_ist_und_findet_nichts) {
+TEST_P(KvobildServer, CheckingSaysWhatIsReachedAndFindsNothing) {
   ASSERT_EQ(lege_an().code, 0);
   const Lauf lauf = pruefe();
   EXPECT_EQ(lauf.code, 0) << lauf.ausgabe.toStdString() << lauf.meldungen.toStdString();
@@ -95,7 +95,7 @@ TEST_P(KvobildServer, Pruefen_sagt_was_erreicht_ist_und_findet_nichts) {
     EXPECT_TRUE(lauf.ausgabe.contains(text)) << text.toStdString() << lauf.ausgabe.toStdString();
 }
 
-TEST_P(KvobildServer, Eine_leere_Datenbank_ist_Ausgang_3) {
+TEST_P(KvobildServer, AnEmptyDatabaseIsExitCode3) {
   const Lauf lauf = pruefe();
   EXPECT_EQ(lauf.code, 3);
   EXPECT_TRUE(lauf.ausgabe.contains(u"Die Tabelle Bild_Zuordnungen fehlt; „kvobild datenbank anlegen“"_s));
@@ -104,7 +104,7 @@ TEST_P(KvobildServer, Eine_leere_Datenbank_ist_Ausgang_3) {
   EXPECT_TRUE(lesen.meldungen.contains(u"anlegen"_s));
 }
 
-TEST_P(KvobildServer, Eine_alte_Tabelle_bekommt_ihre_Spalten_und_behaelt_ihre_Zeilen) {
+TEST_P(KvobildServer, AnOldTableGetsItsColumnsAndKeepsItsRows) {
   sql(u"create table dbo.Bild_Zuordnungen (Key1 nvarchar(50) NULL, Key2 nvarchar(50) NULL, Key3 nvarchar(50) NULL, "
       "key4 nvarchar(50) NULL, Bildname nvarchar(50) NULL, BildExt nvarchar(200) NULL, Typ1 nvarchar(200) NULL, "
       "Typ2 nvarchar(200) NULL, BildPfad nvarchar(250) NULL, Beschreibung nvarchar(100) NULL, "
@@ -121,7 +121,7 @@ TEST_P(KvobildServer, Eine_alte_Tabelle_bekommt_ihre_Spalten_und_behaelt_ihre_Ze
   EXPECT_EQ(pruefe().code, 1);
 }
 
-TEST_P(KvobildServer, Typ_Pflicht_und_Breite_der_Spalten_werden_geprueft) {
+TEST_P(KvobildServer, TypeNullabilityAndWidthOfTheColumnsAreChecked) {
   sql(u"create table dbo.Bild_Zuordnungen (Key1 nvarchar(50) NULL, Key2 nvarchar(50) NULL, Key3 nvarchar(50) NULL, "
       "key4 nvarchar(50) NULL, Bildname nchar(50) NULL, BildExt nvarchar(250) NULL, Typ1 nvarchar(200) NULL, "
       "Typ2 varchar(200) NULL, BildPfad nvarchar(250) NOT NULL, Beschreibung nvarchar(250) NULL, "
@@ -138,7 +138,7 @@ TEST_P(KvobildServer, Typ_Pflicht_und_Breite_der_Spalten_werden_geprueft) {
   EXPECT_FALSE(alles.contains(u"Typ2"_s)) << alles.toStdString();
 }
 
-TEST_P(KvobildServer, Eine_fremde_Spalte_ist_nur_ein_Befund_wo_sie_neue_Zeilen_verhindert) {
+TEST_P(KvobildServer, AForeignColumnIsAFindingOnlyWhereItPreventsNewRows) {
   const QString anfang = u"create table dbo.Bild_Zuordnungen (Frei int NULL, Vorgabe int NOT NULL DEFAULT 0"_s;
   sql(anfang + u')');
   ASSERT_EQ(lege_an().code, 0);
@@ -150,7 +150,7 @@ TEST_P(KvobildServer, Eine_fremde_Spalte_ist_nur_ein_Befund_wo_sie_neue_Zeilen_v
   EXPECT_EQ(pruefe().code, 3);
 }
 
-TEST_P(KvobildServer, Ein_fehlendes_Recht_wird_genannt_und_die_anderen_auch_versucht) {
+TEST_P(KvobildServer, AMissingRightIsNamedAndTheOthersAreTriedToo) {
   ASSERT_EQ(lege_an().code, 0);
   server().steuere(u"fehler */insert 229 14 The INSERT permission was denied on the object 'Bild_Zuordnungen'."_s);
   const Lauf lauf = pruefe();
@@ -159,7 +159,7 @@ TEST_P(KvobildServer, Ein_fehlendes_Recht_wird_genannt_und_die_anderen_auch_vers
   EXPECT_TRUE(lauf.ausgabe.contains(u"INSERT auf Bild_Zuordnungen ist nicht erlaubt"_s));
 }
 
-TEST_P(KvobildServer, Ohne_das_Recht_dazu_ist_die_Verschluesselung_nicht_festzustellen) {
+TEST_P(KvobildServer, WithoutTheRightToItTheEncryptionCannotBeLearned) {
   ASSERT_EQ(lege_an().code, 0);
   server().steuere(u"fehler 2/SELECT 300 14 VIEW SERVER STATE permission was denied on object 'server'."_s);
   const Lauf lauf = pruefe();
@@ -168,7 +168,7 @@ TEST_P(KvobildServer, Ohne_das_Recht_dazu_ist_die_Verschluesselung_nicht_festzus
       << lauf.ausgabe.toStdString();
 }
 
-TEST_P(KvobildServer, Befunde_an_den_Zeilen_sind_dieselben_wie_auf_SQLite) {
+TEST_P(KvobildServer, FindingsInTheRowsAreTheSameAsOnSQLite) {
   ASSERT_EQ(lege_an().code, 0);
   for (int i = 0; i < 2; ++i) zeile(u"('BEL', '-', 'AB', '1', '-', '-', 'b', 'jpg', 'x')"_s);
   zeile(u"('BEL', '-', 'AB', '2', NULL, '', 'ä', 'jpg', 'x')"_s);
@@ -181,7 +181,7 @@ TEST_P(KvobildServer, Befunde_an_den_Zeilen_sind_dieselben_wie_auf_SQLite) {
   EXPECT_TRUE(lauf.ausgabe.contains(u"Zeilen, deren Bild in der Ablage fehlt: 1."_s));
 }
 
-TEST_P(KvobildServer, Pruefen_nimmt_jeden_Versuch_zurueck) {
+TEST_P(KvobildServer, CheckingTakesEveryTryBack) {
   ASSERT_EQ(lege_an().code, 0);
   zeile(u"('BEL', '-', 'AB', '1', '-', '-', 'b', 'jpg', 'x')"_s);
   const QJsonArray vorher = sql(u"select * from Bild_Zuordnungen"_s);
@@ -202,7 +202,7 @@ TEST_P(KvobildServer, Pruefen_nimmt_jeden_Versuch_zurueck) {
   EXPECT_EQ(sql(u"select * from Bild_Zuordnungen"_s), vorher);
 }
 
-TEST_P(KvobildServer, Eine_abgelehnte_Anmeldung_ist_Ausgang_3_in_Worten) {
+TEST_P(KvobildServer, ARefusedLoginIsExitCode3InWords) {
   for (const QString& befehl : {u"pruefen"_s, u"anlegen"_s}) {
     const Lauf falsch = kvobild({u"datenbank"_s, befehl, u"--verbindung"_s, verbindung(u"fal'sch;99"_s)});
     EXPECT_EQ(falsch.code, 3);
@@ -216,7 +216,7 @@ TEST_P(KvobildServer, Eine_abgelehnte_Anmeldung_ist_Ausgang_3_in_Worten) {
   }
 }
 
-TEST_P(KvobildServer, Das_Kennwort_darf_in_der_Umgebung_stehen) {
+TEST_P(KvobildServer, ThePasswordMayStandInTheEnvironment) {
   ASSERT_EQ(lege_an().code, 0);
   const QString ohne = verbindung().section(u";Password="_s, 0, 0);
   const QStringList aufruf{u"datenbank"_s, u"pruefen"_s, u"--verbindung"_s, ohne};
@@ -229,7 +229,7 @@ TEST_P(KvobildServer, Das_Kennwort_darf_in_der_Umgebung_stehen) {
   EXPECT_EQ(nur_Umgebung.code, 0) << nur_Umgebung.meldungen.toStdString();
 }
 
-TEST_P(KvobildServer, Jeder_Befehl_geht_auf_dem_Server_wie_auf_SQLite) {
+TEST_P(KvobildServer, EveryCommandWorksOnTheServerAsOnSQLite) {
   ASSERT_EQ(lege_an().code, 0);
   const Testordner ordner;
   const QString wurzel = ordner.pfad(u"ablage"_s);
@@ -258,7 +258,7 @@ TEST_P(KvobildServer, Jeder_Befehl_geht_auf_dem_Server_wie_auf_SQLite) {
   EXPECT_TRUE(am_Ende.ausgabe.contains(u"Zeilen:           1\n"_s));
 }
 
-TEST_P(KvobildServer, Ein_Server_der_fort_ist_ist_Ausgang_3_in_Worten) {
+TEST_P(KvobildServer, AServerThatIsGoneIsExitCode3InWords) {
   server().steuere(u"halt"_s);
   const Lauf lauf = pruefe();
   server().steuere(u"weiter"_s);
@@ -266,7 +266,7 @@ TEST_P(KvobildServer, Ein_Server_der_fort_ist_ist_Ausgang_3_in_Worten) {
   EXPECT_TRUE(lauf.meldungen.contains(u"ist nicht zu erreichen"_s)) << lauf.meldungen.toStdString();
 }
 
-TEST_P(KvobildServer, Eine_Leitung_die_beim_Pruefen_reisst_ist_Ausgang_3) {
+TEST_P(KvobildServer, AConnectionThatBreaksWhileCheckingIsExitCode3) {
   ASSERT_EQ(lege_an().code, 0);
   server().steuere(u"trenne 1/UPDATE vor"_s);
   const Lauf lauf = pruefe();
@@ -274,7 +274,7 @@ TEST_P(KvobildServer, Eine_Leitung_die_beim_Pruefen_reisst_ist_Ausgang_3) {
   EXPECT_TRUE(lauf.meldungen.contains(u"nicht zu Ende zu prüfen"_s)) << lauf.meldungen.toStdString();
 }
 
-TEST_P(KvobildServer, Wer_keine_Tabelle_anlegen_darf_erfaehrt_es) {
+TEST_P(KvobildServer, WhoeverMayCreateNoTableIsTold) {
   server().steuere(u"fehler 1/IF 262 14 CREATE TABLE permission denied in database 'betrieb'."_s);
   const Lauf lauf = lege_an();
   EXPECT_EQ(lauf.code, 3);

@@ -32,20 +32,20 @@ class KvobildThumbnail : public ::testing::Test {
   const QString ziel_ = ordner_.pfad(u"ziel ä.png"_s);
 };
 
-TEST_F(KvobildThumbnail, Ein_grosses_Bild_ist_gestreckt_ein_kleines_steht_in_der_Mitte) {
+TEST_F(KvobildThumbnail, ALargePictureIsStretchedASmallOneStandsInTheMiddle) {
   const QImage gross = zeichne(lege(u"gross.bmp"_s, {640, 120}));
   EXPECT_EQ(gross.size(), QSize(101, 101));
   EXPECT_EQ(rotes(gross), QRect(1, 1, 99, 99));
   EXPECT_EQ(rotes(zeichne(lege(u"klein.bmp"_s, {21, 11}))), QRect(40, 45, 21, 11));
 }
 
-TEST_F(KvobildThumbnail, Breite_und_Hoehe_gelten_jede_fuer_sich) {
+TEST_F(KvobildThumbnail, WidthAndHeightCountEachForItself) {
   const QImage blatt = zeichne(lege(u"gross.bmp"_s, {640, 120}), 200, 50);
   EXPECT_EQ(blatt.size(), QSize(201, 51));
   EXPECT_EQ(rotes(blatt), QRect(1, 1, 199, 49));
 }
 
-TEST_F(KvobildThumbnail, Ein_kaputtes_Bild_hat_das_Ersatzbild_und_andere_Dateien_das_Symbol_ihrer_Endung) {
+TEST_F(KvobildThumbnail, ABrokenPictureHasTheSubstituteAndOtherFilesTheIconOfTheirExtension) {
   const QImage kaputt = zeichne(ordner_.schreibe(u"kaputt.jpg"_s, "kein Bild"));
   const QImage text = zeichne(ordner_.schreibe(u"brief.pdf"_s, "Text"));
   EXPECT_EQ(zeichne(ordner_.schreibe(u"auch.TIF"_s, "GIF89a")), kaputt);
@@ -58,7 +58,7 @@ TEST_F(KvobildThumbnail, Ein_kaputtes_Bild_hat_das_Ersatzbild_und_andere_Dateien
   EXPECT_NE(zeichne(ordner_.schreibe(u"brief.doc"_s, "Text")), text);
 }
 
-TEST_F(KvobildThumbnail, Was_fehlt_oder_nicht_geht_ist_ein_Fehler_mit_Worten_und_ohne_Ziel) {
+TEST_F(KvobildThumbnail, WhatIsMissingOrDoesNotWorkIsAFailureWithWordsAndWithoutATarget) {
   const QString quelle = lege(u"q.bmp"_s, {10, 10});
   const auto rufe = [&](const QString& breite, const QString& von, const QString& nach) {
     return kvobild({u"thumbnail"_s, u"--breite"_s, breite, u"--hoehe"_s, u"9"_s, von, nach}).code;

@@ -20,7 +20,7 @@ class KvobildUmbenennen : public Betrieb {
   QString name_;
 };
 
-TEST_F(KvobildUmbenennen, Datei_Textdatei_und_alle_Zuordnungen_gehen_mit) {
+TEST_F(KvobildUmbenennen, FileTextFileAndAllAssignmentsGoAlong) {
   const Lauf lauf = umbenennen({name_, u"Übergabe 1"_s});
   ASSERT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
   EXPECT_EQ(lauf.zeilen(), QStringList{u"Übergabe 1.jpg"_s});
@@ -28,12 +28,12 @@ TEST_F(KvobildUmbenennen, Datei_Textdatei_und_alle_Zuordnungen_gehen_mit) {
   EXPECT_EQ(dateien(), (QStringList{u"Übergabe 1.jpg"_s, u"Übergabe 1jpg.txt"_s}));
 }
 
-TEST_F(KvobildUmbenennen, Der_neue_Name_darf_die_Endung_tragen) {
+TEST_F(KvobildUmbenennen, TheNewNameMayBearTheExtension) {
   ASSERT_EQ(umbenennen({name_, u"neu.JPG"_s}).code, 0);
   EXPECT_EQ(dateien(), (QStringList{u"neu.jpg"_s, u"neujpg.txt"_s}));
 }
 
-TEST_F(KvobildUmbenennen, Nur_die_Schreibung_zu_aendern_ist_kein_Zusammenstoss) {
+TEST_F(KvobildUmbenennen, ChangingOnlyTheCaseIsNoCollision) {
   ASSERT_EQ(umbenennen({name_, u"neu"_s}).code, 0);
   const Lauf lauf = umbenennen({u"neu.jpg"_s, u"NEU"_s});
   ASSERT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
@@ -41,7 +41,7 @@ TEST_F(KvobildUmbenennen, Nur_die_Schreibung_zu_aendern_ist_kein_Zusammenstoss) 
   EXPECT_EQ(namen(), (QStringList{u"NEU.jpg"_s, u"NEU.jpg"_s}));
 }
 
-TEST_F(KvobildUmbenennen, Nimmt_die_Tabelle_den_Namen_nicht_an_so_heisst_alles_wie_vorher) {
+TEST_F(KvobildUmbenennen, WhereTheTableDoesNotTakeTheNameAllIsNamedAsBefore) {
   sql(u"CREATE TRIGGER fest BEFORE UPDATE ON Bild_Zuordnungen BEGIN SELECT RAISE(ABORT, 'fest'); END"_s);
   const QString vorher = stand();
   const Lauf lauf = umbenennen({name_, u"neu"_s});
@@ -50,7 +50,7 @@ TEST_F(KvobildUmbenennen, Nimmt_die_Tabelle_den_Namen_nicht_an_so_heisst_alles_w
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildUmbenennen, Laesst_sich_die_Textdatei_nicht_umbenennen_so_heisst_alles_wie_vorher) {
+TEST_F(KvobildUmbenennen, WhereTheTextFileCannotBeRenamedAllIsNamedAsBefore) {
   // A folder of the text file's new name is no file in the way, and no file can take its name.
   ordner_.schreibe(u"bild.ablage/Belege/1/neujpg.txt/innen"_s, "x");
   const QString vorher = stand();
@@ -60,7 +60,7 @@ TEST_F(KvobildUmbenennen, Laesst_sich_die_Textdatei_nicht_umbenennen_so_heisst_a
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildUmbenennen, Abgelehnt_wird_mit_Grund_und_ohne_Folgen) {
+TEST_F(KvobildUmbenennen, ItRefusesWithAReasonAndWithoutConsequences) {
   ordner_.schreibe(u"bild.ablage/Belege/1/besetzt.jpg"_s, "x");
   ordner_.schreibe(u"bild.ablage/Belege/1/textjpg.txt"_s, "x");
   ordner_.schreibe(u"bild.ablage/Belege/1/frei.jpg"_s, "x");

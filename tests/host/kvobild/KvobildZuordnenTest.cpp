@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 class KvobildZuordnen : public Betrieb {};
 
-TEST_F(KvobildZuordnen, Der_ganze_Weg_eines_Bildes) {
+TEST_F(KvobildZuordnen, TheWholeWayOfAPicture) {
   const QString quelle = bild(u"Kessel.jpg"_s, u"Baujahr 1987"_s);
   const Lauf neu = zuordnen({u"--beschreibung"_s, u"vorher"_s, quelle});
   ASSERT_EQ(neu.code, 0) << neu.meldungen.toStdString();
@@ -41,7 +41,7 @@ TEST_F(KvobildZuordnen, Der_ganze_Weg_eines_Bildes) {
   EXPECT_TRUE(QFile::exists(quelle));
 }
 
-TEST_F(KvobildZuordnen, Bild_und_Text_werden_Byte_fuer_Byte_kopiert) {
+TEST_F(KvobildZuordnen, PictureAndTextAreCopiedByteByByte) {
   const QByteArray text(
       "Gr\xF6\xDF"
       "e \x80 \x81\r\n  ",
@@ -54,13 +54,13 @@ TEST_F(KvobildZuordnen, Bild_und_Text_werden_Byte_fuer_Byte_kopiert) {
   EXPECT_EQ(ordner_.lies(u"bild.ablage/Belege/1/"_s + dateien()[1]), text);
 }
 
-TEST_F(KvobildZuordnen, Ohne_Textdatei_entsteht_keine) {
+TEST_F(KvobildZuordnen, WithoutATextFileNoneComesIntoBeing) {
   ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
   EXPECT_EQ(dateien().size(), 1);
   EXPECT_TRUE(zeilen()[0][u"text"_s].isNull());
 }
 
-TEST_F(KvobildZuordnen, Zwei_Bilder_eines_Namens_in_einem_Aufruf_bleiben_zwei) {
+TEST_F(KvobildZuordnen, TwoPicturesOfOneNameInOneCallStayTwo) {
   bild(u"eins/foto.jpg"_s);
   bild(u"zwei/foto.JPG"_s);
   const Lauf lauf =
@@ -72,7 +72,7 @@ TEST_F(KvobildZuordnen, Zwei_Bilder_eines_Namens_in_einem_Aufruf_bleiben_zwei) {
   EXPECT_EQ(ordner_.lies(u"bild.ablage/Belege/1/"_s + lauf.zeilen()[1]), "zwei/foto.JPG");
 }
 
-TEST_F(KvobildZuordnen, Neue_Bilder_stehen_hinter_den_alten_und_aendern_sie_nicht) {
+TEST_F(KvobildZuordnen, NewPicturesStandBehindTheOldOnesAndDoNotChangeThem) {
   ASSERT_EQ(zuordnen({u"--beschreibung"_s, u"Bob's"_s, bild(u"a.jpg"_s), bild(u"b.jpg"_s)}).code, 0);
   const QList<QJsonObject> vorher = zeilen();
   ASSERT_EQ(zuordnen({bild(u"c.jpg"_s)}).code, 0);
@@ -83,7 +83,7 @@ TEST_F(KvobildZuordnen, Neue_Bilder_stehen_hinter_den_alten_und_aendern_sie_nich
   EXPECT_EQ(nachher[2][u"sortindex"_s].toInt(), 2);
 }
 
-TEST_F(KvobildZuordnen, Ein_langer_Name_wird_gekuerzt_und_Datei_und_Zeile_stimmen_ueberein) {
+TEST_F(KvobildZuordnen, ALongNameIsShortenedAndFileAndRowAgree) {
   const QString lang = QString(60, u'x');
   const Lauf lauf = zuordnen({bild(lang + u".jpg"_s, u"Text"_s)});
   ASSERT_EQ(lauf.code, 0);
@@ -95,7 +95,7 @@ TEST_F(KvobildZuordnen, Ein_langer_Name_wird_gekuerzt_und_Datei_und_Zeile_stimme
   EXPECT_EQ(zeile[0][u"text"_s].toString(), u"Text"_s);
 }
 
-TEST_F(KvobildZuordnen, Umlaute_Punkte_und_Leerzeichen_im_Namen) {
+TEST_F(KvobildZuordnen, NamesMayHoldUmlautsDotsAndBlanks) {
   for (const QString& name : {u"Übergabe ß.jpg"_s, u"plan.v2.JPG"_s, u" vorn.jpeg"_s}) {
     const Lauf lauf = zuordnen({bild(name, u"Text"_s)});
     EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
@@ -109,7 +109,7 @@ TEST_F(KvobildZuordnen, Umlaute_Punkte_und_Leerzeichen_im_Namen) {
   EXPECT_TRUE(name_von(alle[1]).startsWith(u"plan.v2"_s));
 }
 
-TEST_F(KvobildZuordnen, Ein_Datensatz_ohne_Angabe_ist_ein_anderer_als_mit) {
+TEST_F(KvobildZuordnen, ARecordWithoutAKeyIsAnotherThanWithIt) {
   ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
   satz_ += {u"--key3"_s, u"7"_s};
   ASSERT_EQ(zuordnen({bild(u"b.jpg"_s)}).code, 0);
@@ -118,7 +118,7 @@ TEST_F(KvobildZuordnen, Ein_Datensatz_ohne_Angabe_ist_ein_anderer_als_mit) {
   EXPECT_EQ(zeilen({u"--key1"_s, u"AB"_s, u"--key3"_s, QString()}).size(), 1);
 }
 
-TEST_F(KvobildZuordnen, Nimmt_die_Tabelle_nichts_an_so_bleibt_keine_Kopie) {
+TEST_F(KvobildZuordnen, WhereTheTableTakesNothingNoCopyStays) {
   sql(u"CREATE TRIGGER voll BEFORE INSERT ON Bild_Zuordnungen BEGIN SELECT RAISE(ABORT, 'voll'); END"_s);
   const QString quelle = bild(u"a.jpg"_s, u"Text"_s);
   ASSERT_TRUE(QFile::setPermissions(quelle, QFile::ReadOwner));
@@ -131,7 +131,7 @@ TEST_F(KvobildZuordnen, Nimmt_die_Tabelle_nichts_an_so_bleibt_keine_Kopie) {
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildZuordnen, Nimmt_die_Tabelle_einen_Teil_an_so_bleiben_dessen_Dateien) {
+TEST_F(KvobildZuordnen, WhereTheTableTakesAPartTheFilesOfThatPartStay) {
   sql(u"CREATE TRIGGER halb BEFORE INSERT ON Bild_Zuordnungen WHEN NEW.Bildname LIKE 'b%' "
       u"BEGIN SELECT RAISE(ABORT, 'kein b'); END"_s);
   const Lauf lauf = zuordnen({bild(u"a.jpg"_s), bild(u"b.jpg"_s, u"Text"_s), bild(u"c.jpg"_s)});
@@ -141,7 +141,7 @@ TEST_F(KvobildZuordnen, Nimmt_die_Tabelle_einen_Teil_an_so_bleiben_dessen_Dateie
   EXPECT_EQ(zeilen().size(), 2);
 }
 
-TEST_F(KvobildZuordnen, Eine_Quelle_die_fehlt_haelt_alle_auf) {
+TEST_F(KvobildZuordnen, ASourceThatIsMissingStopsAll) {
   const QString da = bild(u"a.jpg"_s);
   const QString vorher = stand();
   const Lauf lauf = zuordnen({da, ordner_.pfad(u"eingang.neu/nicht_da.jpg"_s)});
@@ -150,7 +150,7 @@ TEST_F(KvobildZuordnen, Eine_Quelle_die_fehlt_haelt_alle_auf) {
   EXPECT_EQ(stand(), vorher);
 }
 
-TEST_F(KvobildZuordnen, Eine_Quelle_im_Ordner_des_Vorgangs_wird_kopiert_und_bleibt) {
+TEST_F(KvobildZuordnen, ASourceInTheRecordsFolderIsCopiedAndStays) {
   ordner_.schreibe(u"bild.ablage/Belege/1/schon.jpg"_s, "da");
   ASSERT_EQ(zuordnen({wurzel() + u"/Belege/1/schon.jpg"_s}).code, 0);
   EXPECT_EQ(dateien().size(), 2);
@@ -174,7 +174,7 @@ void PrintTo(const Ablehnung& fall, std::ostream* os) {
 
 class KvobildZuordnenAblehnung : public Betrieb, public ::testing::WithParamInterface<Ablehnung> {};
 
-TEST_P(KvobildZuordnenAblehnung, Sagt_den_Grund_und_laesst_alles_wie_es_war) {
+TEST_P(KvobildZuordnenAblehnung, SaysTheReasonAndLeavesEverythingAsItWas) {
   bild(u"gut.jpg"_s);
   bild(u"o'neil.jpg"_s);
   bild(u"ohne_endung"_s);
@@ -214,13 +214,13 @@ INSTANTIATE_TEST_SUITE_P(Alle, KvobildZuordnenAblehnung,
         Ablehnung{"Datenbank_fehlt", {u"--verbindung"_s, u"@/fehlt.db"_s, u"@/gut.jpg"_s}, 3, u"anlegen"_s}),
     [](const auto& fall) { return fall.param.name; });
 
-TEST_F(KvobildZuordnen, Eine_Beschreibung_von_250_Zeichen_bleibt_ganz) {
+TEST_F(KvobildZuordnen, ADescriptionOf250CharactersStaysWhole) {
   const QString text = QString(248, u'b') + u'\'';
   ASSERT_EQ(zuordnen({u"--beschreibung"_s, text, bild(u"a.jpg"_s)}).code, 0);
   EXPECT_EQ(zeilen()[0][u"beschreibung"_s].toString(), text);
 }
 
-TEST_F(KvobildZuordnen, Die_Ablage_darf_mit_Laufwerk_genannt_sein) {
+TEST_F(KvobildZuordnen, ThePictureRootMayBeNamedWithADriveLetter) {
   const Lauf lauf = zuordnen({u"--bilder"_s, u"C:"_s + QString(wurzel()).replace(u'/', u'\\'), bild(u"a.jpg"_s)});
   ASSERT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
   EXPECT_EQ(dateien().size(), 1);

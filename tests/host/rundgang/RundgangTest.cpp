@@ -101,7 +101,7 @@ class Xserver {
 
 }  // namespace
 
-TEST(Rundgang, Er_geht_ohne_Bildschirm_durch_und_seine_Bilder_zeigen_etwas) {
+TEST(Rundgang, ItRunsThroughWithoutAScreenAndItsPicturesShowSomething) {
   const Testordner ordner;
   ordner.schreibe(u"bilder/01_fenster_leer.png"_s, "alt");
   ordner.schreibe(u"bilder/fremd.txt"_s, "fremd");
@@ -116,7 +116,7 @@ TEST(Rundgang, Er_geht_ohne_Bildschirm_durch_und_seine_Bilder_zeigen_etwas) {
   EXPECT_FALSE(ordner.vorhanden(u"heim"_s));
 }
 
-TEST(Rundgang, Ein_zweiter_im_selben_Ordner_beginnt_wieder_mit_neuen_Daten) {
+TEST(Rundgang, ASecondOneInTheSameFolderBeginsAgainWithNewData) {
   const Testordner ordner;
   ordner.schreibe(u"daten/Rundgang.txt"_s, "von einem fr\xC3\xBCheren");
   ordner.schreibe(u"daten/betrieb/betrieb.db"_s, "halb");
@@ -125,7 +125,7 @@ TEST(Rundgang, Ein_zweiter_im_selben_Ordner_beginnt_wieder_mit_neuen_Daten) {
   EXPECT_TRUE(lauf.ausgabe.contains(Endstand)) << lauf.ausgabe.toStdString();
 }
 
-TEST(Rundgang, Was_er_nicht_sieht_macht_den_Ausgang_1) {
+TEST(Rundgang, WhatItDoesNotSeeMakesTheExitCode1) {
   const Testordner ordner;
   // A folder stands where a picture should.
   ordner.schreibe(u"04_filter.png/im_Weg.txt"_s, "x");
@@ -136,7 +136,7 @@ TEST(Rundgang, Was_er_nicht_sieht_macht_den_Ausgang_1) {
   EXPECT_TRUE(ordner.vorhanden(u"fehler.png"_s));
 }
 
-TEST(Rundgang, Ein_fremder_Ordner_daten_bleibt_wie_er_ist) {
+TEST(Rundgang, AForeignFolderNamedDatenStaysAsItIs) {
   const Testordner ordner;
   ordner.schreibe(u"daten/betrieb/wichtig.txt"_s, "wichtig");
   const Ergebnis lauf = starte({u"--rundgang"_s, ordner.pfad()}, ordner.pfad(u"heim"_s));
@@ -147,7 +147,7 @@ TEST(Rundgang, Ein_fremder_Ordner_daten_bleibt_wie_er_ist) {
   EXPECT_EQ(ordner.lies(u"daten/betrieb/wichtig.txt"_s), "wichtig");
 }
 
-TEST(Rundgang, Mit_Daten_des_Benutzers_geht_er_nicht) {
+TEST(Rundgang, ItDoesNotRunWithTheUsersData) {
   const Testordner ordner;
   for (const QString& option : {u"--datenordner"_s, u"--verbindung"_s, u"--bilder"_s, u"--vorgang"_s}) {
     const Ergebnis lauf = starte({u"--rundgang"_s, ordner.pfad(), option, u"x"_s}, ordner.pfad(u"heim"_s));
@@ -157,7 +157,7 @@ TEST(Rundgang, Mit_Daten_des_Benutzers_geht_er_nicht) {
   EXPECT_FALSE(ordner.vorhanden(u"daten"_s));
 }
 
-TEST(RundgangUnterX, Er_geht_in_wirklichen_Fenstern_durch) {
+TEST(RundgangUnterX, ItRunsThroughInRealWindows) {
   Xserver server;
   if (!server.starte()) GTEST_SKIP() << "no X server to be had: install xvfb";
   const Testordner ordner;

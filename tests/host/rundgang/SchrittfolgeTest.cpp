@@ -31,7 +31,7 @@ void laufe(Schrittfolge& folge) {
 
 }  // namespace
 
-TEST(Schrittfolge, Ein_Schritt_kommt_erst_wenn_der_vorige_gewirkt_hat) {
+TEST(Schrittfolge, AStepComesOnlyAfterThePreviousOneTookEffect) {
   Schrittfolge folge;
   QStringList gesehen;
   int blicke = 0;
@@ -44,7 +44,7 @@ TEST(Schrittfolge, Ein_Schritt_kommt_erst_wenn_der_vorige_gewirkt_hat) {
   EXPECT_EQ(folge.fehlerzahl(), 0);
 }
 
-TEST(Schrittfolge, Eine_Wirkung_die_ausbleibt_endet_als_Fehler) {
+TEST(Schrittfolge, AnEffectThatFailsToComeEndsAsAFailure) {
   Schrittfolge folge(20);
   bool weiter = false;
   folge.plane({u"eins"_s, {}, [] { return false; }, {}});
@@ -55,7 +55,7 @@ TEST(Schrittfolge, Eine_Wirkung_die_ausbleibt_endet_als_Fehler) {
   EXPECT_EQ(folge.fehlerzahl(), 1);
 }
 
-TEST(Schrittfolge, Ein_Steuerelement_das_noch_fehlt_ist_noch_kein_Fehler) {
+TEST(Schrittfolge, AControlThatIsStillMissingIsNoFailureYet) {
   Schrittfolge folge;
   int blicke = 0;
   folge.plane({u"eins"_s, {},
@@ -69,7 +69,7 @@ TEST(Schrittfolge, Ein_Steuerelement_das_noch_fehlt_ist_noch_kein_Fehler) {
   EXPECT_EQ(folge.fehlerzahl(), 0);
 }
 
-TEST(Schrittfolge, Was_nicht_zu_tun_ist_endet_als_Fehler) {
+TEST(Schrittfolge, WhatCannotBeDoneEndsAsAFailure) {
   Schrittfolge folge;
   folge.plane({u"eins"_s, [] { throw std::runtime_error("geht nicht"); }, {}, {}});
   laufe(folge);
@@ -77,7 +77,7 @@ TEST(Schrittfolge, Was_nicht_zu_tun_ist_endet_als_Fehler) {
   EXPECT_EQ(folge.fehlerzahl(), 1);
 }
 
-TEST(Schrittfolge, Abweichungen_zaehlen_und_der_Gang_geht_weiter) {
+TEST(Schrittfolge, DeviationsAreCountedAndTheWalkGoesOn) {
   Schrittfolge folge;
   folge.plane({u"eins"_s, {}, {}, [&] {
                  folge.erwarte(u"Name"_s, u"a"_s, u"b"_s);
@@ -90,7 +90,7 @@ TEST(Schrittfolge, Abweichungen_zaehlen_und_der_Gang_geht_weiter) {
   EXPECT_EQ(folge.fehlerzahl(), 2);
 }
 
-TEST(Schrittfolge, Mitten_in_der_Arbeit_eines_Fensters_wird_nicht_hingesehen) {
+TEST(Schrittfolge, NoLookIsTakenInTheMiddleOfAWindowsWork) {
   const auto vorige = oberflaeche::setze(std::make_shared<Fensterpumpe>());
   const auto zurueck = qScopeGuard([&] { oberflaeche::setze(std::shared_ptr(vorige)); });
   Schrittfolge folge;
@@ -109,7 +109,7 @@ TEST(Schrittfolge, Mitten_in_der_Arbeit_eines_Fensters_wird_nicht_hingesehen) {
   EXPECT_FALSE(zu_frueh);
 }
 
-TEST(Hand, Sie_tippt_und_klickt_wie_ein_Benutzer) {
+TEST(Hand, ItTypesAndClicksLikeAUser) {
   QWidget fenster;
   fenster.resize(300, 200);
   QLineEdit feld(&fenster);
@@ -134,7 +134,7 @@ TEST(Hand, Sie_tippt_und_klickt_wie_ein_Benutzer) {
   EXPECT_EQ(klicke, 1);
 }
 
-TEST(Hand, Verdecktes_Gesperrtes_und_Verborgenes_erreicht_sie_nicht) {
+TEST(Hand, ItDoesNotReachWhatIsCoveredDisabledOrHidden) {
   QWidget fenster;
   fenster.resize(300, 200);
   QPushButton knopf(u"Los"_s, &fenster);
@@ -152,7 +152,7 @@ TEST(Hand, Verdecktes_Gesperrtes_und_Verborgenes_erreicht_sie_nicht) {
   EXPECT_THROW(hand.klicke(knopf), std::runtime_error);
 }
 
-TEST(Hand, Hinter_einem_modalen_Fenster_bewirkt_sie_nichts) {
+TEST(Hand, BehindAModalWindowItHasNoEffect) {
   QWidget fenster;
   fenster.resize(300, 200);
   QPushButton knopf(u"Los"_s, &fenster);

@@ -33,7 +33,7 @@ TEST(Pruefdatenbank, FailsWhereTheTestWantsIt) {
   EXPECT_NO_THROW(lies());
   EXPECT_EQ(Fehlernummer_von([&] { lies(); }), fehlernummer::Verbindung);
   EXPECT_NO_THROW(lies());
-  datenbank.mitschrift().scheitere_bei_beginn(u"SELECT *"_s);
+  datenbank.mitschrift().scheitere_bei_Beginn(u"SELECT *"_s);
   EXPECT_EQ(Fehlernummer_von([&] { lies(); }), fehlernummer::Anweisung);
   EXPECT_NO_THROW(datenbank.verbindung()->Execute(u"Select Key1 from Bild_Zuordnungen"_s));
   datenbank.mitschrift().scheitere_immer();
@@ -46,7 +46,7 @@ TEST(Pruefdatenbank, FailsWhereTheTestWantsIt) {
 
 TEST(Pruefdatenbank, OpeningFailsWhereTheTestWantsIt) {
   Pruefdatenbank datenbank;
-  datenbank.mitschrift().scheitere_beim_oeffnen();
+  datenbank.mitschrift().scheitere_beim_Oeffnen();
   adodb::Connection eigene;
   EXPECT_EQ(Fehlernummer_von([&] { eigene.Open(datenbank.verbindungszeichenfolge()); }), fehlernummer::Verbindung);
   EXPECT_EQ(eigene.State(), adodb::adStateClosed);

@@ -13,7 +13,7 @@ using adodb::Recordset;
 
 namespace {
 
-Ergebnis zwei_zeilen() {
+Ergebnis zwei_Zeilen() {
   return {{u"Key1"_s, u"SortIndex"_s}, {u"A"_s, std::int64_t{1}, std::monostate(), 2.5}};
 }
 
@@ -49,7 +49,7 @@ TEST(Werte, ATextThatEqualsTheOneAboveLiesThereOnce) {
 }
 
 TEST(Recordset, GoesForwardFromTheFirstRecordToTheEnd) {
-  Recordset satz(zwei_zeilen());
+  Recordset satz(zwei_Zeilen());
   EXPECT_EQ(satz.State(), adodb::adStateOpen);
   EXPECT_FALSE(satz.Eof());
   EXPECT_EQ(satz.Fields(u"Key1"_s).Text(), u"A"_s);
@@ -63,7 +63,7 @@ TEST(Recordset, GoesForwardFromTheFirstRecordToTheEnd) {
 }
 
 TEST(Recordset, ColumnsAreFoundInAnyCase) {
-  const Recordset satz(zwei_zeilen());
+  const Recordset satz(zwei_Zeilen());
   EXPECT_EQ(satz.Spalte(u"key1"_s), 0);
   EXPECT_EQ(satz.Spalte(u"SORTINDEX"_s), 1);
   EXPECT_EQ(satz.Fields(u"KEY1"_s).Name(), u"Key1"_s);
@@ -74,7 +74,7 @@ TEST(Recordset, ColumnsAreFoundInAnyCase) {
 }
 
 TEST(Recordset, NullIsVisibleAndItsTextIsEmpty) {
-  Recordset satz(zwei_zeilen());
+  Recordset satz(zwei_Zeilen());
   satz.MoveNext();
   EXPECT_TRUE(std::holds_alternative<Null>(satz.Fields(u"Key1"_s).Value()));
   EXPECT_EQ(satz.Text(0), QString());
@@ -93,7 +93,7 @@ TEST(Recordset, NumbersComeIn32BitsOrAsDouble) {
 }
 
 TEST(Recordset, AClosedOneRefusesEverything) {
-  Recordset satz(zwei_zeilen());
+  Recordset satz(zwei_Zeilen());
   satz.Close();
   EXPECT_EQ(satz.State(), adodb::adStateClosed);
   EXPECT_EQ(Fehlernummer_von([&] { satz.Eof(); }), 3704);

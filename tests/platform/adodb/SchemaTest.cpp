@@ -133,7 +133,7 @@ struct Beschreibung {
   friend bool operator==(const Beschreibung&, const Beschreibung&) = default;
 };
 
-QString alle_spalten(const QString& rumpf, bool embedded) {
+QString alle_Spalten(const QString& rumpf, bool embedded) {
   static const QRegularExpression Embedded(
       u"^  (\\w+) (TEXT COLLATE SERVERTEXT|INTEGER) (NULL|NOT NULL)\\s+CONSTRAINT \"[^\"]*\"\\s+CHECK "
       u"\\((?:LEN\\(\\1\\) <= (\\d+)\\)|\\1 IS NULL OR .* BETWEEN -32768 AND 32767\\)\\))"_s,
@@ -162,7 +162,7 @@ Beschreibung beschreibe(const QString& skript, bool embedded) {
   Beschreibung ergebnis;
   for (auto lauf = Tabelle.globalMatch(skript); lauf.hasNext();) {
     const auto treffer = lauf.next();
-    ergebnis.tabellen.append(treffer.captured(1) + u": "_s + alle_spalten(treffer.captured(2), embedded));
+    ergebnis.tabellen.append(treffer.captured(1) + u": "_s + alle_Spalten(treffer.captured(2), embedded));
   }
   for (auto lauf = Index.globalMatch(skript); lauf.hasNext();) {
     const auto treffer = lauf.next();

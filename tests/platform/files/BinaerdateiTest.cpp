@@ -18,7 +18,7 @@ class BinaerdateiTest : public ::testing::Test {
 
 TEST_F(BinaerdateiTest, BytesAreReadAtAnyPositionAndFewerOnlyAtTheEnd) {
   wurzel.schreibe(u"a"_s, "0123456789");
-  datei.oeffne_binaer(u"P:\\a"_s);
+  datei.oeffne_Binaer(u"P:\\a"_s);
   EXPECT_EQ(datei.laenge(), 10);
   std::array<std::byte, 4> puffer{};
   EXPECT_EQ(datei.lies(3, puffer), 4U);
@@ -30,16 +30,16 @@ TEST_F(BinaerdateiTest, BytesAreReadAtAnyPositionAndFewerOnlyAtTheEnd) {
 TEST_F(BinaerdateiTest, AMissingFileIsMadeByTheBinaryOpeningOnly) {
   EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_lesend(u"P:\\neu"_s); }), 53);
   EXPECT_FALSE(wurzel.vorhanden(u"neu"_s));
-  datei.oeffne_binaer(u"P:\\neu"_s);
+  datei.oeffne_Binaer(u"P:\\neu"_s);
   EXPECT_EQ(datei.laenge(), 0);
   EXPECT_EQ(wurzel.lies(u"neu"_s), QByteArray());
-  EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_binaer(u"P:\\fehlt\\neu"_s); }), 76);
+  EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_Binaer(u"P:\\fehlt\\neu"_s); }), 76);
 }
 
 TEST_F(BinaerdateiTest, AReadOnlyFileIsReadAndItsDateStays) {
   const QString ort = wurzel.schreibe(u"a"_s, "xyz");
   ASSERT_EQ(::chmod(QFile::encodeName(ort).constData(), 0444), 0);
-  datei.oeffne_binaer(u"P:\\a"_s);
+  datei.oeffne_Binaer(u"P:\\a"_s);
   EXPECT_EQ(datei.laenge(), 3);
 }
 
@@ -48,7 +48,7 @@ TEST_F(BinaerdateiTest, AFolderAnUnreadableFileAndAFifoAreRefusedAtOnce) {
   const QString ort = wurzel.schreibe(u"geheim"_s, "xyz");
   ASSERT_EQ(::chmod(QFile::encodeName(ort).constData(), 0222), 0);
   ASSERT_EQ(::mkfifo(QFile::encodeName(wurzel.pfad(u"fifo"_s)).constData(), 0666), 0);
-  EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_binaer(u"P:\\o"_s); }), 75);
-  EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_binaer(u"P:\\geheim"_s); }), 70);
-  EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_binaer(u"P:\\fifo"_s); }), 75);
+  EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_Binaer(u"P:\\o"_s); }), 75);
+  EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_Binaer(u"P:\\geheim"_s); }), 70);
+  EXPECT_EQ(Fehlernummer_von([&] { datei.oeffne_Binaer(u"P:\\fifo"_s); }), 75);
 }

@@ -18,7 +18,7 @@ std::int32_t starte() {
   return marke;
 }
 
-TEST(Sitzung, ohne_Sitzung_ist_jeder_Status_18) {
+TEST(Sitzung, WithoutASessionEveryStatusIs18) {
   Bitmap bild;
   Bitmap handle;
   EXPECT_EQ(GdipCreateBitmapFromFile(u"/gibt/es/nicht.jpg"_s, bild), GdiplusNotInitialized);
@@ -57,14 +57,14 @@ TEST(Sitzung, AFailureOfTheDiskHasAStatusForReadingAndOneForWriting) {
   }
 }
 
-TEST(Sitzung, nur_Version_1_startet) {
+TEST(Sitzung, OnlyVersion1Starts) {
   std::int32_t marke = 7;
   EXPECT_EQ(GdiplusStartup(marke, 2), UnsupportedGdiplusVersion);
   EXPECT_EQ(marke, 7);
   EXPECT_FALSE(bildersitzung::laeuft());
 }
 
-TEST(Sitzung, geschachtelte_Sitzungen_werden_gezaehlt) {
+TEST(Sitzung, NestedSessionsAreCounted) {
   const std::int32_t aussen = starte();
   const std::int32_t innen = starte();
   EXPECT_NE(aussen, innen);
@@ -74,7 +74,7 @@ TEST(Sitzung, geschachtelte_Sitzungen_werden_gezaehlt) {
   EXPECT_FALSE(bildersitzung::laeuft());
 }
 
-TEST(Sitzung, zweimal_dieselbe_Marke_beendet_auch_die_aeussere_Sitzung) {
+TEST(Sitzung, TheSameTokenTwiceEndsTheOuterSessionToo) {
   starte();
   const std::int32_t innen = starte();
   GdiplusShutdown(innen);
@@ -82,7 +82,7 @@ TEST(Sitzung, zweimal_dieselbe_Marke_beendet_auch_die_aeussere_Sitzung) {
   EXPECT_FALSE(bildersitzung::laeuft());
 }
 
-TEST(Sitzung, ein_Ende_zu_viel_ist_Status_0_und_zaehlt_nicht_voraus) {
+TEST(Sitzung, OneEndTooManyIsStatus0AndDoesNotCountAhead) {
   EXPECT_EQ(GdiplusShutdown(starte()), Ok);
   EXPECT_EQ(GdiplusShutdown(99), Ok);
   const std::int32_t marke = starte();
@@ -90,7 +90,7 @@ TEST(Sitzung, ein_Ende_zu_viel_ist_Status_0_und_zaehlt_nicht_voraus) {
   GdiplusShutdown(marke);
 }
 
-TEST(Sitzung, ein_befohlener_Fehlstart_gilt_einmal) {
+TEST(Sitzung, AnOrderedFailureOfTheStartCountsOnce) {
   bildersitzung::naechster_Start(GenericError);
   std::int32_t marke = 0;
   EXPECT_EQ(GdiplusStartup(marke, 1), GenericError);
@@ -98,7 +98,7 @@ TEST(Sitzung, ein_befohlener_Fehlstart_gilt_einmal) {
   GdiplusShutdown(starte());
 }
 
-TEST(Sitzung, ohne_Bitmap_ist_der_Status_2) {
+TEST(Sitzung, WithoutABitmapTheStatusIs2) {
   const std::int32_t marke = starte();
   Bitmap keines;
   Bitmap handle;
@@ -107,14 +107,14 @@ TEST(Sitzung, ohne_Bitmap_ist_der_Status_2) {
   GdiplusShutdown(marke);
 }
 
-TEST(LoadPicture, liest_BMP_GIF_und_JPEG_ohne_Sitzung) {
+TEST(LoadPicture, ReadsBmpGifAndJpegWithoutASession) {
   const Testordner ordner;
   const QImage bild = vorlagen::foto({20, 10});
   for (const QByteArray& inhalt : {vorlagen::kodiert(bild, "bmp"), vorlagen::gif({20, 10}, 5), vorlagen::jpeg(bild)})
     EXPECT_EQ(LoadPicture(ordner.schreibe(u"a"_s, inhalt))->groesse(), QSize(20, 10));
 }
 
-TEST(LoadPicture, meldet_53_fuer_fehlende_und_481_fuer_andere_Dateien) {
+TEST(LoadPicture, Reports53ForMissingAnd481ForOtherFiles) {
   const Testordner ordner;
   const auto nummer = [&](const QString& pfad) { return Fehlernummer_von([&] { LoadPicture(pfad); }); };
   EXPECT_EQ(nummer(ordner.pfad(u"fehlt.bmp"_s)), fehlernummer::DateiNichtGefunden);

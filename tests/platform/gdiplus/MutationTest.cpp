@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const std::vector<QByteArray>& vorbilder() {
-  static const std::vector<QByteArray> alle = [] {
+  static const std::vector<QByteArray> Alle = [] {
     const QImage bild = vorlagen::foto({48, 33});
     QImage durchsichtig = bild.convertToFormat(QImage::Format_ARGB32);
     durchsichtig.setPixel(3, 3, 0);
@@ -18,7 +18,7 @@ const std::vector<QByteArray>& vorbilder() {
         vorlagen::jpeg(bild),
         vorlagen::jpeg(bild, {.progressiv = true}),
         vorlagen::jpeg(bild, {.arithmetisch = true, .waagrecht = 1, .senkrecht = 4}),
-        vorlagen::jpeg_cmyk({20, 20}, 0x11223344, true),
+        vorlagen::jpeg_Cmyk({20, 20}, 0x11223344, true),
         vorlagen::kodiert(bild, "png"),
         vorlagen::kodiert(durchsichtig, "png"),
         vorlagen::kodiert(bild, "bmp"),
@@ -28,7 +28,7 @@ const std::vector<QByteArray>& vorbilder() {
         vorlagen::gif({48, 33}, 20),
     };
   }();
-  return alle;
+  return Alle;
 }
 
 class Pruefung {
@@ -57,7 +57,7 @@ QByteArray vorbild() {
   return vorbilder()[*rc::gen::inRange<std::size_t>(0, vorbilder().size())];
 }
 
-RC_GTEST_PROP(Mutation, veraenderte_Bytes_schaden_nie, ()) {
+RC_GTEST_PROP(Mutation, ChangedBytesNeverDoHarm, ()) {
   QByteArray inhalt = vorbild();
   const int anzahl = *rc::gen::inRange(1, 12);
   for (int i = 0; i < anzahl; ++i) {
@@ -68,12 +68,12 @@ RC_GTEST_PROP(Mutation, veraenderte_Bytes_schaden_nie, ()) {
   Pruefung().pruefe(inhalt);
 }
 
-RC_GTEST_PROP(Mutation, abgeschnittene_Dateien_schaden_nie, ()) {
+RC_GTEST_PROP(Mutation, TruncatedFilesNeverDoHarm, ()) {
   const QByteArray inhalt = vorbild();
   Pruefung().pruefe(inhalt.first(*rc::gen::inRange<qsizetype>(0, inhalt.size())));
 }
 
-RC_GTEST_PROP(Mutation, verdoppelte_und_entfernte_Stuecke_schaden_nie, ()) {
+RC_GTEST_PROP(Mutation, DoubledAndRemovedPiecesNeverDoHarm, ()) {
   QByteArray inhalt = vorbild();
   const auto von = *rc::gen::inRange<qsizetype>(0, inhalt.size());
   const auto laenge = *rc::gen::inRange<qsizetype>(0, 300);
@@ -84,7 +84,7 @@ RC_GTEST_PROP(Mutation, verdoppelte_und_entfernte_Stuecke_schaden_nie, ()) {
   Pruefung().pruefe(inhalt);
 }
 
-RC_GTEST_PROP(Mutation, ein_JPEG_hat_bei_jedem_Ziel_genau_dessen_Groesse, ()) {
+RC_GTEST_PROP(Mutation, AJpegHasExactlyTheSizeOfAnyTarget, ()) {
   const QSize ganz(*rc::gen::inRange(1, 130), *rc::gen::inRange(1, 130));
   const QSize ziel(*rc::gen::inRange(1, 300), *rc::gen::inRange(1, 300));
   const Testordner ordner;

@@ -29,43 +29,43 @@ class Status : public Bilder {
   const QByteArray gif = vorlagen::gif({40, 30}, 64);
 };
 
-TEST_F(Status, heile_Bilder_sind_0_und_haben_die_Groesse_ihres_Kopfes) {
+TEST_F(Status, IntactPicturesAre0AndHaveTheSizeOfTheirHeader) {
   for (const QByteArray& inhalt : {jpeg, png, bmp, tiff, ico, gif})
     EXPECT_EQ(lade(u"bild.xyz"_s, inhalt)->groesse(), QSize(40, 30));
 }
 
-TEST_F(Status, der_Name_einer_Datei_zaehlt_nie) {
+TEST_F(Status, TheNameOfAFileNeverCounts) {
   EXPECT_EQ(lade(u"a.jpg"_s, png)->bild(), bild);
   EXPECT_EQ(lade(u"b.txt"_s, bmp)->bild(), bild);
 }
 
-TEST_F(Status, eine_fehlende_Datei_ist_10) {
+TEST_F(Status, AMissingFileIs10) {
   EXPECT_EQ(status_von(ordner.pfad(u"fehlt.jpg"_s)), FileNotFound);
   EXPECT_EQ(status_von(ordner.pfad(u"fehlt/auch.jpg"_s)), FileNotFound);
   EXPECT_EQ(status_von(QString()), FileNotFound);
   EXPECT_EQ(status_von(u"Q:\\bild.jpg"_s), FileNotFound);
 }
 
-TEST_F(Status, ein_Ordner_und_eine_Warteschlange_sind_10_und_halten_nicht_auf) {
+TEST_F(Status, AFolderAndAFifoAre10AndDoNotBlock) {
   EXPECT_EQ(status_von(ordner.pfad()), FileNotFound);
   ASSERT_EQ(::mkfifo(QFile::encodeName(ordner.pfad(u"schlange.jpg"_s)).constData(), 0600), 0);
   EXPECT_EQ(status_von(ordner.pfad(u"schlange.jpg"_s)), FileNotFound);
 }
 
-TEST_F(Status, ohne_Leserecht_ist_er_12) {
+TEST_F(Status, WithoutTheRightToReadItIs12) {
   const QString pfad = ordner.schreibe(u"geheim.jpg"_s, jpeg);
   ASSERT_TRUE(QFile::setPermissions(pfad, QFileDevice::WriteOwner));
   EXPECT_EQ(status_von(pfad), AccessDenied);
 }
 
-TEST_F(Status, Inhalt_ohne_bekanntes_Format_ist_13) {
+TEST_F(Status, ContentWithoutAKnownFormatIs13) {
   for (const QByteArray& inhalt : {QByteArray(), QByteArray("F"), QByteArray("Kein Bild, nur Text."),
            QByteArray("\xff\xd9", 2), QByteArray("RIFF\x10\0\0\0WEBPVP8 ", 16), QByteArray("P6\n1 1\n255\nabc"),
            QByteArray("\0\0\2\0\1\0\x20\x20\0\0", 10), QByteArray("GIF88a\1\0\1\0\0\0\0", 13)})
     EXPECT_EQ(status(inhalt), UnknownImageFormat) << inhalt.toHex().constData();
 }
 
-TEST_F(Status, ein_abgeschnittener_Kopf_ist_2_bei_jedem_Format) {
+TEST_F(Status, ATruncatedHeaderIs2InEveryFormat) {
   const qsizetype scan = jpeg.indexOf("\xff\xda");
   for (const QByteArray& inhalt :
       {jpeg.first(2), jpeg.first(3), jpeg.first(scan), jpeg.first(scan + 6), png.first(8), png.first(32), bmp.first(2),
@@ -73,13 +73,13 @@ TEST_F(Status, ein_abgeschnittener_Kopf_ist_2_bei_jedem_Format) {
     EXPECT_EQ(status(inhalt), InvalidParameter) << inhalt.first(2).toHex().constData() << " " << inhalt.size();
 }
 
-TEST_F(Status, ein_abgeschnittenes_Bild_hinter_dem_Kopf_ist_0) {
+TEST_F(Status, APictureTruncatedBehindItsHeaderIs0) {
   for (const QByteArray& inhalt :
       {jpeg.first(jpeg.indexOf("\xff\xda") + 14), png.first(33), bmp.first(60), gif.first(13)})
     EXPECT_EQ(status(inhalt), Ok) << inhalt.first(2).toHex().constData();
 }
 
-TEST_F(Status, ein_JPEG_ohne_Seite_oder_das_niemand_dekodiert_ist_2) {
+TEST_F(Status, AJpegWithoutASideOrThatNobodyDecodesIs2) {
   const qsizetype sof = rahmen(jpeg);
   EXPECT_EQ(status(mit(jpeg, sof + 5, QByteArray(2, 0))), InvalidParameter) << "height 0";
   EXPECT_EQ(status(mit(jpeg, sof + 7, QByteArray(2, 0))), InvalidParameter) << "width 0";
@@ -90,22 +90,22 @@ TEST_F(Status, ein_JPEG_ohne_Seite_oder_das_niemand_dekodiert_ist_2) {
   EXPECT_EQ(status(mit(jpeg, sof + 11, "\x52")), InvalidParameter) << "sampling 5x2";
 }
 
-TEST_F(Status, ein_JPEG_mit_Muell_vor_dem_ersten_Segment_ist_0) {
+TEST_F(Status, AJpegWithGarbageBeforeTheFirstSegmentIs0) {
   EXPECT_EQ(lade(u"a"_s, QByteArray(jpeg).insert(2, QByteArray("\0\xe0Unsinn", 8)))->groesse(), QSize(40, 30));
 }
 
-TEST_F(Status, ein_JPEG_mit_unmoeglicher_Huffmantafel_ist_2) {
+TEST_F(Status, AJpegWithAnImpossibleHuffmanTableIs2) {
   const qsizetype tafel = jpeg.indexOf("\xff\xc4");
   EXPECT_EQ(status(mit(jpeg, tafel + 5, QByteArray(16, '\xff'))), InvalidParameter);
 }
 
-TEST_F(Status, ein_PNG_Kopf_der_sich_widerspricht_ist_2) {
+TEST_F(Status, APngHeaderThatContradictsItselfIs2) {
   EXPECT_EQ(status(mit(png, 12, "IHDX")), InvalidParameter);
   EXPECT_EQ(status(mit(png, 16, QByteArray(4, 0))), InvalidParameter);
   EXPECT_EQ(status(mit(png, 19, "\x29")), InvalidParameter) << "the check sum tells another width";
 }
 
-TEST_F(Status, ein_BMP_Kopf_der_sich_widerspricht_ist_2) {
+TEST_F(Status, ABmpHeaderThatContradictsItselfIs2) {
   EXPECT_EQ(status(mit(bmp, 14, "\x29")), InvalidParameter) << "header length 41";
   EXPECT_EQ(status(mit(bmp, 18, QByteArray(4, 0))), InvalidParameter) << "width 0";
   EXPECT_EQ(status(mit(bmp, 18, QByteArray(4, '\xff'))), InvalidParameter) << "width -1";
@@ -114,12 +114,12 @@ TEST_F(Status, ein_BMP_Kopf_der_sich_widerspricht_ist_2) {
   EXPECT_EQ(status(mit(bmp, 10, QByteArray(4, '\x7f'))), InvalidParameter) << "pixels behind the end";
 }
 
-TEST_F(Status, ein_TIFF_ohne_Breite_oder_mit_einem_Verzeichnis_hinter_dem_Ende_ist_2) {
+TEST_F(Status, ATiffWithoutAWidthOrWithADirectoryBehindTheEndIs2) {
   EXPECT_EQ(status(QByteArray("II*\0\x08\0\0\0\1\0\x01\x01\3\0\1\0\0\0\5\0\0\0\0\0\0\0", 26)), InvalidParameter);
   EXPECT_EQ(status(mit(tiff, 4, QByteArray(4, '\x7f'))), InvalidParameter);
 }
 
-TEST_F(Status, TIFF_und_BigTIFF_beider_Bytefolgen_nennen_ihre_Groesse) {
+TEST_F(Status, TiffAndBigTiffOfBothByteOrdersTellTheirSize) {
   const auto eintrag = [](auto u, int marke, int wert, bool gross) {
     return u(marke, 2) + u(3, 2) + u(1, gross ? 8 : 4) + u(wert, 2) + u(0, gross ? 6 : 2);
   };
@@ -138,14 +138,14 @@ TEST_F(Status, TIFF_und_BigTIFF_beider_Bytefolgen_nennen_ihre_Groesse) {
     }
 }
 
-TEST_F(Status, die_groessten_Seiten_sind_nicht_haltbar) {
+TEST_F(Status, TheLargestSidesCannotBeHeld) {
   EXPECT_FALSE(ist_haltbar({0x7fffffff, 0x7fffffff}));
   EXPECT_FALSE(ist_haltbar({0x7fffffff, 0x40000001}));
   EXPECT_TRUE(ist_haltbar({32767, 16384}));
   EXPECT_FALSE(ist_haltbar({32768, 16384}));
 }
 
-TEST_F(Status, eine_Groesse_die_niemand_haelt_ist_3) {
+TEST_F(Status, ASizeThatNobodyHoldsIs3) {
   EXPECT_EQ(status(mit(jpeg, rahmen(jpeg) + 5, QByteArray(4, '\xff'))), OutOfMemory);
   EXPECT_EQ(status(mit(jpeg, rahmen(jpeg) + 7, "\xff\xff")), OutOfMemory) << "a side over 65500";
   EXPECT_EQ(status(mit(bmp, 18, QByteArray("\x60\xea\0\0\x60\xea\0\0", 8))), OutOfMemory);
@@ -154,7 +154,7 @@ TEST_F(Status, eine_Groesse_die_niemand_haelt_ist_3) {
       OutOfMemory);
 }
 
-TEST_F(Status, von_einem_ICO_zaehlt_das_groesste_Bild) {
+TEST_F(Status, OfAnIcoTheLargestPictureCounts) {
   const QByteArray klein = vorlagen::kodiert(vorlagen::foto({16, 16}), "ico").sliced(22);
   const QByteArray gross = ico.sliced(22);
   QByteArray bytes("\0\0\1\0\2\0", 6);
@@ -173,7 +173,7 @@ TEST_F(Status, von_einem_ICO_zaehlt_das_groesste_Bild) {
   EXPECT_EQ(b->bild(), bild);
 }
 
-TEST_F(Status, von_der_Datei_bleibt_nichts_offen) {
+TEST_F(Status, NothingOfTheFileStaysOpen) {
   const auto offene = [] { return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System).size(); };
   const auto vorher = offene();
   const Bitmap b = lade(u"a.jpg"_s, jpeg);
@@ -194,7 +194,7 @@ QByteArray mit_Hoehe_am_Ende(QByteArray jpeg, int hoehe) {
   return jpeg.insert(jpeg.size() - 2, QByteArrayView(dnl, sizeof dnl));
 }
 
-TEST_F(Status, eine_Hoehe_die_erst_hinter_dem_Scan_steht_wird_gefunden) {
+TEST_F(Status, AHeightThatOnlyComesBehindTheScanIsFound) {
   const QByteArray am_Ende = mit_Hoehe_am_Ende(jpeg, 30);
   ASSERT_EQ(lies_Bildkopf(am_Ende).befund, Kopfbefund::Defekt);
   QByteArray eingetragen = am_Ende;

@@ -112,7 +112,7 @@ QByteArray jpeg_einfarbig(QSize groesse, QRgb farbe, bool progressiv) {
   });
 }
 
-QByteArray jpeg_cmyk(QSize groesse, QRgb tinten, bool adobe) {
+QByteArray jpeg_Cmyk(QSize groesse, QRgb tinten, bool adobe) {
   return komprimiere(
       groesse, 4, JCS_CMYK, [&](jpeg_compress_struct& c) { c.write_Adobe_marker = adobe ? TRUE : FALSE; },
       [&](int, std::vector<JSAMPLE>& proben) {

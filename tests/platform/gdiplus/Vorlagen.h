@@ -30,7 +30,7 @@ QByteArray jpeg(const QImage& bild, const Jpegart& art = {});
 /// One colour all over, without ever holding the picture.
 QByteArray jpeg_einfarbig(QSize groesse, QRgb farbe, bool progressiv);
 /// Four inks, each sample stored as given; with the Adobe marker (colour transform 0) or without.
-QByteArray jpeg_cmyk(QSize groesse, QRgb tinten, bool adobe);
+QByteArray jpeg_Cmyk(QSize groesse, QRgb tinten, bool adobe);
 /// One frame of a single grey (0 to 127), with 128 greys as palette, and a transparent one where asked for.
 QByteArray gif(QSize groesse, int grau, bool durchsichtig = false);
 

@@ -11,9 +11,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::int32_t kNachEndung = SHGFI_ICON | SHGFI_USEFILEATTRIBUTES;
+constexpr std::int32_t NachEndung = SHGFI_ICON | SHGFI_USEFILEATTRIBUTES;
 
-std::shared_ptr<const Bild> icon(const QString& name, std::int32_t flags = kNachEndung) {
+std::shared_ptr<const Bild> icon(const QString& name, std::int32_t flags = NachEndung) {
   return SHGetFileInfo(name, FILE_ATTRIBUTE_NORMAL, flags);
 }
 
@@ -29,29 +29,29 @@ class IconDoppel final : public DateitypIcons {
   QStringList gefragt;
 };
 
-TEST(Dateityp, ein_Icon_ist_32_Pixel_gross_das_kleine_16) {
+TEST(Dateityp, AnIconIs32PixelsLargeTheSmallOne16) {
   EXPECT_EQ(icon(u".pdf"_s)->groesse(), QSize(32, 32));
-  EXPECT_EQ(icon(u".pdf"_s, kNachEndung | SHGFI_SMALLICON)->groesse(), QSize(16, 16));
+  EXPECT_EQ(icon(u".pdf"_s, NachEndung | SHGFI_SMALLICON)->groesse(), QSize(16, 16));
 }
 
-TEST(Dateityp, jede_Endung_hat_ihr_eigenes_Blatt) {
+TEST(Dateityp, EveryExtensionHasItsOwnSheet) {
   EXPECT_NE(icon(u".pdf"_s)->bild(), icon(u".doc"_s)->bild());
   EXPECT_EQ(icon(u".pdf"_s)->bild(), icon(u".PDF"_s)->bild());
   EXPECT_EQ(icon(u"."_s)->groesse(), QSize(32, 32));
   EXPECT_EQ(icon(u".überlang und seltsam"_s)->groesse(), QSize(32, 32));
 }
 
-TEST(Dateityp, ohne_die_Frage_nach_dem_Icon_gibt_es_keines) {
+TEST(Dateityp, WithoutTheQuestionForTheIconThereIsNone) {
   EXPECT_EQ(icon(u".pdf"_s, SHGFI_USEFILEATTRIBUTES), nullptr);
 }
 
-TEST(Dateityp, ohne_die_Attribute_muss_es_die_Datei_geben) {
+TEST(Dateityp, WithoutTheAttributesTheFileMustExist) {
   const Testordner ordner;
   EXPECT_EQ(icon(ordner.pfad(u"fehlt.txt"_s), SHGFI_ICON), nullptr);
   EXPECT_NE(icon(ordner.schreibe(u"da.txt"_s, "x"), SHGFI_ICON), nullptr);
 }
 
-TEST(Dateityp, ein_anderer_Dienst_ersetzt_die_gezeichneten_Icons) {
+TEST(Dateityp, AnotherServiceReplacesTheDrawnIcons) {
   const auto doppel = std::make_shared<IconDoppel>();
   const auto vorher = setze(doppel);
   EXPECT_EQ(icon(u".tar.gz"_s)->bild().pixel(3, 3), qRgb(0, 0, 0)) << "transparency comes out black";
@@ -61,7 +61,7 @@ TEST(Dateityp, ein_anderer_Dienst_ersetzt_die_gezeichneten_Icons) {
   EXPECT_EQ(setze(vorher), doppel);
 }
 
-TEST(Dateityp, kein_Dienst_setzt_die_Vorgabe_wieder_ein) {
+TEST(Dateityp, NoServiceRestoresTheDefault) {
   setze(std::make_shared<IconDoppel>());
   setze(std::shared_ptr<DateitypIcons>());
   EXPECT_NE(icon(u".ohne"_s), nullptr);

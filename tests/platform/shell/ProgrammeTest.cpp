@@ -31,10 +31,10 @@ class Umgebungswert {
 
 /// A folder with the system's table of file types and nothing else; one for all tests, since Qt keeps its place.
 QString Dateitypen() {
-  static const Testordner ordner;
-  static const bool verbunden = QFile::link(u"/usr/share/mime"_s, ordner.pfad(u"mime"_s));
-  EXPECT_TRUE(verbunden);
-  return ordner.pfad();
+  static const Testordner Ordner;
+  static const bool Verbunden = QFile::link(u"/usr/share/mime"_s, Ordner.pfad(u"mime"_s));
+  EXPECT_TRUE(Verbunden);
+  return Ordner.pfad();
 }
 
 /// A desktop with the entries of the test and no others.

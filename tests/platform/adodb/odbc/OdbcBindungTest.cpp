@@ -30,7 +30,7 @@ class OdbcBindungTest : public testing::Test {
   static OdbcDoppel::Zelle b(int i) {
     return i % 3 == 0 ? OdbcDoppel::Zelle() : OdbcDoppel::Zelle(i % 3 == 1 ? u""_s : u"\uFEFF-%1"_s.arg(i));
   }
-  void erwarte_tabelle() {
+  void erwarte_Tabelle() {
     const adodb::Ergebnis ergebnis = treiber.fuehre_aus(u"Select"_s);
     ASSERT_EQ(ergebnis.zeilen(), std::size_t{Zeilen});
     for (int i = 0; i < Zeilen; ++i) {
@@ -59,35 +59,35 @@ class OdbcBindungTest : public testing::Test {
 
 TEST_F(OdbcBindungTest, RowsOfBoundedColumnsComeInBlocks) {
   odbc.schritte = {tabelle(10)};
-  erwarte_tabelle();
-  EXPECT_EQ(odbc.einzelne_werte, 0);
-  EXPECT_LT(odbc.geholte_bloecke, Zeilen / 10);
+  erwarte_Tabelle();
+  EXPECT_EQ(odbc.einzelne_Werte, 0);
+  EXPECT_LT(odbc.geholte_Bloecke, Zeilen / 10);
 }
 
 TEST_F(OdbcBindungTest, AColumnWithoutABoundIsReadValueByValueAndThoseBeforeItAreBound) {
   for (const SQLULEN groesse : {SQLULEN{0}, adodb::OdbcBindung::Breiteste + 1}) {
     odbc.schritte = {tabelle(groesse)};
-    odbc.einzelne_werte = 0;
-    erwarte_tabelle();
-    EXPECT_EQ(odbc.einzelne_werte, 2 * Zeilen);
+    odbc.einzelne_Werte = 0;
+    erwarte_Tabelle();
+    EXPECT_EQ(odbc.einzelne_Werte, 2 * Zeilen);
   }
 }
 
 TEST_F(OdbcBindungTest, ADriverWithoutBlocksGivesRowByRow) {
   for (const SQLINTEGER attribut : {SQL_ATTR_ROW_ARRAY_SIZE, SQL_ATTR_ROW_STATUS_PTR, SQL_ATTR_ROWS_FETCHED_PTR}) {
     odbc.schritte = {tabelle(10)};
-    odbc.unbekannte_attribute = {attribut};
-    odbc.geholte_bloecke = 0;
-    erwarte_tabelle();
-    EXPECT_EQ(odbc.geholte_bloecke, Zeilen + 1);
+    odbc.unbekannte_Attribute = {attribut};
+    odbc.geholte_Bloecke = 0;
+    erwarte_Tabelle();
+    EXPECT_EQ(odbc.geholte_Bloecke, Zeilen + 1);
   }
 }
 
 TEST_F(OdbcBindungTest, ADriverWithoutBoundColumnsIsAskedForEachValue) {
   odbc.bindet = false;
   odbc.schritte = {tabelle(10)};
-  erwarte_tabelle();
-  EXPECT_EQ(odbc.einzelne_werte, 3 * Zeilen);
+  erwarte_Tabelle();
+  EXPECT_EQ(odbc.einzelne_Werte, 3 * Zeilen);
 }
 
 TEST_F(OdbcBindungTest, AFailureWithinABlockIsOneOfTheStatement) {
@@ -95,7 +95,7 @@ TEST_F(OdbcBindungTest, AFailureWithinABlockIsOneOfTheStatement) {
   odbc.schritte[0].scheitert_bei = 700;
   fehler();
   odbc.schritte[0].scheitert_bei.reset();
-  odbc.schlechte_zeile = 700;
+  odbc.schlechte_Zeile = 700;
   fehler();
 }
 

@@ -18,7 +18,7 @@ void kopiere(const QString& text, char16_t* ziel, SQLSMALLINT platz, SQLSMALLINT
 SQLRETURN OdbcDoppel::AllocHandle(SQLSMALLINT art, SQLHANDLE eltern, SQLHANDLE* neu) {
   Q_UNUSED(art);
   Q_UNUSED(eltern);
-  ++offene_griffe;
+  ++offene_Griffe;
   *neu = this;
   return SQL_SUCCESS;
 }
@@ -26,12 +26,12 @@ SQLRETURN OdbcDoppel::AllocHandle(SQLSMALLINT art, SQLHANDLE eltern, SQLHANDLE* 
 SQLRETURN OdbcDoppel::FreeHandle(SQLSMALLINT art, SQLHANDLE griff) {
   Q_UNUSED(art);
   Q_UNUSED(griff);
-  --offene_griffe;
+  --offene_Griffe;
   return SQL_SUCCESS;
 }
 
 SQLRETURN OdbcDoppel::setze(SQLINTEGER attribut, SQLULEN wert) {
-  if (unbekannte_attribute.contains(attribut)) return SQL_ERROR;
+  if (unbekannte_Attribute.contains(attribut)) return SQL_ERROR;
   attribute[attribut] = wert;
   return SQL_SUCCESS;
 }
@@ -60,7 +60,7 @@ SQLRETURN OdbcDoppel::SetStmtAttr(SQLHSTMT anweisung, SQLINTEGER attribut, SQLUL
 
 SQLRETURN OdbcDoppel::SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, void* ziel) {
   Q_UNUSED(anweisung);
-  if (unbekannte_attribute.contains(attribut)) return SQL_ERROR;
+  if (unbekannte_Attribute.contains(attribut)) return SQL_ERROR;
   zeiger_[attribut] = ziel;
   return SQL_SUCCESS;
 }
@@ -86,10 +86,10 @@ SQLRETURN OdbcDoppel::Disconnect(SQLHDBC dbc) {
   return SQL_SUCCESS;
 }
 
-SQLRETURN OdbcDoppel::beginne_schritt() {
+SQLRETURN OdbcDoppel::beginne_Schritt() {
   zeile_.reset();
   if (schritt_ >= schritte.size()) return SQL_NO_DATA;
-  gelesene_schritte = schritt_ + 1;
+  gelesene_Schritte = schritt_ + 1;
   meldungen_ = schritte[schritt_].meldungen;
   return schritte[schritt_].ergebnis;
 }
@@ -101,13 +101,13 @@ SQLRETURN OdbcDoppel::ExecDirect(SQLHSTMT anweisung, const QString& text) {
   bindungen_.clear();
   zeiger_.clear();
   attribute.erase(SQL_ATTR_ROW_ARRAY_SIZE);
-  return beginne_schritt();
+  return beginne_Schritt();
 }
 
 SQLRETURN OdbcDoppel::MoreResults(SQLHSTMT anweisung) {
   Q_UNUSED(anweisung);
   ++schritt_;
-  return beginne_schritt();
+  return beginne_Schritt();
 }
 
 SQLRETURN OdbcDoppel::NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) {
@@ -117,10 +117,10 @@ SQLRETURN OdbcDoppel::NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) {
 }
 
 SQLRETURN OdbcDoppel::DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
-    SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) {
+    SQLSMALLINT* name_Laenge, SQLSMALLINT* typ, SQLULEN* groesse) {
   Q_UNUSED(anweisung);
   const Spalte& gefragte = schritte[schritt_].spalten[spalte - 1U];
-  kopiere(gefragte.name, name, platz, name_laenge);
+  kopiere(gefragte.name, name, platz, name_Laenge);
   *typ = gefragte.typ;
   *groesse = gefragte.groesse;
   return gefragte.name.size() < platz ? SQL_SUCCESS : SQL_SUCCESS_WITH_INFO;
@@ -128,15 +128,15 @@ SQLRETURN OdbcDoppel::DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char1
 
 SQLRETURN OdbcDoppel::Fetch(SQLHSTMT anweisung) {
   Q_UNUSED(anweisung);
-  ++geholte_bloecke;
+  ++geholte_Bloecke;
   const SQLULEN block = attribute.contains(SQL_ATTR_ROW_ARRAY_SIZE) ? attribute.at(SQL_ATTR_ROW_ARRAY_SIZE) : 1;
   auto* zustaende = static_cast<SQLUSMALLINT*>(zeiger_[SQL_ATTR_ROW_STATUS_PTR]);
   SQLRETURN ergebnis = SQL_SUCCESS;
   SQLULEN geholte = 0;
   for (; geholte < block && ergebnis == SQL_SUCCESS; geholte += ergebnis == SQL_SUCCESS ? 1 : 0) {
-    ergebnis = hole_zeile();
+    ergebnis = hole_Zeile();
     if (ergebnis != SQL_SUCCESS) break;
-    if (zustaende) zustaende[geholte] = schlechte_zeile == zeile_ ? SQL_ROW_ERROR : SQL_ROW_SUCCESS;
+    if (zustaende) zustaende[geholte] = schlechte_Zeile == zeile_ ? SQL_ROW_ERROR : SQL_ROW_SUCCESS;
     for (const auto& [spalte, bindung] : bindungen_)
       lege_ab(schritte[schritt_].zeilen[*zeile_][spalte - 1U], bindung, geholte);
   }
@@ -144,24 +144,24 @@ SQLRETURN OdbcDoppel::Fetch(SQLHSTMT anweisung) {
   return geholte > 0 && ergebnis == SQL_NO_DATA ? SQL_SUCCESS : ergebnis;
 }
 
-void OdbcDoppel::lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_block) const {
-  char* ziel = bindung.ziel + platz_im_block * static_cast<std::size_t>(bindung.platz);
-  SQLLEN& laenge_des_werts = bindung.laengen[platz_im_block];
-  laenge_des_werts = SQL_NULL_DATA;
+void OdbcDoppel::lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_Block) const {
+  char* ziel = bindung.ziel + platz_im_Block * static_cast<std::size_t>(bindung.platz);
+  SQLLEN& laenge_des_Werts = bindung.laengen[platz_im_Block];
+  laenge_des_Werts = SQL_NULL_DATA;
   if (!zelle) return;
   if (bindung.art != SQL_C_WCHAR) {
     const qint64 ganze = zelle->toLongLong();
     const double zahl = zelle->toDouble();
-    laenge_des_werts = 8;
+    laenge_des_Werts = 8;
     std::memcpy(ziel, bindung.art == SQL_C_DOUBLE ? static_cast<const void*>(&zahl) : &ganze, 8);
     return;
   }
   const qsizetype anzahl = std::min<qsizetype>(zelle->size(), bindung.platz / 2 - 1);
   std::memcpy(ziel, zelle->utf16(), static_cast<std::size_t>(anzahl) * 2);
-  laenge_des_werts = laenge == Laenge::Rest ? SQLLEN{zelle->size() * 2} : SQLLEN{SQL_NO_TOTAL};
+  laenge_des_Werts = laenge == Laenge::Rest ? SQLLEN{zelle->size() * 2} : SQLLEN{SQL_NO_TOTAL};
 }
 
-SQLRETURN OdbcDoppel::hole_zeile() {
+SQLRETURN OdbcDoppel::hole_Zeile() {
   const Schritt& schritt = schritte[schritt_];
   zeile_ = zeile_ ? *zeile_ + 1 : 0;
   spalte_ = 0;
@@ -172,7 +172,7 @@ SQLRETURN OdbcDoppel::hole_zeile() {
 SQLRETURN OdbcDoppel::GetData(
     SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* rest) {
   Q_UNUSED(anweisung);
-  ++einzelne_werte;
+  ++einzelne_Werte;
   if (spalte != spalte_) stelle_ = 0;
   spalte_ = spalte;
   const Zelle& zelle = schritte[schritt_].zeilen[*zeile_][spalte - 1U];
@@ -180,7 +180,7 @@ SQLRETURN OdbcDoppel::GetData(
     *rest = SQL_NULL_DATA;
     return SQL_SUCCESS;
   }
-  if (art == SQL_C_WCHAR) return gib_text(*zelle, ziel, platz, rest);
+  if (art == SQL_C_WCHAR) return gib_Text(*zelle, ziel, platz, rest);
   const qint64 ganze = zelle->toLongLong();
   const double zahl = zelle->toDouble();
   *rest = 8;
@@ -188,7 +188,7 @@ SQLRETURN OdbcDoppel::GetData(
   return SQL_SUCCESS;
 }
 
-SQLRETURN OdbcDoppel::gib_text(const QString& wert, void* ziel, SQLLEN platz, SQLLEN* rest) {
+SQLRETURN OdbcDoppel::gib_Text(const QString& wert, void* ziel, SQLLEN platz, SQLLEN* rest) {
   ++stuecke;
   if (stelle_ > 0 && stelle_ >= wert.size()) return SQL_NO_DATA;
   const qsizetype uebrig = wert.size() - stelle_;
@@ -205,30 +205,30 @@ SQLRETURN OdbcDoppel::gib_text(const QString& wert, void* ziel, SQLLEN platz, SQ
 }
 
 SQLRETURN OdbcDoppel::GetDiagRec(SQLSMALLINT art, SQLHANDLE griff, SQLSMALLINT satz, char16_t* sqlstate,
-    SQLINTEGER* nummer, char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_laenge) {
+    SQLINTEGER* nummer, char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_Laenge) {
   Q_UNUSED(art);
   Q_UNUSED(griff);
   if (satz > meldungen_.size()) return SQL_NO_DATA;
   const Meldung& meldung = meldungen_.at(satz - 1);
   kopiere(meldung.sqlstate, sqlstate, 6, nullptr);
   *nummer = meldung.nummer;
-  kopiere(meldung.text, text, platz, text_laenge);
+  kopiere(meldung.text, text, platz, text_Laenge);
   return meldung.text.size() < platz ? SQL_SUCCESS : SQL_SUCCESS_WITH_INFO;
 }
 
 SQLRETURN OdbcDoppel::Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* angaben) {
   Q_UNUSED(umgebung);
-  if (richtung == SQL_FETCH_FIRST) naechster_treiber_ = 0;
-  if (naechster_treiber_ >= treiber.size()) return SQL_NO_DATA;
-  *name = treiber.at(naechster_treiber_).first;
-  *angaben = treiber.at(naechster_treiber_++).second;
+  if (richtung == SQL_FETCH_FIRST) naechster_Treiber_ = 0;
+  if (naechster_Treiber_ >= treiber.size()) return SQL_NO_DATA;
+  *name = treiber.at(naechster_Treiber_).first;
+  *angaben = treiber.at(naechster_Treiber_++).second;
   return SQL_SUCCESS;
 }
 
-SQLRETURN OdbcDoppel::DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* name_treiber) {
+SQLRETURN OdbcDoppel::DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* name_Treiber) {
   Q_UNUSED(umgebung);
   Q_UNUSED(richtung);
   Q_UNUSED(name);
-  Q_UNUSED(name_treiber);
+  Q_UNUSED(name_Treiber);
   return SQL_NO_DATA;
 }

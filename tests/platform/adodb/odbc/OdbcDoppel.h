@@ -45,22 +45,22 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   Laenge laenge = Laenge::Rest;
   /// A piece never ends between the two halves of a character outside the basic plane.
   bool paare_ganz = false;
-  std::set<SQLINTEGER> unbekannte_attribute;
+  std::set<SQLINTEGER> unbekannte_Attribute;
   /// Takes bound columns; without it every value is asked for by itself.
   bool bindet = false;
   /// With bound columns: the row of a block that is marked as failed while the block itself succeeds, from 0.
-  std::optional<std::size_t> schlechte_zeile;
+  std::optional<std::size_t> schlechte_Zeile;
 
   // What was asked.
   QStringList zeichenfolgen;
   QStringList texte;
   std::map<SQLINTEGER, SQLULEN> attribute;
-  int offene_griffe = 0;
+  int offene_Griffe = 0;
   int getrennt = 0;
   int stuecke = 0;
-  std::size_t gelesene_schritte = 0;
-  int geholte_bloecke = 0;
-  int einzelne_werte = 0;
+  std::size_t gelesene_Schritte = 0;
+  int geholte_Bloecke = 0;
+  int einzelne_Werte = 0;
 
   SQLRETURN AllocHandle(SQLSMALLINT art, SQLHANDLE eltern, SQLHANDLE* neu) override;
   SQLRETURN FreeHandle(SQLSMALLINT art, SQLHANDLE griff) override;
@@ -74,7 +74,7 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) override;
   SQLRETURN NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) override;
   SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
-      SQLSMALLINT* name_laenge, SQLSMALLINT* typ, SQLULEN* groesse) override;
+      SQLSMALLINT* name_Laenge, SQLSMALLINT* typ, SQLULEN* groesse) override;
   SQLRETURN BindCol(
       SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* laengen) override;
   SQLRETURN Fetch(SQLHSTMT anweisung) override;
@@ -82,21 +82,21 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
       SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* rest) override;
   SQLRETURN MoreResults(SQLHSTMT anweisung) override;
   SQLRETURN GetDiagRec(SQLSMALLINT art, SQLHANDLE griff, SQLSMALLINT satz, char16_t* sqlstate, SQLINTEGER* nummer,
-      char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_laenge) override;
+      char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_Laenge) override;
   SQLRETURN Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* angaben) override;
-  SQLRETURN DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* name_treiber) override;
+  SQLRETURN DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* name_Treiber) override;
 
  private:
-  SQLRETURN beginne_schritt();
+  SQLRETURN beginne_Schritt();
   struct Bindung {
     SQLSMALLINT art = 0;
     char* ziel = nullptr;
     SQLLEN platz = 0;
     SQLLEN* laengen = nullptr;
   };
-  SQLRETURN hole_zeile();
-  void lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_block) const;
-  SQLRETURN gib_text(const QString& wert, void* ziel, SQLLEN platz, SQLLEN* rest);
+  SQLRETURN hole_Zeile();
+  void lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_Block) const;
+  SQLRETURN gib_Text(const QString& wert, void* ziel, SQLLEN platz, SQLLEN* rest);
   SQLRETURN setze(SQLINTEGER attribut, SQLULEN wert);
 
   QList<Meldung> meldungen_;
@@ -106,5 +106,5 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   std::map<SQLINTEGER, void*> zeiger_;
   SQLUSMALLINT spalte_ = 0;
   qsizetype stelle_ = 0;
-  qsizetype naechster_treiber_ = 0;
+  qsizetype naechster_Treiber_ = 0;
 };

@@ -26,7 +26,7 @@ TEST(Serverangabe, IsReadInEveryFormOverTcp) {
       {u"(Local)\\KVO"_s, u"localhost"_s, u"KVO"_s, 0}, {u".\\KVO"_s, u"localhost"_s, u"KVO"_s, 0}};
   for (const Fall& fall : faelle) {
     SCOPED_TRACE(fall.text.toStdString());
-    const adodb::Serverangabe angabe = adodb::lies_serverangabe(fall.text);
+    const adodb::Serverangabe angabe = adodb::lies_Serverangabe(fall.text);
     EXPECT_EQ(angabe.rechner, fall.rechner);
     EXPECT_EQ(angabe.instanz, fall.instanz);
     EXPECT_EQ(angabe.port, fall.port);
@@ -37,6 +37,6 @@ TEST(Serverangabe, OtherWaysThanTcpAndPortsThatAreNoneAreRefused) {
   for (const QString& text : {u"np:SRV"_s, u"\\\\SRV\\pipe\\sql\\query"_s, u"(localdb)\\MSSQLLocalDB"_s, u"lpc:SRV"_s,
            u"admin:SRV"_s, u"SRV,"_s, u"SRV,0"_s, u"SRV,65536"_s, u"SRV,-1"_s, u"SRV,abc"_s}) {
     SCOPED_TRACE(text.toStdString());
-    EXPECT_EQ(Fehlernummer_von([&] { adodb::lies_serverangabe(text); }), fehlernummer::Verbindung);
+    EXPECT_EQ(Fehlernummer_von([&] { adodb::lies_Serverangabe(text); }), fehlernummer::Verbindung);
   }
 }

@@ -88,11 +88,11 @@ TEST_F(OdbcTreiberTest, AZeroCharacterAtAPiecesEndIsKeptWhereLengthsAreTold) {
 
 TEST_F(OdbcTreiberTest, ReadsColumnsAndRowsInOrder) {
   oeffne();
-  const QString langer_name(300, u'n');
-  odbc.schritte = {Schritt{.spalten = {{u"Key1"_s, SQL_WVARCHAR}, {langer_name, SQL_SMALLINT}, {u""_s, SQL_WVARCHAR}},
+  const QString langer_Name(300, u'n');
+  odbc.schritte = {Schritt{.spalten = {{u"Key1"_s, SQL_WVARCHAR}, {langer_Name, SQL_SMALLINT}, {u""_s, SQL_WVARCHAR}},
       .zeilen = {{u"A"_s, u"1"_s, u""_s}, {u"A"_s, std::nullopt, u"B"_s}}}};
   const adodb::Ergebnis ergebnis = treiber.fuehre_aus(u"Select"_s);
-  EXPECT_EQ(ergebnis.spalten, QStringList({u"Key1"_s, langer_name, u""_s}));
+  EXPECT_EQ(ergebnis.spalten, QStringList({u"Key1"_s, langer_Name, u""_s}));
   ASSERT_EQ(ergebnis.zeilen(), 2U);
   EXPECT_EQ(ergebnis.werte[1], adodb::Wert(std::int64_t{1}));
   EXPECT_EQ(ergebnis.werte[3], adodb::Wert(u"A"_s));
@@ -125,7 +125,7 @@ TEST_F(OdbcTreiberTest, HalfOfASurrogatePairGoesOutAsItIsWithTheMakersDriverAlon
 }
 
 TEST_F(OdbcTreiberTest, AnAttributeThatTheDriverDoesNotKnowIsDoneWithout) {
-  odbc.unbekannte_attribute = {SQL_ATTR_NOSCAN, SQL_ATTR_LOGIN_TIMEOUT, SQL_ATTR_CURSOR_TYPE, SQL_ATTR_CONCURRENCY};
+  odbc.unbekannte_Attribute = {SQL_ATTR_NOSCAN, SQL_ATTR_LOGIN_TIMEOUT, SQL_ATTR_CURSOR_TYPE, SQL_ATTR_CONCURRENCY};
   odbc.kennt_tot = false;
   odbc.schritte = {Zeilen};
   oeffne();
@@ -133,9 +133,9 @@ TEST_F(OdbcTreiberTest, AnAttributeThatTheDriverDoesNotKnowIsDoneWithout) {
 }
 
 TEST_F(OdbcTreiberTest, APacketSizeThatTheDriverDoesNotTakeIsSaid) {
-  odbc.unbekannte_attribute = {SQL_ATTR_PACKET_SIZE};
+  odbc.unbekannte_Attribute = {SQL_ATTR_PACKET_SIZE};
   EXPECT_EQ(fehler([&] { oeffne(Zeichenfolge + u";Packet Size=4096"_s); }).Nummer(), fehlernummer::Verbindung);
-  odbc.unbekannte_attribute = {};
+  odbc.unbekannte_Attribute = {};
   oeffne(Zeichenfolge + u";Packet Size=4096"_s);
   EXPECT_EQ(odbc.attribute.at(SQL_ATTR_PACKET_SIZE), 4096U);
 }
@@ -156,14 +156,14 @@ TEST_F(OdbcTreiberTest, MessagesRowCountsAndWarningsBeforeAResultArePassedOver) 
   oeffne();
   const Schritt druck{
       .ergebnis = SQL_SUCCESS_WITH_INFO, .meldungen = {{u"01000"_s, 0, u"[FreeTDS][SQL Server]Hallo"_s}}};
-  const Schritt keine_zeile{.ergebnis = SQL_NO_DATA};
+  const Schritt keine_Zeile{.ergebnis = SQL_NO_DATA};
   for (const auto& schritte :
       {std::vector{druck, Zaehler, Zeilen}, std::vector{Zaehler, druck, Zeilen, Zaehler}, std::vector{Zeilen, druck}}) {
     odbc.schritte = schritte;
     EXPECT_EQ(treiber.fuehre_aus(u"x"_s).zeilen(), 2U);
-    EXPECT_EQ(odbc.gelesene_schritte, schritte.size());
+    EXPECT_EQ(odbc.gelesene_Schritte, schritte.size());
   }
-  odbc.schritte = {keine_zeile, Zeilen};
+  odbc.schritte = {keine_Zeile, Zeilen};
   EXPECT_EQ(treiber.fuehre_aus(u"x"_s).zeilen(), 2U);
 }
 
@@ -172,8 +172,8 @@ TEST_F(OdbcTreiberTest, OfSeveralResultsTheFirstIsReadAndAllAreDrawn) {
   const Schritt zweites{.spalten = {{u"b"_s, SQL_WVARCHAR}}, .zeilen = {{u"3"_s}}};
   odbc.schritte = {Zeilen, zweites, Zaehler};
   EXPECT_EQ(treiber.fuehre_aus(u"x"_s).spalten, QStringList(u"a"_s));
-  EXPECT_EQ(odbc.gelesene_schritte, 3U);
-  EXPECT_EQ(odbc.offene_griffe, 2);
+  EXPECT_EQ(odbc.gelesene_Schritte, 3U);
+  EXPECT_EQ(odbc.offene_Griffe, 2);
 }
 
 TEST_F(OdbcTreiberTest, AFailureAnywhereInABatchIsOneOfTheText) {
@@ -190,7 +190,7 @@ TEST_F(OdbcTreiberTest, AFailureAnywhereInABatchIsOneOfTheText) {
     EXPECT_EQ(gefangener.Sqlstate(), u"23000"_s);
     EXPECT_EQ(gefangener.NativeNummer(), 547);
     EXPECT_EQ(gefangener.Beschreibung(), u"Die Anweisung ist fehlgeschlagen: Conflict (SQLSTATE 23000, Fehler 547)"_s);
-    EXPECT_EQ(odbc.offene_griffe, 2);
+    EXPECT_EQ(odbc.offene_Griffe, 2);
   }
   odbc.schritte = {Zeilen};
   EXPECT_EQ(treiber.fuehre_aus(u"x"_s).zeilen(), 2U);
@@ -275,7 +275,7 @@ TEST_F(OdbcTreiberTest, AFailedLoginHasTheServersNumberAndNeverThePassword) {
       u"Die Verbindung zur Datenbank ist fehlgeschlagen: der Server „SRV“ hat die Anmeldung abgelehnt: Login failed "
       "for 'u' with '***'; Unable to connect to data source (SQLSTATE 28000, Fehler 18456)"_s);
   EXPECT_FALSE(treiber.ist_offen());
-  EXPECT_EQ(odbc.offene_griffe, 0);
+  EXPECT_EQ(odbc.offene_Griffe, 0);
 }
 
 TEST_F(OdbcTreiberTest, AServerThatDoesNotAnswerAndADriverThatIsMissingAreToldApart) {
@@ -300,7 +300,7 @@ TEST_F(OdbcTreiberTest, MessagesOfASuccessfulLoginAreNoFailureButAPassedOverKeyw
   EXPECT_EQ(fehler([&] { oeffne(); }).Sqlstate(), u"01S00"_s);
   EXPECT_FALSE(treiber.ist_offen());
   EXPECT_EQ(odbc.getrennt, 2);
-  EXPECT_EQ(odbc.offene_griffe, 0);
+  EXPECT_EQ(odbc.offene_Griffe, 0);
 }
 
 TEST_F(OdbcTreiberTest, ClosedAndOpenObjectsHaveAdosNumbers) {

@@ -15,13 +15,13 @@ const QString Hersteller = u"ODBC Driver 18 for SQL Server"_s;
 
 adodb::OdbcUmgebung mit(const QString& treiber) {
   adodb::OdbcUmgebung umgebung;
-  umgebung.treiber = {{treiber, adodb::odbc_art(treiber, {})}};
+  umgebung.treiber = {{treiber, adodb::odbc_Art(treiber, {})}};
   umgebung.datenquellen = {{u"Quelle"_s, treiber}};
   return umgebung;
 }
 
 adodb::OdbcAufruf aufruf(const QString& text, const QString& treiber = FreeTds) {
-  return adodb::uebersetze_odbc(Verbindungszeichenfolge(text), mit(treiber));
+  return adodb::uebersetze_Odbc(Verbindungszeichenfolge(text), mit(treiber));
 }
 
 /// What is said of a connect string that is refused; empty where it is taken.
@@ -212,7 +212,7 @@ TEST(OdbcVerbindung, NoRefusalRepeatsAPassword) {
 
 TEST(OdbcVerbindung, KnowsTheOdbcFormByItsKeywords) {
   for (const QString& text : {u"Server=S"_s, u"DRIVER={x}"_s, u"dsn=x"_s, u"Data Source=S;Initial Catalog=D"_s})
-    EXPECT_TRUE(adodb::ist_odbc_form(Verbindungszeichenfolge(text))) << text.toStdString();
+    EXPECT_TRUE(adodb::ist_Odbc_Form(Verbindungszeichenfolge(text))) << text.toStdString();
   for (const QString& text : {u""_s, u"Data Source=S"_s, u"User ID=x"_s})
-    EXPECT_FALSE(adodb::ist_odbc_form(Verbindungszeichenfolge(text))) << text.toStdString();
+    EXPECT_FALSE(adodb::ist_Odbc_Form(Verbindungszeichenfolge(text))) << text.toStdString();
 }

@@ -6,7 +6,7 @@
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;
-using adodb::sqlite_dialekt;
+using adodb::sqlite_Dialekt;
 
 namespace {
 
@@ -17,7 +17,7 @@ struct Fall {
 
 void pruefe(std::initializer_list<Fall> faelle) {
   for (const Fall& fall : faelle)
-    EXPECT_EQ(sqlite_dialekt(QString::fromUtf16(fall.text)), QString::fromUtf16(fall.erwartet));
+    EXPECT_EQ(sqlite_Dialekt(QString::fromUtf16(fall.text)), QString::fromUtf16(fall.erwartet));
 }
 
 }  // namespace
@@ -79,14 +79,14 @@ TEST(Dialekt, AWordDirectlyBehindANumberIsSplitOff) {
 
 TEST(Dialekt, OtherTextsComeBackAsTheyAre) {
   const QString text = u"Select * from Bild_Zuordnungen  where Key1 = 'A'order by SortIndex"_s;
-  EXPECT_EQ(sqlite_dialekt(text).constData(), text.constData());
+  EXPECT_EQ(sqlite_Dialekt(text).constData(), text.constData());
 }
 
 RC_GTEST_PROP(Dialekt, ALiteralIsNeverChanged, ()) {
   const auto zeichen = rc::gen::element<char16_t>(u'T', u'O', u'P', u' ', u'1', u'o', u'"', u'[', u'-', u'(', u';');
   const auto innen = QString::fromStdU16String(*rc::gen::container<std::u16string>(zeichen));
   const QString literal = u"'select top 1 0order "_s + innen + u"'"_s;
-  RC_ASSERT(sqlite_dialekt(u"Select Top 1 a from t where b = "_s + literal) ==
+  RC_ASSERT(sqlite_Dialekt(u"Select Top 1 a from t where b = "_s + literal) ==
       u"Select a from t where b = "_s + literal + u" LIMIT 1"_s);
 }
 
@@ -102,7 +102,7 @@ RC_GTEST_PROP(Dialekt, PiecesFollowEachOtherWithoutAGap, ()) {
     bis = stueck->ende;
   }
   RC_ASSERT(bis == text.size());
-  sqlite_dialekt(text);
+  sqlite_Dialekt(text);
 }
 
 TEST(Skript, IsCutAtSemicolonsAndGoLines) {
@@ -114,8 +114,8 @@ TEST(Skript, IsCutAtSemicolonsAndGoLines) {
 }
 
 TEST(Skript, NothingButBlanksCommentsAndSemicolonsIsEmpty) {
-  EXPECT_TRUE(adodb::ist_leere_anweisung(u" ;; -- a\n /* b ; */ ;\t\r\n"));
-  EXPECT_FALSE(adodb::ist_leere_anweisung(u"; Delete"));
-  EXPECT_FALSE(adodb::ist_leere_anweisung(u"'"));
-  EXPECT_FALSE(adodb::ist_leere_anweisung(u"-- a\n)"));
+  EXPECT_TRUE(adodb::ist_leere_Anweisung(u" ;; -- a\n /* b ; */ ;\t\r\n"));
+  EXPECT_FALSE(adodb::ist_leere_Anweisung(u"; Delete"));
+  EXPECT_FALSE(adodb::ist_leere_Anweisung(u"'"));
+  EXPECT_FALSE(adodb::ist_leere_Anweisung(u"-- a\n)"));
 }

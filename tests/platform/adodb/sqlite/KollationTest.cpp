@@ -5,7 +5,7 @@
 
 #include "platform/adodb/sqlite/SqliteKollation.h"
 
-using adodb::vergleiche_servertext;
+using adodb::vergleiche_Servertext;
 
 namespace {
 
@@ -13,7 +13,7 @@ int vorzeichen(int zahl) {
   return (zahl > 0) - (zahl < 0);
 }
 int vergleich(const std::string& a, const std::string& b) {
-  return vorzeichen(vergleiche_servertext(a, b));
+  return vorzeichen(vergleiche_Servertext(a, b));
 }
 
 }  // namespace
@@ -108,6 +108,6 @@ RC_GTEST_PROP(Kollation, AnyBytesAreComparedWithoutReadingBehindThem, ()) {
   // Copies of exact size, so that the sanitizer sees a read behind their end.
   const std::string_view va(a.data(), a.size());
   const std::string_view vb(b.data(), b.size());
-  RC_ASSERT(vorzeichen(vergleiche_servertext(va, vb)) == -vorzeichen(vergleiche_servertext(vb, va)));
-  RC_ASSERT(vergleiche_servertext(va, va) == 0);
+  RC_ASSERT(vorzeichen(vergleiche_Servertext(va, vb)) == -vorzeichen(vergleiche_Servertext(vb, va)));
+  RC_ASSERT(vergleiche_Servertext(va, va) == 0);
 }

@@ -117,7 +117,7 @@ TEST_F(Sperre, AStatementWaitsForAnotherProcess) {
   int ergebnis = 0;
   waitpid(kind, &ergebnis, 0);
   EXPECT_EQ(ergebnis, 0);
-  for (const int ende_des_rohrs : {haelt[0], haelt[1], ende[0], ende[1]}) close(ende_des_rohrs);
+  for (const int ende_des_Rohrs : {haelt[0], haelt[1], ende[0], ende[1]}) close(ende_des_Rohrs);
 }
 
 TEST_F(Sperre, ATransactionOfTheSameThreadBoundsTheWait) {

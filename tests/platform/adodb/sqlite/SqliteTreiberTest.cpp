@@ -24,7 +24,7 @@ class SqliteTreiber : public ::testing::Test {
   }
   QString einzelwert(const QString& text) { return fuehre_aus(text)->Text(0); }
   /// Opens and gives the words of the failure, or an empty text.
-  static QString worte_beim_oeffnen(const QString& zeichenfolge) {
+  static QString worte_beim_Oeffnen(const QString& zeichenfolge) {
     try {
       adodb::Connection().Open(zeichenfolge);
     } catch (const Laufzeitfehler& fehler) {
@@ -42,7 +42,7 @@ class SqliteTreiber : public ::testing::Test {
 
 TEST_F(SqliteTreiber, AMissingFileIsNoDatabaseAndIsNotMade) {
   for (const QString& modus : {QString(), u";Mode=ReadWrite"_s, u";mode=readonly"_s}) {
-    const QString worte = worte_beim_oeffnen(quelle() + modus);
+    const QString worte = worte_beim_Oeffnen(quelle() + modus);
     EXPECT_TRUE(worte.contains(u"gibt es nicht"_s)) << worte.toStdString();
     EXPECT_TRUE(worte.contains(ordner.pfad(u"a.db"_s)));
     EXPECT_FALSE(ordner.vorhanden(u"a.db"_s));
@@ -69,36 +69,36 @@ TEST_F(SqliteTreiber, ReadOnlyReadsAndRefusesToWrite) {
 
 TEST_F(SqliteTreiber, AFileThatIsNoDatabaseFailsAtOpen) {
   ordner.schreibe(u"a.db"_s, QByteArray(5000, 'x'));
-  EXPECT_TRUE(worte_beim_oeffnen(quelle()).contains(u"keine SQLite-Datenbank"_s));
+  EXPECT_TRUE(worte_beim_Oeffnen(quelle()).contains(u"keine SQLite-Datenbank"_s));
   EXPECT_EQ(ordner.lies(u"a.db"_s), QByteArray(5000, 'x'));
 }
 
 TEST_F(SqliteTreiber, AFolderOrAMissingFolderFailsAtOpen) {
-  EXPECT_FALSE(worte_beim_oeffnen(u"Provider=SQLite;Data Source="_s + ordner.pfad()).isEmpty());
-  EXPECT_FALSE(worte_beim_oeffnen(quelle(u"fehlt/a.db"_s) + u";Mode=ReadWriteCreate"_s).isEmpty());
-  EXPECT_FALSE(worte_beim_oeffnen(u"Provider=SQLite"_s).isEmpty());
+  EXPECT_FALSE(worte_beim_Oeffnen(u"Provider=SQLite;Data Source="_s + ordner.pfad()).isEmpty());
+  EXPECT_FALSE(worte_beim_Oeffnen(quelle(u"fehlt/a.db"_s) + u";Mode=ReadWriteCreate"_s).isEmpty());
+  EXPECT_FALSE(worte_beim_Oeffnen(u"Provider=SQLite"_s).isEmpty());
 }
 
 TEST_F(SqliteTreiber, NamesThatSqliteWouldReadOtherwiseAreFiles) {
   for (const QString& name : {u":memory:"_s, u"file:a.db?mode=memory"_s})
-    EXPECT_TRUE(worte_beim_oeffnen(u"Provider=SQLite;Data Source='"_s + name + u"'"_s).contains(u"gibt es nicht"_s));
+    EXPECT_TRUE(worte_beim_Oeffnen(u"Provider=SQLite;Data Source='"_s + name + u"'"_s).contains(u"gibt es nicht"_s));
 }
 
 TEST_F(SqliteTreiber, UnknownModesKeywordsAndLoginsAreRefusedInWords) {
-  const QString mit_anlegen = quelle() + u";Mode=ReadWriteCreate"_s;
-  EXPECT_TRUE(worte_beim_oeffnen(quelle() + u";Mode=Share Deny None"_s).contains(u"Mode"_s));
-  EXPECT_TRUE(worte_beim_oeffnen(mit_anlegen + u";Initial Catalog=x"_s).contains(u"Schlüsselwort"_s));
-  EXPECT_TRUE(worte_beim_oeffnen(mit_anlegen + u";User ID=sa"_s).contains(u"keine Anmeldung"_s));
-  EXPECT_TRUE(worte_beim_oeffnen(mit_anlegen + u";Password=geheim"_s).contains(u"keine Anmeldung"_s));
+  const QString mit_Anlegen = quelle() + u";Mode=ReadWriteCreate"_s;
+  EXPECT_TRUE(worte_beim_Oeffnen(quelle() + u";Mode=Share Deny None"_s).contains(u"Mode"_s));
+  EXPECT_TRUE(worte_beim_Oeffnen(mit_Anlegen + u";Initial Catalog=x"_s).contains(u"Schlüsselwort"_s));
+  EXPECT_TRUE(worte_beim_Oeffnen(mit_Anlegen + u";User ID=sa"_s).contains(u"keine Anmeldung"_s));
+  EXPECT_TRUE(worte_beim_Oeffnen(mit_Anlegen + u";Password=geheim"_s).contains(u"keine Anmeldung"_s));
   EXPECT_FALSE(ordner.vorhanden(u"a.db"_s));
-  EXPECT_EQ(worte_beim_oeffnen(mit_anlegen + u";User ID=;Password=''"_s), QString());
+  EXPECT_EQ(worte_beim_Oeffnen(mit_Anlegen + u";User ID=;Password=''"_s), QString());
 }
 
 TEST_F(SqliteTreiber, APasswordIsInNoText) {
   for (const QString& text :
       {quelle() + u";Password=geheim"_s, quelle() + u" Password=geheim"_s, quelle() + u";Mode=x;Password=geheim"_s,
           quelle() + u";Mode=ReadOnly Password=geheim"_s, quelle() + u";Password=ge;geheim=1"_s})
-    EXPECT_FALSE(worte_beim_oeffnen(text).contains(u"geheim"_s));
+    EXPECT_FALSE(worte_beim_Oeffnen(text).contains(u"geheim"_s));
   try {
     verbindung.Open(quelle(), u"sa"_s, u"geheim"_s);
     ADD_FAILURE();
@@ -113,7 +113,7 @@ TEST_F(SqliteTreiber, ADataSourceMayBeAPathOfTheTable) {
   fuehre_aus(u"create table t (a)"_s);
   EXPECT_TRUE(ordner.vorhanden(u"Daten.db"_s));
   Pfadkarte::aktuell().entferne(u"Q:"_s);
-  EXPECT_FALSE(worte_beim_oeffnen(u"Provider=SQLite;Data Source=Q:\\Daten.db"_s).isEmpty());
+  EXPECT_FALSE(worte_beim_Oeffnen(u"Provider=SQLite;Data Source=Q:\\Daten.db"_s).isEmpty());
 }
 
 TEST_F(SqliteTreiber, TheMainDatabaseIsCalledDbo) {

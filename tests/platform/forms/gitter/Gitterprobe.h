@@ -112,7 +112,7 @@ class Gitterprobe : public ::testing::Test {
     QTest::mouseMove(&handle, eingaben::im_Fenster(ziel, nach));
     QTest::mouseRelease(&handle, Qt::LeftButton, {}, eingaben::im_Fenster(ziel, nach));
   }
-  void taste(Qt::Key qt_taste, Qt::KeyboardModifiers dazu = {}) { eingaben::taste(fenster, qt_taste, dazu); }
+  void taste(Qt::Key qt_Taste, Qt::KeyboardModifiers dazu = {}) { eingaben::taste(fenster, qt_Taste, dazu); }
   void tippe(const char* text) {
     for (; *text; ++text) QTest::keyClick(fenster.windowHandle(), *text);
   }

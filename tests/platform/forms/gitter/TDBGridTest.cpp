@@ -62,11 +62,9 @@ TEST_F(TDBGridTest, AColumnThatIsChangedShowsSo) {
   EXPECT_EQ(gitter.columnWidth(0), 60);
 }
 
-TEST_F(TDBGridTest, ColumnsAreRemovedOneByOneOrAllAndTheRowsStay) {
+TEST_F(TDBGridTest, ColumnsAreRemovedAllAndTheRowsStay) {
   zeige_Liste(3);
   gitter.SelBookmarks().Add(1);
-  gitter.RemoveColumn(0);
-  EXPECT_EQ(gitter.Column(0).Caption, u"Text"_s);
   gitter.RemoveColumns();
   EXPECT_EQ(gitter.ColumnCount(), 0);
   gitter.RemoveColumns();
@@ -79,15 +77,11 @@ TEST_F(TDBGridTest, ColumnsAreRemovedOneByOneOrAllAndTheRowsStay) {
 TEST_F(TDBGridTest, NumbersOutsideRaise9AndANegativeWidth380) {
   zeige_Liste(3);
   for (const int spalte : {-1, 2}) {
-    EXPECT_EQ(Fehlernummer_von([&] { gitter.RemoveColumn(spalte); }), 9);
     EXPECT_EQ(Fehlernummer_von([&] { static_cast<void>(gitter.Column(spalte)); }), 9);
     EXPECT_EQ(Fehlernummer_von([&] { gitter.Column(spalte, {}); }), 9);
     EXPECT_EQ(Fehlernummer_von([&] { gitter.Col(spalte); }), 9);
   }
-  for (const int zeile : {-1, 3}) {
-    EXPECT_EQ(Fehlernummer_von([&] { gitter.Row(zeile); }), 9);
-    EXPECT_EQ(Fehlernummer_von([&] { gitter.RefetchRow(zeile); }), 9);
-  }
+  for (const int zeile : {-1, 3}) EXPECT_EQ(Fehlernummer_von([&] { gitter.Row(zeile); }), 9);
   EXPECT_EQ(Fehlernummer_von([&] { gitter.AddColumn({.Width = -1}); }), 380);
   EXPECT_EQ(Fehlernummer_von([&] { gitter.Column(0, {.Width = -1}); }), 380);
   EXPECT_EQ(gitter.ColumnCount(), 2);
@@ -97,7 +91,7 @@ TEST_F(TDBGridTest, BindingMakesTheFirstRowCurrentAndTellsItEachTime) {
   zeige_Liste(3);
   binde();
   EXPECT_EQ(hole(), QStringList{u"zeile -1>0"_s});
-  EXPECT_EQ(gitter.Bookmark(), 0);
+  EXPECT_EQ(gitter.Row(), 0);
   EXPECT_EQ(gitter.Col(), 1) << "the first that shows";
   klicke(2, 1);
   EXPECT_EQ(gitter.Row(), 2);
@@ -196,15 +190,6 @@ TEST_F(TDBGridTest, RefreshOfAShorterArrayDropsTheRowsThatAreGoneFromTheSelectio
   EXPECT_EQ(hole(), QStringList{u"zeile 3>1"_s});
 }
 
-TEST_F(TDBGridTest, RefetchRowTakesInOneRowOnly) {
-  zeige_Liste(3);
-  array->Value(0, 1, u"a"_s);
-  array->Value(1, 1, u"b"_s);
-  gitter.RefetchRow(1);
-  EXPECT_EQ(gezeigt(0, 1), u"0.1"_s);
-  EXPECT_EQ(gezeigt(1, 1), u"b"_s);
-}
-
 TEST_F(TDBGridTest, WhatIsNoTextShowsAsNothing) {
   zeige_Liste(1);
   const std::vector<Variant> leere{Empty(), Null(), true, false, std::make_shared<int>(1)};
@@ -247,7 +232,7 @@ TEST_F(TDBGridTest, BookmarksAreTheArraysIndexesWhateverItsLowerBound) {
 
 TEST_F(TDBGridTest, CodeMovesTheCurrentRowAndTellsIt) {
   zeige_Liste(3);
-  gitter.Bookmark(2);
+  gitter.Row(2);
   gitter.Row(2);
   EXPECT_EQ(hole(), QStringList{u"zeile 0>2"_s}) << "once";
   gitter.Col(0);

@@ -9,7 +9,7 @@ namespace {
 
 class Kasten : public QWidget, public Steuerelement {
  public:
-  explicit Kasten(QWidget* eltern) : QWidget(eltern), Steuerelement(static_cast<QWidget&>(*this)) {}
+  explicit Kasten(QWidget* eltern) : QWidget(eltern), Steuerelement(*this, QStringLiteral("Kasten")) {}
 };
 
 }  // namespace

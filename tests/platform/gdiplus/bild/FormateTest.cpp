@@ -32,7 +32,7 @@ QImage auf_Schwarz(const QImage& bild) {
   return schwarz;
 }
 
-TEST_P(Formate, Status_Groesse_und_Pixel) {
+TEST_P(Formate, HaveStatusSizeAndPixelsAsTheTableSays) {
   BRAUCHT_TESTDATEN();
   const Fall& fall = GetParam();
   const QString pfad = testdaten(u"bilder/formate/"_s + QString::fromLatin1(fall.datei));
@@ -55,7 +55,7 @@ TEST_P(Formate, Status_Groesse_und_Pixel) {
   EXPECT_GT(vorlagen::psnr(b->bild(klein), verkleinert), 28);
 }
 
-constexpr Fall kFaelle[] = {
+constexpr Fall Faelle[] = {
     {"avif.avif", UnknownImageFormat},
     {"heic.heic", UnknownImageFormat},
     {"jp2.jp2", UnknownImageFormat},
@@ -150,7 +150,7 @@ std::string name_von(const ::testing::TestParamInfo<Fall>& info) {
   return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Testdaten, Formate, ::testing::ValuesIn(kFaelle), name_von);
+INSTANTIATE_TEST_SUITE_P(Testdaten, Formate, ::testing::ValuesIn(Faelle), name_von);
 
 class Testbilder : public Bilder {
  protected:
@@ -159,12 +159,12 @@ class Testbilder : public Bilder {
   }
 };
 
-TEST_F(Testbilder, jede_Datei_der_Formate_steht_in_der_Tabelle) {
+TEST_F(Testbilder, EveryFileOfTheFormatsIsInTheTable) {
   BRAUCHT_TESTDATEN();
-  EXPECT_EQ(namen(u"formate"_s).size(), std::ssize(kFaelle));
+  EXPECT_EQ(namen(u"formate"_s).size(), std::ssize(Faelle));
 }
 
-TEST_F(Testbilder, jede_JPEG_Sonderform_gleicht_dem_vollen_Dekodieren) {
+TEST_F(Testbilder, EverySpecialFormOfJpegMatchesTheFullDecoding) {
   BRAUCHT_TESTDATEN();
   for (const QString& name : namen(u"sonderfaelle"_s)) {
     const QString pfad = testdaten(u"bilder/sonderfaelle/"_s + name);
@@ -184,7 +184,7 @@ bool ist_beschaedigt(const QString& name) {
   return name.size() == 36 && !name.contains(u' ');
 }
 
-TEST_F(Testbilder, jedes_Kamerabild_wird_geladen_und_gleicht_verkleinert_dem_ganzen) {
+TEST_F(Testbilder, EveryCameraPictureIsLoadedAndScaledDownMatchesTheWholeOne) {
   BRAUCHT_TESTDATEN();
   for (const QString& name : namen(u"kameras"_s)) {
     if (ist_beschaedigt(name)) continue;
@@ -206,7 +206,7 @@ TEST_F(Testbilder, jedes_Kamerabild_wird_geladen_und_gleicht_verkleinert_dem_gan
   }
 }
 
-TEST_F(Testbilder, beschaedigte_Kamerabilder_haben_einen_Status_und_werden_immer_gleich_gemalt) {
+TEST_F(Testbilder, DamagedCameraPicturesHaveAStatusAndAreAlwaysPaintedTheSame) {
   BRAUCHT_TESTDATEN();
   for (const QString& name : namen(u"kameras"_s)) {
     if (!ist_beschaedigt(name)) continue;
@@ -220,7 +220,7 @@ TEST_F(Testbilder, beschaedigte_Kamerabilder_haben_einen_Status_und_werden_immer
   }
 }
 
-TEST_F(Testbilder, riesige_Bilder_werden_geladen_und_gemalt) {
+TEST_F(Testbilder, HugePicturesAreLoadedAndPainted) {
   BRAUCHT_TESTDATEN();
   for (const QString& name : namen(u"riesig"_s)) {
     const Bitmap b = oeffne(testdaten(u"bilder/riesig/"_s + name));

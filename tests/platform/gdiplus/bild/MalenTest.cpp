@@ -28,13 +28,13 @@ QImage zweimal_gleich(const std::function<QImage()>& male) {
   return a;
 }
 
-TEST_F(Malen, ohne_Ziel_kommt_das_Bild_in_seiner_Groesse) {
+TEST_F(Malen, WithoutATargetThePictureComesInItsSize) {
   EXPECT_EQ(lade(u"a"_s, vorlagen::kodiert(bild, "png"))->bild(), bild);
   EXPECT_EQ(lade(u"b"_s, vorlagen::kodiert(bild, "bmp"))->bild({0, 5}), bild);
   EXPECT_EQ(lade(u"c"_s, vorlagen::kodiert(bild, "tiff"))->bild({-1, -1}), bild);
 }
 
-TEST_F(Malen, das_Ergebnis_hat_genau_die_verlangte_Groesse) {
+TEST_F(Malen, TheResultHasExactlyTheSizeAskedFor) {
   for (const QByteArray& inhalt : {vorlagen::kodiert(bild, "png"), vorlagen::jpeg(bild), vorlagen::gif({120, 90}, 3)})
     for (const QSize ziel :
         {QSize(1, 1), QSize(100, 75), QSize(7, 80), QSize(119, 89), QSize(121, 5), QSize(333, 777)}) {
@@ -44,7 +44,7 @@ TEST_F(Malen, das_Ergebnis_hat_genau_die_verlangte_Groesse) {
     }
 }
 
-TEST_F(Malen, eine_verlangte_Groesse_die_niemand_haelt_ist_Fehler_7) {
+TEST_F(Malen, ASizeAskedForThatNobodyHoldsIsError7) {
   const Bitmap b = lade(u"a"_s, vorlagen::jpeg(bild));
   EXPECT_EQ(Fehlernummer_von([&] { b->bild({60000, 60000}); }), fehlernummer::SpeicherErschoepft);
   EXPECT_EQ(Fehlernummer_von([&] {
@@ -53,7 +53,7 @@ TEST_F(Malen, eine_verlangte_Groesse_die_niemand_haelt_ist_Fehler_7) {
       fehlernummer::SpeicherErschoepft);
 }
 
-TEST_F(Malen, Durchsichtiges_kommt_schwarz) {
+TEST_F(Malen, WhatIsTransparentComesBlack) {
   QImage halb(10, 10, QImage::Format_ARGB32);
   halb.fill(qRgba(200, 100, 50, 128));
   halb.setPixel(0, 0, qRgba(255, 255, 255, 0));
@@ -67,7 +67,7 @@ TEST_F(Malen, Durchsichtiges_kommt_schwarz) {
   EXPECT_EQ(gif.pixel(4, 4), qRgb(0, 0, 0));
 }
 
-TEST_F(Malen, ein_anderer_Hintergrund_scheint_durch) {
+TEST_F(Malen, AnotherBackgroundShowsThrough) {
   QImage leer(6, 6, QImage::Format_ARGB32);
   leer.fill(Qt::transparent);
   const Bitmap b = lade(u"a"_s, vorlagen::kodiert(leer, "png"));
@@ -78,7 +78,7 @@ TEST_F(Malen, ein_anderer_Hintergrund_scheint_durch) {
   EXPECT_EQ(b->bild({2, 2}).pixel(1, 1), qRgb(0, 0, 0));
 }
 
-TEST_F(Malen, das_Handle_lebt_weiter_wenn_die_Bitmap_freigegeben_ist) {
+TEST_F(Malen, TheHandleLivesOnWhenTheBitmapIsReleased) {
   Bitmap b = lade(u"a"_s, vorlagen::kodiert(bild, "png"));
   Bitmap handle;
   ASSERT_EQ(GdipCreateHBITMAPFromBitmap(b, handle, 0), Ok);
@@ -87,13 +87,13 @@ TEST_F(Malen, das_Handle_lebt_weiter_wenn_die_Bitmap_freigegeben_ist) {
   EXPECT_EQ(handle->bild(), bild);
 }
 
-TEST_F(Malen, ein_Bild_ueberlebt_das_Loeschen_seiner_Datei) {
+TEST_F(Malen, APictureOutlivesTheDeletionOfItsFile) {
   const Bitmap b = lade(u"a"_s, vorlagen::kodiert(bild, "png"));
   ASSERT_TRUE(QFile::remove(ordner.pfad(u"a"_s)));
   EXPECT_EQ(b->bild(), bild);
 }
 
-TEST_F(Malen, ein_abgeschnittenes_Bild_zeigt_was_es_haelt_und_sonst_Bestimmtes) {
+TEST_F(Malen, ATruncatedPictureShowsWhatItHoldsAndOtherwiseSomethingDefinite) {
   const QImage gross = vorlagen::foto({320, 240});
   for (const char* format : {"png", "bmp", "jpg"}) {
     const QByteArray ganz = vorlagen::kodiert(gross, format);
@@ -107,7 +107,7 @@ TEST_F(Malen, ein_abgeschnittenes_Bild_zeigt_was_es_haelt_und_sonst_Bestimmtes) 
   }
 }
 
-TEST_F(Malen, ein_abgeschnittenes_GIF_oder_TIFF_ist_bestimmt) {
+TEST_F(Malen, ATruncatedGifOrTiffIsDefinite) {
   const QByteArray gif = vorlagen::gif({200, 100}, 99);
   const Bitmap halb = lade(u"g"_s, gif.first(gif.size() / 2));
   EXPECT_EQ(zweimal_gleich([&] { return halb->bild(); }).pixel(10, 2), qRgb(198, 198, 198));
@@ -146,7 +146,7 @@ QByteArray tiff_in_Streifen() {
   return b + QByteArray(6 * 512, '\xc8');
 }
 
-TEST_F(Malen, ein_abgeschnittenes_TIFF_zeigt_seine_ersten_Streifen) {
+TEST_F(Malen, ATruncatedTiffShowsItsFirstStrips) {
   EXPECT_EQ(lade(u"ganz"_s, tiff_in_Streifen())->bild().pixel(63, 47), qRgb(200, 200, 200));
   const Bitmap halb = lade(u"halb"_s, tiff_in_Streifen().first(170 + 3 * 512 + 100));
   const QImage gemalt = zweimal_gleich([&] { return halb->bild(); });
@@ -154,12 +154,12 @@ TEST_F(Malen, ein_abgeschnittenes_TIFF_zeigt_seine_ersten_Streifen) {
   EXPECT_EQ(gemalt.pixel(63, 47), qRgb(0, 0, 0));
 }
 
-TEST_F(Malen, ein_defekter_Inhalt_hinter_heilem_Kopf_ist_schwarz) {
+TEST_F(Malen, DamagedContentBehindAnIntactHeaderIsBlack) {
   const QByteArray png = vorlagen::kodiert(bild, "png");
   EXPECT_EQ(lade(u"a"_s, png.first(33) + QByteArray(500, 'x'))->bild().pixel(9, 9), qRgb(0, 0, 0));
 }
 
-TEST_F(Malen, BMP_Koepfe_von_52_und_56_Bytes_werden_gelesen) {
+TEST_F(Malen, BmpHeadersOf52And56BytesAreRead) {
   const QByteArray bmp = vorlagen::kodiert(bild, "bmp");
   ASSERT_EQ(bmp[14], 40);
   for (const int laenge : {52, 56}) {
@@ -171,7 +171,7 @@ TEST_F(Malen, BMP_Koepfe_von_52_und_56_Bytes_werden_gelesen) {
   }
 }
 
-TEST_F(Malen, BMP_mit_Farbmasken_im_Kopf_von_56_Bytes_wird_gelesen) {
+TEST_F(Malen, ABmpWithColourMasksInAHeaderOf56BytesIsRead) {
   QByteArray bmp("BM\0\0\0\0\0\0\0\0\x46\0\0\0\x38\0\0\0\2\0\0\0\1\0\0\0\1\0\x20\0\3\0\0\0", 34);
   bmp += QByteArray(20, 0) + QByteArray("\xff\0\0\0\0\xff\0\0\0\0\xff\0\0\0\0\0", 16);  // red in the lowest byte
   bmp += QByteArray("\xfe\x10\x20\0\1\2\3\0", 8);
@@ -180,14 +180,14 @@ TEST_F(Malen, BMP_mit_Farbmasken_im_Kopf_von_56_Bytes_wird_gelesen) {
   EXPECT_EQ(gemalt.pixel(1, 0), qRgb(1, 2, 3));
 }
 
-TEST_F(Malen, die_Speichergrenze_des_Wirts_bleibt_wie_sie_war) {
+TEST_F(Malen, TheHostsMemoryLimitStaysAsItWas) {
   QImageReader::setAllocationLimit(77);
   lade(u"a"_s, vorlagen::kodiert(bild, "png"))->bild();
   EXPECT_EQ(QImageReader::allocationLimit(), 77);
   QImageReader::setAllocationLimit(128);
 }
 
-TEST_F(Malen, Bilder_ueber_Qts_Grenze_von_128_MB_werden_gelesen) {
+TEST_F(Malen, PicturesBeyondQtsLimitOf128MbAreRead) {
   QImage gross(8193, 4096, QImage::Format_RGB32);
   gross.fill(qRgb(10, 200, 30));
   for (const char* format : {"png", "tiff", "bmp"}) {
@@ -198,7 +198,7 @@ TEST_F(Malen, Bilder_ueber_Qts_Grenze_von_128_MB_werden_gelesen) {
   EXPECT_EQ(lade(u"gif"_s, vorlagen::gif({8193, 4096}, 100))->bild({100, 50}).pixel(99, 49), qRgb(200, 200, 200));
 }
 
-TEST_F(Malen, Pixel_werden_zu_einem_Bildobjekt) {
+TEST_F(Malen, PixelsBecomeAPictureObject) {
   EXPECT_EQ(bildlader::aus_Pixeln(QImage()), nullptr);
   const auto b = bildlader::aus_Pixeln(bild);
   EXPECT_EQ(b->groesse(), bild.size());

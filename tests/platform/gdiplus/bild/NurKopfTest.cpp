@@ -99,13 +99,13 @@ class NurKopfTest : public Bilder {
     const Geoeffnet ganz = geoeffnet(pfad);
     EXPECT_EQ(nur_mit_Kopf(pfad), ganz) << was << ", " << inhalt.size() << " bytes";
   }
-  static constexpr QRgb kRot = qRgb(255, 0, 0);
-  static constexpr QRgb kBlau = qRgb(0, 0, 255);
-  static constexpr QRgb kSchwarz = qRgb(0, 0, 0);
-  static constexpr QSize kKlein{50, 40};
+  static constexpr QRgb Rot = qRgb(255, 0, 0);
+  static constexpr QRgb Blau = qRgb(0, 0, 255);
+  static constexpr QRgb Schwarz = qRgb(0, 0, 0);
+  static constexpr QSize Klein{50, 40};
 };
 
-TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_allen_Testbildern_dieselben) {
+TEST_F(NurKopfTest, StatusAndSizeAreTheSameForAllTestPictures) {
   BRAUCHT_TESTDATEN();
   int anzahl = 0;
   for (QDirIterator i(testdaten(u"bilder"_s), QDir::Files, QDirIterator::Subdirectories); i.hasNext(); ++anzahl) {
@@ -117,19 +117,19 @@ TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_allen_Testbildern_dieselben) {
   EXPECT_GT(anzahl, 150);
 }
 
-TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_abgeschnittenen_Dateien_dieselben) {
+TEST_F(NurKopfTest, StatusAndSizeAreTheSameForTruncatedFiles) {
   const QImage bild = vorlagen::foto({300, 200});
   for (const QByteArray& inhalt :
       {vorlagen::jpeg(bild), vorlagen::jpeg(bild, {.progressiv = true}), vorlagen::kodiert(bild, "png"),
           vorlagen::kodiert(bild, "bmp"), vorlagen::kodiert(bild, "tiff"), vorlagen::kodiert(bild, "ico"),
-          vorlagen::gif({300, 200}, 20), vorlagen::jpeg_cmyk({30, 20}, 0x11223344, true)}) {
+          vorlagen::gif({300, 200}, 20), vorlagen::jpeg_Cmyk({30, 20}, 0x11223344, true)}) {
     const qsizetype kopf = std::min<qsizetype>(700, inhalt.size());
     for (qsizetype i = 0; i < kopf; i += i < 64 ? 1 : 7) vergleiche(inhalt.first(i), "cut in the header");
     for (qsizetype i = kopf; i < inhalt.size(); i += inhalt.size() / 5) vergleiche(inhalt.first(i), "cut behind it");
   }
 }
 
-TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_spaetem_Kopf_dieselben) {
+TEST_F(NurKopfTest, StatusAndSizeAreTheSameForALateHeader) {
   const QByteArray jpeg = vorlagen::jpeg(vorlagen::foto({300, 200}));
   for (const qsizetype stelle : {60'000, 65'000, 65'300, 130'000, 262'000, 1'100'000}) {
     const QByteArray inhalt = mit_spaetem_Kopf(jpeg, stelle);
@@ -142,7 +142,7 @@ TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_spaetem_Kopf_dieselben) {
 }
 
 // The marker of the first scan wanders over the end of the first piece that is read.
-TEST_F(NurKopfTest, Status_und_Groesse_sind_gleich_wo_das_erste_Stueck_mitten_im_Kopf_endet) {
+TEST_F(NurKopfTest, StatusAndSizeAreTheSameWhereTheFirstPieceEndsInTheMiddleOfTheHeader) {
   const QByteArray jpeg = vorlagen::jpeg(vorlagen::foto({300, 200}));
   const qsizetype scan = jpeg.indexOf("\xff\xda");
   for (qsizetype hinter = -20; hinter <= 700; hinter += hinter < 30 ? 1 : 13) {
@@ -154,7 +154,7 @@ TEST_F(NurKopfTest, Status_und_Groesse_sind_gleich_wo_das_erste_Stueck_mitten_im
   }
 }
 
-TEST_F(NurKopfTest, Status_und_Groesse_sind_bei_grossen_Dateien_aller_Formate_dieselben) {
+TEST_F(NurKopfTest, StatusAndSizeAreTheSameForLargeFilesOfAllFormats) {
   const QImage bild = vorlagen::foto({400, 300});
   for (const char* format : {"png", "bmp", "tiff"}) {
     const QByteArray inhalt = vorlagen::kodiert(bild, format);
@@ -195,27 +195,27 @@ QByteArray tiff_mit_fernem_Verzeichnis(bool gross, bool hoch, quint64 stelle, in
   return bytes + eintrag(256, 321) + eintrag(257, 123);
 }
 
-TEST_F(NurKopfTest, von_einem_TIFF_wird_nur_das_Verzeichnis_gelesen_wo_es_auch_steht) {
-  constexpr qsizetype kPixel = 1'000'000;
+TEST_F(NurKopfTest, OfATiffOnlyTheDirectoryIsReadWhereverItStands) {
+  constexpr qsizetype Pixel = 1'000'000;
   for (const bool gross : {false, true})
     for (const bool hoch : {false, true}) {
       for (const int eintraege : {2, 20, 9000}) {
-        const QByteArray inhalt = tiff_mit_fernem_Verzeichnis(gross, hoch, kPixel, eintraege, kPixel);
+        const QByteArray inhalt = tiff_mit_fernem_Verzeichnis(gross, hoch, Pixel, eintraege, Pixel);
         vergleiche(inhalt, "tiff");
         vergleiche(inhalt.chopped(1), "tiff, cut in the last entry");
         vergleiche(inhalt.chopped(13), "tiff, cut in the last entry but one");
         EXPECT_EQ(nur_mit_Kopf(ordner.schreibe(u"t"_s, inhalt)).groesse, QSize(321, 123)) << gross << hoch << eintraege;
       }
-      for (const quint64 stelle : {quint64{0}, quint64{7}, quint64{kPixel + 100'000}, ~quint64{0}, ~quint64{0} >> 1})
-        vergleiche(tiff_mit_fernem_Verzeichnis(gross, hoch, stelle, 2, kPixel), "tiff, directory elsewhere");
+      for (const quint64 stelle : {quint64{0}, quint64{7}, quint64{Pixel + 100'000}, ~quint64{0}, ~quint64{0} >> 1})
+        vergleiche(tiff_mit_fernem_Verzeichnis(gross, hoch, stelle, 2, Pixel), "tiff, directory elsewhere");
     }
-  const QString pfad = ordner.schreibe(u"t"_s, tiff_mit_fernem_Verzeichnis(false, false, kPixel, 20, kPixel));
+  const QString pfad = ordner.schreibe(u"t"_s, tiff_mit_fernem_Verzeichnis(false, false, Pixel, 20, Pixel));
   const qint64 vorher = bisher_gelesen();
   EXPECT_EQ(oeffne_Kopf(pfad)->groesse(), QSize(321, 123));
   EXPECT_LT(bisher_gelesen() - vorher, 80'000);
 }
 
-TEST_F(NurKopfTest, eine_Hoehe_hinter_dem_Scan_wird_gefunden_wie_weit_sie_auch_steht) {
+TEST_F(NurKopfTest, AHeightBehindTheScanIsFoundHoweverFarAwayItStands) {
   for (const QSize groesse : {QSize(40, 30), QSize(900, 700)}) {
     const QByteArray jpeg = vorlagen::jpeg(vorlagen::foto(groesse), {.qualitaet = 98});
     const QByteArray am_Ende = ohne_Hoehe(jpeg, groesse.height());
@@ -227,7 +227,7 @@ TEST_F(NurKopfTest, eine_Hoehe_hinter_dem_Scan_wird_gefunden_wie_weit_sie_auch_s
   }
 }
 
-TEST_F(NurKopfTest, fehlende_und_unlesbare_Dateien_haben_denselben_Status) {
+TEST_F(NurKopfTest, MissingAndUnreadableFilesHaveTheSameStatus) {
   const QString geheim = ordner.schreibe(u"geheim.jpg"_s, vorlagen::jpeg(vorlagen::foto({20, 20})));
   ASSERT_TRUE(QFile::setPermissions(geheim, QFileDevice::WriteOwner));
   for (const QString& pfad : {ordner.pfad(u"fehlt.jpg"_s), ordner.pfad(), QString(), u"Q:\\bild.jpg"_s, geheim})
@@ -235,10 +235,10 @@ TEST_F(NurKopfTest, fehlende_und_unlesbare_Dateien_haben_denselben_Status) {
   EXPECT_EQ(nur_mit_Kopf(geheim).status, AccessDenied);
 }
 
-RC_GTEST_PROP(NurKopfZufall, veraenderte_Bytes_geben_denselben_Status, ()) {
-  static const QByteArray jpeg = vorlagen::jpeg(vorlagen::foto({48, 33}));
-  static const QByteArray prog = vorlagen::jpeg(vorlagen::foto({48, 33}), {.progressiv = true});
-  const QByteArray original = *rc::gen::arbitrary<bool>() ? jpeg : prog;
+RC_GTEST_PROP(NurKopfZufall, ChangedBytesGiveTheSameStatus, ()) {
+  static const QByteArray Jpeg = vorlagen::jpeg(vorlagen::foto({48, 33}));
+  static const QByteArray Progressiv = vorlagen::jpeg(vorlagen::foto({48, 33}), {.progressiv = true});
+  const QByteArray original = *rc::gen::arbitrary<bool>() ? Jpeg : Progressiv;
   const qsizetype davor = *rc::gen::inRange<qsizetype>(0, 2) * 65536;
   QByteArray inhalt = mit_spaetem_Kopf(original, davor);
   const qsizetype anfang = inhalt.size() - original.size() + 2;
@@ -254,7 +254,7 @@ RC_GTEST_PROP(NurKopfZufall, veraenderte_Bytes_geben_denselben_Status, ()) {
   RC_ASSERT(kopf == ganz);
 }
 
-TEST_F(NurKopfTest, was_doppelt_so_gross_schon_da_ist_wird_verkleinert_und_nicht_noch_einmal_gelesen) {
+TEST_F(NurKopfTest, WhatIsThereInTwiceTheSizeIsScaledDownAndNotReadAgain) {
   const QSize groesse(800, 600);
   const QByteArray inhalt = vorlagen::jpeg(vorlagen::foto(groesse)) + QByteArray(3'000'000, 'x');
   const QString pfad = ordner.schreibe(u"doppelt.jpg"_s, inhalt);
@@ -273,7 +273,7 @@ TEST_F(NurKopfTest, was_doppelt_so_gross_schon_da_ist_wird_verkleinert_und_nicht
   EXPECT_GT(bisher_gelesen() - vor_dem_groesseren, 3'000'000);
 }
 
-TEST_F(NurKopfTest, beim_Oeffnen_wird_nur_der_Anfang_gelesen_und_beim_zweiten_Mal_nichts) {
+TEST_F(NurKopfTest, OpeningReadsOnlyTheBeginningAndTheSecondTimeNothing) {
   const QByteArray inhalt = vorlagen::jpeg(vorlagen::foto({300, 200}));
   const QString pfad = ordner.schreibe(u"gross.jpg"_s, inhalt + QByteArray(3'000'000, 'x'));
   const qint64 vor_dem_ersten = bisher_gelesen();
@@ -284,91 +284,91 @@ TEST_F(NurKopfTest, beim_Oeffnen_wird_nur_der_Anfang_gelesen_und_beim_zweiten_Ma
   EXPECT_LT(bisher_gelesen() - vor_dem_zweiten, 2'000);
 }
 
-TEST_F(NurKopfTest, die_Pixel_sind_dieselben_wie_sonst) {
+TEST_F(NurKopfTest, ThePixelsAreTheSameAsOtherwise) {
   const QImage bild = vorlagen::foto({300, 200});
   for (const QByteArray& inhalt : {vorlagen::jpeg(bild), vorlagen::kodiert(bild, "png"), vorlagen::gif({60, 40}, 33)}) {
     const QString pfad = ordner.schreibe(u"a"_s, inhalt);
     Bildspeicher::aktuell().leere();
     const Bitmap kopf = oeffne_Kopf(pfad);
     const QImage ganz = kopf->bild();
-    const QImage klein = kopf->bild(kKlein);
+    const QImage klein = kopf->bild(Klein);
     Bildspeicher::aktuell().leere();
     EXPECT_EQ(oeffne(pfad)->bild(), ganz);
-    EXPECT_EQ(oeffne(pfad)->bild(kKlein), klein);
+    EXPECT_EQ(oeffne(pfad)->bild(Klein), klein);
   }
 }
 
-TEST_F(NurKopfTest, verkleinerte_Pixel_werden_gemerkt_und_ohne_Datei_wieder_gezeigt) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
-  const QImage erst = oeffne_Kopf(pfad)->bild(kKlein);
+TEST_F(NurKopfTest, ScaledDownPixelsAreRememberedAndShownAgainWithoutTheFile) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
+  const QImage erst = oeffne_Kopf(pfad)->bild(Klein);
   const Bitmap dann = oeffne_Kopf(pfad);
   ASSERT_TRUE(QFile::remove(pfad));
-  EXPECT_EQ(dann->bild(kKlein).constBits(), erst.constBits()) << "the pixels were made anew";
+  EXPECT_EQ(dann->bild(Klein).constBits(), erst.constBits()) << "the pixels were made anew";
 }
 
-TEST_F(NurKopfTest, Bytes_werden_nach_dem_Malen_nicht_behalten) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+TEST_F(NurKopfTest, BytesAreNotKeptAfterPainting) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
   const Bitmap b = oeffne_Kopf(pfad);
-  EXPECT_EQ(b->bild().pixel(100, 80), kRot);
+  EXPECT_EQ(b->bild().pixel(100, 80), Rot);
   ASSERT_TRUE(QFile::remove(pfad));
-  EXPECT_EQ(b->bild().pixel(100, 80), kSchwarz);
+  EXPECT_EQ(b->bild().pixel(100, 80), Schwarz);
 }
 
-TEST_F(NurKopfTest, eine_verschwundene_Datei_zeigt_die_groessten_gemerkten_Pixel_sonst_Schwarz) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
-  const QString anderer = ordner.schreibe(u"b.bmp"_s, einfarbig(kRot));
+TEST_F(NurKopfTest, AVanishedFileShowsTheLargestRememberedPixelsOrElseBlack) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
+  const QString anderer = ordner.schreibe(u"b.bmp"_s, einfarbig(Rot));
   const Bitmap gemalt = oeffne_Kopf(pfad);
   const Bitmap ungemalt = oeffne_Kopf(anderer);
-  gemalt->bild(kKlein);
+  gemalt->bild(Klein);
   ASSERT_TRUE(QFile::remove(pfad) && QFile::remove(anderer));
   EXPECT_EQ(gemalt->bild({70, 60}).size(), QSize(70, 60));
-  EXPECT_EQ(gemalt->bild({70, 60}).pixel(35, 30), kRot);
+  EXPECT_EQ(gemalt->bild({70, 60}).pixel(35, 30), Rot);
   EXPECT_EQ(ungemalt->bild({70, 60}).size(), QSize(70, 60));
-  EXPECT_EQ(ungemalt->bild({70, 60}).pixel(35, 30), kSchwarz);
+  EXPECT_EQ(ungemalt->bild({70, 60}).pixel(35, 30), Schwarz);
   EXPECT_EQ(ungemalt->bild().size(), QSize(200, 160));
 }
 
-TEST_F(NurKopfTest, was_kein_Bild_mehr_ist_zeigt_Schwarz_in_der_verlangten_Groesse) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+TEST_F(NurKopfTest, WhatIsNoPictureAnyMoreShowsBlackInTheSizeAskedFor) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
   const Bitmap b = oeffne_Kopf(pfad);
   aendere(u"a.bmp"_s, "Kein Bild, nur Text.");
-  EXPECT_EQ(b->bild(kKlein).size(), kKlein);
-  EXPECT_EQ(b->bild(kKlein).pixel(5, 5), kSchwarz);
+  EXPECT_EQ(b->bild(Klein).size(), Klein);
+  EXPECT_EQ(b->bild(Klein).pixel(5, 5), Schwarz);
   aendere(u"a.bmp"_s, QByteArray());
-  EXPECT_EQ(b->bild(kKlein).pixel(5, 5), kSchwarz);
+  EXPECT_EQ(b->bild(Klein).pixel(5, 5), Schwarz);
 }
 
-TEST_F(NurKopfTest, eine_geaenderte_Datei_zeigt_ihr_neues_Bild_und_wird_nicht_gemerkt) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+TEST_F(NurKopfTest, AChangedFileShowsItsNewPictureAndIsNotRemembered) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
   const Bitmap b = oeffne_Kopf(pfad);
   aendere(u"a.bmp"_s, vorlagen::kodiert(vorlagen::foto({90, 70}), "png"));
   const qint64 vorher = Bildspeicher::aktuell().belegt();
-  const QImage neu = b->bild(kKlein);
-  EXPECT_EQ(neu, lade(u"b.png"_s, vorlagen::kodiert(vorlagen::foto({90, 70}), "png"))->bild(kKlein));
+  const QImage neu = b->bild(Klein);
+  EXPECT_EQ(neu, lade(u"b.png"_s, vorlagen::kodiert(vorlagen::foto({90, 70}), "png"))->bild(Klein));
   Bildspeicher::aktuell().leere();
-  b->bild(kKlein);
+  b->bild(Klein);
   EXPECT_EQ(b->groesse(), QSize(200, 160));
-  EXPECT_EQ(vorher, Bildspeicher::kKopfgewicht);
+  EXPECT_EQ(vorher, Bildspeicher::Kopfgewicht);
   EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
   EXPECT_EQ(oeffne_Kopf(pfad)->groesse(), QSize(90, 70));
 }
 
-TEST_F(NurKopfTest, eine_eben_geaenderte_Datei_wird_nicht_gemerkt) {
+TEST_F(NurKopfTest, AFileChangedJustNowIsNotRemembered) {
   Bildspeicher::aktuell().uhr(nullptr);
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
-  EXPECT_EQ(oeffne_Kopf(pfad)->bild(kKlein).pixel(5, 5), kRot);
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
+  EXPECT_EQ(oeffne_Kopf(pfad)->bild(Klein).pixel(5, 5), Rot);
   EXPECT_EQ(Bildspeicher::aktuell().belegt(), 0);
 }
 
-TEST_F(NurKopfTest, ohne_ihn_ueberlebt_ein_Bild_seine_Datei_auch_wenn_ihr_Kopf_bekannt_ist) {
-  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(kRot));
+TEST_F(NurKopfTest, WithoutItAPictureOutlivesItsFileEvenIfItsHeaderIsKnown) {
+  const QString pfad = ordner.schreibe(u"a.bmp"_s, einfarbig(Rot));
   oeffne_Kopf(pfad);
   const Bitmap b = oeffne(pfad);
   ASSERT_TRUE(QFile::remove(pfad));
-  EXPECT_EQ(b->bild(), QImage::fromData(einfarbig(kRot)).convertToFormat(QImage::Format_RGB32));
+  EXPECT_EQ(b->bild(), QImage::fromData(einfarbig(Rot)).convertToFormat(QImage::Format_RGB32));
 }
 
-TEST_F(NurKopfTest, er_gilt_bis_zum_Ende_des_aeussersten_und_nur_im_eigenen_Faden) {
+TEST_F(NurKopfTest, ItHoldsUntilTheEndOfTheOutermostAndOnlyInItsOwnThread) {
   EXPECT_FALSE(NurKopf::gilt());
   {
     const NurKopf aussen;
@@ -381,33 +381,33 @@ TEST_F(NurKopfTest, er_gilt_bis_zum_Ende_des_aeussersten_und_nur_im_eigenen_Fade
   EXPECT_FALSE(NurKopf::gilt());
 }
 
-TEST_F(NurKopfTest, ein_anderer_Hintergrund_gilt_auch_fuer_ein_ungelesenes_Bild) {
+TEST_F(NurKopfTest, AnotherBackgroundHoldsForAnUnreadPictureToo) {
   QImage leer(20, 20, QImage::Format_ARGB32);
   leer.fill(Qt::transparent);
   const Bitmap b = oeffne_Kopf(ordner.schreibe(u"a.png"_s, vorlagen::kodiert(leer, "png")));
   Bitmap gruen;
   ASSERT_EQ(GdipCreateHBITMAPFromBitmap(b, gruen, 0x00ff00), Ok);
   EXPECT_EQ(gruen->bild({10, 10}).pixel(5, 5), qRgb(0, 255, 0));
-  EXPECT_EQ(b->bild({10, 10}).pixel(5, 5), kSchwarz);
+  EXPECT_EQ(b->bild({10, 10}).pixel(5, 5), Schwarz);
 }
 
-TEST_F(NurKopfTest, Koepfe_ohne_Pixel_zaehlen_mit_festem_Gewicht_und_weichen_an_der_Grenze) {
-  Bildspeicher::aktuell().grenze(5 * Bildspeicher::kKopfgewicht);
+TEST_F(NurKopfTest, HeadersWithoutPixelsCountWithAFixedWeightAndGiveWayAtTheLimit) {
+  Bildspeicher::aktuell().grenze(5 * Bildspeicher::Kopfgewicht);
   QStringList pfade;
   for (int i = 0; i < 8; ++i) {
-    pfade.append(ordner.schreibe(QString::number(i), einfarbig(kRot)));
+    pfade.append(ordner.schreibe(QString::number(i), einfarbig(Rot)));
     oeffne_Kopf(pfade.last());
     oeffne_Kopf(pfade.last());
-    EXPECT_EQ(Bildspeicher::aktuell().belegt(), std::min(i + 1, 5) * Bildspeicher::kKopfgewicht);
+    EXPECT_EQ(Bildspeicher::aktuell().belegt(), std::min(i + 1, 5) * Bildspeicher::Kopfgewicht);
   }
   const auto bekannt = [](const QString& pfad) {
-    return Bildspeicher::aktuell().kopf(*Bildspeicher::aktuell().schluessel(pfad)).has_value();
+    return Bildspeicher::aktuell().suche(*Bildspeicher::aktuell().schluessel(pfad)).has_value();
   };
   EXPECT_FALSE(bekannt(pfade[2]));
   EXPECT_TRUE(bekannt(pfade[3]));
-  Bildspeicher::aktuell().grenze(Bildspeicher::kGrenze);
-  oeffne_Kopf(pfade[7])->bild(kKlein);
-  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 4 * Bildspeicher::kKopfgewicht + 50 * 40 * 4);
+  Bildspeicher::aktuell().grenze(Bildspeicher::Grenze);
+  oeffne_Kopf(pfade[7])->bild(Klein);
+  EXPECT_EQ(Bildspeicher::aktuell().belegt(), 4 * Bildspeicher::Kopfgewicht + 50 * 40 * 4);
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::array kAlle{13, 14, 15, 16, 17};
+constexpr std::array Alle{13, 14, 15, 16, 17};
 
 std::int32_t status_des_Drehens(const QByteArray& bytes, int transform, QByteArray& ergebnis) {
   return jpegdrehung::drehe(bytes, *Drehung::von(transform), ergebnis);
@@ -81,7 +81,7 @@ const std::vector<Fall>& faelle() {
   const auto ycc = [](Abtastung y, Abtastung cb, Abtastung cr) {
     return Machart{.raum = JCS_YCbCr, .abtastung = {y, cb, cr}};
   };
-  static const std::vector<Fall> alle{
+  static const std::vector<Fall> Faelle{
       {"4:4:4", ycc({1, 1}, {1, 1}, {1, 1}), {8, 8}},
       {"4:2:0", ycc({2, 2}, {1, 1}, {1, 1}), {16, 16}},
       {"4:2:2", ycc({2, 1}, {1, 1}, {1, 1}), {16, 8}},
@@ -112,20 +112,20 @@ const std::vector<Fall>& faelle() {
       {"restart markers, progressive", {.progressiv = true, .neustart = 5}, {16, 16}},
       {"tables of 16 bits", {.qualitaet = 3}, {16, 16}},
   };
-  return alle;
+  return Faelle;
 }
 
-TEST(Drehen, jede_Abtastung_und_Kodierung_verliert_bei_ganzen_Seiten_nichts) {
+TEST(Drehen, WholeSidesLoseNothingInAnySamplingAndCoding) {
   for (const Fall& fall : faelle()) {
     const QByteArray alt = jpeg({fall.einheit.width() * 5, fall.einheit.height() * 3}, fall.art);
-    for (const int transform : kAlle) {
+    for (const int transform : Alle) {
       SCOPED_TRACE(testing::Message() << fall.name << ", " << transform);
       EXPECT_TRUE(pruefe(alt, drehe(alt, transform), transform));
     }
   }
 }
 
-TEST(Drehen, vier_Vierteldrehungen_geben_die_ersten_Koeffizienten) {
+TEST(Drehen, FourQuarterTurnsGiveTheFirstCoefficients) {
   for (const Fall& fall : faelle()) {
     const QByteArray alt = jpeg({fall.einheit.width() * 3, fall.einheit.height() * 4}, fall.art);
     for (const int transform : {13, 15}) {
@@ -138,7 +138,7 @@ TEST(Drehen, vier_Vierteldrehungen_geben_die_ersten_Koeffizienten) {
   }
 }
 
-TEST(Drehen, nur_die_Seiten_zaehlen_die_nach_vorn_kommen) {
+TEST(Drehen, OnlyTheSidesThatComeToTheFrontCount) {
   const QByteArray breit = jpeg({48, 41});  // the width is whole, the height is not
   const QByteArray hoch = jpeg({41, 48});
   for (const auto& [transform, ganz_breit, ganz_hoch] : {std::tuple{13, false, true}, std::tuple{14, false, false},
@@ -148,23 +148,23 @@ TEST(Drehen, nur_die_Seiten_zaehlen_die_nach_vorn_kommen) {
   }
 }
 
-TEST(Drehen, von_einer_halben_MCU_wird_die_Helligkeit_verschoben_und_nur_die_Farbe_neu_kodiert) {
+TEST(Drehen, OfAHalfMcuTheBrightnessIsMovedAndOnlyTheColourEncodedAnew) {
   const QByteArray alt = jpeg({40, 40});
-  for (const int transform : kAlle) {
+  for (const int transform : Alle) {
     const QByteArray neu = drehe(alt, transform);
     EXPECT_FALSE(pruefe(alt, neu, transform));
     EXPECT_TRUE(lies(neu).komponenten[0] == gedreht(lies(alt).komponenten[0], transform)) << transform;
   }
 }
 
-TEST(Drehen, krumme_Seiten_werden_neu_kodiert_und_nichts_wird_abgeschnitten) {
+TEST(Drehen, OddSidesAreEncodedAnewAndNothingIsCutOff) {
   for (const Fall& fall : faelle()) {
     // libjpeg's own decoder needs whole ratios of the sampling factors and three or one components.
     const QString name = QString::fromLatin1(fall.name);
     const bool zeigbar = !name.contains(u"CMYK"_s) && !name.contains(u"YCCK"_s) && !name.startsWith(u"3x2"_s);
     for (const QSize groesse : {QSize(133, 95), QSize(97, 64), QSize(31, 130)}) {
       const QByteArray alt = jpeg(groesse, fall.art);
-      for (const int transform : kAlle) {
+      for (const int transform : Alle) {
         SCOPED_TRACE(testing::Message() << fall.name << " " << groesse.width() << ", " << transform);
         const QByteArray neu = drehe(alt, transform);
         pruefe(alt, neu, transform);
@@ -176,27 +176,27 @@ TEST(Drehen, krumme_Seiten_werden_neu_kodiert_und_nichts_wird_abgeschnitten) {
   }
 }
 
-TEST(Drehen, Seiten_von_einem_Pixel_gehen_in_jede_Richtung) {
+TEST(Drehen, SidesOfOnePixelGoInEveryDirection) {
   for (const QSize groesse : {QSize(1, 1), QSize(1, 40), QSize(40, 1), QSize(1, 16), QSize(7, 1)})
     for (const Fall& fall : faelle()) {
       const QByteArray alt = jpeg(groesse, fall.art);
-      for (const int transform : kAlle) {
+      for (const int transform : Alle) {
         SCOPED_TRACE(testing::Message() << fall.name << " " << groesse.width() << ", " << transform);
         pruefe(alt, drehe(alt, transform), transform);
       }
     }
 }
 
-TEST(Drehen, ein_neu_kodiertes_Foto_gleicht_dem_gedrehten_und_wird_kaum_groesser) {
+TEST(Drehen, APhotoEncodedAnewMatchesTheTurnedOneAndHardlyGrows) {
   const QByteArray alt = vorlagen::jpeg(vorlagen::foto({601, 403}));
-  for (const int transform : kAlle) {
+  for (const int transform : Alle) {
     const QByteArray neu = drehe(alt, transform);
     EXPECT_GT(aehnlichkeit(alt, neu, transform), 38) << transform;
     EXPECT_LT(neu.size(), alt.size() * 11 / 10) << transform;
   }
 }
 
-TEST(Drehen, neu_kodiert_werden_eigene_Huffmantabellen_gemacht) {
+TEST(Drehen, EncodingAnewMakesHuffmanTablesOfItsOwn) {
   const QByteArray alt = jpeg({133, 95});
   const QByteArray neu = drehe(alt, 14);
   const auto tabelle = [](const QByteArray& b) { return b.sliced(b.indexOf("\xff\xc4"), 24); };
@@ -205,7 +205,7 @@ TEST(Drehen, neu_kodiert_werden_eigene_Huffmantabellen_gemacht) {
   EXPECT_EQ(tabelle(drehe(ganz, 14)), tabelle(ganz)) << "the standard's tables stay where nothing is coded again";
 }
 
-TEST(Drehen, alle_Marken_bleiben_Byte_fuer_Byte_in_ihrer_Folge) {
+TEST(Drehen, AllMarkersStayByteByByteInTheirOrder) {
   QByteArray icc("ICC_PROFILE\0\1\2", 14);
   icc.append(QByteArray(65533 - 14 - 2, 'p'));
   QByteArray zweites("ICC_PROFILE\0\2\2", 14);
@@ -218,25 +218,25 @@ TEST(Drehen, alle_Marken_bleiben_Byte_fuer_Byte_in_ihrer_Folge) {
   const qsizetype rahmen = alt.indexOf("\xff\xc0");
   alt.insert(rahmen, segment(0xee, QByteArray("Adobe\0\x64\0\0\0\0\1", 12)) + segment(0xfe, "letzter"));
   ASSERT_EQ(lies(alt).marken.size(), segmente.size() + 2);
-  for (const int transform : kAlle) {
+  for (const int transform : Alle) {
     EXPECT_TRUE(pruefe(alt, drehe(alt, transform), transform)) << transform;
   }
 }
 
-TEST(Drehen, was_die_Quelle_nicht_hat_kommt_nicht_dazu) {
+TEST(Drehen, WhatTheSourceLacksIsNotAdded) {
   const QByteArray alt = jpeg({48, 32}, {.mit_Jfif = false});
   EXPECT_TRUE(lies(drehe(alt, 13)).marken.isEmpty());
 }
 
-TEST(Drehen, ein_abgeschnittenes_Bild_wird_mit_dem_gedreht_was_es_haelt) {
+TEST(Drehen, ATruncatedPictureIsTurnedWithWhatItHolds) {
   for (const bool progressiv : {false, true}) {
     const QByteArray ganz = jpeg({320, 240}, {.progressiv = progressiv});
     const QByteArray halb = ganz.first(ganz.size() / 2);
-    for (const int transform : kAlle) pruefe(halb, drehe(halb, transform), transform);
+    for (const int transform : Alle) pruefe(halb, drehe(halb, transform), transform);
   }
 }
 
-TEST(Drehen, ein_Strom_der_mitten_im_Bild_unlesbar_wird_ist_1) {
+TEST(Drehen, AStreamThatBecomesUnreadableInTheMiddleOfThePictureIs1) {
   QByteArray bytes = jpeg({64, 64}, {.progressiv = true});
   // A second frame header behind the first scan.
   const qsizetype scan = bytes.lastIndexOf("\xff\xda");
@@ -247,7 +247,7 @@ TEST(Drehen, ein_Strom_der_mitten_im_Bild_unlesbar_wird_ist_1) {
   EXPECT_EQ(ergebnis, "vorher");
 }
 
-TEST(Drehen, eine_Komponente_die_kein_Scan_nennt_bleibt_leer) {
+TEST(Drehen, AComponentThatNoScanNamesStaysEmpty) {
   const QByteArray ganz = jpeg({64, 64}, {.abtastung = {{4, 4}, {2, 2}, {1, 1}}});
   const QByteArray ohne = ganz.first(ganz.lastIndexOf("\xff\xda")) + "\xff\xd9";
   const Inhalt alt = lies(ohne);
@@ -261,7 +261,7 @@ TEST(Drehen, eine_Komponente_die_kein_Scan_nennt_bleibt_leer) {
   EXPECT_TRUE(lies(drehe(wirr, 13)).komponenten == neu.komponenten);
 }
 
-TEST(Drehen, mehr_Scans_als_ein_Bild_je_braucht_sind_1) {
+TEST(Drehen, MoreScansThanAPictureEverNeedsAre1) {
   const QByteArray bytes = jpeg({64, 64}, {.progressiv = true});
   const qsizetype letzter = bytes.lastIndexOf("\xff\xda");
   const QByteArray scan = bytes.sliced(letzter, bytes.size() - 2 - letzter);
@@ -270,7 +270,7 @@ TEST(Drehen, mehr_Scans_als_ein_Bild_je_braucht_sind_1) {
       gdiplus::GenericError);
 }
 
-TEST(Drehen, eine_kleine_Datei_mit_grosser_Behauptung_wird_ohne_viel_Speicher_gedreht) {
+TEST(Drehen, ASmallFileWithALargeClaimIsTurnedWithoutMuchMemory) {
   QByteArray bytes = jpeg({16, 16}, {.raum = JCS_GRAYSCALE, .abtastung = {{1, 1}}});
   const qsizetype rahmen = bytes.indexOf("\xff\xc0");
   bytes.replace(rahmen + 5, 4, QByteArray("\x20\x00\x20\x00", 4));  // 8192 x 8192
@@ -278,8 +278,8 @@ TEST(Drehen, eine_kleine_Datei_mit_grosser_Behauptung_wird_ohne_viel_Speicher_ge
   EXPECT_EQ(inhalt.groesse, QSize(8192, 8192));
 }
 
-TEST(Drehen, unmoegliche_Koeffizienten_werden_auf_moegliche_begrenzt) {
-  for (const int transform : kAlle) {
+TEST(Drehen, ImpossibleCoefficientsAreLimitedToPossibleOnes) {
+  for (const int transform : Alle) {
     std::array<JCOEF, DCTSIZE2> block{};
     std::array<JCOEF, DCTSIZE2> ziel{};
     block[0] = -32768;
@@ -296,7 +296,7 @@ TEST(Drehen, unmoegliche_Koeffizienten_werden_auf_moegliche_begrenzt) {
   }
 }
 
-TEST(Drehen, nur_die_fuenf_Nummern_sind_Transformationen) {
+TEST(Drehen, OnlyTheFiveNumbersAreTransformations) {
   for (int wert = -2; wert < 30; ++wert) EXPECT_EQ(Drehung::von(wert).has_value(), wert >= 13 && wert <= 17) << wert;
 }
 
@@ -315,7 +315,7 @@ Abtastung beliebige_Abtastung() {
   return {*rc::gen::inRange(1, 5), *rc::gen::inRange(1, 5)};
 }
 
-RC_GTEST_PROP(DrehenBeliebig, jede_Groesse_und_Abtastung_behaelt_was_sich_verschieben_laesst, ()) {
+RC_GTEST_PROP(DrehenBeliebig, EverySizeAndSamplingKeepsWhatCanBeMoved, ()) {
   const Machart art{.raum = *rc::gen::element(JCS_YCbCr, JCS_RGB),
       .abtastung = {beliebige_Abtastung(), beliebige_Abtastung(), beliebige_Abtastung()},
       .optimiert = *rc::gen::arbitrary<bool>(),
@@ -323,7 +323,7 @@ RC_GTEST_PROP(DrehenBeliebig, jede_Groesse_und_Abtastung_behaelt_was_sich_versch
       .qualitaet = *rc::gen::inRange(5, 101)};
   const QSize groesse(*rc::gen::inRange(1, 150), *rc::gen::inRange(1, 150));
   const QByteArray alt = jpeg(groesse, art);
-  const int transform = *rc::gen::elementOf(std::vector<int>(kAlle.begin(), kAlle.end()));
+  const int transform = *rc::gen::elementOf(std::vector<int>(Alle.begin(), Alle.end()));
   const QByteArray neu = drehe(alt, transform);
   const bool ganz = pruefe(alt, neu, transform);
   RC_ASSERT(!testing::Test::HasFailure());
@@ -335,7 +335,7 @@ RC_GTEST_PROP(DrehenBeliebig, jede_Groesse_und_Abtastung_behaelt_was_sich_versch
 }
 
 /// All JPEGs among the outside pictures that have a sound header.
-TEST(DrehenVorlagen, jede_heile_Vorlage_behaelt_Koeffizienten_und_Marken) {
+TEST(DrehenVorlagen, EveryIntactSampleKeepsCoefficientsAndMarkers) {
   BRAUCHT_TESTDATEN();
   std::int32_t marke = 0;
   gdiplus::GdiplusStartup(marke, 1);
@@ -353,7 +353,7 @@ TEST(DrehenVorlagen, jede_heile_Vorlage_behaelt_Koeffizienten_und_Marken) {
       if (name.contains(u"claims"_s)) continue;  // would only take long
       trage_Hoehe_ein(alt);                      // libjpeg by itself can't read a height behind the scan
       const bool lesbar = ist_lesbar(alt);
-      for (const int transform : kAlle) {
+      for (const int transform : Alle) {
         SCOPED_TRACE(testing::Message() << name.toStdString() << ", " << transform);
         QByteArray neu;
         const std::int32_t status = gdiplus::GdipSaveImageToStream(image, neu, gdiplus::JpegEncoder,

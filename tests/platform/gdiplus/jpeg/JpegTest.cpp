@@ -15,7 +15,7 @@ class Jpeg : public Bilder {
   const QImage bild = vorlagen::foto(ganz);
 };
 
-TEST_F(Jpeg, der_Massstab_ist_der_kleinste_der_reicht) {
+TEST_F(Jpeg, TheScaleIsTheSmallestThatSuffices) {
   using jpegdekoder::massstab;
   EXPECT_EQ(massstab({800, 600}, {100, 75}), 1);
   EXPECT_EQ(massstab({800, 600}, {101, 75}), 2);
@@ -28,13 +28,13 @@ TEST_F(Jpeg, der_Massstab_ist_der_kleinste_der_reicht) {
   EXPECT_EQ(massstab({801, 601}, {101, 76}), 1);
 }
 
-TEST_F(Jpeg, bei_jedem_Achtel_kommen_die_Pixel_von_libjpeg) {
+TEST_F(Jpeg, AtEveryEighthThePixelsComeFromLibjpeg) {
   const QByteArray inhalt = vorlagen::jpeg(bild);
   const Bitmap b = lade(u"a"_s, inhalt);
   for (int num = 1; num <= 8; ++num) EXPECT_EQ(b->bild(bei(ganz, num)), vorlagen::libjpeg_Massstab(inhalt, num)) << num;
 }
 
-TEST_F(Jpeg, ein_verkleinertes_Bild_gleicht_dem_ganz_dekodierten_und_verkleinerten) {
+TEST_F(Jpeg, AScaledDownPictureMatchesTheOneDecodedWholeAndScaledDown) {
   const QByteArray inhalt = vorlagen::jpeg(bild);
   const Bitmap b = lade(u"a"_s, inhalt);
   const QImage voll = vorlagen::libjpeg_Massstab(inhalt, 8);
@@ -44,14 +44,14 @@ TEST_F(Jpeg, ein_verkleinertes_Bild_gleicht_dem_ganz_dekodierten_und_verkleinert
         << ziel.width();
 }
 
-TEST_F(Jpeg, ein_progressives_ist_bei_einem_Achtel_genau_das_ganz_gelesene) {
+TEST_F(Jpeg, AProgressiveOneAtOneEighthIsExactlyTheOneReadWhole) {
   for (const auto& [w, s] : {std::pair{1, 1}, std::pair{2, 1}, std::pair{2, 2}}) {
     const QByteArray inhalt = vorlagen::jpeg(bild, {.progressiv = true, .waagrecht = w, .senkrecht = s});
     EXPECT_EQ(lade(u"a"_s, inhalt)->bild(bei(ganz, 1)), vorlagen::libjpeg_Massstab(inhalt, 1)) << w << "x" << s;
   }
 }
 
-TEST_F(Jpeg, ein_progressives_gleicht_bei_jedem_Massstab_dem_ganz_gelesenen) {
+TEST_F(Jpeg, AProgressiveOneMatchesTheOneReadWholeAtEveryScale) {
   const QByteArray inhalt = vorlagen::jpeg(bild, {.progressiv = true});
   const Bitmap b = lade(u"a"_s, inhalt);
   for (int num = 1; num <= 8; ++num)
@@ -59,7 +59,7 @@ TEST_F(Jpeg, ein_progressives_gleicht_bei_jedem_Massstab_dem_ganz_gelesenen) {
   EXPECT_EQ(b->bild(), vorlagen::libjpeg_Massstab(inhalt, 8));
 }
 
-TEST_F(Jpeg, weit_verkleinert_gleicht_ein_progressives_dem_einfachen) {
+TEST_F(Jpeg, ScaledFarDownAProgressiveOneMatchesThePlainOne) {
   const QImage einfach = lade(u"a"_s, vorlagen::jpeg(bild))->bild({40, 30});
   const QImage progressiv = lade(u"b"_s, vorlagen::jpeg(bild, {.progressiv = true}))->bild({40, 30});
   EXPECT_GT(vorlagen::psnr(einfach, progressiv), 40);
@@ -71,7 +71,7 @@ qsizetype bytes_von(const QByteArray& inhalt, QSize ziel) {
   return summe;
 }
 
-TEST_F(Jpeg, je_kleiner_das_Ziel_desto_weniger_Scans_werden_gelesen) {
+TEST_F(Jpeg, TheSmallerTheTargetTheFewerScansAreRead) {
   const QByteArray inhalt = vorlagen::jpeg(bild, {.progressiv = true});
   EXPECT_LT(bytes_von(inhalt, {40, 30}), inhalt.size() / 4);
   EXPECT_LT(bytes_von(inhalt, {40, 30}), bytes_von(inhalt, bei(ganz, 4)));
@@ -79,7 +79,7 @@ TEST_F(Jpeg, je_kleiner_das_Ziel_desto_weniger_Scans_werden_gelesen) {
   EXPECT_EQ(bytes_von(inhalt, {}), inhalt.size());
 }
 
-TEST_F(Jpeg, mehr_als_hundert_Scans_werden_nicht_gelesen) {
+TEST_F(Jpeg, MoreThanAHundredScansAreNotRead) {
   const QByteArray inhalt = vorlagen::jpeg(vorlagen::foto({64, 64}), {.progressiv = true});
   const qsizetype letzter = inhalt.lastIndexOf("\xff\xda");
   const QByteArray scan = inhalt.sliced(letzter, inhalt.size() - 2 - letzter);
@@ -88,14 +88,14 @@ TEST_F(Jpeg, mehr_als_hundert_Scans_werden_nicht_gelesen) {
   EXPECT_EQ(lade(u"a"_s, bombe)->bild().size(), QSize(64, 64));
 }
 
-TEST_F(Jpeg, ein_halbes_progressives_zeigt_was_es_haelt) {
+TEST_F(Jpeg, HalfAProgressiveOneShowsWhatItHolds) {
   const QByteArray inhalt = vorlagen::jpeg(bild, {.progressiv = true});
   const Bitmap b = lade(u"a"_s, inhalt.first(inhalt.size() / 2));
   EXPECT_GT(vorlagen::psnr(b->bild(), bild), 20);
   EXPECT_EQ(b->bild({40, 30}), lade(u"b"_s, inhalt)->bild({40, 30})) << "the first scans were whole";
 }
 
-TEST_F(Jpeg, ein_Bild_von_108_Megapixeln_wird_klein_gemalt) {
+TEST_F(Jpeg, APictureOf108MegapixelsIsPaintedSmall) {
   for (const bool progressiv : {false, true}) {
     const Bitmap b = lade(u"a"_s, vorlagen::jpeg_einfarbig({12000, 9000}, qRgb(40, 160, 220), progressiv));
     EXPECT_EQ(b->groesse(), QSize(12000, 9000));
@@ -106,7 +106,7 @@ TEST_F(Jpeg, ein_Bild_von_108_Megapixeln_wird_klein_gemalt) {
   }
 }
 
-TEST_F(Jpeg, arithmetische_Kodierung_wird_gelesen) {
+TEST_F(Jpeg, ArithmeticCodingIsRead) {
   for (const bool progressiv : {false, true}) {
     const QByteArray inhalt = vorlagen::jpeg(bild, {.progressiv = progressiv, .arithmetisch = true});
     const Bitmap b = lade(u"a"_s, inhalt);
@@ -115,7 +115,7 @@ TEST_F(Jpeg, arithmetische_Kodierung_wird_gelesen) {
   }
 }
 
-TEST_F(Jpeg, Abtastungen_die_TurboJPEG_ablehnt_werden_gelesen) {
+TEST_F(Jpeg, SamplingsThatTurboJpegRefusesAreRead) {
   for (const auto& [w, s] : {std::pair{1, 4}, std::pair{3, 1}, std::pair{4, 2}, std::pair{4, 1}, std::pair{1, 2}}) {
     const QByteArray inhalt = vorlagen::jpeg(bild, {.waagrecht = w, .senkrecht = s});
     const Bitmap b = lade(u"a"_s, inhalt);
@@ -126,23 +126,23 @@ TEST_F(Jpeg, Abtastungen_die_TurboJPEG_ablehnt_werden_gelesen) {
   }
 }
 
-TEST_F(Jpeg, CMYK_mit_Adobe_Marke_ist_umgekehrt_gespeichert) {
+TEST_F(Jpeg, CmykWithAnAdobeMarkerIsStoredInverted) {
   // Stored inverted: 255 is no ink. Full cyan (0 stored), no magenta, half yellow, no black.
-  const QImage b = lade(u"a"_s, vorlagen::jpeg_cmyk({16, 16}, 0x00ff80ff, true))->bild();
+  const QImage b = lade(u"a"_s, vorlagen::jpeg_Cmyk({16, 16}, 0x00ff80ff, true))->bild();
   EXPECT_NEAR(qRed(b.pixel(8, 8)), 0, 2);
   EXPECT_NEAR(qGreen(b.pixel(8, 8)), 255, 2);
   EXPECT_NEAR(qBlue(b.pixel(8, 8)), 128, 2);
 }
 
-TEST_F(Jpeg, CMYK_ohne_Adobe_Marke_ist_gespeichert_wie_gedruckt) {
+TEST_F(Jpeg, CmykWithoutAnAdobeMarkerIsStoredAsPrinted) {
   // 255 is full ink: full cyan, no magenta, half yellow, half black.
-  const QImage b = lade(u"a"_s, vorlagen::jpeg_cmyk({16, 16}, 0xff008080, false))->bild({4, 4});
+  const QImage b = lade(u"a"_s, vorlagen::jpeg_Cmyk({16, 16}, 0xff008080, false))->bild({4, 4});
   EXPECT_NEAR(qRed(b.pixel(2, 2)), 0, 2);
   EXPECT_NEAR(qGreen(b.pixel(2, 2)), 127, 2);
   EXPECT_NEAR(qBlue(b.pixel(2, 2)), 64, 2);
 }
 
-TEST_F(Jpeg, ein_gedrehtes_Foto_wird_nicht_aufgerichtet) {
+TEST_F(Jpeg, ATurnedPhotoIsNotSetUpright) {
   // Exif with nothing but an orientation of 6 (quarter turn).
   const QByteArray tiff("II*\0\x08\0\0\0\1\0\x12\1\3\0\1\0\0\0\6\0\0\0\0\0\0\0", 26);
   const QByteArray exif = QByteArray("\xff\xe1\0\x22", 4) + QByteArray("Exif\0\0", 6) + tiff;
@@ -152,7 +152,7 @@ TEST_F(Jpeg, ein_gedrehtes_Foto_wird_nicht_aufgerichtet) {
   EXPECT_EQ(b->bild(), vorlagen::libjpeg_Massstab(inhalt, 8));
 }
 
-TEST_F(Jpeg, ein_abgeschnittenes_zeigt_bei_jedem_Massstab_seinen_Anfang) {
+TEST_F(Jpeg, ATruncatedOneShowsItsBeginningAtEveryScale) {
   const QByteArray inhalt = vorlagen::jpeg(bild);
   const Bitmap b = lade(u"a"_s, inhalt.first(inhalt.size() / 2));
   for (int num = 1; num <= 8; ++num) {
@@ -162,7 +162,7 @@ TEST_F(Jpeg, ein_abgeschnittenes_zeigt_bei_jedem_Massstab_seinen_Anfang) {
   }
 }
 
-TEST_F(Jpeg, ein_Fehler_mitten_im_Bild_laesst_stehen_was_dekodiert_war) {
+TEST_F(Jpeg, AFailureInTheMiddleOfThePictureLeavesWhatWasDecoded) {
   // A second frame header behind half of the progressive scans ends libjpeg's work.
   const QByteArray inhalt = vorlagen::jpeg(bild, {.progressiv = true});
   const qsizetype sof = inhalt.indexOf("\xff\xc2");
