@@ -1,6 +1,5 @@
 #include "host/fenster/Anmeldefenster.h"
 
-#include <QDialog>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,33 +12,32 @@ namespace {
 
 constexpr int Breite = 420;
 
-void zeile(QFormLayout& felder, const QString& name, const QString& titel, const QString& wert) {
-  if (wert.isEmpty()) return;
+QLabel* zeile(QFormLayout& felder, const QString& name, const QString& titel, const QString& wert) {
+  if (wert.isEmpty()) return nullptr;
   auto* feld = new QLabel(wert);
   feld->setObjectName(name);
   feld->setTextFormat(Qt::PlainText);
   feld->setTextInteractionFlags(Qt::TextSelectableByMouse);
   felder.addRow(titel, feld);
+  return feld;
 }
 
 }  // namespace
 
-std::optional<QString> frage_Kennwort(const anmeldung::Worte& worte, const QString& hinweis, QWidget* ueber) {
-  QDialog fenster(ueber);
-  fenster.setObjectName(u"Anmeldefenster"_s);
-  fenster.setWindowTitle(u"Anmeldung"_s);
-  auto* txt_Kennwort = new QLineEdit(&fenster);
+Anmeldefenster::Anmeldefenster(const anmeldung::Worte& worte, const QString& hinweis, QWidget* ueber)
+    : QDialog(ueber), txt_Kennwort(new QLineEdit(this)), cmd_Anmelden(new QPushButton(u"An&melden"_s, this)) {
+  setObjectName(u"Anmeldefenster"_s);
+  setWindowTitle(u"Anmeldung"_s);
   txt_Kennwort->setObjectName(u"txt_Kennwort"_s);
   txt_Kennwort->setEchoMode(QLineEdit::Password);
   txt_Kennwort->setContextMenuPolicy(Qt::NoContextMenu);
-  auto* cmd_Anmelden = new QPushButton(u"An&melden"_s, &fenster);
   cmd_Anmelden->setObjectName(u"cmd_Anmelden"_s);
   cmd_Anmelden->setDefault(true);
-  auto* abbrechen = new QPushButton(u"&Abbrechen"_s, &fenster);
+  auto* abbrechen = new QPushButton(u"&Abbrechen"_s, this);
   abbrechen->setObjectName(u"cmd_Abbrechen"_s);
   abbrechen->setAutoDefault(false);
 
-  auto* lage = new QVBoxLayout(&fenster);
+  auto* lage = new QVBoxLayout(this);
   auto* lbl_Hinweis = new QLabel(hinweis.isEmpty() ? u"Die Datenbank verlangt ein Kennwort."_s : hinweis);
   lbl_Hinweis->setObjectName(u"lbl_Hinweis"_s);
   lbl_Hinweis->setTextFormat(Qt::PlainText);
@@ -57,10 +55,9 @@ std::optional<QString> frage_Kennwort(const anmeldung::Worte& worte, const QStri
   fuss->addWidget(cmd_Anmelden);
   fuss->addWidget(abbrechen);
   lage->addLayout(fuss);
-  fenster.setMinimumWidth(Breite);
+  setMinimumWidth(Breite);
 
-  QObject::connect(cmd_Anmelden, &QPushButton::clicked, &fenster, &QDialog::accept);
-  QObject::connect(abbrechen, &QPushButton::clicked, &fenster, &QDialog::reject);
+  connect(cmd_Anmelden, &QPushButton::clicked, this, &QDialog::accept);
+  connect(abbrechen, &QPushButton::clicked, this, &QDialog::reject);
   txt_Kennwort->setFocus();
-  return fenster.exec() == QDialog::Accepted ? std::optional(txt_Kennwort->text()) : std::nullopt;
 }

@@ -1,12 +1,24 @@
 #pragma once
 
+#include <QDialog>
+#include <QLineEdit>
 #include <QString>
-#include <optional>
 
 #include "host/betrieb/Anmeldung.h"
 
-class QWidget;
+class QLabel;
+class QLineEdit;
+class QPushButton;
 
-/// Asks for the password of a connection; none when the user gives up. `hinweis`: why it is asked once more, or empty.
-/// Until then the password lives in the window's field and nowhere else.
-std::optional<QString> frage_Kennwort(const anmeldung::Worte& worte, const QString& hinweis, QWidget* ueber);
+/// Asks for the password of a connection. The password lives in the field and nowhere else; it goes with the window.
+class Anmeldefenster final : public QDialog {
+ public:
+  /// `hinweis`: why it is asked once more, or empty.
+  Anmeldefenster(const anmeldung::Worte& worte, const QString& hinweis, QWidget* ueber);
+
+  QString kennwort() const { return txt_Kennwort->text(); }
+
+ private:
+  QLineEdit* txt_Kennwort;
+  QPushButton* cmd_Anmelden;
+};

@@ -199,14 +199,14 @@ void Hauptfenster::oeffne_Datenbank() {
   for (QString hinweis;;) {
     if (platz_.braucht_Kennwort()) {
       const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
-      const QScopedValueRollback offen(dialog_offen_, true);
-      const auto kennwort = frage_Kennwort(anmeldung::worte(platz_.optionen().verbindung),
+      Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung),
           abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s
                     : hinweis,
           this);
-      if (!kennwort)
+      const QScopedValueRollback offen(dialog_offen_, true);
+      if (fenster.exec() != QDialog::Accepted)
         throw Abbruch(Ausgang::Datenbank, hinweis.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : hinweis);
-      platz_.kennwort(*kennwort);
+      platz_.kennwort(fenster.kennwort());
     }
     try {
       const auto sanduhr = zeige_Sanduhr();

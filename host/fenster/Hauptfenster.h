@@ -9,7 +9,6 @@
 #include "host/fenster/Hochkommawache.h"
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Wirtskomponenten.h"
-#include "platform/host/Oberflaeche.h"
 
 class QAction;
 class QLabel;
@@ -42,11 +41,6 @@ class Hauptfenster final : public QMainWindow {
   /// Shows what a clearing of the picture tree would delete, asks, and deletes that. Refuses where the root or the
   /// database can't be reached.
   void raeume_auf();
-
-  /// A message box with the program's title.
-  static void zeige_Meldung(const QString& text, oberflaeche::Symbol symbol = oberflaeche::Symbol::Kritisch) {
-    oberflaeche::MsgBox(text, oberflaeche::Knoepfe::OK, symbol, QStringLiteral("Bildzuordnung"));
-  }
 
   Vorgangsliste* liste() const noexcept { return liste_; }
   Vorgangsansicht* ansicht() const noexcept { return ansicht_; }

@@ -15,6 +15,7 @@ using namespace oberflaeche;
 
 namespace {
 
+const QString Titel = u"Bildzuordnung"_s;
 const QString Nichts = u"\r\n\r\nNichts ist gelöscht."_s;
 
 /// Shows what would go, asks, and clears after a yes; gives what is to be told in the end.
@@ -23,7 +24,7 @@ QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
   if (liste.Posten.empty()) {
     const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
     const QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(liste);
-    Hauptfenster::zeige_Meldung(saetze.join(u"\r\n\r\n"_s), Symbol::Information);
+    MsgBox(saetze.join(u"\r\n\r\n"_s), Knoepfe::OK, Symbol::Information, Titel);
     return nichts_zu_tun;
   }
   if (!darf_aufraeumen(aufraeumen, liste, ueber)) return u"Nichts ist gelöscht."_s;
@@ -40,9 +41,11 @@ void Hauptfenster::zeige_Exif() {
   if (!bild) return melde(u"Exif: Wählen Sie zuerst ein Bild des Vorgangs aus."_s);
   const QString pfad = platz_.wurzel() + u'\\' + bild->ordner + u'\\' + bild->datei;
   // The reader would make a missing file.
-  if (!FileSystemObject().FileExists(pfad))
-    return zeige_Meldung(
-        u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei), Symbol::Ausrufezeichen);
+  if (!FileSystemObject().FileExists(pfad)) {
+    MsgBox(u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei), Knoepfe::OK,
+        Symbol::Ausrufezeichen, Titel);
+    return;
+  }
   const QScopedValueRollback offen(dialog_offen_, true);
   clsDialoge().Fkt_Aufruf_Dialog_BildInfo(pfad, {}, true);
 }
@@ -68,7 +71,10 @@ void Hauptfenster::suche_Bilder() {
 
 void Hauptfenster::raeume_auf() {
   if (dialog_offen_) return;
-  if (const auto grund = platz_.wurzel_fehlt()) return zeige_Meldung(*grund + Nichts, Symbol::Ausrufezeichen);
+  if (const auto grund = platz_.wurzel_fehlt()) {
+    MsgBox(*grund + Nichts, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
+    return;
+  }
   const QScopedValueRollback offen(dialog_offen_, true);
   try {
     clsBildZuordnungen store;
@@ -79,9 +85,9 @@ void Hauptfenster::raeume_auf() {
   } catch (const Abbruch& abbruch) {
     // What changed meanwhile is told with these words already.
     const bool gesagt = abbruch.ausgang() == Ausgang::Teilweise;
-    zeige_Meldung(abbruch.text() + (gesagt ? QString() : Nichts));
+    MsgBox(abbruch.text() + (gesagt ? QString() : Nichts), Knoepfe::OK, Symbol::Kritisch, Titel);
   } catch (const Laufzeitfehler& fehler) {
-    zeige_Meldung(fehler.Beschreibung() + Nichts);
+    MsgBox(fehler.Beschreibung() + Nichts, Knoepfe::OK, Symbol::Kritisch, Titel);
   }
   zeige_gewaehlten();
 }

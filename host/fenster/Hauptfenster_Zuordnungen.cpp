@@ -14,6 +14,8 @@ using namespace oberflaeche;
 
 namespace {
 
+const QString Titel = u"Bildzuordnung"_s;
+
 /// Moves the collection's cursor to a picture; false when the record does not have it any more.
 bool waehle_Bild(clsBildZuordnungen& store, const Vorschaubild& bild) {
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
@@ -41,7 +43,7 @@ bool Hauptfenster::erlaubt_Bearbeiten(const Vorgang& vorgang) {
     hochkomma::pruefe_Zeilen(*sammlung);
     return true;
   } catch (const Abbruch& abbruch) {
-    zeige_Meldung(abbruch.text());
+    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
     melde(abbruch.text());
     return false;
   }
@@ -73,7 +75,7 @@ void Hauptfenster::zeige_AlleZuordnungen() {
       if (!grund.isEmpty()) ergebnis = u"Die Zuordnung von „%1“ ist NICHT entfernt: %2"_s.arg(bild.datei, grund);
     }
   } catch (const Abbruch& abbruch) {
-    zeige_Meldung(abbruch.text());
+    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
     ergebnis = abbruch.text();
   }
   aktualisiere_Anzahlen();
@@ -84,8 +86,10 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   const Vorgang* gewaehlt = liste_->gewaehlt();
   if (!gewaehlt || dialog_offen_) return;
   const Vorgang vorgang = *gewaehlt;
-  if (const auto grund = platz_.wurzel_fehlt())
-    return zeige_Meldung(*grund + u"\r\n\r\nOhne sie ist nichts zuzuordnen."_s, Symbol::Ausrufezeichen);
+  if (const auto grund = platz_.wurzel_fehlt()) {
+    MsgBox(*grund + u"\r\n\r\nOhne sie ist nichts zuzuordnen."_s, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
+    return;
+  }
   const QScopedValueRollback offen(dialog_offen_, true);
   try {
     const auto sammlung = lies_zum_Bearbeiten(platz_, vorgang);
@@ -93,7 +97,7 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
         vorgang::bildordner(vorgang), vorgang.satz.key1, vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4,
         vorgang.satz.typ1, vorgang.satz.typ2, sammlung->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));
   } catch (const Abbruch& abbruch) {
-    zeige_Meldung(abbruch.text());
+    MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
   }
   aktualisiere_Anzahlen();
 }

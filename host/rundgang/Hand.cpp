@@ -90,10 +90,10 @@ void Hand::sende_Taste(int taste, Qt::KeyboardModifiers dazu, const QString& tex
 
 void Hand::taste(Qt::Key taste, Qt::KeyboardModifiers dazu) {
   // The letters that a keyboard sends with these keys.
-  const QString text = taste == Qt::Key_Return                    ? u"\r"_s
-      : taste == Qt::Key_Escape                                   ? u"\x1b"_s
-      : taste == Qt::Key_Space && !dazu.testFlag(Qt::AltModifier) ? u" "_s
-                                                                  : QString();
+  QString text;
+  if (taste == Qt::Key_Return) text = u"\r"_s;
+  if (taste == Qt::Key_Escape) text = u"\x1b"_s;
+  if (taste == Qt::Key_Space && !dazu.testFlag(Qt::AltModifier)) text = u" "_s;
   sende_Taste(taste, dazu, text);
 }
 

@@ -85,7 +85,7 @@ class Leser {
     });
   }
 
-  static QString Verbunden(QStringList teile, const QString& trenner) {
+  static QString verbunden(QStringList teile, const QString& trenner) {
     teile.removeAll(QString());
     return teile.join(trenner);
   }
