@@ -8,8 +8,6 @@
 #include "store/Felder.h"
 #include "store/clsBildZuordnungen_Meldung.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 clsBildZuordnungen::clsBildZuordnungen() : AktBildObj(std::make_shared<clsBilderSpeicher>()) {}
 
 clsBildZuordnungen::~clsBildZuordnungen() {

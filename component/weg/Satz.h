@@ -4,7 +4,6 @@
 #include <QStringList>
 #include <array>
 #include <cstdint>
-#include <vector>
 
 #include "component/Zuordnungsweg.h"
 #include "store/clsBilderSpeicher.h"

@@ -12,14 +12,6 @@ using text::UCase;
 
 // ── One row ─────────────────────────────────────────────────────────────────────────────────────────────────────────
 
-bool Arbeitszeile::ist_leer() const {
-  return Trim(VollerPfad).isEmpty();
-}
-
-QString Arbeitszeile::Dateiname() const {
-  return Bilddatei{Trim(Bildname), Trim(BildExt)}.datei();
-}
-
 void Arbeitszeile::lies(const clsBilderSpeicher& satz, const QString& root) {
   Gespeichert = true;
   VollerPfad = Bilddatei::von(satz, root).pfad();
@@ -97,16 +89,8 @@ void Arbeitszeile::lehne_Namen_ab(const QString& grund) {
 
 // ── Rows ────────────────────────────────────────────────────────────────────────────────────────────────────────────
 
-void Arbeitstabelle::leere() {
-  zeilen_.assign(1, {});
-}
-
 bool Arbeitstabelle::KeineBilder() const {
   return zeilen_.empty() || (zeilen_.size() == 1 && zeilen_.front().VollerPfad.isEmpty());
-}
-
-bool Arbeitstabelle::gibt_es(std::int32_t nummer) const {
-  return nummer >= 0 && nummer <= LetzteZeile();
 }
 
 Arbeitszeile& Arbeitstabelle::Zeile(std::int32_t nummer) {

@@ -1,14 +1,14 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include "platform/basic/Text.h"
+#include "store/Bilddatei.h"
 #include "store/Dialogspur.h"
 
 /// One picture of the assignment dialog, as the user edits it. A row without a path is the placeholder of an empty
@@ -51,9 +51,9 @@ struct Arbeitszeile {
 
   bool operator==(const Arbeitszeile&) const = default;
 
-  bool ist_leer() const;
+  bool ist_leer() const { return text::Trim(VollerPfad).isEmpty(); }
   /// Name and extension, without the blanks around them.
-  QString Dateiname() const;
+  QString Dateiname() const { return Bilddatei{text::Trim(Bildname), text::Trim(BildExt)}.datei(); }
 
   /// Fills a blank row from its record.
   void lies(const clsBilderSpeicher& satz, const QString& root);
@@ -86,7 +86,7 @@ class Arbeitstabelle {
   using Ungespeicherte = std::vector<std::pair<std::int32_t, Arbeitszeile>>;
 
   /// Leaves only the placeholder.
-  void leere();
+  void leere() { zeilen_.assign(1, {}); }
   /// -1 for a table without a row.
   std::int32_t LetzteZeile() const { return static_cast<std::int32_t>(zeilen_.size()) - 1; }
   /// No row, or only the placeholder.
@@ -132,7 +132,7 @@ class Arbeitstabelle {
   void stelle_zurueck(const Ungespeicherte& zeilen);
 
  private:
-  bool gibt_es(std::int32_t nummer) const;
+  bool gibt_es(std::int32_t nummer) const { return nummer >= 0 && nummer <= LetzteZeile(); }
   void verlange(std::int32_t nummer) const;
 
   std::vector<Arbeitszeile> zeilen_;

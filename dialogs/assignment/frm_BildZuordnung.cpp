@@ -2,7 +2,6 @@
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
-#include "platform/basic/Twips.h"
 #include "platform/host/Oberflaeche.h"
 #include "store/mod_BilderSuchen.h"
 
@@ -27,26 +26,10 @@ clsBildZuordnungen& frm_BildZuordnung::Sammlung() const {
   return *pBildObj;
 }
 
-void frm_BildZuordnung::Init_ThumbNailArray() {
-  Tabelle().leere();
-}
-
-std::int32_t frm_BildZuordnung::LetzteZeile() const {
-  return BildTabelle ? BildTabelle->LetzteZeile() : -1;
-}
-
-bool frm_BildZuordnung::KeineBilder() const {
-  return !BildTabelle || BildTabelle->KeineBilder();
-}
-
 // Events still come after the form was unloaded.
 Arbeitszeile& frm_BildZuordnung::Zeile(std::int32_t nummer) const {
   static Arbeitstabelle keine;
   return (BildTabelle ? *BildTabelle : keine).Zeile(nummer);
-}
-
-QString frm_BildZuordnung::ordner_von(const Arbeitszeile& zeile) const {
-  return pRootpath + u'\\' + zeile.Pfad;
 }
 
 // ── Life ────────────────────────────────────────────────────────────────────────────────────────────────────────────
@@ -156,10 +139,6 @@ void frm_BildZuordnung::SetzeDatenGeaendert(bool pWert) {
   SSC_ZuordnungSpeichern.Enabled(pWert);
 }
 
-void frm_BildZuordnung::SetzeZeileGeaendert(bool pWert) {
-  Zeile(AktZeile).ZeileGeaendert = pWert;
-}
-
 void frm_BildZuordnung::verbinde_Schalter(CheckBox& schalter, bool Arbeitszeile::*feld) {
   schalter.Click = [this, &schalter, feld] {
     const bool wert = schalter.Value() != 0;
@@ -218,10 +197,6 @@ bool frm_BildZuordnung::melde_Doppelte() {
     txt_BildName.setFocus();
   }
   return true;
-}
-
-QString frm_BildZuordnung::Standardordner() const {
-  return pRootpath + u'\\' + pStandardBildPfad;
 }
 
 // ── Name editing and reading again ──────────────────────────────────────────────────────────────────────────────────

@@ -59,12 +59,12 @@ class frm_BildZuordnung : public Form, public Auftrag {
   /// Fills BildTabelle from pBildObj. A failure is reported; the rows read until then stay.
   void Lade_Zuordnung();
   void AnzeigeSteuern();
-  void Init_ThumbNailArray();
+  void Init_ThumbNailArray() { Tabelle().leere(); }
   void EingabenFreigeben(bool pWert);
   /// Does nothing while a row is being copied into the controls.
   void SetzeDatenGeaendert(bool pWert);
   /// Marks the selected row; also while it is merely shown. Meant so: rows that were looked at are written back.
-  void SetzeZeileGeaendert(bool pWert);
+  void SetzeZeileGeaendert(bool pWert) { Zeile(AktZeile).ZeileGeaendert = pWert; }
   /// What becomes of unsaved changes before something else goes on. `pWeiter` is False only after "Abbrechen".
   void Pruefe_Speichern(bool pOhneFrage, bool& pWeiter);
   void Pruefe_Exif(const QString& pDatei, QString& pKennung, bool& pVorhanden) const;
@@ -103,7 +103,7 @@ class frm_BildZuordnung : public Form, public Auftrag {
   /// until then stay done.
   void Zuordnung_Speichern();
   /// First row whose name collides and that is not to be removed, or -1.
-  void Suche_NameDoppelt(std::int32_t& pZeile);
+  void Suche_NameDoppelt(std::int32_t& pZeile) { pZeile = Tabelle().erste_Doppelte(); }
   void Pruefe_NameGeaendert(bool& pErgebnis);
   void Pruefe_NameGeaendertAlle(bool& pErgebnis);
   /// Takes back the rename of a row, or for -1 of the first renamed one, and of that one only.
@@ -117,9 +117,9 @@ class frm_BildZuordnung : public Form, public Auftrag {
   Arbeitszeile& Zeile(std::int32_t nummer) const;
   /// The same, once its picture was asked for Exif data.
   const Arbeitszeile& mit_Exif(std::int32_t nummer) const;
-  std::int32_t LetzteZeile() const;
+  std::int32_t LetzteZeile() const { return BildTabelle ? BildTabelle->LetzteZeile() : -1; }
   /// The table has no row, or only the blank placeholder.
-  bool KeineBilder() const;
+  bool KeineBilder() const { return !BildTabelle || BildTabelle->KeineBilder(); }
 
   // ── Controls; a container stands before what it holds ─────────────────────────────────────────────────────────────
   SSSplitter SSS_BildZuordnung{this, QStringLiteral("SSS_BildZuordnung")};
@@ -192,7 +192,7 @@ class frm_BildZuordnung : public Form, public Auftrag {
   Arbeitstabelle& Tabelle();
   /// The collection; without one it raises 91.
   clsBildZuordnungen& Sammlung() const;
-  QString ordner_von(const Arbeitszeile& zeile) const;
+  QString ordner_von(const Arbeitszeile& zeile) const { return pRootpath + u'\\' + zeile.Pfad; }
   void lade_Zeilen(const std::vector<Bildspur>& vorige);
   void lade_Text(Arbeitszeile& zeile);
   void lade_Anwesenheit(Arbeitszeile& zeile);
@@ -248,7 +248,7 @@ class frm_BildZuordnung : public Form, public Auftrag {
   void bestaetige_Vormerkungen();
   void verlasse();
   void hinterlasse_Spur();
-  QString Standardordner() const;
+  QString Standardordner() const { return pRootpath + u'\\' + pStandardBildPfad; }
   void ordne_Splitter(std::int32_t pane);
   void ordne_Kopf();
   void ordne_Felder();

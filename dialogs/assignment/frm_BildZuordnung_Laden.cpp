@@ -13,8 +13,6 @@
 #include "store/Sammlungszugriff.h"
 #include "store/mod_BilderSuchen.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 /// The table that a dialog left with what it had not saved.

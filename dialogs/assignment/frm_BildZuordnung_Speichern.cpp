@@ -28,10 +28,6 @@ void frm_BildZuordnung::speichere_und_schliesse() {
   Hide();
 }
 
-void frm_BildZuordnung::Suche_NameDoppelt(std::int32_t& pZeile) {
-  pZeile = Tabelle().erste_Doppelte();
-}
-
 void frm_BildZuordnung::Pruefe_NameGeaendert(bool& pErgebnis) {
   pErgebnis = std::any_of(Tabelle().begin(), Tabelle().end(), [](const Arbeitszeile& z) { return z.ist_umbenannt(); });
 }

@@ -4,8 +4,6 @@
 
 #include "store/Bilddatei.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace uebersicht {
 
 Gitterspalte entworfen(const QString& caption, double breite) {

@@ -1,6 +1,5 @@
 // The list of a folder's files: reading it, and what is done with the chosen ones.
 #include <QGuiApplication>
-#include <QScopeGuard>
 #include <algorithm>
 
 #include "dialogs/search/Vorschaubild.h"
@@ -9,9 +8,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/Dateien.h"
-#include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
-#include "platform/shell/Programmstart.h"
 #include "store/Bilddatei.h"
 #include "store/mod_BilderSuchen.h"
 

@@ -5,7 +5,6 @@
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Namen.h"
-#include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QApplication>
-#include <QImage>
 #include <QString>
 #include <QStringList>
 #include <memory>

@@ -1,6 +1,5 @@
 // What the tour does in the assignment dialog until it is left.
 #include <QCheckBox>
-#include <QWidget>
 
 #include "host/rundgang/Rundgang.h"
 

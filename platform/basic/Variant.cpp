@@ -1,7 +1,5 @@
 #include "platform/basic/Variant.h"
 
-#include <cmath>
-
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
 

@@ -5,7 +5,6 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <QList>
 #include <cerrno>
 #include <climits>
 #include <cstdio>

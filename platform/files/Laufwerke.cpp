@@ -1,7 +1,6 @@
 #include "platform/files/Laufwerke.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QMap>
 #include <algorithm>

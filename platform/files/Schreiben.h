@@ -4,7 +4,6 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <functional>
 
 /// Writing a file so that its name never stands for half of it, for the files of this folder only.
 namespace schreiben {

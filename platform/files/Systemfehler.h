@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <utility>
 
 /// What the files of this folder share: the system's error numbers as failures, and descriptors that close themselves.

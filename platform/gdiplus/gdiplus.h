@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/basic/kvo_export.h"
 #include "platform/gdiplus/Bild.h"
 #include "platform/gdiplus/Bildersitzung.h"
 #include "platform/gdiplus/Kodierer.h"

@@ -2,7 +2,6 @@
 
 #include <QSize>
 #include <QStringList>
-#include <cstdint>
 #include <span>
 
 /// The records and pictures of the sample firm.

@@ -1,7 +1,6 @@
 #include "platform/adodb/sqlite/SqliteDialekt.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 #include "platform/adodb/SqlZerleger.h"

@@ -132,12 +132,13 @@ void DirListBox::oeffne(const QModelIndex& stelle) {
   if (!stelle.isValid()) return;
   const qsizetype zeile = stelle.row();
   const qsizetype offene = modell_->ebenen.size();
-  const QString ziel = zeile < offene ? verbunden(modell_->ebenen, zeile + 1)
-                                      : FileSystemObject().BuildPath(pfad_, modell_->ordner[zeile - offene]);
+  const bool hinauf = zeile < offene;
   Ereigniswache::melde(*this, [&] {
     // A folder that has gone or can't be read leaves the list as it is.
-    fehler::Weiter weiter;
-    weiter([&] { Path(ziel); });
+    fehler::still_enden([&] {
+      Path(hinauf ? verbunden(modell_->ebenen, zeile + 1)
+                  : FileSystemObject().BuildPath(pfad_, modell_->ordner[zeile - offene]));
+    });
   });
 }
 

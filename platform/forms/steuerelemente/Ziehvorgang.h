@@ -3,8 +3,6 @@
 #include <QObject>
 #include <functional>
 
-#include "platform/basic/kvo_export.h"
-
 class QMouseEvent;
 class QWidget;
 class QWindow;

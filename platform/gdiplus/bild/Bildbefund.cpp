@@ -1,7 +1,5 @@
 #include "platform/gdiplus/bild/Bildbefund.h"
 
-#include <algorithm>
-#include <optional>
 #include <span>
 
 #include "platform/basic/Nachschlagen.h"

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QSize>
-#include <vector>
 
 #include "platform/gdiplus/Drehung.h"
 #include "platform/gdiplus/jpeg/Jpegkoeffizienten.h"

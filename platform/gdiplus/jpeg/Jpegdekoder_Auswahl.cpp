@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <optional>
 
 #include "platform/basic/Bytesicht.h"
 #include "platform/gdiplus/jpeg/Jpegdekoder.h"

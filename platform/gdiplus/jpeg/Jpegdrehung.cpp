@@ -1,7 +1,6 @@
 #include "platform/gdiplus/jpeg/Jpegdrehung.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "platform/gdiplus/Status.h"

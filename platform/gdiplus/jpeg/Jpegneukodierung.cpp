@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "platform/basic/Laufzeitfehler.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QSize>
-
 #include "platform/gdiplus/jpeg/Blockdrehung.h"
 #include "platform/gdiplus/jpeg/Jpegkoeffizienten.h"
 
