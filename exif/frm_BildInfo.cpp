@@ -63,10 +63,6 @@ frm_BildInfo::frm_BildInfo() : Form(u"frm_BildInfo"_s) {
   setFixedSize(size());
 }
 
-void frm_BildInfo::Form_Load() {
-  Sft_Eigenschaften.BorderStyle(0);
-}
-
 XArrayDBObject& frm_BildInfo::Tabelle() {
   if (!Tabelle_) Tabelle_ = std::make_shared<XArrayDBObject>();
   return *Tabelle_;
@@ -140,8 +136,4 @@ void frm_BildInfo::Form_Resize() {
   weiter([&] { Sft_Eigenschaften.Height(ScaleHeight() - (cmd_OK.Top() + cmd_OK.Height() + Oben_Liste)); });
   weiter([&] { cmd_OK.Top(ScaleHeight() - (cmd_OK.Height() + Rand)); });
   weiter([&] { cmd_OK.Left(ScaleWidth() / 2 - cmd_OK.Width() / 2); });
-}
-
-void frm_BildInfo::Form_Unload() {
-  Tabelle_.reset();
 }

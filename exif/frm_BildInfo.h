@@ -33,9 +33,9 @@ class frm_BildInfo : public Form {
   SSCommand cmd_OK{this, QStringLiteral("cmd_OK")};
 
  protected:
-  void Form_Load() override;
+  void Form_Load() override { Sft_Eigenschaften.BorderStyle(0); }
   void Form_Resize() override;
-  void Form_Unload() override;
+  void Form_Unload() override { Tabelle_.reset(); }
 
  private:
   void richte_Spalten_ein();

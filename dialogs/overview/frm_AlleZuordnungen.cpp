@@ -52,10 +52,6 @@ void frm_AlleZuordnungen::entwirf() {
   knopf(cmd_Abbrechen, u"&Zurück"_s, 1500, u"Fenster schließen"_s);
 }
 
-void frm_AlleZuordnungen::Form_Load() {
-  cmd_Loeschen.Enabled(false);
-}
-
 void frm_AlleZuordnungen::Form_Resize() {
   fehler::Weiter weiter;
   const double breite = ScaleWidth();

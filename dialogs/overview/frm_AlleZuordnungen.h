@@ -49,7 +49,7 @@ class frm_AlleZuordnungen : public Form, public Uebersichtsauftrag {
       [this](int i) { return std::make_unique<SSPanel>(this, QStringLiteral("SSP_Info(%1)").arg(i)); }};
 
  protected:
-  void Form_Load() override;
+  void Form_Load() override { cmd_Loeschen.Enabled(false); }
   void Form_Resize() override;
   void Form_Unload() override;
 

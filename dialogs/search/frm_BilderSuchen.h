@@ -80,7 +80,7 @@ class frm_BilderSuchen : public Form {
   void Form_Resize() override;
   void Form_Activate() override;
   void Form_QueryUnload(bool& Cancel) override;
-  void Form_Unload() override;
+  void Form_Unload() override { pFindArray.reset(); }
 
  private:
   void entwirf();

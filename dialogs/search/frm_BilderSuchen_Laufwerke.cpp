@@ -188,10 +188,6 @@ void frm_BilderSuchen::raeume_auf() {
   pFindArray.reset();
 }
 
-void frm_BilderSuchen::Form_Unload() {
-  pFindArray.reset();
-}
-
 // A read that is running has nobody left to read for. A window that is only iconified will be looked at again.
 void frm_BilderSuchen::hideEvent(QHideEvent* ereignis) {
   if (!ereignis->spontaneous()) ++m_Lesung;
