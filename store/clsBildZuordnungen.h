@@ -138,7 +138,7 @@ class KVO_EXPORT clsBildZuordnungen {
 
   // ── Writing ───────────────────────────────────────────────────────────────────────────────────────────────────────
   /// Writes the changed rows in order, then deletes the marked ones from the last to the first. Single statements may
-  /// fail: they are told, the flags of their rows stand on, and the result is True all the same. Cursor on row 0.
+  /// fail: they are told, the flags of their rows stay set, and the result is True all the same. Cursor on row 0.
   bool FKT_SpeichernBilder();
   /// Deletes all rows that match, independent of the collection. Without any condition nothing is sent and the result
   /// is True. Values stand in the text as they are, here and in every other statement: one like A' or '1'='1 widens the
