@@ -7,7 +7,8 @@
 namespace farben {
 
 inline QColor qt(Farbe farbe) {
-  return QColor::fromRgb(farbe & 0xFF, farbe >> 8 & 0xFF, farbe >> 16 & 0xFF);
+  const auto anteil = [farbe](unsigned ab) { return static_cast<int>(farbe >> ab & 0xFF); };
+  return QColor::fromRgb(anteil(0), anteil(8), anteil(16));
 }
 
 inline Farbe von_Qt(const QColor& c) {
