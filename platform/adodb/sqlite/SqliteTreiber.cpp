@@ -11,6 +11,7 @@
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/adodb/sqlite/SqliteDialekt.h"
 #include "platform/adodb/sqlite/SqliteKollation.h"
+#include "platform/adodb/sqlite/SqliteSuche.h"
 #include "platform/basic/Nachschlagen.h"
 #include "platform/basic/Windows1252.h"
 #include "platform/files/Pfadkarte.h"
@@ -167,7 +168,8 @@ void SqliteTreiber::richte_ein() {
   const int geklappt[] = {sqlite3_extended_result_codes(datenbank_, 1),
       sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_MAINDBNAME, "dbo"),
       sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr),
-      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr), richte_Servertext_ein(datenbank_)};
+      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr), richte_Servertext_ein(datenbank_),
+      richte_Suche_ein(datenbank_)};
   for (const int ergebnis : geklappt)
     if (ergebnis != SQLITE_OK) wirf_Verbindung(ergebnis);
 }
