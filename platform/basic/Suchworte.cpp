@@ -1,6 +1,6 @@
 #include "platform/basic/Suchworte.h"
 
-#include <QStringIterator>
+#include <QList>
 #include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
@@ -19,8 +19,7 @@ QString anfaenge(QStringView text) {
   };
   int zeichen = 0;
   QString anfang;
-  for (QStringIterator lauf(klein); lauf.hasNext();) {
-    const char32_t eines = lauf.next();
+  for (const char32_t eines : klein.toUcs4()) {
     zeichen = QChar::isLetterOrNumber(eines) ? zeichen + 1 : 0;
     if (zeichen == 0 || zeichen > 2) continue;
     if (zeichen == 1) anfang.clear();
