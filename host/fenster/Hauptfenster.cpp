@@ -171,10 +171,11 @@ void Hauptfenster::beginne() {
 
 bool Hauptfenster::event(QEvent* ereignis) {
   const bool ergebnis = QMainWindow::event(ereignis);
-  if (wartet_aufs_Malen_ && ereignis->type() == QEvent::Paint) {
-    wartet_aufs_Malen_ = false;
-    QTimer::singleShot(0, this, [this] { lies_neu(); });
-  }
+  if (wartet_aufs_Malen_ && ereignis->type() == QEvent::Paint && !std::exchange(gemalt_, true))
+    QTimer::singleShot(0, this, [this] {
+      wartet_aufs_Malen_ = false;
+      lies_neu();
+    });
   return ergebnis;
 }
 

@@ -92,5 +92,6 @@ class Hauptfenster final : public QMainWindow {
   /// Why the server has refused the last login, in words, or empty.
   QString abgelehnt_;
   bool wartet_aufs_Malen_ = false;
+  bool gemalt_ = false;
   bool dialog_offen_ = false;
 };

@@ -112,7 +112,8 @@ class Vorgangsdienst::Arbeiter {
     antwort.ausfall = oeffne();
     if (antwort.ausfall) return;
     antwort.ausfall = versuche_Datenbank([&] {
-      antwort.herkunft = vorgangsquelle::herkunft(*verbindung_);
+      if (!herkunft_) herkunft_ = vorgangsquelle::herkunft(*verbindung_);
+      antwort.herkunft = *herkunft_;
       antwort.vorgaenge = vorgangsquelle::lies(*verbindung_, antwort.herkunft, frage_);
       antwort.vielleicht_mehr = antwort.vorgaenge.size() >= frage_.hoechstens;
     });
@@ -144,10 +145,13 @@ class Vorgangsdienst::Arbeiter {
       lage_->laufende = nullptr;
     }
     verbindung_.reset();
+    herkunft_.reset();
   }
 
   std::shared_ptr<Lage> lage_;
   std::shared_ptr<adodb::Connection> verbindung_;
+  /// Of the open connection.
+  std::optional<vorgangsquelle::Herkunft> herkunft_;
   QString verbindungszeichenfolge_;
   bool neu_oeffnen_ = false;
   vorgangsquelle::Frage frage_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/Schema.h"
@@ -138,8 +139,10 @@ class Sichtfrage {
 };
 
 bool gibt_es(adodb::Connection& verbindung, const QString& name) {
-  const auto ausfall = versuche_Datenbank([&] { verbindung.Execute(u"SELECT 1 FROM %1 WHERE 1 = 0"_s.arg(name)); });
-  return !ausfall || ausfall->grund != Datenbankgrund::Tabelle_fehlt;
+  const auto fehler = versuche([&] { verbindung.Execute(u"SELECT 1 FROM %1 WHERE 1 = 0"_s.arg(name)); });
+  if (!fehler) return true;
+  if (ausfall_von(*fehler).grund == Datenbankgrund::Tabelle_fehlt) return false;
+  throw Laufzeitfehler(*fehler);
 }
 
 }  // namespace
