@@ -146,9 +146,10 @@ TEST_F(OdbcTdsParameter, GivingUpWhenNothingRunsEndsNoLaterStatement) {
 TEST_F(OdbcTdsParameter, AStatementThatHangsHindersNoOtherConnection) {
   adodb::OdbcTreiber anderer;
   anderer.oeffne(zeichenfolge());
-  server().steuere(u"stumm */select 1"_s);
-  auto haengt = std::async(std::launch::async, [&] { return fehler([&] { treiber.fuehre_aus(u"Select 1 as a"_s); }); });
-  while (server().angekommen().isEmpty()) EXPECT_EQ(anderer.fuehre_aus(u"Select 2 as a"_s).zeilen(), 1U);
+  auto haengt =
+      std::async(std::launch::async, [&] { return fehler([&] { treiber.fuehre_aus(u"waitfor delay '1:00:00'"_s); }); });
+  while (!server().angekommen().contains(u"waitfor delay '1:00:00'"_s))
+    EXPECT_EQ(anderer.fuehre_aus(u"Select 2 as a"_s).zeilen(), 1U);
   EXPECT_EQ(anderer.fuehre_aus(u"Select 2 as a"_s).zeilen(), 1U);
   while (haengt.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready) treiber.gib_auf();
   EXPECT_EQ(haengt.get().Sqlstate(), u"HY008"_s);
