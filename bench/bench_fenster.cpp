@@ -3,44 +3,19 @@
 // follow behind that, one by one. To be run in an X server, if need be one without a screen ("xvfb-run -s -noreset"):
 // Qt's offscreen windows cost next to nothing, and the comparison would be one with reading the fonts, which the empty
 // window does not need.
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <QGuiApplication>
 #include <QTemporaryDir>
 
 #include "bench/Messung.h"
+#include "bench/Startlauf.h"
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/beispiel/Datenordner.h"
 
 using namespace Qt::Literals::StringLiterals;
-using messung::verlange;
+using messung::starte;
 
 namespace {
-
-/// Runs a program until it says that its window is painted.
-void starte(const std::vector<std::string>& aufruf) {
-  int rohr[2];
-  verlange(::pipe2(rohr, O_CLOEXEC) == 0, "pipe");
-  posix_spawn_file_actions_t dateien;
-  posix_spawn_file_actions_init(&dateien);
-  posix_spawn_file_actions_adddup2(&dateien, rohr[1], 3);
-  std::vector<char*> argumente;
-  for (const std::string& wort : aufruf) argumente.push_back(const_cast<char*>(wort.c_str()));
-  argumente.push_back(nullptr);
-  pid_t prozess = 0;
-  verlange(::posix_spawn(&prozess, argumente[0], &dateien, nullptr, argumente.data(), environ) == 0, argumente[0]);
-  posix_spawn_file_actions_destroy(&dateien);
-  ::close(rohr[1]);
-  char byte = 0;
-  verlange(::read(rohr[0], &byte, 1) == 1, "the window was not painted");
-  ::close(rohr[0]);
-  int ausgang = 0;
-  ::waitpid(prozess, &ausgang, 0);
-}
 
 /// Sample data whose record AN 24-3005 has ten pictures.
 void richte_Daten_ein(const QString& ordner) {

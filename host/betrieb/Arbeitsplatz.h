@@ -18,6 +18,8 @@ class Arbeitsplatz {
   const Wirtsoptionen& optionen() const noexcept { return optionen_; }
   /// Opening makes the sample data first, which takes its time.
   bool erster_Start() const;
+  /// Opening brings an older data folder to the state of today first, which takes its time with many records.
+  bool uebernimmt() const;
   /// Opening may wait for a server.
   bool wartet_auf_Server() const;
   /// The connection names a user, and neither the call nor the user has given the password yet, or the server has

@@ -163,9 +163,16 @@ void Hauptfenster::baue_Aktionen() {
 }
 
 void Hauptfenster::beginne() {
-  const bool erster = platz_.erster_Start();
-  if (!erster && !platz_.wartet_auf_Server()) return lies_neu();
-  ansicht_->zeige_Hinweis(erster ? u"Die Beispieldaten werden angelegt …"_s : u"Die Datenbank wird geöffnet …"_s, {});
+  QString hinweis;
+  if (platz_.erster_Start())
+    hinweis = u"Die Beispieldaten werden angelegt …"_s;
+  else if (platz_.wartet_auf_Server())
+    hinweis = u"Die Datenbank wird geöffnet …"_s;
+  else if (platz_.uebernimmt())
+    hinweis = u"Die Vorgänge werden in neue Tabellen übernommen …"_s;
+  else
+    return lies_neu();
+  ansicht_->zeige_Hinweis(hinweis, {});
   wartet_aufs_Malen_ = true;
 }
 

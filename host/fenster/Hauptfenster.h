@@ -27,6 +27,8 @@ class Hauptfenster final : public QMainWindow {
   void beginne();
   /// Asks for the records anew, in the database opened anew.
   void lies_neu();
+  /// What is shown does not belong to the last question yet.
+  bool fragt() const { return dienst_.fragt(); }
   /// Nothing is asked any more: answer and number are shown, or the failure.
   bool ruht() const { return dienst_.ruht() && !dienst_.fragt() && !wartet_aufs_Malen_; }
   /// Chooses the record with that number; false when it is not shown.

@@ -60,6 +60,8 @@ class Vorgangsliste final : public QWidget {
   /// Chooses the record with that number; false when it is not shown.
   bool waehle(const QString& nummer);
   bool leer() const { return modell_->leer(); }
+  /// Number of records that are shown.
+  int anzahl() const { return modell_->anzahl(); }
 
  protected:
   bool eventFilter(QObject* ziel, QEvent* ereignis) override;
