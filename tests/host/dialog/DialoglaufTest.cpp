@@ -153,6 +153,11 @@ TEST_F(Dialoglauf, ADatabaseThatIsNotThereAndOneWithoutTheTableEndWith3) {
     EXPECT_EQ(ohne.code, 3);
     EXPECT_TRUE(ohne.json()[u"text"_s].toString().startsWith(u"Die Zuordnungen sind nicht zu lesen: "_s));
   }
+  // The road itself tells the user.
+  const Dialogende gezeigt =
+      rufe(mit(u"zuordnung"_s, beleg() + QStringList{u"--nur-anzeigen"_s}), u"fenster Meldung|knopf OK"_s);
+  EXPECT_EQ(gezeigt.code, 3);
+  EXPECT_TRUE(gezeigt.json()[u"text"_s].toString().startsWith(u"Die Zuordnungen sind nicht zu lesen: "_s));
 }
 
 TEST_F(Dialoglauf, ARowWithAnApostropheKeepsTheDialogFromOpeningForWriting) {

@@ -1,6 +1,8 @@
 // A server's password reaches a dialog by the environment or by standard input, and nothing else knows it.
 #include <QDirIterator>
 #include <QFile>
+#include <QTest>
+#include <csignal>
 #include <optional>
 
 #include "tests/host/dialog/Dialogtest.h"
@@ -115,4 +117,23 @@ TEST_F(Dialogserver, NoListOfProcessesShowsThePassword) {
   }
   prozess.terminate();
   pruefe(beende(prozess));
+}
+
+TEST_F(Dialogserver, WhatIsBeingWrittenWhenTheSignalComesIsWrittenToItsEnd) {
+  server_->steuere(u"langsam 1/Update 2"_s);
+  server_->steuere(u"protokoll-leeren"_s);
+  QProcess prozess;
+  prozess.setProcessEnvironment(mit_Kennwort(Kennwort,
+      u"fenster frm_BildZuordnung|klicke txt_BildText|taste Ctrl+A|tippe geschrieben|klicke SSC_ZuordnungSpeichern"_s));
+  prozess.start(QStringLiteral(DIALOG_PROGRAMM), QStringList{u"dialog"_s} + vom_Server(u"zuordnung"_s));
+  prozess.closeWriteChannel();
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return !server_->stapel().filter(u"update"_s, Qt::CaseInsensitive).isEmpty(); }, 60'000));
+  ASSERT_EQ(::kill(static_cast<pid_t>(prozess.processId()), SIGTERM), 0);
+  const Dialogende ende = beende(prozess);
+  EXPECT_EQ(ende.code, 1) << ende.fehlerausgabe.toStdString();
+  EXPECT_EQ(ende.json()[u"geaendert"_s].toInt(), 1);
+  EXPECT_TRUE(ende.json()[u"geprueft"_s].toBool());
+  EXPECT_EQ(
+      server_->steuere(u"sql select count(*) from Bild_Zuordnungen where Beschreibung = 'geschrieben'"_s), u"[[1]]"_s);
 }
