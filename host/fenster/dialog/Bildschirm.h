@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 /// The screen in front of which a user sits, or none.
 namespace bildschirm {
@@ -12,7 +13,8 @@ void pruefe();
 
 /// A user sees the windows of this process. Needs the QApplication.
 bool hat_Benutzer();
-/// The X server of this process has a window of that number. False on any other platform than X11.
-bool hat_Fenster(std::uint32_t kennung);
+/// The window of the X server that a window manager moves, where that number is one inside of it, as toolkits number
+/// their controls; without a manager the same number. None where there is no such window, or no X11.
+std::optional<std::uint32_t> ganzes_Fenster(std::uint32_t kennung);
 
 }  // namespace bildschirm

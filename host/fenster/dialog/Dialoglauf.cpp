@@ -47,7 +47,7 @@ void Dialoglauf::oeffne_Datenbank() {
 }
 
 void Dialoglauf::verlange_Wurzel(const QString& folge) {
-  if (const auto grund = platz_.wurzel_fehlt()) throw Abbruch(Ausgang::Datei, *grund + u' ' + folge);
+  if (const auto grund = platz_.wurzel_fehlt()) throw Abbruch(Ausgang::Datei, *grund + u"\r\n\r\n"_s + folge);
 }
 
 std::shared_ptr<clsBildZuordnungen> Dialoglauf::lies_zum_Bearbeiten() const {

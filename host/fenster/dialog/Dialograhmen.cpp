@@ -13,12 +13,12 @@ using namespace Qt::Literals::StringLiterals;
 Dialograhmen::Dialograhmen(QString titel, std::optional<std::uint32_t> ueber) : titel_(std::move(titel)) {
   qApp->installEventFilter(this);
   if (!ueber) return;
-  if (QGuiApplication::platformName() != "xcb"_L1)
-    ausgabe::meldung(u"Über einem fremden Fenster steht ein Dialog nur unter X11; er öffnet sich für sich."_s);
-  else if (!bildschirm::hat_Fenster(*ueber))
+  if (const auto ganzes = bildschirm::ganzes_Fenster(*ueber))
+    fremdes_.reset(QWindow::fromWinId(*ganzes));
+  else if (QGuiApplication::platformName() == "xcb"_L1)
     ausgabe::meldung(u"Das Fenster 0x%1 gibt es nicht; der Dialog öffnet sich für sich."_s.arg(*ueber, 0, 16));
   else
-    fremdes_.reset(QWindow::fromWinId(*ueber));
+    ausgabe::meldung(u"Über einem fremden Fenster steht ein Dialog nur unter X11; er öffnet sich für sich."_s);
 }
 
 Dialograhmen::~Dialograhmen() = default;

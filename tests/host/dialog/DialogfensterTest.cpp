@@ -150,6 +150,18 @@ TEST_F(Dialogfenster, AboveTheCallersWindowItStaysAbove) {
   EXPECT_EQ(ende.fehlerausgabe, QString());
 }
 
+TEST_F(Dialogfenster, TheNumberOfAControlMeansTheWindowAroundIt) {
+  const Window rufer = mache_Fenster();
+  const Window feld = XCreateSimpleWindow(anzeige_, rufer, 10, 10, 100, 50, 0, 0, 0);
+  const Window knopf = XCreateSimpleWindow(anzeige_, feld, 5, 5, 20, 20, 0, 0, 0);
+  XMapSubwindows(anzeige_, rufer);
+  XSync(anzeige_, False);
+  starte({u"--ueber"_s, QString::number(knopf), u"--titel"_s, u"Beleg AB 24-1001"_s}, {});
+  Window dialog = None;
+  ASSERT_TRUE(warte([&] { return (dialog = mit_Titel(u"Beleg AB 24-1001"_s)) != None; }));
+  EXPECT_EQ(werte(dialog, "WM_TRANSIENT_FOR"), QList<unsigned long>{rufer});
+}
+
 TEST_F(Dialogfenster, AWindowThatIsGoneIsToldAndTheDialogOpensAllTheSame) {
   const Window rufer = mache_Fenster();
   XDestroyWindow(anzeige_, rufer);

@@ -129,6 +129,7 @@ TEST_F(Dialogserver, WhatIsBeingWrittenWhenTheSignalComesIsWrittenToItsEnd) {
   prozess.closeWriteChannel();
   ASSERT_TRUE(
       QTest::qWaitFor([&] { return !server_->stapel().filter(u"update"_s, Qt::CaseInsensitive).isEmpty(); }, 60'000));
+  ASSERT_GT(prozess.processId(), 0);
   ASSERT_EQ(::kill(static_cast<pid_t>(prozess.processId()), SIGTERM), 0);
   const Dialogende ende = beende(prozess);
   // Nothing was left to be cut off.

@@ -7,6 +7,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 void schicke(const QProcess& prozess, int signal) {
+  // Without a process it would go to our own group.
+  ASSERT_GT(prozess.processId(), 0);
   ASSERT_EQ(::kill(static_cast<pid_t>(prozess.processId()), signal), 0);
 }
 
