@@ -1,5 +1,6 @@
 // bench_fenster [LAEUFE]: how soon the program's window is up with a record of ten pictures, beside an empty Qt window
-// of the same size. Each run is a process of its own, timed from its start until its window is painted; the previews
+// of the same size; and how soon the dialog of that record is when another program opens it, beside the program's
+// window. Each run is a process of its own, timed from its start until its window is painted; the previews
 // follow behind that, one by one. To be run in an X server, if need be one without a screen ("xvfb-run -s -noreset"):
 // Qt's offscreen windows cost next to nothing, and the comparison would be one with reading the fonts, which the empty
 // window does not need.
@@ -47,5 +48,13 @@ int main(int argc, char** argv) {
     starte({wirt, "--datenordner", daten, "--vorgang", "AN 24-3005"});
       },
       [&] { starte({leer}); });
+  messung::vergleiche(
+      "dialog of that record by itself | window", laeufe, 1.3,
+      [&] {
+    starte({wirt, "dialog", "zuordnung", "--datenordner", daten, "--typ1", "BEL", "--key1", "AN", "--key2", "24-3005"});
+      },
+      [&] {
+    starte({wirt, "--datenordner", daten, "--vorgang", "AN 24-3005"});
+  });
   return messung::urteil();
 }

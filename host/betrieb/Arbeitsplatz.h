@@ -26,7 +26,10 @@ class Arbeitsplatz {
   /// refused it.
   bool braucht_Kennwort() const;
   /// The password that the user gave; kept in memory for as long as the server takes it.
-  void kennwort(const QString& wert) { kennwort_ = wert; }
+  void kennwort(const QString& wert) {
+    kennwort_ = wert;
+    verbindungszeichenfolge_.clear();
+  }
   /// Why the last opening failed, and Anderer where it did not.
   Datenbankgrund ausfallgrund() const noexcept { return ausfallgrund_; }
   /// Makes what the database needs before it can be opened, by whomever: the data folder where it is needed and

@@ -209,23 +209,13 @@ void Hauptfenster::zeige_Ausfall(const QString& grund) {
   melde(grund);
 }
 
-void Hauptfenster::frage_Kennwort() {
-  if (!platz_.braucht_Kennwort()) return;
-  const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
-  const QString grund = std::exchange(abgelehnt_, {});
-  Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung),
-      abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s : grund,
-      this);
-  const QScopedValueRollback offen(dialog_offen_, true);
-  if (fenster.exec() != QDialog::Accepted)
-    throw Abbruch(Ausgang::Datenbank, grund.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : grund);
-  platz_.kennwort(fenster.kennwort());
-}
-
 void Hauptfenster::lies_neu() {
   if (dialog_offen_) return;
   try {
-    frage_Kennwort();
+    {
+      const QScopedValueRollback offen(dialog_offen_, true);
+      frage_Kennwort(platz_, std::exchange(abgelehnt_, {}), this);
+    }
     const auto sanduhr = zeige_Sanduhr();
     platz_.bereite_vor();
   } catch (const Abbruch& abbruch) {

@@ -59,8 +59,6 @@ class Hauptfenster final : public QMainWindow {
   class Platz;
   void baue_auf();
   void baue_Aktionen();
-  /// Asks for the password where the server wants one that nobody has given; ends with Abbruch where the user gives up.
-  void frage_Kennwort();
   void frage();
   void nimm_Antwort(const Vorgangsdienst::Antwort& antwort);
   void nimm_Ausfall(const Datenbankausfall& ausfall);
