@@ -101,7 +101,7 @@ TEST_F(Dialoglauf, TheTitleStandsInTheFrameAndInTheDialog) {
   EXPECT_TRUE(von_selbst.startsWith(u"Fenster: frm_BildZuordnung · Beleg AB 24-1001 – "_s)) << von_selbst.toStdString();
 }
 
-TEST_F(Dialoglauf, AKindThatNobodyKnowsNeedsItsFolderAndThenOpens) {
+TEST_F(Dialoglauf, AKindThatNobodyKnowsOpensUnderItsName) {
   const QStringList projekt{
       u"--typ1=PRJ"_s, u"--key1=7"_s, u"--ordner=Projekte/7"_s, u"--datenordner"_s, datenordner()};
   const Dialogende ende = rufe(mit(u"zuordnung"_s, projekt), u"fenster frm_BildZuordnung|sage|klicke cmd_Abbruch"_s);
