@@ -122,6 +122,7 @@ class Mitschrift final : public adodb::Treiber {
   }
   void schliesse() noexcept override { innen_.schliesse(); }
   bool ist_offen() const noexcept override { return innen_.ist_offen(); }
+  using adodb::Treiber::fuehre_aus;
   adodb::Ergebnis fuehre_aus(const QString& text) override {
     texte.append(text.toUtf8());
     return innen_.fuehre_aus(text);

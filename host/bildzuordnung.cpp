@@ -7,10 +7,12 @@
 #include <QStandardPaths>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Gedaechtnis.h"
+#include "host/betrieb/vorgang/Vorgangsdienst.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/rundgang/Rundgang.h"
 #include "platform/forms/Fensterdienste.h"
@@ -48,10 +50,16 @@ int laufe(const Wirtsoptionen& optionen) {
   const Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
   // The programs that open a picture are not to inherit it.
   qunsetenv("KVOBILD_KENNWORT");
-  Hauptfenster fenster(alle, {});
-  fenster.beginne();
-  fenster.show();
-  return QApplication::exec();
+  int ausgang = 0;
+  {
+    Hauptfenster fenster(alle, {});
+    fenster.beginne();
+    fenster.show();
+    ausgang = QApplication::exec();
+  }
+  // A thread that hangs in a driver would meet what the process tidies up.
+  if (Vorgangsdienst::einer_zurueckgelassen()) std::_Exit(ausgang);
+  return ausgang;
 }
 
 /// Nobody needs what Qt says of a session folder that a bare container does not have, or of what a window can't do

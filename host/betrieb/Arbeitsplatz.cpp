@@ -53,27 +53,38 @@ bool Arbeitsplatz::braucht_Kennwort() const {
   return !kennwort_ && anmeldung::fehlt_Kennwort(optionen_.verbindung);
 }
 
-void Arbeitsplatz::oeffne() {
+void Arbeitsplatz::bereite_vor() {
   verbindung_.reset();
+  verbindungszeichenfolge_.clear();
   ausfallgrund_ = Datenbankgrund::Anderer;
-  if (optionen_.verbindung.isEmpty()) {
+  QString zeichenfolge = optionen_.verbindung;
+  if (zeichenfolge.isEmpty()) {
     const QString ordner = namen::tabellenpfad(optionen_.datenordner);
     datenordner::richte_ein(ordner);
-    verbindungszeichenfolge_ = datenordner::verbindung(ordner);
-  } else {
-    verbindungszeichenfolge_ =
-        kennwort_ ? anmeldung::mit_Kennwort(optionen_.verbindung, *kennwort_) : optionen_.verbindung;
+    zeichenfolge = datenordner::verbindung(ordner);
+  } else if (kennwort_) {
+    zeichenfolge = anmeldung::mit_Kennwort(zeichenfolge, *kennwort_);
   }
-  if (const auto datei = datenbankdatei(verbindungszeichenfolge_); datei && !FileSystemObject().FileExists(*datei))
+  if (const auto datei = datenbankdatei(zeichenfolge); datei && !FileSystemObject().FileExists(*datei))
     throw Abbruch(Ausgang::Datenbank,
         u"Die Datenbank „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(namen::angezeigt(*datei))));
+  verbindungszeichenfolge_ = zeichenfolge;
+}
+
+void Arbeitsplatz::oeffne() {
+  if (verbindungszeichenfolge_.isEmpty()) bereite_vor();
+  verbindung_.reset();
   if (const auto ausfall = versuche_zu_oeffnen(verbindungszeichenfolge_, verbindung_)) {
-    ausfallgrund_ = ausfall->grund;
-    // A server that is away says nothing against the password.
-    if (ausfall->grund != Datenbankgrund::Unerreichbar) kennwort_.reset();
+    merke_Ausfall(ausfall->grund);
     throw Abbruch(Ausgang::Datenbank, ausfall->worte);
   }
   gedaechtnis::merke(optionen_);
+}
+
+void Arbeitsplatz::merke_Ausfall(Datenbankgrund grund) {
+  ausfallgrund_ = grund;
+  // A server that is away says nothing against the password.
+  if (grund != Datenbankgrund::Unerreichbar) kennwort_.reset();
 }
 
 std::shared_ptr<Anwendungsobjekt> Arbeitsplatz::anwendungsobjekt() const {

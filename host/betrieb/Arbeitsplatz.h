@@ -27,11 +27,17 @@ class Arbeitsplatz {
   void kennwort(const QString& wert) { kennwort_ = wert; }
   /// Why the last opening failed, and Anderer where it did not.
   Datenbankgrund ausfallgrund() const noexcept { return ausfallgrund_; }
-  /// Opens the database, anew where it was open, and makes the data folder where it is needed and missing. A failure
-  /// ends with Abbruch and words for the user; nothing is open then.
+  /// Makes what the database needs before it can be opened, by whomever: the data folder where it is needed and
+  /// missing, today's tables in an older one, and the connect string. Closes the connection. A failure ends with
+  /// Abbruch and words for the user.
+  void bereite_vor();
+  /// Opens the database, anew where it was open; prepares it first where that was not done. A failure ends with Abbruch
+  /// and words for the user; nothing is open then.
   void oeffne();
+  /// Somebody else has tried to open the database and could not.
+  void merke_Ausfall(Datenbankgrund grund);
 
-  /// The database's connect string; empty until it was opened once.
+  /// The database's connect string; empty until it was prepared once.
   const QString& verbindungszeichenfolge() const noexcept { return verbindungszeichenfolge_; }
   /// The open connection, or none.
   const std::shared_ptr<adodb::Connection>& verbindung() const noexcept { return verbindung_; }

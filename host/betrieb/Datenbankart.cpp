@@ -46,6 +46,7 @@ const Datenbankart Datenbankart::SQLite{
     .ist_Datei = true,
     .Skript = QString::fromUtf16(schema::Bild_Zuordnungen),
     .Wirtsskript = QString::fromUtf16(schema::Wirtstabellen_Beispiel),
+    .Vorgangsskript = QString::fromUtf16(schema::Bild_Vorgaenge),
     .ergaenzt_Spalten = false,
     .Spaltennamen =
         u"SELECT m.name, p.name FROM sqlite_master m JOIN pragma_table_info(m.name) p "
@@ -61,6 +62,8 @@ const Datenbankart Datenbankart::SQLite{
         u"SELECT name FROM pragma_table_info('Bild_Zuordnungen') WHERE \"notnull\" = 1 AND pk = 0 AND "
         "dflt_value IS NULL"_s,
     .Schluesselbytes = 0,
+    .Vergleichstext = u"SUCHTEXT(%1)"_s,
+    .faltet = true,
     .Ruecknahme = u"ROLLBACK TRANSACTION"_s,
     .gegenstelle = gegenstelle_Datei,
 };
@@ -69,6 +72,7 @@ const Datenbankart Datenbankart::Server{
     .ist_Datei = false,
     .Skript = QString::fromUtf16(schema::Server_Bild_Zuordnungen),
     .Wirtsskript = QString::fromUtf16(schema::Server_Wirtstabellen_Beispiel),
+    .Vorgangsskript = QString::fromUtf16(schema::Server_Bild_Vorgaenge),
     .ergaenzt_Spalten = true,
     .Spaltennamen =
         u"SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA = 'dbo' "
@@ -87,6 +91,8 @@ const Datenbankart Datenbankart::Server{
         "is_nullable = 0 AND is_identity = 0 AND is_computed = 0 AND default_object_id = 0 AND "
         "system_type_id <> 189"_s,
     .Schluesselbytes = 1700,
+    .Vergleichstext = u"%1"_s,
+    .faltet = false,
     .Ruecknahme = u"IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"_s,
     .gegenstelle = gegenstelle_Server,
 };

@@ -26,6 +26,8 @@ struct Datenbankart {
   /// The scripts of sql/ that make the table of the system, and those of the host that it reads.
   QString Skript;
   QString Wirtsskript;
+  /// The script that makes the records' view, or the table in its place, in an empty database.
+  QString Vorgangsskript;
   /// The script itself adds the columns that an older table lacks.
   bool ergaenzt_Spalten;
   /// Asks for the names of tables and columns, and of indexes, of the two tables %1 and %2.
@@ -38,6 +40,10 @@ struct Datenbankart {
   QString Pflichtspalten;
   /// Widest key of an index in bytes; 0 has no end.
   int Schluesselbytes;
+  /// The expression %1 as a text that compares and matches without regard to the case of any letter, and whether what
+  /// it is compared with has to be folded as well.
+  QString Vergleichstext;
+  bool faltet;
   /// Takes a transaction back that a failure may have ended.
   QString Ruecknahme;
   Gegenstelle (*gegenstelle)(adodb::Connection& verbindung);

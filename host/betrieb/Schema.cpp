@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 
+#include "Schematext.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Datenbankart.h"
@@ -35,19 +36,32 @@ class Anleger {
     const Bestand vorher = lies();
     fuehre_aus(art_.Skript);
     if (mit_Beispieltabellen) fuehre_aus(art_.Wirtsskript);
+    const bool mit_Vorgaengen = vorher.tabellen.isEmpty() && keine_Vorgaenge();
+    if (mit_Vorgaengen) fuehre_aus(art_.Vorgangsskript);
     const Bestand nachher = lies();
     schema::Angelegt angelegt{nur_in(nachher.tabellen, vorher.tabellen), {}, nur_in(nachher.indexe, vorher.indexe)};
     for (const QString& spalte : nur_in(nachher.spalten, vorher.spalten))
       if (!angelegt.tabellen.contains(spalte.section(u'.', 0, 0), Qt::CaseInsensitive)) angelegt.spalten.append(spalte);
+    if (mit_Vorgaengen) angelegt.tabellen.append(schema::Vorgaenge);
     return angelegt;
   }
 
- private:
   void fuehre_aus(const QString& skript) {
     for (const QString& anweisung : adodb::zerlege_skript(skript)) {
       verbindung_.Execute(anweisung);
       if (!art_.ergaenzt_Spalten && anweisung.contains("CREATE TABLE"_L1)) ergaenze(anweisung);
     }
+  }
+
+ private:
+  /// Nothing of the database bears a name that the records' script would need.
+  bool keine_Vorgaenge() const {
+    const QStringList namen{schema::Vorgaenge, u"Vorgaenge"_s, u"Kunden"_s};
+    return std::all_of(namen.begin(), namen.end(), [&](const QString& name) {
+      const auto ausfall =
+          versuche_Datenbank([&] { verbindung_.Execute(u"SELECT 1 FROM %1 WHERE 1 = 0"_s.arg(name)); });
+      return ausfall && ausfall->grund == Datenbankgrund::Tabelle_fehlt;
+    });
   }
 
   /// SQLite has no condition for ALTER TABLE, so what the server's script does by itself is done here.
@@ -130,8 +144,19 @@ Angelegt lege_an(const QString& verbindung, bool mit_Beispieltabellen) {
   return angelegt;
 }
 
-QStringList wirtstabellen() {
-  return adodb::zerlege_skript(Datenbankart::SQLite.Wirtsskript);
+void richte_Betrieb_ein(adodb::Connection& verbindung) {
+  Anleger anleger(verbindung);
+  for (const char16_t* skript : {Bild_Zuordnungen, Bild_Vorgaenge, Betrieb})
+    anleger.fuehre_aus(QString::fromUtf16(skript));
+}
+
+void uebernimm_Betrieb(adodb::Connection& verbindung) {
+  Anleger(verbindung).fuehre_aus(QString::fromUtf16(Betrieb_Uebernahme));
+}
+
+bool hat_eigene_Vorgaenge(adodb::Connection& verbindung) {
+  return Datenbankart::von(verbindung).ist_Datei &&
+      !verbindung.Execute(u"SELECT 1 FROM sqlite_master WHERE name = 'Vorgaenge_Ruhe'"_s)->Eof();
 }
 
 }  // namespace schema

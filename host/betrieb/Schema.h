@@ -13,6 +13,8 @@ namespace schema {
 /// The one table of the system, and the one of the host that it reads.
 inline const QString Zuordnungen = QStringLiteral("Bild_Zuordnungen");
 inline const QString Belegkoepfe = QStringLiteral("BelegKopfZunft");
+/// The view of the firm's records, which both programs read.
+inline const QString Vorgaenge = QStringLiteral("Bild_Vorgaenge");
 
 /// A column as the server's script declares it; `laenge` counts 16-bit characters, 0 for a number.
 struct Spalte {
@@ -37,11 +39,17 @@ struct Angelegt {
 };
 
 /// Makes what is missing of the table Bild_Zuordnungen (with `mit_Beispieltabellen` of the host's table as well) in the
-/// database of a connect string, and an SQLite file that is missing. What stands there stays as it is, its rows too.
-/// Failures end with Ausgang::Datenbank.
+/// database of a connect string, and an SQLite file that is missing. What stands there stays as it is, its rows too. A
+/// database that had none of these tables gets Bild_Vorgaenge too, with what stands behind it; in one that has
+/// assignments already an empty Bild_Vorgaenge would hide all records. Failures end with Ausgang::Datenbank.
 Angelegt lege_an(const QString& verbindung, bool mit_Beispieltabellen = false);
 
-/// The statements that make the tables of a host that the component reads, for the embedded database.
-QStringList wirtstabellen();
+/// Makes what is missing of a data folder's own database: the firm's records with their search and what the component
+/// reads of a host. Raises what the connection raises.
+void richte_Betrieb_ein(adodb::Connection& verbindung);
+/// Fills those tables from the tables of an older data folder, which stand beside as "…_bisher".
+void uebernimm_Betrieb(adodb::Connection& verbindung);
+/// The database has the tables for records of its own.
+bool hat_eigene_Vorgaenge(adodb::Connection& verbindung);
 
 }  // namespace schema

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
@@ -15,6 +16,7 @@
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/vorgang/Bildsammlung.h"
+#include "host/betrieb/vorgang/Vorgangsfilter.h"
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
 #include "host/fenster/Anmeldefenster.h"
 #include "host/fenster/Vorgangsansicht.h"
@@ -76,6 +78,7 @@ class Hauptfenster::Platz final : public Fensterplatz {
 Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
     : platz_(std::move(optionen)),
       lauf_(platz_, std::move(dialog)),
+      zuletzt_(platz_.optionen()),
       liste_(new Vorgangsliste),
       ansicht_(new Vorgangsansicht),
       lbl_Status(new QLabel),
@@ -89,6 +92,9 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, platz);
   liste_->bei_Wahl = [this] { zeige_gewaehlten(); };
   liste_->bei_Oeffnen = [this] { oeffne_Dialog(false); };
+  liste_->bei_Frage = [this] { frage(); };
+  dienst_.bei_Antwort = [this](const Vorgangsdienst::Antwort& antwort) { nimm_Antwort(antwort); };
+  dienst_.bei_Zahl = [this](std::int64_t zahl) { nimm_Zahl(zahl); };
   ansicht_->lst_Bilder->Ladeweg([this](const Vorschaubild& bild, QSize groesse) {
     return vorschau_.lade(platz_.wurzel() + u'\\' + bild.ordner, bild.datei, groesse);
   });
@@ -165,10 +171,11 @@ void Hauptfenster::beginne() {
 
 bool Hauptfenster::event(QEvent* ereignis) {
   const bool ergebnis = QMainWindow::event(ereignis);
-  if (wartet_aufs_Malen_ && ereignis->type() == QEvent::Paint) {
-    wartet_aufs_Malen_ = false;
-    QTimer::singleShot(0, this, [this] { lies_neu(); });
-  }
+  if (wartet_aufs_Malen_ && ereignis->type() == QEvent::Paint && !std::exchange(gemalt_, true))
+    QTimer::singleShot(0, this, [this] {
+      wartet_aufs_Malen_ = false;
+      lies_neu();
+    });
   return ergebnis;
 }
 
@@ -188,56 +195,100 @@ void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
 }
 
 void Hauptfenster::zeige_Ausfall(const QString& grund) {
-  liste_->setze({});
   erlaube_Aktionen(false);
+  liste_->zeige_Ausfall(grund);
   ansicht_->zeige_Hinweis(u"Die Vorgänge sind nicht zu lesen"_s,
       grund + u"\n\nIst die Ursache behoben, liest „Neu einlesen“ (F5) sie."_s, true);
   melde(grund);
 }
 
-void Hauptfenster::oeffne_Datenbank() {
-  for (QString hinweis;;) {
-    if (platz_.braucht_Kennwort()) {
-      const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
-      Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung),
-          abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s
-                    : hinweis,
-          this);
-      const QScopedValueRollback offen(dialog_offen_, true);
-      if (fenster.exec() != QDialog::Accepted)
-        throw Abbruch(Ausgang::Datenbank, hinweis.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : hinweis);
-      platz_.kennwort(fenster.kennwort());
-    }
-    try {
-      const auto sanduhr = zeige_Sanduhr();
-      platz_.oeffne();
-      return;
-    } catch (const Abbruch& abbruch) {
-      if (!platz_.braucht_Kennwort()) throw;
-      hinweis = abbruch.text();
-    }
-  }
+void Hauptfenster::frage_Kennwort() {
+  if (!platz_.braucht_Kennwort()) return;
+  const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
+  const QString grund = std::exchange(abgelehnt_, {});
+  Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung),
+      abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s : grund,
+      this);
+  const QScopedValueRollback offen(dialog_offen_, true);
+  if (fenster.exec() != QDialog::Accepted)
+    throw Abbruch(Ausgang::Datenbank, grund.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : grund);
+  platz_.kennwort(fenster.kennwort());
 }
 
 void Hauptfenster::lies_neu() {
   if (dialog_offen_) return;
   try {
-    oeffne_Datenbank();
+    frage_Kennwort();
     const auto sanduhr = zeige_Sanduhr();
-    const vorgangsquelle::Bestand bestand = vorgangsquelle::lies(*platz_.verbindung());
-    liste_->setze(bestand.vorgaenge);
-    if (bestand.hinweise.isEmpty())
-      melde(u"%1 Vorgänge"_s.arg(bestand.vorgaenge.size()) + ort_der_Datenbank(platz_));
-    else
-      melde(u"Nicht gelesen – "_s + bestand.hinweise.join(u"; "_s));
+    platz_.bereite_vor();
   } catch (const Abbruch& abbruch) {
     return zeige_Ausfall(abbruch.text());
-  } catch (const Laufzeitfehler& fehler) {
-    return zeige_Ausfall(ausfall_von(fehler).worte);
   }
-  const QString anfang = std::exchange(anfang_, {});
-  if (!anfang.isEmpty() && !waehle(anfang)) melde(u"Den Vorgang „%1“ gibt es nicht."_s.arg(anfang));
+  dienst_.verbinde(platz_.verbindungszeichenfolge());
+  frisch_ = true;
+  frage();
+}
+
+void Hauptfenster::frage() {
+  if (platz_.verbindungszeichenfolge().isEmpty()) return;
+  vorgangsquelle::Frage frage;
+  frage.filter = Vorgangsfilter::lies(liste_->filter());
+  frage.hoechstens = liste_->gewuenschte();
+  frage.nur_bestimmte = liste_->nur_zuletzt();
+  frage.bestimmte = zuletzt_.saetze();
+  liste_->zeige_Frage();
+  dienst_.frage(frage);
+}
+
+void Hauptfenster::nimm_Antwort(const Vorgangsdienst::Antwort& antwort) {
+  if (antwort.ausfall) return nimm_Ausfall(*antwort.ausfall);
+  if (!platz_.verbindung()) {
+    // The server has just answered somebody else.
+    try {
+      platz_.oeffne();
+    } catch (const Abbruch& abbruch) {
+      return zeige_Ausfall(abbruch.text());
+    }
+  }
+  const bool andere_Wahl = liste_->setze(antwort.vorgaenge, antwort.vielleicht_mehr);
+  liste_->zeige_Hinweis(antwort.herkunft == vorgangsquelle::Herkunft::Zuordnungen
+          ? u"Gezeigt werden nur Vorgänge, die Bilder haben. Alle zeigt das Programm, sobald die Datenbank eine Sicht "
+            u"„Bild_Vorgaenge“ hat; das Kapitel „Vorgänge des Betriebs“ in docs/DATENBANK.md sagt, wie."_s
+          : QString());
+  if (!anfang_.isEmpty()) waehle_Anfang(antwort.vielleicht_mehr);
+  if (frisch_ || andere_Wahl) zeige_gewaehlten();
+}
+
+/// Where it is not among the first ones, the filter finds it.
+void Hauptfenster::waehle_Anfang(bool vielleicht_mehr) {
+  const QString nummer = anfang_;
+  const bool gefiltert = liste_->filter() == nummer;
+  if (!waehle(nummer) && vielleicht_mehr && !gefiltert) return liste_->filter(nummer);
+  anfang_.clear();
+  if (liste_->gewaehlt()) return;
+  melde(u"Den Vorgang „%1“ gibt es nicht."_s.arg(nummer));
+  frisch_ = false;
   zeige_gewaehlten();
+  if (gefiltert) liste_->filter({});
+}
+
+void Hauptfenster::nimm_Ausfall(const Datenbankausfall& ausfall) {
+  const bool war_frisch = std::exchange(frisch_, false);
+  if (!war_frisch) {
+    liste_->zeige_Ausfall(ausfall.worte);
+    return melde(ausfall.worte);
+  }
+  platz_.merke_Ausfall(ausfall.grund);
+  if (!platz_.braucht_Kennwort()) return zeige_Ausfall(ausfall.worte);
+  abgelehnt_ = ausfall.worte;
+  lies_neu();
+}
+
+void Hauptfenster::nimm_Zahl(std::int64_t zahl) {
+  liste_->zeige_Zahl(zahl, liste_->filter().trimmed().isEmpty() ? zahl : vorgangsquelle::Zaehlgrenze);
+  if (!std::exchange(frisch_, false)) return;
+  const QString anzahl = QLocale(QLocale::German).toString(static_cast<qlonglong>(zahl));
+  melde(u"%1 Vorgänge"_s.arg(anzahl) + ort_der_Datenbank(platz_));
 }
 
 void Hauptfenster::zeige_gewaehlten() {
@@ -267,12 +318,12 @@ void Hauptfenster::oeffne_Dialog(bool nur_Anzeige) {
   if (!nur_Anzeige && !erlaubt_Bearbeiten(vorgang)) return;
   const QScopedValueRollback offen(dialog_offen_, true);
   const Laufergebnis ergebnis = lauf_.gehe(vorgang, nur_Anzeige);
-  if (ergebnis.geoeffnet) aktualisiere_Anzahlen();
-  melde(vorgang::woerter(vorgang.art).einzahl + u' ' + vorgang.nummer + u": "_s + ergebnis.text());
+  if (ergebnis.geoeffnet && !nur_Anzeige) zuletzt_.merke(vorgang.satz);
+  if (ergebnis.geoeffnet) aktualisiere();
+  melde(vorgang::art_von(vorgang.satz.typ1).einzahl + u' ' + vorgang.nummer + u": "_s + ergebnis.text());
 }
 
-void Hauptfenster::aktualisiere_Anzahlen() {
-  const auto ausfall = versuche_Datenbank([&] { liste_->setze(vorgangsquelle::lies(*platz_.verbindung()).vorgaenge); });
-  if (ausfall) return zeige_Ausfall(ausfall->worte);
+void Hauptfenster::aktualisiere() {
   zeige_gewaehlten();
+  frage();
 }

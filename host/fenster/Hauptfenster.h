@@ -4,7 +4,9 @@
 #include <QString>
 
 #include "host/betrieb/Arbeitsplatz.h"
+#include "host/betrieb/vorgang/Vorgangsdienst.h"
 #include "host/betrieb/vorgang/Vorschaulader.h"
+#include "host/betrieb/vorgang/Zuletzt.h"
 #include "host/betrieb/vorgang/Zuordnungslauf.h"
 #include "host/fenster/Hochkommawache.h"
 #include "host/fenster/Vorgangsliste.h"
@@ -20,12 +22,14 @@ class Hauptfenster final : public QMainWindow {
   /// Opens nothing yet.
   Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog);
 
-  /// Opens the database and reads the records; where that takes long only once the window has been painted. A failure
+  /// Prepares the database and asks for records; where that takes long only once the window has been painted. A failure
   /// is told in the window, which stays usable.
   void beginne();
-  /// Reads all records anew, from the database opened anew.
+  /// Asks for the records anew, in the database opened anew.
   void lies_neu();
-  /// Chooses the record with that number; false when there is none.
+  /// Nothing is asked any more: answer and number are shown, or the failure.
+  bool ruht() const { return dienst_.ruht() && !dienst_.fragt() && !wartet_aufs_Malen_; }
+  /// Chooses the record with that number; false when it is not shown.
   bool waehle(const QString& nummer) { return liste_->waehle(nummer); }
   /// Walks the road for the chosen record, which must be there.
   void oeffne_Dialog(bool nur_Anzeige);
@@ -53,13 +57,18 @@ class Hauptfenster final : public QMainWindow {
   class Platz;
   void baue_auf();
   void baue_Aktionen();
-  /// Opens the database and asks for the password as often as the server refuses it; ends with Abbruch where the user
-  /// gives up.
-  void oeffne_Datenbank();
+  /// Asks for the password where the server wants one that nobody has given; ends with Abbruch where the user gives up.
+  void frage_Kennwort();
+  void frage();
+  void nimm_Antwort(const Vorgangsdienst::Antwort& antwort);
+  void nimm_Ausfall(const Datenbankausfall& ausfall);
+  void nimm_Zahl(std::int64_t zahl);
+  void waehle_Anfang(bool vielleicht_mehr);
   void melde(const QString& text);
   void zeige_gewaehlten();
   void zeige_Ausfall(const QString& grund);
-  void aktualisiere_Anzahlen();
+  /// Shows the chosen record anew and asks for the list again.
+  void aktualisiere();
   /// None of the record's assignments holds an apostrophe, which the dialog would put into statements; one that does
   /// was told.
   bool erlaubt_Bearbeiten(const Vorgang& vorgang);
@@ -70,12 +79,19 @@ class Hauptfenster final : public QMainWindow {
   Arbeitsplatz platz_;
   Zuordnungslauf lauf_;
   Vorschaulader vorschau_;
+  Vorgangsdienst dienst_;
+  Zuletzt zuletzt_;
   Vorgangsliste* liste_;
   Vorgangsansicht* ansicht_;
   QLabel* lbl_Status;
   QAction* act_Zuordnen = nullptr;
   QAction* act_Anzeigen = nullptr;
   QString anfang_;
+  /// The next answer is the first one of a database that was opened anew.
+  bool frisch_ = false;
+  /// Why the server has refused the last login, in words, or empty.
+  QString abgelehnt_;
   bool wartet_aufs_Malen_ = false;
+  bool gemalt_ = false;
   bool dialog_offen_ = false;
 };

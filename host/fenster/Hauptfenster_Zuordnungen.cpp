@@ -78,7 +78,7 @@ void Hauptfenster::zeige_AlleZuordnungen() {
     MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
     ergebnis = abbruch.text();
   }
-  aktualisiere_Anzahlen();
+  aktualisiere();
   melde(ergebnis);
 }
 
@@ -99,5 +99,5 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   } catch (const Abbruch& abbruch) {
     MsgBox(abbruch.text(), Knoepfe::OK, Symbol::Kritisch, Titel);
   }
-  aktualisiere_Anzahlen();
+  aktualisiere();
 }

@@ -125,7 +125,7 @@ QWidget* Vorgangsansicht::baue_Hinweisseite() {
 }
 
 void Vorgangsansicht::zeige(const Vorgang& vorgang, const QList<Vorschaubild>& bilder) {
-  lbl_Art->setText(vorgang::woerter(vorgang.art).einzahl);
+  lbl_Art->setText(vorgang::art_von(vorgang.satz.typ1).einzahl);
   lbl_Nummer->setText(vorgang.nummer);
   lbl_Betreff->setText(vorgang.betreff);
   lbl_Betreff->setVisible(!vorgang.betreff.isEmpty());

@@ -5,12 +5,18 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
+#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <limits>
+#include <optional>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -31,6 +37,22 @@ class Zeilenmaler final : public QStyledItemDelegate {
   }
 };
 
+/// So many records at a time.
+constexpr int Portion = 200;
+
+/// Milliseconds without an answer before words say that it is waited for.
+constexpr int Geduld = 300;
+
+QString in_Worten(std::int64_t zahl) {
+  return QLocale(QLocale::German).toString(static_cast<qlonglong>(zahl));
+}
+
+QString umfang(int gezeigte, std::int64_t zahl, std::int64_t hoechstens) {
+  if (zahl > hoechstens) return u"%1 von über %2 Vorgängen"_s.arg(in_Worten(gezeigte), in_Worten(hoechstens));
+  if (zahl > gezeigte) return u"%1 von %2 Vorgängen"_s.arg(in_Worten(gezeigte), in_Worten(zahl));
+  return gezeigte == 1 ? u"1 Vorgang"_s : u"%1 Vorgänge"_s.arg(in_Worten(gezeigte));
+}
+
 }  // namespace
 
 Vorgangsliste::Vorgangsliste(QWidget* oberhalb)
@@ -43,13 +65,16 @@ Vorgangsliste::Vorgangsliste(QWidget* oberhalb)
       seiten_(new QStackedWidget(this)),
       lbl_Leer(benannt(new QLabel(this), u"lbl_Leer"_s)),
       cmd_FilterLeeren(benannt(new QPushButton(u"Filter &leeren"_s, this), u"cmd_FilterLeeren"_s)),
+      lbl_Umfang(benannt(new QLabel(this), u"lbl_Umfang"_s)),
+      cmd_Zuletzt(benannt(new QPushButton(u"Zuletzt &bearbeitet"_s, this), u"cmd_Zuletzt"_s)),
+      cmd_Mehr(benannt(new QPushButton(u"&Mehr anzeigen"_s, this), u"cmd_Mehr"_s)),
+      lbl_Hinweis(benannt(new QLabel(this), u"lbl_Listenhinweis"_s)),
       modell_(new Vorgangsmodell(this)),
-      filter_(new Vorgangsfilter(this)) {
-  filter_->setSourceModel(modell_);
-  tree_Vorgaenge->setModel(filter_);
+      geduld_(new QTimer(this)),
+      gewuenschte_(Portion) {
+  tree_Vorgaenge->setModel(modell_);
   baue_auf();
   verbinde();
-  richte_Baum_ein();
 }
 
 void Vorgangsliste::baue_auf() {
@@ -57,6 +82,7 @@ void Vorgangsliste::baue_auf() {
   lbl_Filter->setBuddy(txt_Filter);
   txt_Filter->setPlaceholderText(u"Nummer, Kunde oder Betreff"_s);
   txt_Filter->setToolTip(u"Zeigt nur Vorgänge, die alle Wörter enthalten"_s);
+  txt_Filter->setMaxLength(200);
   txt_Filter->setAccessibleName(u"Filter der Vorgänge"_s);
   tree_Vorgaenge->setAccessibleName(u"Vorgänge"_s);
   tree_Vorgaenge->setItemDelegate(new Zeilenmaler(tree_Vorgaenge));
@@ -75,7 +101,18 @@ void Vorgangsliste::baue_auf() {
   lbl_Leer->setAlignment(Qt::AlignCenter);
   lbl_Leer->setTextFormat(Qt::PlainText);
   cmd_FilterLeeren->setToolTip(u"Zeigt wieder alle Vorgänge"_s);
-  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren, cmd_Suchen, cmd_Aufraeumen})
+  cmd_Zuletzt->setCheckable(true);
+  cmd_Zuletzt->setToolTip(u"Zeigt die Vorgänge, deren Bilder an diesem Platz zuletzt bearbeitet wurden"_s);
+  cmd_Mehr->setToolTip(u"Zeigt die nächsten %1 Vorgänge"_s.arg(Portion));
+  cmd_Mehr->setEnabled(false);
+  // Long words must not widen the window.
+  lbl_Umfang->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  for (QLabel* label : {lbl_Umfang, lbl_Hinweis}) label->setTextFormat(Qt::PlainText);
+  lbl_Hinweis->setWordWrap(true);
+  lbl_Hinweis->hide();
+  geduld_->setSingleShot(true);
+  geduld_->setInterval(Geduld);
+  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren, cmd_Suchen, cmd_Aufraeumen, cmd_Zuletzt, cmd_Mehr})
     knopf->setMinimumWidth(knopf->sizeHint().width() + 16);
   ordne_an(*lbl_Filter);
 }
@@ -92,6 +129,8 @@ void Vorgangsliste::ordne_an(QLabel& lbl_Filter) {
 
   setTabOrder(txt_Filter, cmd_Einlesen);
   setTabOrder(cmd_Einlesen, tree_Vorgaenge);
+  setTabOrder(tree_Vorgaenge, cmd_Zuletzt);
+  setTabOrder(cmd_Zuletzt, cmd_Mehr);
   auto* zeile = new QHBoxLayout;
   zeile->addWidget(&lbl_Filter);
   zeile->addWidget(txt_Filter, 1);
@@ -100,6 +139,12 @@ void Vorgangsliste::ordne_an(QLabel& lbl_Filter) {
   lage->setContentsMargins(0, 0, 0, 0);
   lage->addLayout(zeile);
   lage->addWidget(seiten_, 1);
+  auto* unter = new QHBoxLayout;
+  unter->addWidget(lbl_Umfang, 1);
+  unter->addWidget(cmd_Zuletzt);
+  unter->addWidget(cmd_Mehr);
+  lage->addLayout(unter);
+  lage->addWidget(lbl_Hinweis);
   auto* fuss = new QHBoxLayout;
   fuss->addWidget(cmd_Suchen);
   fuss->addWidget(cmd_Aufraeumen);
@@ -108,7 +153,10 @@ void Vorgangsliste::ordne_an(QLabel& lbl_Filter) {
 }
 
 void Vorgangsliste::verbinde() {
-  connect(txt_Filter, &QLineEdit::textChanged, this, &Vorgangsliste::filtere);
+  connect(txt_Filter, &QLineEdit::textChanged, this, &Vorgangsliste::frage_neu);
+  connect(cmd_Zuletzt, &QPushButton::toggled, this, &Vorgangsliste::frage_neu);
+  connect(cmd_Mehr, &QPushButton::clicked, this, &Vorgangsliste::frage_mehr);
+  connect(geduld_, &QTimer::timeout, this, [this] { lbl_Umfang->setText(u"Die Datenbank wird gefragt …"_s); });
   connect(txt_Filter, &QLineEdit::returnPressed, this, &Vorgangsliste::waehle_ersten_Treffer);
   connect(cmd_FilterLeeren, &QPushButton::clicked, this, [this] {
     txt_Filter->clear();
@@ -144,69 +192,113 @@ void Vorgangsliste::Kontextmenue(const QList<QAction*>& aktionen) {
   tree_Vorgaenge->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
-const Vorgang* Vorgangsliste::gewaehlt() const {
-  return modell_->vorgang(filter_->mapToSource(tree_Vorgaenge->currentIndex()));
+QString Vorgangsliste::filter() const {
+  return txt_Filter->text();
 }
 
-void Vorgangsliste::waehle_still(const QModelIndex& im_Modell) {
+void Vorgangsliste::filter(const QString& worte) {
+  txt_Filter->setText(worte);
+}
+
+bool Vorgangsliste::nur_zuletzt() const {
+  return cmd_Zuletzt->isChecked();
+}
+
+void Vorgangsliste::frage_neu() {
+  // Only now: the button's icon makes Qt load every image format, which would slow the start of the program.
+  if (!txt_Filter->text().isEmpty()) txt_Filter->setClearButtonEnabled(true);
+  gewuenschte_ = Portion;
+  if (bei_Frage) bei_Frage();
+}
+
+void Vorgangsliste::frage_mehr() {
+  gewuenschte_ += Portion;
+  if (bei_Frage) bei_Frage();
+}
+
+void Vorgangsliste::zeige_Frage() {
+  gefragt_ = true;
+  geduld_->start();
+}
+
+const Vorgang* Vorgangsliste::gewaehlt() const {
+  return modell_->vorgang(tree_Vorgaenge->currentIndex());
+}
+
+void Vorgangsliste::waehle_still(const QModelIndex& index) {
   const QSignalBlocker ruhe(tree_Vorgaenge->selectionModel());
-  const QModelIndex index = filter_->mapFromSource(im_Modell);
   tree_Vorgaenge->setCurrentIndex(index);
   if (index.isValid())
     tree_Vorgaenge->selectionModel()->select(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   tree_Vorgaenge->viewport()->update();
 }
 
-void Vorgangsliste::setze(const QList<Vorgang>& vorgaenge) {
+bool Vorgangsliste::setze(const QList<Vorgang>& vorgaenge, bool vielleicht_mehr) {
+  gefragt_ = false;
+  geduld_->stop();
   const Vorgang* vorher = gewaehlt();
   const std::optional<Vorgang> gemerkt = vorher ? std::optional(*vorher) : std::nullopt;
+  const int oben = tree_Vorgaenge->verticalScrollBar()->value();
+  const bool fortsetzung = gewuenschte_ > Portion;
   {
     const QSignalBlocker ruhe(tree_Vorgaenge->selectionModel());
     modell_->setze(vorgaenge);
   }
-  richte_Baum_ein();
+  for (int zeile = 0; zeile < modell_->rowCount(); ++zeile) tree_Vorgaenge->setFirstColumnSpanned(zeile, {}, true);
+  tree_Vorgaenge->expandAll();
   if (gemerkt) waehle_still(modell_->index_von(*gemerkt));
+  // What was read is still in sight when more has come.
+  if (fortsetzung) tree_Vorgaenge->verticalScrollBar()->setValue(oben);
+  cmd_Mehr->setEnabled(vielleicht_mehr);
+  lbl_Umfang->setText(umfang(modell_->anzahl(), 0, std::numeric_limits<std::int64_t>::max()));
+  lbl_Umfang->setToolTip({});
   zeige_Leere();
+  if (std::exchange(ersten_waehlen_, false)) waehle_ersten_Treffer();
+  return gemerkt.has_value() && !gewaehlt();
+}
+
+void Vorgangsliste::zeige_Zahl(std::int64_t zahl, std::int64_t hoechstens) {
+  lbl_Umfang->setText(umfang(modell_->anzahl(), zahl, hoechstens));
+  cmd_Mehr->setEnabled(zahl > modell_->anzahl());
+}
+
+void Vorgangsliste::zeige_Ausfall(const QString& grund) {
+  gefragt_ = false;
+  geduld_->stop();
+  lbl_Umfang->setText(u"Keine Antwort der Datenbank"_s);
+  lbl_Umfang->setToolTip(grund);
+}
+
+void Vorgangsliste::zeige_Hinweis(const QString& text) {
+  lbl_Hinweis->setText(text);
+  lbl_Hinweis->setVisible(!text.isEmpty());
 }
 
 bool Vorgangsliste::waehle(const QString& nummer) {
-  const QModelIndex index = filter_->mapFromSource(modell_->index_von(nummer));
+  const QModelIndex index = modell_->index_von(nummer);
   if (index.isValid()) tree_Vorgaenge->setCurrentIndex(index);
   return index.isValid();
 }
 
-void Vorgangsliste::filtere(const QString& text) {
-  // Only now: the button's icon makes Qt load every image format, which would slow the start of the program.
-  txt_Filter->setClearButtonEnabled(true);
-  const QPersistentModelIndex vorher = filter_->mapToSource(tree_Vorgaenge->currentIndex());
-  {
-    // Rows that go would hand the choice to their neighbours, one after the other.
-    const QSignalBlocker ruhe(tree_Vorgaenge->selectionModel());
-    filter_->setze_Filter(text);
-  }
-  richte_Baum_ein();
-  waehle_still(vorher);
-  zeige_Leere();
-  if (bei_Wahl) bei_Wahl();
-}
-
-void Vorgangsliste::richte_Baum_ein() {
-  for (int zeile = 0; zeile < filter_->rowCount(); ++zeile) tree_Vorgaenge->setFirstColumnSpanned(zeile, {}, true);
-  tree_Vorgaenge->expandAll();
-}
-
 void Vorgangsliste::zeige_Leere() {
-  const bool kein_Treffer = filter_->rowCount() == 0;
-  seiten_->setCurrentIndex(kein_Treffer ? 1 : 0);
-  lbl_Leer->setText(u"Kein Vorgang enthält „%1“."_s.arg(txt_Filter->text().simplified()));
+  const QString worte = txt_Filter->text().simplified();
+  seiten_->setCurrentIndex(modell_->leer() ? 1 : 0);
+  cmd_FilterLeeren->setVisible(!worte.isEmpty());
+  if (nur_zuletzt())
+    lbl_Leer->setText(u"An diesem Platz ist noch kein Vorgang bearbeitet worden."_s);
+  else if (worte.isEmpty())
+    lbl_Leer->setText(u"Hier stehen noch keine Vorgänge."_s);
+  else
+    lbl_Leer->setText(u"Kein Vorgang enthält „%1“."_s.arg(worte));
 }
 
 void Vorgangsliste::waehle_ersten_Treffer() {
-  for (int art = 0; art < filter_->rowCount(); ++art) {
-    const QModelIndex kopf = filter_->index(art, 0);
-    if (filter_->rowCount(kopf) == 0) continue;
-    tree_Vorgaenge->setCurrentIndex(filter_->index(0, 0, kopf));
-    tree_Vorgaenge->setFocus();
+  // What is shown still belongs to other words.
+  if (gefragt_) {
+    ersten_waehlen_ = true;
     return;
   }
+  if (modell_->leer()) return;
+  tree_Vorgaenge->setCurrentIndex(modell_->index(0, 0, modell_->index(0, 0)));
+  tree_Vorgaenge->setFocus();
 }

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QString>
 #include <QWidget>
+#include <cstdint>
 #include <functional>
 
 #include "host/betrieb/vorgang/Vorgang.h"
@@ -13,9 +14,11 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QStackedWidget;
+class QTimer;
 class QTreeView;
 
-/// The left side of the window: the business records by kind, with a filter above them.
+/// The left side of the window: an answer of the database, its records by kind, with what was asked above them and how
+/// much of it is shown below. Asks nothing itself.
 class Vorgangsliste final : public QWidget {
  public:
   explicit Vorgangsliste(QWidget* oberhalb = nullptr);
@@ -31,11 +34,30 @@ class Vorgangsliste final : public QWidget {
   /// What the right mouse button offers.
   void Kontextmenue(const QList<QAction*>& aktionen);
 
-  /// Replaces all records. The chosen one stays chosen where it is still there; `bei_Wahl` is not called.
-  void setze(const QList<Vorgang>& vorgaenge);
+  /// Something else is wanted: other words, more records, or those of this desk. `zeige_Frage` is called by whoever
+  /// asks.
+  std::function<void()> bei_Frage;
+  /// What is wanted: the words of the filter, at most so many records, or only those that were worked on last.
+  QString filter() const;
+  void filter(const QString& worte);
+  int gewuenschte() const noexcept { return gewuenschte_; }
+  bool nur_zuletzt() const;
+
+  /// The database is being asked. What is shown stays; words say so where the answer takes its time.
+  void zeige_Frage();
+  /// Replaces all records by those of an answer. The chosen one stays chosen where it is still there. True when the
+  /// choice is another one; `bei_Wahl` is not called.
+  bool setze(const QList<Vorgang>& vorgaenge, bool vielleicht_mehr = false);
+  /// How many records fit what was asked; `hoechstens` is the last number that was counted.
+  void zeige_Zahl(std::int64_t zahl, std::int64_t hoechstens);
+  /// There is no answer, for that reason. What is shown stays.
+  void zeige_Ausfall(const QString& grund);
+  /// Words below the list that stay, or none.
+  void zeige_Hinweis(const QString& text);
+
   /// The chosen record, or none. Valid until the next `setze`.
   const Vorgang* gewaehlt() const;
-  /// Chooses the record with that number; false when there is none.
+  /// Chooses the record with that number; false when it is not shown.
   bool waehle(const QString& nummer);
   bool leer() const { return modell_->leer(); }
 
@@ -46,17 +68,25 @@ class Vorgangsliste final : public QWidget {
   void baue_auf();
   void ordne_an(QLabel& lbl_Filter);
   void verbinde();
-  void filtere(const QString& text);
-  void richte_Baum_ein();
+  void frage_neu();
+  void frage_mehr();
   void zeige_Leere();
   void waehle_ersten_Treffer();
-  void waehle_still(const QModelIndex& im_Modell);
+  void waehle_still(const QModelIndex& index);
 
   QLineEdit* txt_Filter;
   QTreeView* tree_Vorgaenge;
   QStackedWidget* seiten_;
   QLabel* lbl_Leer;
   QPushButton* cmd_FilterLeeren;
+  QLabel* lbl_Umfang;
+  QPushButton* cmd_Zuletzt;
+  QPushButton* cmd_Mehr;
+  QLabel* lbl_Hinweis;
   Vorgangsmodell* modell_;
-  Vorgangsfilter* filter_;
+  QTimer* geduld_;
+  int gewuenschte_;
+  /// The first hit is wanted as soon as the answer is there.
+  bool ersten_waehlen_ = false;
+  bool gefragt_ = false;
 };

@@ -2,6 +2,8 @@
 
 #include <QFont>
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -26,22 +28,36 @@ QVariant daten_des_Vorgangs(const Vorgang& vorgang, int spalte, int rolle) {
 
 void Vorgangsmodell::setze(const QList<Vorgang>& vorgaenge) {
   beginResetModel();
-  for (QList<Vorgang>& liste : vorgaenge_) liste.clear();
-  for (const Vorgang& vorgang : vorgaenge) vorgaenge_.at(static_cast<std::size_t>(vorgang.art)).append(vorgang);
+  gruppen_.clear();
+  for (const Vorgang& vorgang : vorgaenge) {
+    const vorgang::Art art = vorgang::art_von(vorgang.satz.typ1);
+    auto gruppe =
+        std::find_if(gruppen_.begin(), gruppen_.end(), [&](const Gruppe& g) { return g.art.typ1 == art.typ1; });
+    if (gruppe == gruppen_.end()) gruppe = gruppen_.insert(gruppen_.end(), {art, {}});
+    gruppe->vorgaenge.append(vorgang);
+  }
+  const auto rang = [](const Gruppe& g) { return std::pair(vorgang::rang(g.art.typ1), g.art.typ1); };
+  std::sort(gruppen_.begin(), gruppen_.end(), [&](const Gruppe& a, const Gruppe& b) { return rang(a) < rang(b); });
   endResetModel();
 }
 
 const Vorgang* Vorgangsmodell::vorgang(const QModelIndex& index) const {
   if (!index.isValid() || index.internalId() == Kopf) return nullptr;
-  return &vorgaenge_.at(index.internalId() - 1).at(index.row());
+  return &gruppen_.at(static_cast<qsizetype>(index.internalId()) - 1).vorgaenge.at(index.row());
+}
+
+int Vorgangsmodell::anzahl() const {
+  return std::accumulate(gruppen_.begin(), gruppen_.end(), 0,
+      [](int summe, const Gruppe& g) { return summe + static_cast<int>(g.vorgaenge.size()); });
 }
 
 template <class Bedingung>
 QModelIndex Vorgangsmodell::suche(Bedingung&& bedingung) const {
-  for (std::size_t art = 0; art < vorgaenge_.size(); ++art) {
-    const auto treffer = std::find_if(vorgaenge_[art].begin(), vorgaenge_[art].end(), bedingung);
-    if (treffer != vorgaenge_[art].end())
-      return createIndex(static_cast<int>(treffer - vorgaenge_[art].begin()), 0, art + 1);
+  for (qsizetype i = 0; i < gruppen_.size(); ++i) {
+    const QList<Vorgang>& liste = gruppen_.at(i).vorgaenge;
+    const auto treffer = std::find_if(liste.begin(), liste.end(), bedingung);
+    if (treffer != liste.end())
+      return createIndex(static_cast<int>(treffer - liste.begin()), 0, static_cast<quintptr>(i) + 1);
   }
   return {};
 }
@@ -55,10 +71,6 @@ QModelIndex Vorgangsmodell::index_von(const QString& nummer) const {
   return suche([&](const Vorgang& v) { return v.nummer.compare(nummer, Qt::CaseInsensitive) == 0; });
 }
 
-bool Vorgangsmodell::leer() const {
-  return std::all_of(vorgaenge_.begin(), vorgaenge_.end(), [](const QList<Vorgang>& l) { return l.isEmpty(); });
-}
-
 QModelIndex Vorgangsmodell::index(int zeile, int spalte, const QModelIndex& oberhalb) const {
   if (!hasIndex(zeile, spalte, oberhalb)) return {};
   return createIndex(zeile, spalte, oberhalb.isValid() ? static_cast<quintptr>(oberhalb.row()) + 1 : Kopf);
@@ -70,25 +82,25 @@ QModelIndex Vorgangsmodell::parent(const QModelIndex& index) const {
 }
 
 int Vorgangsmodell::rowCount(const QModelIndex& oberhalb) const {
-  if (!oberhalb.isValid()) return static_cast<int>(vorgaenge_.size());
+  if (!oberhalb.isValid()) return static_cast<int>(gruppen_.size());
   if (oberhalb.internalId() != Kopf || oberhalb.column() != 0) return 0;
-  return static_cast<int>(vorgaenge_.at(static_cast<std::size_t>(oberhalb.row())).size());
+  return static_cast<int>(gruppen_.at(oberhalb.row()).vorgaenge.size());
 }
 
 QVariant Vorgangsmodell::data(const QModelIndex& index, int rolle) const {
   if (const Vorgang* v = vorgang(index)) return daten_des_Vorgangs(*v, index.column(), rolle);
   if (!index.isValid()) return {};
-  return daten_der_Art(Vorgangsarten.at(static_cast<std::size_t>(index.row())), index.column(), rolle);
+  return daten_der_Gruppe(gruppen_.at(index.row()), index.column(), rolle);
 }
 
-QVariant Vorgangsmodell::daten_der_Art(Vorgangsart art, int spalte, int rolle) const {
+QVariant Vorgangsmodell::daten_der_Gruppe(const Gruppe& gruppe, int spalte, int rolle) {
   if (rolle == Qt::FontRole) {
     QFont schrift;
     schrift.setBold(true);
     return schrift;
   }
   if (spalte != Nummer || rolle != Qt::DisplayRole) return {};
-  return u"%1 (%2)"_s.arg(vorgang::woerter(art).mehrzahl).arg(vorgaenge_.at(static_cast<std::size_t>(art)).size());
+  return u"%1 (%2)"_s.arg(gruppe.art.mehrzahl).arg(gruppe.vorgaenge.size());
 }
 
 QVariant Vorgangsmodell::headerData(int abschnitt, Qt::Orientation richtung, int rolle) const {
@@ -98,21 +110,4 @@ QVariant Vorgangsmodell::headerData(int abschnitt, Qt::Orientation richtung, int
         Qt::Alignment((abschnitt == Bilder ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
   if (rolle != Qt::DisplayRole) return {};
   return abschnitt == Nummer ? u"Vorgang"_s : abschnitt == Betreff ? u"Kunde oder Betreff"_s : u"Bilder"_s;
-}
-
-void Vorgangsfilter::setze_Filter(const QString& text) {
-  worte_ = text.simplified().split(u' ', Qt::SkipEmptyParts);
-  invalidateFilter();
-}
-
-bool Vorgangsfilter::filterAcceptsRow(int zeile, const QModelIndex& oberhalb) const {
-  if (worte_.isEmpty()) return true;
-  // A kind shows with its records or not at all.
-  if (!oberhalb.isValid()) return false;
-  const auto* modell = dynamic_cast<const Vorgangsmodell*>(sourceModel());
-  if (!modell) return false;
-  const Vorgang* vorgang = modell->vorgang(modell->index(zeile, 0, oberhalb));
-  const QString text = vorgang::infozeile(*vorgang) + u' ' + vorgang::woerter(vorgang->art).mehrzahl;
-  return std::all_of(
-      worte_.begin(), worte_.end(), [&](const QString& wort) { return text.contains(wort, Qt::CaseInsensitive); });
 }

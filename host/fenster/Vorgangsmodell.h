@@ -2,14 +2,11 @@
 
 #include <QAbstractItemModel>
 #include <QList>
-#include <QSortFilterProxyModel>
-#include <QStringList>
-#include <array>
 
 #include "host/betrieb/vorgang/Vorgang.h"
 
-/// The business records as a tree of two levels: the kinds, and below each its records with number, subject and number
-/// of pictures.
+/// The records of an answer as a tree of two levels: the kinds that occur, and below each its records with number,
+/// subject and number of pictures, in the order of the answer.
 class Vorgangsmodell final : public QAbstractItemModel {
  public:
   enum Spalte { Nummer, Betreff, Bilder, Spaltenzahl };
@@ -23,7 +20,9 @@ class Vorgangsmodell final : public QAbstractItemModel {
   /// The index of a record, by its keys or by its number as the user says it; not valid when it is not there.
   QModelIndex index_von(const Vorgang& vorgang) const;
   QModelIndex index_von(const QString& nummer) const;
-  bool leer() const;
+  bool leer() const { return gruppen_.isEmpty(); }
+  /// Number of all records.
+  int anzahl() const;
 
   QModelIndex index(int zeile, int spalte, const QModelIndex& oberhalb = {}) const override;
   QModelIndex parent(const QModelIndex& index) const override;
@@ -33,22 +32,14 @@ class Vorgangsmodell final : public QAbstractItemModel {
   QVariant headerData(int abschnitt, Qt::Orientation richtung, int rolle) const override;
 
  private:
-  QVariant daten_der_Art(Vorgangsart art, int spalte, int rolle) const;
+  /// The records of one kind.
+  struct Gruppe {
+    vorgang::Art art;
+    QList<Vorgang> vorgaenge;
+  };
+  static QVariant daten_der_Gruppe(const Gruppe& gruppe, int spalte, int rolle);
   template <class Bedingung>
   QModelIndex suche(Bedingung&& bedingung) const;
 
-  std::array<QList<Vorgang>, Vorgangsarten.size()> vorgaenge_;
-};
-
-/// Lets the records pass whose number, subject or kind holds every word of the filter, in any case.
-class Vorgangsfilter final : public QSortFilterProxyModel {
- public:
-  explicit Vorgangsfilter(QObject* besitzer) : QSortFilterProxyModel(besitzer) { setRecursiveFilteringEnabled(true); }
-  void setze_Filter(const QString& text);
-
- protected:
-  bool filterAcceptsRow(int zeile, const QModelIndex& oberhalb) const override;
-
- private:
-  QStringList worte_;
+  QList<Gruppe> gruppen_;
 };

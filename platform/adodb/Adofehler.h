@@ -10,6 +10,7 @@ namespace adodb {
 enum ErrorValueEnum : std::int32_t {
   adErrInvalidArgument = 3001,
   adErrNoCurrentRecord = 3021,
+  adErrFeatureNotAvailable = 3251,
   adErrItemNotFound = fehlernummer::SpalteFehlt,
   adErrObjectClosed = fehlernummer::ObjektGeschlossen,
   adErrObjectOpen = 3705,

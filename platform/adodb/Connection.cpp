@@ -17,6 +17,11 @@ QString mit_Anmeldung(QString zeichenfolge, const QString& benutzer, const QStri
   return zeichenfolge;
 }
 
+std::shared_ptr<Recordset> als_Satz(Ergebnis ergebnis) {
+  if (ergebnis.spalten.isEmpty()) return std::make_shared<Recordset>();
+  return std::make_shared<Recordset>(std::move(ergebnis));
+}
+
 }  // namespace
 
 Connection::Connection() = default;
@@ -60,9 +65,16 @@ void Connection::Close() {
 std::shared_ptr<Recordset> Connection::Execute(const QString& text, std::int32_t options) {
   Q_UNUSED(options);
   if (State() != adStateOpen) throw adofehler(adErrObjectClosed);
-  Ergebnis ergebnis = treiber_->fuehre_aus(text);
-  if (ergebnis.spalten.isEmpty()) return std::make_shared<Recordset>();
-  return std::make_shared<Recordset>(std::move(ergebnis));
+  return als_Satz(treiber_->fuehre_aus(text));
+}
+
+std::shared_ptr<Recordset> Connection::Execute(const QString& text, const std::vector<Wert>& werte) {
+  if (State() != adStateOpen) throw adofehler(adErrObjectClosed);
+  return als_Satz(treiber_->fuehre_aus(text, werte));
+}
+
+void Connection::Cancel() noexcept {
+  if (treiber_) treiber_->gib_auf();
 }
 
 }  // namespace adodb

@@ -3,6 +3,7 @@
 #include <QString>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "platform/adodb/Recordset.h"
 #include "platform/adodb/Treiber.h"
@@ -16,7 +17,8 @@ enum CommandTypeEnum : std::int32_t { adCmdText = 1 };
 /// States of a connection or a recordset.
 enum ObjectStateEnum : std::int32_t { adStateClosed = 0, adStateOpen = 1 };
 
-/// A connection to a database. Shared as `std::shared_ptr<Connection>`; used by one thread at a time.
+/// A connection to a database. Shared as `std::shared_ptr<Connection>`; used by one thread at a time,
+/// but for `Cancel`.
 class KVO_EXPORT Connection {
  public:
   Connection();
@@ -43,6 +45,12 @@ class KVO_EXPORT Connection {
   /// Runs one statement. A statement that returns no rows gives a closed recordset. Raises 3704 when the connection is
   /// closed, -2147217900 for a statement that fails.
   std::shared_ptr<Recordset> Execute(const QString& text, std::int32_t options = -1);
+  /// The same with a value for each marker "?" of the text, as Treiber::fuehre_aus says. Raises 3251 for a driver that
+  /// has no parameters.
+  std::shared_ptr<Recordset> Execute(const QString& text, const std::vector<Wert>& werte);
+  /// Gives up the statement that another thread has in Execute, as Treiber::gib_auf says. From any thread, as long as
+  /// the connection is neither opened nor closed meanwhile.
+  void Cancel() noexcept;
 
  private:
   QString verbindungszeichenfolge_;

@@ -104,18 +104,45 @@ void nimm_Anweisung(QStringList& anweisungen, QStringView text) {
   if (!ist_leere_Anweisung(text)) anweisungen.append(text.trimmed().toString());
 }
 
+/// Follows a statement to its end: tells which semicolons part a trigger's body instead of ending it.
+class Triggerwache {
+ public:
+  /// A piece that is neither blank nor comment.
+  void sieh_an(QStringView text, const Sqlstueck& stueck) {
+    const QStringView wort = text.sliced(stueck.beginn, stueck.ende - stueck.beginn);
+    const auto ist = [&](QStringView name) { return wort.compare(name, Qt::CaseInsensitive) == 0; };
+    if (nummer_ == 0) erzeugt_ = ist(u"CREATE");
+    // TEMP may stand between.
+    if (erzeugt_ && nummer_ >= 1 && nummer_ <= 2 && ist(u"TRIGGER")) im_Trigger_ = true;
+    // An END of CASE stands before the semicolon, the body's own behind it.
+    if (im_Trigger_ && hinter_Semikolon_ && ist(u"END")) im_Trigger_ = false;
+    hinter_Semikolon_ = wort == u";";
+    ++nummer_;
+  }
+  bool haelt() const noexcept { return im_Trigger_; }
+
+ private:
+  int nummer_ = 0;
+  bool erzeugt_ = false;
+  bool im_Trigger_ = false;
+  bool hinter_Semikolon_ = false;
+};
+
 }  // namespace
 
 QStringList zerlege_skript(const QString& skript) {
   QStringList anweisungen;
   const QStringView text(skript);
   SqlZerleger zerleger(text);
+  Triggerwache wache;
   qsizetype anfang = 0;
   while (const auto stueck = zerleger.naechstes()) {
-    const bool semikolon = stueck->art == Art::Zeichen && text[stueck->beginn] == u';';
+    if (stueck->art != Art::Leer && stueck->art != Art::Kommentar) wache.sieh_an(text, *stueck);
+    const bool semikolon = stueck->art == Art::Zeichen && text[stueck->beginn] == u';' && !wache.haelt();
     if (!semikolon && !(stueck->art == Art::Wort && ist_GO_Zeile(text, *stueck))) continue;
     nimm_Anweisung(anweisungen, text.sliced(anfang, stueck->beginn - anfang));
     anfang = stueck->ende;
+    wache = Triggerwache();
   }
   nimm_Anweisung(anweisungen, text.sliced(anfang));
   return anweisungen;

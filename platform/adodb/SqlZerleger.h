@@ -48,8 +48,8 @@ class SqlZerleger {
 bool ist_leere_Anweisung(QStringView text);
 
 /// The single statements of a script, without their semicolons and trimmed; statements that are empty or hold only a
-/// comment are left out. A line that holds nothing but the word GO ends a statement as well. A statement with
-/// semicolons of its own (a trigger's body) is not understood.
+/// comment are left out. A line that holds nothing but the word GO ends a statement as well. The body of a CREATE
+/// TRIGGER belongs to it up to the END behind its last semicolon; no other statement may have semicolons of its own.
 KVO_EXPORT QStringList zerlege_skript(const QString& skript);
 
 }  // namespace adodb

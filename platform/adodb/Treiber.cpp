@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/adodb/Adofehler.h"
+
 namespace adodb {
 
 Datenbankfehler::Datenbankfehler(
@@ -11,5 +13,12 @@ Datenbankfehler::Datenbankfehler(
 Datenbankfehler::~Datenbankfehler() = default;
 
 Treiber::~Treiber() = default;
+
+Ergebnis Treiber::fuehre_aus(const QString& text, const std::vector<Wert>& werte) {
+  if (!werte.empty()) throw adofehler(adErrFeatureNotAvailable);
+  return fuehre_aus(text);
+}
+
+void Treiber::gib_auf() noexcept {}
 
 }  // namespace adodb

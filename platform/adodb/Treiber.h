@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "platform/adodb/Werte.h"
 #include "platform/basic/Laufzeitfehler.h"
@@ -36,8 +37,9 @@ class KVO_EXPORT Datenbankfehler : public Laufzeitfehler {
   std::int32_t native_Nummer_;
 };
 
-/// One database behind a Connection. A driver belongs to one connection and is used by one thread.
-/// Every failure is a Laufzeitfehler, a Datenbankfehler where the database spoke.
+/// One database behind a Connection. A driver belongs to one connection and is used by one thread; only `gib_auf` may
+/// come from others. Every failure is a Laufzeitfehler, a Datenbankfehler where the database
+/// spoke.
 class KVO_EXPORT Treiber {
  public:
   virtual ~Treiber();
@@ -49,6 +51,20 @@ class KVO_EXPORT Treiber {
   virtual bool ist_offen() const noexcept = 0;
   /// Runs one statement text to its end and reads all its rows.
   virtual Ergebnis fuehre_aus(const QString& text) = 0;
+  /// The same with a value for each of the text's markers "?", in their order; no value ever becomes a part of the
+  /// text. Texts, whole numbers and numbers arrive as such and unchanged, but for half of a surrogate pair that stands
+  /// alone, which may become "?". Raises -2147217900, before anything ran, for another number of values than markers,
+  /// for a text with a zero character and for a number that is infinite or none. Without values it is
+  /// `fuehre_aus(text)`. A driver that does not override it has no parameters and raises 3251.
+  virtual Ergebnis fuehre_aus(const QString& text, const std::vector<Wert>& werte);
+
+  /// Gives up the statement that runs, also while it waits for a lock. May be called from any thread while another one
+  /// is in `fuehre_aus`, not while one opens or closes; harmless when nothing runs, also for the next statement. Comes
+  /// back at once, and does not wait for the end. The statement then fails with a Datenbankfehler of SQLSTATE "HY008",
+  /// unless it has ended by itself meanwhile; on a server it may have written all the same. An open transaction may be
+  /// taken back by it. What comes in the instant in which a statement is just being sent may be lost: whoever waits for
+  /// the end says it again. A driver that does not override it can't give up.
+  virtual void gib_auf() noexcept;
 };
 
 using Treiberfabrik = std::function<std::unique_ptr<Treiber>()>;

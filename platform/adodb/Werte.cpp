@@ -1,5 +1,6 @@
 #include "platform/adodb/Werte.h"
 
+#include <QStringDecoder>
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -150,7 +151,10 @@ void Werte::haenge_utf8_an(const char* bytes, std::size_t laenge, std::size_t br
     return;
   }
   if (std::any_of(bytes, bytes + laenge, [](char b) { return (b & '\x80') != 0; })) {
-    haenge_text_an(QString::fromUtf8(bytes, static_cast<qsizetype>(laenge)), breite);
+    // QString::fromUtf8 would take a first U+FEFF for a mark of the byte order.
+    using Wunsch = QStringDecoder::Flag;
+    QStringDecoder leser(QStringDecoder::Utf8, Wunsch::Stateless | Wunsch::ConvertInitialBom);
+    haenge_text_an(QString(leser(QByteArrayView(bytes, static_cast<qsizetype>(laenge)))), breite);
     return;
   }
   zellen_.push_back(neuer_Text(static_cast<qsizetype>(laenge)));

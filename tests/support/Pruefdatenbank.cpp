@@ -43,7 +43,7 @@ void Mitschrift::pruefe_Oeffnen() const {
     throw adodb::Datenbankfehler(beim_Oeffnen_, u"Die Verbindung sollte scheitern"_s, u"08001"_s, 0);
 }
 
-void Mitschrift::nimm(Seite seite, const QString& text) {
+void Mitschrift::nimm(Seite seite, const QString& text, const std::vector<adodb::Wert>& werte) {
   std::int32_t nummer = 0;
   for (auto plan = plaene_.begin(); plan != plaene_.end();) {
     const bool gezaehlt = plan->n > 0;
@@ -51,7 +51,7 @@ void Mitschrift::nimm(Seite seite, const QString& text) {
     if (trifft) nummer = plan->nummer;
     plan = gezaehlt && trifft ? plaene_.erase(plan) : plan + 1;
   }
-  eintraege_.push_back({seite, text, nummer != 0});
+  eintraege_.push_back({seite, text, nummer != 0, werte});
   if (nummer != 0) throw adodb::Datenbankfehler(nummer, u"Die Anweisung sollte scheitern"_s, u"HY000"_s, 0);
   if (dabei_) dabei_(text);
   weitergegeben_.append(text);
@@ -66,10 +66,10 @@ void Aufzeichner::oeffne(const QString& verbindungszeichenfolge) {
   innen_->oeffne(verbindungszeichenfolge);
 }
 
-adodb::Ergebnis Aufzeichner::fuehre_aus(const QString& text) {
-  mitschrift_->nimm(seite_, text);
+adodb::Ergebnis Aufzeichner::fuehre_aus(const QString& text, const std::vector<adodb::Wert>& werte) {
+  mitschrift_->nimm(seite_, text, werte);
   try {
-    return innen_->fuehre_aus(text);
+    return innen_->fuehre_aus(text, werte);
   } catch (...) {
     mitschrift_->eintraege_.back().gescheitert = true;
     throw;

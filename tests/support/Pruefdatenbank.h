@@ -22,6 +22,8 @@ class Mitschrift {
     Seite seite = Seite::Wirt;
     QString text;
     bool gescheitert = false;
+    /// The values of its markers.
+    std::vector<adodb::Wert> werte = {};
   };
 
   /// All texts since the last fetch, oldest first, those that failed too; the list is empty afterwards.
@@ -55,8 +57,8 @@ class Mitschrift {
     std::int32_t nummer = 0;
   };
   void pruefe_Oeffnen() const;
-  /// Notes the text; raises when it is to fail.
-  void nimm(Seite seite, const QString& text);
+  /// Notes the text and the values of its markers; raises when it is to fail.
+  void nimm(Seite seite, const QString& text, const std::vector<adodb::Wert>& werte);
 
   std::vector<Eintrag> eintraege_;
   QStringList weitergegeben_;
@@ -74,7 +76,9 @@ class Aufzeichner final : public adodb::Treiber {
   void oeffne(const QString& verbindungszeichenfolge) override;
   void schliesse() noexcept override { innen_->schliesse(); }
   bool ist_offen() const noexcept override { return innen_->ist_offen(); }
-  adodb::Ergebnis fuehre_aus(const QString& text) override;
+  adodb::Ergebnis fuehre_aus(const QString& text) override { return fuehre_aus(text, {}); }
+  adodb::Ergebnis fuehre_aus(const QString& text, const std::vector<adodb::Wert>& werte) override;
+  void gib_auf() noexcept override { innen_->gib_auf(); }
 
  private:
   std::shared_ptr<Mitschrift> mitschrift_;
@@ -109,7 +113,7 @@ class Pruefdatenbank {
   /// Number of rows of Bild_Zuordnungen; `where` is a condition without the word, or empty.
   int anzahl(const QString& where = {});
 
-  /// What came to the server since the last question, letter by letter, with anything that is no batch in angle
+  /// What came to the server since the last question, letter by letter, with anything that is no statement in angle
   /// brackets; on SQLite what was passed on to it.
   QStringList angekommen();
   /// Where there is a server: what came to it is what was passed on, letter by letter and in that order, and nothing

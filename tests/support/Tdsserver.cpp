@@ -91,8 +91,19 @@ QStringList Tdsserver::angekommen() {
   for (const auto eintrag : protokoll()) {
     const QString art = eintrag["art"_L1].toString();
     if (art == "anmeldung"_L1 || art == "ende"_L1) continue;
+    if (!eintrag["gebunden"_L1].isUndefined()) {
+      texte.append(eintrag["anweisung"_L1].toString());
+      continue;
+    }
     const QString text = eintrag["text"_L1].toString();
     texte.append(art == "stapel"_L1 ? text : u"<%1 %2%3>"_s.arg(art, eintrag["name"_L1].toString(), text));
   }
   return texte;
+}
+
+QList<QJsonArray> Tdsserver::gebundene() {
+  QList<QJsonArray> werte;
+  for (const auto eintrag : protokoll())
+    if (eintrag["gebunden"_L1].isArray()) werte.append(eintrag["gebunden"_L1].toArray());
+  return werte;
 }

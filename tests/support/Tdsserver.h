@@ -25,9 +25,12 @@ class Tdsserver {
   QString steuere(const QString& zeile);
   /// The batches that arrived since `steuere("protokoll-leeren")`, letter by letter.
   QStringList stapel();
-  /// All that clients had the server do since then, but for logins: a batch as its text, anything else (a procedure's
-  /// call, a transaction, a cancellation) as its kind and name in angle brackets.
+  /// All that clients had the server do since then, but for logins: a batch as its text, a statement with values as its
+  /// text with "?" for each, anything else (a procedure's call, a transaction, a cancellation) as its kind and name in
+  /// angle brackets.
   QStringList angekommen();
+  /// The values of each statement that came with some.
+  QList<QJsonArray> gebundene();
 
  private:
   QJsonArray protokoll();

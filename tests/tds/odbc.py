@@ -83,18 +83,20 @@ class Verbindung:
         finally:
             self._lib.SQLFreeHandle(STMT, stmt)
 
-    def mit_parametern(self, text: str, werte: list[str]) -> list[Resultat]:
-        """Runs a text with a text for each question mark, prepared."""
+    def mit_parametern(self, text: str, werte: list[str], vorbereitet: bool = True) -> list[Resultat]:
+        """Runs a text with a text for each question mark, prepared or at once."""
         stmt = self._griff(STMT, self._dbc)
         try:
-            self._pruefe(self._lib.SQLPrepareW(stmt, _weit(text), NTS), STMT, stmt)
+            if vorbereitet:
+                self._pruefe(self._lib.SQLPrepareW(stmt, _weit(text), NTS), STMT, stmt)
             puffer = [_weit(w) for w in werte]
             laengen = [ctypes.c_ssize_t(NTS) for _ in werte]
             for i, (p, laenge) in enumerate(zip(puffer, laengen), 1):
                 self._pruefe(self._lib.SQLBindParameter(
                     stmt, ctypes.c_ushort(i), 1, W_CHAR, -9, ctypes.c_size_t(50), 0, p, ctypes.c_ssize_t(len(p)),
                     ctypes.byref(laenge)), STMT, stmt)  # fmt: skip
-            self._pruefe(self._lib.SQLExecute(stmt), STMT, stmt)
+            lauf = self._lib.SQLExecute(stmt) if vorbereitet else self._lib.SQLExecDirectW(stmt, _weit(text), NTS)
+            self._pruefe(lauf, STMT, stmt)
             return [self._lies(stmt)]
         finally:
             self._lib.SQLFreeHandle(STMT, stmt)

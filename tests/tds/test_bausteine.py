@@ -13,7 +13,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from tdsserver import anfragen, antworten, pakete, typen  # noqa: E402
-from tdsserver.anfragen import Parameter  # noqa: E402
+from tdsserver.anfragen import Parameter, Prozeduraufruf  # noqa: E402
 from tdsserver.auftraege import Auftraege, Auftragsfehler, Eingriff  # noqa: E402
 from tdsserver.antwortbau import Antwortbau  # noqa: E402
 from tdsserver.auskunft import Sitzungswerte  # noqa: E402
@@ -22,7 +22,7 @@ from tdsserver.katalog import Katalog, zerlege_skript  # noqa: E402
 from tdsserver.leser import Leser, entziffere, verschluessele  # noqa: E402
 from tdsserver.maschine import Ergebnis  # noqa: E402
 from tdsserver.maschine_sqlite import vergleiche_servertext  # noqa: E402
-from tdsserver.prozeduren import setze_ein  # noqa: E402
+from tdsserver.prozeduren import Prozeduren, setze_ein  # noqa: E402
 from tdsserver.protokoll import Protokoll  # noqa: E402
 from tdsserver.stapel import Anweisungsende, Hinweis  # noqa: E402
 from tdsserver.typen import Typ  # noqa: E402
@@ -243,8 +243,17 @@ class TexteTest(unittest.TestCase):
 
     def test_parameter_werden_als_literale_eingesetzt(self) -> None:
         werte = [Parameter("", False, "O'Neil"), Parameter("@b", False, None), Parameter("", False, -3)]
-        self.assertEqual("select N'O''Neil', '@P1', NULL, -3",
-                         setze_ein("select @P1, '@P1', @B, @p3", "@P1 nvarchar(50),@b int,@p3 int", werte))  # fmt: skip
+        self.assertEqual("select N'O''Neil', '@P1', NULL, 1-(-3)",
+                         setze_ein("select @P1, '@P1', @B, 1-@p3", "@P1 nvarchar(50),@b int,@p3 int", werte))  # fmt: skip
+
+    def test_aufruf_mit_werten_zeigt_die_anweisung_des_programms_und_ihre_werte(self) -> None:
+        werte: list[typen.Wert] = ["select @P1, '@P2', @P22 /* @P1 */, @P2", "@P1 NVARCHAR(9),@P2 BIGINT", "O'N @P2", -3]
+        aufruf = Prozeduraufruf("sp_executesql", [Parameter("", False, w) for w in werte])
+        self.assertEqual({"anweisung": "select ?, '@P2', @P22 /* @P1 */, ?", "gebunden": ["O'N @P2", -3]},
+                         Prozeduren.gebundene(aufruf))  # fmt: skip
+        ohne = Prozeduraufruf("sp_executesql", [Parameter("", False, "select @P1")])
+        self.assertEqual({"anweisung": "select @P1", "gebunden": []}, Prozeduren.gebundene(ohne))
+        self.assertEqual({}, Prozeduren.gebundene(Prozeduraufruf("sp_prepare", ohne.parameter)))
 
     def test_vergleich_ohne_gross_und_klein_und_ohne_blanks_am_ende(self) -> None:
         self.assertEqual(0, vergleiche_servertext("ÄB  ", "äb"))

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import json
 import sys
 import threading
 import time
@@ -152,8 +153,11 @@ class AnweisungenTest(Fall):
         verbindung.fuehre_aus(EINFUEGEN + "('a', '', '', 1), ('b''ä', '', '', 2), ('c', '', '', 3)")
         ergebnis = verbindung.fuehre_aus("select Key1 from Bild_Zuordnungen order by SortIndex", zeigerart=3)[0]
         self.assertEqual((["Key1"], [["a"], ["b'ä"], ["c"]]), (ergebnis.namen, ergebnis.zeilen))
-        ergebnis = verbindung.mit_parametern("select SortIndex from Bild_Zuordnungen where Key1 = ?", ["b'ä"])[0]
-        self.assertEqual([["2"]], ergebnis.zeilen)
+        frage = "select SortIndex from Bild_Zuordnungen where Key1 = ? and '?' <> '@P1'"
+        for vorbereitet in (True, False):
+            self.assertEqual([["2"]], verbindung.mit_parametern(frage, ["b'ä"], vorbereitet)[0].zeilen)
+        aufruf = json.loads(self.server.steuere("protokoll"))[-1]
+        self.assertEqual(("sp_executesql", frage, ["b'ä"]), (aufruf["name"], aufruf["anweisung"], aufruf["gebunden"]))
 
     def test_auskunft_ueber_server_und_tabellen(self) -> None:
         verbindung = self.verbinde()

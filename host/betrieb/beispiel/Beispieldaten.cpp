@@ -139,7 +139,8 @@ void erzeuge(const QString& ordner) {
   const QString verbindung = datenordner::verbindung(ordner);
   schema::lege_an(verbindung);
   const auto offene = oeffne(verbindung);
-  for (const QString& anweisung : schema::wirtstabellen() + tabellen_des_Betriebs()) offene->Execute(anweisung);
+  schema::richte_Betrieb_ein(*offene);
+  for (const QString& anweisung : saetze_des_Betriebs()) offene->Execute(anweisung);
   QHash<const Beispielvorgang*, int> belegt;
   for (const Beispielbild& bild : bilder())
     if (bild.vorgang) offene->Execute(einfuegen(bild, belegt[bild.vorgang]++));

@@ -59,43 +59,34 @@ constexpr std::array<Beispielbild, 30> Bilder{{
     {30, u"Fahrzeug", Keiner, u"", nullptr, Exif::Gross, Quer},
 }};
 
-QString tabelle(const QString& name, QStringList spalten) {
-  for (QString& spalte : spalten) spalte += u" TEXT COLLATE SERVERTEXT"_s;
-  return u"CREATE TABLE %1 (%2)"_s.arg(name, spalten.join(u", "_s));
-}
-
 }  // namespace
 
 std::span<const Beispielbild> bilder() {
   return Bilder;
 }
 
-QStringList tabellen_des_Betriebs() {
+QStringList saetze_des_Betriebs() {
   return {
-      tabelle(u"Kunden"_s, {u"Kundennummer"_s, u"Name"_s, u"Ort"_s}),
       u"INSERT INTO Kunden VALUES ('10001', 'Bäckerei Huber', 'Freiburg'), ('10002', 'Familie Öztürk', 'Kirchzarten'), "
       u"('10003', 'Gemeinde Sankt Märgen', 'Sankt Märgen')"_s,
-      u"INSERT INTO BelegKopfZunft (Belegart, Belegnummer, Kundennummer, Projektnummer) VALUES "
-      u"('AB', '24-1001', '10001', 'P-24-07'), ('RE', '24-2003', '10002', 'P-24-11'), "
-      u"('AN', '24-3005', '10003', 'P-24-12')"_s,
-      tabelle(u"Montageauftraege"_s, {u"Belegart"_s, u"Belegnummer"_s, u"MontageNr"_s, u"Aufgabe"_s}),
-      u"INSERT INTO Montageauftraege VALUES ('AB', '24-1001', '1', 'Kessel und Verteiler'), "
-      u"('AB', '24-1001', '2', 'Elektrik und Fühler')"_s,
-      tabelle(u"Artikelstamm"_s, {u"Artikelnummer"_s, u"Bezeichnung"_s, u"Bezeichnung3"_s, u"Hauptlieferant"_s}),
-      u"INSERT INTO Artikelstamm VALUES ('WP-0900', 'Wärmepumpe 9 kW', 'außen aufgestellt', '70120'), "
-      u"('MI-0025', 'Dreiwegemischer DN 25', NULL, '70120'), "
-      u"('TH-0100', 'Thermostatkopf', 'Auslauf', '70300'), "
-      u"('TH-0110', 'Thermostatkopf, neue Ausführung', 'weiß', '70300'), "
-      u"('WT-0600', 'Waschtisch 60 cm', 'weiß, mit Überlauf', ''), ('AR-0010', 'Einhebelmischer', 'verchromt', NULL)"_s,
-      // The second stock of firms that keep one; the setting MitArtikelstammZF chooses it.
-      tabelle(u"ArtikelstammZF"_s, {u"Artikelnummer"_s, u"Bezeichnung"_s, u"Bezeichnung3"_s, u"Hauptlieferant"_s}),
+      u"INSERT INTO Vorgaenge (Typ1, Key1, Key2, Kundennummer, Projektnummer) VALUES "
+      u"('BEL', 'AB', '24-1001', '10001', 'P-24-07'), ('BEL', 'RE', '24-2003', '10002', 'P-24-11'), "
+      u"('BEL', 'AN', '24-3005', '10003', 'P-24-12')"_s,
+      u"INSERT INTO Vorgaenge (Typ1, Key1, Key2, Key3, Text) VALUES ('MON', 'AB', '24-1001', '1', 'Kessel und "
+      u"Verteiler'), "
+      u"('MON', 'AB', '24-1001', '2', 'Elektrik und Fühler')"_s,
+      u"INSERT INTO Vorgaenge (Typ1, Key1, Text) VALUES ('ART', 'WP-0900', 'Wärmepumpe 9 kW'), "
+      u"('ART', 'MI-0025', 'Dreiwegemischer DN 25'), ('ART', 'TH-0100', 'Thermostatkopf'), "
+      u"('ART', 'TH-0110', 'Thermostatkopf, neue Ausführung'), ('ART', 'WT-0600', 'Waschtisch 60 cm'), "
+      u"('ART', 'AR-0010', 'Einhebelmischer')"_s,
+      u"INSERT INTO Artikelzusatz VALUES ('WP-0900', 'außen aufgestellt', '70120'), ('MI-0025', NULL, '70120'), "
+      u"('TH-0100', 'Auslauf', '70300'), ('TH-0110', 'weiß', '70300'), ('WT-0600', 'weiß, mit Überlauf', ''), "
+      u"('AR-0010', 'verchromt', NULL)"_s,
       u"INSERT INTO ArtikelstammZF VALUES ('ZF-9001', 'Pumpengruppe', 'mit Mischer', '70120'), "
       u"('ZF-9002', 'Pufferspeicher 500 l', NULL, '')"_s,
-      tabelle(u"Einstellungen"_s, {u"Programm"_s, u"Benutzer"_s, u"Abschnitt"_s, u"Schluessel"_s, u"Wert"_s}),
-      u"INSERT INTO Einstellungen VALUES ('Standard', 'Standard', 'Firmendaten', 'MitArtikelstammZF', '0')"_s,
-      tabelle(u"Anlagen"_s, {u"Referenz1"_s, u"Referenz2"_s, u"Referenz3"_s, u"Bezeichnung"_s}),
-      u"INSERT INTO Anlagen VALUES ('10002', 'Solar', '1', 'Thermische Solaranlage'), "
-      u"('10002', 'Heizung', '1', 'Ölkessel')"_s,
+      u"INSERT INTO Vorgaenge (Typ1, Key1, Key2, Key3, Kundennummer, Text) VALUES "
+      u"('ANL', '10002', 'Solar', '1', '10002', 'Thermische Solaranlage'), "
+      u"('ANL', '10002', 'Heizung', '1', '10002', 'Ölkessel')"_s,
   };
 }
 

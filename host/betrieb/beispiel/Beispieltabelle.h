@@ -31,7 +31,7 @@ struct Beispielbild {
 };
 
 std::span<const Beispielbild> bilder();
-/// Statements that fill the host's tables, and make those that the component itself never reads.
-QStringList tabellen_des_Betriebs();
+/// Statements that fill the firm's tables.
+QStringList saetze_des_Betriebs();
 
 }  // namespace beispieldaten

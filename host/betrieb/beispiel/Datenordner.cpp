@@ -9,6 +9,7 @@
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/beispiel/Beispieldaten.h"
+#include "host/betrieb/beispiel/Uebernahme.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
@@ -102,7 +103,7 @@ bool datenordner::ist_frei(const QString& ordner) {
 }
 
 void datenordner::richte_ein(const QString& ordner) {
-  if (eingerichtet(ordner)) return;
+  if (eingerichtet(ordner)) return uebernahme::bringe_auf_Stand(ordner);
   const auto grund = versuche([&] { mache(ordner); });
   // Another start of the program may have come first.
   if (!grund || eingerichtet(ordner)) return;

@@ -13,7 +13,8 @@ bool ist_frei(const QString& ordner);
 
 /// Makes the folder with the sample data: the sample firm's records, and its picture tree, in which one assigned file
 /// is missing. All of it is made beside the folder and takes its name when it is complete. A folder that is set up
-/// already stays as it is; one that holds anything else is refused. Failures end with Abbruch, and nothing is left.
+/// already stays, with its database brought to the state of today; one that holds anything else is refused. Failures
+/// end with Abbruch, and nothing is left.
 void richte_ein(const QString& ordner);
 
 /// Removes a folder with all that is in it, as far as it goes; nothing where it is missing.

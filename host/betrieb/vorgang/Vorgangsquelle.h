@@ -2,24 +2,36 @@
 
 #include <QList>
 #include <QString>
-#include <QStringList>
+#include <cstdint>
 
 #include "host/betrieb/vorgang/Vorgang.h"
+#include "host/betrieb/vorgang/Vorgangsfilter.h"
 #include "platform/adodb/Connection.h"
 
-/// Reads the business records from the host's tables.
+/// Finds business records in the database. What the user typed goes there as values, never as a part of a statement.
+/// Everything raises what the connection raises.
 namespace vorgangsquelle {
 
-struct Bestand {
-  /// By kind, and by number within a kind.
-  QList<Vorgang> vorgaenge;
-  /// One line for each kind of record whose table could not be read.
-  QStringList hinweise;
+/// Where the records come from: tables of our own with an index for the search, the firm's view Bild_Vorgaenge, or,
+/// where there is no view, the records that have pictures.
+enum class Herkunft { Eigene, Sicht, Zuordnungen };
+Herkunft herkunft(adodb::Connection& verbindung);
+
+struct Frage {
+  Vorgangsfilter filter;
+  /// So many records at most.
+  int hoechstens = 200;
+  /// Just these records, as far as they are there, whatever the filter says.
+  bool nur_bestimmte = false;
+  QList<Datensatz> bestimmte;
 };
 
-/// Reads all records and the numbers of their pictures: one query for all numbers, one for each table of the host. A
-/// record that only Bild_Zuordnungen knows is listed too. A table of the host that is missing is told in `hinweise`.
-/// Raises what the connection raises for Bild_Zuordnungen.
-Bestand lies(adodb::Connection& verbindung);
+/// Numbers whose beginning was typed come first, then the newest: by Stand, those without one last, and by number. The
+/// pictures of what is given are counted in the same statement.
+QList<Vorgang> lies(adodb::Connection& verbindung, Herkunft herkunft, const Frage& frage);
+
+/// A filter's hits are counted so far; `zaehle` gives one more where there are more. Without a filter all are counted.
+inline constexpr std::int64_t Zaehlgrenze = 10000;
+std::int64_t zaehle(adodb::Connection& verbindung, Herkunft herkunft, const Frage& frage);
 
 }  // namespace vorgangsquelle

@@ -68,6 +68,13 @@ class Treiberverwaltung final : public OdbcSchicht {
         nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
   }
   SQLRETURN Disconnect(SQLHDBC verbindung) override { return SQLDisconnect(verbindung); }
+  SQLRETURN BindParameter(SQLHSTMT anweisung, SQLUSMALLINT nummer, SQLSMALLINT art, SQLSMALLINT typ, SQLULEN groesse,
+      const void* wert, SQLLEN bytes, SQLLEN* laenge) override {
+    // The value of an input is only read.
+    return SQLBindParameter(
+        anweisung, nummer, SQL_PARAM_INPUT, art, typ, groesse, 0, const_cast<SQLPOINTER>(wert), bytes, laenge);
+  }
+  SQLRETURN Cancel(SQLHSTMT anweisung) override { return SQLCancel(anweisung); }
   SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) override {
     return SQLExecDirectW(anweisung, zeichen(text), static_cast<SQLINTEGER>(text.size()));
   }

@@ -26,6 +26,13 @@ class OdbcSchicht {
   /// SQLDriverConnectW without any prompt.
   virtual SQLRETURN DriverConnect(SQLHDBC verbindung, const QString& zeichenfolge) = 0;
   virtual SQLRETURN Disconnect(SQLHDBC verbindung) = 0;
+  /// Binds the value of a marker, counted from 1, as input of the SQL type `typ`; `groesse` is the type's width in
+  /// characters or digits. `bytes` and `laenge` count bytes, a closing zero is in neither; `laenge` may be
+  /// SQL_NULL_DATA. Both places must live until the statement has run.
+  virtual SQLRETURN BindParameter(SQLHSTMT anweisung, SQLUSMALLINT nummer, SQLSMALLINT art, SQLSMALLINT typ,
+      SQLULEN groesse, const void* wert, SQLLEN bytes, SQLLEN* laenge) = 0;
+  /// The one call that may come while another thread is in a call on the same statement.
+  virtual SQLRETURN Cancel(SQLHSTMT anweisung) = 0;
   virtual SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) = 0;
   virtual SQLRETURN NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) = 0;
   /// `platz` and `laenge` count characters; `laenge` is the whole name's. `groesse` is the column's width, 0 where it

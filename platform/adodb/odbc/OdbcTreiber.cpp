@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "platform/adodb/Adofehler.h"
+#include "platform/adodb/Parameter.h"
+#include "platform/adodb/odbc/OdbcParameter.h"
 #include "platform/adodb/odbc/OdbcVerbindung.h"
 #include "platform/adodb/odbc/OdbcWerte.h"
 
@@ -32,15 +34,30 @@ class OdbcTreiber::Anweisung {
   SQLRETURN ergebnis_;
 };
 
+/// A statement that runs, from its first call to its last row: as long as it lives a wish to give up counts.
+class OdbcTreiber::Lauf {
+ public:
+  explicit Lauf(OdbcTreiber& treiber) : treiber_(treiber) { setze(true); }
+  ~Lauf() { setze(false); }
+  Q_DISABLE_COPY_MOVE(Lauf)
+
+ private:
+  void setze(bool laeuft) {
+    const std::lock_guard sperre(treiber_.schutz_);
+    treiber_.laeuft_ = laeuft;
+    treiber_.aufgegeben_ = false;
+  }
+
+  OdbcTreiber& treiber_;
+};
+
 namespace {
 
-[[noreturn]] void keine_Anweisung(const QString& worte) {
-  throw Datenbankfehler(fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s, 0);
-}
-
-/// The text with "?" for each half of a surrogate pair that stands alone.
-QString ohne_halbe_Paare(const QString& text) {
-  return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
+void pruefe_Text(const QString& text) {
+  if (text.trimmed().isEmpty()) keine_Anweisung(u"der Text ist leer"_s);
+  // Some drivers end a text at its first zero character and would run what stands before it.
+  if (text.contains(QChar(u'\0'))) keine_Anweisung(u"der Text enthält ein Nullzeichen"_s);
+  if (text.size() > std::numeric_limits<SQLINTEGER>::max()) keine_Anweisung(u"der Text ist zu lang"_s);
 }
 
 }  // namespace
@@ -57,7 +74,7 @@ void OdbcTreiber::oeffne(const QString& verbindungszeichenfolge) {
     if (aufruf.paketgroesse &&
         !SQL_SUCCEEDED(odbc_.SetConnectAttr(verbindung_, SQL_ATTR_PACKET_SIZE, *aufruf.paketgroesse)))
       odbc_unerfuellbar(u"der ODBC-Treiber nimmt die Paketgröße (Packet Size) nicht an"_s);
-    ganze_Paare_ = aufruf.art != OdbcArt::Hersteller;
+    art_ = aufruf.art;
     verbinde(aufruf.zeichenfolge, versuch);
   } catch (...) {
     schliesse();
@@ -90,40 +107,74 @@ void OdbcTreiber::schliesse() noexcept {
   if (umgebung_ != SQL_NULL_HENV) odbc_.FreeHandle(SQL_HANDLE_ENV, std::exchange(umgebung_, nullptr));
 }
 
-Ergebnis OdbcTreiber::fuehre_aus(const QString& text) {
+Ergebnis OdbcTreiber::fuehre_aus(const QString& text, const std::vector<Wert>& werte) {
   if (!offen_) throw adofehler(adErrObjectClosed);
-  if (text.trimmed().isEmpty()) keine_Anweisung(u"der Text ist leer"_s);
-  // Some drivers end a text at its first zero character and would run what stands before it.
-  if (text.contains(QChar(u'\0'))) keine_Anweisung(u"der Text enthält ein Nullzeichen"_s);
-  if (text.size() > std::numeric_limits<SQLINTEGER>::max()) keine_Anweisung(u"der Text ist zu lang"_s);
+  pruefe_Text(text);
+  pruefe_Werte(werte);
+  // A driver may pass over values that are too many.
+  if (!werte.empty()) pruefe_Anzahl(zaehle_Marken(text), werte.size());
+  const bool ganze_Paare = art_ != OdbcArt::Hersteller;
+  OdbcParameter parameter(werte, art_, ganze_Paare);
   const Anweisung anweisung(odbc_, verbindung_);
   if (!anweisung.gelungen()) throw odbc_Anweisungsfehler(odbc_Meldungen(odbc_, SQL_HANDLE_DBC, verbindung_), ist_tot());
+  const Lauf lauf(*this);
   // Forward-only and read-only cursors are ODBC's defaults, said here because anything else makes FreeTDS wrap the text
   // into a call of its own. A driver that has no scanning of escapes to turn off refuses the attribute, which is as
-  // good.
+  // good. Markers are found without it.
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_CURSOR_TYPE, SQL_CURSOR_FORWARD_ONLY);
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_CONCURRENCY, SQL_CONCUR_READ_ONLY);
   odbc_.SetStmtAttr(anweisung.griff(), SQL_ATTR_NOSCAN, SQL_NOSCAN_ON);
-  return lies_Ergebnisse(
-      anweisung.griff(), odbc_.ExecDirect(anweisung.griff(), ganze_Paare_ ? ohne_halbe_Paare(text) : text));
+  if (!parameter.binde(odbc_, anweisung.griff())) wirf_Anweisung(anweisung.griff());
+  const QString gesendeter = ganze_Paare ? ohne_halbe_Paare(text) : text;
+  const SQLRETURN ergebnis = rufe(anweisung.griff(), [&] { return odbc_.ExecDirect(anweisung.griff(), gesendeter); });
+  return lies_Ergebnisse(anweisung.griff(), ergebnis);
+}
+
+/// Makes a call that may wait for the server, unless the statement has been given up.
+SQLRETURN OdbcTreiber::rufe(SQLHSTMT anweisung, const OdbcWerte::Ruf& ruf) {
+  {
+    const std::lock_guard sperre(schutz_);
+    pruefe_Aufgabe();
+    wartende_ = anweisung;
+  }
+  const SQLRETURN ergebnis = ruf();
+  const std::lock_guard sperre(schutz_);
+  wartende_ = SQL_NULL_HSTMT;
+  return ergebnis;
+}
+
+void OdbcTreiber::gib_auf() noexcept {
+  const std::lock_guard sperre(schutz_);
+  if (!laeuft_) return;
+  aufgegeben_ = true;
+  if (wartende_ != SQL_NULL_HSTMT) odbc_.Cancel(wartende_);
 }
 
 /// SQL_NO_DATA from the execution means that the statement met no row; further results may follow.
 Ergebnis OdbcTreiber::lies_Ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis) {
   std::optional<Ergebnis> gelesenes;
   std::optional<OdbcWerte> leser;
-  if (ergebnis == SQL_NO_DATA) ergebnis = odbc_.MoreResults(anweisung);
-  for (; ergebnis != SQL_NO_DATA; ergebnis = odbc_.MoreResults(anweisung)) {
+  const auto naechstes = [&] { return rufe(anweisung, [&] { return odbc_.MoreResults(anweisung); }); };
+  if (ergebnis == SQL_NO_DATA) ergebnis = naechstes();
+  for (; ergebnis != SQL_NO_DATA; ergebnis = naechstes()) {
     if (!SQL_SUCCEEDED(ergebnis)) wirf_Anweisung(anweisung);
     if (gelesenes) continue;
     SQLSMALLINT spalten = 0;
     if (!SQL_SUCCEEDED(odbc_.NumResultCols(anweisung, &spalten))) wirf_Anweisung(anweisung);
     if (spalten <= 0) continue;
-    leser.emplace(odbc_, anweisung, [this, anweisung] { wirf_Anweisung(anweisung); });
+    leser.emplace(
+        odbc_, anweisung, [this, anweisung] { wirf_Anweisung(anweisung); },
+        [this, anweisung](const OdbcWerte::Ruf& ruf) { return rufe(anweisung, ruf); });
     gelesenes = leser->lies(spalten);
   }
   pruefe_Leitung();
+  // A result that was cut off ends as a whole one does.
+  pruefe_Aufgabe();
   return gelesenes ? std::move(*gelesenes) : Ergebnis();
+}
+
+void OdbcTreiber::pruefe_Aufgabe() const {
+  if (aufgegeben_) throw aufgegebene_Anweisung();
 }
 
 /// A driver may take a link that is cut between two rows for the end of the result.
@@ -141,7 +192,9 @@ void OdbcTreiber::wirf_Anweisung(SQLHSTMT anweisung) {
   const QList<OdbcMeldung> meldungen = odbc_Meldungen(odbc_, SQL_HANDLE_STMT, anweisung);
   const bool abgerissen = std::any_of(
       meldungen.begin(), meldungen.end(), [](const OdbcMeldung& m) { return m.sqlstate.startsWith("08"_L1); });
-  throw odbc_Anweisungsfehler(meldungen, abgerissen || ist_tot());
+  const bool tot = abgerissen || ist_tot();
+  if (!tot) pruefe_Aufgabe();
+  throw odbc_Anweisungsfehler(meldungen, tot);
 }
 
 }  // namespace adodb

@@ -1,19 +1,26 @@
 #pragma once
 
+#include <atomic>
+#include <mutex>
+#include <vector>
+
 #include "platform/adodb/Treiber.h"
 #include "platform/adodb/odbc/OdbcFehler.h"
 #include "platform/adodb/odbc/OdbcSchicht.h"
+#include "platform/adodb/odbc/OdbcTreiberwahl.h"
+#include "platform/adodb/odbc/OdbcWerte.h"
 
 namespace adodb {
 
 /// Microsoft SQL Server, over unixODBC and a driver of ODBC 3 (the maker's or FreeTDS).
 ///
-/// Connect string: see OdbcVerbindung.h and docs/DATENBANK.md. A text goes to the server as it stands, as one batch:
-/// nothing is prepared, bound or scanned for escapes, and no call beside it costs a round trip. Of a batch with several
-/// results the first one with columns is read; messages, row counts and warnings before and behind it are passed over,
-/// a failure anywhere in it is one of the whole text. Every result is read to its end before `fuehre_aus` returns. Half
-/// of a surrogate pair, which a cut to 50 or 250 characters may leave, passes through the maker's driver only. FreeTDS
-/// would send what stands before it and drop the rest, so there it becomes "?", as on SQLite.
+/// Connect string: see OdbcVerbindung.h and docs/DATENBANK.md. A text goes to the server as it stands, as one batch,
+/// or with the values of its markers as one call of sp_executesql: nothing is prepared or scanned for escapes, and no
+/// call beside it costs a round trip. Of a batch with several results the first one with columns is read; messages, row
+/// counts and warnings before and behind it are passed over, a failure anywhere in it is one of the whole text. Every
+/// result is read to its end before `fuehre_aus` returns. Half of a surrogate pair, which a cut to 50 or 250 characters
+/// may leave, passes through the maker's driver only. FreeTDS would send what stands before it and drop the rest, so
+/// there it becomes "?", as on SQLite, in values too.
 ///
 /// Once the link is gone, the statement that meets it fails, and so do all later ones. Nothing is opened anew; the
 /// connection counts as open until it is closed.
@@ -30,13 +37,20 @@ class OdbcTreiber final : public Treiber {
   bool ist_offen() const noexcept override { return offen_; }
   /// Raises -2147217900 for a statement that fails, also for one that meets a dead link; for an empty text and one with
   /// a zero character, before anything is sent; 3704 when closed.
-  Ergebnis fuehre_aus(const QString& text) override;
+  Ergebnis fuehre_aus(const QString& text) override { return fuehre_aus(text, {}); }
+  Ergebnis fuehre_aus(const QString& text, const std::vector<Wert>& werte) override;
+  /// Asks the server to stop. A statement that was asked so fails in every case: whether it wrote before is not known.
+  /// The connection goes on.
+  void gib_auf() noexcept override;
 
  private:
   class Anweisung;
+  class Lauf;
   void lege_Griffe_an();
   void verbinde(const QString& zeichenfolge, const OdbcVersuch& versuch);
+  SQLRETURN rufe(SQLHSTMT anweisung, const OdbcWerte::Ruf& ruf);
   Ergebnis lies_Ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis);
+  void pruefe_Aufgabe() const;
   void pruefe_Leitung();
   bool ist_tot();
   [[noreturn]] void wirf_Anweisung(SQLHSTMT anweisung);
@@ -45,7 +59,13 @@ class OdbcTreiber final : public Treiber {
   SQLHENV umgebung_ = SQL_NULL_HENV;
   SQLHDBC verbindung_ = SQL_NULL_HDBC;
   bool offen_ = false;
-  bool ganze_Paare_ = false;
+  OdbcArt art_ = OdbcArt::Unbekannt;
+  std::mutex schutz_;
+  bool laeuft_ = false;
+  /// The statement in a call that waits for the server. Asked to stop between two calls, FreeTDS would have the asking
+  /// thread wait for the server's answer; and a handle that has gone must not be reached.
+  SQLHSTMT wartende_ = SQL_NULL_HSTMT;
+  std::atomic<bool> aufgegeben_ = false;
 };
 
 }  // namespace adodb

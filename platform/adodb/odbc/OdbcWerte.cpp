@@ -29,10 +29,12 @@ QString als_QString(const char16_t* zeichen, qsizetype anzahl) {
 
 }  // namespace
 
-OdbcWerte::OdbcWerte(OdbcSchicht& odbc, SQLHSTMT anweisung, std::function<void()> fehler)
+OdbcWerte::OdbcWerte(
+    OdbcSchicht& odbc, SQLHSTMT anweisung, std::function<void()> fehler, std::function<SQLRETURN(const Ruf&)> rufe)
     : odbc_(odbc),
       anweisung_(anweisung),
       fehler_(std::move(fehler)),
+      rufe_(std::move(rufe)),
       bindung_(odbc, anweisung),
       stueck_(Stueckgroesse) {}
 
@@ -42,13 +44,17 @@ Ergebnis OdbcWerte::lies(SQLSMALLINT spalten) {
   for (SQLUSMALLINT i = 1; i <= breite; ++i) ergebnis.spalten.append(lies_Spalte(i));
   bindung_.binde();
   Werte& werte = ergebnis.werte;
-  for (SQLRETURN schritt = bindung_.hole(); schritt != SQL_NO_DATA; schritt = bindung_.hole()) {
+  for (SQLRETURN schritt = hole_Block(); schritt != SQL_NO_DATA; schritt = hole_Block()) {
     pruefe(schritt);
     // A driver that says neither rows nor an end would be asked for ever.
     if (bindung_.zeilen() == 0) fehler_();
     nimm_Block(werte);
   }
   return ergebnis;
+}
+
+SQLRETURN OdbcWerte::hole_Block() {
+  return rufe_([this] { return bindung_.hole(); });
 }
 
 /// Reads the rows of the block behind the others, column by column.

@@ -14,8 +14,12 @@ namespace adodb {
 /// characters as they are with their blanks, times in ODBC's form, bytes in hexadecimal form.
 class OdbcWerte {
  public:
-  /// `fehler` is called when a call failed; it must raise.
-  OdbcWerte(OdbcSchicht& odbc, SQLHSTMT anweisung, std::function<void()> fehler);
+  /// A call on the statement that may wait for the server.
+  using Ruf = std::function<SQLRETURN()>;
+
+  /// `fehler` is called when a call failed; it must raise. `rufe` makes a call that fetches rows; it may raise instead.
+  OdbcWerte(
+      OdbcSchicht& odbc, SQLHSTMT anweisung, std::function<void()> fehler, std::function<SQLRETURN(const Ruf&)> rufe);
 
   /// Reads the columns' names and then every row to the last.
   Ergebnis lies(SQLSMALLINT spalten);
@@ -24,6 +28,7 @@ class OdbcWerte {
   enum class Lesart { Ganzzahl, Zahl, Text };
   QString lies_Spalte(SQLUSMALLINT spalte);
   static Lesart lesart(SQLSMALLINT typ);
+  SQLRETURN hole_Block();
   void nimm_Block(Werte& werte);
   void nimm_gebundenen(std::size_t spalte, std::size_t zeile, std::size_t nummer, Werte& werte);
   void lies_Wert(SQLUSMALLINT spalte, Lesart art, std::size_t nummer, Werte& werte);
@@ -37,6 +42,7 @@ class OdbcWerte {
   OdbcSchicht& odbc_;
   SQLHSTMT anweisung_;
   std::function<void()> fehler_;
+  std::function<SQLRETURN(const Ruf&)> rufe_;
   std::vector<Lesart> lesarten_;
   OdbcBindung bindung_;
   std::vector<char16_t> stueck_;

@@ -60,7 +60,7 @@ void SqliteSperre::beginne_Anweisung() noexcept {
   beginn_.reset();
   pause_ = 1ms;
   begrenzt_ = false;
-  aufgegeben_ = false;
+  Grenze_erreicht_ = false;
 }
 
 bool SqliteSperre::eigener_Thread_haelt() const noexcept {
@@ -75,6 +75,7 @@ bool SqliteSperre::eigener_Thread_haelt() const noexcept {
 }
 
 bool SqliteSperre::warte(bool begrenzt) noexcept {
+  if (aufgabe_.gewuenscht()) return false;
   const auto jetzt = std::chrono::steady_clock::now();
   if (!beginn_) {
     beginn_ = jetzt;
@@ -84,13 +85,13 @@ bool SqliteSperre::warte(bool begrenzt) noexcept {
   begrenzt_ = begrenzt_ || begrenzt;
   const auto vergangen = std::chrono::duration_cast<std::chrono::milliseconds>(jetzt - *beginn_);
   if (begrenzt_ && vergangen >= grenze_) {
-    aufgegeben_ = true;
+    Grenze_erreicht_ = true;
     return false;
   }
   pausen_.fetch_add(1, std::memory_order_relaxed);
-  std::this_thread::sleep_for(begrenzt_ ? std::min(pause_, grenze_ - vergangen) : pause_);
+  aufgabe_.pausiere(begrenzt_ ? std::min(pause_, grenze_ - vergangen) : pause_);
   pause_ = std::min(2 * pause_, LaengstePause);
-  return true;
+  return !aufgabe_.gewuenscht();
 }
 
 int SqliteSperre::bei_Sperre(void* selbst, int) {
@@ -98,7 +99,7 @@ int SqliteSperre::bei_Sperre(void* selbst, int) {
 }
 
 bool SqliteSperre::warte_nach(int ergebnis) noexcept {
-  if (aufgegeben_) return false;
+  if (Grenze_erreicht_) return false;
   const bool in_Transaktion = sqlite3_get_autocommit(datenbank_) == 0;
   if (in_Transaktion && ergebnis == SQLITE_BUSY_SNAPSHOT) return false;
   // A lock inside the connection or against its own transaction may never go away by itself.

@@ -3,28 +3,22 @@
 #include <sqlite3.h>
 
 #include <cerrno>
-#include <memory>
 #include <utility>
 
 #include "platform/adodb/Adofehler.h"
+#include "platform/adodb/Parameter.h"
 #include "platform/adodb/SqlZerleger.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/adodb/sqlite/SqliteDialekt.h"
 #include "platform/adodb/sqlite/SqliteKollation.h"
+#include "platform/adodb/sqlite/SqliteSuche.h"
 #include "platform/basic/Nachschlagen.h"
-#include "platform/basic/Windows1252.h"
 #include "platform/files/Pfadkarte.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
 namespace {
-
-struct Abschluss {
-  void operator()(sqlite3_stmt* anweisung) const noexcept { sqlite3_finalize(anweisung); }
-};
-/// A prepared statement, finalized at the end of its scope.
-using Anweisung = std::unique_ptr<sqlite3_stmt, Abschluss>;
 
 bool ist_gesperrt(int ergebnis) {
   return (ergebnis & 0xFF) == SQLITE_BUSY || (ergebnis & 0xFF) == SQLITE_LOCKED;
@@ -39,11 +33,6 @@ QString sqlstate(int ergebnis) {
 [[noreturn]] void keine_Verbindung(const QString& worte, int ergebnis = SQLITE_CANTOPEN) {
   throw Datenbankfehler(
       fehlernummer::Verbindung, u"Die Verbindung zur Datenbank ist fehlgeschlagen: "_s + worte, u"08001"_s, ergebnis);
-}
-
-[[noreturn]] void keine_Anweisung(const QString& worte) {
-  throw Datenbankfehler(
-      fehlernummer::Anweisung, u"Die Anweisung ist fehlgeschlagen: "_s + worte, u"42000"_s, SQLITE_ERROR);
 }
 
 void pruefe_Schluesselworte(const Verbindungszeichenfolge& folge) {
@@ -83,44 +72,10 @@ QByteArray dateipfad(const QString& quelle) {
   return pfad.startsWith('/') ? pfad : "./" + pfad;
 }
 
-/// Reads one value of the current row behind the others.
-void lies_Wert(sqlite3_stmt* anweisung, int spalte, std::size_t breite, Werte& werte) {
-  switch (sqlite3_column_type(anweisung, spalte)) {
-    case SQLITE_TEXT: {
-      const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(anweisung, spalte));
-      werte.haenge_utf8_an(bytes, static_cast<std::size_t>(sqlite3_column_bytes(anweisung, spalte)), breite);
-      break;
-    }
-    case SQLITE_INTEGER:
-      werte.haenge_zahl_an(std::int64_t{sqlite3_column_int64(anweisung, spalte)});
-      break;
-    case SQLITE_FLOAT:
-      werte.haenge_zahl_an(sqlite3_column_double(anweisung, spalte));
-      break;
-    case SQLITE_BLOB: {
-      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(anweisung, spalte));
-      werte.haenge_text_an(windows1252::decode(QByteArrayView(bytes, sqlite3_column_bytes(anweisung, spalte))), breite);
-      break;
-    }
-    default:
-      werte.haenge_null_an();
-  }
-}
-
-void lies_Zeile(sqlite3_stmt* anweisung, int spalten, Werte& werte) {
-  for (int i = 0; i < spalten; ++i) lies_Wert(anweisung, i, static_cast<std::size_t>(spalten), werte);
-}
-
-QStringList spaltennamen(sqlite3_stmt* anweisung, int spalten) {
-  QStringList namen;
-  namen.reserve(spalten);
-  for (int i = 0; i < spalten; ++i) namen.append(QString::fromUtf8(sqlite3_column_name(anweisung, i)));
-  return namen;
-}
-
 }  // namespace
 
-SqliteTreiber::SqliteTreiber(std::chrono::milliseconds wartegrenze) : wartegrenze_(wartegrenze), sperre_(wartegrenze) {}
+SqliteTreiber::SqliteTreiber(std::chrono::milliseconds wartegrenze)
+    : wartegrenze_(wartegrenze), sperre_(wartegrenze, aufgabe_) {}
 
 void SqliteTreiber::oeffne(const QString& verbindungszeichenfolge) {
   if (datenbank_) throw adofehler(adErrObjectOpen);
@@ -152,6 +107,7 @@ void SqliteTreiber::oeffne_Datei(const QByteArray& pfad, int art) {
     if (fehlt && (art & SQLITE_OPEN_CREATE) == 0) keine_Verbindung(u"die Datenbankdatei gibt es nicht"_s, ergebnis);
     wirf_Verbindung(ergebnis);
   }
+  aufgabe_.betreue(datenbank_);
   sperre_.betreue(datenbank_);
   richte_ein();
   try {
@@ -167,47 +123,79 @@ void SqliteTreiber::richte_ein() {
   const int geklappt[] = {sqlite3_extended_result_codes(datenbank_, 1),
       sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_MAINDBNAME, "dbo"),
       sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr),
-      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr), richte_Servertext_ein(datenbank_)};
+      sqlite3_db_config(datenbank_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr), richte_Servertext_ein(datenbank_),
+      richte_Suche_ein(datenbank_)};
   for (const int ergebnis : geklappt)
     if (ergebnis != SQLITE_OK) wirf_Verbindung(ergebnis);
 }
 
 void SqliteTreiber::schliesse() noexcept {
+  vorrat_.leere();
   sperre_.verlasse();
+  aufgabe_.verlasse();
   sqlite3_close_v2(std::exchange(datenbank_, nullptr));
 }
 
 Ergebnis SqliteTreiber::fuehre_aus(const QString& text) {
-  if (!datenbank_) throw adofehler(adErrObjectClosed);
-  // SQLite would take a zero character for the end of the text and run what stands before it.
-  if (text.contains(QChar(u'\0'))) keine_Anweisung(u"der Text enthält ein Nullzeichen"_s);
+  pruefe_Text(text);
+  const SqliteAufgabe::Lauf lauf(aufgabe_);
   sperre_.beginne_Anweisung();
-  const Anweisung halter(bereite_vor(sqlite_Dialekt(text).toUtf8()));
-  sqlite3_stmt* const anweisung = halter.get();
-  int schritt = fuehre_Schritt(anweisung);
-  Ergebnis ergebnis;
-  const int spalten = sqlite3_column_count(anweisung);
-  ergebnis.spalten = spaltennamen(anweisung, spalten);
-  for (; schritt == SQLITE_ROW; schritt = sqlite3_step(anweisung)) lies_Zeile(anweisung, spalten, ergebnis.werte);
-  if (schritt != SQLITE_DONE) wirf_Anweisung(schritt);
+  const SqliteAnweisung anweisung = bereite_vor(text);
+  pruefe_Marken(anweisung.get(), 0);
+  return lies(anweisung.get());
+}
+
+Ergebnis SqliteTreiber::fuehre_aus(const QString& text, const std::vector<Wert>& werte) {
+  if (werte.empty()) return fuehre_aus(text);
+  pruefe_Text(text);
+  pruefe_Werte(werte);
+  const SqliteAufgabe::Lauf lauf(aufgabe_);
+  sperre_.beginne_Anweisung();
+  std::vector<QByteArray> texte;
+  SqliteAnweisung anweisung = vorrat_.nimm(text);
+  if (!anweisung) anweisung = bereite_vor(text);
+  pruefe_Marken(anweisung.get(), werte.size());
+  texte = binde(anweisung.get(), werte);
+  Ergebnis ergebnis = lies(anweisung.get());
+  // One that failed is not kept.
+  vorrat_.lege_zurueck(text, std::move(anweisung));
   return ergebnis;
 }
 
+void SqliteTreiber::gib_auf() noexcept {
+  aufgabe_.gib_auf();
+}
+
+void SqliteTreiber::pruefe_Text(const QString& text) const {
+  if (!datenbank_) throw adofehler(adErrObjectClosed);
+  // SQLite would take a zero character for the end of the text and run what stands before it.
+  if (text.contains(QChar(u'\0'))) keine_Anweisung(u"der Text enthält ein Nullzeichen"_s);
+}
+
 /// Prepares the one statement of a text; whatever would not be that statement fails before anything ran.
-sqlite3_stmt* SqliteTreiber::bereite_vor(const QByteArray& text) {
-  sqlite3_stmt* anweisung = nullptr;
+SqliteAnweisung SqliteTreiber::bereite_vor(const QString& text) {
+  const QByteArray utf8 = sqlite_Dialekt(text).toUtf8();
+  sqlite3_stmt* vorbereitete = nullptr;
   const char* rest = nullptr;
   int ergebnis = SQLITE_OK;
   do {
-    ergebnis = sqlite3_prepare_v2(datenbank_, text.constData(), -1, &anweisung, &rest);
+    ergebnis = sqlite3_prepare_v2(datenbank_, utf8.constData(), -1, &vorbereitete, &rest);
   } while (ist_gesperrt(ergebnis) && sperre_.warte_nach(ergebnis));
   if (ergebnis != SQLITE_OK) wirf_Anweisung(ergebnis);
-  Anweisung halter(anweisung);
+  SqliteAnweisung anweisung(vorbereitete);
   if (!anweisung) keine_Anweisung(u"der Text ist leer"_s);
   if (*rest != '\0' && !ist_leere_Anweisung(QString::fromUtf8(rest)))
     keine_Anweisung(u"hinter der ersten Anweisung steht noch weiterer Text"_s);
-  if (sqlite3_bind_parameter_count(anweisung) > 0) keine_Anweisung(u"der Text enthält Parameter ohne Wert"_s);
-  return halter.release();
+  return anweisung;
+}
+
+/// Runs a prepared statement to its end.
+Ergebnis SqliteTreiber::lies(sqlite3_stmt* anweisung) {
+  int schritt = fuehre_Schritt(anweisung);
+  // The columns are those of the first step, before which SQLite may have prepared the statement anew.
+  Ergebnis ergebnis = lies_Zeilen(anweisung, schritt);
+  if (schritt != SQLITE_DONE) wirf_Anweisung(schritt);
+  return ergebnis;
 }
 
 /// The first step. As long as it changed and read nothing it may be tried again after a lock.
@@ -221,8 +209,10 @@ int SqliteTreiber::fuehre_Schritt(sqlite3_stmt* anweisung) {
 }
 
 void SqliteTreiber::wirf_Anweisung(int ergebnis) const {
+  if (aufgabe_.gewuenscht() && ((ergebnis & 0xFF) == SQLITE_INTERRUPT || ist_gesperrt(ergebnis)))
+    throw aufgegebene_Anweisung(ergebnis);
   QString worte = QString::fromUtf8(sqlite3_errmsg(datenbank_));
-  if (sperre_.aufgegeben())
+  if (sperre_.Grenze_erreicht())
     worte =
         u"die Datenbank ist gesperrt, eine offene Transaktion desselben Programmfadens wurde in %1 Sekunden nicht "
         "beendet ("_s.arg(static_cast<double>(wartegrenze_.count()) / 1000.0) +

@@ -38,6 +38,7 @@ void Wirt::SetUpTestSuite() {
 void Wirt::SetUp() {
   sql(u"DELETE FROM Bild_Zuordnungen"_s);
   sql(u"INSERT INTO Bild_Zuordnungen SELECT * FROM Anfang"_s);
+  sql(u"DELETE FROM Vorgaenge WHERE Nr > 13"_s);
 }
 
 Wirtsoptionen Wirt::optionen() {
@@ -83,15 +84,22 @@ void WirtFenster::oeffne(const Wirtsoptionen& optionen) {
   ASSERT_TRUE(QTest::qWaitForWindowActive(fenster_.get()));
 }
 
+void WirtFenster::warte() const {
+  EXPECT_TRUE(QTest::qWaitFor([this] { return fenster_->ruht(); }, 60'000));
+}
+
 QTreeView* WirtFenster::baum() const {
+  warte();
   return kind<QTreeView>(u"tree_Vorgaenge"_s);
 }
 
 QString WirtFenster::text(const QString& name) const {
+  warte();
   return kind<QLabel>(name)->text();
 }
 
 bool WirtFenster::sichtbar(const QString& name) const {
+  warte();
   return kind<QWidget>(name)->isVisible();
 }
 

@@ -56,6 +56,8 @@ class Wirt : public ::testing::Test {
 class WirtFenster : public Wirt {
  protected:
   void oeffne(const Wirtsoptionen& optionen = Wirt::optionen());
+  /// Until the database has answered all questions. The functions below do that first.
+  void warte() const;
   QTreeView* baum() const;
   QString text(const QString& name) const;
   bool sichtbar(const QString& name) const;

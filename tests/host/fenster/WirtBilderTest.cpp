@@ -184,9 +184,10 @@ class Beobachtet final : public adodb::Treiber {
   }
   void schliesse() noexcept override { eigentlicher_.reset(); }
   bool ist_offen() const noexcept override { return eigentlicher_ != nullptr; }
-  adodb::Ergebnis fuehre_aus(const QString& text) override {
+  adodb::Ergebnis fuehre_aus(const QString& text) override { return fuehre_aus(text, {}); }
+  adodb::Ergebnis fuehre_aus(const QString& text, const std::vector<adodb::Wert>& werte) override {
     if (dabei_) dabei_();
-    return eigentlicher_->fuehre_aus(text);
+    return eigentlicher_->fuehre_aus(text, werte);
   }
 
  private:

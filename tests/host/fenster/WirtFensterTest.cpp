@@ -5,6 +5,7 @@
 #include <QTest>
 #include <QTreeView>
 
+#include "platform/adodb/Connection.h"
 #include "tests/host/fenster/Wirt.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -36,7 +37,9 @@ TEST_F(WirtFenster, TheListShowsTheRecordsByKindWithTheNumberOfTheirPictures) {
 }
 
 TEST_F(WirtFenster, ARecordKnownOnlyByItsAssignmentsIsListedToo) {
-  sql(u"UPDATE Bild_Zuordnungen SET Key2 = '23-0001' WHERE Key1 = 'RE'"_s);
+  sql(u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2) "
+      "SELECT Key1, '23-0001', Key3, key4, Bildname, BildExt, Typ1, Typ2 FROM Anfang WHERE Key1 = 'RE'"_s);
+  sql(u"DELETE FROM Bild_Zuordnungen WHERE Key2 = '24-2003'"_s);
   oeffne();
   EXPECT_EQ(spalte(u"RE 23-0001"_s, Vorgangsmodell::Bilder), u"4"_s);
   EXPECT_EQ(spalte(u"RE 24-2003"_s, Vorgangsmodell::Bilder), u"0"_s);
@@ -106,11 +109,12 @@ TEST_F(WirtFenster, ARecordWithoutPicturesSaysSo) {
   EXPECT_TRUE(kind<QPushButton>(u"cmd_Zuordnen"_s)->isEnabled());
 }
 
-TEST_F(WirtFenster, TheFilterFindsInNumberCustomerAndKindWithoutRegardToCase) {
+TEST_F(WirtFenster, TheFilterFindsInNumberAndTextWithoutRegardToCase) {
   oeffne();
   const QList<std::pair<QString, QStringList>> faelle{{u"24-2003"_s, {u"RE 24-2003"_s}},
       {u"ÖZTÜRK"_s, {u"RE 24-2003"_s, u"10002 Heizung 1"_s, u"10002 Solar 1"_s}},
-      {u"öztürk solar"_s, {u"10002 Solar 1"_s}}, {u"montageauftr"_s, {u"AB 24-1001 / 1"_s, u"AB 24-1001 / 2"_s}}};
+      {u"öztürk solar"_s, {u"10002 Solar 1"_s}}, {u"ab 24-1001 / 2"_s, {u"AB 24-1001 / 2"_s}},
+      {u"kl kü"_s, {}}, {u"fü"_s, {u"AB 24-1001 / 2"_s}}};
   auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
   for (const auto& [worte, nummern] : faelle) {
     QTest::keyClick(filter, Qt::Key_Escape);
@@ -255,14 +259,26 @@ TEST_F(WirtFenster, WhenTheDatabaseDiesBeforeTheDialogItDoesNotOpen) {
   EXPECT_EQ(gezeigte().size(), 13);
 }
 
-TEST_F(WirtFenster, WhereATableOfTheBusinessIsMissingTheOtherKindsRemain) {
-  sql(u"ALTER TABLE Artikelstamm RENAME TO Artikelstamm_Weg"_s);
-  oeffne();
-  sql(u"ALTER TABLE Artikelstamm_Weg RENAME TO Artikelstamm"_s);
-  EXPECT_TRUE(text(u"lbl_Status"_s).startsWith(u"Nicht gelesen – Artikel: "_s));
-  EXPECT_TRUE(gezeigte().contains(u"AB 24-1001"_s));
-  EXPECT_TRUE(gezeigte().contains(u"WP-0900"_s));
-  EXPECT_FALSE(gezeigte().contains(u"TH-0110"_s));
+TEST_F(WirtFenster, WithoutAViewTheRecordsThatHavePicturesAreShownAndTheWayToMoreIsTold) {
+  Testordner ordner;
+  adodb::Connection fremde;
+  fremde.Open(u"Provider=SQLite;Mode=ReadWriteCreate;Data Source="_s + ordner.pfad(u"fremd.db"_s));
+  fremde.Execute(u"CREATE TABLE Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+                 "Beschreibung, Druckkennzeichen, Grafik_Ursprung, GrafikAnbNr, SortIndex)"_s);
+  fremde.Execute(u"INSERT INTO Bild_Zuordnungen (Typ1, Key1, Key2, Key3, key4, Typ2) VALUES "
+                 "('BEL', 'AB', '1', '-', '-', '-'), ('BEL', 'AB', '1', '-', '-', '-'), "
+                 "('Auftrag', 'Ü 7', '-', '-', '-', '-')"_s);
+  Wirtsoptionen fremd = optionen();
+  fremd.verbindung = u"Provider=SQLite;Data Source="_s + ordner.pfad(u"fremd.db"_s);
+  fremd.bilder = datenordner() + u"/bilder"_s;
+  oeffne(fremd);
+  EXPECT_EQ(gezeigte(), (QStringList{u"AB 1"_s, u"Ü 7"_s}));
+  EXPECT_EQ(spalte(u"AB 1"_s, Vorgangsmodell::Bilder), u"2"_s);
+  EXPECT_EQ(baum()->model()->index(1, 0).data().toString(), u"AUFTRAG (1)"_s);
+  EXPECT_TRUE(sichtbar(u"lbl_Listenhinweis"_s));
+  EXPECT_TRUE(text(u"lbl_Listenhinweis"_s).contains(u"„Bild_Vorgaenge“"_s));
+  tippe(kind<QLineEdit>(u"txt_Filter"_s), u"ü"_s);
+  EXPECT_EQ(gezeigte(), QStringList{u"Ü 7"_s});
 }
 
 TEST_F(WirtFenster, ARecordNamedInTheCallIsSelectedInTheBeginning) {
@@ -277,12 +293,13 @@ TEST_F(WirtFenster, TheTabulatorGoesFromTheFilterOverTheListToTheButtons) {
   klicke(u"AB 24-1001"_s);
   kind<QLineEdit>(u"txt_Filter"_s)->setFocus();
   QStringList folge;
-  for (int i = 0; i < 5; ++i) {
+  for (int i = 0; i < 6; ++i) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     folge.append(QApplication::focusWidget()->objectName());
   }
   EXPECT_EQ(folge,
-      (QStringList{u"cmd_Einlesen"_s, u"tree_Vorgaenge"_s, u"lst_Bilder"_s, u"cmd_Zuordnen"_s, u"cmd_Anzeigen"_s}));
+      (QStringList{u"cmd_Einlesen"_s, u"tree_Vorgaenge"_s, u"cmd_Zuletzt"_s, u"lst_Bilder"_s, u"cmd_Zuordnen"_s,
+          u"cmd_Anzeigen"_s}));
 }
 
 TEST_F(WirtFenster, TheFirstStartPaintsTheWindowAndThenCreatesTheData) {

@@ -202,7 +202,7 @@ TEST_F(WirtHochkomma, TextsOfTheRecordsGetIntoNoStatement) {
 
 TEST_F(WirtHochkomma, ThePictureFolderOfARecordHasNone) {
   for (const auto& [art, ordner] :
-      {std::pair(Vorgangsart::Beleg, u"Belege\\O_N"_s), std::pair(Vorgangsart::Montageauftrag, u"Montage\\O_N"_s),
-          std::pair(Vorgangsart::Artikel, u"Artikel\\Allg"_s), std::pair(Vorgangsart::Anlage, u"Anlagen\\O_N"_s)})
+      {std::pair(u"BEL"_s, u"Belege\\O_N"_s), std::pair(u"MON"_s, u"Montage\\O_N"_s),
+          std::pair(u"ART"_s, u"Artikel\\Allg"_s), std::pair(u"ANL"_s, u"Anlagen\\O_N"_s)})
     EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(art, u"O'N"_s, u"O'N"_s, u"O'N"_s)), ordner);
 }

@@ -19,12 +19,12 @@ class WirtLauf : public Wirt {
     return Zuordnungslauf(platz, dialog()).gehe(vorgang, nur_Anzeige);
   }
   static Vorgang auftrag() {
-    Vorgang v = vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24-1001"_s);
+    Vorgang v = vorgang::aus_Schluesseln(u"BEL"_s, u"AB"_s, u"24-1001"_s);
     v.betreff = u"Bäckerei Huber"_s;
     return v;
   }
   static Vorgang montage() {
-    return vorgang::aus_Schluesseln(Vorgangsart::Montageauftrag, u"AB"_s, u"24-1001"_s, u"1"_s);
+    return vorgang::aus_Schluesseln(u"MON"_s, u"AB"_s, u"24-1001"_s, u"1"_s);
   }
   /// What the dialog leaves of a new picture: its file, and a row with blank keys.
   static void neues_Bild(clsBildZuordnungen& store, const QString& name, const QString& typ1, const QString& typ2) {
@@ -65,12 +65,12 @@ TEST_F(WirtLauf, TheDialogGetsTheRecordWithItsPictures) {
 TEST_F(WirtLauf, EveryKindHasItsPictureFolder) {
   EXPECT_EQ(vorgang::bildordner(auftrag()), u"Belege\\24-1001"_s);
   EXPECT_EQ(vorgang::bildordner(montage()), u"Montage\\24-1001"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Artikel, u"WP/9"_s)), u"Artikel\\Allg"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(u"ART"_s, u"WP/9"_s)), u"Artikel\\Allg"_s);
   EXPECT_EQ(
-      vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Anlage, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24/10:01. "_s)),
+      vorgang::bildordner(vorgang::aus_Schluesseln(u"ANL"_s, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(u"BEL"_s, u"AB"_s, u"24/10:01. "_s)),
       u"Belege\\24_10_01"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s)), u"Belege\\Allg"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(u"BEL"_s, u"AB"_s)), u"Belege\\Allg"_s);
 }
 
 TEST_F(WirtLauf, NewRowsGetAllFourKeysOfTheRecord) {
@@ -105,7 +105,7 @@ TEST_F(WirtLauf, NewIsWhatItsFlagSaysWhereverItStands) {
 
 TEST_F(WirtLauf, APartWithoutAValueBecomesADash) {
   im_Dialog_ = [](clsBildZuordnungen& store) { neues_Bild(store, u"Neu"_s, u"ART"_s, u"-"_s); };
-  gehe(vorgang::aus_Schluesseln(Vorgangsart::Artikel, u"TH-0110"_s));
+  gehe(vorgang::aus_Schluesseln(u"ART"_s, u"TH-0110"_s));
   EXPECT_EQ(werte(u"Select Key1 || '|' || Key2 || '|' || Key3 || '|' || key4 from Bild_Zuordnungen "
                   "where Bildname = 'Neu'"_s),
       QStringList{u"TH-0110|-|-|-"_s});
@@ -261,6 +261,6 @@ TEST_F(WirtLauf, AForeignDatabaseNeverGetsThePicturesOfTheSamples) {
 TEST_F(WirtLauf, AnApostropheInTheNumberIsTold) {
   meldungen_.erwarte({u"Die Nummer „AB 24'1“ enthält ein Hochkomma; solchen Vorgängen sind keine Bilder zuzuordnen."_s,
       u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
-  gehe(vorgang::aus_Schluesseln(Vorgangsart::Beleg, u"AB"_s, u"24'1"_s));
+  gehe(vorgang::aus_Schluesseln(u"BEL"_s, u"AB"_s, u"24'1"_s));
   EXPECT_TRUE(aufrufe_.isEmpty());
 }

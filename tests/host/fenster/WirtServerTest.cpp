@@ -14,7 +14,6 @@
 #include "host/betrieb/Artikelstamm.h"
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Einstellungstabelle.h"
-#include "host/betrieb/beispiel/Beispieltabelle.h"
 #include "host/fenster/Anmeldefenster.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "tests/host/fenster/Wirt.h"
@@ -44,21 +43,30 @@ QString mit_Kennwort(const Tdsserver& server, const QString& kennwort = Kennwort
   return ohne_Kennwort(server) + u"; pwd = "_s + adodb::Verbindungszeichenfolge::als_wert(kennwort);
 }
 
-/// The host's tables and the sample rows, as the first start of the embedded database makes them.
-void fuelle(const Tdsserver& server, const QString& embedded) {
-  adodb::Connection ziel;
-  ziel.Open(mit_Kennwort(server));
-  for (QString anweisung : beispieldaten::tabellen_des_Betriebs())
-    ziel.Execute(anweisung.replace(u"TEXT COLLATE SERVERTEXT"_s, u"nvarchar(250) NULL"_s));
-  adodb::Connection quelle;
-  quelle.Open(u"Provider=SQLite;Data Source="_s + embedded);
-  for (const auto satz = quelle.Execute(u"select * from Anfang"_s); !satz->Eof(); satz->MoveNext()) {
+/// A table of the embedded database under another name on the server, where it need not be there yet.
+void uebertrage(adodb::Connection& quelle, const QString& aus, adodb::Connection& ziel, const QString& nach) {
+  const auto satz = quelle.Execute(u"select * from "_s + aus);
+  const QString spalten = satz->Spalten().join(u", "_s);
+  if (nach != "Bild_Zuordnungen"_L1)
+    ziel.Execute(u"create table %1 (%2 nvarchar(250) NULL)"_s.arg(
+        nach, satz->Spalten().join(u" nvarchar(250) NULL, "_s)));
+  for (; !satz->Eof(); satz->MoveNext()) {
     QStringList werte;
     for (int i = 0; i < satz->Spalten().size(); ++i)
       werte.append(std::holds_alternative<Null>(satz->Value(i)) ? u"NULL"_s : literal(satz->Text(i)));
-    ziel.Execute(
-        u"insert into Bild_Zuordnungen (%1) values (%2)"_s.arg(satz->Spalten().join(u", "_s), werte.join(u", "_s)));
+    ziel.Execute(u"insert into %1 (%2) values (%3)"_s.arg(nach, spalten, werte.join(u", "_s)));
   }
+}
+
+/// What the firm's server has of the sample firm: its view as a table, and what the component reads of a host.
+void fuelle(const Tdsserver& server, const QString& embedded) {
+  adodb::Connection ziel;
+  ziel.Open(mit_Kennwort(server));
+  adodb::Connection quelle;
+  quelle.Open(u"Provider=SQLite;Data Source="_s + embedded);
+  for (const QString& tabelle : {u"Bild_Vorgaenge"_s, u"Artikelstamm"_s, u"Einstellungen"_s})
+    uebertrage(quelle, tabelle, ziel, tabelle);
+  uebertrage(quelle, u"Anfang"_s, ziel, u"Bild_Zuordnungen"_s);
 }
 
 class WirtServer : public WirtBilder {
@@ -114,6 +122,7 @@ class WirtServer : public WirtBilder {
     fenster_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(fenster_.get()));
     QTest::keyClick(fenster_.get(), Qt::Key_F5);
+    warte();
   }
   static void melde_an(Anmeldefenster& fenster, const QString& kennwort) {
     fenster.findChild<QLineEdit*>(u"txt_Kennwort"_s)->setText(kennwort);

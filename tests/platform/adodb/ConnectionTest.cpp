@@ -17,6 +17,7 @@ struct Protokoll {
   QStringList texte;
   std::int32_t scheitert_mit = 0;
   adodb::Ergebnis ergebnis;
+  int aufgegeben = 0;
 };
 
 class Testtreiber final : public adodb::Treiber {
@@ -29,6 +30,8 @@ class Testtreiber final : public adodb::Treiber {
   }
   void schliesse() noexcept override { offen_ = false; }
   bool ist_offen() const noexcept override { return offen_; }
+  void gib_auf() noexcept override { ++protokoll_.aufgegeben; }
+  using adodb::Treiber::fuehre_aus;
   adodb::Ergebnis fuehre_aus(const QString& text) override {
     protokoll_.texte.append(text);
     if (protokoll_.scheitert_mit == 51) throw std::runtime_error("fremd");
@@ -70,6 +73,29 @@ TEST(Connection, IsClosedUntilOpened) {
   EXPECT_EQ(verbindung->State(), adodb::adStateClosed);
   verbindung->Open();
   EXPECT_EQ(verbindung->State(), adodb::adStateOpen);
+}
+
+TEST(Connection, ADriverThatKnowsNoParametersSaysSoAndRunsATextWithoutValues) {
+  Protokoll protokoll;
+  const auto verbindung = verbindung_ueber(protokoll);
+  const std::vector<adodb::Wert> werte = {u"a"_s};
+  EXPECT_EQ(Fehlernummer_von([&] { verbindung->Execute(u"Select ?"_s, werte); }), 3704);
+  verbindung->Open(u"a=b"_s);
+  EXPECT_EQ(Fehlernummer_von([&] { verbindung->Execute(u"Select ?"_s, werte); }), 3251);
+  EXPECT_TRUE(worte_von([&] { verbindung->Execute(u"Select ?"_s, werte); }).contains(u"keine Parameter"_s));
+  EXPECT_TRUE(protokoll.texte.isEmpty());
+  EXPECT_EQ(verbindung->Execute(u"Select 1"_s, std::vector<adodb::Wert>())->State(), adodb::adStateClosed);
+  EXPECT_EQ(protokoll.texte, QStringList(u"Select 1"_s));
+}
+
+TEST(Connection, CancelReachesTheDriverAndIsHarmlessWithoutOne) {
+  adodb::Connection leere;
+  leere.Cancel();
+  Protokoll protokoll;
+  const auto verbindung = verbindung_ueber(protokoll);
+  verbindung->Open(u"a=b"_s);
+  verbindung->Cancel();
+  EXPECT_EQ(protokoll.aufgegeben, 1);
 }
 
 TEST(Connection, AnOpenOneRefusesAnotherConnectString) {

@@ -24,6 +24,19 @@ TEST(Pruefdatenbank, RecordsBothSidesInOrderAsSent) {
   EXPECT_EQ(datenbank.anzahl(u"Key1 = 'b'"_s), 0);
 }
 
+TEST(Pruefdatenbank, RecordsAStatementWithItsValues) {
+  Pruefdatenbank datenbank;
+  const QString text = u"insert into Bild_Zuordnungen (Key1, SortIndex) Values (?, ?)"_s;
+  const std::vector<adodb::Wert> werte = {u"O'Neil"_s, std::int64_t{3}};
+  datenbank.verbindung()->Execute(text, werte);
+  ASSERT_EQ(datenbank.mitschrift().eintraege().size(), 1U);
+  EXPECT_EQ(datenbank.mitschrift().eintraege()[0].text, text);
+  EXPECT_EQ(datenbank.mitschrift().eintraege()[0].werte, werte);
+  EXPECT_EQ(datenbank.angekommen(), QStringList(text));
+  datenbank.pruefe_Ankunft();
+  EXPECT_EQ(datenbank.anzahl(u"Key1 = 'o''neil' and SortIndex = 3"_s), 1);
+}
+
 TEST(Pruefdatenbank, FailsWhereTheTestWantsIt) {
   Pruefdatenbank datenbank;
   const auto lies = [&] {

@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from dataclasses import replace
-from typing import Iterator
+from typing import Any, Iterator
 
 from . import maschine
 from .anfragen import Parameter, Prozeduraufruf
@@ -35,6 +35,15 @@ class Prozeduren:
         if stelle is None or stelle >= len(aufruf.parameter):
             return ""
         return str(aufruf.parameter[stelle].wert or "")
+
+    @staticmethod
+    def gebundene(aufruf: Prozeduraufruf) -> dict[str, Any]:
+        """Of sp_executesql: the statement as the program wrote it, with "?" for its markers, and their values."""
+        if aufruf.name.lower() != "sp_executesql" or not aufruf.parameter:
+            return {}
+        text, erklaerung = (str(p.wert or "") for p in [*aufruf.parameter, Parameter("", False, None)][:2])
+        werte = [p.wert.hex() if isinstance(p.wert, bytes) else p.wert for p in aufruf.parameter[2:]]
+        return {"anweisung": _ersetze(text, dict.fromkeys(_namen(erklaerung), "?")), "gebunden": werte}
 
     def rufe(self, aufruf: Prozeduraufruf) -> Iterator[Ereignis]:
         """Runs the call; afterwards `ausgaben` holds what it gives back."""
@@ -135,13 +144,22 @@ def setze_ein(text: str, erklaerung: str, parameter: list[Parameter]) -> str:
     """The text with its parameters as literals. The declaration names those that came without a name."""
     if not parameter:
         return text
-    namen = [s.text for s in bedeutende(erklaerung) if s.art == WORT and s.text.startswith("@")]
-    werte = {(p.name or namen[i]).lower(): _literal(p.wert) for i, p in enumerate(parameter)}
+    namen = _namen(erklaerung)
+    return _ersetze(text, {(p.name or namen[i]).lower(): _literal(p.wert) for i, p in enumerate(parameter)})
+
+
+def _namen(erklaerung: str) -> list[str]:
+    """The names that a declaration ("@P1 int,@P2 nvarchar(50)") gives, in small letters."""
+    return [s.text.lower() for s in bedeutende(erklaerung) if s.art == WORT and s.text.startswith("@")]
+
+
+def _ersetze(text: str, ersatz: dict[str, str]) -> str:
+    """The text with that in place of each variable of these names; literals and comments stay."""
     teile: list[str] = []
     bis = 0
     for stueck in bedeutende(text):
-        if stueck.art == WORT and stueck.text.lower() in werte:
-            teile += [text[bis : stueck.beginn], werte[stueck.text.lower()]]
+        if stueck.art == WORT and stueck.text.lower() in ersatz:
+            teile += [text[bis : stueck.beginn], ersatz[stueck.text.lower()]]
             bis = stueck.ende
     return "".join([*teile, text[bis:]])
 
@@ -151,4 +169,7 @@ def _literal(wert: Wert) -> str:
         return "NULL"
     if isinstance(wert, bytes):
         return "X'" + wert.hex() + "'"
-    return "N'" + wert.replace("'", "''") + "'" if isinstance(wert, str) else repr(wert)
+    if isinstance(wert, str):
+        return "N'" + wert.replace("'", "''") + "'"
+    # In brackets, since a minus before it would make two, which begin a comment.
+    return f"({wert!r})" if wert < 0 else repr(wert)

@@ -145,8 +145,9 @@ class Sitzung:
     def _rufe(self, inhalt: bytes, prozeduren: Prozeduren) -> None:
         aufruf = anfragen.lies_aufruf(inhalt)
         text = prozeduren.text(aufruf)
-        self._protokoll.notiere(self._nummer, "aufruf", text, name=aufruf.name,
-                                werte=[repr(p.wert) for p in aufruf.parameter])  # fmt: skip
+        werte = [repr(p.wert) for p in aufruf.parameter]
+        gebundene = prozeduren.gebundene(aufruf)
+        self._protokoll.notiere(self._nummer, "aufruf", text, name=aufruf.name, werte=werte, **gebundene)
         self._fuehre_aus(text, prozeduren.rufe(aufruf), prozeduren)
 
     def _transaktion(self, wunsch: anfragen.Transaktionswunsch, lauf: Stapellauf) -> None:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -97,11 +98,48 @@ SQLRETURN OdbcDoppel::beginne_Schritt() {
 SQLRETURN OdbcDoppel::ExecDirect(SQLHSTMT anweisung, const QString& text) {
   Q_UNUSED(anweisung);
   texte.append(text);
+  lies_Parameter();
+  if (waehrend_Ausfuehrung) waehrend_Ausfuehrung();
   schritt_ = 0;
   bindungen_.clear();
   zeiger_.clear();
   attribute.erase(SQL_ATTR_ROW_ARRAY_SIZE);
   return beginne_Schritt();
+}
+
+SQLRETURN OdbcDoppel::BindParameter(SQLHSTMT anweisung, SQLUSMALLINT nummer, SQLSMALLINT art, SQLSMALLINT typ,
+    SQLULEN groesse, const void* wert, SQLLEN bytes, SQLLEN* laenge_des_Werts) {
+  Q_UNUSED(anweisung);
+  Q_UNUSED(bytes);
+  if (beim_Binden) beim_Binden();
+  if (nummer == schlechter_Parameter) return SQL_ERROR;
+  parameterbindungen_.resize(nummer);
+  parameterbindungen_.back() = {{art, typ, groesse}, wert, laenge_des_Werts};
+  return SQL_SUCCESS;
+}
+
+/// A driver reads the values when it runs the text, not when they are bound.
+void OdbcDoppel::lies_Parameter() {
+  parameter.clear();
+  for (const Parameterbindung& bindung : std::exchange(parameterbindungen_, {})) {
+    Parameter gelesener = bindung.parameter;
+    const auto zeichen = *bindung.laenge / static_cast<SQLLEN>(sizeof(char16_t));
+    if (*bindung.laenge == SQL_NULL_DATA)
+      gelesener.wert.reset();
+    else if (gelesener.art == SQL_C_WCHAR)
+      gelesener.wert = QString(static_cast<const QChar*>(bindung.wert), zeichen);
+    else if (gelesener.art == SQL_C_SBIGINT)
+      gelesener.wert = QString::number(*static_cast<const qint64*>(bindung.wert));
+    else
+      gelesener.wert = QString::number(*static_cast<const double*>(bindung.wert), 'g', 17);
+    parameter.push_back(gelesener);
+  }
+}
+
+SQLRETURN OdbcDoppel::Cancel(SQLHSTMT anweisung) {
+  Q_UNUSED(anweisung);
+  ++abbrueche;
+  return SQL_SUCCESS;
 }
 
 SQLRETURN OdbcDoppel::MoreResults(SQLHSTMT anweisung) {
@@ -129,6 +167,7 @@ SQLRETURN OdbcDoppel::DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char1
 SQLRETURN OdbcDoppel::Fetch(SQLHSTMT anweisung) {
   Q_UNUSED(anweisung);
   ++geholte_Bloecke;
+  if (waehrend_Holen) waehrend_Holen();
   const SQLULEN block = attribute.contains(SQL_ATTR_ROW_ARRAY_SIZE) ? attribute.at(SQL_ATTR_ROW_ARRAY_SIZE) : 1;
   auto* zustaende = static_cast<SQLUSMALLINT*>(zeiger_[SQL_ATTR_ROW_STATUS_PTR]);
   SQLRETURN ergebnis = SQL_SUCCESS;
@@ -173,6 +212,7 @@ SQLRETURN OdbcDoppel::GetData(
     SQLHSTMT anweisung, SQLUSMALLINT spalte, SQLSMALLINT art, void* ziel, SQLLEN platz, SQLLEN* rest) {
   Q_UNUSED(anweisung);
   ++einzelne_Werte;
+  if (waehrend_GetData) waehrend_GetData();
   if (spalte != spalte_) stelle_ = 0;
   spalte_ = spalte;
   const Zelle& zelle = schritte[schritt_].zeilen[*zeile_][spalte - 1U];

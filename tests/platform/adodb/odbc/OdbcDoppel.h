@@ -3,6 +3,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -50,8 +51,26 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   bool bindet = false;
   /// With bound columns: the row of a block that is marked as failed while the block itself succeeds, from 0.
   std::optional<std::size_t> schlechte_Zeile;
+  /// Runs while a value is bound, while the text is executed, while each block is fetched, and at each single value.
+  std::function<void()> beim_Binden;
+  std::function<void()> waehrend_Ausfuehrung;
+  std::function<void()> waehrend_Holen;
+  std::function<void()> waehrend_GetData;
+  /// The marker, from 1, whose value is refused.
+  SQLUSMALLINT schlechter_Parameter = 0;
+
+  /// A marker's value as it stood when the text was executed.
+  struct Parameter {
+    SQLSMALLINT art = 0;
+    SQLSMALLINT typ = 0;
+    SQLULEN groesse = 0;
+    Zelle wert = {};
+    bool operator==(const Parameter&) const = default;
+  };
 
   // What was asked.
+  std::vector<Parameter> parameter;
+  int abbrueche = 0;
   QStringList zeichenfolgen;
   QStringList texte;
   std::map<SQLINTEGER, SQLULEN> attribute;
@@ -71,6 +90,9 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   SQLRETURN SetStmtZeiger(SQLHSTMT anweisung, SQLINTEGER attribut, void* ziel) override;
   SQLRETURN DriverConnect(SQLHDBC dbc, const QString& zeichenfolge) override;
   SQLRETURN Disconnect(SQLHDBC dbc) override;
+  SQLRETURN BindParameter(SQLHSTMT anweisung, SQLUSMALLINT nummer, SQLSMALLINT art, SQLSMALLINT typ, SQLULEN groesse,
+      const void* wert, SQLLEN bytes, SQLLEN* laenge_des_Werts) override;
+  SQLRETURN Cancel(SQLHSTMT anweisung) override;
   SQLRETURN ExecDirect(SQLHSTMT anweisung, const QString& text) override;
   SQLRETURN NumResultCols(SQLHSTMT anweisung, SQLSMALLINT* spalten) override;
   SQLRETURN DescribeCol(SQLHSTMT anweisung, SQLUSMALLINT spalte, char16_t* name, SQLSMALLINT platz,
@@ -88,11 +110,17 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
 
  private:
   SQLRETURN beginne_Schritt();
+  void lies_Parameter();
   struct Bindung {
     SQLSMALLINT art = 0;
     char* ziel = nullptr;
     SQLLEN platz = 0;
     SQLLEN* laengen = nullptr;
+  };
+  struct Parameterbindung {
+    Parameter parameter;
+    const void* wert = nullptr;
+    const SQLLEN* laenge = nullptr;
   };
   SQLRETURN hole_Zeile();
   void lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_Block) const;
@@ -104,6 +132,7 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   std::optional<std::size_t> zeile_;
   std::map<SQLUSMALLINT, Bindung> bindungen_;
   std::map<SQLINTEGER, void*> zeiger_;
+  std::vector<Parameterbindung> parameterbindungen_;
   SQLUSMALLINT spalte_ = 0;
   qsizetype stelle_ = 0;
   qsizetype naechster_Treiber_ = 0;

@@ -70,6 +70,16 @@ TEST_F(OdbcPakete, AStatementIsOneMessageWhateverItDoes) {
   }
 }
 
+TEST_F(OdbcPakete, AStatementWithValuesIsOneMessageToo) {
+  const auto verbindung = oeffne();
+  const QString einfuegen = u"insert into Bild_Zuordnungen (Key1, SortIndex) Values (?, ?)"_s;
+  for (const int anzahl : {1, 20})
+    EXPECT_EQ(verkehr([&] {
+      for (int i = 0; i < anzahl; ++i) verbindung->Execute(einfuegen, {u"A"_s, std::int64_t{i}});
+    }),
+        (Verkehr{anzahl, anzahl}));
+}
+
 TEST_F(OdbcPakete, AFailedStatementIsOneMessageToo) {
   const auto verbindung = oeffne();
   EXPECT_EQ(verkehr([&] { EXPECT_ANY_THROW(verbindung->Execute(u"Select * from Gibt_Es_Nicht"_s)); }), (Verkehr{1, 1}));

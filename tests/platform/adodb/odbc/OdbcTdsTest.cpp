@@ -2,57 +2,13 @@
 #include <gtest/gtest.h>
 
 #include "platform/adodb/Command.h"
-#include "platform/adodb/Connection.h"
-#include "platform/adodb/Verbindungszeichenfolge.h"
+#include "tests/platform/adodb/odbc/OdbcTdsFall.h"
 #include "tests/support/Fehler.h"
-#include "tests/support/Tdsserver.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-const QString Kennwort = u"Ge;he}im'ä€"_s;
-
-class OdbcTds : public testing::Test {
- protected:
-  static Tdsserver& server() { return *gemeinsamer(); }
-  static std::unique_ptr<Tdsserver>& gemeinsamer() {
-    static std::unique_ptr<Tdsserver> einer;
-    return einer;
-  }
-  static void TearDownTestSuite() { gemeinsamer().reset(); }
-
-  void SetUp() override {
-    if (const QString grund = Tdsserver::hindernis(); !grund.isEmpty()) GTEST_SKIP() << grund.toStdString();
-    if (!gemeinsamer()) gemeinsamer() = std::make_unique<Tdsserver>(u"pruefer"_s, Kennwort);
-    ASSERT_TRUE(server().laeuft());
-    server().steuere(u"leere"_s);
-  }
-
-  static QString zeichenfolge(const QString& kennwort = Kennwort, const QString& weiteres = {}) {
-    return u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=bilder;User ID=pruefer;Driver=FreeTDS;"
-           "Password="_s.arg(server().port()) +
-        adodb::Verbindungszeichenfolge::als_wert(kennwort) + u';' + weiteres;
-  }
-  static std::shared_ptr<adodb::Connection> offene() {
-    auto verbindung = std::make_shared<adodb::Connection>();
-    verbindung->Open(zeichenfolge());
-    return verbindung;
-  }
-
-  template <class Anweisung>
-  static adodb::Datenbankfehler fehler(Anweisung anweisung) {
-    try {
-      anweisung();
-    } catch (const adodb::Datenbankfehler& gefangener) {
-      EXPECT_FALSE(gefangener.Beschreibung().contains(Kennwort));
-      return gefangener;
-    }
-    ADD_FAILURE() << "kein Fehler";
-    return {0, {}, {}, 0};
-  }
-};
 
 QString literal(QString text) {
   return u'\'' + text.replace(u"'"_s, u"''"_s) + u'\'';

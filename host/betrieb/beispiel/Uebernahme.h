@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+/// Brings the database of a data folder of an older program into its tables of today.
+namespace uebernahme {
+
+/// Nothing where that is done already. Otherwise the file as it was is kept beside it ("betrieb-vorher.db", with a
+/// number where that is taken), and all of it happens in one transaction. A database that may not be written stays as
+/// it is. Any other failure ends with Abbruch and words, and the database is as before.
+void bringe_auf_Stand(const QString& ordner);
+
+}  // namespace uebernahme
