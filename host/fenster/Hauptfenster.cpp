@@ -226,6 +226,7 @@ void Hauptfenster::lies_neu() {
   }
   dienst_.verbinde(platz_.verbindungszeichenfolge());
   frisch_ = true;
+  vorige_Meldung_ = lbl_Status->text();
   frage();
 }
 
@@ -286,7 +287,8 @@ void Hauptfenster::nimm_Ausfall(const Datenbankausfall& ausfall) {
 
 void Hauptfenster::nimm_Zahl(std::int64_t zahl) {
   liste_->zeige_Zahl(zahl, liste_->filter().trimmed().isEmpty() ? zahl : vorgangsquelle::Zaehlgrenze);
-  if (!std::exchange(frisch_, false)) return;
+  // What the user has done meanwhile is the newer message.
+  if (!std::exchange(frisch_, false) || lbl_Status->text() != vorige_Meldung_) return;
   const QString anzahl = QLocale(QLocale::German).toString(static_cast<qlonglong>(zahl));
   melde(u"%1 Vorgänge"_s.arg(anzahl) + ort_der_Datenbank(platz_));
 }

@@ -89,6 +89,7 @@ class Hauptfenster final : public QMainWindow {
   QString anfang_;
   /// The next answer is the first one of a database that was opened anew.
   bool frisch_ = false;
+  QString vorige_Meldung_;
   /// Why the server has refused the last login, in words, or empty.
   QString abgelehnt_;
   bool wartet_aufs_Malen_ = false;

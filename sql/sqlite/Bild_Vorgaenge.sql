@@ -129,6 +129,17 @@ BEGIN
       AND Key3 = CASE WHEN new.Key3 = '-' THEN '' ELSE new.Key3 END);
 END;
 
+CREATE TRIGGER IF NOT EXISTS Bild_Zuordnungen_Vorgang_anders AFTER UPDATE OF Typ1, Key1, Key2, Key3 ON Bild_Zuordnungen
+WHEN new.key4 = '-' AND new.Typ2 = '-'
+BEGIN
+  INSERT OR IGNORE INTO Vorgaenge (Typ1, Key1, Key2, Key3)
+    SELECT new.Typ1, new.Key1, CASE WHEN new.Key2 = '-' THEN '' ELSE new.Key2 END,
+      CASE WHEN new.Key3 = '-' THEN '' ELSE new.Key3 END
+    WHERE NOT EXISTS (SELECT 1 FROM Vorgaenge WHERE Typ1 = new.Typ1 AND Key1 = new.Key1
+      AND Key2 = CASE WHEN new.Key2 = '-' THEN '' ELSE new.Key2 END
+      AND Key3 = CASE WHEN new.Key3 = '-' THEN '' ELSE new.Key3 END);
+END;
+
 -- What the programs read of a firm's records, whatever stands behind it.
 CREATE VIEW IF NOT EXISTS Bild_Vorgaenge AS
   SELECT Typ1, Key1, Key2, Key3, Bezeichnung, Ordner, Stand FROM Vorgaenge;

@@ -139,10 +139,11 @@ class Sichtfrage {
 };
 
 bool gibt_es(adodb::Connection& verbindung, const QString& name) {
-  const auto fehler = versuche([&] { verbindung.Execute(u"SELECT 1 FROM %1 WHERE 1 = 0"_s.arg(name)); });
-  if (!fehler) return true;
-  if (ausfall_von(*fehler).grund == Datenbankgrund::Tabelle_fehlt) return false;
-  throw Laufzeitfehler(*fehler);
+  const auto fehlt = [](const Laufzeitfehler& fehler) {
+    if (ausfall_von(fehler).grund != Datenbankgrund::Tabelle_fehlt) throw;
+    return true;
+  };
+  return !versuche([&] { verbindung.Execute(u"SELECT 1 FROM %1 WHERE 1 = 0"_s.arg(name)); }, fehlt);
 }
 
 }  // namespace

@@ -113,8 +113,8 @@ TEST_F(WirtFenster, TheFilterFindsInNumberAndTextWithoutRegardToCase) {
   oeffne();
   const QList<std::pair<QString, QStringList>> faelle{{u"24-2003"_s, {u"RE 24-2003"_s}},
       {u"ÖZTÜRK"_s, {u"RE 24-2003"_s, u"10002 Heizung 1"_s, u"10002 Solar 1"_s}},
-      {u"öztürk solar"_s, {u"10002 Solar 1"_s}}, {u"ab 24-1001 / 2"_s, {u"AB 24-1001 / 2"_s}},
-      {u"kl kü"_s, {}}, {u"fü"_s, {u"AB 24-1001 / 2"_s}}};
+      {u"öztürk solar"_s, {u"10002 Solar 1"_s}}, {u"elek 24-1001 / 2"_s, {u"AB 24-1001 / 2"_s}}, {u"kl kü"_s, {}},
+      {u"fü"_s, {u"AB 24-1001 / 2"_s}}};
   auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
   for (const auto& [worte, nummern] : faelle) {
     QTest::keyClick(filter, Qt::Key_Escape);
@@ -142,6 +142,7 @@ TEST_F(WirtFenster, TheFilterLeavesTheSelectedRecordSelectedOrSelectsNone) {
   EXPECT_EQ(fenster_->liste()->gewaehlt()->nummer, u"RE 24-2003"_s);
   QTest::keyClick(filter, Qt::Key_Escape);
   tippe(filter, u"Solar"_s);
+  warte();
   EXPECT_EQ(fenster_->liste()->gewaehlt(), nullptr);
   EXPECT_TRUE(sichtbar(u"lbl_Ueberschrift"_s));
 }
@@ -263,16 +264,18 @@ TEST_F(WirtFenster, WithoutAViewTheRecordsThatHavePicturesAreShownAndTheWayToMor
   Testordner ordner;
   adodb::Connection fremde;
   fremde.Open(u"Provider=SQLite;Mode=ReadWriteCreate;Data Source="_s + ordner.pfad(u"fremd.db"_s));
-  fremde.Execute(u"CREATE TABLE Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
-                 "Beschreibung, Druckkennzeichen, Grafik_Ursprung, GrafikAnbNr, SortIndex)"_s);
-  fremde.Execute(u"INSERT INTO Bild_Zuordnungen (Typ1, Key1, Key2, Key3, key4, Typ2) VALUES "
-                 "('BEL', 'AB', '1', '-', '-', '-'), ('BEL', 'AB', '1', '-', '-', '-'), "
-                 "('Auftrag', 'Ü 7', '-', '-', '-', '-')"_s);
+  fremde.Execute(
+      u"CREATE TABLE Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, "
+      "Beschreibung, Druckkennzeichen, Grafik_Ursprung, GrafikAnbNr, SortIndex)"_s);
+  fremde.Execute(
+      u"INSERT INTO Bild_Zuordnungen (Typ1, Key1, Key2, Key3, key4, Typ2) VALUES "
+      "('BEL', 'AB', '1', '-', '-', '-'), ('BEL', 'AB', '1', '-', '-', '-'), "
+      "('Auftrag', 'Ü 7', '-', '-', '-', '-')"_s);
   Wirtsoptionen fremd = optionen();
   fremd.verbindung = u"Provider=SQLite;Data Source="_s + ordner.pfad(u"fremd.db"_s);
   fremd.bilder = datenordner() + u"/bilder"_s;
   oeffne(fremd);
-  EXPECT_EQ(gezeigte(), (QStringList{u"AB 1"_s, u"Ü 7"_s}));
+  EXPECT_EQ(gezeigte(), (QStringList{u"AB 1"_s, u"Ü 7"_s})) << text(u"lbl_Status"_s).toStdString();
   EXPECT_EQ(spalte(u"AB 1"_s, Vorgangsmodell::Bilder), u"2"_s);
   EXPECT_EQ(baum()->model()->index(1, 0).data().toString(), u"AUFTRAG (1)"_s);
   EXPECT_TRUE(sichtbar(u"lbl_Listenhinweis"_s));

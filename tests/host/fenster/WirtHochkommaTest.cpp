@@ -166,8 +166,8 @@ TEST_F(WirtHochkomma, ATypedArticleNumberIsNotAssignedUntilItIsCorrected) {
 
 TEST_F(WirtHochkomma, ASupplierWithAnApostropheBecomesNoFolder) {
   const QString lieferant =
-      werte(u"SELECT Hauptlieferant FROM Artikelstamm WHERE Artikelnummer = 'TH-0110'"_s).value(0);
-  sql(u"UPDATE Artikelstamm SET Hauptlieferant = 'O''Neil' WHERE Artikelnummer = 'TH-0110'"_s);
+      werte(u"SELECT Hauptlieferant FROM Artikelzusatz WHERE Artikelnummer = 'TH-0110'"_s).value(0);
+  sql(u"UPDATE Artikelzusatz SET Hauptlieferant = 'O''Neil' WHERE Artikelnummer = 'TH-0110'"_s);
   const QStringList vorher = tabelle();
   oeffne();
   klicke(u"TH-0100"_s);
@@ -179,7 +179,7 @@ TEST_F(WirtHochkomma, ASupplierWithAnApostropheBecomesNoFolder) {
     druecke(fenster, u"SSC_ZuordnungSpeichern"_s);
   }));
   EXPECT_EQ(tabelle(), vorher);
-  sql(u"UPDATE Artikelstamm SET Hauptlieferant = %1 WHERE Artikelnummer = 'TH-0110'"_s.arg(literal_von(lieferant)));
+  sql(u"UPDATE Artikelzusatz SET Hauptlieferant = %1 WHERE Artikelnummer = 'TH-0110'"_s.arg(literal_von(lieferant)));
 }
 
 TEST_F(WirtHochkomma, OtherQuestionsAndNoticesComeAsTheyAre) {
@@ -191,18 +191,16 @@ TEST_F(WirtHochkomma, OtherQuestionsAndNoticesComeAsTheyAre) {
 }
 
 TEST_F(WirtHochkomma, TextsOfTheRecordsGetIntoNoStatement) {
-  sql(u"INSERT INTO BelegKopfZunft (Belegart, Belegnummer, Kundennummer, Projektnummer) "
-      u"VALUES ('AB', 'H-1', 'O''Neil', 'x'' or ''1''=''1')"_s);
+  sql(u"INSERT INTO Vorgaenge (Typ1, Key1, Key2, Kundennummer, Projektnummer) "
+      u"VALUES ('BEL', 'AB', 'H-1', 'O''Neil', 'x'' or ''1''=''1')"_s);
   oeffne();
   EXPECT_EQ(spalte(u"AB H-1"_s, 1), u"O'Neil · Projekt x' or '1'='1"_s);
   klicke(u"AB H-1"_s);
   EXPECT_EQ(text(u"lbl_Anzahl"_s), u"kein Bild"_s);
-  sql(u"DELETE FROM BelegKopfZunft WHERE Belegnummer = 'H-1'"_s);
 }
 
 TEST_F(WirtHochkomma, ThePictureFolderOfARecordHasNone) {
-  for (const auto& [art, ordner] :
-      {std::pair(u"BEL"_s, u"Belege\\O_N"_s), std::pair(u"MON"_s, u"Montage\\O_N"_s),
-          std::pair(u"ART"_s, u"Artikel\\Allg"_s), std::pair(u"ANL"_s, u"Anlagen\\O_N"_s)})
+  for (const auto& [art, ordner] : {std::pair(u"BEL"_s, u"Belege\\O_N"_s), std::pair(u"MON"_s, u"Montage\\O_N"_s),
+           std::pair(u"ART"_s, u"Artikel\\Allg"_s), std::pair(u"ANL"_s, u"Anlagen\\O_N"_s)})
     EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(art, u"O'N"_s, u"O'N"_s, u"O'N"_s)), ordner);
 }

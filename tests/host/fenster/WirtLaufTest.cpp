@@ -23,9 +23,7 @@ class WirtLauf : public Wirt {
     v.betreff = u"Bäckerei Huber"_s;
     return v;
   }
-  static Vorgang montage() {
-    return vorgang::aus_Schluesseln(u"MON"_s, u"AB"_s, u"24-1001"_s, u"1"_s);
-  }
+  static Vorgang montage() { return vorgang::aus_Schluesseln(u"MON"_s, u"AB"_s, u"24-1001"_s, u"1"_s); }
   /// What the dialog leaves of a new picture: its file, and a row with blank keys.
   static void neues_Bild(clsBildZuordnungen& store, const QString& name, const QString& typ1, const QString& typ2) {
     store.FKT_NeuesBild({}, {}, {}, {}, name, u"jpg"_s, typ1, typ2);
@@ -66,10 +64,8 @@ TEST_F(WirtLauf, EveryKindHasItsPictureFolder) {
   EXPECT_EQ(vorgang::bildordner(auftrag()), u"Belege\\24-1001"_s);
   EXPECT_EQ(vorgang::bildordner(montage()), u"Montage\\24-1001"_s);
   EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(u"ART"_s, u"WP/9"_s)), u"Artikel\\Allg"_s);
-  EXPECT_EQ(
-      vorgang::bildordner(vorgang::aus_Schluesseln(u"ANL"_s, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
-  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(u"BEL"_s, u"AB"_s, u"24/10:01. "_s)),
-      u"Belege\\24_10_01"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(u"ANL"_s, u"10002"_s, u"Solar"_s)), u"Anlagen\\10002"_s);
+  EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(u"BEL"_s, u"AB"_s, u"24/10:01. "_s)), u"Belege\\24_10_01"_s);
   EXPECT_EQ(vorgang::bildordner(vorgang::aus_Schluesseln(u"BEL"_s, u"AB"_s)), u"Belege\\Allg"_s);
 }
 

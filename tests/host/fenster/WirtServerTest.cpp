@@ -48,8 +48,8 @@ void uebertrage(adodb::Connection& quelle, const QString& aus, adodb::Connection
   const auto satz = quelle.Execute(u"select * from "_s + aus);
   const QString spalten = satz->Spalten().join(u", "_s);
   if (nach != "Bild_Zuordnungen"_L1)
-    ziel.Execute(u"create table %1 (%2 nvarchar(250) NULL)"_s.arg(
-        nach, satz->Spalten().join(u" nvarchar(250) NULL, "_s)));
+    ziel.Execute(
+        u"create table %1 (%2 nvarchar(250) NULL)"_s.arg(nach, satz->Spalten().join(u" nvarchar(250) NULL, "_s)));
   for (; !satz->Eof(); satz->MoveNext()) {
     QStringList werte;
     for (int i = 0; i < satz->Spalten().size(); ++i)

@@ -227,8 +227,9 @@ TEST_F(KvobildDatenbank, CreatingSaysWhatItMade) {
   const Lauf erster = kvobild(aufruf);
   EXPECT_EQ(erster.code, 0);
   EXPECT_EQ(erster.zeilen(),
-      (QStringList{u"Tabelle angelegt: Bild_Zuordnungen"_s, u"Index angelegt: Bild_Zuordnungen_Schluessel"_s,
-          u"Index angelegt: Bild_Zuordnungen_Typ"_s, u"Index angelegt: Bild_Zuordnungen_Datei"_s}));
+      (QStringList{u"Tabelle angelegt: Bild_Zuordnungen"_s, u"Tabelle angelegt: Bild_Vorgaenge"_s,
+          u"Index angelegt: Bild_Zuordnungen_Schluessel"_s, u"Index angelegt: Bild_Zuordnungen_Typ"_s,
+          u"Index angelegt: Bild_Zuordnungen_Datei"_s}));
   const Lauf zweiter = kvobild(aufruf);
   EXPECT_EQ(zweiter.code, 0);
   EXPECT_TRUE(zweiter.ausgabe.isEmpty());
