@@ -16,9 +16,9 @@ namespace {
 
 constexpr std::int64_t Teil = 5'000;
 
-/// Quotes stand where the text would not come in as it is without them, and around the empty text, which is not NULL.
-QString als_Csv(const std::optional<QString>& wert) {
-  if (!wert) return {};
+/// Quotes stand where the text would not come in as it is without them, and around an empty text that is not NULL.
+QString als_Csv(const std::optional<QString>& wert, bool nullbar) {
+  if (!wert || (wert->isEmpty() && !nullbar)) return {};
   const bool blank = wert->startsWith(u' ') || wert->endsWith(u' ');
   const bool noetig = wert->isEmpty() || blank ||
       std::any_of(wert->begin(), wert->end(), [](QChar c) { return u";,\t\"\r\n"_s.contains(c); });
@@ -28,7 +28,8 @@ QString als_Csv(const std::optional<QString>& wert) {
 
 QByteArray csv_Zeile(const Vorgangswerte& werte) {
   QStringList teile;
-  for (const auto& wert : werte) teile.append(als_Csv(wert));
+  for (const Vorgangsspalte spalte : vorgangsspalten::alle())
+    teile.append(als_Csv(werte.at(vorgangsspalten::platz(spalte)), vorgangsspalten::eigenschaft(spalte).nullbar));
   return (teile.join(u';') + u"\r\n"_s).toUtf8();
 }
 

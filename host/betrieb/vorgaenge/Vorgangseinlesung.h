@@ -64,6 +64,7 @@ class Vorgangseinlesung {
   Einlesebefund uebernimm(bool fehlerhafte_auslassen);
 
  private:
+  class Worte_der_Zeilen;
   void lege_an();
   void lies_Zeilen(Listenleser& liste, const Spaltenwahl& wahl);
   void finde_Doppelte();
@@ -76,16 +77,17 @@ class Vorgangseinlesung {
   void schreibe_Kunden();
   void sammle_Beruehrte();
   void nimm_aus_dem_Index();
-  void schreibe_Zeilen();
+  void schreibe_Geaenderte();
+  void schreibe_Neue();
   void nimm_in_den_Index();
-  /// Runs a statement over the touched records, a part of them at a time; its two values are the part's bounds.
+  /// Runs statements over the touched records, a part of them at a time; their two values are the part's bounds.
   void je_Teil_der_Beruehrten(const QList<QString>& anweisungen);
+  /// The same over the lines; its first value is this moment, the other two are the part's bounds.
+  void je_Teil_der_Zeilen(const QString& anweisung);
 
   void melde(Schritt schritt, qint64 getan, qint64 ganz);
   qint64 zahl(const QString& abfrage);
   QString datenversion();
-  template <class Anweisung>
-  void geschuetzt(const QString& sonst, Anweisung&& anweisung);
 
   adodb::Connection& verbindung_;
   Fortschritt fortschritt_;

@@ -1,4 +1,6 @@
 // Writes what was compared, with the search index in step, in one transaction.
+#include <algorithm>
+#include <limits>
 #include <vector>
 
 #include "host/betrieb/vorgaenge/Einlesezeile.h"
@@ -14,7 +16,7 @@ namespace {
 
 /// Rows that one statement takes: few enough to give up between two of them, many enough that their number is no
 /// burden.
-constexpr qint64 Teil = 5'000;
+constexpr qint64 Teil = 10'000;
 
 QString zuweisung(Vorgangsspalte spalte, const QString& sonst = {}) {
   const QString name = vorgangsspalten::eigenschaft(spalte).name;
@@ -44,11 +46,13 @@ void Vorgangseinlesung::schreibe(const Einlesebefund& befund) {
   sammle_Beruehrte();
   const qint64 alte = zahl(u"SELECT COUNT(*) FROM Einlesen_Beruehrte"_s);
   getan_ = 0;
-  // Out of the index, written, and into the index with its words.
-  ganz_ = alte + befund.neu + befund.geaendert + 2 * (alte + befund.neu);
+  // Out of the index and with new words, written over all lines, and all of them into the index.
+  ganz_ = 2 * alte + (befund.geaendert > 0 ? befund.zeilen() : 0) + (befund.neu > 0 ? befund.zeilen() : 0) + alte +
+      befund.neu;
   nimm_aus_dem_Index();
   schreibe_Kunden();
-  schreibe_Zeilen();
+  if (alte > 0) schreibe_Geaenderte();
+  if (befund.neu > 0) schreibe_Neue();
   nimm_in_den_Index();
   verbindung_.Execute(u"DELETE FROM Vorgaenge_Ruhe"_s);
   melde(Schritt::Schreiben, ganz_, ganz_);
@@ -72,11 +76,9 @@ void Vorgangseinlesung::je_Teil_der_Beruehrten(const QList<QString>& anweisungen
     const qint64 anzahl = grenze->Text(1).toLongLong();
     if (anzahl == 0) return;
     const qint64 bis = grenze->Text(0).toLongLong();
-    for (const QString& anweisung : anweisungen) {
-      verbindung_.Execute(anweisung, {Wert(von), Wert(bis)});
-      getan_ += anzahl;
-      melde(Schritt::Schreiben, getan_ / anweisungen.size(), ganz_);
-    }
+    for (const QString& anweisung : anweisungen) verbindung_.Execute(anweisung, {Wert(von), Wert(bis)});
+    getan_ += anzahl;
+    melde(Schritt::Schreiben, std::min(getan_, ganz_), ganz_);
     von = bis;
   }
 }
@@ -99,25 +101,64 @@ void Vorgangseinlesung::schreibe_Kunden() {
       "FROM Einlesen_Kunden WHERE Neu = 1"_s);
 }
 
-void Vorgangseinlesung::schreibe_Zeilen() {
+/// The words of a record come from one view. For records that are not in the table yet, the same view is asked over the
+/// lines that were read: its text names the tables without a schema, and temporary ones go before.
+class Vorgangseinlesung::Worte_der_Zeilen {
+ public:
+  explicit Worte_der_Zeilen(adodb::Connection& verbindung) : verbindung_(verbindung) {
+    const auto sicht = verbindung.Execute(
+        u"SELECT SUBSTR(sql, LENGTH('CREATE VIEW ') + 1) FROM dbo.sqlite_master WHERE name = 'Vorgaenge_Worte'"_s);
+    verbindung.Execute(
+        u"CREATE TEMP VIEW Vorgaenge AS SELECT Folge AS Nr, COALESCE(Text, '') AS Text, Kundennummer, Projektnummer "
+        "FROM Einlesen_Zeilen"_s);
+    verbindung.Execute(u"CREATE TEMP VIEW "_s + sicht->Text(0));
+  }
+  ~Worte_der_Zeilen() {
+    for (const QString& sicht : {u"Vorgaenge_Worte"_s, u"Vorgaenge"_s})
+      gelingt([&] { verbindung_.Execute(u"DROP VIEW temp."_s + sicht); });
+  }
+  Q_DISABLE_COPY_MOVE(Worte_der_Zeilen)
+
+ private:
+  adodb::Connection& verbindung_;
+};
+
+void Vorgangseinlesung::je_Teil_der_Zeilen(const QString& anweisung) {
+  const QString jetzt = Stand_jetzt();
+  const qint64 letzte = zahl(u"SELECT COALESCE(MAX(Folge), 0) FROM Einlesen_Zeilen"_s);
+  const qint64 vorher = getan_;
+  for (qint64 von = 0; von < letzte; von += Teil) {
+    verbindung_.Execute(anweisung, {Wert(jetzt), Wert(von), Wert(von + Teil)});
+    getan_ = vorher + std::min(von + Teil, letzte);
+    melde(Schritt::Schreiben, getan_, ganz_);
+  }
+}
+
+void Vorgangseinlesung::schreibe_Geaenderte() {
   static const QString Aendern = u"UPDATE Vorgaenge SET "_s +
       QStringList{zuweisung(Vorgangsspalte::Kundennummer), zuweisung(Vorgangsspalte::Projektnummer),
           zuweisung(Vorgangsspalte::Text), zuweisung(Vorgangsspalte::Ordner), zuweisung(Vorgangsspalte::Stand, u"?"_s)}
           .join(u", "_s) +
       u" FROM Einlesen_Zeilen e WHERE Vorgaenge.Nr = e.Nr AND e.Art = %1 AND e.Folge > ? AND e.Folge <= ?"_s.arg(
           static_cast<int>(Zeilenart::Geaendert));
+  je_Teil_der_Zeilen(Aendern);
+  je_Teil_der_Beruehrten({
+      u"UPDATE Vorgaenge SET Bezeichnung = (SELECT w.Bezeichnung FROM Vorgaenge_Worte w WHERE w.Nr = Vorgaenge.Nr) "
+      "WHERE Nr IN (SELECT Nr FROM Einlesen_Beruehrte WHERE Nr > ? AND Nr <= ?)"_s,
+  });
+}
+
+void Vorgangseinlesung::schreibe_Neue() {
   static const QString Einfuegen =
-      u"INSERT INTO Vorgaenge (Typ1, Key1, Key2, Key3, Kundennummer, Projektnummer, Text, Ordner, Stand) SELECT Typ1, "
-      "Key1, Key2, Key3, Kundennummer, Projektnummer, COALESCE(Text, ''), Ordner, CASE WHEN (Genannte & %1) <> 0 THEN "
-      "Stand ELSE ? END FROM Einlesen_Zeilen WHERE Art = %2 AND Folge > ? AND Folge <= ? ORDER BY Folge"_s.arg(
+      u"INSERT INTO dbo.Vorgaenge (Typ1, Key1, Key2, Key3, Kundennummer, Projektnummer, Text, Ordner, Stand, "
+      "Bezeichnung) SELECT e.Typ1, e.Key1, e.Key2, e.Key3, e.Kundennummer, e.Projektnummer, COALESCE(e.Text, ''), "
+      "e.Ordner, CASE WHEN (e.Genannte & %1) <> 0 THEN e.Stand ELSE ? END, w.Bezeichnung FROM Einlesen_Zeilen e "
+      "CROSS JOIN temp.Vorgaenge_Worte w ON w.Nr = e.Folge WHERE e.Art = %2 AND e.Folge > ? AND e.Folge <= ?"_s.arg(
           QString::number(bit(Vorgangsspalte::Stand)), QString::number(static_cast<int>(Zeilenart::Neu)));
-  const QString jetzt = Stand_jetzt();
   const qint64 letzte_Nr = zahl(u"SELECT COALESCE(MAX(Nr), 0) FROM Vorgaenge"_s);
-  const qint64 letzte = zahl(u"SELECT COALESCE(MAX(Folge), 0) FROM Einlesen_Zeilen"_s);
-  for (qint64 von = 0; von < letzte; von += Teil) {
-    for (const QString& anweisung : {Aendern, Einfuegen})
-      verbindung_.Execute(anweisung, {Wert(jetzt), Wert(von), Wert(von + Teil)});
-    melde(Schritt::Schreiben, std::min(getan_ + von, ganz_), ganz_);
+  {
+    const Worte_der_Zeilen worte(verbindung_);
+    je_Teil_der_Zeilen(Einfuegen);
   }
   verbindung_.Execute(
       u"INSERT OR IGNORE INTO Einlesen_Beruehrte SELECT Nr FROM Vorgaenge WHERE Nr > ?"_s, {Wert(letzte_Nr)});
@@ -125,8 +166,6 @@ void Vorgangseinlesung::schreibe_Zeilen() {
 
 void Vorgangseinlesung::nimm_in_den_Index() {
   je_Teil_der_Beruehrten({
-      u"UPDATE Vorgaenge SET Bezeichnung = (SELECT w.Bezeichnung FROM Vorgaenge_Worte w WHERE w.Nr = Vorgaenge.Nr) "
-      "WHERE Nr IN (SELECT Nr FROM Einlesen_Beruehrte WHERE Nr > ? AND Nr <= ?)"_s,
       u"INSERT INTO Vorgaenge_Text (rowid, Suchtext) SELECT v.Nr, v.Suchtext FROM Einlesen_Beruehrte b "
       "CROSS JOIN Vorgaenge v ON v.Nr = b.Nr WHERE b.Nr > ? AND b.Nr <= ?"_s,
       u"INSERT INTO Vorgaenge_Anfang (rowid, Wortanfaenge) SELECT v.Nr, v.Wortanfaenge FROM Einlesen_Beruehrte b "

@@ -27,7 +27,7 @@ const QList<Vorgangsspalte>& alle();
 /// The column that the heading of a list means, by its name or by what firms call it ("Belegart", "Kunden-Nr."); case,
 /// blanks and punctuation do not count.
 std::optional<Vorgangsspalte> nach_Namen(const QString& kopf);
-inline std::size_t platz(Vorgangsspalte spalte) {
+constexpr std::size_t platz(Vorgangsspalte spalte) {
   return static_cast<std::size_t>(spalte);
 }
 
