@@ -38,8 +38,7 @@ class KVO_EXPORT Datenbankfehler : public Laufzeitfehler {
 };
 
 /// One database behind a Connection. A driver belongs to one connection and is used by one thread; only `gib_auf` may
-/// come from others. Every failure is a Laufzeitfehler, a Datenbankfehler where the database
-/// spoke.
+/// come from others. Every failure is a Laufzeitfehler, a Datenbankfehler where the database spoke.
 class KVO_EXPORT Treiber {
  public:
   virtual ~Treiber();

@@ -111,7 +111,9 @@ Bestand Bestand::lies(const QString& ordner, Tdsserver* server) {
   };
   const QString tabelle = u"Bild_Zuordnungen"_s;
   bestand.zuordnungen = zeilen(u"SELECT * FROM %1 ORDER BY rowid"_s.arg(tabelle));
-  for (const QString& name : zeilen(u"SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid"_s)) {
+  // The search index of the records is made from them.
+  for (const QString& name :
+      zeilen(u"SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT GLOB 'Vorgaenge_*' ORDER BY rowid"_s)) {
     if (name == tabelle) continue;
     for (const QString& zeile : zeilen(u"SELECT * FROM \"%1\" ORDER BY rowid"_s.arg(name)))
       bestand.uebrige.append(name + u": "_s + zeile);

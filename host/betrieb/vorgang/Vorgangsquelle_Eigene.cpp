@@ -24,7 +24,7 @@ struct Index {
   QString tabelle;
   QStringList worte;
   bool leer() const { return worte.isEmpty(); }
-  QString bedingung() const { return u"%1 MATCH ?"_s.arg(tabelle); }
+  QString bedingung() const { return tabelle + u" MATCH (?)"_s; }
 };
 
 class Suche {

@@ -44,15 +44,19 @@ def lies_schalter(argumente: list[str]) -> argparse.Namespace:
     return leser.parse_args(argumente)
 
 
+# The tables that every database of the tests begins with.
+TABELLEN = ("Bild_Zuordnungen.sql", "Wirtstabellen_Beispiel.sql")
+
+
 def baue_maschine(schalter: argparse.Namespace, ordner: Path) -> Maschine:
     """The database with its tables; H2's are created from the server's own scripts."""
     katalog = Katalog.aus_ordner(schalter.skripte / "mssql")
     if schalter.maschine == "sqlite":
-        skripte = [] if schalter.ohne_tabellen else sorted((schalter.skripte / "sqlite").glob("*.sql"))
+        skripte = [] if schalter.ohne_tabellen else [schalter.skripte / "sqlite" / name for name in TABELLEN]
         return SqliteMaschine(schalter.datei or ordner / "bilder.db", katalog, skripte)
     h2 = H2Maschine(katalog)
     if not schalter.ohne_tabellen:
-        fuehre_skripte_aus(h2, sorted((schalter.skripte / "mssql").glob("*.sql")))
+        fuehre_skripte_aus(h2, [schalter.skripte / "mssql" / name for name in TABELLEN])
     return h2
 
 

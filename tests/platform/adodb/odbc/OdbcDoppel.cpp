@@ -144,6 +144,7 @@ SQLRETURN OdbcDoppel::Cancel(SQLHSTMT anweisung) {
 
 SQLRETURN OdbcDoppel::MoreResults(SQLHSTMT anweisung) {
   Q_UNUSED(anweisung);
+  if (waehrend_MoreResults) waehrend_MoreResults();
   ++schritt_;
   return beginne_Schritt();
 }

@@ -56,6 +56,8 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   std::function<void()> waehrend_Ausfuehrung;
   std::function<void()> waehrend_Holen;
   std::function<void()> waehrend_GetData;
+  /// Runs while the next result is asked for.
+  std::function<void()> waehrend_MoreResults;
   /// The marker, from 1, whose value is refused.
   SQLUSMALLINT schlechter_Parameter = 0;
 

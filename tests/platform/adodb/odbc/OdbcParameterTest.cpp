@@ -191,6 +191,14 @@ TEST_F(OdbcAufgabeTest, RowsThatStillComeAreNotWaitedFor) {
   EXPECT_EQ(odbc.geholte_Bloecke, 3);
 }
 
+TEST_F(OdbcAufgabeTest, ABatchWhoseRestWasCutOffIsNoSuccess) {
+  oeffne();
+  odbc.schritte = {Schritt{}};
+  odbc.waehrend_MoreResults = [this] { gib_daneben_auf(); };
+  EXPECT_EQ(fehler(u"Delete from T Delete from U"_s, {}).Sqlstate(), u"HY008"_s);
+  EXPECT_EQ(odbc.abbrueche, 1);
+}
+
 TEST_F(OdbcAufgabeTest, BetweenTwoCallsNothingIsCancelledSinceTheCallerWouldWaitForTheServer) {
   oeffne();
   odbc.schritte = {Schritt{.spalten = {{u"a"_s, SQL_WVARCHAR}}, .zeilen = {{u"x"_s}}}};
