@@ -47,7 +47,10 @@ void suche_keinen_Sitzungsbus() {
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
   if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, {}).laufe();
-  const Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
+  Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
+  // Nobody sees a question without a display.
+  if (alle.anfang == Anfangsbestand::Fragen && QGuiApplication::platformName() == "offscreen"_L1)
+    alle.anfang = Anfangsbestand::Beispiele;
   // The programs that open a picture are not to inherit it.
   qunsetenv("KVOBILD_KENNWORT");
   int ausgang = 0;

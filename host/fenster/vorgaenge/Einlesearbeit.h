@@ -1,14 +1,13 @@
 #pragma once
 
 #include <QObject>
-#include <QThread>
 #include <QString>
+#include <QThread>
 #include <atomic>
 #include <functional>
 #include <memory>
 
 #include "host/betrieb/vorgaenge/Vorgangseinlesung.h"
-
 
 /// Takes in a list on a thread and a connection of its own, so that the window stays alive whatever file and database
 /// do. One job at a time; what it gives comes on the thread of the window.
