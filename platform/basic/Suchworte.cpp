@@ -10,7 +10,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace suchworte {
 
 QString gefaltet(QStringView text) {
-  return text.toString().toCaseFolded().simplified();
+  // Qt folds one character to one; "STRASSE" is how "Straße" is written in capitals.
+  return text.toString().toCaseFolded().replace(u'ß', u"ss"_s).simplified();
 }
 
 QString anfaenge(QStringView text) {
