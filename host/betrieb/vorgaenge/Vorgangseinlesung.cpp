@@ -22,9 +22,10 @@ Wert oder_Null(const QString& text) {
 }
 
 std::vector<Wert> werte_von(qint64 folge, const Einlesezeile& zeile) {
-  std::vector<Wert> werte{folge, zeile.nummer, zeile.kennung, zeile.genannte, oder_Null(zeile.fehler),
-      oder_Null(zeile.fehler_neu), oder_Null(zeile.fehler_anders)};
-  for (const auto& wert : zeile.werte) werte.push_back(wert ? Wert(*wert) : Wert());
+  std::vector<Wert> werte{folge, zeile.nummer, zeile.fehler.isEmpty() ? Wert(zeile.kennung) : Wert(), zeile.genannte,
+      oder_Null(zeile.fehler), oder_Null(zeile.fehler_neu), oder_Null(zeile.fehler_anders)};
+  // What a wrong line holds may be no text for a database at all.
+  for (const auto& wert : zeile.werte) werte.push_back(wert && zeile.fehler.isEmpty() ? Wert(*wert) : Wert());
   return werte;
 }
 
