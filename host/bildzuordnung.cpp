@@ -55,7 +55,10 @@ QStringList worte(int argc, char** argv, int ab) {
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
   if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, {}).laufe();
-  const Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
+  Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
+  // Nobody sees a question without a display.
+  if (alle.anfang == Anfangsbestand::Fragen && QGuiApplication::platformName() == "offscreen"_L1)
+    alle.anfang = Anfangsbestand::Beispiele;
   // The programs that open a picture are not to inherit it.
   qunsetenv("KVOBILD_KENNWORT");
   int ausgang = 0;

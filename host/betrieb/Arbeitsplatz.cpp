@@ -66,7 +66,8 @@ void Arbeitsplatz::bereite_vor() {
   QString zeichenfolge = optionen_.verbindung;
   if (zeichenfolge.isEmpty()) {
     const QString ordner = namen::tabellenpfad(optionen_.datenordner);
-    datenordner::richte_ein(ordner);
+    datenordner::richte_ein(
+        ordner, optionen_.anfang == Anfangsbestand::Leer ? datenordner::Inhalt::Leer : datenordner::Inhalt::Beispiele);
     zeichenfolge = datenordner::verbindung(ordner);
   } else if (kennwort_) {
     zeichenfolge = anmeldung::mit_Kennwort(zeichenfolge, *kennwort_);

@@ -159,13 +159,14 @@ void Hauptfenster::baue_Aktionen() {
   auto* aufraeumen = aktion(u"act_Aufraeumen"_s, u"Bilderbaum aufräumen …"_s, {}, &Hauptfenster::raeume_auf);
   auto* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5, &Hauptfenster::lies_neu);
   aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q, &Hauptfenster::close);
-  liste_->Kontextmenue({act_Zuordnen, act_Anzeigen, suchen, aufraeumen, einlesen});
+  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen};
+  liste_->Kontextmenue(bilder + baue_Vorgangsaktionen() + QList<QAction*>{suchen, aufraeumen, einlesen});
 }
 
 void Hauptfenster::beginne() {
   QString hinweis;
   if (platz_.erster_Start())
-    hinweis = u"Die Beispieldaten werden angelegt …"_s;
+    hinweis = u"Der Datenordner wird angelegt …"_s;
   else if (platz_.wartet_auf_Server())
     hinweis = u"Die Datenbank wird geöffnet …"_s;
   else if (platz_.uebernimmt())
@@ -198,6 +199,7 @@ void Hauptfenster::melde(const QString& text) {
 
 void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
   for (QAction* aktion : {act_Zuordnen, act_Anzeigen}) aktion->setEnabled(erlaubt);
+  erlaube_Vorgangsaktionen();
   for (QWidget* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen}) knopf->setEnabled(erlaubt);
 }
 
@@ -216,6 +218,7 @@ void Hauptfenster::lies_neu() {
       const QScopedValueRollback offen(dialog_offen_, true);
       frage_Kennwort(platz_, std::exchange(abgelehnt_, {}), this);
     }
+    frage_Anfang();
     const auto sanduhr = zeige_Sanduhr();
     platz_.bereite_vor();
   } catch (const Abbruch& abbruch) {
@@ -297,6 +300,9 @@ void Hauptfenster::zeige_gewaehlten() {
   if (!vorgang) {
     QString text = u"Wählen Sie links einen Vorgang; hier erscheinen dann seine Bilder."_s;
     if (liste_->leer()) text = u"In der Datenbank stehen keine Vorgänge."_s;
+    if (liste_->leer() && hat_eigene_Vorgaenge())
+      text =
+          u"Noch steht kein Vorgang da. „Neuer Vorgang …“ legt einen an, „Vorgänge einlesen …“ nimmt eine Liste auf."_s;
     return ansicht_->zeige_Hinweis(u"Kein Vorgang gewählt"_s, text, liste_->leer());
   }
   try {

@@ -18,5 +18,7 @@ Befehl exif();
 Befehl drehen();
 Befehl thumbnail();
 Befehl beispieldaten();
+Befehl vorgaenge_einlesen();
+Befehl vorgaenge_liste();
 
 }  // namespace befehle
