@@ -2,16 +2,20 @@
 
 #include <QMainWindow>
 #include <QString>
+#include <memory>
 
 #include "host/betrieb/Arbeitsplatz.h"
+#include "host/betrieb/aufnahme/Aufnahmeergebnis.h"
 #include "host/betrieb/vorgang/Vorschaulader.h"
 #include "host/betrieb/vorgang/Zuordnungslauf.h"
 #include "host/fenster/Hochkommawache.h"
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Wirtskomponenten.h"
+#include "host/fenster/aufnahme/Abwurf.h"
 
 class QAction;
 class QLabel;
+class QPushButton;
 class Vorgangsansicht;
 
 /// The program's window: the records on the left, the chosen one with its pictures on the right.
@@ -41,6 +45,10 @@ class Hauptfenster final : public QMainWindow {
   /// Shows what a clearing of the picture tree would delete, asks, and deletes that. Refuses where the root or the
   /// database can't be reached.
   void raeume_auf();
+  /// Attaches the files or the picture of the clipboard to the chosen record; without one nothing happens.
+  void fuege_ein();
+  /// Takes the pictures that were attached last back out, as long as nothing else was done.
+  void nimm_zurueck();
 
   Vorgangsliste* liste() const noexcept { return liste_; }
   Vorgangsansicht* ansicht() const noexcept { return ansicht_; }
@@ -51,6 +59,11 @@ class Hauptfenster final : public QMainWindow {
 
  private:
   class Platz;
+  /// What can be taken back.
+  struct Zurueck {
+    Vorgang vorgang;
+    Aufnahmeergebnis ergebnis;
+  };
   void baue_auf();
   void baue_Aktionen();
   /// Opens the database and asks for the password as often as the server refuses it; ends with Abbruch where the user
@@ -64,6 +77,11 @@ class Hauptfenster final : public QMainWindow {
   /// was told.
   bool erlaubt_Bearbeiten(const Vorgang& vorgang);
   void erlaube_Aktionen(bool erlaubt);
+  void richte_Aufnahme_ein();
+  /// Takes what another program handed over into a record and tells what became of it.
+  void nimm_auf(Vorgang vorgang, const Abwurf& abwurf);
+  /// Something else is done: what was attached last stays.
+  void vergiss_Aufnahme();
 
   Wirtskomponenten komponenten_;
   Hochkommawache wache_;
@@ -75,6 +93,10 @@ class Hauptfenster final : public QMainWindow {
   QLabel* lbl_Status;
   QAction* act_Zuordnen = nullptr;
   QAction* act_Anzeigen = nullptr;
+  QAction* act_Einfuegen = nullptr;
+  QAction* act_Aufrecht = nullptr;
+  QPushButton* cmd_Rueckgaengig;
+  std::unique_ptr<Zurueck> zurueck_;
   QString anfang_;
   bool wartet_aufs_Malen_ = false;
   bool dialog_offen_ = false;

@@ -148,6 +148,22 @@ const Vorgang* Vorgangsliste::gewaehlt() const {
   return modell_->vorgang(filter_->mapToSource(tree_Vorgaenge->currentIndex()));
 }
 
+QWidget* Vorgangsliste::flaeche() const {
+  return tree_Vorgaenge->viewport();
+}
+
+const Vorgang* Vorgangsliste::vorgang_bei(QPoint ort) const {
+  return modell_->vorgang(filter_->mapToSource(tree_Vorgaenge->indexAt(ort)));
+}
+
+QRect Vorgangsliste::zeile_bei(QPoint ort) const {
+  if (!vorgang_bei(ort)) return {};
+  QRect zeile = tree_Vorgaenge->visualRect(tree_Vorgaenge->indexAt(ort));
+  zeile.setLeft(0);
+  zeile.setWidth(flaeche()->width());
+  return zeile;
+}
+
 void Vorgangsliste::waehle_still(const QModelIndex& im_Modell) {
   const QSignalBlocker ruhe(tree_Vorgaenge->selectionModel());
   const QModelIndex index = filter_->mapFromSource(im_Modell);
