@@ -58,8 +58,10 @@ void richte_Kopien_auf(clsBildZuordnungen& bilder, const Verbindungen& verbindun
   if (!spur) return;
   QStringList saetze;
   for (const Bildspur& eine : spur->bilder) {
-    if (!eine.satz || eine.quelle.isEmpty()) continue;
-    const clsBilderSpeicher& satz = *eine.satz;
+    // A copy that only succeeded now has its record beside the dialog's.
+    const auto& eintrag = eine.satz ? eine.satz : eine.ohne_Datei;
+    if (!eintrag || eine.quelle.isEmpty()) continue;
+    const clsBilderSpeicher& satz = *eintrag;
     Bild* const bild = gespeichertes(ergebnis, satz);
     const QString datei = Bilddatei::von(satz, auftrag.wurzel).pfad();
     if (!bild || ist_dieselbe(datei, eine.quelle) || !hat_nur_eine_Zeile(verbindungen, satz)) continue;

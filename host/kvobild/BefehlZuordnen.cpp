@@ -10,7 +10,6 @@
 #include "host/kvobild/Befehlssitzung.h"
 #include "host/kvobild/Datensatzangaben.h"
 #include "host/kvobild/Druckangaben.h"
-#include "platform/basic/Text.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -23,12 +22,6 @@ struct Vorhaben {
   namen::Bilddatei alt;
   namen::Bilddatei neu;
 };
-
-bool ist_vergeben(const std::vector<Vorhaben>& plan, const namen::Bilddatei& name) {
-  return std::any_of(plan.begin(), plan.end(), [&](const Vorhaben& v) {
-    return v.neu.gleich(name) || text::UCase(v.neu.textdatei()) == text::UCase(name.textdatei());
-  });
-}
 
 void melde_Namen(const Vorhaben& vorhaben) {
   if (vorhaben.alt.name.size() + 15 > Bilddatei::Namenslaenge)
@@ -45,12 +38,12 @@ std::vector<Vorhaben> kopiere(
     const Aufruf& aufruf, const QString& ordner, Befehlssitzung& sitzung, Bildkopien& kopien) {
   const QString stempel = Bilddatei::Stempel(QDateTime::currentDateTime());
   const bool aufrecht = !aufruf.gesetzt(WieAufgenommen);
+  bildzeilen::Vergebene vergebene(sitzung.store(), ordner);
   std::vector<Vorhaben> plan;
   for (const QString& angabe : aufruf.argumente()) {
     const Aufnahmequelle quelle = aufnahmequelle::pruefe(angabe);
     const Aufnahmeinhalt inhalt = aufnahmeinhalt::bereite(quelle, aufrecht, false);
-    const namen::Bilddatei neu = bildzeilen::freier_Name({quelle.name.name, inhalt.ext}, stempel, ordner,
-        sitzung.store(), [&](const namen::Bilddatei& name) { return ist_vergeben(plan, name); });
+    const namen::Bilddatei neu = vergebene.freier_Name({quelle.name.name, inhalt.ext}, stempel);
     plan.push_back({quelle.name, neu});
     melde_Namen(plan.back());
     if (!inhalt.hinweis.isEmpty()) ausgabe::meldung(inhalt.hinweis);

@@ -6,7 +6,6 @@
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Hochkomma.h"
-#include "host/betrieb/aufnahme/Bildzeilen.h"
 #include "host/betrieb/aufnahme/Umwandlung.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
@@ -26,7 +25,7 @@ Datensatz als_Datensatz(const Zuordnungsweg::Vorgang& v) {
 
 QByteArray summe_der_Datei(const QString& pfad) {
   QByteArray summe;
-  gelingt([&] { summe = Inhaltsvergleich::summe(dateien::lies_alles(pfad)); });
+  if (!pfad.isEmpty()) gelingt([&] { summe = Inhaltsvergleich::summe(dateien::lies_alles(pfad)); });
   return summe;
 }
 
@@ -80,6 +79,7 @@ void Aufnahme::beginne() {
   // The road of editing refuses such a record as well.
   hochkomma::pruefe_Zeilen(*store_);
   vergleich_ = std::make_unique<Inhaltsvergleich>(*store_, platz_.wurzel());
+  vergebene_ = std::make_unique<bildzeilen::Vergebene>(*store_, ordner_);
   Ordner_war_da_ = FileSystemObject().FolderExists(ordner_);
   bildzeilen::mache_Ordner(*store_, ordner_);
 }
@@ -114,23 +114,19 @@ void Aufnahme::nimm_auf(const Aufnahmequelle& quelle, const Aufnahmeinhalt& inha
     ++ergebnis_.uebersprungene;
     return;
   }
-  const namen::Bilddatei neu = bildzeilen::freier_Name({quelle.name.name, inhalt.ext}, stempel_, ordner_, *store_);
+  const namen::Bilddatei neu = vergebene_->freier_Name({quelle.name.name, inhalt.ext}, stempel_);
   // The picture without the text that belongs to it would be half of it.
   bool vollendet = false;
   const auto zurueck = qScopeGuard([&] {
     if (!vollendet) kopien_->verwirf(neu);
   });
-  if (inhalt.wie_Quelle)
-    kopien_->kopiere(quelle.pfad, ordner_, neu);
-  else
-    kopien_->schreibe(inhalt.bytes, quelle.pfad, ordner_, neu);
+  const QString text = inhalt.wie_Quelle ? kopien_->kopiere(quelle.pfad, ordner_, neu)
+                                         : kopien_->schreibe(inhalt.bytes, quelle.pfad, ordner_, neu);
   const std::int64_t platz = bildzeilen::naechster_Platz(*store_, 1);
   bildzeilen::lege_an(*store_, als_Datensatz(vorgang_), quelle.name, neu, vorgang_.Bildpfad, platz);
   vollendet = true;
-  const QString text = ordner_ + u'\\' + neu.textdatei();
-  wartende_.push_back({{neu, vorgang_.Bildpfad, Inhaltsvergleich::summe(inhalt.bytes),
-                           FileSystemObject().FileExists(text) ? summe_der_Datei(text) : QByteArray()},
-      quelle.name});
+  wartende_.push_back(
+      {{neu, vorgang_.Bildpfad, Inhaltsvergleich::summe(inhalt.bytes), summe_der_Datei(text)}, quelle.name});
   vergleich_->merke(inhalt.bytes);
   if (!inhalt.hinweis.isEmpty()) ergebnis_.hinweise.append(inhalt.hinweis);
 }

@@ -13,6 +13,7 @@
 #include "host/betrieb/aufnahme/Aufnahmeergebnis.h"
 #include "host/betrieb/aufnahme/Aufnahmeinhalt.h"
 #include "host/betrieb/aufnahme/Bildkopien.h"
+#include "host/betrieb/aufnahme/Bildzeilen.h"
 #include "host/betrieb/aufnahme/Inhaltsvergleich.h"
 
 /// Takes pictures into a record: copies them into its folder of the picture tree, as they came or set upright and made
@@ -32,7 +33,7 @@ class Aufnahme {
 
   /// So many copies are written to the table at a time: what is copied when the user stops or the database fails is
   /// attached all the same, or copied in vain no more often than that.
-  static constexpr std::size_t Portion = 50;
+  static constexpr std::size_t Portion = 25;
 
   /// `vorgang` names the folder too.
   Aufnahme(const Arbeitsplatz& platz, Zuordnungsweg::Vorgang vorgang, Regeln regeln);
@@ -68,6 +69,7 @@ class Aufnahme {
   const QString stempel_ = Bilddatei::Stempel(QDateTime::currentDateTime());
   std::shared_ptr<clsBildZuordnungen> store_;
   std::unique_ptr<Inhaltsvergleich> vergleich_;
+  std::unique_ptr<bildzeilen::Vergebene> vergebene_;
   std::optional<bool> doppelte_nehmen_;
   std::unique_ptr<Bildkopien> kopien_;
   std::vector<Wartendes> wartende_;

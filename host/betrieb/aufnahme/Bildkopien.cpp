@@ -40,27 +40,28 @@ void Bildkopien::entferne(const Kopie& kopie) const {
               : u"Die Kopie „%1“ ist nicht zu entfernen und gehört zu keiner Zuordnung."_s.arg(kopie.pfad));
 }
 
-void Bildkopien::kopiere(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu) {
+QString Bildkopien::kopiere(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu) {
   const QString bild = ordner + u'\\' + neu.datei();
   kopiere_Datei(quelle, bild);
   kopien_.append({neu, bild});
-  kopiere_Text(quelle, ordner, neu);
+  return kopiere_Text(quelle, ordner, neu);
 }
 
-void Bildkopien::schreibe(
+QString Bildkopien::schreibe(
     const QByteArray& inhalt, const QString& quelle, const QString& ordner, const namen::Bilddatei& neu) {
   const QString bild = ordner + u'\\' + neu.datei();
   lege_an(quelle.isEmpty() ? neu.datei() : quelle, bild, [&] { dateien::schreibe_neu(bild, inhalt, quelle); });
   kopien_.append({neu, bild});
-  if (!quelle.isEmpty()) kopiere_Text(quelle, ordner, neu);
+  return quelle.isEmpty() ? QString() : kopiere_Text(quelle, ordner, neu);
 }
 
-void Bildkopien::kopiere_Text(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu) {
+QString Bildkopien::kopiere_Text(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu) {
   const QString text = textdatei_von(quelle);
-  if (!FileSystemObject().FileExists(text)) return;
+  if (!FileSystemObject().FileExists(text)) return {};
   const QString text_neu = ordner + u'\\' + neu.textdatei();
   kopiere_Datei(text, text_neu);
   kopien_.append({neu, text_neu});
+  return text_neu;
 }
 
 void Bildkopien::behalte(const namen::Bilddatei& neu) {

@@ -19,11 +19,11 @@ class Bildkopien {
   Q_DISABLE_COPY_MOVE(Bildkopien)
 
   /// Copies a picture, and the text file beside it when there is one, into a folder under a new name. Paths of the
-  /// table. Nothing is replaced. A failure ends with Ausgang::Datei.
-  void kopiere(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu);
+  /// table. Nothing is replaced. A failure ends with Ausgang::Datei. Gives the copy of the text file, or nothing.
+  QString kopiere(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu);
   /// The same with another content than the source's; time stamp and rights are the source's. An empty `quelle` stands
   /// for none.
-  void schreibe(const QByteArray& inhalt, const QString& quelle, const QString& ordner, const namen::Bilddatei& neu);
+  QString schreibe(const QByteArray& inhalt, const QString& quelle, const QString& ordner, const namen::Bilddatei& neu);
   /// The copies of that name stay.
   void behalte(const namen::Bilddatei& neu);
   /// Removes the copies of that name at once.
@@ -34,7 +34,7 @@ class Bildkopien {
     namen::Bilddatei bild;
     QString pfad;
   };
-  void kopiere_Text(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu);
+  QString kopiere_Text(const QString& quelle, const QString& ordner, const namen::Bilddatei& neu);
   void entferne(const Kopie& kopie) const;
 
   Melder melde_;

@@ -4,31 +4,30 @@
 #include <limits>
 
 #include "host/betrieb/Ausgang.h"
+#include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace bildzeilen {
-namespace {
-
-bool hat_Zeile(clsBildZuordnungen& store, const namen::Bilddatei& bild) {
+Vergebene::Vergebene(clsBildZuordnungen& store, const QString& ordner) {
+  const FileSystemObject dateien;
+  if (dateien.FolderExists(ordner))
+    for (const QString& datei : dateien.GetFolder(ordner).Files()) namen_.insert(text::UCase(datei));
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
-    if (bild.gleich({store.Bild_Bildname(), store.Bild_BildExt()})) return true;
+    namen_.insert(text::UCase(Bilddatei::von(*store.AktBildObj).datei()));
   }
-  return false;
 }
 
-}  // namespace
-
-namen::Bilddatei freier_Name(const namen::Bilddatei& alt, const QString& stempel, const QString& ordner,
-    clsBildZuordnungen& store, const std::function<bool(const namen::Bilddatei&)>& vergeben) {
-  const FileSystemObject dateien;
+namen::Bilddatei Vergebene::freier_Name(const namen::Bilddatei& alt, const QString& stempel) {
   for (int nummer = 1;; ++nummer) {
-    const Bilddatei neu = alt.gestempelt(stempel, nummer);
-    const bool belegt = dateien.FileExists(ordner + u'\\' + neu.datei()) ||
-        dateien.FileExists(ordner + u'\\' + neu.textdatei()) || hat_Zeile(store, neu) || (vergeben && vergeben(neu));
-    if (!belegt) return neu;
+    const namen::Bilddatei neu = alt.gestempelt(stempel, nummer);
+    const QString datei = text::UCase(neu.datei());
+    const QString textdatei = text::UCase(neu.textdatei());
+    if (namen_.contains(datei) || namen_.contains(textdatei)) continue;
+    namen_ += {datei, textdatei};
+    return neu;
   }
 }
 

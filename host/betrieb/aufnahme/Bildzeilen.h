@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <cstdint>
-#include <functional>
 
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/vorgang/Datensatz.h"
@@ -11,10 +11,20 @@
 /// Names and rows of new pictures in a record.
 namespace bildzeilen {
 
-/// The picture's name with the stamp behind it. A name that is taken, by a file of the folder, by a row of the record
-/// or by what `vergeben` tells, gets a number: two pictures of one name in one second stay two.
-namen::Bilddatei freier_Name(const namen::Bilddatei& alt, const QString& stempel, const QString& ordner,
-    clsBildZuordnungen& store, const std::function<bool(const namen::Bilddatei&)>& vergeben = {});
+/// The names that new pictures of a record can't have: those of the files in its folder, of its rows, and of the
+/// pictures that were named before. A missing folder holds none.
+class Vergebene {
+ public:
+  Vergebene(clsBildZuordnungen& store, const QString& ordner);
+
+  /// The picture's name with the stamp behind it, which is taken from then on. A name that is taken gets a number: two
+  /// pictures of one name in one second stay two.
+  namen::Bilddatei freier_Name(const namen::Bilddatei& alt, const QString& stempel);
+
+ private:
+  /// In upper case, as a share compares them; the text files of pictures too.
+  QSet<QString> namen_;
+};
 
 /// Makes the folder of the new pictures where it is missing. A failure ends with Abbruch, Ausgang::Datei.
 void mache_Ordner(clsBildZuordnungen& store, const QString& ordner);
