@@ -159,6 +159,7 @@ void Hauptfenster::baue_Aktionen() {
   auto* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5, &Hauptfenster::lies_neu);
   aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q, &Hauptfenster::close);
   act_Einfuegen = aktion(u"act_Einfuegen"_s, u"Einfügen"_s, QKeySequence::Paste, &Hauptfenster::fuege_ein);
+  aktion(u"act_Rueckgaengig"_s, u"Rückgängig"_s, QKeySequence::Undo, &Hauptfenster::nimm_zurueck);
   act_Aufrecht = aktion(u"act_Aufrecht"_s, u"Neue Bilder aufrecht stellen"_s, {}, [] {});
   liste_->Kontextmenue({act_Zuordnen, act_Anzeigen, act_Einfuegen, act_Aufrecht, suchen, aufraeumen, einlesen});
   ansicht_->addActions({act_Zuordnen, act_Anzeigen, act_Einfuegen, act_Aufrecht});

@@ -53,7 +53,6 @@ bool frage_nach_Doppelten(const QString& name) {
 void Hauptfenster::richte_Aufnahme_ein() {
   cmd_Rueckgaengig->setObjectName(u"cmd_Rueckgaengig"_s);
   cmd_Rueckgaengig->setToolTip(u"Nimmt die eben zugeordneten Bilder wieder heraus (Strg+Z)"_s);
-  cmd_Rueckgaengig->setShortcut(QKeySequence::Undo);
   cmd_Rueckgaengig->hide();
   statusBar()->addWidget(cmd_Rueckgaengig);
   connect(cmd_Rueckgaengig, &QPushButton::clicked, this, &Hauptfenster::nimm_zurueck);
