@@ -33,6 +33,7 @@ class Rundgang {
   class Kern;
   void richte_Daten_ein();
   void plane_Fenster();
+  void plane_Aufnehmen();
   void plane_Waehlen();
   void plane_Oeffnen();
   void plane_Felder();

@@ -20,9 +20,8 @@ void pruefe_Ort(const QString& ort) {
     throw Abbruch(Ausgang::Datei, u"„%1“ ist eine Verknüpfung, die ins Leere führt."_s.arg(ort));
   if (info.exists() && !info.isFile() && !info.isDir())
     throw Abbruch(Ausgang::Datei, u"„%1“ ist keine Datei, sondern ein Gerät oder eine Leitung."_s.arg(ort));
-  // The table's paths take it for a separator, and another file might answer to it.
-  if (ort.contains(u'\\') && info.exists())
-    throw Abbruch(Ausgang::Datei, u"„%1“ enthält ein Zeichen, das in Dateinamen nicht erlaubt ist („\\“)."_s.arg(ort));
+  // The table's paths take a backslash for a separator, and another file might answer to it.
+  if (info.exists()) namen::pruefe_Dateiname(info.fileName());
 }
 
 bool ist_umzuwandeln(const QString& pfad) {

@@ -2,7 +2,7 @@
 
 #include <QAbstractScrollArea>
 #include <QDropEvent>
-#include <QRubberBand>
+#include <QPainter>
 #include <QScrollBar>
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,6 +22,25 @@ Qt::DropAction handlung(const QDropEvent& ereignis) {
 bool ist_brauchbar(const QDropEvent& ereignis) {
   return handlung(ereignis) != Qt::IgnoreAction && ereignis.mimeData() && abwurf::kann_sein(*ereignis.mimeData());
 }
+
+/// A frame and nothing in it, so that what it is about stays to be read, chosen or not.
+class Abwurfmarke final : public QWidget {
+ public:
+  explicit Abwurfmarke(QWidget* oberhalb) : QWidget(oberhalb) {
+    setObjectName(u"Abwurfmarke"_s);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*ereignis*/) override {
+    QPainter maler(this);
+    // Two colours: one of them differs from whatever lies below.
+    maler.setPen(QPen(palette().color(QPalette::Base), 5));
+    maler.drawRect(rect());
+    maler.setPen(QPen(palette().color(QPalette::Text), 2));
+    maler.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
+};
 
 }  // namespace
 
@@ -54,10 +73,7 @@ void Abwurfziel::pruefe(QDropEvent& ereignis, bool beim_Eintritt) {
   const bool brauchbar = ist_brauchbar(ereignis);
   if (brauchbar) rolle(ort);
   const QRect stelle = brauchbar ? stelle_(ort) : QRect();
-  if (!marke_) {
-    marke_ = new QRubberBand(QRubberBand::Rectangle, &ziel_);
-    marke_->setObjectName(u"Abwurfmarke"_s);
-  }
+  if (!marke_) marke_ = new Abwurfmarke(&ziel_);
   marke_->setGeometry(stelle);
   marke_->setVisible(!stelle.isEmpty());
   ereignis.setDropAction(handlung(ereignis));

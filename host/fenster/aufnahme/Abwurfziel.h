@@ -8,7 +8,6 @@
 #include "host/fenster/aufnahme/Abwurf.h"
 
 class QDropEvent;
-class QRubberBand;
 class QWidget;
 
 /// Lets pictures be dropped on a widget, and marks where they would go while they are dragged over it. The other
@@ -34,5 +33,5 @@ class Abwurfziel final : public QObject {
   QWidget& ziel_;
   Stelle stelle_;
   Annahme annahme_;
-  QRubberBand* marke_ = nullptr;
+  QWidget* marke_ = nullptr;
 };
