@@ -53,8 +53,8 @@ Ergebnis richte_auf(const QByteArray& bytes, const QString& quelle) {
     QByteArray alle = bytes;
     const bildbefund::Befund befund = bildbefund::urteile(alle);
     const bool vom_Benutzer = !quelle.isEmpty() && drehspur::hat(quelle);
-    ergebnis = befund.status == gdiplus::Ok ? drehe(alle, befund.kopf.groesse, vom_Benutzer, *drehung)
-                                            : gescheitert(befund.status);
+    ergebnis = gescheitert(befund.status);
+    if (befund.status == gdiplus::Ok) ergebnis = drehe(alle, befund.kopf.groesse, vom_Benutzer, *drehung);
   });
   return ergebnis;
 }

@@ -120,8 +120,11 @@ void Aufnahme::nimm_auf(const Aufnahmequelle& quelle, const Aufnahmeinhalt& inha
   const auto zurueck = qScopeGuard([&] {
     if (!vollendet) kopien_->verwirf(neu);
   });
-  const QString text = inhalt.wie_Quelle ? kopien_->kopiere(quelle.pfad, ordner_, neu)
-                                         : kopien_->schreibe(inhalt.bytes, quelle.pfad, ordner_, neu);
+  QString text;
+  if (inhalt.wie_Quelle)
+    text = kopien_->kopiere(quelle.pfad, ordner_, neu);
+  else
+    text = kopien_->schreibe(inhalt.bytes, quelle.pfad, ordner_, neu);
   const std::int64_t platz = bildzeilen::naechster_Platz(*store_, 1);
   bildzeilen::lege_an(*store_, als_Datensatz(vorgang_), quelle.name, neu, vorgang_.Bildpfad, platz);
   vollendet = true;

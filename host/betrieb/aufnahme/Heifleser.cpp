@@ -18,36 +18,55 @@ namespace {
 constexpr int Groesste_Seite = 65500;
 constexpr qint64 Groesste_Flaeche = (qint64{1} << 31) / 4;
 
-/// What is used of the library.
+/// What is used of the library; `da` tells whether all of it was found.
 struct Heif {
   QLibrary bibliothek{u"heif"_s, 1};
   bool da = true;
 
   template <class Funktion>
-  void nimm(Funktion& ziel, const char* name) {
-    ziel = reinterpret_cast<Funktion>(bibliothek.resolve(name));
-    da = da && ziel != nullptr;
+  Funktion* nimm(const char* name) {
+    auto* const gefunden = reinterpret_cast<Funktion*>(bibliothek.resolve(name));
+    da = da && gefunden != nullptr;
+    return gefunden;
   }
 
-#define KVO_HEIF(name) decltype(&heif_##name) name = nullptr;
-#define KVO_HEIF_ALLE(wende_an)                                                                                      \
-  wende_an(context_alloc) wende_an(context_free) wende_an(context_read_from_memory_without_copy)                     \
-      wende_an(context_get_primary_image_handle) wende_an(image_handle_release) wende_an(image_handle_get_width)     \
-          wende_an(image_handle_get_height) wende_an(image_handle_has_alpha_channel)                                 \
-              wende_an(image_handle_is_premultiplied_alpha) wende_an(decode_image) wende_an(image_release)           \
-                  wende_an(image_get_plane_readonly) wende_an(image_get_width) wende_an(image_get_height)            \
-                      wende_an(image_handle_get_raw_color_profile_size) wende_an(image_handle_get_raw_color_profile) \
-                          wende_an(image_handle_get_nclx_color_profile) wende_an(nclx_color_profile_free)            \
-                              wende_an(image_handle_get_list_of_metadata_block_IDs)                                  \
-                                  wende_an(image_handle_get_metadata_size) wende_an(image_handle_get_metadata)
-  KVO_HEIF_ALLE(KVO_HEIF)
-#undef KVO_HEIF
-
-  Heif() {
-#define KVO_HEIF(name) nimm(name, "heif_" #name);
-    KVO_HEIF_ALLE(KVO_HEIF)
-#undef KVO_HEIF
-  }
+  decltype(&heif_context_alloc) context_alloc = nimm<decltype(heif_context_alloc)>("heif_context_alloc");
+  decltype(&heif_context_free) context_free = nimm<decltype(heif_context_free)>("heif_context_free");
+  decltype(&heif_context_read_from_memory_without_copy) context_read_from_memory_without_copy =
+      nimm<decltype(heif_context_read_from_memory_without_copy)>("heif_context_read_from_memory_without_copy");
+  decltype(&heif_context_get_primary_image_handle) context_get_primary_image_handle =
+      nimm<decltype(heif_context_get_primary_image_handle)>("heif_context_get_primary_image_handle");
+  decltype(&heif_image_handle_release) image_handle_release =
+      nimm<decltype(heif_image_handle_release)>("heif_image_handle_release");
+  decltype(&heif_image_handle_get_width) image_handle_get_width =
+      nimm<decltype(heif_image_handle_get_width)>("heif_image_handle_get_width");
+  decltype(&heif_image_handle_get_height) image_handle_get_height =
+      nimm<decltype(heif_image_handle_get_height)>("heif_image_handle_get_height");
+  decltype(&heif_image_handle_has_alpha_channel) image_handle_has_alpha_channel =
+      nimm<decltype(heif_image_handle_has_alpha_channel)>("heif_image_handle_has_alpha_channel");
+  decltype(&heif_image_handle_is_premultiplied_alpha) image_handle_is_premultiplied_alpha =
+      nimm<decltype(heif_image_handle_is_premultiplied_alpha)>("heif_image_handle_is_premultiplied_alpha");
+  decltype(&heif_decode_image) decode_image = nimm<decltype(heif_decode_image)>("heif_decode_image");
+  decltype(&heif_image_release) image_release = nimm<decltype(heif_image_release)>("heif_image_release");
+  decltype(&heif_image_get_plane_readonly) image_get_plane_readonly =
+      nimm<decltype(heif_image_get_plane_readonly)>("heif_image_get_plane_readonly");
+  decltype(&heif_image_get_width) image_get_width = nimm<decltype(heif_image_get_width)>("heif_image_get_width");
+  decltype(&heif_image_get_height) image_get_height = nimm<decltype(heif_image_get_height)>("heif_image_get_height");
+  decltype(&heif_image_handle_get_raw_color_profile_size) image_handle_get_raw_color_profile_size =
+      nimm<decltype(heif_image_handle_get_raw_color_profile_size)>("heif_image_handle_get_raw_color_profile_size");
+  decltype(&heif_image_handle_get_raw_color_profile) image_handle_get_raw_color_profile =
+      nimm<decltype(heif_image_handle_get_raw_color_profile)>("heif_image_handle_get_raw_color_profile");
+  decltype(&heif_image_handle_get_nclx_color_profile) image_handle_get_nclx_color_profile =
+      nimm<decltype(heif_image_handle_get_nclx_color_profile)>("heif_image_handle_get_nclx_color_profile");
+  decltype(&heif_nclx_color_profile_free) nclx_color_profile_free =
+      nimm<decltype(heif_nclx_color_profile_free)>("heif_nclx_color_profile_free");
+  decltype(&heif_image_handle_get_list_of_metadata_block_IDs) image_handle_get_list_of_metadata_block_IDs =
+      nimm<decltype(heif_image_handle_get_list_of_metadata_block_IDs)>(
+          "heif_image_handle_get_list_of_metadata_block_IDs");
+  decltype(&heif_image_handle_get_metadata_size) image_handle_get_metadata_size =
+      nimm<decltype(heif_image_handle_get_metadata_size)>("heif_image_handle_get_metadata_size");
+  decltype(&heif_image_handle_get_metadata) image_handle_get_metadata =
+      nimm<decltype(heif_image_handle_get_metadata)>("heif_image_handle_get_metadata");
 };
 
 const Heif& heif() {
@@ -100,9 +119,8 @@ QImage pixel(const heif_image_handle* griff) {
   const std::uint8_t* const zeilen = h.image_get_plane_readonly(bild.get(), heif_channel_interleaved, &schritt);
   if (!zeilen) throw unlesbar(u"Das Bild (HEIC oder AVIF) ist beschädigt."_s);
   auto format = QImage::Format_RGB888;
-  if (durchsichtig)
-    format = h.image_handle_is_premultiplied_alpha(griff) != 0 ? QImage::Format_RGBA8888_Premultiplied
-                                                               : QImage::Format_RGBA8888;
+  if (durchsichtig) format = QImage::Format_RGBA8888;
+  if (durchsichtig && h.image_handle_is_premultiplied_alpha(griff) != 0) format = QImage::Format_RGBA8888_Premultiplied;
   QImage kopie = QImage(zeilen, h.image_get_width(bild.get(), heif_channel_interleaved),
       h.image_get_height(bild.get(), heif_channel_interleaved), schritt, format)
                      .copy();

@@ -92,9 +92,9 @@ Ergebnis nimm_zurueck(
 
 QString Ergebnis::text() const {
   QStringList saetze;
-  if (entfernte > 0 || geblieben.isEmpty())
-    saetze.append(entfernte == 1 ? u"Rückgängig gemacht: 1 Bild ist nicht mehr zugeordnet."_s
-                                 : u"Rückgängig gemacht: %1 Bilder sind nicht mehr zugeordnet."_s.arg(entfernte));
+  if (entfernte == 1) saetze.append(u"Rückgängig gemacht: 1 Bild ist nicht mehr zugeordnet."_s);
+  if (entfernte > 1 || (entfernte == 0 && geblieben.isEmpty()))
+    saetze.append(u"Rückgängig gemacht: %1 Bilder sind nicht mehr zugeordnet."_s.arg(entfernte));
   if (!geblieben.isEmpty()) saetze.append(geblieben.first());
   if (geblieben.size() > 1) saetze.append(u"Weitere Hinweise: %1."_s.arg(geblieben.size() - 1));
   return saetze.join(u' ');

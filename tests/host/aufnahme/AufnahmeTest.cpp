@@ -153,10 +153,11 @@ TEST_F(Aufnehmen, ATurnedCopyKeepsTheTimeOfItsSourceAndAReadOnlyOneIsNoObstacle)
 TEST_F(Aufnehmen, WhatTheRecordHasAlreadyIsAskedAboutOnce) {
   QStringList gefragt;
   bool antwort = false;
-  const Aufnahme::Regeln regeln{true, {}, [&](const QString& name) {
-                                  gefragt.append(name);
-                                  return antwort;
-                                }};
+  const auto frage = [&](const QString& name) {
+    gefragt.append(name);
+    return antwort;
+  };
+  const Aufnahme::Regeln regeln{true, {}, frage};
   const QString a = eingang(u"a.jpg"_s, handyfoto::foto({64, 48}, 6));
   const QString b = eingang(u"b.jpg"_s, bild(2));
   ASSERT_EQ(nimm_auf({a, b}, regeln).bilder.size(), 2U);
@@ -268,9 +269,8 @@ TEST_F(Aufnehmen, ADiskThatTakesNoMoreLeavesNoHalfCopy) {
   const QByteArray grosses = handyfoto::jpeg(rauschen, 100);
   const QByteArray liegend =
       exifschreiber::mit_Exif(grosses, handyfoto::aufnahme({600, 400}, 6), exifschreiber::Bytefolge::Klein);
-  const QStringList namen{
-      eingang(u"gross.jpg"_s, grosses), eingang(u"liegend.jpg"_s, liegend), eingang(u"mit Text.jpg"_s, bild(1)),
-      eingang(u"klein.jpg"_s, bild())};
+  const QStringList namen{eingang(u"gross.jpg"_s, grosses), eingang(u"liegend.jpg"_s, liegend),
+      eingang(u"mit Text.jpg"_s, bild(1)), eingang(u"klein.jpg"_s, bild())};
   eingang(u"mit Textjpg.txt"_s, QByteArray(70'000, 'x'));
   struct rlimit vorher {};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &vorher), 0);
@@ -279,13 +279,12 @@ TEST_F(Aufnehmen, ADiskThatTakesNoMoreLeavesNoHalfCopy) {
   struct rlimit enge = vorher;
   enge.rlim_cur = 60'000;
   Aufnahmeergebnis ergebnis;
-  const Aufnahme::Regeln regeln{true,
-      [&](int fertige, int) {
+  const auto wechsle = [&](int fertige, int) {
     enge.rlim_cur = fertige < 3 ? 60'000 : vorher.rlim_cur;
     EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &enge), 0);
     return true;
-                                },
-      {}};
+  };
+  const Aufnahme::Regeln regeln{true, wechsle, {}};
   ergebnis = nimm_auf(namen, regeln);
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &vorher), 0);
   std::signal(SIGXFSZ, alter);
