@@ -33,7 +33,6 @@ class Rundgang {
   class Kern;
   void richte_Daten_ein();
   void plane_Fenster();
-  void plane_Aufnehmen();
   void plane_Waehlen();
   void plane_Oeffnen();
   void plane_Felder();
@@ -51,6 +50,7 @@ class Rundgang {
   void plane_Weitere_Zuordnungen();
   void plane_Alle_Zuordnungen();
   void plane_Aufraeumen();
+  void plane_Aufnehmen();
   void schliesse_ab();
 
   using Tat = std::function<void()>;

@@ -7,11 +7,9 @@
 #include <QUrl>
 
 #include "host/betrieb/Namen.h"
-#include "host/betrieb/beispiel/Datenordner.h"
 #include "host/betrieb/beispiel/ExifSchreiber.h"
 #include "host/rundgang/Rundgang.h"
 #include "platform/files/Dateien.h"
-#include "platform/files/FileSystemObject.h"
 #include "store/clsBildZuordnungen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -59,24 +57,25 @@ void lege_Fotos_bereit(const QString& ordner, QMimeData& angebot) {
 
 void Rundgang::plane_Aufnehmen() {
   const auto angebot = std::make_shared<QMimeData>();
-  const auto meldet = [this](
-                          const QString& ende) { return [=, this] { return text(u"lbl_Status"_s).endsWith(ende); }; };
+  const auto meldet = [this](const QString& ende) -> Sicht {
+    return [=, this] { return text(u"lbl_Status"_s).endsWith(ende); };
+  };
   const Tat ziehe = [=, this] {
     lege_Fotos_bereit(ordner_ + u"\\daten\\telefon"_s, *angebot);
     auto& baum = element<QTreeView>(u"tree_Vorgaenge"_s);
     hand_.ziehe_herein(*baum.viewport(), baum.visualRect(baum.currentIndex()).center(), *angebot);
   };
+  schritt(u"Klick auf AB 24-1001: Rechts stehen seine Bilder."_s, {klick_Vorgang(u"AB 24-1001"_s)},
+      zeigt(u"lbl_Anzahl"_s, u"4 Bilder"_s));
   schritt(u"Zwei Fotos vom Telefon in die Liste gezogen: Der Vorgang unter der Maus ist markiert."_s, {ziehe},
       sichtbar(u"Abwurfmarke"_s), {bild(u"fotos_gezogen"_s)});
   schritt(u"Losgelassen: Sie sind zugeordnet und stehen aufrecht."_s, {[=, this] { hand_.wirf_ab(*angebot); }},
       beide(meldet(u": 2 Bilder zugeordnet."_s), sichtbar(u"cmd_Rueckgaengig"_s)),
-      {pruefe(u"Zahl der Bilder"_s, u"lbl_Anzahl"_s, u"2 Bilder"_s),
-          pruefe(u"Zeilen zu AN 24-3005"_s, [this] { return zeilen(u"AN"_s, u"24-3005"_s).size() == 2; }),
+      {pruefe(u"Zahl der Bilder"_s, u"lbl_Anzahl"_s, u"6 Bilder"_s),
+          pruefe(u"Zeilen zu AB 24-1001"_s, [this] { return zeilen(u"AB"_s, u"24-1001"_s).size() == 6; }),
           bild(u"fotos_zugeordnet"_s)});
-  schritt(u"Klick auf „Rückgängig“: Der Vorgang ist wieder ohne Bilder."_s, {klick(u"cmd_Rueckgaengig"_s)},
-      beide(meldet(u": Rückgängig gemacht: 2 Bilder sind nicht mehr zugeordnet."_s), sichtbar(u"lbl_KeineBilder"_s)),
-      {pruefe(u"keine Zeile bleibt"_s, [this] { return zeilen(u"AN"_s, u"24-3005"_s).isEmpty(); }),
-          pruefe(u"keine Kopie bleibt"_s, [this] {
-            return !FileSystemObject().FolderExists(datenordner::bilder(daten_) + u"\\Belege\\24-3005"_s);
-          })});
+  schritt(u"Klick auf „Rückgängig“: Der Vorgang hat wieder seine vier Bilder."_s, {klick(u"cmd_Rueckgaengig"_s)},
+      beide(meldet(u": Rückgängig gemacht: 2 Bilder sind nicht mehr zugeordnet."_s),
+          zeigt(u"lbl_Anzahl"_s, u"4 Bilder"_s)),
+      {pruefe_anderen_Vorgang()});
 }
