@@ -5,6 +5,8 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <QByteArray>
+#include <QList>
 #include <array>
 #include <cerrno>
 #include <climits>
