@@ -57,7 +57,7 @@ TEST_F(Zuruecknehmen, ACopyThatSomebodyHasChangedStays) {
   ablage_.schreibe(u"Belege/1/"_s + neu.bilder[0].bild.textdatei(), "anderer Text");
   const ruecknahme::Ergebnis ergebnis = nimm_zurueck(neu);
   EXPECT_EQ(ergebnis.entfernte, 2);
-  EXPECT_EQ(ergebnis.geblieben.size(), 2);
+  ASSERT_EQ(ergebnis.geblieben.size(), 2);
   EXPECT_TRUE(ergebnis.geblieben[1].contains(u"Sie ist seither geändert."_s));
   EXPECT_EQ(dateien(), (QStringList{neu.bilder[0].bild.textdatei(), neu.bilder[1].bild.datei()}));
 }
