@@ -15,7 +15,8 @@ BILD = WURZEL / "docs" / "haus.svg"
 STOCKWERKE = [
     ("6", "Die Programme", [
         ("host/fenster", "Fenster von bildzuordnung"), ("host/rundgang", "der Rundgang ohne Benutzer"),
-        ("host/kvobild", "die Befehle"), ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
+        ("host/kvobild", "die Befehle"), ("host/kvobild/pruefung", "was an einer Datenbank falsch sein kann"),
+        ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
         ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten")]),
     ("5", "Die Bibliothek", [
         ("component", "was ein Wirt sieht"), ("component/weg", "der Weg eines Wirts: lesen, zeigen, schreiben, prüfen")]),
