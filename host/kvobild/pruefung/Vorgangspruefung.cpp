@@ -9,7 +9,7 @@
 #include "host/betrieb/Schema.h"
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
 #include "host/kvobild/pruefung/Vorgangswerte.h"
-#include "platform/adodb/Adofehler.h"
+#include "platform/adodb/Treiber.h"
 
 using namespace Qt::Literals::StringLiterals;
 
