@@ -97,10 +97,14 @@ TEST_F(KvobildVorgaenge, EachFaultOfARecordIsFoundByItself) {
     faelle.append({mit(5, u'\'' + ordner + u'\''), u"ordner_verlaesst"_s});
   faelle.append({mit(5, lang(251)), u"ordner_lang"_s});
   for (const QString& stand : {u"'gestern'"_s, u"'22.11.2026'"_s, u"'2026-13-01'"_s, u"'2026-00-01'"_s,
-           u"'2026-02-30 08:00:00'"_s, u"'2026-04-31'"_s, u"'2026-11-32'"_s, u"'2026-11-22 24:00:00'"_s,
-           u"'2026-11-22 09:60:00'"_s, u"'2026-11-22 09:15:60'"_s, u"'2026-11-22 09:15:'"_s, u"'2026-11-22-09:15:00'"_s,
-           u"'2026-11-22 9:15'"_s, u"'x026-11-22'"_s, u"''"_s, u"1700000000"_s, u"45000.5"_s})
+           u"'2026-02-30 08:00:00'"_s, u"'2026-02-31'"_s, u"'2026-04-31'"_s, u"'2026-06-31'"_s, u"'2026-09-31'"_s,
+           u"'2026-11-31'"_s, u"'2026-11-32'"_s, u"'2026-11-22 24:00:00'"_s, u"'2026-11-22 09:60:00'"_s,
+           u"'2026-11-22 09:15:60'"_s, u"'2026-11-22 09:15:'"_s, u"'2026-11-22-09:15:00'"_s, u"'2026-11-22 9:15'"_s,
+           u"'x026-11-22'"_s, u"''"_s, u"1700000000"_s, u"45000.5"_s})
     faelle.append({mit(6, stand), u"stand_kein_datum"_s});
+  const QString gute = u"2026-11-22 09:15:00"_s;
+  for (int i = 0; i < gute.size(); ++i)
+    faelle.append({mit(6, u'\'' + gute.left(i) + u'x' + gute.mid(i + 1) + u'\''), u"stand_kein_datum"_s});
   for (const auto& [werte, kennung] : faelle) {
     ersetze(werte);
     const Lauf lauf = pruefe_Json();
