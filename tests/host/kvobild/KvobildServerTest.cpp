@@ -51,6 +51,17 @@ class KvobildServer : public ::testing::TestWithParam<Tdsserver::Maschine> {
     return QJsonDocument::fromJson(server().steuere(u"sql "_s + text).toUtf8()).array();
   }
   QStringList kennungen(const QString& art = u"befund"_s) const { return ::kennungen(pruefe({u"--json"_s}), art); }
+  /// Which question of a check is the first for the records, as the server is told it.
+  QString frage_nach_Vorgaengen() const {
+    server().steuere(u"protokoll-leeren"_s);
+    EXPECT_EQ(pruefe().code, 0);
+    int fragen = 0;
+    for (const QString& text : server().stapel()) {
+      if (text.startsWith(u"SELECT"_s)) ++fragen;
+      if (text == u"SELECT 1 FROM Bild_Vorgaenge WHERE 1 = 0"_s) break;
+    }
+    return u"%1/SELECT"_s.arg(fragen);
+  }
   void zeile(const QString& werte) const {
     sql(u"insert into Bild_Zuordnungen (Typ1, Typ2, Key1, Key2, Key3, key4, Bildname, BildExt, BildPfad) values "_s +
         werte);
@@ -227,20 +238,22 @@ TEST_P(KvobildServer, AViewWithAColumnOfAnotherTypeIsNotAskedForItsValues) {
 
 TEST_P(KvobildServer, AMissingRightToTheRecordsIsExitCode3) {
   ASSERT_EQ(lege_an().code, 0);
-  server().steuere(u"protokoll-leeren"_s);
-  ASSERT_EQ(pruefe().code, 0);
-  int fragen = 0;
-  for (const QString& text : server().stapel()) {
-    if (text.startsWith(u"SELECT"_s)) ++fragen;
-    if (text == u"SELECT 1 FROM Bild_Vorgaenge WHERE 1 = 0"_s) break;
-  }
-  server().steuere(
-      u"fehler %1/SELECT 229 14 The SELECT permission was denied on the object 'Bild_Vorgaenge'."_s.arg(fragen));
+  server().steuere(u"fehler %1 229 14 The SELECT permission was denied on the object 'Bild_Vorgaenge'."_s.arg(
+      frage_nach_Vorgaengen()));
   const Lauf lauf = pruefe();
   EXPECT_EQ(lauf.code, 3);
   EXPECT_TRUE(lauf.ausgabe.contains(u"Bild_Vorgaenge:   0 von 7 Spalten; SELECT NEIN\n"_s))
       << lauf.ausgabe.toStdString();
   EXPECT_TRUE(lauf.ausgabe.contains(u"SELECT auf Bild_Vorgaenge ist nicht erlaubt"_s));
+}
+
+TEST_P(KvobildServer, AConnectionThatBreaksAtTheRecordsIsNotTakenForAMissingRight) {
+  ASSERT_EQ(lege_an().code, 0);
+  server().steuere(u"trenne %1 vor"_s.arg(frage_nach_Vorgaengen()));
+  const Lauf lauf = pruefe();
+  EXPECT_EQ(lauf.code, 3) << lauf.ausgabe.toStdString();
+  EXPECT_TRUE(lauf.meldungen.contains(u"nicht zu Ende zu prüfen"_s)) << lauf.meldungen.toStdString();
+  EXPECT_FALSE(lauf.ausgabe.contains(u"nicht erlaubt"_s)) << lauf.ausgabe.toStdString();
 }
 
 TEST_P(KvobildServer, WhereANameIsTakenNoTableOfRecordsIsMade) {
