@@ -6,8 +6,8 @@
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 #include "host/kvobild/pruefung/Datenpruefung.h"
+#include "host/kvobild/pruefung/Sichtpruefung.h"
 #include "host/kvobild/pruefung/Tabellenpruefung.h"
-#include "host/kvobild/pruefung/Vorgangspruefung.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -102,7 +102,7 @@ void zeige(const Tabellenlage& lage, bool als_Json) {
 }
 
 QList<Befund> pruefe_und_zeige_Vorgaenge(adodb::Connection& verbindung, bool mit_Zuordnungen, bool als_Json) {
-  const Vorgangslage lage = pruefe_Vorgaenge(verbindung, mit_Zuordnungen);
+  const Sichtlage lage = pruefe_Sicht(verbindung, mit_Zuordnungen);
   zeige(lage.sicht, als_Json);
   if (lage.vorgaenge && als_Json) ausgabe::json({{u"art"_s, u"vorgaenge"_s}, {u"anzahl"_s, *lage.vorgaenge}});
   if (lage.vorgaenge && !als_Json) zeile(u"Vorgänge"_s, QString::number(*lage.vorgaenge));

@@ -12,9 +12,9 @@ namespace {
 
 /// A firm's database: its own tables, ours for the assignments, and a view of its records over a table that takes
 /// anything.
-class KvobildVorgaenge : public Betrieb {
+class KvobildSicht : public Betrieb {
  protected:
-  KvobildVorgaenge() {
+  KvobildSicht() {
     QFile::remove(datenbank());
     adodb::Connection neue;
     neue.Open(u"Provider=SQLite;Mode=ReadWriteCreate;Data Source="_s + datenbank());
@@ -55,7 +55,7 @@ QString lang(int zeichen) {
 
 }  // namespace
 
-TEST_F(KvobildVorgaenge, WithoutTheViewThereIsANoteAndNoFinding) {
+TEST_F(KvobildSicht, WithoutTheViewThereIsANoteAndNoFinding) {
   const Lauf lauf = pruefe();
   EXPECT_EQ(lauf.code, 0) << lauf.ausgabe.toStdString();
   EXPECT_TRUE(lauf.ausgabe.endsWith(
@@ -66,7 +66,7 @@ TEST_F(KvobildVorgaenge, WithoutTheViewThereIsANoteAndNoFinding) {
   EXPECT_EQ(kennungen(pruefe_Json(), u"hinweis"_s), QStringList{u"sicht_fehlt"_s});
 }
 
-TEST_F(KvobildVorgaenge, AGoodViewHasNoFinding) {
+TEST_F(KvobildSicht, AGoodViewHasNoFinding) {
   mache_Sicht();
   nimm(u"'BEL', 'AB', '24-1', '', 'Huber', 'Belege\\24-1', '2026-11-22 09:15:00'"_s);
   nimm(u"'mon', 'AB', '24-1', '2', NULL, '', '2024-02-29T23:59:59.123'"_s);
@@ -80,7 +80,7 @@ TEST_F(KvobildVorgaenge, AGoodViewHasNoFinding) {
   EXPECT_TRUE(lauf.ausgabe.endsWith(u"Ergebnis:         kein Befund\n"_s));
 }
 
-TEST_F(KvobildVorgaenge, EachFaultOfARecordIsFoundByItself) {
+TEST_F(KvobildSicht, EachFaultOfARecordIsFoundByItself) {
   mache_Sicht();
   QList<std::pair<QString, QString>> faelle{{mit(0, u"NULL"_s), u"vorgang_leer"_s},
       {mit(0, u"' '"_s), u"vorgang_leer"_s}, {mit(1, u"NULL"_s), u"vorgang_leer"_s},
@@ -115,7 +115,7 @@ TEST_F(KvobildVorgaenge, EachFaultOfARecordIsFoundByItself) {
   }
 }
 
-TEST_F(KvobildVorgaenge, AFindingNamesItsFirstTwentyRecordsAndAllOfThemByNumber) {
+TEST_F(KvobildSicht, AFindingNamesItsFirstTwentyRecordsAndAllOfThemByNumber) {
   mache_Sicht();
   for (int i = 0; i < 25; ++i) nimm(u"'BEL', 'AB', '%1', NULL, 'x', NULL, NULL"_s.arg(i, 2, 10, QChar(u'0')));
   const QJsonObject einer = befund(pruefe_Json(), u"vorgang_null"_s);
@@ -131,7 +131,7 @@ TEST_F(KvobildVorgaenge, AFindingNamesItsFirstTwentyRecordsAndAllOfThemByNumber)
   EXPECT_TRUE(text.contains(u"  BEL AB 19 NULL\n  … und weitere\n"_s)) << text.toStdString();
 }
 
-TEST_F(KvobildVorgaenge, KeysAreTheSameWhereTheAssignmentsTakeThemForTheSame) {
+TEST_F(KvobildSicht, KeysAreTheSameWhereTheAssignmentsTakeThemForTheSame) {
   mache_Sicht();
   nimm(u"'BEL', 'AB', 'Ä1', '', 'x', NULL, NULL"_s);
   nimm(u"'bel', 'ab  ', 'ä1', '', 'y', NULL, NULL"_s);
@@ -143,7 +143,7 @@ TEST_F(KvobildVorgaenge, KeysAreTheSameWhereTheAssignmentsTakeThemForTheSame) {
   EXPECT_TRUE(pruefe().ausgabe.contains(u" (2-mal)\n"_s));
 }
 
-TEST_F(KvobildVorgaenge, KindsWithoutANameAndLongTextsAreNotes) {
+TEST_F(KvobildSicht, KindsWithoutANameAndLongTextsAreNotes) {
   mache_Sicht();
   nimm(u"'bel', '1', '', '', 'x', NULL, NULL"_s);
   for (const QString& art : {u"Wartung"_s, u"WARTUNG"_s, u"Angebot"_s})
@@ -160,7 +160,7 @@ TEST_F(KvobildVorgaenge, KindsWithoutANameAndLongTextsAreNotes) {
   EXPECT_TRUE(text.endsWith(u"Ergebnis:         kein Befund\n"_s));
 }
 
-TEST_F(KvobildVorgaenge, ALineStaysALineWhateverAValueHolds) {
+TEST_F(KvobildSicht, ALineStaysALineWhateverAValueHolds) {
   mache_Sicht();
   nimm(mit(1, lang(4000)));
   nimm(mit(5, u"'..\\' || "_s + lang(4000)));
@@ -172,7 +172,7 @@ TEST_F(KvobildVorgaenge, ALineStaysALineWhateverAValueHolds) {
       4000);
 }
 
-TEST_F(KvobildVorgaenge, AMissingColumnIsExitCode3AndIsNamed) {
+TEST_F(KvobildSicht, AMissingColumnIsExitCode3AndIsNamed) {
   mache_Sicht(u"Art AS Typ1, Nr1 AS Key1, Nr2 AS Key2, Nr3 AS Nummer3, Wort AS Bezeichnung, Ablage AS Ordner"_s);
   nimm(mit(0, u"NULL"_s));
   const Lauf lauf = pruefe_Json();
@@ -184,7 +184,7 @@ TEST_F(KvobildVorgaenge, AMissingColumnIsExitCode3AndIsNamed) {
   EXPECT_TRUE(text.contains(u"Die Spalte Bild_Vorgaenge.Stand fehlt; erwartet ist ein Datum mit Zeit."_s));
 }
 
-TEST_F(KvobildVorgaenge, AMoreColumnOfTheFirmDoesNoHarm) {
+TEST_F(KvobildSicht, AMoreColumnOfTheFirmDoesNoHarm) {
   mache_Sicht(
       u"Zeit AS Stand, Art AS TYP1, Nr1 AS Key1, Nr2 AS Key2, Nr3 AS Key3, Wort AS Bezeichnung, Ablage AS "
       "Ordner, 5 AS Eigenes"_s);
@@ -192,7 +192,7 @@ TEST_F(KvobildVorgaenge, AMoreColumnOfTheFirmDoesNoHarm) {
   EXPECT_EQ(pruefe().code, 0) << pruefe().ausgabe.toStdString();
 }
 
-TEST_F(KvobildVorgaenge, AColumnThatIsNoTextIsNamed) {
+TEST_F(KvobildSicht, AColumnThatIsNoTextIsNamed) {
   sql(u"create table Bild_Vorgaenge (Typ1 TEXT, Key1 INTEGER, Key2 VARCHAR(50), Key3 TEXT, Bezeichnung TEXT, Ordner "
       u"BLOB, "
       "Stand DATETIME)"_s);
@@ -203,7 +203,7 @@ TEST_F(KvobildVorgaenge, AColumnThatIsNoTextIsNamed) {
   EXPECT_TRUE(lauf.ausgabe.contains(u"Bild_Vorgaenge.Ordner ist „blob“"_s));
 }
 
-TEST_F(KvobildVorgaenge, AViewWhoseTableIsGoneIsBrokenAndNotMissing) {
+TEST_F(KvobildSicht, AViewWhoseTableIsGoneIsBrokenAndNotMissing) {
   mache_Sicht();
   sql(u"drop table Auftraege"_s);
   const Lauf lauf = pruefe_Json();
@@ -214,7 +214,7 @@ TEST_F(KvobildVorgaenge, AViewWhoseTableIsGoneIsBrokenAndNotMissing) {
   EXPECT_TRUE(pruefe().ausgabe.contains(u"Bild_Vorgaenge:   0 von 7 Spalten; SELECT NEIN\n"_s));
 }
 
-TEST_F(KvobildVorgaenge, AViewThatFailsAtARowIsExitCode3) {
+TEST_F(KvobildSicht, AViewThatFailsAtARowIsExitCode3) {
   mache_Sicht(
       u"Art AS Typ1, Nr1 AS Key1, Nr2 AS Key2, Nr3 AS Key3, Wort AS Bezeichnung, Ablage AS Ordner, "
       "abs(Zeit) AS Stand"_s);
@@ -225,7 +225,7 @@ TEST_F(KvobildVorgaenge, AViewThatFailsAtARowIsExitCode3) {
   EXPECT_EQ(kennungen(lauf), QStringList{u"sicht_antwortet_nicht"_s}) << lauf.ausgabe.toStdString();
 }
 
-TEST_F(KvobildVorgaenge, TheNumberOfStatementsDoesNotGrowWithTheRecords) {
+TEST_F(KvobildSicht, TheNumberOfStatementsDoesNotGrowWithTheRecords) {
   mache_Sicht();
   sql(u"with recursive n(i) as (select 0 union all select i + 1 from n where i < 49999) insert into Auftraege "
       "select case i % 2 when 0 then 'BEL' else 'ART' end, 'AB', printf('%06d', i / 2), '', 'Kunde ' || i, "
@@ -296,7 +296,7 @@ TEST_F(KvobildEigeneVorgaenge, ADatabaseThatHasAssignmentsGetsNoRecordsThatWould
   EXPECT_TRUE(kvobild(aufruf).ausgabe.isEmpty());
 }
 
-TEST_F(KvobildVorgaenge, WhereANameIsTakenTheTablesOfTheFirmStayAndNothingIsSaidOfTheView) {
+TEST_F(KvobildSicht, WhereANameIsTakenTheTablesOfTheFirmStayAndNothingIsSaidOfTheView) {
   EXPECT_TRUE(angelegt_.ausgabe.startsWith(u"Tabelle angelegt: Bild_Zuordnungen\n"_s))
       << angelegt_.ausgabe.toStdString();
   EXPECT_FALSE(angelegt_.ausgabe.contains(u"Bild_Vorgaenge"_s)) << angelegt_.ausgabe.toStdString();

@@ -1,4 +1,4 @@
-#include "host/kvobild/pruefung/Vorgangspruefung.h"
+#include "host/kvobild/pruefung/Sichtpruefung.h"
 
 #include <algorithm>
 #include <utility>
@@ -8,7 +8,7 @@
 #include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/Schema.h"
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
-#include "host/kvobild/pruefung/Vorgangswerte.h"
+#include "host/kvobild/pruefung/Sichtwerte.h"
 #include "platform/adodb/Treiber.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -54,10 +54,10 @@ class Pruefer {
  public:
   explicit Pruefer(adodb::Connection& verbindung) : verbindung_(verbindung), art_(Datenbankart::von(verbindung)) {}
 
-  Vorgangslage pruefe(bool mit_Zuordnungen) {
+  Sichtlage pruefe(bool mit_Zuordnungen) {
     if (!findet_Sicht() || !pruefe_Spalten()) return lage_;
     if (mit_Zuordnungen && !antwortet()) return lage_;
-    const Vorgangswerte werte = pruefe_Vorgangswerte(verbindung_, Stand_ist_Text_);
+    const Sichtwerte werte = pruefe_Sichtwerte(verbindung_, Stand_ist_Text_);
     lage_.vorgaenge = werte.vorgaenge;
     lage_.sicht.befunde += werte.befunde;
     if (schema::hat_eigene_Vorgaenge(verbindung_)) pruefe_Index();
@@ -181,11 +181,11 @@ class Pruefer {
   const Datenbankart& art_;
   QList<Spaltenlage> spalten_;
   bool Stand_ist_Text_ = false;
-  Vorgangslage lage_;
+  Sichtlage lage_;
 };
 
 }  // namespace
 
-Vorgangslage pruefe_Vorgaenge(adodb::Connection& verbindung, bool mit_Zuordnungen) {
+Sichtlage pruefe_Sicht(adodb::Connection& verbindung, bool mit_Zuordnungen) {
   return Pruefer(verbindung).pruefe(mit_Zuordnungen);
 }

@@ -6,7 +6,7 @@
 #include "platform/adodb/Connection.h"
 
 /// What is known of the firm's records.
-struct Vorgangslage {
+struct Sichtlage {
   /// The view Bild_Vorgaenge as the other tables, and its findings; no table where there is none.
   Tabellenlage sicht;
   /// Its records, where they could be read.
@@ -20,4 +20,4 @@ struct Vorgangslage {
 /// and its folders; a walk more for each kind of finding, to name its first rows. Only the folders are read, each once.
 /// The index is read with the texts that it is made of, which takes longest; others can't write meanwhile. Raises what
 /// the connection raises when it can't go on.
-Vorgangslage pruefe_Vorgaenge(adodb::Connection& verbindung, bool mit_Zuordnungen);
+Sichtlage pruefe_Sicht(adodb::Connection& verbindung, bool mit_Zuordnungen);

@@ -5,7 +5,7 @@
 #include "host/kvobild/pruefung/Befund.h"
 
 /// What is known of the values in Bild_Vorgaenge.
-struct Vorgangswerte {
+struct Sichtwerte {
   qint64 vorgaenge = 0;
   QList<Befund> befunde;
 };
@@ -14,4 +14,4 @@ struct Vorgangswerte {
 /// apostrophe, keys that stand there twice, folders that leave the picture root; and for what they would show cut or
 /// under a name that nobody gave. `Stand_ist_Text`: that column has to be judged by its values. Raises what the
 /// connection raises.
-Vorgangswerte pruefe_Vorgangswerte(adodb::Connection& verbindung, bool Stand_ist_Text);
+Sichtwerte pruefe_Sichtwerte(adodb::Connection& verbindung, bool Stand_ist_Text);

@@ -1,4 +1,4 @@
-#include "host/kvobild/pruefung/Vorgangswerte.h"
+#include "host/kvobild/pruefung/Sichtwerte.h"
 
 #include <QJsonObject>
 #include <QStringList>
@@ -99,7 +99,7 @@ class Pruefer {
   explicit Pruefer(adodb::Connection& verbindung)
       : verbindung_(verbindung), ist_Datei_(Datenbankart::von(verbindung).ist_Datei) {}
 
-  Vorgangswerte pruefe(bool Stand_ist_Text) {
+  Sichtwerte pruefe(bool Stand_ist_Text) {
     zaehle_und_nenne(fragen(Stand_ist_Text, ist_Datei_));
     pruefe_doppelte();
     pruefe_Arten();
@@ -191,11 +191,11 @@ class Pruefer {
 
   adodb::Connection& verbindung_;
   const bool ist_Datei_;
-  Vorgangswerte werte_;
+  Sichtwerte werte_;
 };
 
 }  // namespace
 
-Vorgangswerte pruefe_Vorgangswerte(adodb::Connection& verbindung, bool Stand_ist_Text) {
+Sichtwerte pruefe_Sichtwerte(adodb::Connection& verbindung, bool Stand_ist_Text) {
   return Pruefer(verbindung).pruefe(Stand_ist_Text);
 }
