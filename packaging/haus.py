@@ -14,9 +14,10 @@ BILD = WURZEL / "docs" / "haus.svg"
 # From the top down: number, heading, and on each floor its rooms with what they hold.
 STOCKWERKE = [
     ("6", "Die Programme", [
-        ("host/fenster", "Fenster von bildzuordnung"), ("host/rundgang", "der Rundgang ohne Benutzer"),
+        ("host/fenster", "Fenster von bildzuordnung"), ("host/fenster/dialog", "ein Dialog als Programm"), ("host/rundgang", "der Rundgang ohne Benutzer"),
         ("host/kvobild", "die Befehle"), ("host/kvobild/pruefung", "was an einer Datenbank falsch sein kann"),
         ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
+        ("host/betrieb/befehl", "Befehlszeile, Ausgabe, Auftrag"),
         ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten")]),
     ("5", "Die Bibliothek", [
         ("component", "was ein Wirt sieht"), ("component/weg", "der Weg eines Wirts: lesen, zeigen, schreiben, prüfen")]),

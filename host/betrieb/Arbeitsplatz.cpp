@@ -9,6 +9,7 @@
 #include "host/betrieb/Gedaechtnis.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/beispiel/Datenordner.h"
+#include "host/betrieb/beispiel/Uebernahme.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -45,6 +46,11 @@ bool Arbeitsplatz::erster_Start() const {
   return optionen_.verbindung.isEmpty() && !datenordner::eingerichtet(namen::tabellenpfad(optionen_.datenordner));
 }
 
+bool Arbeitsplatz::uebernimmt() const {
+  return optionen_.verbindung.isEmpty() && !erster_Start() &&
+      uebernahme::noetig(namen::tabellenpfad(optionen_.datenordner));
+}
+
 bool Arbeitsplatz::wartet_auf_Server() const {
   return !optionen_.verbindung.isEmpty() && !datenbankdatei(optionen_.verbindung);
 }
@@ -60,7 +66,8 @@ void Arbeitsplatz::bereite_vor() {
   QString zeichenfolge = optionen_.verbindung;
   if (zeichenfolge.isEmpty()) {
     const QString ordner = namen::tabellenpfad(optionen_.datenordner);
-    datenordner::richte_ein(ordner);
+    datenordner::richte_ein(
+        ordner, optionen_.anfang == Anfangsbestand::Leer ? datenordner::Inhalt::Leer : datenordner::Inhalt::Beispiele);
     zeichenfolge = datenordner::verbindung(ordner);
   } else if (kennwort_) {
     zeichenfolge = anmeldung::mit_Kennwort(zeichenfolge, *kennwort_);

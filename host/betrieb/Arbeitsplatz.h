@@ -16,15 +16,24 @@ class Arbeitsplatz {
   explicit Arbeitsplatz(Wirtsoptionen optionen) : optionen_(std::move(optionen)) {}
 
   const Wirtsoptionen& optionen() const noexcept { return optionen_; }
-  /// Opening makes the sample data first, which takes its time.
+  /// Opening makes the data folder first, which takes its time.
   bool erster_Start() const;
+  /// Opening brings an older data folder to the state of today first, which takes its time with many records.
+  bool uebernimmt() const;
+  /// The first start, and the user is to say with what to begin.
+  bool fragt_Anfang() const { return optionen_.anfang == Anfangsbestand::Fragen && erster_Start(); }
+  /// With what a data folder begins that is made now.
+  void anfang(Anfangsbestand wert) { optionen_.anfang = wert; }
   /// Opening may wait for a server.
   bool wartet_auf_Server() const;
   /// The connection names a user, and neither the call nor the user has given the password yet, or the server has
   /// refused it.
   bool braucht_Kennwort() const;
   /// The password that the user gave; kept in memory for as long as the server takes it.
-  void kennwort(const QString& wert) { kennwort_ = wert; }
+  void kennwort(const QString& wert) {
+    kennwort_ = wert;
+    verbindungszeichenfolge_.clear();
+  }
   /// Why the last opening failed, and Anderer where it did not.
   Datenbankgrund ausfallgrund() const noexcept { return ausfallgrund_; }
   /// Makes what the database needs before it can be opened, by whomever: the data folder where it is needed and

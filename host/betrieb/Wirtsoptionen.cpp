@@ -16,6 +16,8 @@ Abbruch falscher_Aufruf(const QString& text) {
 }
 
 const QString Eingebettet = u"eingebettet"_s;
+const QString Leer = u"leer"_s;
+const QString Beispiele = u"beispiele"_s;
 
 const QStringList& mit_Wert() {
   static const QStringList Namen{u"verbindung"_s, u"bilder"_s, u"datenordner"_s, u"vorgang"_s, u"rundgang"_s};
@@ -45,6 +47,18 @@ void pruefe_Rundgang(const QCommandLineParser& leser) {
       throw falscher_Aufruf(u"„--rundgang“ hat eigene Daten und verträgt kein „--%1“."_s.arg(name));
 }
 
+/// What the first start makes; a program without a window to ask in chooses the samples.
+Anfangsbestand lies_Anfang(const QCommandLineParser& leser) {
+  if (leser.isSet(Leer) && leser.isSet(Beispiele))
+    throw falscher_Aufruf(u"„--leer“ und „--beispiele“ schließen sich aus."_s);
+  for (const QString& name : {Leer, Beispiele})
+    if (leser.isSet(name) && leser.isSet(u"verbindung"_s))
+      throw falscher_Aufruf(u"„--%1“ legt den Datenordner an und verträgt kein „--verbindung“."_s.arg(name));
+  return leser.isSet(Leer)     ? Anfangsbestand::Leer
+      : leser.isSet(Beispiele) ? Anfangsbestand::Beispiele
+                               : Anfangsbestand::Fragen;
+}
+
 /// The environment counts where the call leaves the database open; the picture root there belongs to its database.
 void lies_Verbindung(const QCommandLineParser& leser, Wirtsoptionen& optionen) {
   QString angabe = wert(leser, u"verbindung"_s);
@@ -61,7 +75,7 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
   QCommandLineParser leser;
   leser.addOption(QCommandLineOption(QStringList{u"h"_s, u"hilfe"_s}));
   for (const QString& name : mit_Wert()) leser.addOption(QCommandLineOption(name, {}, u"WERT"_s));
-  leser.addOption(QCommandLineOption(Eingebettet));
+  for (const QString& name : {Eingebettet, Leer, Beispiele}) leser.addOption(QCommandLineOption(name));
   if (!leser.parse(QStringList{u"bildzuordnung"_s} + argumente)) throw falscher_Aufruf(grund(leser, argumente));
   if (!leser.positionalArguments().isEmpty())
     throw falscher_Aufruf(u"„%1“ ist zu viel."_s.arg(anmeldung::ohne_Geheimnis(leser.positionalArguments().first())));
@@ -71,6 +85,7 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
   Wirtsoptionen optionen;
   optionen.rundgang = wert(leser, u"rundgang"_s);
   optionen.hilfe = leser.isSet(u"hilfe"_s);
+  optionen.anfang = lies_Anfang(leser);
   optionen.eingebettet = leser.isSet(Eingebettet);
   optionen.datenordner_genannt = leser.isSet(u"datenordner"_s);
   optionen.merken = optionen.rundgang.isEmpty();
@@ -86,7 +101,9 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
 
 QString wirtsoptionen::hilfetext() {
   return u"bildzuordnung zeigt die Vorgänge eines Betriebs und ordnet ihnen Bilder zu.\n\n"
-         "Aufruf: bildzuordnung [Optionen]\n\n"
+         "Aufruf: bildzuordnung [Optionen]\n"
+         "        bildzuordnung dialog BEFEHL [Optionen]   ein Dialog für sich, aus anderen Programmen;\n"
+         "                                                 „bildzuordnung dialog --hilfe“ nennt sie\n\n"
          "Optionen:\n"
          "  --verbindung DATENBANK   die Datenbank, etwa \"Provider=SQLite;Data Source=/pfad/bilder.db\";\n"
          "                           ein bloßer Dateiname meint eine SQLite-Datei\n"
@@ -96,8 +113,10 @@ QString wirtsoptionen::hilfetext() {
          "  --bilder ORDNER          Wurzel der Bildablage; wird mit der Datenbank gemerkt\n"
          "  --eingebettet            die Datenbank im Datenordner; vergisst die gemerkte\n"
          "  --datenordner ORDNER     eigener Ordner des Programms; der erste Start legt darin Datenbank und\n"
-         "                           Bildablage mit Beispielen an. Sonst „kvobildzuordnung“ im Ordner\n"
+         "                           Bildablage an. Sonst „kvobildzuordnung“ im Ordner\n"
          "                           für Anwendungsdaten\n"
+         "  --leer                   der erste Start legt den Datenordner ohne Beispiele an, für die eigenen Vorgänge\n"
+         "  --beispiele              der erste Start legt Beispiele an; ohne beides fragt er\n"
          "  --vorgang NUMMER         beginnt mit diesem Vorgang, etwa \"AB 24-1001\"\n"
          "  --rundgang ORDNER        geht ohne Benutzer mit Maus und Tasten durch Programm und Dialog, auf eigenen\n"
          "                           Beispieldaten in ORDNER/daten, speichert Bilder der Fenster in ORDNER und\n"

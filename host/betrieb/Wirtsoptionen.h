@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 
+/// What a data folder holds that is made now.
+enum class Anfangsbestand { Fragen, Beispiele, Leer };
+
 /// What the program was called with.
 struct Wirtsoptionen {
   /// Connect string, or empty for the database in the data folder.
@@ -15,6 +18,8 @@ struct Wirtsoptionen {
   QString vorgang;
   /// Folder for the pictures of a tour in place of the program's usual run, or empty.
   QString rundgang;
+  /// What the first start makes.
+  Anfangsbestand anfang = Anfangsbestand::Beispiele;
   bool hilfe = false;
   /// The database of the data folder, whatever was opened last.
   bool eingebettet = false;

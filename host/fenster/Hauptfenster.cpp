@@ -159,13 +159,21 @@ void Hauptfenster::baue_Aktionen() {
   auto* aufraeumen = aktion(u"act_Aufraeumen"_s, u"Bilderbaum aufräumen …"_s, {}, &Hauptfenster::raeume_auf);
   auto* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5, &Hauptfenster::lies_neu);
   aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q, &Hauptfenster::close);
-  liste_->Kontextmenue({act_Zuordnen, act_Anzeigen, suchen, aufraeumen, einlesen});
+  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen};
+  liste_->Kontextmenue(bilder + baue_Vorgangsaktionen() + QList<QAction*>{suchen, aufraeumen, einlesen});
 }
 
 void Hauptfenster::beginne() {
-  const bool erster = platz_.erster_Start();
-  if (!erster && !platz_.wartet_auf_Server()) return lies_neu();
-  ansicht_->zeige_Hinweis(erster ? u"Die Beispieldaten werden angelegt …"_s : u"Die Datenbank wird geöffnet …"_s, {});
+  QString hinweis;
+  if (platz_.erster_Start())
+    hinweis = u"Der Datenordner wird angelegt …"_s;
+  else if (platz_.wartet_auf_Server())
+    hinweis = u"Die Datenbank wird geöffnet …"_s;
+  else if (platz_.uebernimmt())
+    hinweis = u"Die Vorgänge werden in neue Tabellen übernommen …"_s;
+  else
+    return lies_neu();
+  ansicht_->zeige_Hinweis(hinweis, {});
   wartet_aufs_Malen_ = true;
 }
 
@@ -191,6 +199,7 @@ void Hauptfenster::melde(const QString& text) {
 
 void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
   for (QAction* aktion : {act_Zuordnen, act_Anzeigen}) aktion->setEnabled(erlaubt);
+  erlaube_Vorgangsaktionen();
   for (QWidget* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen}) knopf->setEnabled(erlaubt);
 }
 
@@ -202,23 +211,14 @@ void Hauptfenster::zeige_Ausfall(const QString& grund) {
   melde(grund);
 }
 
-void Hauptfenster::frage_Kennwort() {
-  if (!platz_.braucht_Kennwort()) return;
-  const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
-  const QString grund = std::exchange(abgelehnt_, {});
-  Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung),
-      abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s : grund,
-      this);
-  const QScopedValueRollback offen(dialog_offen_, true);
-  if (fenster.exec() != QDialog::Accepted)
-    throw Abbruch(Ausgang::Datenbank, grund.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : grund);
-  platz_.kennwort(fenster.kennwort());
-}
-
 void Hauptfenster::lies_neu() {
   if (dialog_offen_) return;
   try {
-    frage_Kennwort();
+    {
+      const QScopedValueRollback offen(dialog_offen_, true);
+      frage_Kennwort(platz_, std::exchange(abgelehnt_, {}), this);
+    }
+    frage_Anfang();
     const auto sanduhr = zeige_Sanduhr();
     platz_.bereite_vor();
   } catch (const Abbruch& abbruch) {
@@ -300,6 +300,9 @@ void Hauptfenster::zeige_gewaehlten() {
   if (!vorgang) {
     QString text = u"Wählen Sie links einen Vorgang; hier erscheinen dann seine Bilder."_s;
     if (liste_->leer()) text = u"In der Datenbank stehen keine Vorgänge."_s;
+    if (liste_->leer() && hat_eigene_Vorgaenge())
+      text =
+          u"Noch steht kein Vorgang da. „Neuer Vorgang …“ legt einen an, „Vorgänge einlesen …“ nimmt eine Liste auf."_s;
     return ansicht_->zeige_Hinweis(u"Kein Vorgang gewählt"_s, text, liste_->leer());
   }
   try {

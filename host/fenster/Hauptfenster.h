@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "host/betrieb/Arbeitsplatz.h"
+#include "host/betrieb/vorgaenge/Vorgangstabelle.h"
 #include "host/betrieb/vorgang/Vorgangsdienst.h"
 #include "host/betrieb/vorgang/Vorschaulader.h"
 #include "host/betrieb/vorgang/Zuletzt.h"
@@ -11,6 +12,7 @@
 #include "host/fenster/Hochkommawache.h"
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Wirtskomponenten.h"
+#include "host/fenster/vorgaenge/Einlesefenster.h"
 
 class QAction;
 class QLabel;
@@ -27,6 +29,8 @@ class Hauptfenster final : public QMainWindow {
   void beginne();
   /// Asks for the records anew, in the database opened anew.
   void lies_neu();
+  /// What is shown does not belong to the last question yet.
+  bool fragt() const { return dienst_.fragt(); }
   /// Nothing is asked any more: answer and number are shown, or the failure.
   bool ruht() const { return dienst_.ruht() && !dienst_.fragt() && !wartet_aufs_Malen_; }
   /// Chooses the record with that number; false when it is not shown.
@@ -45,6 +49,13 @@ class Hauptfenster final : public QMainWindow {
   /// Shows what a clearing of the picture tree would delete, asks, and deletes that. Refuses where the root or the
   /// database can't be reached.
   void raeume_auf();
+  /// Makes a business record and chooses it. This and the next three only where the database keeps the records itself.
+  void mache_Vorgang();
+  void aendere_Vorgang();
+  /// Deletes the chosen record after a question; one that has pictures is kept, and they are shown on demand.
+  void loesche_Vorgang();
+  /// Takes records in from a list that `wahl` asks for.
+  void lies_Liste_ein(const Listenwahl& wahl = waehle_Liste);
 
   Vorgangsliste* liste() const noexcept { return liste_; }
   Vorgangsansicht* ansicht() const noexcept { return ansicht_; }
@@ -57,8 +68,14 @@ class Hauptfenster final : public QMainWindow {
   class Platz;
   void baue_auf();
   void baue_Aktionen();
-  /// Asks for the password where the server wants one that nobody has given; ends with Abbruch where the user gives up.
-  void frage_Kennwort();
+  /// The actions that make and change records.
+  QList<QAction*> baue_Vorgangsaktionen();
+  void erlaube_Vorgangsaktionen();
+  /// The database keeps the records itself.
+  bool hat_eigene_Vorgaenge() const;
+  void zeige_Vorgang(const Vorgangsschluessel& schluessel, const QString& tat);
+  /// Asks at the first start with what to begin; ends with Abbruch where the user gives up.
+  void frage_Anfang();
   void frage();
   void nimm_Antwort(const Vorgangsdienst::Antwort& antwort);
   void nimm_Ausfall(const Datenbankausfall& ausfall);
@@ -86,6 +103,10 @@ class Hauptfenster final : public QMainWindow {
   QLabel* lbl_Status;
   QAction* act_Zuordnen = nullptr;
   QAction* act_Anzeigen = nullptr;
+  QAction* act_Neu = nullptr;
+  QAction* act_Aendern = nullptr;
+  QAction* act_Loeschen = nullptr;
+  QAction* act_Liste = nullptr;
   QString anfang_;
   /// The next answer is the first one of a database that was opened anew.
   bool frisch_ = false;

@@ -60,6 +60,8 @@ Vorgangsliste::Vorgangsliste(QWidget* oberhalb)
       cmd_Einlesen(benannt(new QPushButton(u"Neu &einlesen"_s, this), u"cmd_Einlesen"_s)),
       cmd_Suchen(benannt(new QPushButton(u"Bilder &suchen …"_s, this), u"cmd_Suchen"_s)),
       cmd_Aufraeumen(benannt(new QPushButton(u"Bilderbaum auf&räumen …"_s, this), u"cmd_Aufraeumen"_s)),
+      cmd_NeuerVorgang(benannt(new QPushButton(u"&Neuer Vorgang …"_s, this), u"cmd_NeuerVorgang"_s)),
+      cmd_ListeEinlesen(benannt(new QPushButton(u"&Vorgänge einlesen …"_s, this), u"cmd_ListeEinlesen"_s)),
       txt_Filter(benannt(new QLineEdit(this), u"txt_Filter"_s)),
       tree_Vorgaenge(benannt(new QTreeView(this), u"tree_Vorgaenge"_s)),
       seiten_(new QStackedWidget(this)),
@@ -97,6 +99,9 @@ void Vorgangsliste::baue_auf() {
   cmd_Einlesen->setToolTip(u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s);
   cmd_Suchen->setToolTip(u"Sucht Bilder auf allen Laufwerken (Strg+F)"_s);
   cmd_Aufraeumen->setToolTip(u"Zeigt, welche Dateien der Bildablage niemand benutzt, und löscht sie auf Wunsch"_s);
+  cmd_NeuerVorgang->setToolTip(u"Legt einen Vorgang an (Strg+N)"_s);
+  cmd_ListeEinlesen->setToolTip(u"Nimmt Vorgänge aus einer CSV- oder JSON-Datei auf"_s);
+  for (QPushButton* knopf : {cmd_NeuerVorgang, cmd_ListeEinlesen}) knopf->hide();
   lbl_Leer->setWordWrap(true);
   lbl_Leer->setAlignment(Qt::AlignCenter);
   lbl_Leer->setTextFormat(Qt::PlainText);
@@ -145,11 +150,23 @@ void Vorgangsliste::ordne_an(QLabel& lbl_Filter) {
   unter->addWidget(cmd_Mehr);
   lage->addLayout(unter);
   lage->addWidget(lbl_Hinweis);
+  auto* eigene = new QHBoxLayout;
+  eigene->addWidget(cmd_NeuerVorgang);
+  eigene->addWidget(cmd_ListeEinlesen);
+  eigene->addStretch(1);
+  lage->addLayout(eigene);
+  setTabOrder(cmd_Mehr, cmd_NeuerVorgang);
+  setTabOrder(cmd_NeuerVorgang, cmd_ListeEinlesen);
   auto* fuss = new QHBoxLayout;
   fuss->addWidget(cmd_Suchen);
   fuss->addWidget(cmd_Aufraeumen);
   fuss->addStretch(1);
   lage->addLayout(fuss);
+}
+
+void Vorgangsliste::Listentaste(QAction* aktion) {
+  aktion->setShortcutContext(Qt::WidgetShortcut);
+  tree_Vorgaenge->addAction(aktion);
 }
 
 void Vorgangsliste::verbinde() {

@@ -31,8 +31,13 @@ class Vorgangsliste final : public QWidget {
   QPushButton* cmd_Einlesen;
   QPushButton* cmd_Suchen;
   QPushButton* cmd_Aufraeumen;
+  /// Only where records are made here.
+  QPushButton* cmd_NeuerVorgang;
+  QPushButton* cmd_ListeEinlesen;
   /// What the right mouse button offers.
   void Kontextmenue(const QList<QAction*>& aktionen);
+  /// An action whose key counts in the list of records alone.
+  void Listentaste(QAction* aktion);
 
   /// Something else is wanted: other words, more records, or those of this desk. `zeige_Frage` is called by whoever
   /// asks.
@@ -60,6 +65,8 @@ class Vorgangsliste final : public QWidget {
   /// Chooses the record with that number; false when it is not shown.
   bool waehle(const QString& nummer);
   bool leer() const { return modell_->leer(); }
+  /// Number of records that are shown.
+  int anzahl() const { return modell_->anzahl(); }
 
  protected:
   bool eventFilter(QObject* ziel, QEvent* ereignis) override;

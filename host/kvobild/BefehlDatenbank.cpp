@@ -2,7 +2,7 @@
 
 #include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/Schema.h"
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 #include "host/kvobild/pruefung/Datenpruefung.h"

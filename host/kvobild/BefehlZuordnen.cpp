@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <limits>
 
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 #include "host/kvobild/Bildkopien.h"
-#include "host/kvobild/Datensatzangaben.h"
+#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Druckangaben.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/kvobild/Befehlszeile.h"
+#include "host/betrieb/befehl/Befehlszeile.h"
 
 /// The commands of the program, each with its help.
 namespace befehle {
@@ -18,5 +18,7 @@ Befehl exif();
 Befehl drehen();
 Befehl thumbnail();
 Befehl beispieldaten();
+Befehl vorgaenge_einlesen();
+Befehl vorgaenge_liste();
 
 }  // namespace befehle

@@ -1,7 +1,7 @@
 #include "host/kvobild/Bildkopien.h"
 
 #include "host/betrieb/Ausgang.h"
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;

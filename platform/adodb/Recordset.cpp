@@ -97,12 +97,12 @@ QString Recordset::Text(std::int32_t spalte) const {
   if (!ergebnis_.werte.ist_text(nummer)) return mit_Leertext(als_Variant(ergebnis_.werte[nummer]));
   Letzter& letzter = letzte_[static_cast<std::size_t>(spalte)];
   const std::int64_t ort = ergebnis_.werte.ort(nummer);
-  if (letzter.ort != ort) {
-    letzter.ort = ort;
-    letzter.text = QString();
-    return als_Text(ergebnis_.werte.zeichen(nummer));
+  const QStringView zeichen = ergebnis_.werte.zeichen(nummer);
+  if (letzter.ort != ort || letzter.laenge != zeichen.size()) {
+    letzter = {ort, zeichen.size(), QString()};
+    return als_Text(zeichen);
   }
-  if (letzter.text.isNull()) letzter.text = als_Text(ergebnis_.werte.zeichen(nummer));
+  if (letzter.text.isNull()) letzter.text = als_Text(zeichen);
   return letzter.text;
 }
 

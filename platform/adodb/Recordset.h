@@ -60,6 +60,8 @@ class KVO_EXPORT Recordset {
   /// shared.
   struct Letzter {
     std::int64_t ort = -1;
+    /// An empty text begins where the next one does.
+    qsizetype laenge = 0;
     QString text;
   };
   std::size_t stelle(std::int32_t spalte) const;

@@ -19,7 +19,7 @@ using Paar = std::array<char16_t, 2>;
 
 constexpr auto EinzelneZeichen = [] {
   std::array<Paar, 128> paare{};
-  for (char16_t i = 0; i < paare.size(); ++i) paare[i] = {i, u'\0'};
+  for (std::size_t i = 0; i < paare.size(); ++i) paare[i] = {static_cast<char16_t>(i), u'\0'};
   return paare;
 }();
 
@@ -147,7 +147,8 @@ void Werte::haenge_text_an(QStringView text, std::size_t breite) {
 void Werte::haenge_utf8_an(const char* bytes, std::size_t laenge, std::size_t breite) {
   const Zelle* oben = text_ueber(zellen_.size(), breite);
   if (oben && oben->laenge == laenge && ist_gleich_Ascii(zeichen_.data() + oben->inhalt, bytes, laenge)) {
-    zellen_.push_back(Zelle(*oben));
+    const Zelle gleiche = *oben;
+    zellen_.push_back(gleiche);
     return;
   }
   if (std::any_of(bytes, bytes + laenge, [](char b) { return (b & '\x80') != 0; })) {

@@ -8,8 +8,8 @@
 /// How texts are made ready to be searched, and what is typed to be compared with them: the same on both sides.
 namespace suchworte {
 
-/// The text folded by Unicode's full case folding ("Straße" and "STRASSE" become one), white space of any kind and
-/// length as one blank, none at the ends.
+/// The text with the case of its letters folded, "ß" as "ss" ("Straße" and "STRASSE" become one), white space of any
+/// kind and length as one blank, none at the ends.
 KVO_EXPORT QString gefaltet(QStringView text);
 
 /// The first letter or digit and the first two of each word of the text, each once, folded, parted by blanks and with a

@@ -16,7 +16,7 @@ namespace windows1252 {
 /// The character of each byte.
 extern const std::array<char16_t, 256> Zeichen;
 
-QString decode(QByteArrayView bytes);
+KVO_EXPORT QString decode(QByteArrayView bytes);
 /// A character outside the code page becomes "?", one for each 16-bit unit.
 KVO_EXPORT QByteArray encode(QStringView text);
 

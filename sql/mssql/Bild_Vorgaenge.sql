@@ -3,7 +3,7 @@
 -- Running it again does no harm.
 IF OBJECT_ID(N'dbo.Bild_Vorgaenge') IS NULL
 CREATE TABLE dbo.Bild_Vorgaenge (
-  Typ1 nvarchar(50) NOT NULL,
+  Typ1 nvarchar(200) NOT NULL,
   Key1 nvarchar(50) NOT NULL,
   Key2 nvarchar(50) NOT NULL,
   Key3 nvarchar(50) NOT NULL,

@@ -8,6 +8,7 @@
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
+#include "host/betrieb/Schema.h"
 #include "host/betrieb/beispiel/Beispieldaten.h"
 #include "host/betrieb/beispiel/Uebernahme.h"
 #include "platform/files/Dateien.h"
@@ -75,15 +76,28 @@ void pruefe_frei(const QString& ordner) {
         "Sie mit „--datenordner“ einen leeren Ordner."_s.arg(namen::angezeigt(ordner)));
 }
 
-void mache(const QString& ordner) {
+/// Database and picture tree without a record in them.
+void erzeuge_Leeren(const QString& ordner, clsBildZuordnungen& store) {
+  if (!store.Fkt_MakePath(datenordner::bilder(ordner)) || !store.Fkt_DirExists(datenordner::bilder(ordner)))
+    throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht anzulegen."_s.arg(namen::angezeigt(ordner)));
+  const QString verbindung = datenordner::verbindung(ordner);
+  schema::lege_an(verbindung);
+  schema::richte_Betrieb_ein(*oeffne(verbindung));
+}
+
+void mache(const QString& ordner, datenordner::Inhalt inhalt) {
   pruefe_frei(ordner);
   clsBildZuordnungen store;
   const Nebenordner neu(ordner + Beizeichen + QString::number(QCoreApplication::applicationPid()));
   datenordner::entferne(neu.pfad());
   raeume_Reste_weg(ordner);
   store.Fkt_MakePath(neu.pfad());
-  beispieldaten::erzeuge(neu.pfad());
-  verliere_ein_Bild(neu.pfad());
+  if (inhalt == datenordner::Inhalt::Leer) {
+    erzeuge_Leeren(neu.pfad(), store);
+  } else {
+    beispieldaten::erzeuge(neu.pfad());
+    verliere_ein_Bild(neu.pfad());
+  }
   const FileSystemObject dateien;
   if (dateien.FolderExists(ordner)) dateien.DeleteFolder(ordner);
   dateien.MoveFolder(neu.pfad(), ordner);
@@ -102,9 +116,9 @@ bool datenordner::ist_frei(const QString& ordner) {
   return inhalt.Files().isEmpty() && inhalt.SubFolders().isEmpty();
 }
 
-void datenordner::richte_ein(const QString& ordner) {
+void datenordner::richte_ein(const QString& ordner, Inhalt inhalt) {
   if (eingerichtet(ordner)) return uebernahme::bringe_auf_Stand(ordner);
-  const auto grund = versuche([&] { mache(ordner); });
+  const auto grund = versuche([&] { mache(ordner, inhalt); });
   // Another start of the program may have come first.
   if (!grund || eingerichtet(ordner)) return;
   throw Abbruch(Ausgang::Datei,

@@ -1,7 +1,5 @@
 #include "host/betrieb/vorgang/Vorgangsfilter.h"
 
-#include <algorithm>
-
 #include "platform/basic/Suchworte.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,6 +10,8 @@ constexpr qsizetype Hoechstens = 12;
 
 /// A statement's marker takes up to 4000 characters on a server.
 constexpr qsizetype LaengstesWort = 100;
+
+const QStringList Trenner{u"/"_s, u"·"_s, u"-"_s, u"–"_s};
 
 QString nur_Zeichen(const QString& wort) {
   QString zeichen;
@@ -31,10 +31,14 @@ Vorgangsfilter Vorgangsfilter::lies(const QString& text) {
   QStringList alle;
   const QStringList worte = suchworte::gefaltet(QString(text).replace(QChar(u'\0'), u' ')).split(u' ');
   for (const QString& wort : worte) {
+    if (wort.isEmpty() || Trenner.contains(wort) || alle.size() == Hoechstens) continue;
     const QString zeichen = nur_Zeichen(wort);
-    if (zeichen.isEmpty() || alle.size() == Hoechstens) continue;
-    const bool ist_lang = wort.toUcs4().size() > 2;
-    nimm(ist_lang ? filter.lange : filter.kurze, (ist_lang ? wort : zeichen).left(LaengstesWort));
+    if (wort.toUcs4().size() > 2)
+      nimm(filter.lange, wort.left(LaengstesWort));
+    else if (zeichen.isEmpty())
+      nimm(filter.zeichen, wort);
+    else
+      nimm(filter.kurze, zeichen);
     alle.append(wort.left(LaengstesWort));
   }
   filter.ganz = alle.join(u' ');

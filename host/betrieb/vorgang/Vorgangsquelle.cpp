@@ -87,7 +87,7 @@ class Sichtfrage {
       alle += std::exchange(wort, u" AND "_s);
       alle.haenge_an(eines_von(muster));
     };
-    for (const QString& lang : frage_.filter.lange) dazu({u'%' + als_Muster(lang) + u'%'});
+    for (const QString& lang : frage_.filter.lange + frage_.filter.zeichen) dazu({u'%' + als_Muster(lang) + u'%'});
     for (const QString& kurz : frage_.filter.kurze)
       dazu({als_Muster(kurz) + u'%', u"% "_s + als_Muster(kurz) + u'%', u"%-"_s + als_Muster(kurz) + u'%'});
     return alle;

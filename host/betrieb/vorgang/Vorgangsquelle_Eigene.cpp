@@ -52,7 +52,8 @@ class Suche {
       anzahl.haenge_an(aus_Index(*index));
       return zahl(anzahl.text, anzahl.werte);
     }
-    if (lange_.leer() || kurze_.leer()) return Zaehlgrenze + 1;
+    const bool gezaehlt = (lange_.leer() || kurze_.leer()) && frage_.filter.zeichen.isEmpty();
+    if (gezaehlt) return Zaehlgrenze + 1;
     Vorgangsanweisung anzahl;
     anzahl += u"SELECT COUNT(*) FROM (SELECT 1 FROM Vorgaenge WHERE "_s;
     anzahl.haenge_an(aus_beiden()) += u" LIMIT %1)"_s.arg(Zaehlgrenze + 1);
@@ -82,10 +83,11 @@ class Suche {
   static QString alle() { return u"Vorgaenge"_s; }
   static QString neueste() { return u"(SELECT * FROM Vorgaenge ORDER BY %1 LIMIT %2)"_s.arg(Neueste).arg(Gang); }
 
-  static Vorgangsanweisung enthaelt(const QStringList& lange, const QStringList& kurze) {
+  Vorgangsanweisung enthaelt(const QStringList& lange, const QStringList& kurze) const {
     Vorgangsanweisung glieder;
     glieder += u"1"_s;
-    for (const QString& wort : lange) glieder.haenge_an(u" AND instr(Suchtext, ?) > 0"_s, {wort});
+    for (const QString& wort : lange + frage_.filter.zeichen)
+      glieder.haenge_an(u" AND instr(Suchtext, ?) > 0"_s, {wort});
     for (const QString& wort : kurze) glieder.haenge_an(u" AND instr(Wortanfaenge, ?) > 0"_s, {u' ' + wort + u' '});
     return glieder;
   }
@@ -106,13 +108,9 @@ class Suche {
   }
 
   Vorgangsanweisung aus_beiden() const {
-    Vorgangsanweisung glieder;
-    QString wort;
-    for (const Index* index : {&lange_, &kurze_}) {
-      if (index->leer()) continue;
-      glieder += std::exchange(wort, u" AND "_s);
-      glieder.haenge_an(ist_in(*index));
-    }
+    Vorgangsanweisung glieder = enthaelt({}, {});
+    for (const Index* index : {&lange_, &kurze_})
+      if (!index->leer()) (glieder += u" AND "_s).haenge_an(ist_in(*index));
     return glieder;
   }
 

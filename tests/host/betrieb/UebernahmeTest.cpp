@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
@@ -11,12 +12,17 @@
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
 #include "platform/adodb/Connection.h"
 #include "platform/adodb/SqlZerleger.h"
-#include "tests/support/Pruefdatenbank.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+QString skript(const QString& name) {
+  QFile datei(QStringLiteral(KVO_QUELLORDNER) + u"/sql/sqlite/"_s + name);
+  EXPECT_TRUE(datei.open(QIODevice::ReadOnly));
+  return QString::fromUtf8(datei.readAll());
+}
 
 class AltesVerzeichnis : public ::testing::Test {
  protected:
@@ -25,8 +31,7 @@ class AltesVerzeichnis : public ::testing::Test {
     adodb::Connection alte;
     alte.Open(u"Mode=ReadWriteCreate;"_s + verbindung());
     for (const QString& name : {u"Bild_Zuordnungen.sql"_s, u"Wirtstabellen_Beispiel.sql"_s})
-      for (const QString& anweisung : adodb::zerlege_skript(projektdatei(u"sql/sqlite/"_s + name)))
-        alte.Execute(anweisung);
+      for (const QString& anweisung : adodb::zerlege_skript(skript(name))) alte.Execute(anweisung);
     for (const QString& tabelle :
         {u"Kunden (Kundennummer, Name, Ort)"_s, u"Montageauftraege (Belegart, Belegnummer, MontageNr, Aufgabe)"_s,
             u"Artikelstamm (Artikelnummer, Bezeichnung, Bezeichnung3, Hauptlieferant)"_s,

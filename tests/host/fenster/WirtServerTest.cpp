@@ -325,7 +325,7 @@ TEST_F(WirtServer, TheNextStartKnowsTheConnectionAndNothingKnowsThePassword) {
     EXPECT_FALSE(alle_Dateien(heim.pfad()).contains(u'#')) << alle_Dateien(heim.pfad()).toStdString();
     gemeinsamer()->steuere(u"protokoll-leeren"_s);
     Programm zweites(heim, {}, Kennwort);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return gemeinsamer()->stapel().size() >= 6; }, 60'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return gemeinsamer()->angekommen().size() >= 2; }, 60'000));
     EXPECT_EQ(zweites.beende(), QString());
     EXPECT_FALSE(alle_Dateien(heim.pfad()).contains(u'#'));
     EXPECT_FALSE(heim.vorhanden(u".local/share/kvobildzuordnung"_s));

@@ -80,6 +80,15 @@ TEST(Recordset, NullIsVisibleAndItsTextIsEmpty) {
   EXPECT_EQ(satz.Text(0), QString());
 }
 
+TEST(Recordset, ATextBehindEmptyOnesOfItsColumnIsItself) {
+  Ergebnis ergebnis{{u"Key3"_s}, {}};
+  const QStringList texte{u""_s, u""_s, u""_s, u"1"_s, u""_s, u"22"_s, u"22"_s, u"3"_s};
+  for (const QString& text : texte) ergebnis.werte.haenge_text_an(text, 1);
+  QStringList gelesene;
+  for (Recordset satz(std::move(ergebnis)); !satz.Eof(); satz.MoveNext()) gelesene.append(satz.Text(0));
+  EXPECT_EQ(gelesene, texte);
+}
+
 TEST(Recordset, NumbersComeIn32BitsOrAsDouble) {
   constexpr std::int64_t Gross = std::int64_t{1} << 31;
   const Recordset satz(Ergebnis{{u"a"_s, u"b"_s, u"c"_s, u"d"_s}, {Gross - 1, -Gross, Gross, 2.5}});

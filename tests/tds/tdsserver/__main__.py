@@ -12,7 +12,7 @@ from pathlib import Path
 
 from .auskunft import Sitzungswerte
 from .instanzen import Instanzauskunft
-from .katalog import Katalog, zerlege_skript
+from .katalog import TABELLEN, Katalog, zerlege_skript
 from .maschine import Maschine
 from .maschine_h2 import H2Maschine
 from .maschine_sqlite import SqliteMaschine
@@ -42,10 +42,6 @@ def lies_schalter(argumente: list[str]) -> argparse.Namespace:
     leser.add_argument("--instanz", default="", help="beantwortet die Frage nach dem Port dieser Instanz (UDP 1434)")
     leser.add_argument("--protokoll", type=Path, help="Datei, eine JSON-Zeile je Eintrag")
     return leser.parse_args(argumente)
-
-
-# The tables that every database of the tests begins with.
-TABELLEN = ("Bild_Zuordnungen.sql", "Wirtstabellen_Beispiel.sql")
 
 
 def baue_maschine(schalter: argparse.Namespace, ordner: Path) -> Maschine:

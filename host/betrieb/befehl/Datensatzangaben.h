@@ -1,7 +1,7 @@
 #pragma once
 
+#include "host/betrieb/befehl/Befehlszeile.h"
 #include "host/betrieb/vorgang/Datensatz.h"
-#include "host/kvobild/Befehlszeile.h"
 
 /// The business record that a call names.
 namespace datensatzangaben {

@@ -1,4 +1,4 @@
-#include "host/kvobild/Datensatzangaben.h"
+#include "host/betrieb/befehl/Datensatzangaben.h"
 
 #include <optional>
 

@@ -1,19 +1,17 @@
-#include "host/kvobild/Befehlszeile.h"
+#include "host/betrieb/befehl/Befehlszeile.h"
 
 #include <QCommandLineParser>
 #include <algorithm>
 
 #include "host/betrieb/Anmeldung.h"
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString Hilfehinweis = u" Hilfe gibt „kvobild --hilfe“."_s;
-
-Abbruch falscher_Aufruf(const QString& text) {
-  return {Ausgang::Aufruf, text + Hilfehinweis};
+Abbruch falscher_Aufruf(const QString& programm, const QString& text) {
+  return {Ausgang::Aufruf, text + u" Hilfe gibt „%1 --hilfe“."_s.arg(programm)};
 }
 
 const QString Ausgangstext =
@@ -28,24 +26,19 @@ void drucke_Optionen(const QList<Option>& optionen) {
   }
 }
 
-void drucke_Hilfe(const QList<Befehl>& befehle) {
-  ausgabe::zeile(u"kvobild ordnet Bilddateien den Vorgängen eines Betriebs zu.\n"_s);
-  ausgabe::zeile(u"Aufruf: kvobild BEFEHL [Optionen] [Argumente]\n        kvobild BEFEHL --hilfe\n"_s);
+void drucke_Hilfe(const Befehlsprogramm& programm, const QList<Befehl>& befehle) {
+  ausgabe::zeile(programm.zweck);
+  ausgabe::zeile(u"Aufruf: %1 BEFEHL [Optionen] [Argumente]\n        %1 BEFEHL --hilfe\n"_s.arg(programm.name));
   ausgabe::zeile(u"Befehle:"_s);
   for (const Befehl& befehl : befehle) ausgabe::zeile(u"  "_s + befehl.name.leftJustified(18) + u' ' + befehl.kurz);
-  ausgabe::zeile(
-      uR"(
-Ergebnisse stehen auf der Standardausgabe, Meldungen auf der Fehlerausgabe.
-Fehlt --verbindung oder --bilder, gilt KVOBILD_VERBINDUNG oder KVOBILD_BILDER aus der Umgebung;
-nennt die Verbindung einen Benutzer ohne Kennwort, gilt KVOBILD_KENNWORT.
-)"_s);
+  ausgabe::zeile(u'\n' + programm.schluss + u'\n');
   ausgabe::zeile(Ausgangstext);
 }
 
-void drucke_Hilfe(const Befehl& befehl) {
+void drucke_Hilfe(const Befehlsprogramm& programm, const Befehl& befehl) {
   const QString argumente = befehl.argumente.isEmpty() ? QString() : u' ' + befehl.argumente;
-  ausgabe::zeile(u"Aufruf: kvobild "_s + befehl.name + u" [Optionen]"_s + argumente + u"\n\n"_s + befehl.erklaerung +
-      u"\n\nOptionen:"_s);
+  ausgabe::zeile(u"Aufruf: "_s + programm.name + u' ' + befehl.name + u" [Optionen]"_s + argumente + u"\n\n"_s +
+      befehl.erklaerung + u"\n\nOptionen:"_s);
   drucke_Optionen(befehl.optionen + QList<Option>{{u"hilfe"_s, {}, u"diese Hilfe"_s}});
   ausgabe::zeile(u'\n' + Ausgangstext);
 }
@@ -65,33 +58,34 @@ QString grund(const QCommandLineParser& leser, const Befehl& befehl, const QStri
   return u"Der Aufruf von „%1“ ist nicht zu verstehen."_s.arg(befehl.name);
 }
 
-void pruefe_Anzahl(const Befehl& befehl, const QStringList& argumente) {
+void pruefe_Anzahl(const Befehlsprogramm& programm, const Befehl& befehl, const QStringList& argumente) {
   if (argumente.size() < befehl.argumente_mindestens)
-    throw falscher_Aufruf(u"Bei „%1“ fehlt: %2."_s.arg(befehl.name, befehl.argumente));
+    throw falscher_Aufruf(programm.name, u"Bei „%1“ fehlt: %2."_s.arg(befehl.name, befehl.argumente));
   if (argumente.size() > befehl.argumente_hoechstens)
     throw falscher_Aufruf(
-        u"„%1“ ist bei „%2“ zu viel."_s.arg(anmeldung::ohne_Geheimnis(argumente.last()), befehl.name));
+        programm.name, u"„%1“ ist bei „%2“ zu viel."_s.arg(anmeldung::ohne_Geheimnis(argumente.last()), befehl.name));
 }
 
-Ausgang fuehre_aus(const Befehl& befehl, const QStringList& argumente) {
+Ausgang fuehre_aus(const Befehlsprogramm& programm, const Befehl& befehl, const QStringList& argumente) {
   QCommandLineParser leser;
   leser.addOption(QCommandLineOption(QStringList{u"h"_s, u"hilfe"_s}));
   for (const Option& option : befehl.optionen)
     leser.addOption(QCommandLineOption(option.name, {}, option.wert.isEmpty() ? QString() : option.wert));
-  if (!leser.parse(QStringList{befehl.name} + argumente)) throw falscher_Aufruf(grund(leser, befehl, argumente));
+  if (!leser.parse(QStringList{befehl.name} + argumente))
+    throw falscher_Aufruf(programm.name, grund(leser, befehl, argumente));
   if (leser.isSet(u"hilfe"_s)) {
-    drucke_Hilfe(befehl);
+    drucke_Hilfe(programm, befehl);
     return Ausgang::Erledigt;
   }
   QMap<QString, QString> werte;
   for (const Option& option : befehl.optionen)
     if (leser.isSet(option.name)) werte.insert(option.name, leser.value(option.name));
-  pruefe_Anzahl(befehl, leser.positionalArguments());
-  return befehl.fuehre_aus(Aufruf(werte, leser.positionalArguments()));
+  pruefe_Anzahl(programm, befehl, leser.positionalArguments());
+  return befehl.fuehre_aus(Aufruf(programm.name, werte, leser.positionalArguments()));
 }
 
 /// A command of two words whose second word is missing or unknown, or a command that does not exist.
-Ausgang ohne_zweites_Wort(const QList<Befehl>& befehle, const QStringList& argumente) {
+Ausgang ohne_zweites_Wort(const Befehlsprogramm& programm, const QList<Befehl>& befehle, const QStringList& argumente) {
   QList<Befehl> gruppe;
   QStringList zweite;
   for (const Befehl& befehl : befehle) {
@@ -105,9 +99,9 @@ Ausgang ohne_zweites_Wort(const QList<Befehl>& befehle, const QStringList& argum
     return Ausgang::Erledigt;
   }
   if (!gruppe.isEmpty() && (wort.isEmpty() || wort.startsWith(u'-')))
-    throw falscher_Aufruf(u"Hinter „%1“ fehlt %2."_s.arg(argumente.first(), zweite.join(u" oder "_s)));
+    throw falscher_Aufruf(programm.name, u"Hinter „%1“ fehlt %2."_s.arg(argumente.first(), zweite.join(u" oder "_s)));
   const QString name = gruppe.isEmpty() ? argumente.first() : argumente.first() + u' ' + wort;
-  throw falscher_Aufruf(u"Den Befehl „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(name)));
+  throw falscher_Aufruf(programm.name, u"Den Befehl „%1“ gibt es nicht."_s.arg(anmeldung::ohne_Geheimnis(name)));
 }
 
 }  // namespace
@@ -119,7 +113,7 @@ std::optional<QString> Aufruf::wert(const QString& option) const {
 
 QString Aufruf::noetig(const QString& option) const {
   const QString gegeben = wert(option).value_or(QString());
-  if (gegeben.isEmpty()) throw falscher_Aufruf(u"Es fehlt „--%1“."_s.arg(option));
+  if (gegeben.isEmpty()) throw falscher_Aufruf(programm_, u"Es fehlt „--%1“."_s.arg(option));
   return gegeben;
 }
 
@@ -128,7 +122,7 @@ std::optional<bool> Aufruf::ja_nein(const QString& option) const {
   if (!gegeben) return std::nullopt;
   if (*gegeben == "ja"_L1) return true;
   if (*gegeben == "nein"_L1) return false;
-  throw falscher_Aufruf(u"„--%1“ ist „ja“ oder „nein“, nicht „%2“."_s.arg(option, *gegeben));
+  throw falscher_Aufruf(programm_, u"„--%1“ ist „ja“ oder „nein“, nicht „%2“."_s.arg(option, *gegeben));
 }
 
 namespace befehlszeile {
@@ -156,18 +150,18 @@ Option json_Option() {
   return {u"json"_s, {}, u"je Eintrag eine Zeile mit einem JSON-Objekt"_s};
 }
 
-Ausgang fuehre_aus(const QList<Befehl>& befehle, const QStringList& argumente) {
-  if (argumente.isEmpty()) throw falscher_Aufruf(u"Es fehlt der Befehl."_s);
+Ausgang fuehre_aus(const Befehlsprogramm& programm, const QList<Befehl>& befehle, const QStringList& argumente) {
+  if (argumente.isEmpty()) throw falscher_Aufruf(programm.name, u"Es fehlt der Befehl."_s);
   const QString& name = argumente.first();
   if (name == "--hilfe"_L1 || name == "-h"_L1 || name == "--help"_L1) {
-    drucke_Hilfe(befehle);
+    drucke_Hilfe(programm, befehle);
     return Ausgang::Erledigt;
   }
   const auto worte = [](const Befehl& b) { return b.name.split(u' '); };
   const auto befehl = std::find_if(
       befehle.begin(), befehle.end(), [&](const Befehl& b) { return argumente.mid(0, worte(b).size()) == worte(b); });
-  if (befehl != befehle.end()) return ::fuehre_aus(*befehl, argumente.mid(worte(*befehl).size()));
-  return ohne_zweites_Wort(befehle, argumente);
+  if (befehl != befehle.end()) return ::fuehre_aus(programm, *befehl, argumente.mid(worte(*befehl).size()));
+  return ohne_zweites_Wort(programm, befehle, argumente);
 }
 
 }  // namespace befehlszeile

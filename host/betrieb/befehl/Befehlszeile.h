@@ -19,8 +19,9 @@ struct Option {
 /// What was called: the values of the options and the arguments that are no options.
 class Aufruf {
  public:
-  Aufruf(QMap<QString, QString> werte, QStringList argumente)
-      : werte_(std::move(werte)), argumente_(std::move(argumente)) {}
+  /// `programm` is how the program is called, for what is told of a wrong call.
+  Aufruf(QString programm, QMap<QString, QString> werte, QStringList argumente)
+      : programm_(std::move(programm)), werte_(std::move(werte)), argumente_(std::move(argumente)) {}
 
   bool gesetzt(const QString& option) const { return werte_.contains(option); }
   /// The value of an option, or none when it was not given.
@@ -32,8 +33,16 @@ class Aufruf {
   const QStringList& argumente() const noexcept { return argumente_; }
 
  private:
+  QString programm_;
   QMap<QString, QString> werte_;
   QStringList argumente_;
+};
+
+/// A program as its help names it: how it is called, what it is for (with a line end behind it), and what stands behind the list of its commands.
+struct Befehlsprogramm {
+  QString name;
+  QString zweck;
+  QString schluss;
 };
 
 /// A command of the program with all that its help says.
@@ -60,6 +69,6 @@ Option json_Option();
 
 /// Finds the command of `argumente` (without the program's own name), prints the help that was asked for, or runs it.
 /// A wrong call ends with Abbruch.
-Ausgang fuehre_aus(const QList<Befehl>& befehle, const QStringList& argumente);
+Ausgang fuehre_aus(const Befehlsprogramm& programm, const QList<Befehl>& befehle, const QStringList& argumente);
 
 }  // namespace befehlszeile

@@ -6,6 +6,8 @@
 /// Results go to standard output, everything else to standard error; both in UTF-8.
 namespace ausgabe {
 
+/// The name that stands in front of messages from now on; "kvobild" until then.
+void programm(const QString& name);
 /// One line of a result.
 void zeile(const QString& text);
 /// One line of a result: an object in compact JSON.
