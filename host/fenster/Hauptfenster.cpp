@@ -82,15 +82,20 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
       liste_(new Vorgangsliste),
       ansicht_(new Vorgangsansicht),
       lbl_Status(new QLabel),
+      cmd_Rueckgaengig(new QPushButton(u"Rückgängig"_s)),
       anfang_(platz_.optionen().vorgang) {
   setObjectName(u"Hauptfenster"_s);
   setWindowTitle(u"Bildzuordnung"_s);
   baue_auf();
   baue_Aktionen();
+  richte_Aufnahme_ein();
   resize(1120, 680);
   Platz platz(*this);
   KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, platz);
-  liste_->bei_Wahl = [this] { zeige_gewaehlten(); };
+  liste_->bei_Wahl = [this] {
+    vergiss_Aufnahme();
+    zeige_gewaehlten();
+  };
   liste_->bei_Oeffnen = [this] { oeffne_Dialog(false); };
   liste_->bei_Frage = [this] { frage(); };
   dienst_.bei_Antwort = [this](const Vorgangsdienst::Antwort& antwort) { nimm_Antwort(antwort); };
@@ -159,8 +164,13 @@ void Hauptfenster::baue_Aktionen() {
   auto* aufraeumen = aktion(u"act_Aufraeumen"_s, u"Bilderbaum aufräumen …"_s, {}, &Hauptfenster::raeume_auf);
   auto* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5, &Hauptfenster::lies_neu);
   aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q, &Hauptfenster::close);
-  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen};
+  act_Einfuegen = aktion(u"act_Einfuegen"_s, u"Einfügen"_s, QKeySequence::Paste, &Hauptfenster::fuege_ein);
+  aktion(u"act_Rueckgaengig"_s, u"Rückgängig"_s, QKeySequence::Undo, &Hauptfenster::nimm_zurueck);
+  act_Aufrecht = aktion(u"act_Aufrecht"_s, u"Neue Bilder aufrecht stellen"_s, {}, [] {});
+  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen, act_Einfuegen, act_Aufrecht};
   liste_->Kontextmenue(bilder + baue_Vorgangsaktionen() + QList<QAction*>{suchen, aufraeumen, einlesen});
+  ansicht_->addActions(bilder);
+  ansicht_->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void Hauptfenster::beginne() {
@@ -179,6 +189,8 @@ void Hauptfenster::beginne() {
 
 bool Hauptfenster::event(QEvent* ereignis) {
   const bool ergebnis = QMainWindow::event(ereignis);
+  // A window has opened over this one.
+  if (ereignis->type() == QEvent::WindowBlocked) vergiss_Aufnahme();
   if (wartet_aufs_Malen_ && ereignis->type() == QEvent::Paint && !std::exchange(gemalt_, true))
     QTimer::singleShot(0, this, [this] {
       wartet_aufs_Malen_ = false;
@@ -193,12 +205,13 @@ void Hauptfenster::closeEvent(QCloseEvent* ereignis) {
 }
 
 void Hauptfenster::melde(const QString& text) {
+  vergiss_Aufnahme();
   lbl_Status->setText(text);
   lbl_Status->setToolTip(text);
 }
 
 void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
-  for (QAction* aktion : {act_Zuordnen, act_Anzeigen}) aktion->setEnabled(erlaubt);
+  for (QAction* aktion : {act_Zuordnen, act_Anzeigen, act_Einfuegen}) aktion->setEnabled(erlaubt);
   erlaube_Vorgangsaktionen();
   for (QWidget* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen}) knopf->setEnabled(erlaubt);
 }

@@ -242,6 +242,22 @@ const Vorgang* Vorgangsliste::gewaehlt() const {
   return modell_->vorgang(tree_Vorgaenge->currentIndex());
 }
 
+QWidget* Vorgangsliste::flaeche() const {
+  return tree_Vorgaenge->viewport();
+}
+
+const Vorgang* Vorgangsliste::vorgang_bei(QPoint ort) const {
+  return modell_->vorgang(tree_Vorgaenge->indexAt(ort));
+}
+
+QRect Vorgangsliste::zeile_bei(QPoint ort) const {
+  if (!vorgang_bei(ort)) return {};
+  QRect zeile = tree_Vorgaenge->visualRect(tree_Vorgaenge->indexAt(ort));
+  zeile.setLeft(0);
+  zeile.setWidth(flaeche()->width());
+  return zeile;
+}
+
 void Vorgangsliste::waehle_still(const QModelIndex& index) {
   const QSignalBlocker ruhe(tree_Vorgaenge->selectionModel());
   tree_Vorgaenge->setCurrentIndex(index);

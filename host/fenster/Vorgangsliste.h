@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QList>
+#include <QPoint>
+#include <QRect>
 #include <QString>
 #include <QWidget>
 #include <cstdint>
@@ -67,6 +69,11 @@ class Vorgangsliste final : public QWidget {
   bool leer() const { return modell_->leer(); }
   /// Number of records that are shown.
   int anzahl() const { return modell_->anzahl(); }
+
+  /// Where the records are shown; the record at a place of it, or none, and its row there, or an empty one.
+  QWidget* flaeche() const;
+  const Vorgang* vorgang_bei(QPoint ort) const;
+  QRect zeile_bei(QPoint ort) const;
 
  protected:
   bool eventFilter(QObject* ziel, QEvent* ereignis) override;

@@ -3,9 +3,9 @@
 #include <numeric>
 
 #include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
-#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Druckangaben.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,7 +1,7 @@
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/Schema.h"
-#include "host/betrieb/beispiel/Beispieldaten.h"
 #include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/beispiel/Beispieldaten.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 

@@ -2,9 +2,9 @@
 #include <vector>
 
 #include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
-#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Druckangaben.h"
 #include "platform/basic/Text.h"
 
