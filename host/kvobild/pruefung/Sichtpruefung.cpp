@@ -57,7 +57,7 @@ class Pruefer {
   Sichtlage pruefe(bool mit_Zuordnungen) {
     if (!findet_Sicht() || !pruefe_Spalten()) return lage_;
     if (mit_Zuordnungen && !antwortet()) return lage_;
-    const Sichtwerte werte = pruefe_Sichtwerte(verbindung_, Stand_ist_Text_);
+    const Sichtwerte werte = pruefe_Sichtwerte(verbindung_, mit_Textstand_);
     lage_.vorgaenge = werte.vorgaenge;
     lage_.sicht.befunde += werte.befunde;
     if (schema::hat_eigene_Vorgaenge(verbindung_)) pruefe_Index();
@@ -131,7 +131,7 @@ class Pruefer {
     const bool zeitlich = name == Stand;
     // SQLite keeps dates as texts whatever the column is called; a view's calculated columns have no type at all.
     const bool offen = art_.ist_Datei && (zeitlich || spalte.typ.isEmpty());
-    if (zeitlich) Stand_ist_Text_ = art_.ist_Datei || ist_Text(spalte);
+    if (zeitlich) mit_Textstand_ = art_.ist_Datei || ist_Text(spalte);
     if (!offen && !ist_Text(spalte) && !(zeitlich && ist_Zeit(spalte))) {
       melde(u"spalte_typ"_s,
           u"Die Spalte %1 ist „%2“; erwartet ist %3."_s.arg(genannt(name), spalte.typ, erwarteter_Typ(name)));
@@ -180,7 +180,7 @@ class Pruefer {
   adodb::Connection& verbindung_;
   const Datenbankart& art_;
   QList<Spaltenlage> spalten_;
-  bool Stand_ist_Text_ = false;
+  bool mit_Textstand_ = false;
   Sichtlage lage_;
 };
 

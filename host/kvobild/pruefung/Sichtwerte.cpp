@@ -25,7 +25,7 @@ QString stelle(int von, int laenge) {
   return u"SUBSTRING(Stand, %1, %2)"_s.arg(von).arg(laenge);
 }
 /// Digits stand at these places.
-QString Ziffern(std::initializer_list<int> stellen) {
+QString sind_Ziffern(std::initializer_list<int> stellen) {
   QStringList alle;
   for (const int eine : stellen) alle.append(stelle(eine, 1) + u" BETWEEN '0' AND '9'"_s);
   return alle.join(u" AND "_s);
@@ -37,15 +37,15 @@ QString zwischen(int von, const QString& kleinstes, const QString& groesstes) {
 /// Stand as a text that begins with year, month and day, so that it sorts, and has nothing or a time behind it. Written
 /// with what all databases have in common; one that can't convert a text ends the whole statement.
 QString kein_Datum() {
-  const QString tag = Ziffern({1, 2, 3, 4, 6, 7, 9, 10}) +
+  const QString tag = sind_Ziffern({1, 2, 3, 4, 6, 7, 9, 10}) +
       u" AND %1 = '-' AND %2 = '-' AND "_s.arg(stelle(5, 1), stelle(8, 1)) + zwischen(6, u"01"_s, u"12"_s) +
       u" AND "_s + zwischen(9, u"01"_s, u"31"_s) +
       u" AND %1 NOT IN ('02-30', '02-31', '04-31', '06-31', '09-31', '11-31')"_s.arg(stelle(6, 5));
-  const QString minute = u"%1 IN (' ', 'T') AND "_s.arg(stelle(11, 1)) + Ziffern({12, 13, 15, 16}) +
+  const QString minute = u"%1 IN (' ', 'T') AND "_s.arg(stelle(11, 1)) + sind_Ziffern({12, 13, 15, 16}) +
       u" AND %1 = ':' AND "_s.arg(stelle(14, 1)) + zwischen(12, u"00"_s, u"23"_s) + u" AND "_s +
       zwischen(15, u"00"_s, u"59"_s);
   const QString sekunde =
-      u"%1 = ':' AND "_s.arg(stelle(17, 1)) + Ziffern({18, 19}) + u" AND "_s + zwischen(18, u"00"_s, u"59"_s);
+      u"%1 = ':' AND "_s.arg(stelle(17, 1)) + sind_Ziffern({18, 19}) + u" AND "_s + zwischen(18, u"00"_s, u"59"_s);
   return u"Stand IS NOT NULL AND NOT (%1 AND (LEN(Stand) = 10 OR (%2 AND (LEN(Stand) = 16 OR (%3)))))"_s.arg(
       tag, minute, sekunde);
 }
@@ -62,7 +62,7 @@ struct Frage {
   bool hinweis = false;
 };
 
-QList<Frage> fragen(bool Stand_ist_Text, bool ist_Datei) {
+QList<Frage> fragen(bool mit_Textstand, bool ist_Datei) {
   QList<Frage> alle{
       {u"vorgang_leer"_s, u"Vorgänge ohne Typ1 oder ohne Key1: %1. Bilder lassen sich ihnen nicht zuordnen."_s,
           einer_von({u"Typ1"_s, u"Key1"_s}, u"%1 IS NULL OR LEN(%1) = 0"_s)},
@@ -82,7 +82,7 @@ QList<Frage> fragen(bool Stand_ist_Text, bool ist_Datei) {
           einer_von(Schluessel, u"%1 LIKE '%''%'"_s)},
       {u"bezeichnung_lang"_s, u"Vorgänge mit mehr als 250 Zeichen in Bezeichnung: %1. Gezeigt wird der Anfang."_s,
           u"LEN(Bezeichnung) > 250"_s, u"LEN(Bezeichnung)"_s, u"Laenge"_s, true}};
-  if (Stand_ist_Text)
+  if (mit_Textstand)
     alle.append({u"stand_kein_datum"_s,
         u"Vorgänge, deren Stand kein Datum wie „2026-11-22 09:15:00“ ist: %1. Sie stehen an falscher Stelle."_s,
         kein_Datum(), u"Stand"_s, u"Stand"_s});
@@ -99,8 +99,8 @@ class Pruefer {
   explicit Pruefer(adodb::Connection& verbindung)
       : verbindung_(verbindung), ist_Datei_(Datenbankart::von(verbindung).ist_Datei) {}
 
-  Sichtwerte pruefe(bool Stand_ist_Text) {
-    zaehle_und_nenne(fragen(Stand_ist_Text, ist_Datei_));
+  Sichtwerte pruefe(bool mit_Textstand) {
+    zaehle_und_nenne(fragen(mit_Textstand, ist_Datei_));
     pruefe_doppelte();
     pruefe_Arten();
     pruefe_Ordner();
@@ -196,6 +196,6 @@ class Pruefer {
 
 }  // namespace
 
-Sichtwerte pruefe_Sichtwerte(adodb::Connection& verbindung, bool Stand_ist_Text) {
-  return Pruefer(verbindung).pruefe(Stand_ist_Text);
+Sichtwerte pruefe_Sichtwerte(adodb::Connection& verbindung, bool mit_Textstand) {
+  return Pruefer(verbindung).pruefe(mit_Textstand);
 }

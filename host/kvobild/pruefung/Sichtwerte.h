@@ -12,6 +12,6 @@ struct Sichtwerte {
 
 /// Looks for records that the programs can't work with: parts of the key that are empty, NULL, "-", too long or hold an
 /// apostrophe, keys that stand there twice, folders that leave the picture root; and for what they would show cut or
-/// under a name that nobody gave. `Stand_ist_Text`: that column has to be judged by its values. Raises what the
+/// under a name that nobody gave. `mit_Textstand`: that column has to be judged by its values. Raises what the
 /// connection raises.
-Sichtwerte pruefe_Sichtwerte(adodb::Connection& verbindung, bool Stand_ist_Text);
+Sichtwerte pruefe_Sichtwerte(adodb::Connection& verbindung, bool mit_Textstand);
