@@ -15,7 +15,8 @@ BILD = WURZEL / "docs" / "haus.svg"
 STOCKWERKE = [
     ("6", "Die Programme", [
         ("host/fenster", "Fenster von bildzuordnung"), ("host/fenster/dialog", "ein Dialog als Programm"), ("host/rundgang", "der Rundgang ohne Benutzer"),
-        ("host/kvobild", "die Befehle"), ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
+        ("host/kvobild", "die Befehle"), ("host/kvobild/pruefung", "was an einer Datenbank falsch sein kann"),
+        ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
         ("host/betrieb/befehl", "Befehlszeile, Ausgabe, Auftrag"),
         ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten"),
         ("host/betrieb/vorgaenge", "eigene Vorgänge, Listen einlesen"), ("host/fenster/vorgaenge", "Vorgang, Einlesen, Anfang"),

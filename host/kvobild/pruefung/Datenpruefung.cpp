@@ -1,4 +1,4 @@
-#include "host/kvobild/Datenpruefung.h"
+#include "host/kvobild/pruefung/Datenpruefung.h"
 
 #include <QJsonObject>
 #include <algorithm>
@@ -18,34 +18,13 @@ const QStringList Identitaet = [] {
   return namen;
 }();
 
-/// The first columns of a row by their names in small letters; NULL is told from an empty text.
-QJsonObject als_Objekt(const adodb::Recordset& satz, const QStringList& spalten) {
-  QJsonObject objekt;
-  for (int i = 0; i < spalten.size(); ++i)
-    objekt.insert(
-        spalten.at(i).toLower(), std::holds_alternative<Null>(satz.Value(i)) ? QJsonValue() : QJsonValue(satz.Text(i)));
-  return objekt;
-}
-
-/// A query whose last column is the number of all rows that it would give without its TOP.
-Befund lies_Befund(
-    adodb::Connection& verbindung, const QString& kennung, const QStringList& spalten, const QString& anweisung) {
-  Befund befund;
-  befund.kennung = kennung;
-  for (const auto satz = verbindung.Execute(anweisung); !satz->Eof(); satz->MoveNext()) {
-    befund.anzahl = satz->Text(static_cast<std::int32_t>(spalten.size())).toLongLong();
-    befund.zeilen.append(als_Objekt(*satz, spalten));
-  }
-  return befund;
-}
-
 Befund leere_Teile(adodb::Connection& verbindung) {
   QStringList bedingungen;
   for (const QString& spalte : Identitaet) bedingungen.append(u"%1 IS NULL OR %1 = ''"_s.arg(spalte));
   const QStringList spalten = Identitaet + QStringList{u"BildPfad"_s};
-  Befund befund = lies_Befund(verbindung, u"leerer_schluessel"_s, spalten,
+  Befund befund = befund::lies(verbindung, u"leerer_schluessel"_s, spalten,
       u"SELECT TOP %1 %2, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen WHERE %3 ORDER BY %4"_s.arg(
-          QString::number(Genannte_Zeilen), spalten.join(u", "_s), bedingungen.join(u" OR "_s),
+          QString::number(befund::Genannte_Zeilen), spalten.join(u", "_s), bedingungen.join(u" OR "_s),
           Identitaet.join(u", "_s)));
   befund.text =
       u"Zeilen mit einem leeren Teil des Schlüssels (statt „-“): %1. Eine Änderung kann sie verfehlen, und wer eine "
@@ -57,9 +36,9 @@ Befund leere_Teile(adodb::Connection& verbindung) {
 Befund doppelte(adodb::Connection& verbindung) {
   const QString liste = Identitaet.join(u", "_s);
   const QStringList spalten = Identitaet + QStringList{u"Zeilen"_s};
-  Befund befund = lies_Befund(verbindung, u"doppelt"_s, spalten,
+  Befund befund = befund::lies(verbindung, u"doppelt"_s, spalten,
       u"SELECT TOP %1 %2, COUNT(*) AS Zeilen, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen GROUP BY %2 "
-      "HAVING COUNT(*) > 1 ORDER BY %2"_s.arg(QString::number(Genannte_Zeilen), liste));
+      "HAVING COUNT(*) > 1 ORDER BY %2"_s.arg(QString::number(befund::Genannte_Zeilen), liste));
   befund.text = u"Zuordnungen, die mehrfach dastehen: %1. Ändern und Löschen trifft immer alle gleichen Zeilen."_s.arg(
       befund.anzahl);
   return befund;
@@ -102,7 +81,7 @@ Befund fehlende_Bilder(adodb::Connection& verbindung, const QString& wurzel) {
   for (; !satz->Eof(); satz->MoveNext()) {
     if (suche.ist_da(satz->Text(8), satz->Text(6) + u'.' + satz->Text(7))) continue;
     ++befund.anzahl;
-    if (befund.anzahl <= Genannte_Zeilen) befund.zeilen.append(als_Objekt(*satz, spalten));
+    if (befund.anzahl <= befund::Genannte_Zeilen) befund.zeilen.append(befund::als_Objekt(*satz, spalten));
   }
   befund.text = u"Zeilen, deren Bild in der Ablage fehlt: %1."_s.arg(befund.anzahl);
   return befund;

@@ -4,16 +4,13 @@
 #include <QString>
 #include <optional>
 
-#include "host/kvobild/Tabellenpruefung.h"
+#include "host/kvobild/pruefung/Befund.h"
 
 /// What is known of the rows of Bild_Zuordnungen.
 struct Datenlage {
   qint64 zeilen = 0;
   QList<Befund> befunde;
 };
-
-/// A finding names at most this many of its rows.
-inline constexpr int Genannte_Zeilen = 20;
 
 /// Looks for rows with an empty part of their identity, for rows that share their identity and, where a picture root is
 /// given (a path of the table without a closing backslash), for rows whose file is missing. One query for each; a table

@@ -1,24 +1,11 @@
 #pragma once
 
-#include <QJsonArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
+#include "host/kvobild/pruefung/Befund.h"
 #include "platform/adodb/Connection.h"
-
-/// Something that is not as it should be.
-struct Befund {
-  /// For scripts, in small letters.
-  QString kennung;
-  /// For people.
-  QString text;
-  /// The system can't work with it; otherwise it works, and loses or misses something.
-  bool sperrt = false;
-  /// Rows that it is about, 0 where it is about a table; the first of them as objects of names and values.
-  qint64 anzahl = 0;
-  QJsonArray zeilen;
-};
 
 /// Whether one statement is allowed.
 struct Recht {
@@ -27,7 +14,7 @@ struct Recht {
   bool reicht = false;
 };
 
-/// What is known of the two tables.
+/// What is known of some tables.
 struct Tabellenlage {
   /// Names of the tables that are there, and how many of the expected columns each has.
   QStringList tabellen;

@@ -1,4 +1,4 @@
-#include "host/kvobild/Tabellenpruefung.h"
+#include "host/kvobild/pruefung/Tabellenpruefung.h"
 
 #include <algorithm>
 
@@ -35,7 +35,7 @@ class Pruefer {
 
  private:
   void melde(const QString& kennung, const QString& text, bool sperrt = false) {
-    lage_.befunde.append({kennung, text, sperrt, 0, {}});
+    lage_.befunde.append({kennung, text, sperrt, 0, {}, false});
   }
 
   /// True when its rows can be read with all expected columns.
@@ -90,13 +90,23 @@ class Pruefer {
     if (Text ? !spalte->ist_Text : !spalte->ist_Zahl)
       melde(u"spalte_typ"_s,
           u"Die Spalte %1 ist „%2“; erwartet ist %3."_s.arg(name, spalte->typ, wie_erwartet(erwartet)));
-    if (!spalte->vergleicht_gleich)
+    if (!spalte->vergleicht_gleich && !vergleicht_doch(tabelle, erwartet.name))
       melde(u"spalte_sortierung"_s,
           u"Die Spalte %1 unterscheidet beim Vergleichen Groß und klein; so bleiben Zuordnungen unentdeckt."_s.arg(
               name));
     // The host's table is only read.
     if (tabelle == schema::Zuordnungen) pruefe_Platz(name, erwartet, *spalte);
     return true;
+  }
+
+  /// A view of SQLite has its columns' comparison from the tables behind, where no definition tells it. Rows of a UNION
+  /// are compared as its first column says.
+  bool vergleicht_doch(const QString& tabelle, const QString& spalte) {
+    return art_.ist_Datei &&
+        verbindung_
+            .Execute(u"SELECT 1 FROM (SELECT %1 FROM %2 WHERE 1 = 0 UNION SELECT 'a' UNION SELECT 'A')"_s.arg(
+                spalte, tabelle))
+            ->RecordCount() == 1;
   }
 
   void pruefe_Platz(const QString& name, const schema::Spalte& erwartet, const Spaltenlage& spalte) {
