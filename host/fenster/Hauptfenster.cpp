@@ -135,7 +135,9 @@ void Hauptfenster::baue_auf() {
   setTabOrder(ansicht_->cmd_Anzeigen, ansicht_->cmd_AlleZuordnungen);
   setTabOrder(ansicht_->cmd_AlleZuordnungen, ansicht_->cmd_WeitereZuordnungen);
   setTabOrder(ansicht_->cmd_WeitereZuordnungen, ansicht_->cmd_Exif);
-  setTabOrder(ansicht_->cmd_Exif, liste_->cmd_Suchen);
+  setTabOrder(ansicht_->cmd_Exif, liste_->cmd_NeuerVorgang);
+  setTabOrder(liste_->cmd_NeuerVorgang, liste_->cmd_ListeEinlesen);
+  setTabOrder(liste_->cmd_ListeEinlesen, liste_->cmd_Suchen);
   setTabOrder(liste_->cmd_Suchen, liste_->cmd_Aufraeumen);
   lbl_Status->setObjectName(u"lbl_Status"_s);
   lbl_Status->setTextFormat(Qt::PlainText);
