@@ -16,7 +16,8 @@ STOCKWERKE = [
     ("6", "Die Programme", [
         ("host/fenster", "Fenster von bildzuordnung"), ("host/rundgang", "der Rundgang ohne Benutzer"),
         ("host/kvobild", "die Befehle"), ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
-        ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten")]),
+        ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"),
+        ("host/betrieb/vorgaenge", "Vorgänge anlegen und einlesen"), ("host/fenster/vorgaenge", "Fenster dafür, erster Start"), ("host/betrieb/beispiel", "Beispieldaten")]),
     ("5", "Die Bibliothek", [
         ("component", "was ein Wirt sieht"), ("component/weg", "der Weg eines Wirts: lesen, zeigen, schreiben, prüfen")]),
     ("4", "Die Dialoge", [
