@@ -1,46 +1,22 @@
 // bench_fenster [LAEUFE]: how soon the program's window is up with a record of ten pictures, beside an empty Qt window
-// of the same size. Each run is a process of its own, timed from its start until its window is painted; the previews
+// of the same size; and how soon the dialog of that record is when another program opens it, beside the program's
+// window. Each run is a process of its own, timed from its start until its window is painted; the previews
 // follow behind that, one by one. To be run in an X server, if need be one without a screen ("xvfb-run -s -noreset"):
 // Qt's offscreen windows cost next to nothing, and the comparison would be one with reading the fonts, which the empty
 // window does not need.
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <QGuiApplication>
 #include <QTemporaryDir>
 
 #include "bench/Messung.h"
+#include "bench/Startlauf.h"
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/beispiel/Datenordner.h"
 
 using namespace Qt::Literals::StringLiterals;
-using messung::verlange;
+using messung::starte;
 
 namespace {
-
-/// Runs a program until it says that its window is painted.
-void starte(const std::vector<std::string>& aufruf) {
-  int rohr[2];
-  verlange(::pipe2(rohr, O_CLOEXEC) == 0, "pipe");
-  posix_spawn_file_actions_t dateien;
-  posix_spawn_file_actions_init(&dateien);
-  posix_spawn_file_actions_adddup2(&dateien, rohr[1], 3);
-  std::vector<char*> argumente;
-  for (const std::string& wort : aufruf) argumente.push_back(const_cast<char*>(wort.c_str()));
-  argumente.push_back(nullptr);
-  pid_t prozess = 0;
-  verlange(::posix_spawn(&prozess, argumente[0], &dateien, nullptr, argumente.data(), environ) == 0, argumente[0]);
-  posix_spawn_file_actions_destroy(&dateien);
-  ::close(rohr[1]);
-  char byte = 0;
-  verlange(::read(rohr[0], &byte, 1) == 1, "the window was not painted");
-  ::close(rohr[0]);
-  int ausgang = 0;
-  ::waitpid(prozess, &ausgang, 0);
-}
 
 /// Sample data whose record AN 24-3005 has ten pictures.
 void richte_Daten_ein(const QString& ordner) {
@@ -72,5 +48,13 @@ int main(int argc, char** argv) {
     starte({wirt, "--datenordner", daten, "--vorgang", "AN 24-3005"});
       },
       [&] { starte({leer}); });
+  messung::vergleiche(
+      "dialog of that record by itself | window", laeufe, 1.3,
+      [&] {
+    starte({wirt, "dialog", "zuordnung", "--datenordner", daten, "--typ1", "BEL", "--key1", "AN", "--key2", "24-3005"});
+      },
+      [&] {
+    starte({wirt, "--datenordner", daten, "--vorgang", "AN 24-3005"});
+  });
   return messung::urteil();
 }

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "component/weg/Ablage.h"
+#include "component/weg/Aufrichten.h"
 #include "component/weg/Meldung.h"
 #include "component/weg/Satz.h"
 #include "component/weg/Speicherlauf.h"
@@ -153,7 +154,9 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& vorgang, bool nur_Anz
   if (nur_Anzeige) return ergebnis;
   // What the user saved is in the collection and its files are in place, whatever became of the dialog afterwards.
   weg::Verbindungen verbindungen(*anwendung_);
-  weg::speichere(*lesung.bilder, verbindungen, {wurzel_, ganzer, fehlten, true}, ergebnis);
+  const weg::Auftrag auftrag{wurzel_, ganzer, fehlten, true};
+  weg::speichere(*lesung.bilder, verbindungen, auftrag, ergebnis);
+  if (aufrecht_) weg::richte_Kopien_auf(*lesung.bilder, verbindungen, auftrag, ergebnis);
   weg::ungespeichertes::trage_ein(*lesung.bilder, ergebnis);
   return ergebnis;
 }

@@ -96,6 +96,12 @@ class KVO_EXPORT Zuordnungsweg {
   Zuordnungsweg(const Zuordnungsweg&) = delete;
   Zuordnungsweg& operator=(const Zuordnungsweg&) = delete;
 
+  /// Whether `gehe` sets the new pictures upright that the dialog has copied, once their rows are stored: a JPEG whose
+  /// Exif mark (Orientation) tells that it is turned gets its pixels turned and the mark 1, the copy alone and never a
+  /// file that another row names. What can't be turned stays as it came and is told. Off at first.
+  void aufrecht(bool wert) noexcept { aufrecht_ = wert; }
+  bool aufrecht() const noexcept { return aufrecht_; }
+
   /// Walks the whole road. With `nur_Anzeige` nothing is written; with `nur_Anhang` every picture shown becomes an
   /// attachment. Every failure has been told when it returns. After an outage the host's connection may have been
   /// opened anew in its place.
@@ -119,4 +125,5 @@ class KVO_EXPORT Zuordnungsweg {
   std::shared_ptr<Anwendungsobjekt> anwendung_;
   QString wurzel_;
   Dialog dialog_;
+  bool aufrecht_ = false;
 };

@@ -14,6 +14,7 @@
 #include "host/betrieb/Gedaechtnis.h"
 #include "host/betrieb/vorgang/Vorgangsdienst.h"
 #include "host/fenster/Hauptfenster.h"
+#include "host/fenster/dialog/Dialogprogramm.h"
 #include "host/rundgang/Rundgang.h"
 #include "platform/forms/Fensterdienste.h"
 
@@ -42,6 +43,13 @@ void suche_keinen_Sitzungsbus() {
   if (!ordner.isEmpty() && QFileInfo::exists(ordner + u"/bus"_s)) return;
   if (QStandardPaths::findExecutable(u"dbus-launch"_s).isEmpty())
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+}
+
+/// The arguments from that one on, before there is an application to ask for them.
+QStringList worte(int argc, char** argv, int ab) {
+  QStringList liste;
+  for (int i = ab; i < argc; ++i) liste.append(QString::fromLocal8Bit(argv[i]));
+  return liste;
 }
 
 int laufe(const Wirtsoptionen& optionen) {
@@ -78,9 +86,10 @@ void ohne_Belangloses(QtMsgType art, const QMessageLogContext& ort, const QStrin
 
 int main(int argc, char** argv) {
   setze_Utf8();
-  waehle_Plattform();
   suche_keinen_Sitzungsbus();
   bisher = qInstallMessageHandler(ohne_Belangloses);
+  if (argc > 1 && std::strcmp(argv[1], "dialog") == 0) return dialogprogramm::laufe(argc, argv, worte(argc, argv, 2));
+  waehle_Plattform();
   const QApplication programm(argc, argv);
   QApplication::setApplicationName(u"bildzuordnung"_s);
   QApplication::setApplicationDisplayName(u"Bildzuordnung"_s);

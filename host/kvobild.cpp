@@ -6,7 +6,7 @@
 #include <clocale>
 #include <cstring>
 
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "platform/basic/Laufzeitfehler.h"
 
@@ -20,14 +20,14 @@ void setze_Utf8() {
   if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
 }
 
-/// Which kind of failure a number of the platform is; the database's own numbers are all below 0 or above 3000.
-Ausgang ausgang_von(const Laufzeitfehler& fehler) {
-  return fehler.Nummer() > 0 && fehler.Nummer() < 1000 ? Ausgang::Datei : Ausgang::Datenbank;
-}
+const Befehlsprogramm Kvobild{u"kvobild"_s, u"kvobild ordnet Bilddateien den Vorgängen eines Betriebs zu.\n"_s,
+    u"Ergebnisse stehen auf der Standardausgabe, Meldungen auf der Fehlerausgabe.\n"
+    "Fehlt --verbindung oder --bilder, gilt KVOBILD_VERBINDUNG oder KVOBILD_BILDER aus der Umgebung;\n"
+    "nennt die Verbindung einen Benutzer ohne Kennwort, gilt KVOBILD_KENNWORT."_s};
 
 Ausgang laufe(const QStringList& argumente) {
   try {
-    const Ausgang ausgang = befehlszeile::fuehre_aus(
+    const Ausgang ausgang = befehlszeile::fuehre_aus(Kvobild,
         {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
             befehle::entfernen(), befehle::aufraeumen(), befehle::exif(), befehle::drehen(), befehle::thumbnail(),
             befehle::beispieldaten(), befehle::datenbank_anlegen(), befehle::datenbank_pruefen(),

@@ -3,6 +3,7 @@
 #include <array>
 #include <vector>
 
+#include "imaging/Drehspur.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/Ersatzdatei.h"
@@ -150,8 +151,10 @@ bool Fkt_Bild_Drehen(const QString& datei, std::int32_t transform) {
     const std::int32_t status = gdiplus::GdipSaveImageToStream(image, strom, clsid, parameter);
     return status == gdiplus::Ok ? schreibe(neu, strom) : status;
   });
-  if (gelungen) neu.tausche();
-  return gelungen;
+  if (!gelungen) return false;
+  neu.tausche();
+  drehspur::merke(datei);
+  return true;
 }
 
 }  // namespace mod_GrafikKonvert

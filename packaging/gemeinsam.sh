@@ -8,9 +8,10 @@ readonly KVO_ORDNER
 # What the programs need to be built and to run.
 readonly PAKETE_BAU=(
   g++ cmake ninja-build ccache
-  qt6-base-dev libjpeg62-turbo-dev libsqlite3-dev unixodbc-dev
+  qt6-base-dev libjpeg62-turbo-dev libsqlite3-dev unixodbc-dev libxcb1-dev
   unixodbc tdsodbc
   libqt6gui6 qt6-image-formats-plugins libqt6svg6 qt6-translations-l10n
+  libheif-dev libheif1
   fonts-dejavu-core
 )
 # What the tests need besides.

@@ -14,17 +14,20 @@ BILD = WURZEL / "docs" / "haus.svg"
 # From the top down: number, heading, and on each floor its rooms with what they hold.
 STOCKWERKE = [
     ("6", "Die Programme", [
-        ("host/fenster", "Fenster von bildzuordnung"), ("host/rundgang", "der Rundgang ohne Benutzer"),
-        ("host/kvobild", "die Befehle"), ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
-        ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"),
-        ("host/betrieb/vorgaenge", "Vorgänge anlegen und einlesen"), ("host/fenster/vorgaenge", "Fenster dafür, erster Start"), ("host/betrieb/beispiel", "Beispieldaten")]),
+        ("host/fenster", "Fenster von bildzuordnung"), ("host/fenster/dialog", "ein Dialog als Programm"), ("host/rundgang", "der Rundgang ohne Benutzer"),
+        ("host/kvobild", "die Befehle"), ("host/kvobild/pruefung", "was an einer Datenbank falsch sein kann"),
+        ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
+        ("host/betrieb/befehl", "Befehlszeile, Ausgabe, Auftrag"),
+        ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten"),
+        ("host/betrieb/vorgaenge", "eigene Vorgänge, Listen einlesen"), ("host/fenster/vorgaenge", "Vorgang, Einlesen, Anfang"),
+        ("host/betrieb/aufnahme", "Bilder aufnehmen, zurücknehmen"), ("host/fenster/aufnahme", "ziehen, einfügen, Fortschritt")]),
     ("5", "Die Bibliothek", [
         ("component", "was ein Wirt sieht"), ("component/weg", "der Weg eines Wirts: lesen, zeigen, schreiben, prüfen")]),
     ("4", "Die Dialoge", [
         ("dialogs", "was alle Dialoge teilen"), ("dialogs/assignment", "Zuordnung"), ("dialogs/search", "Bildsuche"), ("dialogs/overview", "Übersichten")]),
     ("3", "Der Bestand", [("store", "Zuordnung, Sammlung, Anweisungen, Bilddateien, Druckmaße")]),
     ("2", "Bilder und ihre Angaben", [
-        ("imaging", "laden, drehen, öffnen mit"), ("exif", "Exif lesen und zeigen")]),
+        ("imaging", "laden, drehen, aufrichten, öffnen mit"), ("exif", "Exif lesen und zeigen")]),
     ("1", "Worauf alles steht: platform", [
         ("platform/forms", "Form, Dienste mit Fenstern"), ("platform/forms/gitter", "TDBGrid"),
         ("platform/forms/steuerelemente", "Knöpfe, Felder, Listen"),

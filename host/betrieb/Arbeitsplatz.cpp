@@ -9,6 +9,7 @@
 #include "host/betrieb/Gedaechtnis.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/beispiel/Datenordner.h"
+#include "host/betrieb/beispiel/Uebernahme.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -43,6 +44,11 @@ class Anwendung final : public Anwendungsobjekt {
 
 bool Arbeitsplatz::erster_Start() const {
   return optionen_.verbindung.isEmpty() && !datenordner::eingerichtet(namen::tabellenpfad(optionen_.datenordner));
+}
+
+bool Arbeitsplatz::uebernimmt() const {
+  return optionen_.verbindung.isEmpty() && !erster_Start() &&
+      uebernahme::noetig(namen::tabellenpfad(optionen_.datenordner));
 }
 
 bool Arbeitsplatz::wartet_auf_Server() const {

@@ -18,6 +18,8 @@ class Arbeitsplatz {
   const Wirtsoptionen& optionen() const noexcept { return optionen_; }
   /// Opening makes the data folder first, which takes its time.
   bool erster_Start() const;
+  /// Opening brings an older data folder to the state of today first, which takes its time with many records.
+  bool uebernimmt() const;
   /// The first start, and the user is to say with what to begin.
   bool fragt_Anfang() const { return optionen_.anfang == Anfangsbestand::Fragen && erster_Start(); }
   /// With what a data folder begins that is made now.
@@ -28,7 +30,10 @@ class Arbeitsplatz {
   /// refused it.
   bool braucht_Kennwort() const;
   /// The password that the user gave; kept in memory for as long as the server takes it.
-  void kennwort(const QString& wert) { kennwort_ = wert; }
+  void kennwort(const QString& wert) {
+    kennwort_ = wert;
+    verbindungszeichenfolge_.clear();
+  }
   /// Why the last opening failed, and Anderer where it did not.
   Datenbankgrund ausfallgrund() const noexcept { return ausfallgrund_; }
   /// Makes what the database needs before it can be opened, by whomever: the data folder where it is needed and

@@ -20,6 +20,11 @@ enum class Ausgang : int {
   Datei = 4,
 };
 
+/// Which kind of failure a number of the platform is; the database's own numbers are all below 0 or above 3000.
+inline Ausgang ausgang_von(const Laufzeitfehler& fehler) {
+  return fehler.Nummer() > 0 && fehler.Nummer() < 1000 ? Ausgang::Datei : Ausgang::Datenbank;
+}
+
 /// Ends a command with words for the user. Nothing that the user had is lost when it flies.
 class Abbruch final : public std::exception {
  public:

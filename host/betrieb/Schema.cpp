@@ -97,8 +97,9 @@ namespace schema {
 
 QList<Spalte> spalten(const QString& tabelle) {
   static const QRegularExpression Eine(
-      u"^  (\\w+) (\\w+)(?:\\((\\d+)\\))? NULL"_s, QRegularExpression::MultilineOption);
-  static const QString Skripte = Datenbankart::Server.Skript + Datenbankart::Server.Wirtsskript;
+      u"^  (\\w+) (\\w+)(?:\\((\\d+)\\))? (?:NOT )?NULL"_s, QRegularExpression::MultilineOption);
+  static const QString Skripte =
+      Datenbankart::Server.Skript + Datenbankart::Server.Wirtsskript + Datenbankart::Server.Vorgangsskript;
   const qsizetype anfang = Skripte.indexOf(u"CREATE TABLE dbo.%1 ("_s.arg(tabelle), 0, Qt::CaseInsensitive);
   if (anfang < 0) return {};
   const QString rumpf = Skripte.mid(anfang, Skripte.indexOf(u"\n)"_s, anfang) - anfang);

@@ -16,13 +16,14 @@ inline const QString Belegkoepfe = QStringLiteral("BelegKopfZunft");
 /// The view of the firm's records, which both programs read.
 inline const QString Vorgaenge = QStringLiteral("Bild_Vorgaenge");
 
-/// A column as the server's script declares it; `laenge` counts 16-bit characters, 0 for a number.
+/// A column as the server's script declares it; `laenge` counts 16-bit characters, 0 for a number or
+/// a date.
 struct Spalte {
   QString name;
   QString typ;
   int laenge = 0;
 };
-/// The columns of one of the two tables, in their order.
+/// The columns of one of the two tables or of the view, in their order.
 QList<Spalte> spalten(const QString& tabelle);
 
 /// The definitions of the columns in a CREATE TABLE statement by their names in capital letters; conditions of the

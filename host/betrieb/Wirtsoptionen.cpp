@@ -101,7 +101,9 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
 
 QString wirtsoptionen::hilfetext() {
   return u"bildzuordnung zeigt die Vorgänge eines Betriebs und ordnet ihnen Bilder zu.\n\n"
-         "Aufruf: bildzuordnung [Optionen]\n\n"
+         "Aufruf: bildzuordnung [Optionen]\n"
+         "        bildzuordnung dialog BEFEHL [Optionen]   ein Dialog für sich, aus anderen Programmen;\n"
+         "                                                 „bildzuordnung dialog --hilfe“ nennt sie\n\n"
          "Optionen:\n"
          "  --verbindung DATENBANK   die Datenbank, etwa \"Provider=SQLite;Data Source=/pfad/bilder.db\";\n"
          "                           ein bloßer Dateiname meint eine SQLite-Datei\n"

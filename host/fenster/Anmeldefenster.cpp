@@ -4,7 +4,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QVBoxLayout>
+
+#include "host/betrieb/Ausgang.h"
+#include "platform/host/Oberflaeche.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -60,4 +64,31 @@ Anmeldefenster::Anmeldefenster(const anmeldung::Worte& worte, const QString& hin
   connect(cmd_Anmelden, &QPushButton::clicked, this, &QDialog::accept);
   connect(abbrechen, &QPushButton::clicked, this, &QDialog::reject);
   txt_Kennwort->setFocus();
+}
+
+void frage_Kennwort(Arbeitsplatz& platz, const QString& grund, QWidget* ueber) {
+  if (!platz.braucht_Kennwort()) return;
+  const bool abgelehnt = platz.ausfallgrund() == Datenbankgrund::Anmeldung;
+  Anmeldefenster fenster(anmeldung::worte(platz.optionen().verbindung),
+      abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s : grund,
+      ueber);
+  if (fenster.exec() != QDialog::Accepted)
+    throw Abbruch(Ausgang::Datenbank, grund.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : grund);
+  platz.kennwort(fenster.kennwort());
+}
+
+void oeffne_mit_Anmeldung(Arbeitsplatz& platz, QWidget* ueber) {
+  for (QString grund;;) {
+    frage_Kennwort(platz, grund, ueber);
+    try {
+      const auto vorher = oberflaeche::mauszeiger().form();
+      oberflaeche::mauszeiger().form(oberflaeche::Zeigerform::Sanduhr);
+      const auto zurueck = qScopeGuard([vorher] { oberflaeche::mauszeiger().form(vorher); });
+      platz.oeffne();
+      return;
+    } catch (const Abbruch& abbruch) {
+      if (!platz.braucht_Kennwort()) throw;
+      grund = abbruch.text();
+    }
+  }
 }

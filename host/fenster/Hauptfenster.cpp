@@ -82,15 +82,20 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
       liste_(new Vorgangsliste),
       ansicht_(new Vorgangsansicht),
       lbl_Status(new QLabel),
+      cmd_Rueckgaengig(new QPushButton(u"Rückgängig"_s)),
       anfang_(platz_.optionen().vorgang) {
   setObjectName(u"Hauptfenster"_s);
   setWindowTitle(u"Bildzuordnung"_s);
   baue_auf();
   baue_Aktionen();
+  richte_Aufnahme_ein();
   resize(1120, 680);
   Platz platz(*this);
   KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, platz);
-  liste_->bei_Wahl = [this] { zeige_gewaehlten(); };
+  liste_->bei_Wahl = [this] {
+    vergiss_Aufnahme();
+    zeige_gewaehlten();
+  };
   liste_->bei_Oeffnen = [this] { oeffne_Dialog(false); };
   liste_->bei_Frage = [this] { frage(); };
   dienst_.bei_Antwort = [this](const Vorgangsdienst::Antwort& antwort) { nimm_Antwort(antwort); };
@@ -130,7 +135,9 @@ void Hauptfenster::baue_auf() {
   setTabOrder(ansicht_->cmd_Anzeigen, ansicht_->cmd_AlleZuordnungen);
   setTabOrder(ansicht_->cmd_AlleZuordnungen, ansicht_->cmd_WeitereZuordnungen);
   setTabOrder(ansicht_->cmd_WeitereZuordnungen, ansicht_->cmd_Exif);
-  setTabOrder(ansicht_->cmd_Exif, liste_->cmd_Suchen);
+  setTabOrder(ansicht_->cmd_Exif, liste_->cmd_NeuerVorgang);
+  setTabOrder(liste_->cmd_NeuerVorgang, liste_->cmd_ListeEinlesen);
+  setTabOrder(liste_->cmd_ListeEinlesen, liste_->cmd_Suchen);
   setTabOrder(liste_->cmd_Suchen, liste_->cmd_Aufraeumen);
   lbl_Status->setObjectName(u"lbl_Status"_s);
   lbl_Status->setTextFormat(Qt::PlainText);
@@ -159,19 +166,33 @@ void Hauptfenster::baue_Aktionen() {
   auto* aufraeumen = aktion(u"act_Aufraeumen"_s, u"Bilderbaum aufräumen …"_s, {}, &Hauptfenster::raeume_auf);
   auto* einlesen = aktion(u"act_Einlesen"_s, u"Neu einlesen"_s, Qt::Key_F5, &Hauptfenster::lies_neu);
   aktion(u"act_Beenden"_s, u"Beenden"_s, Qt::CTRL | Qt::Key_Q, &Hauptfenster::close);
-  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen};
+  act_Einfuegen = aktion(u"act_Einfuegen"_s, u"Einfügen"_s, QKeySequence::Paste, &Hauptfenster::fuege_ein);
+  aktion(u"act_Rueckgaengig"_s, u"Rückgängig"_s, QKeySequence::Undo, &Hauptfenster::nimm_zurueck);
+  act_Aufrecht = aktion(u"act_Aufrecht"_s, u"Neue Bilder aufrecht stellen"_s, {}, [] {});
+  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen, act_Einfuegen, act_Aufrecht};
   liste_->Kontextmenue(bilder + baue_Vorgangsaktionen() + QList<QAction*>{suchen, aufraeumen, einlesen});
+  ansicht_->addActions(bilder);
+  ansicht_->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void Hauptfenster::beginne() {
-  const bool erster = platz_.erster_Start();
-  if (!erster && !platz_.wartet_auf_Server()) return lies_neu();
-  ansicht_->zeige_Hinweis(erster ? u"Der Datenordner wird angelegt …"_s : u"Die Datenbank wird geöffnet …"_s, {});
+  QString hinweis;
+  if (platz_.erster_Start())
+    hinweis = u"Der Datenordner wird angelegt …"_s;
+  else if (platz_.wartet_auf_Server())
+    hinweis = u"Die Datenbank wird geöffnet …"_s;
+  else if (platz_.uebernimmt())
+    hinweis = u"Die Vorgänge werden in neue Tabellen übernommen …"_s;
+  else
+    return lies_neu();
+  ansicht_->zeige_Hinweis(hinweis, {});
   wartet_aufs_Malen_ = true;
 }
 
 bool Hauptfenster::event(QEvent* ereignis) {
   const bool ergebnis = QMainWindow::event(ereignis);
+  // A window has opened over this one.
+  if (ereignis->type() == QEvent::WindowBlocked) vergiss_Aufnahme();
   if (wartet_aufs_Malen_ && ereignis->type() == QEvent::Paint && !std::exchange(gemalt_, true))
     QTimer::singleShot(0, this, [this] {
       wartet_aufs_Malen_ = false;
@@ -186,12 +207,13 @@ void Hauptfenster::closeEvent(QCloseEvent* ereignis) {
 }
 
 void Hauptfenster::melde(const QString& text) {
+  vergiss_Aufnahme();
   lbl_Status->setText(text);
   lbl_Status->setToolTip(text);
 }
 
 void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
-  for (QAction* aktion : {act_Zuordnen, act_Anzeigen}) aktion->setEnabled(erlaubt);
+  for (QAction* aktion : {act_Zuordnen, act_Anzeigen, act_Einfuegen}) aktion->setEnabled(erlaubt);
   erlaube_Vorgangsaktionen();
   for (QWidget* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen}) knopf->setEnabled(erlaubt);
 }
@@ -204,23 +226,13 @@ void Hauptfenster::zeige_Ausfall(const QString& grund) {
   melde(grund);
 }
 
-void Hauptfenster::frage_Kennwort() {
-  if (!platz_.braucht_Kennwort()) return;
-  const bool abgelehnt = platz_.ausfallgrund() == Datenbankgrund::Anmeldung;
-  const QString grund = std::exchange(abgelehnt_, {});
-  Anmeldefenster fenster(anmeldung::worte(platz_.optionen().verbindung),
-      abgelehnt ? u"Der Server hat die Anmeldung abgelehnt. Bitte geben Sie das Kennwort noch einmal ein."_s : grund,
-      this);
-  const QScopedValueRollback offen(dialog_offen_, true);
-  if (fenster.exec() != QDialog::Accepted)
-    throw Abbruch(Ausgang::Datenbank, grund.isEmpty() ? u"Die Anmeldung ist abgebrochen."_s : grund);
-  platz_.kennwort(fenster.kennwort());
-}
-
 void Hauptfenster::lies_neu() {
   if (dialog_offen_) return;
   try {
-    frage_Kennwort();
+    {
+      const QScopedValueRollback offen(dialog_offen_, true);
+      frage_Kennwort(platz_, std::exchange(abgelehnt_, {}), this);
+    }
     frage_Anfang();
     const auto sanduhr = zeige_Sanduhr();
     platz_.bereite_vor();

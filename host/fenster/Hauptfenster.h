@@ -2,8 +2,10 @@
 
 #include <QMainWindow>
 #include <QString>
+#include <memory>
 
 #include "host/betrieb/Arbeitsplatz.h"
+#include "host/betrieb/aufnahme/Aufnahmeergebnis.h"
 #include "host/betrieb/vorgaenge/Vorgangstabelle.h"
 #include "host/betrieb/vorgang/Vorgangsdienst.h"
 #include "host/betrieb/vorgang/Vorschaulader.h"
@@ -13,9 +15,11 @@
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Wirtskomponenten.h"
 #include "host/fenster/vorgaenge/Einlesefenster.h"
+#include "host/fenster/aufnahme/Abwurf.h"
 
 class QAction;
 class QLabel;
+class QPushButton;
 class Vorgangsansicht;
 
 /// The program's window: the records on the left, the chosen one with its pictures on the right.
@@ -29,6 +33,8 @@ class Hauptfenster final : public QMainWindow {
   void beginne();
   /// Asks for the records anew, in the database opened anew.
   void lies_neu();
+  /// What is shown does not belong to the last question yet.
+  bool fragt() const { return dienst_.fragt(); }
   /// Nothing is asked any more: answer and number are shown, or the failure.
   bool ruht() const { return dienst_.ruht() && !dienst_.fragt() && !wartet_aufs_Malen_; }
   /// Chooses the record with that number; false when it is not shown.
@@ -54,6 +60,10 @@ class Hauptfenster final : public QMainWindow {
   void loesche_Vorgang();
   /// Takes records in from a list that `wahl` asks for.
   void lies_Liste_ein(const Listenwahl& wahl = waehle_Liste);
+  /// Attaches the files or the picture of the clipboard to the chosen record; without one nothing happens.
+  void fuege_ein();
+  /// Takes the pictures that were attached last back out, as long as nothing else was done.
+  void nimm_zurueck();
 
   Vorgangsliste* liste() const noexcept { return liste_; }
   Vorgangsansicht* ansicht() const noexcept { return ansicht_; }
@@ -64,6 +74,11 @@ class Hauptfenster final : public QMainWindow {
 
  private:
   class Platz;
+  /// What can be taken back.
+  struct Zurueck {
+    Vorgang vorgang;
+    Aufnahmeergebnis ergebnis;
+  };
   void baue_auf();
   void baue_Aktionen();
   /// The actions that make and change records.
@@ -74,8 +89,6 @@ class Hauptfenster final : public QMainWindow {
   void zeige_Vorgang(const Vorgangsschluessel& schluessel, const QString& tat);
   /// Asks at the first start with what to begin; ends with Abbruch where the user gives up.
   void frage_Anfang();
-  /// Asks for the password where the server wants one that nobody has given; ends with Abbruch where the user gives up.
-  void frage_Kennwort();
   void frage();
   void nimm_Antwort(const Vorgangsdienst::Antwort& antwort);
   void nimm_Ausfall(const Datenbankausfall& ausfall);
@@ -90,6 +103,11 @@ class Hauptfenster final : public QMainWindow {
   /// was told.
   bool erlaubt_Bearbeiten(const Vorgang& vorgang);
   void erlaube_Aktionen(bool erlaubt);
+  void richte_Aufnahme_ein();
+  /// Takes what another program handed over into a record and tells what became of it.
+  void nimm_auf(Vorgang vorgang, const Abwurf& abwurf);
+  /// Something else is done: what was attached last stays.
+  void vergiss_Aufnahme();
 
   Wirtskomponenten komponenten_;
   Hochkommawache wache_;
@@ -107,6 +125,10 @@ class Hauptfenster final : public QMainWindow {
   QAction* act_Aendern = nullptr;
   QAction* act_Loeschen = nullptr;
   QAction* act_Liste = nullptr;
+  QAction* act_Einfuegen = nullptr;
+  QAction* act_Aufrecht = nullptr;
+  QPushButton* cmd_Rueckgaengig;
+  std::unique_ptr<Zurueck> zurueck_;
   QString anfang_;
   /// The next answer is the first one of a database that was opened anew.
   bool frisch_ = false;

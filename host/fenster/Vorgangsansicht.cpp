@@ -136,6 +136,11 @@ void Vorgangsansicht::zeige(const Vorgang& vorgang, const QList<Vorschaubild>& b
   seiten_->setCurrentIndex(1);
 }
 
+QRect Vorgangsansicht::bildflaeche() const {
+  if (seiten_->currentIndex() == 0) return {};
+  return {bildseiten_->mapTo(this, QPoint()), bildseiten_->size()};
+}
+
 void Vorgangsansicht::zeige_Hinweis(const QString& ueberschrift, const QString& text, bool mit_Versuch) {
   lbl_Ueberschrift->setText(ueberschrift);
   lbl_Hinweis->setText(text);

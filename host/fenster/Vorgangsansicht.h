@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QRect>
 #include <QString>
 #include <QWidget>
 
@@ -21,6 +22,9 @@ class Vorgangsansicht final : public QWidget {
   void zeige(const Vorgang& vorgang, const QList<Vorschaubild>& bilder);
   /// Shows words in place of a record; with a button to try again where that may help.
   void zeige_Hinweis(const QString& ueberschrift, const QString& text, bool mit_Versuch = false);
+
+  /// Where the pictures of the record are, in this widget; empty while words stand in its place.
+  QRect bildflaeche() const;
 
   QPushButton* cmd_Zuordnen;
   QPushButton* cmd_Anzeigen;

@@ -117,7 +117,8 @@ void Vorgangsliste::baue_auf() {
   lbl_Hinweis->hide();
   geduld_->setSingleShot(true);
   geduld_->setInterval(Geduld);
-  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren, cmd_Suchen, cmd_Aufraeumen, cmd_Zuletzt, cmd_Mehr})
+  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren, cmd_Suchen, cmd_Aufraeumen, cmd_Zuletzt, cmd_Mehr,
+           cmd_NeuerVorgang, cmd_ListeEinlesen})
     knopf->setMinimumWidth(knopf->sizeHint().width() + 16);
   ordne_an(*lbl_Filter);
 }
@@ -155,8 +156,6 @@ void Vorgangsliste::ordne_an(QLabel& lbl_Filter) {
   eigene->addWidget(cmd_ListeEinlesen);
   eigene->addStretch(1);
   lage->addLayout(eigene);
-  setTabOrder(cmd_Mehr, cmd_NeuerVorgang);
-  setTabOrder(cmd_NeuerVorgang, cmd_ListeEinlesen);
   auto* fuss = new QHBoxLayout;
   fuss->addWidget(cmd_Suchen);
   fuss->addWidget(cmd_Aufraeumen);
@@ -240,6 +239,22 @@ void Vorgangsliste::zeige_Frage() {
 
 const Vorgang* Vorgangsliste::gewaehlt() const {
   return modell_->vorgang(tree_Vorgaenge->currentIndex());
+}
+
+QWidget* Vorgangsliste::flaeche() const {
+  return tree_Vorgaenge->viewport();
+}
+
+const Vorgang* Vorgangsliste::vorgang_bei(QPoint ort) const {
+  return modell_->vorgang(tree_Vorgaenge->indexAt(ort));
+}
+
+QRect Vorgangsliste::zeile_bei(QPoint ort) const {
+  if (!vorgang_bei(ort)) return {};
+  QRect zeile = tree_Vorgaenge->visualRect(tree_Vorgaenge->indexAt(ort));
+  zeile.setLeft(0);
+  zeile.setWidth(flaeche()->width());
+  return zeile;
 }
 
 void Vorgangsliste::waehle_still(const QModelIndex& index) {

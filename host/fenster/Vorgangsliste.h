@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QList>
+#include <QPoint>
+#include <QRect>
 #include <QString>
 #include <QWidget>
 #include <cstdint>
@@ -65,6 +67,13 @@ class Vorgangsliste final : public QWidget {
   /// Chooses the record with that number; false when it is not shown.
   bool waehle(const QString& nummer);
   bool leer() const { return modell_->leer(); }
+  /// Number of records that are shown.
+  int anzahl() const { return modell_->anzahl(); }
+
+  /// Where the records are shown; the record at a place of it, or none, and its row there, or an empty one.
+  QWidget* flaeche() const;
+  const Vorgang* vorgang_bei(QPoint ort) const;
+  QRect zeile_bei(QPoint ort) const;
 
  protected:
   bool eventFilter(QObject* ziel, QEvent* ereignis) override;

@@ -2,10 +2,10 @@
 #include <limits>
 #include <numeric>
 
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
-#include "host/kvobild/Datensatzangaben.h"
 #include "host/kvobild/Druckangaben.h"
 
 using namespace Qt::Literals::StringLiterals;

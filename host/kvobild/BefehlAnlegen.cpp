@@ -1,7 +1,7 @@
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/Schema.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/betrieb/beispiel/Beispieldaten.h"
-#include "host/kvobild/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 
@@ -25,7 +25,9 @@ Ausgang lege_an(const Aufruf& aufruf) {
 const QString Erklaerung =
     uR"(Legt die Tabelle Bild_Zuordnungen mit ihren Indizes an, auf SQLite oder auf dem Server, und eine
 SQLite-Datei, wenn sie fehlt. Eine Tabelle, die es schon gibt, behält ihre Zeilen und Spalten; Spalten und
-Indizes, die ihr fehlen, bekommt sie. Ein zweiter Lauf tut nichts; auch das gilt als erledigt.)"_s;
+Indizes, die ihr fehlen, bekommt sie. In einer leeren Datenbank entsteht auch Bild_Vorgaenge für die Vorgänge
+des Betriebs, auf SQLite mit eigenen Tabellen dahinter, auf dem Server als Tabelle; wo es schon Zuordnungen
+gibt oder ein Name vergeben ist, nicht. Ein zweiter Lauf tut nichts; auch das gilt als erledigt.)"_s;
 
 Option beispiel_Option() {
   return {u"beispieltabellen"_s, {}, u"legt auch BelegKopfZunft an, die sonst der Betrieb hat"_s};

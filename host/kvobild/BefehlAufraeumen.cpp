@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "host/betrieb/Aufraeumen.h"
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 

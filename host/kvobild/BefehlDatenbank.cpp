@@ -2,11 +2,12 @@
 
 #include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/Schema.h"
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
-#include "host/kvobild/Datenpruefung.h"
-#include "host/kvobild/Tabellenpruefung.h"
+#include "host/kvobild/pruefung/Datenpruefung.h"
+#include "host/kvobild/pruefung/Sichtpruefung.h"
+#include "host/kvobild/pruefung/Tabellenpruefung.h"
 #include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,29 +18,45 @@ void zeile(const QString& was, const QString& wert) {
   ausgabe::zeile((was + u':').leftJustified(18) + wert);
 }
 
+/// A value so short that its row stays a line; of a firm's view it can have thousands of characters.
 QString wert_von(const QJsonValue& wert) {
+  constexpr qsizetype Laengster = 60;
   if (wert.isNull()) return u"NULL"_s;
-  return wert.toString().isEmpty() ? u"''"_s : wert.toString();
+  const QString text = wert.toString();
+  if (text.isEmpty()) return u"''"_s;
+  return text.size() <= Laengster ? text : text.left(Laengster - 1) + u'…';
 }
 
-/// "BEL AB 24-1001 - - -: Belege\24-1001\foto.jpg"; every part of the identity stands there, empty ones visibly.
-QString genannt(const QJsonObject& zeile) {
+QString werte_von(const QJsonObject& zeile, const QStringList& namen) {
   QStringList teile;
-  for (const QString& spalte : {u"typ1"_s, u"typ2"_s, u"key1"_s, u"key2"_s, u"key3"_s, u"key4"_s})
-    teile.append(wert_von(zeile[spalte]));
-  const QString ordner = zeile[u"bildpfad"_s].toString();
-  const QString datei = wert_von(zeile[u"bildname"_s]) + u'.' + wert_von(zeile[u"bildext"_s]);
-  const QString mal = zeile.contains(u"zeilen"_s) ? u" (%1-mal)"_s.arg(zeile[u"zeilen"_s].toString()) : QString();
-  return teile.join(u' ') + u": "_s + (ordner.isEmpty() ? datei : ordner + u'\\' + datei) + mal;
+  for (const QString& name : namen)
+    if (zeile.contains(name)) teile.append(wert_von(zeile[name]));
+  return teile.join(u' ');
+}
+
+/// A row of Bild_Zuordnungen as "BEL - AB 24-1001 - -: Belege\24-1001\foto.jpg", one of Bild_Vorgaenge or what it has
+/// of it as "BEL AB 24-1001 ''"; every part of the identity stands there, empty ones visibly.
+QString genannt(const QJsonObject& zeile) {
+  QString text = werte_von(zeile, {u"typ1"_s, u"typ2"_s, u"key1"_s, u"key2"_s, u"key3"_s, u"key4"_s, u"ordner"_s});
+  if (zeile.contains(u"bildname"_s)) {
+    const QString ordner = zeile[u"bildpfad"_s].toString();
+    const QString datei = wert_von(zeile[u"bildname"_s]) + u'.' + wert_von(zeile[u"bildext"_s]);
+    text += u": "_s + (ordner.isEmpty() ? datei : ordner + u'\\' + datei);
+  }
+  if (zeile.contains(u"stand"_s)) text += u": "_s + wert_von(zeile[u"stand"_s]);
+  if (zeile.contains(u"laenge"_s)) text += u" (%1 Zeichen)"_s.arg(zeile[u"laenge"_s].toString());
+  if (zeile.contains(u"zeilen"_s)) text += u" (%1-mal)"_s.arg(zeile[u"zeilen"_s].toString());
+  return text;
 }
 
 void zeige(const Befund& befund, bool als_Json) {
   if (als_Json) {
-    ausgabe::json({{u"art"_s, u"befund"_s}, {u"kennung"_s, befund.kennung}, {u"text"_s, befund.text},
-        {u"sperrt"_s, befund.sperrt}, {u"anzahl"_s, befund.anzahl}, {u"zeilen"_s, befund.zeilen}});
+    ausgabe::json({{u"art"_s, befund.hinweis ? u"hinweis"_s : u"befund"_s}, {u"kennung"_s, befund.kennung},
+        {u"text"_s, befund.text}, {u"sperrt"_s, befund.sperrt}, {u"anzahl"_s, befund.anzahl},
+        {u"zeilen"_s, befund.zeilen}});
     return;
   }
-  ausgabe::zeile(u"Befund: "_s + befund.text);
+  ausgabe::zeile((befund.hinweis ? u"Hinweis: "_s : u"Befund: "_s) + befund.text);
   for (const auto& eine : befund.zeilen) ausgabe::zeile(u"  "_s + genannt(eine.toObject()));
   if (befund.anzahl > befund.zeilen.size()) ausgabe::zeile(u"  … und weitere"_s);
 }
@@ -84,6 +101,14 @@ void zeige(const Tabellenlage& lage, bool als_Json) {
         {u"reicht"_s, recht.reicht}});
 }
 
+QList<Befund> pruefe_und_zeige_Vorgaenge(adodb::Connection& verbindung, bool mit_Zuordnungen, bool als_Json) {
+  const Sichtlage lage = pruefe_Sicht(verbindung, mit_Zuordnungen);
+  zeige(lage.sicht, als_Json);
+  if (lage.vorgaenge && als_Json) ausgabe::json({{u"art"_s, u"vorgaenge"_s}, {u"anzahl"_s, *lage.vorgaenge}});
+  if (lage.vorgaenge && !als_Json) zeile(u"Vorgänge"_s, QString::number(*lage.vorgaenge));
+  return lage.sicht.befunde;
+}
+
 /// A root without anything in it is a share that is not mounted; every picture would be missing.
 void pruefe_Wurzel(const std::optional<QString>& wurzel, qint64 zeilen) {
   if (wurzel && zeilen > 0 && FileSystemObject().GetFolder(*wurzel).Anzahl_Eintraege() == 0)
@@ -112,10 +137,12 @@ Ausgang pruefe(const Aufruf& aufruf) {
     const Tabellenlage lage = pruefe_Tabellen(*verbindung);
     zeige(lage, als_Json);
     befunde = lage.befunde;
+    befunde += pruefe_und_zeige_Vorgaenge(*verbindung, lage.lesbar, als_Json);
     if (lage.lesbar) befunde += pruefe_und_zeige_Daten(*verbindung, wurzel, als_Json).befunde;
   });
   for (const Befund& befund : befunde) zeige(befund, als_Json);
   if (ausfall) throw Abbruch(Ausgang::Datenbank, u"Die Datenbank ist nicht zu Ende zu prüfen: "_s + ausfall->worte);
+  befunde.removeIf([](const Befund& befund) { return befund.hinweis; });
   if (!als_Json) zeile(u"Ergebnis"_s, befunde.isEmpty() ? u"kein Befund"_s : u"Befunde: %1"_s.arg(befunde.size()));
   if (std::any_of(befunde.begin(), befunde.end(), [](const Befund& b) { return b.sperrt; })) return Ausgang::Datenbank;
   return befunde.isEmpty() ? Ausgang::Erledigt : Ausgang::Teilweise;
@@ -126,11 +153,14 @@ Ausgang pruefe(const Aufruf& aufruf) {
 Befehl befehle::datenbank_pruefen() {
   return {u"datenbank pruefen"_s, u"sagt, ob Datenbank, Tabellen, Rechte und Zeilen in Ordnung sind"_s, {},
       uR"(Nennt, was erreicht ist (Server oder Datei, Version, Datenbank, Benutzer, Verschlüsselung), prüft die
-Tabellen Bild_Zuordnungen und BelegKopfZunft mit allen Spalten, versucht die Anweisungen des Systems,
-ohne eine Spur zu hinterlassen, und sucht Zeilen mit leerem Teil des Schlüssels, mehrfache Zeilen und
-(mit --bilder) Zeilen, deren Bild fehlt. Jeder Befund nennt die ersten 20 Zeilen. Ausgang 1: es gibt
+Tabellen Bild_Zuordnungen und BelegKopfZunft und die Sicht Bild_Vorgaenge mit allen Spalten, versucht die
+Anweisungen des Systems, ohne eine Spur zu hinterlassen, und sucht Zeilen mit leerem Teil des Schlüssels,
+mehrfache Zeilen und (mit --bilder) Zeilen, deren Bild fehlt; in der Sicht leere, NULL, zu lange und
+mehrfache Schlüssel, Ordner, die die Bildablage verlassen, und was kein Datum ist; in eigenen Tabellen, ob
+der Suchindex stimmt. Jeder Befund nennt die ersten 20 Zeilen; ein Hinweis ist keiner. Ausgang 1: es gibt
 Befunde; 3: die Datenbank ist nicht zu erreichen, oder eine Tabelle, eine Spalte oder ein Recht fehlt;
 4: die Bildablage fehlt oder ist leer. Mit --json steht je Zeile ein Objekt mit „art“: verbindung,
-tabelle, recht, zeilen, befund; ein Befund hat „kennung“, „text“, „sperrt“, „anzahl“ und „zeilen“.)"_s,
+tabelle, recht, vorgaenge, zeilen, befund, hinweis; die beiden letzten haben „kennung“, „text“, „sperrt“,
+„anzahl“ und „zeilen“.)"_s,
       {befehlszeile::verbindung_Option(), befehlszeile::bilder_Option(), befehlszeile::json_Option()}, 0, 0, pruefe};
 }

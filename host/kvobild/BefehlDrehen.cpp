@@ -1,6 +1,7 @@
 #include <QHash>
 
 #include "host/betrieb/Namen.h"
+#include "host/betrieb/aufnahme/Bildstatus.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 #include "imaging/Bilddrehung.h"
@@ -20,15 +21,6 @@ gdiplus::Drehart drehart(const Aufruf& aufruf) {
       Ausgang::Aufruf, u"„--um“ ist „90“, „180“, „270“, „waagerecht“ oder „senkrecht“, nicht „%1“."_s.arg(um));
 }
 
-/// Words for a status of the picture operations. The words tell which of the two files is meant.
-QString worte(std::int32_t status) {
-  static const QHash<std::int32_t, QString> Worte{{2, u"Der Kopf des Bildes ist beschädigt."_s},
-      {3, u"Der Speicher reicht nicht."_s}, {7, u"Der Datenträger ist voll oder gestört."_s},
-      {10, u"Die Datei oder der Ordner des Ziels fehlt."_s}, {12, u"Das Recht zum Lesen oder Schreiben fehlt."_s},
-      {13, u"Das ist kein Bild eines bekannten Formats."_s}};
-  return Worte.value(status, u"Das Bild ist nicht zu lesen, oder Quelle und Ziel sind dieselbe Datei."_s);
-}
-
 Ausgang drehe(const Aufruf& aufruf) {
   const gdiplus::Drehart art = drehart(aufruf);
   const QString quelle = namen::tabellenpfad(aufruf.argumente().at(0));
@@ -36,7 +28,7 @@ Ausgang drehe(const Aufruf& aufruf) {
   if (const std::int32_t status = bilddrehung::drehe(quelle, ziel, art); status != 0)
     throw Abbruch(Ausgang::Datei,
         u"„%1“ ist nicht nach „%2“ zu drehen: %3 (Status %4)"_s.arg(
-            aufruf.argumente().at(0), aufruf.argumente().at(1), worte(status), QString::number(status)));
+            aufruf.argumente().at(0), aufruf.argumente().at(1), bildstatus::worte(status), QString::number(status)));
   return Ausgang::Erledigt;
 }
 

@@ -1,7 +1,7 @@
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
-#include "host/kvobild/Datensatzangaben.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -2,7 +2,7 @@
 
 #include "exif/clsExifInfo.h"
 #include "host/betrieb/Namen.h"
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "platform/files/FileSystemObject.h"
 

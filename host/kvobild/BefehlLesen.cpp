@@ -1,10 +1,10 @@
 #include <QHash>
 #include <vector>
 
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
-#include "host/kvobild/Datensatzangaben.h"
 #include "host/kvobild/Druckangaben.h"
 #include "platform/basic/Text.h"
 

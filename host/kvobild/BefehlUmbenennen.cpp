@@ -1,5 +1,5 @@
 #include "host/betrieb/Hochkomma.h"
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 #include "platform/basic/Text.h"

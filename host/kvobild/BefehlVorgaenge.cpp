@@ -1,11 +1,11 @@
 #include <QFile>
 #include <cstdio>
 
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/betrieb/vorgaenge/Vorgangsausgabe.h"
 #include "host/betrieb/vorgaenge/Vorgangseinlesung.h"
 #include "host/betrieb/vorgaenge/Vorgangspruefung.h"
 #include "host/betrieb/vorgaenge/Vorgangstabelle.h"
-#include "host/kvobild/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 

@@ -1,51 +1,27 @@
+#include <QDateTime>
 #include <algorithm>
-#include <limits>
+#include <vector>
 
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/aufnahme/Aufnahmeinhalt.h"
+#include "host/betrieb/aufnahme/Bildkopien.h"
+#include "host/betrieb/aufnahme/Bildzeilen.h"
+#include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/befehl/Datensatzangaben.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
-#include "host/kvobild/Bildkopien.h"
-#include "host/kvobild/Datensatzangaben.h"
 #include "host/kvobild/Druckangaben.h"
-#include "platform/basic/Text.h"
-#include "platform/files/FileSystemObject.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A picture to be assigned: where it lies, and the name it gets.
+const QString WieAufgenommen = u"wie-aufgenommen"_s;
+
+/// A picture to be assigned, and the name that it gets.
 struct Vorhaben {
-  QString quelle;
   namen::Bilddatei alt;
   namen::Bilddatei neu;
 };
-
-Vorhaben pruefe_Quelle(const QString& angabe) {
-  const QString pfad = namen::tabellenpfad(angabe);
-  const FileSystemObject dateien;
-  if (dateien.FolderExists(pfad)) throw Abbruch(Ausgang::Datei, u"„%1“ ist ein Ordner."_s.arg(angabe));
-  // The name is checked first: to the path map a name that no share can hold is merely missing.
-  const namen::Bilddatei bild = namen::zerlege_geprueft(pfad.mid(pfad.lastIndexOf(u'\\') + 1));
-  if (!dateien.FileExists(pfad)) throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ gibt es nicht."_s.arg(angabe));
-  return {pfad, bild, {}};
-}
-
-/// The picture's name with the stamp behind it. A name that is taken, by a file, a row or an earlier picture of this
-/// call, gets a number: two pictures of one name in one second stay two.
-namen::Bilddatei freier_Name(const namen::Bilddatei& alt, const QString& stempel, const QString& ordner,
-    Befehlssitzung& sitzung, const std::vector<Vorhaben>& bisher) {
-  const FileSystemObject dateien;
-  for (int nummer = 1;; ++nummer) {
-    const Bilddatei neu = alt.gestempelt(stempel, nummer);
-    const bool vergeben = dateien.FileExists(ordner + u'\\' + neu.datei()) ||
-        dateien.FileExists(ordner + u'\\' + neu.textdatei()) || !sitzung.zeilen_von(neu).empty() ||
-        std::any_of(bisher.begin(), bisher.end(), [&](const Vorhaben& v) {
-          return v.neu.gleich(neu) || text::UCase(v.neu.textdatei()) == text::UCase(neu.textdatei());
-        });
-    if (!vergeben) return neu;
-  }
-}
 
 void melde_Namen(const Vorhaben& vorhaben) {
   if (vorhaben.alt.name.size() + 15 > Bilddatei::Namenslaenge)
@@ -57,45 +33,45 @@ void melde_Namen(const Vorhaben& vorhaben) {
             .arg(vorhaben.neu.datei()));
 }
 
-std::vector<Vorhaben> plane(const Aufruf& aufruf, const QString& ordner, Befehlssitzung& sitzung) {
+/// Copies the pictures one after the other. The first that can't be copied ends all of it.
+std::vector<Vorhaben> kopiere(
+    const Aufruf& aufruf, const QString& ordner, Befehlssitzung& sitzung, Bildkopien& kopien) {
   const QString stempel = Bilddatei::Stempel(QDateTime::currentDateTime());
+  const bool aufrecht = !aufruf.gesetzt(WieAufgenommen);
+  bildzeilen::Vergebene vergebene(sitzung.store(), ordner);
   std::vector<Vorhaben> plan;
   for (const QString& angabe : aufruf.argumente()) {
-    Vorhaben vorhaben = pruefe_Quelle(angabe);
-    vorhaben.neu = freier_Name(vorhaben.alt, stempel, ordner, sitzung, plan);
-    plan.push_back(vorhaben);
+    const Aufnahmequelle quelle = aufnahmequelle::pruefe(angabe);
+    const Aufnahmeinhalt inhalt = aufnahmeinhalt::bereite(quelle, aufrecht, false);
+    const namen::Bilddatei neu = vergebene.freier_Name({quelle.name.name, inhalt.ext}, stempel);
+    plan.push_back({quelle.name, neu});
+    melde_Namen(plan.back());
+    if (!inhalt.hinweis.isEmpty()) ausgabe::meldung(inhalt.hinweis);
+    if (inhalt.wie_Quelle)
+      kopien.kopiere(quelle.pfad, ordner, neu);
+    else
+      kopien.schreibe(inhalt.bytes, quelle.pfad, ordner, neu);
   }
   return plan;
 }
 
-void mache_Ordner(Befehlssitzung& sitzung, const QString& ordner) {
-  sitzung.store().Fkt_MakePath(ordner);
-  if (!sitzung.store().Fkt_DirExists(ordner))
-    throw Abbruch(Ausgang::Datei, u"Der Ordner „%1“ ist nicht anzulegen. Nichts ist zugeordnet."_s.arg(ordner));
-}
-
-/// The first SortIndex behind those of the record's rows.
-std::int64_t naechster_Platz(Befehlssitzung& sitzung) {
-  std::int64_t platz = 0;
-  for (std::int32_t i = 0; i < sitzung.store().AnzahlPos(); ++i) platz = std::max(platz, sitzung.sortindex(i) + 1);
-  return platz;
+std::vector<Vorhaben> kopiere_alle(
+    const Aufruf& aufruf, const QString& ordner, Befehlssitzung& sitzung, Bildkopien& kopien) {
+  try {
+    return kopiere(aufruf, ordner, sitzung, kopien);
+  } catch (const Abbruch& abbruch) {
+    throw Abbruch(abbruch.ausgang(), abbruch.text() + u" Nichts ist zugeordnet."_s);
+  }
 }
 
 void trage_ein(const Aufruf& aufruf, const Datensatz& satz, const QString& pfad, const std::vector<Vorhaben>& plan,
     Befehlssitzung& sitzung) {
   clsBildZuordnungen& store = sitzung.store();
-  std::int64_t platz = naechster_Platz(sitzung);
-  if (platz + static_cast<std::int64_t>(plan.size()) > std::numeric_limits<std::int16_t>::max())
-    throw Abbruch(Ausgang::Datenbank,
-        u"Die Reihenfolge des Vorgangs reicht nicht weiter; „aendern --sortierung“ "_s
-        u"zählt sie neu."_s);
+  std::int64_t platz = bildzeilen::naechster_Platz(store, static_cast<std::int64_t>(plan.size()));
   for (const Vorhaben& v : plan) {
-    if (!store.FKT_NeuesBild(satz.key1, satz.key2, satz.key3, satz.key4, v.neu.name, v.neu.ext, satz.typ1, satz.typ2))
-      throw Abbruch(Ausgang::Datenbank, u"„%1“ ist nicht zuzuordnen."_s.arg(v.alt.datei()));
-    store.Bild_Pfad(pfad);
+    bildzeilen::lege_an(store, satz, v.alt, v.neu, pfad, platz++);
     store.Bild_Beschreibung(aufruf.wert(u"beschreibung"_s).value_or(QString()));
     druckangaben::uebernimm(aufruf, store);
-    store.Bild_SortIndex(static_cast<int>(platz++));
   }
 }
 
@@ -130,16 +106,12 @@ Ausgang ordne_zu(const Aufruf& aufruf) {
   namen::beschreibung(aufruf.wert(u"beschreibung"_s).value_or(QString()));
   druckangaben::pruefe(aufruf);
   const QString ordner = bildwurzel(aufruf) + u'\\' + pfad;
-  for (const QString& angabe : aufruf.argumente()) pruefe_Quelle(angabe);
+  for (const QString& angabe : aufruf.argumente()) aufnahmequelle::pruefe(angabe);
   Befehlssitzung sitzung(aufruf);
   sitzung.lies(satz);
-  const std::vector<Vorhaben> plan = plane(aufruf, ordner, sitzung);
-  mache_Ordner(sitzung, ordner);
-  Bildkopien kopien;
-  for (const Vorhaben& v : plan) {
-    melde_Namen(v);
-    kopien.kopiere(v.quelle, ordner, v.neu);
-  }
+  bildzeilen::mache_Ordner(sitzung.store(), ordner);
+  Bildkopien kopien(ausgabe::meldung);
+  const std::vector<Vorhaben> plan = kopiere_alle(aufruf, ordner, sitzung, kopien);
   trage_ein(aufruf, satz, pfad, plan, sitzung);
   const int geschrieben = speichere(satz, sitzung, plan, kopien);
   if (geschrieben == static_cast<int>(plan.size())) return Ausgang::Erledigt;
@@ -155,11 +127,16 @@ Befehl befehle::zuordnen() {
   optionen.append({u"ordner"_s, u"PFAD"_s, u"Ordner des Vorgangs unter der Bildablage, etwa \"Belege\\2024\""_s});
   optionen.append({u"beschreibung"_s, u"TEXT"_s, u"Beschreibung, höchstens 250 Zeichen"_s});
   optionen.append(druckangaben::optionen());
+  optionen.append({WieAufgenommen, {}, u"die Kopie liegt, wie die Kamera sie gehalten hat; ihre Exif-Marke bleibt"_s});
   optionen.append({befehlszeile::bilder_Option(), befehlszeile::verbindung_Option()});
   return {u"zuordnen"_s, u"kopiert Bilder in die Ablage und ordnet sie einem Vorgang zu"_s, u"BILD…"_s,
       uR"(Kopiert die Bilddateien unter einem Namen mit Zeitstempel (NAMEyyyyMMdd_HHmmss) in den Ordner
 des Vorgangs, mit der Textdatei, die daneben liegt (aus „foto.jpg“ wird „fotojpg.txt“), und
 ordnet sie dem Vorgang zu; sie stehen hinter dem letzten Bild. Die Quelle bleibt. Nichts wird
-überschrieben. Die neuen Dateinamen stehen auf der Standardausgabe, einer je Zeile.)"_s,
+überschrieben. Die neuen Dateinamen stehen auf der Standardausgabe, einer je Zeile.
+
+Ein Foto, das nach seiner Exif-Marke zu drehen ist, steht in der Kopie aufrecht, ohne Verlust, wo
+seine Größe es zulässt, und seine Marke sagt das; „--wie-aufgenommen“ lässt es liegen. Aus HEIC,
+AVIF und WebP wird JPEG, da sonst niemand sie zeigt.)"_s,
       optionen, 1, 10000, ordne_zu};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/kvobild/Befehlszeile.h"
+#include "host/betrieb/befehl/Befehlszeile.h"
 
 /// The commands of the program, each with its help.
 namespace befehle {

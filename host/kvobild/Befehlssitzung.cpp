@@ -2,7 +2,7 @@
 
 #include "host/betrieb/Anmeldung.h"
 #include "host/betrieb/Hochkomma.h"
-#include "host/kvobild/Ausgabe.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 

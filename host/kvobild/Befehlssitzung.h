@@ -8,7 +8,7 @@
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/vorgang/Datensatz.h"
-#include "host/kvobild/Befehlszeile.h"
+#include "host/betrieb/befehl/Befehlszeile.h"
 #include "platform/adodb/Connection.h"
 #include "platform/host/KVOCore.h"
 #include "store/clsBildZuordnungen.h"

@@ -2,7 +2,7 @@
 
 #include <QList>
 
-#include "host/kvobild/Befehlszeile.h"
+#include "host/betrieb/befehl/Befehlszeile.h"
 #include "store/clsBildZuordnungen.h"
 
 /// The print flags of an assignment on the command line.

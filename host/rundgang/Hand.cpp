@@ -1,6 +1,9 @@
 #include "host/rundgang/Hand.h"
 
 #include <QApplication>
+#include <QDragEnterEvent>
+#include <QDragMoveEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopeGuard>
@@ -76,6 +79,23 @@ void Hand::ziehe(QPoint weg) {
 
 void Hand::lasse_los() {
   sende(QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton);
+}
+
+bool Hand::ziehe_herein(QWidget& widget, QPoint stelle, const QMimeData& dateien) {
+  zeige_auf(widget, stelle);
+  if (!fenster_) return false;
+  QDragEnterEvent hinein(ort_.toPoint(), Qt::CopyAction, &dateien, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(fenster_, &hinein);
+  QDragMoveEvent weiter(ort_.toPoint(), Qt::CopyAction, &dateien, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(fenster_, &weiter);
+  return weiter.isAccepted();
+}
+
+bool Hand::wirf_ab(const QMimeData& dateien) {
+  if (!fenster_) return false;
+  QDropEvent ab(ort_, Qt::CopyAction, &dateien, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(fenster_, &ab);
+  return ab.isAccepted();
 }
 
 void Hand::sende_Taste(int taste, Qt::KeyboardModifiers dazu, const QString& text) {

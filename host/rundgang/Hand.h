@@ -6,6 +6,7 @@
 #include <QString>
 #include <QWindow>
 
+class QMimeData;
 class QWidget;
 
 /// A user's hand on mouse and keyboard. Its events go to the window, from where they take the toolkit's own way to the
@@ -24,6 +25,11 @@ class Hand {
   void druecke(QWidget& widget, QPoint stelle);
   void ziehe(QPoint weg);
   void lasse_los();
+
+  /// Another program's files come in with the mouse, to that place; they are let go there. True where they are taken.
+  /// The files stay the caller's.
+  bool ziehe_herein(QWidget& widget, QPoint stelle, const QMimeData& dateien);
+  bool wirf_ab(const QMimeData& dateien);
 
   /// Presses a key and lets it go, in the window that a user would have in front.
   void taste(Qt::Key taste, Qt::KeyboardModifiers dazu = Qt::NoModifier);

@@ -50,6 +50,7 @@ class Rundgang {
   void plane_Weitere_Zuordnungen();
   void plane_Alle_Zuordnungen();
   void plane_Aufraeumen();
+  void plane_Aufnehmen();
   void schliesse_ab();
 
   using Tat = std::function<void()>;

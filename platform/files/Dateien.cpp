@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -88,6 +89,17 @@ void schreibe_an_Ort(const QByteArray& ort, const QByteArray& bytes) {
   datei.schliesse();
 }
 
+/// What a file has that this user makes.
+struct stat einer_neuen() {
+  struct stat info {};
+  const mode_t maske = ::umask(0);
+  ::umask(maske);
+  info.st_mode = 0666 & ~maske;
+  info.st_uid = static_cast<uid_t>(-1);
+  info.st_gid = static_cast<gid_t>(-1);
+  return info;
+}
+
 }  // namespace
 
 namespace dateien {
@@ -125,9 +137,13 @@ bool ist_Ordner(const QString& pfad) {
 }
 
 QByteArray lies_alles(const QString& pfad) {
+  return lies_Anfang(pfad, std::numeric_limits<qsizetype>::max());
+}
+
+QByteArray lies_Anfang(const QString& pfad, qsizetype hoechstens) {
   Binaerdatei datei;
   datei.oeffne_lesend(pfad);
-  QByteArray inhalt(datei.laenge(), Qt::Uninitialized);
+  QByteArray inhalt(std::min<qsizetype>(datei.laenge(), hoechstens), Qt::Uninitialized);
   const auto gelesen =
       datei.lies(0, std::as_writable_bytes(std::span(inhalt.data(), static_cast<std::size_t>(inhalt.size()))));
   inhalt.truncate(static_cast<qsizetype>(gelesen));
@@ -148,17 +164,16 @@ void schreibe_alles(const QString& pfad, const QByteArray& bytes) {
     return schreibe_an_Ort(ort, bytes);
   }
   neu->schreibe(bytes);
-  if (vorhanden) {
-    neu->uebernimm(info, false);
-  } else {
-    const mode_t maske = ::umask(0);
-    ::umask(maske);
-    info.st_mode = 0666 & ~maske;
-    info.st_uid = static_cast<uid_t>(-1);
-    info.st_gid = static_cast<gid_t>(-1);
-    neu->uebernimm(info, false);
-  }
+  neu->uebernimm(vorhanden ? info : einer_neuen(), false);
   neu->vollende(true);
+}
+
+void schreibe_neu(const QString& pfad, const QByteArray& bytes, const QString& vorbild) {
+  const struct stat muster = vorbild.isEmpty() ? einer_neuen() : stand_von(vorbild).info;
+  schreiben::Nebendatei neu(ort_von(pfad));
+  neu.schreibe(bytes);
+  neu.uebernimm(muster, !vorbild.isEmpty());
+  neu.vollende(false);
 }
 
 Kennung kennung(const QString& pfad) {

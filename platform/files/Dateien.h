@@ -31,9 +31,17 @@ bool ist_Ordner(const QString& pfad);
 /// The whole content. Raises 53 when missing, 75 for a folder, 70 without read right.
 KVO_EXPORT QByteArray lies_alles(const QString& pfad);
 
+/// At most that many bytes from the start; failures as of lies_alles.
+KVO_EXPORT QByteArray lies_Anfang(const QString& pfad, qsizetype hoechstens);
+
 /// Replaces the whole content, or makes the file. A read-only file raises 75, a full disk 61, a missing folder 76; in
 /// every failure the former content stays, wherever the folder takes a second file beside it.
 KVO_EXPORT void schreibe_alles(const QString& pfad, const QByteArray& bytes);
+
+/// Makes a file; never replaces (58). It has its name only when it is complete. Owner (as far as this user may), rights
+/// and time stamp are those of the file `vorbild`, or a new file's own where that is empty. Failures of schreibe_alles,
+/// and 53 where `vorbild` is missing.
+KVO_EXPORT void schreibe_neu(const QString& pfad, const QByteArray& bytes, const QString& vorbild = {});
 
 /// What tells one state of a file from another: device, inode, length and the times of the last changes, in nanoseconds
 /// since 1970.

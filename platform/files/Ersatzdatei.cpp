@@ -5,6 +5,9 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <QByteArray>
+#include <QList>
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -57,7 +60,7 @@ void uebernimm_Attribute(const QByteArray& von, int nach) {
   }
 }
 
-void uebernimm(const QByteArray& von, int nach) {
+void uebernimm(const QByteArray& von, int nach, bool mit_Zeit) {
   struct stat info {};
   systemfehler::pruefe(::stat(von.constData(), &info));
   // A user who may not give the file away owns the new one, as after any other save. The owner goes first, since
@@ -65,6 +68,9 @@ void uebernimm(const QByteArray& von, int nach) {
   if (::fchown(nach, info.st_uid, info.st_gid) != 0) errno = 0;
   systemfehler::pruefe(::fchmod(nach, info.st_mode & 07777));
   uebernimm_Attribute(von, nach);
+  if (!mit_Zeit) return;
+  const std::array<struct timespec, 2> zeiten{info.st_atim, info.st_mtim};
+  systemfehler::pruefe(::futimens(nach, zeiten.data()));
 }
 
 bool kennt_keine_namenlosen(int fehler) noexcept {
@@ -93,12 +99,12 @@ int Ersatzdatei::oeffne_mit_Namen() {
   return deskriptor;
 }
 
-void Ersatzdatei::schreibe(const QByteArray& bytes) {
+void Ersatzdatei::schreibe(const QByteArray& bytes, Zeit zeit) {
   int deskriptor = ::open(ordner_von(ort_).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
   if (deskriptor < 0 && !kennt_keine_namenlosen(errno)) systemfehler::wirf(errno);
   systemfehler::Deskriptor datei(deskriptor >= 0 ? deskriptor : oeffne_mit_Namen());
   schreiben::schreibe_alle(datei.wert(), bytes);
-  uebernimm(ort_, datei.wert());
+  uebernimm(ort_, datei.wert(), zeit == Zeit::Behalten);
   systemfehler::pruefe(::fsync(datei.wert()));
   if (name_.isEmpty()) benenne(datei.wert());
   datei.schliesse();
@@ -111,11 +117,12 @@ void Ersatzdatei::benenne(int deskriptor) {
   });
 }
 
-void Ersatzdatei::tausche() {
+void Ersatzdatei::tausche(bool auch_schreibgeschuetzte) {
   if (name_.isEmpty()) throw Laufzeitfehler(fehlernummer::UngueltigerAufruf);
   struct stat info {};
   systemfehler::pruefe(::stat(ort_.constData(), &info));
-  if (systemfehler::schreibgeschuetzt(info.st_mode)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+  if (!auch_schreibgeschuetzte && systemfehler::schreibgeschuetzt(info.st_mode))
+    throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
   int ergebnis = ::rename(name_.constData(), ort_.constData());
   if (ergebnis != 0 && (errno == EEXIST || errno == ENOTSUP)) {
     // A file system that renames to free names only. Should the second step fail, the new content is all there is, and

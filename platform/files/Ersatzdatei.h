@@ -11,6 +11,9 @@
 /// content that did not take the file's place is gone at the end of this object's life.
 class Ersatzdatei {
  public:
+  /// The time stamp of the new content.
+  enum class Zeit { Jetzt, Behalten };
+
   /// For the file of that path. Nothing is touched yet. Raises 53 when it is missing, 75 for anything but a file.
   /// Behind a link the file itself is meant.
   explicit Ersatzdatei(const QString& pfad);
@@ -20,10 +23,10 @@ class Ersatzdatei {
   /// Writes the new content and brings it to the disk; with owner (as far as this user may), rights and extended
   /// attributes of the file. Once only. Raises 61 for a full disk, 70 or 75 without the right to write in the folder,
   /// 57 for any other failure of the disk.
-  void schreibe(const QByteArray& bytes);
+  void schreibe(const QByteArray& bytes, Zeit zeit = Zeit::Jetzt);
   /// Puts the content in the file's place, with one rename where the file system can do that. A read-only file raises
-  /// 70, a missing one 53; then everything stays as it was.
-  void tausche();
+  /// 70 unless `auch_schreibgeschuetzte`, a missing one 53; then everything stays as it was.
+  void tausche(bool auch_schreibgeschuetzte = false);
 
  private:
   void benenne(int deskriptor);

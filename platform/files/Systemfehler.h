@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGlobal>
 #include <utility>
 
 /// What the files of this folder share: the system's error numbers as failures, and descriptors that close themselves.

@@ -5,11 +5,11 @@ using namespace gdiplus;
 namespace {
 
 constexpr Drehung Drehungen[] = {
-    {Um90, u"JpgTransformRotate90", true, true, false},
-    {Um180, u"JpgTransformRotate180", false, true, true},
-    {Um270, u"JpgTransformRotate270", true, false, true},
-    {Waagerecht, u"JpgTransformFlipHorizontal", false, true, false},
-    {Senkrecht, u"JpgTransformFlipVertical", false, false, true},
+    {u"JpgTransformRotate90", Um90, true, true, false},
+    {u"JpgTransformRotate180", Um180, false, true, true},
+    {u"JpgTransformRotate270", Um270, true, false, true},
+    {u"JpgTransformFlipHorizontal", Waagerecht, false, true, false},
+    {u"JpgTransformFlipVertical", Senkrecht, false, false, true},
 };
 
 }  // namespace

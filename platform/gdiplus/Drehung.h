@@ -8,9 +8,9 @@
 
 /// A turn or mirroring of a picture: first the axes change places, then the new ones are mirrored.
 struct Drehung {
-  gdiplus::Drehart art;
   /// What GDI+ calls it: "JpgTransformRotate90", "…Rotate180", "…Rotate270", "…FlipHorizontal", "…FlipVertical".
   QStringView name;
+  gdiplus::Drehart art;
   bool tausche = false;
   bool spiegle_x = false;  ///< left and right of the result
   bool spiegle_y = false;  ///< top and bottom of the result

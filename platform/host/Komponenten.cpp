@@ -1,7 +1,6 @@
 #include "platform/host/Komponenten.h"
 
 #include <QHash>
-#include <utility>
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
@@ -21,9 +20,9 @@ namespace komponenten {
 
 Komponente::~Komponente() = default;
 
-Fabrik registriere(const QString& name, Fabrik fabrik) {
+Fabrik registriere(const QString& name, const Fabrik& fabrik) {
   Fabrik vorher = fabriken().take(text::UCase(name));
-  if (fabrik) fabriken().insert(text::UCase(name), std::move(fabrik));
+  if (fabrik) fabriken().insert(text::UCase(name), fabrik);
   return vorher;
 }
 

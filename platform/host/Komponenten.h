@@ -20,7 +20,7 @@ using Fabrik = std::function<std::shared_ptr<Komponente>()>;
 
 /// Makes a component known under its name, without regard to case; an empty `fabrik` takes it back. Hands back the one
 /// before.
-KVO_EXPORT Fabrik registriere(const QString& name, Fabrik fabrik);
+KVO_EXPORT Fabrik registriere(const QString& name, const Fabrik& fabrik);
 
 /// A new object of the component. Raises 429 when nobody registered the name or its maker gives nothing.
 KVO_EXPORT std::shared_ptr<Komponente> CreateObject(const QString& name);

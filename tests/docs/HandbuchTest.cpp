@@ -82,7 +82,9 @@ TEST(Handbuch, EverySentenceThatAUserCanReadStandsInIt) {
   int saetze = 0;
   for (const QString& datei : quellen()) {
     // What commands say of themselves goes over several lines.
-    const bool hilfe = datei.startsWith(u"host/kvobild/Befehl"_s) || datei.endsWith(u"/Wirtsoptionen.cpp"_s);
+    const bool hilfe = datei.startsWith(u"host/kvobild/Befehl"_s) || datei.startsWith(u"host/betrieb/befehl/"_s) ||
+        datei.endsWith(u"/Dialogprogramm.cpp"_s) || datei == "host/kvobild.cpp"_L1 ||
+        datei.endsWith(u"/Wirtsoptionen.cpp"_s);
     const Quelltext quelle(projekt::lies(datei));
     for (const QString& text : quelle.texte_in(quelle.code())) {
       if (!ist_Satz(text) || (hilfe && text.contains(u'\n'))) continue;

@@ -60,6 +60,13 @@ void uebernimm(adodb::Connection& verbindung) {
 
 }  // namespace
 
+bool uebernahme::noetig(const QString& ordner) {
+  std::shared_ptr<adodb::Connection> verbindung;
+  bool alt = false;
+  return !versuche_zu_oeffnen(datenordner::verbindung(ordner), verbindung) &&
+      gelingt([&] { alt = !schema::hat_eigene_Vorgaenge(*verbindung); }) && alt;
+}
+
 void uebernahme::bringe_auf_Stand(const QString& ordner) {
   const auto verbindung = oeffne(datenordner::verbindung(ordner));
   const auto ausfall = versuche_Datenbank([&] {

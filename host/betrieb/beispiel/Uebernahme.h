@@ -5,6 +5,9 @@
 /// Brings the database of a data folder of an older program into its tables of today.
 namespace uebernahme {
 
+/// The database has tables of an older program only. False where it can't be opened.
+bool noetig(const QString& ordner);
+
 /// Nothing where that is done already. Otherwise the file as it was is kept beside it ("betrieb-vorher.db", with a
 /// number where that is taken), and all of it happens in one transaction. A database that may not be written stays as
 /// it is. Any other failure ends with Abbruch and words, and the database is as before.

@@ -15,6 +15,7 @@ Laufergebnis Zuordnungslauf::gehe(const Vorgang& vorgang, bool nur_Anzeige) {
     ergebnis.nur_Anzeige = nur_Anzeige;
     return ergebnis;
   }
-  return Zuordnungsweg(platz_.anwendungsobjekt(), platz_.wurzel(), dialog_)
-      .gehe(als_Zuordnungsvorgang(vorgang), nur_Anzeige);
+  Zuordnungsweg weg(platz_.anwendungsobjekt(), platz_.wurzel(), dialog_);
+  weg.aufrecht(aufrecht_);
+  return weg.gehe(als_Zuordnungsvorgang(vorgang), nur_Anzeige);
 }

@@ -13,10 +13,13 @@ class Zuordnungslauf {
  public:
   Zuordnungslauf(Arbeitsplatz& platz, Zuordnungsdialog dialog) : platz_(platz), dialog_(std::move(dialog)) {}
 
+  /// Whether new pictures are set upright; on at first.
+  void aufrecht(bool wert) noexcept { aufrecht_ = wert; }
   /// Walks the whole road. With `nur_Anzeige` nothing is written. Every failure has been told when it returns.
   Laufergebnis gehe(const Vorgang& vorgang, bool nur_Anzeige);
 
  private:
   Arbeitsplatz& platz_;
   Zuordnungsdialog dialog_;
+  bool aufrecht_ = true;
 };

@@ -133,7 +133,7 @@ void Gittermodell::gleiche_Zeilenzahl_an(int anzahl) {
     beginRemoveRows({}, anzahl, vorher - 1);
     XArrayDBObject kurz;
     kurz.ReDim(arrayzeile(0), arrayzeile(anzahl) - 1, arrayspalte(0), arrayspalte(spaltenzahl) - 1);
-    stand_ = std::move(kurz);
+    stand_ = kurz;
     endRemoveRows();
   }
 }

@@ -69,7 +69,7 @@ class Gittermodell final : public QAbstractTableModel {
  private:
   QVariant spaltenkopf(int spalte, int rolle) const;
   QVariant zeilenkopf(int zeile, int rolle) const;
-  void gleiche_Zeilenzahl_an(int zeilen);
+  void gleiche_Zeilenzahl_an(int anzahl);
   void zeige_Zelle(int zeile, int spalte);
   bool gibt_Zelle(int zeile, int spalte) const noexcept;
 

@@ -34,6 +34,19 @@ QList<QJsonObject> Lauf::objekte() const {
   return liste;
 }
 
+QStringList kennungen(const Lauf& lauf, const QString& art) {
+  QStringList liste;
+  for (const QJsonObject& objekt : lauf.objekte())
+    if (objekt[u"art"_s] == art) liste.append(objekt[u"kennung"_s].toString());
+  return liste;
+}
+
+QJsonObject befund(const Lauf& lauf, const QString& kennung) {
+  for (const QJsonObject& objekt : lauf.objekte())
+    if (objekt[u"kennung"_s] == kennung) return objekt;
+  return {};
+}
+
 Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei, const QString& eingabe,
     const QMap<QString, QString>& dazu) {
   QProcess prozess;

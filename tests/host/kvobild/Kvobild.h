@@ -21,6 +21,11 @@ struct Lauf {
   QList<QJsonObject> objekte() const;
 };
 
+/// What "datenbank pruefen --json" found: the names of its findings, or of its notes with `art` "hinweis", and the one
+/// of a name.
+QStringList kennungen(const Lauf& lauf, const QString& art = QStringLiteral("befund"));
+QJsonObject befund(const Lauf& lauf, const QString& kennung);
+
 /// Runs the program to its end, in surroundings without any of its variables.
 /// `eingabe` names the file that it reads as its standard input; without one there is nothing to read. `dazu` are
 /// variables that it does get.

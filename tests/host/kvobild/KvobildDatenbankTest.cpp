@@ -9,23 +9,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-QJsonObject befund(const Lauf& lauf, const QString& kennung) {
-  for (const QJsonObject& objekt : lauf.objekte())
-    if (objekt[u"art"_s] == u"befund"_s && objekt[u"kennung"_s] == kennung) return objekt;
-  return {};
-}
-
-QStringList kennungen(const Lauf& lauf) {
-  QStringList liste;
-  for (const QJsonObject& objekt : lauf.objekte())
-    if (objekt[u"art"_s] == u"befund"_s) liste.append(objekt[u"kennung"_s].toString());
-  return liste;
-}
-
-}  // namespace
-
 class KvobildDatenbank : public Betrieb {
  protected:
   KvobildDatenbank() {

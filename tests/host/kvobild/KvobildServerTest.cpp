@@ -25,7 +25,7 @@ class KvobildServer : public ::testing::TestWithParam<Tdsserver::Maschine> {
           Benutzer, Kennwort, GetParam(), QStringList{u"--ohne-tabellen"_s, u"--datenbank"_s, u"betrieb"_s});
     ASSERT_TRUE(einer->laeuft());
     server().steuere(u"heile"_s);
-    for (const QString& tabelle : {u"Bild_Zuordnungen"_s, u"BelegKopfZunft"_s})
+    for (const QString& tabelle : {u"Bild_Zuordnungen"_s, u"BelegKopfZunft"_s, u"Bild_Vorgaenge"_s, u"Kunden"_s})
       server().steuere(u"sql drop table if exists "_s + tabelle);
   }
   static void TearDownTestSuite() { alle().clear(); }
@@ -50,11 +50,17 @@ class KvobildServer : public ::testing::TestWithParam<Tdsserver::Maschine> {
   QJsonArray sql(const QString& text) const {
     return QJsonDocument::fromJson(server().steuere(u"sql "_s + text).toUtf8()).array();
   }
-  QStringList kennungen() const {
-    QStringList liste;
-    for (const QJsonObject& objekt : pruefe({u"--json"_s}).objekte())
-      if (objekt[u"art"_s] == u"befund"_s) liste.append(objekt[u"kennung"_s].toString());
-    return liste;
+  QStringList kennungen(const QString& art = u"befund"_s) const { return ::kennungen(pruefe({u"--json"_s}), art); }
+  /// Which question of a check is the first for the records, as the server is told it.
+  QString frage_nach_Vorgaengen() const {
+    server().steuere(u"protokoll-leeren"_s);
+    EXPECT_EQ(pruefe().code, 0);
+    int fragen = 0;
+    for (const QString& text : server().stapel()) {
+      if (text.startsWith(u"SELECT"_s)) ++fragen;
+      if (text == u"SELECT 1 FROM Bild_Vorgaenge WHERE 1 = 0"_s) break;
+    }
+    return u"%1/SELECT"_s.arg(fragen);
   }
   void zeile(const QString& werte) const {
     sql(u"insert into Bild_Zuordnungen (Typ1, Typ2, Key1, Key2, Key3, key4, Bildname, BildExt, BildPfad) values "_s +
@@ -69,6 +75,7 @@ TEST_P(KvobildServer, CreatingMakesEverythingAndASecondRunNothing) {
   EXPECT_EQ(erster.code, 0) << erster.meldungen.toStdString();
   EXPECT_TRUE(erster.zeilen().contains(u"Tabelle angelegt: Bild_Zuordnungen"_s));
   EXPECT_TRUE(erster.zeilen().contains(u"Tabelle angelegt: BelegKopfZunft"_s));
+  EXPECT_TRUE(erster.zeilen().contains(u"Tabelle angelegt: Bild_Vorgaenge"_s));
   EXPECT_EQ(erster.zeilen().size(), 7) << erster.ausgabe.toStdString();
   zeile(u"('BEL', '-', 'AB', '1', '-', '-', 'b', 'jpg', 'x')"_s);
   const Lauf zweiter = lege_an();
@@ -79,7 +86,7 @@ TEST_P(KvobildServer, CreatingMakesEverythingAndASecondRunNothing) {
 }
 
 TEST_P(KvobildServer, TheShortFormDoesTheSame) {
-  EXPECT_EQ(fuehre({u"anlegen"_s}).zeilen().size(), 4);
+  EXPECT_EQ(fuehre({u"anlegen"_s}).zeilen().size(), 5);
   EXPECT_TRUE(fuehre({u"datenbank"_s, u"anlegen"_s}).meldungen.contains(u"besteht schon"_s));
 }
 
@@ -91,7 +98,8 @@ TEST_P(KvobildServer, CheckingSaysWhatIsReachedAndFindsNothing) {
       {u"Erreicht:         TDSPRUEFLING\n"_s, u"Microsoft SQL Server 15.0.2000.5, Express Edition\n"_s,
           u"Datenbank:        betrieb\n"_s, u"Benutzer:         pruefer\n"_s, u"Verschlüsselung:  nein\n"_s,
           u"Bild_Zuordnungen: 14 von 14 Spalten; SELECT ja, INSERT ja, UPDATE ja, DELETE ja\n"_s,
-          u"BelegKopfZunft:   4 von 4 Spalten; SELECT ja\n"_s, u"Ergebnis:         kein Befund\n"_s})
+          u"BelegKopfZunft:   4 von 4 Spalten; SELECT ja\n"_s, u"Bild_Vorgaenge:   7 von 7 Spalten; SELECT ja\n"_s,
+          u"Vorgänge:         0\n"_s, u"Ergebnis:         kein Befund\n"_s})
     EXPECT_TRUE(lauf.ausgabe.contains(text)) << text.toStdString() << lauf.ausgabe.toStdString();
 }
 
@@ -179,6 +187,82 @@ TEST_P(KvobildServer, FindingsInTheRowsAreTheSameAsOnSQLite) {
   EXPECT_TRUE(lauf.ausgabe.contains(u"  BEL - AB 2 NULL '': x\\ä.jpg\n"_s)) << lauf.ausgabe.toStdString();
   EXPECT_TRUE(lauf.ausgabe.contains(u"  BEL - AB 1 - -: b.jpg (2-mal)\n"_s));
   EXPECT_TRUE(lauf.ausgabe.contains(u"Zeilen, deren Bild in der Ablage fehlt: 1."_s));
+}
+
+TEST_P(KvobildServer, RecordsAreCheckedAsOnSQLite) {
+  ASSERT_EQ(lege_an().code, 0);
+  sql(u"drop table Bild_Vorgaenge"_s);
+  EXPECT_EQ(kennungen(), QStringList());
+  EXPECT_EQ(kennungen(u"hinweis"_s), QStringList{u"sicht_fehlt"_s});
+  EXPECT_EQ(pruefe().code, 0);
+  // As a firm's view gives them, without conditions; a date may be a text there.
+  sql(u"create table dbo.Bild_Vorgaenge (Typ1 nvarchar(60) NULL, Key1 nvarchar(60) NULL, Key2 nvarchar(60) NULL, "
+      "Key3 nvarchar(60) NULL, Bezeichnung nvarchar(4000) NULL, Ordner nvarchar(300) NULL, Stand nvarchar(30) NULL)"_s);
+  const auto nimm = [&](const QString& werte) { sql(u"insert into Bild_Vorgaenge values (%1)"_s.arg(werte)); };
+  nimm(u"'BEL', 'AB', '1', '', 'Größe', 'Belege\\1', '2026-11-22 09:15:00'"_s);
+  nimm(u"'art', '%1', '  ', '', NULL, NULL, NULL"_s.arg(QString(50, u'x')));
+  EXPECT_EQ(pruefe().code, 0) << pruefe().ausgabe.toStdString();
+  nimm(u"'bel', 'ab', '1', '', NULL, NULL, NULL"_s);
+  nimm(u"NULL, 'AB', '2', '', NULL, NULL, NULL"_s);
+  nimm(u"'BEL', 'AB', NULL, '', NULL, NULL, NULL"_s);
+  nimm(u"'BEL', 'AB', '-', '', NULL, NULL, NULL"_s);
+  nimm(u"'BEL', 'AB', '%1', '', NULL, NULL, NULL"_s.arg(QString(51, u'x')));
+  nimm(u"'BEL', 'O''Neil', '', '', NULL, NULL, NULL"_s);
+  nimm(u"'Wartung', '1', '', '', '%1', NULL, NULL"_s.arg(QString(4000, u'x')));
+  nimm(u"'BEL', 'AB', '3', '', NULL, '..\\x', NULL"_s);
+  nimm(u"'BEL', 'AB', '4', '', NULL, '%1', NULL"_s.arg(QString(251, u'x')));
+  nimm(u"'BEL', 'AB', '5', '', NULL, NULL, '22.11.2026'"_s);
+  EXPECT_EQ(kennungen(),
+      (QStringList{u"vorgang_leer"_s, u"vorgang_null"_s, u"vorgang_strich"_s, u"vorgang_lang"_s, u"vorgang_hochkomma"_s,
+          u"stand_kein_datum"_s, u"vorgang_doppelt"_s, u"ordner_verlaesst"_s, u"ordner_lang"_s}));
+  EXPECT_EQ(kennungen(u"hinweis"_s), (QStringList{u"bezeichnung_lang"_s, u"art_unbekannt"_s}));
+  const Lauf lauf = pruefe();
+  EXPECT_EQ(lauf.code, 1);
+  for (const QString& text : {u"  BEL AB NULL ''\n"_s, u"  BEL AB 5 '': 22.11.2026\n"_s, u"  ..\\x (1-mal)\n"_s,
+           u"  Wartung 1 '' '' (4000 Zeichen)\n"_s, u"  Wartung (1-mal)\n"_s, u"1 '' (2-mal)\n"_s})
+    EXPECT_TRUE(lauf.ausgabe.contains(text)) << text.toStdString() << lauf.ausgabe.toStdString();
+}
+
+TEST_P(KvobildServer, AViewWithAColumnOfAnotherTypeIsNotAskedForItsValues) {
+  ASSERT_EQ(lege_an().code, 0);
+  sql(u"drop table Bild_Vorgaenge"_s);
+  sql(u"create table dbo.Bild_Vorgaenge (Typ1 nvarchar(50) NULL, Key1 int NULL, Key2 nvarchar(50) NULL, "
+      "Key3 nchar(50) NULL, Bezeichnung nvarchar(250) NULL, Ordner nvarchar(250) NULL, Stand int NULL)"_s);
+  EXPECT_EQ(kennungen(), (QStringList{u"spalte_typ"_s, u"spalte_typ"_s}));
+  const QString text = pruefe().ausgabe;
+  EXPECT_TRUE(text.contains(u"Die Spalte Bild_Vorgaenge.Key1 ist „int“; erwartet ist ein Text."_s))
+      << text.toStdString();
+  EXPECT_TRUE(text.contains(u"Die Spalte Bild_Vorgaenge.Stand ist „int“; erwartet ist ein Datum mit Zeit."_s));
+  EXPECT_FALSE(text.contains(u"Vorgänge:"_s));
+}
+
+TEST_P(KvobildServer, AMissingRightToTheRecordsIsExitCode3) {
+  ASSERT_EQ(lege_an().code, 0);
+  server().steuere(u"fehler %1 229 14 The SELECT permission was denied on the object 'Bild_Vorgaenge'."_s.arg(
+      frage_nach_Vorgaengen()));
+  const Lauf lauf = pruefe();
+  EXPECT_EQ(lauf.code, 3);
+  EXPECT_TRUE(lauf.ausgabe.contains(u"Bild_Vorgaenge:   0 von 7 Spalten; SELECT NEIN\n"_s))
+      << lauf.ausgabe.toStdString();
+  EXPECT_TRUE(lauf.ausgabe.contains(u"SELECT auf Bild_Vorgaenge ist nicht erlaubt"_s));
+}
+
+TEST_P(KvobildServer, AConnectionThatBreaksAtTheRecordsIsNotTakenForAMissingRight) {
+  ASSERT_EQ(lege_an().code, 0);
+  server().steuere(u"trenne %1 vor"_s.arg(frage_nach_Vorgaengen()));
+  const Lauf lauf = pruefe();
+  EXPECT_EQ(lauf.code, 3) << lauf.ausgabe.toStdString();
+  EXPECT_TRUE(lauf.meldungen.contains(u"nicht zu Ende zu prüfen"_s)) << lauf.meldungen.toStdString();
+  EXPECT_FALSE(lauf.ausgabe.contains(u"nicht erlaubt"_s)) << lauf.ausgabe.toStdString();
+}
+
+TEST_P(KvobildServer, WhereANameIsTakenNoTableOfRecordsIsMade) {
+  sql(u"create table dbo.Kunden (Nummer nvarchar(10) NULL)"_s);
+  const Lauf lauf = lege_an();
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_TRUE(lauf.zeilen().contains(u"Tabelle angelegt: Bild_Zuordnungen"_s));
+  EXPECT_FALSE(lauf.ausgabe.contains(u"Bild_Vorgaenge"_s)) << lauf.ausgabe.toStdString();
+  EXPECT_EQ(kennungen(u"hinweis"_s), QStringList{u"sicht_fehlt"_s});
 }
 
 TEST_P(KvobildServer, CheckingTakesEveryTryBack) {
