@@ -44,6 +44,7 @@ Anfangsfenster::Anfangsfenster(QWidget* ueber)
   fuss->addWidget(abbrechen);
   lage->addLayout(fuss);
   setMinimumWidth(Breite);
+  opt_Beispiele->setFocus();
   connect(anlegen, &QPushButton::clicked, this, &QDialog::accept);
   connect(abbrechen, &QPushButton::clicked, this, &QDialog::reject);
 }

@@ -174,8 +174,9 @@ void Einlesefenster::zeige_Ansicht(const Einlesearbeit::Ansicht& ansicht) {
 
 /// The first lines, below the choice of what each column means.
 void Einlesefenster::zeige_Werte() {
-  qsizetype breite = ansicht_.fest ? ansicht_.wahl.spalten.size() : 0;
+  qsizetype breite = 0;
   for (const Listenzeile& zeile : ansicht_.zeilen) breite = std::max(breite, zeile.werte.size());
+  if (ansicht_.fest || breite == 0) breite = ansicht_.wahl.spalten.size();
   tbl_Spalten->clear();
   tbl_Spalten->setColumnCount(static_cast<int>(breite));
   tbl_Spalten->setRowCount(static_cast<int>(ansicht_.zeilen.size()) + 1);
