@@ -31,8 +31,15 @@ bool hat_Buchstaben(const QString& text) {
   return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
 }
 
+/// A statement for the database, or a piece of one, may end with a marker for a value or with a dot.
+bool ist_Anweisung(const QString& text) {
+  static const QRegularExpression Anfang(u"^(SELECT|INSERT|UPDATE|DELETE|DROP|CREATE|FROM|WHERE)\\b"_s);
+  return text.contains(Anfang);
+}
+
 bool ist_Satz(const QString& text) {
   const QString t = text.trimmed();
+  if (ist_Anweisung(t)) return false;
   return t.contains(u' ') && (t.endsWith(u'.') || t.endsWith(u'!') || t.endsWith(u'?'));
 }
 
