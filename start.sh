@@ -23,7 +23,7 @@ bildschirm_da() {
 if bildschirm_da; then
   daten=$(datenheim)/kvobildzuordnung
   melde "Starte bildzuordnung auf $daten"
-  "$programme/bildzuordnung" --datenordner "$daten"
+  "$programme/bildzuordnung" --datenordner "$daten" --beispiele
 else
   rundgang=${KVO_RUNDGANG:-$KVO_ORDNER/build/rundgang}
   daten=$rundgang/daten/betrieb

@@ -228,6 +228,7 @@ void Hauptfenster::zeige_Ausfall(const QString& grund) {
 
 void Hauptfenster::lies_neu() {
   if (dialog_offen_) return;
+  vergiss_Aufnahme();
   try {
     {
       const QScopedValueRollback offen(dialog_offen_, true);

@@ -53,7 +53,7 @@ void Programm::stelle_Server_bereit() {
 }
 
 QStringList Programm::argumente() {
-  if (!ueber_Tds()) return {u"--datenordner"_s, datenordner()};
+  if (!ueber_Tds()) return {u"--datenordner"_s, datenordner(), u"--beispiele"_s};
   stelle_Server_bereit();
   return {u"--verbindung"_s,
       u"Provider=SQLOLEDB;Data Source=127.0.0.1,%1;Initial Catalog=betrieb;User ID=buero;Password=%2"_s

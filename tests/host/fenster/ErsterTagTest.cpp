@@ -107,8 +107,13 @@ TEST_F(ErsterTag, FromAnEmptyDatabaseToSavedPictures) {
   fenster_ = std::make_unique<Hauptfenster>(optionen, Zuordnungsdialog());
   fenster_->beginne();
   fenster_->show();
-  fenster_->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(fenster_.get()));
+  // A window manager may come up later than the window.
+  ASSERT_TRUE(QTest::qWaitFor(
+      [this] {
+    if (!fenster_->isActiveWindow()) fenster_->activateWindow();
+    return fenster_->isActiveWindow();
+      },
+      30'000));
   warte();
   EXPECT_EQ(fenster_->liste()->anzahl(), 0);
 
