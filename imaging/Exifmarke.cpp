@@ -1,5 +1,6 @@
 #include "imaging/Exifmarke.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -133,9 +134,10 @@ std::vector<Jpegmarken::Segment> segmente(QByteArrayView jpeg, QByteArrayView ke
 
 /// From the last one on, so that what grows moves none that is still to come.
 void fuer_jeden_Block(QByteArray& jpeg, const std::function<void(Block&)>& tun) {
-  const std::vector<Jpegmarken::Segment> alle = segmente(jpeg, Exif);
-  for (auto s = alle.rbegin(); s != alle.rend(); ++s) {
-    Block block(jpeg, *s);
+  std::vector<Jpegmarken::Segment> alle = segmente(jpeg, Exif);
+  std::reverse(alle.begin(), alle.end());
+  for (const Jpegmarken::Segment& segment : alle) {
+    Block block(jpeg, segment);
     if (block.lesbar()) tun(block);
   }
 }

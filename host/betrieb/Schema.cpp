@@ -155,6 +155,13 @@ void uebernimm_Betrieb(adodb::Connection& verbindung) {
   Anleger(verbindung).fuehre_aus(QString::fromUtf16(Betrieb_Uebernahme));
 }
 
+bool nennt_Vorgaenge(adodb::Connection& verbindung) {
+  const QString katalog = Datenbankart::von(verbindung).ist_Datei
+      ? u"SELECT 1 FROM sqlite_master WHERE name = 'Bild_Vorgaenge' COLLATE NOCASE"_s
+      : u"SELECT 1 FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME = 'Bild_Vorgaenge'"_s;
+  return !verbindung.Execute(katalog)->Eof();
+}
+
 bool hat_eigene_Vorgaenge(adodb::Connection& verbindung) {
   return Datenbankart::von(verbindung).ist_Datei &&
       !verbindung.Execute(u"SELECT 1 FROM sqlite_master WHERE name = 'Vorgaenge_Ruhe'"_s)->Eof();

@@ -50,6 +50,8 @@ Angelegt lege_an(const QString& verbindung, bool mit_Beispieltabellen = false);
 void richte_Betrieb_ein(adodb::Connection& verbindung);
 /// Fills those tables from the tables of an older data folder, which stand beside as "…_bisher".
 void uebernimm_Betrieb(adodb::Connection& verbindung);
+/// The catalogue names a Bild_Vorgaenge: a view whose own tables are missing fails as a missing one does.
+bool nennt_Vorgaenge(adodb::Connection& verbindung);
 /// The database has the tables for records of its own.
 bool hat_eigene_Vorgaenge(adodb::Connection& verbindung);
 

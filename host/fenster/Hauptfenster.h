@@ -105,7 +105,7 @@ class Hauptfenster final : public QMainWindow {
   void erlaube_Aktionen(bool erlaubt);
   void richte_Aufnahme_ein();
   /// Takes what another program handed over into a record and tells what became of it.
-  void nimm_auf(Vorgang vorgang, const Abwurf& abwurf);
+  void nimm_auf(const Vorgang& vorgang, const Abwurf& abwurf);
   /// Something else is done: what was attached last stays.
   void vergiss_Aufnahme();
 

@@ -81,10 +81,12 @@ void Hauptfenster::fuege_ein() {
   if (!gewaehlt || dialog_offen_) return;
   if (!inhalt || !abwurf::kann_sein(*inhalt))
     return melde(u"Einfügen: In der Zwischenablage ist weder eine Datei noch ein Bild."_s);
-  nimm_auf(*gewaehlt, abwurf::lies(*inhalt));
+  // The list is read anew meanwhile.
+  const Vorgang vorgang = *gewaehlt;
+  nimm_auf(vorgang, abwurf::lies(*inhalt));
 }
 
-void Hauptfenster::nimm_auf(Vorgang vorgang, const Abwurf& abwurf) {
+void Hauptfenster::nimm_auf(const Vorgang& vorgang, const Abwurf& abwurf) {
   if (dialog_offen_) return;
   QScopedValueRollback offen(dialog_offen_, true);
   Aufnahmeergebnis ergebnis;

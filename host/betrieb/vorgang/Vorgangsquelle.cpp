@@ -138,19 +138,20 @@ class Sichtfrage {
   const Frage& frage_;
 };
 
-bool gibt_es(adodb::Connection& verbindung, const QString& name) {
-  const auto fehlt = [](const Laufzeitfehler& fehler) {
-    if (ausfall_von(fehler).grund != Datenbankgrund::Tabelle_fehlt) throw;
+bool hat_Sicht(adodb::Connection& verbindung) {
+  const auto fehlt = [&](const Laufzeitfehler& fehler) {
+    // Silently without its view the program would hide most of the firm's records.
+    if (ausfall_von(fehler).grund != Datenbankgrund::Tabelle_fehlt || schema::nennt_Vorgaenge(verbindung)) throw;
     return true;
   };
-  return !versuche([&] { verbindung.Execute(u"SELECT 1 FROM %1 WHERE 1 = 0"_s.arg(name)); }, fehlt);
+  return !versuche([&] { verbindung.Execute(u"SELECT 1 FROM Bild_Vorgaenge WHERE 1 = 0"_s); }, fehlt);
 }
 
 }  // namespace
 
 Herkunft herkunft(adodb::Connection& verbindung) {
   if (schema::hat_eigene_Vorgaenge(verbindung)) return Herkunft::Eigene;
-  return gibt_es(verbindung, schema::Vorgaenge) ? Herkunft::Sicht : Herkunft::Zuordnungen;
+  return hat_Sicht(verbindung) ? Herkunft::Sicht : Herkunft::Zuordnungen;
 }
 
 Vorgangsanweisung mit_Bildern(const Vorgangsanweisung& innen, const QString& ordnung, int hoechstens) {

@@ -51,20 +51,15 @@ Abwurfziel::Abwurfziel(QWidget& ziel, Stelle stelle, Annahme annahme)
 }
 
 bool Abwurfziel::eventFilter(QObject* ziel, QEvent* ereignis) {
-  switch (ereignis->type()) {
-    case QEvent::DragEnter:
-    case QEvent::DragMove:
-      pruefe(*static_cast<QDropEvent*>(ereignis), ereignis->type() == QEvent::DragEnter);
-      return true;
-    case QEvent::DragLeave:
-      if (marke_) marke_->hide();
-      return true;
-    case QEvent::Drop:
-      nimm_an(*static_cast<QDropEvent*>(ereignis));
-      return true;
-    default:
-      return QObject::eventFilter(ziel, ereignis);
-  }
+  if (ereignis->type() == QEvent::DragLeave && marke_) marke_->hide();
+  // Entering and moving are kinds of dropping.
+  auto* const abwurf = dynamic_cast<QDropEvent*>(ereignis);
+  if (!abwurf) return QObject::eventFilter(ziel, ereignis);
+  if (abwurf->type() == QEvent::Drop)
+    nimm_an(*abwurf);
+  else
+    pruefe(*abwurf, abwurf->type() == QEvent::DragEnter);
+  return true;
 }
 
 /// Whoever is refused when the mouse comes in is not asked again when it moves on.

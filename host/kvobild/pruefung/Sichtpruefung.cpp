@@ -73,7 +73,7 @@ class Pruefer {
   /// The name alone is asked for first: whoever may not read a view doesn't see its columns either.
   bool findet_Sicht() {
     const auto ausfall = scheitert([&] { verbindung_.Execute(u"SELECT 1 FROM Bild_Vorgaenge WHERE 1 = 0"_s); });
-    if (ausfall && ausfall->grund == Datenbankgrund::Tabelle_fehlt && !steht_da()) {
+    if (ausfall && ausfall->grund == Datenbankgrund::Tabelle_fehlt && !schema::nennt_Vorgaenge(verbindung_)) {
       melde(u"sicht_fehlt"_s, u"Ohne die Sicht Bild_Vorgaenge zeigt bildzuordnung nur Vorgänge, die Bilder haben."_s,
           false, true);
       return false;
@@ -85,14 +85,6 @@ class Pruefer {
     lage_.sicht.spalten.append(0);
     if (ausfall) melde_Recht(ausfall->worte);
     return !ausfall;
-  }
-
-  /// A view whose own tables are missing fails as a missing one does.
-  bool steht_da() {
-    const QString katalog = art_.ist_Datei
-        ? u"SELECT 1 FROM sqlite_master WHERE name = 'Bild_Vorgaenge' COLLATE NOCASE"_s
-        : u"SELECT 1 FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME = 'Bild_Vorgaenge'"_s;
-    return !verbindung_.Execute(katalog)->Eof();
   }
 
   void melde_Recht(const QString& worte) {

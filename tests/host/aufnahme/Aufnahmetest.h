@@ -30,7 +30,9 @@ class Aufnahmetest : public Wirt {
   Aufnahmeergebnis nimm_auf(const QStringList& dateien, Aufnahme::Regeln regeln = {}) {
     return Aufnahme(*platz_, vorgang(), std::move(regeln)).nimm_auf(dateien);
   }
-  Aufnahmeergebnis nimm_Pixel_auf(const QImage& pixel) { return Aufnahme(*platz_, vorgang(), {}).nimm_auf({}, {pixel}); }
+  Aufnahmeergebnis nimm_Pixel_auf(const QImage& pixel) {
+    return Aufnahme(*platz_, vorgang(), {}).nimm_auf({}, {pixel});
+  }
 
   /// A file that waits; gives its path.
   QString eingang(const QString& name, const QByteArray& bytes) const { return eingang_.schreibe(name, bytes); }

@@ -229,6 +229,14 @@ TEST_F(Vorgangsfragen, AViewWithoutAColumnFailsWithItsName) {
   EXPECT_TRUE(ausfall->worte.contains(u"Key2"_s)) << ausfall->worte.toStdString();
 }
 
+TEST_F(Vorgangsfragen, AViewWhoseTablesAreGoneIsNotTakenForAMissingOne) {
+  fremde_.Execute(u"ALTER TABLE Auftraege RENAME TO Weg"_s);
+  fremde_.Execute(u"DROP TABLE Weg"_s);
+  const auto ausfall = versuche_Datenbank([&] { vorgangsquelle::herkunft(fremde_); });
+  ASSERT_TRUE(ausfall);
+  EXPECT_EQ(ausfall->grund, Datenbankgrund::Tabelle_fehlt);
+}
+
 TEST_F(Vorgangsfragen, TheDatabaseTellsWhereItsRecordsComeFrom) {
   EXPECT_EQ(vorgangsquelle::herkunft(eigene_), Herkunft::Eigene);
   EXPECT_EQ(vorgangsquelle::herkunft(fremde_), Herkunft::Sicht);

@@ -254,6 +254,38 @@ TEST_F(WirtServer, AServerThatIsGoneIsToldAndComesBackWithF5) {
   EXPECT_TRUE(text(u"lbl_Status"_s).startsWith(u"13 Vorgänge"_s));
 }
 
+TEST_F(WirtServer, StatementsAndRowsSentDoNotGrowWithTheTable) {
+  const auto eigener = neuer_Server();
+  ASSERT_TRUE(eigener->laeuft());
+  fuelle(*eigener, datenbank());
+  const auto frage = [&] {
+    eigener->steuere(u"protokoll-leeren"_s);
+    druecke_F5();
+    return eigener->angekommen().size();
+  };
+  const auto gesandt = [&] {
+    return eigener->steuere(u"pakete"_s).section(u"aus="_s, 1).section(u' ', 0, 0).toLongLong();
+  };
+  oeffne_und_warte(mit_Kennwort(*eigener));
+  const qsizetype wenige = frage();
+  for (int n = 0; n < 40; ++n) {
+    QStringList zeilen;
+    for (int i = 0; i < 50; ++i)
+      zeilen.append(u"('BEL','AB','26-%1','','Firma %1 GmbH',NULL,NULL)"_s.arg(50 * n + i, 4, 10, QChar(u'0')));
+    eigener->steuere(
+        u"sql insert into Bild_Vorgaenge (Typ1,Key1,Key2,Key3,Bezeichnung,Ordner,Stand) values "_s + zeilen.join(u','));
+  }
+  const qsizetype viele = frage();
+  EXPECT_EQ(text(u"lbl_Umfang"_s), u"200 von 2.013 Vorgängen"_s);
+  EXPECT_EQ(fenster_->liste()->anzahl(), 200);
+  // Where there are more than are shown, their number is asked for.
+  EXPECT_EQ(viele, wenige + 1);
+  const auto vorher = gesandt();
+  EXPECT_EQ(frage(), viele);
+  const auto je_Frage = gesandt() - vorher;
+  EXPECT_LT(je_Frage, 200 * 250);
+}
+
 TEST_F(WirtServer, AMissingTableAndAMissingRightAreToldWithAdvice) {
   const auto eigener = neuer_Server();
   ASSERT_TRUE(eigener->laeuft());
