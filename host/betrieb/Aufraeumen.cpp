@@ -108,6 +108,8 @@ Aufraeumliste Aufraeumen::liste() {
   Aufraeumliste liste = store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_);
   // A connection that broke in between would have made every picture a free one.
   hat_Zeilen();
+  // A firm that has just begun has an empty root; it is to stay the root.
+  if (dateien.GetFolder(wurzel_).Anzahl_Eintraege() == 0) liste.Posten.clear();
   if (const auto anzahl = zaehle(liste, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; }))
     throw Abbruch(Ausgang::Datenbank,
         u"Die Tabelle Bild_Zuordnungen hat die Antwort verweigert (Dateien: %1); nichts ist gelöscht."_s.arg(anzahl));

@@ -27,7 +27,9 @@ class Im_Fenster {
   Im_Fenster(const QString& name, std::function<void(QWidget&)> darin) {
     QObject::connect(&takt_, &QTimer::timeout, &takt_, [this, name, darin = std::move(darin)] {
       QWidget* vorn = QApplication::activeModalWidget();
-      if (!vorn || vorn->objectName() != name || !vorn->isVisible() || !vorn->isActiveWindow()) return;
+      if (!vorn || vorn->objectName() != name || !vorn->isVisible()) return;
+      // A window without a window manager gets its keys only once it is told to.
+      if (!vorn->isActiveWindow()) return vorn->activateWindow();
       takt_.stop();
       war_offen = true;
       darin(*vorn);
