@@ -53,6 +53,10 @@ CREATE VIRTUAL TABLE IF NOT EXISTS Vorgaenge_Anfang USING fts5(
   Wortanfaenge, content='Vorgaenge', content_rowid='Nr', tokenize='unicode61 remove_diacritics 0', detail=none,
   columnsize=0);
 
+-- Room for more words before they are written: a long list is taken in sooner. In bytes, used while records are written.
+INSERT INTO Vorgaenge_Text (Vorgaenge_Text, rank) VALUES ('hashsize', 8388608);
+INSERT INTO Vorgaenge_Anfang (Vorgaenge_Anfang, rank) VALUES ('hashsize', 8388608);
+
 -- What is shown of a record: its text, its customer and its project.
 CREATE VIEW IF NOT EXISTS Vorgaenge_Worte AS
   SELECT Nr,
