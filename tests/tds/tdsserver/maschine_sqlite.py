@@ -30,7 +30,7 @@ def vergleiche_servertext(a: str, b: str) -> int:
     return (links > rechts) - (links < rechts)
 
 
-def _gefaltet(text: str | None) -> str | None:
+def _suchtext(text: str | None) -> str | None:
     return None if text is None else " ".join(text.casefold().split())
 
 
@@ -74,8 +74,8 @@ class SqliteMaschine:
         verbindung.create_collation("SERVERTEXT", vergleiche_servertext)
         verbindung.create_function("LEN", 1, _len, deterministic=True)
         # A data folder's own database has triggers that use these two; what they give is of no interest here.
-        verbindung.create_function("SUCHTEXT", 1, _gefaltet, deterministic=True)
-        verbindung.create_function("WORTANFAENGE", 1, _gefaltet, deterministic=True)
+        verbindung.create_function("SUCHTEXT", 1, _suchtext, deterministic=True)
+        verbindung.create_function("WORTANFAENGE", 1, _suchtext, deterministic=True)
         verbindung.create_function("DATALENGTH", 1, _datalength, deterministic=True)
         verbindung.create_function("REPLICATE", 2, _replicate, deterministic=True)
         # The file need not outlive the machine, only the processes.
