@@ -24,8 +24,8 @@ class Anmeldefenster final : public QDialog {
   QPushButton* cmd_Anmelden;
 };
 
-/// Asks for the password where the server wants one that nobody has given, or has refused it; `grund` is why it is asked
-/// once more, or empty. Ends with Abbruch where the user gives up.
+/// Asks for the password where the server wants one that nobody has given, or has refused it; `grund` is why it is
+/// asked once more, or empty. Ends with Abbruch where the user gives up.
 void frage_Kennwort(Arbeitsplatz& platz, const QString& grund, QWidget* ueber);
 
 /// Opens the database of a place and asks for the password as often as the server refuses it; ends with Abbruch where

@@ -14,8 +14,8 @@
 #include "host/fenster/Hochkommawache.h"
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Wirtskomponenten.h"
-#include "host/fenster/vorgaenge/Einlesefenster.h"
 #include "host/fenster/aufnahme/Abwurf.h"
+#include "host/fenster/vorgaenge/Einlesefenster.h"
 
 class QAction;
 class QLabel;

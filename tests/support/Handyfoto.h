@@ -15,7 +15,8 @@
 /// to be turned.
 namespace handyfoto {
 
-/// Unlike itself however it is turned or mirrored. Without edges, whose colours a turned grid of samples would mix anew.
+/// Unlike itself however it is turned or mirrored. Without edges, whose colours a turned grid of samples would mix
+/// anew.
 inline QImage motiv(QSize groesse) {
   QImage bild(groesse, QImage::Format_RGB32);
   for (int y = 0; y < groesse.height(); ++y)

@@ -38,7 +38,8 @@ class Aufruf {
   QStringList argumente_;
 };
 
-/// A program as its help names it: how it is called, what it is for (with a line end behind it), and what stands behind the list of its commands.
+/// A program as its help names it: how it is called, what it is for (with a line end behind it), and what stands behind
+/// the list of its commands.
 struct Befehlsprogramm {
   QString name;
   QString zweck;

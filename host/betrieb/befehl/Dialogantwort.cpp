@@ -54,7 +54,8 @@ Dialogantwort aus_Weg(const Zuordnungsweg::Ergebnis& ergebnis) {
     bilder.append(
         QJsonObject{{u"name"_s, bild.name}, {u"verbleib"_s, wort(bild.verbleib)}, {u"hinweis"_s, bild.hinweis}});
   const QJsonObject angaben{{u"nur_anzeige"_s, ergebnis.nur_Anzeige}, {u"gespeichert"_s, ergebnis.geschrieben() > 0},
-      {u"vollstaendig"_s, ergebnis.geoeffnet && ergebnis.vollstaendig()}, {u"geprueft"_s, ergebnis.geoeffnet && ergebnis.geprueft}, {u"neu"_s, ergebnis.neu},
+      {u"vollstaendig"_s, ergebnis.geoeffnet && ergebnis.vollstaendig()},
+      {u"geprueft"_s, ergebnis.geoeffnet && ergebnis.geprueft}, {u"neu"_s, ergebnis.neu},
       {u"geaendert"_s, ergebnis.geaendert}, {u"entfernt"_s, ergebnis.entfernt},
       {u"nachgefuehrt"_s, ergebnis.nachgefuehrt}, {u"nicht_geschrieben"_s, ergebnis.nicht_geschrieben},
       {u"ungewiss"_s, ergebnis.ungewiss}, {u"bilder"_s, bilder}};

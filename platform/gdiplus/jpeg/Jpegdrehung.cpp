@@ -41,7 +41,8 @@ bool bleibt_ganz(const Inhalt& bild, const jpegkoeffizienten::Komponente& k, con
 
 jpegausgabe::Komponente gedreht(
     const Inhalt& bild, jpegkoeffizienten::Komponente& k, const Drehung& drehung, bool ganz) {
-  jpegausgabe::Komponente neu{static_cast<const jpegkoeffizienten::Komponentenkopf&>(k), &k.gleichstrom, &k.wechselstrom, nullptr};
+  jpegausgabe::Komponente neu{
+      static_cast<const jpegkoeffizienten::Komponentenkopf&>(k), &k.gleichstrom, &k.wechselstrom, nullptr};
   if (drehung.tausche) {
     std::swap(neu.waagrecht, neu.senkrecht);
     neu.quantisierung = transponiert(k.quantisierung);
