@@ -94,6 +94,8 @@ void Vorgangsliste::baue_auf() {
   QHeaderView& kopf = *tree_Vorgaenge->header();
   kopf.setStretchLastSection(false);
   kopf.setSectionsMovable(false);
+  // The rows in sight say enough of the columns' widths.
+  kopf.setResizeContentsPrecision(0);
   kopf.setSectionResizeMode(QHeaderView::ResizeToContents);
   kopf.setSectionResizeMode(Vorgangsmodell::Betreff, QHeaderView::Stretch);
   cmd_Einlesen->setToolTip(u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s);

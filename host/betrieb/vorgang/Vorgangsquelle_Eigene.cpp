@@ -1,4 +1,5 @@
 // Records in tables of our own: few hits are sorted, many are met soon enough on a walk from the newest record on.
+#include <QList>
 #include <utility>
 
 #include "host/betrieb/vorgang/Vorgangsanweisung.h"
@@ -10,7 +11,7 @@ namespace {
 
 const QString Neueste = u"Stand DESC, Suchnummer"_s;
 /// The newest records that are looked at one by one before the index is asked for all hits.
-constexpr int Gang = 50000;
+constexpr int Gang = 20000;
 
 /// Each word as a phrase of the full-text index.
 QString als_Suche(const QStringList& worte) {
@@ -93,24 +94,30 @@ class Suche {
   }
   Vorgangsanweisung enthaelt_alle() const { return enthaelt(lange_.worte, kurze_.worte); }
 
-  static Vorgangsanweisung ist_in(const Index& index) {
+  /// The hits of the indexes, all of them together.
+  static Vorgangsanweisung ist_in(const QList<const Index*>& indexe) {
     Vorgangsanweisung glied;
-    return glied.haenge_an(
-        u"Nr IN (SELECT rowid FROM %1 WHERE %2)"_s.arg(index.tabelle, index.bedingung()), {als_Suche(index.worte)});
+    QString wort = u"Nr IN ("_s;
+    for (const Index* index : indexe)
+      glied.haenge_an(std::exchange(wort, u" INTERSECT "_s) +
+              u"SELECT rowid FROM %1 WHERE %2"_s.arg(index->tabelle, index->bedingung()),
+          {als_Suche(index->worte)});
+    return glied += u")"_s;
   }
 
   /// The hits of one index that have the words of the other.
   Vorgangsanweisung aus_Index(const Index& index) const {
-    Vorgangsanweisung glieder = ist_in(index);
+    Vorgangsanweisung glieder = ist_in({&index});
     glieder += u" AND "_s;
     const bool lang = &index == &lange_;
     return glieder.haenge_an(enthaelt(lang ? QStringList() : lange_.worte, lang ? kurze_.worte : QStringList()));
   }
 
   Vorgangsanweisung aus_beiden() const {
+    QList<const Index*> indexe{&lange_, &kurze_};
+    indexe.removeIf([](const Index* index) { return index->leer(); });
     Vorgangsanweisung glieder = enthaelt({}, {});
-    for (const Index* index : {&lange_, &kurze_})
-      if (!index->leer()) (glieder += u" AND "_s).haenge_an(ist_in(*index));
+    if (!indexe.isEmpty()) (glieder += u" AND "_s).haenge_an(ist_in(indexe));
     return glieder;
   }
 
