@@ -284,6 +284,41 @@ TEST_F(WirtFenster, WithoutAViewTheRecordsThatHavePicturesAreShownAndTheWayToMor
   EXPECT_EQ(gezeigte(), QStringList{u"Ü 7"_s});
 }
 
+TEST_F(WirtFenster, TheRecordsThatWereWorkedOnLastAreShownOnDemand) {
+  oeffne();
+  auto* zuletzt = kind<QPushButton>(u"cmd_Zuletzt"_s);
+  QTest::mouseClick(zuletzt, Qt::LeftButton);
+  EXPECT_TRUE(gezeigte().isEmpty());
+  EXPECT_EQ(text(u"lbl_Leer"_s), u"An diesem Platz ist noch kein Vorgang bearbeitet worden."_s);
+  QTest::mouseClick(zuletzt, Qt::LeftButton);
+  EXPECT_EQ(gezeigte().size(), 13);
+  for (const QString& nummer : {u"RE 24-2003"_s, u"AB 24-1001"_s, u"AR-0010"_s, u"RE 24-2003"_s}) {
+    klicke(nummer);
+    fenster_->oeffne_Dialog(nummer == "AR-0010"_L1);
+  }
+  QTest::mouseClick(zuletzt, Qt::LeftButton);
+  // The last one first; looking at pictures is no work on them.
+  EXPECT_EQ(gezeigte(), (QStringList{u"RE 24-2003"_s, u"AB 24-1001"_s}));
+  EXPECT_EQ(text(u"lbl_Umfang"_s), u"2 Vorgänge"_s);
+}
+
+TEST_F(WirtFenster, MoreRecordsAreShownTwoHundredAtATime) {
+  sql(u"WITH RECURSIVE z(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM z WHERE n < 437) INSERT INTO Vorgaenge (Typ1, "
+      "Key1, Key2) SELECT 'BEL', 'ZZ', printf('%04d', n) FROM z"_s);
+  oeffne();
+  auto* mehr = kind<QPushButton>(u"cmd_Mehr"_s);
+  EXPECT_EQ(text(u"lbl_Umfang"_s), u"200 von 450 Vorgängen"_s);
+  QTest::mouseClick(mehr, Qt::LeftButton);
+  EXPECT_EQ(text(u"lbl_Umfang"_s), u"400 von 450 Vorgängen"_s);
+  QTest::mouseClick(mehr, Qt::LeftButton);
+  EXPECT_EQ(text(u"lbl_Umfang"_s), u"450 Vorgänge"_s);
+  EXPECT_EQ(gezeigte().size(), 450);
+  EXPECT_FALSE(mehr->isEnabled());
+  // Other words begin anew.
+  tippe(kind<QLineEdit>(u"txt_Filter"_s), u"zz"_s);
+  EXPECT_EQ(text(u"lbl_Umfang"_s), u"200 von 437 Vorgängen"_s);
+}
+
 TEST_F(WirtFenster, ARecordNamedInTheCallIsSelectedInTheBeginning) {
   Wirtsoptionen mit = optionen();
   mit.vorgang = u"re 24-2003"_s;

@@ -254,6 +254,38 @@ TEST_F(WirtServer, AServerThatIsGoneIsToldAndComesBackWithF5) {
   EXPECT_TRUE(text(u"lbl_Status"_s).startsWith(u"13 Vorgänge"_s));
 }
 
+TEST_F(WirtServer, ASlowAnswerIsToldTheWindowLivesMeanwhileAndADeadServerLeavesWhatIsShown) {
+  const auto eigener = neuer_Server();
+  ASSERT_TRUE(eigener->laeuft());
+  fuelle(*eigener, datenbank());
+  oeffne_und_warte(mit_Kennwort(*eigener));
+  const QStringList alle = gezeigte();
+  auto* umfang = kind<QLabel>(u"lbl_Umfang"_s);
+  auto* filter = kind<QLineEdit>(u"txt_Filter"_s);
+  eigener->steuere(u"stumm 1/SELECT"_s);
+  int takte = 0;
+  QTimer takt;
+  QObject::connect(&takt, &QTimer::timeout, &takt, [&] { ++takte; });
+  takt.start(10);
+  QTest::keyClick(filter, Qt::Key_K);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return umfang->text() == u"Die Datenbank wird gefragt …"_s; }, 20'000));
+  EXPECT_GT(takte, 10);
+  EXPECT_TRUE(fenster_->fragt());
+  // The next letter gives the question up, which would never be answered.
+  QTest::keyClick(filter, Qt::Key_E);
+  EXPECT_EQ(gezeigte(), QStringList{u"AB 24-1001 / 1"_s});
+  QTest::keyClick(filter, Qt::Key_Escape);
+  EXPECT_EQ(gezeigte(), alle);
+  eigener->steuere(u"halt"_s);
+  QTest::keyClick(filter, Qt::Key_K);
+  EXPECT_EQ(gezeigte(), alle);
+  EXPECT_EQ(umfang->text(), u"Keine Antwort der Datenbank"_s);
+  EXPECT_FALSE(text(u"lbl_Status"_s).isEmpty());
+  eigener->steuere(u"weiter"_s);
+  QTest::keyClick(filter, Qt::Key_Escape);
+  EXPECT_EQ(gezeigte(), alle);
+}
+
 TEST_F(WirtServer, StatementsAndRowsSentDoNotGrowWithTheTable) {
   const auto eigener = neuer_Server();
   ASSERT_TRUE(eigener->laeuft());
