@@ -8,6 +8,7 @@
 #include "host/betrieb/Anmeldung.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Gedaechtnis.h"
+#include "host/betrieb/vorgang/Zuletzt.h"
 #include "platform/adodb/Verbindungsworte.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "tests/support/Umgebung.h"
@@ -189,4 +190,24 @@ TEST_F(WirtGedaechtnis, ACallWithAPasswordInTheWrongPlaceDoesNotNameIt) {
     EXPECT_FALSE(abbruch.text().contains(u"geheim99"_s)) << abbruch.text().toStdString();
   }
   EXPECT_THROW(wirtsoptionen::lies({u"--eingebettet"_s, u"--verbindung"_s, u"x.db"_s}), Abbruch);
+}
+
+TEST_F(WirtGedaechtnis, TheLastRecordsOfADeskAreKeptForEachDatabaseAndNoWordOfItsConnection) {
+  const auto satz = [](int n) { return Datensatz{u"AB"_s, QString::number(n), u"-"_s, u"-"_s, u"BEL"_s, u"-"_s}; };
+  const Wirtsoptionen eine = start(Server + u";PWD=#geheim#"_s);
+  {
+    Zuletzt zuletzt(eine);
+    for (int n = 1; n <= 25; ++n) zuletzt.merke(satz(n));
+    zuletzt.merke(satz(24));
+  }
+  const Zuletzt wieder(eine);
+  ASSERT_EQ(wieder.saetze().size(), Zuletzt::Hoechstens);
+  EXPECT_EQ(wieder.saetze()[0].key2, u"24"_s);
+  EXPECT_EQ(wieder.saetze()[1].key2, u"25"_s);
+  EXPECT_EQ(wieder.saetze().last().key2, u"6"_s);
+  EXPECT_EQ(wieder.saetze().last().key4, u"-"_s);
+  EXPECT_TRUE(Zuletzt(start(Server + u"2"_s)).saetze().isEmpty());
+  const QByteArray datei = ordner_.lies(u"bildzuordnung/Vorgaenge.ini"_s);
+  EXPECT_FALSE(datei.isEmpty());
+  EXPECT_FALSE(datei.contains("SRV01") || datei.contains('#'));
 }
