@@ -1,8 +1,7 @@
 #include "host/betrieb/Gedaechtnis.h"
 
-#include <QSettings>
-
 #include "host/betrieb/Anmeldung.h"
+#include "host/betrieb/Einstellungsdatei.h"
 #include "host/betrieb/Namen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,12 +11,8 @@ namespace {
 const QString Verbindung = u"Verbindung"_s;
 const QString Bilder = u"Bilder"_s;
 
-/// As the core component names the file of the windows' places.
-class Datei : public QSettings {
- public:
-  Datei() : QSettings(QSettings::IniFormat, QSettings::UserScope, u"bildzuordnung"_s, u"Verbindung"_s) {
-    setFallbacksEnabled(false);
-  }
+struct Datei : Einstellungsdatei {
+  Datei() : Einstellungsdatei(u"Verbindung"_s) {}
 };
 
 }  // namespace

@@ -163,8 +163,11 @@ bool nennt_Vorgaenge(adodb::Connection& verbindung) {
 }
 
 bool hat_eigene_Vorgaenge(adodb::Connection& verbindung) {
-  return Datenbankart::von(verbindung).ist_Datei &&
-      !verbindung.Execute(u"SELECT 1 FROM sqlite_master WHERE name = 'Vorgaenge_Ruhe'"_s)->Eof();
+  if (!Datenbankart::von(verbindung).ist_Datei) return false;
+  const auto satz = verbindung.Execute(
+      u"SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name IN ('Vorgaenge', 'Kunden', "
+      "'Vorgaenge_Ruhe')"_s);
+  return satz->Text(0) == "3"_L1;
 }
 
 }  // namespace schema

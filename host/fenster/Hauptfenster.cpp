@@ -149,14 +149,6 @@ void Hauptfenster::baue_auf() {
 
 /// No menu bar: making one loads all of Qt's image formats, which takes a third of the program's start.
 void Hauptfenster::baue_Aktionen() {
-  const auto aktion = [this](const QString& name, const QString& text, const QKeySequence& taste, auto tun) {
-    auto* neu = new QAction(text, this);
-    neu->setObjectName(name);
-    neu->setShortcut(taste);
-    addAction(neu);
-    connect(neu, &QAction::triggered, this, tun);
-    return neu;
-  };
   act_Zuordnen =
       aktion(u"act_Zuordnen"_s, u"Bilder zuordnen …"_s, Qt::CTRL | Qt::Key_B, [this] { oeffne_Dialog(false); });
   act_Anzeigen =

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QAction>
+#include <QKeySequence>
 #include <QMainWindow>
 #include <QString>
 #include <memory>
@@ -17,7 +19,6 @@
 #include "host/fenster/aufnahme/Abwurf.h"
 #include "host/fenster/vorgaenge/Einlesefenster.h"
 
-class QAction;
 class QLabel;
 class QPushButton;
 class Vorgangsansicht;
@@ -81,6 +82,16 @@ class Hauptfenster final : public QMainWindow {
   };
   void baue_auf();
   void baue_Aktionen();
+  /// An action of that object name with its key, for the window and its menus.
+  template <class Tat>
+  QAction* aktion(const QString& name, const QString& text, const QKeySequence& taste, Tat tun) {
+    auto* neu = new QAction(text, this);
+    neu->setObjectName(name);
+    neu->setShortcut(taste);
+    addAction(neu);
+    connect(neu, &QAction::triggered, this, tun);
+    return neu;
+  }
   /// The actions that make and change records.
   QList<QAction*> baue_Vorgangsaktionen();
   void erlaube_Vorgangsaktionen();

@@ -5,6 +5,7 @@
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
+#include "host/betrieb/Schema.h"
 #include "host/betrieb/vorgaenge/Vorgangstabelle.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/vorgaenge/Anfangsfenster.h"
@@ -23,14 +24,6 @@ void Hauptfenster::frage_Anfang() {
 }
 
 QList<QAction*> Hauptfenster::baue_Vorgangsaktionen() {
-  const auto aktion = [this](const QString& name, const QString& text, const QKeySequence& taste, auto tun) {
-    auto* neu = new QAction(text, this);
-    neu->setObjectName(name);
-    neu->setShortcut(taste);
-    addAction(neu);
-    connect(neu, &QAction::triggered, this, tun);
-    return neu;
-  };
   act_Neu = aktion(u"act_Neu"_s, u"Neuer Vorgang …"_s, Qt::CTRL | Qt::Key_N, &Hauptfenster::mache_Vorgang);
   act_Aendern = aktion(u"act_Aendern"_s, u"Ändern …"_s, Qt::Key_F2, &Hauptfenster::aendere_Vorgang);
   act_Loeschen = aktion(u"act_Loeschen"_s, u"Löschen …"_s, Qt::Key_Delete, &Hauptfenster::loesche_Vorgang);
@@ -45,8 +38,7 @@ QList<QAction*> Hauptfenster::baue_Vorgangsaktionen() {
 bool Hauptfenster::hat_eigene_Vorgaenge() const {
   bool eigene = false;
   if (platz_.verbindung())
-    static_cast<void>(
-        versuche_Datenbank([&] { eigene = vorgangstabelle::hat_eigene_Vorgaenge(*platz_.verbindung()); }));
+    static_cast<void>(versuche_Datenbank([&] { eigene = schema::hat_eigene_Vorgaenge(*platz_.verbindung()); }));
   return eigene;
 }
 

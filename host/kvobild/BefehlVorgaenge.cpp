@@ -1,6 +1,7 @@
 #include <QFile>
 #include <cstdio>
 
+#include "host/betrieb/Schema.h"
 #include "host/betrieb/befehl/Ausgabe.h"
 #include "host/betrieb/vorgaenge/Vorgangsausgabe.h"
 #include "host/betrieb/vorgaenge/Vorgangseinlesung.h"
@@ -20,7 +21,7 @@ constexpr int Zeilen_auf_einmal = 1'000;
 std::shared_ptr<adodb::Connection> oeffne_eigene(const Aufruf& aufruf) {
   auto verbindung = oeffne_vorhandene(verbindungszeichenfolge(aufruf));
   const auto ausfall = versuche_Datenbank([&] {
-    if (!vorgangstabelle::hat_eigene_Vorgaenge(*verbindung))
+    if (!schema::hat_eigene_Vorgaenge(*verbindung))
       throw Abbruch(Ausgang::Datenbank,
           u"Diese Datenbank hat keine eigenen Vorgänge; eingelesen wird nur in die eingebettete Datenbank eines "
           "Datenordners."_s);

@@ -1,6 +1,6 @@
 #include "host/betrieb/aufnahme/Aufnahmeeinstellung.h"
 
-#include <QSettings>
+#include "host/betrieb/Einstellungsdatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -8,12 +8,8 @@ namespace {
 
 const QString Aufrecht = u"aufrecht"_s;
 
-/// As the core component names the file of the windows' places.
-class Datei : public QSettings {
- public:
-  Datei() : QSettings(QSettings::IniFormat, QSettings::UserScope, u"bildzuordnung"_s, u"Aufnahme"_s) {
-    setFallbacksEnabled(false);
-  }
+struct Datei : Einstellungsdatei {
+  Datei() : Einstellungsdatei(u"Aufnahme"_s) {}
 };
 
 }  // namespace

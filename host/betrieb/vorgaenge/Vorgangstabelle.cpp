@@ -4,7 +4,6 @@
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
-#include "host/betrieb/Datenbankart.h"
 #include "host/betrieb/vorgaenge/Transaktion.h"
 #include "host/betrieb/vorgaenge/Zeitangabe.h"
 #include "platform/basic/Text.h"
@@ -100,13 +99,6 @@ void nimm_Artikelzusatz_mit(
 }  // namespace
 
 namespace vorgangstabelle {
-
-bool hat_eigene_Vorgaenge(adodb::Connection& verbindung) {
-  if (!Datenbankart::von(verbindung).ist_Datei) return false;
-  const auto satz = verbindung.Execute(
-      u"SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name IN ('Vorgaenge', 'Kunden', 'Vorgaenge_Ruhe')"_s);
-  return satz->Text(0) == "3"_L1;
-}
 
 Vorgangsschluessel schluessel_von(const Vorgang& vorgang) {
   const Datensatz& satz = vorgang.satz;

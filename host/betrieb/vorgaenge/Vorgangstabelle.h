@@ -39,9 +39,6 @@ struct Vorgangssatz {
 /// Abbruch and words where nothing was written; what reads raises what the connection raises.
 namespace vorgangstabelle {
 
-/// The database keeps the records itself; a server's come from the firm's own tables, where nothing is made here.
-bool hat_eigene_Vorgaenge(adodb::Connection& verbindung);
-
 /// The key of a record of the list.
 Vorgangsschluessel schluessel_von(const Vorgang& vorgang);
 /// "Beleg AB 24-1001".

@@ -1,10 +1,10 @@
 #include "host/betrieb/vorgang/Zuletzt.h"
 
 #include <QCryptographicHash>
-#include <QSettings>
 #include <QStringList>
 
 #include "host/betrieb/Anmeldung.h"
+#include "host/betrieb/Einstellungsdatei.h"
 #include "host/betrieb/Namen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -13,11 +13,8 @@ namespace {
 
 const QString Schluessel = u"Zuletzt"_s;
 
-class Datei : public QSettings {
- public:
-  Datei() : QSettings(QSettings::IniFormat, QSettings::UserScope, u"bildzuordnung"_s, u"Vorgaenge"_s) {
-    setFallbacksEnabled(false);
-  }
+struct Datei : Einstellungsdatei {
+  Datei() : Einstellungsdatei(u"Vorgaenge"_s) {}
 };
 
 /// A name for the database that holds no word of its connect string.

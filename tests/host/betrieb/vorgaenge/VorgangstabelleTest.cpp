@@ -1,3 +1,4 @@
+#include "host/betrieb/Schema.h"
 #include "host/betrieb/vorgaenge/Vorgangstabelle.h"
 #include "tests/host/betrieb/vorgaenge/Vorgangsdatenbank.h"
 
@@ -136,9 +137,9 @@ TEST_F(Vorgangstabelle, CustomersAreFoundByNumberNameAndPlace) {
 }
 
 TEST_F(Vorgangstabelle, OnlyADatabaseWithTheTablesKeepsRecordsItself) {
-  EXPECT_TRUE(hat_eigene_Vorgaenge(db_));
+  EXPECT_TRUE(schema::hat_eigene_Vorgaenge(db_));
   db_.Execute(u"DROP TABLE Vorgaenge_Ruhe"_s);
-  EXPECT_FALSE(hat_eigene_Vorgaenge(db_));
+  EXPECT_FALSE(schema::hat_eigene_Vorgaenge(db_));
 }
 
 TEST_F(Vorgangstabelle, AFailureOfTheDatabaseLeavesNothingBehind) {
