@@ -125,7 +125,7 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
       u"^  (?=\\w)(?!return|using|friend|struct|enum)[^(=;\\n]+?[ &>]"
       "(\\w+(?:, \\w+)*)(?: = [^;(]*)?;"_s);
   // A control stands with its container and its name.
-  static const QRegularExpression steuerelement(u"^  (?=\\w)[^({=;\\n]+?[ >](\\w+)\\{"_s);
+  static const QRegularExpression Steuerelement(u"^  (?=\\w)[^({=;\\n]+?[ >](\\w+)\\{"_s);
   QSet<QString> namen;
   const QRegularExpression kopf(u"\\b(?:class|struct) (?:KVO_[A-Z]+ )?"_s + klasse + u"\\b[^;{]*\\{"_s);
   const QRegularExpressionMatch fund = kopf.match(code_);
@@ -135,7 +135,7 @@ QSet<QString> Quelltext::oeffentliche_Namen(const QString& klasse) const {
     if (zeile.startsWith(u"};"_s)) break;
     if (zeile.startsWith(u" p"_s)) oeffentlich = zeile == " public:"_L1;
     if (!oeffentlich) continue;
-    if (const auto s = steuerelement.match(zeile); s.hasMatch())
+    if (const auto s = Steuerelement.match(zeile); s.hasMatch())
       namen.insert(s.captured(1));
     else if (const auto f = Funktion.match(zeile); f.hasMatch())
       namen.insert(f.captured(1));

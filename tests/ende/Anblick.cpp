@@ -16,8 +16,8 @@ QRect rechteck(const QJsonValue& wert) {
 
 Anblickzeile zeile_aus(const QJsonObject& daten) {
   Anblickzeile zeile;
-  for (const QJsonValue& text : daten[u"texte"_s].toArray()) zeile.texte.append(text.toString());
-  for (const QJsonValue& ort : daten[u"orte"_s].toArray()) zeile.orte.append(rechteck(ort));
+  for (const auto& text : daten[u"texte"_s].toArray()) zeile.texte.append(text.toString());
+  for (const auto& ort : daten[u"orte"_s].toArray()) zeile.orte.append(rechteck(ort));
   zeile.gewaehlt = daten[u"gewaehlt"_s].toBool();
   return zeile;
 }
@@ -32,7 +32,7 @@ Element element_aus(const QJsonObject& daten) {
   e.fokus = daten[u"fokus"_s].toBool();
   e.treffbar = daten[u"treffbar"_s].toBool();
   e.an = daten[u"an"_s].toBool();
-  for (const QJsonValue& zeile : daten[u"zeilen"_s].toArray()) e.zeilen.append(zeile_aus(zeile.toObject()));
+  for (const auto& zeile : daten[u"zeilen"_s].toArray()) e.zeilen.append(zeile_aus(zeile.toObject()));
   e.flaeche = rechteck(daten[u"flaeche"_s]);
   return e;
 }
@@ -62,8 +62,7 @@ Anblick Anblick::lies(const QByteArray& zeile) {
   anblick.modal = daten[u"modal"_s].toBool();
   anblick.aktiv = daten[u"aktiv"_s].toBool();
   anblick.sanduhr = daten[u"sanduhr"_s].toBool();
-  for (const QJsonValue& element : daten[u"elemente"_s].toArray())
-    anblick.elemente.append(element_aus(element.toObject()));
+  for (const auto& element : daten[u"elemente"_s].toArray()) anblick.elemente.append(element_aus(element.toObject()));
   return anblick;
 }
 

@@ -71,9 +71,9 @@ QString als_Text(const QJsonValue& wert) {
 QStringList zeilen_am_Server(Tdsserver& server, const QString& abfrage) {
   QStringList liste;
   const QJsonArray zeilen = QJsonDocument::fromJson(server.steuere(u"sql "_s + abfrage).toUtf8()).array();
-  for (const QJsonValue& zeile : zeilen) {
+  for (const auto& zeile : zeilen) {
     QStringList werte;
-    for (const QJsonValue& wert : zeile.toArray()) werte.append(als_Text(wert));
+    for (const auto& wert : zeile.toArray()) werte.append(als_Text(wert));
     liste.append(werte.join(u'|'));
   }
   return liste;

@@ -4,7 +4,6 @@
 #include "tests/dialogs/assignment/Meldungstexte.h"
 
 using namespace Qt::Literals::StringLiterals;
-using oberflaeche::Antwort;
 
 namespace {
 

@@ -277,8 +277,9 @@ TEST_F(Ordner, TheTabOrderIsThatOfTheControls) {
       taste(form(), Qt::Key_Tab);
     }
     form().SSC_Drehen.setFocus();
-    for (auto name = reihe.crbegin(); name != reihe.crend(); ++name) {
-      EXPECT_EQ(form().focusWidget()->objectName(), *name) << "backwards";
+    const QStringList rueckwaerts(reihe.crbegin(), reihe.crend());
+    for (const QString& name : rueckwaerts) {
+      EXPECT_EQ(form().focusWidget()->objectName(), name) << "backwards";
       taste(form(), Qt::Key_Backtab, Qt::ShiftModifier);
     }
   });
