@@ -76,9 +76,9 @@ void Suchtest::lege_Bild(const QString& name, QSize groesse, const QColor& farbe
   ordner.schreibe(u"p/"_s + name, bilddatei(groesse, farbe));
 }
 
-void Suchtest::lege_Bilder(int anzahl, const QString& ordner) {
+void Suchtest::lege_Bilder(int anzahl, const QString& unter) {
   const QByteArray inhalt = bilddatei(QSize(8, 8));
-  for (int i = 0; i < anzahl; ++i) ordner.schreibe(u"p/%1/b%2.jpg"_s.arg(ordner).arg(i, 5, 10, QChar(u'0')), inhalt);
+  for (int i = 0; i < anzahl; ++i) ordner.schreibe(u"p/%1/b%2.jpg"_s.arg(unter).arg(i, 5, 10, QChar(u'0')), inhalt);
 }
 
 frm_BilderSuchen& Suchtest::form() {
@@ -118,7 +118,7 @@ void Suchtest::zeige(const std::function<void()>& waehrend) {
 }
 
 bool Suchtest::rufe_auf(
-    const std::function<void(frm_BilderSuchen&)>& waehrend, const QString& rootpath, std::optional<bool> mehrfach) {
+    const std::function<void(frm_BilderSuchen&)>& waehrend, const QString& root, std::optional<bool> mit_mehreren) {
   QTimer takt;
   nach_dem_Lesen(takt, [&] {
     auto* const f = dynamic_cast<frm_BilderSuchen*>(QApplication::activeModalWidget());
@@ -126,8 +126,8 @@ bool Suchtest::rufe_auf(
     waehrend(*f);
     f->Hide();
   });
-  if (mehrfach) return clsDialoge().Fkt_Aufruf_Dialog_BilderSuchen(nullptr, rootpath, feld, *mehrfach);
-  return clsDialoge().Fkt_Aufruf_Dialog_BilderSuchen(nullptr, rootpath, feld);
+  if (mit_mehreren) return clsDialoge().Fkt_Aufruf_Dialog_BilderSuchen(nullptr, root, feld, *mit_mehreren);
+  return clsDialoge().Fkt_Aufruf_Dialog_BilderSuchen(nullptr, root, feld);
 }
 
 void Suchtest::beim_Pumpen(std::function<void(int)> tu) {

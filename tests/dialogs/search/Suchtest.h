@@ -52,7 +52,7 @@ class Suchtest : public ::testing::Test {
   }
   /// Writes a JPEG below drive P:, e.g. "Bilder/a.jpg".
   void lege_Bild(const QString& name, QSize groesse = QSize(40, 30), const QColor& farbe = Qt::blue);
-  void lege_Bilder(int anzahl, const QString& ordner = QStringLiteral("Bilder"));
+  void lege_Bilder(int anzahl, const QString& unter = QStringLiteral("Bilder"));
 
   /// A form as the entry point makes it, up to its loading.
   frm_BilderSuchen& form();
@@ -62,8 +62,8 @@ class Suchtest : public ::testing::Test {
   /// Shows the form modally; `waehrend` runs once it is up and no read runs. A form that it leaves open is hidden.
   void zeige(const std::function<void()>& waehrend);
   /// The same on the entry point.
-  bool rufe_auf(const std::function<void(frm_BilderSuchen&)>& waehrend, const QString& rootpath = {},
-      std::optional<bool> mehrfach = {});
+  bool rufe_auf(const std::function<void(frm_BilderSuchen&)>& waehrend, const QString& root = {},
+      std::optional<bool> mit_mehreren = {});
   /// Runs at each time the dialog lets events in, with the number of that time from 1 since this was set.
   void beim_Pumpen(std::function<void(int)> tu);
   /// Names of all items.
