@@ -30,7 +30,8 @@ struct Vorgangsdienst::Lage {
   QString verbindungszeichenfolge;
   bool neu_oeffnen = false;
   std::optional<vorgangsquelle::Frage> naechste;
-  /// Number of the newest question, of the newest one with an answer, and of the newest one that is done with.
+  /// Number of the newest question, of the newest one with an answer, and of the newest one that is done with; the last
+  /// two belong to the GUI thread.
   std::uint64_t gestellt = 0;
   std::uint64_t beantwortet = 0;
   std::uint64_t erledigt = 0;
@@ -70,8 +71,9 @@ class Vorgangsdienst::Arbeiter {
   void laufe() {
     while (warte_auf_Frage()) {
       beantworte();
-      const std::lock_guard wache(lage_->schloss);
-      lage_->erledigt = nummer_;
+      // Behind the answer and its number.
+      lage_->melde(
+          lage_, nummer_, [lage = lage_.get(), nummer = nummer_](Vorgangsdienst&) { lage->erledigt = nummer; });
     }
     schliesse();
     const std::lock_guard wache(lage_->schloss);
@@ -207,7 +209,6 @@ bool Vorgangsdienst::fragt() const {
 }
 
 bool Vorgangsdienst::ruht() const {
-  const std::lock_guard wache(lage_->schloss);
   return lage_->erledigt == lage_->gestellt;
 }
 
