@@ -107,7 +107,7 @@ TEST_F(ErsterTag, FromAnEmptyDatabaseToSavedPictures) {
   fenster_ = std::make_unique<Hauptfenster>(optionen, Zuordnungsdialog());
   fenster_->beginne();
   fenster_->show();
-  // A window manager may come up later than the window.
+  // Without a window manager nobody else makes it the active one.
   ASSERT_TRUE(QTest::qWaitFor(
       [this] {
     if (!fenster_->isActiveWindow()) fenster_->activateWindow();
