@@ -39,7 +39,7 @@ std::array<Klasse, 3> klassen() {
 
 void nimm_zurueck(const Klasse& klasse) {
   komponenten::Fabrik vorige = komponenten::registriere(klasse.name, {});
-  if (!vorige.target<Macher>()) komponenten::registriere(klasse.name, std::move(vorige));
+  if (!vorige.target<Macher>()) komponenten::registriere(klasse.name, vorige);
 }
 
 template <class Anweisung>

@@ -37,7 +37,7 @@ constexpr auto Liste =
 /// Does something in the modal window of that name as soon as it is there and `bereit`.
 class Darin {
  public:
-  Darin(const QString& name, std::function<bool(QWidget&)> bereit, std::function<void(QWidget&)> tun) {
+  Darin(const QString& name, const std::function<bool(QWidget&)>& bereit, const std::function<void(QWidget&)>& tun) {
     QObject::connect(&takt_, &QTimer::timeout, &takt_, [=, this] {
       QWidget* vorn = QApplication::activeModalWidget();
       if (!vorn || vorn->objectName() != name || !vorn->isVisible() || !bereit(*vorn)) return;
