@@ -36,7 +36,7 @@ QString Pdfangaben::erzeuger() {
 QByteArray Pdfangaben::pdf_zeit() const {
   const int minuten = zeit.offsetFromUtc() / 60;
   return (zeit.toString(u"'D:'yyyyMMddHHmmss"_s) +
-      u"%1%2'%3'"_s.arg(minuten < 0 ? u'-' : u'+')
+      u"%1%2'%3'"_s.arg(QChar(minuten < 0 ? u'-' : u'+'))
           .arg(std::abs(minuten) / 60, 2, 10, QChar(u'0'))
           .arg(std::abs(minuten) % 60, 2, 10, QChar(u'0')))
       .toLatin1();
