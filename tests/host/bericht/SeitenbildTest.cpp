@@ -22,9 +22,13 @@ namespace {
 
 constexpr int Dichte_der_Seiten = 50;
 /// Letters may be drawn a little otherwise; a picture or a line of text in another place is far above this. Of 255.
-constexpr double Toleranz = 1.5;
+constexpr double Toleranz = 1;
+/// The preview's pictures come without the loss of a JPEG, and its letters from another painter.
+constexpr double Toleranz_der_Vorschau = 3;
 
-double unterschied(const QImage& eines, const QImage& anderes) {
+double unterschied(const QImage& farbiges, const QImage& anderes_farbiges) {
+  const QImage eines = farbiges.convertToFormat(QImage::Format_Grayscale8);
+  const QImage anderes = anderes_farbiges.convertToFormat(QImage::Format_Grayscale8);
   if (eines.size() != anderes.size()) return 255;
   double summe = 0;
   for (int y = 0; y < eines.height(); ++y)
@@ -108,7 +112,8 @@ class Seitenbild : public ::testing::Test {
       }
       EXPECT_LE(unterschied(seiten[i], QImage(muster)), Toleranz) << name.toStdString() << " page " << i + 1;
       const QImage kleiner = eigene[i].copy(seiten[i].rect());
-      EXPECT_LE(unterschied(seiten[i], kleiner), Toleranz) << name.toStdString() << ", preview of page " << i + 1;
+      EXPECT_LE(unterschied(seiten[i], kleiner), Toleranz_der_Vorschau)
+          << name.toStdString() << ", preview of page " << i + 1;
     }
   }
 
@@ -144,7 +149,7 @@ TEST_F(Seitenbild, FourAndSixOnAPage) {
 TEST_F(Seitenbild, APictureInAnotherPlaceIsSeen) {
   const QList<QImage> zwei = vorschau(bericht({foto(u"a.png"_s, {800, 600}), foto(u"b.png"_s, {80, 60})}), 2);
   const QList<QImage> getauscht = vorschau(bericht({foto(u"b.png"_s, {80, 60}), foto(u"a.png"_s, {800, 600})}), 2);
-  EXPECT_GT(unterschied(zwei[0], getauscht[0]), 5 * Toleranz);
+  EXPECT_GT(unterschied(zwei[0], getauscht[0]), 5 * Toleranz_der_Vorschau);
   const QList<QImage> anderer_Text = vorschau(bericht({foto(u"a.png"_s, {800, 600}, u"Ein ganz anderer Text"_s)}), 2);
   const QList<QImage> ohne_Text = vorschau(bericht({foto(u"a.png"_s, {800, 600})}), 2);
   EXPECT_GT(unterschied(anderer_Text[0], ohne_Text[0]), 0);
