@@ -30,7 +30,7 @@ Ausgang laufe(const QStringList& argumente) {
     const Ausgang ausgang = befehlszeile::fuehre_aus(Kvobild,
         {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
             befehle::entfernen(), befehle::aufraeumen(), befehle::exif(), befehle::drehen(), befehle::thumbnail(),
-            befehle::beispieldaten(), befehle::datenbank_anlegen(), befehle::datenbank_pruefen(),
+            befehle::bericht(), befehle::beispieldaten(), befehle::datenbank_anlegen(), befehle::datenbank_pruefen(),
             befehle::vorgaenge_einlesen(), befehle::vorgaenge_liste()},
         argumente);
     if (ausgabe::abgeschlossen()) return ausgang;
@@ -61,7 +61,7 @@ int laufe_mit_zeichnen(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   setze_Utf8();
-  for (const char* zeichnender : {"beispieldaten", "thumbnail"})
+  for (const char* zeichnender : {"beispieldaten", "bericht", "thumbnail"})
     if (argc > 1 && std::strcmp(argv[1], zeichnender) == 0) return laufe_mit_zeichnen(argc, argv);
   const QCoreApplication programm(argc, argv);
   return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));

@@ -11,12 +11,12 @@ readonly PAKETE_BAU=(
   qt6-base-dev libjpeg62-turbo-dev libsqlite3-dev unixodbc-dev libxcb1-dev
   unixodbc tdsodbc
   libqt6gui6 qt6-image-formats-plugins libqt6svg6 qt6-translations-l10n
-  libheif-dev libheif1
+  libheif-dev libheif1 libqpdf-dev
   fonts-dejavu-core
 )
 # What the tests need besides.
 readonly PAKETE_TEST=(libgtest-dev libgmock-dev librapidcheck-dev clang-format xvfb xauth x11-xkb-utils xkb-data openbox libx11-dev libxtst-dev
-  python3 freetds-bin libh2-java default-jre-headless)
+  python3 poppler-utils qpdf freetds-bin libh2-java default-jre-headless)
 # What the checks of a change need besides.
 readonly PAKETE_CI=(git clang clang-tidy)
 

@@ -25,10 +25,9 @@ struct Ergebnis {
   QStringList fehlende;
 };
 
-/// Writes beside `ziel`, a path of this machine, and renames: an existing file is replaced by a whole one alone.
-/// Stopped by `fortgang` nothing is changed. A failure ends with Abbruch, Ausgang::Datei, and words; nothing is changed
-/// then either.
-Ergebnis schreibe(
-    const QString& ziel, const Bericht& bericht, const Berichtswahl& wahl, const Fortgang& fortgang = {});
+/// Writes beside `ziel`, a path of this machine that ends in ".pdf", and renames: an existing file is replaced by a
+/// whole one alone. Stopped by `fortgang` nothing is changed. A failure ends with Abbruch, Ausgang::Datei, and words;
+/// nothing is changed then either.
+Ergebnis schreibe(const QString& ziel, const Bericht& bericht, const Berichtswahl& wahl, const Fortgang& fortgang = {});
 
 }  // namespace berichtsdatei

@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "host/bericht/Bericht.h"
+#include "host/betrieb/vorgang/Vorschaulader.h"
 #include "platform/gdiplus/Bild.h"
-#include "store/clsBildZuordnungen.h"
 
 /// Loads a report's pictures through the component, as the strip shows them. Tells the user nothing: what is wrong with
 /// a picture stands in the report.
@@ -20,5 +20,5 @@ class Bildladung {
   QImage pixel(const Berichtsbild& bild, QSize hoechstens);
 
  private:
-  clsBildZuordnungen store_;
+  Vorschaulader lader_;
 };

@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+#include "platform/basic/kvo_export.h"
+
 namespace bildlader {
 
 /// While one of these lives, picture files opened on its thread are read no further than their header. The status is
@@ -15,15 +17,12 @@ namespace bildlader {
 /// file. Nests; belongs to the thread that made it.
 class NurKopf {
  public:
-  NurKopf() noexcept { ++lebende_; }
-  ~NurKopf() { --lebende_; }
+  KVO_EXPORT NurKopf() noexcept;
+  KVO_EXPORT ~NurKopf();
   Q_DISABLE_COPY_MOVE(NurKopf)
 
   /// One lives on this thread.
-  static bool gilt() noexcept { return lebende_ > 0; }
-
- private:
-  static inline thread_local int lebende_ = 0;
+  static bool gilt() noexcept;
 };
 
 }  // namespace bildlader

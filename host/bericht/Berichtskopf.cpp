@@ -1,0 +1,62 @@
+#include "host/bericht/Berichtskopf.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+
+#include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Einstellungsdatei.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString Zeichen = u"Zeichen"_s;
+
+QString zeilenname(qsizetype i) {
+  return u"Zeile%1"_s.arg(i + 1);
+}
+
+/// A comma in an INI file makes a list of a value.
+QString wert(const QSettings& datei, const QString& name) {
+  return datei.value(name).toStringList().join(u", "_s).trimmed();
+}
+
+Berichtskopf aus(const QSettings& datei) {
+  Berichtskopf kopf;
+  for (qsizetype i = 0; i < Berichtskopf::Zeilenzahl; ++i) kopf.zeilen.append(wert(datei, zeilenname(i)));
+  while (!kopf.zeilen.isEmpty() && kopf.zeilen.last().isEmpty()) kopf.zeilen.removeLast();
+  kopf.zeichen = wert(datei, Zeichen);
+  return kopf;
+}
+
+struct Datei : Einstellungsdatei {
+  Datei() : Einstellungsdatei(u"Berichtskopf"_s) {}
+};
+
+}  // namespace
+
+Berichtskopf Berichtskopf::aus_Datei(const QString& pfad) {
+  const QFileInfo ort(pfad);
+  const QSettings datei(ort.absoluteFilePath(), QSettings::IniFormat);
+  // Asking makes it read; a missing file alone is no failure to it.
+  const Berichtskopf gelesen = aus(datei);
+  if (!ort.isFile() || !ort.isReadable() || datei.status() != QSettings::NoError)
+    throw Abbruch(Ausgang::Datei, u"Der Briefkopf „%1“ ist nicht zu lesen."_s.arg(pfad));
+  Berichtskopf kopf = gelesen;
+  if (kopf.zeichen.isEmpty()) return kopf;
+  kopf.zeichen = ort.absoluteDir().absoluteFilePath(kopf.zeichen);
+  if (!QFileInfo(kopf.zeichen).isFile())
+    throw Abbruch(Ausgang::Datei, u"Das Zeichen „%1“ des Briefkopfs gibt es nicht."_s.arg(kopf.zeichen));
+  return kopf;
+}
+
+Berichtskopf Berichtskopf::gemerkter() {
+  return aus(Datei());
+}
+
+void Berichtskopf::merke() const {
+  Datei datei;
+  for (qsizetype i = 0; i < Zeilenzahl; ++i) datei.setValue(zeilenname(i), zeilen.value(i));
+  datei.setValue(Zeichen, zeichen);
+}
