@@ -10,7 +10,7 @@ readonly PAKETE_BAU=(
   g++ cmake ninja-build ccache
   qt6-base-dev libjpeg62-turbo-dev libsqlite3-dev unixodbc-dev libxcb1-dev
   unixodbc tdsodbc
-  libqt6gui6 qt6-image-formats-plugins libqt6svg6 qt6-translations-l10n
+  libqt6gui6 libqt6printsupport6 qt6-image-formats-plugins libqt6svg6 qt6-translations-l10n
   libheif-dev libheif1 libqpdf-dev
   fonts-dejavu-core
 )

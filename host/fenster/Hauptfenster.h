@@ -17,6 +17,7 @@
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Wirtskomponenten.h"
 #include "host/fenster/aufnahme/Abwurf.h"
+#include "host/fenster/bericht/Berichtsfragen.h"
 #include "host/fenster/vorgaenge/Einlesefenster.h"
 
 class QLabel;
@@ -61,6 +62,8 @@ class Hauptfenster final : public QMainWindow {
   void loesche_Vorgang();
   /// Takes records in from a list that `wahl` asks for.
   void lies_Liste_ein(const Listenwahl& wahl = waehle_Liste);
+  /// Shows the chosen record's picture report, from where it goes on; without a record nothing happens.
+  void zeige_Bericht(const Berichtsfragen& fragen = {});
   /// Attaches the files or the picture of the clipboard to the chosen record; without one nothing happens.
   void fuege_ein();
   /// Takes the pictures that were attached last back out, as long as nothing else was done.
@@ -92,6 +95,7 @@ class Hauptfenster final : public QMainWindow {
     connect(neu, &QAction::triggered, this, tun);
     return neu;
   }
+  QAction* baue_Berichtsaktion();
   /// The actions that make and change records.
   QList<QAction*> baue_Vorgangsaktionen();
   void erlaube_Vorgangsaktionen();
@@ -132,6 +136,7 @@ class Hauptfenster final : public QMainWindow {
   QLabel* lbl_Status;
   QAction* act_Zuordnen = nullptr;
   QAction* act_Anzeigen = nullptr;
+  QAction* act_Bericht = nullptr;
   QAction* act_Neu = nullptr;
   QAction* act_Aendern = nullptr;
   QAction* act_Loeschen = nullptr;

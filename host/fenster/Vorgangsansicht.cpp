@@ -49,6 +49,8 @@ Vorgangsansicht::Vorgangsansicht(QWidget* oberhalb)
           u"Öffnet die Bilder des Vorgangs zum Bearbeiten (Eingabetaste oder Doppelklick in der Liste)"_s)),
       cmd_Anzeigen(knopf(u"cmd_Anzeigen"_s, u"Nur &anzeigen …"_s,
           u"Zeigt die Bilder des Vorgangs, ohne dass sich etwas ändern lässt"_s)),
+      cmd_Bericht(knopf(u"cmd_Bericht"_s, u"Ber&icht …"_s,
+          u"Zeigt die Bilder, die zum Drucken gekennzeichnet sind, als Bericht: für Drucker, PDF und Mail (Strg+P)"_s)),
       cmd_Exif(knopf(u"cmd_Exif"_s, u"E&xif …"_s, u"Zeigt die Eigenschaften des gewählten Bildes (Strg+E)"_s)),
       cmd_AlleZuordnungen(knopf(u"cmd_AlleZuordnungen"_s, u"A&lle Zuordnungen …"_s,
           u"Zeigt, welchen Vorgängen das gewählte Bild noch zugeordnet ist"_s)),
@@ -88,6 +90,7 @@ QWidget* Vorgangsansicht::baue_Vorgangsseite() {
   auto* knoepfe = new QHBoxLayout;
   knoepfe->addWidget(cmd_Zuordnen);
   knoepfe->addWidget(cmd_Anzeigen);
+  knoepfe->addWidget(cmd_Bericht);
   knoepfe->addStretch(1);
   auto* bildknoepfe = new QHBoxLayout;
   for (QPushButton* eines : {cmd_AlleZuordnungen, cmd_WeitereZuordnungen, cmd_Exif}) {

@@ -51,8 +51,7 @@ Berichtsauswahl::Berichtsauswahl(const Berichtswahl& wahl, const Berichtskopf& k
 }
 
 QWidget* Berichtsauswahl::baue_Seiten(const Berichtswahl& wahl) {
-  cbo_JeSeite =
-      auswahl(u"cbo_JeSeite"_s, {{u"1"_s, 1}, {u"2"_s, 2}, {u"4"_s, 4}, {u"6"_s, 6}}, wahl.je_Seite);
+  cbo_JeSeite = auswahl(u"cbo_JeSeite"_s, {{u"1"_s, 1}, {u"2"_s, 2}, {u"4"_s, 4}, {u"6"_s, 6}}, wahl.je_Seite);
   cbo_Dichte = auswahl(u"cbo_Dichte"_s,
       {{u"Druck (300 dpi)"_s, static_cast<int>(Dichte::Druck)}, {u"E-Mail (150 dpi)"_s, static_cast<int>(Dichte::Mail)},
           {u"Originale"_s, static_cast<int>(Dichte::Original)}},
@@ -157,7 +156,8 @@ void Berichtsauswahl::zeichen(const QString& datei) {
   if (!pixel.isNull())
     lbl_Zeichen->setPixmap(QPixmap::fromImage(pixel));
   else
-    lbl_Zeichen->setText(datei.isEmpty() ? u"(kein Zeichen)"_s : QFileInfo(datei).fileName() + u" ist nicht zu lesen"_s);
+    lbl_Zeichen->setText(
+        datei.isEmpty() ? u"(kein Zeichen)"_s : QFileInfo(datei).fileName() + u" ist nicht zu lesen"_s);
   cmd_OhneZeichen->setEnabled(!datei.isEmpty());
 }
 

@@ -63,12 +63,12 @@ class Drucklauf {
     seitenmaler::male(
         maler, seite,
         [this](QPainter& m, const QRectF& ort, std::size_t bild) {
-          frage();
-          male_Pixel(m, ort, ladung_.pixel(bericht_.bilder.at(bild), seitenmaler::pixel(ort.size(), dichte_)));
+      frage();
+      male_Pixel(m, ort, ladung_.pixel(bericht_.bilder.at(bild), seitenmaler::pixel(ort.size(), dichte_)));
         },
         [this](QPainter& m, const QRectF& ort) {
-          male_Pixel(m, ort, firmenzeichen::pixel(bericht_.kopf.zeichen, seitenmaler::pixel(ort.size(), dichte_)));
-        });
+      male_Pixel(m, ort, firmenzeichen::pixel(bericht_.kopf.zeichen, seitenmaler::pixel(ort.size(), dichte_)));
+    });
   }
 
  private:

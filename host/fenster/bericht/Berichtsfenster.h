@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDialog>
-#include <QElapsedTimer>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -15,7 +14,6 @@
 #include "store/clsBildZuordnungen.h"
 
 class Berichtsauswahl;
-class QBoxLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -40,7 +38,7 @@ class Berichtsfenster final : public QDialog {
 
  protected:
   void showEvent(QShowEvent* ereignis) override;
-  void hideEvent(QHideEvent* ereignis) override;
+  void done(int ergebnis) override;
 
  private:
   enum class Arbeit { Keine, Lesen, Ausgabe };
@@ -51,26 +49,28 @@ class Berichtsfenster final : public QDialog {
   void baue_auf();
   QWidget* baue_Vorschau();
   QWidget* baue_Seite();
-  void baue_Tasten();
-  void lege_Reihenfolge_fest();
+  void verbinde();
+  /// Reads the record's pictures; one that is being read begins again.
   void lies();
   void lies_einmal();
+  /// Lays what was read out on pages.
   void setze();
-  void zeige_Hinweis(const QString& grund);
+  /// Says above the pages what is wrong with the report.
+  void zeige_Hinweis();
+  QStringList fehlende() const;
   void zeige_Blick();
   void merke() const;
   void sage(const QString& worte);
   void erlaube();
   Fortgang fortgang(const QString& worte, int geduld);
-  QString dateiname() const;
+  QString name() const;
   void speichere();
   void drucke();
   void sende();
-  /// Runs what puts the report somewhere, with progress; false when it failed, which was told.
+  /// Runs what puts the report somewhere; false when it failed, which was told.
   bool gib_aus(const std::function<void()>& tat);
-  /// Writes the PDF file; false when it failed or was stopped, which was told.
-  bool schreibe(const QString& ziel);
-  void sage_Fehlende(const QString& was, const QStringList& fehlende);
+  /// Tells what became of it, and which pictures are missing there.
+  void melde(const QString& worte, const QStringList& fehlende);
 
   Arbeitsplatz& platz_;
   const Vorgang vorgang_;
@@ -78,14 +78,13 @@ class Berichtsfenster final : public QDialog {
   std::shared_ptr<clsBildZuordnungen> sammlung_;
   Bildladung ladung_;
   Bericht bericht_;
-  QStringList fehlende_;
   QString ergebnis_;
   Arbeit arbeit_ = Arbeit::Keine;
   bool gelesen_ = false;
+  /// Why the record's pictures could not be read.
+  QString grund_;
   bool noch_einmal_ = false;
   bool halt_ = false;
-  bool geschlossen_ = false;
-  QElapsedTimer uhr_;
   Seitenansicht* ansicht_;
   Berichtsauswahl* auswahl_ = nullptr;
   QLabel* lbl_Hinweis;

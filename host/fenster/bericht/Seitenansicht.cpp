@@ -174,7 +174,8 @@ Seitenansicht::Anker Seitenansicht::anker(QPoint punkt) const {
 void Seitenansicht::halte(const Anker& anker) {
   if (blaetter_.empty()) return;
   const QRect ort = blatt(std::min(anker.seite, blaetter_.size() - 1));
-  const QPoint ist(qRound(ort.left() + anker.anteil.x() * ort.width()), qRound(ort.top() + anker.anteil.y() * ort.height()));
+  const QPoint ist(
+      qRound(ort.left() + anker.anteil.x() * ort.width()), qRound(ort.top() + anker.anteil.y() * ort.height()));
   const QPoint weg = ist - anker.punkt;
   horizontalScrollBar()->setValue(horizontalScrollBar()->value() + weg.x());
   verticalScrollBar()->setValue(verticalScrollBar()->value() + weg.y());
@@ -249,9 +250,11 @@ void Seitenansicht::male_Blatt(QPainter& maler, std::size_t seite, const QRect& 
   seitenmaler::male(
       maler, plan_[seite],
       [&](QPainter& m, const QRectF& platz, std::size_t bild) {
-        male_Bild(m, platz, {schluessel(bild), bild, {}}, anteil);
+    male_Bild(m, platz, {schluessel(bild), bild, {}}, anteil);
       },
-      [&](QPainter& m, const QRectF& platz) { male_Bild(m, platz, {Zeichen, {}, {}}, anteil); });
+      [&](QPainter& m, const QRectF& platz) {
+    male_Bild(m, platz, {Zeichen, {}, {}}, anteil);
+  });
   maler.restore();
   maler.setPen(palette().color(QPalette::Dark));
   maler.setBrush(Qt::NoBrush);
