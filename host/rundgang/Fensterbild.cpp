@@ -30,7 +30,8 @@ void male_Rahmen(QPainter& maler, const QRect& platz, const QWidget& fenster) {
 
 QImage fensterbild::nimm_auf(QWidget& fenster) {
   QWidget* const darunter = fenster.parentWidget() ? fenster.parentWidget()->window() : nullptr;
-  if (!darunter || !darunter->isVisible()) return fenster.grab().toImage();
+  const bool passt = darunter && fenster.width() < darunter->width() && fenster.height() < darunter->height();
+  if (!passt || !darunter->isVisible()) return fenster.grab().toImage();
   QImage bild = darunter->grab().toImage();
   const QRect platz = platz_ueber(*darunter, fenster);
   QPainter maler(&bild);

@@ -52,6 +52,7 @@ class Rundgang {
   void plane_Aufraeumen();
   void plane_Aufnehmen();
   void plane_Vorgaenge();
+  void plane_Bericht();
   void schliesse_ab();
 
   using Tat = std::function<void()>;

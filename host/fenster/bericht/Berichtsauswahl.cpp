@@ -39,6 +39,7 @@ void ruf(const std::function<void()>& wen) {
 Berichtsauswahl::Berichtsauswahl(const Berichtswahl& wahl, const Berichtskopf& kopf, QWidget* oberhalb)
     : QWidget(oberhalb) {
   setObjectName(u"Berichtsauswahl"_s);
+  setMinimumWidth(300);
   auto* lage = new QVBoxLayout(this);
   lage->setContentsMargins(0, 0, 0, 0);
   lage->addWidget(baue_Seiten(wahl));

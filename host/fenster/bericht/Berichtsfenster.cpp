@@ -181,7 +181,7 @@ void Berichtsfenster::verbinde() {
 
 void Berichtsfenster::showEvent(QShowEvent* ereignis) {
   QDialog::showEvent(ereignis);
-  if (!ereignis->spontaneous() && !gelesen_) QTimer::singleShot(0, this, &Berichtsfenster::lies);
+  if (!gelesen_) QTimer::singleShot(0, this, &Berichtsfenster::lies);
 }
 
 void Berichtsfenster::lies() {
