@@ -38,6 +38,5 @@ void berichtspost::sende(const QString& betreff, const QString& datei) {
   prozess.setArguments({u"--subject"_s, betreff, u"--attach"_s, datei});
   prozess.setStandardInputFile(QProcess::nullDevice());
   prozess.setStandardOutputFile(QProcess::nullDevice());
-  if (!prozess.startDetached())
-    throw Abbruch(Ausgang::Datei, u"Das Mailprogramm lässt sich nicht öffnen: %1"_s.arg(prozess.errorString()));
+  if (!prozess.startDetached()) throw Abbruch(Ausgang::Datei, u"Das Mailprogramm lässt sich nicht öffnen."_s);
 }
