@@ -1,6 +1,8 @@
 // Where the report goes from its window: into a file, to the printer, into a mail.
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QPointer>
 #include <QPrinter>
 #include <QProgressBar>
@@ -86,7 +88,8 @@ void Berichtsfenster::melde(const QString& worte, const QStringList& fehlende) {
 
 void Berichtsfenster::speichere() {
   auswahl_->schliesse_Tippen();
-  const QString ordner = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  const QString dokumente = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  const QString ordner = QFileInfo(dokumente).isDir() ? dokumente : QDir::homePath();
   const QString ziel = fragen_.ziel(this, ordner + u'/' + name() + u".pdf"_s);
   if (ziel.isEmpty()) return;
   berichtsdatei::Ergebnis ergebnis;
