@@ -26,8 +26,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString Anwendungsname = u"bildzuordnung"_s;
-/// Milliseconds of reading before the window answers in between.
-constexpr int Geduld = 300;
 /// More do not fit above the pages.
 constexpr qsizetype Genannte = 3;
 
@@ -68,6 +66,7 @@ Berichtsfenster::Berichtsfenster(Arbeitsplatz& platz, Vorgang vorgang, Berichtsf
     : QDialog(ueber), platz_(platz), vorgang_(std::move(vorgang)), fragen_(std::move(fragen)) {
   setObjectName(u"Berichtsfenster"_s);
   setWindowTitle(u"Bericht – "_s + vorgang::infozeile(vorgang_));
+  setWindowFlag(Qt::WindowMaximizeButtonHint);
   baue_auf();
   verbinde();
   resize(1100, 760);
@@ -207,7 +206,7 @@ void Berichtsfenster::lies_einmal() {
     static_cast<void>(platz_.wurzel_fehlt());
     if (!sammlung_) sammlung_ = lies_Bildsammlung(platz_, vorgang_);
     bericht_ = berichtsinhalt::lies(*sammlung_, platz_.wurzel(), vorgang::infozeile(vorgang_), auswahl_->wahl(),
-        fortgang(u"%v von %m Bildern gelesen"_s, Geduld));
+        fortgang(u"%v von %m Bildern gelesen"_s, geduld_));
     gelesen_ = true;
   } catch (const Abbruch& abbruch) {
     grund_ = abbruch.text();

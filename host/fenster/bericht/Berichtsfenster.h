@@ -33,6 +33,9 @@ class Berichtsfenster final : public QDialog {
   /// Something is being read or written.
   bool arbeitet() const noexcept { return arbeit_ != Arbeit::Keine; }
 
+  /// Milliseconds of reading after which it answers in between.
+  void geduld(int wert) noexcept { geduld_ = wert; }
+
   /// While it writes this stops that and leaves the window open.
   void reject() override;
 
@@ -80,6 +83,7 @@ class Berichtsfenster final : public QDialog {
   Bericht bericht_;
   QString ergebnis_;
   Arbeit arbeit_ = Arbeit::Keine;
+  int geduld_ = 300;
   bool gelesen_ = false;
   /// Why the record's pictures could not be read.
   QString grund_;

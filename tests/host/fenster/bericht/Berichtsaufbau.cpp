@@ -34,8 +34,7 @@ QByteArray Berichtsaufbau::foto(QSize groesse) {
   return bilddatei(groesse, QColor(200, 40, 40));
 }
 
-void Berichtsaufbau::nimm(
-    const QString& name, const QString& text, const QByteArray& bytes, const QString& druck) {
+void Berichtsaufbau::nimm(const QString& name, const QString& text, const QByteArray& bytes, const QString& druck) {
   if (!bytes.isEmpty()) ablage_.schreibe(u"Belege/1/%1.jpg"_s.arg(name), bytes);
   sql(u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, Beschreibung, "
       u"Druckkennzeichen, SortIndex) VALUES ('AB','24-1001','-','-','%1','jpg','BEL','-','Belege\\1','%2','%3',%4)"_s
@@ -51,10 +50,21 @@ void Berichtsaufbau::oeffne(Berichtsfragen fragen) {
   platz_ = std::make_unique<Arbeitsplatz>(optionen_);
   platz_->oeffne();
   fenster_ = std::make_unique<Berichtsfenster>(*platz_, vorgang_, std::move(fragen), nullptr);
+  QTimer takt;
+  if (beim_Lesen_) {
+    fenster_->geduld(0);
+    QObject::connect(&takt, &QTimer::timeout, &takt, [&] {
+      if (fenster_->isActiveWindow() && fenster_->arbeitet() && beim_Lesen_) std::exchange(beim_Lesen_, {})();
+    });
+    takt.start(0);
+  }
   fenster_->show();
   fenster_->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(fenster_.get()));
-  warte();
+  if (beim_Lesen_)
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !beim_Lesen_ && !fenster_->arbeitet(); }, 60'000));
+  else
+    ASSERT_TRUE(QTest::qWaitForWindowActive(fenster_.get()));
+  if (fenster_->isVisible()) warte();
 }
 
 void Berichtsaufbau::warte() const {

@@ -55,6 +55,8 @@ class Berichtsaufbau : public Wirt {
   static QString ausgabe(const QString& programm, const QStringList& argumente);
   static int seitenzahl(const QString& pdf);
 
+  /// Runs once while the window reads the record's pictures, if it is set.
+  std::function<void()> beim_Lesen_;
   Testordner ordner_;
   Testordner ablage_;
   Wirtsoptionen optionen_;

@@ -1,6 +1,4 @@
 // The report's window: what its choices do to the pages, what it tells, what it remembers, its keys.
-#include "tests/host/fenster/bericht/Berichtsaufbau.h"
-
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
@@ -10,6 +8,7 @@
 
 #include "host/bericht/Berichtskopf.h"
 #include "host/fenster/bericht/Berichtseinstellung.h"
+#include "tests/host/fenster/bericht/Berichtsaufbau.h"
 #include "tests/support/Bilddatei.h"
 #include "tests/support/Eingaben.h"
 #include "tests/support/Fensterdoppel.h"
@@ -18,7 +17,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class Berichtsfenstertest : public Berichtsaufbau {};
+class Berichtsfenstertest : public Berichtsaufbau {
+ protected:
+  void waehle_ohne_Warten(const QString& feld, int eintrag) const {
+    auto& auswahl = kind<QComboBox>(feld);
+    auswahl.setFocus();
+    taste(Qt::Key_Home);
+    for (int i = 0; i < eintrag; ++i) taste(Qt::Key_Down);
+  }
+};
 
 }  // namespace
 
@@ -266,6 +273,34 @@ TEST_F(Berichtsfenstertest, KeysLeafThroughThePagesAndMakeThemLargerAndSmaller) 
   EXPECT_TRUE(kind<QPushButton>(u"cmd_Seitenbreite"_s).isChecked());
   druecke(u"cmd_GanzeSeite"_s);
   EXPECT_NEAR(ansicht().massstab(), ganze, ganze / 1000);
+}
+
+TEST_F(Berichtsfenstertest, AChoiceWhileItReadsHoldsForAllPictures) {
+  nimm_viele(60);
+  beim_Lesen_ = [this] {
+    EXPECT_TRUE(kind(u"bar_Fortschritt"_s).isVisible());
+    EXPECT_FALSE(kind(u"cmd_Speichern"_s).isEnabled());
+    eingaben::klicke(kind(u"chk_Dateiname"_s), QPoint(8, 8));
+    eingaben::klicke(kind(u"chk_Info"_s), QPoint(8, 8));
+    waehle_ohne_Warten(u"cbo_JeSeite"_s, 0);
+  };
+  oeffne();
+  EXPECT_FALSE(beim_Lesen_);
+  EXPECT_EQ(ansicht().seiten(), 60);
+  EXPECT_EQ(texte().count(u"bild001.jpg"_s), 1);
+  EXPECT_EQ(texte().count(u"bild060.jpg"_s), 1);
+  EXPECT_FALSE(kind(u"bar_Fortschritt"_s).isVisible());
+  EXPECT_TRUE(kind(u"cmd_Speichern"_s).isEnabled());
+}
+
+TEST_F(Berichtsfenstertest, ClosedWhileItReadsItCloses) {
+  nimm_viele(60);
+  beim_Lesen_ = [this] { taste(Qt::Key_Escape); };
+  oeffne();
+  EXPECT_FALSE(beim_Lesen_);
+  EXPECT_FALSE(fenster_->isVisible());
+  EXPECT_FALSE(fenster_->arbeitet());
+  EXPECT_EQ(ansicht().seiten(), 0);
 }
 
 TEST_F(Berichtsfenstertest, ClosedWhilePicturesAreStillToBeLoadedItCloses) {
