@@ -2,8 +2,9 @@
 //
 // ORDNER holds the photos of grosse_fotos.sh; a record of a hundred of 12 megapixels is made of them. The report is
 // held against the same pictures decoded by TurboJPEG at the nearest scale, resampled by Qt and coded by TurboJPEG,
-// one after the other; against convert; the originals against img2pdf; the first page of the preview and the memory
-// against fixed bounds. The memory is that of a process of its own (`bench_bericht --schreibe ORDNER ANZAHL DICHTE`).
+// one after the other; against convert (pictures alone: Debian does not let it write PDF); the originals against
+// img2pdf; the first page of the preview and the memory against fixed bounds. The memory is that of a process of its
+// own (`bench_bericht --schreibe ORDNER ANZAHL DICHTE`).
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QPainter>
@@ -27,7 +28,6 @@ namespace {
 
 constexpr int Guete = 90;
 constexpr int Originale = 20;
-/// Pictures that convert makes in one measurement; it takes about a second for each.
 constexpr int Fuer_convert = 20;
 constexpr int Vorschaubilder = 300;
 constexpr double Vorschau_Sekunden = 0.5;
@@ -117,14 +117,14 @@ void miss_Bericht(const QString& fotos, const QString& ziel, int runden) {
                     .isEmpty(),
           "picture without bytes");
       });
-  const QSize groesse = ziele.front();
+  const QString groesse = u"%1x%2"_s.arg(ziele.front().width()).arg(ziele.front().height());
   messung::vergleiche(
       "20 of them; convert", 1, 1, [&] { schreibe(ziel, Fuer_convert, Dichte::Druck); },
       [&] {
-    laufe(u"convert"_s,
-        dateien(fotos, Fuer_convert) +
-            QStringList{u"-resize"_s, u"%1x%2"_s.arg(groesse.width()).arg(groesse.height()), u"-quality"_s,
-                QString::number(Guete), u"-density"_s, u"300"_s, ziel + u".convert.pdf"_s});
+    for (const QString& datei : dateien(fotos, Fuer_convert))
+      laufe(u"convert"_s,
+          {u"-define"_s, u"jpeg:size="_s + groesse, datei, u"-resize"_s, groesse, u"-quality"_s, QString::number(Guete),
+              ziel + u".jpg"_s});
       });
 }
 
