@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QBuffer>
 #include <QDir>
@@ -6,6 +7,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QRegularExpression>
+#include <csignal>
 
 #include "host/bericht/Berichtsdatei.h"
 #include "host/bericht/Berichtsinhalt.h"
@@ -245,6 +247,27 @@ TEST_F(BerichtDatei, StoppedItLeavesTheOldFile) {
   });
   EXPECT_FALSE(ergebnis.geschrieben);
   EXPECT_EQ(gezaehlt, (std::vector<std::size_t>{0, 1}));
+  EXPECT_EQ(datei(), "alt");
+  EXPECT_EQ(QDir(ordner_.pfad()).entryList(QDir::Files | QDir::Hidden), QStringList(u"bericht.pdf"_s));
+}
+
+TEST_F(BerichtDatei, AFullDiskLeavesTheOldFile) {
+  ordner_.schreibe(u"bericht.pdf"_s, "alt");
+  nimm(u"foto.jpg"_s, jpeg({2000, 1000}, Qt::red));
+  const Bericht einer = bericht();
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit vorher{};
+  getrlimit(RLIMIT_FSIZE, &vorher);
+  const rlimit wenig{20'000, vorher.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &wenig);
+  QString grund;
+  try {
+    berichtsdatei::schreibe(ziel_, einer, {});
+  } catch (const Abbruch& abbruch) {
+    grund = abbruch.text();
+  }
+  setrlimit(RLIMIT_FSIZE, &vorher);
+  EXPECT_TRUE(grund.endsWith(u"Der Datenträger ist voll oder nicht mehr zu erreichen.")) << grund.toStdString();
   EXPECT_EQ(datei(), "alt");
   EXPECT_EQ(QDir(ordner_.pfad()).entryList(QDir::Files | QDir::Hidden), QStringList(u"bericht.pdf"_s));
 }
