@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
+#include <QImageReader>
 #include <QProcess>
 #include <QRegularExpression>
 #include <csignal>
@@ -178,6 +179,29 @@ TEST_F(BerichtDatei, AnOriginalThatIsNoJpegKeepsEachPixel) {
   schreibe({.dichte = Dichte::Original});
   ausgabe(u"pdfimages"_s, {u"-png"_s, ziel_, ordner_.pfad(u"heraus"_s)});
   EXPECT_EQ(QImage(ordner_.pfad(u"heraus-000.png"_s)).convertToFormat(QImage::Format_RGB32), bild);
+}
+
+TEST_F(BerichtDatei, AnOriginalThatAPdfCantShowIsCodedAnew) {
+  BRAUCHT_TESTDATEN();
+  int geprueft = 0;
+  for (const QString& name : {u"formate/jpg_cmyk.jpg"_s, u"formate/jpg_cmyk_noadobe.jpg"_s,
+           u"formate/jpg_arith_prog.jpg"_s, u"formate/jpg_prog.jpg"_s}) {
+    store_.FKT_Neu();
+    QFile quelle(testdaten(u"bilder/"_s + name));
+    ASSERT_TRUE(quelle.open(QIODevice::ReadOnly)) << name.toStdString();
+    const QByteArray bytes = quelle.readAll();
+    nimm(u"foto.jpg"_s, bytes);
+    ASSERT_TRUE(schreibe({.dichte = Dichte::Original}).geschrieben);
+    ASSERT_EQ(bilder().size(), 1) << name.toStdString();
+    EXPECT_EQ(bilder()[0].kodierung, u"jpeg"_s);
+    EXPECT_EQ(bilder()[0].groesse, QImageReader(quelle.fileName()).size()) << name.toStdString();
+    EXPECT_FALSE(datei().contains("/DeviceCMYK"));
+    ausgabe(u"pdftoppm"_s, {u"-r"_s, u"20"_s, u"-singlefile"_s, u"-png"_s, ziel_, ordner_.pfad(u"seite"_s)});
+    // Decoded by whoever paints the page: the scan data of the progressive one is the file's own.
+    EXPECT_EQ(datei().contains(bytes.right(200)), name.endsWith(u"jpg_prog.jpg")) << name.toStdString();
+    ++geprueft;
+  }
+  EXPECT_EQ(geprueft, 4);
 }
 
 TEST_F(BerichtDatei, TwoPicturesOfOneNameInTwoFoldersBothAppear) {
