@@ -6,7 +6,7 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/../packaging/gemeinsam.sh"
 
 bereite_umgebung_vor
-installiere "${PAKETE_BAU[@]}" pkg-config libexif-dev libturbojpeg0-dev libgtest-dev python3 xvfb xauth
+installiere "${PAKETE_BAU[@]}" pkg-config libexif-dev libturbojpeg0-dev imagemagick img2pdf libgtest-dev python3 xvfb xauth
 ordner=${1:-$KVO_ORDNER/build/bench}
 mkdir -p "$ordner"
 "$KVO_ORDNER/bench/grosse_fotos.sh" "$ordner/fotos"
@@ -34,6 +34,7 @@ miss bench_dialog ./bench_dialog "$ordner/fotos"
 miss bench_suche ./bench_suche "$ordner/fotos"
 miss bench_uebersicht ./bench_uebersicht
 miss bench_drehen ./bench_drehen "$ordner/fotos"
+miss bench_bericht ./bench_bericht "$ordner/fotos"
 miss bench_vorgaenge env -u QT_QPA_PLATFORM xvfb-run -a -s '-screen 0 1600x1200x24 -noreset' ./bench_vorgaenge "$ordner"
 # Without -noreset the server starts anew whenever its last window has gone.
 miss bench_fenster env -u QT_QPA_PLATFORM xvfb-run -a -s '-screen 0 1600x1200x24 -noreset' ./bench_fenster

@@ -16,6 +16,7 @@ STOCKWERKE = [
     ("6", "Die Programme", [
         ("host/fenster", "Fenster von bildzuordnung"), ("host/fenster/dialog", "ein Dialog als Programm"), ("host/rundgang", "der Rundgang ohne Benutzer"),
         ("host/kvobild", "die Befehle"), ("host/kvobild/pruefung", "was an einer Datenbank falsch sein kann"),
+        ("host/bericht", "der Bildbericht: Inhalt, Seiten"), ("host/bericht/pdf", "seine Datei"),
         ("host/betrieb", "Verbindung, Anmeldung, Schema, Namen"),
         ("host/betrieb/befehl", "Befehlszeile, Ausgabe, Auftrag"),
         ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten"),

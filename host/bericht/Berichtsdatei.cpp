@@ -6,14 +6,14 @@
 #include <QSaveFile>
 #include <vector>
 
-#include "host/bericht/Bildkodierung.h"
 #include "host/bericht/Bildladung.h"
 #include "host/bericht/Firmenzeichen.h"
-#include "host/bericht/Pdfangaben.h"
-#include "host/bericht/Pdfdatei.h"
-#include "host/bericht/Pdfgeruest.h"
 #include "host/bericht/Seitenmaler.h"
 #include "host/bericht/Seitenplaner.h"
+#include "host/bericht/pdf/Bildkodierung.h"
+#include "host/bericht/pdf/Pdfangaben.h"
+#include "host/bericht/pdf/Pdfdatei.h"
+#include "host/bericht/pdf/Pdfgeruest.h"
 #include "host/betrieb/Ausgang.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -12,11 +12,9 @@ QSizeF eingepasst(QSizeF platz, QSizeF groesse) {
       store.Fkt_GetBreite_Picture(groesse.width(), groesse.height(), platz.height(), platz.width()), platz.height()};
 }
 
-QRectF bildort(const QRectF& platz, QSizeF pixel, bool mittig) {
+QRectF bildort(const QRectF& platz, QSizeF pixel) {
   const QSizeF groesste = pixel * (1440 / Kleinste_Dichte);
-  const QSizeF groesse = eingepasst(platz.size().boundedTo(groesste), pixel);
-  const double einzug = mittig ? (platz.width() - groesse.width()) / 2 : 0;
-  return {platz.topLeft() + QPointF(einzug, 0), groesse};
+  return {platz.topLeft(), eingepasst(platz.size().boundedTo(groesste), pixel)};
 }
 
 }  // namespace seitenplan

@@ -9,8 +9,8 @@ namespace seitenplan {
 inline constexpr double Kleinste_Dichte = 150;
 
 /// Where a picture of that size in pixels stands in its place: as large as fits, in its own proportions, at the place's
-/// upper left corner, or in the middle of its width.
-QRectF bildort(const QRectF& platz, QSizeF pixel, bool mittig);
+/// upper left corner.
+QRectF bildort(const QRectF& platz, QSizeF pixel);
 /// The size that fits into `platz`, of any picture or drawing, however small it is by itself.
 QSizeF eingepasst(QSizeF platz, QSizeF groesse);
 

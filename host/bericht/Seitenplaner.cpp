@@ -48,11 +48,11 @@ class Planer {
     const Berichtsbild& bild = bericht_.bilder[i];
     if (bild.ganze_Seite) {
       if (!ueberschrift_frei_) beginne_Seite(ist_quer(bild));
-      setze_in(flaeche_, i, nummer, true);
+      setze_in(flaeche_, i, nummer);
       beende_Seite();
     } else {
       if (!seite_ || naechster_ == plaetze_.size() || (bild.neue_Seite && !ueberschrift_frei_)) beginne_Seite(false);
-      setze_in(plaetze_[naechster_++], i, nummer, false);
+      setze_in(plaetze_[naechster_++], i, nummer);
     }
     ueberschrift_frei_ = false;
   }
@@ -75,13 +75,13 @@ class Planer {
   }
 
   /// A picture with its text below; they are never parted.
-  void setze_in(const QRectF& platz, std::size_t i, const QString& nummer, bool mittig) {
+  void setze_in(const QRectF& platz, std::size_t i, const QString& nummer) {
     const Berichtsbild& bild = bericht_.bilder[i];
     Bildunterschrift rest(nummer, bild, platz.width());
     const Bildunterschrift vorn = rest.entnimm(platz.height() * Groesster_Textanteil);
     QRectF frei = platz;
     frei.setHeight(platz.height() - vorn.hoehe() - Abstand_der_Unterschrift);
-    const QRectF ort = bild.grund.isEmpty() ? bildort(frei, bild.groesse, mittig) : frei;
+    const QRectF ort = bild.grund.isEmpty() ? bildort(frei, bild.groesse) : frei;
     seite_->bilder.push_back({ort, i, !bild.grund.isEmpty()});
     if (!bild.grund.isEmpty()) setze_Grund(ort, bild);
     vorn.setze({platz.left(), ort.bottom() + Abstand_der_Unterschrift}, seite_->texte);

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
+#include <QImageReader>
 #include <QProcess>
 #include <QRegularExpression>
+#include <csignal>
 
 #include "host/bericht/Berichtsdatei.h"
 #include "host/bericht/Berichtsinhalt.h"
@@ -178,6 +181,29 @@ TEST_F(BerichtDatei, AnOriginalThatIsNoJpegKeepsEachPixel) {
   EXPECT_EQ(QImage(ordner_.pfad(u"heraus-000.png"_s)).convertToFormat(QImage::Format_RGB32), bild);
 }
 
+TEST_F(BerichtDatei, AnOriginalThatAPdfCantShowIsCodedAnew) {
+  BRAUCHT_TESTDATEN();
+  int geprueft = 0;
+  for (const QString& name : {u"formate/jpg_cmyk.jpg"_s, u"formate/jpg_cmyk_noadobe.jpg"_s,
+           u"formate/jpg_arith_prog.jpg"_s, u"formate/jpg_prog.jpg"_s}) {
+    store_.FKT_Neu();
+    QFile quelle(testdaten(u"bilder/"_s + name));
+    ASSERT_TRUE(quelle.open(QIODevice::ReadOnly)) << name.toStdString();
+    const QByteArray bytes = quelle.readAll();
+    nimm(u"foto.jpg"_s, bytes);
+    ASSERT_TRUE(schreibe({.dichte = Dichte::Original}).geschrieben);
+    ASSERT_EQ(bilder().size(), 1) << name.toStdString();
+    EXPECT_EQ(bilder()[0].kodierung, u"jpeg"_s);
+    EXPECT_EQ(bilder()[0].groesse, QImageReader(quelle.fileName()).size()) << name.toStdString();
+    EXPECT_FALSE(datei().contains("/DeviceCMYK"));
+    ausgabe(u"pdftoppm"_s, {u"-r"_s, u"20"_s, u"-singlefile"_s, u"-png"_s, ziel_, ordner_.pfad(u"seite"_s)});
+    // Decoded by whoever paints the page: the scan data of the progressive one is the file's own.
+    EXPECT_EQ(datei().contains(bytes.right(200)), name.endsWith(u"jpg_prog.jpg")) << name.toStdString();
+    ++geprueft;
+  }
+  EXPECT_EQ(geprueft, 4);
+}
+
 TEST_F(BerichtDatei, TwoPicturesOfOneNameInTwoFoldersBothAppear) {
   nimm(u"foto.jpg"_s, jpeg({200, 100}, Qt::red), {}, u"A"_s);
   nimm(u"foto.jpg"_s, jpeg({100, 200}, Qt::blue), {}, u"B"_s);
@@ -245,6 +271,27 @@ TEST_F(BerichtDatei, StoppedItLeavesTheOldFile) {
   });
   EXPECT_FALSE(ergebnis.geschrieben);
   EXPECT_EQ(gezaehlt, (std::vector<std::size_t>{0, 1}));
+  EXPECT_EQ(datei(), "alt");
+  EXPECT_EQ(QDir(ordner_.pfad()).entryList(QDir::Files | QDir::Hidden), QStringList(u"bericht.pdf"_s));
+}
+
+TEST_F(BerichtDatei, AFullDiskLeavesTheOldFile) {
+  ordner_.schreibe(u"bericht.pdf"_s, "alt");
+  nimm(u"foto.jpg"_s, jpeg({2000, 1000}, Qt::red));
+  const Bericht einer = bericht();
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit vorher{};
+  getrlimit(RLIMIT_FSIZE, &vorher);
+  const rlimit wenig{20'000, vorher.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &wenig);
+  QString grund;
+  try {
+    berichtsdatei::schreibe(ziel_, einer, {});
+  } catch (const Abbruch& abbruch) {
+    grund = abbruch.text();
+  }
+  setrlimit(RLIMIT_FSIZE, &vorher);
+  EXPECT_TRUE(grund.endsWith(u"Der Datenträger ist voll oder nicht mehr zu erreichen.")) << grund.toStdString();
   EXPECT_EQ(datei(), "alt");
   EXPECT_EQ(QDir(ordner_.pfad()).entryList(QDir::Files | QDir::Hidden), QStringList(u"bericht.pdf"_s));
 }

@@ -131,7 +131,7 @@ TEST_F(Seitenbild, TwoOnAPageBelowTheHead) {
 }
 
 TEST_F(Seitenbild, WholePagesMissingOnesAndAttachments) {
-  Bericht einer = bericht({foto(u"a.png"_s, {800, 600}, u"Ganz"_s), fehlendes(u"weg.jpg"_s),
+  Bericht einer = bericht({foto(u"a.png"_s, {1600, 1200}, u"Ganz"_s), fehlendes(u"weg.jpg"_s),
       foto(u"p.png"_s, {1500, 150}, u"Panorama"_s), foto(u"d.png"_s, {600, 800}, u"Anlage"_s)});
   einer.bilder[0].ganze_Seite = true;
   einer.bilder[3].anhang = true;

@@ -1,4 +1,4 @@
-#include "host/bericht/Pdfgeruest.h"
+#include "host/bericht/pdf/Pdfgeruest.h"
 
 #include <QBuffer>
 #include <QImage>

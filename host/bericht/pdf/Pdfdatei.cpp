@@ -1,4 +1,4 @@
-#include "host/bericht/Pdfdatei.h"
+#include "host/bericht/pdf/Pdfdatei.h"
 
 #include <memory>
 #include <qpdf/Pipeline.hh>
@@ -6,7 +6,7 @@
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFWriter.hh>
 
-#include "host/bericht/Pdfgeruest.h"
+#include "host/bericht/pdf/Pdfgeruest.h"
 #include "host/betrieb/Ausgang.h"
 
 using namespace Qt::Literals::StringLiterals;

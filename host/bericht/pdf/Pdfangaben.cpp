@@ -1,4 +1,4 @@
-#include "host/bericht/Pdfangaben.h"
+#include "host/bericht/pdf/Pdfangaben.h"
 
 #include <QTimeZone>
 #include <QXmlStreamWriter>

@@ -4,7 +4,7 @@
 #include <QImage>
 #include <QImageReader>
 
-#include "host/bericht/Jpegbytes.h"
+#include "host/bericht/pdf/Jpegbytes.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,4 +1,4 @@
-#include "host/bericht/Jpegbytes.h"
+#include "host/bericht/pdf/Jpegbytes.h"
 
 #include <QtEndian>
 #include <array>

@@ -1,9 +1,9 @@
-#include "host/bericht/Bildkodierung.h"
+#include "host/bericht/pdf/Bildkodierung.h"
 
 #include <QBuffer>
 #include <QImageWriter>
 
-#include "host/bericht/Jpegbytes.h"
+#include "host/bericht/pdf/Jpegbytes.h"
 #include "host/betrieb/Ausgang.h"
 #include "platform/files/Dateien.h"
 

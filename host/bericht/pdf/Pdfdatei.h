@@ -5,8 +5,8 @@
 #include <functional>
 #include <vector>
 
-#include "host/bericht/Bildkodierung.h"
-#include "host/bericht/Pdfangaben.h"
+#include "host/bericht/pdf/Bildkodierung.h"
+#include "host/bericht/pdf/Pdfangaben.h"
 
 /// Puts a report's pictures into the places that its pages keep for them.
 namespace pdfdatei {
