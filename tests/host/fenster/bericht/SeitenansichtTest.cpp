@@ -81,6 +81,17 @@ TEST_F(Seitenansichttest, OnlyWhatIsInSightIsLoaded) {
   EXPECT_EQ(geladen_.size(), 4) << "what was loaded is kept";
 }
 
+TEST_F(Seitenansichttest, WhatWasScrolledOutOfSightBeforeItsTurnIsNotLoaded) {
+  zeige(300, 2);
+  for (int seite = 10; seite <= 50; ++seite) {
+    ansicht_.gehe_zu(seite);
+    ansicht_.viewport()->repaint();
+  }
+  EXPECT_EQ(geladen_.size(), 2);
+  warte();
+  EXPECT_EQ(geladen_.mid(2), (QList<int>{98, 99}));
+}
+
 TEST_F(Seitenansichttest, OnePictureIsLoadedBetweenTheEventsAndItsPlaceIsGreyUntilThen) {
   zeige(6, 6);
   EXPECT_EQ(geladen_.size(), 6);
