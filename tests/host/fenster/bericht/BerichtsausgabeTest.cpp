@@ -36,7 +36,22 @@ class Berichtsausgabe : public Berichtsaufbau {
     };
     return fragen;
   }
+  /// Where the pictures' colour stands on a page of 413 by 585 pixels.
+  QRect rotes_auf_Seite(int seite) const {
+    ausgabe(u"pdftoppm"_s,
+        {u"-r"_s, u"50"_s, u"-f"_s, QString::number(seite), u"-singlefile"_s, u"-png"_s, ziel(),
+            temp_.pfad(u"seite"_s)});
+    const QImage bild(temp_.pfad(u"seite.png"_s));
+    QRect gebiet;
+    for (int y = 0; y < bild.height(); ++y)
+      for (int x = 0; x < bild.width(); ++x)
+        if (const QColor farbe = bild.pixelColor(x, y); farbe.red() > 150 && farbe.green() < 90)
+          gebiet |= QRect(x, y, 1, 1);
+    return gebiet;
+  }
   QStringList dateien() const { return QDir(ordner_.pfad()).entryList(QDir::Files); }
+
+  Testordner temp_;
 };
 
 }  // namespace
@@ -160,7 +175,6 @@ class Berichtsmail : public Berichtsausgabe {
   }
   QStringList tempordner() const { return QDir(temp_.pfad()).entryList({u"bildbericht-*"_s}, QDir::Dirs); }
 
-  Testordner temp_;
   const QByteArray suchpfad_ = qgetenv("PATH");
   const QByteArray tempordner_ = qgetenv("TMPDIR");
 };
@@ -231,6 +245,9 @@ TEST_F(Berichtsausgabe, ThePrinterGetsThePagesWithTheirTextsALandscapeOneTurned)
   const QString angaben = ausgabe(u"pdfinfo"_s, {u"-l"_s, u"3"_s, ziel()});
   EXPECT_EQ(angaben.count(u"(A4)"_s), 3) << "the paper stays upright: " << angaben.toStdString();
   EXPECT_EQ(dateien(), QStringList{u"Bericht.pdf"_s});
+  const QRect rot = rotes_auf_Seite(1);
+  EXPECT_GT(rot.height(), 2 * rot.width()) << "the broad picture stands on end";
+  EXPECT_TRUE(QRect(10, 10, 391, 565).contains(rot)) << rot.left() << ' ' << rot.top();
 }
 
 TEST_F(Berichtsausgabe, RangeAndOrderAndCopiesAreAsThePrinterIsTold) {
