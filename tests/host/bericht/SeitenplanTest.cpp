@@ -208,6 +208,28 @@ INSTANTIATE_TEST_SUITE_P(Seitenplan, Markenpaare,
         Markenpaar{true, true, false, "0 | 1 | 2"}, Markenpaar{true, false, true, "0 2 | 1"},
         Markenpaar{false, true, true, "0 2 | 1"}, Markenpaar{true, true, true, "0 2 | 1"}));
 
+/// Two neighbours with a mark each, and a third picture without.
+using Nachbarn = std::tuple<bool Berichtsbild::*, bool Berichtsbild::*, const char*>;
+class Markennachbarn : public ::testing::TestWithParam<Nachbarn> {};
+
+TEST_P(Markennachbarn, HaveTheirPages) {
+  const auto [erste, zweite, erwartet] = GetParam();
+  Bericht einer = bericht(3);
+  einer.bilder[0].*erste = true;
+  einer.bilder[1].*zweite = true;
+  EXPECT_EQ(folge(geprueft(einer)), QString::fromLatin1(erwartet));
+}
+
+constexpr auto Ganze = &Berichtsbild::ganze_Seite;
+constexpr auto Neue = &Berichtsbild::neue_Seite;
+constexpr auto Anhang = &Berichtsbild::anhang;
+
+INSTANTIATE_TEST_SUITE_P(Seitenplan, Markennachbarn,
+    ::testing::Values(Nachbarn{Ganze, Ganze, "0 | 1 | 2"}, Nachbarn{Ganze, Neue, "0 | 1 2"},
+        Nachbarn{Ganze, Anhang, "0 | 2 1"}, Nachbarn{Neue, Ganze, "0 | 1 | 2"}, Nachbarn{Neue, Neue, "0 | 1 2"},
+        Nachbarn{Neue, Anhang, "0 2 | 1"}, Nachbarn{Anhang, Ganze, "1 | 2 0"}, Nachbarn{Anhang, Neue, "1 2 | 0"},
+        Nachbarn{Anhang, Anhang, "2 0 | 1"}));
+
 TEST(Seitenplan, ALongTextWrapsBesideItsNumber) {
   const Seitenplan plan = geprueft(bericht({bild(u"Wort "_s.repeated(50))}));
   const QStringList zeilen = texte(plan[0], Schrift::Text);
