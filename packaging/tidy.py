@@ -63,7 +63,8 @@ def pruefe(quelle, marke):
     """The findings of a source; none leaves its mark, so that it is not looked at again."""
     lauf = subprocess.run(
         ["clang-tidy", "--quiet", "-p", str(BAU), "--warnings-as-errors=*", "--extra-arg=-Wno-unknown-warning-option",
-         *(WENIGER_SCHRITTE if quelle.startswith("tests/") else []), quelle], cwd=WURZEL, capture_output=True, text=True, check=False)
+         *(WENIGER_SCHRITTE if quelle.startswith("tests/") else []), quelle],
+        cwd=WURZEL, capture_output=True, text=True, check=False)
     if lauf.returncode == 0:
         marke.touch()
         return ""
