@@ -86,12 +86,12 @@ class Seitenansicht final : public QAbstractScrollArea {
   Anker anker(QPoint punkt) const;
   void halte(const Anker& anker);
   void setze_Massstab(double wert, QPoint punkt);
-  std::size_t seite_mit(const QString& schluessel) const;
+  std::size_t seite_mit(const QString& gesuchter) const;
   void male_Blatt(QPainter& maler, std::size_t seite, const QRect& anteil);
   void male_Bild(QPainter& maler, const QRectF& ort, const Wunsch& wunsch, const QRect& anteil);
   /// The pixels for that wish as far as they are there; what is missing is put on the list.
   const QImage* pixel(const Wunsch& wunsch);
-  QRegion zu_sehen(const QString& schluessel) const;
+  QRegion zu_sehen(const QString& gesuchter) const;
   void lade_naechstes();
   void sage_Blick();
 
