@@ -7,6 +7,7 @@
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
+#include <utility>
 
 #include "platform/forms/FensterCore.h"
 #include "platform/forms/Form.h"
@@ -20,8 +21,8 @@ namespace {
 const QString Anwendung = u"KVZunft_Gesamt 2000"_s;
 
 struct Fensterdoppel final : public Fensterplatz {
-  explicit Fensterdoppel(const QString& name, const Fensterlage& lage = {{5, 6, 70, 80}, false})
-      : Name(name), AktLage(lage) {}
+  explicit Fensterdoppel(QString name, const Fensterlage& lage = {{5, 6, 70, 80}, false})
+      : Name(std::move(name)), AktLage(lage) {}
   QString Fenstername() const override { return Name; }
   Fensterlage Lage() const override { return AktLage; }
   void Lage(const Fensterlage& wert) override {

@@ -92,7 +92,7 @@ QByteArray jpeg(const QImage& bild, const Jpegart& art) {
       [&](int y, std::vector<JSAMPLE>& proben) {
     for (int x = 0; x < bild.width(); ++x) {
       const QRgb farbe = bild.pixel(x, y);
-      const auto p = static_cast<std::size_t>(3 * x);
+      const std::size_t p = 3 * static_cast<std::size_t>(x);
       proben[p] = static_cast<JSAMPLE>(qRed(farbe));
       proben[p + 1] = static_cast<JSAMPLE>(qGreen(farbe));
       proben[p + 2] = static_cast<JSAMPLE>(qBlue(farbe));

@@ -12,6 +12,7 @@ namespace {
 
 std::vector<std::int32_t> inhalt(const Zeilenauswahl& auswahl) {
   std::vector<std::int32_t> alle;
+  alle.reserve(static_cast<std::size_t>(auswahl.Count()));
   for (std::int32_t i = 0; i < auswahl.Count(); ++i) alle.push_back(auswahl.Item(i));
   return alle;
 }

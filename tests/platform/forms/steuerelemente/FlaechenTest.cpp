@@ -99,7 +99,7 @@ TEST_F(Infozeile, ItFollowsWhatLiesOnIt) {
 TEST_F(Infozeile, AButtonThatMovesMakesItDrawAnew) {
   struct Zaehler final : QObject {
     bool eventFilter(QObject*, QEvent* ereignis) override {
-      if (ereignis->type() == QEvent::Paint) bereich += static_cast<QPaintEvent*>(ereignis)->region();
+      if (const auto* malen = dynamic_cast<QPaintEvent*>(ereignis)) bereich += malen->region();
       return false;
     }
     QRegion bereich;

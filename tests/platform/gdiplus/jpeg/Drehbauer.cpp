@@ -39,7 +39,7 @@ void schreibe_Proben(jpeg_compress_struct& c) {
       const int hoehe = k.v_samp_factor * DCTSIZE;
       const int breite = static_cast<int>(k.width_in_blocks + 4) * DCTSIZE;
       const int oben = static_cast<int>(c.next_scanline) / hoechste * hoehe;
-      ebenen[i].resize(static_cast<std::size_t>(hoehe * breite));
+      ebenen[i].resize(static_cast<std::size_t>(hoehe) * static_cast<std::size_t>(breite));
       zeilen[i].resize(static_cast<std::size_t>(hoehe));
       for (int y = 0; y < hoehe; ++y) {
         JSAMPROW zeile = zeilen[i][static_cast<std::size_t>(y)] =
