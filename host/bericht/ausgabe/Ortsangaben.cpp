@@ -1,0 +1,123 @@
+#include "host/bericht/ausgabe/Ortsangaben.h"
+
+#include <QByteArrayView>
+#include <QtEndian>
+#include <algorithm>
+
+#include "host/bericht/ausgabe/Pngtexte.h"
+#include "host/bericht/ausgabe/Tiffblock.h"
+#include "host/bericht/ausgabe/Xmpblock.h"
+
+namespace ortsangaben {
+namespace {
+
+constexpr QByteArrayView Exif("Exif\0\0", 6);
+
+/// The whole file is such a structure; the two of raw formats too that begin otherwise.
+bool ist_Tiff(QByteArrayView bytes) {
+  for (const QByteArrayView kopf : {QByteArrayView("II*\0", 4), QByteArrayView("MM\0*", 4), QByteArrayView("IIU\0", 4),
+           QByteArrayView("IIRO"), QByteArrayView("IIRS"), QByteArrayView("MMOR")})
+    if (bytes.startsWith(kopf)) return true;
+  return false;
+}
+
+bool ist_Kastendatei(QByteArrayView bytes) {
+  return bytes.size() > 8 && bytes.sliced(4, 4) == "ftyp";
+}
+
+/// The bytes stand there.
+bool steht(QByteArrayView bytes, qsizetype ort, QByteArrayView was) {
+  return ort >= 0 && was.size() <= bytes.size() - ort && bytes.sliced(ort, was.size()) == was;
+}
+
+/// Where the block ends whose TIFF header stands there, as what is around it tells: the segment of a JPEG (ITU T.81),
+/// the chunk of a PNG or that of a WebP. -1 where nothing tells it.
+qsizetype blockende(QByteArrayView bytes, qsizetype kopf) {
+  const bool exif = steht(bytes, kopf - Exif.size(), Exif);
+  const qsizetype inhalt = exif ? kopf - Exif.size() : kopf;
+  if (exif && steht(bytes, inhalt - 4, QByteArrayView("\xff\xe1", 2)))
+    return inhalt - 2 + qFromBigEndian<quint16>(bytes.data() + inhalt - 2);
+  if (steht(bytes, kopf - 4, "eXIf") && kopf >= 8)
+    return kopf + static_cast<qsizetype>(qFromBigEndian<quint32>(bytes.data() + kopf - 8));
+  if (steht(bytes, inhalt - 8, "EXIF"))
+    return inhalt + static_cast<qsizetype>(qFromLittleEndian<quint32>(bytes.data() + inhalt - 4));
+  return -1;
+}
+
+struct Blockbefund {
+  bool etwas = false;
+  /// Blocks that can be read, with place data or without.
+  int lesbare = 0;
+};
+
+/// All TIFF structures of the file, found by their headers: so none is missed behind the end of the picture or in a
+/// container that nobody has told us of.
+Blockbefund entferne_aus_Bloecken(QByteArray& bytes) {
+  Blockbefund befund;
+  const auto nimm = [&](qsizetype ort) {
+    const qsizetype ende = blockende(bytes, ort);
+    Tiffblock block(
+        bytes, ort, ende < 0 ? bytes.size() : ende, ende < 0 ? Tiffblock::Rand::Geraten : Tiffblock::Rand::Bekannt);
+    if (!block.lesbar()) return;
+    ++befund.lesbare;
+    if (block.entferne_Ort()) befund.etwas = true;
+  };
+  if (ist_Tiff(bytes)) nimm(0);
+  for (const QByteArrayView kopf : {QByteArrayView("II*\0", 4), QByteArrayView("MM\0*", 4)})
+    for (qsizetype ort = bytes.indexOf(kopf); ort >= 0; ort = bytes.indexOf(kopf, ort + 1)) nimm(ort);
+  return befund;
+}
+
+/// Length of a place in the form of ISO 6709, as "+48.1374+011.5755/", or 0: latitude, longitude and perhaps a height.
+qsizetype laenge_des_Ortes(QByteArrayView bytes, qsizetype ort) {
+  const qsizetype anfang = ort;
+  int brueche = 0;
+  while (ort < bytes.size() && (bytes[ort] == '+' || bytes[ort] == '-')) {
+    const qsizetype zahl = ++ort;
+    while (ort < bytes.size() && ((bytes[ort] >= '0' && bytes[ort] <= '9') || bytes[ort] == '.')) ++ort;
+    if (bytes.sliced(zahl, ort - zahl).indexOf('.') > 0) ++brueche;
+  }
+  return brueche >= 2 ? ort - anfang : 0;
+}
+
+/// The film of a phone's moving picture has its own place.
+bool entferne_aus_Film(QByteArray& bytes) {
+  if (bytes.indexOf(QByteArrayView("\xa9xyz")) < 0 && bytes.indexOf("ISO6709") < 0) return false;
+  bool etwas = false;
+  for (qsizetype ort = bytes.indexOf("ftyp"); ort >= 0 && ort < bytes.size(); ++ort) {
+    const qsizetype laenge = laenge_des_Ortes(bytes, ort);
+    if (laenge == 0) continue;
+    std::fill_n(bytes.begin() + ort, laenge, '\0');
+    etwas = true;
+  }
+  return etwas;
+}
+
+/// Whether bytes that nobody has read look as if they held a place.
+bool sieht_nach_Ort_aus(QByteArrayView bytes, int lesbare_Bloecke) {
+  for (const QByteArrayView rest : {QByteArrayView("GPSLatitude"), QByteArrayView("G\0P\0S\0L\0a\0t\0", 12)})
+    if (bytes.indexOf(rest) >= 0) return true;
+  if (ist_Kastendatei(bytes) || steht(bytes, 4, "JXL "))
+    return (bytes.indexOf("Exif") >= 0 && lesbare_Bloecke == 0) || bytes.indexOf("brobExif") >= 0 ||
+        bytes.indexOf("brobxml ") >= 0;
+  // The large form of TIFF, with its own widths.
+  if (bytes.startsWith(QByteArrayView("II+\0", 4))) return bytes.indexOf(QByteArrayView("\x25\x88")) >= 0;
+  return bytes.startsWith(QByteArrayView("MM\0+", 4)) && bytes.indexOf(QByteArrayView("\x88\x25")) >= 0;
+}
+
+}  // namespace
+
+Befund entferne(QByteArray& bytes) {
+  const QByteArray vorher = bytes;
+  const bool png = pngtexte::ist_Png(bytes);
+  bool etwas = png && pngtexte::entferne_Ort(bytes, [](QByteArray block) { return entferne(block) != Befund::Keine; });
+  const Blockbefund bloecke = entferne_aus_Bloecken(bytes);
+  etwas = bloecke.etwas || etwas;
+  etwas = xmpblock::entferne_Ort(bytes) || etwas;
+  etwas = entferne_aus_Film(bytes) || etwas;
+  if (sieht_nach_Ort_aus(bytes, bloecke.lesbare)) return Befund::Nicht_zu_entfernen;
+  if (etwas && png) pngtexte::erneuere_Pruefsummen(bytes, vorher);
+  return etwas ? Befund::Entfernt : Befund::Keine;
+}
+
+}  // namespace ortsangaben
