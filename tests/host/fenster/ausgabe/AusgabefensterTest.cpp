@@ -37,10 +37,14 @@ class WirtAusgabe : public WirtBilder {
       takt.stop();
       offen = true;
       fenster_offen_ = vorn;
+      vorn->activateWindow();
+      EXPECT_TRUE(QTest::qWaitForWindowActive(vorn));
       darin(*vorn);
       if (vorn->isVisible()) vorn->close();
     });
     takt.start(0);
+    fenster_->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(fenster_.get()));
     QTest::keyClick(fenster_->windowHandle(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
     return offen;
   }
@@ -55,6 +59,7 @@ class WirtAusgabe : public WirtBilder {
     auto& feld = darin<QLineEdit>(u"txt_Ziel"_s);
     feld.setFocus();
     eingaben::taste(feld, Qt::Key_A, Qt::ControlModifier);
+    eingaben::taste(feld, Qt::Key_Delete);
     eingaben::tippe(feld, ziel);
     EXPECT_EQ(feld.text(), ziel);
   }
@@ -229,7 +234,8 @@ TEST_F(WirtAusgabe, TheTabulatorWalksFromTheTargetToTheButtonsAndEachHasItsKey) 
     for (const auto& [taste, name] : {std::pair{Qt::Key_T, u"chk_Texte"_s},
              std::pair{Qt::Key_D, u"chk_Gekennzeichnete"_s}, std::pair{Qt::Key_G, u"chk_Ort"_s}}) {
       eingaben::taste(fenster, taste, Qt::AltModifier);
-      EXPECT_TRUE(darin<QCheckBox>(name).isChecked()) << name.toStdString();
+      // The box is seen to go down first.
+      EXPECT_TRUE(QTest::qWaitFor([&] { return darin<QCheckBox>(name).isChecked(); })) << name.toStdString();
     }
     EXPECT_EQ(darin(u"txt_Ziel"_s).accessibleName(), u"Ordner oder ZIP-Datei"_s);
     EXPECT_EQ(darin(u"bar_Fortschritt"_s).accessibleName(), u"Fortschritt"_s);
