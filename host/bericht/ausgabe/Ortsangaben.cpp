@@ -93,16 +93,32 @@ bool entferne_aus_Film(QByteArray& bytes) {
   return etwas;
 }
 
+/// The container has an item that is an Exif block (ISO/IEC 14496-12, the entry of an item with 16 or 32 bits of name).
+bool nennt_Exif(QByteArrayView bytes) {
+  for (qsizetype ort = bytes.indexOf("infe"); ort >= 0; ort = bytes.indexOf("infe", ort + 1))
+    if (steht(bytes, ort + 12, "Exif") || steht(bytes, ort + 14, "Exif")) return true;
+  return false;
+}
+
+/// The large form of TIFF (BigTIFF, with its own widths) has an entry that points to place data.
+bool nennt_Ort_gross(QByteArrayView bytes) {
+  const bool gross = bytes.startsWith(QByteArrayView("MM\0+", 4));
+  if (!gross && !bytes.startsWith(QByteArrayView("II+\0", 4))) return false;
+  for (const char typ : {'\x04', '\x0d', '\x10', '\x12'}) {
+    QByteArray eintrag = QByteArray("\x88\x25\0", 3) + typ + QByteArray("\0\0\0\0\0\0\0\1", 8);
+    if (!gross) eintrag = QByteArray("\x25\x88", 2) + typ + QByteArray("\0\1\0\0\0\0\0\0\0", 9);
+    if (bytes.indexOf(eintrag) >= 0) return true;
+  }
+  return false;
+}
+
 /// Whether bytes that nobody has read look as if they held a place.
 bool sieht_nach_Ort_aus(QByteArrayView bytes, int lesbare_Bloecke) {
   for (const QByteArrayView rest : {QByteArrayView("GPSLatitude"), QByteArrayView("G\0P\0S\0L\0a\0t\0", 12)})
     if (bytes.indexOf(rest) >= 0) return true;
-  if (ist_Kastendatei(bytes) || steht(bytes, 4, "JXL "))
-    return (bytes.indexOf("Exif") >= 0 && lesbare_Bloecke == 0) || bytes.indexOf("brobExif") >= 0 ||
-        bytes.indexOf("brobxml ") >= 0;
-  // The large form of TIFF, with its own widths.
-  if (bytes.startsWith(QByteArrayView("II+\0", 4))) return bytes.indexOf(QByteArrayView("\x25\x88")) >= 0;
-  return bytes.startsWith(QByteArrayView("MM\0+", 4)) && bytes.indexOf(QByteArrayView("\x88\x25")) >= 0;
+  if (ist_Kastendatei(bytes) && lesbare_Bloecke == 0 && nennt_Exif(bytes)) return true;
+  if (steht(bytes, 4, "JXL ")) return bytes.indexOf("brobExif") >= 0 || bytes.indexOf("brobxml ") >= 0;
+  return nennt_Ort_gross(bytes);
 }
 
 }  // namespace

@@ -182,7 +182,7 @@ void Ausgabefenster::gib_aus() {
   QString gescheitert;
   try {
     ergebnis_ = Bilderausgabe(auftrag_.store, auftrag_.wurzel, wahl())
-                    .gib_aus(namen::tabellenpfad(QFileInfo(ziel()).absoluteFilePath()),
+                    .gib_aus(namen::tabellenpfad(ziel()),
                         [this](int fertige, int alle) { return zeige_Fortschritt(fertige, alle); });
   } catch (const Abbruch& abbruch) {
     gescheitert = abbruch.text();

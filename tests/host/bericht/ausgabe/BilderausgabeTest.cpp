@@ -288,7 +288,7 @@ TEST_F(Ausgeben, PlaceDataStaysBehindUnlessItIsWanted) {
 }
 
 TEST_F(Ausgeben, APictureWhosePlaceCannotBeTakenOutIsLeftOut) {
-  bild(u"a"_s, "II+" + QByteArray("\0\x08\0\0\0\x25\x88", 7));
+  bild(u"a"_s, QByteArray("II+\0\x08\0\0\0\x25\x88\x0d\0\1\0\0\0\0\0\0\0", 20));
   bild(u"b"_s, "2");
   const Ausgabeergebnis ergebnis = gib_aus(u"ziel"_s);
   ASSERT_EQ(ergebnis.ausgelassene.size(), 1U);

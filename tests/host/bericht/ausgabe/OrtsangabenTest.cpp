@@ -1,5 +1,7 @@
 // Place data taken out of picture files: all of it, nothing else, and no byte trusted.
 #include <QBuffer>
+#include <QDirIterator>
+#include <QFile>
 #include <QImage>
 
 #include "host/bericht/ausgabe/Ortsangaben.h"
@@ -296,6 +298,11 @@ TEST(Ortsangaben, AHeicIsCleanedInPlace) {
       heifbild::schreibe(handyfoto::motiv({64, 48}), heifbild::Art::Heic, 1, tiff(Folge::Gross, false)));
 }
 
+TEST(Ortsangaben, AContainerThatOnlySpeaksOfExifHoldsNoPlace) {
+  erwarte_unveraendert(
+      zahl(24, 4, Folge::Gross) + "ftypavif" + QByteArray(12, '\0') + xmp("exif:ExifVersion=\"0230\""));
+}
+
 TEST(Ortsangaben, TheFilmBehindAMovingPictureLosesItsPlace) {
   const QByteArray film = zahl(16, 4, Folge::Gross) + "ftypmp42" + QByteArray(4, '\0') + "mdat" + "+1-2/" +
       zahl(30, 4, Folge::Gross) + "\xa9xyz" + QByteArray("\0\x12\x15\xc7", 4) + "+48.1374+011.5755/";
@@ -309,11 +316,36 @@ TEST(Ortsangaben, TheFilmBehindAMovingPictureLosesItsPlace) {
   }
 }
 
+TEST(Ortsangaben, RealPicturesKeepTheirPixelsAndHaveNothingLeftTheSecondTime) {
+  BRAUCHT_TESTDATEN();
+  int alle = 0;
+  int mit_Ort = 0;
+  for (QDirIterator lauf(testdaten(u"bilder"_s), QDir::Files, QDirIterator::Subdirectories); lauf.hasNext(); ++alle) {
+    QFile datei(lauf.next());
+    ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
+    const QByteArray vorher = datei.readAll();
+    QByteArray bytes = vorher;
+    const Befund befund = ortsangaben::entferne(bytes);
+    EXPECT_NE(befund, Befund::Nicht_zu_entfernen) << datei.fileName().toStdString();
+    EXPECT_EQ(bytes.size(), vorher.size());
+    EXPECT_EQ(befund == Befund::Keine, bytes == vorher) << datei.fileName().toStdString();
+    if (befund != Befund::Entfernt) continue;
+    ++mit_Ort;
+    EXPECT_EQ(QImage::fromData(bytes), QImage::fromData(vorher)) << datei.fileName().toStdString();
+    EXPECT_EQ(ortsangaben::entferne(bytes), Befund::Keine) << datei.fileName().toStdString();
+  }
+  EXPECT_GT(alle, 20);
+  EXPECT_GT(mit_Ort, 0);
+}
+
 TEST(Ortsangaben, WhatCannotBeReadButLooksLikeAPlaceIsTold) {
-  const QByteArray kasten = zahl(24, 4, Folge::Gross) + "ftypheic" + QByteArray(12, '\0');
-  for (const QByteArray& datei : {kasten + "infe Exif nichts", kasten + "brobExif",
-           QByteArray("II+\0\x08\0\0\0", 8) + "\x25\x88\x0d", QByteArray("MM\0+\0\x08\0\0", 8) + "\x88\x25",
-           Jpeg + "exif:GPSLatitude", Jpeg + QByteArray("G\0P\0S\0L\0a\0t\0i\0", 14)}) {
+  const QByteArray kasten = zahl(24, 4, Folge::Gross) + "ftypheic" + QByteArray(12, '\0') + "infe";
+  const QByteArray klein("II+\0\x08\0\0\0", 8);
+  const QByteArray gross("MM\0+\0\x08\0\0", 8);
+  for (const QByteArray& datei : {kasten + QByteArray(8, '\0') + "Exif", kasten + QByteArray(10, '\0') + "Exif",
+           zahl(12, 4, Folge::Gross) + "JXL " + "brobExif", klein + QByteArray("\x25\x88\x0d\0\1\0\0\0\0\0\0\0", 12),
+           gross + QByteArray("\x88\x25\0\x12\0\0\0\0\0\0\0\1", 12), Jpeg + "exif:GPSLatitude",
+           Jpeg + QByteArray("G\0P\0S\0L\0a\0t\0i\0", 14)}) {
     QByteArray bytes = datei;
     EXPECT_EQ(ortsangaben::entferne(bytes), Befund::Nicht_zu_entfernen) << datei.mid(0, 40).toHex().data();
   }
