@@ -170,6 +170,20 @@ TEST(Ortsangaben, ABlockInAPrivateSegmentIsFoundByItsHeader) {
               zahl(static_cast<quint32>(block.size()), 4, Folge::Gross) + block)));
 }
 
+TEST_P(OrtJeFolge, APlaceIsFoundThroughEachDirectory) {
+  const Folge folge = GetParam();
+  const QByteArray kopf = tiff(folge).left(8);
+  const auto zeiger = [&](quint32 wert) { return zahl(wert, 4, folge); };
+  const auto zweites = [&](quint32 ort) {
+    return verzeichnis({{0x8825, 4, 1, zeiger(ort + 18)}}, ort, 0, folge) + ortsverzeichnis(ort + 18, folge);
+  };
+  for (const quint16 tag : {0x8769, 0xa005, 0x014a})
+    EXPECT_EQ(gelesen(ohne_Ort(kopf + verzeichnis({{tag, 4, 1, zeiger(26)}}, 8, 0, folge) + zweites(26))).size(), 1);
+  // The next one of the chain, and one of several.
+  ohne_Ort(kopf + verzeichnis({{0x0112, 3, 1, zahl(6, 2, folge)}}, 8, 26, folge) + zweites(26));
+  ohne_Ort(kopf + verzeichnis({{0x014a, 4, 2, zeiger(0) + zeiger(34)}}, 8, 0, folge) + zweites(34));
+}
+
 TEST(Ortsangaben, APointerOutOfTheBlockIsNone) {
   QByteArray block = tiff(Folge::Klein);
   const qsizetype feld = block.indexOf(QByteArray("\x25\x88\x04\0\1\0\0\0", 8));
