@@ -177,7 +177,7 @@ TEST_P(OrtJeFolge, APlaceIsFoundThroughEachDirectory) {
   const auto zweites = [&](quint32 ort) {
     return verzeichnis({{0x8825, 4, 1, zeiger(ort + 18)}}, ort, 0, folge) + ortsverzeichnis(ort + 18, folge);
   };
-  for (const quint16 tag : {0x8769, 0xa005, 0x014a})
+  for (const quint16 tag : QList<quint16>{0x8769, 0xa005, 0x014a})
     EXPECT_EQ(gelesen(ohne_Ort(kopf + verzeichnis({{tag, 4, 1, zeiger(26)}}, 8, 0, folge) + zweites(26))).size(), 1);
   // The next one of the chain, and one of several.
   ohne_Ort(kopf + verzeichnis({{0x0112, 3, 1, zahl(6, 2, folge)}}, 8, 26, folge) + zweites(26));
