@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "host/betrieb/Einstellungsdatei.h"
 #include "host/fenster/ausgabe/Ausgabefenster.h"
 #include "tests/host/fenster/Wirt.h"
 #include "tests/support/Eingaben.h"
@@ -203,7 +204,7 @@ TEST_F(WirtAusgabe, TheTargetIsAskedForByTheButtons) {
 
 TEST_F(WirtAusgabe, ChoicesAreKeptButNeverThatAPlaceGoesWithThem) {
   mit_.merken = true;
-  Ausgabeeinstellung().merke();
+  Einstellungsdatei(u"Ausgabe"_s).clear();
   oeffne(mit_);
   klicke(u"AB 24-1001"_s);
   EXPECT_TRUE(oeffne_und([&](QWidget&) {
