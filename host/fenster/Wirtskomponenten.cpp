@@ -6,8 +6,8 @@
 using namespace Qt::Literals::StringLiterals;
 
 Wirtskomponenten::Wirtskomponenten() {
-  const auto mache = [this](const QString& name, komponenten::Fabrik fabrik) {
-    vorige_.insert(name, komponenten::registriere(name, std::move(fabrik)));
+  const auto mache = [this](const QString& name, const komponenten::Fabrik& fabrik) {
+    vorige_.insert(name, komponenten::registriere(name, fabrik));
   };
   mache(u"KVOListAuskunft.clsAuskunft"_s, [] { return std::make_shared<Artikelauskunft>(); });
   mache(u"KVOArtik.clsArtikelManagerSQL"_s, [] { return std::make_shared<Artikelstamm>(u"Artikelstamm"_s); });

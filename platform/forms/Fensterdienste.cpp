@@ -83,8 +83,8 @@ void lade_Texte() {
 
 void registriere_Vorgaben() {
   const QString name = u"KVOCore.KVFileFunctions"_s;
-  komponenten::Fabrik vorher = komponenten::registriere(name, [] { return std::make_shared<Ordnerwahl>(); });
-  if (vorher) komponenten::registriere(name, std::move(vorher));
+  const komponenten::Fabrik vorher = komponenten::registriere(name, [] { return std::make_shared<Ordnerwahl>(); });
+  if (vorher) komponenten::registriere(name, vorher);
 }
 
 }  // namespace

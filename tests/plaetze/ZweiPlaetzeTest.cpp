@@ -1,9 +1,9 @@
 // Two desks, each a process of its own, at one business record of one database: SQLite, or with KVO_PLAETZE=tds the TDS
 // server of tests/tds.
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include <QProcess>
+#include <csignal>
 #include <map>
 #include <memory>
 #include <optional>

@@ -206,7 +206,7 @@ Spaltenwahl Einlesefenster::gewaehlte() const {
   Spaltenwahl wahl{{}, chk_Kopfzeile->isChecked(), cbo_Art->currentData().toString()};
   if (ansicht_.fest) wahl.spalten = ansicht_.wahl.spalten;
   for (int spalte = 0; !ansicht_.fest && spalte < tbl_Spalten->columnCount(); ++spalte) {
-    const int nummer = static_cast<QComboBox*>(tbl_Spalten->cellWidget(0, spalte))->currentData().toInt();
+    const int nummer = qobject_cast<QComboBox*>(tbl_Spalten->cellWidget(0, spalte))->currentData().toInt();
     wahl.spalten.append(nummer < 0 ? std::nullopt : std::optional(static_cast<Vorgangsspalte>(nummer)));
   }
   return wahl;

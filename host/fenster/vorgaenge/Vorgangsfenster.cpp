@@ -62,9 +62,7 @@ Vorgangsfenster::Vorgangsfenster(adodb::Connection& verbindung, const QString& t
 Vorgangsfenster::Vorgangsfenster(adodb::Connection& verbindung, const Vorgangssatz& gelesen, int bilder, QWidget* ueber)
     : Vorgangsfenster(verbindung, ueber) {
   setWindowTitle(u"Vorgang ändern"_s);
-  gelesen_ = gelesen;
-  bilder_ = bilder;
-  fuelle(gelesen);
+  fuelle(gelesen, bilder);
   for (QWidget* feld : std::initializer_list<QWidget*>{cbo_Art, txt_Typ1, txt_Key[0], txt_Key[1], txt_Key[2]})
     feld->setEnabled(bilder == 0);
   zeige_Pruefung();
@@ -133,10 +131,12 @@ void Vorgangsfenster::baue_Fuss() {
   fuss->addStretch(1);
   fuss->addWidget(cmd_Speichern);
   fuss->addWidget(abbrechen);
-  static_cast<QVBoxLayout*>(layout())->addLayout(fuss);
+  qobject_cast<QVBoxLayout*>(layout())->addLayout(fuss);
 }
 
-void Vorgangsfenster::fuelle(const Vorgangssatz& satz) {
+void Vorgangsfenster::fuelle(const Vorgangssatz& satz, int bilder) {
+  gelesen_ = satz;
+  bilder_ = bilder;
   waehle_Art(satz.schluessel.typ1);
   for (std::size_t i = 0; i < txt_Key.size(); ++i) txt_Key.at(i)->setText(satz.schluessel.keys.at(i));
   benenne_Teile();

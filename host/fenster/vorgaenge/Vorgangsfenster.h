@@ -31,7 +31,8 @@ class Vorgangsfenster final : public QDialog {
   void baue_auf();
   void baue_Felder(QFormLayout& felder);
   void baue_Fuss();
-  void fuelle(const Vorgangssatz& satz);
+  /// The record that is changed, with so many pictures.
+  void fuelle(const Vorgangssatz& satz, int bilder);
   void waehle_Art(const QString& typ1);
   /// Names the parts of the number as the kind does, and hides those that it does not have.
   void benenne_Teile();

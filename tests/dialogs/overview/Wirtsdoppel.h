@@ -138,9 +138,9 @@ class Auskunftsdoppel final : public clsAuskunft {
 /// Registers a component while it lives; what was registered before comes back.
 class Registrierung {
  public:
-  Registrierung(QString name, komponenten::Fabrik fabrik)
-      : name_(std::move(name)), vorher_(komponenten::registriere(name_, std::move(fabrik))) {}
-  ~Registrierung() { komponenten::registriere(name_, std::move(vorher_)); }
+  Registrierung(QString name, const komponenten::Fabrik& fabrik)
+      : name_(std::move(name)), vorher_(komponenten::registriere(name_, fabrik)) {}
+  ~Registrierung() { komponenten::registriere(name_, vorher_); }
   Registrierung(const Registrierung&) = delete;
   Registrierung& operator=(const Registrierung&) = delete;
 

@@ -8,7 +8,8 @@ namespace {
 
 using Verbleib = Zuordnungsweg::Verbleib;
 
-Zuordnungsweg::Ergebnis ergebnis(int geschrieben, int nicht_geschrieben, int ungewiss, std::vector<Verbleib> bilder) {
+Zuordnungsweg::Ergebnis ergebnis(
+    int geschrieben, int nicht_geschrieben, int ungewiss, const std::vector<Verbleib>& bilder) {
   Zuordnungsweg::Ergebnis e;
   e.geoeffnet = true;
   e.geaendert = geschrieben;

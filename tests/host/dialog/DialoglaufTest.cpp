@@ -66,7 +66,7 @@ TEST_F(Dialoglauf, AnAttachedPictureGoesIntoTheFolderOfTheCall) {
   EXPECT_EQ(ende.code, 0) << ende.fehlerausgabe.toStdString();
   EXPECT_EQ(ende.json()[u"neu"_s].toInt(), 1);
   QString name;
-  for (const QJsonValue& bild : ende.json()[u"bilder"_s].toArray())
+  for (const QJsonValue bild : ende.json()[u"bilder"_s].toArray())
     if (bild[u"verbleib"_s].toString() == "neu"_L1) name = bild[u"name"_s].toString();
   EXPECT_TRUE(name.startsWith(u"kessel"_s)) << ende.ausgabe.toStdString();
   EXPECT_TRUE(QFile::exists(bilder() + u"/Eigene/Belege/"_s + name)) << name.toStdString();

@@ -83,7 +83,7 @@ TEST_F(WirtHochkomma, ARecordWithAnApostropheShowsNoPictureAndOpensNoDialog) {
     EXPECT_TRUE(aufrufe_.isEmpty());
     EXPECT_EQ(tabelle(), vorher);
     fenster_.reset();
-    Wirt::SetUp();
+    SetUp();
   }
 }
 
@@ -113,7 +113,7 @@ TEST_F(WirtHochkomma, ARecordWithSuchARowOpensForDisplayOnly) {
     EXPECT_EQ(tabelle(), vorher);
     fenster_.reset();
     aufrufe_.clear();
-    Wirt::SetUp();
+    SetUp();
   }
 }
 

@@ -181,7 +181,8 @@ SQLRETURN OdbcDoppel::Fetch(SQLHSTMT anweisung) {
       lege_ab(schritte[schritt_].zeilen[*zeile_][spalte - 1U], bindung, geholte);
   }
   if (auto* zaehler = static_cast<SQLULEN*>(zeiger_[SQL_ATTR_ROWS_FETCHED_PTR])) *zaehler = geholte;
-  return geholte > 0 && ergebnis == SQL_NO_DATA ? SQL_SUCCESS : ergebnis;
+  if (geholte > 0 && ergebnis == SQL_NO_DATA) return SQL_SUCCESS;
+  return ergebnis;
 }
 
 void OdbcDoppel::lege_ab(const Zelle& zelle, const Bindung& bindung, std::size_t platz_im_Block) const {
