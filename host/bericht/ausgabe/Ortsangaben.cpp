@@ -3,6 +3,7 @@
 #include <QByteArrayView>
 #include <QtEndian>
 #include <algorithm>
+#include <array>
 
 #include "host/bericht/ausgabe/Pngtexte.h"
 #include "host/bericht/ausgabe/Tiffblock.h"
@@ -13,12 +14,13 @@ namespace {
 
 constexpr QByteArrayView Exif("Exif\0\0", 6);
 
-/// The whole file is such a structure; the two of raw formats too that begin otherwise.
+/// A whole file that is such a structure begins so; those of raw formats that have signs of their own too.
+constexpr std::array<QByteArrayView, 6> Dateikoepfe{QByteArrayView("II*\0", 4), QByteArrayView("MM\0*", 4),
+    QByteArrayView("IIU\0", 4), QByteArrayView("IIRO"), QByteArrayView("IIRS"), QByteArrayView("MMOR")};
+
 bool ist_Tiff(QByteArrayView bytes) {
-  for (const QByteArrayView kopf : {QByteArrayView("II*\0", 4), QByteArrayView("MM\0*", 4), QByteArrayView("IIU\0", 4),
-           QByteArrayView("IIRO"), QByteArrayView("IIRS"), QByteArrayView("MMOR")})
-    if (bytes.startsWith(kopf)) return true;
-  return false;
+  return std::any_of(
+      Dateikoepfe.begin(), Dateikoepfe.end(), [&](QByteArrayView kopf) { return bytes.startsWith(kopf); });
 }
 
 bool ist_Kastendatei(QByteArrayView bytes) {

@@ -234,9 +234,10 @@ TEST_F(WirtAusgabe, TheTabulatorWalksFromTheTargetToTheButtonsAndEachHasItsKey) 
             u"chk_Ort"_s, u"cmd_Ausgeben"_s, u"cmd_Abbrechen"_s}));
     for (const auto& [taste, name] : {std::pair{Qt::Key_T, u"chk_Texte"_s},
              std::pair{Qt::Key_D, u"chk_Gekennzeichnete"_s}, std::pair{Qt::Key_G, u"chk_Ort"_s}}) {
+      const auto& feld = darin<QCheckBox>(name);
       eingaben::taste(fenster, taste, Qt::AltModifier);
       // The box is seen to go down first.
-      EXPECT_TRUE(QTest::qWaitFor([&] { return darin<QCheckBox>(name).isChecked(); })) << name.toStdString();
+      EXPECT_TRUE(QTest::qWaitFor([&feld] { return feld.isChecked(); })) << name.toStdString();
     }
     EXPECT_EQ(darin(u"txt_Ziel"_s).accessibleName(), u"Ordner oder ZIP-Datei"_s);
     EXPECT_EQ(darin(u"bar_Fortschritt"_s).accessibleName(), u"Fortschritt"_s);
