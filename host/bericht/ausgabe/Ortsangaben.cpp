@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "host/bericht/ausgabe/Bytesuche.h"
 #include "host/bericht/ausgabe/Pngtexte.h"
 #include "host/bericht/ausgabe/Tiffblock.h"
 #include "host/bericht/ausgabe/Xmpblock.h"
@@ -66,7 +67,8 @@ Blockbefund entferne_aus_Bloecken(QByteArray& bytes) {
   };
   if (ist_Tiff(bytes)) nimm(0);
   for (const QByteArrayView kopf : {QByteArrayView("II*\0", 4), QByteArrayView("MM\0*", 4)})
-    for (qsizetype ort = bytes.indexOf(kopf); ort >= 0; ort = bytes.indexOf(kopf, ort + 1)) nimm(ort);
+    for (qsizetype ort = bytesuche::erste(bytes, kopf); ort >= 0; ort = bytesuche::erste(bytes, kopf, ort + 1))
+      nimm(ort);
   return befund;
 }
 
@@ -84,9 +86,9 @@ qsizetype laenge_des_Ortes(QByteArrayView bytes, qsizetype ort) {
 
 /// The film of a phone's moving picture has its own place.
 bool entferne_aus_Film(QByteArray& bytes) {
-  if (bytes.indexOf(QByteArrayView("\xa9xyz")) < 0 && bytes.indexOf("ISO6709") < 0) return false;
+  if (bytesuche::erste(bytes, QByteArrayView("\xa9xyz")) < 0 && bytesuche::erste(bytes, "ISO6709") < 0) return false;
   bool etwas = false;
-  for (qsizetype ort = bytes.indexOf("ftyp"); ort >= 0 && ort < bytes.size(); ++ort) {
+  for (qsizetype ort = bytesuche::erste(bytes, "ftyp"); ort >= 0 && ort < bytes.size(); ++ort) {
     const qsizetype laenge = laenge_des_Ortes(bytes, ort);
     if (laenge == 0) continue;
     std::fill_n(bytes.begin() + ort, laenge, '\0');
@@ -97,7 +99,7 @@ bool entferne_aus_Film(QByteArray& bytes) {
 
 /// The container has an item that is an Exif block (ISO/IEC 14496-12, the entry of an item with 16 or 32 bits of name).
 bool nennt_Exif(QByteArrayView bytes) {
-  for (qsizetype ort = bytes.indexOf("infe"); ort >= 0; ort = bytes.indexOf("infe", ort + 1))
+  for (qsizetype ort = bytesuche::erste(bytes, "infe"); ort >= 0; ort = bytesuche::erste(bytes, "infe", ort + 1))
     if (steht(bytes, ort + 12, "Exif") || steht(bytes, ort + 14, "Exif")) return true;
   return false;
 }
@@ -109,7 +111,7 @@ bool nennt_Ort_gross(QByteArrayView bytes) {
   for (const char typ : {'\x04', '\x0d', '\x10', '\x12'}) {
     QByteArray eintrag = QByteArray("\x88\x25\0", 3) + typ + QByteArray("\0\0\0\0\0\0\0\1", 8);
     if (!gross) eintrag = QByteArray("\x25\x88", 2) + typ + QByteArray("\0\1\0\0\0\0\0\0\0", 9);
-    if (bytes.indexOf(eintrag) >= 0) return true;
+    if (bytesuche::erste(bytes, eintrag) >= 0) return true;
   }
   return false;
 }
@@ -117,9 +119,10 @@ bool nennt_Ort_gross(QByteArrayView bytes) {
 /// Whether bytes that nobody has read look as if they held a place.
 bool sieht_nach_Ort_aus(QByteArrayView bytes, int lesbare_Bloecke) {
   for (const QByteArrayView rest : {QByteArrayView("GPSLatitude"), QByteArrayView("G\0P\0S\0L\0a\0t\0", 12)})
-    if (bytes.indexOf(rest) >= 0) return true;
+    if (bytesuche::erste(bytes, rest) >= 0) return true;
   if (ist_Kastendatei(bytes) && lesbare_Bloecke == 0 && nennt_Exif(bytes)) return true;
-  if (steht(bytes, 4, "JXL ")) return bytes.indexOf("brobExif") >= 0 || bytes.indexOf("brobxml ") >= 0;
+  if (steht(bytes, 4, "JXL "))
+    return bytesuche::erste(bytes, "brobExif") >= 0 || bytesuche::erste(bytes, "brobxml ") >= 0;
   return nennt_Ort_gross(bytes);
 }
 

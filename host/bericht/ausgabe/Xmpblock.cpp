@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/bericht/ausgabe/Bytesuche.h"
+
 namespace {
 
 constexpr QByteArrayView Anfang("<rdf:RDF");
@@ -45,7 +47,8 @@ Stueck erweiterung_bei(QByteArrayView bytes, qsizetype ort) {
 
 bool entferne_Erweiterungen(QByteArray& bytes) {
   std::map<QByteArray, std::pair<QByteArray, std::vector<Stueck>>> pakete;
-  for (qsizetype ort = bytes.indexOf(Erweiterung); ort >= 0; ort = bytes.indexOf(Erweiterung, ort + 1)) {
+  for (qsizetype ort = bytesuche::erste(bytes, Erweiterung); ort >= 0;
+       ort = bytesuche::erste(bytes, Erweiterung, ort + 1)) {
     const Stueck stueck = erweiterung_bei(bytes, ort);
     auto& [text, stuecke] = pakete[bytes.mid(ort + Erweiterung.size(), Kennung)];
     text += bytes.mid(stueck.anfang, stueck.ende - stueck.anfang);
@@ -62,9 +65,9 @@ bool entferne_Erweiterungen(QByteArray& bytes) {
 
 bool entferne_Pakete(QByteArray& bytes) {
   bool etwas = false;
-  for (qsizetype ort = bytes.indexOf(Anfang); ort >= 0; ort = bytes.indexOf(Anfang, ort + 1)) {
+  for (qsizetype ort = bytesuche::erste(bytes, Anfang); ort >= 0; ort = bytesuche::erste(bytes, Anfang, ort + 1)) {
     qsizetype ende = textende(bytes, ort);
-    const qsizetype schluss = QByteArrayView(bytes).first(ende).indexOf(Schluss, ort);
+    const qsizetype schluss = bytesuche::erste(QByteArrayView(bytes).first(ende), Schluss, ort);
     if (schluss >= 0) ende = schluss + Schluss.size();
     if (!xmpblock::nennt_Ort(QByteArrayView(bytes).sliced(ort, ende - ort))) continue;
     ueberschreibe(bytes, {ort, ende});
@@ -77,7 +80,8 @@ bool entferne_Pakete(QByteArray& bytes) {
 
 bool xmpblock::nennt_Ort(QByteArrayView text) {
   const QByteArray klein = text.toByteArray().toLower();
-  return std::any_of(Ortsworte.begin(), Ortsworte.end(), [&](QByteArrayView wort) { return klein.indexOf(wort) >= 0; });
+  return std::any_of(
+      Ortsworte.begin(), Ortsworte.end(), [&](QByteArrayView wort) { return bytesuche::erste(klein, wort) >= 0; });
 }
 
 bool xmpblock::entferne_Ort(QByteArray& bytes) {
