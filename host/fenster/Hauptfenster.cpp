@@ -132,7 +132,8 @@ void Hauptfenster::baue_auf() {
   lage->addWidget(teiler);
   setCentralWidget(mitte);
   // From the record to its pictures; what serves the whole tree comes last.
-  setTabOrder(ansicht_->cmd_Anzeigen, ansicht_->cmd_AlleZuordnungen);
+  setTabOrder(ansicht_->cmd_Anzeigen, ansicht_->cmd_Ausgeben);
+  setTabOrder(ansicht_->cmd_Ausgeben, ansicht_->cmd_AlleZuordnungen);
   setTabOrder(ansicht_->cmd_AlleZuordnungen, ansicht_->cmd_WeitereZuordnungen);
   setTabOrder(ansicht_->cmd_WeitereZuordnungen, ansicht_->cmd_Exif);
   setTabOrder(ansicht_->cmd_Exif, liste_->cmd_NeuerVorgang);
@@ -161,7 +162,7 @@ void Hauptfenster::baue_Aktionen() {
   act_Einfuegen = aktion(u"act_Einfuegen"_s, u"Einfügen"_s, QKeySequence::Paste, &Hauptfenster::fuege_ein);
   aktion(u"act_Rueckgaengig"_s, u"Rückgängig"_s, QKeySequence::Undo, &Hauptfenster::nimm_zurueck);
   act_Aufrecht = aktion(u"act_Aufrecht"_s, u"Neue Bilder aufrecht stellen"_s, {}, [] {});
-  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen, act_Einfuegen, act_Aufrecht};
+  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen, baue_Ausgabe(), act_Einfuegen, act_Aufrecht};
   liste_->Kontextmenue(bilder + baue_Vorgangsaktionen() + QList<QAction*>{suchen, aufraeumen, einlesen});
   ansicht_->addActions(bilder);
   ansicht_->setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -208,6 +209,9 @@ void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
   for (QAction* aktion : {act_Zuordnen, act_Anzeigen, act_Einfuegen}) aktion->setEnabled(erlaubt);
   erlaube_Vorgangsaktionen();
   for (QWidget* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen}) knopf->setEnabled(erlaubt);
+  // Only what has pictures can be handed out.
+  act_Ausgeben->setEnabled(false);
+  ansicht_->cmd_Ausgeben->setEnabled(false);
 }
 
 void Hauptfenster::zeige_Ausfall(const QString& grund) {
@@ -318,6 +322,7 @@ void Hauptfenster::zeige_gewaehlten() {
     static_cast<void>(platz_.wurzel_fehlt());
     const auto sammlung = lies_Bildsammlung(platz_, *vorgang);
     ansicht_->zeige(*vorgang, vorschaubilder(*sammlung, platz_.wurzel()));
+    act_Ausgeben->setEnabled(ansicht_->cmd_Ausgeben->isEnabled());
   } catch (const Abbruch& abbruch) {
     ansicht_->zeige_Hinweis(vorgang::infozeile(*vorgang), abbruch.text(), true);
     melde(abbruch.text());

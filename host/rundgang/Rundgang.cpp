@@ -89,12 +89,13 @@ int Rundgang::laufe() {
   fenster_ = std::make_unique<Hauptfenster>(optionen, dialog_);
   fenster_->beginne();
   fenster_->show();
-  for (const auto plane : {&Rundgang::plane_Fenster, &Rundgang::plane_Waehlen, &Rundgang::plane_Oeffnen,
-           &Rundgang::plane_Felder, &Rundgang::plane_Namen, &Rundgang::plane_Streifen, &Rundgang::plane_Groessen,
-           &Rundgang::plane_Speichern, &Rundgang::plane_Anzeigen, &Rundgang::plane_Verwerfen,
-           &Rundgang::plane_Bildablage, &Rundgang::plane_Suchen, &Rundgang::plane_Anhaengen, &Rundgang::plane_Drehen,
-           &Rundgang::plane_Exif, &Rundgang::plane_Weitere_Zuordnungen, &Rundgang::plane_Alle_Zuordnungen,
-           &Rundgang::plane_Aufraeumen, &Rundgang::plane_Aufnehmen, &Rundgang::plane_Vorgaenge})
+  for (const auto plane :
+      {&Rundgang::plane_Fenster, &Rundgang::plane_Waehlen, &Rundgang::plane_Oeffnen, &Rundgang::plane_Felder,
+          &Rundgang::plane_Namen, &Rundgang::plane_Streifen, &Rundgang::plane_Groessen, &Rundgang::plane_Speichern,
+          &Rundgang::plane_Anzeigen, &Rundgang::plane_Verwerfen, &Rundgang::plane_Bildablage, &Rundgang::plane_Suchen,
+          &Rundgang::plane_Anhaengen, &Rundgang::plane_Drehen, &Rundgang::plane_Exif,
+          &Rundgang::plane_Weitere_Zuordnungen, &Rundgang::plane_Alle_Zuordnungen, &Rundgang::plane_Aufraeumen,
+          &Rundgang::plane_Aufnehmen, &Rundgang::plane_Ausgeben, &Rundgang::plane_Vorgaenge})
     (this->*plane)();
   folge_.beginne([this] {
     // Where something is wrong the last sight tells most.
