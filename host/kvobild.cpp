@@ -29,9 +29,9 @@ Ausgang laufe(const QStringList& argumente) {
   try {
     const Ausgang ausgang = befehlszeile::fuehre_aus(Kvobild,
         {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
-            befehle::entfernen(), befehle::aufraeumen(), befehle::exif(), befehle::drehen(), befehle::thumbnail(),
-            befehle::bericht(), befehle::beispieldaten(), befehle::datenbank_anlegen(), befehle::datenbank_pruefen(),
-            befehle::vorgaenge_einlesen(), befehle::vorgaenge_liste()},
+            befehle::entfernen(), befehle::aufraeumen(), befehle::ausgeben(), befehle::exif(), befehle::drehen(),
+            befehle::thumbnail(), befehle::bericht(), befehle::beispieldaten(), befehle::datenbank_anlegen(),
+            befehle::datenbank_pruefen(), befehle::vorgaenge_einlesen(), befehle::vorgaenge_liste()},
         argumente);
     if (ausgabe::abgeschlossen()) return ausgang;
     throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);

@@ -11,7 +11,7 @@ readonly PAKETE_BAU=(
   qt6-base-dev libjpeg62-turbo-dev libsqlite3-dev unixodbc-dev libxcb1-dev
   unixodbc tdsodbc
   libqt6gui6 libqt6printsupport6 qt6-image-formats-plugins libqt6svg6 qt6-translations-l10n
-  libheif-dev libheif1 libqpdf-dev
+  libheif-dev libheif1 libqpdf-dev libzip-dev zlib1g-dev
   fonts-dejavu-core
 )
 # What the tests need besides.

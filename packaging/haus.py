@@ -21,7 +21,8 @@ STOCKWERKE = [
         ("host/betrieb/befehl", "Befehlszeile, Ausgabe, Auftrag"),
         ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten"),
         ("host/betrieb/vorgaenge", "eigene Vorgänge, Listen einlesen"), ("host/fenster/vorgaenge", "Vorgang, Einlesen, Anfang"),
-        ("host/betrieb/aufnahme", "Bilder aufnehmen, zurücknehmen"), ("host/fenster/aufnahme", "ziehen, einfügen, Fortschritt"), ("host/fenster/bericht", "Bericht: Vorschau, Druck, Mail")]),
+        ("host/betrieb/aufnahme", "Bilder aufnehmen, zurücknehmen"), ("host/fenster/aufnahme", "ziehen, einfügen, Fortschritt"),
+        ("host/bericht/ausgabe", "Bilder ausgeben, ohne Ortsangaben"), ("host/fenster/bericht", "Bericht: Vorschau, Druck, Mail"), ("host/fenster/ausgabe", "wohin Bilder gehen")]),
     ("5", "Die Bibliothek", [
         ("component", "was ein Wirt sieht"), ("component/weg", "der Weg eines Wirts: lesen, zeigen, schreiben, prüfen")]),
     ("4", "Die Dialoge", [

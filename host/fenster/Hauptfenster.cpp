@@ -19,6 +19,7 @@
 #include "host/betrieb/vorgang/Vorgangsfilter.h"
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
 #include "host/fenster/Anmeldefenster.h"
+#include "host/fenster/Gemerkterplatz.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "platform/host/KVOCore.h"
 #include "platform/host/Oberflaeche.h"
@@ -58,23 +59,6 @@ QString ort_der_Datenbank(const Arbeitsplatz& platz) {
 
 }  // namespace
 
-/// The window's place on the screen for the core component that keeps it.
-class Hauptfenster::Platz final : public Fensterplatz {
- public:
-  explicit Platz(Hauptfenster& fenster) : fenster_(fenster) {}
-  QString Fenstername() const override { return u"Hauptfenster"_s; }
-  Fensterlage Lage() const override {
-    return {fenster_.isMaximized() ? fenster_.normalGeometry() : fenster_.geometry(), fenster_.isMaximized()};
-  }
-  void Lage(const Fensterlage& wert) override {
-    fenster_.setGeometry(wert.Rechteck);
-    if (wert.Maximiert) fenster_.setWindowState(Qt::WindowMaximized);
-  }
-
- private:
-  Hauptfenster& fenster_;
-};
-
 Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
     : platz_(std::move(optionen)),
       lauf_(platz_, std::move(dialog)),
@@ -90,7 +74,7 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   baue_Aktionen();
   richte_Aufnahme_ein();
   resize(1120, 680);
-  Platz platz(*this);
+  Gemerkterplatz platz(*this);
   KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, platz);
   liste_->bei_Wahl = [this] {
     vergiss_Aufnahme();
@@ -133,7 +117,8 @@ void Hauptfenster::baue_auf() {
   setCentralWidget(mitte);
   // From the record to its pictures; what serves the whole tree comes last.
   setTabOrder(ansicht_->cmd_Anzeigen, ansicht_->cmd_Bericht);
-  setTabOrder(ansicht_->cmd_Bericht, ansicht_->cmd_AlleZuordnungen);
+  setTabOrder(ansicht_->cmd_Bericht, ansicht_->cmd_Ausgeben);
+  setTabOrder(ansicht_->cmd_Ausgeben, ansicht_->cmd_AlleZuordnungen);
   setTabOrder(ansicht_->cmd_AlleZuordnungen, ansicht_->cmd_WeitereZuordnungen);
   setTabOrder(ansicht_->cmd_WeitereZuordnungen, ansicht_->cmd_Exif);
   setTabOrder(ansicht_->cmd_Exif, liste_->cmd_NeuerVorgang);
@@ -162,7 +147,8 @@ void Hauptfenster::baue_Aktionen() {
   act_Einfuegen = aktion(u"act_Einfuegen"_s, u"Einfügen"_s, QKeySequence::Paste, &Hauptfenster::fuege_ein);
   aktion(u"act_Rueckgaengig"_s, u"Rückgängig"_s, QKeySequence::Undo, &Hauptfenster::nimm_zurueck);
   act_Aufrecht = aktion(u"act_Aufrecht"_s, u"Neue Bilder aufrecht stellen"_s, {}, [] {});
-  const QList<QAction*> bilder{act_Zuordnen, act_Anzeigen, baue_Berichtsaktion(), act_Einfuegen, act_Aufrecht};
+  const QList<QAction*> bilder{
+      act_Zuordnen, act_Anzeigen, baue_Berichtsaktion(), baue_Ausgabe(), act_Einfuegen, act_Aufrecht};
   liste_->Kontextmenue(bilder + baue_Vorgangsaktionen() + QList<QAction*>{suchen, aufraeumen, einlesen});
   ansicht_->addActions(bilder);
   ansicht_->setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -195,7 +181,7 @@ bool Hauptfenster::event(QEvent* ereignis) {
 }
 
 void Hauptfenster::closeEvent(QCloseEvent* ereignis) {
-  KVOCore::aktuell().FensterSpeichern(Anwendungsname, Platz(*this));
+  KVOCore::aktuell().FensterSpeichern(Anwendungsname, Gemerkterplatz(*this));
   ereignis->accept();
 }
 
@@ -210,6 +196,9 @@ void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
   erlaube_Vorgangsaktionen();
   for (QWidget* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen, ansicht_->cmd_Bericht})
     knopf->setEnabled(erlaubt);
+  // Only what has pictures can be handed out.
+  act_Ausgeben->setEnabled(false);
+  ansicht_->cmd_Ausgeben->setEnabled(false);
 }
 
 void Hauptfenster::zeige_Ausfall(const QString& grund) {
@@ -320,6 +309,7 @@ void Hauptfenster::zeige_gewaehlten() {
     static_cast<void>(platz_.wurzel_fehlt());
     const auto sammlung = lies_Bildsammlung(platz_, *vorgang);
     ansicht_->zeige(*vorgang, vorschaubilder(*sammlung, platz_.wurzel()));
+    act_Ausgeben->setEnabled(ansicht_->cmd_Ausgeben->isEnabled());
   } catch (const Abbruch& abbruch) {
     ansicht_->zeige_Hinweis(vorgang::infozeile(*vorgang), abbruch.text(), true);
     melde(abbruch.text());

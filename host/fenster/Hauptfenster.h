@@ -17,6 +17,7 @@
 #include "host/fenster/Vorgangsliste.h"
 #include "host/fenster/Wirtskomponenten.h"
 #include "host/fenster/aufnahme/Abwurf.h"
+#include "host/fenster/ausgabe/Zielwahl.h"
 #include "host/fenster/bericht/Berichtsfragen.h"
 #include "host/fenster/vorgaenge/Einlesefenster.h"
 
@@ -69,6 +70,9 @@ class Hauptfenster final : public QMainWindow {
   /// Takes the pictures that were attached last back out, as long as nothing else was done.
   void nimm_zurueck();
 
+  /// Lets the user hand out the pictures of the chosen record; without one nothing happens.
+  void gib_Bilder_aus(const Zielwahl& zielwahl);
+
   Vorgangsliste* liste() const noexcept { return liste_; }
   Vorgangsansicht* ansicht() const noexcept { return ansicht_; }
 
@@ -77,7 +81,6 @@ class Hauptfenster final : public QMainWindow {
   void closeEvent(QCloseEvent* ereignis) override;
 
  private:
-  class Platz;
   /// What can be taken back.
   struct Zurueck {
     Vorgang vorgang;
@@ -99,6 +102,7 @@ class Hauptfenster final : public QMainWindow {
   /// The actions that make and change records.
   QList<QAction*> baue_Vorgangsaktionen();
   void erlaube_Vorgangsaktionen();
+  QAction* baue_Ausgabe();
   /// The database keeps the records itself.
   bool hat_eigene_Vorgaenge() const;
   void zeige_Vorgang(const Vorgangsschluessel& schluessel, const QString& tat);
@@ -142,6 +146,7 @@ class Hauptfenster final : public QMainWindow {
   QAction* act_Loeschen = nullptr;
   QAction* act_Liste = nullptr;
   QAction* act_Einfuegen = nullptr;
+  QAction* act_Ausgeben = nullptr;
   QAction* act_Aufrecht = nullptr;
   QPushButton* cmd_Rueckgaengig;
   std::unique_ptr<Zurueck> zurueck_;

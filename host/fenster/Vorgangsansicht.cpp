@@ -51,6 +51,8 @@ Vorgangsansicht::Vorgangsansicht(QWidget* oberhalb)
           u"Zeigt die Bilder des Vorgangs, ohne dass sich etwas ändern lässt"_s)),
       cmd_Bericht(knopf(u"cmd_Bericht"_s, u"Ber&icht …"_s,
           u"Zeigt die Bilder, die zum Drucken gekennzeichnet sind, als Bericht: für Drucker, PDF und Mail (Strg+P)"_s)),
+      cmd_Ausgeben(knopf(u"cmd_Ausgeben"_s, u"Bilder aus&geben …"_s,
+          u"Gibt die Bilder des Vorgangs in einen Ordner oder eine ZIP-Datei aus (Strg+Umschalt+S)"_s)),
       cmd_Exif(knopf(u"cmd_Exif"_s, u"E&xif …"_s, u"Zeigt die Eigenschaften des gewählten Bildes (Strg+E)"_s)),
       cmd_AlleZuordnungen(knopf(u"cmd_AlleZuordnungen"_s, u"A&lle Zuordnungen …"_s,
           u"Zeigt, welchen Vorgängen das gewählte Bild noch zugeordnet ist"_s)),
@@ -91,6 +93,7 @@ QWidget* Vorgangsansicht::baue_Vorgangsseite() {
   knoepfe->addWidget(cmd_Zuordnen);
   knoepfe->addWidget(cmd_Anzeigen);
   knoepfe->addWidget(cmd_Bericht);
+  knoepfe->addWidget(cmd_Ausgeben);
   knoepfe->addStretch(1);
   auto* bildknoepfe = new QHBoxLayout;
   for (QPushButton* eines : {cmd_AlleZuordnungen, cmd_WeitereZuordnungen, cmd_Exif}) {
@@ -134,7 +137,7 @@ void Vorgangsansicht::zeige(const Vorgang& vorgang, const QList<Vorschaubild>& b
   lbl_Betreff->setVisible(!vorgang.betreff.isEmpty());
   lbl_Anzahl->setText(zahl_der_Bilder(bilder));
   lst_Bilder->setze(bilder);
-  cmd_WeitereZuordnungen->setEnabled(!bilder.isEmpty());
+  for (QPushButton* eines : {cmd_WeitereZuordnungen, cmd_Ausgeben}) eines->setEnabled(!bilder.isEmpty());
   bildseiten_->setCurrentIndex(bilder.isEmpty() ? 1 : 0);
   seiten_->setCurrentIndex(1);
 }

@@ -29,7 +29,8 @@ class Vorgangsansicht final : public QWidget {
   QPushButton* cmd_Zuordnen;
   QPushButton* cmd_Anzeigen;
   QPushButton* const cmd_Bericht;
-  QPushButton* cmd_Exif;  ///< usable while a picture is chosen
+  QPushButton* const cmd_Ausgeben;  ///< usable where the record has pictures
+  QPushButton* cmd_Exif;            ///< usable while a picture is chosen
   QPushButton* const cmd_AlleZuordnungen;
   QPushButton* const cmd_WeitereZuordnungen;
   QPushButton* cmd_NochEinmal;

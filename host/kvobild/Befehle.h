@@ -14,6 +14,7 @@ Befehl anlegen();
 Befehl datenbank_anlegen();
 Befehl datenbank_pruefen();
 Befehl aufraeumen();
+Befehl ausgeben();
 Befehl bericht();
 Befehl exif();
 Befehl drehen();

@@ -95,7 +95,7 @@ int Rundgang::laufe() {
           &Rundgang::plane_Anzeigen, &Rundgang::plane_Verwerfen, &Rundgang::plane_Bildablage, &Rundgang::plane_Suchen,
           &Rundgang::plane_Anhaengen, &Rundgang::plane_Drehen, &Rundgang::plane_Exif,
           &Rundgang::plane_Weitere_Zuordnungen, &Rundgang::plane_Alle_Zuordnungen, &Rundgang::plane_Aufraeumen,
-          &Rundgang::plane_Aufnehmen, &Rundgang::plane_Vorgaenge, &Rundgang::plane_Bericht})
+          &Rundgang::plane_Aufnehmen, &Rundgang::plane_Ausgeben, &Rundgang::plane_Vorgaenge, &Rundgang::plane_Bericht})
     (this->*plane)();
   folge_.beginne([this] {
     // Where something is wrong the last sight tells most.

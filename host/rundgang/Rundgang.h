@@ -51,6 +51,7 @@ class Rundgang {
   void plane_Alle_Zuordnungen();
   void plane_Aufraeumen();
   void plane_Aufnehmen();
+  void plane_Ausgeben();
   void plane_Vorgaenge();
   void plane_Bericht();
   void schliesse_ab();

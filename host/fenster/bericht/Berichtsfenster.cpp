@@ -15,6 +15,7 @@
 #include "host/bericht/Seitenplaner.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/vorgang/Bildsammlung.h"
+#include "host/fenster/Gemerkterplatz.h"
 #include "host/fenster/bericht/Berichtsauswahl.h"
 #include "host/fenster/bericht/Berichtseinstellung.h"
 #include "host/fenster/bericht/Berichtspost.h"
@@ -45,23 +46,6 @@ QString genannt(const QStringList& fehlende) {
 
 }  // namespace
 
-/// The window's place on the screen for the core component that keeps it.
-class Berichtsfenster::Platz final : public Fensterplatz {
- public:
-  explicit Platz(Berichtsfenster& fenster) : fenster_(fenster) {}
-  QString Fenstername() const override { return u"Berichtsfenster"_s; }
-  Fensterlage Lage() const override {
-    return {fenster_.isMaximized() ? fenster_.normalGeometry() : fenster_.geometry(), fenster_.isMaximized()};
-  }
-  void Lage(const Fensterlage& wert) override {
-    fenster_.setGeometry(wert.Rechteck);
-    if (wert.Maximiert) fenster_.setWindowState(Qt::WindowMaximized);
-  }
-
- private:
-  Berichtsfenster& fenster_;
-};
-
 Berichtsfenster::Berichtsfenster(Arbeitsplatz& platz, Vorgang vorgang, Berichtsfragen fragen, QWidget* ueber)
     : QDialog(ueber), platz_(platz), vorgang_(std::move(vorgang)), fragen_(std::move(fragen)) {
   setObjectName(u"Berichtsfenster"_s);
@@ -70,7 +54,7 @@ Berichtsfenster::Berichtsfenster(Arbeitsplatz& platz, Vorgang vorgang, Berichtsf
   baue_auf();
   verbinde();
   resize(1100, 760);
-  Platz ort(*this);
+  Gemerkterplatz ort(*this);
   KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, ort);
   ansicht_->setFocus();
   erlaube();
@@ -284,7 +268,7 @@ void Berichtsfenster::done(int ergebnis) {
     berichtseinstellung::wahl(auswahl_->wahl());
     auswahl_->kopf().merke();
   }
-  KVOCore::aktuell().FensterSpeichern(Anwendungsname, Platz(*this));
+  KVOCore::aktuell().FensterSpeichern(Anwendungsname, Gemerkterplatz(*this));
   QDialog::done(ergebnis);
 }
 

@@ -45,7 +45,6 @@ class Berichtsfenster final : public QDialog {
 
  private:
   enum class Arbeit { Keine, Lesen, Ausgabe };
-  class Platz;
   /// So many of so many are done; false stops.
   using Fortgang = std::function<bool(std::size_t, std::size_t)>;
 

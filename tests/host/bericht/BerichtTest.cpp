@@ -214,14 +214,19 @@ TEST_F(BerichtDatei, TwoPicturesOfOneNameInTwoFoldersBothAppear) {
 }
 
 TEST_F(BerichtDatei, TheSamePictureTwiceIsStoredOnceAtItsLargerSize) {
-  nimm(u"foto.jpg"_s, jpeg({3000, 2000}, Qt::red));
-  nimm(u"foto.jpg"_s, jpeg({3000, 2000}, Qt::red));
-  store_.Bild_DruckGesamteSeite(true);
-  schreibe();
-  const QList<Bildangabe> alle = bilder();
-  ASSERT_EQ(alle.size(), 2);
-  EXPECT_EQ(alle[0].objekt, alle[1].objekt);
-  EXPECT_NEAR(alle[1].dichte, 300, 3);
+  for (const std::int32_t grosses : {0, 1}) {
+    store_.FKT_Neu();
+    nimm(u"foto.jpg"_s, jpeg({3000, 2000}, Qt::red));
+    nimm(u"foto.jpg"_s, jpeg({3000, 2000}, Qt::red));
+    store_.AktInd(grosses);
+    store_.Bild_DruckGesamteSeite(true);
+    schreibe();
+    const QList<Bildangabe> alle = bilder();
+    ASSERT_EQ(alle.size(), 2);
+    EXPECT_EQ(alle[0].objekt, alle[1].objekt);
+    EXPECT_NEAR(alle[grosses].dichte, 300, 3);
+    EXPECT_GT(alle[1 - grosses].dichte, 310);
+  }
 }
 
 TEST_F(BerichtDatei, MissingAndBrokenPicturesAreNamedAndTheReportIsMade) {
