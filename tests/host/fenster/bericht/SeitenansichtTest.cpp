@@ -1,4 +1,7 @@
 // The preview's pages: what is painted and loaded, how much of it is kept, where it stands.
+#include <gtest/gtest.h>
+
+#include <QImage>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
