@@ -60,27 +60,30 @@ class Drucklauf {
     return frage();
   }
   void male(QPainter& maler, const seitenplan::Seite& seite) {
-    seitenmaler::male(
-        maler, seite,
-        [this](QPainter& m, const QRectF& ort, std::size_t bild) {
+    const auto bild = [this](QPainter& m, const QRectF& ort, std::size_t nummer) {
       frage();
-      male_Pixel(m, ort, ladung_.pixel(bericht_.bilder.at(bild), seitenmaler::pixel(ort.size(), dichte_)));
-        },
-        [this](QPainter& m, const QRectF& ort) {
-      male_Pixel(m, ort, firmenzeichen::pixel(bericht_.kopf.zeichen, seitenmaler::pixel(ort.size(), dichte_)));
-    });
+      male_Bild(m, ort, bericht_.bilder.at(nummer));
+    };
+    const auto zeichen = [this](QPainter& m, const QRectF& ort) {
+      m.drawImage(ort, firmenzeichen::pixel(bericht_.kopf.zeichen, seitenmaler::pixel(ort.size(), dichte_)));
+    };
+    seitenmaler::male(maler, seite, bild, zeichen);
   }
+  const QStringList& verlorene() const noexcept { return verlorene_; }
 
  private:
   bool frage() {
     angehalten_ = angehalten_ || (fortgang_ && !fortgang_(getan_, von_));
     return !angehalten_;
   }
-  static void male_Pixel(QPainter& maler, const QRectF& ort, const QImage& pixel) {
+  void male_Bild(QPainter& maler, const QRectF& ort, const Berichtsbild& bild) {
+    const QImage pixel = ladung_.pixel(bild, seitenmaler::pixel(ort.size(), dichte_));
     if (!pixel.isNull()) return maler.drawImage(ort, pixel);
     maler.setBrush(Qt::NoBrush);
     maler.setPen(Qt::gray);
     maler.drawRect(ort);
+    const QString grund = u"%1: Die Datei war beim Drucken nicht mehr zu lesen."_s.arg(bild.datei);
+    if (!verlorene_.contains(grund)) verlorene_.append(grund);
   }
 
   const Bericht& bericht_;
@@ -90,9 +93,10 @@ class Drucklauf {
   std::size_t getan_ = 0;
   std::size_t von_ = 0;
   bool angehalten_ = false;
+  QStringList verlorene_;
 };
 
-std::size_t male_Seiten(QPrinter& drucker, const Bericht& bericht, const Seitenplan& plan,
+Ergebnis male_Seiten(QPrinter& drucker, const Bericht& bericht, const Seitenplan& plan,
     const std::vector<std::size_t>& seiten, const Fortgang& fortgang) {
   drucker.setFullPage(true);
   Drucklauf lauf(drucker, bericht, fortgang);
@@ -105,7 +109,7 @@ std::size_t male_Seiten(QPrinter& drucker, const Bericht& bericht, const Seitenp
     lauf.male(maler, plan.at(seiten[getan]));
   }
   if (getan > 0 && (!maler.end() || drucker.printerState() == QPrinter::Error)) throw nimmt_nicht(drucker);
-  return getan;
+  return {getan, lauf.verlorene()};
 }
 
 /// A full disk is no failure to the printer.
@@ -140,7 +144,7 @@ std::vector<std::size_t> folge(const QPrinter& drucker, std::size_t seiten, int 
   return alle;
 }
 
-std::size_t drucke(QPrinter& drucker, const Bericht& bericht, const Seitenplan& plan,
+Ergebnis drucke(QPrinter& drucker, const Bericht& bericht, const Seitenplan& plan,
     const std::vector<std::size_t>& seiten, const Fortgang& fortgang) {
   const QString ziel = drucker.outputFileName();
   if (ziel.isEmpty()) return male_Seiten(drucker, bericht, plan, seiten, fortgang);
@@ -148,12 +152,12 @@ std::size_t drucke(QPrinter& drucker, const Bericht& bericht, const Seitenplan& 
   QTemporaryFile daneben(QFileInfo(ziel).path() + u"/bildbericht-XXXXXX.pdf"_s);
   if (!daneben.open()) throw nicht_zu_schreiben(ziel);
   drucker.setOutputFileName(daneben.fileName());
-  const std::size_t getan = male_Seiten(drucker, bericht, plan, seiten, fortgang);
-  if (getan < seiten.size()) return 0;
+  const Ergebnis ergebnis = male_Seiten(drucker, bericht, plan, seiten, fortgang);
+  if (ergebnis.seiten < seiten.size()) return {};
   const bool ersetzt = ist_ganz(daneben.fileName()) &&
       std::rename(QFile::encodeName(daneben.fileName()).constData(), QFile::encodeName(ziel).constData()) == 0;
   if (!ersetzt) throw nicht_zu_schreiben(ziel);
-  return getan;
+  return ergebnis;
 }
 
 }  // namespace berichtsdruck

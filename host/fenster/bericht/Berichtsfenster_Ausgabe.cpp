@@ -110,15 +110,17 @@ void Berichtsfenster::drucke() {
   const Seitenplan& plan = ansicht_->plan();
   if (!fragen_.drucker(this, drucker, ansicht_->seiten())) return;
   const std::vector<std::size_t> seiten = berichtsdruck::folge(drucker, plan.size(), ansicht_->seite());
-  std::size_t gedruckte = 0;
+  berichtsdruck::Ergebnis ergebnis;
   const auto druck = [&] {
-    gedruckte = berichtsdruck::drucke(drucker, bericht_, plan, seiten, fortgang(u"%v von %m Seiten gedruckt"_s, 0));
+    ergebnis = berichtsdruck::drucke(drucker, bericht_, plan, seiten, fortgang(u"%v von %m Seiten gedruckt"_s, 0));
   };
   if (!gib_aus(druck)) return;
+  const std::size_t gedruckte = ergebnis.seiten;
   if (gedruckte == 0) return sage(u"Abgebrochen; es ist nichts gedruckt."_s);
   if (gedruckte < seiten.size())
     return sage(u"Angehalten: %1 von %2 Seiten sind beim Drucker."_s.arg(gedruckte).arg(seiten.size()));
-  melde(gedruckte == 1 ? u"1 Seite ist gedruckt."_s : u"%1 Seiten sind gedruckt."_s.arg(gedruckte), fehlende());
+  melde(gedruckte == 1 ? u"1 Seite ist gedruckt."_s : u"%1 Seiten sind gedruckt."_s.arg(gedruckte),
+      fehlende() + ergebnis.verlorene);
 }
 
 void Berichtsfenster::sende() {

@@ -275,6 +275,17 @@ TEST_F(Berichtsausgabe, RangeAndOrderAndCopiesAreAsThePrinterIsTold) {
   EXPECT_EQ(folge(4), u"4 4"_s);
 }
 
+TEST_F(Berichtsausgabe, APictureThatVanishedBeforePrintingIsTold) {
+  nimm_viele(3);
+  oeffne(auf_Drucker(ziel()));
+  ASSERT_TRUE(QFile::remove(ablage_.pfad(u"Belege/1/bild002.jpg"_s)));
+  meldungen_.erwarte(
+      {u"Diese Bilder fehlen im Bericht:\r\n\r\nbild002.jpg: Die Datei war beim Drucken nicht mehr zu lesen."_s,
+          u"Bericht"_s, Symbol::Ausrufezeichen, Knoepfe::OK});
+  druecke(u"cmd_Drucken"_s);
+  EXPECT_EQ(status(), u"2 Seiten sind gedruckt."_s);
+}
+
 TEST_F(Berichtsausgabe, SmallerPaperMakesThePageSmallerAndCutsNothing) {
   nimm_viele(2);
   oeffne(auf_Drucker(ziel(), [](QPrinter& drucker) { drucker.setPageSize(QPageSize(QPageSize::A5)); }));
