@@ -229,8 +229,6 @@ void Seitenansicht::wheelEvent(QWheelEvent* ereignis) {
   ereignis->accept();
 }
 
-// ── Painting and loading ────────────────────────────────────────────────────────────────────────────────────────────
-
 void Seitenansicht::paintEvent(QPaintEvent* ereignis) {
   QPainter maler(viewport());
   const QRect anteil = ereignis->rect();
