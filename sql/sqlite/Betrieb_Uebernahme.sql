@@ -25,8 +25,3 @@ UPDATE Vorgaenge SET Bezeichnung = (SELECT w.Bezeichnung FROM Vorgaenge_Worte w 
 INSERT INTO Vorgaenge_Text (rowid, Suchtext) SELECT Nr, Suchtext FROM Vorgaenge;
 INSERT INTO Vorgaenge_Anfang (rowid, Wortanfaenge) SELECT Nr, Wortanfaenge FROM Vorgaenge;
 DELETE FROM Vorgaenge_Ruhe;
-DROP TABLE Kunden_bisher;
-DROP TABLE BelegKopfZunft_bisher;
-DROP TABLE Montageauftraege_bisher;
-DROP TABLE Artikelstamm_bisher;
-DROP TABLE Anlagen_bisher;

@@ -12,6 +12,7 @@
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
 #include "platform/adodb/Connection.h"
 #include "platform/adodb/SqlZerleger.h"
+#include "tests/support/Doppel.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -65,6 +66,7 @@ class AltesVerzeichnis : public ::testing::Test {
 }  // namespace
 
 TEST_F(AltesVerzeichnis, ItsRecordsAreBroughtOverOnceAndTheOldFileIsKept) {
+  const MeldungsDoppel keine_Meldung;
   datenordner::richte_ein(tabellenordner());
   EXPECT_EQ(
       werte(u"SELECT Typ1 || ' ' || Key1 || ' ' || Key2 || ' ' || Key3 || ': ' || Bezeichnung FROM Bild_Vorgaenge "
@@ -97,6 +99,22 @@ TEST_F(AltesVerzeichnis, WhatIsBroughtOverIsFound) {
     ASSERT_EQ(gefunden.size(), 1) << worte.toStdString();
     EXPECT_EQ(gefunden[0].nummer, nummer);
   }
+}
+
+TEST_F(AltesVerzeichnis, RowsThatTheNewTablesRefuseAreToldAndStayInTheOldFile) {
+  werte(
+      u"INSERT INTO Artikelstamm VALUES ('wp', 'dieselbe', NULL, NULL), (NULL, 'ohne', NULL, NULL), "
+      "('MI', 'Mischer', NULL, NULL)"_s);
+  werte(u"INSERT INTO Anlagen VALUES (hex(zeroblob(26)), '1', '1', 'zu lang')"_s);
+  werte(u"INSERT INTO Kunden VALUES ('10001', 'noch einmal', NULL)"_s);
+  MeldungsDoppel meldungen;
+  meldungen.erwarte(
+      {u"Beim Übernehmen in die neuen Tabellen sind 4 Zeilen ausgelassen, deren Nummer fehlt, zu lang ist oder "
+       "schon dasteht. Sie stehen weiter in „%1“."_s.arg(namen::angezeigt(tabellenordner() + u"\\betrieb-vorher.db"_s)),
+          u"Bildzuordnung"_s, oberflaeche::Symbol::Ausrufezeichen, oberflaeche::Knoepfe::OK});
+  datenordner::richte_ein(tabellenordner());
+  EXPECT_EQ(werte(u"SELECT Key1 FROM Vorgaenge WHERE Typ1 = 'ART' ORDER BY 1"_s), (QStringList{u"MI"_s, u"WP"_s}));
+  datenordner::richte_ein(tabellenordner());
 }
 
 TEST_F(AltesVerzeichnis, TablesThatAreMissingHaveNoRecords) {
