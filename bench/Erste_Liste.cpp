@@ -1,11 +1,9 @@
 // Linked beside a program's own main: once its list of records has been painted with rows, writes the most memory that
 // the process has had so far (kilobytes, as text with a line end) to file descriptor 3 and ends the process.
-#include <unistd.h>
-
-#include <QApplication>
 #include <QFile>
-#include <QTimer>
 #include <QTreeView>
+
+#include "bench/Malwache.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,27 +17,13 @@ QByteArray hoechster_Speicher() {
   return "0\n";
 }
 
-class Wache final : public QObject {
- public:
-  using QObject::QObject;
-  bool eventFilter(QObject* empfaenger, QEvent* ereignis) override {
-    if (ereignis->type() != QEvent::Paint || gesehen_) return false;
-    const auto* baum = qobject_cast<QTreeView*>(empfaenger->parent());
-    if (!baum || baum->objectName() != "tree_Vorgaenge"_L1 || baum->model()->rowCount() == 0) return false;
-    gesehen_ = true;
-    QTimer::singleShot(0, [] {
-      const QByteArray speicher = hoechster_Speicher();
-      ::_exit(::write(3, speicher.constData(), static_cast<std::size_t>(speicher.size())) > 0 ? 0 : 1);
-    });
-    return false;
-  }
-
- private:
-  bool gesehen_ = false;
-};
+bool ist_Liste_mit_Zeilen(QObject& empfaenger) {
+  const auto* baum = qobject_cast<QTreeView*>(empfaenger.parent());
+  return baum && baum->objectName() == "tree_Vorgaenge"_L1 && baum->model()->rowCount() > 0;
+}
 
 void setze_Wache() {
-  qApp->installEventFilter(new Wache(qApp));
+  new Malwache(ist_Liste_mit_Zeilen, hoechster_Speicher);
 }
 
 }  // namespace

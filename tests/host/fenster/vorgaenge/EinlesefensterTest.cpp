@@ -11,26 +11,17 @@
 #include <QTimer>
 
 #include "host/fenster/vorgaenge/Einlesefenster.h"
-#include "tests/host/betrieb/vorgaenge/Vorgangsdatenbank.h"
+#include "tests/host/fenster/vorgaenge/Fensterpruefung.h"
 #include "tests/support/Eingaben.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class Einlesefenstertest : public Vorgangsdatenbank {
+class Einlesefenstertest : public Fensterpruefung<Einlesefenster> {
  protected:
   void oeffne(const QByteArray& inhalt, const QString& name = u"liste.csv"_s) {
-    fenster_ = std::make_unique<Einlesefenster>(zeichenfolge(), ordner_.schreibe(name, inhalt), nullptr);
-    fenster_->show();
-    fenster_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(fenster_.get()));
-  }
-  template <class Widget = QWidget>
-  Widget& kind(const QString& name) const {
-    auto* gefunden = fenster_->findChild<Widget*>(name);
-    EXPECT_NE(gefunden, nullptr) << name.toStdString();
-    return *gefunden;
+    zeige(std::make_unique<Einlesefenster>(zeichenfolge(), ordner_.schreibe(name, inhalt), nullptr));
   }
   QString befund() const { return kind<QLabel>(u"lbl_Befund"_s).text(); }
   void erwarte_Befund(const QString& worte) const {
@@ -52,8 +43,6 @@ class Einlesefenstertest : public Vorgangsdatenbank {
     EXPECT_EQ(auswahl.currentText(), eintrag);
   }
   bool darf_einlesen() const { return kind(u"cmd_Einlesen"_s).isEnabled(); }
-
-  std::unique_ptr<Einlesefenster> fenster_;
 };
 
 const QByteArray Zwei = "Typ1;Key1;Key2;Text\nBEL;AB;1;Kessel\nART;WP;;Pumpe\n";

@@ -10,7 +10,7 @@
 
 #include "host/fenster/vorgaenge/Vorgangsfenster.h"
 #include "host/fenster/vorgaenge/Vorgangsloeschung.h"
-#include "tests/host/betrieb/vorgaenge/Vorgangsdatenbank.h"
+#include "tests/host/fenster/vorgaenge/Fensterpruefung.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Eingaben.h"
 
@@ -22,7 +22,7 @@ namespace {
 const Vorgangsschluessel Beleg{u"BEL"_s, {u"AB"_s, u"24-1001"_s, {}}};
 const Vorgangssatz Satz{Beleg, u"10001"_s, std::nullopt, u"Neuer\r\nKessel"_s, u"Ort\\x"_s, u"2024-01-01 00:00:00"_s};
 
-class Vorgangsfenstertest : public Vorgangsdatenbank {
+class Vorgangsfenstertest : public Fensterpruefung<Vorgangsfenster> {
  protected:
   Vorgangsfenstertest() {
     db_.Execute(
@@ -33,25 +33,12 @@ class Vorgangsfenstertest : public Vorgangsdatenbank {
     vorgangstabelle::mache(db_, Satz, std::nullopt);
     zeige(std::make_unique<Vorgangsfenster>(db_, Satz, bilder, nullptr));
   }
-  void zeige(std::unique_ptr<Vorgangsfenster> fenster) {
-    fenster_ = std::move(fenster);
-    fenster_->show();
-    fenster_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(fenster_.get()));
-  }
-  template <class Widget = QWidget>
-  Widget& kind(const QString& name) const {
-    auto* gefunden = fenster_->findChild<Widget*>(name);
-    EXPECT_NE(gefunden, nullptr) << name.toStdString();
-    return *gefunden;
-  }
   void tippe(const QString& feld, const QString& text) const { eingaben::tippe(kind(feld), text); }
   QString worte() const { return kind<QLabel>(u"lbl_Pruefung"_s).text(); }
   bool darf_speichern() const { return kind(u"cmd_Speichern"_s).isEnabled(); }
   void speichere() const { eingaben::klicke(kind(u"cmd_Speichern"_s)); }
   QLineEdit& kundenfeld() const { return *kind<QComboBox>(u"cbo_Kunde"_s).lineEdit(); }
 
-  std::unique_ptr<Vorgangsfenster> fenster_;
   MeldungsDoppel meldungen_;
 };
 
