@@ -28,7 +28,10 @@ Ausgang gib_aus(const Aufruf& aufruf) {
   }
   const Ausgabewahl wahl{
       aufruf.gesetzt(u"mit-texten"_s), aufruf.gesetzt(u"nur-gekennzeichnete"_s), aufruf.gesetzt(u"mit-ort"_s)};
-  const Ausgabeergebnis ergebnis = Bilderausgabe(sitzung.store(), wurzel, wahl).gib_aus(ziel);
+  ausgabe::Fortschritt balken(u"Bilder"_s);
+  const Ausgabeergebnis ergebnis = Bilderausgabe(sitzung.store(), wurzel, wahl).gib_aus(ziel, [&](int getan, int von) {
+    return balken.zeige(static_cast<std::size_t>(getan), static_cast<std::size_t>(von));
+  });
   for (const Ausgelassenes& bild : ergebnis.ausgelassene)
     ausgabe::meldung(u"„%1“ ist nicht ausgegeben: %2"_s.arg(bild.name, bild.grund));
   if (aufruf.gesetzt(u"json"_s))

@@ -73,7 +73,9 @@ Ausgang berichte(const Aufruf& aufruf) {
     return Ausgang::Teilweise;
   }
   bericht.kopf = kopf;
-  const berichtsdatei::Ergebnis ergebnis = berichtsdatei::schreibe(ziel, bericht, wahl);
+  ausgabe::Fortschritt balken(u"Bericht"_s);
+  const berichtsdatei::Ergebnis ergebnis = berichtsdatei::schreibe(
+      ziel, bericht, wahl, [&](std::size_t getan, std::size_t von) { return balken.zeige(getan, von); });
   zeige(ergebnis, ziel, aufruf.gesetzt(u"json"_s));
   return ergebnis.fehlende.isEmpty() ? Ausgang::Erledigt : Ausgang::Teilweise;
 }

@@ -40,7 +40,9 @@ std::vector<Vorhaben> kopiere(
   const bool aufrecht = !aufruf.gesetzt(WieAufgenommen);
   bildzeilen::Vergebene vergebene(sitzung.store(), ordner);
   std::vector<Vorhaben> plan;
+  ausgabe::Fortschritt balken(u"Bilder"_s);
   for (const QString& angabe : aufruf.argumente()) {
+    balken.zeige(plan.size(), static_cast<std::size_t>(aufruf.argumente().size()));
     const Aufnahmequelle quelle = aufnahmequelle::pruefe(angabe);
     const Aufnahmeinhalt inhalt = aufnahmeinhalt::bereite(quelle, aufrecht, false);
     const namen::Bilddatei neu = vergebene.freier_Name({quelle.name.name, inhalt.ext}, stempel);

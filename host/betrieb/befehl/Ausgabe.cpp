@@ -1,7 +1,10 @@
 #include "host/betrieb/befehl/Ausgabe.h"
 
+#include <unistd.h>
+
 #include <QByteArray>
 #include <QJsonDocument>
+#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,6 +20,15 @@ QString& name_des_Programms() {
   return name;
 }
 
+/// A bar stands on the terminal.
+bool balken = false;
+
+void loesche_Balken() {
+  if (!balken) return;
+  balken = false;
+  schreibe(stderr, "\r\033[K");
+}
+
 }  // namespace
 
 namespace ausgabe {
@@ -26,17 +38,39 @@ void programm(const QString& name) {
 }
 
 void zeile(const QString& text) {
+  loesche_Balken();
   schreibe(stdout, (text + u'\n').toUtf8());
 }
 
 void json(const QJsonObject& objekt) {
+  loesche_Balken();
   schreibe(stdout, QJsonDocument(objekt).toJson(QJsonDocument::Compact) + '\n');
 }
 
 void meldung(const QString& text) {
+  loesche_Balken();
   // What was said so far stands in front of the message, also where both streams end in one file.
   static_cast<void>(std::fflush(stdout));
   schreibe(stderr, (name_des_Programms() + u": "_s + text + u'\n').toUtf8());
+}
+
+Fortschritt::Fortschritt(QString was) : was_(std::move(was)) {}
+
+Fortschritt::~Fortschritt() {
+  loesche_Balken();
+}
+
+bool Fortschritt::zeige(std::size_t getan, std::size_t von) {
+  constexpr std::size_t Breite = 30;
+  constexpr qint64 Millisekunden = 100;
+  static const bool terminal = ::isatty(STDERR_FILENO) == 1;
+  if (!terminal || von == 0 || (zuletzt_.isValid() && zuletzt_.elapsed() < Millisekunden)) return true;
+  zuletzt_.start();
+  const auto voll = static_cast<qsizetype>(std::min(getan, von) * Breite / von);
+  const QString strich = QString(voll, u'#') + QString(static_cast<qsizetype>(Breite) - voll, u'.');
+  schreibe(stderr, u"\r\033[K%1 [%2] %3 von %4"_s.arg(was_, strich).arg(getan).arg(von).toUtf8());
+  balken = true;
+  return true;
 }
 
 bool abgeschlossen() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QJsonObject>
 #include <QString>
 
@@ -14,6 +15,23 @@ void zeile(const QString& text);
 void json(const QJsonObject& objekt);
 /// A notice or a failure for the user, with the program's name in front.
 void meldung(const QString& text);
+/// A bar on standard error that shows how far long work is; nothing where that is no terminal. Results and messages
+/// stand above it. It goes with its object.
+class Fortschritt {
+ public:
+  /// `was` is done, as "Bericht".
+  explicit Fortschritt(QString was);
+  ~Fortschritt();
+  Q_DISABLE_COPY_MOVE(Fortschritt)
+
+  /// So many of so many are done. True, so that it goes on: only a signal ends the program.
+  bool zeige(std::size_t getan, std::size_t von);
+
+ private:
+  QString was_;
+  QElapsedTimer zuletzt_;
+};
+
 /// The results reached their reader; false when standard output could not take them all.
 bool abgeschlossen();
 
