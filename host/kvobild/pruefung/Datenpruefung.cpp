@@ -3,6 +3,7 @@
 #include <QJsonObject>
 #include <algorithm>
 
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "platform/files/FileSystemObject.h"
 #include "store/Felder.h"
 
@@ -78,7 +79,9 @@ Befund fehlende_Bilder(adodb::Connection& verbindung, const QString& wurzel) {
   Dateisuche suche(wurzel);
   const auto satz = verbindung.Execute(
       u"SELECT %1 FROM Bild_Zuordnungen ORDER BY BildPfad, Bildname, BildExt"_s.arg(spalten.join(u", "_s)));
-  for (; !satz->Eof(); satz->MoveNext()) {
+  ausgabe::Fortschritt balken(u"Zeilen"_s);
+  for (std::size_t zeile = 0; !satz->Eof(); satz->MoveNext()) {
+    balken.zeige(zeile++, static_cast<std::size_t>(satz->RecordCount()));
     if (suche.ist_da(satz->Text(8), satz->Text(6) + u'.' + satz->Text(7))) continue;
     ++befund.anzahl;
     if (befund.anzahl <= befund::Genannte_Zeilen) befund.zeilen.append(befund::als_Objekt(*satz, spalten));
