@@ -34,12 +34,16 @@ void baue(TDBGrid& gitter, const std::shared_ptr<XArrayDBObject>& zeilen, const 
 
 void fuelle(XArrayDBObject& tabelle, clsBildZuordnungen& bilder, const QString& root,
     const std::function<void(std::int32_t)>& nach) {
+  QString vorige;
+  bool fehlt = false;
   for (std::int32_t zeile = 0; zeile < bilder.AnzahlPos(); ++zeile) {
     if (zeile > 0) tabelle.AppendRows(1);
     bilder.AktInd(zeile);
     const QString datei =
         Bilddatei{bilder.Bild_Bildname(), bilder.Bild_BildExt(), root + u'\\' + bilder.Bild_Pfad()}.pfad();
-    const bool fehlt = !bilder.Fkt_FileExists(datei);
+    // The assignments of one picture mostly name one and the same file; it is looked for once.
+    if (datei != vorige) fehlt = !bilder.Fkt_FileExists(datei);
+    vorige = datei;
     // In the order of the columns; two of them hold nothing.
     const std::vector<Variant> werte{true, datei, root, bilder.Bild_Pfad(), bilder.Bild_Bildname(),
         bilder.Bild_BildExt(), bilder.Bild_Beschreibung(), CStr(bilder.Bild_Drucken()),

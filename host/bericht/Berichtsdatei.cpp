@@ -29,7 +29,7 @@ constexpr double Dichte_des_Zeichens = 300;
 void liefere_Pixel(const QImage& bild, const pdfdatei::Nehmer& nehmer) {
   for (int y = 0; y < bild.height(); ++y) {
     const QImage zeile = bild.copy(0, y, bild.width(), 1).convertToFormat(QImage::Format_RGB888);
-    nehmer(zeile.constScanLine(0), static_cast<std::size_t>(3 * bild.width()));
+    nehmer(zeile.constScanLine(0), 3 * static_cast<std::size_t>(bild.width()));
   }
 }
 

@@ -85,9 +85,9 @@ bool ist_Adobe(const Abschnitt& abschnitt) {
 
 /// Without any other word, libjpeg takes components of these names for red, green and blue; a PDF reader does not.
 bool heissen_RGB(QByteArrayView inhalt) {
-  constexpr std::array<char, 3> namen{'R', 'G', 'B'};
+  constexpr std::array<char, 3> Namen{'R', 'G', 'B'};
   for (qsizetype i = 0; i < 3; ++i)
-    if (inhalt.size() <= 6 + 3 * i || inhalt[6 + 3 * i] != namen.at(static_cast<std::size_t>(i))) return false;
+    if (inhalt.size() <= 6 + 3 * i || inhalt[6 + 3 * i] != Namen.at(static_cast<std::size_t>(i))) return false;
   return true;
 }
 

@@ -14,12 +14,13 @@ namespace {
 class KvobildFortschritt : public Betrieb {
  protected:
   void SetUp() override {
-    ASSERT_EQ(::openpty(&herr_, &knecht_, nullptr, nullptr, nullptr), 0);
+    if (::openpty(&herr_, &knecht_, nullptr, nullptr, nullptr) != 0)
+      GTEST_SKIP() << "this machine has no pseudo terminals";
     ::fcntl(herr_, F_SETFL, O_NONBLOCK);
   }
   void TearDown() override {
-    ::close(herr_);
-    ::close(knecht_);
+    for (const int ende : {herr_, knecht_})
+      if (ende >= 0) ::close(ende);
   }
   /// What the command writes on a terminal as its standard error.
   QByteArray am_Terminal(const QStringList& argumente) {
