@@ -125,8 +125,8 @@ TEST_F(BerichtDatei, IsWrittenAsPdfA1b) {
   EXPECT_FALSE(roh.contains("/Transparency"));
   EXPECT_FALSE(roh.contains("/Interpolate true"));
   EXPECT_FALSE(roh.contains("/Encrypt"));
-  static const QRegularExpression durchsichtig(u"/(SMask (?!/None)|[cC][aA] (?!1))"_s);
-  EXPECT_FALSE(QString::fromLatin1(roh).contains(durchsichtig));
+  static const QRegularExpression Durchsichtig(u"/(SMask (?!/None)|[cC][aA] (?!1))"_s);
+  EXPECT_FALSE(QString::fromLatin1(roh).contains(Durchsichtig));
   EXPECT_TRUE(roh.contains("<pdfaid:part>1</pdfaid:part>"));
   EXPECT_TRUE(roh.contains("<pdfaid:conformance>B</pdfaid:conformance>"));
   const QString eigenschaften = ausgabe(u"pdfinfo"_s, {ziel_});

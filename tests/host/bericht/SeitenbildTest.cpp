@@ -140,6 +140,7 @@ TEST_F(Seitenbild, WholePagesMissingOnesAndAttachments) {
 
 TEST_F(Seitenbild, FourAndSixOnAPage) {
   std::vector<Berichtsbild> alle;
+  alle.reserve(7);
   for (int i = 0; i < 7; ++i)
     alle.push_back(foto(u"f%1.png"_s.arg(i), i % 2 == 0 ? QSize(800, 600) : QSize(600, 800), u"Foto"_s));
   pruefe(u"vier"_s, bericht(alle), 4);
