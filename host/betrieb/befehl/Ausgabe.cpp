@@ -63,8 +63,8 @@ Fortschritt::~Fortschritt() {
 bool Fortschritt::zeige(std::size_t getan, std::size_t von) {
   constexpr std::size_t Breite = 30;
   constexpr qint64 Millisekunden = 100;
-  static const bool terminal = ::isatty(STDERR_FILENO) == 1;
-  if (!terminal || von == 0 || (zuletzt_.isValid() && zuletzt_.elapsed() < Millisekunden)) return true;
+  static const bool Terminal = ::isatty(STDERR_FILENO) == 1;
+  if (!Terminal || von == 0 || (zuletzt_.isValid() && zuletzt_.elapsed() < Millisekunden)) return true;
   zuletzt_.start();
   const auto voll = static_cast<qsizetype>(std::min(getan, von) * Breite / von);
   const QString strich = QString(voll, u'#') + QString(static_cast<qsizetype>(Breite) - voll, u'.');
