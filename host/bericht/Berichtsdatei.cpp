@@ -1,5 +1,7 @@
 #include "host/bericht/Berichtsdatei.h"
 
+#include <malloc.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
@@ -122,6 +124,10 @@ Pdfangaben angaben_von(const Bericht& bericht) {
   return {u"Bildbericht"_s, bericht.kopf.zeilen.value(0), bericht.vorgang, QDateTime::currentDateTime()};
 }
 
+/// Pixels come and go by the megabyte. Kept by the allocator for the next ones, which mostly have another size, they
+/// would add up to a third of what the whole work needs.
+constexpr int Gleich_zurueck = 1 << 20;
+
 Abbruch nicht_zu_schreiben(const QString& ziel, const QString& grund) {
   return {Ausgang::Datei, u"Der Bericht „%1“ ist nicht zu schreiben: %2"_s.arg(ziel, grund)};
 }
@@ -146,6 +152,7 @@ void pruefe_Ziel(const QString& ziel) {
 
 Ergebnis schreibe(const QString& ziel, const Bericht& bericht, const Berichtswahl& wahl, const Fortgang& fortgang) {
   pruefe_Ziel(ziel);
+  mallopt(M_MMAP_THRESHOLD, Gleich_zurueck);
   QSaveFile datei(ziel);
   if (!datei.open(QIODevice::WriteOnly)) throw nicht_zu_schreiben(ziel, grund_von(datei.error()));
   const Seitenplan plan = seitenplan::plane(bericht, wahl.je_Seite, firmenzeichen::groesse(bericht.kopf.zeichen));
