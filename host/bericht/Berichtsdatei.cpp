@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QSaveFile>
+#include <algorithm>
 #include <vector>
 
 #include "host/bericht/Bildladung.h"
@@ -125,7 +126,7 @@ Pdfangaben angaben_von(const Bericht& bericht) {
 }
 
 /// Pixels come and go by the megabyte. Kept by the allocator for the next ones, which mostly have another size, they
-/// would add up to a third of what the whole work needs.
+/// would add up to a third of what the whole work needs. It holds for the process from then on.
 constexpr int Gleich_zurueck = 1 << 20;
 
 Abbruch nicht_zu_schreiben(const QString& ziel, const QString& grund) {
@@ -150,6 +151,16 @@ void pruefe_Ziel(const QString& ziel) {
 
 }  // namespace
 
+QStringList fehlende(const Bericht& bericht) {
+  QStringList alle;
+  for (const Berichtsbild& bild : bericht.bilder)
+    if (!bild.grund.isEmpty()) alle.append(u"%1: %2"_s.arg(bild.datei, bild.grund));
+  const QString& zeichen = bericht.kopf.zeichen;
+  if (!zeichen.isEmpty() && firmenzeichen::groesse(zeichen).isEmpty())
+    alle.append(u"%1: Das Zeichen des Briefkopfs ist nicht zu lesen."_s.arg(QFileInfo(zeichen).fileName()));
+  return alle;
+}
+
 Ergebnis schreibe(const QString& ziel, const Bericht& bericht, const Berichtswahl& wahl, const Fortgang& fortgang) {
   pruefe_Ziel(ziel);
   mallopt(M_MMAP_THRESHOLD, Gleich_zurueck);
@@ -159,22 +170,25 @@ Ergebnis schreibe(const QString& ziel, const Bericht& bericht, const Berichtswah
   Bildvorrat vorrat(bericht, wahl, fortgang);
   vorrat.sammle(plan);
   const QByteArray geruest = pdfgeruest::schreibe(plan, [&](std::size_t bild) { return vorrat.nummer(bild); });
-  Ergebnis ergebnis{false, static_cast<int>(plan.size()), 0, {}};
-  for (const Berichtsbild& bild : bericht.bilder)
-    if (!bild.grund.isEmpty()) ergebnis.fehlende.append(u"%1: %2"_s.arg(bild.datei, bild.grund));
+  Ergebnis ergebnis{false, static_cast<int>(plan.size()), 0, fehlende(bericht)};
   try {
     pdfdatei::schreibe(datei, geruest, angaben_von(bericht), vorrat.stroeme(plan));
   } catch (const Halt&) {
     return ergebnis;
   } catch (const Abbruch&) {
     throw nicht_zu_schreiben(ziel, grund_von(datei.error()));
+  } catch (const std::bad_alloc&) {
+    throw nicht_zu_schreiben(ziel, u"Der Speicher reicht nicht."_s);
   } catch (const std::exception& fehler) {
     throw nicht_zu_schreiben(ziel, QString::fromUtf8(fehler.what()));
   }
   if (!datei.commit()) throw nicht_zu_schreiben(ziel, grund_von(datei.error()));
   ergebnis.fehlende += vorrat.verlorene();
   ergebnis.geschrieben = true;
-  ergebnis.bilder = static_cast<int>(bericht.bilder.size() - static_cast<std::size_t>(ergebnis.fehlende.size()));
+  ergebnis.bilder =
+      static_cast<int>(std::count_if(bericht.bilder.begin(), bericht.bilder.end(), [](const Berichtsbild& bild) {
+        return bild.grund.isEmpty();
+      }) - vorrat.verlorene().size());
   return ergebnis;
 }
 

@@ -21,9 +21,12 @@ struct Ergebnis {
   int seiten = 0;
   /// Pictures that the report shows.
   int bilder = 0;
-  /// Those that it can't show, by name, each with its reason: "kessel.jpg: Die Datei fehlt."
+  /// What it can't show, by name, each with its reason: "kessel.jpg: Die Datei fehlt."
   QStringList fehlende;
 };
+
+/// What the report can't show, by name and reason: its pictures, and the firm's mark.
+QStringList fehlende(const Bericht& bericht);
 
 /// Writes beside `ziel`, a path of this machine that ends in ".pdf", and renames: an existing file is replaced by a
 /// whole one alone. Stopped by `fortgang` nothing is changed. A failure ends with Abbruch, Ausgang::Datei, and words;

@@ -22,12 +22,10 @@ QString wert(const QSettings& datei, const QString& name) {
   return datei.value(name).toStringList().join(u", "_s).trimmed();
 }
 
-Berichtskopf aus(const QSettings& datei) {
-  Berichtskopf kopf;
-  for (qsizetype i = 0; i < Berichtskopf::Zeilenzahl; ++i) kopf.zeilen.append(wert(datei, zeilenname(i)));
-  while (!kopf.zeilen.isEmpty() && kopf.zeilen.last().isEmpty()) kopf.zeilen.removeLast();
-  kopf.zeichen = wert(datei, Zeichen);
-  return kopf;
+Berichtskopf gelesen(const QSettings& datei) {
+  QStringList zeilen;
+  for (qsizetype i = 0; i < Berichtskopf::Zeilenzahl; ++i) zeilen.append(wert(datei, zeilenname(i)));
+  return Berichtskopf::aus(zeilen, wert(datei, Zeichen));
 }
 
 struct Datei : Einstellungsdatei {
@@ -36,14 +34,20 @@ struct Datei : Einstellungsdatei {
 
 }  // namespace
 
+Berichtskopf Berichtskopf::aus(const QStringList& zeilen, const QString& zeichen) {
+  Berichtskopf kopf{{}, zeichen};
+  for (const QString& zeile : zeilen) kopf.zeilen.append(zeile.trimmed());
+  while (!kopf.zeilen.isEmpty() && kopf.zeilen.last().isEmpty()) kopf.zeilen.removeLast();
+  return kopf;
+}
+
 Berichtskopf Berichtskopf::aus_Datei(const QString& pfad) {
   const QFileInfo ort(pfad);
   const QSettings datei(ort.absoluteFilePath(), QSettings::IniFormat);
   // Asking makes it read; a missing file alone is no failure to it.
-  const Berichtskopf gelesen = aus(datei);
+  Berichtskopf kopf = gelesen(datei);
   if (!ort.isFile() || !ort.isReadable() || datei.status() != QSettings::NoError)
     throw Abbruch(Ausgang::Datei, u"Der Briefkopf „%1“ ist nicht zu lesen."_s.arg(pfad));
-  Berichtskopf kopf = gelesen;
   if (kopf.zeichen.isEmpty()) return kopf;
   kopf.zeichen = ort.absoluteDir().absoluteFilePath(kopf.zeichen);
   if (!QFileInfo(kopf.zeichen).isFile())
@@ -52,7 +56,7 @@ Berichtskopf Berichtskopf::aus_Datei(const QString& pfad) {
 }
 
 Berichtskopf Berichtskopf::gemerkter() {
-  return aus(Datei());
+  return gelesen(Datei());
 }
 
 void Berichtskopf::merke() const {

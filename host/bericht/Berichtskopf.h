@@ -12,6 +12,8 @@ struct Berichtskopf {
   /// Picture file of the firm's mark, a path of this machine; empty for none.
   QString zeichen;
 
+  /// Of lines as they were typed.
+  static Berichtskopf aus(const QStringList& zeilen, const QString& zeichen);
   /// From an INI file with `Zeile1` to `Zeile3` and `Zeichen` (relative to the file's folder). One that can't be read,
   /// or whose mark is missing, ends with Abbruch, Ausgang::Datei.
   static Berichtskopf aus_Datei(const QString& pfad);

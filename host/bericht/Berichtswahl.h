@@ -1,11 +1,15 @@
 #pragma once
 
+#include <array>
+
 /// Dots per inch that the pictures of a report have on the page; Original takes each file as it is.
 enum class Dichte { Original = 0, Mail = 150, Druck = 300 };
 
 /// What the user chooses for a picture report.
 struct Berichtswahl {
-  /// Pictures on a page: 1, 2, 4 or 6.
+  /// How many pictures a page can have.
+  static constexpr std::array<int, 4> Moegliche_je_Seite{1, 2, 4, 6};
+
   int je_Seite = 2;
   Dichte dichte = Dichte::Druck;
   /// All pictures of the record, not only those that are marked for printing.

@@ -14,6 +14,7 @@
 #include "host/betrieb/aufnahme/Ruecknahme.h"
 #include "host/betrieb/vorgang/Bildsammlung.h"
 #include "host/fenster/Hauptfenster.h"
+#include "host/fenster/Meldungszeilen.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "host/fenster/aufnahme/Abwurfziel.h"
 #include "host/fenster/aufnahme/Aufnahmefenster.h"
@@ -25,19 +26,11 @@ using namespace oberflaeche;
 namespace {
 
 const QString Titel = u"Bildzuordnung"_s;
-/// More lines than these do not fit a message box.
-constexpr qsizetype Hoechstens_Zeilen = 15;
-
-QString zeilen(const QStringList& saetze) {
-  QString text = saetze.mid(0, Hoechstens_Zeilen).join(u"\r\n"_s);
-  if (saetze.size() > Hoechstens_Zeilen) text += u"\r\n… und %1 weitere"_s.arg(saetze.size() - Hoechstens_Zeilen);
-  return text;
-}
 
 void sage(const Aufnahmeergebnis& ergebnis) {
   QStringList absaetze;
-  if (!ergebnis.probleme.isEmpty()) absaetze.append(u"Nicht zugeordnet:\r\n"_s + zeilen(ergebnis.probleme));
-  if (!ergebnis.hinweise.isEmpty()) absaetze.append(u"Zugeordnet, aber:\r\n"_s + zeilen(ergebnis.hinweise));
+  if (!ergebnis.probleme.isEmpty()) absaetze.append(u"Nicht zugeordnet:\r\n"_s + meldungszeilen(ergebnis.probleme));
+  if (!ergebnis.hinweise.isEmpty()) absaetze.append(u"Zugeordnet, aber:\r\n"_s + meldungszeilen(ergebnis.hinweise));
   if (!absaetze.isEmpty()) MsgBox(absaetze.join(u"\r\n\r\n"_s), Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
 }
 
@@ -125,7 +118,7 @@ void Hauptfenster::nimm_zurueck() {
   mauszeiger().form(vorher);
   aktualisiere();
   if (ergebnis.geblieben.size() > 1)
-    MsgBox(u"Nicht alles ist zurückgenommen:\r\n"_s + zeilen(ergebnis.geblieben), Knoepfe::OK, Symbol::Ausrufezeichen,
-        Titel);
+    MsgBox(u"Nicht alles ist zurückgenommen:\r\n"_s + meldungszeilen(ergebnis.geblieben), Knoepfe::OK,
+        Symbol::Ausrufezeichen, Titel);
   melde(vorgang::infozeile(zurueck->vorgang) + u": "_s + ergebnis.text());
 }

@@ -6,6 +6,7 @@
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/vorgang/Bildsammlung.h"
 #include "host/fenster/Hauptfenster.h"
+#include "host/fenster/Meldungszeilen.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "host/fenster/ausgabe/Ausgabefenster.h"
 #include "platform/host/Oberflaeche.h"
@@ -17,20 +18,12 @@ using namespace oberflaeche;
 namespace {
 
 const QString Titel = u"Bilder ausgeben"_s;
-/// More lines than these do not fit a message box.
-constexpr std::size_t Hoechstens_Zeilen = 15;
 
 void sage_Ausgelassene(const Ausgabeergebnis& ergebnis) {
   if (ergebnis.ausgelassene.empty()) return;
-  QStringList zeilen;
-  for (const Ausgelassenes& bild : ergebnis.ausgelassene) {
-    if (zeilen.size() == Hoechstens_Zeilen) {
-      zeilen.append(u"… und %1 weitere"_s.arg(ergebnis.ausgelassene.size() - Hoechstens_Zeilen));
-      break;
-    }
-    zeilen.append(u"„%1“: %2"_s.arg(bild.name, bild.grund));
-  }
-  MsgBox(u"Nicht ausgegeben:\r\n"_s + zeilen.join(u"\r\n"_s), Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
+  QStringList saetze;
+  for (const Ausgelassenes& bild : ergebnis.ausgelassene) saetze.append(u"„%1“: %2"_s.arg(bild.name, bild.grund));
+  MsgBox(u"Nicht ausgegeben:\r\n"_s + meldungszeilen(saetze), Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
 }
 
 }  // namespace

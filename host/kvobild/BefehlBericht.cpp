@@ -14,7 +14,7 @@ namespace {
 
 int je_Seite(const Aufruf& aufruf) {
   const QString angabe = aufruf.wert(u"je-seite"_s).value_or(u"2"_s);
-  for (const int anzahl : {1, 2, 4, 6})
+  for (const int anzahl : Berichtswahl::Moegliche_je_Seite)
     if (angabe == QString::number(anzahl)) return anzahl;
   throw Abbruch(Ausgang::Aufruf, u"„--je-seite“ ist 1, 2, 4 oder 6, nicht „%1“."_s.arg(angabe));
 }
@@ -32,7 +32,8 @@ Berichtswahl wahl_von(const Aufruf& aufruf) {
       aufruf.gesetzt(u"mit-dateiname"_s), aufruf.gesetzt(u"mit-datum"_s), aufruf.gesetzt(u"mit-ort"_s)};
 }
 
-/// The record with the words that the firm's view has for it, where there is one.
+/// The record with the words that the firm's view has for it. Where there is none, or it can't be asked, the report is
+/// headed by the number alone.
 QString vorgangszeile(adodb::Connection& verbindung, const Datensatz& satz) {
   Vorgang vorgang = vorgang::aus_Schluesseln(satz.typ1, satz.key1, satz.key2, satz.key3);
   static_cast<void>(versuche([&] {

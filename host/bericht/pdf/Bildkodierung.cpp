@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QImageWriter>
+#include <new>
 
 #include "host/bericht/pdf/Jpegbytes.h"
 #include "host/betrieb/Ausgang.h"
@@ -60,7 +61,8 @@ QByteArray kodiere(const QImage& pixel) {
   QBuffer puffer;
   QImageWriter schreiber(&puffer, "jpeg");
   schreiber.setQuality(Guete);
-  if (!schreiber.write(pixel)) throw Abbruch(Ausgang::Datei, schreiber.errorString());
+  // Into memory nothing else can go wrong.
+  if (!schreiber.write(pixel)) throw std::bad_alloc();
   return puffer.data();
 }
 

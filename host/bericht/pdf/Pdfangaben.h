@@ -4,8 +4,8 @@
 #include <QDateTime>
 #include <QString>
 
-/// What a PDF file tells of itself, in its properties and once more, with the same words, in its XMP packet (XMP
-/// Specification part 1; ISO 19005-1, 6.7).
+/// What a PDF file tells of itself, in its properties and once more, with the same words, in its XMP packet (ISO
+/// 16684-1; ISO 19005-1, 6.7).
 struct Pdfangaben {
   QString titel;
   QString verfasser;

@@ -9,13 +9,13 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopedValueRollback>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 
 #include "host/bericht/ausgabe/Zipziel.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/vorgang/Vorgang.h"
+#include "host/fenster/Zielordner.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -26,9 +26,7 @@ const QString Zip = u".zip"_s;
 
 /// Where the last target lay, as long as it is there.
 QString anfangsordner(const QString& gemerkter) {
-  if (!gemerkter.isEmpty() && QFileInfo(gemerkter).isDir()) return gemerkter;
-  const QString dokumente = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  return QFileInfo(dokumente).isDir() ? dokumente : QDir::homePath();
+  return !gemerkter.isEmpty() && QFileInfo(gemerkter).isDir() ? gemerkter : zielordner();
 }
 
 }  // namespace
@@ -181,9 +179,12 @@ void Ausgabefenster::gib_aus() {
   sage(u"Die Bilder werden ausgegeben …"_s);
   QString gescheitert;
   try {
-    ergebnis_ = Bilderausgabe(auftrag_.store, auftrag_.wurzel, wahl())
-                    .gib_aus(namen::tabellenpfad(ziel()),
-                        [this](int fertige, int alle) { return zeige_Fortschritt(fertige, alle); });
+    const auto fehler = versuche([this] {
+      ergebnis_ = Bilderausgabe(auftrag_.store, auftrag_.wurzel, wahl())
+                      .gib_aus(namen::tabellenpfad(ziel()),
+                          [this](int fertige, int alle) { return zeige_Fortschritt(fertige, alle); });
+    });
+    if (fehler) gescheitert = fehler->Beschreibung();
   } catch (const Abbruch& abbruch) {
     gescheitert = abbruch.text();
   }

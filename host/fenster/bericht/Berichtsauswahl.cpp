@@ -52,7 +52,9 @@ Berichtsauswahl::Berichtsauswahl(const Berichtswahl& wahl, const Berichtskopf& k
 }
 
 QWidget* Berichtsauswahl::baue_Seiten(const Berichtswahl& wahl) {
-  cbo_JeSeite = auswahl(u"cbo_JeSeite"_s, {{u"1"_s, 1}, {u"2"_s, 2}, {u"4"_s, 4}, {u"6"_s, 6}}, wahl.je_Seite);
+  QList<std::pair<QString, int>> anzahlen;
+  for (const int anzahl : Berichtswahl::Moegliche_je_Seite) anzahlen.emplace_back(QString::number(anzahl), anzahl);
+  cbo_JeSeite = auswahl(u"cbo_JeSeite"_s, anzahlen, wahl.je_Seite);
   cbo_Dichte = auswahl(u"cbo_Dichte"_s,
       {{u"Druck (300 dpi)"_s, static_cast<int>(Dichte::Druck)}, {u"E-Mail (150 dpi)"_s, static_cast<int>(Dichte::Mail)},
           {u"Originale"_s, static_cast<int>(Dichte::Original)}},
@@ -180,9 +182,7 @@ Berichtswahl Berichtsauswahl::wahl() const {
 }
 
 Berichtskopf Berichtsauswahl::kopf() const {
-  Berichtskopf wert;
-  for (const QLineEdit* zeile : txt_Zeilen) wert.zeilen.append(zeile->text().trimmed());
-  while (!wert.zeilen.isEmpty() && wert.zeilen.last().isEmpty()) wert.zeilen.removeLast();
-  wert.zeichen = zeichen_;
-  return wert;
+  QStringList zeilen;
+  for (const QLineEdit* zeile : txt_Zeilen) zeilen.append(zeile->text());
+  return Berichtskopf::aus(zeilen, zeichen_);
 }

@@ -24,7 +24,7 @@ Berichtswahl berichtseinstellung::wahl() {
   const Datei datei;
   Berichtswahl wert;
   const int je_Seite = datei.value(Je_Seite, wert.je_Seite).toInt();
-  for (const int moegliche : {1, 2, 4, 6})
+  for (const int moegliche : Berichtswahl::Moegliche_je_Seite)
     if (je_Seite == moegliche) wert.je_Seite = moegliche;
   const int dpi = datei.value(Dpi, static_cast<int>(wert.dichte)).toInt();
   for (const Dichte moegliche : {Dichte::Original, Dichte::Mail, Dichte::Druck})

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "host/bericht/Berichtsdatei.h"
 #include "host/bericht/Berichtsinhalt.h"
 #include "host/bericht/Firmenzeichen.h"
 #include "host/bericht/Seitenplaner.h"
@@ -211,17 +212,10 @@ void Berichtsfenster::setze() {
   zeige_Hinweis();
 }
 
-QStringList Berichtsfenster::fehlende() const {
-  QStringList alle;
-  for (const Berichtsbild& bild : bericht_.bilder)
-    if (!bild.grund.isEmpty()) alle.append(bild.datei + u": "_s + bild.grund);
-  return alle;
-}
-
 void Berichtsfenster::zeige_Hinweis() {
   QStringList saetze{grund_};
   if (gelesen_) {
-    const QStringList ohne = fehlende();
+    const QStringList ohne = berichtsdatei::fehlende(bericht_);
     if (!ohne.isEmpty()) saetze.append(platz_.wurzel_fehlt().value_or(QString()));
     if (bericht_.bilder.empty()) saetze.append(bericht_.ohne_Bilder);
     if (bericht_.bilder.empty() && sammlung_->AnzahlPos() > 0)

@@ -59,7 +59,6 @@ class Berichtsfenster final : public QDialog {
   void setze();
   /// Says above the pages what is wrong with the report.
   void zeige_Hinweis();
-  QStringList fehlende() const;
   void zeige_Blick();
   void merke() const;
   void sage(const QString& worte);

@@ -1,22 +1,22 @@
 // Where the report goes from its window: into a file, to the printer, into a mail.
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QPointer>
 #include <QPrinter>
 #include <QProgressBar>
 #include <QScopedValueRollback>
-#include <QStandardPaths>
 
 #include "host/bericht/Berichtsdatei.h"
 #include "host/betrieb/Ausgang.h"
+#include "host/fenster/Meldungszeilen.h"
+#include "host/fenster/Zielordner.h"
 #include "host/fenster/bericht/Berichtsauswahl.h"
 #include "host/fenster/bericht/Berichtsdruck.h"
 #include "host/fenster/bericht/Berichtsfenster.h"
 #include "host/fenster/bericht/Berichtspost.h"
 #include "host/fenster/bericht/Seitenansicht.h"
 #include "platform/host/Oberflaeche.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
@@ -25,14 +25,6 @@ namespace {
 
 const QString Titel = u"Bericht"_s;
 const QString Bilder_geschrieben = u"%v von %m Bildern geschrieben"_s;
-/// More lines than these do not fit a message box.
-constexpr qsizetype Hoechstens_Zeilen = 15;
-
-QString zeilen(const QStringList& saetze) {
-  QString text = saetze.mid(0, Hoechstens_Zeilen).join(u"\r\n"_s);
-  if (saetze.size() > Hoechstens_Zeilen) text += u"\r\n… und %1 weitere"_s.arg(saetze.size() - Hoechstens_Zeilen);
-  return text;
-}
 
 }  // namespace
 
@@ -50,11 +42,8 @@ Berichtsfenster::Fortgang Berichtsfenster::fortgang(const QString& worte, int ge
   };
 }
 
-/// Without characters that no share takes in a file's name.
 QString Berichtsfenster::name() const {
-  QString name = u"Bildbericht "_s + vorgang_.nummer;
-  for (const QChar zeichen : u"\\/:*?\"<>|"_s) name.replace(zeichen, u'_');
-  return name;
+  return u"Bildbericht "_s + Bilddatei::ersetze_verbotene(vorgang_.nummer);
 }
 
 bool Berichtsfenster::gib_aus(const std::function<void()>& tat) {
@@ -83,14 +72,13 @@ void Berichtsfenster::melde(const QString& worte, const QStringList& fehlende) {
   ergebnis_ = worte;
   sage(worte);
   if (fehlende.isEmpty()) return;
-  MsgBox(u"Diese Bilder fehlen im Bericht:\r\n\r\n"_s + zeilen(fehlende), Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
+  MsgBox(u"Diese Bilder fehlen im Bericht:\r\n\r\n"_s + meldungszeilen(fehlende), Knoepfe::OK, Symbol::Ausrufezeichen,
+      Titel);
 }
 
 void Berichtsfenster::speichere() {
   auswahl_->schliesse_Tippen();
-  const QString dokumente = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  const QString ordner = QFileInfo(dokumente).isDir() ? dokumente : QDir::homePath();
-  const QString ziel = fragen_.ziel(this, ordner + u'/' + name() + u".pdf"_s);
+  const QString ziel = fragen_.ziel(this, zielordner() + u'/' + name() + u".pdf"_s);
   if (ziel.isEmpty()) return;
   berichtsdatei::Ergebnis ergebnis;
   const auto schreibe = [&] {
@@ -120,7 +108,7 @@ void Berichtsfenster::drucke() {
   if (gedruckte < seiten.size())
     return sage(u"Angehalten: %1 von %2 Seiten sind beim Drucker."_s.arg(gedruckte).arg(seiten.size()));
   melde(gedruckte == 1 ? u"1 Seite ist gedruckt."_s : u"%1 Seiten sind gedruckt."_s.arg(gedruckte),
-      fehlende() + ergebnis.verlorene);
+      berichtsdatei::fehlende(bericht_) + ergebnis.verlorene);
 }
 
 void Berichtsfenster::sende() {

@@ -245,6 +245,19 @@ TEST_F(BerichtDatei, MissingAndBrokenPicturesAreNamedAndTheReportIsMade) {
   EXPECT_FALSE(ordner_.vorhanden(u"baum/A/fehlt.jpg"_s));
 }
 
+TEST_F(BerichtDatei, AMarkThatCantBeReadIsNamed) {
+  nimm(u"gut.jpg"_s, jpeg({200, 100}, Qt::red));
+  Bericht einer = bericht();
+  for (const QString& zeichen : {ordner_.pfad(u"weg.png"_s), ordner_.schreibe(u"kaputt.png"_s, "kein Bild")}) {
+    einer.kopf.zeichen = zeichen;
+    const auto ergebnis = berichtsdatei::schreibe(ziel_, einer, {});
+    EXPECT_TRUE(ergebnis.geschrieben);
+    EXPECT_EQ(ergebnis.bilder, 1);
+    EXPECT_EQ(ergebnis.fehlende,
+        QStringList(QFileInfo(zeichen).fileName() + u": Das Zeichen des Briefkopfs ist nicht zu lesen."_s));
+  }
+}
+
 TEST_F(BerichtDatei, APictureThatGoesMissingWhileItIsWrittenIsNamed) {
   for (const Dichte dichte : {Dichte::Druck, Dichte::Original}) {
     store_.FKT_Neu();

@@ -14,6 +14,7 @@ namespace {
 class KvobildFortschritt : public Betrieb {
  protected:
   void SetUp() override {
+    // A bare chroot has none, and then the program meets no terminal either.
     if (::openpty(&herr_, &knecht_, nullptr, nullptr, nullptr) != 0)
       GTEST_SKIP() << "this machine has no pseudo terminals";
     ::fcntl(herr_, F_SETFL, O_NONBLOCK);
