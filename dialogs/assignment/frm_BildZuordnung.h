@@ -17,6 +17,7 @@
 #include "platform/forms/steuerelemente/Knoepfe.h"
 #include "platform/forms/steuerelemente/SSSplitter.h"
 #include "platform/forms/steuerelemente/Textfelder.h"
+#include "platform/gdiplus/vorlauf/Vorlauf.h"
 #include "platform/host/KVOCore.h"
 #include "store/Dialogspur.h"
 
@@ -188,6 +189,8 @@ class frm_BildZuordnung : public Form, public Auftrag {
   void verbinde_Schalter(CheckBox& schalter, bool Arbeitszeile::*feld);
   void verbinde_Text(Textblock& text, QString Arbeitszeile::*feld);
   std::unique_ptr<Bildfeld> neues_Pic_Thumb(int index);
+  /// Tells the threads below which pictures will be painted.
+  void sage_Bilder_an();
 
   Arbeitstabelle& Tabelle();
   /// The collection; without one it raises 91.
@@ -264,6 +267,7 @@ class frm_BildZuordnung : public Form, public Auftrag {
   QHash<QString, bool> auflistbar_;
   /// Opened again with what the last dialog over the collection left unsaved.
   bool wiederaufgenommen_ = false;
+  bildvorlauf::Vorlauf vorlauf_;
   /// The user refused to save.
   bool abgelehnt_ = false;
   Farbe NameRueckfarbe = 0;

@@ -159,6 +159,7 @@ void frm_BildZuordnung::Zeige_Bild() {
   Bild_Einpassen(ganz(a / twips::JePixel), ganz(b / twips::JePixel), Pic_Dummy, Pic_Bearbeitung);
   Pic_Bearbeitung.Left((SSP_Panel(2).Width() - Pic_Bearbeitung.Width()) / 2);
   Pic_Bearbeitung.Visible(true);
+  sage_Bilder_an();
 }
 
 // ── Keys ────────────────────────────────────────────────────────────────────────────────────────────────────────────

@@ -46,15 +46,18 @@ QImage leeres_Blatt(double breite, double hoehe, double dichte) {
   return blatt;
 }
 
+bool ist_gestreckt(QSize groesse, double breite, double hoehe, bool nur_mittig) {
+  const QSizeF twips = QSizeF(groesse) * twips::JePixel;
+  return !nur_mittig && (twips.width() > breite || twips.height() > hoehe);
+}
+
 /// False where the picture's file gives no pixels: the sheet then stays as it is.
 bool male(QImage& blatt, const Bild& bild, double breite, double hoehe, bool nur_mittig) {
   const double dichte = blatt.devicePixelRatio();
-  const QSizeF groesse = QSizeF(bild.groesse()) * twips::JePixel;
-  const bool gestreckt = !nur_mittig && (groesse.width() > breite || groesse.height() > hoehe);
-  const QSize ziel = gestreckt ? QSize(punkte(breite - Rand, dichte), punkte(hoehe - Rand, dichte))
-                               : QSize(punkte(groesse.width(), dichte), punkte(groesse.height(), dichte));
-  const QPoint ort = gestreckt ? QPoint(punkte(Rand, dichte), punkte(Rand, dichte))
-                               : QPoint((blatt.width() - ziel.width()) / 2, (blatt.height() - ziel.height()) / 2);
+  const QSize ziel = ziel_auf_Blatt(bild.groesse(), breite, hoehe, nur_mittig, dichte);
+  const QPoint ort = ist_gestreckt(bild.groesse(), breite, hoehe, nur_mittig)
+      ? QPoint(punkte(Rand, dichte), punkte(Rand, dichte))
+      : QPoint((blatt.width() - ziel.width()) / 2, (blatt.height() - ziel.height()) / 2);
   if (ziel.isEmpty()) return true;
   QImage pixel = bildlader::eigene_Pixel(bild, ziel);
   if (pixel.isNull()) return false;
@@ -68,6 +71,13 @@ bool male(QImage& blatt, const Bild& bild, double breite, double hoehe, bool nur
 bool ist_Bildtyp(const QString& endung) {
   static const std::array<QString, 4> Typen{u"bmp"_s, u"jpg"_s, u"gif"_s, u"tif"_s};
   return std::find(Typen.begin(), Typen.end(), text::LCase(endung)) != Typen.end();
+}
+
+QSize ziel_auf_Blatt(QSize groesse, double breite, double hoehe, bool nur_mittig, double dichte) {
+  if (ist_gestreckt(groesse, breite, hoehe, nur_mittig))
+    return {punkte(breite - Rand, dichte), punkte(hoehe - Rand, dichte)};
+  const QSizeF eigene = QSizeF(groesse) * twips::JePixel;
+  return {punkte(eigene.width(), dichte), punkte(eigene.height(), dichte)};
 }
 
 QImage zeichne(const std::shared_ptr<const Bild>& bild, double breite, double hoehe, bool nur_mittig, double dichte) {

@@ -20,6 +20,9 @@ bool ist_Bildtyp(const QString& endung);
 QImage zeichne(
     const std::shared_ptr<const Bild>& bild, double breite, double hoehe, bool nur_mittig = false, double dichte = 1);
 
+/// The size in pixels at which `zeichne` shows a picture of `groesse` pixels on such a sheet.
+QSize ziel_auf_Blatt(QSize groesse, double breite, double hoehe, bool nur_mittig, double dichte);
+
 /// The drawing that stands for a picture that can't be read (see imaging/Ersatzbild.h).
 const std::shared_ptr<const Bild>& ersatzbild();
 

@@ -14,6 +14,7 @@
 #include "platform/forms/steuerelemente/Knoepfe.h"
 #include "platform/forms/steuerelemente/ListView.h"
 #include "platform/forms/steuerelemente/Textfelder.h"
+#include "platform/gdiplus/vorlauf/Vorlauf.h"
 
 /// Columns of the search's result: one row a chosen file, and an empty last one.
 namespace fund {
@@ -91,6 +92,8 @@ class frm_BilderSuchen : public Form {
   void lies_Ordner(const QString& ordner, const QString& muster);
   /// False when the read ends here.
   bool lies_Dateien(const QString& ordner, const QStringList& namen, std::uint32_t lesung);
+  /// Tells the threads below which pictures come next.
+  void sage_an(const QString& ordner, const QString& name);
   void fuege_Datei_ein(const QString& ordner, const QString& name);
   void gib_Bild(int eintrag, const QString& pfad, const QString& endung);
   void zeige_Fortschritt();
@@ -116,4 +119,5 @@ class frm_BilderSuchen : public Form {
   bool m_Duldsam = false;
   bool m_Aufgeraeumt = false;
   int m_Sitzungen = 0;
+  bildvorlauf::Vorlauf m_Vorlauf;
 };

@@ -1,5 +1,6 @@
 // The list of a folder's files: reading it, and what is done with the chosen ones.
 #include <QGuiApplication>
+#include <QScopeGuard>
 #include <algorithm>
 
 #include "dialogs/search/Vorschaubild.h"
@@ -19,6 +20,10 @@ using Dimension = XArrayDBObject::Dimension;
 namespace {
 
 constexpr double Vorschauseite = 1500;
+
+/// So many files ahead of the one that is due: enough for all cores and for a share that answers late, and few enough
+/// that their pixels are still in the cache when they are due.
+constexpr qsizetype Voraus = 16;
 
 QString mit_Trenner(const QString& ordner) {
   return ordner.endsWith(u'\\') ? ordner : ordner + u'\\';
@@ -105,16 +110,30 @@ void frm_BilderSuchen::lies_Ordner(const QString& ordner, const QString& muster)
 }
 
 bool frm_BilderSuchen::lies_Dateien(const QString& ordner, const QStringList& namen, std::uint32_t lesung) {
-  for (const QString& name : namen) {
+  m_Vorlauf.gib_auf();
+  const auto fertig = qScopeGuard([&] {
+    if (lesung == m_Lesung) m_Vorlauf.gib_auf();
+  });
+  for (const QString& name : namen.first(std::min(Voraus, namen.size()))) sage_an(ordner, name);
+  for (qsizetype i = 0; i < namen.size(); ++i) {
+    const QString& name = namen[i];
     ereignispumpe().verarbeite_anstehende();
     if (lesung != m_Lesung) return false;
     if (pEinlesenAbbrechen) {
       pEinlesenAbbrechen = false;
       break;
     }
+    if (i + Voraus < namen.size()) sage_an(ordner, namen[i + Voraus]);
     if (passt(endung_von(name))) fuege_Datei_ein(ordner, name);
   }
   return true;
+}
+
+void frm_BilderSuchen::sage_an(const QString& ordner, const QString& name) {
+  if (!passt(endung_von(name)) || !vorschaubild::ist_Bildtyp(endung_von(name))) return;
+  m_Vorlauf.datei(ordner + name, [dichte = devicePixelRatioF()](QSize groesse) {
+    return vorschaubild::ziel_auf_Blatt(groesse, Vorschauseite, Vorschauseite, false, dichte);
+  });
 }
 
 void frm_BilderSuchen::fuege_Datei_ein(const QString& ordner, const QString& name) {

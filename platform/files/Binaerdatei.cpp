@@ -18,6 +18,8 @@ void pruefe_Art(unsigned modus) {
   if (systemfehler::unlesbar(modus)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
 }
 
+constexpr int Immer = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
 bool nur_lesen_erlaubt(int fehler) {
   return fehler == EACCES || fehler == EPERM || fehler == EROFS || fehler == ETXTBSY;
 }
@@ -34,13 +36,17 @@ void Binaerdatei::oeffne(const QString& pfad, int art) {
   schliesse();
   auto [ort, info, grund] = stand::von(pfad);
   if (grund == 0) pruefe_Art(info.st_mode);
-  constexpr int Immer = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
   constexpr mode_t Rechte = 0666;
   int deskriptor = ::open(ort.constData(), art | Immer, Rechte);
   if (deskriptor < 0 && art != O_RDONLY && nur_lesen_erlaubt(errno))
     deskriptor = ::open(ort.constData(), O_RDONLY | Immer);
   if (deskriptor < 0 && errno == ENOENT && (art & O_CREAT) != 0) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
+  uebernimm(deskriptor);
+}
+
+void Binaerdatei::uebernimm(int deskriptor) {
   systemfehler::Deskriptor offen(systemfehler::pruefe(deskriptor));
+  struct stat info {};
   systemfehler::pruefe(::fstat(offen.wert(), &info));
   pruefe_Art(info.st_mode);
   laenge_ = info.st_size;
@@ -53,6 +59,17 @@ void Binaerdatei::oeffne_Binaer(const QString& pfad) {
 
 void Binaerdatei::oeffne_lesend(const QString& pfad) {
   oeffne(pfad, O_RDONLY);
+}
+
+void Binaerdatei::oeffne_Ort(const QByteArray& ort) {
+  schliesse();
+  uebernimm(::open(ort.constData(), O_RDONLY | Immer));
+}
+
+dateien::Kennung Binaerdatei::kennung() const {
+  struct stat info {};
+  if (::fstat(deskriptor_, &info) != 0) throw Laufzeitfehler(fehlernummer::EinAusgabeFehler);
+  return stand::kennung(info);
 }
 
 std::size_t Binaerdatei::lies(std::int64_t position, std::span<std::byte> ziel) const {

@@ -71,10 +71,6 @@ bool passt(QStringView name, QStringView muster) {
   return m == muster.size();
 }
 
-std::int64_t nanosekunden(const struct timespec& zeit) {
-  return zeit.tv_sec * 1'000'000'000LL + zeit.tv_nsec;
-}
-
 /// The file's own place, behind every link, so that a link stays one when its file is written anew.
 QByteArray ohne_Verweise(const QByteArray& ort) {
   const std::unique_ptr<char, void (*)(void*)> wahrer(::realpath(ort.constData(), nullptr), &::free);
@@ -182,9 +178,14 @@ Kennung kennung(const QString& pfad) {
 
 Fundstelle fundstelle(const QString& pfad) {
   stand::Stand s = stand_von(pfad);
-  const auto& info = s.info;
-  return {std::move(s.ort),
-      {info.st_dev, info.st_ino, info.st_size, nanosekunden(info.st_mtim), nanosekunden(info.st_ctim)}};
+  const Kennung kennung = stand::kennung(s.info);
+  return {std::move(s.ort), kennung};
+}
+
+Kennung kennung_an(const QByteArray& ort) {
+  struct stat info {};
+  systemfehler::pruefe(::stat(ort.constData(), &info));
+  return stand::kennung(info);
 }
 
 }  // namespace dateien

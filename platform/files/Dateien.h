@@ -64,5 +64,8 @@ struct Fundstelle {
 };
 /// Raises 53 when it is missing.
 Fundstelle fundstelle(const QString& pfad);
+/// The state of what stands at a path of this machine, exact in case; the path map is not asked. Raises 53 when it is
+/// missing.
+Kennung kennung_an(const QByteArray& ort);
 
 }  // namespace dateien

@@ -14,6 +14,10 @@ Stand sieh_nach(QByteArray ort) {
   return s;
 }
 
+std::int64_t nanosekunden(const struct timespec& zeit) {
+  return zeit.tv_sec * 1'000'000'000LL + zeit.tv_nsec;
+}
+
 }  // namespace
 
 Stand von(const QString& pfad) {
@@ -21,6 +25,10 @@ Stand von(const QString& pfad) {
   Stand genau = sieh_nach(karte.genauer_Pfad(pfad));
   if (genau.vorhanden()) return genau;
   return sieh_nach(karte.maschinenpfad(pfad));
+}
+
+dateien::Kennung kennung(const struct stat& info) {
+  return {info.st_dev, info.st_ino, info.st_size, nanosekunden(info.st_mtim), nanosekunden(info.st_ctim)};
 }
 
 }  // namespace stand

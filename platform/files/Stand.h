@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include "platform/files/Dateien.h"
+
 /// What the files of this folder ask of a path of the table most: where it leads, and what stands there.
 namespace stand {
 
@@ -21,5 +23,7 @@ struct Stand {
 /// Resolves the path as Pfadkarte::maschinenpfad and looks behind links. A path that is there exactly as asked for, as
 /// nearly all are, costs one look. Raises what maschinenpfad raises; a missing file is none of that.
 Stand von(const QString& pfad);
+
+dateien::Kennung kennung(const struct stat& info);
 
 }  // namespace stand

@@ -24,29 +24,42 @@ void Bildfeld::Cls() {
   update();
 }
 
-void Bildfeld::PaintPicture(std::shared_ptr<const Bild> bild, const QRectF& ziel) {
+void Bildfeld::PaintPicture(const std::shared_ptr<const Bild>& bild, const QRectF& ziel) {
   // What is covered whole needs no pixels any more.
   if (ziel.contains(QRectF(rect()))) {
     offen_.clear();
     pixel_ = QImage();
   }
-  zeichne([this, bild = std::move(bild), ziel](QPainter& maler) {
+  const auto male = [this, bild, ziel](QPainter& maler) {
     fehler::still_enden([&] {
-      const QSize punkte = (ziel.size() * devicePixelRatioF()).toSize();
-      if (!punkte.isEmpty()) maler.drawImage(ziel, bild->bild(punkte));
+      if (const QSize groesse = punkte(ziel); !groesse.isEmpty()) maler.drawImage(ziel, bild->bild(groesse));
     });
-  });
+  };
+  zeichne({male, bild, ziel});
+}
+
+QSize Bildfeld::punkte(const QRectF& ziel) const {
+  return (ziel.size() * devicePixelRatioF()).toSize();
+}
+
+QList<bildvorlauf::Vorlauf::Wunsch> Bildfeld::offene_Bilder() const {
+  QList<bildvorlauf::Vorlauf::Wunsch> bilder;
+  for (const Zeichnung& zeichnung : offen_)
+    if (zeichnung.bild) bilder.append({zeichnung.bild, punkte(zeichnung.ziel)});
+  return bilder;
 }
 
 void Bildfeld::Linie(QPointF von, QPointF bis, Farbe farbe) {
-  zeichne([=](QPainter& maler) {
+  const auto male = [=](QPainter& maler) {
     maler.setPen(QPen(farben::qt(farbe), 1));
     maler.drawLine(von, bis);
-  });
+  };
+  zeichne({male, nullptr, {}});
 }
 
 void Bildfeld::Kasten(QPointF von, QPointF bis, Farbe farbe) {
-  zeichne([=](QPainter& maler) { maler.fillRect(QRectF(von, bis).adjusted(0, 0, 1, 1), farben::qt(farbe)); });
+  const auto male = [=](QPainter& maler) { maler.fillRect(QRectF(von, bis).adjusted(0, 0, 1, 1), farben::qt(farbe)); };
+  zeichne({male, nullptr, {}});
 }
 
 void Bildfeld::zeichne(Zeichnung zeichnung) {
@@ -65,7 +78,7 @@ const QImage& Bildfeld::Image() const {
     QPainter maler(&neu);
     if (!pixel_.isNull()) maler.drawImage(QPointF(0, 0), pixel_);
     // Taken out first: what cannot be drawn is not tried again.
-    for (const Zeichnung& zeichnung : std::exchange(offen_, {})) zeichnung(maler);
+    for (const Zeichnung& zeichnung : std::exchange(offen_, {})) zeichnung.male(maler);
   }
   pixel_ = std::move(neu);
   return pixel_;

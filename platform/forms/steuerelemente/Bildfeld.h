@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QList>
 #include <QRectF>
 #include <memory>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "platform/basic/Twips.h"
 #include "platform/forms/steuerelemente/Steuerelement.h"
 #include "platform/gdiplus/Bild.h"
+#include "platform/gdiplus/vorlauf/Vorlauf.h"
 
 /// A picture box. It holds a picture, as a stage for others, and a persistent image that is drawn on.
 ///
@@ -30,7 +32,7 @@ class Bildfeld : public QWidget, public Steuerelement {
   /// Empties the persistent image.
   void Cls();
   /// Draws a picture scaled to that rectangle.
-  void PaintPicture(std::shared_ptr<const Bild> bild, const QRectF& ziel);
+  void PaintPicture(const std::shared_ptr<const Bild>& bild, const QRectF& ziel);
   /// Draws a line of one pixel between two points, both included.
   void Linie(QPointF von, QPointF bis, Farbe farbe);
   /// Draws a filled box; both corners are inside.
@@ -39,6 +41,9 @@ class Bildfeld : public QWidget, public Steuerelement {
   const QImage& Image() const;
   /// Nothing of what was drawn waits for its pixels.
   bool ist_gezeichnet() const noexcept { return offen_.empty(); }
+
+  /// The pictures that wait for their pixels, at the size at which they will be painted.
+  QList<bildvorlauf::Vorlauf::Wunsch> offene_Bilder() const;
 
   /// 0: the box gets clicks. 1: pressing the mouse button on it begins to drag it, and no click comes.
   int DragMode() const noexcept { return ziehart_; }
@@ -58,8 +63,13 @@ class Bildfeld : public QWidget, public Steuerelement {
   void mouseDoubleClickEvent(QMouseEvent* ereignis) override;
 
  private:
-  using Zeichnung = std::function<void(QPainter& maler)>;
+  struct Zeichnung {
+    std::function<void(QPainter& maler)> male;
+    std::shared_ptr<const Bild> bild;  ///< none for what is no picture
+    QRectF ziel;
+  };
   void zeichne(Zeichnung zeichnung);
+  QSize punkte(const QRectF& ziel) const;
 
   std::shared_ptr<const Bild> bild_;
   mutable std::vector<Zeichnung> offen_;

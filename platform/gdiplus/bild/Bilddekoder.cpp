@@ -2,10 +2,10 @@
 
 #include <QBuffer>
 #include <QImageReader>
-#include <QScopeGuard>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <utility>
 
 #include "platform/basic/Bytesicht.h"
@@ -57,13 +57,31 @@ bool ist_unberuehrt(const QImage& bild) {
   return std::all_of(anfang, anfang + bild.sizeInBytes(), [](uchar byte) { return byte == 0; });
 }
 
+// Qt refuses pictures over 128 MB unless the limit is lifted. It belongs to the whole process: the host gets its own
+// value back when the last of the threads is done that read at once.
+class Ohne_Grenze {
+ public:
+  Ohne_Grenze() {
+    const std::scoped_lock halten(Schutz);
+    if (lesende++ > 0) return;
+    vorher = QImageReader::allocationLimit();
+    QImageReader::setAllocationLimit(0);
+  }
+  ~Ohne_Grenze() {
+    const std::scoped_lock halten(Schutz);
+    if (--lesende == 0) QImageReader::setAllocationLimit(vorher);
+  }
+  Q_DISABLE_COPY_MOVE(Ohne_Grenze)
+
+ private:
+  static inline std::mutex Schutz;
+  static inline int lesende = 0;
+  static inline int vorher = 0;
+};
+
 /// Null where the file gives nothing.
 QImage mit_Qt(const Bildkopf& kopf, const QByteArray& datei) {
-  // Qt refuses pictures over 128 MB unless the limit is lifted. It belongs to the whole process, so the host gets its
-  // own value back.
-  const auto zurueck =
-      qScopeGuard([vorher = QImageReader::allocationLimit()] { QImageReader::setAllocationLimit(vorher); });
-  QImageReader::setAllocationLimit(0);
+  const Ohne_Grenze ohne_Grenze;
   QByteArray bytes = kopf.format == Bildformat::Bmp ? mit_bekanntem_Kopf(datei) : datei;
   QBuffer puffer(&bytes);
   puffer.open(QIODevice::ReadOnly);
@@ -116,6 +134,14 @@ QImage undurchsichtig(QImage bild, QRgb hintergrund) {
 QImage auf_Groesse(const QImage& bild, QSize ziel) {
   if (bild.isNull() || bild.size() == ziel) return bild;
   return geprueft(bild.scaled(ziel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}
+
+qint64 speicherbedarf(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel) {
+  constexpr qint64 Pixel = sizeof(QRgb);
+  // Qt's reader gives the whole picture, and its form without transparency stands beside it for a moment.
+  if (kopf.format != Bildformat::Jpeg) return 2 * Pixel * flaeche(kopf.groesse);
+  return Pixel * flaeche(jpegdekoder::dekodierte_Groesse(kopf.groesse, ziel)) +
+      jpegdekoder::Koeffizienten_im_Speicher(bytes);
 }
 
 QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {

@@ -14,6 +14,9 @@ namespace bilddekoder {
 /// nothing at all. Orientation marks are not applied. Running out of memory raises 7.
 QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund);
 
+/// Bytes that `lies` needs at its height beside the file's content and the result, for a header of that content.
+qint64 speicherbedarf(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel);
+
 /// The opaque form (RGB32) of any image on a background.
 QImage undurchsichtig(QImage bild, QRgb hintergrund);
 

@@ -12,6 +12,7 @@
 #include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/gdiplus/bild/Pixelquelle.h"
+#include "platform/gdiplus/vorlauf/Inarbeit.h"
 
 namespace bildlader {
 namespace {
@@ -36,6 +37,11 @@ class DateiBild final : public Bild {
   }
 
   QImage eigene_Pixel(QSize ziel) const { return datei_->bild(soll(*this, ziel), hintergrund_); }
+
+  std::optional<Herkunft> herkunft() const {
+    if (!datei_->schluessel() || (hintergrund_ & RGB_MASK) != 0) return std::nullopt;
+    return Herkunft{*datei_->schluessel(), datei_->kopf(), datei_->bytes()};
+  }
 
   std::shared_ptr<const Bild> auf(QRgb hintergrund) const {
     return std::make_shared<DateiBild>(datei_, hintergrund, ersatz_);
@@ -84,14 +90,34 @@ Ergebnis ohne_Bild(const bildbefund::Befund& befund) {
   return {befund.status, befund.kopf.format, {}};
 }
 
+/// What the cache knows of the state, or, where another thread is at work on the file, will know at its end.
+class Bekanntes {
+ public:
+  /// `brauchbar` tells whether an entry is enough.
+  Bekanntes(const Pixelquelle::Schluessel& schluessel, bool (*brauchbar)(const Bildspeicher::Eintrag&)) {
+    if (!schluessel) return;
+    const auto suche = [&] {
+      eintrag_ = Bildspeicher::aktuell().suche(*schluessel);
+      if (eintrag_ && !brauchbar(*eintrag_)) eintrag_.reset();
+      return eintrag_.has_value();
+    };
+    if (suche()) return;
+    allein_.emplace(inarbeit::warte(schluessel->pfad));
+    if (suche()) allein_.reset();
+  }
+  std::optional<Bildspeicher::Eintrag>& eintrag() noexcept { return eintrag_; }
+
+ private:
+  std::optional<Bildspeicher::Eintrag> eintrag_;
+  std::optional<inarbeit::Marke> allein_;
+};
+
 Ergebnis oeffne_ganz(const QString& pfad) {
   Pixelquelle::Schluessel schluessel = Bildspeicher::aktuell().schluessel(pfad);
-  if (schluessel) {
-    auto bekannt = Bildspeicher::aktuell().suche(*schluessel);
-    // A header without pixels is no picture that outlives its file.
-    if (bekannt && !bekannt->reduzierte.isEmpty())
-      return mit(gehaltene_Pixel(pfad, std::move(schluessel), bekannt->kopf, {}, std::move(bekannt->reduzierte)));
-  }
+  // A header without pixels is no picture that outlives its file.
+  Bekanntes bekanntes(schluessel, [](const Bildspeicher::Eintrag& e) { return !e.reduzierte.isEmpty(); });
+  if (auto& bekannt = bekanntes.eintrag())
+    return mit(gehaltene_Pixel(pfad, std::move(schluessel), bekannt->kopf, {}, std::move(bekannt->reduzierte)));
   Binaerdatei datei;
   datei.oeffne_lesend(pfad);
   QByteArray bytes;
@@ -104,9 +130,9 @@ Ergebnis oeffne_ganz(const QString& pfad) {
 
 Ergebnis oeffne_Kopf(const QString& pfad) {
   Pixelquelle::Schluessel schluessel = Bildspeicher::aktuell().schluessel(pfad);
-  if (schluessel)
-    if (const auto bekannt = Bildspeicher::aktuell().suche(*schluessel))
-      return mit(ungelesene_Pixel(pfad, std::move(schluessel), bekannt->kopf));
+  Bekanntes bekanntes(schluessel, [](const Bildspeicher::Eintrag&) { return true; });
+  if (const auto& bekannt = bekanntes.eintrag())
+    return mit(ungelesene_Pixel(pfad, std::move(schluessel), bekannt->kopf));
   Binaerdatei datei;
   datei.oeffne_lesend(pfad);
   const bildbefund::Befund befund = bildbefund::urteile_nach_Anfang(datei);
@@ -139,6 +165,11 @@ std::shared_ptr<const Bild> mit_Ersatz(const std::shared_ptr<const Bild>& bild, 
 QImage eigene_Pixel(const Bild& bild, QSize ziel) {
   const auto* const aus_Datei = dynamic_cast<const DateiBild*>(&bild);
   return aus_Datei != nullptr ? aus_Datei->eigene_Pixel(ziel) : bild.bild(ziel);
+}
+
+std::optional<Herkunft> herkunft(const Bild& bild) {
+  const auto* const aus_Datei = dynamic_cast<const DateiBild*>(&bild);
+  return aus_Datei != nullptr ? aus_Datei->herkunft() : std::nullopt;
 }
 
 std::shared_ptr<const Bild> aus_Pixeln(const QImage& pixel) {

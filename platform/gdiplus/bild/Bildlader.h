@@ -4,9 +4,11 @@
 #include <QString>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "platform/gdiplus/Bild.h"
 #include "platform/gdiplus/bild/Bildkopf.h"
+#include "platform/gdiplus/bild/Bildspeicher.h"
 
 /// Makes picture objects.
 namespace bildlader {
@@ -30,6 +32,16 @@ std::shared_ptr<const Bild> mit_Ersatz(const std::shared_ptr<const Bild>& bild, 
 
 /// As the picture's own bild(), but null where nothing of its file can be decoded, whatever it then shows.
 QImage eigene_Pixel(const Bild& bild, QSize ziel);
+
+/// Which state of which file a picture stands for, and its content where the picture holds it (null otherwise).
+struct Herkunft {
+  Bildspeicher::Schluessel schluessel;
+  Bildkopf kopf;
+  QByteArray bytes;
+};
+/// None for a picture that is no file's, one on another background than black, and a file whose state can't be told
+/// from its next one.
+std::optional<Herkunft> herkunft(const Bild& bild);
 
 /// A picture object of pixels; transparency comes out black. Null for a null image.
 std::shared_ptr<const Bild> aus_Pixeln(const QImage& pixel);

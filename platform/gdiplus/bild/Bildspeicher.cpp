@@ -15,10 +15,14 @@ Bildspeicher& Bildspeicher::aktuell() {
 }
 
 std::optional<Bildspeicher::Schluessel> Bildspeicher::schluessel(const QString& pfad) const {
-  const std::int64_t jetzt = uhr_.load()();
-  dateien::Fundstelle f = dateien::fundstelle(pfad);
-  if (std::max(f.kennung.geaendert_ns, f.kennung.zustand_ns) > jetzt - Ruhezeit_ns) return std::nullopt;
-  return Schluessel{std::move(f.ort), f.kennung};
+  const dateien::Fundstelle f = dateien::fundstelle(pfad);
+  return schluessel(f.ort, f.kennung);
+}
+
+std::optional<Bildspeicher::Schluessel> Bildspeicher::schluessel(
+    const QByteArray& ort, const dateien::Kennung& kennung) const {
+  if (std::max(kennung.geaendert_ns, kennung.zustand_ns) > uhr_.load()() - Ruhezeit_ns) return std::nullopt;
+  return Schluessel{ort, kennung};
 }
 
 // The entry of exactly that state, moved to the front.
@@ -67,6 +71,11 @@ void Bildspeicher::merke(const Schluessel& schluessel, const Bildkopf& kopf, con
   zaehle(fach, reduziert.sizeInBytes());
   if (alle.size() > Groessen_je_Datei) zaehle(fach, -alle.takeLast().sizeInBytes());
   raeume_auf();
+}
+
+bool Bildspeicher::haelt(QSize groesse) const {
+  const std::scoped_lock halten(sperre_);
+  return flaeche(groesse) * qint64{sizeof(QRgb)} <= grenze_ / 4;
 }
 
 qint64 Bildspeicher::belegt() const {

@@ -37,12 +37,17 @@ class Bildspeicher {
 
   /// The key of a file, or none when it is missing or was changed too recently to be told from its next state.
   std::optional<Schluessel> schluessel(const QString& pfad) const;
+  /// The same of a file whose place on this machine and whose state are known.
+  std::optional<Schluessel> schluessel(const QByteArray& ort, const dateien::Kennung& kennung) const;
   std::optional<Eintrag> suche(const Schluessel& schluessel);
   /// Takes in a header; pixels of the same state stay, what was kept of another state of the file goes.
   void merke_Kopf(const Schluessel& schluessel, const Bildkopf& kopf);
   /// Takes in reduced pixels; what was kept of another state of the same file goes. A picture of more than a quarter of
   /// the bound is not kept.
   void merke(const Schluessel& schluessel, const Bildkopf& kopf, const QImage& reduziert);
+
+  /// Pixels of that size are not too many to be kept.
+  bool haelt(QSize groesse) const;
 
   /// Bytes of all pixels kept, and the weight of the headers without.
   qint64 belegt() const;

@@ -1,6 +1,5 @@
 #include "platform/gdiplus/bild/Pixelquelle.h"
 
-#include <algorithm>
 #include <mutex>
 #include <utility>
 
@@ -9,12 +8,14 @@
 #include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/bild/Bildbefund.h"
 #include "platform/gdiplus/bild/Bilddekoder.h"
+#include "platform/gdiplus/bild/Reduktion.h"
+#include "platform/gdiplus/vorlauf/Inarbeit.h"
 
 Pixelquelle::Pixelquelle(QString pfad, Schluessel schluessel, const Bildkopf& kopf)
     : pfad_(std::move(pfad)), schluessel_(std::move(schluessel)), kopf_(kopf) {}
 
 bool Pixelquelle::ist_zu_merken(QSize ziel, QRgb hintergrund) const noexcept {
-  return schluessel_ && flaeche(ziel) < flaeche(kopf_.groesse) && (hintergrund & RGB_MASK) == 0;
+  return schluessel_ && reduktion::ist_verkleinert(kopf_, ziel) && (hintergrund & RGB_MASK) == 0;
 }
 
 QList<QImage> Pixelquelle::gemerkte() const {
@@ -22,26 +23,18 @@ QList<QImage> Pixelquelle::gemerkte() const {
   return eintrag ? eintrag->reduzierte : QList<QImage>();
 }
 
+QImage Pixelquelle::gemerkt_oder(QSize ziel, bool auch_aus_Groesserem, const std::function<Neues()>& mache) const {
+  const auto gemerkt = [&] { return reduktion::vorhanden(*schluessel_, kopf_, ziel, auch_aus_Groesserem); };
+  if (QImage pixel = gemerkt(); !pixel.isNull()) return pixel;
+  // Another thread may be about to put them there.
+  const inarbeit::Marke allein = inarbeit::warte(schluessel_->pfad);
+  if (QImage pixel = gemerkt(); !pixel.isNull()) return pixel;
+  const Neues neu = mache();
+  if (neu.zu_merken && !neu.pixel.isNull()) Bildspeicher::aktuell().merke(*schluessel_, neu.kopf, neu.pixel);
+  return neu.pixel;
+}
+
 namespace {
-
-QImage von_Groesse(const QList<QImage>& alle, QSize ziel) {
-  const auto b = std::ranges::find(alle, ziel, &QImage::size);
-  return b == alle.cend() ? QImage() : *b;
-}
-
-QImage groesstes(const QList<QImage>& alle) {
-  const auto b = std::ranges::max_element(alle, {}, [](const QImage& x) { return flaeche(x.size()); });
-  return b == alle.cend() ? QImage() : *b;
-}
-
-// The smallest that are at least twice as wide and high: scaling them down loses nothing that shows.
-QImage groesseres(const QList<QImage>& alle, QSize ziel) {
-  QImage beste;
-  for (const QImage& x : alle)
-    if (x.width() >= 2 * ziel.width() && x.height() >= 2 * ziel.height())
-      if (beste.isNull() || flaeche(x.size()) < flaeche(beste.size())) beste = x;
-  return beste;
-}
 
 // The content of one state of a picture file. Usually it is the compressed bytes, taken when the file was opened. Where
 // the cache knew that state, it is the reduced pixels; the bytes are then only read when another size is asked for, and
@@ -54,20 +47,25 @@ class GehaltenePixel final : public Pixelquelle {
         bytes_(std::move(bytes)),
         reduzierte_(std::move(reduzierte)) {}
 
+  QByteArray bytes() override {
+    const std::scoped_lock halten(sperre_);
+    return bytes_;
+  }
+
   QImage bild(QSize ziel, QRgb hintergrund) override {
     const std::scoped_lock halten(sperre_);
-    const bool merken = ist_zu_merken(ziel, hintergrund);
-    if (merken) {
-      if (const QImage eigenes = von_Groesse(reduzierte_, ziel); !eigenes.isNull()) return eigenes;
-      if (const QImage gemerkt = von_Groesse(gemerkte(), ziel); !gemerkt.isNull()) return gemerkt;
-    }
-    if (bytes_.isNull() && !lies_nach()) return bilddekoder::auf_Groesse(groesstes(reduzierte_), ziel);
-    const QImage neu = bilddekoder::lies(kopf(), bytes_, ziel, hintergrund);
-    if (merken && !neu.isNull()) Bildspeicher::aktuell().merke(*schluessel_, kopf(), neu);
-    return neu;
+    if (!ist_zu_merken(ziel, hintergrund)) return aus_Datei(ziel, hintergrund).pixel;
+    if (const QImage eigenes = reduktion::von_Groesse(reduzierte_, ziel); !eigenes.isNull()) return eigenes;
+    return gemerkt_oder(ziel, false, [&] { return aus_Datei(ziel, hintergrund); });
   }
 
  private:
+  Neues aus_Datei(QSize ziel, QRgb hintergrund) {
+    if (bytes_.isNull() && !lies_nach())
+      return {bilddekoder::auf_Groesse(reduktion::groesstes(reduzierte_), ziel), kopf(), false};
+    return {bilddekoder::lies(kopf(), bytes_, ziel, hintergrund), kopf(), true};
+  }
+
   bool lies_nach() {
     return fehler::still_enden([&] {
       QByteArray bytes = dateien::lies_alles(pfad_);
@@ -91,22 +89,8 @@ class UngelesenePixel final : public Pixelquelle {
       : Pixelquelle(std::move(pfad), std::move(schluessel), kopf) {}
 
   QImage bild(QSize ziel, QRgb hintergrund) override {
-    const bool merken = ist_zu_merken(ziel, hintergrund);
-    if (merken) {
-      const QList<QImage> alle = gemerkte();
-      if (const QImage gemerkt = von_Groesse(alle, ziel); !gemerkt.isNull()) return gemerkt;
-      // Often a thumbnail of the picture that the window shows large beside it: its pixels spare reading the file.
-      if (const QImage groesser = groesseres(alle, ziel); !groesser.isNull()) {
-        const QImage neu = bilddekoder::auf_Groesse(groesser, ziel);
-        Bildspeicher::aktuell().merke(*schluessel_, kopf(), neu);
-        return neu;
-      }
-    }
-    const Inhalt inhalt = fehler::still_enden([&] { return lies(); });
-    if (inhalt.bytes.isNull()) return bilddekoder::auf_Groesse(groesstes(gemerkte()), ziel);
-    const QImage neu = bilddekoder::lies(inhalt.kopf, inhalt.bytes, ziel, hintergrund);
-    if (merken && inhalt.unveraendert && !neu.isNull()) Bildspeicher::aktuell().merke(*schluessel_, inhalt.kopf, neu);
-    return neu;
+    if (!ist_zu_merken(ziel, hintergrund)) return aus_Datei(ziel, hintergrund).pixel;
+    return gemerkt_oder(ziel, true, [&] { return aus_Datei(ziel, hintergrund); });
   }
 
  private:
@@ -115,6 +99,12 @@ class UngelesenePixel final : public Pixelquelle {
     Bildkopf kopf;
     bool unveraendert = false;  ///< surely still what was opened
   };
+
+  Neues aus_Datei(QSize ziel, QRgb hintergrund) const {
+    const Inhalt inhalt = fehler::still_enden([&] { return lies(); });
+    if (inhalt.bytes.isNull()) return {bilddekoder::auf_Groesse(reduktion::groesstes(gemerkte()), ziel), kopf(), false};
+    return {bilddekoder::lies(inhalt.kopf, inhalt.bytes, ziel, hintergrund), inhalt.kopf, inhalt.unveraendert};
+  }
 
   // The header is read with the bytes, so that both are of one state, whichever it is.
   Inhalt lies() const {

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QList>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -20,6 +21,11 @@ class Pixelquelle {
 
   const Bildkopf& kopf() const noexcept { return kopf_; }
 
+  /// The state that it stands for; none for a file whose state can't be told from its next one.
+  const Schluessel& schluessel() const noexcept { return schluessel_; }
+  /// The file's content where it is held, otherwise null.
+  virtual QByteArray bytes() { return {}; }
+
   /// The picture at exactly `ziel` pixels (see bilddekoder::lies); null where nothing of it can be had.
   virtual QImage bild(QSize ziel, QRgb hintergrund) = 0;
 
@@ -30,6 +36,15 @@ class Pixelquelle {
   bool ist_zu_merken(QSize ziel, QRgb hintergrund) const noexcept;
   /// The reduced pixels that the cache has of this state.
   QList<QImage> gemerkte() const;
+
+  struct Neues {
+    QImage pixel;
+    Bildkopf kopf;  ///< of the content that they come from
+    bool zu_merken = false;
+  };
+  /// Pixels worth keeping: those of the cache (see reduktion::vorhanden), or those that `mache` gives, which the cache
+  /// then has where they are to be kept. Where another thread is at work on the file its end is awaited.
+  QImage gemerkt_oder(QSize ziel, bool auch_aus_Groesserem, const std::function<Neues()>& mache) const;
 
   const QString pfad_;
   const Schluessel schluessel_;  ///< none for a file whose state can't be told from its next one

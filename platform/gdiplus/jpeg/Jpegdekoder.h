@@ -20,6 +20,13 @@ QImage dekodiere(QByteArrayView bytes, QSize ziel);
 /// Numerator over 8 of the scale that `dekodiere` takes.
 int massstab(QSize groesse, QSize ziel) noexcept;
 
+/// The size at which `dekodiere` decodes, before anybody scales.
+QSize dekodierte_Groesse(QSize groesse, QSize ziel) noexcept;
+
+/// Bytes of coefficients that the decoder holds all at once: those of a picture in several scans (ITU T.81 G.1),
+/// 0 for any other.
+qint64 Koeffizienten_im_Speicher(QByteArrayView bytes);
+
 /// The pieces of a picture in several scans that are needed for `ziel`, in their order: a scan is left out when it only
 /// carries frequencies that the component can't show at that size. At most 100 scans, so that a small file can't keep a
 /// decoder busy for hours.

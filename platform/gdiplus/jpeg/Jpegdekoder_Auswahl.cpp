@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "platform/basic/Bytesicht.h"
 #include "platform/gdiplus/jpeg/Jpegdekoder.h"
@@ -107,6 +108,42 @@ int massstab(QSize groesse, QSize ziel) noexcept {
   for (int num = 1; num < 8; ++num)
     if (reicht(groesse.width(), ziel.width(), num) && reicht(groesse.height(), ziel.height(), num)) return num;
   return 8;
+}
+
+QSize dekodierte_Groesse(QSize groesse, QSize ziel) noexcept {
+  const int num = massstab(groesse, ziel);
+  const auto seite = [num](int lang) { return static_cast<int>((std::int64_t{lang} * num + 7) / 8); };
+  return {seite(groesse.width()), seite(groesse.height())};
+}
+
+namespace {
+
+// Two bytes for each sample of each component.
+qint64 alle_Koeffizienten(const Jpegrahmen& rahmen) {
+  int hoechste = 1;
+  int summe = 0;
+  for (int i = 0; i < rahmen.anzahl; ++i) {
+    const auto& k = rahmen.komponenten[static_cast<std::size_t>(i)];
+    hoechste = std::max(hoechste, k.waagrecht * k.senkrecht);
+    summe += k.waagrecht * k.senkrecht;
+  }
+  return qint64{2} * rahmen.breite * rahmen.hoehe * summe / hoechste;
+}
+
+}  // namespace
+
+qint64 Koeffizienten_im_Speicher(QByteArrayView bytes) {
+  Jpegmarken marken(bytes);
+  std::optional<Jpegrahmen> rahmen;
+  while (const auto segment = marken.naechstes()) {
+    if (ist_SOF(segment->marke)) rahmen = lies_Rahmen(bytes, *segment);
+    if (segment->marke != Jpegmarken::SOS) continue;
+    if (!rahmen) return 0;
+    const bool fortschreitend = rahmen->marke == 0xc2 || rahmen->marke == 0xca;
+    const bool einzeln = Bytesicht(bytes).u8(static_cast<std::uint64_t>(segment->inhalt)) < rahmen->anzahl;
+    return fortschreitend || einzeln ? alle_Koeffizienten(*rahmen) : 0;
+  }
+  return 0;
 }
 
 }  // namespace jpegdekoder
