@@ -1,7 +1,7 @@
 #include "imaging/Aufrichtung.h"
 
 #include "imaging/Drehspur.h"
-#include "imaging/Exifmarke.h"
+#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/bild/Bildbefund.h"

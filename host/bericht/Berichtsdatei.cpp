@@ -92,6 +92,11 @@ class Bildvorrat {
 
   void liefere(std::size_t n, const pdfdatei::Nehmer& nehmer) {
     if (fortgang_ && !fortgang_(getan_++, quellen_.size() - 1)) throw Halt{};
+    // The next ones are decoded while this one is coded.
+    for (angekuendigt_ = std::max(angekuendigt_, n + 1); angekuendigt_ < std::min(n + 1 + Voraus, quellen_.size());
+         ++angekuendigt_)
+      if (formen_[angekuendigt_].weg != bildkodierung::Weg::Eigene)
+        ladung_.kuendige_genau_an(bericht_.bilder[quellen_[angekuendigt_]], formen_[angekuendigt_].groesse);
     const Berichtsbild& bild = bericht_.bilder[quellen_[n]];
     if (formen_[n].weg == bildkodierung::Weg::Verlustfrei) {
       const QImage pixel = bildkodierung::pixel(bild, formen_[n], ladung_);
@@ -118,6 +123,9 @@ class Bildvorrat {
   /// By the report's pictures.
   std::vector<std::size_t> nummern_;
   std::size_t getan_ = 0;
+  /// Those up to here were announced to the threads that decode.
+  std::size_t angekuendigt_ = 0;
+  static constexpr std::size_t Voraus = 2;
   QStringList verlorene_;
 };
 

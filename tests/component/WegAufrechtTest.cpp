@@ -1,5 +1,5 @@
 // The road's option that sets new pictures upright: which files it touches, and which never.
-#include "imaging/Exifmarke.h"
+#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/gdiplus/Sitzungsdauer.h"
 #include "tests/component/Wegtest.h"

@@ -8,7 +8,7 @@
 #include <random>
 
 #include "imaging/Dateiaufrichtung.h"
-#include "imaging/Exifmarke.h"
+#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/gdiplus/Sitzungsdauer.h"
 #include "platform/gdiplus/jpeg/Jpegdrehung.h"

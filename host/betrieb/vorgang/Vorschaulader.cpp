@@ -17,11 +17,13 @@ std::shared_ptr<const Bild> Vorschaulader::oeffne(const QString& ordner, const Q
 QImage Vorschaulader::lade(const QString& ordner, const QString& datei, QSize hoechstens) {
   const std::shared_ptr<const Bild> bild = oeffne(ordner, datei);
   if (!bild || bild->groesse().isEmpty()) return {};
-  QSize ziel = bild->groesse();
-  if (ziel.width() > hoechstens.width() || ziel.height() > hoechstens.height())
-    ziel = ziel.scaled(hoechstens, Qt::KeepAspectRatio).expandedTo({1, 1});
   const Stille stille;
   QImage pixel;
-  gelingt([&] { pixel = bild->bild(ziel); });
+  gelingt([&] { pixel = bild->bild(ziel(bild->groesse(), hoechstens)); });
   return pixel;
+}
+
+QSize Vorschaulader::ziel(QSize groesse, QSize hoechstens) {
+  if (groesse.width() <= hoechstens.width() && groesse.height() <= hoechstens.height()) return groesse;
+  return groesse.scaled(hoechstens, Qt::KeepAspectRatio).expandedTo({1, 1});
 }

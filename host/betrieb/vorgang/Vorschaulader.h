@@ -16,6 +16,8 @@ class Vorschaulader {
   /// The picture at most that large in pixels, in its own proportions and never enlarged; null when it can't be read.
   /// Tells the user nothing: a preview is nothing that he asked for.
   QImage lade(const QString& ordner, const QString& datei, QSize hoechstens);
+  /// The size of what `lade` gives of a picture of that size.
+  static QSize ziel(QSize groesse, QSize hoechstens);
 
  private:
   clsBildZuordnungen store_;

@@ -91,6 +91,10 @@ QWidget* Berichtsfenster::baue_Vorschau() {
   ansicht_->setObjectName(u"Seitenansicht"_s);
   ansicht_->Ladewege(
       [this](const Berichtsbild& bild, QSize groesse) { return ladung_.pixel(bild, groesse); }, firmenzeichen::pixel);
+  ansicht_->bei_Plan = [this](const auto& naechste) {
+    ladung_.widerrufe();
+    for (const auto& [bild, groesse] : naechste) ladung_.kuendige_an(*bild, groesse);
+  };
   lbl_Seite = new QLabel;
   lbl_Seite->setObjectName(u"lbl_Seite"_s);
   cmd_Seitenbreite = knopf(u"cmd_Seitenbreite"_s, u"Seiten&breite"_s);

@@ -235,7 +235,17 @@ void Seitenansicht::paintEvent(QPaintEvent* ereignis) {
   maler.fillRect(anteil, palette().color(QPalette::Mid));
   for (std::size_t i = 0; i < plan_.size(); ++i)
     if (blatt(i).adjusted(-1, -1, 1, 1).intersects(anteil)) male_Blatt(maler, i, anteil);
+  if (std::exchange(plan_neu_, false)) sage_Plan();
   if (laedt() && !wecker_.isActive()) wecker_.start(0);
+}
+
+void Seitenansicht::sage_Plan() {
+  if (!bei_Plan) return;
+  std::vector<std::pair<const Berichtsbild*, QSize>> naechste;
+  naechste.reserve(wuensche_.size());
+  for (const Wunsch& w : wuensche_)
+    if (w.bild && !zu_sehen(w.schluessel).isEmpty()) naechste.emplace_back(&bericht_.bilder.at(*w.bild), w.groesse);
+  bei_Plan(naechste);
 }
 
 void Seitenansicht::male_Blatt(QPainter& maler, std::size_t seite, const QRect& anteil) {
@@ -282,6 +292,7 @@ const QImage* Seitenansicht::pixel(const Wunsch& wunsch) {
     const bool zu_gross = soll.width() * 2 < bisher.width();
     if (!zu_klein && !zu_gross) return &da->pixel;
   }
+  plan_neu_ = true;
   const auto schon = std::find_if(
       wuensche_.begin(), wuensche_.end(), [&](const Wunsch& w) { return w.schluessel == wunsch.schluessel; });
   if (schon == wuensche_.end())

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "host/bericht/Bericht.h"
@@ -29,6 +30,8 @@ class Seitenansicht final : public QAbstractScrollArea {
   explicit Seitenansicht(QWidget* oberhalb = nullptr);
 
   void Ladewege(Bildlader bilder, Zeichenlader zeichen);
+  /// Gets those pictures, with their sizes, that will be loaded next, in their order; each call is the whole list.
+  std::function<void(const std::vector<std::pair<const Berichtsbild*, QSize>>& naechste)> bei_Plan;
   /// Shows a report in pages. Where the picture in sight is still part of it, it stays in sight.
   void zeige(Bericht bericht, Seitenplan plan);
   const Bericht& bericht() const noexcept { return bericht_; }
@@ -93,6 +96,7 @@ class Seitenansicht final : public QAbstractScrollArea {
   const QImage* pixel(const Wunsch& wunsch);
   QRegion zu_sehen(const QString& gesuchter) const;
   void lade_naechstes();
+  void sage_Plan();
   void sage_Blick();
 
   Bericht bericht_;
@@ -107,6 +111,7 @@ class Seitenansicht final : public QAbstractScrollArea {
   int raddrehung_ = 0;
   QCache<QString, Geladenes> vorrat_;
   std::vector<Wunsch> wuensche_;
+  bool plan_neu_ = false;
   int geladene_ = 0;
   QTimer wecker_;
 };

@@ -30,22 +30,27 @@ Rechenwerk& Rechenwerk::aktuell() {
   return werk;
 }
 
-void Rechenwerk::starte(Reihe& reihe, Aufgabe aufgabe, int vorrang) {
+// One object for all of them: the pool never owns it, and nothing is made and destroyed across threads.
+Rechenwerk::Reihe::Reihe(QThreadPool& faeden, int vorrang) : faeden_(faeden), vorrang_(vorrang) {
+  setAutoDelete(false);
+}
+
+void Rechenwerk::Reihe::nimm(Aufgabe aufgabe) {
   {
-    const std::scoped_lock halten(reihe.schutz);
-    reihe.aufgaben.push_back(std::move(aufgabe));
+    const std::scoped_lock halten(schutz_);
+    aufgaben_.push_back(std::move(aufgabe));
   }
-  reihe.faeden.start(
-      [&reihe] {
-    Aufgabe naechste;
-    {
-      const std::scoped_lock halten(reihe.schutz);
-      naechste = std::move(reihe.aufgaben.front());
-      reihe.aufgaben.pop_front();
-    }
-    naechste();
-      },
-      vorrang);
+  faeden_.start(this, vorrang_);
+}
+
+void Rechenwerk::Reihe::run() {
+  Aufgabe naechste;
+  {
+    const std::scoped_lock halten(schutz_);
+    naechste = std::move(aufgaben_.front());
+    aufgaben_.pop_front();
+  }
+  naechste();
 }
 
 // What was read hands its work on to those who decode, so in this order.

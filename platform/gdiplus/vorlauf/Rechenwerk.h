@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRunnable>
 #include <QThreadPool>
 #include <deque>
 #include <functional>
@@ -21,9 +22,9 @@ class Rechenwerk {
 
   static Rechenwerk& aktuell();
 
-  void lies(Aufgabe aufgabe) { starte(lesend_, std::move(aufgabe), 1); }
-  void rechne(Aufgabe aufgabe) { starte(rechnend_, std::move(aufgabe), 1); }
-  void nebenbei(Aufgabe aufgabe) { starte(nebenher_, std::move(aufgabe), 0); }
+  void lies(Aufgabe aufgabe) { lesend_.nimm(std::move(aufgabe)); }
+  void rechne(Aufgabe aufgabe) { rechnend_.nimm(std::move(aufgabe)); }
+  void nebenbei(Aufgabe aufgabe) { nebenher_.nimm(std::move(aufgabe)); }
   /// Waits until all of it is done, also what is done aside.
   void warte();
 
@@ -31,20 +32,27 @@ class Rechenwerk {
   Speicherplatz gerechnetes{Rechengrenze};
 
  private:
-  struct Reihe {
-    QThreadPool& faeden;
-    std::mutex schutz;
-    std::deque<Aufgabe> aufgaben;
+  /// What waits for one kind of threads. Each time that it runs it does the one that waits longest.
+  class Reihe final : public QRunnable {
+   public:
+    Reihe(QThreadPool& faeden, int vorrang);
+    void nimm(Aufgabe aufgabe);
+    void run() override;
+
+   private:
+    QThreadPool& faeden_;
+    const int vorrang_;
+    std::mutex schutz_;
+    std::deque<Aufgabe> aufgaben_;
   };
 
   Rechenwerk();
   ~Rechenwerk() { warte(); }
   Q_DISABLE_COPY_MOVE(Rechenwerk)
-  static void starte(Reihe& reihe, Aufgabe aufgabe, int vorrang);
 
   QThreadPool lesende_;
   QThreadPool rechnende_;
-  Reihe lesend_{lesende_, {}, {}};
-  Reihe rechnend_{rechnende_, {}, {}};
-  Reihe nebenher_{rechnende_, {}, {}};
+  Reihe lesend_{lesende_, 1};
+  Reihe rechnend_{rechnende_, 1};
+  Reihe nebenher_{rechnende_, 0};
 };

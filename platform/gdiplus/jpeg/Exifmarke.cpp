@@ -1,4 +1,4 @@
-#include "imaging/Exifmarke.h"
+#include "platform/gdiplus/jpeg/Exifmarke.h"
 
 #include <algorithm>
 #include <functional>
