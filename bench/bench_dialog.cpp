@@ -89,6 +89,8 @@ void miss(const Store& store, const QString& ordner, int runden) {
     for (const QByteArray& b : bytes) messung::turbojpeg_Achtel(b);
   };
   miss_erstes_Zeigen(store, runden, mass);
+  messung::vergleiche(
+      "the same again, pictures unchanged", runden, messung::Ohne_Ziel, [&] { zeige_nur(store); }, mass);
   miss_nach_Neustart(ordner, runden, mass);
   miss_Schritte(store, runden, mass);
 }
