@@ -6,16 +6,23 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <utility>
 #include <vector>
+
+#include "bench/Eigener_Cache.h"
 
 /// Measuring two ways of one job side by side: the runs alternate, so that a machine that grows slower or faster hits
 /// both, and the median of each counts.
 namespace messung {
 
+/// What a benchmark that has started something must end itself, also when it fails.
+inline std::function<void()> vor_dem_Ende;
+
 /// A measurement of something that failed is none: says what and ends the program with 2.
 inline void verlange(bool erfuellt, const char* was) {
   if (erfuellt) return;
   std::fprintf(stderr, "benchmark: %s\n", was);
+  if (vor_dem_Ende) std::exchange(vor_dem_Ende, {})();
   std::exit(2);
 }
 

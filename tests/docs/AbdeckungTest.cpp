@@ -106,8 +106,8 @@ TEST(Abdeckung, EveryTestExistsInItsProgram) {
     for (const QString& beweis : e.beweise) EXPECT_TRUE(tests().contains(beweis)) << beweis.toStdString();
 }
 
-TEST(Abdeckung, ListAndDrawingAreWhatTheirScriptsMake) {
-  for (const QString& skript : {u"abdeckung.py"_s, u"haus.py"_s}) {
+TEST(Abdeckung, ListAndDrawingsAreWhatTheirScriptsMake) {
+  for (const QString& skript : {u"abdeckung.py"_s, u"haus.py"_s, u"leistungsbild.py"_s}) {
     QProcess lauf;
     lauf.start(u"python3"_s, {QStringLiteral(KVO_QUELLORDNER "/packaging/") + skript, u"--pruefe"_s});
     ASSERT_TRUE(lauf.waitForFinished()) << skript.toStdString() << ": " << lauf.errorString().toStdString();
