@@ -1,10 +1,10 @@
 #include "imaging/Aufrichtung.h"
 
 #include "imaging/Drehspur.h"
-#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/bild/Bildbefund.h"
+#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "platform/gdiplus/jpeg/Jpegdrehung.h"
 
 using namespace Qt::Literals::StringLiterals;

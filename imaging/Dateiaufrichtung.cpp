@@ -4,6 +4,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/Ersatzdatei.h"
+#include "platform/gdiplus/bild/Dauerspeicher.h"
 
 aufrichtung::Ergebnis aufrichtung::richte_Datei_auf(const QString& datei, const QString& quelle) {
   Ergebnis ergebnis;
@@ -17,6 +18,7 @@ aufrichtung::Ergebnis aufrichtung::richte_Datei_auf(const QString& datei, const 
     Ersatzdatei neu(datei);
     neu.schreibe(ergebnis.bytes, Ersatzdatei::Zeit::Behalten);
     neu.tausche(true);
+    dauerspeicher::vergiss(datei);
     ergebnis.bytes.clear();
   });
   return ergebnis;

@@ -7,6 +7,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/Ersatzdatei.h"
+#include "platform/gdiplus/bild/Dauerspeicher.h"
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
 #include "platform/shell/Programme.h"
@@ -153,6 +154,7 @@ bool Fkt_Bild_Drehen(const QString& datei, std::int32_t transform) {
   });
   if (!gelungen) return false;
   neu.tausche();
+  dauerspeicher::vergiss(datei);
   drehspur::merke(datei);
   return true;
 }

@@ -55,9 +55,8 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
   mauszeiger().form(Zeigerform::Standard);
 }
 
-// In the order in which they will be painted. What was announced before the strip changed is not wanted any more.
+// In the order in which they will be painted.
 void frm_BildZuordnung::sage_Bilder_an() {
-  vorlauf_.gib_auf();
   QList<bildvorlauf::Vorlauf::Wunsch> bilder = Pic_Bearbeitung.offene_Bilder();
   const double rechts = SSP_Panel(3).Width() - SSC_Scroll_Right.Width();
   for (int i = 1; i <= Pic_Thumb.UBound(); ++i) {

@@ -8,6 +8,7 @@
 #include "platform/files/Dateien.h"
 #include "platform/gdiplus/Bildquelle.h"
 #include "platform/gdiplus/bild/Bildlader.h"
+#include "platform/gdiplus/bild/Dauerspeicher.h"
 
 namespace gdiplus {
 
@@ -64,7 +65,10 @@ std::int32_t GdipSaveImageToFile(
   std::int32_t status = GdipSaveImageToStream(image, strom, kodierer, parameter);
   if (status != Ok) return status;
   fehler::melden_und_enden([&](const Laufzeitfehler& f) { status = status_beim_Schreiben(f.Nummer()); },
-      [&] { dateien::schreibe_alles(pfad, strom); });
+      [&] {
+    dateien::schreibe_alles(pfad, strom);
+    dauerspeicher::vergiss(pfad);
+  });
   return status;
 }
 

@@ -144,11 +144,15 @@ qint64 speicherbedarf(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel)
       jpegdekoder::Koeffizienten_im_Speicher(bytes);
 }
 
-QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
-  if (kopf.format == Bildformat::Jpeg) return auf_Groesse(jpegdekoder::dekodiere(bytes, ziel), ziel);
+QImage entpacke(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
+  if (kopf.format == Bildformat::Jpeg) return jpegdekoder::dekodiere(bytes, ziel);
   QImage bild = mit_Qt(kopf, bytes);
   if (bild.isNull()) return bild;
-  return auf_Groesse(auf_Flaeche(undurchsichtig(std::move(bild), hintergrund), kopf.groesse), ziel);
+  return auf_Flaeche(undurchsichtig(std::move(bild), hintergrund), kopf.groesse);
+}
+
+QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund) {
+  return auf_Groesse(entpacke(kopf, bytes, ziel, hintergrund), ziel);
 }
 
 }  // namespace bilddekoder

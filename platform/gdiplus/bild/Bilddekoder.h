@@ -14,6 +14,10 @@ namespace bilddekoder {
 /// nothing at all. Orientation marks are not applied. Running out of memory raises 7.
 QImage lies(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund);
 
+/// The same before it is scaled: a JPEG comes at the nearest scale that its transform allows (see jpegdekoder), any
+/// other picture in its own size.
+QImage entpacke(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel, QRgb hintergrund);
+
 /// Bytes that `lies` needs at its height beside the file's content and the result, for a header of that content.
 qint64 speicherbedarf(const Bildkopf& kopf, const QByteArray& bytes, QSize ziel);
 

@@ -10,6 +10,7 @@
 #include "platform/gdiplus/bild/Bildbefund.h"
 #include "platform/gdiplus/bild/Bilddekoder.h"
 #include "platform/gdiplus/bild/Bildspeicher.h"
+#include "platform/gdiplus/bild/Dauerspeicher.h"
 #include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/gdiplus/bild/Pixelquelle.h"
 #include "platform/gdiplus/vorlauf/Inarbeit.h"
@@ -112,19 +113,33 @@ class Bekanntes {
   std::optional<inarbeit::Marke> allein_;
 };
 
+/// An earlier opening of that state found no picture.
+std::optional<bildbefund::Befund> Fehlschlag(const Pixelquelle::Schluessel& schluessel) {
+  const auto frueher = schluessel ? dauerspeicher::auskunft(*schluessel) : std::nullopt;
+  if (!frueher || frueher->status == gdiplus::Ok) return std::nullopt;
+  return bildbefund::Befund{frueher->status, frueher->kopf};
+}
+
+/// The next opening of that state need not read it.
+Ergebnis gescheitert_ist(const Pixelquelle::Schluessel& schluessel, const bildbefund::Befund& befund) {
+  if (schluessel) dauerspeicher::behalte_Fehlschlag(*schluessel, befund.status, befund.kopf);
+  return ohne_Bild(befund);
+}
+
 Ergebnis oeffne_ganz(const QString& pfad) {
   Pixelquelle::Schluessel schluessel = Bildspeicher::aktuell().schluessel(pfad);
   // A header without pixels is no picture that outlives its file.
   Bekanntes bekanntes(schluessel, [](const Bildspeicher::Eintrag& e) { return !e.reduzierte.isEmpty(); });
   if (auto& bekannt = bekanntes.eintrag())
     return mit(gehaltene_Pixel(pfad, std::move(schluessel), bekannt->kopf, {}, std::move(bekannt->reduzierte)));
+  if (const auto gescheitert = Fehlschlag(schluessel)) return ohne_Bild(*gescheitert);
   Binaerdatei datei;
   datei.oeffne_lesend(pfad);
   QByteArray bytes;
   const bildbefund::Befund befund = bildbefund::lies_und_urteile(datei, bytes);
   datei.schliesse();
-  if (befund.status != gdiplus::Ok) return ohne_Bild(befund);
   if (schluessel && dateien::kennung(pfad) != schluessel->kennung) schluessel.reset();
+  if (befund.status != gdiplus::Ok) return gescheitert_ist(schluessel, befund);
   return mit(gehaltene_Pixel(pfad, std::move(schluessel), befund.kopf, std::move(bytes), {}));
 }
 
@@ -133,12 +148,17 @@ Ergebnis oeffne_Kopf(const QString& pfad) {
   Bekanntes bekanntes(schluessel, [](const Bildspeicher::Eintrag&) { return true; });
   if (const auto& bekannt = bekanntes.eintrag())
     return mit(ungelesene_Pixel(pfad, std::move(schluessel), bekannt->kopf));
+  if (const auto frueher = schluessel ? dauerspeicher::auskunft(*schluessel) : std::nullopt) {
+    if (frueher->status != gdiplus::Ok) return ohne_Bild({frueher->status, frueher->kopf});
+    Bildspeicher::aktuell().merke_Kopf(*schluessel, frueher->kopf);
+    return mit(ungelesene_Pixel(pfad, std::move(schluessel), frueher->kopf));
+  }
   Binaerdatei datei;
   datei.oeffne_lesend(pfad);
   const bildbefund::Befund befund = bildbefund::urteile_nach_Anfang(datei);
   datei.schliesse();
-  if (befund.status != gdiplus::Ok) return ohne_Bild(befund);
   if (schluessel && dateien::kennung(pfad) != schluessel->kennung) schluessel.reset();
+  if (befund.status != gdiplus::Ok) return gescheitert_ist(schluessel, befund);
   if (schluessel) Bildspeicher::aktuell().merke_Kopf(*schluessel, befund.kopf);
   return mit(ungelesene_Pixel(pfad, std::move(schluessel), befund.kopf));
 }

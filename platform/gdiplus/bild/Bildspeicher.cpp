@@ -4,6 +4,8 @@
 #include <chrono>
 #include <utility>
 
+#include "platform/gdiplus/miniatur/Miniaturablage.h"
+
 std::int64_t Bildspeicher::systemuhr() {
   return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
       .count();
@@ -22,7 +24,7 @@ std::optional<Bildspeicher::Schluessel> Bildspeicher::schluessel(const QString& 
 std::optional<Bildspeicher::Schluessel> Bildspeicher::schluessel(
     const QByteArray& ort, const dateien::Kennung& kennung) const {
   if (std::max(kennung.geaendert_ns, kennung.zustand_ns) > uhr_.load()() - Ruhezeit_ns) return std::nullopt;
-  return Schluessel{ort, kennung};
+  return Schluessel{ort, kennung, Miniaturablage::aktuell().jetzt()};
 }
 
 // The entry of exactly that state, moved to the front.

@@ -21,6 +21,8 @@ class Bildspeicher {
   struct Schluessel {
     QByteArray pfad;  ///< of this machine
     dateien::Kennung kennung;
+    /// When the file was looked at, in nanoseconds since 1970 by the clock of the desktop's cache.
+    std::int64_t gesehen_ns = 0;
   };
   struct Eintrag {
     Bildkopf kopf;

@@ -8,6 +8,7 @@
 #include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/bild/Bildbefund.h"
 #include "platform/gdiplus/bild/Bilddekoder.h"
+#include "platform/gdiplus/bild/Dauerspeicher.h"
 #include "platform/gdiplus/bild/Reduktion.h"
 #include "platform/gdiplus/vorlauf/Inarbeit.h"
 
@@ -29,9 +30,12 @@ QImage Pixelquelle::gemerkt_oder(QSize ziel, bool auch_aus_Groesserem, const std
   // Another thread may be about to put them there.
   const inarbeit::Marke allein = inarbeit::warte(schluessel_->pfad);
   if (QImage pixel = gemerkt(); !pixel.isNull()) return pixel;
+  if (QImage pixel = dauerspeicher::suche(*schluessel_, kopf_, ziel); !pixel.isNull()) return pixel;
+  if (dauerspeicher::gibt_nichts_her(*schluessel_)) return {};
   const Neues neu = mache();
-  if (neu.zu_merken && !neu.pixel.isNull()) Bildspeicher::aktuell().merke(*schluessel_, neu.kopf, neu.pixel);
-  return neu.pixel;
+  QImage pixel = bilddekoder::auf_Groesse(neu.entpackt, ziel);
+  if (!neu.bytes.isNull()) reduktion::merke(*schluessel_, neu.kopf, neu.bytes, neu.entpackt, pixel, false);
+  return pixel;
 }
 
 namespace {
@@ -54,16 +58,15 @@ class GehaltenePixel final : public Pixelquelle {
 
   QImage bild(QSize ziel, QRgb hintergrund) override {
     const std::scoped_lock halten(sperre_);
-    if (!ist_zu_merken(ziel, hintergrund)) return aus_Datei(ziel, hintergrund).pixel;
+    if (!ist_zu_merken(ziel, hintergrund)) return bilddekoder::auf_Groesse(aus_Datei(ziel, hintergrund).entpackt, ziel);
     if (const QImage eigenes = reduktion::von_Groesse(reduzierte_, ziel); !eigenes.isNull()) return eigenes;
     return gemerkt_oder(ziel, false, [&] { return aus_Datei(ziel, hintergrund); });
   }
 
  private:
   Neues aus_Datei(QSize ziel, QRgb hintergrund) {
-    if (bytes_.isNull() && !lies_nach())
-      return {bilddekoder::auf_Groesse(reduktion::groesstes(reduzierte_), ziel), kopf(), false};
-    return {bilddekoder::lies(kopf(), bytes_, ziel, hintergrund), kopf(), true};
+    if (bytes_.isNull() && !lies_nach()) return {reduktion::groesstes(reduzierte_), kopf(), {}};
+    return {bilddekoder::entpacke(kopf(), bytes_, ziel, hintergrund), kopf(), bytes_};
   }
 
   bool lies_nach() {
@@ -89,7 +92,7 @@ class UngelesenePixel final : public Pixelquelle {
       : Pixelquelle(std::move(pfad), std::move(schluessel), kopf) {}
 
   QImage bild(QSize ziel, QRgb hintergrund) override {
-    if (!ist_zu_merken(ziel, hintergrund)) return aus_Datei(ziel, hintergrund).pixel;
+    if (!ist_zu_merken(ziel, hintergrund)) return bilddekoder::auf_Groesse(aus_Datei(ziel, hintergrund).entpackt, ziel);
     return gemerkt_oder(ziel, true, [&] { return aus_Datei(ziel, hintergrund); });
   }
 
@@ -102,8 +105,9 @@ class UngelesenePixel final : public Pixelquelle {
 
   Neues aus_Datei(QSize ziel, QRgb hintergrund) const {
     const Inhalt inhalt = fehler::still_enden([&] { return lies(); });
-    if (inhalt.bytes.isNull()) return {bilddekoder::auf_Groesse(reduktion::groesstes(gemerkte()), ziel), kopf(), false};
-    return {bilddekoder::lies(inhalt.kopf, inhalt.bytes, ziel, hintergrund), inhalt.kopf, inhalt.unveraendert};
+    if (inhalt.bytes.isNull()) return {reduktion::groesstes(gemerkte()), kopf(), {}};
+    return {bilddekoder::entpacke(inhalt.kopf, inhalt.bytes, ziel, hintergrund), inhalt.kopf,
+        inhalt.unveraendert ? inhalt.bytes : QByteArray()};
   }
 
   // The header is read with the bytes, so that both are of one state, whichever it is.

@@ -37,13 +37,14 @@ class Pixelquelle {
   /// The reduced pixels that the cache has of this state.
   QList<QImage> gemerkte() const;
 
+  /// What a file gave for a size, not scaled to it yet.
   struct Neues {
-    QImage pixel;
-    Bildkopf kopf;  ///< of the content that they come from
-    bool zu_merken = false;
+    QImage entpackt;
+    Bildkopf kopf;     ///< of the content that it comes from
+    QByteArray bytes;  ///< that content; null where it is not that of the key's state
   };
   /// Pixels worth keeping: those of the cache (see reduktion::vorhanden), or those that `mache` gives, which the cache
-  /// then has where they are to be kept. Where another thread is at work on the file its end is awaited.
+  /// then has where they are of the key's state. Where another thread is at work on the file its end is awaited.
   QImage gemerkt_oder(QSize ziel, bool auch_aus_Groesserem, const std::function<Neues()>& mache) const;
 
   const QString pfad_;

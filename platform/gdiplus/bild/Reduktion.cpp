@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/bild/Bilddekoder.h"
+#include "platform/gdiplus/bild/Dauerspeicher.h"
 
 namespace reduktion {
 namespace {
@@ -39,6 +41,15 @@ QImage vorhanden(
   QImage neu = bilddekoder::auf_Groesse(quelle, ziel);
   Bildspeicher::aktuell().merke(schluessel, kopf, neu);
   return neu;
+}
+
+void merke(const Bildspeicher::Schluessel& schluessel, const Bildkopf& kopf, const QByteArray& bytes,
+    const QImage& entpackt, const QImage& pixel, bool im_Vorlauf) {
+  using dauerspeicher::Andrang;
+  if (pixel.isNull()) return dauerspeicher::behalte_Fehlschlag(schluessel, gdiplus::Ok, kopf);
+  Bildspeicher::aktuell().merke(schluessel, kopf, pixel);
+  dauerspeicher::behalte(
+      schluessel, kopf, bytes, entpackt, pixel.size(), im_Vorlauf ? Andrang::Schreibe_sofort : Andrang::Verzichte);
 }
 
 }  // namespace reduktion

@@ -25,4 +25,10 @@ QImage groesstes(const QList<QImage>& alle);
 QImage vorhanden(
     const Bildspeicher::Schluessel& schluessel, const Bildkopf& kopf, QSize ziel, bool auch_aus_Groesserem);
 
+/// The cache has them from now on, and the desktop's an entry to scale them down from; where nothing could be decoded,
+/// the desktop's is told that. `pixel` come from `entpackt`, and that from `bytes` of the key's state. `im_Vorlauf`: on
+/// a thread that nobody waits for by himself.
+void merke(const Bildspeicher::Schluessel& schluessel, const Bildkopf& kopf, const QByteArray& bytes,
+    const QImage& entpackt, const QImage& pixel, bool im_Vorlauf);
+
 }  // namespace reduktion

@@ -2,57 +2,78 @@
 
 #include <QRunnable>
 #include <QThreadPool>
+#include <cstdint>
 #include <deque>
 #include <functional>
+#include <limits>
 #include <mutex>
 
 #include "platform/gdiplus/vorlauf/Speicherplatz.h"
 
 /// The threads below the picture layer. Reading has some of its own, so that a slow share is waited for by several at
-/// once while the cores decode; decoding has one for each core, at most eight. What is done aside is only taken up when
-/// nothing is to be decoded.
+/// once while the cores decode; decoding has one for each core, at most eight. What is done aside is done by one of
+/// those, one after the other, while nothing is to be read or decoded.
 class Rechenwerk {
  public:
   /// None may raise.
   using Aufgabe = std::function<void()>;
 
-  /// What is read ahead and not decoded yet, and what decoding takes beside the result: together 64 MB.
-  static constexpr qint64 Lesegrenze = qint64{24} * 1024 * 1024;
-  static constexpr qint64 Rechengrenze = qint64{40} * 1024 * 1024;
+  /// What is read ahead and not decoded yet: a single file may be larger, as long as it is alone.
+  static constexpr qint64 Lesegrenze = qint64{12} * 1024 * 1024;
+  static constexpr qint64 Groesste_Datei = 2 * Lesegrenze;
+  /// What decoding takes beside the result.
+  static constexpr qint64 Rechengrenze = qint64{32} * 1024 * 1024;
+  /// What waits to be kept over the end of the program.
+  static constexpr qint64 Aufhebegrenze = qint64{32} * 1024 * 1024;
+  /// Of that, before it is reduced to its size: the few pictures of a window are in front of that work.
+  static constexpr qint64 Ungeschrumpft = qint64{6} * 1024 * 1024;
 
   static Rechenwerk& aktuell();
 
-  void lies(Aufgabe aufgabe) { lesend_.nimm(std::move(aufgabe)); }
-  void rechne(Aufgabe aufgabe) { rechnend_.nimm(std::move(aufgabe)); }
-  void nebenbei(Aufgabe aufgabe) { nebenher_.nimm(std::move(aufgabe)); }
+  void lies(Aufgabe aufgabe) { lesend_.nimm(vordringlich(std::move(aufgabe))); }
+  void rechne(Aufgabe aufgabe) { rechnend_.nimm(vordringlich(std::move(aufgabe))); }
+  /// Left out when the process ends and there is more of it than half a second's work.
+  void nebenbei(Aufgabe aufgabe);
   /// Waits until all of it is done, also what is done aside.
   void warte();
+  /// The same at the end of the process.
+  void beende();
 
-  Speicherplatz gelesenes{Lesegrenze};
+  Speicherplatz gelesenes{Lesegrenze, Groesste_Datei};
   Speicherplatz gerechnetes{Rechengrenze};
+  Speicherplatz aufgehobenes{Aufhebegrenze};
+  Speicherplatz ungeschrumpftes{Ungeschrumpft};
 
  private:
   /// What waits for one kind of threads. Each time that it runs it does the one that waits longest.
   class Reihe final : public QRunnable {
    public:
-    Reihe(QThreadPool& faeden, int vorrang);
+    explicit Reihe(QThreadPool& faeden);
     void nimm(Aufgabe aufgabe);
     void run() override;
 
    private:
     QThreadPool& faeden_;
-    const int vorrang_;
     std::mutex schutz_;
     std::deque<Aufgabe> aufgaben_;
   };
 
   Rechenwerk();
-  ~Rechenwerk() { warte(); }
+  ~Rechenwerk() { beende(); }
   Q_DISABLE_COPY_MOVE(Rechenwerk)
+  Aufgabe vordringlich(Aufgabe aufgabe);
+  void beginne_Nebenarbeit(std::unique_lock<std::mutex> gehalten);
+  void arbeite_nebenbei();
 
   QThreadPool lesende_;
   QThreadPool rechnende_;
-  Reihe lesend_{lesende_, 1};
-  Reihe rechnend_{rechnende_, 1};
-  Reihe nebenher_{rechnende_, 0};
+  Reihe lesend_{lesende_};
+  Reihe rechnend_{rechnende_};
+  Reihe nebenher_{rechnende_};
+
+  std::mutex schutz_;
+  int vordringliche_ = 0;  ///< begun or waiting
+  bool nebenbei_am_Werk_ = false;
+  std::deque<Aufgabe> nebenarbeit_;
+  std::int64_t schluss_ns_ = std::numeric_limits<std::int64_t>::max();
 };

@@ -1,9 +1,13 @@
 #include "platform/gdiplus/vorlauf/Speicherplatz.h"
 
+bool Speicherplatz::passt(qint64 bytes) const noexcept {
+  return belegt_ + bytes <= grenze_ || (belegt_ == 0 && bytes <= groesster_);
+}
+
 std::optional<Speicherplatz::Anteil> Speicherplatz::warte(qint64 bytes, const std::atomic<bool>& aufgegeben) {
-  if (bytes > grenze_) return std::nullopt;
+  if (bytes > groesster_) return std::nullopt;
   std::unique_lock halten(schutz_);
-  frei_.wait(halten, [&] { return aufgegeben || belegt_ + bytes <= grenze_; });
+  frei_.wait(halten, [&] { return aufgegeben || passt(bytes); });
   if (aufgegeben) return std::nullopt;
   belegt_ += bytes;
   return Anteil(*this, bytes);
@@ -11,7 +15,7 @@ std::optional<Speicherplatz::Anteil> Speicherplatz::warte(qint64 bytes, const st
 
 std::optional<Speicherplatz::Anteil> Speicherplatz::versuche(qint64 bytes) {
   const std::scoped_lock halten(schutz_);
-  if (belegt_ + bytes > grenze_) return std::nullopt;
+  if (!passt(bytes)) return std::nullopt;
   belegt_ += bytes;
   return Anteil(*this, bytes);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <algorithm>
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
@@ -27,7 +28,9 @@ class Speicherplatz {
     qint64 bytes_;
   };
 
-  explicit Speicherplatz(qint64 grenze) noexcept : grenze_(grenze) {}
+  /// A single share may be as large as `groesster`, where that is more than `grenze`; nobody else has one then.
+  explicit Speicherplatz(qint64 grenze, qint64 groesster = 0) noexcept
+      : grenze_(grenze), groesster_(std::max(grenze, groesster)) {}
 
   /// Waits for so much room. None for more than there ever is, and once `aufgegeben` is set (see wecke).
   std::optional<Anteil> warte(qint64 bytes, const std::atomic<bool>& aufgegeben);
@@ -39,7 +42,10 @@ class Speicherplatz {
  private:
   void nimm_zurueck(qint64 bytes);
 
+  bool passt(qint64 bytes) const noexcept;
+
   const qint64 grenze_;
+  const qint64 groesster_;
   std::mutex schutz_;
   std::condition_variable frei_;
   qint64 belegt_ = 0;

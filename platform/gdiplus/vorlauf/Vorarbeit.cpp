@@ -8,6 +8,7 @@
 #include "platform/gdiplus/Status.h"
 #include "platform/gdiplus/bild/Bildbefund.h"
 #include "platform/gdiplus/bild/Bilddekoder.h"
+#include "platform/gdiplus/bild/Dauerspeicher.h"
 #include "platform/gdiplus/bild/Reduktion.h"
 #include "platform/gdiplus/vorlauf/Inarbeit.h"
 #include "platform/gdiplus/vorlauf/Rechenwerk.h"
@@ -39,9 +40,10 @@ QList<Auftrag::Groesse> gesuchte(const Auftrag& auftrag, const Bildkopf& kopf) {
 void mache_Pixel(const Gelesenes& g) {
   for (const Auftrag::Groesse& groesse : gesuchte(g.auftrag, g.kopf)) {
     if (!reduktion::vorhanden(g.schluessel, g.kopf, groesse.ziel, groesse.auch_aus_Groesserem).isNull()) continue;
-    const QImage neu = bilddekoder::lies(g.kopf, g.bytes, groesse.ziel, qRgb(0, 0, 0));
+    const QImage entpackt = bilddekoder::entpacke(g.kopf, g.bytes, groesse.ziel, qRgb(0, 0, 0));
+    const QImage neu = bilddekoder::auf_Groesse(entpackt, groesse.ziel);
+    reduktion::merke(g.schluessel, g.kopf, g.bytes, entpackt, neu, true);
     if (neu.isNull()) return;
-    Bildspeicher::aktuell().merke(g.schluessel, g.kopf, neu);
   }
 }
 
@@ -66,6 +68,18 @@ bool ist_fertig(const Auftrag& auftrag, const Schluessel& schluessel) {
 
 bool ist_gemeint(const Auftrag& auftrag, const Schluessel& schluessel) {
   return !auftrag.schluessel || auftrag.schluessel->kennung == schluessel.kennung;
+}
+
+/// What earlier showings left serves: nothing is to be read. Entries are small, so they are unpacked here already.
+bool kennt_schon(const Auftrag& auftrag, const Schluessel& schluessel) {
+  const auto frueher = dauerspeicher::auskunft(schluessel);
+  if (!frueher) return false;
+  if (frueher->fehlschlag) return true;
+  Bildspeicher::aktuell().merke_Kopf(schluessel, frueher->kopf);
+  return std::ranges::all_of(gesuchte(auftrag, frueher->kopf), [&](const Auftrag::Groesse& g) {
+    return !reduktion::vorhanden(schluessel, frueher->kopf, g.ziel, g.auch_aus_Groesserem).isNull() ||
+        !dauerspeicher::suche(schluessel, frueher->kopf, g.ziel).isNull();
+  });
 }
 
 /// Reads the content and its header, or the header alone; both are of the state of `schluessel`.
@@ -112,7 +126,7 @@ void lies(const Auftrag& auftrag) {
   auto marke = inarbeit::versuche(auftrag.ort);
   if (!marke) return;
   Gelesenes g{auftrag, *schluessel, auftrag.kopf, auftrag.bytes, std::move(*marke), std::move(*anteil)};
-  if (!gehalten && !lies_Datei(g)) return;
+  if (kennt_schon(auftrag, *schluessel) || (!gehalten && !lies_Datei(g))) return;
   if (auftrag.masse) rechne(std::move(g));
 }
 

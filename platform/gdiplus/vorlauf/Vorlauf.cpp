@@ -23,6 +23,23 @@ bool ist_da(const bildlader::Herkunft& herkunft, QSize ziel) {
   return eintrag && !reduktion::von_Groesse(eintrag->reduzierte, ziel).isNull();
 }
 
+/// Sizes of one file go together, in their order: the second may come out of the first.
+std::vector<std::pair<bildlader::Herkunft, QList<Groesse>>> nach_Dateien(const QList<Vorlauf::Wunsch>& wuensche) {
+  std::vector<std::pair<bildlader::Herkunft, QList<Groesse>>> dateien;
+  for (const Vorlauf::Wunsch& w : wuensche) {
+    auto herkunft = w.bild ? bildlader::herkunft(*w.bild) : std::nullopt;
+    if (!herkunft || ist_da(*herkunft, w.ziel)) continue;
+    const auto gleiche = std::ranges::find_if(
+        dateien, [&](const auto& d) { return d.first.schluessel.pfad == herkunft->schluessel.pfad; });
+    const Groesse groesse{w.ziel, herkunft->bytes.isNull()};
+    if (gleiche != dateien.end())
+      gleiche->second.append(groesse);
+    else
+      dateien.emplace_back(std::move(*herkunft), QList<Groesse>{groesse});
+  }
+  return dateien;
+}
+
 }  // namespace
 
 void an(bool wert) noexcept {
@@ -34,8 +51,20 @@ bool ist_an() noexcept {
 }
 
 struct Vorlauf::Zustand {
-  /// Of what was announced since the last giving up.
-  std::shared_ptr<std::atomic<bool>> aufgegeben = std::make_shared<std::atomic<bool>>(false);
+  using Marke = std::shared_ptr<std::atomic<bool>>;
+  struct Bestellt {
+    QByteArray ort;
+    QList<QSize> groessen;
+    Marke aufgegeben;
+
+    /// Somebody is still at work on it or will be: whoever is holds the mark too.
+    bool laeuft() const noexcept { return aufgegeben.use_count() > 1; }
+  };
+
+  /// Of the files that were announced since the last giving up.
+  Marke aufgegeben = std::make_shared<std::atomic<bool>>(false);
+  /// The pictures that were announced last.
+  std::vector<Bestellt> bilder;
 };
 
 Vorlauf::Vorlauf() : zustand_(std::make_shared<Zustand>()) {}
@@ -58,27 +87,34 @@ void Vorlauf::datei(const QString& pfad, Mass mass) {
 
 void Vorlauf::bilder(const QList<Wunsch>& wuensche) {
   if (!erlaubt) return;
-  // Sizes of one file go together, in their order: the second may come out of the first.
-  std::vector<std::pair<bildlader::Herkunft, QList<Groesse>>> dateien;
-  for (const Wunsch& w : wuensche) {
-    auto herkunft = w.bild ? bildlader::herkunft(*w.bild) : std::nullopt;
-    if (!herkunft || ist_da(*herkunft, w.ziel)) continue;
-    const auto gleiche = std::find_if(dateien.begin(), dateien.end(),
-        [&](const auto& d) { return d.first.schluessel.pfad == herkunft->schluessel.pfad; });
-    const Groesse groesse{w.ziel, herkunft->bytes.isNull()};
-    if (gleiche != dateien.end())
-      gleiche->second.append(groesse);
-    else
-      dateien.emplace_back(std::move(*herkunft), QList<Groesse>{groesse});
+  std::vector<Zustand::Bestellt> neue;
+  for (auto& [herkunft, groessen] : nach_Dateien(wuensche)) {
+    const QByteArray& ort = herkunft.schluessel.pfad;
+    QList<QSize> ziele;
+    for (const Groesse& g : groessen) ziele.append(g.ziel);
+    // What is being made already is not begun anew, and above all not given up on the way.
+    const auto alt = std::ranges::find_if(zustand_->bilder, [&](const auto& b) {
+      return b.ort == ort && b.laeuft() && std::ranges::all_of(ziele, [&](QSize z) { return b.groessen.contains(z); });
+    });
+    if (alt != zustand_->bilder.end()) {
+      neue.push_back(*alt);
+      continue;
+    }
+    neue.push_back({ort, ziele, std::make_shared<std::atomic<bool>>(false)});
+    vorarbeit::beginne({ort, neue.back().aufgegeben, [g = groessen](QSize) { return g; }, herkunft.schluessel,
+        herkunft.bytes, herkunft.kopf});
   }
-  for (auto& [herkunft, groessen] : dateien)
-    vorarbeit::beginne({herkunft.schluessel.pfad, zustand_->aufgegeben, [groessen](QSize) { return groessen; },
-        herkunft.schluessel, herkunft.bytes, herkunft.kopf});
+  std::swap(zustand_->bilder, neue);
+  for (const auto& b : neue)
+    if (std::ranges::none_of(zustand_->bilder, [&](const auto& x) { return x.aufgegeben == b.aufgegeben; }))
+      *b.aufgegeben = true;
+  Rechenwerk::aktuell().gelesenes.wecke();
 }
 
 void Vorlauf::gib_auf() {
   *zustand_->aufgegeben = true;
   zustand_->aufgegeben = std::make_shared<std::atomic<bool>>(false);
+  for (const auto& b : std::exchange(zustand_->bilder, {})) *b.aufgegeben = true;
   Rechenwerk::aktuell().gelesenes.wecke();
 }
 

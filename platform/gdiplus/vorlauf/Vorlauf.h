@@ -15,7 +15,7 @@
 /// So the pixels, the statuses and the moments of failures are the same with and without.
 ///
 /// Nothing is made ahead that the cache would not keep: files changed within the last seconds, pictures shown in their
-/// own size or larger, files and decodings too large for the room that is set aside (64 MB in all).
+/// own size or larger, files and decodings too large for the room that is set aside (see Rechenwerk).
 namespace bildvorlauf {
 
 /// Whether anything is made ahead at all. On at the start; for the whole process.
@@ -40,7 +40,8 @@ class KVO_EXPORT Vorlauf {
 
   /// A file that will be opened with a NurKopf, by its header alone where `mass` is none. `pfad` is one of the table.
   void datei(const QString& pfad, Mass mass = {});
-  /// Pictures that were opened already, in the order in which they will be painted.
+  /// Pictures that were opened already, in the order in which they will be painted. What was announced so before and
+  /// is not among them is given up.
   void bilder(const QList<Wunsch>& wuensche);
   /// Gives up what nobody has begun.
   void gib_auf();

@@ -23,6 +23,17 @@ TEST(Speicherplatz, GivesNoMoreThanThereIs) {
   EXPECT_FALSE(platz.warte(101, Nie));
 }
 
+TEST(Speicherplatz, ALargeShareIsGivenWhereItIsTheOnlyOne) {
+  Speicherplatz platz(100, 200);
+  auto klein = platz.versuche(1);
+  EXPECT_FALSE(platz.versuche(200));
+  klein.reset();
+  const auto gross = platz.versuche(200);
+  EXPECT_TRUE(gross);
+  EXPECT_FALSE(platz.versuche(1));
+  EXPECT_FALSE(platz.warte(201, Nie));
+}
+
 TEST(Speicherplatz, AMovedShareIsGivenBackOnce) {
   Speicherplatz platz(100);
   {

@@ -207,7 +207,7 @@ TEST_F(VorlaufTest, WhatTakesTooMuchRoomIsLeftToTheLoop) {
   bild.fill(Qt::red);
   const QString png = ordner.schreibe(u"gross.png"_s, vorlagen::kodiert(bild, "png"));
   const QString lang = ordner.schreibe(
-      u"lang.jpg"_s, vorlagen::jpeg(vorlagen::foto({640, 480})) + QByteArray(Rechenwerk::Lesegrenze, 'x'));
+      u"lang.jpg"_s, vorlagen::jpeg(vorlagen::foto({640, 480})) + QByteArray(Rechenwerk::Groesste_Datei, 'x'));
   Vorlauf vorlauf;
   vorlauf.datei(png, immer_klein);
   vorlauf.datei(lang, immer_klein);
