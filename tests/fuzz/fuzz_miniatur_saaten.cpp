@@ -35,12 +35,12 @@ int main(int argc, char** argv) {
     return 2;
   }
   const QString ordner = QFile::decodeName(argv[1]) + u'/';
-  const Bildkopf foto{Bildformat::Jpeg, Kopfbefund::Ok, {4000, 3000}, 0};
-  const Bildkopf quadrat{Bildformat::Ico, Kopfbefund::Ok, {300, 300}, 2};
-  const QByteArray gut = miniatur::als_Png(verlauf({256, 192}), als_Texte(angaben(foto, 0)));
+  // Narrow ones are short files.
+  const Bildkopf foto{Bildformat::Jpeg, Kopfbefund::Ok, {4000, 250}, 0};
+  const Bildkopf hoch{Bildformat::Ico, Kopfbefund::Ok, {20, 160}, 2};
+  const QByteArray gut = miniatur::als_Png(verlauf({128, 8}), als_Texte(angaben(foto, 0)));
   bool geschrieben = schreibe(ordner + u"foto"_s, gut) && schreibe(ordner + u"halb"_s, gut.first(gut.size() / 2));
-  geschrieben &=
-      schreibe(ordner + u"quadrat"_s, miniatur::als_Png(verlauf({256, 256}), als_Texte(angaben(quadrat, 0))));
+  geschrieben &= schreibe(ordner + u"hoch"_s, miniatur::als_Png(verlauf({16, 128}), als_Texte(angaben(hoch, 0))));
   geschrieben &= schreibe(ordner + u"fehlschlag"_s, miniatur::als_Png(verlauf({1, 1}), als_Texte(angaben({}, 13))));
   return geschrieben ? 0 : 1;
 }
