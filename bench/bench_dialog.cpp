@@ -125,7 +125,7 @@ bool miss(const std::shared_ptr<clsBildZuordnungen>& store, const QString& ordne
       masse.push_back(messung::sekunden(mass));
     }
   });
-  return messung::zeile("scroll step, pictures unchanged", schritte, masse, 0.05) <= 0.05 && gut;
+  return messung::zeile("scroll step, pictures unchanged", schritte, masse, 0.03) <= 0.03 && gut;
 }
 
 }  // namespace
