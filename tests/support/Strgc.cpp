@@ -14,11 +14,12 @@ void zaehle(const char* variable, int& bisher) {
   struct sigaction jetzige = {};
   const char* const soll = std::getenv(variable);
   if (!soll || ::sigaction(SIGINT, nullptr, &jetzige) != 0 || jetzige.sa_handler == SIG_DFL) return;
-  if (++bisher == std::atoi(soll)) static_cast<void>(std::raise(SIGINT));
+  if (++bisher == std::strtol(soll, nullptr, 10)) static_cast<void>(std::raise(SIGINT));
 }
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system's names are reserved
 extern "C" __attribute__((visibility("default"))) int unlink(const char* pfad) noexcept {
   static const auto Echtes = reinterpret_cast<int (*)(const char*)>(::dlsym(RTLD_NEXT, "unlink"));
   static int bisher = 0;
@@ -27,6 +28,7 @@ extern "C" __attribute__((visibility("default"))) int unlink(const char* pfad) n
   return ergebnis;
 }
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system's names are reserved
 extern "C" __attribute__((visibility("default"))) int faccessat(
     int ordner, const char* pfad, int rechte, int schalter) noexcept {
   static const auto Echtes = reinterpret_cast<int (*)(int, const char*, int, int)>(::dlsym(RTLD_NEXT, "faccessat"));

@@ -1,8 +1,8 @@
 #include "platform/forms/steuerelemente/Steuerelement.h"
 
 #include <algorithm>
+#include <deque>
 #include <utility>
-#include <vector>
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Twips.h"
@@ -12,7 +12,7 @@ namespace {
 
 int pausen = 0;
 /// Controls whose Visible was set in a pause; none where one has gone since.
-std::vector<Steuerelement*> wartende;
+std::deque<Steuerelement*> wartende;
 
 }  // namespace
 
@@ -23,12 +23,13 @@ Sichtbarkeitspause::Sichtbarkeitspause() noexcept {
 // What the events of a control do to another one is done at once, and may end one that waits.
 Sichtbarkeitspause::~Sichtbarkeitspause() {
   if (--pausen > 0) return;
-  for (std::size_t i = 0; i < wartende.size(); ++i)
-    if (Steuerelement* const element = wartende[i]) {
-      element->wartet_ = false;
-      element->widget_.setVisible(element->sichtbar_);
-    }
-  wartende.clear();
+  while (!wartende.empty()) {
+    Steuerelement* const element = wartende.front();
+    wartende.pop_front();
+    if (!element) continue;
+    element->wartet_ = false;
+    element->widget_.setVisible(element->sichtbar_);
+  }
 }
 
 Steuerelement::Steuerelement(QWidget& widget, const QString& name, Farbrollen rollen)
