@@ -8,6 +8,9 @@
 #include <QTimer>
 #include <optional>
 
+#include "host/betrieb/vorgang/Vorschaulader.h"
+#include "platform/gdiplus/vorlauf/Vorlauf.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -45,6 +48,7 @@ class Vorschaustreifen::Modell final : public QAbstractListModel {
     bilder = neue;
     pixel.clear();
     gewuenscht.clear();
+    vorlauf_.gib_auf();
     endResetModel();
   }
 
@@ -56,7 +60,7 @@ class Vorschaustreifen::Modell final : public QAbstractListModel {
     }
     const auto treffer = pixel.constFind(zeile);
     if (treffer != pixel.constEnd()) return *treffer;
-    if (!gewuenscht.contains(zeile)) gewuenscht.append(zeile);
+    if (!gewuenscht.contains(zeile)) wuensche(zeile);
     if (!wecker.isActive()) wecker.start();
     return std::nullopt;
   }
@@ -80,7 +84,16 @@ class Vorschaustreifen::Modell final : public QAbstractListModel {
   QTimer wecker;
 
  private:
+  // The threads below decode what is on the list while the events between are handled.
+  void wuensche(int zeile) {
+    gewuenscht.append(zeile);
+    const Vorschaubild& bild = bilder.at(zeile);
+    vorlauf_.datei(bild.ordner + u'\\' + bild.datei,
+        [hoechstens = groesse_](QSize groesse) { return Vorschaulader::ziel(groesse, hoechstens); });
+  }
+
   QSize groesse_;
+  bildvorlauf::Vorlauf vorlauf_;
 };
 
 class Vorschaustreifen::Maler final : public QStyledItemDelegate {
