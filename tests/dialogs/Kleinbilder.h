@@ -36,11 +36,12 @@ inline double psnr(const QImage& a, const QImage& b) {
   if (a.size() != b.size()) return 0;
   double summe = 0;
   for (int y = 0; y < a.height(); ++y)
-    for (int x = 0; x < a.width(); ++x)
-      for (const auto kanal : {qRed, qGreen, qBlue}) {
-        const int abstand = kanal(a.pixel(x, y)) - kanal(b.pixel(x, y));
+    for (int x = 0; x < a.width(); ++x) {
+      const QRgb p = a.pixel(x, y);
+      const QRgb q = b.pixel(x, y);
+      for (const int abstand : {qRed(p) - qRed(q), qGreen(p) - qGreen(q), qBlue(p) - qBlue(q)})
         summe += abstand * abstand;
-      }
+    }
   return summe == 0 ? 99 : 10 * std::log10(255.0 * 255 * 3 * a.width() * a.height() / summe);
 }
 
