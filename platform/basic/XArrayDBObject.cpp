@@ -52,7 +52,8 @@ void XArrayDBObject::Spalte::breite_aus(qsizetype zeilen) {
 
 void XArrayDBObject::Spalte::fuege_ein(qsizetype zeile) {
   weitere_.resize(weitere_.size() + 1);
-  std::rotate(weitere_.begin() + zeile, weitere_.end() - 1, weitere_.end());
+  std::move_backward(weitere_.begin() + zeile, weitere_.end() - 1, weitere_.end());
+  weitere_[zeile] = Empty{};
 }
 
 void XArrayDBObject::Spalte::entferne(qsizetype zeile) {
