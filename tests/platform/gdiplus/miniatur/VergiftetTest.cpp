@@ -119,9 +119,9 @@ TEST_F(Vergiftet, EachTextMustBeThereOnceAndAgree) {
       {"X-KVO::SeenNs", "1700000002123456788"}, {"X-KVO::Status", "3"}, {"X-KVO::Status", "2"}, {"X-KVO::Header", "1"},
       {"X-KVO::Header", "2"}, {"X-KVO::Header", "3"}, {"X-KVO::Header", "4"}, {"X-KVO::Header", "-1"},
       {"X-KVO::Index", "1"}, {"X-KVO::Index", "-1"}};
-  for (const auto& [schluessel, wert] : falsche) {
-    setze_ein([&](Stuecke& s) { setze_Text(s, schluessel, wert); });
-    EXPECT_FALSE(gibt_etwas()) << schluessel.constData() << " = " << wert.constData();
+  for (const auto& falscher : falsche) {
+    setze_ein([&](Stuecke& s) { setze_Text(s, falscher.first, falscher.second); });
+    EXPECT_FALSE(gibt_etwas()) << falscher.first.constData() << " = " << falscher.second.constData();
   }
   const Stuecke alle = zerlegt(gut_);
   for (qsizetype i = 0; i < alle.size(); ++i) {
@@ -199,11 +199,11 @@ TEST_F(Vergiftet, AFailureEntryMustAgreeLikeAnyOther) {
   pfad_ = eintrag(u"thumbnails/fail/kvobildzuordnung-1"_s);
   gut_ = lies(pfad_);
   ASSERT_TRUE(gibt_etwas());
-  for (const auto& [schluessel, wert] : {std::pair<QByteArray, QByteArray>{"X-KVO::Status", "12"},
-           {"X-KVO::Status", "0"}, {"X-KVO::Header", "0"}, {"Thumb::MTime", "1700000001"}, {"Thumb::Size", "1"},
+  for (const auto& falscher : {std::pair<QByteArray, QByteArray>{"X-KVO::Status", "12"}, {"X-KVO::Status", "0"},
+           {"X-KVO::Header", "0"}, {"Thumb::MTime", "1700000001"}, {"Thumb::Size", "1"},
            {"Thumb::Mimetype", "image/png"}, {"Software", "Somebody"}}) {
-    setze_ein([&](Stuecke& s) { setze_Text(s, schluessel, wert); });
-    EXPECT_FALSE(gibt_etwas()) << schluessel.constData() << " = " << wert.constData();
+    setze_ein([&](Stuecke& s) { setze_Text(s, falscher.first, falscher.second); });
+    EXPECT_FALSE(gibt_etwas()) << falscher.first.constData() << " = " << falscher.second.constData();
   }
 }
 
