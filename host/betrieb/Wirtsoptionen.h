@@ -27,6 +27,9 @@ struct Wirtsoptionen {
   bool datenordner_genannt = false;
   /// The connection is kept for the next start.
   bool merken = false;
+  /// Minutes that what came into the picture tree is safe from a clearing. No call names them: a tour and tests clear
+  /// what they have just made.
+  int schonfrist = 60;
 };
 
 namespace wirtsoptionen {

@@ -4,7 +4,7 @@
 #include <QElapsedTimer>
 #include <optional>
 
-#include "host/betrieb/Aufraeumen.h"
+#include "host/betrieb/aufraeumen/Aufraeumen.h"
 
 class QLabel;
 class QProgressBar;

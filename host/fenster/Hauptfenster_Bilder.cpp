@@ -2,8 +2,8 @@
 #include <QScopedValueRollback>
 
 #include "dialogs/assignment/clsDialoge.h"
-#include "host/betrieb/Aufraeumen.h"
 #include "host/betrieb/Ausgang.h"
+#include "host/betrieb/aufraeumen/Aufraeumen.h"
 #include "host/fenster/Aufraeumfenster.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Meldungszeilen.h"
@@ -28,8 +28,7 @@ auto mit_Fortschritt(QWidget* ueber, auto&& arbeit) {
 }
 
 /// What went and what did not, where the user has stopped it on the way.
-void zeige_Angehaltenes(
-    const Aufraeumen& aufraeumen, const Aufraeumen::Ergebnis& ergebnis, const Aufraeumliste& liste) {
+void zeige_Angehaltenes(const Aufraeumen& aufraeumen, const Aufraeumen::Ergebnis& ergebnis, const Aufraeumplan& liste) {
   QStringList weg;
   QStringList da = ergebnis.geblieben;
   for (std::size_t i = 0; i < liste.Posten.size(); ++i) {
@@ -46,7 +45,7 @@ void zeige_Angehaltenes(
 
 /// Shows what would go, asks, and clears after a yes; gives what is to be told in the end.
 QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
-  const Aufraeumliste liste = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.liste(f); });
+  const Aufraeumplan liste = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.liste(f); });
   if (liste.Posten.empty()) {
     const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
     const QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(liste);
@@ -110,7 +109,8 @@ void Hauptfenster::raeume_auf() {
     clsBildZuordnungen store;
     if (!platz_.verbindung()) platz_.oeffne();
     store.Init(platz_.verbindungszeichenfolge(), platz_.verbindung(), {});
-    Aufraeumen aufraeumen(store, platz_.verbindung(), platz_.wurzel(), platz_.wurzel());
+    Aufraeumen aufraeumen(store, platz_.verbindung(), platz_.wurzel(), platz_.wurzel(),
+        {std::chrono::minutes(platz_.optionen().schonfrist)});
     melde(raeume_nach_Frage(aufraeumen, this));
   } catch (const Abbruch& abbruch) {
     // The user knows why; what changed meanwhile is told with these words already.

@@ -1,11 +1,14 @@
-#include "host/betrieb/Aufraeumen.h"
+#include "host/betrieb/aufraeumen/Aufraeumen.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Namen.h"
+#include "host/betrieb/aufraeumen/Schonung.h"
+#include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
+#include "platform/files/Umzug.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -89,15 +92,22 @@ bool gleich(const Aufraeumliste& a, const Aufraeumliste& b) {
           [](const auto& x, const auto& y) { return x.Pfad == y.Pfad && x.Warum == y.Warum; });
 }
 
+/// As a value of a statement.
+QString in_Hochkommas(QString wert) {
+  return u'\'' + wert.replace(u'\'', u"''"_s) + u'\'';
+}
+
 }  // namespace
 
-Aufraeumen::Aufraeumen(
-    clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel, QString start)
+Aufraeumen::Aufraeumen(clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel,
+    QString start, Schonfrist schonfrist)
     : store_(store),
       verbindung_(std::move(verbindung)),
       // A separator too many in front of each name would make every picture a free one.
       wurzel_(ohne_Trenner_am_Ende(std::move(wurzel))),
-      start_(ohne_Trenner_am_Ende(std::move(start))) {}
+      start_(ohne_Trenner_am_Ende(std::move(start))),
+      schonfrist_(std::move(schonfrist)),
+      papierkorb_(wurzel_) {}
 
 bool Aufraeumen::hat_Zeilen() const {
   bool zeilen = false;
@@ -126,7 +136,47 @@ std::size_t Aufraeumen::pruefe_Namen(const Fortgang& fortgang) const {
           QString::number(dateien.size()), genannt.join(u", "_s)));
 }
 
-Aufraeumliste Aufraeumen::liste(const Fortgang& fortgang) {
+std::optional<std::int64_t> Aufraeumen::stichzeit() const {
+  using namespace std::chrono;
+  if (schonfrist_.dauer <= schonfrist_.dauer.zero()) return std::nullopt;
+  return duration_cast<nanoseconds>((schonfrist_.uhr() - schonfrist_.dauer).time_since_epoch()).count();
+}
+
+/// The component's question parts a name at its first dots, and has no words for the root itself.
+bool Aufraeumen::nennt_eine_Zeile(const QString& pfad) const {
+  const QString name = pfad.mid(pfad.lastIndexOf(u'\\') + 1);
+  const QString ordner = pfad.left(pfad.lastIndexOf(u'\\'));
+  if (name.count(u'.') < 2 && ordner != wurzel_) return false;
+  QStringList teilungen;
+  for (qsizetype punkt = name.indexOf(u'.'); punkt >= 0; punkt = name.indexOf(u'.', punkt + 1))
+    teilungen.append(
+        u"(Bildname = %1 and BildExt = %2)"_s.arg(in_Hochkommas(name.left(punkt)), in_Hochkommas(name.mid(punkt + 1))));
+  if (teilungen.isEmpty()) return false;
+  const QString frage = u"select Top 1 Key1 from Bild_Zuordnungen where Bildpfad = "_s +
+      in_Hochkommas(ordner.mid(wurzel_.size() + 1)) + u" and ("_s + teilungen.join(u" or "_s) + u')';
+  bool gibt_es = true;
+  if (const auto grund = versuche([&] { gibt_es = !verbindung_->Execute(frage)->Eof(); }))
+    throw Abbruch(Ausgang::Datenbank,
+        u"Die Tabelle Bild_Zuordnungen ist nicht zu lesen, und ohne sie gälte jedes Bild als frei: "_s +
+            grund->Beschreibung());
+  return gibt_es;
+}
+
+std::optional<Bleibendes::Grund> Aufraeumen::warum_es_bleibt(
+    const Aufraeumposten& posten, std::optional<std::int64_t> stichzeit) {
+  if (posten.Warum == Grund::OhneZuordnung && nennt_eine_Zeile(posten.Pfad)) return Bleibendes::Grund::Genannt;
+  if (!stichzeit) return std::nullopt;
+  // What does not tell when it came is left alone as well.
+  bool neu = true;
+  static_cast<void>(gelingt([&] { neu = umzug::gekommen_ns(posten.Pfad) > *stichzeit; }));
+  return neu ? std::optional(Bleibendes::Grund::Neu) : std::nullopt;
+}
+
+Aufraeumplan Aufraeumen::liste(const Fortgang& fortgang) {
+  return plane(fortgang, stichzeit());
+}
+
+Aufraeumplan Aufraeumen::plane(const Fortgang& fortgang, std::optional<std::int64_t> stichzeit) {
   const FileSystemObject dateien;
   for (const QString& ordner : {wurzel_, start_})
     if (!dateien.FolderExists(ordner))
@@ -137,63 +187,94 @@ Aufraeumliste Aufraeumen::liste(const Fortgang& fortgang) {
             namen::angezeigt(wurzel_)));
   const std::size_t anzahl = pruefe_Namen(fortgang);
   bool weiter = true;
-  Aufraeumliste liste = store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_,
-      [&](std::size_t getan) { return weiter = weiter && geht_weiter(fortgang, Schritt::Pruefen, getan, anzahl); });
+  Aufraeumplan alles{
+      store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_,
+          [&](std::size_t getan) { return weiter = weiter && geht_weiter(fortgang, Schritt::Pruefen, getan, anzahl); }),
+      {}, stichzeit};
   if (!weiter || !geht_weiter(fortgang, Schritt::Pruefen, anzahl, anzahl)) brich_ab();
-  // A connection that broke in between would have made every picture a free one.
-  hat_Zeilen();
-  // A firm that has just begun has an empty root; it is to stay the root.
-  if (dateien.GetFolder(wurzel_).Anzahl_Eintraege() == 0) liste.Posten.clear();
-  if (const auto verweigerte = zaehle(liste, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; }))
+  if (const auto verweigerte = zaehle(alles, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; })) {
+    hat_Zeilen();
     throw Abbruch(Ausgang::Datenbank,
         u"Die Tabelle Bild_Zuordnungen hat die Antwort verweigert (Dateien: %1); nichts ist gelöscht."_s.arg(
             verweigerte));
-  return liste;
+  }
+  // A firm that has just begun has an empty root; it is to stay the root.
+  std::erase_if(alles.Posten, [&](const auto& p) { return p.Pfad == wurzel_; });
+  Aufraeumplan plan = Schonung([&](const auto& p) { return warum_es_bleibt(p, stichzeit); }).angewandt(alles);
+  // A connection that broke in between would have made every picture a free one.
+  hat_Zeilen();
+  return plan;
 }
 
-Aufraeumen::Ergebnis Aufraeumen::fuehre_aus(const Aufraeumliste& gezeigt, const Fortgang& fortgang) {
-  if (!gleich(liste(fortgang), gezeigt))
+void Aufraeumen::nimm_weg(const Aufraeumposten& posten, const QString& lauf) const {
+  if (!lauf.isEmpty()) return papierkorb_.nimm(lauf, posten);
+  const FileSystemObject dateien;
+  posten.ist_Ordner() ? dateien.DeleteFolder(posten.Pfad, true) : dateien.DeleteFile(posten.Pfad, true);
+}
+
+Aufraeumen::Ergebnis Aufraeumen::fuehre_aus(const Aufraeumplan& gezeigt, const Fortgang& fortgang,
+    const QSet<QString>& ausgenommen, std::optional<bool> endgueltig) {
+  if (!gleich(plane(fortgang, gezeigt.Stichzeit), gezeigt))
     throw Abbruch(
         Ausgang::Teilweise, u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s);
+  const Aufraeumplan plan = ohne(gezeigt, ausgenommen);
   // Not the component's own clearing: it would ask the table again, and take a connection that breaks right now for a
   // table that names no picture.
   Ergebnis ergebnis;
+  if (!endgueltig.value_or(ist_endgueltig()) && !plan.Posten.empty())
+    if (const auto grund = versuche([&] { ergebnis.lauf = papierkorb_.beginne(plan); }))
+      throw Abbruch(Ausgang::Datei,
+          u"Der Papierkorb „%1“ ist nicht zu beschreiben: %2. Nichts ist gelöscht."_s.arg(
+              namen::angezeigt(papierkorb_.ordner()), grund->Beschreibung()));
   const FileSystemObject dateien;
-  for (const Aufraeumposten& p : gezeigt.Posten) {
-    if (!geht_weiter(fortgang, Schritt::Loeschen, ergebnis.getan, gezeigt.Posten.size())) return ergebnis;
-    const auto grund =
-        versuche([&] { p.ist_Ordner() ? dateien.DeleteFolder(p.Pfad, true) : dateien.DeleteFile(p.Pfad, true); });
+  for (const Aufraeumposten& p : plan.Posten) {
+    if (!geht_weiter(fortgang, Schritt::Loeschen, ergebnis.getan, plan.Posten.size())) break;
+    const auto grund = versuche([&] { nimm_weg(p, ergebnis.lauf); });
     // What somebody else has deleted meanwhile is gone as well.
     if (grund && (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)))
       ergebnis.geblieben.append(angezeigt(p));
     ++ergebnis.getan;
   }
+  if (!ergebnis.lauf.isEmpty() && std::ssize(ergebnis.geblieben) == static_cast<std::ptrdiff_t>(ergebnis.getan)) {
+    papierkorb_.verwirf_leeren(ergebnis.lauf);
+    ergebnis.lauf.clear();
+  }
   return ergebnis;
+}
+
+Aufraeumplan Aufraeumen::ohne(const Aufraeumplan& plan, const QSet<QString>& ausgenommen) {
+  return Schonung([&](const Aufraeumposten& p) {
+    return ausgenommen.contains(p.Pfad) ? std::optional(Bleibendes::Grund::Ausgenommen) : std::nullopt;
+  }).angewandt(plan);
+}
+
+std::int64_t Aufraeumen::bytes(const Aufraeumliste& liste) {
+  std::int64_t summe = 0;
+  for (const Aufraeumposten& p : liste.Posten)
+    if (!p.ist_Ordner()) static_cast<void>(gelingt([&] { summe += dateien::FileLen(p.Pfad); }));
+  return summe;
 }
 
 QString Aufraeumen::abgebrochen() {
   return u"Abgebrochen; nichts ist gelöscht."_s;
 }
 
-QString Aufraeumen::angehalten(const Ergebnis& ergebnis, const Aufraeumliste& liste) const {
-  const std::size_t alle = liste.Posten.size();
+QString Aufraeumen::angehalten(const Ergebnis& ergebnis, const Aufraeumplan& plan) const {
+  const std::size_t alle = plan.Posten.size();
   if (ergebnis.getan >= alle) return {};
   if (ergebnis.getan == 0) return abgebrochen();
   return u"Angehalten: %1 von %2 sind gelöscht; von „%3“ an steht alles noch da."_s.arg(
       QString::number(static_cast<qsizetype>(ergebnis.getan) - ergebnis.geblieben.size()), QString::number(alle),
-      angezeigt(liste.Posten[ergebnis.getan]));
+      angezeigt(plan.Posten[ergebnis.getan]));
 }
 
-QString Aufraeumen::angezeigt(const Aufraeumposten& posten) const {
-  if (posten.Pfad == wurzel_) return u"."_s;
-  return posten.Pfad.mid(wurzel_.size() + 1) + (posten.ist_Ordner() ? u"\\"_s : QString());
+QString Aufraeumen::angezeigt(const QString& pfad, bool ist_Ordner) const {
+  if (pfad == wurzel_) return u"."_s;
+  return pfad.mid(wurzel_.size() + 1) + (ist_Ordner ? u"\\"_s : QString());
 }
 
 QStringList Aufraeumen::warnungen(const Aufraeumliste& liste) const {
   QStringList saetze;
-  if (const auto anzahl = zaehle(liste, [&](const auto& p) { return liegt_in_der_Wurzel(p); }))
-    saetze.append(
-        u"Dateien unmittelbar in der Bildablage: %1. Dort geht jede, ob zugeordnet oder nicht."_s.arg(anzahl));
   if (!ist_True(liste.Ergebnis))
     saetze.append(u"Ein Ordner ist nicht zu lesen: Ab dort, und in den Ordnern über ihm, bleibt alles stehen."_s);
   return saetze;
@@ -207,6 +288,9 @@ QString Aufraeumen::worte(Grund grund) {
   return begruendung(grund).second;
 }
 
-bool Aufraeumen::liegt_in_der_Wurzel(const Aufraeumposten& posten) const {
-  return !posten.ist_Ordner() && posten.Pfad.lastIndexOf(u'\\') == wurzel_.size();
+QString Aufraeumen::worte(Bleibendes::Grund grund) {
+  if (grund == Bleibendes::Grund::Genannt) return u"eine Zuordnung nennt den ganzen Namen"_s;
+  if (grund == Bleibendes::Grund::TextZuBild) return u"gehört zu einem Bild, das bleibt"_s;
+  if (grund == Bleibendes::Grund::Neu) return u"eben erst dazugekommen"_s;
+  return u"ausgenommen"_s;
 }
