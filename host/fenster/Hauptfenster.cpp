@@ -94,6 +94,7 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   connect(ansicht_->cmd_WeitereZuordnungen, &QPushButton::clicked, this, &Hauptfenster::zeige_WeitereZuordnungen);
   connect(liste_->cmd_Suchen, &QPushButton::clicked, this, &Hauptfenster::suche_Bilder);
   connect(liste_->cmd_Aufraeumen, &QPushButton::clicked, this, &Hauptfenster::raeume_auf);
+  connect(liste_->cmd_Papierkorb, &QPushButton::clicked, this, &Hauptfenster::zeige_Papierkorb);
   for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
     connect(knopf, &QPushButton::clicked, this, &Hauptfenster::lies_neu);
   erlaube_Aktionen(false);
@@ -125,6 +126,7 @@ void Hauptfenster::baue_auf() {
   setTabOrder(liste_->cmd_NeuerVorgang, liste_->cmd_ListeEinlesen);
   setTabOrder(liste_->cmd_ListeEinlesen, liste_->cmd_Suchen);
   setTabOrder(liste_->cmd_Suchen, liste_->cmd_Aufraeumen);
+  setTabOrder(liste_->cmd_Aufraeumen, liste_->cmd_Papierkorb);
   lbl_Status->setObjectName(u"lbl_Status"_s);
   lbl_Status->setTextFormat(Qt::PlainText);
   // A long message must not widen the window; its tool tip has all of it.

@@ -4,10 +4,12 @@
 #include "dialogs/assignment/clsDialoge.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/aufraeumen/Aufraeumen.h"
-#include "host/fenster/Aufraeumfenster.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Meldungszeilen.h"
 #include "host/fenster/Vorgangsansicht.h"
+#include "host/fenster/aufraeumen/Aufraeumfenster.h"
+#include "host/fenster/aufraeumen/Aufraeumfortschritt.h"
+#include "host/fenster/aufraeumen/Papierkorbfenster.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
 
@@ -43,22 +45,33 @@ void zeige_Angehaltenes(const Aufraeumen& aufraeumen, const Aufraeumen::Ergebnis
       Knoepfe::OK, Symbol::Information, Titel);
 }
 
+/// Nothing goes; what stays although it looks free is named.
+QString sage_nichts_zu_tun(const Aufraeumen& aufraeumen, const Aufraeumplan& plan) {
+  const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
+  QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(plan);
+  QStringList bleibt;
+  for (const Bleibendes& b : plan.Bleibend)
+    bleibt.append(u"„%1“ bleibt: %2."_s.arg(aufraeumen.angezeigt(b), Aufraeumen::worte(b.Warum)));
+  if (!bleibt.isEmpty()) saetze.append(meldungszeilen(bleibt));
+  MsgBox(saetze.join(u"\r\n\r\n"_s), Knoepfe::OK, Symbol::Information, Titel);
+  return nichts_zu_tun;
+}
+
 /// Shows what would go, asks, and clears after a yes; gives what is to be told in the end.
 QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
   const Aufraeumplan liste = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.liste(f); });
-  if (liste.Posten.empty()) {
-    const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
-    const QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(liste);
-    MsgBox(saetze.join(u"\r\n\r\n"_s), Knoepfe::OK, Symbol::Information, Titel);
-    return nichts_zu_tun;
-  }
-  if (!darf_aufraeumen(aufraeumen, liste, ueber)) return u"Nichts ist gelöscht."_s;
-  const auto ergebnis = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.fuehre_aus(liste, f); });
-  const QString angehalten = aufraeumen.angehalten(ergebnis, liste);
-  if (ergebnis.getan > 0 && !angehalten.isEmpty()) zeige_Angehaltenes(aufraeumen, ergebnis, liste);
+  if (liste.Posten.empty()) return sage_nichts_zu_tun(aufraeumen, liste);
+  Aufraeumfenster fenster(aufraeumen, liste, ueber);
+  if (fenster.exec() != QDialog::Accepted) return u"Nichts ist gelöscht."_s;
+  const QSet<QString> ausgenommen = fenster.ausgenommen();
+  const Aufraeumplan plan = Aufraeumen::ohne(liste, ausgenommen);
+  const auto ergebnis = mit_Fortschritt(
+      ueber, [&](const auto& f) { return aufraeumen.fuehre_aus(liste, f, ausgenommen, fenster.ist_endgueltig()); });
+  const QString angehalten = aufraeumen.angehalten(ergebnis, plan);
+  if (ergebnis.getan > 0 && !angehalten.isEmpty()) zeige_Angehaltenes(aufraeumen, ergebnis, plan);
   if (!angehalten.isEmpty()) return u"Bilderbaum: "_s + angehalten;
   const QStringList& geblieben = ergebnis.geblieben;
-  return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 gelöscht."_s.arg(liste.Posten.size())
+  return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 gelöscht."_s.arg(plan.Posten.size())
                              : u"Bilderbaum: NICHT gelöscht sind %1."_s.arg(geblieben.join(u", "_s));
 }
 
@@ -120,6 +133,20 @@ void Hauptfenster::raeume_auf() {
     if (!gewollt) MsgBox(abbruch.text() + (gesagt ? QString() : Nichts), Knoepfe::OK, Symbol::Kritisch, Titel);
   } catch (const Laufzeitfehler& fehler) {
     MsgBox(fehler.Beschreibung() + Nichts, Knoepfe::OK, Symbol::Kritisch, Titel);
+  }
+  zeige_gewaehlten();
+}
+
+void Hauptfenster::zeige_Papierkorb() {
+  if (dialog_offen_) return;
+  if (const auto grund = platz_.wurzel_fehlt()) {
+    MsgBox(*grund, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
+    return;
+  }
+  {
+    const QScopedValueRollback offen(dialog_offen_, true);
+    const Papierkorb korb(platz_.wurzel());
+    Papierkorbfenster(korb, this).exec();
   }
   zeige_gewaehlten();
 }

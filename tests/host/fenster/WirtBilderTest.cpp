@@ -4,8 +4,8 @@
 #include <QDirIterator>
 #include <QLabel>
 #include <QListView>
-#include <QListWidget>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
@@ -59,9 +59,10 @@ class WirtAufraeumen : public WirtBilder {
     return klicke_und(u"cmd_Aufraeumen"_s, u"Aufraeumfenster"_s, darin);
   }
   static QStringList gelistet(const QWidget& fenster) {
-    const auto* liste = fenster.findChild<QListWidget*>(u"lst_Aufraeumen"_s);
+    const auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Aufraeumen"_s);
     QStringList zeilen;
-    for (int i = 0; liste && i < liste->count(); ++i) zeilen.append(liste->item(i)->text());
+    for (int i = 0; liste && i < liste->topLevelItemCount(); ++i)
+      zeilen.append(liste->topLevelItem(i)->text(0) + u" – "_s + liste->topLevelItem(i)->text(1));
     return zeilen;
   }
   void lehnt_ab(const Meldung& meldung) {
@@ -104,8 +105,8 @@ TEST_F(WirtAufraeumen, WithoutTheYesNothingGoesAndTheEnterKeyIsNone) {
     QTest::keyClick(fenster.focusWidget(), Qt::Key_Enter);
                                                   },
       [](QWidget& fenster) {
-    auto* liste = fenster.findChild<QListWidget*>(u"lst_Aufraeumen"_s);
-    QTest::mouseClick(liste->viewport(), Qt::LeftButton, {}, liste->visualItemRect(liste->item(0)).center());
+    auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Aufraeumen"_s);
+    QTest::mouseClick(liste->viewport(), Qt::LeftButton, {}, liste->visualItemRect(liste->topLevelItem(0)).center());
     QTest::keyClick(liste, Qt::Key_Return);
   },
       [](QWidget& fenster) { fenster.close(); }};
@@ -117,6 +118,104 @@ TEST_F(WirtAufraeumen, WithoutTheYesNothingGoesAndTheEnterKeyIsNone) {
     EXPECT_EQ(stand(), vorher);
     EXPECT_EQ(text(u"lbl_Status"_s), u"Nichts ist gelöscht."_s);
   }
+}
+
+TEST_F(WirtAufraeumen, WhatTheUserTakesOffTheListStaysWithWhatHangsOnIt) {
+  oeffne_Ablage();
+  EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
+    auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Aufraeumen"_s);
+    ASSERT_NE(liste, nullptr);
+    EXPECT_EQ(liste->topLevelItem(0)->text(2), u"1 Bytes"_s);
+    EXPECT_FALSE(liste->topLevelItem(0)->text(3).isEmpty());
+    EXPECT_FALSE(liste->topLevelItem(3)->flags().testFlag(Qt::ItemIsUserCheckable)) << "a folder goes with its files";
+    auto* knopf = fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s);
+    const auto* platz = fenster.findChild<QLabel*>(u"lbl_Platz"_s);
+    EXPECT_EQ(platz->text(), u"Zusammen 3 Bytes; frei werden sie, wenn der Papierkorb geleert wird."_s);
+    const auto schalte = [&](int zeile) {
+      liste->setCurrentItem(liste->topLevelItem(zeile));
+      QTest::keyClick(liste, Qt::Key_Space);
+    };
+    schalte(2);
+    EXPECT_EQ(knopf->text(), u"2 löschen"_s) << "the picture and its folder stay";
+    schalte(0);
+    EXPECT_EQ(knopf->text(), u"0 löschen"_s) << "the text stays with its picture";
+    EXPECT_FALSE(knopf->isEnabled());
+    schalte(2);
+    EXPECT_EQ(knopf->text(), u"2 löschen"_s);
+    EXPECT_EQ(platz->text(), u"Zusammen 1 Bytes; frei werden sie, wenn der Papierkorb geleert wird."_s);
+    druecke(fenster, u"cmd_Loeschen"_s);
+  }));
+  EXPECT_EQ(stand(),
+      (QStringList{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s,
+          u"Belege/1/bjpg.txt"_s}));
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 2 gelöscht."_s);
+}
+
+TEST_F(WirtAufraeumen, TheWindowShowsThePicturesAndNamesWhatStays) {
+  QImage rot(200, 100, QImage::Format_RGB32);
+  rot.fill(Qt::red);
+  ASSERT_TRUE(rot.save(wurzel() + u"/Belege/1/b.jpg"_s));
+  schreibe(u"Belege/1/IMG 08.15.00.jpg"_s);
+  ordne_zu(u"Belege\\1"_s, u"IMG 08.15.00"_s);
+  oeffne_Ablage();
+  EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
+    auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Aufraeumen"_s);
+    const auto farbe = [&] {
+      return liste->topLevelItem(0)->icon(0).pixmap(liste->iconSize()).toImage().pixelColor(20, 10).red();
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return farbe() > 200; }));
+    EXPECT_EQ(
+        gelistet(fenster).last(), u"Belege\\1\\IMG 08.15.00.jpg – bleibt: eine Zuordnung nennt den ganzen Namen"_s);
+    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 löschen"_s);
+  }));
+}
+
+TEST_F(WirtAufraeumen, WhatWasClearedComesBackByThePapierkorb) {
+  oeffne_Ablage();
+  const QStringList vorher = stand();
+  EXPECT_TRUE(raeume_auf([](QWidget& fenster) { druecke(fenster, u"cmd_Loeschen"_s); }));
+  EXPECT_NE(stand(), vorher);
+  const auto im_Papierkorb = [&](const std::function<void(QWidget&)>& darin) {
+    return klicke_und(u"cmd_Papierkorb"_s, u"Papierkorbfenster"_s, darin);
+  };
+  EXPECT_TRUE(im_Papierkorb([&](QWidget& fenster) {
+    const auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Laeufe"_s);
+    ASSERT_EQ(liste->topLevelItemCount(), 1);
+    EXPECT_EQ(liste->topLevelItem(0)->text(1), u"3"_s);
+    EXPECT_EQ(liste->topLevelItem(0)->text(2), u"3 Bytes"_s);
+    const Meldung frage{
+        u"Soll zurückkommen, was am %1 aufgeräumt wurde?\r\n\r\nDateien, die inzwischen da sind, bleiben, "
+        "wie sie sind."_s.arg(liste->topLevelItem(0)->text(0)),
+        u"Papierkorb"_s, Symbol::Frage, Knoepfe::JaNein};
+    meldungen_.erwarte(frage, Antwort::Nein);
+    druecke(fenster, u"cmd_Zurueckholen"_s);
+    EXPECT_NE(stand(), vorher);
+    meldungen_.erwarte(frage, Antwort::Ja);
+    druecke(fenster, u"cmd_Zurueckholen"_s);
+    EXPECT_EQ(liste->topLevelItemCount(), 0);
+    EXPECT_FALSE(fenster.findChild<QPushButton*>(u"cmd_Zurueckholen"_s)->isEnabled());
+  }));
+  EXPECT_EQ(stand(), vorher);
+}
+
+TEST_F(WirtAufraeumen, ThePapierkorbIsEmptiedOfWhatIsOldEnough) {
+  oeffne_Ablage();
+  EXPECT_TRUE(raeume_auf([](QWidget& fenster) { druecke(fenster, u"cmd_Loeschen"_s); }));
+  const QStringList danach = stand();
+  EXPECT_TRUE(klicke_und(u"cmd_Papierkorb"_s, u"Papierkorbfenster"_s, [&](QWidget& fenster) {
+    meldungen_.erwarte(
+        {u"Nichts im Papierkorb ist älter als 30 Tage."_s, u"Papierkorb"_s, Symbol::Information, Knoepfe::OK});
+    druecke(fenster, u"cmd_Endgueltig"_s);
+    fenster.findChild<QSpinBox*>(u"spn_Tage"_s)->setValue(0);
+    meldungen_.erwarte(
+        {u"Soll endgültig gelöscht werden, was älter als 0 Tage ist?\r\n\r\nDateien: 3. Frei werden 3 Bytes."_s,
+            u"Papierkorb"_s, Symbol::Ausrufezeichen, Knoepfe::JaNein},
+        Antwort::Ja);
+    druecke(fenster, u"cmd_Endgueltig"_s);
+    EXPECT_EQ(fenster.findChild<QTreeWidget*>(u"lst_Laeufe"_s)->topLevelItemCount(), 0);
+  }));
+  EXPECT_EQ(stand(), danach);
+  EXPECT_FALSE(QDir(wurzel() + u".papierkorb"_s).exists());
 }
 
 TEST_F(WirtAufraeumen, WhereNothingIsToBeClearedAwayThatIsSaid) {
