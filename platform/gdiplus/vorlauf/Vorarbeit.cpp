@@ -87,6 +87,7 @@ bool lies_Datei(Gelesenes& g) {
   Binaerdatei datei;
   datei.oeffne_Ort(g.auftrag.ort);
   if (datei.kennung() != g.schluessel.kennung) return false;
+  if (g.auftrag.masse) g.bytes = Rechenwerk::aktuell().nimm_Puffer();
   const bildbefund::Befund befund =
       g.auftrag.masse ? bildbefund::lies_und_urteile(datei, g.bytes) : bildbefund::urteile_nach_Anfang(datei);
   if (befund.status != gdiplus::Ok || datei.kennung() != g.schluessel.kennung) return false;
@@ -101,6 +102,7 @@ void rechne(Gelesenes gelesenes) {
   Rechenwerk::aktuell().rechne([g] {
     fehler::still_enden([&] {
       if (!*(*g)->auftrag.aufgegeben) dekodiere(**g);
+      if ((*g)->auftrag.bytes.isNull()) Rechenwerk::aktuell().gib_Puffer(std::exchange((*g)->bytes, {}));
     });
     // Whoever waits for the file goes on now, not when this function object goes.
     g->reset();
