@@ -48,7 +48,7 @@ bool ist_Ort(const QByteArray& ort) {
 
 bool passt(const Angaben& a, const QByteArray& adresse, const Miniaturablage::Datei& datei) {
   return a.adresse == adresse && a.laenge == datei.laenge && a.geaendert_ns == datei.geaendert_ns &&
-      a.geaendert_ns <= a.gesehen_ns;
+      a.geaendert_ns <= a.gesehen_ns - Ruhezeit_ns;
 }
 
 /// The picture is the whole original with its proportions; each side may be rounded by less than a pixel.

@@ -18,9 +18,11 @@ class StreifenVoraus : public Streifen {
   StreifenVoraus() {
     Bildspeicher::aktuell().leere();
     Bildspeicher::aktuell().uhr([] { return std::numeric_limits<std::int64_t>::max(); });
+    Miniaturablage::aktuell().an(false);
   }
   ~StreifenVoraus() override {
     bildvorlauf::an(true);
+    Miniaturablage::aktuell().an(true);
     Bildspeicher::aktuell().uhr(nullptr);
     Bildspeicher::aktuell().leere();
   }

@@ -21,9 +21,11 @@ class Vorauslese : public Suchtest {
   Vorauslese() {
     Bildspeicher::aktuell().leere();
     Bildspeicher::aktuell().uhr([] { return std::numeric_limits<std::int64_t>::max(); });
+    Miniaturablage::aktuell().an(false);
   }
   ~Vorauslese() override {
     bildvorlauf::an(true);
+    Miniaturablage::aktuell().an(true);
     Bildspeicher::aktuell().uhr(nullptr);
     Bildspeicher::aktuell().leere();
   }
