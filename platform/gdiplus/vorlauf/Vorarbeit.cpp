@@ -121,6 +121,11 @@ void lies(const Auftrag& auftrag) {
   if (*auftrag.aufgegeben) return;
   const std::optional<Schluessel> schluessel = stand(auftrag);
   if (!schluessel || ist_fertig(auftrag, *schluessel)) return;
+  {
+    const auto marke = inarbeit::versuche(auftrag.ort);
+    if (!marke || kennt_schon(auftrag, *schluessel)) return;
+  }
+  // Without the mark while it waits for room: whoever needs the file now makes its pixels himself.
   const bool gehalten = !auftrag.bytes.isNull();
   auto anteil = Rechenwerk::aktuell().gelesenes.warte(
       gehalten || !auftrag.masse ? 0 : schluessel->kennung.laenge, *auftrag.aufgegeben);
@@ -128,7 +133,7 @@ void lies(const Auftrag& auftrag) {
   auto marke = inarbeit::versuche(auftrag.ort);
   if (!marke) return;
   Gelesenes g{auftrag, *schluessel, auftrag.kopf, auftrag.bytes, std::move(*marke), std::move(*anteil)};
-  if (kennt_schon(auftrag, *schluessel) || (!gehalten && !lies_Datei(g))) return;
+  if (!gehalten && !lies_Datei(g)) return;
   if (auftrag.masse) rechne(std::move(g));
 }
 

@@ -6,8 +6,8 @@
 #include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/gdiplus/vorlauf/Rechenwerk.h"
 #include "platform/gdiplus/vorlauf/Vorlauf.h"
-#include "tests/dialogs/Kleinbilder.h"
 #include "tests/dialogs/assignment/Streifentest.h"
+#include "tests/support/Kleinbilder.h"
 
 using namespace Qt::Literals::StringLiterals;
 

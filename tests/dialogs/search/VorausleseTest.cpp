@@ -7,8 +7,8 @@
 #include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/gdiplus/vorlauf/Rechenwerk.h"
 #include "platform/gdiplus/vorlauf/Vorlauf.h"
-#include "tests/dialogs/Kleinbilder.h"
 #include "tests/dialogs/search/Suchtest.h"
+#include "tests/support/Kleinbilder.h"
 
 using namespace Qt::Literals::StringLiterals;
 using eingaben::klicke;
