@@ -23,7 +23,6 @@ QString ohne_Punkte_am_Ende(QString name) {
 Bildbaum::~Bildbaum() = default;
 
 QStringList Bildbaum::Files(const QString& ordner) {
-  dateien::raeume_Reste(ordner);
   return FileSystemObject().GetFolder(ordner).Files();
 }
 

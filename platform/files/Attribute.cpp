@@ -1,10 +1,15 @@
 #include "platform/files/Attribute.h"
 
+#include <sys/sysmacros.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <QList>
 #include <array>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <utility>
 
 #include "platform/basic/Fehlerbehandlung.h"
 
@@ -13,6 +18,29 @@ namespace {
 
 constexpr char Zugriffsliste[] = "system.posix_acl_access";
 constexpr qsizetype Laengstes = 1 << 16;
+
+/// The kind of the file system of a device, as the table of mounts spells it (proc(5), "mountinfo"); empty where it
+/// does not name it.
+std::string art_des_Dateisystems(dev_t geraet) {
+  const std::string gesucht = std::to_string(major(geraet)) + ':' + std::to_string(minor(geraet));
+  std::ifstream tabelle("/proc/self/mountinfo");
+  for (std::string zeile; std::getline(tabelle, zeile);) {
+    std::istringstream felder(zeile);
+    std::string feld;
+    for (int i = 0; i < 3; ++i) felder >> feld;
+    if (feld != gesucht) continue;
+    while (felder >> feld && feld != "-") {
+    }
+    felder >> feld;
+    return feld;
+  }
+  return {};
+}
+
+/// This mount loses its connection, and every file that is open, when anybody lists the attributes of one.
+bool vertraegt_die_Frage_nicht(dev_t geraet) {
+  return art_des_Dateisystems(geraet) == "fuse.smbnetfs";
+}
 
 void uebernimm_erweiterte(const QByteArray& von, int nach) {
   QByteArray namen(Laengstes, '\0');
@@ -37,7 +65,9 @@ void uebernimm(const QByteArray& von, const struct stat& stand, int nach) noexce
     constexpr auto Bleibt = static_cast<uid_t>(-1);
     static_cast<void>(::fchown(nach, Bleibt, stand.st_gid) == 0);
   }
-  fehler::still_enden([&] { uebernimm_erweiterte(von, nach); });
+  fehler::still_enden([&] {
+    if (!vertraegt_die_Frage_nicht(stand.st_dev)) uebernimm_erweiterte(von, nach);
+  });
   ::fchmod(nach, stand.st_mode & 07777);
 }
 

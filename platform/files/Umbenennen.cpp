@@ -83,10 +83,9 @@ bool steht_so_da(const QByteArray& ort) {
   return da;
 }
 
-/// The system takes both spellings for one file and may do nothing; then the way leads over a name beside it.
+/// Never from one spelling to the other: to the system both are one file, so that it does nothing, or makes room for
+/// the new name by deleting the only file there is.
 void schreibe_anders(const QByteArray& quelle, const QByteArray& ziel) {
-  if (::rename(quelle.constData(), ziel.constData()) != 0) wirf_fuer_Ziel(errno);
-  if (steht_so_da(ziel)) return;
   const QByteArray dazwischen = fertig_neben(ziel);
   if (::rename(quelle.constData(), dazwischen.constData()) != 0) wirf_fuer_Ziel(errno);
   if (::rename(dazwischen.constData(), ziel.constData()) == 0) return;

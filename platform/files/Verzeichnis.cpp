@@ -21,6 +21,7 @@
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
 #include "platform/files/Beiname.h"
+#include "platform/files/Reste.h"
 #include "platform/files/Systemfehler.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -118,12 +119,26 @@ bool hole_nach_vorn(Namenslisten& listen, const QByteArray& ordner, const struct
 
 QStringList liste(const QByteArray& ordner, Art art) {
   QStringList namen;
-  const bool offen = gehe_durch(ordner, [&](int verzeichnis, const dirent& eintrag) {
-    const char* const bytes = static_cast<const char*>(eintrag.d_name);
-    if (beiname::ist_einer(bytes) || !ist_von_Art(verzeichnis, eintrag, art)) return;
-    if (auto name = lesbarer_Name(eintrag.d_name)) namen.append(*std::move(name));
-  });
-  if (!offen) wirf_nicht_lesbar();
+  bool mit_Platzhalter = false;
+  const auto lies = [&] {
+    return gehe_durch(ordner, [&](int verzeichnis, const dirent& eintrag) {
+      const char* const bytes = static_cast<const char*>(eintrag.d_name);
+      if (const auto beiname = beiname::lies(bytes)) {
+        mit_Platzhalter = mit_Platzhalter ||
+            (beiname->stufe == beiname::Stufe::Platzhalter && beiname::ist_verlassen(*beiname, verzeichnis, bytes));
+        return;
+      }
+      if (!ist_von_Art(verzeichnis, eintrag, art)) return;
+      if (auto name = lesbarer_Name(bytes)) namen.append(*std::move(name));
+    });
+  };
+  if (!lies()) wirf_nicht_lesbar();
+  if (mit_Platzhalter) {
+    // An empty file of nobody's must not pass for a picture.
+    reste::raeume(ordner);
+    namen.clear();
+    lies();
+  }
   std::sort(namen.begin(), namen.end(), [](const QString& a, const QString& b) {
     const int ordnung = a.compare(b, Qt::CaseInsensitive);
     return ordnung != 0 ? ordnung < 0 : a < b;

@@ -171,6 +171,13 @@ TEST_F(Reste, AnEmptyFileThatKeptANameFreeGoesAndNoOtherOne) {
   EXPECT_EQ(inhalt(), (QStringList{u"meine.jpg"_s, u"voll.jpg"_s}));
 }
 
+TEST_F(Reste, AnEmptyFileThatOnlyKeptANameFreeIsInNoList) {
+  wurzel.schreibe(name_eines_Toten("platz.jpg", Stufe::Platzhalter), "");
+  wurzel.schreibe(u"platz.jpg"_s, "");
+  wurzel.schreibe(u"a.jpg"_s, "1");
+  EXPECT_EQ(dateien::Dir(u"P:\\*.jpg"_s), QStringList{u"a.jpg"_s});
+}
+
 TEST_F(Reste, AFolderThatHoldsNothingElseIsEmptyAndGoes) {
   wurzel.schreibe(u"o/"_s + name_eines_Toten("a.jpg", Stufe::Entsteht), "halb");
   EXPECT_EQ(FileSystemObject().GetFolder(u"P:\\o"_s).Anzahl_Eintraege(), 0);

@@ -48,6 +48,10 @@ enum Aufruf : std::size_t {
 std::array<int, Aufrufe> weigerung{};
 /// Reading ends early, as if the file did.
 bool bricht_ab = false;
+/// A share that takes names without regard to case: both are the same file, and a rename from one to the other deletes
+/// it.
+QByteArray eine_Schreibung;
+QByteArray andere_Schreibung;
 /// Everything looks as if it had not been touched for that long.
 time_t aelter_um = 0;
 /// Somebody else's file of that name comes into being before the system takes the name.
@@ -102,11 +106,13 @@ int link(const char* von, const char* nach) noexcept {
 }
 int renameat2(int von_Ordner, const char* von, int nach_Ordner, const char* nach, unsigned art) noexcept {
   if (weigert(Umbenennen)) return -1;
+  if (andere_Schreibung == nach && eine_Schreibung == von) return errno = EEXIST, -1;
   lass_jemanden_vor(nach);
   return static_cast<int>(::syscall(SYS_renameat2, von_Ordner, von, nach_Ordner, nach, art));
 }
 int rename(const char* von, const char* nach) noexcept {
   if (weigert(Ersetzen)) return -1;
+  if (andere_Schreibung == nach && eine_Schreibung == von) return ::unlink(von), errno = ENOENT, -1;
   return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, von, AT_FDCWD, nach, 0));
 }
 int fstatat(int ordner, const char* name, struct stat* info, int art) noexcept {
@@ -199,6 +205,8 @@ class Weigerung : public ::testing::Test {
     bricht_ab = false;
     kommt_dazwischen.clear();
     aelter_um = 0;
+    eine_Schreibung.clear();
+    andere_Schreibung.clear();
   }
   static std::vector<std::vector<Aufruf>> arten_von_Dateisystemen() {
     return {{}, {OhneNamen}, {NameGeben}, {OhneNamen, Umbenennen}, {OhneNamen, Umbenennen, ZweiterName}};
@@ -338,6 +346,15 @@ TEST_F(Weigerung, WhatAnotherDeskLeftGoesAfterADay) {
     dateien::raeume_Reste(u"P:\\"_s);
     EXPECT_EQ(inhalt(), bleibt ? QStringList{rest} : QStringList());
   }
+}
+
+TEST_F(Weigerung, OnAShareWithoutRegardToCaseAnotherSpellingNeverCostsTheFile) {
+  wurzel.schreibe(u"a.jpg"_s, "neu");
+  eine_Schreibung = QFile::encodeName(wurzel.pfad(u"a.jpg"_s));
+  andere_Schreibung = QFile::encodeName(wurzel.pfad(u"A.jpg"_s));
+  FileSystemObject().MoveFile(u"P:\\a.jpg"_s, u"P:\\A.jpg"_s);
+  EXPECT_EQ(inhalt(), QStringList{u"A.jpg"_s});
+  EXPECT_EQ(wurzel.lies(u"A.jpg"_s), "neu");
 }
 
 TEST_F(Weigerung, AFolderIsRenamedWithoutTheCallsAndNeverOntoAnotherOne) {
