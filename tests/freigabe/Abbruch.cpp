@@ -46,6 +46,14 @@ Abbruch::Auftrag Abbruch::ziehe() {
   }
 }
 
+void Abbruch::merke_Reste(const QString& befehl) {
+  for (const QString& name : ablage_.reste()) {
+    if (bekannte_Reste_.contains(name)) continue;
+    bekannte_Reste_.insert(name);
+    reste_[befehl].append(name);
+  }
+}
+
 bool Abbruch::erschlage_einen() {
   const Auftrag auftrag = ziehe();
   // The first of its kind tells how long one takes, and goes on telling when one ends before its time.
@@ -61,7 +69,7 @@ bool Abbruch::erschlage_einen() {
     prozess->kill();
     prozess->waitForFinished(Frist);
     ++erschlagene_;
-    reste_[auftrag.befehl] += static_cast<int>(ablage_.reste().size());
+    merke_Reste(auftrag.befehl);
   }
   for (const QString& name : ablage_.schlechte()) schlechte_.append(auftrag.befehl + u": "_s + name);
   return !geendet;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
+#include <QStringList>
 #include <map>
 #include <random>
 
@@ -16,8 +18,8 @@ class Abbruch {
   bool erschlage_einen();
 
   int erschlagene() const noexcept { return erschlagene_; }
-  /// Hidden files that were there after a kill, added up, by command.
-  const std::map<QString, int>& reste() const noexcept { return reste_; }
+  /// The hidden files that the kills left, by command.
+  const std::map<QString, QStringList>& reste() const noexcept { return reste_; }
   /// What was wrong; see Ablage::schlechte.
   const QStringList& schlechte() const noexcept { return schlechte_; }
 
@@ -27,12 +29,14 @@ class Abbruch {
     QStringList argumente;
   };
   Auftrag ziehe();
+  void merke_Reste(const QString& befehl);
 
   Ablage& ablage_;
   QString baum_;
   std::mt19937 zufall_;
   std::map<QString, double> dauer_ms_;
-  std::map<QString, int> reste_;
+  std::map<QString, QStringList> reste_;
+  QSet<QString> bekannte_Reste_;
   QStringList schlechte_;
   int erschlagene_ = 0;
   int nummer_ = 0;

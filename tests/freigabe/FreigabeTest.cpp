@@ -156,7 +156,7 @@ TEST_F(AmNetz, ACommandThatIsKilledLeavesWholeFilesAndRestsThatTheNextWriteTakes
   while (abbruch.erschlagene() < anzahl && !HasFailure()) abbruch.erschlage_einen();
   EXPECT_TRUE(abbruch.schlechte().isEmpty()) << abbruch.schlechte().join(u"\n"_s).toStdString();
   for (const auto& [befehl, reste] : abbruch.reste())
-    std::printf("  hidden files after %s: %d\n", qPrintable(befehl), reste);
+    std::printf("  hidden files left by %s: %d\n", qPrintable(befehl), static_cast<int>(reste.size()));
   gelingt(u"zuordnen"_s, {ablage_.wartendes(u"zuletzt.jpg"_s)});
   EXPECT_EQ(ablage_.reste(), QStringList());
 }

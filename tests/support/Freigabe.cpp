@@ -124,6 +124,7 @@ Einhaengepunkt::~Einhaengepunkt() {
 }
 
 QString Freigabe::was_fehlt() {
+  if (::geteuid() != 0) return u"root"_s;
   if (::access("/dev/fuse", R_OK | W_OK) != 0) return u"/dev/fuse"_s;
   for (const QString& name : {u"smbd"_s, u"smbnetfs"_s, u"fusermount3"_s})
     if (programm(name).isEmpty()) return name;
