@@ -301,6 +301,7 @@ void frm_BildZuordnung::scrolle(std::int32_t schritte) {
 }
 
 void frm_BildZuordnung::zeichne_Streifen() {
+  const Sichtbarkeitspause pause;
   Create_ThumbNails(ErsteZeile);
   Zeichne_Status();
   Zeichne_Entfernt(true);
@@ -308,6 +309,7 @@ void frm_BildZuordnung::zeichne_Streifen() {
 
 // Built twice: once for the row, once by the crosses. The selection does not move with the strip.
 void frm_BildZuordnung::baue_Streifen_neu() {
+  const Sichtbarkeitspause pause;
   Create_ThumbNails(ErsteZeile);
   Zeichne_Status();
   Zeichne_Entfernt(false);

@@ -36,7 +36,7 @@ QList<Auftrag::Groesse> gesuchte(const Auftrag& auftrag, const Bildkopf& kopf) {
   return groessen;
 }
 
-// Decoded at once for the largest of the sizes only where the asking pictures would do so: each size on its own.
+// Each size on its own and in their order, as the asking pictures would do it.
 void mache_Pixel(const Gelesenes& g) {
   for (const Auftrag::Groesse& groesse : gesuchte(g.auftrag, g.kopf)) {
     if (!reduktion::vorhanden(g.schluessel, g.kopf, groesse.ziel, groesse.auch_aus_Groesserem).isNull()) continue;
