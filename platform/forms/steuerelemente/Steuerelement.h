@@ -85,7 +85,8 @@ class Steuerelement {
 
 /// Each change of what is seen costs events, also one that the next statement takes back. Whoever makes, hides and
 /// shows many controls in one go lets them change when all is done: what was set last then takes effect, in the order
-/// in which the controls were first set. Nests. Nothing may pump events meanwhile.
+/// in which the controls were first set. Nests. Whoever lets events in meanwhile (a message in the
+/// middle of it) shows the controls as they stood before.
 class Sichtbarkeitspause {
  public:
   Sichtbarkeitspause() noexcept;

@@ -6,8 +6,8 @@
 #include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/gdiplus/vorlauf/Rechenwerk.h"
 #include "platform/gdiplus/vorlauf/Vorlauf.h"
-#include "tests/dialogs/Kleinbilder.h"
 #include "tests/dialogs/assignment/Streifentest.h"
+#include "tests/support/Kleinbilder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -15,17 +15,8 @@ namespace {
 
 class StreifenVoraus : public Streifen {
  protected:
-  StreifenVoraus() {
-    Bildspeicher::aktuell().leere();
-    Bildspeicher::aktuell().uhr([] { return std::numeric_limits<std::int64_t>::max(); });
-    Miniaturablage::aktuell().an(false);
-  }
-  ~StreifenVoraus() override {
-    bildvorlauf::an(true);
-    Miniaturablage::aktuell().an(true);
-    Bildspeicher::aktuell().uhr(nullptr);
-    Bildspeicher::aktuell().leere();
-  }
+  const Alte_Dateien alt_;
+
   void lege_Vorgang(int anzahl) {
     for (int i = 0; i < anzahl; ++i) {
       const QString name = u"foto%1"_s.arg(i, 2, 10, QChar(u'0'));

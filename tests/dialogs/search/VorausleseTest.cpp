@@ -7,28 +7,18 @@
 #include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/gdiplus/vorlauf/Rechenwerk.h"
 #include "platform/gdiplus/vorlauf/Vorlauf.h"
-#include "tests/dialogs/Kleinbilder.h"
 #include "tests/dialogs/search/Suchtest.h"
+#include "tests/support/Kleinbilder.h"
 
 using namespace Qt::Literals::StringLiterals;
 using eingaben::klicke;
 
 namespace {
 
-/// Files count as old, so that their pixels are kept, and nothing is kept from before.
 class Vorauslese : public Suchtest {
  protected:
-  Vorauslese() {
-    Bildspeicher::aktuell().leere();
-    Bildspeicher::aktuell().uhr([] { return std::numeric_limits<std::int64_t>::max(); });
-    Miniaturablage::aktuell().an(false);
-  }
-  ~Vorauslese() override {
-    bildvorlauf::an(true);
-    Miniaturablage::aktuell().an(true);
-    Bildspeicher::aktuell().uhr(nullptr);
-    Bildspeicher::aktuell().leere();
-  }
+  const Alte_Dateien alt_;
+
   /// Photos, and between them what is broken, missing its body or no picture at all.
   void lege_Gemischtes() {
     const QByteArray foto = bild({900, 700}, Qt::darkCyan);

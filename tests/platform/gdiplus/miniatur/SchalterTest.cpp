@@ -65,6 +65,7 @@ TEST_F(Schalter, AFolderThatCantBeMadeSwitchesItOff) {
   EXPECT_TRUE(ablage.ist_an());
 }
 
+// The scripts run the tests as root, so that it is tried wherever they run.
 TEST_F(Schalter, SomebodyElsesFolderSwitchesItOff) {
   if (::geteuid() != 0) GTEST_SKIP() << "only root can give a folder to somebody else";
   ASSERT_TRUE(QDir().mkpath(cacheheim() + u"/thumbnails"_s));

@@ -180,6 +180,7 @@ TEST_F(Vergiftet, APipeOrAFolderInTheEntrysPlaceHoldsNobodyUp) {
   EXPECT_FALSE(merke(256)) << "a folder does not give way";
 }
 
+// The scripts run the tests as root, so that it is tried wherever they run.
 TEST_F(Vergiftet, SomebodyElsesFileIsNotRead) {
   if (::geteuid() != 0) GTEST_SKIP() << "only root can give a file to somebody else";
   ASSERT_EQ(::chown(QFile::encodeName(pfad_).constData(), 65534, 65534), 0);

@@ -11,8 +11,10 @@
 #include <limits>
 #include <random>
 
+#include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/gdiplus/miniatur/Miniaturablage.h"
 #include "platform/gdiplus/vorlauf/Rechenwerk.h"
+#include "platform/gdiplus/vorlauf/Vorlauf.h"
 
 /// What windows show of pictures that other threads make ahead or that an earlier program left.
 
@@ -55,6 +57,23 @@ inline void leere_aus(const QString& pfad) {
   datei.close();
   std::filesystem::last_write_time(ort, zeit);
 }
+
+/// Files count as old, so that their pixels are kept; nothing is kept from before, and the desktop's cache is left out.
+class Alte_Dateien {
+ public:
+  Alte_Dateien() {
+    Bildspeicher::aktuell().leere();
+    Bildspeicher::aktuell().uhr([] { return std::numeric_limits<std::int64_t>::max(); });
+    Miniaturablage::aktuell().an(false);
+  }
+  ~Alte_Dateien() {
+    bildvorlauf::an(true);
+    Miniaturablage::aktuell().an(true);
+    Bildspeicher::aktuell().uhr(nullptr);
+    Bildspeicher::aktuell().leere();
+  }
+  Q_DISABLE_COPY_MOVE(Alte_Dateien)
+};
 
 /// The desktop's cache is a folder of the test's own, and files count as old.
 class Eigene_Ablage {
