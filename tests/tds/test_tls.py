@@ -130,6 +130,27 @@ class TlsTest(unittest.TestCase):
         self.assertTrue(self.am_server("require"))
         self.assertEqual({"anweisung", "antwort"}, self.lesbares())
 
+    def test_mit_auto_versucht_der_treiber_es_auch_in_einem_protokoll_ohne_verschluesselung(self) -> None:
+        self.server.steuere("tls fort")
+        self.assertFalse(self.frage(self.server.zeichenfolge(Encryption="require", TDS_Version="auto")))
+        self.assertIn(BENUTZER.encode(), self.roh()[0])
+        self.server.steuere("mitschnitt-leeren")
+        self.assertFalse(self.am_server("require"))
+        self.assertEqual(VORANMELDUNG, self.roh()[0][0])
+        self.assertNotIn(BENUTZER.encode(), self.roh()[0])
+
+    def test_ein_protokoll_vor_7_1_uebergeht_was_verlangt_ist(self) -> None:
+        self.stelle("moeglich")
+        self.frage(self.server.zeichenfolge(Encryption="require", TDS_Version="7.0"))
+        self.assertEqual({"kennwort", "benutzer"}, self.lesbares())
+        os.environ["TDSVER"] = "7.0"
+        try:
+            self.server.steuere("mitschnitt-leeren")
+            self.am_server("require")
+            self.assertEqual({"kennwort", "benutzer"}, self.lesbares())
+        finally:
+            del os.environ["TDSVER"]
+
     def test_ohne_ca_file_prueft_der_treiber_nichts(self) -> None:
         for name in ("richtig", "unbekannt", "anderer", "abgelaufen"):
             with self.subTest(name):

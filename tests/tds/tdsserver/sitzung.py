@@ -86,6 +86,8 @@ class Sitzung:
         """Answers the pre-login; what of the rest is to be encrypted."""
         wunsch = anfragen.lies_voranmeldung(inhalt).get("verschluesselung", b"")
         absprache = self._tls.verabrede(wunsch[0] if wunsch else NICHT_UNTERSTUETZT)
+        if absprache.antwort is None:
+            raise Verbindungsende("auf Bestellung nach der Voranmeldung")
         self._leitung.sende(anfragen.antwort_auf_voranmeldung(absprache.antwort))
         if absprache.umfang is Umfang.ABBRUCH:
             raise Verbindungsende("ohne Verschlüsselung kommt niemand herein")

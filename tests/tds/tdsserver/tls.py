@@ -23,12 +23,14 @@ class Umfang(Enum):
 
 
 class Stufe(Enum):
-    """What the server wants. AUSWEICHEND answers as no honest server does: who asks for all gets the login alone."""
+    """What the server wants. AUSWEICHEND answers as no honest server does: who asks for all gets the login alone.
+    FORT goes away instead of answering."""
 
     NIE = "nie"
     MOEGLICH = "moeglich"
     IMMER = "immer"
     AUSWEICHEND = "ausweichend"
+    FORT = "fort"
 
 
 # The protocol's own table: what stands in the answer, and what is then encrypted.
@@ -40,14 +42,15 @@ _ANTWORTEN: dict[Stufe, dict[int, tuple[int, Umfang]]] = {
                   NICHT_UNTERSTUETZT: (VERLANGT, Umfang.ABBRUCH)},
     Stufe.AUSWEICHEND: {MOEGLICH: (MOEGLICH, Umfang.ANMELDUNG), AN: (MOEGLICH, Umfang.ANMELDUNG),
                         NICHT_UNTERSTUETZT: _NEIN},
+    Stufe.FORT: {},
 }  # fmt: skip
 
 
 @dataclass(frozen=True)
 class Absprache:
-    """What the server answers to a wish, and what follows from it."""
+    """What the server answers to a wish, nothing where it goes away, and what follows from it."""
 
-    antwort: int
+    antwort: int | None
     umfang: Umfang
     kontext: ssl.SSLContext | None
 
@@ -68,14 +71,14 @@ class Tlswahl:
         kontext = _kontext(zertifikat) if zertifikat else None
         with self._schloss:
             self._kontext = kontext or self._kontext
-            if neue is not Stufe.NIE and self._kontext is None:
+            if neue not in (Stufe.NIE, Stufe.FORT) and self._kontext is None:
                 raise ValueError("ohne Zertifikat keine Verschlüsselung")
             self._stufe = neue
 
     def verabrede(self, wunsch: int) -> Absprache:
         with self._schloss:
             antwort, umfang = _ANTWORTEN[self._stufe].get(wunsch, (NICHT_UNTERSTUETZT, Umfang.ABBRUCH))
-            return Absprache(antwort, umfang, self._kontext)
+            return Absprache(None if self._stufe is Stufe.FORT else antwort, umfang, self._kontext)
 
 
 def _kontext(zertifikat: Path) -> ssl.SSLContext:
