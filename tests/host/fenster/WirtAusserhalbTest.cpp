@@ -16,10 +16,17 @@ class WirtAusserhalb : public WirtBilder {
  protected:
   void SetUp() override {
     WirtBilder::SetUp();
-    QDir().mkpath(datenordner() + u"/draussen"_s);
-    QFile::copy(datenordner() + u"/eingang/Fahrzeug_30.jpg"_s, datenordner() + u"/draussen/fremd.jpg"_s);
-    ASSERT_TRUE(QFile::exists(datenordner() + u"/draussen/fremd.jpg"_s));
+    // Also where a path ends that can't lead above its drive.
+    for (const QString& ordner : {u"/draussen"_s, u"/bilder/draussen"_s}) {
+      QDir().mkpath(datenordner() + ordner);
+      QFile::copy(datenordner() + u"/eingang/Fahrzeug_30.jpg"_s, datenordner() + ordner + u"/fremd.jpg"_s);
+      ASSERT_TRUE(QFile::exists(datenordner() + ordner + u"/fremd.jpg"_s));
+    }
     setze(u"..\\draussen"_s);
+  }
+  void TearDown() override {
+    for (const QString& ordner : {u"/draussen"_s, u"/bilder/draussen"_s})
+      QDir(datenordner() + ordner).removeRecursively();
   }
   static void setze(const QString& ordner) {
     sql(u"UPDATE Bild_Zuordnungen SET BildPfad = '%1', Bildname = 'fremd', BildExt = 'jpg' WHERE Key1 = 'TH-0100'"_s

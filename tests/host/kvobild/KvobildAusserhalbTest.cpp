@@ -18,8 +18,11 @@ class KvobildAusserhalb : public Betrieb {
   void SetUp() override {
     ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
     QImage(20, 10, QImage::Format_RGB32).save(ordner_.pfad(u"b.png"_s));
-    ordner_.schreibe(u"draussen/geheim.png"_s, ordner_.lies(u"b.png"_s));
-    ordner_.schreibe(u"draussen/geheimpng.txt"_s, "Vertraulich");
+    // Also where a path ends that can't lead above its drive.
+    for (const QString& ort : {u"draussen/"_s, u"bild.ablage/draussen/"_s}) {
+      ordner_.schreibe(ort + u"geheim.png"_s, ordner_.lies(u"b.png"_s));
+      ordner_.schreibe(ort + u"geheimpng.txt"_s, "Vertraulich");
+    }
     ordner_.schreibe(u"bild.ablage/Belege/1/geheim.png"_s, ordner_.lies(u"b.png"_s));
     fremde_Zeile(Hinaus);
   }
