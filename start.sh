@@ -28,7 +28,7 @@ else
   rundgang=${KVO_RUNDGANG:-$KVO_ORDNER/build/rundgang}
   daten=$rundgang/daten/betrieb
   melde 'Kein Bildschirm: Das Programm geht allein durch seine Fenster'
-  env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=offscreen "$programme/bildzuordnung" --rundgang "$rundgang"
+  env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=offscreen XDG_CACHE_HOME="$rundgang/cache" "$programme/bildzuordnung" --rundgang "$rundgang"
   melde "Die Bilder der Fenster liegen in $rundgang"
 fi
 

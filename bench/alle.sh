@@ -15,6 +15,10 @@ mkdir -p "$ordner"
 "$KVO_ORDNER/bench/grosse_fotos.sh" "$ordner/fotos"
 baue release release all -DKVO_TESTS=OFF
 export QT_QPA_PLATFORM=offscreen
+# Small pictures that another run kept would be measured, and the user's own are none of a benchmark's business.
+XDG_CACHE_HOME=$(mktemp -d)
+export XDG_CACHE_HOME
+trap 'rm -rf "$XDG_CACHE_HOME"' EXIT
 
 printf 'Machine: %s, %s cores; %s\n' "$(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -n 1)" "$(nproc)" "$(date +%F)"
 cd "$KVO_ORDNER/build/release/bench"

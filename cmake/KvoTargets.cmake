@@ -37,6 +37,9 @@ function(kvo_floor name)
   endif()
 endfunction()
 
+# No test writes into its user's cache. The shared mains make a folder of their own besides, which is always empty.
+set(KVO_TESTCACHE "${PROJECT_BINARY_DIR}/testcache")
+
 # kvo_test(NAME SOURCES … OBJECTS …): one test program over the objects of the floors that it names.
 # Every program gets the shared main (application object, locale, seed) and the helpers of tests/support.
 function(kvo_test name)
@@ -62,5 +65,5 @@ function(kvo_test_nochmal name programm umgebung)
   endif()
   add_test(NAME ${name} COMMAND ${programm})
   set_tests_properties(${name} PROPERTIES TIMEOUT ${grenze} SKIP_RETURN_CODE 77 ENVIRONMENT
-    "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Europe/Berlin;${umgebung}")
+    "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Europe/Berlin;XDG_CACHE_HOME=${KVO_TESTCACHE}/${name};${umgebung}")
 endfunction()

@@ -9,6 +9,7 @@
 #include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "platform/basic/Laufzeitfehler.h"
+#include "platform/gdiplus/miniatur/Miniaturen.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -26,6 +27,8 @@ const Befehlsprogramm Kvobild{u"kvobild"_s, u"kvobild ordnet Bilddateien den Vor
     "nennt die Verbindung einen Benutzer ohne Kennwort, gilt KVOBILD_KENNWORT."_s};
 
 Ausgang laufe(const QStringList& argumente) {
+  // What a command writes comes from the files themselves, and a script leaves nothing in its user's cache.
+  miniaturen::an(false);
   try {
     const Ausgang ausgang = befehlszeile::fuehre_aus(Kvobild,
         {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),

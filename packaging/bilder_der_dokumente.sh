@@ -5,7 +5,8 @@ set -euo pipefail
 programm=$1
 ziel=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/docs/screenshots
 arbeit=/srv/rundgang
-env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 TZ=Europe/Berlin "$programm" --rundgang "$arbeit"
+env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 TZ=Europe/Berlin XDG_CACHE_HOME="$arbeit/cache" \
+  "$programm" --rundgang "$arbeit"
 mkdir -p "$ziel"
 find "$ziel" -name '*.png' -delete
 for bild in "$arbeit"/[0-9]*.png; do

@@ -36,7 +36,8 @@ STOCKWERKE = [
         ("platform/adodb", "Connection, Recordset"), ("platform/adodb/odbc", "Treiber für den Server"),
         ("platform/adodb/sqlite", "Treiber für SQLite"),
         ("platform/gdiplus", "GDI+ mit seinen Nummern"), ("platform/gdiplus/bild", "Kopf, Entpacken, Speicher"),
-        ("platform/gdiplus/jpeg", "Drehen, Marken, Kodieren"),
+        ("platform/gdiplus/jpeg", "Drehen, Marken, Kodieren"), ("platform/gdiplus/miniatur", "kleine Bilder, die bleiben"),
+        ("platform/gdiplus/vorlauf", "Arbeit voraus, alle Kerne"),
         ("platform/files", "Dateien, Pfadkarte"), ("platform/shell", "Dateitypen, Programme"),
         ("platform/host", "was der Wirt stellt"), ("platform/basic", "Werte, Fehler, Text, Maße")]),
 ]

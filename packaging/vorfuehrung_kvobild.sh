@@ -30,6 +30,8 @@ fi
 
 export KVOBILD_VERBINDUNG="Provider=SQLite;Data Source=\"$beispiel/betrieb.db\""
 export KVOBILD_BILDER=$beispiel/bilder
+# A demonstration leaves nothing in the user's cache.
+export XDG_CACHE_HOME=$KVO_ORDNER/build/cache
 vorgang=(--typ1 BEL --key1 AN --key2 24-3005)
 ordner='Belege\24-3005'
 

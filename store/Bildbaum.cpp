@@ -77,6 +77,11 @@ void Gedachter_Bildbaum::DeleteFolder(const QString& ordner) {
   posten_.push_back({ordner, Aufraeumposten::Grund::LeererOrdner});
 }
 
+bool Gedachter_Bildbaum::naechste_Datei() {
+  if (weiter_ && !angehalten_) angehalten_ = !weiter_(dateien_++);
+  return !angehalten_;
+}
+
 void Gedachter_Bildbaum::merke(const QString& ordner, const QString& name, Aufraeumposten::Grund grund) {
   const QString pfad = pfad_von(ordner, name);
   if (!FileSystemObject().darf_loeschen(pfad)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);

@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -179,8 +181,10 @@ class KVO_EXPORT clsBildZuordnungen {
   /// has seen FKT_Liste_Bild_Ohne_Zuordnung.
   Variant FKT_Loesche_Bild_Ohne_Zuordnung(const QString& pAbPfad, const QString& pBasisBildPfad);
   /// What FKT_Loesche_Bild_Ohne_Zuordnung would delete at this moment, file by file; deletes nothing. Asks the table
-  /// the same questions. Never raises.
-  Aufraeumliste FKT_Liste_Bild_Ohne_Zuordnung(const QString& pAbPfad, const QString& pBasisBildPfad);
+  /// the same questions. Never raises. `weiter` is asked before each file, with the number of those before it, and must
+  /// not raise; where it gives false the listing ends, and what it gives is only a part.
+  Aufraeumliste FKT_Liste_Bild_Ohne_Zuordnung(
+      const QString& pAbPfad, const QString& pBasisBildPfad, const std::function<bool(std::size_t)>& weiter = {});
   /// Renames a picture file and all rows that point to it. The result is always False and says nothing; the text file
   /// keeps its name, which is the caller's business.
   bool Verarbeite_Dateinamen_Aenderung(const QString& pRoot, const QString& pPfad, const QString& pOldName,

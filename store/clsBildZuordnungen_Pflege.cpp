@@ -34,8 +34,9 @@ Variant clsBildZuordnungen::FKT_Loesche_Bild_Ohne_Zuordnung(const QString& pAbPf
   return raeume_auf(pAbPfad, pBasisBildPfad, baum);
 }
 
-Aufraeumliste clsBildZuordnungen::FKT_Liste_Bild_Ohne_Zuordnung(const QString& pAbPfad, const QString& pBasisBildPfad) {
-  Gedachter_Bildbaum baum;
+Aufraeumliste clsBildZuordnungen::FKT_Liste_Bild_Ohne_Zuordnung(
+    const QString& pAbPfad, const QString& pBasisBildPfad, const std::function<bool(std::size_t)>& weiter) {
+  Gedachter_Bildbaum baum(weiter);
   const Variant ergebnis = raeume_auf(pAbPfad, pBasisBildPfad, baum);
   return {ergebnis, baum.Posten()};
 }
@@ -45,7 +46,7 @@ Variant clsBildZuordnungen::raeume_auf(const QString& pAbPfad, const QString& pB
     for (const QString& name : FileSystemObject().GetFolder(pAbPfad).SubFolders())
       if (!ist_True(raeume_auf(pAbPfad + u'\\' + name, pBasisBildPfad, baum))) return false;
     Loesche_Ordner_Ohne_Zuordnung(pAbPfad, pBasisBildPfad, baum);
-    return true;
+    return !baum.angehalten();
   });
 }
 
@@ -66,6 +67,7 @@ void clsBildZuordnungen::loesche_Bilder_ohne_Zuordnung(
   fehler::Weiter weiter;
   std::shared_ptr<adodb::Recordset> antwort;
   for (const QString& name : baum.Files(pPfad)) {
+    if (!baum.naechste_Datei()) break;
     const QStringList stuecke = name.split(u'.');
     if (Bilddatei::ist_Textdatei(name) || stuecke.size() < 2) continue;
     // A question that fails leaves the answer to the file before in force.
@@ -86,6 +88,7 @@ void clsBildZuordnungen::loesche_Bilder_ohne_Zuordnung(
 void clsBildZuordnungen::loesche_Texte_ohne_Bild(const QString& pPfad, Bildbaum& baum) {
   fehler::Weiter weiter;
   for (const QString& name : baum.Files(pPfad)) {
+    if (baum.angehalten()) return;
     if (!Bilddatei::ist_Textdatei(name)) continue;
     // A name too short to give a picture fails in the test, and the deletion behind it runs.
     bool loeschen = true;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "dialogs/assignment/frm_BildZuordnung.h"
+#include "dialogs/search/Vorschaubild.h"
 #include "exif/clsExifInfo.h"
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/basic/Text.h"
@@ -48,6 +49,8 @@ void frm_BildZuordnung::lade_Zeilen(const std::vector<Bildspur>& vorige) {
       zeile.Spur.vorgemerkt = zeile.Spur.bestaetigt_vorgemerkt = Sammlung().Bild_Delete();
     }
     zeile.lies(satz ? *satz : clsBilderSpeicher(), pRootpath);
+    // The strip will ask for the header of each: a share that answers late is asked for them beside what comes here.
+    if (vorschaubild::ist_Bildtyp(zeile.BildExt)) vorlauf_.datei(zeile.VollerPfad);
     lade_Text(zeile);
     lade_Anwesenheit(zeile);
   }

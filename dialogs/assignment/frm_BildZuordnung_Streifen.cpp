@@ -51,19 +51,21 @@ void frm_BildZuordnung::Create_ThumbNails(std::int32_t& pStart) {
     SetzeDatenGeaendert(entfernen && !pNurAnzeige);
   }
   weiter([&] { Pruefe_Scroll(); });
-  weiter([&] { sage_Bilder_an(); });
+  sage_Bilder_an();
   mauszeiger().form(Zeigerform::Standard);
 }
 
-// In the order in which they will be painted.
+// In the order in which they will be painted. Only a help: a failure of it must not end what is being shown.
 void frm_BildZuordnung::sage_Bilder_an() {
-  QList<bildvorlauf::Vorlauf::Wunsch> bilder = Pic_Bearbeitung.offene_Bilder();
-  const double rechts = SSP_Panel(3).Width() - SSC_Scroll_Right.Width();
-  for (int i = 1; i <= Pic_Thumb.UBound(); ++i) {
-    if (Pic_Thumb(i).Left() >= rechts) break;
-    bilder += Pic_Thumb(i).offene_Bilder();
-  }
-  vorlauf_.bilder(bilder);
+  fehler::still_enden([this] {
+    QList<bildvorlauf::Vorlauf::Wunsch> bilder = Pic_Bearbeitung.offene_Bilder();
+    const double rechts = SSP_Panel(3).Width() - SSC_Scroll_Right.Width();
+    for (int i = 1; i <= Pic_Thumb.UBound(); ++i) {
+      if (Pic_Thumb(i).Left() >= rechts) break;
+      bilder += Pic_Thumb(i).offene_Bilder();
+    }
+    vorlauf_.bilder(bilder);
+  });
 }
 
 void frm_BildZuordnung::stelle_Thumbnail_dar(std::int32_t zeile, std::int32_t index) {
@@ -301,6 +303,7 @@ void frm_BildZuordnung::scrolle(std::int32_t schritte) {
 }
 
 void frm_BildZuordnung::zeichne_Streifen() {
+  const Sichtbarkeitspause pause;
   Create_ThumbNails(ErsteZeile);
   Zeichne_Status();
   Zeichne_Entfernt(true);
@@ -308,6 +311,7 @@ void frm_BildZuordnung::zeichne_Streifen() {
 
 // Built twice: once for the row, once by the crosses. The selection does not move with the strip.
 void frm_BildZuordnung::baue_Streifen_neu() {
+  const Sichtbarkeitspause pause;
   Create_ThumbNails(ErsteZeile);
   Zeichne_Status();
   Zeichne_Entfernt(false);

@@ -1,6 +1,7 @@
 #include "dialogs/overview/Uebersichtszeile.h"
 
-#include <vector>
+#include <array>
+#include <utility>
 
 #include "store/Bilddatei.h"
 
@@ -34,24 +35,31 @@ void baue(TDBGrid& gitter, const std::shared_ptr<XArrayDBObject>& zeilen, const 
 
 void fuelle(XArrayDBObject& tabelle, clsBildZuordnungen& bilder, const QString& root,
     const std::function<void(std::int32_t)>& nach) {
-  QString vorige;
+  Bilddatei vorige;
+  QString datei;
   bool fehlt = false;
   for (std::int32_t zeile = 0; zeile < bilder.AnzahlPos(); ++zeile) {
     if (zeile > 0) tabelle.AppendRows(1);
     bilder.AktInd(zeile);
-    const QString datei =
-        Bilddatei{bilder.Bild_Bildname(), bilder.Bild_BildExt(), root + u'\\' + bilder.Bild_Pfad()}.pfad();
-    // The assignments of one picture mostly name one and the same file; it is looked for once.
-    if (datei != vorige) fehlt = !bilder.Fkt_FileExists(datei);
-    vorige = datei;
+    const QString name = bilder.Bild_Bildname();
+    const QString ext = bilder.Bild_BildExt();
+    const QString pfad = bilder.Bild_Pfad();
+    // The assignments of one picture mostly name one and the same file; it is looked for once, and its name kept once.
+    if (zeile == 0 || name != vorige.name || ext != vorige.ext || pfad != vorige.ordner) {
+      vorige = {name, ext, pfad};
+      datei = Bilddatei{name, ext, root + u'\\' + pfad}.pfad();
+      fehlt = !bilder.Fkt_FileExists(datei);
+    }
     // In the order of the columns; two of them hold nothing.
-    const std::vector<Variant> werte{true, datei, root, bilder.Bild_Pfad(), bilder.Bild_Bildname(),
-        bilder.Bild_BildExt(), bilder.Bild_Beschreibung(), CStr(bilder.Bild_Drucken()),
-        CStr(bilder.Bild_DruckGesamteSeite()), CStr(bilder.Bild_NeueSeite()), CStr(bilder.Bild_AlsAnhang()),
-        bilder.Bild_Key1(), bilder.Bild_Key2(), bilder.Bild_Key3(), bilder.Bild_Key4(), bilder.Bild_Typ1(),
-        bilder.Bild_Typ2(), Variant(), Variant(), false, fehlt, fehlt, false, false, QString()};
+    std::array werte{Variant(true), Variant(datei), Variant(root), Variant(pfad), Variant(name), Variant(ext),
+        Variant(bilder.Bild_Beschreibung()), Variant(CStr(bilder.Bild_Drucken())),
+        Variant(CStr(bilder.Bild_DruckGesamteSeite())), Variant(CStr(bilder.Bild_NeueSeite())),
+        Variant(CStr(bilder.Bild_AlsAnhang())), Variant(bilder.Bild_Key1()), Variant(bilder.Bild_Key2()),
+        Variant(bilder.Bild_Key3()), Variant(bilder.Bild_Key4()), Variant(bilder.Bild_Typ1()),
+        Variant(bilder.Bild_Typ2()), Variant(), Variant(), Variant(false), Variant(fehlt), Variant(fehlt),
+        Variant(false), Variant(false), Variant(QString())};
     std::int32_t spalte = Marke;
-    for (const Variant& wert : werte) tabelle.Value(zeile, spalte++, wert);
+    for (Variant& wert : werte) tabelle.Value(zeile, spalte++, std::move(wert));
     if (nach) nach(zeile);
   }
 }

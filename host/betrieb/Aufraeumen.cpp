@@ -41,17 +41,47 @@ bool fragt_mit_Hochkomma(const QString& name, const QString& ordner) {
   return (stuecke[0] + stuecke[1] + ordner).contains(u'\'');
 }
 
-/// Files from `ordner` on that the table can't be asked for; a folder that can't be read is passed over, as nothing in
-/// it is asked for either.
-void sammle_unfragbare(const QString& ordner, const QString& wurzel, QStringList& dateien) {
-  gelingt([&] {
-    const Folder inhalt = FileSystemObject().GetFolder(ordner);
-    for (const QString& name : inhalt.SubFolders()) sammle_unfragbare(ordner + u'\\' + name, wurzel, dateien);
-    const QString relativ = QString(ordner).remove(wurzel + u'\\');
-    for (const QString& name : inhalt.Files())
-      if (fragt_mit_Hochkomma(name, relativ)) dateien.append(ordner + u'\\' + name);
-  });
+using Fortgang = Aufraeumen::Fortgang;
+using Schritt = Aufraeumen::Schritt;
+
+/// The work goes on; without anybody to ask it does.
+bool geht_weiter(const Fortgang& fortgang, Schritt schritt, std::size_t getan, std::size_t von) {
+  return !fortgang || fortgang(schritt, getan, von);
 }
+
+[[noreturn]] void brich_ab() {
+  throw Abbruch(Ausgang::Teilweise, Aufraeumen::abgebrochen());
+}
+
+/// The files of a tree: how many, and those that the table can't be asked for. A folder that can't be read is passed
+/// over, as nothing in it is asked for either.
+class Bestand {
+ public:
+  Bestand(const QString& wurzel, const Fortgang& fortgang) : wurzel_(wurzel), fortgang_(fortgang) {}
+
+  /// False where it was stopped.
+  bool lies(const QString& ordner) {
+    bool weiter = geht_weiter(fortgang_, Schritt::Lesen, anzahl, 0);
+    gelingt([&] {
+      const Folder inhalt = FileSystemObject().GetFolder(ordner);
+      for (const QString& name : inhalt.SubFolders()) weiter = weiter && lies(ordner + u'\\' + name);
+      if (!weiter) return;
+      const QString relativ = QString(ordner).remove(wurzel_ + u'\\');
+      const QStringList dateien = inhalt.Files();
+      anzahl += static_cast<std::size_t>(dateien.size());
+      for (const QString& name : dateien)
+        if (fragt_mit_Hochkomma(name, relativ)) unfragbare.append(ordner + u'\\' + name);
+    });
+    return weiter;
+  }
+
+  std::size_t anzahl = 0;
+  QStringList unfragbare;
+
+ private:
+  const QString& wurzel_;
+  const Fortgang& fortgang_;
+};
 
 bool gleich(const Aufraeumliste& a, const Aufraeumliste& b) {
   return a.Ergebnis == b.Ergebnis &&
@@ -80,12 +110,13 @@ bool Aufraeumen::hat_Zeilen() const {
 }
 
 /// A name with an apostrophe would break the question, which makes the picture a free one, or be a statement of its
-/// own.
-void Aufraeumen::pruefe_Namen() const {
+/// own. Gives the number of all files.
+std::size_t Aufraeumen::pruefe_Namen(const Fortgang& fortgang) const {
   constexpr qsizetype Genannte = 10;
-  QStringList dateien;
-  sammle_unfragbare(start_, wurzel_, dateien);
-  if (dateien.isEmpty()) return;
+  Bestand bestand(wurzel_, fortgang);
+  if (!bestand.lies(start_)) brich_ab();
+  const QStringList& dateien = bestand.unfragbare;
+  if (dateien.isEmpty()) return bestand.anzahl;
   QStringList genannt;
   for (const QString& pfad : dateien.mid(0, Genannte)) genannt.append(pfad.mid(wurzel_.size() + 1));
   if (dateien.size() > Genannte) genannt.append(u"…"_s);
@@ -95,7 +126,7 @@ void Aufraeumen::pruefe_Namen() const {
           QString::number(dateien.size()), genannt.join(u", "_s)));
 }
 
-Aufraeumliste Aufraeumen::liste() {
+Aufraeumliste Aufraeumen::liste(const Fortgang& fortgang) {
   const FileSystemObject dateien;
   for (const QString& ordner : {wurzel_, start_})
     if (!dateien.FolderExists(ordner))
@@ -104,34 +135,53 @@ Aufraeumliste Aufraeumen::liste() {
     throw Abbruch(Ausgang::Datei,
         u"Die Bildablage „%1“ ist leer, obwohl es Zuordnungen gibt. Ist sie eingehängt?"_s.arg(
             namen::angezeigt(wurzel_)));
-  pruefe_Namen();
-  Aufraeumliste liste = store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_);
+  const std::size_t anzahl = pruefe_Namen(fortgang);
+  bool weiter = true;
+  Aufraeumliste liste = store_.FKT_Liste_Bild_Ohne_Zuordnung(start_, wurzel_,
+      [&](std::size_t getan) { return weiter = weiter && geht_weiter(fortgang, Schritt::Pruefen, getan, anzahl); });
+  if (!weiter || !geht_weiter(fortgang, Schritt::Pruefen, anzahl, anzahl)) brich_ab();
   // A connection that broke in between would have made every picture a free one.
   hat_Zeilen();
   // A firm that has just begun has an empty root; it is to stay the root.
   if (dateien.GetFolder(wurzel_).Anzahl_Eintraege() == 0) liste.Posten.clear();
-  if (const auto anzahl = zaehle(liste, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; }))
+  if (const auto verweigerte = zaehle(liste, [](const auto& p) { return p.Warum == Grund::AbfrageGescheitert; }))
     throw Abbruch(Ausgang::Datenbank,
-        u"Die Tabelle Bild_Zuordnungen hat die Antwort verweigert (Dateien: %1); nichts ist gelöscht."_s.arg(anzahl));
+        u"Die Tabelle Bild_Zuordnungen hat die Antwort verweigert (Dateien: %1); nichts ist gelöscht."_s.arg(
+            verweigerte));
   return liste;
 }
 
-QStringList Aufraeumen::fuehre_aus(const Aufraeumliste& gezeigt) {
-  if (!gleich(liste(), gezeigt))
+Aufraeumen::Ergebnis Aufraeumen::fuehre_aus(const Aufraeumliste& gezeigt, const Fortgang& fortgang) {
+  if (!gleich(liste(fortgang), gezeigt))
     throw Abbruch(
         Ausgang::Teilweise, u"Die Ablage oder die Tabelle hat sich inzwischen geändert; nichts ist gelöscht."_s);
   // Not the component's own clearing: it would ask the table again, and take a connection that breaks right now for a
   // table that names no picture.
-  QStringList geblieben;
+  Ergebnis ergebnis;
   const FileSystemObject dateien;
   for (const Aufraeumposten& p : gezeigt.Posten) {
+    if (!geht_weiter(fortgang, Schritt::Loeschen, ergebnis.getan, gezeigt.Posten.size())) return ergebnis;
     const auto grund =
         versuche([&] { p.ist_Ordner() ? dateien.DeleteFolder(p.Pfad, true) : dateien.DeleteFile(p.Pfad, true); });
     // What somebody else has deleted meanwhile is gone as well.
     if (grund && (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)))
-      geblieben.append(angezeigt(p));
+      ergebnis.geblieben.append(angezeigt(p));
+    ++ergebnis.getan;
   }
-  return geblieben;
+  return ergebnis;
+}
+
+QString Aufraeumen::abgebrochen() {
+  return u"Abgebrochen; nichts ist gelöscht."_s;
+}
+
+QString Aufraeumen::angehalten(const Ergebnis& ergebnis, const Aufraeumliste& liste) const {
+  const std::size_t alle = liste.Posten.size();
+  if (ergebnis.getan >= alle) return {};
+  if (ergebnis.getan == 0) return abgebrochen();
+  return u"Angehalten: %1 von %2 sind gelöscht; von „%3“ an steht alles noch da."_s.arg(
+      QString::number(static_cast<qsizetype>(ergebnis.getan) - ergebnis.geblieben.size()), QString::number(alle),
+      angezeigt(liste.Posten[ergebnis.getan]));
 }
 
 QString Aufraeumen::angezeigt(const Aufraeumposten& posten) const {

@@ -6,6 +6,7 @@
 #include "host/betrieb/Ausgang.h"
 #include "host/fenster/Aufraeumfenster.h"
 #include "host/fenster/Hauptfenster.h"
+#include "host/fenster/Meldungszeilen.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
@@ -18,9 +19,34 @@ namespace {
 const QString Titel = u"Bildzuordnung"_s;
 const QString Nichts = u"\r\n\r\nNichts ist gelöscht."_s;
 
+/// Runs a part of the clearing under its window, which is gone afterwards.
+auto mit_Fortschritt(QWidget* ueber, auto&& arbeit) {
+  Aufraeumfortschritt fenster(ueber);
+  return arbeit([&](Aufraeumen::Schritt schritt, std::size_t getan, std::size_t von) {
+    return fenster.zeige(schritt, getan, von);
+  });
+}
+
+/// What went and what did not, where the user has stopped it on the way.
+void zeige_Angehaltenes(
+    const Aufraeumen& aufraeumen, const Aufraeumen::Ergebnis& ergebnis, const Aufraeumliste& liste) {
+  QStringList weg;
+  QStringList da = ergebnis.geblieben;
+  for (std::size_t i = 0; i < liste.Posten.size(); ++i) {
+    const QString pfad = aufraeumen.angezeigt(liste.Posten[i]);
+    if (i >= ergebnis.getan)
+      da.append(pfad);
+    else if (!ergebnis.geblieben.contains(pfad))
+      weg.append(pfad);
+  }
+  MsgBox(u"Das Aufräumen ist angehalten.\r\n\r\nGelöscht sind:\r\n%1\r\n\r\nNoch da sind:\r\n%2"_s.arg(
+             meldungszeilen(weg), meldungszeilen(da)),
+      Knoepfe::OK, Symbol::Information, Titel);
+}
+
 /// Shows what would go, asks, and clears after a yes; gives what is to be told in the end.
 QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
-  const Aufraeumliste liste = aufraeumen.liste();
+  const Aufraeumliste liste = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.liste(f); });
   if (liste.Posten.empty()) {
     const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
     const QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(liste);
@@ -28,7 +54,11 @@ QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
     return nichts_zu_tun;
   }
   if (!darf_aufraeumen(aufraeumen, liste, ueber)) return u"Nichts ist gelöscht."_s;
-  const QStringList geblieben = aufraeumen.fuehre_aus(liste);
+  const auto ergebnis = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.fuehre_aus(liste, f); });
+  const QString angehalten = aufraeumen.angehalten(ergebnis, liste);
+  if (ergebnis.getan > 0 && !angehalten.isEmpty()) zeige_Angehaltenes(aufraeumen, ergebnis, liste);
+  if (!angehalten.isEmpty()) return u"Bilderbaum: "_s + angehalten;
+  const QStringList& geblieben = ergebnis.geblieben;
   return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 gelöscht."_s.arg(liste.Posten.size())
                              : u"Bilderbaum: NICHT gelöscht sind %1."_s.arg(geblieben.join(u", "_s));
 }
@@ -83,9 +113,11 @@ void Hauptfenster::raeume_auf() {
     Aufraeumen aufraeumen(store, platz_.verbindung(), platz_.wurzel(), platz_.wurzel());
     melde(raeume_nach_Frage(aufraeumen, this));
   } catch (const Abbruch& abbruch) {
-    // What changed meanwhile is told with these words already.
+    // The user knows why; what changed meanwhile is told with these words already.
+    const bool gewollt = abbruch.text() == Aufraeumen::abgebrochen();
+    if (gewollt) melde(u"Bilderbaum: "_s + abbruch.text());
     const bool gesagt = abbruch.ausgang() == Ausgang::Teilweise;
-    MsgBox(abbruch.text() + (gesagt ? QString() : Nichts), Knoepfe::OK, Symbol::Kritisch, Titel);
+    if (!gewollt) MsgBox(abbruch.text() + (gesagt ? QString() : Nichts), Knoepfe::OK, Symbol::Kritisch, Titel);
   } catch (const Laufzeitfehler& fehler) {
     MsgBox(fehler.Beschreibung() + Nichts, Knoepfe::OK, Symbol::Kritisch, Titel);
   }

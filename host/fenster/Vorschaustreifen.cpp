@@ -8,6 +8,9 @@
 #include <QTimer>
 #include <optional>
 
+#include "host/betrieb/vorgang/Vorschaulader.h"
+#include "platform/gdiplus/vorlauf/Vorlauf.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -45,6 +48,7 @@ class Vorschaustreifen::Modell final : public QAbstractListModel {
     bilder = neue;
     pixel.clear();
     gewuenscht.clear();
+    vorlauf_.gib_auf();
     endResetModel();
   }
 
@@ -56,29 +60,40 @@ class Vorschaustreifen::Modell final : public QAbstractListModel {
     }
     const auto treffer = pixel.constFind(zeile);
     if (treffer != pixel.constEnd()) return *treffer;
-    if (!gewuenscht.contains(zeile)) gewuenscht.append(zeile);
+    if (!gewuenscht.contains(zeile)) wuensche(zeile);
     if (!wecker.isActive()) wecker.start();
     return std::nullopt;
   }
 
+  /// What has left the sight meanwhile is given up; painting asks for it again.
   void lade_naechstes() {
+    gewuenscht.removeIf([this](int zeile) { return !in_Sicht(zeile); });
     if (gewuenscht.isEmpty()) return;
     const int zeile = gewuenscht.takeFirst();
-    if (zeile < bilder.size()) {
-      pixel.insert(zeile, lader ? QPixmap::fromImage(lader(bilder.at(zeile), groesse_)) : QPixmap());
-      Q_EMIT dataChanged(index(zeile), index(zeile));
-    }
+    pixel.insert(zeile, lader ? QPixmap::fromImage(lader(bilder.at(zeile), groesse_)) : QPixmap());
+    Q_EMIT dataChanged(index(zeile), index(zeile));
     if (!gewuenscht.isEmpty()) wecker.start();
   }
 
   QList<Vorschaubild> bilder;
   QHash<int, QPixmap> pixel;
+  /// The rows whose previews are to come, in their order: the one place that knows them.
   QList<int> gewuenscht;
+  std::function<bool(int zeile)> in_Sicht;
   Lader lader;
   QTimer wecker;
 
  private:
+  // The threads below decode what is on the list while the events between are handled.
+  void wuensche(int zeile) {
+    gewuenscht.append(zeile);
+    const Vorschaubild& bild = bilder.at(zeile);
+    vorlauf_.datei(bild.ordner + u'\\' + bild.datei,
+        [hoechstens = groesse_](QSize groesse) { return Vorschaulader::ziel(groesse, hoechstens); });
+  }
+
   QSize groesse_;
+  bildvorlauf::Vorlauf vorlauf_;
 };
 
 class Vorschaustreifen::Maler final : public QStyledItemDelegate {
@@ -166,6 +181,7 @@ class Vorschaustreifen::Maler final : public QStyledItemDelegate {
 Vorschaustreifen::Vorschaustreifen(QWidget* oberhalb) : QListView(oberhalb), modell_(new Modell(this)) {
   modell_->wecker.setSingleShot(true);
   connect(&modell_->wecker, &QTimer::timeout, this, [this] { modell_->lade_naechstes(); });
+  modell_->in_Sicht = [this](int zeile) { return visualRect(modell_->index(zeile)).intersects(viewport()->rect()); };
   setModel(modell_);
   setItemDelegate(new Maler(*modell_, this));
   setViewMode(QListView::IconMode);
@@ -201,6 +217,13 @@ int Vorschaustreifen::anzahl() const {
 
 int Vorschaustreifen::geladene() const {
   return static_cast<int>(modell_->pixel.size());
+}
+
+QList<Vorschaubild> Vorschaustreifen::kommende() const {
+  QList<Vorschaubild> bilder;
+  bilder.reserve(modell_->gewuenscht.size());
+  for (const int zeile : modell_->gewuenscht) bilder.append(modell_->bilder.at(zeile));
+  return bilder;
 }
 
 void Vorschaustreifen::lade_Sichtbare() {

@@ -20,7 +20,7 @@ struct Vorschaubild {
 
 /// The pictures of a record as small previews with their texts, side by side and in as many lines as they need. A
 /// preview is loaded when it has come into sight, one after the other between the events, so that the window is up and
-/// answers at once.
+/// answers at once. What leaves the sight before its turn, and what belongs to the pictures shown before, is given up.
 class Vorschaustreifen final : public QListView {
  public:
   /// Gives the pixels of a picture, not larger than that size, or nothing when it can't be read.
@@ -38,6 +38,8 @@ class Vorschaustreifen final : public QListView {
   std::function<void()> bei_Wahl;
   /// Number of pictures whose pixels are there; those that can't be read count too.
   int geladene() const;
+  /// The pictures whose previews are still to be loaded, in their order.
+  QList<Vorschaubild> kommende() const;
   /// Loads what is in sight at once.
   void lade_Sichtbare();
 

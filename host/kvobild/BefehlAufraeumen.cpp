@@ -1,8 +1,10 @@
 #include <QFile>
 #include <algorithm>
+#include <optional>
 
 #include "host/betrieb/Aufraeumen.h"
 #include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/befehl/Haltewunsch.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 
@@ -31,10 +33,37 @@ bool ist_bestaetigt(const Aufraeumliste& liste) {
   return antwort == "ja"_L1 || antwort == "j"_L1;
 }
 
+/// Shows how far the work is; a signal stops it.
+class Anzeige {
+ public:
+  Aufraeumen::Fortgang fortgang() {
+    return [this](Aufraeumen::Schritt schritt, std::size_t getan, std::size_t von) {
+      if (!balken_ || schritt != schritt_) balken_.emplace(worte(schritt));
+      schritt_ = schritt;
+      balken_->zeige(getan, von);
+      return !halt_.ist_da();
+    };
+  }
+
+ private:
+  static QString worte(Aufraeumen::Schritt schritt) {
+    if (schritt == Aufraeumen::Schritt::Lesen) return u"Lesen"_s;
+    return schritt == Aufraeumen::Schritt::Pruefen ? u"Prüfen"_s : u"Löschen"_s;
+  }
+
+  Haltewunsch halt_;
+  Aufraeumen::Schritt schritt_ = Aufraeumen::Schritt::Lesen;
+  std::optional<ausgabe::Fortschritt> balken_;
+};
+
 Ausgang loesche(Aufraeumen& aufraeumen, const Aufraeumliste& liste) {
-  const QStringList geblieben = aufraeumen.fuehre_aus(liste);
-  for (const QString& pfad : geblieben) ausgabe::meldung(u"„%1“ ließ sich nicht löschen."_s.arg(pfad));
-  return geblieben.isEmpty() && ist_True(liste.Ergebnis) ? Ausgang::Erledigt : Ausgang::Teilweise;
+  Anzeige anzeige;
+  const Aufraeumen::Ergebnis ergebnis = aufraeumen.fuehre_aus(liste, anzeige.fortgang());
+  for (const QString& pfad : ergebnis.geblieben) ausgabe::meldung(u"„%1“ ließ sich nicht löschen."_s.arg(pfad));
+  const QString angehalten = aufraeumen.angehalten(ergebnis, liste);
+  if (!angehalten.isEmpty()) ausgabe::meldung(angehalten);
+  const bool alles = ergebnis.geblieben.isEmpty() && angehalten.isEmpty() && ist_True(liste.Ergebnis);
+  return alles ? Ausgang::Erledigt : Ausgang::Teilweise;
 }
 
 Ausgang raeume_auf(const Aufruf& aufruf) {
@@ -46,7 +75,7 @@ Ausgang raeume_auf(const Aufruf& aufruf) {
   const QString wurzel = bildwurzel(aufruf);
   Befehlssitzung sitzung(aufruf);
   Aufraeumen aufraeumen(sitzung.store(), sitzung.verbindung(), wurzel, wurzel + ordner);
-  const Aufraeumliste liste = aufraeumen.liste();
+  const Aufraeumliste liste = aufraeumen.liste(Anzeige().fortgang());
   zeige(aufraeumen, liste, aufruf.gesetzt(u"json"_s));
   for (const QString& satz : aufraeumen.warnungen(liste)) ausgabe::meldung(u"Achtung: "_s + satz);
   if (liste.Posten.empty()) ausgabe::meldung(u"Es gibt nichts aufzuräumen."_s);

@@ -13,6 +13,7 @@
 #include "host/rundgang/Fensterbild.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
+#include "platform/gdiplus/miniatur/Miniaturen.h"
 #include "platform/host/KVOCore.h"
 #include "store/clsBildZuordnungen.h"
 
@@ -80,6 +81,8 @@ void Rundgang::richte_Daten_ein() {
 }
 
 int Rundgang::laufe() {
+  // It leaves nothing outside its folder.
+  miniaturen::an(false);
   richte_Daten_ein();
   Schrittfolge::sage(u"Rundgang; die Bilder kommen nach "_s + namen::angezeigt(ordner_));
   // A caret that comes and goes would make each tour's pictures differ.

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <QList>
 #include <cstdint>
 #include <vector>
 
 #include "platform/basic/Variant.h"
 
 /// A two-dimensional table of variants with a lower and an upper bound for rows and columns.
-/// An index outside the bounds raises 9. New cells are Empty.
+/// An index outside the bounds raises 9. New cells are Empty. A copy shares the cells with its source until one of the
+/// two changes, column by column.
 class KVO_EXPORT XArrayDBObject {
  public:
   /// The two dimensions of the table.
@@ -22,6 +24,7 @@ class KVO_EXPORT XArrayDBObject {
   /// anything lower raises 9.
   void ReDim(std::int32_t zeile_von, std::int32_t zeile_bis, std::int32_t spalte_von, std::int32_t spalte_bis);
 
+  /// Valid until the table changes.
   const Variant& Value(std::int32_t zeile, std::int32_t spalte) const;
   void Value(std::int32_t zeile, std::int32_t spalte, Variant wert);
 
@@ -38,12 +41,32 @@ class KVO_EXPORT XArrayDBObject {
   void DeleteRows(std::int32_t zeile);
 
  private:
-  using Zeile = std::vector<Variant>;
-  std::size_t zeilenindex(std::int32_t zeile, std::size_t anzahl) const;
+  /// The cells of one column. Most columns of a long table begin with the same value many times, which is kept once; a
+  /// long table then costs what tells its rows apart.
+  class Spalte {
+   public:
+    /// Empty behind the last cell that was set.
+    const Variant& operator[](qsizetype zeile) const;
+    void setze(qsizetype zeile, Variant wert);
+    /// Every one of the `zeilen` cells kept on its own, with room for one more. A failure changes no cell.
+    void breite_aus(qsizetype zeilen);
+    /// An empty cell in front of one; only after breite_aus.
+    void fuege_ein(qsizetype zeile);
+    /// Shares no cell with a copy.
+    void trenne() { weitere_.detach(); }
+    void entferne(qsizetype zeile);
+
+   private:
+    Variant erster_;
+    /// So many cells at the top hold `erster_`; `weitere_` stand below.
+    qsizetype gleiche_ = 0;
+    QList<Variant> weitere_;
+  };
+  qsizetype zeilenindex(std::int32_t zeile, qsizetype anzahl) const;
   std::size_t spaltenindex(std::int32_t spalte) const;
 
   std::int32_t zeile_von_ = 0;
   std::int32_t spalte_von_ = 0;
-  std::size_t spalten_ = 0;
-  std::vector<Zeile> zeilen_;
+  qsizetype zeilen_ = 0;
+  std::vector<Spalte> spalten_;
 };

@@ -1,7 +1,7 @@
 // The road's option that sets new pictures upright: which files it touches, and which never.
-#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/gdiplus/Sitzungsdauer.h"
+#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "tests/component/Wegtest.h"
 #include "tests/support/Handyfoto.h"
 

@@ -8,9 +8,9 @@
 #include <random>
 
 #include "imaging/Dateiaufrichtung.h"
-#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/gdiplus/Sitzungsdauer.h"
+#include "platform/gdiplus/jpeg/Exifmarke.h"
 #include "platform/gdiplus/jpeg/Jpegdrehung.h"
 #include "tests/support/Handyfoto.h"
 #include "tests/support/Umgebung.h"

@@ -339,6 +339,26 @@ TEST_F(Aufraeumen, AStartThatIsALinkIsClearedAndStaysAsALink) {
   EXPECT_EQ(baum(), QStringList{u"Link"_s});
 }
 
+TEST_F(Aufraeumen, AListingIsAskedBeforeEachFileAndEndsWhenItIsToldTo) {
+  lege({"B/1/a.jpg", "B/1/b.jpg", "B/2/c.jpg", "B/2/cjpg.txt", "d.jpg"});
+  const QStringList vorher = baum();
+  QList<std::size_t> gefragt;
+  const auto bis = [&](std::size_t ende) {
+    gefragt.clear();
+    return store.FKT_Liste_Bild_Ohne_Zuordnung(u"P:"_s, u"P:"_s, [&, ende](std::size_t n) {
+      gefragt.append(n);
+      return n < ende;
+    });
+  };
+  EXPECT_EQ(genannt(bis(99)), vorher);
+  EXPECT_EQ(gefragt, QList<std::size_t>({0, 1, 2, 3, 4}));
+  const Aufraeumliste teil = bis(1);
+  EXPECT_EQ(gefragt, QList<std::size_t>({0, 1}));
+  EXPECT_EQ(genannt(teil), QStringList(u"B/1/a.jpg"_s));
+  EXPECT_EQ(teil.Ergebnis, Variant(false));
+  EXPECT_EQ(baum(), vorher);
+}
+
 namespace {
 
 class AufraeumenMitZwischenfall : public Aufraeumen {

@@ -11,7 +11,7 @@
 /// kept exactly as they were set; the pixels derive from them. Used on the GUI thread.
 class Steuerelement {
  public:
-  virtual ~Steuerelement() = default;
+  virtual ~Steuerelement();
   Q_DISABLE_COPY_MOVE(Steuerelement)
 
   /// Twips from the upper left corner of the container.
@@ -27,7 +27,8 @@ class Steuerelement {
   /// Sets all four. A negative size raises 380 and nothing changes.
   void Move(double links, double oben, double breite, double hoehe);
 
-  /// The properties, whatever the containers say.
+  /// The properties, whatever the containers say. While a Sichtbarkeitspause lives, Visible reaches the screen at its
+  /// end.
   bool Visible() const noexcept { return sichtbar_; }
   void Visible(bool wert);
   bool Enabled() const noexcept { return freigegeben_; }
@@ -78,4 +79,17 @@ class Steuerelement {
   double hoehe_ = 0;
   bool freigegeben_ = true;
   bool sichtbar_ = true;
+  bool wartet_ = false;
+  friend class Sichtbarkeitspause;
+};
+
+/// Each change of what is seen costs events, also one that the next statement takes back. Whoever makes, hides and
+/// shows many controls in one go lets them change when all is done: what was set last then takes effect, in the order
+/// in which the controls were first set. Nests. Whoever lets events in meanwhile (a message in the
+/// middle of it) shows the controls as they stood before.
+class Sichtbarkeitspause {
+ public:
+  Sichtbarkeitspause() noexcept;
+  ~Sichtbarkeitspause();
+  Q_DISABLE_COPY_MOVE(Sichtbarkeitspause)
 };

@@ -20,10 +20,15 @@ std::int32_t status_von(Kopfbefund befund) noexcept {
 }
 
 /// Fewer bytes only where the file ends.
-QByteArray lies(const Binaerdatei& datei, qsizetype anzahl, std::int64_t stelle = 0) {
-  QByteArray bytes(anzahl, Qt::Uninitialized);
+void lies(const Binaerdatei& datei, qsizetype anzahl, std::int64_t stelle, QByteArray& bytes) {
+  bytes.resize(anzahl);
   const std::size_t gelesen = datei.lies(stelle, std::as_writable_bytes(std::span(bytes.begin(), bytes.end())));
   bytes.truncate(static_cast<qsizetype>(gelesen));
+}
+
+QByteArray lies(const Binaerdatei& datei, qsizetype anzahl, std::int64_t stelle = 0) {
+  QByteArray bytes;
+  lies(datei, anzahl, stelle, bytes);
   return bytes;
 }
 
@@ -70,7 +75,7 @@ Befund urteile_nach_Anfang(const Binaerdatei& datei) {
 Befund lies_und_urteile(const Binaerdatei& datei, QByteArray& bytes) {
   if (erkenne_Bildformat(lies(datei, Signaturlaenge)) == Bildformat::Unbekannt)
     return {gdiplus::UnknownImageFormat, {}};
-  bytes = lies(datei, static_cast<qsizetype>(datei.laenge()));
+  lies(datei, static_cast<qsizetype>(datei.laenge()), 0, bytes);
   return urteile(bytes);
 }
 

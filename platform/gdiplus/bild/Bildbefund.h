@@ -24,7 +24,8 @@ Befund urteile(QByteArray& alle);
 /// Failures of reading as Binaerdatei's.
 Befund urteile_nach_Anfang(const Binaerdatei& datei);
 
-/// Reads a whole file and judges it. What is no picture may be large: it is not read.
+/// Reads a whole file and judges it. What is no picture may be large: it is not read. `bytes` may bring room along,
+/// which is then used.
 Befund lies_und_urteile(const Binaerdatei& datei, QByteArray& bytes);
 
 }  // namespace bildbefund

@@ -79,7 +79,7 @@ std::optional<Bildkopf> kopf_aus(const Texte& texte) {
   if (!hat_Groesse(kopf.befund)) return kopf;
   const auto breite = zahl<int>(texte, Breite);
   const auto hoehe = zahl<int>(texte, Hoehe);
-  if (!breite || !hoehe || *breite <= 0 || *hoehe <= 0) return std::nullopt;
+  if (!breite || !hoehe) return std::nullopt;
   kopf.groesse = {*breite, *hoehe};
   return kopf;
 }

@@ -35,7 +35,6 @@ class Neuer_Eintrag {
   ~Neuer_Eintrag();
   Q_DISABLE_COPY_MOVE(Neuer_Eintrag)
 
-  bool ist_geschrieben() const noexcept { return geschrieben_; }
   /// Takes the place of what has the name now.
   bool benenne();
 

@@ -87,7 +87,7 @@ bool ist_brauchbar(const QByteArray& ordner) {
   mache_Ordner(ordner);
   struct stat s {};
   return ::stat(ordner.constData(), &s) == 0 && S_ISDIR(s.st_mode) && s.st_uid == ::geteuid() &&
-      ::access(ordner.constData(), R_OK | W_OK | X_OK) == 0;
+      ::faccessat(AT_FDCWD, ordner.constData(), R_OK | W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 void kuerze(const QByteArray& ordner, std::int64_t grenze) {

@@ -64,14 +64,15 @@ bool gehoert_allen(const Bildkopf& kopf, bool gedreht) {
 }
 
 // A JPEG is decoded at a scale of eighths, and only then scaled to what is shown; at some sizes that is much softer
-// than scaling the entry alone. Going through the same size keeps both alike.
+// than scaling a much larger entry alone. Going through the same size keeps both alike.
 QImage wie_entpackt(const QImage& eintrag, const Bildkopf& kopf, QSize ziel) {
   if (eintrag.isNull() || kopf.format != Bildformat::Jpeg) return eintrag;
   const std::int64_t achtel = jpegdekoder::massstab(kopf.groesse, ziel);
   const auto seite = [&](int s) { return static_cast<int>((s * achtel + 7) / 8); };
   const QSize entpackt(seite(kopf.groesse.width()), seite(kopf.groesse.height()));
-  const bool ist_kleiner = entpackt.width() <= eintrag.width() && entpackt.height() <= eintrag.height();
-  return ist_kleiner ? bilddekoder::auf_Groesse(eintrag, entpackt) : eintrag;
+  const bool viel_kleiner =
+      5 * entpackt.width() <= 4 * eintrag.width() && 5 * entpackt.height() <= 4 * eintrag.height();
+  return viel_kleiner ? bilddekoder::auf_Groesse(eintrag, entpackt) : eintrag;
 }
 
 void entferne_unseren(const QByteArray& pfad) {

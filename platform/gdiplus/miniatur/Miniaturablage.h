@@ -56,8 +56,8 @@ class Miniaturablage {
   std::optional<Auskunft> kopf(const Datei& datei);
 
   /// Pixels (RGB32) of the smallest entry that reaches for what is shown at `ziel`; null where none does. Those of a
-  /// JPEG come reduced to the size that it would be decoded at for `ziel`, where the entry is larger. Never smaller
-  /// than `ziel` on either side, and with the original's proportions: the caller scales down.
+  /// JPEG come reduced to the size that it would be decoded at for `ziel`, where the entry is much larger. Never
+  /// smaller than `ziel` on either side, and with the original's proportions: the caller scales down.
   QImage suche(const Datei& datei, QSize ziel);
 
   /// Edge (128, 256, 512, 1024) of the entry that would reach for an original of that size shown at `ziel`; 0 where

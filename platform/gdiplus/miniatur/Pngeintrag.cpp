@@ -34,11 +34,16 @@ bool seite_erlaubt(std::uint32_t seite) noexcept {
   return seite >= 1 && seite <= Groesste_Seite;
 }
 
-/// A tEXt chunk with its right check sum becomes a text; each key comes once.
+/// A whole chunk's check sum, over all but its length, is right.
+bool stimmt(QByteArrayView stueck) noexcept {
+  return Bytesicht(stueck).u32_hoch(static_cast<std::uint64_t>(stueck.size() - 4)) ==
+      pruefsumme(stueck.sliced(4, stueck.size() - 8));
+}
+
+/// A sound tEXt chunk becomes a text; each key comes once.
 bool nimm_Text(QByteArrayView stueck, Texte& texte) {
-  const QByteArrayView geprueft = stueck.sliced(4, stueck.size() - 8);
-  if (Bytesicht(stueck).u32_hoch(static_cast<std::uint64_t>(stueck.size() - 4)) != pruefsumme(geprueft)) return false;
-  const QByteArrayView inhalt = geprueft.sliced(4);
+  if (!stimmt(stueck)) return false;
+  const QByteArrayView inhalt = stueck.sliced(8, stueck.size() - Rahmen);
   const qsizetype trenner = inhalt.indexOf('\0');
   if (trenner < 1 || trenner > 79 || texte.size() == Meiste_Texte) return false;
   QByteArray schluessel = inhalt.first(trenner).toByteArray();
@@ -47,12 +52,14 @@ bool nimm_Text(QByteArrayView stueck, Texte& texte) {
   return true;
 }
 
-/// Only whole chunks with pixels, then the end and nothing behind it. What they hold is the decoder's business.
+/// Only whole and sound chunks with pixels, then the end and nothing behind it. The decoder would see that too, but it
+/// writes what it finds wrong to the standard error.
 bool ist_ganz(const QByteArray& alle, qsizetype stelle) {
   const Bytesicht b(alle);
   while (b.beginnt("IDAT", stelle + 4)) {
-    stelle += Rahmen + static_cast<qsizetype>(b.u32_hoch(static_cast<std::uint64_t>(stelle)));
-    if (stelle > alle.size()) return false;
+    const qsizetype ganz = Rahmen + static_cast<qsizetype>(b.u32_hoch(static_cast<std::uint64_t>(stelle)));
+    if (ganz > alle.size() - stelle || !stimmt(QByteArrayView(alle).sliced(stelle, ganz))) return false;
+    stelle += ganz;
   }
   return stelle == alle.size() - Rahmen && b.beginnt({"\0\0\0\0IEND", 8}, stelle);
 }
@@ -72,8 +79,8 @@ QByteArray mit_Qt_geschrieben(const QImage& pixel) {
   QBuffer puffer(&bytes);
   puffer.open(QIODevice::WriteOnly);
   QImageWriter schreiber(&puffer, "png");
-  // A thumbnail is read more often than a disk is full, and its grain hardly packs at any level.
-  schreiber.setCompression(1);
+  // Stored as they are: packed, the grain of a photo takes half of the room and three times as long to read.
+  schreiber.setCompression(0);
   return schreiber.write(pixel) ? bytes : QByteArray();
 }
 

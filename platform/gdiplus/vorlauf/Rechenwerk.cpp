@@ -46,9 +46,24 @@ Rechenwerk::Aufgabe Rechenwerk::vordringlich(Aufgabe aufgabe) {
     // Also what the task holds: it may be what the next one waits for.
     a = {};
     std::unique_lock halten(schutz_);
-    --vordringliche_;
+    if (--vordringliche_ == 0) puffer_.clear();
     beginne_Nebenarbeit(std::move(halten));
   };
+}
+
+QByteArray Rechenwerk::nimm_Puffer() {
+  const std::scoped_lock halten(schutz_);
+  if (puffer_.empty()) return {};
+  QByteArray letzter = std::move(puffer_.back());
+  puffer_.pop_back();
+  return letzter;
+}
+
+void Rechenwerk::gib_Puffer(QByteArray puffer) {
+  // Somebody may hold the content for longer.
+  if (!puffer.isDetached() || puffer.capacity() > Lesegrenze) return;
+  const std::scoped_lock halten(schutz_);
+  if (vordringliche_ > 0 && puffer_.size() < Meiste_Puffer) puffer_.push_back(std::move(puffer));
 }
 
 void Rechenwerk::nebenbei(Aufgabe aufgabe) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QRunnable>
 #include <QThreadPool>
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <functional>
 #include <limits>
 #include <mutex>
+#include <vector>
 
 #include "platform/gdiplus/vorlauf/Speicherplatz.h"
 
@@ -38,6 +40,11 @@ class Rechenwerk {
   void warte();
   /// The same at the end of the process.
   void beende();
+
+  /// A buffer for a file's content, or an empty one. The threads hand each other theirs: the allocator has a store for
+  /// each thread, and what comes and goes by the megabyte in all of them would add up. Forgotten when all is done.
+  QByteArray nimm_Puffer();
+  void gib_Puffer(QByteArray puffer);
 
   Speicherplatz gelesenes{Lesegrenze, Groesste_Datei};
   Speicherplatz gerechnetes{Rechengrenze};
@@ -74,6 +81,8 @@ class Rechenwerk {
   std::mutex schutz_;
   int vordringliche_ = 0;  ///< begun or waiting
   bool nebenbei_am_Werk_ = false;
+  static constexpr std::size_t Meiste_Puffer = 4;
+  std::vector<QByteArray> puffer_;
   std::deque<Aufgabe> nebenarbeit_;
   std::int64_t schluss_ns_ = std::numeric_limits<std::int64_t>::max();
 };

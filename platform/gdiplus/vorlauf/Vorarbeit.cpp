@@ -36,7 +36,7 @@ QList<Auftrag::Groesse> gesuchte(const Auftrag& auftrag, const Bildkopf& kopf) {
   return groessen;
 }
 
-// Decoded at once for the largest of the sizes only where the asking pictures would do so: each size on its own.
+// Each size on its own and in their order, as the asking pictures would do it.
 void mache_Pixel(const Gelesenes& g) {
   for (const Auftrag::Groesse& groesse : gesuchte(g.auftrag, g.kopf)) {
     if (!reduktion::vorhanden(g.schluessel, g.kopf, groesse.ziel, groesse.auch_aus_Groesserem).isNull()) continue;
@@ -87,6 +87,7 @@ bool lies_Datei(Gelesenes& g) {
   Binaerdatei datei;
   datei.oeffne_Ort(g.auftrag.ort);
   if (datei.kennung() != g.schluessel.kennung) return false;
+  if (g.auftrag.masse) g.bytes = Rechenwerk::aktuell().nimm_Puffer();
   const bildbefund::Befund befund =
       g.auftrag.masse ? bildbefund::lies_und_urteile(datei, g.bytes) : bildbefund::urteile_nach_Anfang(datei);
   if (befund.status != gdiplus::Ok || datei.kennung() != g.schluessel.kennung) return false;
@@ -101,6 +102,7 @@ void rechne(Gelesenes gelesenes) {
   Rechenwerk::aktuell().rechne([g] {
     fehler::still_enden([&] {
       if (!*(*g)->auftrag.aufgegeben) dekodiere(**g);
+      if ((*g)->auftrag.bytes.isNull()) Rechenwerk::aktuell().gib_Puffer(std::exchange((*g)->bytes, {}));
     });
     // Whoever waits for the file goes on now, not when this function object goes.
     g->reset();
@@ -119,6 +121,11 @@ void lies(const Auftrag& auftrag) {
   if (*auftrag.aufgegeben) return;
   const std::optional<Schluessel> schluessel = stand(auftrag);
   if (!schluessel || ist_fertig(auftrag, *schluessel)) return;
+  {
+    const auto marke = inarbeit::versuche(auftrag.ort);
+    if (!marke || kennt_schon(auftrag, *schluessel)) return;
+  }
+  // Without the mark while it waits for room: whoever needs the file now makes its pixels himself.
   const bool gehalten = !auftrag.bytes.isNull();
   auto anteil = Rechenwerk::aktuell().gelesenes.warte(
       gehalten || !auftrag.masse ? 0 : schluessel->kennung.laenge, *auftrag.aufgegeben);
@@ -126,7 +133,7 @@ void lies(const Auftrag& auftrag) {
   auto marke = inarbeit::versuche(auftrag.ort);
   if (!marke) return;
   Gelesenes g{auftrag, *schluessel, auftrag.kopf, auftrag.bytes, std::move(*marke), std::move(*anteil)};
-  if (kennt_schon(auftrag, *schluessel) || (!gehalten && !lies_Datei(g))) return;
+  if (!gehalten && !lies_Datei(g)) return;
   if (auftrag.masse) rechne(std::move(g));
 }
 

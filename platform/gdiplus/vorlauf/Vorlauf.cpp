@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <utility>
+#include <vector>
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/Pfadkarte.h"
@@ -67,7 +68,7 @@ struct Vorlauf::Zustand {
   std::vector<Bestellt> bilder;
 };
 
-Vorlauf::Vorlauf() : zustand_(std::make_shared<Zustand>()) {}
+Vorlauf::Vorlauf() : zustand_(std::make_unique<Zustand>()) {}
 
 Vorlauf::~Vorlauf() {
   gib_auf();

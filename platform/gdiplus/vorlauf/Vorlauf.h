@@ -5,7 +5,6 @@
 #include <QString>
 #include <functional>
 #include <memory>
-#include <vector>
 
 #include "platform/basic/kvo_export.h"
 #include "platform/gdiplus/Bild.h"
@@ -48,7 +47,7 @@ class KVO_EXPORT Vorlauf {
 
  private:
   struct Zustand;
-  std::shared_ptr<Zustand> zustand_;
+  std::unique_ptr<Zustand> zustand_;
 };
 
 }  // namespace bildvorlauf

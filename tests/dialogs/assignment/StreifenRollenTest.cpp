@@ -3,6 +3,38 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Counts how often a thumbnail comes or goes.
+class Schauwache final : public QObject {
+ public:
+  Schauwache() { qApp->installEventFilter(this); }
+  bool eventFilter(QObject* objekt, QEvent* ereignis) override {
+    if (!objekt->objectName().startsWith(u"Pic_Thumb("_s)) return false;
+    gezeigt += ereignis->type() == QEvent::Show;
+    verborgen += ereignis->type() == QEvent::Hide;
+    return false;
+  }
+  int gezeigt = 0;
+  int verborgen = 0;
+};
+
+}  // namespace
+
+// The strip is built twice, and each building hides and shows.
+TEST_F(Streifen, AStepOfScrollingShowsEachThumbnailOnce) {
+  fuege_Bilder_ein(10);
+  zeige([&] {
+    ASSERT_EQ(form().Pic_Thumb.UBound(), 10);
+    const Schauwache wache;
+    klicke(form().SSC_Scroll_Right);
+    EXPECT_EQ(form().Pic_Thumb.UBound(), 9);
+    EXPECT_EQ(wache.verborgen, 10);
+    EXPECT_EQ(wache.gezeigt, 9);
+    for (int i = 1; i <= 9; ++i) EXPECT_TRUE(form().Pic_Thumb(i).isVisible()) << i;
+  });
+}
+
 TEST_F(Streifen, TheScrollButtonsAreEnabledTogetherWhenThePicturesNeedMoreRoom) {
   fuege_Bilder_ein(8);
   zeige([&] {

@@ -1,51 +1,27 @@
 // The strip and the large picture with and without pictures made ahead by other threads.
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <limits>
-#include <random>
 
 #include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/gdiplus/vorlauf/Rechenwerk.h"
 #include "platform/gdiplus/vorlauf/Vorlauf.h"
 #include "tests/dialogs/assignment/Streifentest.h"
+#include "tests/support/Kleinbilder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Grain, so that two ways of making a picture smaller can be told from each other.
-QByteArray koerniges_Foto(QSize groesse, unsigned saat) {
-  std::minstd_rand zufall(saat);
-  QImage bild(groesse, QImage::Format_RGB32);
-  for (int y = 0; y < groesse.height(); ++y)
-    for (int x = 0; x < groesse.width(); ++x) {
-      const auto korn = [&](int mitte) { return mitte + static_cast<int>(zufall() % 60); };
-      bild.setPixel(x, y, qRgb(korn(x * 180 / groesse.width()), korn(90), korn(y * 180 / groesse.height())));
-    }
-  QByteArray bytes;
-  QBuffer puffer(&bytes);
-  EXPECT_TRUE(bild.save(&puffer, "JPEG", 90));
-  return bytes;
-}
-
 class StreifenVoraus : public Streifen {
  protected:
-  StreifenVoraus() {
-    Bildspeicher::aktuell().leere();
-    Bildspeicher::aktuell().uhr([] { return std::numeric_limits<std::int64_t>::max(); });
-  }
-  ~StreifenVoraus() override {
-    bildvorlauf::an(true);
-    Bildspeicher::aktuell().uhr(nullptr);
-    Bildspeicher::aktuell().leere();
-  }
+  const Alte_Dateien alt_;
+
   void lege_Vorgang(int anzahl) {
     for (int i = 0; i < anzahl; ++i) {
       const QString name = u"foto%1"_s.arg(i, 2, 10, QChar(u'0'));
       fuege_Bild_ein(name, u"jpg"_s, false);
-      QByteArray inhalt =
-          koerniges_Foto(i % 4 == 1 ? QSize(700, 1000) : QSize(1200, 900), static_cast<unsigned>(i + 1));
+      QByteArray inhalt = koerniges_Foto(i % 4 == 1 ? QSize(700, 1000) : QSize(1200, 900), i + 1);
       if (i % 5 == 3) inhalt.truncate(inhalt.size() / 2);
       if (i % 7 == 5) inhalt.truncate(100);
       wurzel.schreibe(u"Belege/1/"_s + name + u".jpg"_s, inhalt);
@@ -83,6 +59,20 @@ TEST_F(StreifenVoraus, StripAndLargePictureArePixelForPixelThoseMadeWithoutIt) {
     ASSERT_EQ(mit.size(), ohne.size());
     for (qsizetype i = 0; i < ohne.size(); ++i) EXPECT_EQ(mit[i], ohne[i]) << i << ", round " << runde;
   }
+}
+
+TEST_F(StreifenVoraus, AfterARestartTheyAreShownFromTheDesktopsCache) {
+  lege_Vorgang(7);
+  const Testordner cache;
+  const Eigene_Ablage ablage(cache.pfad(QString()));
+  Miniaturablage::aktuell().an(false);
+  const QList<QImage> ohne = gemalt(true);
+  Miniaturablage::aktuell().an(true);
+  gemalt(true);
+  Rechenwerk::aktuell().warte();
+  const QList<QImage> mit = gemalt(true);
+  ASSERT_EQ(mit.size(), ohne.size());
+  for (qsizetype i = 0; i < ohne.size(); ++i) EXPECT_GE(psnr(mit[i], ohne[i]), 35) << i;
 }
 
 TEST_F(StreifenVoraus, OnlyWhatIsInSightIsMadeAhead) {

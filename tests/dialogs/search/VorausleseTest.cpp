@@ -8,24 +8,17 @@
 #include "platform/gdiplus/vorlauf/Rechenwerk.h"
 #include "platform/gdiplus/vorlauf/Vorlauf.h"
 #include "tests/dialogs/search/Suchtest.h"
+#include "tests/support/Kleinbilder.h"
 
 using namespace Qt::Literals::StringLiterals;
 using eingaben::klicke;
 
 namespace {
 
-/// Files count as old, so that their pixels are kept, and nothing is kept from before.
 class Vorauslese : public Suchtest {
  protected:
-  Vorauslese() {
-    Bildspeicher::aktuell().leere();
-    Bildspeicher::aktuell().uhr([] { return std::numeric_limits<std::int64_t>::max(); });
-  }
-  ~Vorauslese() override {
-    bildvorlauf::an(true);
-    Bildspeicher::aktuell().uhr(nullptr);
-    Bildspeicher::aktuell().leere();
-  }
+  const Alte_Dateien alt_;
+
   /// Photos, and between them what is broken, missing its body or no picture at all.
   void lege_Gemischtes() {
     const QByteArray foto = bild({900, 700}, Qt::darkCyan);
@@ -71,6 +64,28 @@ TEST_F(Vorauslese, TheListIsPixelForPixelTheOneThatIsReadWithoutIt) {
     ASSERT_EQ(std::get<0>(mit).size(), soll.size());
     for (qsizetype i = 0; i < soll.size(); ++i) EXPECT_EQ(std::get<0>(mit)[i], soll[i]) << i;
     EXPECT_EQ(std::get<1>(mit).size(), 41);
+  });
+}
+
+TEST_F(Vorauslese, AfterARestartTheListShowsTheSameFromTheDesktopsCacheAndReadsNoPhotoAnew) {
+  for (int i = 0; i < 6; ++i)
+    schreibe(u"foto%1.jpg"_s.arg(i), koerniges_Foto(i % 2 == 0 ? QSize(1200, 900) : QSize(1600, 700), i + 1));
+  lege_Gemischtes();
+  const Eigene_Ablage ablage(ordner.pfad(u"cache"_s));
+  zeige([&] {
+    Miniaturablage::aktuell().an(false);
+    const auto ohne = gelesen(true);
+    Miniaturablage::aktuell().an(true);
+    gelesen(true);
+    Rechenwerk::aktuell().warte();
+    // What is kept small now is all that there is of them.
+    for (int i = 0; i < 6; ++i) leere_aus(ordner.pfad(u"p/Bilder/foto%1.jpg"_s.arg(i)));
+    const auto mit = gelesen(true);
+    EXPECT_EQ(std::get<1>(mit), std::get<1>(ohne));
+    EXPECT_EQ(std::get<2>(mit), std::get<2>(ohne));
+    const auto& soll = std::get<0>(ohne);
+    ASSERT_EQ(std::get<0>(mit).size(), soll.size());
+    for (qsizetype i = 0; i < soll.size(); ++i) EXPECT_GE(psnr(std::get<0>(mit)[i], soll[i]), 35) << i;
   });
 }
 

@@ -220,7 +220,7 @@ class WirtAufraeumenGestoert : public WirtAufraeumen {
   /// Clears; `dabei` happens at the n-th text from then on, counted from 1.
   QStringList raeume_auf_und(int n, const std::function<void()>& dabei) {
     plane(n, dabei);
-    return aufraeumen_->fuehre_aus(liste_);
+    return aufraeumen_->fuehre_aus(liste_).geblieben;
   }
   Aufraeumliste liste_und(int n, const std::function<void()>& dabei) {
     plane(n, dabei);

@@ -1,3 +1,5 @@
+#include <QDir>
+#include <QFile>
 #include <QImage>
 
 #include "tests/host/kvobild/Kvobild.h"
@@ -74,4 +76,12 @@ TEST_F(KvobildThumbnail, WhatIsMissingOrDoesNotWorkIsAFailureWithWordsAndWithout
   EXPECT_EQ(rufe(u"9"_s, quelle, quelle), 4);
   EXPECT_EQ(ordner_.lies(u"q.bmp"_s), vorher);
   EXPECT_FALSE(ordner_.vorhanden(u"ziel ä.png"_s));
+}
+
+TEST_F(KvobildThumbnail, NothingIsLeftInTheUsersCache) {
+  const QString cache = QFile::decodeName(qgetenv("XDG_CACHE_HOME"));
+  ASSERT_TRUE(QDir(cache).exists());
+  zeichne(lege(u"gross.bmp"_s, {1640, 1120}));
+  EXPECT_FALSE(QDir(cache + u"/thumbnails"_s).exists());
+  EXPECT_FALSE(QDir(cache + u"/kvobildzuordnung"_s).exists());
 }

@@ -11,6 +11,7 @@
 #include <cstdlib>
 
 #include "platform/gdiplus/bild/Bildspeicher.h"
+#include "platform/gdiplus/miniatur/Miniaturablage.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -188,11 +189,14 @@ double psnr(const QImage& a, const QImage& b) {
 Bilder::Bilder() {
   Bildspeicher::aktuell().leere();
   Bildspeicher::aktuell().uhr(vorlagen::in_einer_Stunde);
+  // What an earlier test left there would be shown instead.
+  Miniaturablage::aktuell().an(false);
   EXPECT_EQ(gdiplus::GdiplusStartup(marke_, 1), gdiplus::Ok);
 }
 
 Bilder::~Bilder() {
   gdiplus::GdiplusShutdown(marke_);
+  Miniaturablage::aktuell().an(true);
   Bildspeicher::aktuell().uhr(nullptr);
   Bildspeicher::aktuell().leere();
 }

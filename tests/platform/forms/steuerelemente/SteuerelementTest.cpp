@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <utility>
+
 #include "platform/basic/Twips.h"
 #include "platform/forms/steuerelemente/Steuerelement.h"
 #include "platform/forms/steuerelemente/Textfelder.h"
@@ -10,6 +13,12 @@ namespace {
 class Kasten : public QWidget, public Steuerelement {
  public:
   explicit Kasten(QWidget* eltern) : QWidget(eltern), Steuerelement(*this, QStringLiteral("Kasten")) {}
+  int gezeigt = 0;
+  int verborgen = 0;
+
+ protected:
+  void showEvent(QShowEvent* /*ereignis*/) override { ++gezeigt; }
+  void hideEvent(QHideEvent* /*ereignis*/) override { ++verborgen; }
 };
 
 }  // namespace
@@ -110,4 +119,57 @@ TEST(Steuerelement, ATextFieldsColoursAreThoseOfItsPaperAndItsLetters) {
   EXPECT_EQ(feld.palette().color(QPalette::Base), QColor(255, 0, 0));
   EXPECT_EQ(feld.palette().color(QPalette::Text), QColor(0, 255, 0));
   EXPECT_EQ(feld.BackColor(), 0x0000FFu);
+}
+
+TEST(Sichtbarkeitspause, OnlyWhatWasSetLastReachesTheScreen) {
+  QWidget eltern;
+  Kasten bleibt(&eltern);
+  Kasten geht(&eltern);
+  eltern.show();
+  auto kommt = std::make_unique<Kasten>(&eltern);
+  {
+    const Sichtbarkeitspause pause;
+    for (const bool wert : {false, true}) bleibt.Visible(wert);
+    for (const bool wert : {true, false}) geht.Visible(wert);
+    for (const bool wert : {false, true, false, true}) kommt->Visible(wert);
+    EXPECT_TRUE(kommt->Visible());
+    EXPECT_FALSE(kommt->isVisible());
+    EXPECT_TRUE(geht.isVisible());
+  }
+  EXPECT_TRUE(kommt->isVisible());
+  EXPECT_FALSE(geht.isVisible());
+  EXPECT_EQ(std::pair(bleibt.gezeigt, bleibt.verborgen), std::pair(1, 0));
+  EXPECT_EQ(std::pair(geht.gezeigt, geht.verborgen), std::pair(1, 1));
+  EXPECT_EQ(std::pair(kommt->gezeigt, kommt->verborgen), std::pair(1, 0));
+  geht.Visible(true);
+  EXPECT_TRUE(geht.isVisible());
+}
+
+TEST(Sichtbarkeitspause, TheOuterOneOfTwoEndsIt) {
+  QWidget eltern;
+  Kasten kasten(&eltern);
+  eltern.show();
+  {
+    const Sichtbarkeitspause aussen;
+    {
+      const Sichtbarkeitspause innen;
+      kasten.Visible(false);
+    }
+    EXPECT_TRUE(kasten.isVisible());
+  }
+  EXPECT_FALSE(kasten.isVisible());
+}
+
+TEST(Sichtbarkeitspause, AControlMayGoMeanwhile) {
+  QWidget eltern;
+  Kasten bleibt(&eltern);
+  eltern.show();
+  {
+    const Sichtbarkeitspause pause;
+    auto geht = std::make_unique<Kasten>(&eltern);
+    geht->Visible(true);
+    bleibt.Visible(false);
+    geht.reset();
+  }
+  EXPECT_FALSE(bleibt.isVisible());
 }
