@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 #include "bench/Fotovorgang.h"
@@ -19,11 +20,13 @@
 #include "bench/Schalter.h"
 #include "bench/Suchliste.h"
 #include "bench/Zuordnungsdialog.h"
-#include "bench/freigabe/Freigabe.h"
+#include "bench/freigabe/Durchgang.h"
+#include "bench/freigabe/Zaehlerstand.h"
 #include "platform/files/Pfadkarte.h"
 #include "platform/forms/Fensterdienste.h"
 #include "platform/gdiplus/bild/Bildspeicher.h"
 #include "platform/host/KVOCore.h"
+#include "tests/support/Freigabe.h"
 
 using namespace Qt::Literals::StringLiterals;
 using messung::verlange;
@@ -103,11 +106,13 @@ int im_neuen_Prozess(int argc, char** argv) {
 
 std::optional<QTemporaryDir> ziel;
 std::optional<Freigabe> freigabe;
+std::optional<Einhaengung> eingehaengt;
 std::optional<Durchgang> durchgang;
 
 /// The mount above goes before the one below.
 void beende_alles() {
   durchgang.reset();
+  eingehaengt.reset();
   freigabe.reset();
   ziel.reset();
 }
@@ -117,7 +122,7 @@ const QStringList Wie_bisher{u"KVO_VORLAUF=aus"_s, u"KVO_ABLAGE=aus"_s};
 /// The looks of one new process of the program; the mount is new to it as well.
 Reihe lauf(const QString& was, int mikrosekunden, int male, const QStringList& umgebung = {}) {
   durchgang.emplace(ziel->path());
-  durchgang->starte(freigabe->ordner(), mikrosekunden);
+  durchgang->starte(eingehaengt->ordner(), mikrosekunden);
   const QList<double> zahlen =
       neustart::starte({was, ziel->path(), durchgang->zaehlerdatei(), QString::number(male)}, umgebung);
   durchgang.reset();
@@ -214,10 +219,15 @@ int main(int argc, char** argv) {
   const int runden = argc > 2 ? std::atoi(argv[2]) : 3;
   fotovorgang::mache(fotos);
   messung::vor_dem_Ende = beende_alles;
-  ziel.emplace();
-  freigabe.emplace();
-  freigabe->starte(fotos + u"/streifen"_s);
-  for (const int mikrosekunden : {0, 5'000}) miss_mit(mikrosekunden, runden, bytes_der_Fotos(fotos));
+  Dienst::unterbrochen = [] { return neustart::unterbrochen != 0; };
+  try {
+    ziel.emplace();
+    freigabe.emplace(fotos + u"/streifen"_s, Freigabe::Art::NurLesen);
+    eingehaengt.emplace(*freigabe, true);
+    for (const int mikrosekunden : {0, 5'000}) miss_mit(mikrosekunden, runden, bytes_der_Fotos(fotos));
+  } catch (const std::runtime_error& grund) {
+    verlange(false, grund.what());
+  }
   beende_alles();
   return messung::urteil();
 }

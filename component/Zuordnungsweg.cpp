@@ -15,6 +15,7 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
+#include "store/Bilddatei.h"
 #include "store/Felder.h"
 #include "store/Sammlungszugriff.h"
 
@@ -52,6 +53,21 @@ std::vector<const clsBilderSpeicher*> fehlende(clsBildZuordnungen& bilder, const
     if (!weg::ablage::ist_da(wurzel, *bilder.AktBildObj)) liste.push_back(bilder.AktBildObj.get());
   }
   return liste;
+}
+
+/// Takes the rows out that lead above the picture root, and notes each.
+void entnimm_Ausserhalb(clsBildZuordnungen& bilder, Zuordnungsweg::Ergebnis& ergebnis) {
+  for (std::int32_t i = bilder.AnzahlPos() - 1; i >= 0; --i) {
+    bilder.AktInd(i);
+    const std::shared_ptr<clsBilderSpeicher> satz = bilder.AktBildObj;
+    if (Bilddatei::liegt_unter_Wurzel(*satz)) continue;
+    ergebnis.bilder.push_back({Bilddatei::von(*satz).datei(), Zuordnungsweg::Verbleib::Unveraendert,
+        u"Der Ordner „%1“ liegt nicht unter der Bildablage. Dort wird nichts geöffnet, und die Zuordnung bleibt, wie "
+        u"sie "
+        "ist."_s.arg(satz->Bild_Pfad)});
+    ++ergebnis.ausserhalb;
+    Sammlungszugriff::entnimm(bilder, satz.get());
+  }
 }
 
 }  // namespace
@@ -143,6 +159,7 @@ Zuordnungsweg::Ergebnis Zuordnungsweg::gehe(const Vorgang& vorgang, bool nur_Anz
     MsgBox(lesung.grund, Knoepfe::OK, Symbol::Kritisch, weg::meldung::titel());
     return ergebnis;
   }
+  entnimm_Ausserhalb(*lesung.bilder, ergebnis);
   const auto fehlten = fehlende(*lesung.bilder, wurzel_);
   if (!darf_oeffnen(lesung.bilder->AnzahlPos(), static_cast<std::int32_t>(fehlten.size()), nur_Anzeige))
     return ergebnis;

@@ -72,6 +72,9 @@ class KVO_EXPORT Zuordnungsweg {
     int nicht_geschrieben = 0;
     /// Rows of which nobody can tell.
     int ungewiss = 0;
+    /// Rows whose folder leads out of the picture root. The dialog does not get them, since it would open what stands
+    /// there or mark them for removal; they stay as they are, and each has its note.
+    int ausserhalb = 0;
     /// Every picture that something was to be done with or is to be said of, in the dialog's order.
     std::vector<Bild> bilder;
 

@@ -26,7 +26,10 @@ QString geschriebene(const Zuordnungsweg::Ergebnis& ergebnis) {
 
 QString Zuordnungsweg::Ergebnis::text() const {
   if (!geoeffnet) return u"Der Dialog wurde nicht geöffnet; nichts ist geschrieben."_s;
-  if (nur_Anzeige) return u"Nur angezeigt; nichts ist geschrieben."_s;
+  const QString draussen = ausserhalb == 0
+      ? QString()
+      : u" Außerhalb der Bildablage und darum nicht geöffnet: %1."_s.arg(zahl(ausserhalb, u"Bild"_s, u"Bilder"_s));
+  if (nur_Anzeige) return u"Nur angezeigt; nichts ist geschrieben."_s + draussen;
   QStringList saetze;
   if (geschrieben() > 0) saetze.append(geschriebene(*this));
   if (nicht_geschrieben > 0)
@@ -37,5 +40,5 @@ QString Zuordnungsweg::Ergebnis::text() const {
   if (saetze.isEmpty()) saetze.append(u"Nichts geändert."_s);
   if (geschrieben() > 0 && !geprueft) saetze.append(u"Nicht nachgeprüft."_s);
   if (dialog_gescheitert) saetze.append(u"Der Dialog endete mit einem Fehler."_s);
-  return saetze.join(u' ');
+  return saetze.join(u' ') + draussen;
 }

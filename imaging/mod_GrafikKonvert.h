@@ -44,9 +44,9 @@ bool Fkt_GetEncoderClsid(const QString& mime_type, gdiplus::CLSID& clsid);
 /// target are two files. The module doesn't look at the file type: a picture of another format comes out as JPEG too.
 bool Fkt_JpgTransform(const QString& quelle, const QString& ziel, std::int32_t transform);
 
-/// Turns a JPEG file in its place, between start and end of a session: the transform into a file of the same name with
-/// "_" in front, then the exchange (see Ersatzdatei). At each moment the name stands for the whole old picture or the
-/// whole new one, and a file of the user's that begins with "_" is not touched.
+/// Turns a JPEG file in its place, between start and end of a session: the transform into a file beside it, then the
+/// exchange (see Ersatzdatei). At each moment the name stands for the whole old picture or the whole new one. The file
+/// beside it has no name, or a hidden one, so that nothing that is left of it can pass for a picture.
 ///
 /// False when the transform fails, after the messages of its statuses; the caller then tells that the turning failed.
 /// That is so for a sound picture of another format too, without a message of a status: it would be JPEG bytes under a

@@ -16,9 +16,9 @@ readonly PAKETE_BAU=(
 )
 # What the tests need besides.
 readonly PAKETE_TEST=(libgtest-dev libgmock-dev librapidcheck-dev clang-format xvfb xauth x11-xkb-utils xkb-data openbox libx11-dev libxtst-dev
-  python3 poppler-utils qpdf freetds-bin libh2-java default-jre-headless)
+  python3 openssl poppler-utils qpdf freetds-bin libh2-java default-jre-headless)
 # What the checks of a change need besides.
-readonly PAKETE_CI=(git clang clang-tidy)
+readonly PAKETE_CI=(git clang clang-tidy samba smbnetfs fuse3)
 
 melde() { printf '== %s\n' "$*" >&2; }
 

@@ -2,6 +2,7 @@
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
+#include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -26,7 +27,8 @@ QStringList Bildbaum::Files(const QString& ordner) {
 }
 
 bool Bildbaum::FileExists(const QString& ordner, const QString& name) {
-  return FileSystemObject().FileExists(pfad_von(ordner, name));
+  // A text must not go because the share that holds its picture can't be asked.
+  return !dateien::fehlt_gewiss(pfad_von(ordner, name));
 }
 
 bool Bildbaum::ist_leer(const QString& ordner) {
@@ -55,7 +57,7 @@ QStringList Gedachter_Bildbaum::Files(const QString& ordner) {
 
 bool Gedachter_Bildbaum::FileExists(const QString& ordner, const QString& name) {
   const QString pfad = pfad_von(ordner, name);
-  if (!FileSystemObject().FileExists(pfad)) return false;
+  if (!Bildbaum::FileExists(ordner, name)) return false;
   if (!weg_.contains(Pfadkarte::aktuell().maschinenpfad(pfad))) return true;
   // Without it, the name would lead to one that differs from it in case.
   return uebrige_.value(text::UCase(name)) > 0 || uebrige_.value(text::UCase(ohne_Punkte_am_Ende(name))) > 0;

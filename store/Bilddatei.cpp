@@ -15,7 +15,33 @@ QString Anfang(const QString& text, qsizetype anzahl) {
   return text.left(std::max<qsizetype>(halb ? anzahl - 1 : anzahl, 0));
 }
 
+bool ist_Trenner(QChar zeichen) {
+  return zeichen == u'\\' || zeichen == u'/';
+}
+
+/// "..", also with what a share drops at a name's end.
+bool fuehrt_hinauf(QStringView ebene) {
+  const QStringView name = felder::ohne_Fuellung(ebene);
+  return name.size() >= 2 && name.count(u'.') == name.size();
+}
+
+bool bleibt_unten(const QString& ordner) {
+  if (ordner.startsWith(u'\\') || ordner.startsWith(u'/')) return false;
+  if (ordner.size() > 1 && ordner[1] == u':') return false;
+  int tiefe = 0;
+  for (const QString& ebene : QString(ordner).replace(u'/', u'\\').split(u'\\', Qt::SkipEmptyParts)) {
+    if (ebene != "."_L1) tiefe += fuehrt_hinauf(ebene) ? -1 : 1;
+    if (tiefe < 0) return false;
+  }
+  return true;
+}
+
 }  // namespace
+
+bool Bilddatei::liegt_unter_Wurzel(const clsBilderSpeicher& satz) {
+  const QString datei = von(satz).datei();
+  return bleibt_unten(satz.Bild_Pfad) && std::none_of(datei.begin(), datei.end(), ist_Trenner);
+}
 
 Bilddatei Bilddatei::von(const clsBilderSpeicher& satz, const QString& wurzel) {
   return {satz.Bild_Bildname, satz.Bild_BildExt, wurzel + u'\\' + satz.Bild_Pfad};

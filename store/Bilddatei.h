@@ -21,6 +21,10 @@ struct KVO_EXPORT Bilddatei {
   /// The file of a record below the picture root.
   static Bilddatei von(const clsBilderSpeicher& satz, const QString& wurzel = {});
 
+  /// Put behind the root, the record's folder and name stay below it. Another program may have stored a folder that
+  /// leads above it ("..\\.."), or that names a drive, a share or a root of its own.
+  static bool liegt_unter_Wurzel(const clsBilderSpeicher& satz);
+
   QString datei() const { return name + u'.' + ext; }
   /// Name of the text file: no dot between name and extension.
   QString textdatei() const { return name + ext + QStringLiteral(".txt"); }

@@ -1,4 +1,5 @@
 #include "platform/basic/Fehlerbehandlung.h"
+#include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "store/Bildbaum.h"
 #include "store/Bilddatei.h"
@@ -53,6 +54,8 @@ Variant clsBildZuordnungen::raeume_auf(const QString& pAbPfad, const QString& pB
 void clsBildZuordnungen::Loesche_Ordner_Ohne_Zuordnung(
     const QString& pPfad, const QString& pBasisBildPfad, Bildbaum& baum) {
   fehler::Weiter weiter;
+  // A picture whose only content is left under a hidden name has its own again before anybody looks for it.
+  weiter([&] { dateien::raeume_Reste(pPfad); });
   weiter([&] { loesche_Bilder_ohne_Zuordnung(pPfad, pBasisBildPfad, baum); });
   weiter([&] { loesche_Texte_ohne_Bild(pPfad, baum); });
   bool leer = false;

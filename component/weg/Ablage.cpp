@@ -23,7 +23,7 @@ std::optional<QString> versuche(Anweisung&& anweisung) {
 namespace weg::ablage {
 
 bool ist_da(const QString& wurzel, const clsBilderSpeicher& satz) {
-  return FileSystemObject().FileExists(Bilddatei::von(satz, wurzel).pfad());
+  return Bilddatei::liegt_unter_Wurzel(satz) && FileSystemObject().FileExists(Bilddatei::von(satz, wurzel).pfad());
 }
 
 std::optional<QString> kopiere(const QString& wurzel, const QString& quelle, const clsBilderSpeicher& satz) {

@@ -36,8 +36,13 @@ Berichtsbild bild_von(clsBildZuordnungen& store, const QString& wurzel, const Be
   const Bilddatei datei = Bilddatei::von(*store.AktBildObj, wurzel);
   Berichtsbild bild{datei.ordner, datei.datei(), store.Bild_DruckGesamteSeite(), store.Bild_NeueSeite(),
       store.Bild_AlsAnhang(), store.Bild_Beschreibung(), {}, {}, {}, {}};
-  ladung.miss(bild);
-  if (wahl.mit_Info) bild.info = info_von(store, datei);
+  const bool unten = Bilddatei::liegt_unter_Wurzel(*store.AktBildObj);
+  // Nothing is looked at out of the root; a report shows such a picture as missing.
+  if (unten)
+    ladung.miss(bild);
+  else
+    bild.grund = u"Die Datei fehlt."_s;
+  if (wahl.mit_Info && unten) bild.info = info_von(store, datei);
   QStringList klein;
   if (wahl.mit_Dateiname) klein.append(bild.datei);
   if (wahl.mit_Aufnahmedatum && bild.grund.isEmpty()) klein.append(aufnahmedatum(datei.pfad()));

@@ -16,8 +16,11 @@ struct Gegenstelle {
   QString benutzer;
   /// Whether this connection is encrypted; none where the database does not tell.
   std::optional<bool> verschluesselt;
-  /// The same in words, with the reason where it is not known.
+  /// The same in words, with what is checked of the certificate, or with the reason where it is not known.
   QString verschluesselung;
+  /// What the driver checks of the server's certificate, for scripts: "geprueft", "ohne_namen", "nicht_geprueft"; empty
+  /// where nothing is encrypted or nobody knows.
+  QString zertifikat;
 };
 
 /// Asks an open connection, to a file or to a server (see Datenbankart). Raises what the connection raises; a right

@@ -23,6 +23,7 @@
 #include "host/fenster/Vorgangsansicht.h"
 #include "platform/host/KVOCore.h"
 #include "platform/host/Oberflaeche.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -41,9 +42,9 @@ QList<Vorschaubild> vorschaubilder(clsBildZuordnungen& store, const QString& wur
   QList<Vorschaubild> bilder;
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
-    Vorschaubild bild{
-        store.Bild_Pfad(), store.Bild_Bildname() + u'.' + store.Bild_BildExt(), store.Bild_Beschreibung(), false};
-    bild.fehlt = !store.Fkt_FileExists(wurzel + u'\\' + bild.ordner + u'\\' + bild.datei);
+    Vorschaubild bild{store.Bild_Pfad(), store.Bild_Bildname() + u'.' + store.Bild_BildExt(), store.Bild_Beschreibung(),
+        false, !Bilddatei::liegt_unter_Wurzel(*store.AktBildObj)};
+    bild.fehlt = bild.ausserhalb || !store.Fkt_FileExists(wurzel + u'\\' + bild.ordner + u'\\' + bild.datei);
     bilder.append(bild);
   }
   return bilder;

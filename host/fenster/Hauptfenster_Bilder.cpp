@@ -82,8 +82,8 @@ void Hauptfenster::zeige_Exif() {
   const Vorschaubild* bild = ansicht_->lst_Bilder->gewaehltes();
   if (!bild) return melde(u"Exif: Wählen Sie zuerst ein Bild des Vorgangs aus."_s);
   const QString pfad = platz_.wurzel() + u'\\' + bild->ordner + u'\\' + bild->datei;
-  // The reader would make a missing file.
-  if (!FileSystemObject().FileExists(pfad)) {
+  // The reader would make a missing file; what a row names out of the root counts as missing.
+  if (bild->ausserhalb || !FileSystemObject().FileExists(pfad)) {
     MsgBox(u"Die Datei „%1\\%2“ fehlt in der Bildablage."_s.arg(bild->ordner, bild->datei), Knoepfe::OK,
         Symbol::Ausrufezeichen, Titel);
     return;

@@ -5,6 +5,7 @@
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Hochkomma.h"
 #include "host/betrieb/vorgang/Bildsammlung.h"
+#include "host/betrieb/vorgang/Wurzelgrenze.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Vorgangsansicht.h"
 #include "platform/host/Oberflaeche.h"
@@ -64,6 +65,7 @@ void Hauptfenster::zeige_AlleZuordnungen() {
     clsBildZuordnungen& store = *sammlung;
     if (!waehle_Bild(store, bild))
       throw Abbruch(Ausgang::Datenbank, u"Das Bild ist dem Vorgang nicht mehr zugeordnet."_s);
+    wurzelgrenze::pruefe_Bild(*platz_.verbindung(), store.Bild_Bildname(), store.Bild_BildExt());
     bool eigene = false;
     clsDialoge().Fkt_Aufruf_Dialog_AlleZuordnungen(platz_.anwendungsobjekt(), platz_.wurzel(),
         vorgang::bildordner(vorgang), store.Bild_Key1(), store.Bild_Key2(), store.Bild_Key3(), store.Bild_Key4(),
@@ -93,6 +95,7 @@ void Hauptfenster::zeige_WeitereZuordnungen() {
   const QScopedValueRollback offen(dialog_offen_, true);
   try {
     const auto sammlung = lies_zum_Bearbeiten(platz_, vorgang);
+    wurzelgrenze::pruefe_Zeilen(*sammlung);
     clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(platz_.anwendungsobjekt(), sammlung, platz_.wurzel(),
         vorgang::bildordner(vorgang), vorgang.satz.key1, vorgang.satz.key2, vorgang.satz.key3, vorgang.satz.key4,
         vorgang.satz.typ1, vorgang.satz.typ2, sammlung->cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang));

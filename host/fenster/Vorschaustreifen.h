@@ -13,8 +13,9 @@ struct Vorschaubild {
   QString ordner;
   QString datei;
   QString beschreibung;
-  /// The file is not there.
+  /// The file is not there, or its row leads out of the picture root, where nobody looks.
   bool fehlt = false;
+  bool ausserhalb = false;
 };
 
 /// The pictures of a record as small previews with their texts, side by side and in as many lines as they need. A

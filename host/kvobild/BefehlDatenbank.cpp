@@ -66,7 +66,8 @@ void zeige(const Gegenstelle& stelle, bool als_Json) {
     ausgabe::json({{u"art"_s, u"verbindung"_s}, {u"server"_s, stelle.server}, {u"version"_s, stelle.version},
         {u"datenbank"_s, stelle.datenbank}, {u"benutzer"_s, stelle.benutzer},
         {u"verschluesselt"_s, stelle.verschluesselt ? QJsonValue(*stelle.verschluesselt) : QJsonValue()},
-        {u"verschluesselung"_s, stelle.verschluesselung}});
+        {u"verschluesselung"_s, stelle.verschluesselung},
+        {u"zertifikat"_s, stelle.zertifikat.isEmpty() ? QJsonValue() : QJsonValue(stelle.zertifikat)}});
     return;
   }
   zeile(u"Erreicht"_s, stelle.server);

@@ -7,6 +7,7 @@
 #include "host/kvobild/Befehlssitzung.h"
 #include "host/kvobild/Druckangaben.h"
 #include "platform/basic/Text.h"
+#include "store/Bilddatei.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,6 +26,7 @@ struct Ablage {
 
 Ablage ablage_von(Befehlssitzung& sitzung, const QString& wurzel) {
   clsBildZuordnungen& store = sitzung.store();
+  if (!Bilddatei::liegt_unter_Wurzel(*store.AktBildObj)) return {};
   const QString ordner = im_Ordner(wurzel, store.Bild_Pfad()) + u'\\';
   const namen::Bilddatei bild = sitzung.aktuelles_Bild();
   Ablage ablage{store.Fkt_FileExists(ordner + bild.datei()), store.Fkt_FileExists(ordner + bild.textdatei()), {}};

@@ -39,6 +39,10 @@ std::int32_t Connection::State() const noexcept {
   return treiber_ && treiber_->ist_offen() ? adStateOpen : adStateClosed;
 }
 
+Leitungsschutz Connection::Schutz() const noexcept {
+  return State() == adStateOpen ? treiber_->leitungsschutz() : Leitungsschutz();
+}
+
 void Connection::Open(
     const QString& verbindungszeichenfolge, const QString& benutzer, const QString& kennwort, std::int32_t options) {
   Q_UNUSED(options);

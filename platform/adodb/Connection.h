@@ -34,6 +34,8 @@ class KVO_EXPORT Connection {
   void CursorLocation(std::int32_t wert) noexcept { cursor_Ort_ = wert; }
   /// adStateOpen or adStateClosed.
   std::int32_t State() const noexcept;
+  /// What the driver knows of the open connection's encryption; nothing is known of a closed one.
+  Leitungsschutz Schutz() const noexcept;
 
   /// Opens the database of the connect string. A non-empty first argument replaces ConnectionString; user and password
   /// that are not empty replace those of the connect string. `options` is accepted and not looked at.

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/adodb/Leitungsschutz.h"
 #include "platform/adodb/Werte.h"
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/kvo_export.h"
@@ -48,6 +49,9 @@ class KVO_EXPORT Treiber {
   /// Closes it; harmless when it is closed.
   virtual void schliesse() noexcept = 0;
   virtual bool ist_offen() const noexcept = 0;
+  /// What is known of the open connection's encryption without asking the database. A driver that does not override it
+  /// knows nothing.
+  virtual Leitungsschutz leitungsschutz() const noexcept { return {}; }
   /// Runs one statement text to its end and reads all its rows.
   virtual Ergebnis fuehre_aus(const QString& text) = 0;
   /// The same with a value for each of the text's markers "?", in their order; no value ever becomes a part of the

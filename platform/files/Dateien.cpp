@@ -15,11 +15,14 @@
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
+#include "platform/files/Beiname.h"
 #include "platform/files/Binaerdatei.h"
 #include "platform/files/Pfadkarte.h"
+#include "platform/files/Reste.h"
 #include "platform/files/Schreiben.h"
 #include "platform/files/Stand.h"
 #include "platform/files/Systemfehler.h"
+#include "platform/files/Umbenennen.h"
 #include "platform/files/Verzeichnis.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -85,17 +88,6 @@ void schreibe_an_Ort(const QByteArray& ort, const QByteArray& bytes) {
   datei.schliesse();
 }
 
-/// What a file has that this user makes.
-struct stat einer_neuen() {
-  struct stat info {};
-  const mode_t maske = ::umask(0);
-  ::umask(maske);
-  info.st_mode = 0666 & ~maske;
-  info.st_uid = static_cast<uid_t>(-1);
-  info.st_gid = static_cast<gid_t>(-1);
-  return info;
-}
-
 }  // namespace
 
 namespace dateien {
@@ -142,7 +134,8 @@ QByteArray lies_Anfang(const QString& pfad, qsizetype hoechstens) {
   QByteArray inhalt(std::min<qsizetype>(datei.laenge(), hoechstens), Qt::Uninitialized);
   const auto gelesen =
       datei.lies(0, std::as_writable_bytes(std::span(inhalt.data(), static_cast<std::size_t>(inhalt.size()))));
-  inhalt.truncate(static_cast<qsizetype>(gelesen));
+  // A share that breaks off in the middle must not pass for a shorter file.
+  if (gelesen < static_cast<std::size_t>(inhalt.size())) throw Laufzeitfehler(fehlernummer::EinAusgabeFehler);
   return inhalt;
 }
 
@@ -160,16 +153,29 @@ void schreibe_alles(const QString& pfad, const QByteArray& bytes) {
     return schreibe_an_Ort(ort, bytes);
   }
   neu->schreibe(bytes);
-  neu->uebernimm(vorhanden ? info : einer_neuen(), false);
   neu->vollende(true);
 }
 
 void schreibe_neu(const QString& pfad, const QByteArray& bytes, const QString& vorbild) {
-  const struct stat muster = vorbild.isEmpty() ? einer_neuen() : stand_von(vorbild).info;
   schreiben::Nebendatei neu(ort_von(pfad));
   neu.schreibe(bytes);
-  neu.uebernimm(muster, !vorbild.isEmpty());
+  if (!vorbild.isEmpty()) neu.setze_Zeit(stand_von(vorbild).info);
   neu.vollende(false);
+}
+
+QString verborgener_Name(const QString& pfad) {
+  const qsizetype name = std::max(pfad.lastIndexOf(u'\\'), pfad.lastIndexOf(u'/')) + 1;
+  reste::raeume_gelegentlich(umbenennen::ordner_von(ort_von(pfad)));
+  return pfad.left(name) + QString::fromUtf8(beiname::bilde(pfad.mid(name).toUtf8(), beiname::Stufe::Entsteht));
+}
+
+void raeume_Reste(const QString& ordner) {
+  reste::raeume(ort_von(ordner));
+}
+
+bool fehlt_gewiss(const QString& pfad) {
+  const stand::Stand s = stand::von(pfad);
+  return s.ist_Ordner() || (!s.vorhanden() && !systemfehler::ist_Ausfall(s.fehler));
 }
 
 Kennung kennung(const QString& pfad) {

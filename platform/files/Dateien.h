@@ -28,20 +28,34 @@ KVO_EXPORT std::int64_t FileLen(const QString& pfad);
 /// The path is a folder. Raises 53 when there is nothing of that path.
 bool ist_Ordner(const QString& pfad);
 
-/// The whole content. Raises 53 when missing, 75 for a folder, 70 without read right.
+/// The whole content. Raises 53 when missing, 75 for a folder, 70 without read right, 57 where less came than the file
+/// holds.
 KVO_EXPORT QByteArray lies_alles(const QString& pfad);
 
 /// At most that many bytes from the start; failures as of lies_alles.
 KVO_EXPORT QByteArray lies_Anfang(const QString& pfad, qsizetype hoechstens);
 
-/// Replaces the whole content, or makes the file. A read-only file raises 75, a full disk 61, a missing folder 76; in
-/// every failure the former content stays, wherever the folder takes a second file beside it.
+/// Replaces the whole content, or makes the file. Owner, group, rights and extended attributes stay, as far as this
+/// user and the file system may. A read-only file raises 75, a full disk 61, a missing folder 76; in every failure the
+/// former content stays, wherever the folder takes a second file beside it.
 KVO_EXPORT void schreibe_alles(const QString& pfad, const QByteArray& bytes);
 
-/// Makes a file; never replaces (58). It has its name only when it is complete. Owner (as far as this user may), rights
-/// and time stamp are those of the file `vorbild`, or a new file's own where that is empty. Failures of schreibe_alles,
-/// and 53 where `vorbild` is missing.
+/// Makes a file; never replaces (58). It has its name only when it is complete. Owner, group and rights are those that
+/// the folder gives to new files; the time stamp is that of the file `vorbild`, where one is named and the file system
+/// takes it. Failures of schreibe_alles, and 53 where `vorbild` is missing.
 KVO_EXPORT void schreibe_neu(const QString& pfad, const QByteArray& bytes, const QString& vorbild = {});
+
+/// A path beside a file, under a name that no list of this system shows, for a program that writes the file in a way of
+/// its own and then renames it. What is left under that name, or under it and an ending, when this process has ended
+/// goes with the next write into the folder.
+KVO_EXPORT QString verborgener_Name(const QString& pfad);
+
+/// Takes away what processes that ended in the middle of a write left in a folder. Silent; raises only what the path
+/// map does.
+void raeume_Reste(const QString& ordner);
+
+/// There is no file of that path. False also where a disk or share that fails can't tell.
+bool fehlt_gewiss(const QString& pfad);
 
 /// What tells one state of a file from another: device, inode, length and the times of the last changes, in nanoseconds
 /// since 1970.

@@ -10,9 +10,11 @@
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/Pfadkarte.h"
+#include "platform/files/Reste.h"
 #include "platform/files/Schreiben.h"
 #include "platform/files/Stand.h"
 #include "platform/files/Systemfehler.h"
+#include "platform/files/Umbenennen.h"
 #include "platform/files/Verzeichnis.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -32,6 +34,7 @@ std::optional<struct stat> stand_am_Ort(const QByteArray& ort) {
 /// State of a file that is to be copied, moved or deleted; anything that is no file counts as missing.
 struct stat stand_der_Datei(const QByteArray& ort) {
   const auto info = stand_am_Ort(ort);
+  if (!info && systemfehler::ist_Ausfall(errno)) systemfehler::wirf(errno);
   if (!info || S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::DateiNichtGefunden);
   return *info;
 }
@@ -71,7 +74,7 @@ void kopiere(const QByteArray& quelle, const struct stat& stand_der_Quelle, cons
       systemfehler::pruefe(::open(quelle.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)));
   schreiben::Nebendatei kopie(ziel);
   kopie.kopiere_von(lesend.wert());
-  kopie.uebernimm(stand_der_Quelle, true);
+  kopie.setze_Zeit(stand_der_Quelle);
   kopie.vollende(ersetzen);
 }
 
@@ -127,14 +130,16 @@ void FileSystemObject::CopyFile(const QString& quelle, const QString& ziel, bool
 
 void FileSystemObject::MoveFile(const QString& quelle, const QString& ziel) const {
   const QByteArray von = ort_von(quelle);
+  reste::raeume_gelegentlich(umbenennen::ordner_von(von));
   const struct stat stand_der_Quelle = stand_der_Datei(von);
   const QString neuer_Pfad = zieldatei(quelle, ziel);
   const QByteArray nach = Pfadkarte::aktuell().maschinenpfad_neu(neuer_Pfad);
   const QByteArray im_Weg = ort_von(neuer_Pfad);
   struct stat info {};
-  const bool andere_Schreibung = im_Weg == von && nach != von;
+  const bool andere_Schreibung = (im_Weg == von && nach != von) || umbenennen::ist_andere_Schreibung(von, nach);
+  reste::raeume_gelegentlich(umbenennen::ordner_von(nach));
   if (!andere_Schreibung && ::lstat(im_Weg.constData(), &info) == 0) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
-  if (schreiben::benenne_um(von, nach)) return;
+  if (umbenennen::benenne_um(von, nach)) return;
   kopiere(von, stand_der_Quelle, nach, false);
   if (::unlink(von.constData()) == 0) return;
   const int grund = errno;
@@ -149,7 +154,7 @@ void FileSystemObject::MoveFolder(const QString& quelle, const QString& ziel) co
   const QByteArray nach = Pfadkarte::aktuell().maschinenpfad_neu(ziel);
   struct stat im_Weg {};
   if (::lstat(ort_von(ziel).constData(), &im_Weg) == 0) throw Laufzeitfehler(fehlernummer::DateiVorhanden);
-  if (!schreiben::benenne_um(von, nach)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+  if (!umbenennen::benenne_um(von, nach)) throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
 }
 
 void FileSystemObject::DeleteFile(const QString& pfad, bool auch_schreibgeschuetzte) const {
@@ -166,6 +171,7 @@ void FileSystemObject::DeleteFolder(const QString& pfad, bool auch_schreibgeschu
   if (!info || !S_ISDIR(info->st_mode)) throw Laufzeitfehler(fehlernummer::PfadNichtGefunden);
   if (!auch_schreibgeschuetzte && systemfehler::schreibgeschuetzt(info->st_mode))
     throw Laufzeitfehler(fehlernummer::ZugriffVerweigert);
+  reste::raeume(ort);
   systemfehler::pruefe(::rmdir(ort.constData()));
 }
 

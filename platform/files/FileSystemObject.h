@@ -16,7 +16,7 @@ class KVO_EXPORT Folder {
   /// Names of the folders, likewise. Linked folders are not among them.
   QStringList SubFolders() const;
   /// Number of everything in the folder, also of what the two lists leave out: linked folders, sockets, names that no
-  /// path of the table can mean.
+  /// path of the table can mean; not what a process that ended in the middle of a write left.
   std::int64_t Anzahl_Eintraege() const;
 
  private:
@@ -41,8 +41,10 @@ class KVO_EXPORT FileSystemObject {
   QString BuildPath(const QString& pfad, const QString& name) const;
 
   /// Copies one file. `ziel` is a file, or, when it ends in a separator, an existing folder that gets the source's
-  /// name. The copy is written beside the target and takes its name when it is complete; it keeps the time stamp and
-  /// the rights. An existing target without `ueberschreiben` raises 58; a read-only target 70.
+  /// name. The copy is written beside the target and takes its name when it is complete. It keeps the time stamp where
+  /// the file system takes it. A new file has the rights that its folder gives, never those of the source; one that
+  /// takes another's place keeps that one's. An existing target without `ueberschreiben` raises 58; a read-only
+  /// target 70.
   void CopyFile(const QString& quelle, const QString& ziel, bool ueberschreiben = true) const;
   /// Renames or moves one file; never replaces (58), but the same file under another case of its name is renamed. A
   /// folder as source raises 53. Across file systems it copies, then deletes.

@@ -31,10 +31,18 @@ constexpr std::pair<int, std::int32_t> Nummern[] = {
     {ENOMEM, fehlernummer::SpeicherErschoepft},
 };
 
+std::int32_t nummer(int fehler) noexcept {
+  return nachgeschlagen(Nummern, fehler, fehlernummer::EinAusgabeFehler);
+}
+
 }  // namespace
 
 void wirf(int fehler) {
-  throw Laufzeitfehler(nachgeschlagen(Nummern, fehler, fehlernummer::EinAusgabeFehler));
+  throw Laufzeitfehler(nummer(fehler));
+}
+
+bool ist_Ausfall(int fehler) noexcept {
+  return nummer(fehler) == fehlernummer::EinAusgabeFehler;
 }
 
 template <class Ergebnis>

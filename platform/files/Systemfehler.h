@@ -9,6 +9,9 @@ namespace systemfehler {
 /// Raises the failure that stands for an errno value. A missing name raises 53, a missing or wrong level above it 76.
 [[noreturn]] void wirf(int fehler);
 
+/// The disk or the share fails (57): a look that ended so tells nothing about what is there.
+bool ist_Ausfall(int fehler) noexcept;
+
 /// Raises wirf(errno) when a system call said -1.
 template <class Ergebnis>
 Ergebnis pruefe(Ergebnis ergebnis);

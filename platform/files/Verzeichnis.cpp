@@ -1,6 +1,5 @@
 #include "platform/files/Verzeichnis.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <mntent.h>
 #include <poll.h>
@@ -21,14 +20,14 @@
 
 #include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Text.h"
+#include "platform/files/Beiname.h"
+#include "platform/files/Reste.h"
 #include "platform/files/Systemfehler.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace verzeichnis {
-namespace {
 
-/// Calls `nimm` with each entry but "." and ".."; false when the folder can't be opened.
 bool gehe_durch(const QByteArray& ordner, const std::function<void(int verzeichnis, const dirent& eintrag)>& nimm) {
   const std::unique_ptr<DIR, int (*)(DIR*)> dir(::opendir(ordner.constData()), &::closedir);
   if (!dir) return false;
@@ -41,6 +40,8 @@ bool gehe_durch(const QByteArray& ordner, const std::function<void(int verzeichn
   if (errno != 0) systemfehler::wirf(errno);
   return true;
 }
+
+namespace {
 
 std::optional<QString> lesbarer_Name(const char* bytes) {
   QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
@@ -118,11 +119,26 @@ bool hole_nach_vorn(Namenslisten& listen, const QByteArray& ordner, const struct
 
 QStringList liste(const QByteArray& ordner, Art art) {
   QStringList namen;
-  const bool offen = gehe_durch(ordner, [&](int verzeichnis, const dirent& eintrag) {
-    if (!ist_von_Art(verzeichnis, eintrag, art)) return;
-    if (auto name = lesbarer_Name(eintrag.d_name)) namen.append(*std::move(name));
-  });
-  if (!offen) wirf_nicht_lesbar();
+  bool mit_Platzhalter = false;
+  const auto lies = [&] {
+    return gehe_durch(ordner, [&](int verzeichnis, const dirent& eintrag) {
+      const char* const bytes = static_cast<const char*>(eintrag.d_name);
+      if (const auto beiname = beiname::lies(bytes)) {
+        mit_Platzhalter = mit_Platzhalter ||
+            (beiname->stufe == beiname::Stufe::Platzhalter && beiname::ist_verlassen(*beiname, verzeichnis, bytes));
+        return;
+      }
+      if (!ist_von_Art(verzeichnis, eintrag, art)) return;
+      if (auto name = lesbarer_Name(bytes)) namen.append(*std::move(name));
+    });
+  };
+  if (!lies()) wirf_nicht_lesbar();
+  if (mit_Platzhalter) {
+    // An empty file of nobody's must not pass for a picture.
+    reste::raeume(ordner);
+    namen.clear();
+    lies();
+  }
   std::sort(namen.begin(), namen.end(), [](const QString& a, const QString& b) {
     const int ordnung = a.compare(b, Qt::CaseInsensitive);
     return ordnung != 0 ? ordnung < 0 : a < b;
@@ -132,7 +148,12 @@ QStringList liste(const QByteArray& ordner, Art art) {
 
 std::int64_t anzahl(const QByteArray& ordner) {
   std::int64_t anzahl = 0;
-  if (!gehe_durch(ordner, [&](int, const dirent&) { ++anzahl; })) wirf_nicht_lesbar();
+  const bool offen = gehe_durch(ordner, [&](int verzeichnis, const dirent& eintrag) {
+    const char* const name = static_cast<const char*>(eintrag.d_name);
+    const auto beiname = beiname::lies(name);
+    if (!beiname || !beiname::ist_verlassen(*beiname, verzeichnis, name)) ++anzahl;
+  });
+  if (!offen) wirf_nicht_lesbar();
   return anzahl;
 }
 

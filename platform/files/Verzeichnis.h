@@ -1,23 +1,31 @@
 #pragma once
 
+#include <dirent.h>
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 /// Listings of folders of this machine, for the files of this folder only.
 namespace verzeichnis {
 
+/// Calls `nimm` with each entry but "." and ".."; false when the folder can't be opened.
+bool gehe_durch(const QByteArray& ordner, const std::function<void(int verzeichnis, const dirent& eintrag)>& nimm);
+
 enum class Art { Dateien, Ordner };
 
 /// Names of the regular files (links to such count), or of the folders (links do not count), in the order of their
 /// names without regard to case. Names that hold a backslash or are no UTF-8 are left out: no path of the table can
-/// mean them. A folder that can't be read raises 76 or 70.
+/// mean them. So are the hidden names of contents that do not have theirs yet. A folder that can't be read raises 76
+/// or 70.
 QStringList liste(const QByteArray& ordner, Art art);
 
-/// Number of all entries of a folder but "." and "..". A folder that can't be read raises 76 or 70.
+/// Number of all entries of a folder but "." and "..", and but what a dead process left (see reste). A folder that
+/// can't be read raises 76 or 70.
 std::int64_t anzahl(const QByteArray& ordner);
 
 /// The entry of a folder that is the name without regard to case, as the folder spells it. The names of the

@@ -109,3 +109,29 @@ TEST_F(WegDialog, AMissingRootAndAReadThatFailsAreToldAndNothingOpens) {
       {u"Die Zuordnungen sind nicht zu lesen: "_s + Verweigert, u"Bildzuordnung"_s, Symbol::Kritisch, Knoepfe::OK});
   EXPECT_FALSE(Zuordnungsweg(std::make_shared<Betrieb>(db), u"P:"_s, nie).gehe(vorgang()).geoeffnet);
 }
+
+TEST_F(WegDialog, RowsThatLeadOutOfTheRootAreNotGivenToTheDialogAndStay) {
+  gespeichert(u"a"_s, 0);
+  for (const QString& ordner : {u"..\\draussen"_s, u"\\Belege\\1"_s, u"C:\\Belege"_s, u"\\\\server\\freigabe"_s})
+    db.fuehre_aus(
+        u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, Beschreibung, "
+        u"Druckkennzeichen, GrafikAnbNr, Grafik_Ursprung, SortIndex) "
+        u"Values ('AB','1','-','-','fremd','jpg','BEL','-','%1','T','0001',NULL,'-',9)"_s.arg(ordner));
+  gespeichert(u"b"_s, 1);
+  const QStringList vorher = zeilen();
+  int gezeigte = 0;
+  const Ergebnis ergebnis = gehe([&](clsBildZuordnungen& bilder) {
+    gezeigte = bilder.AnzahlPos();
+    aendere(bilder, 0, u"neu"_s);
+    lege_Spur(bilder);
+  });
+  EXPECT_EQ(gezeigte, 2);
+  EXPECT_EQ(ergebnis.ausserhalb, 4);
+  EXPECT_EQ(ergebnis.geaendert, 1);
+  EXPECT_TRUE(ergebnis.vollstaendig());
+  EXPECT_TRUE(ergebnis.text().endsWith(u"Außerhalb der Bildablage und darum nicht geöffnet: 4 Bilder."_s))
+      << ergebnis.text().toStdString();
+  QStringList nachher = vorher;
+  nachher.replaceInStrings(u"a|Belege\\1|T|0"_s, u"a|Belege\\1|neu|0"_s);
+  EXPECT_EQ(zeilen(), nachher);
+}

@@ -11,11 +11,13 @@
 #include <QBuffer>
 #include <QDir>
 #include <QImage>
+#include <QList>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
 
 #include "imaging/mod_GrafikKonvert.h"
+#include "platform/files/Dateien.h"
 #include "platform/gdiplus/jpeg/Jpegdrehung.h"
 #include "tests/support/Doppel.h"
 #include "tests/support/Fehler.h"
@@ -27,12 +29,12 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 struct Antworten {
-  long platz = -1;       ///< bytes that may still be written; -1 without a bound
-  int beim_Anlegen = 0;  ///< errno of making a file, 0 for none
-  int beim_Umbenennen = 0;
-  int beim_Loeschen = 0;
-  bool ohne_namenlose = false;  ///< a file system that holds no file without a name
-  int noch_Aufrufe = -1;        ///< the process ends at that call that changes anything; -1 for never
+  long platz = -1;               ///< bytes that may still be written; -1 without a bound
+  int beim_Anlegen = 0;          ///< errno of making a file, 0 for none
+  QList<int> beim_Umbenennen{};  ///< errno of the next renames, 0 for none
+  bool ohne_namenlose = false;   ///< a file system that holds no file without a name
+  bool ohne_Ersetzen = false;    ///< one that renames to free names only
+  int noch_Aufrufe = -1;         ///< the process ends at that call that changes anything; -1 for never
 };
 Antworten antworten;
 
@@ -68,13 +70,6 @@ int open(const char* name, int art, ...) {
   return oeffne(name, art, rechte);
 }
 
-int mkostemp(char* muster, int art) {
-  static int nummer = 0;
-  const QByteArray ende = QByteArray::number(100'000 + nummer++ % 900'000);
-  std::copy(ende.begin(), ende.end(), muster + qstrlen(muster) - 6);
-  return oeffne(muster, O_RDWR | O_CREAT | O_EXCL | art, 0600);
-}
-
 ssize_t write(int deskriptor, const void* puffer, std::size_t anzahl) {
   if (deskriptor <= 2) return ::syscall(SYS_write, deskriptor, puffer, anzahl);
   zaehle();
@@ -96,13 +91,14 @@ int linkat(int von_Ordner, const char* von, int nach_Ordner, const char* nach, i
 
 int rename(const char* von, const char* nach) noexcept {
   zaehle();
-  if (scheitert(antworten.beim_Umbenennen)) return antworten.beim_Umbenennen = 0, -1;
+  if (!antworten.beim_Umbenennen.isEmpty() && scheitert(antworten.beim_Umbenennen.takeFirst())) return -1;
+  struct stat info {};
+  if (antworten.ohne_Ersetzen && ::lstat(nach, &info) == 0) return errno = EEXIST, -1;
   return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, von, AT_FDCWD, nach, 0));
 }
 
 int unlink(const char* name) noexcept {
   zaehle();
-  if (scheitert(antworten.beim_Loeschen)) return antworten.beim_Loeschen = 0, -1;
   return static_cast<int>(::syscall(SYS_unlinkat, AT_FDCWD, name, 0));
 }
 
@@ -186,34 +182,37 @@ TEST_F(DrehenPlatte, AShareThatVanishesEndsInAMessageAndLeavesTheSource) {
     antworten = {};
     bleibt_allein();
   }
-  antworten.beim_Umbenennen = ESTALE;
+  antworten.beim_Umbenennen = {ESTALE};
   EXPECT_EQ(Fehlernummer_von([&] { Fkt_Bild_Drehen(bild, 13); }), 57) << "gone between writing and the exchange";
   bleibt_allein();
 }
 
 TEST_F(DrehenPlatte, ASwapThatFailsIsReportedAndLeavesNothingBehind) {
   for (const auto& [fehler, nummer] : {std::pair{EPERM, 70}, std::pair{EBUSY, 70}, std::pair{EIO, 57}}) {
-    antworten.beim_Umbenennen = fehler;
+    antworten.beim_Umbenennen = {fehler};
     EXPECT_EQ(Fehlernummer_von([&] { Fkt_Bild_Drehen(bild, 13); }), nummer);
     bleibt_allein();
   }
 }
 
-TEST_F(DrehenPlatte, WithoutAReplacingRenameTheOldFileIsDeletedFirst) {
-  antworten.beim_Umbenennen = EEXIST;
-  EXPECT_TRUE(Fkt_Bild_Drehen(bild, 13));
-  EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
-  EXPECT_EQ(ordner.lies(u"a.jpg"_s), neu);
+TEST_F(DrehenPlatte, WithoutAReplacingRenameTheOldFileStepsAsideAndThenGoes) {
+  for (const bool ohne_namenlose : {false, true}) {
+    ordner.schreibe(u"a.jpg"_s, jpg);
+    antworten = {.ohne_namenlose = ohne_namenlose, .ohne_Ersetzen = true};
+    EXPECT_TRUE(Fkt_Bild_Drehen(bild, 13));
+    EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
+    EXPECT_EQ(ordner.lies(u"a.jpg"_s), neu);
+  }
 }
 
-TEST_F(DrehenPlatte, WhereThatDeletionThenFailsTheNewContentNeverTakesTheName) {
-  antworten.beim_Umbenennen = EEXIST;
-  antworten.beim_Loeschen = EACCES;
+TEST_F(DrehenPlatte, WhereTheNewContentThenCannotTakeTheNameTheOldOneComesBack) {
+  antworten.beim_Umbenennen = {EEXIST, 0, EACCES};
   EXPECT_EQ(Fehlernummer_von([&] { Fkt_Bild_Drehen(bild, 13); }), 70);
+  EXPECT_TRUE(antworten.beim_Umbenennen.isEmpty());
   bleibt_allein();
 }
 
-TEST_F(DrehenPlatte, WithoutUnnamedFilesTheNewContentBearsTheUnderscoreFromTheStart) {
+TEST_F(DrehenPlatte, WithoutUnnamedFilesNothingStandsBesideThePictureAfterwardsEither) {
   antworten.ohne_namenlose = true;
   ordner.schreibe(u"_a.jpg"_s, "von jemandem");
   EXPECT_TRUE(Fkt_Bild_Drehen(bild, 13));
@@ -222,31 +221,42 @@ TEST_F(DrehenPlatte, WithoutUnnamedFilesTheNewContentBearsTheUnderscoreFromTheSt
   EXPECT_EQ(ordner.lies(u"a.jpg"_s), neu);
 }
 
+/// What a process left that ended before its call number `tote`; false when it came through.
+bool stirbt(const QString& bild, const Antworten& wie, int tote) {
+  const pid_t kind = ::fork();
+  EXPECT_GE(kind, 0);
+  if (kind == 0) {
+    antworten = wie;
+    antworten.noch_Aufrufe = tote;
+    ::_exit(Fkt_Bild_Drehen(bild, 13) ? 0 : 1);
+  }
+  int ende = 0;
+  EXPECT_EQ(::waitpid(kind, &ende, 0), kind);
+  EXPECT_TRUE(WIFEXITED(ende));
+  const bool gestorben = WEXITSTATUS(ende) == 7;
+  EXPECT_EQ(WEXITSTATUS(ende), gestorben ? 7 : 0);
+  return gestorben;
+}
+
 // One process for each call that changes anything on the disk; it ends right before that call.
-TEST_F(DrehenPlatte, BeforeEveryCallToTheDiskThePictureIsWhole) {
-  for (const bool ohne_namenlose : {false, true}) {
+TEST_F(DrehenPlatte, BeforeEveryCallToTheDiskThePictureIsWholeAndNoRestPassesForOne) {
+  for (const Antworten& wie : {Antworten{}, Antworten{.ohne_namenlose = true}, Antworten{.ohne_Ersetzen = true},
+           Antworten{.ohne_namenlose = true, .ohne_Ersetzen = true}}) {
     int tote = 0;
     for (bool gestorben = true; gestorben; ++tote) {
       ordner.schreibe(u"a.jpg"_s, jpg);
       ordner.schreibe(u"_a.jpg"_s, "von jemandem");
-      const pid_t kind = ::fork();
-      ASSERT_GE(kind, 0);
-      if (kind == 0) {
-        antworten = {.ohne_namenlose = ohne_namenlose, .noch_Aufrufe = tote};
-        ::_exit(Fkt_Bild_Drehen(bild, 13) ? 0 : 1);
+      gestorben = stirbt(bild, wie, tote);
+      for (const QString& name : inhalt())
+        EXPECT_TRUE(name.startsWith(u".kvo-"_s) || name == u"_a.jpg"_s || name == u"a.jpg"_s) << name.toStdString();
+      if (!wie.ohne_Ersetzen) {
+        EXPECT_TRUE(ordner.vorhanden(u"a.jpg"_s)) << tote;
       }
-      int ende = 0;
-      ASSERT_EQ(::waitpid(kind, &ende, 0), kind);
-      ASSERT_TRUE(WIFEXITED(ende));
-      gestorben = WEXITSTATUS(ende) == 7;
-      ASSERT_EQ(WEXITSTATUS(ende), gestorben ? 7 : 0);
-      EXPECT_EQ(ordner.lies(u"a.jpg"_s), gestorben ? jpg : neu) << tote;
+      dateien::raeume_Reste(ordner.pfad());
+      EXPECT_EQ(inhalt(), (QStringList{u"_a.jpg"_s, u"a.jpg"_s})) << tote;
+      const QByteArray bytes = ordner.lies(u"a.jpg"_s);
+      EXPECT_TRUE(bytes == neu || (gestorben && bytes == jpg)) << tote;
       EXPECT_EQ(ordner.lies(u"_a.jpg"_s), "von jemandem") << tote;
-      // Where a file can be without a name, only the whole new content ever has one.
-      if (!ohne_namenlose && ordner.vorhanden(u"__a.jpg"_s)) {
-        EXPECT_EQ(ordner.lies(u"__a.jpg"_s), neu);
-      }
-      QFile::remove(ordner.pfad(u"__a.jpg"_s));
     }
     EXPECT_GE(tote, 5) << "open, write, fsync, link or not, rename";
   }

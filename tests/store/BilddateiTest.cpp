@@ -90,3 +90,22 @@ TEST(Bilddatei, ADrucktextIsCutSoThatItFitsWithItsQuotesDoubled) {
   EXPECT_EQ(Bilddatei::passender_Drucktext(QString(249, u'x') + u'\''), QString(249, u'x'));
   EXPECT_EQ(Bilddatei::passender_Drucktext(QString(249, u'x') + Emoji), QString(249, u'x'));
 }
+
+TEST(Bilddatei, ARowThatLeadsOutOfTheRootIsKnownByItsFolderAndItsName) {
+  const auto unten = [](const QString& ordner, const QString& name = u"foto"_s, const QString& ext = u"jpg"_s) {
+    clsBilderSpeicher satz;
+    satz.Bild_Pfad = ordner;
+    satz.Bild_Bildname = name;
+    satz.Bild_BildExt = ext;
+    return Bilddatei::liegt_unter_Wurzel(satz);
+  };
+  for (const QString& ordner : {u""_s, u"Belege"_s, u"Belege\\24-1001"_s, u"Belege/24"_s, u"a\\..\\b"_s, u"a\\.\\b"_s,
+           u"a\\\\b"_s, u"..a"_s, u"a.."_s, u"Straße 3. OG\\1"_s})
+    EXPECT_TRUE(unten(ordner)) << ordner.toStdString();
+  for (const QString& ordner : {u".."_s, u"..\\.."_s, u"../.."_s, u"a\\..\\.."_s, u"a/../..\\b"_s, u".. \\b"_s,
+           u"..."_s, u"\\Belege"_s, u"/Belege"_s, u"\\\\server\\freigabe"_s, u"C:\\Belege"_s, u"P:"_s, u"c:Belege"_s})
+    EXPECT_FALSE(unten(ordner)) << ordner.toStdString();
+  EXPECT_FALSE(unten(u"Belege"_s, u"..\\..\\foto"_s));
+  EXPECT_FALSE(unten(u"Belege"_s, u"../foto"_s));
+  EXPECT_FALSE(unten(u"Belege"_s, u"foto"_s, u"jpg\\..\\..\\x"_s));
+}

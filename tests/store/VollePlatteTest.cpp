@@ -182,7 +182,7 @@ TEST_F(UnwilligesDateisystem, AMoveAcrossFileSystemsThatCannotDeleteItsSourceLea
   EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
 }
 
-TEST_F(UnwilligesDateisystem, WithoutACallThatNeverReplacesARenameLooksFirst) {
+TEST_F(UnwilligesDateisystem, WithoutACallThatNeverReplacesARenameStillNeverReplaces) {
   wurzel.schreibe(u"a.jpg"_s, "1");
   wurzel.schreibe(u"b.jpg"_s, "2");
   beim_Umbenennen = {EINVAL, 1};

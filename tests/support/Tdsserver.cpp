@@ -10,6 +10,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStandardPaths>
+#include <algorithm>
+#include <iterator>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -106,4 +108,36 @@ QList<QJsonArray> Tdsserver::gebundene() {
   for (const auto eintrag : protokoll())
     if (eintrag["gebunden"_L1].isArray()) werte.append(eintrag["gebunden"_L1].toArray());
   return werte;
+}
+
+QString Tdsserver::mache_Zertifikate(const QString& ordner) {
+  if (QStandardPaths::findExecutable(u"openssl"_s).isEmpty()) return u"openssl is missing"_s;
+  QProcess macher;
+  macher.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  macher.start(u"python3"_s, {QStringLiteral(KVO_QUELLORDNER "/tests/tds/zertifikate.py"), ordner});
+  macher.waitForFinished();
+  return macher.exitCode() == 0 ? QString() : u"openssl made no certificates"_s;
+}
+
+Tdsserver::Mitschnitt Tdsserver::mitschnitt() {
+  Mitschnitt alle;
+  for (const auto leitung : QJsonDocument::fromJson(steuere(u"mitschnitt"_s).toUtf8()).array()) {
+    alle.ein += QByteArray::fromHex(leitung["ein"_L1].toString().toLatin1());
+    alle.aus += QByteArray::fromHex(leitung["aus"_L1].toString().toLatin1());
+  }
+  return alle;
+}
+
+/// As 8-bit or 16-bit characters, or as the protocol writes a password: the halves of each byte swapped, then changed
+/// by A5.
+bool Tdsserver::Mitschnitt::enthaelt(const QString& text) const {
+  const QByteArray weit(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+  QByteArray verwirrt = weit;
+  for (char& zeichen : verwirrt) {
+    const auto byte = static_cast<unsigned char>(zeichen);
+    zeichen = static_cast<char>(((byte << 4 | byte >> 4) & 0xFF) ^ 0xA5);
+  }
+  const QByteArray formen[] = {weit, verwirrt, text.toUtf8(), text.toLatin1()};
+  return std::any_of(std::begin(formen), std::end(formen),
+      [&](const QByteArray& form) { return ein.contains(form) || aus.contains(form); });
 }

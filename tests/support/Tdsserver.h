@@ -32,6 +32,17 @@ class Tdsserver {
   /// The values of each statement that came with some.
   QList<QJsonArray> gebundene();
 
+  /// Makes the certificates of tests/tds/zertifikate.py in a folder; why not, or nothing.
+  static QString mache_Zertifikate(const QString& ordner);
+  /// The bytes of all links since `steuere("mitschnitt-leeren")`, as they crossed the wire; the server was begun with
+  /// "--mitschnitt".
+  struct Mitschnitt {
+    QByteArray ein;
+    QByteArray aus;
+    bool enthaelt(const QString& text) const;
+  };
+  Mitschnitt mitschnitt();
+
  private:
   QJsonArray protokoll();
 

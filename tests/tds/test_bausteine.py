@@ -12,7 +12,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-from tdsserver import anfragen, antworten, pakete, typen  # noqa: E402
+from tdsserver import anfragen, antworten, pakete, tls, typen  # noqa: E402
 from tdsserver.anfragen import Parameter, Prozeduraufruf  # noqa: E402
 from tdsserver.auftraege import Auftraege, Auftragsfehler, Eingriff  # noqa: E402
 from tdsserver.antwortbau import Antwortbau  # noqa: E402
@@ -80,6 +80,20 @@ class PaketeTest(unittest.TestCase):
                 self.assertRaises(fehler, pakete.Paketleitung(rechts).lies_nachricht)
 
 
+class TlsTest(unittest.TestCase):
+    def test_die_absprache_ist_die_des_protokolls(self) -> None:
+        wuensche = (tls.MOEGLICH, tls.AN, tls.NICHT_UNTERSTUETZT)
+        self.assertEqual([(tls.NICHT_UNTERSTUETZT, tls.Umfang.NICHTS)] * 3,
+                         [(a.antwort, a.umfang) for a in map(tls.Tlswahl().verabrede, wuensche)])  # fmt: skip
+        self.assertEqual(tls.Umfang.ABBRUCH, tls.Tlswahl().verabrede(77).umfang)
+
+    def test_ohne_zertifikat_und_mit_unbekannter_stufe_wird_nichts_verschluesselt(self) -> None:
+        wahl = tls.Tlswahl()
+        self.assertRaises(ValueError, wahl.setze, "immer")
+        self.assertRaises(ValueError, wahl.setze, "vielleicht")
+        self.assertEqual(tls.Umfang.NICHTS, wahl.verabrede(tls.AN).umfang)
+
+
 class AnfragenTest(unittest.TestCase):
     def test_kennwort_wird_entwirrt(self) -> None:
         roh = verschluessele("Kenn}wort;ä€😀")
@@ -88,7 +102,7 @@ class AnfragenTest(unittest.TestCase):
 
     def test_voranmeldung_hin_und_her(self) -> None:
         felder = anfragen.lies_voranmeldung(anfragen.antwort_auf_voranmeldung())
-        self.assertEqual(bytes([anfragen.OHNE_VERSCHLUESSELUNG]), felder["verschluesselung"])
+        self.assertEqual(bytes([tls.NICHT_UNTERSTUETZT]), felder["verschluesselung"])
         self.assertEqual(6, len(felder["version"]))
         self.assertRaises(pakete.Protokollfehler, anfragen.lies_voranmeldung, b"\0\0\1\0\5")
 

@@ -61,9 +61,11 @@ std::vector<Ausgabebild> ausgabebilder::waehle(
     const QString nummer = u"%1"_s.arg(bilder.size() + 1, stellen, 10, QChar(u'0'));
     const Bilddatei datei = Bilddatei::von(*store.AktBildObj, wurzel);
     const QString ordner = store.Bild_Pfad();
-    Ausgabebild bild{ordner.isEmpty() ? datei.datei() : ordner + u'\\' + datei.datei(), datei.pfad(),
-        name_im_Ziel(nummer, datei.datei()), {}, {}};
-    if (wahl.texte) bild.text = zusammengesetzt(store.Bild_Beschreibung(), infotext(store, datei));
+    // Out of the root nothing is read: such a picture is a missing one.
+    const bool unten = Bilddatei::liegt_unter_Wurzel(*store.AktBildObj);
+    Ausgabebild bild{ordner.isEmpty() ? datei.datei() : ordner + u'\\' + datei.datei(),
+        unten ? datei.pfad() : QString(), name_im_Ziel(nummer, datei.datei()), {}, {}};
+    if (wahl.texte) bild.text = zusammengesetzt(store.Bild_Beschreibung(), unten ? infotext(store, datei) : QString());
     const bool ist_Text = datei.ext.compare(u"txt"_s, Qt::CaseInsensitive) == 0;
     if (!bild.text.isEmpty()) bild.textname = name_im_Ziel(nummer, ist_Text ? datei.datei() : datei.name) + u".txt"_s;
     bilder.push_back(std::move(bild));

@@ -18,7 +18,7 @@ struct Ausgabewahl {
 struct Ausgabebild {
   /// As the user knows it: its folder below the picture root and its name.
   QString genannt;
-  /// Paths of the table.
+  /// Path of the table; empty where the row leads out of the picture root.
   QString quelle;
   /// Name in the target, as "01_Bad.jpg".
   QString name;

@@ -191,17 +191,6 @@ void streiche_Ausgelassene(const QString& ort, const std::vector<Inhalt>& inhalt
   if (!archiv.schliesse(fehler)) throw nicht_zu_schreiben(ort, fehler);
 }
 
-/// A free name beside the file that is to be.
-QString name_daneben(const QString& datei) {
-  const qsizetype name = datei.lastIndexOf(u'\\') + 1;
-  const FileSystemObject dateien;
-  QString daneben = datei;
-  do {
-    daneben.insert(name, u'_');
-  } while (dateien.FileExists(daneben) || dateien.FolderExists(daneben));
-  return daneben;
-}
-
 }  // namespace
 
 Zipziel::Zipziel(QString datei) : datei_(std::move(datei)) {}
@@ -221,7 +210,7 @@ void Zipziel::pruefe() const {
 }
 
 void Zipziel::schreibe(const std::vector<Ausgabebild>& bilder, Bildleser& leser) {
-  daneben_ = name_daneben(datei_);
+  daneben_ = dateien::verborgener_Name(datei_);
   std::vector<Inhalt> inhalte = inhalte_von(bilder, leser);
   Archiv archiv(daneben_, ZIP_CREATE | ZIP_EXCL);
   for (Inhalt& inhalt : inhalte)

@@ -7,7 +7,8 @@
 #include "host/bericht/ausgabe/Ausgabebild.h"
 #include "host/bericht/ausgabe/Bildleser.h"
 
-/// A ZIP file that takes pictures. It is written beside its name and gets it when it is whole; nothing is replaced.
+/// A ZIP file that takes pictures. It is written beside its name, under a hidden one, and gets it when it is whole;
+/// nothing is replaced.
 class Zipziel {
  public:
   /// A path of the table. Nothing is touched yet.

@@ -9,6 +9,7 @@
 Inhaltsvergleich::Inhaltsvergleich(clsBildZuordnungen& store, const QString& wurzel) {
   for (std::int32_t i = 0; i < store.AnzahlPos(); ++i) {
     store.AktInd(i);
+    if (!Bilddatei::liegt_unter_Wurzel(*store.AktBildObj)) continue;
     const QString pfad = Bilddatei::von(*store.AktBildObj, wurzel).pfad();
     gelingt([&] { ungelesene_[dateien::kennung(pfad).laenge].append(pfad); });
   }

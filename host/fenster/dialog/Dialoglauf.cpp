@@ -6,6 +6,7 @@
 #include "dialogs/assignment/clsDialoge.h"
 #include "host/betrieb/Hochkomma.h"
 #include "host/betrieb/Namen.h"
+#include "host/betrieb/vorgang/Wurzelgrenze.h"
 #include "host/fenster/Anmeldefenster.h"
 #include "host/fenster/dialog/Bildschirm.h"
 #include "platform/basic/Text.h"
@@ -101,6 +102,7 @@ Dialogantwort Dialoglauf::alle_Zuordnungen() {
   clsBildZuordnungen& store = *sammlung;
   if (!waehle_Bild(store, auftrag_.bild))
     throw Abbruch(Ausgang::Teilweise, u"Das Bild „%1“ ist dem Vorgang nicht zugeordnet."_s.arg(auftrag_.bild));
+  wurzelgrenze::pruefe_Bild(*platz_.verbindung(), store.Bild_Bildname(), store.Bild_BildExt());
   const QString datei = store.Bild_Bildname() + u'.' + store.Bild_BildExt();
   bool eigene = false;
   Dialogantwort antwort =
@@ -127,6 +129,7 @@ Dialogantwort Dialoglauf::weitere() {
   oeffne_Datenbank();
   verlange_Wurzel(u"Ohne sie ist nichts zuzuordnen."_s);
   const auto sammlung = lies_zum_Bearbeiten();
+  wurzelgrenze::pruefe_Zeilen(*sammlung);
   const Zuordnungsweg::Vorgang& vorgang = auftrag_.vorgang;
   return gezeigt(clsDialoge().Fkt_Aufruf_Dialog_WeitereZuordnungen(platz_.anwendungsobjekt(), sammlung, platz_.wurzel(),
                      vorgang.Bildpfad, vorgang.Key1, vorgang.Key2, vorgang.Key3, vorgang.Key4, vorgang.Typ1,

@@ -5,6 +5,7 @@
 
 #include "host/betrieb/befehl/Ausgabe.h"
 #include "platform/files/FileSystemObject.h"
+#include "store/Bilddatei.h"
 #include "store/Felder.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -31,6 +32,53 @@ Befund leere_Teile(adodb::Connection& verbindung) {
       u"Zeilen mit einem leeren Teil des Schlüssels (statt „-“): %1. Eine Änderung kann sie verfehlen, und wer eine "
       u"davon "
       "löscht, löscht vielleicht auch andere."_s.arg(befund.anzahl);
+  return befund;
+}
+
+/// The texts of a row that a statement can't carry: all but the description, whose apostrophes it doubles.
+Befund mit_Hochkomma(adodb::Connection& verbindung) {
+  QStringList bedingungen;
+  for (const felder::Feld& feld : felder::Texte)
+    if (feld.besonderes != felder::Besonderheit::Verdoppelt)
+      bedingungen.append(u"REPLACE(%1, '''', '') <> %1"_s.arg(feld.Spalte));
+  const QStringList spalten = Identitaet + QStringList{u"BildPfad"_s};
+  Befund befund = befund::lies(verbindung, u"zeile_hochkomma"_s, spalten,
+      u"SELECT TOP %1 %2, COUNT(*) OVER () AS Anzahl FROM Bild_Zuordnungen WHERE %3 ORDER BY %4"_s.arg(
+          QString::number(befund::Genannte_Zeilen), spalten.join(u", "_s), bedingungen.join(u" OR "_s),
+          Identitaet.join(u", "_s)));
+  befund.text =
+      u"Zeilen mit einem Hochkomma: %1. Die Programme ändern und entfernen nichts, wovon sie betroffen wären."_s.arg(
+          befund.anzahl);
+  return befund;
+}
+
+bool liegt_unter_Wurzel(const adodb::Recordset& zeile) {
+  clsBilderSpeicher satz;
+  satz.Bild_Bildname = zeile.Text(6);
+  satz.Bild_BildExt = zeile.Text(7);
+  satz.Bild_Pfad = zeile.Text(8);
+  return Bilddatei::liegt_unter_Wurzel(satz);
+}
+
+/// The database gives all that could lead out; the rule itself is the program's.
+Befund ausserhalb(adodb::Connection& verbindung) {
+  const QStringList spalten = Identitaet + QStringList{u"BildPfad"_s};
+  Befund befund;
+  befund.kennung = u"bild_ausserhalb"_s;
+  const auto satz = verbindung.Execute(
+      u"SELECT %1 FROM Bild_Zuordnungen WHERE SUBSTRING(BildPfad, 1, 1) IN ('\\', '/') OR SUBSTRING(BildPfad, 2, 1) = "
+      u"':' "
+      "OR REPLACE(BildPfad, '..', '') <> BildPfad OR REPLACE(REPLACE(Bildname, '\\', ''), '/', '') <> Bildname "
+      "OR REPLACE(REPLACE(BildExt, '\\', ''), '/', '') <> BildExt ORDER BY %2"_s.arg(
+          spalten.join(u", "_s), Identitaet.join(u", "_s)));
+  for (; !satz->Eof(); satz->MoveNext()) {
+    if (liegt_unter_Wurzel(*satz)) continue;
+    ++befund.anzahl;
+    if (befund.anzahl <= befund::Genannte_Zeilen) befund.zeilen.append(befund::als_Objekt(*satz, spalten));
+  }
+  befund.text =
+      u"Zeilen, deren Ordner die Bildablage verlässt: %1. Ihre Bilder gelten als fehlend; dort wird nichts geöffnet."_s
+          .arg(befund.anzahl);
   return befund;
 }
 
@@ -82,7 +130,8 @@ Befund fehlende_Bilder(adodb::Connection& verbindung, const QString& wurzel) {
   ausgabe::Fortschritt balken(u"Zeilen"_s);
   for (std::size_t zeile = 0; !satz->Eof(); satz->MoveNext()) {
     balken.zeige(zeile++, static_cast<std::size_t>(satz->RecordCount()));
-    if (suche.ist_da(satz->Text(8), satz->Text(6) + u'.' + satz->Text(7))) continue;
+    // Those that lead out of the root are a finding of their own; nothing is looked for there.
+    if (!liegt_unter_Wurzel(*satz) || suche.ist_da(satz->Text(8), satz->Text(6) + u'.' + satz->Text(7))) continue;
     ++befund.anzahl;
     if (befund.anzahl <= befund::Genannte_Zeilen) befund.zeilen.append(befund::als_Objekt(*satz, spalten));
   }
@@ -100,6 +149,8 @@ Datenlage pruefe_Daten(adodb::Connection& verbindung, const std::optional<QStrin
   };
   nimm(leere_Teile(verbindung));
   nimm(doppelte(verbindung));
+  nimm(mit_Hochkomma(verbindung));
+  nimm(ausserhalb(verbindung));
   if (wurzel) nimm(fehlende_Bilder(verbindung, *wurzel));
   return lage;
 }

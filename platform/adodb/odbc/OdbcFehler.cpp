@@ -90,8 +90,12 @@ QString umstand(const QList<OdbcMeldung>& fehler, const OdbcVersuch& versuch) {
   if (ist_Zeit_um(fehler))
     return u"der Server"_s + Verbindungszeichenfolge::genannt(versuch.ziel) +
         u" hat in %1 Sekunden nicht geantwortet: "_s.arg(versuch.zeitgrenze);
+  // FreeTDS has the same words for all of these.
   return u"der Server"_s + Verbindungszeichenfolge::genannt(versuch.ziel) +
-      u" ist nicht zu erreichen oder nimmt die Verbindung nicht an: "_s;
+      (versuch.verschluesselt
+              ? u" ist nicht zu erreichen, verschlüsselt die Verbindung nicht oder zeigt ein Zertifikat, "
+                "das der Prüfung nicht standhält: "_s
+              : u" ist nicht zu erreichen oder nimmt die Verbindung nicht an: "_s);
 }
 
 }  // namespace

@@ -31,6 +31,8 @@ struct OdbcVersuch {
   QString ziel;
   QString kennwort;
   std::uint32_t zeitgrenze = 0;
+  /// No connection was to be made but an encrypted one.
+  bool verschluesselt = false;
 };
 
 /// The failure to connect, -2147467259.

@@ -1,7 +1,13 @@
 #include "platform/adodb/odbc/OdbcSchicht.h"
 
+#include <linux/tcp.h>
+#include <netinet/in.h>
+#include <odbcinst.h>
+#include <sys/socket.h>
+
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace adodb {
 
@@ -41,6 +47,9 @@ SQLRETURN naechster(Listenaufruf aufruf, SQLHENV umgebung, SQLUSMALLINT richtung
   *zweiter = QString::fromUtf16(b.data(), std::clamp<qsizetype>(laenge_b, 0, b.size() - 1));
   return ergebnis;
 }
+
+/// FreeTDS's own question for the handle of its socket.
+constexpr SQLUSMALLINT FreetdsBuchse = 1301;
 
 class Treiberverwaltung final : public OdbcSchicht {
  public:
@@ -104,6 +113,23 @@ class Treiberverwaltung final : public OdbcSchicht {
   }
   SQLRETURN DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* treiber) override {
     return naechster(SQLDataSourcesW, umgebung, richtung, name, treiber);
+  }
+  QString Quellenwert(const QString& quelle, const QString& name) override {
+    std::array<char, 512> wert{};
+    SQLGetPrivateProfileString(quelle.toUtf8().constData(), name.toLatin1().constData(), "", wert.data(),
+        static_cast<int>(wert.size()), "odbc.ini");
+    return QString::fromUtf8(wert.data()).trimmed();
+  }
+  std::optional<std::uint64_t> bestaetigte_Bytes(SQLHDBC verbindung) override {
+    std::uint64_t buchse = 0;
+    SQLSMALLINT laenge = 0;
+    if (SQLGetInfoW(verbindung, FreetdsBuchse, &buchse, sizeof buchse, &laenge) != SQL_SUCCESS) return std::nullopt;
+    tcp_info lage{};
+    socklen_t groesse = sizeof lage;
+    if (getsockopt(static_cast<int>(buchse), IPPROTO_TCP, TCP_INFO, &lage, &groesse) != 0) return std::nullopt;
+    // An older system fills less of it.
+    if (groesse < offsetof(tcp_info, tcpi_bytes_acked) + sizeof lage.tcpi_bytes_acked) return std::nullopt;
+    return lage.tcpi_bytes_acked;
   }
 };
 

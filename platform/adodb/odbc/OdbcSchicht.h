@@ -5,6 +5,8 @@
 #include <sqlucode.h>
 
 #include <QString>
+#include <cstdint>
+#include <optional>
 
 namespace adodb {
 
@@ -55,6 +57,11 @@ class OdbcSchicht {
   virtual SQLRETURN Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* attribute) = 0;
   /// The next data source and the name of its driver.
   virtual SQLRETURN DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* treiber) = 0;
+  /// A value of a data source in odbc.ini; empty where there is none.
+  virtual QString Quellenwert(const QString& quelle, const QString& name) = 0;
+  /// How many bytes of an open connection of FreeTDS's the other side has taken, none of them counted twice. None where
+  /// driver or system do not tell.
+  virtual std::optional<std::uint64_t> bestaetigte_Bytes(SQLHDBC verbindung) = 0;
 };
 
 /// The machine's own driver manager. Lives as long as the process.

@@ -68,7 +68,8 @@ void OdbcTreiber::oeffne(const QString& verbindungszeichenfolge) {
   try {
     lege_Griffe_an();
     const OdbcAufruf aufruf = uebersetze_Odbc(folge, lies_Odbc_Umgebung(odbc_, umgebung_));
-    const OdbcVersuch versuch{aufruf.ziel, aufruf.kennwort, aufruf.anmeldezeit};
+    const bool verschluesselt = aufruf.schutz.umfang == Leitungsschutz::Umfang::Ganz;
+    const OdbcVersuch versuch{aufruf.ziel, aufruf.kennwort, aufruf.anmeldezeit, verschluesselt};
     // A driver that has no login time-out connects without one.
     odbc_.SetConnectAttr(verbindung_, SQL_ATTR_LOGIN_TIMEOUT, aufruf.anmeldezeit);
     if (aufruf.paketgroesse &&
@@ -76,6 +77,8 @@ void OdbcTreiber::oeffne(const QString& verbindungszeichenfolge) {
       odbc_unerfuellbar(u"der ODBC-Treiber nimmt die Paketgröße (Packet Size) nicht an"_s);
     art_ = aufruf.art;
     verbinde(aufruf.zeichenfolge, versuch);
+    if (verschluesselt && art_ == OdbcArt::FreeTds) pruefe_Draht(versuch);
+    schutz_der_Leitung_ = aufruf.schutz;
   } catch (...) {
     schliesse();
     throw;
@@ -99,6 +102,24 @@ void OdbcTreiber::verbinde(const QString& zeichenfolge, const OdbcVersuch& versu
   for (const OdbcMeldung& meldung : meldungen)
     if (meldung.sqlstate == "01S00"_L1 || meldung.sqlstate == "01S02"_L1)
       throw odbc_Verbindungsfehler({meldung}, versuch);
+}
+
+/// FreeTDS asks for encryption in a word that crosses the wire in clear. Whoever changes the server's answer to it has
+/// FreeTDS encrypt the login and nothing behind it, and nothing tells: so a text that says nothing goes first, and the
+/// system's count shows whether it grew on its way as a TLS record does.
+void OdbcTreiber::pruefe_Draht(const OdbcVersuch& versuch) {
+  static const QString Probe = u"SELECT 1"_s;
+  // A TLS record's head and its checksum; every record has both.
+  constexpr std::uint64_t Aufschlag = 5 + 16;
+  // The packet's head, the headers of a batch, and two bytes for each letter.
+  const auto klar = static_cast<std::uint64_t>(8 + 22 + 2 * Probe.size());
+  const auto vorher = odbc_.bestaetigte_Bytes(verbindung_);
+  fuehre_aus(Probe);
+  const auto nachher = odbc_.bestaetigte_Bytes(verbindung_);
+  if (!vorher || !nachher || *nachher == *vorher) return;
+  if (*nachher - *vorher < klar + Aufschlag)
+    throw odbc_Verbindungsfehler(
+        {{u"08001"_s, 0, u"die Verbindung ist nicht verschlüsselt, obwohl es verlangt ist"_s}}, versuch);
 }
 
 void OdbcTreiber::schliesse() noexcept {

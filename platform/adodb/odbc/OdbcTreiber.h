@@ -22,6 +22,9 @@ namespace adodb {
 /// may leave, passes through the maker's driver only. FreeTDS would send what stands before it and drop the rest, so
 /// there it becomes "?", as on SQLite, in values too.
 ///
+/// Where all is to be encrypted and FreeTDS could be talked out of it, opening sends one text of its own, see
+/// `pruefe_Draht`.
+///
 /// Once the link is gone, the statement that meets it fails, and so do all later ones. Nothing is opened anew; the
 /// connection counts as open until it is closed.
 class OdbcTreiber final : public Treiber {
@@ -35,6 +38,7 @@ class OdbcTreiber final : public Treiber {
   void oeffne(const QString& verbindungszeichenfolge) override;
   void schliesse() noexcept override;
   bool ist_offen() const noexcept override { return offen_; }
+  Leitungsschutz leitungsschutz() const noexcept override { return schutz_der_Leitung_; }
   /// Raises -2147217900 for a statement that fails, also for one that meets a dead link; for an empty text and one with
   /// a zero character, before anything is sent; 3704 when closed.
   Ergebnis fuehre_aus(const QString& text) override { return fuehre_aus(text, {}); }
@@ -53,6 +57,7 @@ class OdbcTreiber final : public Treiber {
   void pruefe_Aufgabe() const;
   void pruefe_Leitung();
   bool ist_tot();
+  void pruefe_Draht(const OdbcVersuch& versuch);
   [[noreturn]] void wirf_Anweisung(SQLHSTMT anweisung);
 
   OdbcSchicht& odbc_;
@@ -60,6 +65,7 @@ class OdbcTreiber final : public Treiber {
   SQLHDBC verbindung_ = SQL_NULL_HDBC;
   bool offen_ = false;
   OdbcArt art_ = OdbcArt::Unbekannt;
+  Leitungsschutz schutz_der_Leitung_;
   std::mutex schutz_;
   bool laeuft_ = false;
   /// The statement in a call that waits for the server. Asked to stop between two calls, FreeTDS would have the asking

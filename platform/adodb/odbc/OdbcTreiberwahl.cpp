@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "platform/adodb/Verbindungszeichenfolge.h"
+#include "platform/adodb/odbc/FreetdsDatei.h"
 #include "platform/adodb/odbc/OdbcFehler.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -51,8 +52,21 @@ OdbcUmgebung lies_Odbc_Umgebung(OdbcSchicht& odbc, SQLHENV umgebung) {
     gelesen.treiber.append({name, odbc_Art(name, bibliothek_aus(zweiter))});
   richtung = SQL_FETCH_FIRST;
   for (; SQL_SUCCEEDED(odbc.DataSources(umgebung, richtung, &name, &zweiter)); richtung = SQL_FETCH_NEXT)
-    gelesen.datenquellen.append({name, zweiter});
+    gelesen.datenquellen.append(
+        {name, zweiter, odbc.Quellenwert(name, u"Servername"_s), odbc.Quellenwert(name, u"Encryption"_s)});
+  gelesen.freetds = lies_Freetds_Dateien();
+  gelesen.tdsver = qEnvironmentVariable("TDSVER");
   return gelesen;
+}
+
+bool verschluesselt_von_selbst(const OdbcInstallierter& treiber) {
+  return fassung(treiber.name) >= 18;
+}
+
+const OdbcDatenquelle* finde_Datenquelle(const OdbcUmgebung& umgebung, const QString& name) {
+  for (const OdbcDatenquelle& quelle : umgebung.datenquellen)
+    if (quelle.name.compare(name, Qt::CaseInsensitive) == 0) return &quelle;
+  return nullptr;
 }
 
 OdbcInstallierter waehle_Odbc_Treiber(const OdbcUmgebung& umgebung) {
@@ -80,15 +94,14 @@ OdbcInstallierter finde_Odbc_Treiber(const OdbcUmgebung& umgebung, const QString
 }
 
 OdbcInstallierter treiber_der_Datenquelle(const OdbcUmgebung& umgebung, const QString& name) {
-  for (const OdbcDatenquelle& quelle : umgebung.datenquellen) {
-    if (quelle.name.compare(name, Qt::CaseInsensitive) != 0) continue;
-    if (quelle.treiber.contains(u'/')) return {quelle.treiber, odbc_Art({}, quelle.treiber)};
-    for (const OdbcInstallierter& treiber : umgebung.treiber)
-      if (treiber.name.compare(quelle.treiber, Qt::CaseInsensitive) == 0) return treiber;
-    return {quelle.treiber, odbc_Art(quelle.treiber, {})};
-  }
-  odbc_unerfuellbar(
-      u"die Datenquelle"_s + Verbindungszeichenfolge::genannt(name) + u" ist in unixODBC nicht eingerichtet"_s);
+  const OdbcDatenquelle* quelle = finde_Datenquelle(umgebung, name);
+  if (!quelle)
+    odbc_unerfuellbar(
+        u"die Datenquelle"_s + Verbindungszeichenfolge::genannt(name) + u" ist in unixODBC nicht eingerichtet"_s);
+  if (quelle->treiber.contains(u'/')) return {quelle->treiber, odbc_Art({}, quelle->treiber)};
+  for (const OdbcInstallierter& treiber : umgebung.treiber)
+    if (treiber.name.compare(quelle->treiber, Qt::CaseInsensitive) == 0) return treiber;
+  return {quelle->treiber, odbc_Art(quelle->treiber, {})};
 }
 
 }  // namespace adodb

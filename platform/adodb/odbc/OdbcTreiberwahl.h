@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 
@@ -19,19 +20,32 @@ struct OdbcInstallierter {
 struct OdbcDatenquelle {
   QString name;
   QString treiber;
+  /// What odbc.ini says of it for FreeTDS: the section of freetds.conf (Servername), and Encryption.
+  QString abschnitt = {};
+  QString verschluesselung = {};
 };
 
-/// The drivers and data sources that unixODBC knows.
+/// The drivers and data sources that unixODBC knows, and what else of the machine decides how FreeTDS connects.
 struct OdbcUmgebung {
   QList<OdbcInstallierter> treiber;
   QList<OdbcDatenquelle> datenquellen;
+  /// Contents of its own files, see FreetdsDatei.h.
+  QList<QByteArray> freetds;
+  /// The environment's TDSVER, which goes before every other word about the protocol's version.
+  QString tdsver;
 };
 
-/// Reads both lists from the driver manager; `umgebung` is an environment of ODBC 3.
+/// Reads all of it; `umgebung` is an environment of ODBC 3.
 OdbcUmgebung lies_Odbc_Umgebung(OdbcSchicht& odbc, SQLHENV umgebung);
 
 /// The kind of a driver by its name and its library.
 OdbcArt odbc_Art(const QString& name, const QString& bibliothek);
+
+/// The driver is one of the maker's that encrypts all and checks the certificate where nothing is said.
+bool verschluesselt_von_selbst(const OdbcInstallierter& treiber);
+
+/// The data source of this name, or null.
+const OdbcDatenquelle* finde_Datenquelle(const OdbcUmgebung& umgebung, const QString& name);
 
 /// The driver for a connect string that names none: the maker's newest, without one FreeTDS. Raises -2147467259 when
 /// neither is installed.

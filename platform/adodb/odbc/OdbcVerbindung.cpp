@@ -6,14 +6,13 @@
 
 #include "platform/adodb/Verbindungsworte.h"
 #include "platform/adodb/odbc/OdbcFehler.h"
+#include "platform/adodb/odbc/OdbcSchutz.h"
 #include "platform/adodb/odbc/OdbcServer.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace adodb {
 namespace {
-
-enum class Verschluesselung { KeineAngabe, Aus, NurAnmeldung, Ganz, Streng };
 
 bool ist_ja(const QString& wert) {
   return steht_in(Ja, wert) || wert.compare("sspi"_L1, Qt::CaseInsensitive) == 0;
@@ -70,7 +69,7 @@ class Uebersetzer {
   bool ist_Freetds() const { return aufruf_.art == OdbcArt::FreeTds; }
 
   [[noreturn]] void kann_Treiber_nicht(Wortsinn sinn) const {
-    odbc_unerfuellbar(u"der ODBC-Treiber"_s + Verbindungszeichenfolge::genannt(treiber_) +
+    odbc_unerfuellbar(u"der ODBC-Treiber"_s + Verbindungszeichenfolge::genannt(treiber_.name) +
         u" kann „%1“ nicht"_s.arg(worte_.at(sinn)));
   }
 
@@ -108,6 +107,7 @@ class Uebersetzer {
   void schreibe_Anmeldung();
   void schreibe_Verschluesselung();
   Verschluesselung verschluesselung() const;
+  Schutzwunsch schutzwunsch(Verschluesselung stufe) const;
   void verschluessele_Freetds(Verschluesselung stufe);
   void verschluessele_Hersteller(Verschluesselung stufe);
   void schreibe_uebriges();
@@ -119,7 +119,7 @@ class Uebersetzer {
   const OdbcUmgebung& umgebung_;
   std::map<Wortsinn, QString> werte_;
   std::map<Wortsinn, QString> worte_;
-  QString treiber_;
+  OdbcInstallierter treiber_;
   OdbcAufruf aufruf_;
 };
 
@@ -130,20 +130,18 @@ void Uebersetzer::waehle_Treiber() {
   if (hat(Wortsinn::Treiber) && hat(Wortsinn::Datenquelle))
     odbc_unerfuellbar(
         u"die Verbindungszeichenfolge nennt einen Treiber und eine Datenquelle; nur eines von beiden geht"_s);
-  OdbcInstallierter gewaehlter;
   if (hat(Wortsinn::Datenquelle)) {
-    gewaehlter = treiber_der_Datenquelle(umgebung_, wert(Wortsinn::Datenquelle));
+    treiber_ = treiber_der_Datenquelle(umgebung_, wert(Wortsinn::Datenquelle));
   } else if (hat(Wortsinn::Treiber)) {
-    gewaehlter = finde_Odbc_Treiber(umgebung_, wert(Wortsinn::Treiber));
+    treiber_ = finde_Odbc_Treiber(umgebung_, wert(Wortsinn::Treiber));
   } else {
-    gewaehlter = waehle_Odbc_Treiber(umgebung_);
+    treiber_ = waehle_Odbc_Treiber(umgebung_);
   }
-  treiber_ = gewaehlter.name;
-  aufruf_.art = gewaehlter.art;
+  aufruf_.art = treiber_.art;
   if (hat(Wortsinn::Datenquelle))
     schreibe("DSN"_L1, wert(Wortsinn::Datenquelle));
   else
-    aufruf_.zeichenfolge = u"DRIVER={"_s + treiber_ + u"};"_s;
+    aufruf_.zeichenfolge = u"DRIVER={"_s + treiber_.name + u"};"_s;
 }
 
 void Uebersetzer::schreibe_Server() {
@@ -202,6 +200,15 @@ Verschluesselung Uebersetzer::verschluesselung() const {
   return steht_in(u"yes|true|1|mandatory", allgemeine) ? Verschluesselung::Ganz : Verschluesselung::NurAnmeldung;
 }
 
+Schutzwunsch Uebersetzer::schutzwunsch(Verschluesselung stufe) const {
+  Schutzwunsch wunsch{stufe, std::nullopt, false, wert(Wortsinn::Abschnitt), wert(Wortsinn::Datenquelle)};
+  if (hat(Wortsinn::Vertrauen)) wunsch.traut = ist_ja(wert(Wortsinn::Vertrauen));
+  // FreeTDS's own keyword asks for no check by itself.
+  const bool fragt = hat(Wortsinn::Verschluesselung) || wunsch.traut.has_value();
+  wunsch.verlangt_Pruefung = stufe == Verschluesselung::Ganz && fragt && !wunsch.traut.value_or(false);
+  return wunsch;
+}
+
 void Uebersetzer::schreibe_Verschluesselung() {
   const Verschluesselung stufe = verschluesselung();
   if (ist_Freetds())
@@ -210,16 +217,11 @@ void Uebersetzer::schreibe_Verschluesselung() {
     verschluessele_Hersteller(stufe);
 }
 
-/// FreeTDS compares the certificate only with what a section of its own file says.
 void Uebersetzer::verschluessele_Freetds(Verschluesselung stufe) {
   if (stufe == Verschluesselung::Streng) kann_Treiber_nicht(Wortsinn::Verschluesselung);
   for (const Wortsinn sinn : {Wortsinn::Zertifikatsname, Wortsinn::Zertifikat})
     if (hat(sinn)) kann_Treiber_nicht(sinn);
-  const bool traut = ist_ja(wert(Wortsinn::Vertrauen));
-  if (stufe == Verschluesselung::Ganz && hat(Wortsinn::Verschluesselung) && !traut && !woanders_beschrieben())
-    odbc_unerfuellbar(
-        u"FreeTDS prüft das Zertifikat des Servers nur nach einem Abschnitt seiner freetds.conf (Servername=…); ohne "
-        "diese Prüfung gehört TrustServerCertificate=yes in die Verbindungszeichenfolge"_s);
+  aufruf_.schutz = schutz_bei_Freetds(schutzwunsch(stufe), umgebung_, wert(Wortsinn::Protokoll));
   if (stufe == Verschluesselung::Aus) schreibe("Encryption"_L1, u"off"_s);
   if (stufe == Verschluesselung::NurAnmeldung) schreibe("Encryption"_L1, u"request"_s);
   if (stufe == Verschluesselung::Ganz) schreibe("Encryption"_L1, u"require"_s);
@@ -228,6 +230,7 @@ void Uebersetzer::verschluessele_Freetds(Verschluesselung stufe) {
 void Uebersetzer::verschluessele_Hersteller(Verschluesselung stufe) {
   const QString eigene = wert(Wortsinn::FreeTdsVerschluesselung);
   if (!eigene.isEmpty() && stufe != Verschluesselung::Ganz) kann_Treiber_nicht(Wortsinn::FreeTdsVerschluesselung);
+  aufruf_.schutz = schutz_beim_Hersteller(schutzwunsch(stufe), treiber_);
   if (stufe == Verschluesselung::NurAnmeldung) schreibe("Encrypt"_L1, u"no"_s);
   if (stufe == Verschluesselung::Ganz) schreibe("Encrypt"_L1, u"yes"_s);
   if (stufe == Verschluesselung::Streng) schreibe("Encrypt"_L1, u"strict"_s);
@@ -256,10 +259,11 @@ void Uebersetzer::schreibe_uebriges() {
   }
   schreibe_wenn(Wortsinn::Bereich, "REALM"_L1);
   if (hat(Wortsinn::Ntlm2)) schreibe("UseNTLMv2"_L1, ist_ja(wert(Wortsinn::Ntlm2)) ? u"yes"_s : u"no"_s);
-  // Left to itself FreeTDS tries one version after the other, each with a login of its own.
+  // Left to itself FreeTDS tries one version after the other, each with a login of its own; the older ones send it
+  // unencrypted whatever is demanded, so nothing that may stand in a file counts then.
   if (hat(Wortsinn::Protokoll))
     schreibe("TDS_Version"_L1, wert(Wortsinn::Protokoll).toLower());
-  else if (!woanders_beschrieben())
+  else if (!woanders_beschrieben() || aufruf_.schutz.umfang == Leitungsschutz::Umfang::Ganz)
     schreibe("TDS_Version"_L1, u"7.4"_s);
 }
 

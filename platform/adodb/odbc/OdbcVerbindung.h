@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "platform/adodb/Leitungsschutz.h"
 #include "platform/adodb/Verbindungszeichenfolge.h"
 #include "platform/adodb/odbc/OdbcTreiberwahl.h"
 
@@ -21,6 +22,7 @@ struct OdbcAufruf {
   /// Server or data source, for error texts.
   QString ziel;
   QString kennwort;
+  Leitungsschutz schutz;
 };
 
 /// Whether a connect string without a `Provider` is one for ODBC: it names a driver, a data source, a server by

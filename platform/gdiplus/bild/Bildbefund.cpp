@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "platform/basic/Laufzeitfehler.h"
 #include "platform/basic/Nachschlagen.h"
 #include "platform/files/Binaerdatei.h"
 #include "platform/gdiplus/Status.h"
@@ -76,6 +77,8 @@ Befund lies_und_urteile(const Binaerdatei& datei, QByteArray& bytes) {
   if (erkenne_Bildformat(lies(datei, Signaturlaenge)) == Bildformat::Unbekannt)
     return {gdiplus::UnknownImageFormat, {}};
   lies(datei, static_cast<qsizetype>(datei.laenge()), 0, bytes);
+  // A share that breaks off in the middle must not pass for a picture that ends there.
+  if (bytes.size() < datei.laenge()) throw Laufzeitfehler(fehlernummer::EinAusgabeFehler);
   return urteile(bytes);
 }
 

@@ -168,6 +168,23 @@ TEST_F(Dialoglauf, ARowWithAnApostropheKeepsTheDialogFromOpeningForWriting) {
   EXPECT_EQ(rufe(mit(u"zuordnung"_s, beleg() + QStringList{u"--nur-anzeigen"_s}), Zurueck).code, 0);
 }
 
+TEST_F(Dialoglauf, ARowThatLeadsOutOfTheRootIsNotOpenedAndStays) {
+  sql(u"update Bild_Zuordnungen set BildPfad = '..\\draussen' where Key2 = '24-1001' and SortIndex = 0"_s);
+  const QStringList vorher = zeilen();
+  const Dialogende ende = rufe(mit(u"zuordnung"_s, beleg()), Zurueck);
+  EXPECT_EQ(ende.code, 0) << ende.fehlerausgabe.toStdString();
+  EXPECT_TRUE(ende.json()[u"text"_s].toString().endsWith(u"darum nicht geöffnet: 1 Bild."_s));
+  ASSERT_EQ(ende.json()[u"bilder"_s].toArray().size(), 1);
+  EXPECT_TRUE(ende.json()[u"bilder"_s].toArray().at(0)[u"hinweis"_s].toString().contains(u"„..\\draussen“"_s));
+  EXPECT_EQ(zeilen(), vorher);
+  const QStringList bild{u"Heizkessel_0120240305_081500.jpg"_s};
+  for (const Dialogende& eines : {rufe(mit(u"alle-zuordnungen"_s, beleg() + bild)), rufe(mit(u"weitere"_s, beleg()))}) {
+    EXPECT_EQ(eines.code, 4) << eines.fehlerausgabe.toStdString();
+    EXPECT_TRUE((eines.ausgabe + eines.fehlerausgabe).contains(u"nicht unter der Bildablage"_s))
+        << eines.ausgabe.toStdString();
+  }
+}
+
 TEST_F(Dialoglauf, TheSearchGivesThePathsThatWereChosen) {
   const QString eingang = datenordner() + u"/eingang"_s;
   const QStringList aufruf = mit(u"suche"_s, {u"--ordner"_s, eingang, u"--titel=Bild für AB 1"_s});

@@ -67,7 +67,7 @@ TEST_F(FileSystem, NamesThatNoPathCanMeanAreNotListed) {
   EXPECT_EQ(::unlink(kaputt.constData()), 0);
 }
 
-TEST_F(FileSystem, ACopyKeepsContentTimeStampAndRights) {
+TEST_F(FileSystem, ACopyKeepsContentAndTimeStamp) {
   wurzel.schreibe(u"a.jpg"_s, QByteArray(3'000'000, 'q'));
   QFile quelle(wurzel.pfad(u"a.jpg"_s));
   ASSERT_TRUE(quelle.open(QIODevice::ReadWrite));
@@ -77,7 +77,6 @@ TEST_F(FileSystem, ACopyKeepsContentTimeStampAndRights) {
   fso.CopyFile(u"P:\\a.jpg"_s, u"P:\\b.jpg"_s);
   EXPECT_EQ(wurzel.lies(u"b.jpg"_s), QByteArray(3'000'000, 'q'));
   EXPECT_EQ(QFileInfo(wurzel.pfad(u"b.jpg"_s)).lastModified(), zeit);
-  EXPECT_EQ(QFileInfo(wurzel.pfad(u"b.jpg"_s)).permissions(), QFileInfo(wurzel.pfad(u"a.jpg"_s)).permissions());
   nur({u"a.jpg"_s, u"b.jpg"_s});
 }
 

@@ -16,12 +16,14 @@ from .katalog import TABELLEN, Katalog, zerlege_skript
 from .maschine import Maschine
 from .maschine_h2 import H2Maschine
 from .maschine_sqlite import SqliteMaschine
+from .mitschnitt import Mitschnitt
 from .pakete import ERSTE_PAKETGROESSE
 from .protokoll import Protokoll
 from .server import Server
 from .sitzung import Zugang
 from .stapel import Hinweis, Stapellauf
 from .steuerung import Steuerung
+from .tls import Stufe, Tlswahl
 
 SKRIPTE = Path(__file__).resolve().parents[3] / "sql"
 
@@ -41,6 +43,9 @@ def lies_schalter(argumente: list[str]) -> argparse.Namespace:
     leser.add_argument("--steuerport", type=int, default=0)
     leser.add_argument("--instanz", default="", help="beantwortet die Frage nach dem Port dieser Instanz (UDP 1434)")
     leser.add_argument("--protokoll", type=Path, help="Datei, eine JSON-Zeile je Eintrag")
+    leser.add_argument("--tls", choices=[s.value for s in Stufe], default=Stufe.NIE.value, help="Verschlüsselung")
+    leser.add_argument("--zertifikat", type=Path, help="PEM-Datei mit Schlüssel und Zertifikaten")
+    leser.add_argument("--mitschnitt", action="store_true", help="merkt sich alle Bytes der Leitungen")
     return leser.parse_args(argumente)
 
 
@@ -73,7 +78,9 @@ def haupt(argumente: list[str]) -> int:
         maschine = baue_maschine(schalter, Path(ordner))
         try:
             zugang = Zugang(schalter.benutzer, schalter.kennwort, schalter.datenbank, schalter.paketgroesse)
-            server = Server(maschine, zugang, Protokoll(schalter.protokoll), schalter.port)
+            tls = Tlswahl(schalter.tls, schalter.zertifikat)
+            server = Server(maschine, zugang, Protokoll(schalter.protokoll), schalter.port, tls,
+                            Mitschnitt(schalter.mitschnitt))  # fmt: skip
             steuerung = Steuerung(server, schalter.steuerport)
             if schalter.instanz:
                 Instanzauskunft(schalter.instanz, server.port)

@@ -7,11 +7,11 @@ from dataclasses import dataclass, field
 
 from .leser import Leser, entziffere
 from .pakete import Protokollfehler
+from .tls import NICHT_UNTERSTUETZT
 from .typen import Wert, lies_parameterwert
 
 VERSION_72 = 0x72090002
 VERSION_74 = 0x74000004
-OHNE_VERSCHLUESSELUNG = 2
 MIT_WINDOWS_ANMELDUNG = 0x80
 
 VORANMELDEFELDER = {0: "version", 1: "verschluesselung", 2: "instanz", 3: "faden", 4: "mars"}
@@ -44,10 +44,10 @@ def baue_voranmeldung(felder: list[tuple[int, bytes]]) -> bytes:
     return kopf + b"\xff" + b"".join(wert for _, wert in felder)
 
 
-def antwort_auf_voranmeldung() -> bytes:
-    """Version 15, no encryption, the instance is the right one, one result at a time."""
+def antwort_auf_voranmeldung(verschluesselung: int = NICHT_UNTERSTUETZT) -> bytes:
+    """Version 15, the instance is the right one, one result at a time."""
     return baue_voranmeldung(
-        [(0, bytes([15, 0, 0x07, 0xD0, 0, 0])), (1, bytes([OHNE_VERSCHLUESSELUNG])), (2, b"\0"), (3, b""), (4, b"\0")]
+        [(0, bytes([15, 0, 0x07, 0xD0, 0, 0])), (1, bytes([verschluesselung])), (2, b"\0"), (3, b""), (4, b"\0")]
     )
 
 

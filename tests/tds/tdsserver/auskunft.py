@@ -32,6 +32,7 @@ class Sitzungswerte:
     betroffen: int = 0
     fehlernummer: int = 0
     ohne_anzahl: bool = False
+    verschluesselt: bool = False
 
 
 def objektnummer(name: str) -> int:
@@ -136,8 +137,9 @@ class _Ersetzer:
         if name == "sys.dm_exec_connections":
             muster: dict[str, str | int | None] = {"session_id": 0, "net_transport": "", "encrypt_option": "",
                                                    "auth_scheme": ""}  # fmt: skip
-            return [muster, {"session_id": self._sitzung.nummer, "net_transport": "TCP", "encrypt_option": "FALSE",
-                             "auth_scheme": "SQL"}]  # fmt: skip
+            verschluesselt = "TRUE" if self._sitzung.verschluesselt else "FALSE"
+            return [muster, {"session_id": self._sitzung.nummer, "net_transport": "TCP",
+                             "encrypt_option": verschluesselt, "auth_scheme": "SQL"}]  # fmt: skip
         if name == "sys.indexes":
             muster = {"object_id": 0, "name": "", "index_id": 0}
             return [muster] + [{"object_id": objektnummer(t), "name": n, "index_id": nr}

@@ -7,8 +7,12 @@ from __future__ import annotations
 
 import select
 import socket
+import ssl
 import struct
 import threading
+from typing import Callable
+
+from .tls import Tlsschicht
 
 KOPF = 8
 ENDE_DER_NACHRICHT = 0x01
@@ -63,11 +67,15 @@ def zerteile(art: int, inhalt: bytes, paketgroesse: int) -> list[bytes]:
 
 
 class Paketleitung:
-    """One link to a client. Used by one thread; `trenne` may come from any."""
+    """One link to a client. Used by one thread; `trenne` may come from any. `schnitt` is told the bytes of the wire,
+    those that came and those that go."""
 
-    def __init__(self, buchse: socket.socket, zaehler: Zaehler | None = None) -> None:
+    def __init__(self, buchse: socket.socket, zaehler: Zaehler | None = None,
+                 schnitt: Callable[[bytes, bytes], None] = lambda ein, aus: None) -> None:  # fmt: skip
         self._buchse = buchse
         self._zaehler = zaehler or Zaehler()
+        self._schnitt = schnitt
+        self._schicht: Tlsschicht | None = None
         self._puffer = b""
         self.paketgroesse = ERSTE_PAKETGROESSE
 
@@ -76,11 +84,7 @@ class Paketleitung:
         teile: list[bytes] = []
         laenge = 0
         while True:
-            art, zustand, gesamt = struct.unpack(">BBH", self._lies(KOPF)[:4])
-            if gesamt < KOPF:
-                raise Protokollfehler(f"Paketlänge {gesamt}")
-            teil = self._lies(gesamt - KOPF)
-            self._zaehler.zaehle(ein=1)
+            art, zustand, teil = self._lies_paket()
             if art == ABBRUCH and teile:
                 # The client gave up while it was sending; what it sent until then is dropped.
                 return art, b""
@@ -91,6 +95,41 @@ class Paketleitung:
             if zustand & ENDE_DER_NACHRICHT:
                 self._zaehler.zaehle(nachrichten=1)
                 return art, b"".join(teile)
+
+    def _lies_paket(self) -> tuple[int, int, bytes]:
+        """Kind, state and content of the next packet."""
+        art, zustand, gesamt = struct.unpack(">BBH", self._lies(KOPF)[:4])
+        if gesamt < KOPF:
+            raise Protokollfehler(f"Paketlänge {gesamt}")
+        teil = self._lies(gesamt - KOPF)
+        self._zaehler.zaehle(ein=1)
+        return art, zustand, teil
+
+    @property
+    def verschluesselt(self) -> bool:
+        return self._schicht is not None
+
+    def beginne_tls(self, kontext: ssl.SSLContext) -> None:
+        """The handshake, carried in pre-login packets; all that follows goes through TLS."""
+        schicht = Tlsschicht(kontext)
+        try:
+            fertig, hinaus = schicht.handschlag()
+            while not fertig:
+                if hinaus:
+                    self.sende(hinaus, VORANMELDUNG)
+                art, _, teil = self._lies_paket()
+                if art != VORANMELDUNG:
+                    raise Protokollfehler(f"kein Handschlag, sondern 0x{art:02X}")
+                schicht.nimm(teil)
+                fertig, hinaus = schicht.handschlag()
+        except ssl.SSLError as fehler:
+            raise Verbindungsende(f"Handschlag: {fehler.reason or fehler}") from fehler
+        self.sende(hinaus, VORANMELDUNG)
+        self._schicht = schicht
+
+    def beende_tls(self) -> None:
+        """What follows goes plain again, without a word about it: so the login alone is encrypted."""
+        self._schicht = None
 
     def sende(self, inhalt: bytes, art: int = ANTWORT) -> None:
         for paket in zerteile(art, inhalt, self.paketgroesse):
@@ -118,8 +157,10 @@ class Paketleitung:
                 pass
 
     def _sende_bytes(self, paket: bytes) -> None:
+        hinaus = self._schicht.verschluessle(paket) if self._schicht else paket
+        self._schnitt(b"", hinaus)
         try:
-            self._buchse.sendall(paket)
+            self._buchse.sendall(hinaus)
         except (OSError, ValueError) as fehler:
             raise Verbindungsende from fehler
         self._zaehler.zaehle(aus=1)
@@ -132,6 +173,10 @@ class Paketleitung:
                 raise Verbindungsende from fehler
             if not neu:
                 raise Verbindungsende
-            self._puffer += neu
+            self._schnitt(neu, b"")
+            try:
+                self._puffer += self._schicht.entschluessle(neu) if self._schicht else neu
+            except ssl.SSLError as fehler:
+                raise Protokollfehler(f"TLS: {fehler.reason or fehler}") from fehler
         ergebnis, self._puffer = self._puffer[:anzahl], self._puffer[anzahl:]
         return ergebnis

@@ -5,12 +5,15 @@ from __future__ import annotations
 import os
 import socket
 import threading
+from functools import partial
 
 from .auftraege import Auftraege
 from .maschine import Maschine
+from .mitschnitt import Mitschnitt
 from .pakete import Paketleitung, Zaehler
 from .protokoll import Protokoll
 from .sitzung import Sitzung, Zugang
+from .tls import Tlswahl
 
 
 class Server:
@@ -19,8 +22,11 @@ class Server:
     A byte written to `schluss` ends `warte_auf_ende`.
     """
 
-    def __init__(self, maschine: Maschine, zugang: Zugang, protokoll: Protokoll, port: int = 0) -> None:
+    def __init__(self, maschine: Maschine, zugang: Zugang, protokoll: Protokoll, port: int = 0,
+                 tls: Tlswahl | None = None, mitschnitt: Mitschnitt | None = None) -> None:  # fmt: skip
         self.maschine = maschine
+        self.tls = tls or Tlswahl()
+        self.mitschnitt = mitschnitt or Mitschnitt()
         self.protokoll = protokoll
         self.auftraege = Auftraege()
         self.zaehler = Zaehler()
@@ -86,8 +92,9 @@ class Server:
             with self._schloss:
                 nummer = self._naechste
                 self._naechste += 1
-                sitzung = Sitzung(nummer, Paketleitung(buchse, self.zaehler), self.maschine, self._zugang,
-                                  self.auftraege, self.protokoll)  # fmt: skip
+                leitung = Paketleitung(buchse, self.zaehler, partial(self.mitschnitt.nimm, nummer))
+                sitzung = Sitzung(nummer, leitung, self.maschine, self._zugang, self.auftraege, self.protokoll,
+                                  self.tls)  # fmt: skip
                 self._sitzungen[nummer] = sitzung
             name = f"sitzung-{nummer}"
             threading.Thread(target=self._bediene, args=(nummer, sitzung), name=name, daemon=True).start()

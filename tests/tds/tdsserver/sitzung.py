@@ -15,6 +15,7 @@ from .pakete import Paketleitung, Protokollfehler, Verbindungsende
 from .prozeduren import Prozeduren
 from .protokoll import Protokoll
 from .stapel import Anweisungsende, Ereignis, Hinweis, Stapellauf, warte
+from .tls import NICHT_UNTERSTUETZT, Tlswahl, Umfang
 
 
 @dataclass(frozen=True)
@@ -31,7 +32,8 @@ class Sitzung:
     """Serves one link until it ends; `bediene` runs in a thread of its own."""
 
     def __init__(self, nummer: int, leitung: Paketleitung, dahinter: Maschine, zugang: Zugang, auftraege: Auftraege,
-                 protokoll: Protokoll) -> None:  # fmt: skip
+                 protokoll: Protokoll, tls: Tlswahl) -> None:  # fmt: skip
+        self._tls = tls
         self._nummer = nummer
         self._leitung = leitung
         self._maschine = dahinter
@@ -55,15 +57,19 @@ class Sitzung:
 
     def _melde_an(self) -> bool:
         art, inhalt = self._leitung.lies_nachricht()
+        umfang = Umfang.NICHTS
         if art == pakete.VORANMELDUNG:
-            anfragen.lies_voranmeldung(inhalt)
-            self._leitung.sende(anfragen.antwort_auf_voranmeldung())
+            umfang = self._verabrede(inhalt)
             art, inhalt = self._leitung.lies_nachricht()
         if art != pakete.ANMELDUNG:
             raise Protokollfehler(f"keine Anmeldung, sondern 0x{art:02X}")
+        if umfang is Umfang.ANMELDUNG:
+            self._leitung.beende_tls()
+        self._werte.verschluesselt = self._leitung.verschluesselt
         anmeldung = anfragen.lies_anmeldung(inhalt)
         self._protokoll.notiere(self._nummer, "anmeldung", anmeldung.benutzer, programm=anmeldung.programm,
-                                server=anmeldung.server, datenbank=anmeldung.datenbank)  # fmt: skip
+                                server=anmeldung.server, datenbank=anmeldung.datenbank,
+                                verschluesselt=umfang.value)  # fmt: skip
         eingriff = self._auftraege.eingriff("anmeldung", anmeldung.benutzer)
         if eingriff.trenne:
             return False
@@ -75,6 +81,19 @@ class Sitzung:
             return False
         self._nimm_auf(anmeldung)
         return True
+
+    def _verabrede(self, inhalt: bytes) -> Umfang:
+        """Answers the pre-login; what of the rest is to be encrypted."""
+        wunsch = anfragen.lies_voranmeldung(inhalt).get("verschluesselung", b"")
+        absprache = self._tls.verabrede(wunsch[0] if wunsch else NICHT_UNTERSTUETZT)
+        if absprache.antwort is None:
+            raise Verbindungsende("auf Bestellung nach der Voranmeldung")
+        self._leitung.sende(anfragen.antwort_auf_voranmeldung(absprache.antwort))
+        if absprache.umfang is Umfang.ABBRUCH:
+            raise Verbindungsende("ohne Verschlüsselung kommt niemand herein")
+        if absprache.umfang is not Umfang.NICHTS and absprache.kontext is not None:
+            self._leitung.beginne_tls(absprache.kontext)
+        return absprache.umfang
 
     def _ablehnung(self, anmeldung: Anmeldung, eingriff: Eingriff) -> list[Hinweis]:
         """The errors that refuse a login; none where it is welcome."""

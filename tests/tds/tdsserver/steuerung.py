@@ -5,6 +5,7 @@ from __future__ import annotations
 import json
 import socketserver
 import threading
+from pathlib import Path
 from typing import TYPE_CHECKING, Callable
 
 from .auftraege import Auftragsfehler
@@ -14,7 +15,8 @@ if TYPE_CHECKING:
     from .server import Server
 
 HILFE = ("fehler|meldung|langsam|stumm|trenne|merke|anmeldung WAHL …, heile, trenne-alle, halt, weiter, verbindungen, "
-         "pakete, protokoll, protokoll-leeren, leere, sql TEXT, ende")  # fmt: skip
+         "pakete, protokoll, protokoll-leeren, mitschnitt, mitschnitt-leeren, tls STUFE [DATEI], leere, sql TEXT, "
+         "ende")  # fmt: skip
 
 
 class Befehle:
@@ -27,6 +29,8 @@ class Befehle:
             "weiter": self._weiter, "verbindungen": lambda: str(server.anzahl_verbindungen()),
             "pakete": self._pakete, "protokoll": lambda: json.dumps(server.protokoll.eintraege()),
             "protokoll-leeren": self._leere_protokoll, "leere": self._leere, "ende": self._ende,
+            "mitschnitt": lambda: json.dumps(server.mitschnitt.eintraege()),
+            "mitschnitt-leeren": self._leere_mitschnitt,
         }  # fmt: skip
 
     def antworte(self, zeile: str) -> str:
@@ -35,6 +39,8 @@ class Befehle:
         try:
             if befehl == "sql":
                 return "ok " + self._sql(rest)
+            if befehl == "tls":
+                return self._setze_tls(rest)
             if befehl in self._wege:
                 return f"ok {self._wege[befehl]()}".rstrip()
             self._server.auftraege.nimm(zeile.split())
@@ -68,6 +74,15 @@ class Befehle:
     def _leere_protokoll(self) -> str:
         self._server.protokoll.leere()
         return ""
+
+    def _leere_mitschnitt(self) -> str:
+        self._server.mitschnitt.leere()
+        return ""
+
+    def _setze_tls(self, rest: str) -> str:
+        stufe, _, datei = rest.partition(" ")
+        self._server.tls.setze(stufe, Path(datei) if datei else None)
+        return "ok"
 
     def _leere(self) -> str:
         """All rows, all orders and the log go; the tables stay."""

@@ -273,6 +273,19 @@ TEST_F(Ausgeben, AFileBesideThatHasTheNameOfTheUnfinishedOneStays) {
   EXPECT_EQ(ziel_.lies(u"_x.zip"_s), "fremd");
 }
 
+TEST_F(Ausgeben, WhatIsNotWholeYetStandsUnderHiddenNamesOnly) {
+  bild(u"a"_s, Gross);
+  bild(u"b"_s, Gross);
+  QStringList gesehen;
+  EXPECT_TRUE(gib_aus(u"x.zip"_s, {}, [&](int, int) {
+    gesehen += inhalt();
+    return true;
+  }).vollstaendig());
+  EXPECT_FALSE(gesehen.isEmpty());
+  for (const QString& name : std::as_const(gesehen)) EXPECT_TRUE(name.startsWith(u".kvo-"_s)) << name.toStdString();
+  EXPECT_EQ(inhalt(), QStringList{u"x.zip"_s});
+}
+
 TEST_F(Ausgeben, PlaceDataStaysBehindUnlessItIsWanted) {
   const QByteArray foto = ortsbild::mit(
       handyfoto::jpeg(handyfoto::motiv({32, 24})), ortsbild::exif_Segment(ortsbild::tiff(ortsbild::Folge::Klein)));

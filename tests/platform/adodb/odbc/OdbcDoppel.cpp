@@ -274,3 +274,17 @@ SQLRETURN OdbcDoppel::DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QStri
   Q_UNUSED(name_Treiber);
   return SQL_NO_DATA;
 }
+
+QString OdbcDoppel::Quellenwert(const QString& quelle, const QString& name) {
+  Q_UNUSED(quelle);
+  Q_UNUSED(name);
+  return {};
+}
+
+std::optional<std::uint64_t> OdbcDoppel::bestaetigte_Bytes(SQLHDBC dbc) {
+  Q_UNUSED(dbc);
+  if (bestaetigte.empty()) return std::nullopt;
+  const std::uint64_t erste = bestaetigte.front();
+  bestaetigte.erase(bestaetigte.begin());
+  return erste;
+}

@@ -60,6 +60,8 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
   std::function<void()> waehrend_MoreResults;
   /// The marker, from 1, whose value is refused.
   SQLUSMALLINT schlechter_Parameter = 0;
+  /// Answers to the question for the bytes that went out, one after the other; none behind the last.
+  std::vector<std::uint64_t> bestaetigte;
 
   /// A marker's value as it stood when the text was executed.
   struct Parameter {
@@ -109,6 +111,8 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
       char16_t* text, SQLSMALLINT platz, SQLSMALLINT* text_Laenge) override;
   SQLRETURN Drivers(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* angaben) override;
   SQLRETURN DataSources(SQLHENV umgebung, SQLUSMALLINT richtung, QString* name, QString* name_Treiber) override;
+  QString Quellenwert(const QString& quelle, const QString& name) override;
+  std::optional<std::uint64_t> bestaetigte_Bytes(SQLHDBC dbc) override;
 
  private:
   SQLRETURN beginne_Schritt();

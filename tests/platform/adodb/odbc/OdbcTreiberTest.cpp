@@ -345,3 +345,31 @@ RC_GTEST_PROP(OdbcTreiber, AnyTextComesBackWhole, ()) {
   RC_ASSERT(ergebnis.werte.at(0) == adodb::Wert(text));
   RC_ASSERT(ergebnis.werte.at(1) == adodb::Wert(text));
 }
+
+TEST_F(OdbcTreiberTest, AConnectionThatLostItsDemandedEncryptionIsClosedAgain) {
+  const QString verlangt = u"Server=SRV;UID=u;PWD=geheim;Encrypt=yes;TrustServerCertificate=yes"_s;
+  // 46 bytes are the text as it stands, with what the protocol puts around it.
+  odbc.bestaetigte = {1000, 1046};
+  const adodb::Datenbankfehler grund = fehler([&] { oeffne(verlangt); });
+  EXPECT_TRUE(grund.Beschreibung().contains(u"nicht verschlüsselt, obwohl es verlangt ist"_s));
+  EXPECT_FALSE(treiber.ist_offen());
+  EXPECT_EQ(odbc.offene_Griffe, 0);
+  EXPECT_EQ(odbc.texte, QStringList(u"SELECT 1"_s)) << "nothing of the user's went out";
+  odbc.bestaetigte = {1000, 1075};
+  oeffne(verlangt);
+  EXPECT_TRUE(treiber.ist_offen());
+  EXPECT_EQ(treiber.leitungsschutz().umfang, adodb::Leitungsschutz::Umfang::Ganz);
+}
+
+TEST_F(OdbcTreiberTest, NothingGoesOutBesideWhereNoEncryptionIsDemanded) {
+  oeffne();
+  EXPECT_EQ(odbc.texte, QStringList());
+}
+
+TEST_F(OdbcTreiberTest, AFailureWhereEncryptionIsDemandedNamesWhatElseItMayBe) {
+  odbc.verbindung = SQL_ERROR;
+  odbc.verbindungsmeldungen = {{u"08001"_s, 0, u"[FreeTDS][SQL Server]Unable to connect to data source"_s}};
+  EXPECT_TRUE(
+      fehler([&] { oeffne(u"Server=SRV;UID=u;PWD=k;Encryption=require"_s); }).Beschreibung().contains(u"Zertifikat"_s));
+  EXPECT_FALSE(fehler([&] { oeffne(); }).Beschreibung().contains(u"Zertifikat"_s));
+}

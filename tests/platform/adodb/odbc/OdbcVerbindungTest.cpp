@@ -16,7 +16,10 @@ const QString Hersteller = u"ODBC Driver 18 for SQL Server"_s;
 adodb::OdbcUmgebung mit(const QString& treiber) {
   adodb::OdbcUmgebung umgebung;
   umgebung.treiber = {{treiber, adodb::odbc_Art(treiber, {})}};
-  umgebung.datenquellen = {{u"Quelle"_s, treiber}};
+  umgebung.datenquellen = {{u"Quelle"_s, treiber}, {u"Gepruefte"_s, treiber, u"kvo"_s}};
+  umgebung.freetds = {
+      "[kvo]\nca file = /x.pem\n[ohne]\nhost = S\nencryption = require\n[fremder]\nca file = /x.pem\n"
+      "check certificate hostname = no\n"};
   return umgebung;
 }
 
@@ -96,7 +99,7 @@ TEST(OdbcVerbindung, EveryKeywordBecomesTheDriversOwn) {
 
 TEST(OdbcVerbindung, OneDriversOwnKeywordsReachThatDriver) {
   EXPECT_EQ(aufruf(u"Servername=kvo;UID=u;PWD=k;Encrypt=yes"_s).zeichenfolge,
-      u"DRIVER={FreeTDS};SERVERNAME=kvo;UID=u;PWD=k;Encryption=require;"_s);
+      u"DRIVER={FreeTDS};SERVERNAME=kvo;UID=u;PWD=k;Encryption=require;TDS_Version=7.4;"_s);
   EXPECT_EQ(aufruf(u"Server=S;UID=u;PWD=k;TDS Version=7.3;Realm=R;UseNTLMv2=1;Encryption=OFF"_s).zeichenfolge,
       u"DRIVER={FreeTDS};SERVER=S;UID=u;PWD=k;Encryption=off;REALM=R;UseNTLMv2=yes;TDS_Version=7.3;"_s);
   EXPECT_EQ(aufruf(u"Server=S;UID=u;PWD=k;Encrypt=strict;HostNameInCertificate=x;Server Certificate=/c;"
@@ -196,6 +199,83 @@ TEST(OdbcVerbindung, WhatCannotBeHonouredIsSaidAndNotIgnored) {
   EXPECT_TRUE(grund(u"Servername=kvo;UID=u"_s, Hersteller).contains(u"„Servername“"_s));
   EXPECT_TRUE(grund(u"Server=S;UID=u;PWD=\"a;};b\""_s, FreeTds).contains(u"FreeTDS"_s));
   EXPECT_TRUE(grund(u"Server=S;UID=u;PWD=\"a;}DRIVER=b\""_s, FreeTds).contains(u"FreeTDS"_s));
+}
+
+TEST(OdbcVerbindung, FreeTdsIsAskedForACheckedCertificateOnlyWhereItChecksOne) {
+  const QString an = u"UID=u;PWD=k;Encrypt=yes;"_s;
+  EXPECT_EQ(grund(u"Servername=kvo;"_s + an), QString());
+  EXPECT_EQ(grund(u"DSN=Gepruefte;"_s + an), QString());
+  const QList<QPair<QString, QString>> faelle = {{u"Server=S;"_s, u"nur nach einem Abschnitt"_s},
+      {u"Servername=ohne;"_s, u"fehlt „ca file“"_s}, {u"Servername=nirgends;"_s, u"gibt es den Abschnitt „nirgends“"_s},
+      {u"Servername=fremder;"_s, u"lässt jeden Namen gelten"_s}, {u"DSN=Quelle;"_s, u"nur nach einem Abschnitt"_s}};
+  for (const auto& [ort, wort] : faelle) {
+    for (const QString& forderung : {an, QString(an).replace(u"Encrypt"_s, u"Use Encryption for Data"_s),
+             u"UID=u;PWD=k;Encryption=require;TrustServerCertificate=no"_s}) {
+      const QString worte = grund(ort + forderung);
+      EXPECT_TRUE(worte.contains(wort)) << ort.toStdString() << worte.toStdString();
+      EXPECT_TRUE(worte.contains(u"TrustServerCertificate=yes"_s)) << worte.toStdString();
+    }
+    EXPECT_EQ(grund(ort + an + u"TrustServerCertificate=yes"_s), QString()) << ort.toStdString();
+  }
+}
+
+TEST(OdbcVerbindung, WhatIsDemandedIsNotGivenUpForAnOlderProtocol) {
+  const QString b = u"Server=S;UID=u;PWD=k;Encryption=require;"_s;
+  EXPECT_TRUE(grund(b + u"TDS_Version=auto"_s).contains(u"TDS_Version=auto"_s));
+  EXPECT_EQ(grund(b + u"TDS_Version=7.1"_s), QString());
+  EXPECT_EQ(grund(u"Server=S;UID=u;PWD=k;TDS_Version=auto"_s), QString()) << "nothing is demanded";
+  EXPECT_EQ(aufruf(u"Servername=ohne;UID=u;PWD=k"_s).zeichenfolge,
+      u"DRIVER={FreeTDS};SERVERNAME=ohne;UID=u;PWD=k;TDS_Version=7.4;"_s)
+      << "the section demands it";
+  for (const QString& version : {u"7.0"_s, u"5.0"_s, u"auto"_s, u"7.3"_s}) {
+    adodb::OdbcUmgebung umgebung = mit(FreeTds);
+    umgebung.tdsver = version;
+    const auto uebersetze = [&](const QString& text) {
+      try {
+        uebersetze_Odbc(Verbindungszeichenfolge(text), umgebung);
+      } catch (const Laufzeitfehler& fehler) {
+        return fehler.Beschreibung();
+      }
+      return QString();
+    };
+    EXPECT_EQ(uebersetze(b).contains(u"TDSVER"_s), version != "7.3"_L1) << version.toStdString();
+    EXPECT_EQ(uebersetze(u"Server=S;UID=u;PWD=k"_s), QString());
+  }
+}
+
+TEST(OdbcVerbindung, WhatIsEncryptedAndCheckedIsKnownBeforeTheServerIsAsked) {
+  using Schutz = adodb::Leitungsschutz;
+  using Umfang = Schutz::Umfang;
+  using Pruefung = Schutz::Pruefung;
+  struct Fall {
+    QString text;
+    Schutz freetds;
+    Schutz hersteller;
+  };
+  const QString b = u"Server=S;UID=u;PWD=k;"_s;
+  const QString vertraut = u"TrustServerCertificate=yes;"_s;
+  const Fall faelle[] = {
+      {b, {Umfang::Offen, Pruefung::Keine}, {Umfang::Ganz, Pruefung::Ganz}},
+      {b + vertraut, {Umfang::Offen, Pruefung::Keine}, {Umfang::Ganz, Pruefung::Keine}},
+      {b + u"Encrypt=no"_s, {Umfang::Offen, Pruefung::Keine}, {Umfang::Offen, Pruefung::Unbekannt}},
+      {b + u"Encrypt=yes;"_s + vertraut, {Umfang::Ganz, Pruefung::Keine}, {Umfang::Ganz, Pruefung::Keine}},
+      {b + u"Encryption=require"_s, {Umfang::Ganz, Pruefung::Keine}, {Umfang::Ganz, Pruefung::Ganz}},
+  };
+  for (const Fall& fall : faelle) {
+    SCOPED_TRACE(fall.text.toStdString());
+    EXPECT_EQ(aufruf(fall.text, FreeTds).schutz, fall.freetds);
+    EXPECT_EQ(aufruf(fall.text, Hersteller).schutz, fall.hersteller);
+  }
+  const QString u = u"UID=u;PWD=k;"_s;
+  EXPECT_EQ(aufruf(b + u"Encryption=off"_s).schutz, (Schutz{Umfang::Keiner, Pruefung::Keine}));
+  EXPECT_EQ(aufruf(u"Servername=kvo;"_s + u).schutz, (Schutz{Umfang::Offen, Pruefung::Ganz}));
+  EXPECT_EQ(aufruf(u"Servername=ohne;"_s + u).schutz, (Schutz{Umfang::Ganz, Pruefung::Keine}));
+  EXPECT_EQ(
+      aufruf(u"Servername=fremder;Encryption=require;"_s + u).schutz, (Schutz{Umfang::Ganz, Pruefung::Ohne_Namen}));
+  EXPECT_EQ(aufruf(u"DSN=Gepruefte;Encrypt=yes;"_s + u).schutz, (Schutz{Umfang::Ganz, Pruefung::Ganz}));
+  EXPECT_EQ(aufruf(b, u"ODBC Driver 17 for SQL Server"_s).schutz, Schutz());
+  EXPECT_EQ(aufruf(u"DSN=Quelle;"_s + u, Hersteller).schutz, Schutz()) << "odbc.ini may say otherwise";
+  EXPECT_EQ(aufruf(b + u"Encrypt=strict;"_s + vertraut, Hersteller).schutz, (Schutz{Umfang::Ganz, Pruefung::Ganz}));
 }
 
 TEST(OdbcVerbindung, NoRefusalRepeatsAPassword) {

@@ -1,0 +1,76 @@
+#include "tests/freigabe/Abbruch.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int Frist = 120'000;
+
+}  // namespace
+
+Abbruch::Abbruch(Ablage& ablage, QString baum, unsigned saat) : ablage_(ablage), baum_(std::move(baum)), zufall_(saat) {
+  // What a turn makes of the one picture that is turned again and again.
+  const QString bild = ablage_.wartendes(u"drehen.jpg"_s);
+  const QString ziel = ablage_.pfad(u"eingang/gedreht.jpg"_s);
+  EXPECT_EQ(ablage_.fuehre(baum_, u"drehen"_s, {u"--um"_s, u"90"_s, bild, ziel}), 0) << ablage_.gesagt().toStdString();
+  QFile gedreht(ziel);
+  EXPECT_TRUE(gedreht.open(QIODevice::ReadOnly));
+  ablage_.erlaube(gedreht.readAll());
+  EXPECT_EQ(ablage_.fuehre(baum_, u"zuordnen"_s, {bild}), 0) << ablage_.gesagt().toStdString();
+}
+
+Abbruch::Auftrag Abbruch::ziehe() {
+  const QString eingang = ablage_.pfad(u"eingang/drehen.jpg"_s);
+  switch (std::uniform_int_distribution<int>(0, 5)(zufall_)) {
+    case 0:
+      return {u"drehen"_s, {u"--um"_s, u"90"_s, eingang, baum_ + u"/Belege/1/gedreht.jpg"_s}};
+    case 1:
+      return {u"aufraeumen"_s, {u"--ja"_s, u"--ordner"_s, u"Belege"_s}};
+    case 2: {
+      const auto zeilen = ablage_.zeilen();
+      const QJsonObject zeile = zeilen.at(std::uniform_int_distribution<qsizetype>(0, zeilen.size() - 1)(zufall_));
+      return {u"aendern"_s,
+          {u"--beschreibung"_s, QString::number(++nummer_),
+              zeile[u"bildname"_s].toString() + u'.' + zeile[u"bildext"_s].toString()}};
+    }
+    default: {
+      QStringList bilder;
+      for (int i = 0; i < 3; ++i) bilder.append(ablage_.wartendes(u"Bäder%1.jpg"_s.arg(++nummer_), i == 1));
+      return {u"zuordnen"_s, bilder};
+    }
+  }
+}
+
+void Abbruch::merke_Reste(const QString& befehl) {
+  for (const QString& name : ablage_.reste()) {
+    if (bekannte_Reste_.contains(name)) continue;
+    bekannte_Reste_.insert(name);
+    reste_[befehl].append(name);
+  }
+}
+
+bool Abbruch::erschlage_einen() {
+  const Auftrag auftrag = ziehe();
+  // The first of its kind tells how long one takes, and goes on telling when one ends before its time.
+  double& dauer = dauer_ms_[auftrag.befehl];
+  const int frist = dauer == 0 ? Frist : std::uniform_int_distribution<int>(1, static_cast<int>(dauer * 1.1))(zufall_);
+  QElapsedTimer uhr;
+  uhr.start();
+  const auto prozess = ablage_.beginne(baum_, auftrag.befehl, auftrag.argumente);
+  const bool geendet = prozess->waitForFinished(frist);
+  if (geendet) {
+    dauer = dauer == 0 ? static_cast<double>(uhr.elapsed()) : 0.9 * dauer + 0.1 * static_cast<double>(uhr.elapsed());
+  } else {
+    prozess->kill();
+    prozess->waitForFinished(Frist);
+    ++erschlagene_;
+    merke_Reste(auftrag.befehl);
+  }
+  for (const QString& name : ablage_.schlechte()) schlechte_.append(auftrag.befehl + u": "_s + name);
+  return !geendet;
+}

@@ -1,0 +1,45 @@
+// Kills at drawn moments on a file system of this machine. KVO_ABBRUECHE and KVO_ABBRUECHE_SAAT set number and seed.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <cstdio>
+
+#include "tests/freigabe/Abbruch.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+int zahl_aus(const char* name, int sonst) {
+  const int zahl = qEnvironmentVariableIntValue(name);
+  return zahl > 0 ? zahl : sonst;
+}
+
+/// The file system holds files without a name.
+bool kennt_namenlose(const QString& ordner) {
+  const int datei = ::open(QFile::encodeName(ordner).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  if (datei >= 0) ::close(datei);
+  return datei >= 0;
+}
+
+}  // namespace
+
+TEST(AmAblageordner, WheneverACommandIsKilledEachRowHasItsWholeFileAndTheNextWriteLeavesNoRest) {
+  Ablage ablage;
+  Abbruch abbruch(ablage, ablage.baum(), static_cast<unsigned>(zahl_aus("KVO_ABBRUECHE_SAAT", 4711)));
+  const int anzahl = zahl_aus("KVO_ABBRUECHE", 12);
+  while (abbruch.erschlagene() < anzahl && !testing::Test::HasFailure()) abbruch.erschlage_einen();
+  EXPECT_TRUE(abbruch.schlechte().isEmpty()) << abbruch.schlechte().join(u"\n"_s).toStdString();
+  std::printf("killed: %d\n", abbruch.erschlagene());
+  for (const auto& [befehl, reste] : abbruch.reste()) {
+    std::printf("  hidden files left by %s: %d\n", qPrintable(befehl), static_cast<int>(reste.size()));
+    for (const QString& rest : reste)
+      EXPECT_TRUE(!kennt_namenlose(ablage.baum()) || rest.endsWith(u"-f-gedreht.jpg"_s))
+          << "only an exchange, at its last step: " << rest.toStdString();
+  }
+  EXPECT_EQ(ablage.fuehre(ablage.baum(), u"zuordnen"_s, {ablage.wartendes(u"zuletzt.jpg"_s)}), 0)
+      << ablage.gesagt().toStdString();
+  EXPECT_EQ(ablage.reste(), QStringList());
+}
