@@ -37,5 +37,7 @@ namespace wirtsoptionen {
 /// Reads the arguments, without the program's own name. A wrong call ends with Abbruch, Ausgang::Aufruf.
 Wirtsoptionen lies(const QStringList& argumente);
 QString hilfetext();
+/// The data folder where the call names none, as a path of this machine.
+QString ueblicher_Datenordner();
 
 }  // namespace wirtsoptionen

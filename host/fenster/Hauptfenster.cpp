@@ -21,6 +21,7 @@
 #include "host/fenster/Anmeldefenster.h"
 #include "host/fenster/Gemerkterplatz.h"
 #include "host/fenster/Vorgangsansicht.h"
+#include "host/fenster/dialog/Entfernungsfrage.h"
 #include "platform/host/KVOCore.h"
 #include "platform/host/Oberflaeche.h"
 #include "store/Bilddatei.h"
@@ -62,7 +63,7 @@ QString ort_der_Datenbank(const Arbeitsplatz& platz) {
 
 Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
     : platz_(std::move(optionen)),
-      lauf_(platz_, std::move(dialog)),
+      lauf_(platz_, entfernungsfrage::hinter(std::move(dialog))),
       zuletzt_(platz_.optionen()),
       liste_(new Vorgangsliste),
       ansicht_(new Vorgangsansicht),

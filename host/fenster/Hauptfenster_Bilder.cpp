@@ -29,6 +29,11 @@ auto mit_Fortschritt(QWidget* ueber, auto&& arbeit) {
   });
 }
 
+QString gross(QString satz) {
+  satz[0] = satz[0].toUpper();
+  return satz;
+}
+
 /// What went and what did not, where the user has stopped it on the way.
 void zeige_Angehaltenes(const Aufraeumen& aufraeumen, const Aufraeumen::Ergebnis& ergebnis, const Aufraeumplan& liste) {
   QStringList weg;
@@ -40,8 +45,8 @@ void zeige_Angehaltenes(const Aufraeumen& aufraeumen, const Aufraeumen::Ergebnis
     else if (!ergebnis.geblieben.contains(pfad))
       weg.append(pfad);
   }
-  MsgBox(u"Das Aufräumen ist angehalten.\r\n\r\nGelöscht sind:\r\n%1\r\n\r\nNoch da sind:\r\n%2"_s.arg(
-             meldungszeilen(weg), meldungszeilen(da)),
+  MsgBox(u"Das Aufräumen ist angehalten.\r\n\r\n%1:\r\n%2\r\n\r\nNoch da:\r\n%3"_s.arg(
+             gross(Aufraeumen::worte(ergebnis)), meldungszeilen(weg), meldungszeilen(da)),
       Knoepfe::OK, Symbol::Information, Titel);
 }
 
@@ -71,8 +76,9 @@ QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
   if (ergebnis.getan > 0 && !angehalten.isEmpty()) zeige_Angehaltenes(aufraeumen, ergebnis, plan);
   if (!angehalten.isEmpty()) return u"Bilderbaum: "_s + angehalten;
   const QStringList& geblieben = ergebnis.geblieben;
-  return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 gelöscht."_s.arg(plan.Posten.size())
-                             : u"Bilderbaum: NICHT gelöscht sind %1."_s.arg(geblieben.join(u", "_s));
+  const QString womit = fenster.ist_endgueltig() ? u"gelöscht"_s : u"in den Papierkorb verschoben"_s;
+  return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 %2."_s.arg(QString::number(plan.Posten.size()), womit)
+                             : u"Bilderbaum: NICHT %1 sind %2."_s.arg(womit, geblieben.join(u", "_s));
 }
 
 }  // namespace

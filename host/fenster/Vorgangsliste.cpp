@@ -60,7 +60,7 @@ Vorgangsliste::Vorgangsliste(QWidget* oberhalb)
       cmd_Einlesen(benannt(new QPushButton(u"Neu &einlesen"_s, this), u"cmd_Einlesen"_s)),
       cmd_Suchen(benannt(new QPushButton(u"Bilder &suchen …"_s, this), u"cmd_Suchen"_s)),
       cmd_Aufraeumen(benannt(new QPushButton(u"Bilderbaum auf&räumen …"_s, this), u"cmd_Aufraeumen"_s)),
-      cmd_Papierkorb(benannt(new QPushButton(u"Papierkorb …"_s, this), u"cmd_Papierkorb"_s)),
+      cmd_Papierkorb(benannt(new QPushButton(u"&Papierkorb …"_s, this), u"cmd_Papierkorb"_s)),
       cmd_NeuerVorgang(benannt(new QPushButton(u"&Neuer Vorgang …"_s, this), u"cmd_NeuerVorgang"_s)),
       cmd_ListeEinlesen(benannt(new QPushButton(u"&Vorgänge einlesen …"_s, this), u"cmd_ListeEinlesen"_s)),
       txt_Filter(benannt(new QLineEdit(this), u"txt_Filter"_s)),

@@ -34,7 +34,7 @@ bool ist_bestaetigt(const Aufraeumen& aufraeumen, const Aufraeumplan& plan, bool
       std::count_if(plan.Posten.begin(), plan.Posten.end(), [](const auto& p) { return p.ist_Ordner(); });
   const QString wohin = endgueltig
       ? u"Endgültig löschen"_s
-      : u"In den Papierkorb „%1“ legen"_s.arg(namen::angezeigt(aufraeumen.papierkorb().ordner()));
+      : u"In den Papierkorb „%1“ verschieben"_s.arg(namen::angezeigt(aufraeumen.papierkorb().ordner()));
   return papierkorbbefehl::ist_bestaetigt(u"%1 (Dateien: %2, Ordner: %3, %4)? Mit „ja“ bestätigen:"_s.arg(wohin,
       QString::number(std::ssize(plan.Posten) - ordner), QString::number(ordner),
       papierkorbbefehl::groesse(Aufraeumen::bytes(plan))));
@@ -55,7 +55,7 @@ class Anzeige {
  private:
   static QString worte(Aufraeumen::Schritt schritt) {
     if (schritt == Aufraeumen::Schritt::Lesen) return u"Lesen"_s;
-    return schritt == Aufraeumen::Schritt::Pruefen ? u"Prüfen"_s : u"Löschen"_s;
+    return schritt == Aufraeumen::Schritt::Pruefen ? u"Prüfen"_s : u"Aufräumen"_s;
   }
 
   Haltewunsch halt_;
@@ -66,11 +66,13 @@ class Anzeige {
 Ausgang loesche(Aufraeumen& aufraeumen, const Aufraeumplan& plan, bool endgueltig) {
   Anzeige anzeige;
   const Aufraeumen::Ergebnis ergebnis = aufraeumen.fuehre_aus(plan, anzeige.fortgang(), {}, endgueltig);
-  for (const QString& pfad : ergebnis.geblieben) ausgabe::meldung(u"„%1“ ließ sich nicht löschen."_s.arg(pfad));
+  const QString womit = endgueltig ? u"löschen"_s : u"in den Papierkorb verschieben"_s;
+  for (const QString& pfad : ergebnis.geblieben) ausgabe::meldung(u"„%1“ ließ sich nicht %2."_s.arg(pfad, womit));
   const QString angehalten = aufraeumen.angehalten(ergebnis, plan);
   if (!angehalten.isEmpty()) ausgabe::meldung(angehalten);
   if (!ergebnis.lauf.isEmpty())
-    ausgabe::meldung(u"Im Papierkorb; zurück holt es „kvobild aufraeumen --zurueckholen %1“."_s.arg(ergebnis.lauf));
+    ausgabe::meldung(
+        u"In den Papierkorb verschoben; zurück holt es „kvobild aufraeumen --zurueckholen %1“."_s.arg(ergebnis.lauf));
   const bool alles = ergebnis.geblieben.isEmpty() && angehalten.isEmpty() && ist_True(plan.Ergebnis);
   return alles ? Ausgang::Erledigt : Ausgang::Teilweise;
 }
@@ -120,7 +122,7 @@ Ausgang raeume_auf(const Aufruf& aufruf) {
 
 Befehl befehle::aufraeumen() {
   return {u"aufraeumen"_s, u"räumt aus der Ablage, worauf keine Zuordnung zeigt, in einen Papierkorb"_s, u"[LAUF]"_s,
-      uR"(Zeigt die Dateien und Ordner, die gehen, fragt und legt sie neben die Bildablage, in „ABLAGE.papierkorb“ unter
+      uR"(Zeigt die Dateien und Ordner, die gehen, fragt und verschiebt sie neben die Bildablage, in „ABLAGE.papierkorb“ unter
 Datum und Uhrzeit: Bilder, auf die keine Zuordnung zeigt, Textdateien ohne ihr Bild und Ordner, die dann
 leer sind. „--zurueckholen“ bringt sie wieder, nie über eine Datei, die inzwischen da ist; „--endgueltig“
 leert den Papierkorb. Es bleibt, mit Nennung: ein Bild, das eine Zuordnung mit ganzem Namen nennt, der Text

@@ -120,6 +120,7 @@ bool papierkorbbefehl::ist_gemeint(const Aufruf& aufruf) {
 Ausgang papierkorbbefehl::fuehre_aus(const Aufruf& aufruf) {
   const QString wurzel = bildwurzel(aufruf);
   const Papierkorb korb(wurzel, anderswo(aufruf));
+  const Protokoll protokoll(protokollordner(aufruf), wurzel);
   return aufruf.gesetzt(Zurueckholen) ? hole_zurueck(korb, aufruf) : leere(korb, aufruf);
 }
 

@@ -6,9 +6,10 @@
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/aufraeumen/Schonung.h"
+#include "host/betrieb/protokoll/Protokoll.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
-#include "platform/files/Umzug.h"
+#include "platform/files/wirt/Umzug.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -164,6 +165,7 @@ bool Aufraeumen::nennt_eine_Zeile(const QString& pfad) const {
 
 std::optional<Bleibendes::Grund> Aufraeumen::warum_es_bleibt(
     const Aufraeumposten& posten, std::optional<std::int64_t> stichzeit) {
+  if (Papierkorb::liegt_in_einem(posten.Pfad.mid(wurzel_.size() + 1))) return Bleibendes::Grund::Papierkorb;
   if (posten.Warum == Grund::OhneZuordnung && nennt_eine_Zeile(posten.Pfad)) return Bleibendes::Grund::Genannt;
   if (!stichzeit) return std::nullopt;
   // What does not tell when it came is left alone as well.
@@ -231,8 +233,10 @@ Aufraeumen::Ergebnis Aufraeumen::fuehre_aus(const Aufraeumplan& gezeigt, const F
     if (!geht_weiter(fortgang, Schritt::Loeschen, ergebnis.getan, plan.Posten.size())) break;
     const auto grund = versuche([&] { nimm_weg(p, ergebnis.lauf); });
     // What somebody else has deleted meanwhile is gone as well.
-    if (grund && (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad)))
-      ergebnis.geblieben.append(angezeigt(p));
+    const bool da = grund && (p.ist_Ordner() ? dateien.FolderExists(p.Pfad) : dateien.FileExists(p.Pfad));
+    if (da) ergebnis.geblieben.append(angezeigt(p));
+    if (!p.ist_Ordner())
+      Protokoll::schreibe({Protokolleintrag::Tat::Aufraeumen, !da, angezeigt(p), {}, {}, ergebnis.lauf});
     ++ergebnis.getan;
   }
   if (!ergebnis.lauf.isEmpty() && std::ssize(ergebnis.geblieben) == static_cast<std::ptrdiff_t>(ergebnis.getan)) {
@@ -255,6 +259,10 @@ std::int64_t Aufraeumen::bytes(const Aufraeumliste& liste) {
   return summe;
 }
 
+QString Aufraeumen::worte(const Ergebnis& ergebnis) {
+  return ergebnis.lauf.isEmpty() ? u"gelöscht"_s : u"in den Papierkorb verschoben"_s;
+}
+
 QString Aufraeumen::abgebrochen() {
   return u"Abgebrochen; nichts ist gelöscht."_s;
 }
@@ -263,9 +271,9 @@ QString Aufraeumen::angehalten(const Ergebnis& ergebnis, const Aufraeumplan& pla
   const std::size_t alle = plan.Posten.size();
   if (ergebnis.getan >= alle) return {};
   if (ergebnis.getan == 0) return abgebrochen();
-  return u"Angehalten: %1 von %2 sind gelöscht; von „%3“ an steht alles noch da."_s.arg(
+  return u"Angehalten: %1 von %2 sind %3; von „%4“ an steht alles noch da."_s.arg(
       QString::number(static_cast<qsizetype>(ergebnis.getan) - ergebnis.geblieben.size()), QString::number(alle),
-      angezeigt(plan.Posten[ergebnis.getan]));
+      worte(ergebnis), angezeigt(plan.Posten[ergebnis.getan]));
 }
 
 QString Aufraeumen::angezeigt(const QString& pfad, bool ist_Ordner) const {
@@ -292,5 +300,6 @@ QString Aufraeumen::worte(Bleibendes::Grund grund) {
   if (grund == Bleibendes::Grund::Genannt) return u"eine Zuordnung nennt den ganzen Namen"_s;
   if (grund == Bleibendes::Grund::TextZuBild) return u"gehört zu einem Bild, das bleibt"_s;
   if (grund == Bleibendes::Grund::Neu) return u"eben erst dazugekommen"_s;
+  if (grund == Bleibendes::Grund::Papierkorb) return u"liegt in einem Papierkorb"_s;
   return u"ausgenommen"_s;
 }

@@ -68,6 +68,8 @@ class Aufraeumen {
   static std::int64_t bytes(const Aufraeumliste& liste);
   /// The words of the Abbruch where it was stopped before anything went.
   static QString abgebrochen();
+  /// What became of what went: deleted, or moved to the Papierkorb.
+  static QString worte(const Ergebnis& ergebnis);
   /// What a clearing that was stopped has done, in words; empty where it was not.
   QString angehalten(const Ergebnis& ergebnis, const Aufraeumplan& plan) const;
 

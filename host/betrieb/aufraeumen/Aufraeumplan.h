@@ -13,6 +13,7 @@ struct Bleibendes {
     Genannt,      ///< a row names it in full, at another dot than the clearing parts names at
     TextZuBild,   ///< a text file whose picture stays
     Neu,          ///< it came a short while ago: somebody may stand between the copy and the save
+    Papierkorb,   ///< an earlier clearing has put it away, of another root that lies in this one
     Ausgenommen,  ///< the user has taken it off the list
   };
   /// As in Aufraeumposten.

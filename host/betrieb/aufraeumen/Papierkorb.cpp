@@ -4,15 +4,17 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
+#include <algorithm>
 #include <utility>
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/aufraeumen/Aufraeumen.h"
+#include "host/betrieb/protokoll/Protokoll.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
-#include "platform/files/Umzug.h"
+#include "platform/files/wirt/Umzug.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -74,6 +76,11 @@ QDateTime Papierkorb::zeit(const QString& lauf) {
   return zahl ? QDateTime::fromString(lauf.left(Zeitform.size()), Zeitform) : QDateTime();
 }
 
+bool Papierkorb::liegt_in_einem(const QString& pfad) {
+  const QStringList stufen = pfad.split(u'\\');
+  return std::any_of(stufen.begin(), stufen.end(), [](const QString& s) { return s.endsWith(Endung); });
+}
+
 QString Papierkorb::beginne(const Aufraeumplan& plan) const {
   umzug::lege_an(ordner_);
   const QString stempel = QDateTime::currentDateTime().toString(Zeitform);
@@ -129,8 +136,9 @@ QList<Papierkorb::Gebliebenes> Papierkorb::hole_zurueck(const QString& lauf) con
       geblieben.append({pfad, u"in der Bildablage steht inzwischen eine Datei dieses Namens"_s});
       continue;
     }
-    if (const auto grund = versuche([&] { umzug::verschiebe(im_Lauf(lauf, pfad), wurzel_ + u'\\' + pfad); }))
-      geblieben.append({pfad, grund->Beschreibung()});
+    const auto grund = versuche([&] { umzug::verschiebe(im_Lauf(lauf, pfad), wurzel_ + u'\\' + pfad); });
+    if (grund) geblieben.append({pfad, grund->Beschreibung()});
+    Protokoll::schreibe({Protokolleintrag::Tat::Zurueckholen, !grund, pfad, {}, {}, lauf});
   }
   raeume_leere(lauf, da.ordner);
   return geblieben;
@@ -146,9 +154,11 @@ QStringList Papierkorb::aeltere(int tage, const QDateTime& jetzt) const {
 QList<Papierkorb::Gebliebenes> Papierkorb::loesche(const QString& lauf) const {
   const Bestand da = bestand(lauf);
   QList<Gebliebenes> geblieben;
-  for (const QString& pfad : da.dateien)
-    if (const auto grund = versuche([&] { FileSystemObject().DeleteFile(im_Lauf(lauf, pfad), true); }))
-      geblieben.append({pfad, grund->Beschreibung()});
+  for (const QString& pfad : da.dateien) {
+    const auto grund = versuche([&] { FileSystemObject().DeleteFile(im_Lauf(lauf, pfad), true); });
+    if (grund) geblieben.append({pfad, grund->Beschreibung()});
+    Protokoll::schreibe({Protokolleintrag::Tat::EndgueltigLoeschen, !grund, pfad, {}, {}, lauf});
+  }
   raeume_leere(lauf, da.ordner);
   return geblieben;
 }

@@ -27,6 +27,9 @@ class Papierkorb {
   /// When a run was, by its name.
   static QDateTime zeit(const QString& lauf);
 
+  /// A path below a root leads into what clearings of another root have put away.
+  static bool liegt_in_einem(const QString& pfad);
+
   /// Makes a run for what is on the list and writes the list beside it; gives its name. Raises where that fails;
   /// nothing is changed then.
   QString beginne(const Aufraeumplan& plan) const;

@@ -66,11 +66,11 @@ Aufraeumfenster::Aufraeumfenster(const Aufraeumen& aufraeumen, const Aufraeumpla
 void Aufraeumfenster::baue_auf() {
   auto* lage = new QVBoxLayout(this);
   auto* frage = new QLabel(endgueltig_ ? u"Sollen diese Dateien und Ordner endgültig gelöscht werden?"_s
-                                       : u"Sollen diese Dateien und Ordner in den Papierkorb?"_s);
+                                       : u"Sollen diese Dateien und Ordner in den Papierkorb verschoben werden?"_s);
   frage->setObjectName(u"lbl_Frage"_s);
   lage->addWidget(frage);
   lst_Aufraeumen->setObjectName(u"lst_Aufraeumen"_s);
-  lst_Aufraeumen->setAccessibleName(u"Was gelöscht wird"_s);
+  lst_Aufraeumen->setAccessibleName(endgueltig_ ? u"Was gelöscht wird"_s : u"Was in den Papierkorb kommt"_s);
   lst_Aufraeumen->setHeaderLabels({u"Datei"_s, u"Grund"_s, u"Größe"_s, u"Geändert"_s});
   lst_Aufraeumen->setRootIsDecorated(false);
   lst_Aufraeumen->setUniformRowHeights(true);
@@ -156,7 +156,8 @@ void Aufraeumfenster::rechne() {
     for (const int spalte : {Datei, Grund, Groesse, Geaendert})
       zeilen_[i]->setForeground(spalte, palette().brush(gruppe, QPalette::Text));
   }
-  cmd_Loeschen->setText(u"%1 löschen"_s.arg(rest.Posten.size()));
+  cmd_Loeschen->setText(
+      (endgueltig_ ? u"%1 &löschen"_s : u"%1 in den &Papierkorb verschieben"_s).arg(rest.Posten.size()));
   cmd_Loeschen->setEnabled(!rest.Posten.empty());
   const QString platz = groesse(Aufraeumen::bytes(rest));
   lbl_Platz->setText(endgueltig_ ? u"Frei werden %1."_s.arg(platz)

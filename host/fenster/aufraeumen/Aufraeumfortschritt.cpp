@@ -53,7 +53,7 @@ void Aufraeumfortschritt::setze(Aufraeumen::Schritt schritt, std::size_t getan, 
   const auto zahl = [&](std::size_t n) { return deutsch.toString(static_cast<qulonglong>(n)); };
   QString worte = u"%1 Dateien sind gefunden."_s.arg(zahl(getan));
   if (schritt == Aufraeumen::Schritt::Pruefen) worte = u"%1 von %2 Dateien sind geprüft."_s.arg(zahl(getan), zahl(von));
-  if (schritt == Aufraeumen::Schritt::Loeschen) worte = u"%1 von %2 sind gelöscht."_s.arg(zahl(getan), zahl(von));
+  if (schritt == Aufraeumen::Schritt::Loeschen) worte = u"%1 von %2 sind aufgeräumt."_s.arg(zahl(getan), zahl(von));
   lbl_Fortschritt->setText(worte);
   bar_Fortschritt->setRange(0, static_cast<int>(von));
   bar_Fortschritt->setValue(static_cast<int>(getan));

@@ -67,22 +67,22 @@ TEST_F(WirtGrossesAufraeumen, TheButtonStopsItBehindAFileAndTheUserIsToldWhatWen
   raeume_auf([&](QWidget& fenster) {
     if (weg > 0) return;
     if (!ist_Fortschritt(fenster)) return druecke(fenster, u"cmd_Loeschen"_s);
-    if (!worte(fenster).endsWith(u"gelöscht."_s) || uebrige() == Viele) return;
+    if (!worte(fenster).endsWith(u"aufgeräumt."_s) || uebrige() == Viele) return;
     weg = Viele - uebrige();
     QStringList geloeschte;
     QStringList andere;
     for (int i = 0; i < Viele; ++i) (i < weg ? geloeschte : andere).append(u"Belege\\"_s + name(i));
     andere.append(u"Belege\\"_s);
-    meldungen_.erwarte({u"Das Aufräumen ist angehalten.\r\n\r\nGelöscht sind:\r\n"_s + meldungszeilen(geloeschte) +
-            u"\r\n\r\nNoch da sind:\r\n"_s + meldungszeilen(andere),
+    meldungen_.erwarte({u"Das Aufräumen ist angehalten.\r\n\r\nIn den Papierkorb verschoben:\r\n"_s +
+            meldungszeilen(geloeschte) + u"\r\n\r\nNoch da:\r\n"_s + meldungszeilen(andere),
         u"Bildzuordnung"_s, Symbol::Information, Knoepfe::OK});
     druecke(fenster, u"cmd_Abbrechen"_s);
   });
   ASSERT_GT(weg, 0);
   EXPECT_EQ(uebrige(), Viele - weg);
   EXPECT_EQ(text(u"lbl_Status"_s),
-      u"Bilderbaum: Angehalten: %1 von 3001 sind gelöscht; von „Belege\\%2“ an steht alles noch da."_s.arg(
-          QString::number(weg), name(weg)));
+      u"Bilderbaum: Angehalten: %1 von 3001 sind in den Papierkorb verschoben; von „Belege\\%2“ an steht alles noch da."_s
+          .arg(QString::number(weg), name(weg)));
 }
 
 }  // namespace

@@ -85,12 +85,12 @@ TEST_F(WirtAufraeumen, AfterTheYesExactlyWhatWasShownGoes) {
         (QStringList{u"Belege\\1\\b.jpg – keine Zuordnung"_s, u"Belege\\1\\bjpg.txt – Text ohne Bild"_s,
             u"Belege\\2\\c.jpg – keine Zuordnung"_s, u"Belege\\2\\ – leerer Ordner"_s}));
     EXPECT_EQ(fenster.findChild<QLabel*>(u"lbl_Warnung"_s), nullptr);
-    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 löschen"_s);
+    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 in den &Papierkorb verschieben"_s);
     EXPECT_EQ(stand().size(), 8) << "nothing goes before the yes";
     druecke(fenster, u"cmd_Loeschen"_s);
   }));
   EXPECT_EQ(stand(), (QStringList{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s}));
-  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 4 gelöscht."_s);
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 4 in den Papierkorb verschoben."_s);
 }
 
 TEST_F(WirtAufraeumen, WithoutTheYesNothingGoesAndTheEnterKeyIsNone) {
@@ -136,19 +136,19 @@ TEST_F(WirtAufraeumen, WhatTheUserTakesOffTheListStaysWithWhatHangsOnIt) {
       QTest::keyClick(liste, Qt::Key_Space);
     };
     schalte(2);
-    EXPECT_EQ(knopf->text(), u"2 löschen"_s) << "the picture and its folder stay";
+    EXPECT_EQ(knopf->text(), u"2 in den &Papierkorb verschieben"_s) << "the picture and its folder stay";
     schalte(0);
-    EXPECT_EQ(knopf->text(), u"0 löschen"_s) << "the text stays with its picture";
+    EXPECT_EQ(knopf->text(), u"0 in den &Papierkorb verschieben"_s) << "the text stays with its picture";
     EXPECT_FALSE(knopf->isEnabled());
     schalte(2);
-    EXPECT_EQ(knopf->text(), u"2 löschen"_s);
+    EXPECT_EQ(knopf->text(), u"2 in den &Papierkorb verschieben"_s);
     EXPECT_EQ(platz->text(), u"Zusammen 1 Bytes; frei werden sie, wenn der Papierkorb geleert wird."_s);
     druecke(fenster, u"cmd_Loeschen"_s);
   }));
   EXPECT_EQ(stand(),
       (QStringList{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s,
           u"Belege/1/bjpg.txt"_s}));
-  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 2 gelöscht."_s);
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 2 in den Papierkorb verschoben."_s);
 }
 
 TEST_F(WirtAufraeumen, TheWindowShowsThePicturesAndNamesWhatStays) {
@@ -166,7 +166,7 @@ TEST_F(WirtAufraeumen, TheWindowShowsThePicturesAndNamesWhatStays) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return farbe() > 200; }));
     EXPECT_EQ(
         gelistet(fenster).last(), u"Belege\\1\\IMG 08.15.00.jpg – bleibt: eine Zuordnung nennt den ganzen Namen"_s);
-    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 löschen"_s);
+    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 in den &Papierkorb verschieben"_s);
   }));
 }
 

@@ -1,8 +1,11 @@
+#include <sys/time.h>
+
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QProcess>
+#include <ctime>
 
 #include "tests/host/kvobild/Kvobild.h"
 
@@ -253,4 +256,32 @@ TEST_F(KvobildAufraeumen, AnEmptyPictureRootCountsAsNotMounted) {
   EXPECT_EQ(lauf.code, 4);
   EXPECT_TRUE(lauf.meldungen.contains(u"eingehängt"_s)) << lauf.meldungen.toStdString();
   EXPECT_TRUE(QDir(leer).exists());
+}
+
+TEST_F(KvobildAufraeumen, WhatDeadProcessesLeftGoesSilentlyAndAContentWithoutItsFileComesBack) {
+  const QString tot = u"bild.ablage/Belege/2/.kvo-empfang-0123abcd-17-89abcdef4711-3-e-neu.jpg"_s;
+  const QString einzig = u"bild.ablage/Belege/1/.kvo-empfang-0123abcd-17-89abcdef4711-3-f-einzig.jpg"_s;
+  for (const QString& name : {tot, einzig}) {
+    ordner_.schreibe(name, "x");
+    const struct timeval alt[2] = {{::time(nullptr) - 200'000, 0}, {::time(nullptr) - 200'000, 0}};
+    ASSERT_EQ(::utimes(QFile::encodeName(ordner_.pfad(name)).constData(), alt), 0);
+  }
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(lauf.zeilen().filter(u"kvo-"_s), QStringList());
+  EXPECT_FALSE(lauf.meldungen.contains(u"kvo-"_s)) << lauf.meldungen.toStdString();
+  EXPECT_FALSE(ordner_.vorhanden(tot));
+  EXPECT_FALSE(ordner_.vorhanden(einzig));
+  EXPECT_TRUE(lauf.zeilen().contains(u"Belege\\1\\einzig.jpg"_s)) << "it is a picture again, and has no row";
+}
+
+TEST_F(KvobildAufraeumen, ThePapierkorbOfAnotherRootInsideThisOneIsLeftAlone) {
+  ordner_.schreibe(u"bild.ablage/Belege.papierkorb/2024-01-01_000000/1/alt.jpg"_s, "x");
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(lauf.zeilen(), alles);
+  EXPECT_TRUE(lauf.meldungen.contains(
+      u"„Belege.papierkorb\\2024-01-01_000000\\1\\alt.jpg“ bleibt: liegt in einem Papierkorb.\n"_s))
+      << lauf.meldungen.toStdString();
+  EXPECT_TRUE(ordner_.vorhanden(u"bild.ablage/Belege.papierkorb/2024-01-01_000000/1/alt.jpg"_s));
 }

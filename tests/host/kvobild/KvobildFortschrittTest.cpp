@@ -76,10 +76,10 @@ TEST_F(KvobildFortschritt, AClearingShowsWhatItChecksAndWhatItDeletes) {
   const QByteArray leer = " [..............................] 0 von ";
   EXPECT_TRUE(balken.contains("\r\033[KPrüfen" + leer + "3")) << balken.toStdString();
   EXPECT_TRUE(balken.contains("\r\033[KLöschen" + leer + "4")) << "the folder goes too: " << balken.toStdString();
-  EXPECT_TRUE(balken.contains("\r\033[Kkvobild: Im Papierkorb; ")) << balken.toStdString();
+  EXPECT_TRUE(balken.contains("\r\033[Kkvobild: In den Papierkorb verschoben; ")) << balken.toStdString();
   lege_freie(3);
   const QString meldungen = kvobild(aufraeumung()).meldungen;
-  EXPECT_TRUE(meldungen.startsWith(u"kvobild: Im Papierkorb; "_s)) << meldungen.toStdString();
+  EXPECT_TRUE(meldungen.startsWith(u"kvobild: In den Papierkorb verschoben; "_s)) << meldungen.toStdString();
   EXPECT_EQ(meldungen.count(u'\n'), 1);
 }
 
@@ -88,7 +88,7 @@ TEST_F(KvobildFortschritt, CtrlCEndsAClearingBehindAFileAndItSaysHowFarItCame) {
   const Lauf lauf = raeume_auf_bis(u"KVO_STRGC_LOESCHEN"_s, 4);
   EXPECT_EQ(lauf.code, 1);
   EXPECT_TRUE(lauf.meldungen.startsWith(
-      u"kvobild: Angehalten: 4 von 10 sind gelöscht; von „Belege\\b4.jpg“ an steht alles noch da.\n"_s))
+      u"kvobild: Angehalten: 4 von 10 sind in den Papierkorb verschoben; von „Belege\\b4.jpg“ an steht alles noch da.\n"_s))
       << lauf.meldungen.toStdString();
   EXPECT_EQ(lauf.zeilen().size(), 10);
   EXPECT_EQ(lauf.zeilen().value(4), u"Belege\\b4.jpg"_s);

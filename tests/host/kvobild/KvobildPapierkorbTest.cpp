@@ -80,6 +80,18 @@ TEST_F(KvobildPapierkorb, WhatGoesLiesBesideTheRootWithAListAndComesBackByteForB
                   .meldungen.contains(u"„Belege\\1\\b.jpg“ bleibt: eben erst dazugekommen."_s));
 }
 
+TEST_F(KvobildPapierkorb, ARowThatNamesWhatCameBackFindsItAgainWithItsText) {
+  ASSERT_EQ(raeume().code, 0);
+  sql(u"insert into Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, SortIndex) "
+      "Values ('AB','1','-','-','b','jpg','BEL','-','Belege\\1',1)"_s);
+  const auto zeile = [&] { return zeilen().value(1); };
+  EXPECT_FALSE(zeile()[u"vorhanden"_s].toBool(true));
+  ASSERT_EQ(aufraeumen({u"--zurueckholen"_s}).code, 0);
+  EXPECT_TRUE(zeile()[u"vorhanden"_s].toBool());
+  EXPECT_EQ(zeile()[u"text"_s], u"Belege/1/bjpg.txt"_s);
+  EXPECT_EQ(ordner_.lies(u"bild.ablage/Belege/1/b.jpg"_s), "Belege/1/b.jpg");
+}
+
 TEST_F(KvobildPapierkorb, NothingComesBackOverAFileThatIsThere) {
   ASSERT_EQ(raeume().code, 0);
   ordner_.schreibe(u"bild.ablage/Belege/1/B.jpg"_s, "neues");
@@ -160,7 +172,7 @@ TEST_F(KvobildPapierkorb, WhereThereCanBeNoneTheQuestionSaysThatItIsForGood) {
   EXPECT_TRUE(aufraeumen({u"--schonfrist"_s, u"0"_s}, nein).meldungen.contains(u"nichts aufzuräumen"_s));
   ordner_.schreibe(u"bild.ablage/Belege/3/d.jpg"_s, "d");
   EXPECT_TRUE(aufraeumen({u"--schonfrist"_s, u"0"_s}, nein)
-                  .meldungen.contains(u"In den Papierkorb „%1“ legen (Dateien: 1, Ordner: 1, "_s.arg(korb())));
+                  .meldungen.contains(u"In den Papierkorb „%1“ verschieben (Dateien: 1, Ordner: 1, "_s.arg(korb())));
 }
 
 TEST_F(KvobildPapierkorb, AnotherPlaceIsNamedAlsoOnAnotherFileSystem) {

@@ -7,7 +7,7 @@
 #include <functional>
 
 #include "platform/basic/Laufzeitfehler.h"
-#include "platform/files/Umzug.h"
+#include "platform/files/wirt/Umzug.h"
 #include "tests/support/Umgebung.h"
 
 using namespace Qt::Literals::StringLiterals;

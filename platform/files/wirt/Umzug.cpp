@@ -1,4 +1,4 @@
-#include "platform/files/Umzug.h"
+#include "platform/files/wirt/Umzug.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -14,16 +14,12 @@
 #include "platform/files/Binaerdatei.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
-#include "platform/files/Schreiben.h"
 #include "platform/files/Stand.h"
 #include "platform/files/Systemfehler.h"
+#include "platform/files/Umbenennen.h"
 
 namespace umzug {
 namespace {
-
-QByteArray ordner_von(const QByteArray& ort) {
-  return ort.left(std::max(ort.lastIndexOf('/'), qsizetype{1}));
-}
 
 /// Which mount and which file system a folder stands on. A file system within another has the number of that mount but
 /// a device of its own.
@@ -79,7 +75,7 @@ bool geht_durch_Umbenennen(const QString& von, const QString& nach) {
     const QByteArray quelle = Pfadkarte::aktuell().maschinenpfad(von);
     const stand::Stand ziel = stand::von(nach);
     if (ziel.ist_Datei()) return false;
-    const QByteArray& ordner = ziel.vorhanden() ? ziel.ort : ordner_von(ziel.ort);
+    const QByteArray& ordner = ziel.vorhanden() ? ziel.ort : umbenennen::ordner_von(ziel.ort);
     return ::faccessat(AT_FDCWD, ordner.constData(), W_OK | X_OK, AT_EACCESS) == 0 &&
         auf_einer_Einhaengung(quelle, ordner);
   });
@@ -97,7 +93,7 @@ void lege_an(const QString& ordner) {
 void verschiebe(const QString& quelle, const QString& ziel) {
   const stand::Stand da = stand::von(quelle);
   if (!da.ist_Datei()) throw Laufzeitfehler(fehlernummer::DateiNichtGefunden);
-  if (schreiben::benenne_um(da.ort, Pfadkarte::aktuell().maschinenpfad_neu(ziel))) return;
+  if (umbenennen::benenne_um(da.ort, Pfadkarte::aktuell().maschinenpfad_neu(ziel))) return;
   const FileSystemObject dateien;
   dateien.CopyFile(quelle, ziel, false);
   if (!gleicher_Inhalt(quelle, ziel)) {
