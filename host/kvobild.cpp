@@ -21,22 +21,11 @@ void setze_Utf8() {
   if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
 }
 
-const Befehlsprogramm Kvobild{u"kvobild"_s, u"kvobild ordnet Bilddateien den Vorgängen eines Betriebs zu.\n"_s,
-    u"Ergebnisse stehen auf der Standardausgabe, Meldungen auf der Fehlerausgabe.\n"
-    "Fehlt --verbindung oder --bilder, gilt KVOBILD_VERBINDUNG oder KVOBILD_BILDER aus der Umgebung;\n"
-    "nennt die Verbindung einen Benutzer ohne Kennwort, gilt KVOBILD_KENNWORT."_s};
-
 Ausgang laufe(const QStringList& argumente) {
   // What a command writes comes from the files themselves, and a script leaves nothing in its user's cache.
   miniaturen::an(false);
   try {
-    const Ausgang ausgang = befehlszeile::fuehre_aus(Kvobild,
-        {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
-            befehle::entfernen(), befehle::aufraeumen(), befehle::ausgeben(), befehle::exif(), befehle::drehen(),
-            befehle::thumbnail(), befehle::bericht(), befehle::beispieldaten(), befehle::datenbank_anlegen(),
-            befehle::datenbank_pruefen(), befehle::vorgaenge_einlesen(), befehle::vorgaenge_liste(),
-            befehle::protokoll()},
-        argumente);
+    const Ausgang ausgang = befehlszeile::fuehre_aus(befehle::programm(), befehle::alle(), argumente);
     if (ausgabe::abgeschlossen()) return ausgang;
     throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);
   } catch (const Abbruch& abbruch) {

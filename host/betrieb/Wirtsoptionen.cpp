@@ -101,32 +101,42 @@ QString wirtsoptionen::ueblicher_Datenordner() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/kvobildzuordnung"_s;
 }
 
+const Befehl& wirtsoptionen::beschreibung() {
+  static const Befehl Selbst{u"bildzuordnung"_s, u"zeigt die Vorgänge eines Betriebs und ordnet ihnen Bilder zu"_s, {},
+      u"Ohne --verbindung gilt KVOBILD_VERBINDUNG, dann die gemerkte Datenbank, dann die im Datenordner, die\n"
+      "ihre eigene Bildablage hat; wer die Datenbank nennt, nennt auch die Bildablage (oder KVOBILD_BILDER).\n"
+      "Wer --datenordner nennt, meint dessen Datenbank.\n\n"
+      "Ausgang: 0 beendet, 1 der Rundgang sah nicht, was er sollte, 2 falscher Aufruf, 4 der Ordner des\n"
+      "Rundgangs ist nicht zu benutzen."_s,
+      {{u"verbindung"_s, u"DATENBANK"_s,
+           befehlszeile::verbindung_Option().hilfe +
+               u"\nDer nächste Start ohne Angabe öffnet sie wieder und fragt dann nach dem\n"
+               "Kennwort; gemerkt wird es nicht. Ein Kennwort im Aufruf sehen andere auf\n"
+               "diesem Rechner: Ohne es fragt das Programm, oder KVOBILD_KENNWORT nennt es"_s},
+          {u"bilder"_s, u"ORDNER"_s, u"Wurzel der Bildablage; wird mit der Datenbank gemerkt"_s},
+          {Eingebettet, {}, u"die Datenbank im Datenordner; vergisst die gemerkte"_s},
+          {u"datenordner"_s, u"ORDNER"_s,
+              u"eigener Ordner des Programms; der erste Start legt darin Datenbank und\n"
+              "Bildablage an. Sonst „kvobildzuordnung“ im Ordner\n"
+              "für Anwendungsdaten"_s},
+          {Leer, {}, u"der erste Start legt den Datenordner ohne Beispiele an, für die eigenen Vorgänge"_s},
+          {Beispiele, {}, u"der erste Start legt Beispiele an; ohne beides fragt er"_s},
+          {u"vorgang"_s, u"NUMMER"_s, u"beginnt mit diesem Vorgang, etwa \"AB 24-1001\""_s},
+          {u"rundgang"_s, u"ORDNER"_s,
+              u"geht ohne Benutzer mit Maus und Tasten durch Programm und Dialog, auf eigenen\n"
+              "Beispieldaten in ORDNER/daten, speichert Bilder der Fenster in ORDNER und\n"
+              "sagt, was danach in der Datenbank steht"_s},
+          befehlszeile::hilfe_Option()}};
+  return Selbst;
+}
+
 QString wirtsoptionen::hilfetext() {
-  return u"bildzuordnung zeigt die Vorgänge eines Betriebs und ordnet ihnen Bilder zu.\n\n"
-         "Aufruf: bildzuordnung [Optionen]\n"
-         "        bildzuordnung dialog BEFEHL [Optionen]   ein Dialog für sich, aus anderen Programmen;\n"
-         "                                                 „bildzuordnung dialog --hilfe“ nennt sie\n\n"
-         "Optionen:\n"
-         "  --verbindung DATENBANK   die Datenbank, etwa \"Provider=SQLite;Data Source=/pfad/bilder.db\";\n"
-         "                           ein bloßer Dateiname meint eine SQLite-Datei\n"
-         "                           Der nächste Start ohne Angabe öffnet sie wieder und fragt dann nach dem\n"
-         "                           Kennwort; gemerkt wird es nicht. Ein Kennwort im Aufruf sehen andere auf\n"
-         "                           diesem Rechner: Ohne es fragt das Programm, oder KVOBILD_KENNWORT nennt es\n"
-         "  --bilder ORDNER          Wurzel der Bildablage; wird mit der Datenbank gemerkt\n"
-         "  --eingebettet            die Datenbank im Datenordner; vergisst die gemerkte\n"
-         "  --datenordner ORDNER     eigener Ordner des Programms; der erste Start legt darin Datenbank und\n"
-         "                           Bildablage an. Sonst „kvobildzuordnung“ im Ordner\n"
-         "                           für Anwendungsdaten\n"
-         "  --leer                   der erste Start legt den Datenordner ohne Beispiele an, für die eigenen Vorgänge\n"
-         "  --beispiele              der erste Start legt Beispiele an; ohne beides fragt er\n"
-         "  --vorgang NUMMER         beginnt mit diesem Vorgang, etwa \"AB 24-1001\"\n"
-         "  --rundgang ORDNER        geht ohne Benutzer mit Maus und Tasten durch Programm und Dialog, auf eigenen\n"
-         "                           Beispieldaten in ORDNER/daten, speichert Bilder der Fenster in ORDNER und\n"
-         "                           sagt, was danach in der Datenbank steht\n"
-         "  -h, --hilfe              diese Hilfe\n\n"
-         "Ohne --verbindung gilt KVOBILD_VERBINDUNG, dann die gemerkte Datenbank, dann die im Datenordner, die\n"
-         "ihre eigene Bildablage hat; wer die Datenbank nennt, nennt auch die Bildablage (oder KVOBILD_BILDER).\n"
-         "Wer --datenordner nennt, meint dessen Datenbank.\n\n"
-         "Ausgang: 0 beendet, 1 der Rundgang sah nicht, was er sollte, 2 falscher Aufruf, 4 der Ordner des\n"
-         "Rundgangs ist nicht zu benutzen.\n"_s;
+  const Befehl& selbst = beschreibung();
+  return selbst.name + u' ' + selbst.kurz +
+      u".\n\n"
+      "Aufruf: bildzuordnung [Optionen]\n"
+      "        bildzuordnung dialog BEFEHL [Optionen]   ein Dialog für sich, aus anderen Programmen;\n"
+      "                                                 „bildzuordnung dialog --hilfe“ nennt sie\n\n"
+      "Optionen:\n"_s +
+      befehlszeile::optionszeilen(selbst.optionen) + u'\n' + selbst.erklaerung + u'\n';
 }

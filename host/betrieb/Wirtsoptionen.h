@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "host/betrieb/befehl/Befehlszeile.h"
+
 /// What a data folder holds that is made now.
 enum class Anfangsbestand { Fragen, Beispiele, Leer };
 
@@ -36,6 +38,8 @@ namespace wirtsoptionen {
 
 /// Reads the arguments, without the program's own name. A wrong call ends with Abbruch, Ausgang::Aufruf.
 Wirtsoptionen lies(const QStringList& argumente);
+/// The program with its options as its help names them.
+const Befehl& beschreibung();
 QString hilfetext();
 /// The data folder where the call names none, as a path of this machine.
 QString ueblicher_Datenordner();

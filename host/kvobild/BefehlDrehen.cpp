@@ -52,6 +52,7 @@ Ein JPEG, dessen Größe es zulässt, verliert dabei nichts; sonst werden die Bi
 Tabellen des Bildes neu kodiert. Exif und alle anderen Angaben bleiben, wie sie sind. ZIEL wird ersetzt,
 aber erst, wenn das Ergebnis vollständig auf dem Datenträger ist.)"_s,
       {{u"um"_s, u"ART"_s,
-          u"90, 180 oder 270 Grad; waagerecht (links und rechts) oder\nsenkrecht (oben und unten) spiegeln"_s}},
+          u"90, 180 oder 270 Grad; waagerecht (links und rechts) oder\nsenkrecht (oben und unten) spiegeln"_s,
+          {u"90"_s, u"180"_s, u"270"_s, u"waagerecht"_s, u"senkrecht"_s}}},
       2, 2, drehe};
 }

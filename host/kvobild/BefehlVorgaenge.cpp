@@ -134,8 +134,10 @@ Nummer und Grund genannt. Mit --json steht je falscher Zeile ein Objekt mit „z
 Ende das Ergebnis mit „neu“, „geaendert“, „gleich“, „falsch“ und „uebernommen“.)"_s,
       {{u"probe"_s, {}, u"zeigt nur, was geschähe"_s},
           {u"fehlerhafte-auslassen"_s, {}, u"nimmt die richtigen Zeilen, auch wenn andere falsch sind"_s},
-          {u"typ1"_s, u"TEXT"_s, u"Art der Vorgänge, wenn die Liste keine Spalte dafür hat"_s},
-          {u"kopfzeile"_s, u"JA_NEIN"_s, u"„ja“ oder „nein“, wenn der Befehl die Kopfzeile nicht erkennt"_s},
+          {u"typ1"_s, u"TEXT"_s, u"Art der Vorgänge, wenn die Liste keine Spalte dafür hat"_s,
+              {u"BEL"_s, u"MON"_s, u"ART"_s, u"ANL"_s}},
+          {u"kopfzeile"_s, u"JA_NEIN"_s, u"„ja“ oder „nein“, wenn der Befehl die Kopfzeile nicht erkennt"_s,
+              {u"ja"_s, u"nein"_s}},
           {u"spalten"_s, u"NAMEN"_s,
               u"die Spalten der Liste der Reihe nach, mit Komma; eine leere\n"_s
               u"wird übergangen: „Key1,,Text“"_s},

@@ -24,4 +24,8 @@ Befehl beispieldaten();
 Befehl vorgaenge_einlesen();
 Befehl vorgaenge_liste();
 
+/// The program, and all of its commands in the order in which its help names them.
+const Befehlsprogramm& programm();
+QList<Befehl> alle();
+
 }  // namespace befehle

@@ -34,7 +34,7 @@ namespace druckangaben {
 
 QList<Option> optionen() {
   QList<Option> liste;
-  for (const Angabe& a : Angaben) liste.append({a.name(), u"ja|nein"_s, a.hilfe.toString()});
+  for (const Angabe& a : Angaben) liste.append({a.name(), u"ja|nein"_s, a.hilfe.toString(), {u"ja"_s, u"nein"_s}});
   return liste;
 }
 

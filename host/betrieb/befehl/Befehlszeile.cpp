@@ -14,33 +14,21 @@ Abbruch falscher_Aufruf(const QString& programm, const QString& text) {
   return {Ausgang::Aufruf, text + u" Hilfe gibt „%1 --hilfe“."_s.arg(programm)};
 }
 
-const QString Ausgangstext =
-    u"Ausgang: 0 erledigt, 1 nichts gefunden oder nur zum Teil erledigt, 2 falscher Aufruf,\n"
-    u"         3 Datenbank, 4 Dateien."_s;
-
-void drucke_Optionen(const QList<Option>& optionen) {
-  for (const Option& option : optionen) {
-    const QString links = u"--"_s + option.name + (option.wert.isEmpty() ? QString() : u' ' + option.wert);
-    QString rechts = option.hilfe;
-    ausgabe::zeile(u"  "_s + links.leftJustified(24) + u' ' + rechts.replace(u'\n', u"\n"_s + QString(27, u' ')));
-  }
-}
-
 void drucke_Hilfe(const Befehlsprogramm& programm, const QList<Befehl>& befehle) {
   ausgabe::zeile(programm.zweck);
   ausgabe::zeile(u"Aufruf: %1 BEFEHL [Optionen] [Argumente]\n        %1 BEFEHL --hilfe\n"_s.arg(programm.name));
   ausgabe::zeile(u"Befehle:"_s);
   for (const Befehl& befehl : befehle) ausgabe::zeile(u"  "_s + befehl.name.leftJustified(18) + u' ' + befehl.kurz);
   ausgabe::zeile(u'\n' + programm.schluss + u'\n');
-  ausgabe::zeile(Ausgangstext);
+  ausgabe::zeile(befehlszeile::ausgangstext());
 }
 
 void drucke_Hilfe(const Befehlsprogramm& programm, const Befehl& befehl) {
   const QString argumente = befehl.argumente.isEmpty() ? QString() : u' ' + befehl.argumente;
   ausgabe::zeile(u"Aufruf: "_s + programm.name + u' ' + befehl.name + u" [Optionen]"_s + argumente + u"\n\n"_s +
       befehl.erklaerung + u"\n\nOptionen:"_s);
-  drucke_Optionen(befehl.optionen + QList<Option>{{u"hilfe"_s, {}, u"diese Hilfe"_s}});
-  ausgabe::zeile(u'\n' + Ausgangstext);
+  ausgabe::zeile(befehlszeile::optionszeilen(befehl.optionen + QList<Option>{befehlszeile::hilfe_Option()}) + u'\n' +
+      befehlszeile::ausgangstext());
 }
 
 /// Why the parser refuses the arguments, in words of our own: Qt's are English.
@@ -132,7 +120,8 @@ QList<Option> datensatz_Optionen() {
       {u"key2"_s, u"TEXT"_s, u"zweite Referenz (Belegnummer, …)"_s},
       {u"key3"_s, u"TEXT"_s, u"dritte Referenz (Nummer des Montageauftrags, …)"_s},
       {u"key4"_s, u"TEXT"_s, u"vierte Referenz"_s},
-      {u"typ1"_s, u"TEXT"_s, u"Art des Vorgangs: BEL Beleg, MON Montageauftrag, ART Artikel, ANL Anlage"_s},
+      {u"typ1"_s, u"TEXT"_s, u"Art des Vorgangs: BEL Beleg, MON Montageauftrag, ART Artikel, ANL Anlage"_s,
+          {u"BEL"_s, u"MON"_s, u"ART"_s, u"ANL"_s}},
       {u"typ2"_s, u"TEXT"_s, u"zweite Art, frei"_s}};
 }
 
@@ -148,6 +137,25 @@ Option bilder_Option() {
 
 Option json_Option() {
   return {u"json"_s, {}, u"je Eintrag eine Zeile mit einem JSON-Objekt"_s};
+}
+
+Option hilfe_Option() {
+  return {u"hilfe"_s, {}, u"diese Hilfe"_s};
+}
+
+QString optionszeilen(const QList<Option>& optionen) {
+  QString zeilen;
+  for (const Option& option : optionen) {
+    const QString links = u"--"_s + option.name + (option.wert.isEmpty() ? QString() : u' ' + option.wert);
+    QString rechts = option.hilfe;
+    zeilen += u"  "_s + links.leftJustified(24) + u' ' + rechts.replace(u'\n', u"\n"_s + QString(27, u' ')) + u'\n';
+  }
+  return zeilen;
+}
+
+QString ausgangstext() {
+  return u"Ausgang: 0 erledigt, 1 nichts gefunden oder nur zum Teil erledigt, 2 falscher Aufruf,\n"
+         "         3 Datenbank, 4 Dateien."_s;
 }
 
 Ausgang fuehre_aus(const Befehlsprogramm& programm, const QList<Befehl>& befehle, const QStringList& argumente) {

@@ -14,6 +14,8 @@ struct Option {
   QString name;
   QString wert;
   QString hilfe;
+  /// The values that it takes, where these can be counted.
+  QStringList werte = {};
 };
 
 /// What was called: the values of the options and the arguments that are no options.
@@ -67,6 +69,13 @@ QList<Option> datensatz_Optionen();
 Option verbindung_Option();
 Option bilder_Option();
 Option json_Option();
+/// The one that every command has.
+Option hilfe_Option();
+
+/// As the help lists options, each line with its end.
+QString optionszeilen(const QList<Option>& optionen);
+/// What the numbers mean with which commands end.
+QString ausgangstext();
 
 /// Finds the command of `argumente` (without the program's own name), prints the help that was asked for, or runs it.
 /// A wrong call ends with Abbruch.
