@@ -4,7 +4,9 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QIcon>
 #include <QStandardPaths>
+#include <QTimer>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -66,6 +68,8 @@ int laufe(const Wirtsoptionen& optionen) {
     Hauptfenster fenster(alle, {});
     fenster.beginne();
     fenster.show();
+    // After the window: reading it loads what draws SVG.
+    QTimer::singleShot(0, &fenster, [] { QApplication::setWindowIcon(QIcon(u":/bildzuordnung/bildzuordnung.svg"_s)); });
     ausgang = QApplication::exec();
   }
   // A thread that hangs in a driver would meet what the process tidies up.
@@ -92,6 +96,8 @@ int main(int argc, char** argv) {
   waehle_Plattform();
   const QApplication programm(argc, argv);
   QApplication::setApplicationName(u"bildzuordnung"_s);
+  // By this name a desktop finds the entry that the window belongs to, under its own window class too.
+  QApplication::setDesktopFileName(u"bildzuordnung"_s);
   QApplication::setApplicationDisplayName(u"Bildzuordnung"_s);
   try {
     const Wirtsoptionen optionen = wirtsoptionen::lies(QApplication::arguments().mid(1));

@@ -1,6 +1,7 @@
 #include "host/betrieb/Wirtsoptionen.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include "host/betrieb/Anmeldung.h"
@@ -18,6 +19,8 @@ Abbruch falscher_Aufruf(const QString& text) {
 const QString Eingebettet = u"eingebettet"_s;
 const QString Leer = u"leer"_s;
 const QString Beispiele = u"beispiele"_s;
+const QString Suchen = u"suchen"_s;
+const QString Neu = u"neuer-vorgang"_s;
 
 const QStringList& mit_Wert() {
   static const QStringList Namen{u"verbindung"_s, u"bilder"_s, u"datenordner"_s, u"vorgang"_s, u"rundgang"_s};
@@ -45,6 +48,25 @@ void pruefe_Rundgang(const QCommandLineParser& leser) {
   for (const QString& name : mit_Wert())
     if (name != "rundgang"_L1 && leser.isSet(name))
       throw falscher_Aufruf(u"„--rundgang“ hat eigene Daten und verträgt kein „--%1“."_s.arg(name));
+  if (!leser.positionalArguments().isEmpty())
+    throw falscher_Aufruf(u"„--rundgang“ hat eigene Daten und nimmt keine Dateien an."_s);
+}
+
+/// What a desktop opens with the program. A word that is no file is a mistake in the call.
+QStringList lies_Dateien(const QCommandLineParser& leser) {
+  QStringList dateien;
+  for (const QString& angabe : leser.positionalArguments()) {
+    const QFileInfo datei(angabe);
+    if (!datei.exists()) throw falscher_Aufruf(u"„%1“ ist zu viel."_s.arg(anmeldung::ohne_Geheimnis(angabe)));
+    dateien.append(datei.absoluteFilePath());
+  }
+  return dateien;
+}
+
+Anfangstat lies_Tat(const QCommandLineParser& leser) {
+  if (leser.isSet(Suchen) && leser.isSet(Neu))
+    throw falscher_Aufruf(u"„--suchen“ und „--neuer-vorgang“ schließen sich aus."_s);
+  return leser.isSet(Suchen) ? Anfangstat::Suchen : leser.isSet(Neu) ? Anfangstat::Neuer_Vorgang : Anfangstat::Keine;
 }
 
 /// What the first start makes; a program without a window to ask in chooses the samples.
@@ -75,14 +97,14 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
   QCommandLineParser leser;
   leser.addOption(QCommandLineOption(QStringList{u"h"_s, u"hilfe"_s}));
   for (const QString& name : mit_Wert()) leser.addOption(QCommandLineOption(name, {}, u"WERT"_s));
-  for (const QString& name : {Eingebettet, Leer, Beispiele}) leser.addOption(QCommandLineOption(name));
+  for (const QString& name : {Eingebettet, Leer, Beispiele, Suchen, Neu}) leser.addOption(QCommandLineOption(name));
   if (!leser.parse(QStringList{u"bildzuordnung"_s} + argumente)) throw falscher_Aufruf(grund(leser, argumente));
-  if (!leser.positionalArguments().isEmpty())
-    throw falscher_Aufruf(u"„%1“ ist zu viel."_s.arg(anmeldung::ohne_Geheimnis(leser.positionalArguments().first())));
   pruefe_Rundgang(leser);
   if (leser.isSet(Eingebettet) && leser.isSet(u"verbindung"_s))
     throw falscher_Aufruf(u"„--eingebettet“ und „--verbindung“ schließen sich aus."_s);
   Wirtsoptionen optionen;
+  optionen.dateien = lies_Dateien(leser);
+  optionen.tat = lies_Tat(leser);
   optionen.rundgang = wert(leser, u"rundgang"_s);
   optionen.hilfe = leser.isSet(u"hilfe"_s);
   optionen.anfang = lies_Anfang(leser);
@@ -101,7 +123,7 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
 
 QString wirtsoptionen::hilfetext() {
   return u"bildzuordnung zeigt die Vorgänge eines Betriebs und ordnet ihnen Bilder zu.\n\n"
-         "Aufruf: bildzuordnung [Optionen]\n"
+         "Aufruf: bildzuordnung [Optionen] [DATEI …]\n"
          "        bildzuordnung dialog BEFEHL [Optionen]   ein Dialog für sich, aus anderen Programmen;\n"
          "                                                 „bildzuordnung dialog --hilfe“ nennt sie\n\n"
          "Optionen:\n"
@@ -118,10 +140,14 @@ QString wirtsoptionen::hilfetext() {
          "  --leer                   der erste Start legt den Datenordner ohne Beispiele an, für die eigenen Vorgänge\n"
          "  --beispiele              der erste Start legt Beispiele an; ohne beides fragt er\n"
          "  --vorgang NUMMER         beginnt mit diesem Vorgang, etwa \"AB 24-1001\"\n"
+         "  --suchen                 beginnt mit der Bildsuche\n"
+         "  --neuer-vorgang          beginnt mit einem neuen Vorgang\n"
          "  --rundgang ORDNER        geht ohne Benutzer mit Maus und Tasten durch Programm und Dialog, auf eigenen\n"
          "                           Beispieldaten in ORDNER/daten, speichert Bilder der Fenster in ORDNER und\n"
          "                           sagt, was danach in der Datenbank steht\n"
          "  -h, --hilfe              diese Hilfe\n\n"
+         "Jede DATEI ist ein Bild, das auf einen Vorgang wartet: Das Fenster bietet an, es dem gewählten "
+         "zuzuordnen.\n\n"
          "Ohne --verbindung gilt KVOBILD_VERBINDUNG, dann die gemerkte Datenbank, dann die im Datenordner, die\n"
          "ihre eigene Bildablage hat; wer die Datenbank nennt, nennt auch die Bildablage (oder KVOBILD_BILDER).\n"
          "Wer --datenordner nennt, meint dessen Datenbank.\n\n"
