@@ -4,13 +4,16 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QIcon>
 #include <QStandardPaths>
+#include <QTimer>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Fassung.h"
 #include "host/betrieb/Gedaechtnis.h"
 #include "host/betrieb/befehl/Ausgabe.h"
 #include "host/betrieb/vorgang/Vorgangsdienst.h"
@@ -68,6 +71,8 @@ int laufe(const Wirtsoptionen& optionen) {
     Hauptfenster fenster(alle, {});
     fenster.beginne();
     fenster.show();
+    // After the window: reading it loads what draws SVG.
+    QTimer::singleShot(0, &fenster, [] { QApplication::setWindowIcon(QIcon(u":/bildzuordnung/bildzuordnung.svg"_s)); });
     ausgang = QApplication::exec();
   }
   // A thread that hangs in a driver would meet what the process tidies up.
@@ -94,11 +99,14 @@ int main(int argc, char** argv) {
   waehle_Plattform();
   const QApplication programm(argc, argv);
   QApplication::setApplicationName(u"bildzuordnung"_s);
+  // By this name a desktop finds the entry that the window belongs to, under its own window class too.
+  QApplication::setDesktopFileName(u"bildzuordnung"_s);
   QApplication::setApplicationDisplayName(u"Bildzuordnung"_s);
   try {
     const Wirtsoptionen optionen = wirtsoptionen::lies(QApplication::arguments().mid(1));
-    if (!optionen.hilfe) return laufe(optionen);
-    static_cast<void>(std::fputs(wirtsoptionen::hilfetext().toUtf8().constData(), stdout));
+    if (!optionen.hilfe && !optionen.version) return laufe(optionen);
+    const QString text = optionen.hilfe ? wirtsoptionen::hilfetext() : fassung::text(u"bildzuordnung"_s) + u'\n';
+    static_cast<void>(std::fputs(text.toUtf8().constData(), stdout));
     return static_cast<int>(Ausgang::Erledigt);
   } catch (const Abbruch& abbruch) {
     static_cast<void>(std::fputs((u"bildzuordnung: "_s + abbruch.text() + u'\n').toUtf8().constData(), stderr));

@@ -36,8 +36,7 @@ bool schreibe_alle(const QString& ordner) {
   const Befehl& fenster = wirtsoptionen::beschreibung();
   const QString nummer = fassung::nummer();
   QList<Handbuchseite> seiten = handbuchseiten::mit_Befehlen(befehle::programm(), befehle::alle(), nummer);
-  seiten.append(
-      handbuchseiten::mit_Dialogen(fenster, dialogbefehle::programm(), dialogbefehle::alle(), nummer));
+  seiten.append(handbuchseiten::mit_Dialogen(fenster, dialogbefehle::programm(), dialogbefehle::alle(), nummer));
   for (const Handbuchseite& seite : seiten)
     if (!schreibe(ziel.filePath(u"man/"_s + seite.datei), seite.text)) return false;
   return schreibe(ziel.filePath(u"bash/kvobild"_s),

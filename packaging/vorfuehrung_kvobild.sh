@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Shows the command line: pictures are assigned to a business record on the embedded database, read back, changed,
-# renamed and removed. Builds what it needs.
+# renamed and removed. Builds what it needs, unless it is told which program to show: vorfuehrung_kvobild.sh [PROGRAMM].
 #
 # The sample data lies in KVOBILD_BEISPIEL (default: kvobild-beispiel in the user's data folder). It is made once; later
 # runs go on with it, since what a user put there belongs to the user.
@@ -9,11 +9,14 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/gemeinsam.sh"
 
 bereite_umgebung_vor
-installiere "${PAKETE_BAU[@]}"
-baue dev start kvobild -DKVO_TESTS=OFF
+kvobild=${1:-}
+if [ -z "$kvobild" ]; then
+  installiere "${PAKETE_BAU[@]}"
+  baue dev start kvobild -DKVO_TESTS=OFF
+  kvobild=$KVO_ORDNER/build/start/host/kvobild
+fi
 
 beispiel=${KVOBILD_BEISPIEL:-$(datenheim)/kvobild-beispiel}
-kvobild=$KVO_ORDNER/build/start/host/kvobild
 if [ -f "$beispiel/betrieb.db" ]; then
   melde "Die Beispieldaten liegen schon in $beispiel"
 else

@@ -6,6 +6,7 @@
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Einstellungsdatei.h"
+#include "host/betrieb/vorgaben/Betriebsvorgaben.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -56,10 +57,23 @@ Berichtskopf Berichtskopf::aus_Datei(const QString& pfad) {
 }
 
 Berichtskopf Berichtskopf::gemerkter() {
-  return gelesen(Datei());
+  const Datei datei;
+  const Betriebsvorgaben betrieb = Betriebsvorgaben::lies();
+  const bool eigener = datei.contains(zeilenname(0)) || datei.contains(Zeichen);
+  if (betrieb.berichtskopf.isEmpty() || (eigener && !betrieb.sperrt(Betriebsvorgaben::Berichtskopf)))
+    return gelesen(datei);
+  QStringList zeilen;
+  for (qsizetype i = 0; i < Zeilenzahl; ++i) zeilen.append(betrieb.berichtskopf.value(zeilenname(i)));
+  return aus(zeilen, betrieb.berichtskopf.value(Zeichen));
+}
+
+bool Berichtskopf::ist_gesperrt() {
+  return Betriebsvorgaben::lies().sperrt(Betriebsvorgaben::Berichtskopf);
 }
 
 void Berichtskopf::merke() const {
+  // The firm's own, looked at and not changed, is to follow when the firm changes it.
+  if (*this == gemerkter()) return;
   Datei datei;
   for (qsizetype i = 0; i < Zeilenzahl; ++i) datei.setValue(zeilenname(i), zeilen.value(i));
   datei.setValue(Zeichen, zeichen);

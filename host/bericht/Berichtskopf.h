@@ -17,8 +17,11 @@ struct Berichtskopf {
   /// From an INI file with `Zeile1` to `Zeile3` and `Zeichen` (relative to the file's folder). One that can't be read,
   /// or whose mark is missing, ends with Abbruch, Ausgang::Datei.
   static Berichtskopf aus_Datei(const QString& pfad);
-  /// The one that the user has set in the program, kept with its other settings.
+  /// The one that the user has set in the program, kept with its other settings; without one, or where it is locked,
+  /// the firm's (see Betriebsvorgaben).
   static Berichtskopf gemerkter();
+  /// The user may not have one of his own.
+  static bool ist_gesperrt();
   void merke() const;
 
   friend bool operator==(const Berichtskopf&, const Berichtskopf&) = default;

@@ -27,8 +27,8 @@ QString kapitel(const QString& titel, const QString& inhalt) {
 
 QString kopf(const QString& name, const QString& kurz, const QString& programm, const QString& fassung) {
   const QString titel = wort(name);
-  return u".\\\" Beim Bauen aus den Texten von --hilfe gemacht.\n.TH \"%1\" 1 \"\" \"%2 %3\" \"Benutzerhandbuch\"\n"_s.arg(
-             titel.toUpper(), wort(programm), wort(fassung)) +
+  return u".\\\" Beim Bauen aus den Texten von --hilfe gemacht.\n.TH \"%1\" 1 \"\" \"%2 %3\" \"Benutzerhandbuch\"\n"_s
+             .arg(titel.toUpper(), wort(programm), wort(fassung)) +
       kapitel(u"NAME"_s, titel + u" \\- "_s + wort(kurz) + u'\n');
 }
 
@@ -101,8 +101,8 @@ QList<Handbuchseite> mit_Befehlen(
       kopf(programm.name, kurz(programm), programm.name, fassung) +
           kapitel(u"ÜBERSICHT"_s,
               u".B %1\n\\fIBEFEHL\\fR [Optionen] [Argumente]\n.br\n.B %1\n\\fIBEFEHL\\fR \\-\\-hilfe\n"_s.arg(name)) +
-          kapitel(u"BESCHREIBUNG"_s, absatz(programm.schluss)) + kapitel(u"BEFEHLE"_s, liste) + ausgang() +
-          verweise(seiten)});
+          kapitel(u"BESCHREIBUNG"_s, absatz(programm.schluss)) + kapitel(u"BEFEHLE"_s, liste) +
+          kapitel(u"OPTIONEN"_s, optionsliste(befehlszeile::programm_Optionen())) + ausgang() + verweise(seiten)});
   return alle;
 }
 

@@ -14,9 +14,10 @@ struct Handbuchseite {
 
 namespace handbuchseiten {
 
-/// The page of a program and one for each of its commands; the latter are named by both, as "kvobild-zuordnen". `fassung`
-/// is the program's version.
-QList<Handbuchseite> mit_Befehlen(const Befehlsprogramm& programm, const QList<Befehl>& befehle, const QString& fassung);
+/// The page of a program and one for each of its commands; the latter are named by both, as "kvobild-zuordnen".
+/// `fassung` is the program's version.
+QList<Handbuchseite> mit_Befehlen(
+    const Befehlsprogramm& programm, const QList<Befehl>& befehle, const QString& fassung);
 /// The page of a program with options of its own, and with the commands of `dialog` on it.
 Handbuchseite mit_Dialogen(
     const Befehl& programm, const Befehlsprogramm& dialog, const QList<Befehl>& dialoge, const QString& fassung);

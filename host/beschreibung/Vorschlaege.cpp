@@ -59,7 +59,8 @@ QString unfertige(const QList<Option>& eigene, const QList<Befehl>& befehle) {
   return text + zweig({}, eigene, oder(u"$wort == -* || $COMP_CWORD -gt 1"_s, namen(eigene), worte(erste)));
 }
 
-const QString Anfang = uR"(# Vorschläge der Bash für @, beim Bauen aus den Texten von --hilfe gemacht.
+const QString Anfang =
+    uR"(# Vorschläge der Bash für @, beim Bauen aus den Texten von --hilfe gemacht.
 _@_worte() { mapfile -t COMPREPLY < <(compgen -W "$1" -- "$wort"); }
 _@_ordner() { compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -d -- "$wort"); }
 _@_dateien() { compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- "$wort"); }

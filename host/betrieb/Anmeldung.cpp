@@ -34,13 +34,18 @@ Worte worte(const QString& verbindung) {
       wert({Wortsinn::Benutzer})};
 }
 
-bool fehlt_Kennwort(const QString& verbindung) {
+bool nennt_Kennwort(const QString& verbindung) {
   const Verbindungszeichenfolge folge = gelesene_Verbindung(verbindung);
   // Behind a forgotten semicolon a password is part of another value; opening the connection then says what is wrong.
-  const bool steht_da = std::any_of(folge.paare().begin(), folge.paare().end(), [](const auto& paar) {
+  return std::any_of(folge.paare().begin(), folge.paare().end(), [](const auto& paar) {
     return Verbindungszeichenfolge::sinn(paar.wort) == Wortsinn::Kennwort || paar.wert.contains(kennwort_beginnt());
   });
-  return !Datenbankart::von(folge).ist_Datei && !steht_da && !folge.wert_zu({Wortsinn::Benutzer}).isEmpty();
+}
+
+bool fehlt_Kennwort(const QString& verbindung) {
+  const Verbindungszeichenfolge folge = gelesene_Verbindung(verbindung);
+  return !Datenbankart::von(folge).ist_Datei && !nennt_Kennwort(verbindung) &&
+      !folge.wert_zu({Wortsinn::Benutzer}).isEmpty();
 }
 
 QString mit_Kennwort(const QString& verbindung, const QString& kennwort) {

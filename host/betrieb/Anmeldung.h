@@ -14,6 +14,8 @@ struct Worte {
 /// A value that may hold a password's rest, after a forgotten semicolon, is left out.
 Worte worte(const QString& verbindung);
 
+/// It names a password, if an empty one, or holds something that may be one.
+bool nennt_Kennwort(const QString& verbindung);
 /// It names a server and a user, but no password anywhere. False for SQLite, for the system's own login, and for a text
 /// that is no connect string.
 bool fehlt_Kennwort(const QString& verbindung);

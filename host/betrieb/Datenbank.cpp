@@ -59,7 +59,37 @@ QString rat(Datenbankgrund grund) {
   }
 }
 
+/// "KVOB" in ASCII. Files of others have another number or none, and their version is none of ours.
+constexpr int Kennzahl = 0x4B564F42;
+/// Counts up with each change of the tables that an older program would take amiss.
+constexpr int Tabellenfassung = 1;
+
+int zahl(adodb::Connection& verbindung, const QString& pragma) {
+  return verbindung.Execute(u"PRAGMA "_s + pragma)->Text(0).toInt();
+}
+
+/// Why a file is not to be touched, or none.
+std::optional<Datenbankausfall> zu_neu(adodb::Connection& verbindung) {
+  if (!Datenbankart::von(verbindung).ist_Datei) return std::nullopt;
+  int fassung = 0;
+  // What can't be asked fails again at the first question, with its own words.
+  static_cast<void>(gelingt([&] {
+    if (zahl(verbindung, u"application_id"_s) == Kennzahl) fassung = zahl(verbindung, u"user_version"_s);
+  }));
+  if (fassung <= Tabellenfassung) return std::nullopt;
+  return Datenbankausfall{Datenbankgrund::Neuer,
+      u"Die Datenbank stammt von einer neueren Fassung des Programms (Tabellen %1, diese kennt %2). Sie ist nicht "
+      "geöffnet und unverändert; installieren Sie die neuere Fassung."_s.arg(
+          QString::number(fassung), QString::number(Tabellenfassung))};
+}
+
 }  // namespace
+
+void kennzeichne(adodb::Connection& verbindung) {
+  if (zahl(verbindung, u"application_id"_s) == Kennzahl) return;
+  verbindung.Execute(u"PRAGMA user_version = %1"_s.arg(Tabellenfassung));
+  verbindung.Execute(u"PRAGMA application_id = %1"_s.arg(Kennzahl));
+}
 
 Datenbankausfall ausfall_von(const Laufzeitfehler& fehler) {
   Datenbankausfall ausfall;
@@ -75,6 +105,7 @@ std::optional<Datenbankausfall> versuche_zu_oeffnen(
   auto neue = std::make_shared<adodb::Connection>();
   neue->CursorLocation(adodb::adUseClient);
   auto ausfall = versuche_Datenbank([&] { neue->Open(verbindung); });
+  if (!ausfall) ausfall = zu_neu(*neue);
   if (!ausfall) offene = neue;
   // A failure to connect says so itself.
   if (ausfall && ausfall->grund == Datenbankgrund::Anderer)

@@ -15,8 +15,8 @@ QString verbindung_aus_Angabe(const QString& angabe);
 /// The database file of a connect string as a path of the table, or none where it names a server.
 std::optional<QString> datenbankdatei(const QString& verbindung);
 /// What a failure of the database comes from, as far as its numbers tell.
-/// `Angaben`: the connect string can't be honoured.
-enum class Datenbankgrund { Anderer, Unerreichbar, Angaben, Anmeldung, Tabelle_fehlt, Recht_fehlt };
+/// `Angaben`: the connect string can't be honoured. `Neuer`: a later version of the program has made the tables.
+enum class Datenbankgrund { Anderer, Unerreichbar, Angaben, Anmeldung, Tabelle_fehlt, Recht_fehlt, Neuer };
 
 /// A failure of the database and its words for the user.
 struct Datenbankausfall {
@@ -30,6 +30,10 @@ template <class Anweisung>
 std::optional<Datenbankausfall> versuche_Datenbank(Anweisung&& anweisung) {
   return versuche(anweisung, ausfall_von);
 }
+
+/// Marks a file with tables that are made here as one of this program's, with the version of these tables
+/// (sqlite.org, "The Database File Format", application ID and user version). Harmless when it is marked.
+void kennzeichne(adodb::Connection& verbindung);
 
 /// As `oeffne`, for callers that need the reason of a failure. None means that `offene` is open.
 std::optional<Datenbankausfall> versuche_zu_oeffnen(

@@ -149,6 +149,7 @@ void richte_Betrieb_ein(adodb::Connection& verbindung) {
   Anleger anleger(verbindung);
   for (const char16_t* skript : {Bild_Zuordnungen, Bild_Vorgaenge, Betrieb})
     anleger.fuehre_aus(QString::fromUtf16(skript));
+  kennzeichne(verbindung);
 }
 
 void uebernimm_Betrieb(adodb::Connection& verbindung) {

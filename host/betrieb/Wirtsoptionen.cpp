@@ -1,6 +1,7 @@
 #include "host/betrieb/Wirtsoptionen.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include "host/betrieb/Anmeldung.h"
@@ -18,6 +19,8 @@ Abbruch falscher_Aufruf(const QString& text) {
 const QString Eingebettet = u"eingebettet"_s;
 const QString Leer = u"leer"_s;
 const QString Beispiele = u"beispiele"_s;
+const QString Suchen = u"suchen"_s;
+const QString Neu = u"neuer-vorgang"_s;
 
 const QStringList& mit_Wert() {
   static const QStringList Namen{u"verbindung"_s, u"bilder"_s, u"datenordner"_s, u"vorgang"_s, u"rundgang"_s};
@@ -45,6 +48,25 @@ void pruefe_Rundgang(const QCommandLineParser& leser) {
   for (const QString& name : mit_Wert())
     if (name != "rundgang"_L1 && leser.isSet(name))
       throw falscher_Aufruf(u"„--rundgang“ hat eigene Daten und verträgt kein „--%1“."_s.arg(name));
+  if (!leser.positionalArguments().isEmpty())
+    throw falscher_Aufruf(u"„--rundgang“ hat eigene Daten und nimmt keine Dateien an."_s);
+}
+
+/// What a desktop opens with the program. A word that is no file is a mistake in the call.
+QStringList lies_Dateien(const QCommandLineParser& leser) {
+  QStringList dateien;
+  for (const QString& angabe : leser.positionalArguments()) {
+    const QFileInfo datei(angabe);
+    if (!datei.exists()) throw falscher_Aufruf(u"„%1“ ist zu viel."_s.arg(anmeldung::ohne_Geheimnis(angabe)));
+    dateien.append(datei.absoluteFilePath());
+  }
+  return dateien;
+}
+
+Anfangstat lies_Tat(const QCommandLineParser& leser) {
+  if (leser.isSet(Suchen) && leser.isSet(Neu))
+    throw falscher_Aufruf(u"„--suchen“ und „--neuer-vorgang“ schließen sich aus."_s);
+  return leser.isSet(Suchen) ? Anfangstat::Suchen : leser.isSet(Neu) ? Anfangstat::Neuer_Vorgang : Anfangstat::Keine;
 }
 
 /// What the first start makes; a program without a window to ask in chooses the samples.
@@ -74,17 +96,19 @@ void lies_Verbindung(const QCommandLineParser& leser, Wirtsoptionen& optionen) {
 Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
   QCommandLineParser leser;
   leser.addOption(QCommandLineOption(QStringList{u"h"_s, u"hilfe"_s}));
+  leser.addOption(QCommandLineOption(u"version"_s));
   for (const QString& name : mit_Wert()) leser.addOption(QCommandLineOption(name, {}, u"WERT"_s));
-  for (const QString& name : {Eingebettet, Leer, Beispiele}) leser.addOption(QCommandLineOption(name));
+  for (const QString& name : {Eingebettet, Leer, Beispiele, Suchen, Neu}) leser.addOption(QCommandLineOption(name));
   if (!leser.parse(QStringList{u"bildzuordnung"_s} + argumente)) throw falscher_Aufruf(grund(leser, argumente));
-  if (!leser.positionalArguments().isEmpty())
-    throw falscher_Aufruf(u"„%1“ ist zu viel."_s.arg(anmeldung::ohne_Geheimnis(leser.positionalArguments().first())));
   pruefe_Rundgang(leser);
   if (leser.isSet(Eingebettet) && leser.isSet(u"verbindung"_s))
     throw falscher_Aufruf(u"„--eingebettet“ und „--verbindung“ schließen sich aus."_s);
   Wirtsoptionen optionen;
+  optionen.dateien = lies_Dateien(leser);
+  optionen.tat = lies_Tat(leser);
   optionen.rundgang = wert(leser, u"rundgang"_s);
   optionen.hilfe = leser.isSet(u"hilfe"_s);
+  optionen.version = leser.isSet(u"version"_s);
   optionen.anfang = lies_Anfang(leser);
   optionen.eingebettet = leser.isSet(Eingebettet);
   optionen.datenordner_genannt = leser.isSet(u"datenordner"_s);
@@ -102,17 +126,20 @@ QString wirtsoptionen::ueblicher_Datenordner() {
 }
 
 const Befehl& wirtsoptionen::beschreibung() {
-  static const Befehl Selbst{u"bildzuordnung"_s, u"zeigt die Vorgänge eines Betriebs und ordnet ihnen Bilder zu"_s, {},
-      u"Ohne --verbindung gilt KVOBILD_VERBINDUNG, dann die gemerkte Datenbank, dann die im Datenordner, die\n"
+  static const Befehl Selbst{u"bildzuordnung"_s, u"zeigt die Vorgänge eines Betriebs und ordnet ihnen Bilder zu"_s,
+      u"[DATEI …]"_s,
+      u"Jede DATEI ist ein Bild, das auf einen Vorgang wartet: Das Fenster bietet an, es dem gewählten\n"
+      "zuzuordnen.\n\n"
+      "Ohne --verbindung gilt KVOBILD_VERBINDUNG, dann die gemerkte Datenbank, dann die im Datenordner, die\n"
       "ihre eigene Bildablage hat; wer die Datenbank nennt, nennt auch die Bildablage (oder KVOBILD_BILDER).\n"
       "Wer --datenordner nennt, meint dessen Datenbank.\n\n"
       "Ausgang: 0 beendet, 1 der Rundgang sah nicht, was er sollte, 2 falscher Aufruf, 4 der Ordner des\n"
       "Rundgangs ist nicht zu benutzen."_s,
-      {{u"verbindung"_s, u"DATENBANK"_s,
-           befehlszeile::verbindung_Option().hilfe +
-               u"\nDer nächste Start ohne Angabe öffnet sie wieder und fragt dann nach dem\n"
-               "Kennwort; gemerkt wird es nicht. Ein Kennwort im Aufruf sehen andere auf\n"
-               "diesem Rechner: Ohne es fragt das Programm, oder KVOBILD_KENNWORT nennt es"_s},
+      QList<Option>{{u"verbindung"_s, u"DATENBANK"_s,
+                        befehlszeile::verbindung_Option().hilfe +
+                            u"\nDer nächste Start ohne Angabe öffnet sie wieder und fragt dann nach dem\n"
+                            "Kennwort; gemerkt wird es nicht. Ein Kennwort im Aufruf sehen andere auf\n"
+                            "diesem Rechner: Ohne es fragt das Programm, oder KVOBILD_KENNWORT nennt es"_s},
           {u"bilder"_s, u"ORDNER"_s, u"Wurzel der Bildablage; wird mit der Datenbank gemerkt"_s},
           {Eingebettet, {}, u"die Datenbank im Datenordner; vergisst die gemerkte"_s},
           {u"datenordner"_s, u"ORDNER"_s,
@@ -122,11 +149,12 @@ const Befehl& wirtsoptionen::beschreibung() {
           {Leer, {}, u"der erste Start legt den Datenordner ohne Beispiele an, für die eigenen Vorgänge"_s},
           {Beispiele, {}, u"der erste Start legt Beispiele an; ohne beides fragt er"_s},
           {u"vorgang"_s, u"NUMMER"_s, u"beginnt mit diesem Vorgang, etwa \"AB 24-1001\""_s},
+          {Suchen, {}, u"beginnt mit der Bildsuche"_s}, {Neu, {}, u"beginnt mit einem neuen Vorgang"_s},
           {u"rundgang"_s, u"ORDNER"_s,
               u"geht ohne Benutzer mit Maus und Tasten durch Programm und Dialog, auf eigenen\n"
               "Beispieldaten in ORDNER/daten, speichert Bilder der Fenster in ORDNER und\n"
-              "sagt, was danach in der Datenbank steht"_s},
-          befehlszeile::hilfe_Option()}};
+              "sagt, was danach in der Datenbank steht"_s}} +
+          befehlszeile::programm_Optionen()};
   return Selbst;
 }
 
@@ -134,7 +162,7 @@ QString wirtsoptionen::hilfetext() {
   const Befehl& selbst = beschreibung();
   return selbst.name + u' ' + selbst.kurz +
       u".\n\n"
-      "Aufruf: bildzuordnung [Optionen]\n"
+      "Aufruf: bildzuordnung [Optionen] [DATEI …]\n"
       "        bildzuordnung dialog BEFEHL [Optionen]   ein Dialog für sich, aus anderen Programmen;\n"
       "                                                 „bildzuordnung dialog --hilfe“ nennt sie\n\n"
       "Optionen:\n"_s +

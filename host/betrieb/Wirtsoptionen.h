@@ -8,6 +8,9 @@
 /// What a data folder holds that is made now.
 enum class Anfangsbestand { Fragen, Beispiele, Leer };
 
+/// What the window does first, as soon as the records are there.
+enum class Anfangstat { Keine, Suchen, Neuer_Vorgang };
+
 /// What the program was called with.
 struct Wirtsoptionen {
   /// Connect string, or empty for the database in the data folder.
@@ -18,11 +21,15 @@ struct Wirtsoptionen {
   QString datenordner;
   /// The record that is chosen at the start, by its number, or empty.
   QString vorgang;
+  /// Files that wait for the record which they are to be attached to, by their whole paths.
+  QStringList dateien;
+  Anfangstat tat = Anfangstat::Keine;
   /// Folder for the pictures of a tour in place of the program's usual run, or empty.
   QString rundgang;
   /// What the first start makes.
   Anfangsbestand anfang = Anfangsbestand::Beispiele;
   bool hilfe = false;
+  bool version = false;
   /// The database of the data folder, whatever was opened last.
   bool eingebettet = false;
   /// The call itself names the data folder.

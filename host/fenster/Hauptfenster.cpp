@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
@@ -11,16 +10,19 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include "host/betrieb/Anmeldung.h"
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Datenbank.h"
+#include "host/betrieb/Fassung.h"
 #include "host/betrieb/vorgang/Bildsammlung.h"
 #include "host/betrieb/vorgang/Vorgangsfilter.h"
 #include "host/betrieb/vorgang/Vorgangsquelle.h"
 #include "host/fenster/Anmeldefenster.h"
 #include "host/fenster/Gemerkterplatz.h"
 #include "host/fenster/Vorgangsansicht.h"
+#include "host/fenster/aufnahme/Wartezeile.h"
 #include "host/fenster/dialog/Entfernungsfrage.h"
 #include "platform/host/KVOCore.h"
 #include "platform/host/Oberflaeche.h"
@@ -68,13 +70,18 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
       liste_(new Vorgangsliste),
       ansicht_(new Vorgangsansicht),
       lbl_Status(new QLabel),
+      cmd_Ueber(new QPushButton(u"Ü&ber …"_s)),
       cmd_Rueckgaengig(new QPushButton(u"Rückgängig"_s)),
+      wartezeile_(new Wartezeile),
+      wartende_(platz_.optionen().dateien),
+      anfangstat_(platz_.optionen().tat),
       anfang_(platz_.optionen().vorgang) {
   setObjectName(u"Hauptfenster"_s);
   setWindowTitle(u"Bildzuordnung"_s);
   baue_auf();
   baue_Aktionen();
   richte_Aufnahme_ein();
+  richte_Anfang_ein();
   resize(1120, 680);
   Gemerkterplatz platz(*this);
   KVOCore::aktuell().FensterWiederherstellen(Anwendungsname, platz);
@@ -115,8 +122,9 @@ void Hauptfenster::baue_auf() {
   liste_->setMinimumWidth(260);
   ansicht_->setMinimumWidth(320);
   auto* mitte = new QWidget;
-  auto* lage = new QHBoxLayout(mitte);
-  lage->addWidget(teiler);
+  auto* lage = new QVBoxLayout(mitte);
+  lage->addWidget(wartezeile_);
+  lage->addWidget(teiler, 1);
   setCentralWidget(mitte);
   // From the record to its pictures; what serves the whole tree comes last.
   setTabOrder(ansicht_->cmd_Anzeigen, ansicht_->cmd_Bericht);
@@ -135,6 +143,17 @@ void Hauptfenster::baue_auf() {
   lbl_Status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   statusBar()->setContentsMargins(6, 0, 0, 0);
   statusBar()->addWidget(lbl_Status, 1);
+  cmd_Ueber->setObjectName(u"cmd_Ueber"_s);
+  cmd_Ueber->setFlat(true);
+  cmd_Ueber->setToolTip(u"Fassung des Programms, seiner Bibliotheken und Treiber"_s);
+  connect(cmd_Ueber, &QPushButton::clicked, this, &Hauptfenster::zeige_Ueber);
+  statusBar()->addPermanentWidget(cmd_Ueber);
+  setTabOrder(liste_->cmd_Papierkorb, cmd_Ueber);
+}
+
+void Hauptfenster::zeige_Ueber() {
+  MsgBox(u"Bildzuordnung "_s + fassung::nummer() + u"\r\n\r\n"_s + fassung::angaben().join(u"\r\n"_s), Knoepfe::OK,
+      Symbol::Information, u"Über Bildzuordnung"_s);
 }
 
 /// No menu bar: making one loads all of Qt's image formats, which takes a third of the program's start.
@@ -198,6 +217,7 @@ void Hauptfenster::melde(const QString& text) {
 void Hauptfenster::erlaube_Aktionen(bool erlaubt) {
   for (QAction* aktion : {act_Zuordnen, act_Anzeigen, act_Bericht, act_Einfuegen}) aktion->setEnabled(erlaubt);
   erlaube_Vorgangsaktionen();
+  zeige_Wartende(erlaubt);
   for (QWidget* knopf : {ansicht_->cmd_Zuordnen, ansicht_->cmd_Anzeigen, ansicht_->cmd_Bericht})
     knopf->setEnabled(erlaubt);
   // Only what has pictures can be handed out.
@@ -261,6 +281,8 @@ void Hauptfenster::nimm_Antwort(const Vorgangsdienst::Antwort& antwort) {
           : QString());
   if (!anfang_.isEmpty()) waehle_Anfang(antwort.vielleicht_mehr);
   if (frisch_ || andere_Wahl) zeige_gewaehlten();
+  // What opens a window of its own waits until this answer is dealt with.
+  if (anfangstat_ != Anfangstat::Keine) QTimer::singleShot(0, this, &Hauptfenster::tu_Anfangstat);
 }
 
 /// Where it is not among the first ones, the filter finds it.

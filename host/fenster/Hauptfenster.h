@@ -24,6 +24,7 @@
 class QLabel;
 class QPushButton;
 class Vorgangsansicht;
+class Wartezeile;
 
 /// The program's window: the records on the left, the chosen one with its pictures on the right.
 class Hauptfenster final : public QMainWindow {
@@ -125,9 +126,16 @@ class Hauptfenster final : public QMainWindow {
   void erlaube_Aktionen(bool erlaubt);
   void richte_Aufnahme_ein();
   /// Takes what another program handed over into a record and tells what became of it.
-  void nimm_auf(const Vorgang& vorgang, const Abwurf& abwurf);
+  /// True where at least one picture was attached.
+  bool nimm_auf(const Vorgang& vorgang, const Abwurf& abwurf);
   /// Something else is done: what was attached last stays.
   void vergiss_Aufnahme();
+  void richte_Anfang_ein();
+  /// Offers to attach what waits, to the chosen record where that is allowed.
+  void zeige_Wartende(bool erlaubt);
+  void ordne_Wartende_zu();
+  void tu_Anfangstat();
+  void zeige_Ueber();
 
   Wirtskomponenten komponenten_;
   Hochkommawache wache_;
@@ -139,6 +147,7 @@ class Hauptfenster final : public QMainWindow {
   Vorgangsliste* liste_;
   Vorgangsansicht* ansicht_;
   QLabel* lbl_Status;
+  QPushButton* cmd_Ueber;
   QAction* act_Zuordnen = nullptr;
   QAction* act_Anzeigen = nullptr;
   QAction* act_Bericht = nullptr;
@@ -151,6 +160,10 @@ class Hauptfenster final : public QMainWindow {
   QAction* act_Aufrecht = nullptr;
   QPushButton* cmd_Rueckgaengig;
   std::unique_ptr<Zurueck> zurueck_;
+  Wartezeile* wartezeile_;
+  /// Files of the call that are not attached yet.
+  QStringList wartende_;
+  Anfangstat anfangstat_;
   QString anfang_;
   /// The next answer is the first one of a database that was opened anew.
   bool frisch_ = false;

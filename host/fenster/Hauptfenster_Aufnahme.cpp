@@ -79,8 +79,8 @@ void Hauptfenster::fuege_ein() {
   nimm_auf(vorgang, abwurf::lies(*inhalt));
 }
 
-void Hauptfenster::nimm_auf(const Vorgang& vorgang, const Abwurf& abwurf) {
-  if (dialog_offen_) return;
+bool Hauptfenster::nimm_auf(const Vorgang& vorgang, const Abwurf& abwurf) {
+  if (dialog_offen_) return false;
   QScopedValueRollback offen(dialog_offen_, true);
   Aufnahmeergebnis ergebnis;
   ergebnis.alle = static_cast<int>(abwurf.dateien.size() + abwurf.pixel.size());
@@ -97,9 +97,10 @@ void Hauptfenster::nimm_auf(const Vorgang& vorgang, const Abwurf& abwurf) {
   if (!ergebnis.bilder.empty()) aktualisiere();
   sage(ergebnis);
   melde(vorgang::infozeile(vorgang) + u": "_s + ergebnis.text());
-  if (ergebnis.bilder.empty()) return;
+  if (ergebnis.bilder.empty()) return false;
   zurueck_ = std::make_unique<Zurueck>(Zurueck{vorgang, std::move(ergebnis)});
   cmd_Rueckgaengig->show();
+  return true;
 }
 
 void Hauptfenster::vergiss_Aufnahme() {

@@ -4,6 +4,7 @@
 #include "host/betrieb/Hochkomma.h"
 #include "host/betrieb/Wirtsoptionen.h"
 #include "host/betrieb/befehl/Ausgabe.h"
+#include "host/betrieb/vorgaben/Betriebsvorgaben.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 
@@ -15,10 +16,27 @@ QString gegeben_oder_Umgebung(const Aufruf& aufruf, const QString& option, const
   return aufruf.wert(option).value_or(qEnvironmentVariable(umgebung));
 }
 
+/// Of the call, the surroundings or the firm, in this order; what the firm has locked is as the firm gives it.
+QString angabe_zur_Verbindung(const Aufruf& aufruf) {
+  const QString angabe = gegeben_oder_Umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
+  const Betriebsvorgaben betrieb = Betriebsvorgaben::lies();
+  if (!angabe.isEmpty() && verbindung_aus_Angabe(angabe) != betrieb.verbindung)
+    betrieb.pruefe_frei(Betriebsvorgaben::Verbindung, u"--verbindung"_s);
+  return angabe.isEmpty() ? betrieb.verbindung : angabe;
+}
+
+QString angabe_zu_Bildern(const Aufruf& aufruf) {
+  const QString angabe = gegeben_oder_Umgebung(aufruf, u"bilder"_s, "KVOBILD_BILDER");
+  const Betriebsvorgaben betrieb = Betriebsvorgaben::lies();
+  betrieb.richte_Laufwerke_ein();
+  if (!angabe.isEmpty()) betrieb.pruefe_frei(Betriebsvorgaben::Bilder, u"--bilder"_s);
+  return angabe.isEmpty() ? betrieb.bilder : angabe;
+}
+
 }  // namespace
 
 std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf) {
-  const QString angabe = gegeben_oder_Umgebung(aufruf, u"bilder"_s, "KVOBILD_BILDER");
+  const QString angabe = angabe_zu_Bildern(aufruf);
   if (angabe.isEmpty()) return std::nullopt;
   const QString pfad = namen::tabellenpfad(angabe);
   if (!FileSystemObject().FolderExists(pfad))
@@ -34,7 +52,7 @@ QString bildwurzel(const Aufruf& aufruf) {
 }
 
 QString verbindungszeichenfolge(const Aufruf& aufruf) {
-  const QString angabe = gegeben_oder_Umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
+  const QString angabe = angabe_zur_Verbindung(aufruf);
   if (angabe.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Es fehlt „--verbindung“, die Datenbank."_s);
   return anmeldung::mit_Kennwort_der_Umgebung(verbindung_aus_Angabe(angabe));
 }
@@ -45,7 +63,7 @@ QString eigener_Datenordner() {
 }
 
 QString protokollordner(const Aufruf& aufruf) {
-  const QString angabe = gegeben_oder_Umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
+  const QString angabe = angabe_zur_Verbindung(aufruf);
   const QString verbindung = angabe.isEmpty() ? QString() : verbindung_aus_Angabe(angabe);
   return Protokoll::ordner(verbindung, eigener_Datenordner());
 }

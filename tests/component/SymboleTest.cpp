@@ -78,3 +78,11 @@ TEST(Symbole, TheLibraryPublishesWhatTheListNamesAndNothingElse) {
   const QSet<QString> fehlend = soll - gesehen;
   EXPECT_TRUE(fehlend.isEmpty()) << "in veroeffentlicht.txt, but not published:" << zeilen(fehlend);
 }
+
+TEST(Symbole, NoPublishedNameIsGoneAndNoneIsNewWithoutItsVersion) {
+  const QString python = QStandardPaths::findExecutable(u"python3"_s);
+  if (python.isEmpty()) GTEST_SKIP() << "python3 is missing";
+  const Prozess lauf = starte(
+      python, {QStringLiteral(KVO_QUELLORDNER "/packaging/symbole.py"), u"--pruefe"_s, QStringLiteral(BIBLIOTHEK)});
+  EXPECT_EQ(lauf.code, 0) << ende(lauf) << "\npackaging/symbole.py writes debian/libkvobildzuordnung1.symbols anew";
+}

@@ -30,6 +30,7 @@ struct Heif {
     return gefunden;
   }
 
+  decltype(&heif_get_version) get_version = nimm<decltype(heif_get_version)>("heif_get_version");
   decltype(&heif_context_alloc) context_alloc = nimm<decltype(heif_context_alloc)>("heif_context_alloc");
   decltype(&heif_context_free) context_free = nimm<decltype(heif_context_free)>("heif_context_free");
   decltype(&heif_context_read_from_memory_without_copy) context_read_from_memory_without_copy =
@@ -156,6 +157,10 @@ Bild lies(const QByteArray& bytes) {
   if (breite > Groesste_Seite || hoehe > Groesste_Seite || breite * hoehe > Groesste_Flaeche)
     throw unlesbar(u"Das Bild ist größer, als ein JPEG sein kann."_s);
   return {pixel(griff.get()), exif(griff.get())};
+}
+
+QString fassung() {
+  return heif().da ? QString::fromLatin1(heif().get_version()) : QString();
 }
 
 }  // namespace heifleser

@@ -18,4 +18,7 @@ struct Bild {
 /// codec is not there, or where the library is not.
 Bild lies(const QByteArray& bytes);
 
+/// The version of the library that is found; empty where none is.
+QString fassung();
+
 }  // namespace heifleser

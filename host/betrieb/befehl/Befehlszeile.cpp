@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/betrieb/Anmeldung.h"
+#include "host/betrieb/Fassung.h"
 #include "host/betrieb/befehl/Ausgabe.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,7 +17,8 @@ Abbruch falscher_Aufruf(const QString& programm, const QString& text) {
 
 void drucke_Hilfe(const Befehlsprogramm& programm, const QList<Befehl>& befehle) {
   ausgabe::zeile(programm.zweck);
-  ausgabe::zeile(u"Aufruf: %1 BEFEHL [Optionen] [Argumente]\n        %1 BEFEHL --hilfe\n"_s.arg(programm.name));
+  ausgabe::zeile(u"Aufruf: %1 BEFEHL [Optionen] [Argumente]\n        %1 BEFEHL --hilfe\n        %1 --version\n"_s.arg(
+      programm.name));
   ausgabe::zeile(u"Befehle:"_s);
   for (const Befehl& befehl : befehle) ausgabe::zeile(u"  "_s + befehl.name.leftJustified(18) + u' ' + befehl.kurz);
   ausgabe::zeile(u'\n' + programm.schluss + u'\n');
@@ -143,6 +145,10 @@ Option hilfe_Option() {
   return {u"hilfe"_s, {}, u"diese Hilfe"_s};
 }
 
+QList<Option> programm_Optionen() {
+  return {hilfe_Option(), {u"version"_s, {}, u"nennt Fassung, Bibliotheken und Treiber"_s}};
+}
+
 QString optionszeilen(const QList<Option>& optionen) {
   QString zeilen;
   for (const Option& option : optionen) {
@@ -163,6 +169,10 @@ Ausgang fuehre_aus(const Befehlsprogramm& programm, const QList<Befehl>& befehle
   const QString& name = argumente.first();
   if (name == "--hilfe"_L1 || name == "-h"_L1 || name == "--help"_L1) {
     drucke_Hilfe(programm, befehle);
+    return Ausgang::Erledigt;
+  }
+  if (name == "--version"_L1) {
+    ausgabe::zeile(fassung::text(programm.name.section(u' ', 0, 0)));
     return Ausgang::Erledigt;
   }
   const auto worte = [](const Befehl& b) { return b.name.split(u' '); };

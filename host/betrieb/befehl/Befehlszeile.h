@@ -71,6 +71,8 @@ Option bilder_Option();
 Option json_Option();
 /// The one that every command has.
 Option hilfe_Option();
+/// Those that a program has without a command.
+QList<Option> programm_Optionen();
 
 /// As the help lists options, each line with its end.
 QString optionszeilen(const QList<Option>& optionen);

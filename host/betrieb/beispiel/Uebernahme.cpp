@@ -118,7 +118,7 @@ void uebernahme::bringe_auf_Stand(const QString& ordner) {
   int ohne = 0;
   QString vorher;
   const auto ausfall = versuche_Datenbank([&] {
-    if (schema::hat_eigene_Vorgaenge(*verbindung)) return;
+    if (schema::hat_eigene_Vorgaenge(*verbindung)) return kennzeichne(*verbindung);
     vorher = sichere(*verbindung, ordner);
     ohne = uebernimm(*verbindung);
   });

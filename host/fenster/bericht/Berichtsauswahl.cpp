@@ -117,6 +117,10 @@ QWidget* Berichtsauswahl::baue_Kopf(const Berichtskopf& kopf) {
   lage->addRow(lbl_Zeichen);
   lage->addRow(knoepfe);
   zeichen(kopf.zeichen);
+  if (Berichtskopf::ist_gesperrt()) {
+    gruppe->setEnabled(false);
+    gruppe->setToolTip(u"Den Briefkopf hat der Betrieb vorgegeben."_s);
+  }
   return gruppe;
 }
 

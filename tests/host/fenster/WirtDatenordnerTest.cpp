@@ -120,7 +120,10 @@ TEST(WirtOptionen, AWrongCallIsRefusedWithWords) {
   const QList<std::pair<QStringList, QString>> faelle{
       {{u"--gibtsnicht"_s}, u"Die Option „gibtsnicht“ gibt es nicht."_s},
       {{u"--bilder"_s}, u"Hinter „--bilder“ fehlt der Wert."_s},
-      {{u"--datenordner="_s}, u"„--datenordner“ ist leer."_s}, {{u"foto.jpg"_s}, u"„foto.jpg“ ist zu viel."_s}};
+      {{u"--datenordner="_s}, u"„--datenordner“ ist leer."_s}, {{u"foto.jpg"_s}, u"„foto.jpg“ ist zu viel."_s},
+      {{u"--suchen"_s, u"--neuer-vorgang"_s}, u"„--suchen“ und „--neuer-vorgang“ schließen sich aus."_s},
+      {{u"--rundgang"_s, u"r"_s, QCoreApplication::applicationFilePath()},
+          u"„--rundgang“ hat eigene Daten und nimmt keine Dateien an."_s}};
   for (const auto& [argumente, worte] : faelle) {
     try {
       wirtsoptionen::lies(argumente);
