@@ -28,6 +28,9 @@ void Rundgang::plane_Fenster() {
       {pruefe(u"Zahl der Bilder"_s, u"lbl_Anzahl"_s, u"4 Bilder"_s), bild(u"vorgang_gewaehlt"_s)});
   schritt(u"Klick auf AN 24-3005: Er hat noch keine Bilder."_s, {klick_Vorgang(u"AN 24-3005"_s)},
       beide(zeigt(u"lbl_Nummer"_s, u"AN 24-3005"_s), sichtbar(u"lbl_KeineBilder"_s)), {bild(u"vorgang_ohne_bilder"_s)});
+  schritt(u"Klick auf „Über …“: Fassung, Bibliotheken und Treiber."_s, {klick(u"cmd_Ueber"_s)},
+      meldung_offen(u"Über Bildzuordnung"_s), {bild(u"ueber"_s)});
+  schritt(u"Eingabetaste: Die Angaben sind fort."_s, {taste(Qt::Key_Return)}, sichtbar(u"lbl_KeineBilder"_s));
 }
 
 void Rundgang::plane_Waehlen() {
