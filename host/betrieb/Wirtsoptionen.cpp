@@ -154,7 +154,8 @@ const Befehl& wirtsoptionen::beschreibung() {
               u"geht ohne Benutzer mit Maus und Tasten durch Programm und Dialog, auf eigenen\n"
               "Beispieldaten in ORDNER/daten, speichert Bilder der Fenster in ORDNER und\n"
               "sagt, was danach in der Datenbank steht"_s}} +
-          befehlszeile::programm_Optionen()};
+          befehlszeile::programm_Optionen(),
+      0, 10000, {}};
   return Selbst;
 }
 

@@ -152,8 +152,8 @@ void Hauptfenster::baue_auf() {
 }
 
 void Hauptfenster::zeige_Ueber() {
-  MsgBox(u"Bildzuordnung "_s + fassung::nummer() + u"\r\n\r\n"_s + fassung::angaben().join(u"\r\n"_s), Knoepfe::OK,
-      Symbol::Information, u"Über Bildzuordnung"_s);
+  oberflaeche::MsgBox(u"Bildzuordnung "_s + fassung::nummer() + u"\r\n\r\n"_s + fassung::angaben().join(u"\r\n"_s),
+      oberflaeche::Knoepfe::OK, oberflaeche::Symbol::Information, u"Über Bildzuordnung"_s);
 }
 
 /// No menu bar: making one loads all of Qt's image formats, which takes a third of the program's start.
