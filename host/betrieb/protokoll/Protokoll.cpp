@@ -45,9 +45,13 @@ Tat tat_von(Bildereignis::Tat tat) {
   return tat == Bildereignis::Tat::Umbenennen ? Tat::Umbenennen : Tat::Drehen;
 }
 
-QString benutzer() {
-  const passwd* const eintrag = ::getpwuid(::geteuid());
-  return eintrag ? QString::fromLocal8Bit(eintrag->pw_name) : QString::number(::geteuid());
+/// Asked for once: a firm's list of users may be on another machine.
+const QString& benutzer() {
+  static const QString Name = [] {
+    const passwd* const eintrag = ::getpwuid(::geteuid());
+    return eintrag ? QString::fromLocal8Bit(eintrag->pw_name) : QString::number(::geteuid());
+  }();
+  return Name;
 }
 
 QJsonObject als_Json(const Datensatz& satz) {

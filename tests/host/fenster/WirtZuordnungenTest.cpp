@@ -103,13 +103,6 @@ TEST_F(WirtZuordnungen, TheOwnAssignmentStaysAfterANoToTheQuestionWhoElseUsesThe
   EXPECT_TRUE(text(u"lbl_Status"_s).endsWith(u"zu diesem Vorgang bleibt."_s)) << text(u"lbl_Status"_s).toStdString();
 }
 
-TEST_F(WirtZuordnungen, NobodyIsAskedWhereNobodyElseUsesThePicture) {
-  sql(u"DELETE FROM Bild_Zuordnungen WHERE Key1 = 'WP-0900'"_s);
-  oeffne_Artikel();
-  EXPECT_TRUE(zeige_alle([&](QWidget& fenster) { loesche(fenster, u"Artikelnummer: TH-0100"_s); }));
-  EXPECT_EQ(artikel_des_Bildes(), QStringList());
-}
-
 TEST_F(WirtZuordnungen, WithoutASelectedPictureTheButtonsAreDisabled) {
   oeffne();
   klicke(u"TH-0100"_s);

@@ -1,12 +1,13 @@
-#include <sys/time.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QProcess>
-#include <ctime>
 
+#include "platform/files/Dateien.h"
 #include "tests/host/kvobild/Kvobild.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -28,6 +29,22 @@ class KvobildAufraeumen : public Betrieb {
                        u"--bilder"_s, wurzel()} +
             argumente,
         {}, eingabe);
+  }
+  /// A hidden name that a process gave to something it wrote, and which has ended.
+  static QString name_eines_Toten(const QString& ziel) {
+    int rohr[2];
+    EXPECT_EQ(::pipe(rohr), 0);
+    const pid_t kind = ::fork();
+    if (kind == 0) {
+      const QByteArray pfad = dateien::verborgener_Name(u"C:\\"_s + ziel).toUtf8();
+      ::_exit(::write(rohr[1], pfad.constData(), static_cast<std::size_t>(pfad.size())) == pfad.size() ? 0 : 1);
+    }
+    EXPECT_EQ(::waitpid(kind, nullptr, 0), kind);
+    QByteArray pfad(1000, '\0');
+    pfad.truncate(::read(rohr[0], pfad.data(), 1000));
+    ::close(rohr[0]);
+    ::close(rohr[1]);
+    return QString::fromUtf8(pfad).section(u'\\', -1);
   }
   Lauf antworte(const QString& antwort) const {
     return aufraeumen({}, ordner_.schreibe(u"antwort"_s, antwort.toUtf8()));
@@ -259,13 +276,10 @@ TEST_F(KvobildAufraeumen, AnEmptyPictureRootCountsAsNotMounted) {
 }
 
 TEST_F(KvobildAufraeumen, WhatDeadProcessesLeftGoesSilentlyAndAContentWithoutItsFileComesBack) {
-  const QString tot = u"bild.ablage/Belege/2/.kvo-empfang-0123abcd-17-89abcdef4711-3-e-neu.jpg"_s;
-  const QString einzig = u"bild.ablage/Belege/1/.kvo-empfang-0123abcd-17-89abcdef4711-3-f-einzig.jpg"_s;
-  for (const QString& name : {tot, einzig}) {
-    ordner_.schreibe(name, "x");
-    const struct timeval alt[2] = {{::time(nullptr) - 200'000, 0}, {::time(nullptr) - 200'000, 0}};
-    ASSERT_EQ(::utimes(QFile::encodeName(ordner_.pfad(name)).constData(), alt), 0);
-  }
+  const QString tot = u"bild.ablage/Belege/2/"_s + name_eines_Toten(u"neu.jpg"_s);
+  const QString einzig =
+      u"bild.ablage/Belege/1/"_s + name_eines_Toten(u"einzig.jpg"_s).replace(u"-e-einzig"_s, u"-f-einzig"_s);
+  for (const QString& name : {tot, einzig}) ordner_.schreibe(name, "x");
   const Lauf lauf = aufraeumen({u"--ja"_s});
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
   EXPECT_EQ(lauf.zeilen().filter(u"kvo-"_s), QStringList());

@@ -75,7 +75,7 @@ TEST_F(KvobildFortschritt, AClearingShowsWhatItChecksAndWhatItDeletes) {
   const QByteArray balken = am_Terminal(aufraeumung());
   const QByteArray leer = " [..............................] 0 von ";
   EXPECT_TRUE(balken.contains("\r\033[KPrüfen" + leer + "3")) << balken.toStdString();
-  EXPECT_TRUE(balken.contains("\r\033[KLöschen" + leer + "4")) << "the folder goes too: " << balken.toStdString();
+  EXPECT_TRUE(balken.contains("\r\033[KAufräumen" + leer + "4")) << "the folder goes too: " << balken.toStdString();
   EXPECT_TRUE(balken.contains("\r\033[Kkvobild: In den Papierkorb verschoben; ")) << balken.toStdString();
   lege_freie(3);
   const QString meldungen = kvobild(aufraeumung()).meldungen;

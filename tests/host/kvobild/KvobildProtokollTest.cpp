@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QSysInfo>
@@ -134,9 +135,10 @@ TEST_F(KvobildProtokoll, WhereItCannotBeWrittenTheWorkGoesOnAndItIsSaidOnce) {
 }
 
 TEST_F(KvobildProtokoll, TurningWritesToTheJournalOfTheDatabaseThatTheSurroundingsName) {
-  BRAUCHT_TESTDATEN();
-  const QString foto = QDir(testdaten(u"bilder"_s)).entryInfoList({u"*.jpg"_s}, QDir::Files).value(0).filePath();
-  ASSERT_FALSE(foto.isEmpty());
+  QImage grau(64, 48, QImage::Format_RGB32);
+  grau.fill(Qt::gray);
+  const QString foto = ordner_.pfad(u"foto.jpg"_s);
+  ASSERT_TRUE(grau.save(foto));
   const QStringList aufruf{u"drehen"_s, u"--um"_s, u"180"_s, foto, ordner_.pfad(u"gedreht.jpg"_s)};
   EXPECT_EQ(kvobild(aufruf).code, 0);
   EXPECT_FALSE(QFile::exists(datei()));
