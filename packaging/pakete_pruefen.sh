@@ -165,13 +165,17 @@ pruefe_Betrieb() {
   melde 'Ein frisches System ohne Compiler'
   vorher=$(groesse "$BETRIEB")
   bestand "$BETRIEB" >"$WERK/bestand_vorher"
+  # What our packages need and recommend, without what those recommend in turn: that is the business of their desktop.
   local dateien=()
-  for paket in "${PROGRAMME[@]}"; do dateien+=("$(datei paket "$paket")"); done
-  apt_dort "$BETRIEB" install --download-only "${dateien[@]}"
+  for paket in "${PROGRAMME[@]}"; do
+    dateien+=("$(datei paket "$paket")")
+    mapfile -t -O "${#dateien[@]}" dateien < <(dpkg-deb --field "$BETRIEB$(datei paket "$paket")" Recommends | tr -d ' ' | tr , '\n' | sed '/^$/d')
+  done
+  apt_dort "$BETRIEB" install --no-install-recommends --download-only "${dateien[@]}"
   im_System "$BETRIEB" apt-get -q -s install --no-install-recommends libqt6widgets6 libqt6printsupport6 libqt6svg6 qt6-image-formats-plugins \
     qt6-translations-l10n | sed -n 's/^Inst \([^ ]*\).*/\1/p' >"$WERK/qt"
   beginn=$(date +%s.%N)
-  apt_dort "$BETRIEB" install "${dateien[@]}"
+  apt_dort "$BETRIEB" install --no-install-recommends "${dateien[@]}"
   sekunden=$(echo "$(date +%s.%N) $beginn" | awk '{ printf "%.0f", $1 - $2 }')
   nachher=$(groesse "$BETRIEB")
   # shellcheck disable=SC2046

@@ -42,7 +42,8 @@ Groessen tabellen() {
   Groessen groessen;
   for (const QString& zeile : lauf.ausgabe.split(u'\n', Qt::SkipEmptyParts)) {
     const QString name = zeile.section(u' ', 3);
-    if (name.startsWith("vtable for "_L1)) groessen.insert(name, zeile.section(u' ', 1, 1).toLongLong(nullptr, 16));
+    if (name.startsWith("vtable for "_L1) && !name.contains(u'<'))
+      groessen.insert(name, zeile.section(u' ', 1, 1).toLongLong(nullptr, 16));
   }
   return groessen;
 }

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 #include <QTimer>
 
@@ -135,6 +136,23 @@ TEST_F(WirtAnfang, TheDesktopsShortcutsOpenTheSearchAndANewRecord) {
   fenster_.reset();
   EXPECT_TRUE(oeffnet({u"--neuer-vorgang"_s}, u"Vorgangsfenster"_s));
   EXPECT_EQ(werte(u"SELECT count(*) FROM Vorgaenge WHERE Nr > 13"_s), QStringList{u"0"_s});
+}
+
+TEST_F(WirtAnfang, TheDesktopEntryCallsWhatTheProgramUnderstands) {
+  QSettings eintrag(QStringLiteral(KVO_QUELLORDNER "/resources/desktop/bildzuordnung.desktop"), QSettings::IniFormat);
+  const QMap<QString, Anfangstat> taten{{u"Desktop Entry"_s, Anfangstat::Keine},
+      {u"Desktop Action suchen"_s, Anfangstat::Suchen}, {u"Desktop Action neu"_s, Anfangstat::Neuer_Vorgang}};
+  QStringList gruppen = eintrag.childGroups();
+  gruppen.sort();
+  EXPECT_EQ(gruppen, (QStringList{u"Desktop Action neu"_s, u"Desktop Action suchen"_s, u"Desktop Entry"_s}));
+  for (auto i = taten.begin(); i != taten.end(); ++i) {
+    QStringList aufruf = eintrag.value(i.key() + u"/Exec"_s).toString().split(u' ');
+    EXPECT_EQ(aufruf.takeFirst(), u"bildzuordnung"_s);
+    aufruf.replaceInStrings(u"%F"_s, foto_);
+    const Wirtsoptionen gelesen = wirtsoptionen::lies(aufruf);
+    EXPECT_EQ(gelesen.tat, i.value()) << i.key().toStdString();
+    EXPECT_EQ(gelesen.dateien.size(), i.value() == Anfangstat::Keine ? 1 : 0);
+  }
 }
 
 TEST_F(WirtAnfang, WhereRecordsAreNotMadeHereTheShortcutSaysSo) {
