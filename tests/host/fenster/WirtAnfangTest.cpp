@@ -1,6 +1,7 @@
 // What the call asks of the window: files that wait for a record, the search, a new record.
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QSettings>
@@ -8,6 +9,8 @@
 #include <QTimer>
 
 #include "host/betrieb/Ausgang.h"
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/SqlZerleger.h"
 #include "tests/host/fenster/Wirt.h"
 #include "tests/support/Eingaben.h"
 #include "tests/support/Handyfoto.h"
@@ -161,7 +164,10 @@ TEST_F(WirtAnfang, WhereRecordsAreNotMadeHereTheShortcutSaysSo) {
   {
     adodb::Connection verbindung;
     verbindung.Open(u"Provider=SQLite;Mode=ReadWriteCreate;Data Source="_s + datei);
-    verbindung.Execute(u"CREATE TABLE Anderes (Nr INTEGER)"_s);
+    QFile skript(QStringLiteral(KVO_QUELLORDNER "/sql/sqlite/Bild_Zuordnungen.sql"));
+    ASSERT_TRUE(skript.open(QIODevice::ReadOnly));
+    for (const QString& anweisung : adodb::zerlege_skript(QString::fromUtf8(skript.readAll())))
+      verbindung.Execute(anweisung);
   }
   Wirtsoptionen mit = optionen();
   mit.verbindung = u"Provider=SQLite;Data Source=\"%1\""_s.arg(datei);
