@@ -175,6 +175,8 @@ pruefe_Betrieb() {
   im_System "$BETRIEB" apt-get -q -s install --no-install-recommends libqt6widgets6 libqt6printsupport6 libqt6svg6 qt6-image-formats-plugins \
     qt6-translations-l10n | sed -n 's/^Inst \([^ ]*\).*/\1/p' >"$WERK/qt"
   { TIMEFORMAT='%0R %0U %0S'; time apt_dort "$BETRIEB" install --no-install-recommends "${dateien[@]}"; } 2>"$WERK/dauer"
+  # As if they had come by themselves, so that they go with the programs.
+  im_System "$BETRIEB" apt-mark auto libheif1 tdsodbc xdg-utils >/dev/null
   read -r sekunden gerechnet_1 gerechnet_2 <"$WERK/dauer"
   nachher=$(groesse "$BETRIEB")
   # shellcheck disable=SC2046
@@ -230,6 +232,8 @@ pruefe_Wechsel() {
   erwarte_Daten 'Nach dem Wechsel zurück'
   apt_dort "$BETRIEB" remove "${PROGRAMME[@]}"
   erwarte_Daten 'Nach dem Entfernen'
+  # What is not installed any more apt does not know, since it came from a file.
+  apt_dort "$BETRIEB" install --no-install-recommends "${alte[@]}"
   apt_dort "$BETRIEB" purge "${PROGRAMME[@]}"
   apt_dort "$BETRIEB" autoremove --purge
   erwarte_Daten 'Nach dem Entfernen mit allen Einstellungen'
