@@ -87,6 +87,14 @@ melde "Gebaut in $((SECONDS - anfang)) s"
 melde 'Prüfe sie mit lintian'
 lintian --allow-root --fail-on error,warning --tag-display-limit 0 build/pakete/"${name}_${version}"_*.changes
 
+melde 'Prüfe, was ein Desktop liest'
+desktop-file-validate resources/desktop/*.desktop
+appstreamcli validate-tree --no-net "build/pakete/$name-$version/debian/bildzuordnung" >&2
+if ! grep -q "<release version=\"$version\"" resources/desktop/*.metainfo.xml; then
+  melde "Die Beschreibung für den Desktop nennt $version nicht"
+  exit 1
+fi
+
 if [ "$zweimal" = ja ]; then
   melde 'Baue sie ein zweites Mal, in einem anderen Ordner und ohne Zwischenspeicher'
   anfang=$SECONDS

@@ -82,7 +82,7 @@ QMap<QString, qint64> klassengroessen() {
       GROESSE(Folder),
       GROESSE(KeyHandler),
       GROESSE(komponenten::Komponente),
-      GROESSE(komponenten::Traeger),
+      GROESSE(komponenten::Traeger<clsDialoge>),
       GROESSE(KVFileFunctions),
       GROESSE(KVOCore),
       GROESSE(Laufzeitfehler),

@@ -42,7 +42,8 @@ Groessen tabellen() {
   Groessen groessen;
   for (const QString& zeile : lauf.ausgabe.split(u'\n', Qt::SkipEmptyParts)) {
     const QString name = zeile.section(u' ', 3);
-    if (name.startsWith("vtable for "_L1)) groessen.insert(name, zeile.section(u' ', 1, 1).toLongLong(nullptr, 16));
+    if (name.startsWith("vtable for "_L1) && !name.contains(u'<'))
+      groessen.insert(name, zeile.section(u' ', 1, 1).toLongLong(nullptr, 16));
   }
   return groessen;
 }
@@ -120,20 +121,21 @@ class Groessentest : public ::testing::Test {
 TEST_F(Groessentest, NoPublishedClassChangesItsSizeWithoutANewSoversion) {
   const Groessen soll = liste();
   const Groessen ist = gebaute();
-  ASSERT_GT(soll.size(), 50);
   const bool neue_Zahl = soll.value(Soversion) != SOVERSION;
   const QStringList anders = neue_Zahl ? QStringList() : geaenderte(soll, ist);
   EXPECT_TRUE(anders.isEmpty())
       << "hosts have these compiled in; count KVO_SOVERSION (component/CMakeLists.txt) up:\n  "
       << anders.join(u"\n  "_s).toStdString();
   if (anders.isEmpty() && qEnvironmentVariableIsSet("KVO_GROESSEN_SCHREIBEN")) schreibe(ist);
+  EXPECT_GT(liste().size(), 50);
   EXPECT_EQ(liste(), ist) << "KVO_GROESSEN_SCHREIBEN=1 writes the list anew";
 }
 
 TEST_F(Groessentest, EveryPublishedClassIsMeasured) {
   QStringList gemessene;
   // Without their namespaces, which begin with a small letter as no class with others in it does.
-  for (QString name : klassengroessen().keys()) gemessene.append(name.remove(QRegularExpression(u"^[a-z0-9]+::"_s)));
+  for (QString name : klassengroessen().keys())
+    gemessene.append(name.remove(QRegularExpression(u"^[a-z0-9]+::|<.*>"_s)));
   int klassen = 0;
   for (const QString& kopf : koepfe())
     for (const QString& klasse : klassen_in(lies(QStringLiteral(KVO_QUELLORDNER "/") + kopf))) {

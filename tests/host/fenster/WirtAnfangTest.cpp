@@ -1,12 +1,16 @@
 // What the call asks of the window: files that wait for a record, the search, a new record.
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 #include <QTimer>
 
 #include "host/betrieb/Ausgang.h"
+#include "platform/adodb/Connection.h"
+#include "platform/adodb/SqlZerleger.h"
 #include "tests/host/fenster/Wirt.h"
 #include "tests/support/Eingaben.h"
 #include "tests/support/Handyfoto.h"
@@ -137,13 +141,33 @@ TEST_F(WirtAnfang, TheDesktopsShortcutsOpenTheSearchAndANewRecord) {
   EXPECT_EQ(werte(u"SELECT count(*) FROM Vorgaenge WHERE Nr > 13"_s), QStringList{u"0"_s});
 }
 
+TEST_F(WirtAnfang, TheDesktopEntryCallsWhatTheProgramUnderstands) {
+  QSettings eintrag(QStringLiteral(KVO_QUELLORDNER "/resources/desktop/bildzuordnung.desktop"), QSettings::IniFormat);
+  const QMap<QString, Anfangstat> taten{{u"Desktop Entry"_s, Anfangstat::Keine},
+      {u"Desktop Action suchen"_s, Anfangstat::Suchen}, {u"Desktop Action neu"_s, Anfangstat::Neuer_Vorgang}};
+  QStringList gruppen = eintrag.childGroups();
+  gruppen.sort();
+  EXPECT_EQ(gruppen, (QStringList{u"Desktop Action neu"_s, u"Desktop Action suchen"_s, u"Desktop Entry"_s}));
+  for (auto i = taten.begin(); i != taten.end(); ++i) {
+    QStringList aufruf = eintrag.value(i.key() + u"/Exec"_s).toString().split(u' ');
+    EXPECT_EQ(aufruf.takeFirst(), u"bildzuordnung"_s);
+    aufruf.replaceInStrings(u"%F"_s, foto_);
+    const Wirtsoptionen gelesen = wirtsoptionen::lies(aufruf);
+    EXPECT_EQ(gelesen.tat, i.value()) << i.key().toStdString();
+    EXPECT_EQ(gelesen.dateien.size(), i.value() == Anfangstat::Keine ? 1 : 0);
+  }
+}
+
 TEST_F(WirtAnfang, WhereRecordsAreNotMadeHereTheShortcutSaysSo) {
   Testordner fremd;
   const QString datei = fremd.pfad(u"fremd.db"_s);
   {
     adodb::Connection verbindung;
     verbindung.Open(u"Provider=SQLite;Mode=ReadWriteCreate;Data Source="_s + datei);
-    verbindung.Execute(u"CREATE TABLE Anderes (Nr INTEGER)"_s);
+    QFile skript(QStringLiteral(KVO_QUELLORDNER "/sql/sqlite/Bild_Zuordnungen.sql"));
+    ASSERT_TRUE(skript.open(QIODevice::ReadOnly));
+    for (const QString& anweisung : adodb::zerlege_skript(QString::fromUtf8(skript.readAll())))
+      verbindung.Execute(anweisung);
   }
   Wirtsoptionen mit = optionen();
   mit.verbindung = u"Provider=SQLite;Data Source=\"%1\""_s.arg(datei);
