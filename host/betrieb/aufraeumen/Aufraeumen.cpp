@@ -140,7 +140,7 @@ std::size_t Aufraeumen::pruefe_Namen(const Fortgang& fortgang) const {
 std::optional<std::int64_t> Aufraeumen::stichzeit() const {
   using namespace std::chrono;
   if (schonfrist_.dauer <= schonfrist_.dauer.zero()) return std::nullopt;
-  return duration_cast<nanoseconds>((schonfrist_.uhr() - schonfrist_.dauer).time_since_epoch()).count();
+  return schonfrist_.uhr(wurzel_) - duration_cast<nanoseconds>(schonfrist_.dauer).count();
 }
 
 /// The component's question parts a name at its first dots, and has no words for the root itself.

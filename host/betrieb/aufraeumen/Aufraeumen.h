@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,14 +13,16 @@
 #include "host/betrieb/aufraeumen/Aufraeumplan.h"
 #include "host/betrieb/aufraeumen/Papierkorb.h"
 #include "platform/adodb/Connection.h"
+#include "platform/files/wirt/Umzug.h"
 #include "store/clsBildZuordnungen.h"
 
-/// How long what came into the picture tree is left alone. Its clock is that of this machine.
+/// How long what came into the picture tree is left alone, by the clock that the tree's files bear.
 struct Schonfrist {
   static constexpr std::chrono::minutes Ueblich{60};
   /// 0: nothing is new.
   std::chrono::minutes dauer = Ueblich;
-  std::function<std::chrono::system_clock::time_point()> uhr = std::chrono::system_clock::now;
+  /// Nanoseconds since 1970 in a folder.
+  std::function<std::int64_t(const QString&)> uhr = umzug::jetzt_ns;
 };
 
 /// The clearing of the picture tree as a host offers it: the component deletes without a question, and where the table

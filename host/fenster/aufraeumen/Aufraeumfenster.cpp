@@ -1,10 +1,12 @@
 #include "host/fenster/aufraeumen/Aufraeumfenster.h"
 
+#include <QApplication>
 #include <QDateTime>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
+#include <QPainter>
 #include <QPixmap>
 #include <QPushButton>
 #include <QScrollBar>
@@ -33,11 +35,14 @@ QString zeitpunkt(std::int64_t nanosekunden) {
   return QDateTime::fromMSecsSinceEpoch(nanosekunden / Je_Millisekunde).toString(u"dd.MM.yyyy HH:mm"_s);
 }
 
-/// All rows are as high as one with a picture.
-QIcon platzhalter() {
-  QPixmap leer(Bildmass);
-  leer.fill(Qt::transparent);
-  return {leer};
+/// All rows are as high as one with a picture, and their texts begin below each other.
+QIcon platzhalter(const QImage& bild = {}) {
+  QPixmap feld(Bildmass * qApp->devicePixelRatio());
+  feld.fill(Qt::transparent);
+  if (!bild.isNull())
+    QPainter(&feld).drawImage((feld.width() - bild.width()) / 2, (feld.height() - bild.height()) / 2, bild);
+  feld.setDevicePixelRatio(qApp->devicePixelRatio());
+  return {feld};
 }
 
 }  // namespace
@@ -122,6 +127,7 @@ void Aufraeumfenster::fuege_an(const Aufraeumposten& posten) {
   if (posten.Warum == Aufraeumposten::Grund::OhneZuordnung) zeile->setData(Datei, Offen, posten.Pfad);
   static_cast<void>(gelingt([&] {
     const dateien::Kennung kennung = dateien::kennung(posten.Pfad);
+    groessen_.insert(posten.Pfad, kennung.laenge);
     zeile->setText(Groesse, groesse(kennung.laenge));
     zeile->setText(Geaendert, zeitpunkt(kennung.geaendert_ns));
   }));
@@ -148,7 +154,11 @@ QSet<QString> Aufraeumfenster::ausgenommen() const {
 void Aufraeumfenster::rechne() {
   const Aufraeumplan rest = Aufraeumen::ohne(plan_, ausgenommen());
   QSet<QString> geht;
-  for (const Aufraeumposten& p : rest.Posten) geht.insert(p.Pfad);
+  std::int64_t bytes = 0;
+  for (const Aufraeumposten& p : rest.Posten) {
+    geht.insert(p.Pfad);
+    bytes += groessen_.value(p.Pfad);
+  }
   const QSignalBlocker still(lst_Aufraeumen);
   for (qsizetype i = 0; i < zeilen_.size(); ++i) {
     const bool bleibt = !geht.contains(plan_.Posten[static_cast<std::size_t>(i)].Pfad);
@@ -159,7 +169,7 @@ void Aufraeumfenster::rechne() {
   cmd_Loeschen->setText(
       (endgueltig_ ? u"%1 &löschen"_s : u"%1 in den &Papierkorb verschieben"_s).arg(rest.Posten.size()));
   cmd_Loeschen->setEnabled(!rest.Posten.empty());
-  const QString platz = groesse(Aufraeumen::bytes(rest));
+  const QString platz = groesse(bytes);
   lbl_Platz->setText(endgueltig_ ? u"Frei werden %1."_s.arg(platz)
                                  : u"Zusammen %1; frei werden sie, wenn der Papierkorb geleert wird."_s.arg(platz));
 }
@@ -181,7 +191,7 @@ void Aufraeumfenster::zeige_ein_Bild() {
     zeile->setData(Datei, Offen, {});
     const qsizetype trenner = pfad.lastIndexOf(u'\\');
     const QImage bild = lader_.lade(pfad.left(trenner), pfad.mid(trenner + 1), Bildmass * devicePixelRatio());
-    if (!bild.isNull()) zeile->setIcon(Datei, QIcon(QPixmap::fromImage(bild)));
+    if (!bild.isNull()) zeile->setIcon(Datei, platzhalter(bild));
     lst_Aufraeumen->viewport()->update();
     return;
   }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QDialog>
+#include <QHash>
 #include <QSet>
 #include <QString>
+#include <cstdint>
 
 #include "host/betrieb/aufraeumen/Aufraeumen.h"
 #include "host/betrieb/vorgang/Vorschaulader.h"
@@ -48,4 +50,5 @@ class Aufraeumfenster final : public QDialog {
   QTimer* takt_;
   /// The rows of the list, as in the plan.
   QList<QTreeWidgetItem*> zeilen_;
+  QHash<QString, std::int64_t> groessen_;
 };

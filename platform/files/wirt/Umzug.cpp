@@ -7,16 +7,20 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <span>
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/Binaerdatei.h"
+#include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
 #include "platform/files/Stand.h"
 #include "platform/files/Systemfehler.h"
 #include "platform/files/Umbenennen.h"
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace umzug {
 namespace {
@@ -112,6 +116,18 @@ std::int64_t gekommen_ns(const QString& pfad) {
   const std::int64_t gemacht = nanosekunden(info.stx_btime);
   // A folder's entry changes with everything that comes into it or goes.
   return S_ISDIR(info.stx_mode) ? gemacht : std::max(gemacht, geaendert);
+}
+
+std::int64_t jetzt_ns(const QString& ordner) {
+  using namespace std::chrono;
+  std::int64_t jetzt = duration_cast<nanoseconds>(system_clock::now().time_since_epoch()).count();
+  fehler::still_enden([&] {
+    const QString probe = dateien::verborgener_Name(ordner + u"\\uhr"_s);
+    dateien::schreibe_neu(probe, {});
+    jetzt = gekommen_ns(probe);
+    FileSystemObject().DeleteFile(probe, true);
+  });
+  return jetzt;
 }
 
 }  // namespace umzug

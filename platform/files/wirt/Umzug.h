@@ -30,4 +30,8 @@ KVO_EXPORT void verschiebe(const QString& quelle, const QString& ziel);
 /// from its source, does not count. Raises 53 when it is missing.
 KVO_EXPORT std::int64_t gekommen_ns(const QString& pfad);
 
+/// What gekommen_ns would say of something that came into this folder now: a share counts by its server's clock, which
+/// may be hours away from this machine's. The machine's own where no file can be made there.
+KVO_EXPORT std::int64_t jetzt_ns(const QString& ordner);
+
 }  // namespace umzug

@@ -391,7 +391,9 @@ TEST_F(WirtAufraeumen, TheAgeCountsFromTheFilesArrivalAndNotFromItsTimeStamp) {
   ASSERT_TRUE(store.Init(platz.verbindungszeichenfolge(), platz.verbindung(), {}));
   const auto gehende_nach = [&](int minuten) {
     Schonfrist frist;
-    frist.uhr = [=] { return std::chrono::system_clock::now() + std::chrono::minutes(minuten); };
+    frist.uhr = [=](const QString& ordner) {
+      return umzug::jetzt_ns(ordner) + std::chrono::nanoseconds(std::chrono::minutes(minuten)).count();
+    };
     return Aufraeumen(store, platz.verbindung(), u"P:"_s, u"P:"_s, frist).liste().Posten.size();
   };
   QFile datei(wurzel() + u"/Belege/2/c.jpg"_s);
@@ -412,7 +414,9 @@ TEST_F(WirtAufraeumen, WhatIsNewDoesNotGetOldWhileTheQuestionStands) {
   ASSERT_TRUE(store.Init(platz.verbindungszeichenfolge(), platz.verbindung(), {}));
   int minuten = 0;
   Schonfrist frist;
-  frist.uhr = [&] { return std::chrono::system_clock::now() + std::chrono::minutes(minuten); };
+  frist.uhr = [&](const QString& ordner) {
+    return umzug::jetzt_ns(ordner) + std::chrono::nanoseconds(std::chrono::minutes(minuten)).count();
+  };
   Aufraeumen aufraeumen(store, platz.verbindung(), u"P:"_s, u"P:"_s, frist);
   const Aufraeumplan plan = aufraeumen.liste();
   EXPECT_EQ(plan.Bleibend.size(), 3U);

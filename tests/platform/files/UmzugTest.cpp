@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <functional>
@@ -79,4 +80,19 @@ TEST(Umzug, AFileCameWhenItsEntryLastChangedWhateverItsTimeStampSays) {
   }
   EXPECT_EQ(
       nummer([&] { umzug::gekommen_ns(tabellenform(ordner.pfad(u"fehlt"_s))); }), fehlernummer::DateiNichtGefunden);
+}
+
+TEST(Umzug, TimeCountsByTheClockThatTheFolderKeeps) {
+  const Testordner ordner;
+  const auto kam = [&](const QString& name) {
+    ordner.schreibe(name, "x");
+    return umzug::gekommen_ns(tabellenform(ordner.pfad(name)));
+  };
+  const auto vorher = kam(u"a"_s);
+  const auto jetzt = umzug::jetzt_ns(tabellenform(ordner.pfad()));
+  EXPECT_LE(vorher, jetzt);
+  EXPECT_LE(jetzt, kam(u"b"_s));
+  EXPECT_EQ(QDir(ordner.pfad()).entryList(QDir::Files | QDir::Hidden), (QStringList{u"a"_s, u"b"_s}));
+  // Nothing can be made there.
+  EXPECT_GE(umzug::jetzt_ns(tabellenform(ordner.pfad(u"fehlt"_s))), jetzt);
 }
