@@ -22,6 +22,7 @@ STOCKWERKE = [
         ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten"),
         ("host/betrieb/vorgaenge", "eigene Vorgänge, Listen einlesen"), ("host/fenster/vorgaenge", "Vorgang, Einlesen, Anfang"),
         ("host/betrieb/aufraeumen", "was geht, was bleibt, Papierkorb"), ("host/betrieb/protokoll", "was mit Bildern geschah"),
+        ("host/betrieb/vorgaben", "was der Betrieb allen gibt"), ("host/beschreibung", "Handbuchseiten und Vorschläge aus der Hilfe"),
         ("host/betrieb/aufnahme", "Bilder aufnehmen, zurücknehmen"), ("host/fenster/aufraeumen", "was geht, Papierkorb"), ("host/fenster/aufnahme", "ziehen, einfügen, Fortschritt"),
         ("host/bericht/ausgabe", "Bilder ausgeben, ohne Ortsangaben"), ("host/fenster/bericht", "Bericht: Vorschau, Druck, Mail"), ("host/fenster/ausgabe", "wohin Bilder gehen")]),
     ("5", "Die Bibliothek", [

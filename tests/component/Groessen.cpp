@@ -1,6 +1,7 @@
 // The one table of what is published as a class: GroessenTest finds one that is missing here.
 #include "tests/component/Groessen.h"
 
+#include "component/Bibliotheken.h"
 #include "component/Zuordnungsweg.h"
 #include "dialogs/assignment/clsDialoge.h"
 #include "exif/Dateibytes.h"
@@ -31,6 +32,7 @@
 #include "platform/host/Oberflaeche.h"
 #include "store/Aufraeumliste.h"
 #include "store/Bilddatei.h"
+#include "store/Bildereignis.h"
 #include "store/Felder.h"
 #include "store/clsBildZuordnungen.h"
 #include "store/clsBilderSpeicher.h"
@@ -59,6 +61,9 @@ QMap<QString, qint64> klassengroessen() {
       GROESSE(Auskunftsempfaenger),
       GROESSE(Bild),
       GROESSE(Bilddatei),
+      GROESSE(Bildereignis),
+      GROESSE(bildereignis::Ruhe),
+      GROESSE(bibliotheken::Bibliothek),
       GROESSE(bildlader::NurKopf),
       GROESSE(bildvorlauf::Vorlauf),
       GROESSE(bildvorlauf::Vorlauf::Wunsch),

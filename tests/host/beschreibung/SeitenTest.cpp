@@ -96,7 +96,7 @@ TEST(Handbuchseiten, AFormatterReadsThemWithoutAWarning) {
   if (groff.isEmpty()) GTEST_SKIP() << "groff is missing";
   for (const QString& name : QDir(Ordner + u"/man"_s, u"*.1"_s).entryList()) {
     QProcess lauf;
-    lauf.start(groff, {u"-Kutf8"_s, u"-Tutf8"_s, u"-man"_s, u"-ww"_s, Ordner + u"/man/"_s + name});
+    lauf.start(groff, {u"-Kutf8"_s, u"-Tutf8"_s, u"-man"_s, u"-ww"_s, u"-P-cbou"_s, Ordner + u"/man/"_s + name});
     ASSERT_TRUE(lauf.waitForFinished());
     EXPECT_EQ(lauf.readAllStandardError(), QByteArray()) << name.toStdString();
     EXPECT_TRUE(lauf.readAllStandardOutput().contains("SIEHE AUCH")) << name.toStdString();
