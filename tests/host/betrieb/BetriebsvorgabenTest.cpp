@@ -62,7 +62,7 @@ TEST_F(Vorgaben, AreTakenWhereNeitherTheCallNorTheUserSaysMore) {
   EXPECT_EQ(genannte.bilder, QString());
   gedaechtnis::merke(start(u"Data Source=SRV03;Provider=SQLOLEDB"_s, u"/srv/andere"_s));
   const Wirtsoptionen gemerkte = gedaechtnis::ergaenzt(start());
-  EXPECT_EQ(gemerkte.verbindung, u"Data Source=SRV03;Provider=SQLOLEDB"_s);
+  EXPECT_EQ(gemerkte.verbindung, u"Data Source=\"SRV03\";Provider=\"SQLOLEDB\""_s);
   EXPECT_EQ(gemerkte.bilder, u"/srv/andere"_s);
 }
 

@@ -41,7 +41,7 @@ TEST_F(KvobildFassung, ADatabaseOfALaterProgramIsToldAndLeftAlone) {
   ASSERT_TRUE(vorher.open(QIODevice::ReadOnly));
   const QByteArray bytes = vorher.readAll();
   for (const QStringList& befehl : {QStringList{u"lesen"_s}, QStringList{u"anlegen"_s},
-           QStringList{u"vorgaenge"_s, u"liste"_s}, QStringList{u"datenbank"_s, u"pruefen"_s}}) {
+           QStringList{u"vorgaenge"_s, u"liste"_s, u"--csv"_s}, QStringList{u"datenbank"_s, u"pruefen"_s}}) {
     const Lauf lauf = kvobild(befehl + QStringList{u"--verbindung"_s, datei});
     EXPECT_EQ(lauf.code, 3) << befehl.join(u' ').toStdString() << lauf.meldungen.toStdString();
     EXPECT_TRUE((lauf.meldungen + lauf.ausgabe).contains(u"stammt von einer neueren Fassung des Programms"_s))
@@ -52,7 +52,7 @@ TEST_F(KvobildFassung, ADatabaseOfALaterProgramIsToldAndLeftAlone) {
 }
 
 TEST_F(KvobildFassung, ItsOwnAndThoseOfOtherProgramsAreOpenedWhateverTheirVersion) {
-  EXPECT_EQ(kvobild({u"vorgaenge"_s, u"liste"_s, u"--verbindung"_s, eigene(u"1"_s)}).code, 0);
+  EXPECT_EQ(kvobild({u"vorgaenge"_s, u"liste"_s, u"--csv"_s, u"--verbindung"_s, eigene(u"1"_s)}).code, 0);
   sql(u"PRAGMA user_version = 99"_s);
   EXPECT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0) << "a firm's own file counts as it likes";
 }
