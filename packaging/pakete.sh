@@ -84,15 +84,17 @@ anfang=$SECONDS
 baue_Pakete "$KVO_ORDNER/build/pakete"
 melde "Gebaut in $((SECONDS - anfang)) s"
 
+# A failure of one check does not keep the others from running; it counts at the end.
+ergebnis=0
 melde 'Prüfe sie mit lintian'
-lintian --allow-root --fail-on error,warning --tag-display-limit 0 build/pakete/"${name}_${version}"_*.changes
+lintian --allow-root --fail-on error,warning --tag-display-limit 0 build/pakete/"${name}_${version}"_*.changes >&2 || ergebnis=1
 
 melde 'Prüfe, was ein Desktop liest'
-desktop-file-validate resources/desktop/*.desktop
-appstreamcli validate-tree --no-net "build/pakete/$name-$version/debian/bildzuordnung" >&2
+desktop-file-validate resources/desktop/*.desktop >&2 || ergebnis=1
+appstreamcli validate-tree --no-net "build/pakete/$name-$version/debian/bildzuordnung" >&2 || ergebnis=1
 if ! grep -q "<release version=\"$version\"" resources/desktop/*.metainfo.xml; then
   melde "Die Beschreibung für den Desktop nennt $version nicht"
-  exit 1
+  ergebnis=1
 fi
 
 if [ "$zweimal" = ja ]; then
@@ -100,10 +102,11 @@ if [ "$zweimal" = ja ]; then
   anfang=$SECONDS
   CCACHE_DISABLE=1 baue_Pakete "$KVO_ORDNER/build/pakete an anderem Ort"
   melde "Gebaut in $((SECONDS - anfang)) s"
-  vergleiche build/pakete 'build/pakete an anderem Ort'
+  vergleiche build/pakete 'build/pakete an anderem Ort' || ergebnis=1
   rm -rf 'build/pakete an anderem Ort'
 fi
 
 find build/pakete -maxdepth 1 -type f -exec cp -t "$ziel" {} +
 melde "Die Pakete liegen in $ziel"
 ls -l "$ziel" >&2
+exit "$ergebnis"
