@@ -17,6 +17,13 @@ if [ $# -ne 1 ]; then
 fi
 mkdir -p "$1"
 ziel=$(cd "$1" && pwd)
+case $ziel/ in
+  "$KVO_ORDNER"/build/*) ;;
+  "$KVO_ORDNER"/*)
+    melde "Das Ziel liegt im Baum; die nächsten Quellen enthielten die Pakete"
+    exit 2
+    ;;
+esac
 
 bereite_umgebung_vor
 installiere "${PAKETE_BAU[@]}" "${PAKETE_PAKETE[@]}"
@@ -98,12 +105,13 @@ if ! grep -q "<release version=\"$version\"" resources/desktop/*.metainfo.xml; t
 fi
 
 if [ "$zweimal" = ja ]; then
+  # A plain path: dpkg keeps the folder of a build out of it only where its name needs no quoting.
   melde 'Baue sie ein zweites Mal, in einem anderen Ordner und ohne Zwischenspeicher'
   anfang=$SECONDS
-  CCACHE_DISABLE=1 baue_Pakete "$KVO_ORDNER/build/pakete an anderem Ort"
+  CCACHE_DISABLE=1 baue_Pakete "$KVO_ORDNER/build/anderswo/zweite"
   melde "Gebaut in $((SECONDS - anfang)) s"
-  vergleiche build/pakete 'build/pakete an anderem Ort' || ergebnis=1
-  rm -rf 'build/pakete an anderem Ort'
+  vergleiche build/pakete build/anderswo/zweite || ergebnis=1
+  rm -rf build/anderswo
 fi
 
 find build/pakete -maxdepth 1 -type f -exec cp -t "$ziel" {} +
