@@ -3,6 +3,8 @@
 # would: in fresh, minimal systems of their own below build/, with apt and nothing else at hand. One system runs the programs,
 # upgrades, goes back and removes them; one with a compiler builds the small host. Says what it cost.
 # Where such a system can't be made, it says so and ends with 0.
+# What others are to expand stands in single quotes.
+# shellcheck disable=SC2016
 set -euo pipefail
 # shellcheck source=packaging/gemeinsam.sh
 . "$(dirname "${BASH_SOURCE[0]}")/gemeinsam.sh"
@@ -51,7 +53,6 @@ im_System() {
   local baum=$1
   shift
   mkdir -p "$VORRAT/partial"
-  # shellcheck disable=SC2016
   unshare --mount bash -c '
     baum=$1 vorrat=$2; shift 2
     mount -t proc proc "$baum/proc"
@@ -179,7 +180,6 @@ pruefe_Betrieb() {
   im_System "$BETRIEB" apt-mark auto libheif1 tdsodbc xdg-utils >/dev/null
   read -r sekunden gerechnet_1 gerechnet_2 <"$WERK/dauer"
   nachher=$(groesse "$BETRIEB")
-  # shellcheck disable=SC2046
   ohne_Qt=$(im_System "$BETRIEB" dpkg-query -W -f '${Package} ${Installed-Size}\n' |
     grep -vxFf <(sed 's/$/ /' "$WERK/qt") | awk -v qt="$WERK/qt" -v alt="$WERK/pakete_vorher" '
       BEGIN { while ((getline z < qt) > 0) weg[z] = 1; while ((getline z < alt) > 0) weg[z] = 1 }
