@@ -17,6 +17,13 @@ if [ $# -ne 1 ]; then
 fi
 mkdir -p "$1"
 ziel=$(cd "$1" && pwd)
+case $ziel/ in
+  "$KVO_ORDNER"/build/*) ;;
+  "$KVO_ORDNER"/*)
+    melde "Das Ziel liegt im Baum; die nächsten Quellen enthielten die Pakete"
+    exit 2
+    ;;
+esac
 
 bereite_umgebung_vor
 installiere "${PAKETE_BAU[@]}" "${PAKETE_PAKETE[@]}"
@@ -84,26 +91,30 @@ anfang=$SECONDS
 baue_Pakete "$KVO_ORDNER/build/pakete"
 melde "Gebaut in $((SECONDS - anfang)) s"
 
+# A failure of one check does not keep the others from running; it counts at the end.
+ergebnis=0
 melde 'Prüfe sie mit lintian'
-lintian --allow-root --fail-on error,warning --tag-display-limit 0 build/pakete/"${name}_${version}"_*.changes
+lintian --allow-root --fail-on error,warning --tag-display-limit 0 build/pakete/"${name}_${version}"_*.changes >&2 || ergebnis=1
 
 melde 'Prüfe, was ein Desktop liest'
-desktop-file-validate resources/desktop/*.desktop
-appstreamcli validate-tree --no-net "build/pakete/$name-$version/debian/bildzuordnung" >&2
+desktop-file-validate resources/desktop/*.desktop >&2 || ergebnis=1
+appstreamcli validate-tree --no-net "build/pakete/$name-$version/debian/bildzuordnung" >&2 || ergebnis=1
 if ! grep -q "<release version=\"$version\"" resources/desktop/*.metainfo.xml; then
   melde "Die Beschreibung für den Desktop nennt $version nicht"
-  exit 1
+  ergebnis=1
 fi
 
 if [ "$zweimal" = ja ]; then
+  # A plain path: dpkg keeps the folder of a build out of it only where its name needs no quoting.
   melde 'Baue sie ein zweites Mal, in einem anderen Ordner und ohne Zwischenspeicher'
   anfang=$SECONDS
-  CCACHE_DISABLE=1 baue_Pakete "$KVO_ORDNER/build/pakete an anderem Ort"
+  CCACHE_DISABLE=1 baue_Pakete "$KVO_ORDNER/build/anderswo/zweite"
   melde "Gebaut in $((SECONDS - anfang)) s"
-  vergleiche build/pakete 'build/pakete an anderem Ort'
-  rm -rf 'build/pakete an anderem Ort'
+  vergleiche build/pakete build/anderswo/zweite || ergebnis=1
+  rm -rf build/anderswo
 fi
 
 find build/pakete -maxdepth 1 -type f -exec cp -t "$ziel" {} +
 melde "Die Pakete liegen in $ziel"
 ls -l "$ziel" >&2
+exit "$ergebnis"

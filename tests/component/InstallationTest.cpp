@@ -93,6 +93,14 @@ TEST_F(Installation, TheScriptsOfEveryDatabaseAreThere) {
   EXPECT_EQ(skripte, dateien_unter(Quellen + u"sql"_s));
 }
 
+TEST_F(Installation, ADesktopFindsTheEntryItsDescriptionAndTheIcon) {
+  const QSet<QString> dateien = dateien_unter(baum(u"share"_s));
+  for (const QString& datei :
+      {u"applications/bildzuordnung.desktop"_s, u"icons/hicolor/scalable/apps/bildzuordnung.svg"_s,
+          u"metainfo/example.kvobildzuordnung.bildzuordnung.metainfo.xml"_s})
+    EXPECT_TRUE(dateien.contains(datei)) << datei.toStdString();
+}
+
 TEST_F(Installation, BothProgramsFindTheLibraryBesideThem) {
   for (const QString& name : {u"kvobild"_s, u"bildzuordnung"_s}) {
     const Prozess lauf = starte(baum(u"bin/"_s + name), {u"--hilfe"_s});
