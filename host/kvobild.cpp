@@ -34,7 +34,8 @@ Ausgang laufe(const QStringList& argumente) {
         {befehle::anlegen(), befehle::zuordnen(), befehle::lesen(), befehle::aendern(), befehle::umbenennen(),
             befehle::entfernen(), befehle::aufraeumen(), befehle::ausgeben(), befehle::exif(), befehle::drehen(),
             befehle::thumbnail(), befehle::bericht(), befehle::beispieldaten(), befehle::datenbank_anlegen(),
-            befehle::datenbank_pruefen(), befehle::vorgaenge_einlesen(), befehle::vorgaenge_liste()},
+            befehle::datenbank_pruefen(), befehle::vorgaenge_einlesen(), befehle::vorgaenge_liste(),
+            befehle::protokoll()},
         argumente);
     if (ausgabe::abgeschlossen()) return ausgang;
     throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);
