@@ -12,11 +12,11 @@ set -euo pipefail
 # shellcheck source=packaging/gemeinsam.sh
 . "$(dirname "${BASH_SOURCE[0]}")/gemeinsam.sh"
 
-preset=asan
-if [ "${1:-}" = --ohne-sanitizer ]; then preset=ci; shift; fi
+pruefbau=asan
+if [ "${1:-}" = --ohne-sanitizer ]; then pruefbau=ci; shift; fi
 minuten=${1:-60}
 case $minuten in '' | *[!0-9]* | 0) echo 'dauerlauf.sh [--ohne-sanitizer] [MINUTEN]' >&2; exit 2 ;; esac
-readonly preset minuten
+readonly pruefbau minuten
 readonly sekunden=$((60 * minuten)) saat=${KVO_SAAT:-$(date +%Y%m%d)}
 
 bereite_umgebung_vor
@@ -25,7 +25,7 @@ installiere "${PAKETE_BAU[@]}" "${PAKETE_TEST[@]}" clang || melde 'Ohne alle Pak
 if [ ! -d /run/systemd/system ]; then installiere "${PAKETE_CI[@]}" || melde 'Ohne Freigabe weiter'; fi
 cd "$KVO_ORDNER"
 
-readonly bau=build/$preset haus=build/dauerlauf
+readonly bau=build/$pruefbau haus=build/dauerlauf
 rm -rf "$haus"
 mkdir -p "$haus/funde" "$haus/laeufe"
 # Short, since a server's sockets lie below it. Pictures go where no disk has to be waited for.
@@ -171,7 +171,7 @@ raeume_auf() {
 }
 
 tabelle() {
-  printf '\n%s min, Preset %s, Saat %s\n\n' "$minuten" "$preset" "$saat"
+  printf '\n%s min, Preset %s, Saat %s\n\n' "$minuten" "$pruefbau" "$saat"
   printf '%-16s %14s\n' Teil Anzahl
   while IFS=$'\t' read -r teil anzahl; do printf '%-16s %14s\n' "$teil" "$anzahl"; done <"$haus/zahlen.tsv"
   # Of a part that ran in many processes the longest and every one with a fault.
@@ -186,10 +186,10 @@ tabelle() {
 spuren=()
 trap 'trap - EXIT; raeume_auf; exit 130' INT TERM
 trap 'raeume_auf || true' EXIT
-baue "$preset" "$preset" dauerlauf
+baue "$pruefbau" "$pruefbau" dauerlauf
 if command -v clang++ >/dev/null; then baue fuzz fuzz tests/fuzz/all; fi
 
-melde "Dauerlauf: $minuten min, Preset $preset, Saat $saat"
+melde "Dauerlauf: $minuten min, Preset $pruefbau, Saat $saat"
 : >"$haus/zahlen.tsv"
 : >"$ergebnis"
 verstuemmelte_Bilder "$sekunden" & spuren+=($!)

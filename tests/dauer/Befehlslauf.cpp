@@ -37,6 +37,7 @@ bool Befehlslauf::laufe(const QStringList& worte) {
   const Ausgang ausgang = befehle::laufe(worte);
   const double dauer = static_cast<double>(std::clock() - beginn) / CLOCKS_PER_SEC;
   z.laengste_s = std::max(z.laengste_s, dauer);
+  z.zusammen_s += dauer;
   ++z.gelaufen;
   if (ausgang == Ausgang::Erledigt) ++z.erledigt;
   if (ausgang == Ausgang::Aufruf || ausgang == Ausgang::Datenbank)

@@ -20,6 +20,7 @@ class Befehlslauf {
     int gelaufen = 0;
     int erledigt = 0;
     double laengste_s = 0;
+    double zusammen_s = 0;
   };
   /// By command. The time is the processor's, so that other work on the machine makes nothing slow.
   const std::map<QString, Zaehler>& zaehler() const noexcept { return zaehler_; }

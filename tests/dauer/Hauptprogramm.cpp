@@ -109,8 +109,8 @@ class Dauerlauf {
         static_cast<unsigned long long>(ende), static_cast<unsigned long long>(ende - auftrag_.ab),
         static_cast<unsigned long long>(auftrag_.saat), urbilder_.size(), funde_);
     for (const auto& [befehl, z] : lauf_.zaehler())
-      std::fprintf(hinaus_, "  %-10s %7d Läufe, %7d erledigt, der längste %.2f s\n", qUtf8Printable(befehl), z.gelaufen,
-          z.erledigt, z.laengste_s);
+      std::fprintf(hinaus_, "  %-10s %7d Läufe, %7d erledigt, der längste %.2f s, alle %.0f s\n",
+          qUtf8Printable(befehl), z.gelaufen, z.erledigt, z.laengste_s, z.zusammen_s);
     std::fflush(hinaus_);
   }
 
@@ -133,6 +133,8 @@ int main(int argc, char** argv) {
   if (!QDir().mkpath(auftrag.funde)) qFatal("cannot make the folder of the findings");
   std::FILE* const hinaus = leite_um(meldungen);
   const bool gut = Dauerlauf(auftrag, hinaus).laufe();
+  // What a sanitizer says at the end is read beside the rest.
+  ::dup2(::fileno(hinaus), STDERR_FILENO);
   std::fclose(hinaus);
   if (gut) QFile::remove(meldungen);
   if (gut) QDir().rmdir(auftrag.funde);
