@@ -38,6 +38,8 @@ class Befehlslauf {
   QString ordner_;
   std::map<QString, Zaehler> zaehler_;
   QStringList maengel_;
+  double erlaubt_s_ = 60;
+  double megapixel_der_Runde_ = 0;
   int zugeordnete_ = 0;
   int gepruefte_ = 0;
 };
