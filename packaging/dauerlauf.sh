@@ -38,7 +38,7 @@ readonly tmp schnell ergebnis=$KVO_ORDNER/$haus/ergebnis.tsv
 # system grants is refused as the system does it. A process stops before it takes the machine's memory.
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1:quarantine_size_mb=8:allocator_may_return_null=1:hard_rss_limit_mb=8192}
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1}
-export LSAN_OPTIONS=suppressions=$KVO_ORDNER/packaging/lsan.supp:print_suppressions=0
+export LSAN_OPTIONS=suppressions=$KVO_ORDNER/packaging/lsan_dauer.supp:print_suppressions=0
 export QT_QPA_PLATFORM=offscreen TZ=Europe/Berlin
 if [ -z "${KVO_TESTDATEN:-}" ] && [ -d ../shared/testdata ]; then
   KVO_TESTDATEN=$(cd ../shared/testdata && pwd)
