@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QtEndian>
 
+#include "platform/gdiplus/Drehart.h"
 #include "platform/gdiplus/bild/Bildkopf.h"
 #include "platform/gdiplus/jpeg/Jpegmarken.h"
 #include "tests/platform/gdiplus/Vorlagen.h"
