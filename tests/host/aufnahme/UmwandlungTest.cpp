@@ -1,6 +1,7 @@
 // HEIC, AVIF and WebP, which become JPEG.
 #include <malloc.h>
 
+#include <QColorSpace>
 #include <QImageReader>
 #include <QtEndian>
 
