@@ -19,8 +19,6 @@ readonly PAKETE_TEST=(libgtest-dev libgmock-dev librapidcheck-dev clang-format x
   python3 openssl poppler-utils qpdf freetds-bin libh2-java default-jre-headless)
 # What the checks of a change need besides.
 readonly PAKETE_CI=(git clang clang-tidy samba smbnetfs fuse3)
-# What zeilenabdeckung.sh needs besides.
-readonly PAKETE_ABDECKUNG=(gcovr)
 
 melde() { printf '== %s\n' "$*" >&2; }
 

@@ -29,12 +29,20 @@ QString gemeinter_Name(QString symbol) {
   return symbol;
 }
 
+/// A member from Qt's headers: where the compiler does not put it in its place, each library that uses it has one.
+bool ist_von_Qt(const QString& symbol, const QString& art) {
+  static const QRegularExpression Mitglied(u"^Q[A-Z]\\w*(<.*>)?::"_s);
+  return art == "W"_L1 && symbol.contains(Mitglied);
+}
+
 QSet<QString> symbole(const QString& nm, const QStringList& worte) {
   const Prozess lauf = starte(nm, QStringList{u"-C"_s, u"--defined-only"_s} + worte);
   EXPECT_EQ(lauf.code, 0) << ende(lauf);
   QSet<QString> namen;
-  for (const QString& zeile : lauf.ausgabe.split(u'\n', Qt::SkipEmptyParts))
-    if (const QString symbol = zeile.section(u' ', 2); !symbol.isEmpty()) namen.insert(gemeinter_Name(symbol));
+  for (const QString& zeile : lauf.ausgabe.split(u'\n', Qt::SkipEmptyParts)) {
+    const QString symbol = zeile.section(u' ', 2);
+    if (!symbol.isEmpty() && !ist_von_Qt(symbol, zeile.section(u' ', 1, 1))) namen.insert(gemeinter_Name(symbol));
+  }
   return namen;
 }
 
