@@ -62,9 +62,8 @@ void entnimm_Ausserhalb(clsBildZuordnungen& bilder, Zuordnungsweg::Ergebnis& erg
     const std::shared_ptr<clsBilderSpeicher> satz = bilder.AktBildObj;
     if (Bilddatei::liegt_unter_Wurzel(*satz)) continue;
     ergebnis.bilder.push_back({Bilddatei::von(*satz).datei(), Zuordnungsweg::Verbleib::Unveraendert,
-        u"Der Ordner „%1“ liegt nicht unter der Bildablage. Dort wird nichts geöffnet, und die Zuordnung bleibt, wie "
-        u"sie "
-        "ist."_s.arg(satz->Bild_Pfad)});
+        u"Der Ordner „%1“ liegt nicht unter der Bildablage. "
+        "Dort wird nichts geöffnet, und die Zuordnung bleibt, wie sie ist."_s.arg(satz->Bild_Pfad)});
     ++ergebnis.ausserhalb;
     Sammlungszugriff::entnimm(bilder, satz.get());
   }

@@ -66,9 +66,9 @@ Befund ausserhalb(adodb::Connection& verbindung) {
   Befund befund;
   befund.kennung = u"bild_ausserhalb"_s;
   const auto satz = verbindung.Execute(
-      u"SELECT %1 FROM Bild_Zuordnungen WHERE SUBSTRING(BildPfad, 1, 1) IN ('\\', '/') OR SUBSTRING(BildPfad, 2, 1) = "
-      u"':' "
-      "OR REPLACE(BildPfad, '..', '') <> BildPfad OR REPLACE(REPLACE(Bildname, '\\', ''), '/', '') <> Bildname "
+      u"SELECT %1 FROM Bild_Zuordnungen WHERE SUBSTRING(BildPfad, 1, 1) IN ('\\', '/') "
+      "OR SUBSTRING(BildPfad, 2, 1) = ':' OR REPLACE(BildPfad, '..', '') <> BildPfad "
+      "OR REPLACE(REPLACE(Bildname, '\\', ''), '/', '') <> Bildname "
       "OR REPLACE(REPLACE(BildExt, '\\', ''), '/', '') <> BildExt ORDER BY %2"_s.arg(
           spalten.join(u", "_s), Identitaet.join(u", "_s)));
   for (; !satz->Eof(); satz->MoveNext()) {

@@ -103,11 +103,10 @@ Leitungsschutz schutz_beim_Hersteller(const Schutzwunsch& wunsch, const OdbcInst
   if (wunsch.stufe == Verschluesselung::Ganz || wunsch.stufe == Verschluesselung::Streng || von_selbst)
     schutz.umfang = Umfang::Ganz;
   // Strict looks at the certificate whatever else is said.
-  if (wunsch.stufe == Verschluesselung::Streng)
-    schutz.pruefung = Pruefung::Ganz;
-  else if (wunsch.traut.value_or(false))
+  const bool streng = wunsch.stufe == Verschluesselung::Streng;
+  if (wunsch.traut.value_or(false) && !streng)
     schutz.pruefung = Pruefung::Keine;
-  else if (schutz.umfang == Umfang::Ganz && (wunsch.traut || !woanders))
+  else if (streng || (schutz.umfang == Umfang::Ganz && (wunsch.traut || !woanders)))
     schutz.pruefung = Pruefung::Ganz;
   return schutz;
 }
