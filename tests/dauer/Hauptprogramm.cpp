@@ -74,7 +74,7 @@ class Dauerlauf {
       if (auftrag_.sekunden > 0 && uhr_.elapsed() >= 1000 * auftrag_.sekunden) break;
       pruefe(nummer);
       // Whoever measures or has to begin again behind a crash reads it.
-      if (nummer % 100 == 99) std::fprintf(hinaus_, "bis %llu\n", static_cast<unsigned long long>(nummer + 1));
+      if (nummer % 100 == 99) std::fprintf(hinaus_, "bis %s\n", qPrintable(QString::number(nummer + 1)));
       std::fflush(hinaus_);
     }
     berichte(nummer);
