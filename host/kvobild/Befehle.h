@@ -24,4 +24,7 @@ Befehl beispieldaten();
 Befehl vorgaenge_einlesen();
 Befehl vorgaenge_liste();
 
+/// Runs the program on its arguments, its own name left out. What fails is told on standard error, and nothing flies.
+Ausgang laufe(const QStringList& argumente);
+
 }  // namespace befehle
