@@ -12,6 +12,7 @@
 
 #include "host/betrieb/Ausgang.h"
 #include "host/betrieb/Gedaechtnis.h"
+#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/betrieb/vorgang/Vorgangsdienst.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/dialog/Dialogprogramm.h"
@@ -54,6 +55,7 @@ QStringList worte(int argc, char** argv, int ab) {
 
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
+  ausgabe::programm(u"bildzuordnung"_s);
   if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, {}).laufe();
   Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
   // Nobody sees a question without a display.

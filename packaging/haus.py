@@ -21,7 +21,8 @@ STOCKWERKE = [
         ("host/betrieb/befehl", "Befehlszeile, Ausgabe, Auftrag"),
         ("host/betrieb/vorgang", "Vorgänge und woher sie kommen"), ("host/betrieb/beispiel", "Beispieldaten"),
         ("host/betrieb/vorgaenge", "eigene Vorgänge, Listen einlesen"), ("host/fenster/vorgaenge", "Vorgang, Einlesen, Anfang"),
-        ("host/betrieb/aufnahme", "Bilder aufnehmen, zurücknehmen"), ("host/fenster/aufnahme", "ziehen, einfügen, Fortschritt"),
+        ("host/betrieb/aufraeumen", "was geht, was bleibt, Papierkorb"), ("host/betrieb/protokoll", "was mit Bildern geschah"),
+        ("host/betrieb/aufnahme", "Bilder aufnehmen, zurücknehmen"), ("host/fenster/aufraeumen", "was geht, Papierkorb"), ("host/fenster/aufnahme", "ziehen, einfügen, Fortschritt"),
         ("host/bericht/ausgabe", "Bilder ausgeben, ohne Ortsangaben"), ("host/fenster/bericht", "Bericht: Vorschau, Druck, Mail"), ("host/fenster/ausgabe", "wohin Bilder gehen")]),
     ("5", "Die Bibliothek", [
         ("component", "was ein Wirt sieht"), ("component/weg", "der Weg eines Wirts: lesen, zeigen, schreiben, prüfen")]),
@@ -38,7 +39,7 @@ STOCKWERKE = [
         ("platform/gdiplus", "GDI+ mit seinen Nummern"), ("platform/gdiplus/bild", "Kopf, Entpacken, Speicher"),
         ("platform/gdiplus/jpeg", "Drehen, Marken, Kodieren"), ("platform/gdiplus/miniatur", "kleine Bilder, die bleiben"),
         ("platform/gdiplus/vorlauf", "Arbeit voraus, alle Kerne"),
-        ("platform/files", "Dateien, Pfadkarte"), ("platform/shell", "Dateitypen, Programme"),
+        ("platform/files", "Dateien, Pfadkarte"), ("platform/files/wirt", "umziehen, Zeilen anhängen"), ("platform/shell", "Dateitypen, Programme"),
         ("platform/host", "was der Wirt stellt"), ("platform/basic", "Werte, Fehler, Text, Maße")]),
 ]
 BREITE, RAND, HOEHE, ABSTAND, KOPF = 1000, 16, 46, 8, 28

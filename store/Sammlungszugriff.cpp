@@ -7,8 +7,17 @@
 #include "platform/basic/Fehlerbehandlung.h"
 #include "platform/files/FileSystemObject.h"
 #include "store/Bilddatei.h"
+#include "store/Bildereignis.h"
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void melde_Umbenennung(const Bilddatei& alt, const Bilddatei& neu, bool gelungen) {
+  bildereignis::melde({Bildereignis::Tat::Umbenennen, gelungen, {}, {}, {}, {}, {}, {}, alt.pfad(), neu.pfad()});
+}
+
+}  // namespace
 
 void Sammlungszugriff::ordne(clsBildZuordnungen& sammlung, const std::vector<const clsBilderSpeicher*>& folge) {
   std::unordered_map<const clsBilderSpeicher*, std::size_t> rang;
@@ -77,15 +86,18 @@ Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QSt
         u"Update Bild_Zuordnungen SET Bildname = '%1' WHERE Bildname = '%2' and BildExt = '%3' and BildPfad = '%4'"_s
             .arg(neuer_Name, alter_Name, endung, pfad));
   });
+  melde_Umbenennung({alter_Name, endung, pfad}, {neuer_Name, endung, pfad}, ergebnis.tabelle);
   return ergebnis;
 }
 
 bool Sammlungszugriff::folge_der_Datei(
     clsBildZuordnungen& sammlung, const Fruehere& alt, const QString& endung, const Fruehere& neu) {
-  return fehler::still_enden([&] {
+  const bool gelungen = fehler::still_enden([&] {
     sammlung.lesende_Verbindung().Execute(
         u"Update Bild_Zuordnungen SET Bildname = '%1', BildPfad = '%2' WHERE Bildname = '%3' and BildExt = '%4' "
         "and BildPfad = '%5'"_s.arg(neu.name, neu.pfad, alt.name, endung, alt.pfad));
     return true;
   });
+  melde_Umbenennung({alt.name, endung, alt.pfad}, {neu.name, endung, neu.pfad}, gelungen);
+  return gelungen;
 }

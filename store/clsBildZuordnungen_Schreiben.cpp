@@ -5,6 +5,7 @@
 
 #include "platform/basic/Fehlerbehandlung.h"
 #include "store/BasZuordnungen.h"
+#include "store/Bildereignis.h"
 #include "store/Felder.h"
 #include "store/clsBildZuordnungen.h"
 #include "store/clsBildZuordnungen_Meldung.h"
@@ -72,8 +73,10 @@ void clsBildZuordnungen::loesche_markierte_Zeilen() {
   for (std::int32_t i = letzte_Zeile(); i >= 0; --i) {
     AktInd(i);
     if (!zeile(i).Bild_Delete) continue;
-    geloescht[static_cast<std::size_t>(i)] = FKT_DeleteBilder(Bild_Key1(), Bild_Key2(), Bild_Key3(), Bild_Key4(),
-        Bild_Bildname(), Bild_BildExt(), Bild_Typ1(), Bild_Typ2(), {});
+    const bool gelungen = FKT_DeleteBilder(Bild_Key1(), Bild_Key2(), Bild_Key3(), Bild_Key4(), Bild_Bildname(),
+        Bild_BildExt(), Bild_Typ1(), Bild_Typ2(), {});
+    geloescht[static_cast<std::size_t>(i)] = gelungen;
+    if (AktBildObj) bildereignis::melde(Bildereignis::von(*AktBildObj, Bildereignis::Tat::Entfernen, gelungen));
   }
 }
 
@@ -88,7 +91,9 @@ bool clsBildZuordnungen::Fkt_Update_Insert(bool pNeu) {
     for (const felder::Feld& feld : felder::Texte)
       if (feld.besonderes == felder::Besonderheit::Verdoppelt) (satz.*feld.Wert).replace(u"'"_s, u"''"_s);
     const QString anweisung = pNeu ? insert_Anweisung() : update_Anweisung();
-    return BasZuordnungen::CmdSql(anweisung, mConnectstring, true);
+    const bool gelungen = BasZuordnungen::CmdSql(anweisung, mConnectstring, true);
+    if (pNeu) bildereignis::melde(Bildereignis::von(satz, Bildereignis::Tat::Zuordnen, gelungen));
+    return gelungen;
   });
 }
 

@@ -1,6 +1,7 @@
 #include "component/weg/Gruppen.h"
 
 #include "store/BasZuordnungen.h"
+#include "store/Bildereignis.h"
 #include "store/Sammlungszugriff.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -33,6 +34,8 @@ QString ersetze_Gruppe(
     const Verbindungen& verbindungen, const clsBilderSpeicher& einer, const std::vector<clsBilderSpeicher>& zeilen) {
   if (!hat_ganze_Kennung(einer)) return u"Der Zeile fehlt ein Teil ihres Schlüssels."_s;
   const Berichtsfang fang;
+  // What stays is written anew with the rest; whoever asked for it tells what it means.
+  const bildereignis::Ruhe ruhe;
   const auto fuehre_aus = [&](const QString& anweisung) {
     return BasZuordnungen::CmdSql(anweisung, verbindungen.zeichenfolge(), true);
   };

@@ -9,6 +9,7 @@
 #include "component/weg/Meldung.h"
 #include "store/BasZuordnungen.h"
 #include "store/Bilddatei.h"
+#include "store/Bildereignis.h"
 #include "store/Sammlungszugriff.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -43,6 +44,14 @@ constexpr std::pair<Verbleib, int Ergebnis::*> Zaehler[]{{Verbleib::Neu, &Ergebn
 void zaehle(Verbleib verbleib, Ergebnis& ergebnis) {
   for (const auto& [gezaehlter, zahl] : Zaehler)
     if (gezaehlter == verbleib) ++(ergebnis.*zahl);
+}
+
+/// What became of one of a group, whose rows are written together.
+void melde_Ereignis(const Posten& eines) {
+  if (eines.zustand != Zustand::Offen || eines.wunsch.art == Art::Aendern) return;
+  using Tat = Bildereignis::Tat;
+  const Tat tat = eines.wunsch.art == Art::Einfuegen ? Tat::Zuordnen : Tat::Entfernen;
+  bildereignis::melde(Bildereignis::von(eines.wunsch.soll.satz, tat, eines.grund.isEmpty()));
 }
 
 class Speicherlauf {
@@ -138,8 +147,11 @@ class Speicherlauf {
             kennung(eines.wunsch.soll.satz) == diese)
           zeilen.push_back(eines.wunsch.soll.satz);
       const QString grund = ersetze_Gruppe(verbindungen_, erster.wunsch.soll.satz, zeilen);
-      for (Posten& eines : posten_)
-        if (eines.in_Gruppe && kennung(eines.wunsch.soll.satz) == diese) eines.grund = grund;
+      for (Posten& eines : posten_) {
+        if (!eines.in_Gruppe || kennung(eines.wunsch.soll.satz) != diese) continue;
+        eines.grund = grund;
+        melde_Ereignis(eines);
+      }
     }
   }
 

@@ -9,6 +9,7 @@
 #include "platform/gdiplus/gdiplus.h"
 #include "platform/host/Oberflaeche.h"
 #include "store/Bilddatei.h"
+#include "store/Bildereignis.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -126,7 +127,9 @@ void frm_BildZuordnung::Bild_Drehen(const QString& pTransformation) {
       },
       [&] {
     const auto drehung = Drehung::mit_Namen(pTransformation);
-    if (Fkt_Bild_Drehen(datei, drehung ? drehung->art : 0)) {
+    const bool gedreht = Fkt_Bild_Drehen(datei, drehung ? drehung->art : 0);
+    bildereignis::melde({Bildereignis::Tat::Drehen, gedreht, {}, {}, {}, {}, {}, {}, datei});
+    if (gedreht) {
       pBildObj->AktLoadPicture.clear();
       aktualisiere();
     } else {

@@ -11,6 +11,7 @@
 #include "platform/files/Dateien.h"
 #include "platform/host/Oberflaeche.h"
 #include "store/Bilddatei.h"
+#include "store/Bildereignis.h"
 #include "store/mod_BilderSuchen.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -253,7 +254,9 @@ void frm_BilderSuchen::drehe() {
 
 void frm_BilderSuchen::drehe_Dateien(const QStringList& dateien) {
   constexpr std::int32_t Rechts = 13;
-  for (const QString& datei : dateien)
-    if (!mod_GrafikKonvert::Fkt_Bild_Drehen(datei, Rechts))
-      MsgBox(u"Das rotieren der JPG ist fehlgeschlagen."_s, Knoepfe::OK, Symbol::Keins, u"Error"_s);
+  for (const QString& datei : dateien) {
+    const bool gedreht = mod_GrafikKonvert::Fkt_Bild_Drehen(datei, Rechts);
+    bildereignis::melde({Bildereignis::Tat::Drehen, gedreht, {}, {}, {}, {}, {}, {}, datei});
+    if (!gedreht) MsgBox(u"Das rotieren der JPG ist fehlgeschlagen."_s, Knoepfe::OK, Symbol::Keins, u"Error"_s);
+  }
 }

@@ -86,6 +86,8 @@ void Arbeitsplatz::oeffne() {
     throw Abbruch(Ausgang::Datenbank, ausfall->worte);
   }
   gedaechtnis::merke(optionen_);
+  protokoll_ =
+      std::make_shared<Protokoll>(Protokoll::ordner(verbindungszeichenfolge_, optionen_.datenordner), wurzel());
 }
 
 void Arbeitsplatz::merke_Ausfall(Datenbankgrund grund) {

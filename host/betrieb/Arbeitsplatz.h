@@ -6,6 +6,7 @@
 
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Wirtsoptionen.h"
+#include "host/betrieb/protokoll/Protokoll.h"
 #include "platform/adodb/Connection.h"
 #include "platform/host/Anwendungsobjekt.h"
 
@@ -41,7 +42,7 @@ class Arbeitsplatz {
   /// Abbruch and words for the user.
   void bereite_vor();
   /// Opens the database, anew where it was open; prepares it first where that was not done. A failure ends with Abbruch
-  /// and words for the user; nothing is open then.
+  /// and words for the user; nothing is open then. From now on the journal of this database is written.
   void oeffne();
   /// Somebody else has tried to open the database and could not.
   void merke_Ausfall(Datenbankgrund grund);
@@ -69,4 +70,5 @@ class Arbeitsplatz {
   QString verbindungszeichenfolge_;
   std::shared_ptr<adodb::Connection> verbindung_;
   bool wurzel_gebunden_ = false;
+  std::shared_ptr<Protokoll> protokoll_;
 };

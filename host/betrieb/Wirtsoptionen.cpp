@@ -93,10 +93,12 @@ Wirtsoptionen wirtsoptionen::lies(const QStringList& argumente) {
   lies_Verbindung(leser, optionen);
   optionen.vorgang = wert(leser, u"vorgang"_s);
   optionen.datenordner = wert(leser, u"datenordner"_s);
-  if (optionen.datenordner.isEmpty())
-    optionen.datenordner =
-        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/kvobildzuordnung"_s;
+  if (optionen.datenordner.isEmpty()) optionen.datenordner = ueblicher_Datenordner();
   return optionen;
+}
+
+QString wirtsoptionen::ueblicher_Datenordner() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/kvobildzuordnung"_s;
 }
 
 QString wirtsoptionen::hilfetext() {

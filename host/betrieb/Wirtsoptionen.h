@@ -27,6 +27,9 @@ struct Wirtsoptionen {
   bool datenordner_genannt = false;
   /// The connection is kept for the next start.
   bool merken = false;
+  /// Minutes that what came into the picture tree is safe from a clearing. No call names them: a tour and tests clear
+  /// what they have just made.
+  int schonfrist = 60;
 };
 
 namespace wirtsoptionen {
@@ -34,5 +37,7 @@ namespace wirtsoptionen {
 /// Reads the arguments, without the program's own name. A wrong call ends with Abbruch, Ausgang::Aufruf.
 Wirtsoptionen lies(const QStringList& argumente);
 QString hilfetext();
+/// The data folder where the call names none, as a path of this machine.
+QString ueblicher_Datenordner();
 
 }  // namespace wirtsoptionen

@@ -21,6 +21,7 @@
 #include "host/fenster/Anmeldefenster.h"
 #include "host/fenster/Gemerkterplatz.h"
 #include "host/fenster/Vorgangsansicht.h"
+#include "host/fenster/dialog/Entfernungsfrage.h"
 #include "platform/host/KVOCore.h"
 #include "platform/host/Oberflaeche.h"
 #include "store/Bilddatei.h"
@@ -62,7 +63,7 @@ QString ort_der_Datenbank(const Arbeitsplatz& platz) {
 
 Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
     : platz_(std::move(optionen)),
-      lauf_(platz_, std::move(dialog)),
+      lauf_(platz_, entfernungsfrage::hinter(std::move(dialog))),
       zuletzt_(platz_.optionen()),
       liste_(new Vorgangsliste),
       ansicht_(new Vorgangsansicht),
@@ -95,6 +96,7 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
   connect(ansicht_->cmd_WeitereZuordnungen, &QPushButton::clicked, this, &Hauptfenster::zeige_WeitereZuordnungen);
   connect(liste_->cmd_Suchen, &QPushButton::clicked, this, &Hauptfenster::suche_Bilder);
   connect(liste_->cmd_Aufraeumen, &QPushButton::clicked, this, &Hauptfenster::raeume_auf);
+  connect(liste_->cmd_Papierkorb, &QPushButton::clicked, this, &Hauptfenster::zeige_Papierkorb);
   for (const QPushButton* knopf : {liste_->cmd_Einlesen, ansicht_->cmd_NochEinmal})
     connect(knopf, &QPushButton::clicked, this, &Hauptfenster::lies_neu);
   erlaube_Aktionen(false);
@@ -126,6 +128,7 @@ void Hauptfenster::baue_auf() {
   setTabOrder(liste_->cmd_NeuerVorgang, liste_->cmd_ListeEinlesen);
   setTabOrder(liste_->cmd_ListeEinlesen, liste_->cmd_Suchen);
   setTabOrder(liste_->cmd_Suchen, liste_->cmd_Aufraeumen);
+  setTabOrder(liste_->cmd_Aufraeumen, liste_->cmd_Papierkorb);
   lbl_Status->setObjectName(u"lbl_Status"_s);
   lbl_Status->setTextFormat(Qt::PlainText);
   // A long message must not widen the window; its tool tip has all of it.

@@ -56,6 +56,7 @@ class Hauptfenster final : public QMainWindow {
   /// Shows what a clearing of the picture tree would delete, asks, and deletes that. Refuses where the root or the
   /// database can't be reached.
   void raeume_auf();
+  void zeige_Papierkorb();
   /// Makes a business record and chooses it. This and the next three only where the database keeps the records itself.
   void mache_Vorgang();
   void aendere_Vorgang();

@@ -2,12 +2,14 @@
 #include <QScopedValueRollback>
 
 #include "dialogs/assignment/clsDialoge.h"
-#include "host/betrieb/Aufraeumen.h"
 #include "host/betrieb/Ausgang.h"
-#include "host/fenster/Aufraeumfenster.h"
+#include "host/betrieb/aufraeumen/Aufraeumen.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Meldungszeilen.h"
 #include "host/fenster/Vorgangsansicht.h"
+#include "host/fenster/aufraeumen/Aufraeumfenster.h"
+#include "host/fenster/aufraeumen/Aufraeumfortschritt.h"
+#include "host/fenster/aufraeumen/Papierkorbfenster.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/host/Oberflaeche.h"
 
@@ -27,9 +29,13 @@ auto mit_Fortschritt(QWidget* ueber, auto&& arbeit) {
   });
 }
 
+QString gross(QString satz) {
+  satz[0] = satz[0].toUpper();
+  return satz;
+}
+
 /// What went and what did not, where the user has stopped it on the way.
-void zeige_Angehaltenes(
-    const Aufraeumen& aufraeumen, const Aufraeumen::Ergebnis& ergebnis, const Aufraeumliste& liste) {
+void zeige_Angehaltenes(const Aufraeumen& aufraeumen, const Aufraeumen::Ergebnis& ergebnis, const Aufraeumplan& liste) {
   QStringList weg;
   QStringList da = ergebnis.geblieben;
   for (std::size_t i = 0; i < liste.Posten.size(); ++i) {
@@ -39,28 +45,40 @@ void zeige_Angehaltenes(
     else if (!ergebnis.geblieben.contains(pfad))
       weg.append(pfad);
   }
-  MsgBox(u"Das Aufräumen ist angehalten.\r\n\r\nGelöscht sind:\r\n%1\r\n\r\nNoch da sind:\r\n%2"_s.arg(
-             meldungszeilen(weg), meldungszeilen(da)),
+  MsgBox(u"Das Aufräumen ist angehalten.\r\n\r\n%1:\r\n%2\r\n\r\nNoch da:\r\n%3"_s.arg(
+             gross(Aufraeumen::worte(ergebnis)), meldungszeilen(weg), meldungszeilen(da)),
       Knoepfe::OK, Symbol::Information, Titel);
+}
+
+/// Nothing goes; what stays although it looks free is named.
+QString sage_nichts_zu_tun(const Aufraeumen& aufraeumen, const Aufraeumplan& plan) {
+  const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
+  QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(plan);
+  QStringList bleibt;
+  for (const Bleibendes& b : plan.Bleibend)
+    bleibt.append(u"„%1“ bleibt: %2."_s.arg(aufraeumen.angezeigt(b), Aufraeumen::worte(b.Warum)));
+  if (!bleibt.isEmpty()) saetze.append(meldungszeilen(bleibt));
+  MsgBox(saetze.join(u"\r\n\r\n"_s), Knoepfe::OK, Symbol::Information, Titel);
+  return nichts_zu_tun;
 }
 
 /// Shows what would go, asks, and clears after a yes; gives what is to be told in the end.
 QString raeume_nach_Frage(Aufraeumen& aufraeumen, QWidget* ueber) {
-  const Aufraeumliste liste = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.liste(f); });
-  if (liste.Posten.empty()) {
-    const QString nichts_zu_tun = u"Es gibt nichts aufzuräumen."_s;
-    const QStringList saetze = QStringList{nichts_zu_tun} + aufraeumen.warnungen(liste);
-    MsgBox(saetze.join(u"\r\n\r\n"_s), Knoepfe::OK, Symbol::Information, Titel);
-    return nichts_zu_tun;
-  }
-  if (!darf_aufraeumen(aufraeumen, liste, ueber)) return u"Nichts ist gelöscht."_s;
-  const auto ergebnis = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.fuehre_aus(liste, f); });
-  const QString angehalten = aufraeumen.angehalten(ergebnis, liste);
-  if (ergebnis.getan > 0 && !angehalten.isEmpty()) zeige_Angehaltenes(aufraeumen, ergebnis, liste);
+  const Aufraeumplan liste = mit_Fortschritt(ueber, [&](const auto& f) { return aufraeumen.liste(f); });
+  if (liste.Posten.empty()) return sage_nichts_zu_tun(aufraeumen, liste);
+  Aufraeumfenster fenster(aufraeumen, liste, ueber);
+  if (fenster.exec() != QDialog::Accepted) return u"Nichts ist gelöscht."_s;
+  const QSet<QString> ausgenommen = fenster.ausgenommen();
+  const Aufraeumplan plan = Aufraeumen::ohne(liste, ausgenommen);
+  const auto ergebnis = mit_Fortschritt(
+      ueber, [&](const auto& f) { return aufraeumen.fuehre_aus(liste, f, ausgenommen, fenster.ist_endgueltig()); });
+  const QString angehalten = aufraeumen.angehalten(ergebnis, plan);
+  if (ergebnis.getan > 0 && !angehalten.isEmpty()) zeige_Angehaltenes(aufraeumen, ergebnis, plan);
   if (!angehalten.isEmpty()) return u"Bilderbaum: "_s + angehalten;
   const QStringList& geblieben = ergebnis.geblieben;
-  return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 gelöscht."_s.arg(liste.Posten.size())
-                             : u"Bilderbaum: NICHT gelöscht sind %1."_s.arg(geblieben.join(u", "_s));
+  const QString womit = fenster.ist_endgueltig() ? u"gelöscht"_s : u"in den Papierkorb verschoben"_s;
+  return geblieben.isEmpty() ? u"Bilderbaum aufgeräumt: %1 %2."_s.arg(QString::number(plan.Posten.size()), womit)
+                             : u"Bilderbaum: NICHT %1 sind %2."_s.arg(womit, geblieben.join(u", "_s));
 }
 
 }  // namespace
@@ -110,7 +128,8 @@ void Hauptfenster::raeume_auf() {
     clsBildZuordnungen store;
     if (!platz_.verbindung()) platz_.oeffne();
     store.Init(platz_.verbindungszeichenfolge(), platz_.verbindung(), {});
-    Aufraeumen aufraeumen(store, platz_.verbindung(), platz_.wurzel(), platz_.wurzel());
+    Aufraeumen aufraeumen(store, platz_.verbindung(), platz_.wurzel(), platz_.wurzel(),
+        {std::chrono::minutes(platz_.optionen().schonfrist)});
     melde(raeume_nach_Frage(aufraeumen, this));
   } catch (const Abbruch& abbruch) {
     // The user knows why; what changed meanwhile is told with these words already.
@@ -120,6 +139,20 @@ void Hauptfenster::raeume_auf() {
     if (!gewollt) MsgBox(abbruch.text() + (gesagt ? QString() : Nichts), Knoepfe::OK, Symbol::Kritisch, Titel);
   } catch (const Laufzeitfehler& fehler) {
     MsgBox(fehler.Beschreibung() + Nichts, Knoepfe::OK, Symbol::Kritisch, Titel);
+  }
+  zeige_gewaehlten();
+}
+
+void Hauptfenster::zeige_Papierkorb() {
+  if (dialog_offen_) return;
+  if (const auto grund = platz_.wurzel_fehlt()) {
+    MsgBox(*grund, Knoepfe::OK, Symbol::Ausrufezeichen, Titel);
+    return;
+  }
+  {
+    const QScopedValueRollback offen(dialog_offen_, true);
+    const Papierkorb korb(platz_.wurzel());
+    Papierkorbfenster(korb, this).exec();
   }
   zeige_gewaehlten();
 }

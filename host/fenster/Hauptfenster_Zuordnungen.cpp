@@ -8,6 +8,7 @@
 #include "host/betrieb/vorgang/Wurzelgrenze.h"
 #include "host/fenster/Hauptfenster.h"
 #include "host/fenster/Vorgangsansicht.h"
+#include "host/fenster/dialog/Entfernungsfrage.h"
 #include "platform/host/Oberflaeche.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -71,7 +72,10 @@ void Hauptfenster::zeige_AlleZuordnungen() {
         vorgang::bildordner(vorgang), store.Bild_Key1(), store.Bild_Key2(), store.Bild_Key3(), store.Bild_Key4(),
         store.Bild_Bildname(), store.Bild_BildExt(), store.Bild_Typ1(), store.Bild_Typ2(),
         store.cGL_jmtVerarbeitungsdatum, vorgang::infozeile(vorgang), eigene);
-    if (eigene) {
+    if (eigene) store.Bild_Delete(true);
+    if (eigene && !entfernungsfrage::bejaht(*platz_.verbindung(), store)) {
+      ergebnis = u"Die Zuordnung von „%1“ zu diesem Vorgang bleibt."_s.arg(bild.datei);
+    } else if (eigene) {
       const QString grund = entferne_Zeile(platz_, sammlung, vorgang);
       ergebnis = u"Die Zuordnung von „%1“ zu diesem Vorgang ist entfernt."_s.arg(bild.datei);
       if (!grund.isEmpty()) ergebnis = u"Die Zuordnung von „%1“ ist NICHT entfernt: %2"_s.arg(bild.datei, grund);

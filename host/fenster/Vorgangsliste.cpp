@@ -60,6 +60,7 @@ Vorgangsliste::Vorgangsliste(QWidget* oberhalb)
       cmd_Einlesen(benannt(new QPushButton(u"Neu &einlesen"_s, this), u"cmd_Einlesen"_s)),
       cmd_Suchen(benannt(new QPushButton(u"Bilder &suchen …"_s, this), u"cmd_Suchen"_s)),
       cmd_Aufraeumen(benannt(new QPushButton(u"Bilderbaum auf&räumen …"_s, this), u"cmd_Aufraeumen"_s)),
+      cmd_Papierkorb(benannt(new QPushButton(u"&Papierkorb …"_s, this), u"cmd_Papierkorb"_s)),
       cmd_NeuerVorgang(benannt(new QPushButton(u"&Neuer Vorgang …"_s, this), u"cmd_NeuerVorgang"_s)),
       cmd_ListeEinlesen(benannt(new QPushButton(u"&Vorgänge einlesen …"_s, this), u"cmd_ListeEinlesen"_s)),
       txt_Filter(benannt(new QLineEdit(this), u"txt_Filter"_s)),
@@ -100,7 +101,8 @@ void Vorgangsliste::baue_auf() {
   kopf.setSectionResizeMode(Vorgangsmodell::Betreff, QHeaderView::Stretch);
   cmd_Einlesen->setToolTip(u"Liest die Vorgänge noch einmal aus der Datenbank (F5)"_s);
   cmd_Suchen->setToolTip(u"Sucht Bilder auf allen Laufwerken (Strg+F)"_s);
-  cmd_Aufraeumen->setToolTip(u"Zeigt, welche Dateien der Bildablage niemand benutzt, und löscht sie auf Wunsch"_s);
+  cmd_Aufraeumen->setToolTip(u"Zeigt, welche Dateien der Bildablage niemand benutzt, und räumt sie auf Wunsch weg"_s);
+  cmd_Papierkorb->setToolTip(u"Holt Aufgeräumtes zurück oder löscht es endgültig"_s);
   cmd_NeuerVorgang->setToolTip(u"Legt einen Vorgang an (Strg+N)"_s);
   cmd_ListeEinlesen->setToolTip(u"Nimmt Vorgänge aus einer CSV- oder JSON-Datei auf"_s);
   for (QPushButton* knopf : {cmd_NeuerVorgang, cmd_ListeEinlesen}) knopf->hide();
@@ -119,8 +121,8 @@ void Vorgangsliste::baue_auf() {
   lbl_Hinweis->hide();
   geduld_->setSingleShot(true);
   geduld_->setInterval(Geduld);
-  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren, cmd_Suchen, cmd_Aufraeumen, cmd_Zuletzt, cmd_Mehr,
-           cmd_NeuerVorgang, cmd_ListeEinlesen})
+  for (QPushButton* knopf : {cmd_Einlesen, cmd_FilterLeeren, cmd_Suchen, cmd_Aufraeumen, cmd_Papierkorb, cmd_Zuletzt,
+           cmd_Mehr, cmd_NeuerVorgang, cmd_ListeEinlesen})
     knopf->setMinimumWidth(knopf->sizeHint().width() + 16);
   ordne_an(*lbl_Filter);
 }
@@ -161,6 +163,7 @@ void Vorgangsliste::ordne_an(QLabel& lbl_Filter) {
   auto* fuss = new QHBoxLayout;
   fuss->addWidget(cmd_Suchen);
   fuss->addWidget(cmd_Aufraeumen);
+  fuss->addWidget(cmd_Papierkorb);
   fuss->addStretch(1);
   lage->addLayout(fuss);
 }

@@ -33,6 +33,7 @@ class Vorgangsliste final : public QWidget {
   QPushButton* cmd_Einlesen;
   QPushButton* cmd_Suchen;
   QPushButton* cmd_Aufraeumen;
+  QPushButton* cmd_Papierkorb;
   /// Only where records are made here.
   QPushButton* cmd_NeuerVorgang;
   QPushButton* cmd_ListeEinlesen;

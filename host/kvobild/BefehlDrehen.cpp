@@ -2,6 +2,7 @@
 
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/aufnahme/Bildstatus.h"
+#include "host/betrieb/protokoll/Protokoll.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 #include "imaging/Bilddrehung.h"
@@ -21,11 +22,21 @@ gdiplus::Drehart drehart(const Aufruf& aufruf) {
       Ausgang::Aufruf, u"„--um“ ist „90“, „180“, „270“, „waagerecht“ oder „senkrecht“, nicht „%1“."_s.arg(um));
 }
 
+/// Only where a database says which journal: the command itself needs none.
+void protokolliere(const QString& ziel, bool gelungen) {
+  const QString verbindung = qEnvironmentVariable("KVOBILD_VERBINDUNG");
+  if (verbindung.isEmpty()) return;
+  const Protokoll protokoll(Protokoll::ordner(verbindung_aus_Angabe(verbindung), eigener_Datenordner()), {});
+  Protokoll::schreibe({Protokolleintrag::Tat::Drehen, gelungen, namen::angezeigt(ziel)});
+}
+
 Ausgang drehe(const Aufruf& aufruf) {
   const gdiplus::Drehart art = drehart(aufruf);
   const QString quelle = namen::tabellenpfad(aufruf.argumente().at(0));
   const QString ziel = zieldatei(aufruf.argumente().at(1));
-  if (const std::int32_t status = bilddrehung::drehe(quelle, ziel, art); status != 0)
+  const std::int32_t status = bilddrehung::drehe(quelle, ziel, art);
+  protokolliere(ziel, status == 0);
+  if (status != 0)
     throw Abbruch(Ausgang::Datei,
         u"„%1“ ist nicht nach „%2“ zu drehen: %3 (Status %4)"_s.arg(
             aufruf.argumente().at(0), aufruf.argumente().at(1), bildstatus::worte(status), QString::number(status)));

@@ -1,5 +1,6 @@
 #include "host/betrieb/befehl/Ausgabe.h"
 #include "host/betrieb/befehl/Datensatzangaben.h"
+#include "host/betrieb/vorgang/Verwendung.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 
@@ -50,6 +51,7 @@ Ausgang entferne(const Aufruf& aufruf) {
     if (alle) ausgabe::meldung(u"Diesem Vorgang ist kein Bild zugeordnet."_s);
     return Ausgang::Teilweise;
   }
+  for (const QString& gebrauch : verwendung::saetze(*sitzung.verbindung(), sitzung.store())) ausgabe::meldung(gebrauch);
   sitzung.speichere_ganz(satz, u"Die Zuordnungen sind nicht oder nur zum Teil entfernt."_s);
   return alle_da ? Ausgang::Erledigt : Ausgang::Teilweise;
 }
@@ -60,7 +62,7 @@ Befehl befehle::entfernen() {
   return {u"entfernen"_s, u"nimmt Zuordnungen zurück"_s, u"[BILD…]"_s,
       uR"(Nimmt die Zuordnung der genannten Bilder (NAME.ENDUNG) zu genau dem Vorgang zurück, den die
 Angaben nennen; eine fehlende Angabe meint „-“. Die Dateien bleiben in der Ablage, denn auch
-andere Vorgänge können auf sie zeigen.)"_s,
+andere Vorgänge können auf sie zeigen; von wie vielen, steht vorher auf der Fehlerausgabe.)"_s,
       befehlszeile::datensatz_Optionen() +
           QList<Option>{{u"alle"_s, {}, u"alle Bilder des Vorgangs"_s}, befehlszeile::verbindung_Option()},
       0, 10000, entferne};

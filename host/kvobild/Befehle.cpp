@@ -22,7 +22,7 @@ Ausgang befehle::laufe(const QStringList& argumente) {
     const Ausgang ausgang = befehlszeile::fuehre_aus(Kvobild,
         {anlegen(), zuordnen(), lesen(), aendern(), umbenennen(), entfernen(), aufraeumen(), ausgeben(), exif(),
             drehen(), thumbnail(), bericht(), beispieldaten(), datenbank_anlegen(), datenbank_pruefen(),
-            vorgaenge_einlesen(), vorgaenge_liste()},
+            vorgaenge_einlesen(), vorgaenge_liste(), protokoll()},
         argumente);
     if (ausgabe::abgeschlossen()) return ausgang;
     throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);

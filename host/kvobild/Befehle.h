@@ -18,6 +18,7 @@ Befehl ausgeben();
 Befehl bericht();
 Befehl exif();
 Befehl drehen();
+Befehl protokoll();
 Befehl thumbnail();
 Befehl beispieldaten();
 Befehl vorgaenge_einlesen();

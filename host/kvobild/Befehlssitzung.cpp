@@ -2,6 +2,7 @@
 
 #include "host/betrieb/Anmeldung.h"
 #include "host/betrieb/Hochkomma.h"
+#include "host/betrieb/Wirtsoptionen.h"
 #include "host/betrieb/befehl/Ausgabe.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
@@ -36,6 +37,17 @@ QString verbindungszeichenfolge(const Aufruf& aufruf) {
   const QString angabe = gegeben_oder_Umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
   if (angabe.isEmpty()) throw Abbruch(Ausgang::Aufruf, u"Es fehlt „--verbindung“, die Datenbank."_s);
   return anmeldung::mit_Kennwort_der_Umgebung(verbindung_aus_Angabe(angabe));
+}
+
+QString eigener_Datenordner() {
+  const bool heimatlos = qEnvironmentVariableIsEmpty("HOME") && qEnvironmentVariableIsEmpty("XDG_DATA_HOME");
+  return heimatlos ? QString() : wirtsoptionen::ueblicher_Datenordner();
+}
+
+QString protokollordner(const Aufruf& aufruf) {
+  const QString angabe = gegeben_oder_Umgebung(aufruf, u"verbindung"_s, "KVOBILD_VERBINDUNG");
+  const QString verbindung = angabe.isEmpty() ? QString() : verbindung_aus_Angabe(angabe);
+  return Protokoll::ordner(verbindung, eigener_Datenordner());
 }
 
 QString zieldatei(const QString& angabe) {
@@ -79,6 +91,7 @@ Befehlssitzung::Befehlssitzung(const Aufruf& aufruf)
     : core_(std::make_shared<Core>()),
       vorher_(KVOCore::setze(core_)),
       zeichenfolge_(verbindungszeichenfolge(aufruf)),
+      protokoll_(Protokoll::ordner(zeichenfolge_, eigener_Datenordner()), u"P:"_s),
       verbindung_(oeffne_vorhandene(zeichenfolge_)),
       store_(std::make_shared<clsBildZuordnungen>()) {
   store_->Init(zeichenfolge_, verbindung_, {});

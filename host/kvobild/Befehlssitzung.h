@@ -8,6 +8,7 @@
 #include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/befehl/Befehlszeile.h"
+#include "host/betrieb/protokoll/Protokoll.h"
 #include "host/betrieb/vorgang/Datensatz.h"
 #include "platform/adodb/Connection.h"
 #include "platform/host/KVOCore.h"
@@ -20,6 +21,11 @@ QString bildwurzel(const Aufruf& aufruf);
 std::optional<QString> bildwurzel_wenn_genannt(const Aufruf& aufruf);
 /// The connect string of the call; a bare file name means a SQLite file. Missing ends with Ausgang::Aufruf.
 QString verbindungszeichenfolge(const Aufruf& aufruf);
+
+/// The data folder of this user, whether it is there or not; none for a script without a home.
+QString eigener_Datenordner();
+/// The data folder whose journal the call is about: that of the database which it names, otherwise this user's.
+QString protokollordner(const Aufruf& aufruf);
 
 /// The path in the table's form of a file to be written. A folder of that name ends with Ausgang::Datei.
 QString zieldatei(const QString& angabe);
@@ -68,6 +74,7 @@ class Befehlssitzung {
   std::shared_ptr<Core> core_;
   std::shared_ptr<KVOCore> vorher_;
   QString zeichenfolge_;
+  Protokoll protokoll_;
   std::shared_ptr<adodb::Connection> verbindung_;
   std::shared_ptr<clsBildZuordnungen> store_;
   std::vector<std::int64_t> sortindex_;

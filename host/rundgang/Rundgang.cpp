@@ -89,6 +89,7 @@ int Rundgang::laufe() {
   QApplication::setCursorFlashTime(0);
   Wirtsoptionen optionen;
   optionen.datenordner = namen::angezeigt(daten_);
+  optionen.schonfrist = 0;
   fenster_ = std::make_unique<Hauptfenster>(optionen, dialog_);
   fenster_->beginne();
   fenster_->show();

@@ -88,8 +88,15 @@ void Rundgang::plane_Aufraeumen() {
       {pruefe(u"die entfernte Datei liegt noch in der Ablage"_s, ist_da(Entfernt)), bild(u"aufraeumen_frage"_s)});
   schritt(u"Escape: Nichts ist gelöscht."_s, {taste(Qt::Key_Escape)}, zurueck_mit(u"Nichts ist gelöscht."_s),
       {pruefe(u"die entfernte Datei ist noch da"_s, ist_da(Entfernt))});
-  schritt(u"Noch einmal, und mit „löschen“ bestätigt: Was niemand benutzt, ist fort."_s, {klick(u"cmd_Aufraeumen"_s)},
-      fenster_offen(u"Aufraeumfenster"_s), {klick(u"cmd_Loeschen"_s)});
+  schritt(u"Noch einmal, und mit „in den Papierkorb verschieben“ bestätigt: Was niemand benutzt, ist fort."_s,
+      {klick(u"cmd_Aufraeumen"_s)}, fenster_offen(u"Aufraeumfenster"_s), {klick(u"cmd_Loeschen"_s)});
   schritt(u"Die zugeordneten Bilder sind alle noch da."_s, {}, beide(zurueck(), nicht(ist_da(Entfernt))),
       {pruefe(u"ein zugeordnetes Bild ist da"_s, ist_da(Behalten)), bild(u"aufgeraeumt"_s)});
+  schritt(u"Klick auf „Papierkorb …“: Das Aufgeräumte steht da."_s, {klick(u"cmd_Papierkorb"_s)},
+      fenster_offen(u"Papierkorbfenster"_s), {bild(u"papierkorb"_s)});
+  schritt(u"Klick auf „Zurückholen …“: Das Fenster fragt."_s, {klick(u"cmd_Zurueckholen"_s)},
+      meldung_offen(u"Papierkorb"_s));
+  schritt(u"Klick auf „Ja“: Die Datei ist wieder da."_s, {antworte(u"Ja"_s)},
+      beide(fenster_offen(u"Papierkorbfenster"_s), ist_da(Entfernt)));
+  schritt(u"Escape: Das Programm ist wieder vorn."_s, {taste(Qt::Key_Escape)}, zurueck());
 }

@@ -15,7 +15,7 @@ namespace dateien {
 /// Creates one folder level. Raises 75 when it exists, or the right or a writable file system is missing; 76 when the
 /// drive, the share or the level above is missing or is a file, for "\\server" and "\\server\share" themselves; 52 for
 /// characters that no name may have (<>"|?*) and names that are too long; 61 when the disk is full.
-void MkDir(const QString& pfad);
+KVO_EXPORT void MkDir(const QString& pfad);
 
 /// Names of the regular files that match: `pfad` is a folder, a separator and a pattern with * and ?, without regard to
 /// case. "*.*" matches names without a dot too; "." matches nothing. Sorted without regard to case. A missing folder
@@ -23,7 +23,7 @@ void MkDir(const QString& pfad);
 KVO_EXPORT QStringList Dir(const QString& pfad);
 
 /// Length in bytes; 0 for a folder. Raises 53 when it is missing.
-std::int64_t FileLen(const QString& pfad);
+KVO_EXPORT std::int64_t FileLen(const QString& pfad);
 
 /// The path is a folder. Raises 53 when there is nothing of that path.
 bool ist_Ordner(const QString& pfad);

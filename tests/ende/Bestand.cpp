@@ -122,7 +122,8 @@ Bestand Bestand::lies(const QString& ordner, Tdsserver* server) {
        dateien.hasNext();) {
     const QString pfad = dateien.next();
     const QString name = pfad.mid(ordner.size() + 1);
-    if (!name.startsWith("betrieb.db"_L1)) bestand.dateien.insert(name, inhalt(pfad));
+    // Of the journal each line has the time in it.
+    if (!name.startsWith("betrieb.db"_L1) && name != "protokoll.jsonl"_L1) bestand.dateien.insert(name, inhalt(pfad));
   }
   return bestand;
 }

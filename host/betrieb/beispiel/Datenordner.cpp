@@ -1,6 +1,7 @@
 #include "host/betrieb/beispiel/Datenordner.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "host/betrieb/Schema.h"
 #include "host/betrieb/beispiel/Beispieldaten.h"
 #include "host/betrieb/beispiel/Uebernahme.h"
+#include "host/betrieb/protokoll/Protokoll.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
@@ -85,6 +87,14 @@ void erzeuge_Leeren(const QString& ordner, clsBildZuordnungen& store) {
   schema::richte_Betrieb_ein(*oeffne(verbindung));
 }
 
+/// Work on a server's records has begun it.
+void nimm_Protokoll_mit(const QString& ordner, const QString& neuer) {
+  const FileSystemObject dateien;
+  if (!dateien.FolderExists(ordner)) return;
+  for (const QString& name : dateien.GetFolder(ordner).Files())
+    if (Protokoll::ist_Datei(name)) dateien.MoveFile(ordner + u'\\' + name, neuer + u'\\' + name);
+}
+
 void mache(const QString& ordner, datenordner::Inhalt inhalt) {
   pruefe_frei(ordner);
   clsBildZuordnungen store;
@@ -99,6 +109,7 @@ void mache(const QString& ordner, datenordner::Inhalt inhalt) {
     verliere_ein_Bild(neu.pfad());
   }
   const FileSystemObject dateien;
+  nimm_Protokoll_mit(ordner, neu.pfad());
   if (dateien.FolderExists(ordner)) dateien.DeleteFolder(ordner);
   dateien.MoveFolder(neu.pfad(), ordner);
 }
@@ -113,7 +124,8 @@ bool datenordner::ist_frei(const QString& ordner) {
   const FileSystemObject dateien;
   if (!dateien.FolderExists(ordner)) return true;
   const Folder inhalt = dateien.GetFolder(ordner);
-  return inhalt.Files().isEmpty() && inhalt.SubFolders().isEmpty();
+  const QStringList namen = inhalt.Files();
+  return std::all_of(namen.begin(), namen.end(), Protokoll::ist_Datei) && inhalt.SubFolders().isEmpty();
 }
 
 void datenordner::richte_ein(const QString& ordner, Inhalt inhalt) {

@@ -8,7 +8,7 @@ namespace datenordner {
 /// There is a database in the folder.
 bool eingerichtet(const QString& ordner);
 
-/// The folder is missing or there is nothing in it.
+/// The folder is missing or there is nothing in it but a journal.
 bool ist_frei(const QString& ordner);
 
 /// What a folder holds that is made now: the sample firm's records and pictures, or nothing, for the firm's own.

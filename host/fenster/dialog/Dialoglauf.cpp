@@ -9,6 +9,7 @@
 #include "host/betrieb/vorgang/Wurzelgrenze.h"
 #include "host/fenster/Anmeldefenster.h"
 #include "host/fenster/dialog/Bildschirm.h"
+#include "host/fenster/dialog/Entfernungsfrage.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
 
@@ -72,8 +73,9 @@ Dialogantwort Dialoglauf::zuordnung() {
   oeffne_Datenbank();
   verlange_Wurzel(u"Der Dialog wird nicht geöffnet, weil er alle Bilder zum Entfernen vormerken würde."_s);
   if (!auftrag_.nur_Anzeige) lies_zum_Bearbeiten();
-  const Zuordnungsweg::Ergebnis ergebnis = Zuordnungsweg(platz_.anwendungsobjekt(), platz_.wurzel())
-                                               .gehe(auftrag_.vorgang, auftrag_.nur_Anzeige, auftrag_.nur_Anhang);
+  const Zuordnungsweg::Ergebnis ergebnis =
+      Zuordnungsweg(platz_.anwendungsobjekt(), platz_.wurzel(), entfernungsfrage::hinter({}))
+          .gehe(auftrag_.vorgang, auftrag_.nur_Anzeige, auftrag_.nur_Anhang);
   return ergebnis.geoeffnet ? dialogantwort::aus_Weg(ergebnis) : nicht_geoeffnet(ergebnis);
 }
 
@@ -112,8 +114,10 @@ Dialogantwort Dialoglauf::alle_Zuordnungen() {
                   store.cGL_jmtVerarbeitungsdatum, auftrag_.vorgang.Infozeile, eigene),
           u"Die Zuordnungen von „%1“ sind gezeigt."_s.arg(datei));
   bool entfernt = false;
-  if (eigene) {
-    store.Bild_Delete(true);
+  if (eigene) store.Bild_Delete(true);
+  if (eigene && !entfernungsfrage::bejaht(*platz_.verbindung(), store)) {
+    antwort.text = u"Die Zuordnung von „%1“ zu diesem Vorgang bleibt."_s.arg(datei);
+  } else if (eigene) {
     const Zuordnungsweg::Ergebnis weg =
         Zuordnungsweg(platz_.anwendungsobjekt(), platz_.wurzel()).speichere(sammlung, auftrag_.vorgang);
     entfernt = weg.vollstaendig() && weg.geprueft;

@@ -4,6 +4,7 @@
 
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/gdiplus/Bildersitzung.h"
+#include "store/Bildereignis.h"
 #include "tests/dialogs/assignment/Dialogtest.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -60,6 +61,19 @@ TEST_F(BildDrehen, TurningChangesTheFileAtOnceAndSavesWhatWasPending) {
     EXPECT_EQ(datei(u"a.jpg"_s).size(), QSize(120, 80));
     EXPECT_FALSE(wurzel.vorhanden(u"Belege/1/_a.jpg"_s));
   });
+}
+
+TEST_F(BildDrehen, AHostHearsOfEachTurn) {
+  fuege_Bild_ein(u"a"_s);
+  lege_Bild(u"a.jpg"_s, {120, 80}, Qt::blue);
+  QStringList gehoert;
+  bildereignis::setze([&](const Bildereignis& e) {
+    if (e.tat == Bildereignis::Tat::Drehen) gehoert.append(e.Bild + (e.gelungen ? u" ja"_s : u" nein"_s));
+  });
+  zeige([&] { klicke(form().SSC_Drehen90); });
+  bildereignis::setze({});
+  ASSERT_EQ(gehoert.size(), 1);
+  EXPECT_TRUE(gehoert[0].endsWith(u"\\Belege\\1\\a.jpg ja"_s)) << gehoert[0].toStdString();
 }
 
 TEST_F(BildDrehen, TurningWhatIsNoJpegIsToldAndLeavesTheFile) {

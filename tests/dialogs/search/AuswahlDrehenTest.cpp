@@ -4,6 +4,7 @@
 
 #include "imaging/mod_GrafikKonvert.h"
 #include "platform/gdiplus/Bildersitzung.h"
+#include "store/Bildereignis.h"
 #include "store/mod_BilderSuchen.h"
 #include "tests/dialogs/search/Suchtest.h"
 
@@ -50,6 +51,9 @@ TEST_F(AuswahlDrehen, TheUpperLeftCornerGoesToTheRight) {
 
 TEST_F(AuswahlDrehen, ContentOfNoKnownFormatIsToldTwiceAndTheOthersAreTurned) {
   ordner.schreibe(u"p/Bilder/b.jpg"_s, "kein Bild");
+  QStringList gehoert;
+  bildereignis::setze(
+      [&](const Bildereignis& e) { gehoert.append(e.Bild.section(u'\\', -1) + (e.gelungen ? u" ja"_s : u" nein"_s)); });
   zeige([&] {
     meldungen.erwarte({u"Unknown Image Format. GDI+ Error:13"_s, u"GDI Error"_s});
     erwarte_Misslingen();
@@ -58,6 +62,8 @@ TEST_F(AuswahlDrehen, ContentOfNoKnownFormatIsToldTwiceAndTheOthersAreTurned) {
     EXPECT_EQ(groesse(u"a.jpg"_s), QSize(32, 64));
     EXPECT_EQ(groesse(u"c.jpg"_s), QSize(32, 64));
   });
+  bildereignis::setze({});
+  EXPECT_EQ(gehoert, (QStringList{u"a.jpg ja"_s, u"b.jpg nein"_s, u"c.jpg ja"_s})) << "a host hears of each";
 }
 
 TEST_F(AuswahlDrehen, AReadOnlyFileEndsTheTurningAndNothingIsReadAgain) {

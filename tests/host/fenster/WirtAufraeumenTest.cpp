@@ -22,13 +22,14 @@ class WirtGrossesAufraeumen : public WirtBilder {
   void SetUp() override {
     WirtBilder::SetUp();
     sql(u"DELETE FROM Bild_Zuordnungen"_s);
-    for (int i = 0; i < Viele; ++i) ablage_.schreibe(u"Belege/"_s + name(i), "x");
+    for (int i = 0; i < Viele; ++i) ordner_.schreibe(u"Ablage/Belege/"_s + name(i), "x");
     Wirtsoptionen mit = optionen();
-    mit.bilder = ablage_.pfad();
+    mit.bilder = ordner_.pfad(u"Ablage"_s);
+    mit.schonfrist = 0;
     oeffne(mit);
   }
   static QString name(int i) { return u"b%1.jpg"_s.arg(i, 4, 10, QChar(u'0')); }
-  int uebrige() const { return static_cast<int>(QDir(ablage_.pfad() + u"/Belege"_s).entryList(QDir::Files).size()); }
+  int uebrige() const { return static_cast<int>(QDir(ordner_.pfad(u"Ablage/Belege"_s)).entryList(QDir::Files).size()); }
   /// Clears; `darin` gets the window that is up, again and again.
   void raeume_auf(const std::function<void(QWidget&)>& darin) {
     QTimer takt;
@@ -42,7 +43,7 @@ class WirtGrossesAufraeumen : public WirtBilder {
   static bool ist_Fortschritt(const QWidget& fenster) { return fenster.objectName() == "Aufraeumfortschritt"_L1; }
   static QString worte(const QWidget& fenster) { return fenster.findChild<QLabel*>(u"lbl_Fortschritt"_s)->text(); }
 
-  Testordner ablage_;
+  Testordner ordner_;
 };
 
 TEST_F(WirtGrossesAufraeumen, EscapeWhileItLooksLeavesEverythingAndAsksNothing) {
@@ -66,22 +67,22 @@ TEST_F(WirtGrossesAufraeumen, TheButtonStopsItBehindAFileAndTheUserIsToldWhatWen
   raeume_auf([&](QWidget& fenster) {
     if (weg > 0) return;
     if (!ist_Fortschritt(fenster)) return druecke(fenster, u"cmd_Loeschen"_s);
-    if (!worte(fenster).endsWith(u"gelöscht."_s) || uebrige() == Viele) return;
+    if (!worte(fenster).endsWith(u"aufgeräumt."_s) || uebrige() == Viele) return;
     weg = Viele - uebrige();
     QStringList geloeschte;
     QStringList andere;
     for (int i = 0; i < Viele; ++i) (i < weg ? geloeschte : andere).append(u"Belege\\"_s + name(i));
-    andere.append({u"Belege\\"_s, u"."_s});
-    meldungen_.erwarte({u"Das Aufräumen ist angehalten.\r\n\r\nGelöscht sind:\r\n"_s + meldungszeilen(geloeschte) +
-            u"\r\n\r\nNoch da sind:\r\n"_s + meldungszeilen(andere),
+    andere.append(u"Belege\\"_s);
+    meldungen_.erwarte({u"Das Aufräumen ist angehalten.\r\n\r\nIn den Papierkorb verschoben:\r\n"_s +
+            meldungszeilen(geloeschte) + u"\r\n\r\nNoch da:\r\n"_s + meldungszeilen(andere),
         u"Bildzuordnung"_s, Symbol::Information, Knoepfe::OK});
     druecke(fenster, u"cmd_Abbrechen"_s);
   });
   ASSERT_GT(weg, 0);
   EXPECT_EQ(uebrige(), Viele - weg);
   EXPECT_EQ(text(u"lbl_Status"_s),
-      u"Bilderbaum: Angehalten: %1 von 3002 sind gelöscht; von „Belege\\%2“ an steht alles noch da."_s.arg(
-          QString::number(weg), name(weg)));
+      u"Bilderbaum: Angehalten: %1 von 3001 sind in den Papierkorb verschoben; von „Belege\\%2“ an steht alles noch da."_s
+          .arg(QString::number(weg), name(weg)));
 }
 
 }  // namespace

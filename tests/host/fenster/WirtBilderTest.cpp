@@ -1,16 +1,18 @@
 // What the window does with pictures beside the assignment: clearing the picture tree, the search, Exif properties.
 #include <QApplication>
+#include <QDateTime>
 #include <QDirIterator>
 #include <QLabel>
 #include <QListView>
-#include <QListWidget>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <chrono>
 
-#include "host/betrieb/Aufraeumen.h"
 #include "host/betrieb/Ausgang.h"
+#include "host/betrieb/aufraeumen/Aufraeumen.h"
 #include "platform/adodb/Treiber.h"
 #include "tests/host/fenster/Wirt.h"
 
@@ -28,24 +30,27 @@ class WirtAufraeumen : public WirtBilder {
     ordne_zu(u"Belege\\1"_s, u"a"_s);
     for (const QString& name :
         {u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s, u"Belege/1/bjpg.txt"_s, u"Belege/2/c.jpg"_s})
-      ablage_.schreibe(name, "x");
+      schreibe(name);
   }
+  QString wurzel() const { return ordner_.pfad(u"Ablage"_s); }
+  void schreibe(const QString& name) const { ordner_.schreibe(u"Ablage/"_s + name, "x"); }
   static void ordne_zu(const QString& pfad, const QString& name) {
     sql(u"INSERT INTO Bild_Zuordnungen (Key1, Key2, Key3, key4, Bildname, BildExt, Typ1, Typ2, BildPfad, SortIndex) "
         u"VALUES ('AB','24-1001','-','-','%1','jpg','BEL','-','%2',0)"_s.arg(name, pfad));
   }
   void oeffne_Ablage() {
     Wirtsoptionen mit = optionen();
-    mit.bilder = ablage_.pfad();
+    mit.bilder = wurzel();
+    mit.schonfrist = 0;
     oeffne(mit);
   }
   /// Everything below the root, folders with a closing "/".
   QStringList stand() const {
     QStringList alle;
-    QDirIterator lauf(ablage_.pfad(), QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    QDirIterator lauf(wurzel(), QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (lauf.hasNext()) {
       const QString pfad = lauf.next();
-      alle.append(pfad.mid(ablage_.pfad().size() + 1) + (lauf.fileInfo().isDir() ? u"/"_s : QString()));
+      alle.append(pfad.mid(wurzel().size() + 1) + (lauf.fileInfo().isDir() ? u"/"_s : QString()));
     }
     alle.sort();
     return alle;
@@ -54,9 +59,10 @@ class WirtAufraeumen : public WirtBilder {
     return klicke_und(u"cmd_Aufraeumen"_s, u"Aufraeumfenster"_s, darin);
   }
   static QStringList gelistet(const QWidget& fenster) {
-    const auto* liste = fenster.findChild<QListWidget*>(u"lst_Aufraeumen"_s);
+    const auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Aufraeumen"_s);
     QStringList zeilen;
-    for (int i = 0; liste && i < liste->count(); ++i) zeilen.append(liste->item(i)->text());
+    for (int i = 0; liste && i < liste->topLevelItemCount(); ++i)
+      zeilen.append(liste->topLevelItem(i)->text(0) + u" – "_s + liste->topLevelItem(i)->text(1));
     return zeilen;
   }
   void lehnt_ab(const Meldung& meldung) {
@@ -66,7 +72,8 @@ class WirtAufraeumen : public WirtBilder {
     EXPECT_EQ(stand(), vorher);
   }
 
-  Testordner ablage_;
+  /// The picture root is a folder in it: what goes comes beside that.
+  Testordner ordner_;
 };
 
 }  // namespace
@@ -78,12 +85,12 @@ TEST_F(WirtAufraeumen, AfterTheYesExactlyWhatWasShownGoes) {
         (QStringList{u"Belege\\1\\b.jpg – keine Zuordnung"_s, u"Belege\\1\\bjpg.txt – Text ohne Bild"_s,
             u"Belege\\2\\c.jpg – keine Zuordnung"_s, u"Belege\\2\\ – leerer Ordner"_s}));
     EXPECT_EQ(fenster.findChild<QLabel*>(u"lbl_Warnung"_s), nullptr);
-    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 löschen"_s);
+    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 in den &Papierkorb verschieben"_s);
     EXPECT_EQ(stand().size(), 8) << "nothing goes before the yes";
     druecke(fenster, u"cmd_Loeschen"_s);
   }));
   EXPECT_EQ(stand(), (QStringList{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s}));
-  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 4 gelöscht."_s);
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 4 in den Papierkorb verschoben."_s);
 }
 
 TEST_F(WirtAufraeumen, WithoutTheYesNothingGoesAndTheEnterKeyIsNone) {
@@ -98,8 +105,8 @@ TEST_F(WirtAufraeumen, WithoutTheYesNothingGoesAndTheEnterKeyIsNone) {
     QTest::keyClick(fenster.focusWidget(), Qt::Key_Enter);
                                                   },
       [](QWidget& fenster) {
-    auto* liste = fenster.findChild<QListWidget*>(u"lst_Aufraeumen"_s);
-    QTest::mouseClick(liste->viewport(), Qt::LeftButton, {}, liste->visualItemRect(liste->item(0)).center());
+    auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Aufraeumen"_s);
+    QTest::mouseClick(liste->viewport(), Qt::LeftButton, {}, liste->visualItemRect(liste->topLevelItem(0)).center());
     QTest::keyClick(liste, Qt::Key_Return);
   },
       [](QWidget& fenster) { fenster.close(); }};
@@ -111,6 +118,104 @@ TEST_F(WirtAufraeumen, WithoutTheYesNothingGoesAndTheEnterKeyIsNone) {
     EXPECT_EQ(stand(), vorher);
     EXPECT_EQ(text(u"lbl_Status"_s), u"Nichts ist gelöscht."_s);
   }
+}
+
+TEST_F(WirtAufraeumen, WhatTheUserTakesOffTheListStaysWithWhatHangsOnIt) {
+  oeffne_Ablage();
+  EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
+    auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Aufraeumen"_s);
+    ASSERT_NE(liste, nullptr);
+    EXPECT_EQ(liste->topLevelItem(0)->text(2), u"1 Bytes"_s);
+    EXPECT_FALSE(liste->topLevelItem(0)->text(3).isEmpty());
+    EXPECT_FALSE(liste->topLevelItem(3)->flags().testFlag(Qt::ItemIsUserCheckable)) << "a folder goes with its files";
+    auto* knopf = fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s);
+    const auto* platz = fenster.findChild<QLabel*>(u"lbl_Platz"_s);
+    EXPECT_EQ(platz->text(), u"Zusammen 3 Bytes; frei werden sie, wenn der Papierkorb geleert wird."_s);
+    const auto schalte = [&](int zeile) {
+      liste->setCurrentItem(liste->topLevelItem(zeile));
+      QTest::keyClick(liste, Qt::Key_Space);
+    };
+    schalte(2);
+    EXPECT_EQ(knopf->text(), u"2 in den &Papierkorb verschieben"_s) << "the picture and its folder stay";
+    schalte(0);
+    EXPECT_EQ(knopf->text(), u"0 in den &Papierkorb verschieben"_s) << "the text stays with its picture";
+    EXPECT_FALSE(knopf->isEnabled());
+    schalte(2);
+    EXPECT_EQ(knopf->text(), u"2 in den &Papierkorb verschieben"_s);
+    EXPECT_EQ(platz->text(), u"Zusammen 1 Bytes; frei werden sie, wenn der Papierkorb geleert wird."_s);
+    druecke(fenster, u"cmd_Loeschen"_s);
+  }));
+  EXPECT_EQ(stand(),
+      (QStringList{u"Belege/"_s, u"Belege/1/"_s, u"Belege/1/a.jpg"_s, u"Belege/1/ajpg.txt"_s, u"Belege/1/b.jpg"_s,
+          u"Belege/1/bjpg.txt"_s}));
+  EXPECT_EQ(text(u"lbl_Status"_s), u"Bilderbaum aufgeräumt: 2 in den Papierkorb verschoben."_s);
+}
+
+TEST_F(WirtAufraeumen, TheWindowShowsThePicturesAndNamesWhatStays) {
+  QImage rot(200, 100, QImage::Format_RGB32);
+  rot.fill(Qt::red);
+  ASSERT_TRUE(rot.save(wurzel() + u"/Belege/1/b.jpg"_s));
+  schreibe(u"Belege/1/IMG 08.15.00.jpg"_s);
+  ordne_zu(u"Belege\\1"_s, u"IMG 08.15.00"_s);
+  oeffne_Ablage();
+  EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
+    auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Aufraeumen"_s);
+    const auto farbe = [&] {
+      return liste->topLevelItem(0)->icon(0).pixmap(liste->iconSize()).toImage().pixelColor(20, 10).red();
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return farbe() > 200; }));
+    EXPECT_EQ(
+        gelistet(fenster).last(), u"Belege\\1\\IMG 08.15.00.jpg – bleibt: eine Zuordnung nennt den ganzen Namen"_s);
+    EXPECT_EQ(fenster.findChild<QPushButton*>(u"cmd_Loeschen"_s)->text(), u"4 in den &Papierkorb verschieben"_s);
+  }));
+}
+
+TEST_F(WirtAufraeumen, WhatWasClearedComesBackByThePapierkorb) {
+  oeffne_Ablage();
+  const QStringList vorher = stand();
+  EXPECT_TRUE(raeume_auf([](QWidget& fenster) { druecke(fenster, u"cmd_Loeschen"_s); }));
+  EXPECT_NE(stand(), vorher);
+  const auto im_Papierkorb = [&](const std::function<void(QWidget&)>& darin) {
+    return klicke_und(u"cmd_Papierkorb"_s, u"Papierkorbfenster"_s, darin);
+  };
+  EXPECT_TRUE(im_Papierkorb([&](QWidget& fenster) {
+    const auto* liste = fenster.findChild<QTreeWidget*>(u"lst_Laeufe"_s);
+    ASSERT_EQ(liste->topLevelItemCount(), 1);
+    EXPECT_EQ(liste->topLevelItem(0)->text(1), u"3"_s);
+    EXPECT_EQ(liste->topLevelItem(0)->text(2), u"3 Bytes"_s);
+    const Meldung frage{
+        u"Soll zurückkommen, was am %1 aufgeräumt wurde?\r\n\r\nDateien, die inzwischen da sind, bleiben, "
+        "wie sie sind."_s.arg(liste->topLevelItem(0)->text(0)),
+        u"Papierkorb"_s, Symbol::Frage, Knoepfe::JaNein};
+    meldungen_.erwarte(frage, Antwort::Nein);
+    druecke(fenster, u"cmd_Zurueckholen"_s);
+    EXPECT_NE(stand(), vorher);
+    meldungen_.erwarte(frage, Antwort::Ja);
+    druecke(fenster, u"cmd_Zurueckholen"_s);
+    EXPECT_EQ(liste->topLevelItemCount(), 0);
+    EXPECT_FALSE(fenster.findChild<QPushButton*>(u"cmd_Zurueckholen"_s)->isEnabled());
+  }));
+  EXPECT_EQ(stand(), vorher);
+}
+
+TEST_F(WirtAufraeumen, ThePapierkorbIsEmptiedOfWhatIsOldEnough) {
+  oeffne_Ablage();
+  EXPECT_TRUE(raeume_auf([](QWidget& fenster) { druecke(fenster, u"cmd_Loeschen"_s); }));
+  const QStringList danach = stand();
+  EXPECT_TRUE(klicke_und(u"cmd_Papierkorb"_s, u"Papierkorbfenster"_s, [&](QWidget& fenster) {
+    meldungen_.erwarte(
+        {u"Nichts im Papierkorb ist älter als 30 Tage."_s, u"Papierkorb"_s, Symbol::Information, Knoepfe::OK});
+    druecke(fenster, u"cmd_Endgueltig"_s);
+    fenster.findChild<QSpinBox*>(u"spn_Tage"_s)->setValue(0);
+    meldungen_.erwarte(
+        {u"Soll endgültig gelöscht werden, was älter als 0 Tage ist?\r\n\r\nDateien: 3. Frei werden 3 Bytes."_s,
+            u"Papierkorb"_s, Symbol::Ausrufezeichen, Knoepfe::JaNein},
+        Antwort::Ja);
+    druecke(fenster, u"cmd_Endgueltig"_s);
+    EXPECT_EQ(fenster.findChild<QTreeWidget*>(u"lst_Laeufe"_s)->topLevelItemCount(), 0);
+  }));
+  EXPECT_EQ(stand(), danach);
+  EXPECT_FALSE(QDir(wurzel() + u".papierkorb"_s).exists());
 }
 
 TEST_F(WirtAufraeumen, WhereNothingIsToBeClearedAwayThatIsSaid) {
@@ -154,7 +259,7 @@ TEST_F(WirtAufraeumen, ADatabaseThatDoesNotAnswerIsRefusedInsteadOfCallingAllPic
 TEST_F(WirtAufraeumen, ADatabaseThatDoesNotExistIsRefused) {
   const Testordner ordner;
   Wirtsoptionen fremd = optionen();
-  fremd.bilder = ablage_.pfad();
+  fremd.bilder = wurzel();
   fremd.verbindung = u"Provider=SQLite;Data Source="_s + ordner.pfad(u"weg.db"_s);
   oeffne(fremd);
   lehnt_ab({u"Die Datenbank „%1“ gibt es nicht.\r\n\r\nNichts ist gelöscht."_s.arg(ordner.pfad(u"weg.db"_s)),
@@ -207,7 +312,8 @@ class WirtAufraeumenGestoert : public WirtAufraeumen {
     const auto verbindung = std::make_shared<adodb::Connection>();
     verbindung->Open(zeichenfolge);
     ASSERT_TRUE(store_.Init(zeichenfolge, verbindung, {}));
-    aufraeumen_ = std::make_unique<Aufraeumen>(store_, verbindung, u"P:"_s, u"P:"_s);
+    aufraeumen_ =
+        std::make_unique<Aufraeumen>(store_, verbindung, u"P:"_s, u"P:"_s, Schonfrist{std::chrono::minutes(0)});
     bei_Text_ = [this] { ++texte_; };
     liste_ = aufraeumen_->liste();
     bei_Text_ = {};
@@ -222,7 +328,7 @@ class WirtAufraeumenGestoert : public WirtAufraeumen {
     plane(n, dabei);
     return aufraeumen_->fuehre_aus(liste_).geblieben;
   }
-  Aufraeumliste liste_und(int n, const std::function<void()>& dabei) {
+  Aufraeumplan liste_und(int n, const std::function<void()>& dabei) {
     plane(n, dabei);
     return aufraeumen_->liste();
   }
@@ -236,7 +342,7 @@ class WirtAufraeumenGestoert : public WirtAufraeumen {
   std::function<void()> bei_Text_;
   clsBildZuordnungen store_;
   std::unique_ptr<Aufraeumen> aufraeumen_;
-  Aufraeumliste liste_;
+  Aufraeumplan liste_;
   /// How many texts one listing sends.
   int texte_ = 0;
 };
@@ -255,32 +361,74 @@ TEST_F(WirtAufraeumenGestoert, WhenTheConnectionBreaksNoPictureGoesThatWasNotSho
   EXPECT_EQ(stand(), geraeumt_);
 }
 
+TEST_F(WirtAufraeumenGestoert, WhenTheQuestionForAFullNameBreaksNothingIsListed) {
+  schreibe(u"Belege/1/x.y.jpg"_s);
+  texte_ = 0;
+  bei_Text_ = [this] { ++texte_; };
+  EXPECT_EQ(aufraeumen_->liste().Posten.size(), 5U);
+  const auto abreissen = [] { throw Laufzeitfehler(fehlernummer::Verbindung); };
+  for (int n = texte_; n >= 1; --n) EXPECT_THROW(liste_und(n, abreissen), Abbruch) << n;
+}
+
 TEST_F(WirtAufraeumenGestoert, WhatIsLeftStandingIsNamed) {
-  const QStringList geblieben =
-      raeume_auf_und(texte_, [&] { ablage_.schreibe(u"Belege/2/im_letzten_Augenblick.jpg"_s, "x"); });
+  const QStringList geblieben = raeume_auf_und(texte_, [&] { schreibe(u"Belege/2/im_letzten_Augenblick.jpg"_s); });
   EXPECT_EQ(geblieben, QStringList{u"Belege\\2\\"_s});
   EXPECT_EQ(stand(), geraeumt_ + QStringList({u"Belege/2/"_s, u"Belege/2/im_letzten_Augenblick.jpg"_s}));
 }
 
 TEST_F(WirtAufraeumenGestoert, WhatSomebodyElseAlreadyDeletedIsNotMissed) {
-  EXPECT_TRUE(raeume_auf_und(texte_, [&] { QFile::remove(ablage_.pfad(u"Belege/1/b.jpg"_s)); }).isEmpty());
+  EXPECT_TRUE(raeume_auf_und(texte_, [&] { QFile::remove(wurzel() + u"/Belege/1/b.jpg"_s); }).isEmpty());
   EXPECT_EQ(stand(), geraeumt_);
 }
 
-TEST_F(WirtAufraeumen, WhatNobodyExpectsStandsAsAWarningAboveTheQuestion) {
-  ablage_.schreibe(u"oben.jpg"_s, "x");
-  oeffne_Ablage();
-  EXPECT_TRUE(raeume_auf([&](QWidget& fenster) {
-    EXPECT_TRUE(gelistet(fenster).contains(u"oben.jpg – keine Zuordnung"_s));
-    const auto* warnung = fenster.findChild<QLabel*>(u"lbl_Warnung"_s);
-    ASSERT_NE(warnung, nullptr);
-    EXPECT_TRUE(warnung->text().contains(u"unmittelbar in der Bildablage: 1."_s)) << warnung->text().toStdString();
-  }));
+TEST_F(WirtAufraeumen, TheAgeCountsFromTheFilesArrivalAndNotFromItsTimeStamp) {
+  Wirtsoptionen mit = optionen();
+  mit.bilder = wurzel();
+  Arbeitsplatz platz(mit);
+  platz.oeffne();
+  ASSERT_EQ(platz.wurzel_fehlt(), std::nullopt);
+  clsBildZuordnungen store;
+  ASSERT_TRUE(store.Init(platz.verbindungszeichenfolge(), platz.verbindung(), {}));
+  const auto gehende_nach = [&](int minuten) {
+    Schonfrist frist;
+    frist.uhr = [=](const QString& ordner) {
+      return umzug::jetzt_ns(ordner) + std::chrono::nanoseconds(std::chrono::minutes(minuten)).count();
+    };
+    return Aufraeumen(store, platz.verbindung(), u"P:"_s, u"P:"_s, frist).liste().Posten.size();
+  };
+  QFile datei(wurzel() + u"/Belege/2/c.jpg"_s);
+  ASSERT_TRUE(datei.open(QIODevice::ReadWrite));
+  ASSERT_TRUE(datei.setFileTime(QDateTime::currentDateTime().addSecs(3600), QFile::FileModificationTime));
+  datei.close();
+  EXPECT_EQ(gehende_nach(59), 0U);
+  EXPECT_EQ(gehende_nach(61), 4U) << "a time stamp of an hour ahead makes no file new";
+}
+
+TEST_F(WirtAufraeumen, WhatIsNewDoesNotGetOldWhileTheQuestionStands) {
+  Wirtsoptionen mit = optionen();
+  mit.bilder = wurzel();
+  Arbeitsplatz platz(mit);
+  platz.oeffne();
+  ASSERT_EQ(platz.wurzel_fehlt(), std::nullopt);
+  clsBildZuordnungen store;
+  ASSERT_TRUE(store.Init(platz.verbindungszeichenfolge(), platz.verbindung(), {}));
+  int minuten = 0;
+  Schonfrist frist;
+  frist.uhr = [&](const QString& ordner) {
+    return umzug::jetzt_ns(ordner) + std::chrono::nanoseconds(std::chrono::minutes(minuten)).count();
+  };
+  Aufraeumen aufraeumen(store, platz.verbindung(), u"P:"_s, u"P:"_s, frist);
+  const Aufraeumplan plan = aufraeumen.liste();
+  EXPECT_EQ(plan.Bleibend.size(), 3U);
+  minuten = 120;
+  const QStringList vorher = stand();
+  EXPECT_EQ(aufraeumen.fuehre_aus(plan).getan, 0U);
+  EXPECT_EQ(stand(), vorher);
 }
 
 TEST_F(WirtAufraeumen, PicturesWithAnApostropheAreNotAskedForAndNothingIsDeleted) {
   oeffne_Ablage();
-  for (int i = 10; i < 22; ++i) ablage_.schreibe(u"Belege/1/o'neil%1.jpg"_s.arg(i), "x");
+  for (int i = 10; i < 22; ++i) schreibe(u"Belege/1/o'neil%1.jpg"_s.arg(i));
   QStringList genannte;
   for (int i = 10; i < 20; ++i) genannte.append(u"Belege\\1\\o'neil%1.jpg"_s.arg(i));
   lehnt_ab(
@@ -291,14 +439,15 @@ TEST_F(WirtAufraeumen, PicturesWithAnApostropheAreNotAskedForAndNothingIsDeleted
 
 TEST_F(WirtAufraeumen, ABackslashAtTheEndOfTheFoldersMakesNoPictureFree) {
   Wirtsoptionen mit = optionen();
-  mit.bilder = ablage_.pfad();
+  mit.bilder = wurzel();
+  mit.schonfrist = 0;
   Arbeitsplatz platz(mit);
   platz.oeffne();
   ASSERT_EQ(platz.wurzel_fehlt(), std::nullopt);
   clsBildZuordnungen store;
   ASSERT_TRUE(store.Init(platz.verbindungszeichenfolge(), platz.verbindung(), {}));
   const auto gelistete = [&](const QString& wurzel, const QString& start) {
-    Aufraeumen aufraeumen(store, platz.verbindung(), wurzel, start);
+    Aufraeumen aufraeumen(store, platz.verbindung(), wurzel, start, Schonfrist{std::chrono::minutes(0)});
     QStringList namen;
     for (const Aufraeumposten& p : aufraeumen.liste().Posten) namen.append(aufraeumen.angezeigt(p));
     return namen;

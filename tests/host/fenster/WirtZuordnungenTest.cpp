@@ -25,6 +25,14 @@ class WirtZuordnungen : public WirtBilder {
   static QStringList artikel_des_Bildes() {
     return werte(u"SELECT Key1 FROM Bild_Zuordnungen WHERE Bildname LIKE 'Thermostat%' ORDER BY Key1"_s);
   }
+  /// Asked before the picture's own assignment goes.
+  static Meldung gebrauch() {
+    const QString name = werte(u"SELECT Bildname FROM Bild_Zuordnungen WHERE Key1 = 'TH-0100'"_s).value(0);
+    return {
+        u"Das Bild „%1.jpg“ wird noch in einem anderen Vorgang verwendet.\r\n\r\n"
+        "Entfernt wird nur die Zuordnung zu diesem Vorgang; die anderen behalten ihre. Entfernen?"_s.arg(name),
+        u"Bildzuordnung"_s, Symbol::Frage, Knoepfe::JaNein};
+  }
   void oeffne_Artikel() {
     oeffne();
     klicke(u"TH-0100"_s);
@@ -78,10 +86,21 @@ TEST_F(WirtZuordnungen, TheProgramItselfRemovesTheOwnAssignment) {
   EXPECT_TRUE(zeige_alle([&](QWidget& fenster) {
     loesche(fenster, u"Artikelnummer: TH-0100"_s);
     EXPECT_EQ(artikel_des_Bildes().size(), 2) << "the dialog leaves it to the caller";
+    meldungen_.erwarte(gebrauch(), Antwort::Ja);
   }));
   EXPECT_EQ(artikel_des_Bildes(), QStringList{u"WP-0900"_s});
   EXPECT_TRUE(text(u"lbl_Status"_s).endsWith(u"zu diesem Vorgang ist entfernt."_s));
   EXPECT_EQ(text(u"lbl_Anzahl"_s), u"kein Bild"_s);
+}
+
+TEST_F(WirtZuordnungen, TheOwnAssignmentStaysAfterANoToTheQuestionWhoElseUsesThePicture) {
+  oeffne_Artikel();
+  EXPECT_TRUE(zeige_alle([&](QWidget& fenster) {
+    loesche(fenster, u"Artikelnummer: TH-0100"_s);
+    meldungen_.erwarte(gebrauch(), Antwort::Nein);
+  }));
+  EXPECT_EQ(artikel_des_Bildes().size(), 2);
+  EXPECT_TRUE(text(u"lbl_Status"_s).endsWith(u"zu diesem Vorgang bleibt."_s)) << text(u"lbl_Status"_s).toStdString();
 }
 
 TEST_F(WirtZuordnungen, WithoutASelectedPictureTheButtonsAreDisabled) {

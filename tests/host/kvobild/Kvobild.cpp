@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 #include "platform/adodb/Connection.h"
 
@@ -56,6 +57,8 @@ Lauf kvobild(const QStringList& argumente, const QString& ausgabedatei, const QS
   for (const QString& name : {u"ASAN_OPTIONS"_s, u"UBSAN_OPTIONS"_s, u"XDG_RUNTIME_DIR"_s})
     if (qEnvironmentVariableIsSet(name.toUtf8().constData()))
       umgebung.insert(name, qEnvironmentVariable(name.toUtf8().constData()));
+  static const QTemporaryDir heimat;
+  umgebung.insert(u"XDG_DATA_HOME"_s, heimat.path());
   for (auto i = dazu.begin(); i != dazu.end(); ++i) umgebung.insert(i.key(), i.value());
   prozess.setProcessEnvironment(umgebung);
   prozess.setStandardInputFile(eingabe.isEmpty() ? QProcess::nullDevice() : eingabe);
@@ -101,7 +104,8 @@ QList<QJsonObject> Betrieb::zeilen(const QStringList& satz) const {
 
 QString Betrieb::stand() const {
   const Lauf lauf = kvobild({u"lesen"_s, u"--json"_s, u"--verbindung"_s, datenbank()});
-  return lauf.ausgabe + dateien_unter(ordner_.pfad()).filter(QRegularExpression(u"^(?!betrieb)"_s)).join(u'\n');
+  return lauf.ausgabe +
+      dateien_unter(ordner_.pfad()).filter(QRegularExpression(u"^(?!betrieb|protokoll)"_s)).join(u'\n');
 }
 
 QStringList Betrieb::dateien() const {

@@ -1,8 +1,13 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QProcess>
 
+#include "platform/files/Dateien.h"
 #include "tests/host/kvobild/Kvobild.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,8 +25,26 @@ class KvobildAufraeumen : public Betrieb {
         u"Values ('AB','1','-','-','%1','jpg','BEL','-','%2',0)"_s.arg(name, pfad));
   }
   Lauf aufraeumen(const QStringList& argumente, const QString& eingabe = {}) const {
-    return kvobild(
-        QStringList{u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} + argumente, {}, eingabe);
+    return kvobild(QStringList{u"aufraeumen"_s, u"--schonfrist"_s, u"0"_s, u"--verbindung"_s, datenbank(),
+                       u"--bilder"_s, wurzel()} +
+            argumente,
+        {}, eingabe);
+  }
+  /// A hidden name that a process gave to something it wrote, and which has ended.
+  static QString name_eines_Toten(const QString& ziel) {
+    int rohr[2];
+    EXPECT_EQ(::pipe(rohr), 0);
+    const pid_t kind = ::fork();
+    if (kind == 0) {
+      const QByteArray pfad = dateien::verborgener_Name(u"C:\\"_s + ziel).toUtf8();
+      ::_exit(::write(rohr[1], pfad.constData(), static_cast<std::size_t>(pfad.size())) == pfad.size() ? 0 : 1);
+    }
+    EXPECT_EQ(::waitpid(kind, nullptr, 0), kind);
+    QByteArray pfad(1000, '\0');
+    pfad.truncate(::read(rohr[0], pfad.data(), 1000));
+    ::close(rohr[0]);
+    ::close(rohr[1]);
+    return QString::fromUtf8(pfad).section(u'\\', -1);
   }
   Lauf antworte(const QString& antwort) const {
     return aufraeumen({}, ordner_.schreibe(u"antwort"_s, antwort.toUtf8()));
@@ -63,7 +86,7 @@ TEST_F(KvobildAufraeumen, WithoutAYesNothingHappens) {
     const Lauf lauf = antworte(antwort);
     EXPECT_EQ(lauf.code, 1);
     EXPECT_EQ(lauf.zeilen(), alles) << "the list comes before the question";
-    EXPECT_TRUE(lauf.meldungen.contains(u"(Dateien: 3, Ordner: 1)"_s)) << lauf.meldungen.toStdString();
+    EXPECT_TRUE(lauf.meldungen.contains(u"(Dateien: 3, Ordner: 1, 3 Bytes)"_s)) << lauf.meldungen.toStdString();
     EXPECT_TRUE(lauf.meldungen.contains(u"Nichts ist gelöscht"_s));
   }
   EXPECT_EQ(aufraeumen({}).code, 1) << "nobody there to answer";
@@ -80,7 +103,8 @@ TEST_F(KvobildAufraeumen, AYesToTheQuestionDeletes) {
 TEST_F(KvobildAufraeumen, TheListAndTheClearingAgreeFileByFile) {
   for (const char* name : {"oben.jpg", "Belege/1/A.JPG", "Belege/1/a.jpg.bak", "Belege/1/plan.v2.jpg",
            "Belege/1/ab.txt", "Belege/1/notes.txt", "Belege/1/fotojpeg.txt", "Belege/1/ohne_Punkt", "Belege/1/b\\x.jpg",
-           "Belege/3/Tief/x.jpg", "Belege/3/Tief/xjpg.txt", "Belege/4/.jpg", "Belege/4/jpg.txt"})
+           "Belege/3/Tief/x.jpg", "Belege/3/Tief/xjpg.txt", "Belege/4/.jpg", "Belege/4/jpg.txt", "Belege/5/c.jpg",
+           "Belege/5/C.jpg"})
     ordner_.schreibe(u"bild.ablage/"_s + QString::fromUtf8(name), "x");
   ASSERT_TRUE(QFile::link(ordner_.pfad(), wurzel() + u"/Belege/4/Verweis"_s));
   ordne_zu(u"Belege\\4"_s, {});
@@ -96,13 +120,13 @@ TEST_F(KvobildAufraeumen, TheListAndTheClearingAgreeFileByFile) {
   QStringList gelistet = liste;
   gelistet.sort();
   EXPECT_EQ(weg, gelistet);
-  EXPECT_EQ(weg.size(), 13) << weg.join(u'\n').toStdString();
+  EXPECT_EQ(weg.size(), 16) << weg.join(u'\n').toStdString();
 }
 
 TEST_F(KvobildAufraeumen, WhereThePictureRootChangedDuringTheQuestionNothingHappens) {
   QProcess prozess;
-  prozess.start(
-      QStringLiteral(KVOBILD_PROGRAMM), {u"aufraeumen"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()});
+  prozess.start(QStringLiteral(KVOBILD_PROGRAMM),
+      {u"aufraeumen"_s, u"--schonfrist"_s, u"0"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()});
   QByteArray frage;
   while (!frage.contains("ja") && prozess.waitForReadyRead(60'000)) {
     prozess.setReadChannel(QProcess::StandardError);
@@ -140,28 +164,88 @@ TEST_F(KvobildAufraeumen, ASeparatorAtTheEndOfTheFolderMakesNoPictureFree) {
       EXPECT_EQ(lauf.zeilen(), alles) << ordner.toStdString();
   }
   // A root with one is the same root.
-  EXPECT_EQ(
-      kvobild({u"aufraeumen"_s, u"--probe"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel() + u'/'}).zeilen(),
+  EXPECT_EQ(kvobild({u"aufraeumen"_s, u"--probe"_s, u"--schonfrist"_s, u"0"_s, u"--verbindung"_s, datenbank(),
+                        u"--bilder"_s, wurzel() + u'/'})
+                .zeilen(),
       alles);
 }
 
-TEST_F(KvobildAufraeumen, PicturesInTheRootGoWithAWarningAndStayWhenItBeginsDeeper) {
-  ordner_.schreibe(u"bild.ablage/oben.jpg"_s, "x");
+TEST_F(KvobildAufraeumen, APictureInTheRootStaysWhereARowNamesItThere) {
+  for (const char* name : {"oben.jpg", "frei.jpg"}) ordner_.schreibe(u"bild.ablage/"_s + QString::fromUtf8(name), "x");
   ordne_zu({}, u"oben"_s);
-  const Lauf tiefer = aufraeumen({u"--probe"_s, u"--ordner"_s, u"Belege"_s});
-  EXPECT_EQ(tiefer.zeilen(), alles);
-  EXPECT_FALSE(tiefer.meldungen.contains(u"Achtung"_s));
-  const Lauf ganz = aufraeumen({u"--probe"_s});
-  EXPECT_EQ(ganz.zeilen(), alles + QStringList{u"oben.jpg"_s});
-  EXPECT_TRUE(ganz.meldungen.contains(u"unmittelbar in der Bildablage"_s));
+  EXPECT_EQ(aufraeumen({u"--probe"_s, u"--ordner"_s, u"Belege"_s}).zeilen(), alles);
+  const Lauf ganz = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(ganz.zeilen(), alles + QStringList{u"frei.jpg"_s});
+  EXPECT_TRUE(ganz.meldungen.contains(u"„oben.jpg“ bleibt: eine Zuordnung nennt den ganzen Namen.\n"_s))
+      << ganz.meldungen.toStdString();
+  EXPECT_TRUE(ordner_.vorhanden(u"bild.ablage/oben.jpg"_s));
 }
 
-TEST_F(KvobildAufraeumen, WhereTheWholePictureRootEmptiesItIsListedToo) {
+TEST_F(KvobildAufraeumen, WhereTheWholePictureRootEmptiesTheRootItselfStays) {
   sql(u"delete from Bild_Zuordnungen"_s);
   const Lauf lauf = aufraeumen({u"--ja"_s});
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
-  EXPECT_EQ(lauf.zeilen().last(), u"."_s);
-  EXPECT_FALSE(QDir(wurzel()).exists());
+  EXPECT_EQ(lauf.zeilen().last(), u"Belege\\"_s);
+  EXPECT_TRUE(QDir(wurzel()).exists());
+  EXPECT_TRUE(baum().isEmpty());
+}
+
+TEST_F(KvobildAufraeumen, APictureWithSeveralDotsStaysWhereARowNamesItInFull) {
+  for (const char* name : {"IMG 2024-03-01 08.15.00.jpg", "IMG 2024-03-01 08.15.00jpg.txt", "IMG 08.16.00.jpg",
+           "x.y.z.jpg", "o.n.a'me.jpg"})
+    ordner_.schreibe(u"bild.ablage/Belege/1/"_s + QString::fromUtf8(name), "x");
+  ordne_zu(u"Belege\\1"_s, u"IMG 2024-03-01 08.15.00"_s);
+  ordne_zu(u"Belege\\2"_s, u"IMG 08.16.00"_s);
+  ordne_zu(u"Belege\\1"_s, u"o.n.a''me"_s);
+  sql(u"update Bild_Zuordnungen set Bildname = 'x.y', BildExt = 'z.jpg' where Bildname = 'IMG 08.16.00'"_s);
+  sql(u"update Bild_Zuordnungen set BildPfad = 'Belege\\1' where Bildname = 'x.y'"_s);
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  QStringList weg = alles;
+  weg.insert(0, u"Belege\\1\\IMG 08.16.00.jpg"_s);
+  QStringList gegangen = lauf.zeilen();
+  gegangen.sort();
+  weg.sort();
+  EXPECT_EQ(gegangen, weg);
+  EXPECT_TRUE(lauf.meldungen.contains(
+      u"„Belege\\1\\IMG 2024-03-01 08.15.00.jpg“ bleibt: eine Zuordnung nennt den ganzen Namen.\n"_s));
+  EXPECT_TRUE(lauf.meldungen.contains(
+      u"„Belege\\1\\IMG 2024-03-01 08.15.00jpg.txt“ bleibt: gehört zu einem Bild, das bleibt.\n"_s));
+  EXPECT_EQ(dateien(),
+      (QStringList{u"IMG 2024-03-01 08.15.00.jpg"_s, u"IMG 2024-03-01 08.15.00jpg.txt"_s, u"a.jpg"_s, u"ajpg.txt"_s,
+          u"o.n.a'me.jpg"_s, u"x.y.z.jpg"_s}));
+}
+
+TEST_F(KvobildAufraeumen, TheTextOfAPictureWithAnExtensionOfFourLettersGoesAndStaysWithIt) {
+  for (const char* name : {"Belege/1/foto.jpeg", "Belege/1/FotoJPEG.txt", "Belege/2/frei.heic", "Belege/2/freiheic.txt",
+           "Belege/1/fehltjpeg.txt"})
+    ordner_.schreibe(u"bild.ablage/"_s + QString::fromUtf8(name), "x");
+  ordne_zu(u"Belege\\1"_s, u"foto"_s);
+  sql(u"update Bild_Zuordnungen set BildExt = 'jpeg' where Bildname = 'foto'"_s);
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_TRUE(lauf.meldungen.contains(u"„Belege\\1\\FotoJPEG.txt“ bleibt: gehört zu einem Bild, das bleibt.\n"_s));
+  EXPECT_EQ(dateien(), (QStringList{u"FotoJPEG.txt"_s, u"a.jpg"_s, u"ajpg.txt"_s, u"foto.jpeg"_s}));
+  EXPECT_TRUE(lauf.zeilen().contains(u"Belege\\2\\freiheic.txt"_s)) << "its picture goes";
+}
+
+TEST_F(KvobildAufraeumen, WhatCameLessThanAnHourAgoStaysWithItsFoldersWhateverItsTimeStampSays) {
+  QFile alt(ordner_.pfad(u"bild.ablage/Belege/2/c.jpg"_s));
+  ASSERT_TRUE(alt.open(QIODevice::ReadWrite));
+  ASSERT_TRUE(alt.setFileTime(QDateTime(QDate(2001, 1, 1), QTime(8, 0)), QFile::FileModificationTime));
+  alt.close();
+  ASSERT_TRUE(QDir().mkpath(wurzel() + u"/Belege/eben"_s));
+  const QStringList vorher = baum();
+  for (const QStringList& mehr : {QStringList{}, {u"--schonfrist"_s, u"5"_s}}) {
+    const Lauf lauf = kvobild(
+        QStringList{u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} + mehr);
+    EXPECT_EQ(lauf.code, 0);
+    EXPECT_TRUE(lauf.zeilen().isEmpty()) << lauf.ausgabe.toStdString();
+    for (const QString& pfad : {u"Belege\\2\\c.jpg"_s, u"Belege\\eben\\"_s})
+      EXPECT_TRUE(lauf.meldungen.contains(u"„%1“ bleibt: eben erst dazugekommen.\n"_s.arg(pfad)))
+          << lauf.meldungen.toStdString();
+    EXPECT_EQ(baum(), vorher);
+  }
+  EXPECT_EQ(aufraeumen({u"--schonfrist"_s, u"-1"_s}).code, 2);
 }
 
 TEST_F(KvobildAufraeumen, WithoutAPictureRootOrADatabaseItRefuses) {
@@ -189,4 +273,29 @@ TEST_F(KvobildAufraeumen, AnEmptyPictureRootCountsAsNotMounted) {
   EXPECT_EQ(lauf.code, 4);
   EXPECT_TRUE(lauf.meldungen.contains(u"eingehängt"_s)) << lauf.meldungen.toStdString();
   EXPECT_TRUE(QDir(leer).exists());
+}
+
+TEST_F(KvobildAufraeumen, WhatDeadProcessesLeftGoesSilentlyAndAContentWithoutItsFileComesBack) {
+  const QString tot = u"bild.ablage/Belege/2/"_s + name_eines_Toten(u"neu.jpg"_s);
+  const QString einzig =
+      u"bild.ablage/Belege/1/"_s + name_eines_Toten(u"einzig.jpg"_s).replace(u"-e-einzig"_s, u"-f-einzig"_s);
+  for (const QString& name : {tot, einzig}) ordner_.schreibe(name, "x");
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(lauf.zeilen().filter(u"kvo-"_s), QStringList());
+  EXPECT_FALSE(lauf.meldungen.contains(u"kvo-"_s)) << lauf.meldungen.toStdString();
+  EXPECT_FALSE(ordner_.vorhanden(tot));
+  EXPECT_FALSE(ordner_.vorhanden(einzig));
+  EXPECT_TRUE(lauf.zeilen().contains(u"Belege\\1\\einzig.jpg"_s)) << "it is a picture again, and has no row";
+}
+
+TEST_F(KvobildAufraeumen, ThePapierkorbOfAnotherRootInsideThisOneIsLeftAlone) {
+  ordner_.schreibe(u"bild.ablage/Belege.papierkorb/2024-01-01_000000/1/alt.jpg"_s, "x");
+  const Lauf lauf = aufraeumen({u"--ja"_s});
+  EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
+  EXPECT_EQ(lauf.zeilen(), alles);
+  EXPECT_TRUE(lauf.meldungen.contains(
+      u"„Belege.papierkorb\\2024-01-01_000000\\1\\alt.jpg“ bleibt: liegt in einem Papierkorb.\n"_s))
+      << lauf.meldungen.toStdString();
+  EXPECT_TRUE(ordner_.vorhanden(u"bild.ablage/Belege.papierkorb/2024-01-01_000000/1/alt.jpg"_s));
 }

@@ -166,7 +166,9 @@ class KvobildAusfallAufraeumen : public KvobildAusfall {
               name.section(u'/', 1), name.section(u'/', 0, 0)));
     }
   }
-  Lauf aufraeumen() const { return fuehre({u"aufraeumen"_s, u"--ja"_s, u"--bilder"_s, wurzel()}); }
+  Lauf aufraeumen() const {
+    return fuehre({u"aufraeumen"_s, u"--ja"_s, u"--schonfrist"_s, u"0"_s, u"--bilder"_s, wurzel()});
+  }
 };
 
 }  // namespace

@@ -68,8 +68,8 @@ TEST_F(KvobildHochkomma, NamesAndFoldersAreRefusedWhenRenamingAndClearing) {
     erwarte_Ablehnung(umbenennen({name + u".jpg"_s, u"neu"_s}), vorher, u"Dateiname"_s);
     erwarte_Ablehnung(umbenennen({u"a.j'g"_s, u"neu"_s}), vorher, u"Dateiname"_s);
     erwarte_Ablehnung(umbenennen({u"--ordner"_s, name, namen_[0], u"neu"_s}), vorher, u"Der Ordner"_s);
-    erwarte_Ablehnung(kvobild({u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel(),
-                          u"--ordner"_s, name}),
+    erwarte_Ablehnung(kvobild({u"aufraeumen"_s, u"--ja"_s, u"--schonfrist"_s, u"0"_s, u"--verbindung"_s, datenbank(),
+                          u"--bilder"_s, wurzel(), u"--ordner"_s, name}),
         vorher, u"Der Ordner"_s);
   }
 }
@@ -128,8 +128,9 @@ TEST_F(KvobildHochkomma, APictureThatBelongsToSuchARecordTooIsNotRenamed) {
 
 TEST_F(KvobildHochkomma, PicturesWithAnApostropheKeepItFromClearingAndAreNamed) {
   const auto aufraeumen = [&](const QStringList& mehr) {
-    return kvobild(
-        QStringList{u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()} + mehr);
+    return kvobild(QStringList{u"aufraeumen"_s, u"--ja"_s, u"--schonfrist"_s, u"0"_s, u"--verbindung"_s, datenbank(),
+                       u"--bilder"_s, wurzel()} +
+        mehr);
   };
   for (const QString& datei :
       {u"Belege/1/o'neil.jpg"_s, u"Belege/1/x.j'g"_s, u"Belege/O'Neil/x.jpg"_s, u"Belege/O'Neil/tief/x.jpg"_s,
@@ -151,7 +152,8 @@ TEST_F(KvobildHochkomma, WhatIsNotAskedForDoesNotHinderClearing) {
   for (const QString& datei : {u"ohne'Punkt"_s, u"not'iz.txt"_s, u"a.jpg.o'neil"_s})
     ordner_.schreibe(u"bild.ablage/Belege/1/"_s + datei, "x");
   ordner_.schreibe(u"bild.ablage/Belege/O'Neil/ohne_Punkt"_s, "x");
-  const Lauf lauf = kvobild({u"aufraeumen"_s, u"--ja"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()});
+  const Lauf lauf = kvobild(
+      {u"aufraeumen"_s, u"--ja"_s, u"--schonfrist"_s, u"0"_s, u"--verbindung"_s, datenbank(), u"--bilder"_s, wurzel()});
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
   EXPECT_EQ(lauf.zeilen(), (QStringList{u"Belege\\1\\a.jpg.o'neil"_s, u"Belege\\1\\not'iz.txt"_s}));
 }

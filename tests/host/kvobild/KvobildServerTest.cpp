@@ -333,7 +333,7 @@ TEST_P(KvobildServer, EveryCommandWorksOnTheServerAsOnSQLite) {
   const Lauf um = fuehre({u"umbenennen"_s}, bilder + QStringList{u"--ordner"_s, u"Belege/1"_s, erstes, u"umbenannt"_s});
   EXPECT_EQ(um.code, 0) << um.meldungen.toStdString();
   EXPECT_EQ(fuehre({u"entfernen"_s}, satz + QStringList{neu.zeilen().value(1)}).code, 0);
-  const Lauf auf = fuehre({u"aufraeumen"_s}, bilder + QStringList{u"--ja"_s});
+  const Lauf auf = fuehre({u"aufraeumen"_s}, bilder + QStringList{u"--ja"_s, u"--schonfrist"_s, u"0"_s});
   EXPECT_EQ(auf.code, 0) << auf.meldungen.toStdString();
   EXPECT_EQ(auf.zeilen().size(), 2) << auf.ausgabe.toStdString();
   EXPECT_TRUE(ordner.vorhanden(u"ablage/Belege/1/umbenannt.jpg"_s));

@@ -53,7 +53,7 @@ int farbenzahl(const QImage& bild) {
 
 void pruefe_Bilder(const QString& ordner, const QString& ausgabe) {
   const QStringList bilder = gemeldete_Bilder(ausgabe);
-  EXPECT_EQ(bilder.size(), 49);
+  EXPECT_EQ(bilder.size(), 50);
   EXPECT_EQ(QDir(ordner).entryList({u"*.png"_s}, QDir::Files), bilder);
   QImage voriges;
   for (const QString& name : bilder) {

@@ -4,7 +4,7 @@
 #include <QElapsedTimer>
 #include <optional>
 
-#include "host/betrieb/Aufraeumen.h"
+#include "host/betrieb/aufraeumen/Aufraeumen.h"
 
 class QLabel;
 class QProgressBar;
@@ -38,6 +38,3 @@ class Aufraeumfortschritt final : public QDialog {
   std::optional<Aufraeumen::Schritt> schritt_;
   bool angehalten_ = false;
 };
-
-/// Shows what a clearing of the picture tree would delete, and asks; true when the user agrees.
-bool darf_aufraeumen(const Aufraeumen& aufraeumen, const Aufraeumliste& liste, QWidget* ueber);

@@ -1,9 +1,7 @@
-#include "host/fenster/Aufraeumfenster.h"
+#include "host/fenster/aufraeumen/Aufraeumfortschritt.h"
 
 #include <QCoreApplication>
-#include <QDialogButtonBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
@@ -55,7 +53,7 @@ void Aufraeumfortschritt::setze(Aufraeumen::Schritt schritt, std::size_t getan, 
   const auto zahl = [&](std::size_t n) { return deutsch.toString(static_cast<qulonglong>(n)); };
   QString worte = u"%1 Dateien sind gefunden."_s.arg(zahl(getan));
   if (schritt == Aufraeumen::Schritt::Pruefen) worte = u"%1 von %2 Dateien sind geprüft."_s.arg(zahl(getan), zahl(von));
-  if (schritt == Aufraeumen::Schritt::Loeschen) worte = u"%1 von %2 sind gelöscht."_s.arg(zahl(getan), zahl(von));
+  if (schritt == Aufraeumen::Schritt::Loeschen) worte = u"%1 von %2 sind aufgeräumt."_s.arg(zahl(getan), zahl(von));
   lbl_Fortschritt->setText(worte);
   bar_Fortschritt->setRange(0, static_cast<int>(von));
   bar_Fortschritt->setValue(static_cast<int>(getan));
@@ -65,42 +63,4 @@ void Aufraeumfortschritt::reject() {
   angehalten_ = true;
   cmd_Abbrechen->setEnabled(false);
   lbl_Fortschritt->setText(u"Wird abgebrochen …"_s);
-}
-
-bool darf_aufraeumen(const Aufraeumen& aufraeumen, const Aufraeumliste& liste, QWidget* ueber) {
-  QDialog fenster(ueber);
-  fenster.setObjectName(u"Aufraeumfenster"_s);
-  fenster.setWindowTitle(u"Bilderbaum aufräumen"_s);
-  auto* lage = new QVBoxLayout(&fenster);
-  auto* frage = new QLabel(u"Sollen diese Dateien und Ordner endgültig gelöscht werden?"_s);
-  frage->setWordWrap(true);
-  lage->addWidget(frage);
-  auto* namen = new QListWidget;
-  namen->setObjectName(u"lst_Aufraeumen"_s);
-  namen->setAccessibleName(u"Was gelöscht wird"_s);
-  for (const Aufraeumposten& p : liste.Posten)
-    namen->addItem(aufraeumen.angezeigt(p) + u" – "_s + Aufraeumen::worte(p.Warum));
-  lage->addWidget(namen, 1);
-  if (const QStringList saetze = aufraeumen.warnungen(liste); !saetze.isEmpty()) {
-    auto* warnung = new QLabel(saetze.join(u'\n'));
-    warnung->setObjectName(u"lbl_Warnung"_s);
-    warnung->setTextFormat(Qt::PlainText);
-    warnung->setWordWrap(true);
-    lage->addWidget(warnung);
-  }
-  auto* knoepfe = new QDialogButtonBox;
-  auto* loeschen = knoepfe->addButton(u"%1 löschen"_s.arg(liste.Posten.size()), QDialogButtonBox::AcceptRole);
-  auto* abbrechen = knoepfe->addButton(u"Abbrechen"_s, QDialogButtonBox::RejectRole);
-  loeschen->setObjectName(u"cmd_Loeschen"_s);
-  abbrechen->setObjectName(u"cmd_Abbrechen"_s);
-  // Enter must not delete.
-  loeschen->setAutoDefault(false);
-  abbrechen->setDefault(true);
-  lage->addWidget(knoepfe);
-  // Only now does the button belong to this window.
-  abbrechen->setFocus();
-  QObject::connect(knoepfe, &QDialogButtonBox::accepted, &fenster, &QDialog::accept);
-  QObject::connect(knoepfe, &QDialogButtonBox::rejected, &fenster, &QDialog::reject);
-  fenster.resize(620, 420);
-  return fenster.exec() == QDialog::Accepted;
 }
