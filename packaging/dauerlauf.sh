@@ -41,7 +41,8 @@ grenzen=detect_leaks=1:quarantine_size_mb=8:malloc_context_size=2:allocator_may_
 export ASAN_OPTIONS=${ASAN_OPTIONS:-$grenzen}
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1}
 export LSAN_OPTIONS=suppressions=$KVO_ORDNER/packaging/lsan.supp:print_suppressions=0
-export QT_QPA_PLATFORM=offscreen TZ=Europe/Berlin
+# The journal that the commands write is not its user's.
+export QT_QPA_PLATFORM=offscreen TZ=Europe/Berlin XDG_DATA_HOME=$tmp/daten
 if [ -z "${KVO_TESTDATEN:-}" ] && [ -d ../shared/testdata ]; then
   KVO_TESTDATEN=$(cd ../shared/testdata && pwd)
   export KVO_TESTDATEN

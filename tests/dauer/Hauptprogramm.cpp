@@ -128,6 +128,9 @@ class Dauerlauf {
 
 int main(int argc, char** argv) {
   richte_Umfeld_ein();
+  // The journal that the commands write is not its user's.
+  const QTemporaryDir daten;
+  qputenv("XDG_DATA_HOME", QFile::encodeName(daten.path()));
   const QGuiApplication app(argc, argv);
   const Auftrag auftrag = lies_Auftrag();
   const QString meldungen = auftrag.funde + u"/meldungen.txt"_s;
