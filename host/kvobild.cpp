@@ -6,12 +6,7 @@
 #include <clocale>
 #include <cstring>
 
-#include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
-#include "platform/basic/Laufzeitfehler.h"
-#include "platform/gdiplus/miniatur/Miniaturen.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -21,25 +16,6 @@ void setze_Utf8() {
   if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
 }
 
-Ausgang laufe(const QStringList& argumente) {
-  // What a command writes comes from the files themselves, and a script leaves nothing in its user's cache.
-  miniaturen::an(false);
-  try {
-    const Ausgang ausgang = befehlszeile::fuehre_aus(befehle::programm(), befehle::alle(), argumente);
-    if (ausgabe::abgeschlossen()) return ausgang;
-    throw Abbruch(Ausgang::Datei, u"Die Ausgabe ist nicht vollständig zu schreiben."_s);
-  } catch (const Abbruch& abbruch) {
-    ausgabe::meldung(abbruch.text());
-    return abbruch.ausgang();
-  } catch (const Laufzeitfehler& fehler) {
-    ausgabe::meldung(u"%1 (Fehler %2)"_s.arg(fehler.Beschreibung(), QString::number(fehler.Nummer())));
-    return ausgang_von(fehler);
-  } catch (const std::bad_alloc&) {
-    ausgabe::meldung(u"Der Speicher reicht nicht."_s);
-    return Ausgang::Datei;
-  }
-}
-
 /// Drawing pictures needs Qt's platform, though no window ever shows. Nobody needs what Qt then says of a missing
 /// session folder.
 int laufe_mit_zeichnen(int argc, char** argv) {
@@ -47,7 +23,7 @@ int laufe_mit_zeichnen(int argc, char** argv) {
   const QtMessageHandler vorher = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   const QGuiApplication programm(argc, argv);
   qInstallMessageHandler(vorher);
-  return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
+  return static_cast<int>(befehle::laufe(QCoreApplication::arguments().mid(1)));
 }
 
 }  // namespace
@@ -57,5 +33,5 @@ int main(int argc, char** argv) {
   for (const char* zeichnender : {"beispieldaten", "bericht", "thumbnail"})
     if (argc > 1 && std::strcmp(argv[1], zeichnender) == 0) return laufe_mit_zeichnen(argc, argv);
   const QCoreApplication programm(argc, argv);
-  return static_cast<int>(laufe(QCoreApplication::arguments().mid(1)));
+  return static_cast<int>(befehle::laufe(QCoreApplication::arguments().mid(1)));
 }

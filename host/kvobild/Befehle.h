@@ -27,5 +27,7 @@ Befehl vorgaenge_liste();
 /// The program, and all of its commands in the order in which its help names them.
 const Befehlsprogramm& programm();
 QList<Befehl> alle();
+/// Runs the program on its arguments, its own name left out. What fails is told on standard error, and nothing flies.
+Ausgang laufe(const QStringList& argumente);
 
 }  // namespace befehle

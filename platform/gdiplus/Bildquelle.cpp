@@ -24,11 +24,12 @@ std::int32_t lies(const QString& pfad, std::shared_ptr<const Bildquelle>& quelle
   return befund.status;
 }
 
-QImage gedreht(const QImage& bild, const Drehung& drehung) {
-  const QImage getauscht = drehung.tausche ? bild.transformed(QTransform(0, 1, 1, 0, 0, 0)) : bild;
-  QImage ergebnis = getauscht.mirrored(drehung.spiegle_x, drehung.spiegle_y);
-  if (ergebnis.isNull()) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
-  return ergebnis;
+/// Takes the pixels, so that a big picture stands in memory twice at most.
+QImage gedreht(QImage bild, const Drehung& drehung) {
+  if (drehung.tausche) bild = bild.transformed(QTransform(0, 1, 1, 0, 0, 0));
+  bild = std::move(bild).mirrored(drehung.spiegle_x, drehung.spiegle_y);
+  if (bild.isNull()) throw Laufzeitfehler(fehlernummer::SpeicherErschoepft);
+  return bild;
 }
 
 // The failure that running out of memory raises becomes a status here.
@@ -56,7 +57,10 @@ bool Bildquelle::ist_Datei(const QString& pfad) const noexcept {
 std::int32_t Bildquelle::drehe(const Drehung& drehung, QByteArray& strom) const {
   return als_Status([&] {
     if (kopf_.format == Bildformat::Jpeg) return jpegdrehung::drehe(bytes_, drehung, strom);
-    const QImage bild = bilddekoder::lies(kopf_, bytes_, kopf_.groesse, qRgb(0, 0, 0));
-    return jpegausgabe::kodiere(gedreht(bild.isNull() ? bilddekoder::schwarz(kopf_.groesse) : bild, drehung), strom);
+    // A few bytes may claim a side of millions; what comes out could not be written after all the work.
+    if (!jpegausgabe::fasst(kopf_.groesse)) return std::int32_t{gdiplus::GenericError};
+    QImage bild = bilddekoder::lies(kopf_, bytes_, kopf_.groesse, qRgb(0, 0, 0));
+    if (bild.isNull()) bild = bilddekoder::schwarz(kopf_.groesse);
+    return jpegausgabe::kodiere(gedreht(std::move(bild), drehung), strom);
   });
 }

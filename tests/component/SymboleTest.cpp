@@ -29,13 +29,31 @@ QString gemeinter_Name(QString symbol) {
   return symbol;
 }
 
-QSet<QString> symbole(const QString& nm) {
-  const Prozess lauf = starte(nm, {u"-DC"_s, u"--defined-only"_s, QStringLiteral(BIBLIOTHEK)});
+/// A member from Qt's headers: where the compiler does not put it in its place, each library that uses it has one.
+bool ist_von_Qt(const QString& symbol, const QString& art) {
+  static const QRegularExpression Mitglied(u"^Q[A-Z]\\w*(<.*>)?::"_s);
+  return art == "W"_L1 && symbol.contains(Mitglied);
+}
+
+QSet<QString> symbole(const QString& nm, const QStringList& worte) {
+  const Prozess lauf = starte(nm, QStringList{u"-C"_s, u"--defined-only"_s} + worte);
   EXPECT_EQ(lauf.code, 0) << ende(lauf);
   QSet<QString> namen;
-  for (const QString& zeile : lauf.ausgabe.split(u'\n', Qt::SkipEmptyParts))
-    namen.insert(gemeinter_Name(zeile.section(u' ', 2)));
+  for (const QString& zeile : lauf.ausgabe.split(u'\n', Qt::SkipEmptyParts)) {
+    const QString symbol = zeile.section(u' ', 2);
+    if (!symbol.isEmpty() && !ist_von_Qt(symbol, zeile.section(u' ', 1, 1))) namen.insert(gemeinter_Name(symbol));
+  }
   return namen;
+}
+
+/// What the library defines because its runs are counted; nothing in any other build.
+QSet<QString> zaehlwerk(const QString& nm) {
+#ifdef KVO_ZAEHLWERK
+  return symbole(nm, {u"-g"_s, QStringLiteral(KVO_ZAEHLWERK)});
+#else
+  Q_UNUSED(nm)
+  return {};
+#endif
 }
 
 QSet<QString> liste() {
@@ -70,7 +88,7 @@ TEST(Symbole, TheLibraryPublishesWhatTheListNamesAndNothingElse) {
   const QSet<QString> soll = liste();
   QSet<QString> ueberzaehlig;
   QSet<QString> gesehen;
-  for (const QString& name : symbole(nm)) {
+  for (const QString& name : symbole(nm, {u"-D"_s, QStringLiteral(BIBLIOTHEK)}) - zaehlwerk(nm)) {
     const QString eintrag = eintrag_von(name, soll);
     (eintrag.isEmpty() ? ueberzaehlig : gesehen).insert(eintrag.isEmpty() ? name : eintrag);
   }

@@ -11,9 +11,23 @@ namespace {
 
 constexpr int Frist = 120'000;
 
+int zahl_aus(const char* name, int sonst) {
+  const int zahl = qEnvironmentVariableIntValue(name);
+  return zahl > 0 ? zahl : sonst;
+}
+
 }  // namespace
 
-Abbruch::Abbruch(Ablage& ablage, QString baum, unsigned saat) : ablage_(ablage), baum_(std::move(baum)), zufall_(saat) {
+int abbrueche(int sonst) {
+  return zahl_aus("KVO_ABBRUECHE", sonst);
+}
+
+unsigned abbruchsaat(unsigned sonst) {
+  return static_cast<unsigned>(zahl_aus("KVO_ABBRUECHE_SAAT", static_cast<int>(sonst)));
+}
+
+Abbruch::Abbruch(Ablage& ablage, QString baum, unsigned saat, QString nachbar)
+    : ablage_(ablage), baum_(std::move(baum)), nachbar_(std::move(nachbar)), zufall_(saat) {
   // What a turn makes of the one picture that is turned again and again.
   const QString bild = ablage_.wartendes(u"drehen.jpg"_s);
   const QString ziel = ablage_.pfad(u"eingang/gedreht.jpg"_s);
@@ -30,6 +44,8 @@ Abbruch::Auftrag Abbruch::ziehe() {
     case 0:
       return {u"drehen"_s, {u"--um"_s, u"90"_s, eingang, baum_ + u"/Belege/1/gedreht.jpg"_s}};
     case 1:
+      // A picture that the neighbour has copied and not yet saved is nobody's.
+      if (!nachbar_.isEmpty()) return ziehe_Zuordnen();
       return {u"aufraeumen"_s, {u"--ja"_s, u"--ordner"_s, u"Belege"_s}};
     case 2: {
       const auto zeilen = ablage_.zeilen();
@@ -38,12 +54,29 @@ Abbruch::Auftrag Abbruch::ziehe() {
           {u"--beschreibung"_s, QString::number(++nummer_),
               zeile[u"bildname"_s].toString() + u'.' + zeile[u"bildext"_s].toString()}};
     }
-    default: {
-      QStringList bilder;
-      for (int i = 0; i < 3; ++i) bilder.append(ablage_.wartendes(u"Bäder%1.jpg"_s.arg(++nummer_), i == 1));
-      return {u"zuordnen"_s, bilder};
-    }
+    default:
+      return ziehe_Zuordnen();
   }
+}
+
+Abbruch::Auftrag Abbruch::ziehe_Zuordnen() {
+  QStringList bilder;
+  for (int i = 0; i < 3; ++i) bilder.append(ablage_.wartendes(u"Bäder%1.jpg"_s.arg(++nummer_), i == 1));
+  return {u"zuordnen"_s, bilder};
+}
+
+std::unique_ptr<QProcess> Abbruch::beginne_nebenan() {
+  if (nachbar_.isEmpty()) return nullptr;
+  if (zufall_() % 2 == 0) std::swap(baum_, nachbar_);
+  const Auftrag auftrag = ziehe_Zuordnen();
+  return ablage_.beginne(nachbar_, auftrag.befehl, auftrag.argumente);
+}
+
+/// Whoever is not killed gets through.
+void Abbruch::warte_auf(QProcess& nebenan) {
+  if (!Ablage::endet(nebenan)) schlechte_.append(u"der Nachbar hängt"_s);
+  if (nebenan.exitCode() != 0)
+    schlechte_.append(u"der Nachbar: "_s + QString::fromUtf8(nebenan.readAllStandardError()));
 }
 
 void Abbruch::merke_Reste(const QString& befehl) {
@@ -59,6 +92,7 @@ bool Abbruch::erschlage_einen() {
   // The first of its kind tells how long one takes, and goes on telling when one ends before its time.
   double& dauer = dauer_ms_[auftrag.befehl];
   const int frist = dauer == 0 ? Frist : std::uniform_int_distribution<int>(1, static_cast<int>(dauer * 1.1))(zufall_);
+  const auto nebenan = beginne_nebenan();
   QElapsedTimer uhr;
   uhr.start();
   const auto prozess = ablage_.beginne(baum_, auftrag.befehl, auftrag.argumente);
@@ -69,8 +103,9 @@ bool Abbruch::erschlage_einen() {
     prozess->kill();
     prozess->waitForFinished(Frist);
     ++erschlagene_;
-    merke_Reste(auftrag.befehl);
   }
+  if (nebenan) warte_auf(*nebenan);
+  if (!geendet) merke_Reste(auftrag.befehl);
   for (const QString& name : ablage_.schlechte()) schlechte_.append(auftrag.befehl + u": "_s + name);
   return !geendet;
 }

@@ -12,11 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-int zahl_aus(const char* name, int sonst) {
-  const int zahl = qEnvironmentVariableIntValue(name);
-  return zahl > 0 ? zahl : sonst;
-}
-
 /// The file system holds files without a name.
 bool kennt_namenlose(const QString& ordner) {
   const int datei = ::open(QFile::encodeName(ordner).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
@@ -28,8 +23,8 @@ bool kennt_namenlose(const QString& ordner) {
 
 TEST(AmAblageordner, WheneverACommandIsKilledEachRowHasItsWholeFileAndTheNextWriteLeavesNoRest) {
   Ablage ablage;
-  Abbruch abbruch(ablage, ablage.baum(), static_cast<unsigned>(zahl_aus("KVO_ABBRUECHE_SAAT", 4711)));
-  const int anzahl = zahl_aus("KVO_ABBRUECHE", 12);
+  Abbruch abbruch(ablage, ablage.baum(), abbruchsaat(4711));
+  const int anzahl = abbrueche(12);
   while (abbruch.erschlagene() < anzahl && !testing::Test::HasFailure()) abbruch.erschlage_einen();
   EXPECT_TRUE(abbruch.schlechte().isEmpty()) << abbruch.schlechte().join(u"\n"_s).toStdString();
   std::printf("killed: %d\n", abbruch.erschlagene());

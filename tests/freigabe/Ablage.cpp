@@ -57,6 +57,10 @@ std::unique_ptr<QProcess> Ablage::beginne(
   if (Mit_Baum.contains(befehl)) worte += {u"--bilder"_s, baum};
   if (Mit_Ordner.contains(befehl)) worte += {u"--ordner"_s, u"Belege/1"_s};
   auto prozess = std::make_unique<QProcess>();
+  // The journal that the commands write is not its user's.
+  QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
+  umgebung.insert(u"XDG_DATA_HOME"_s, ordner_.pfad(u"daten"_s));
+  prozess->setProcessEnvironment(umgebung);
   prozess->setStandardInputFile(QProcess::nullDevice());
   prozess->start(QStringLiteral(KVOBILD_PROGRAMM), worte + argumente);
   EXPECT_TRUE(prozess->waitForStarted());

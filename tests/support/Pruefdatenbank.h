@@ -48,6 +48,8 @@ class Mitschrift {
   void bei_jedem(std::function<void(const QString&)> dabei) { dabei_ = std::move(dabei); }
   /// All texts that were passed on to the database, since the beginning: not those that failed by plan.
   const QStringList& weitergegeben() const noexcept { return weitergegeben_; }
+  /// Lets them go. For runs of thousands, where no server's own record is compared with them.
+  void vergiss_Weitergegebenes() { weitergegeben_.clear(); }
 
  private:
   friend class Aufzeichner;

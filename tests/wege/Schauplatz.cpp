@@ -121,6 +121,7 @@ void Schauplatz::lege_Bild(const QString& pfad, const Bildinhalt& inhalt) {
 }
 
 void Schauplatz::richte_ein(const Welt& welt) {
+  for (const QString& name : QDir(beiseite_.pfad()).entryList(QDir::Files)) QFile::remove(beiseite_.pfad(name));
   for (const QString& ordner : QDir(wurzel_.pfad()).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
     QDir(wurzel_.pfad(ordner)).removeRecursively();
   for (auto i = welt.bilder.begin(); i != welt.bilder.end(); ++i) lege_Bild(i.key(), i.value());
@@ -140,6 +141,7 @@ void Schauplatz::richte_ein(const Welt& welt) {
         u')');
   }
   db_.mitschrift().hole();
+  if (pruefziel() == Pruefziel::Sqlite) db_.mitschrift().vergiss_Weitergegebenes();
 }
 
 void Schauplatz::lies_Tabelle(Bestand& bestand, QStringList& maengel) {

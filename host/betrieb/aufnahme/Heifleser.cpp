@@ -102,10 +102,11 @@ QColorSpace farbraum(const heif_image_handle* bild) {
     if (h.image_handle_get_raw_color_profile(bild, profil.data()).code == heif_error_Ok)
       return QColorSpace::fromIccProfile(profil);
   }
-  heif_color_profile_nclx* nclx = nullptr;
-  if (h.image_handle_get_nclx_color_profile(bild, &nclx).code != heif_error_Ok || !nclx) return {};
+  heif_color_profile_nclx* roh = nullptr;
+  const bool gelesen = h.image_handle_get_nclx_color_profile(bild, &roh).code == heif_error_Ok;
+  const auto nclx = gehalten(roh, h.nclx_color_profile_free);
+  if (!gelesen || !nclx) return {};
   const bool p3 = nclx->color_primaries == heif_color_primaries_SMPTE_EG_432_1;
-  h.nclx_color_profile_free(nclx);
   return p3 ? QColorSpace(QColorSpace::DisplayP3) : QColorSpace();
 }
 

@@ -152,6 +152,10 @@ std::int32_t schreibe(const Auftrag& auftrag, QByteArray& bytes) {
   return schreiber.entnimm(schreiber.schreibe(auftrag), auftrag.dahinter, bytes);
 }
 
+bool fasst(QSize groesse) noexcept {
+  return std::max(groesse.width(), groesse.height()) <= static_cast<int>(JPEG_MAX_DIMENSION);
+}
+
 std::int32_t kodiere(const QImage& bild, QByteArray& bytes) {
   Schreiber schreiber(bild.sizeInBytes() / 16);
   return schreiber.entnimm(schreiber.kodiere(bild), {}, bytes);

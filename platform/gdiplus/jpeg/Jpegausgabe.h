@@ -37,6 +37,9 @@ struct Auftrag {
 /// The result is a gdiplus::Status: 0, 1 for coefficients that no stream can hold, 3 when memory runs out.
 std::int32_t schreibe(const Auftrag& auftrag, QByteArray& bytes);
 
+/// A stream can have sides of that length.
+bool fasst(QSize groesse) noexcept;
+
 /// Codes pixels with GDI+'s own quality of 75 and 4:2:0. The image is RGB32.
 std::int32_t kodiere(const QImage& bild, QByteArray& bytes);
 

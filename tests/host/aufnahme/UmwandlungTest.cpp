@@ -1,7 +1,11 @@
 // HEIC, AVIF and WebP, which become JPEG.
+#include <malloc.h>
+
+#include <QColorSpace>
 #include <QImageReader>
 #include <QtEndian>
 
+#include "host/betrieb/aufnahme/Heifleser.h"
 #include "host/betrieb/aufnahme/Umwandlung.h"
 #include "imaging/Aufrichtung.h"
 #include "tests/host/aufnahme/Aufnahmetest.h"
@@ -111,6 +115,20 @@ TEST_F(Umwandeln, BrokenOnesAreNamedAndLeaveNothing) {
   for (qsizetype i = 0; i < namen.size(); ++i)
     EXPECT_TRUE(ergebnis.probleme[i].startsWith(u"„%1“: "_s.arg(namen[i]))) << ergebnis.probleme[i].toStdString();
   EXPECT_FALSE(hat_Ordner());
+}
+
+TEST(Umwandlung, AColourProfileWithUnknownNumbersIsPassedOverAndLeavesNothingInMemory) {
+  QByteArray avif = heifbild::schreibe(handyfoto::motiv({16, 16}), heifbild::Art::Avif);
+  const qsizetype profil = avif.indexOf("colrnclx");
+  if (profil < 0) GTEST_SKIP() << "libheif has no encoder here";
+  avif.replace(profil + 8, 2, "\x77\x77");  // the primaries; Display P3 would be 12
+  constexpr int Laeufe = 1000;
+  const auto lies = [&](int laeufe) {
+    for (int i = 0; i < laeufe; ++i) EXPECT_FALSE(heifleser::lies(avif).pixel.colorSpace().isValid());
+    return ::mallinfo2().uordblks;
+  };
+  const std::size_t vorher = lies(100);
+  EXPECT_LT(lies(Laeufe), vorher + Laeufe * 16) << "bytes of each are left";
 }
 
 TEST(Umwandlung, FormatsAreToldByTheirContent) {

@@ -28,6 +28,7 @@ namespace {
 
 enum Aufruf : std::size_t {
   OhneNamen,
+  NeuerName,
   NameGeben,
   ZweiterName,
   Umbenennen,
@@ -54,6 +55,8 @@ QByteArray eine_Schreibung;
 QByteArray andere_Schreibung;
 /// Everything looks as if it had not been touched for that long.
 time_t aelter_um = 0;
+/// No rename reaches that name: the server fails.
+QByteArray unerreichbar;
 /// Somebody else's file of that name comes into being before the system takes the name.
 QByteArray kommt_dazwischen;
 
@@ -91,6 +94,7 @@ int open(const char* name, int art, ...) {
   const mode_t rechte = (art & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(weitere, mode_t) : 0;
   va_end(weitere);
   if ((art & O_TMPFILE) == O_TMPFILE && weigert(OhneNamen)) return -1;
+  if ((art & O_EXCL) != 0 && weigert(NeuerName)) return -1;
   if ((art & O_EXCL) != 0) lass_jemanden_vor(name);
   return static_cast<int>(::syscall(SYS_openat, AT_FDCWD, name, art, rechte));
 }
@@ -112,6 +116,7 @@ int renameat2(int von_Ordner, const char* von, int nach_Ordner, const char* nach
 }
 int rename(const char* von, const char* nach) noexcept {
   if (weigert(Ersetzen)) return -1;
+  if (unerreichbar == nach) return errno = EIO, -1;
   if (andere_Schreibung == nach && eine_Schreibung == von) return ::unlink(von), errno = ENOENT, -1;
   return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, von, AT_FDCWD, nach, 0));
 }
@@ -207,6 +212,7 @@ class Weigerung : public ::testing::Test {
     aelter_um = 0;
     eine_Schreibung.clear();
     andere_Schreibung.clear();
+    unerreichbar.clear();
   }
   static std::vector<std::vector<Aufruf>> arten_von_Dateisystemen() {
     return {{}, {OhneNamen}, {NameGeben}, {OhneNamen, Umbenennen}, {OhneNamen, Umbenennen, ZweiterName}};
@@ -356,6 +362,40 @@ TEST_F(Weigerung, OnAShareWithoutRegardToCaseAnotherSpellingNeverCostsTheFile) {
   FileSystemObject().MoveFile(u"P:\\a.jpg"_s, u"P:\\A.jpg"_s);
   EXPECT_EQ(inhalt(), QStringList{u"A.jpg"_s});
   EXPECT_EQ(wurzel.lies(u"A.jpg"_s), "neu");
+}
+
+TEST_F(Weigerung, ASpellingThatCannotBeTakenLeavesTheOldOne) {
+  wurzel.schreibe(u"a.jpg"_s, "neu");
+  eine_Schreibung = QFile::encodeName(wurzel.pfad(u"a.jpg"_s));
+  andere_Schreibung = unerreichbar = QFile::encodeName(wurzel.pfad(u"A.jpg"_s));
+  EXPECT_EQ(
+      fehler_von({"", false, false, false, [] { FileSystemObject().MoveFile(u"P:\\a.jpg"_s, u"P:\\A.jpg"_s); }}), 57);
+  EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
+  EXPECT_EQ(wurzel.lies(u"a.jpg"_s), "neu");
+}
+
+TEST_F(Weigerung, ANameThatWasKeptFreeGoesWithTheRenameThatFails) {
+  for (const Tat& tat : taten()) {
+    if (tat.ersetzt) continue;
+    stelle_her(tat);
+    for (const Aufruf aufruf : {OhneNamen, Umbenennen, ZweiterName}) weigerung[aufruf] = EOPNOTSUPP;
+    unerreichbar = QFile::encodeName(wurzel.pfad(u"b.jpg"_s));
+    SCOPED_TRACE(tat.name);
+    EXPECT_EQ(fehler_von(tat), 57);
+    erwarte_unberuehrt(tat);
+  }
+}
+
+TEST_F(Weigerung, InAFolderThatTakesNoNewFileATextIsWrittenWhereItStands) {
+  const auto schreibe = [this](const QString& name) {
+    weigerung[OhneNamen] = weigerung[NeuerName] = EACCES;
+    return fehler_von({"", false, false, false, [&] { dateien::schreibe_alles(u"P:\\"_s + name, "neu"); }});
+  };
+  wurzel.schreibe(u"b.txt"_s, "viel länger");
+  EXPECT_EQ(schreibe(u"b.txt"_s), 0);
+  EXPECT_EQ(wurzel.lies(u"b.txt"_s), "neu");
+  EXPECT_EQ(schreibe(u"c.txt"_s), 70);
+  EXPECT_EQ(inhalt(), QStringList{u"b.txt"_s});
 }
 
 TEST_F(Weigerung, AFolderIsRenamedWithoutTheCallsAndNeverOntoAnotherOne) {

@@ -1,8 +1,10 @@
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <QDir>
 #include <QtEndian>
 
+#include "platform/gdiplus/Drehart.h"
 #include "platform/gdiplus/bild/Bildkopf.h"
 #include "platform/gdiplus/jpeg/Jpegmarken.h"
 #include "tests/platform/gdiplus/Vorlagen.h"
@@ -152,6 +154,27 @@ TEST_F(Status, ASizeThatNobodyHoldsIs3) {
   EXPECT_EQ(status(mit(gif, 6, QByteArray(4, '\xff'))), OutOfMemory);
   EXPECT_EQ(status(QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\x10\0\0\0\x10\0\0\x08\2\0\0\0\xc4\x4a\x37\x92", 33)),
       OutOfMemory);
+}
+
+// The most memory that this process ever had.
+std::int64_t Hochwasser_MB() {
+  rusage verbrauch{};
+  EXPECT_EQ(::getrusage(RUSAGE_SELF, &verbrauch), 0);
+  return verbrauch.ru_maxrss / 1024;
+}
+
+TEST_F(Status, ASideThatNoJpegHasCannotBeTurnedAndNoPixelIsMadeBefore) {
+  // 48 x 8 388 641, as a file of a few hundred bytes may claim.
+  const QString pfad = ordner.schreibe(u"hoch.bmp"_s, mit(bmp, 18, QByteArray("\x30\0\0\0\x21\0\x80\0", 8)));
+  Image image;
+  ASSERT_EQ(GdipLoadImageFromFile(pfad, image), Ok);
+  const std::int64_t vorher = Hochwasser_MB();
+  for (const Drehart art : {Um90, Um180, Senkrecht}) {
+    QByteArray strom;
+    EXPECT_EQ(GdipSaveImageToStream(image, strom, JpegEncoder, transformation(art)), GenericError);
+    EXPECT_TRUE(strom.isEmpty());
+  }
+  EXPECT_LT(Hochwasser_MB() - vorher, 100);
 }
 
 TEST_F(Status, OfAnIcoTheLargestPictureCounts) {
