@@ -12,7 +12,8 @@ namespace zeilendatei {
 
 /// Appends lines, each with its line end, whole or not at all, in one piece among those of other processes. The folder
 /// must be there. Where the file would grow over `grenze` bytes it first takes the place of `vorige`, and a new one
-/// begins. A line that a process left torn when it ended is closed, so that it spoils only itself.
+/// begins. What a killed process left of a line, behind the last line end, goes; where there are no locks it is closed,
+/// so that it spoils only itself.
 ///
 /// Waits a second at most for the other processes, then raises 70. A full disk raises 61, a missing right 70 or 75.
 KVO_EXPORT void haenge_an(const QString& pfad, const QByteArray& zeilen, const QString& vorige, std::int64_t grenze);

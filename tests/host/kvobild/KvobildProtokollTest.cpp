@@ -117,7 +117,7 @@ TEST_F(KvobildProtokoll, DamagedLinesAreCountedAndTheFormerFileIsReadFirst) {
   ordner_.schreibe(u"protokoll.1.jsonl"_s, zeile(u"2024-01-01T00:00:00.000+01:00"_s, u"alt.jpg"_s));
   fuege_an("{\"zeit\":\"2024-01-01T00:0");
   ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
-  fuege_an("[]\nkein JSON\n");
+  fuege_an("[]\nkein JSON\n{\"zeit\":\"2024-01-01T00:0");
   const Lauf alles = lauf();
   EXPECT_EQ(alles.code, 0);
   ASSERT_EQ(alles.zeilen().size(), 2) << alles.ausgabe.toStdString();

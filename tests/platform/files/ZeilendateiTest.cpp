@@ -62,13 +62,19 @@ class Zeilendatei : public ::testing::Test {
 
 }  // namespace
 
-TEST_F(Zeilendatei, LinesFollowEachOtherAndATornLastOneSpoilsOnlyItself) {
+TEST_F(Zeilendatei, LinesFollowEachOtherAndATornLastOneGoes) {
   haenge_an("eins\n");
   haenge_an("zwei\ndrei\n");
   EXPECT_EQ(inhalt(), "eins\nzwei\ndrei\n");
   ordner_.schreibe(u"p.jsonl"_s, "eins\nzerris");
   haenge_an("zwei\n");
-  EXPECT_EQ(inhalt(), "eins\nzerris\nzwei\n");
+  EXPECT_EQ(inhalt(), "eins\nzwei\n");
+  ordner_.schreibe(u"p.jsonl"_s, "eins\n" + QByteArray(10'000, 'x'));
+  haenge_an("zwei\n");
+  EXPECT_EQ(inhalt(), "eins\nzwei\n");
+  ordner_.schreibe(u"p.jsonl"_s, "zerris");
+  haenge_an("eins\n");
+  EXPECT_EQ(inhalt(), "eins\n");
 }
 
 TEST_F(Zeilendatei, AtItsBoundItBecomesTheFormerOneAndThatGoes) {
