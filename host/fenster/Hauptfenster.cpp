@@ -70,7 +70,7 @@ Hauptfenster::Hauptfenster(Wirtsoptionen optionen, Zuordnungsdialog dialog)
       liste_(new Vorgangsliste),
       ansicht_(new Vorgangsansicht),
       lbl_Status(new QLabel),
-      cmd_Ueber(new QPushButton(u"Ü&ber …"_s)),
+      cmd_Ueber(new QPushButton(u"&Über …"_s)),
       cmd_Rueckgaengig(new QPushButton(u"Rückgängig"_s)),
       wartezeile_(new Wartezeile),
       wartende_(platz_.optionen().dateien),
