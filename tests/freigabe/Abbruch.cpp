@@ -46,7 +46,7 @@ Abbruch::Auftrag Abbruch::ziehe() {
     case 1:
       // A picture that the neighbour has copied and not yet saved is nobody's.
       if (!nachbar_.isEmpty()) return ziehe_Zuordnen();
-      return {u"aufraeumen"_s, {u"--ja"_s, u"--ordner"_s, u"Belege"_s}};
+      return {u"aufraeumen"_s, {u"--ja"_s, u"--schonfrist"_s, u"0"_s, u"--ordner"_s, u"Belege"_s}};
     case 2: {
       const auto zeilen = ablage_.zeilen();
       const QJsonObject zeile = zeilen.at(std::uniform_int_distribution<qsizetype>(0, zeilen.size() - 1)(zufall_));

@@ -37,4 +37,9 @@ TEST(AmAblageordner, WheneverACommandIsKilledEachRowHasItsWholeFileAndTheNextWri
   EXPECT_EQ(ablage.fuehre(ablage.baum(), u"zuordnen"_s, {ablage.wartendes(u"zuletzt.jpg"_s)}), 0)
       << ablage.gesagt().toStdString();
   EXPECT_EQ(ablage.reste(), QStringList());
+  ablage.schreibe_freies(u"Belege/1/frei.jpg"_s);
+  EXPECT_EQ(ablage.fuehre(ablage.baum(), u"aufraeumen"_s, {u"--ja"_s, u"--schonfrist"_s, u"0"_s}), 0);
+  EXPECT_FALSE(ablage.weggelegte().filter(u"Belege/1/frei.jpg"_s).isEmpty());
+  EXPECT_EQ(ablage.schlechte(), QStringList());
+  std::printf("beside the tree: %d\n", static_cast<int>(ablage.weggelegte().size()));
 }

@@ -44,6 +44,12 @@ QString Ablage::wartendes(const QString& name, bool gedreht) {
   return ordner_.schreibe(u"eingang/"_s + name, bytes);
 }
 
+void Ablage::schreibe_freies(const QString& relativ) {
+  const QByteArray bytes = handyfoto::foto({240, 160}, 1) + relativ.toUtf8();
+  ganze_.insert(bytes);
+  ordner_.schreibe(u"baum/"_s + relativ, bytes);
+}
+
 std::unique_ptr<QProcess> Ablage::beginne(
     const QString& baum, const QString& befehl, const QStringList& argumente) const {
   static const QStringList Satz{u"--typ1"_s, u"BEL"_s, u"--key1"_s, u"AB"_s, u"--key2"_s, u"1"_s};
@@ -107,6 +113,16 @@ QStringList Ablage::reste() const {
   return alle;
 }
 
+QStringList Ablage::weggelegte() const {
+  const QDir korb(baum() + u".papierkorb"_s);
+  QStringList alle;
+  QDirIterator lauf(korb.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+  while (lauf.hasNext()) alle.append(korb.relativeFilePath(lauf.next()));
+  // The lists stand beside what they name.
+  alle.removeIf([](const QString& name) { return !name.contains(u'/'); });
+  return alle;
+}
+
 bool Ablage::ist_ganz(const QString& relativ) const {
   const QFileInfo datei(baum() + u'/' + relativ);
   const std::pair stand{datei.size(), datei.lastModified()};
@@ -126,6 +142,8 @@ QStringList Ablage::schlechte() const {
             [&](const QString& rest) { return rest.endsWith(u"-p-"_s + name.section(u'/', -1)); });
     if (!platzhalter && !ist_ganz(name)) schlecht.append(name);
   }
+  for (const QString& name : weggelegte())
+    if (!ganze_.contains(inhalt(u"../baum.papierkorb/"_s + name))) schlecht.append(u"im Papierkorb "_s + name);
   for (const QJsonObject& zeile : zeilen()) {
     const QString name = zeile[u"bildpfad"_s].toString().replace(u'\\', u'/') + u'/' + zeile[u"bildname"_s].toString() +
         u'.' + zeile[u"bildext"_s].toString();

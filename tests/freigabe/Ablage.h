@@ -48,6 +48,10 @@ class Ablage {
   QStringList dateien() const;
   /// Those hidden ones.
   QStringList reste() const;
+  /// Puts a whole picture into the tree that no row names.
+  void schreibe_freies(const QString& relativ);
+  /// What clearings have put beside the tree.
+  QStringList weggelegte() const;
   QByteArray inhalt(const QString& relativ) const { return ordner_.lies(QStringLiteral("baum/") + relativ); }
 
  private:

@@ -12,6 +12,7 @@
 #include <span>
 
 #include "platform/basic/Fehlerbehandlung.h"
+#include "platform/files/Beiname.h"
 #include "platform/files/Binaerdatei.h"
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
@@ -35,6 +36,12 @@ bool auf_einer_Einhaengung(const QByteArray& a, const QByteArray& b) {
   if (::statx(AT_FDCWD, b.constData(), 0, Gefragt, &rechts) != 0) return false;
   return links.stx_mnt_id == rechts.stx_mnt_id && links.stx_dev_major == rechts.stx_dev_major &&
       links.stx_dev_minor == rechts.stx_dev_minor;
+}
+
+/// Only the attempt tells: beside a share rights look good, and some mounts even show a folder that no server has.
+bool nimmt_auf(const QByteArray& ordner) {
+  const QByteArray probe = ordner + '/' + beiname::bilde("probe", beiname::Stufe::Entsteht);
+  return ::mkdir(probe.constData(), 0777) == 0 && ::rmdir(probe.constData()) == 0;
 }
 
 bool gleicher_Inhalt(const QString& a, const QString& b) {
@@ -79,9 +86,11 @@ bool geht_durch_Umbenennen(const QString& von, const QString& nach) {
     const QByteArray quelle = Pfadkarte::aktuell().maschinenpfad(von);
     const stand::Stand ziel = stand::von(nach);
     if (ziel.ist_Datei()) return false;
-    const QByteArray& ordner = ziel.vorhanden() ? ziel.ort : umbenennen::ordner_von(ziel.ort);
-    return ::faccessat(AT_FDCWD, ordner.constData(), W_OK | X_OK, AT_EACCESS) == 0 &&
-        auf_einer_Einhaengung(quelle, ordner);
+    if (ziel.vorhanden()) return nimmt_auf(ziel.ort) && auf_einer_Einhaengung(quelle, ziel.ort);
+    if (::mkdir(ziel.ort.constData(), 0777) != 0) return false;
+    const bool beides = nimmt_auf(ziel.ort) && auf_einer_Einhaengung(quelle, ziel.ort);
+    ::rmdir(ziel.ort.constData());
+    return beides;
   });
 }
 

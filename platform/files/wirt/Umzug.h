@@ -13,8 +13,8 @@ namespace umzug {
 /// of the table means that place: beside the root of a drive's file system.
 KVO_EXPORT std::optional<QString> neben(const QString& ordner, const QString& endung);
 
-/// What stands in the folder `von` can be renamed into `nach`, which is made first where it is missing: both stand on
-/// one mount, and this user may make entries there. Never raises.
+/// What stands in the folder `von` can be renamed into `nach`, also where that is to be made first: both stand on one
+/// mount, and this user may make entries there. A folder that is missing is made and goes again. Never raises.
 KVO_EXPORT bool geht_durch_Umbenennen(const QString& von, const QString& nach);
 
 /// Makes a folder with all levels above it; one that is there is none the worse. Raises 70, 75 or 76 where that fails.

@@ -41,6 +41,7 @@ TEST(Umzug, ARenameReachesAFolderOfTheSameMountAndNoOther) {
   ordner.schreibe(u"datei"_s, "x");
   const QString hier = tabellenform(ordner.pfad());
   EXPECT_TRUE(umzug::geht_durch_Umbenennen(hier, hier + u"\\neu"_s));
+  EXPECT_FALSE(QFile::exists(ordner.pfad(u"neu"_s))) << "a question leaves nothing";
   EXPECT_TRUE(umzug::geht_durch_Umbenennen(hier, hier));
   EXPECT_FALSE(umzug::geht_durch_Umbenennen(hier, hier + u"\\fehlt\\neu"_s));
   EXPECT_FALSE(umzug::geht_durch_Umbenennen(hier, hier + u"\\datei"_s)) << "a file is in the way";
