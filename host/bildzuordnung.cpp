@@ -21,6 +21,7 @@
 #include "host/fenster/dialog/Dialogprogramm.h"
 #include "host/rundgang/Rundgang.h"
 #include "platform/forms/Fensterdienste.h"
+#include "platform/host/Oberflaeche.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -56,11 +57,23 @@ QStringList worte(int argc, char** argv, int ab) {
   return liste;
 }
 
+/// Who starts it from a menu does not see standard error.
+Wirtsoptionen ergaenzt(const Wirtsoptionen& optionen) {
+  try {
+    return gedaechtnis::ergaenzt(optionen);
+  } catch (const Abbruch& abbruch) {
+    if (QGuiApplication::platformName() != "offscreen"_L1)
+      oberflaeche::MsgBox(abbruch.text(), oberflaeche::Knoepfe::OK, oberflaeche::Symbol::Kritisch,
+          QApplication::applicationDisplayName());
+    throw;
+  }
+}
+
 int laufe(const Wirtsoptionen& optionen) {
   fensterdienste::richte_ein();
   ausgabe::programm(u"bildzuordnung"_s);
   if (!optionen.rundgang.isEmpty()) return Rundgang(optionen.rundgang, {}).laufe();
-  Wirtsoptionen alle = gedaechtnis::ergaenzt(optionen);
+  Wirtsoptionen alle = ergaenzt(optionen);
   // Nobody sees a question without a display.
   if (alle.anfang == Anfangsbestand::Fragen && QGuiApplication::platformName() == "offscreen"_L1)
     alle.anfang = Anfangsbestand::Beispiele;

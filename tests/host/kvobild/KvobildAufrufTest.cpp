@@ -125,3 +125,23 @@ TEST_F(KvobildAufruf, AnApostropheInThePathOfTheDatabaseOrTheRootDoesNoHarm) {
       satz_);
   EXPECT_EQ(lauf.code, 0) << lauf.meldungen.toStdString();
 }
+
+TEST_F(KvobildAufruf, WhatTheFirmGivesHoldsWhereTheCallIsSilentAndWhatItLocksHoldsAlways) {
+  ASSERT_EQ(zuordnen({bild(u"a.jpg"_s)}).code, 0);
+  const QMap<QString, QString> vorgaben{{u"XDG_CONFIG_DIRS"_s, ordner_.pfad(u"xdg"_s)}};
+  const QByteArray verbindung =
+      "[Verbindung]\nVerbindung=" + QFile::encodeName(datenbank()) + "\nBilder=" + QFile::encodeName(wurzel()) + "\n";
+  ordner_.schreibe(u"xdg/bildzuordnung/betrieb.ini"_s, verbindung);
+  const QStringList lesen = QStringList{u"lesen"_s} + satz_;
+  const Lauf stille = kvobild(lesen, {}, {}, vorgaben);
+  EXPECT_EQ(stille.code, 0) << stille.meldungen.toStdString();
+  EXPECT_TRUE(stille.ausgabe.contains(u".jpg"_s));
+  const QStringList andere = lesen + QStringList{u"--verbindung"_s, ordner_.pfad(u"andere.db"_s)};
+  EXPECT_EQ(kvobild(andere, {}, {}, vorgaben).code, 3);
+  ordner_.schreibe(u"xdg/bildzuordnung/betrieb.ini"_s, verbindung + "[Betrieb]\ngesperrt=Verbindung,Bilder\n");
+  EXPECT_EQ(kvobild(lesen, {}, {}, vorgaben).code, 0);
+  const Lauf gesperrte = kvobild(andere, {}, {}, vorgaben);
+  EXPECT_EQ(gesperrte.code, 2);
+  EXPECT_TRUE(gesperrte.meldungen.contains(u"„--verbindung“ geht hier nicht"_s)) << gesperrte.meldungen.toStdString();
+  EXPECT_EQ(kvobild(lesen + QStringList{u"--bilder"_s, ordner_.pfad()}, {}, {}, vorgaben).code, 2);
+}
