@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Datenbank.h"
 #include "host/betrieb/Namen.h"
 #include "host/betrieb/aufraeumen/Schonung.h"
 #include "host/betrieb/protokoll/Protokoll.h"
@@ -93,11 +94,6 @@ bool gleich(const Aufraeumliste& a, const Aufraeumliste& b) {
           [](const auto& x, const auto& y) { return x.Pfad == y.Pfad && x.Warum == y.Warum; });
 }
 
-/// As a value of a statement.
-QString in_Hochkommas(QString wert) {
-  return u'\'' + wert.replace(u'\'', u"''"_s) + u'\'';
-}
-
 }  // namespace
 
 Aufraeumen::Aufraeumen(clsBildZuordnungen& store, std::shared_ptr<adodb::Connection> verbindung, QString wurzel,
@@ -151,10 +147,10 @@ bool Aufraeumen::nennt_eine_Zeile(const QString& pfad) const {
   QStringList teilungen;
   for (qsizetype punkt = name.indexOf(u'.'); punkt >= 0; punkt = name.indexOf(u'.', punkt + 1))
     teilungen.append(
-        u"(Bildname = %1 and BildExt = %2)"_s.arg(in_Hochkommas(name.left(punkt)), in_Hochkommas(name.mid(punkt + 1))));
+        u"(Bildname = %1 and BildExt = %2)"_s.arg(literal(name.left(punkt)), literal(name.mid(punkt + 1))));
   if (teilungen.isEmpty()) return false;
   const QString frage = u"select Top 1 Key1 from Bild_Zuordnungen where Bildpfad = "_s +
-      in_Hochkommas(ordner.mid(wurzel_.size() + 1)) + u" and ("_s + teilungen.join(u" or "_s) + u')';
+      literal(ordner.mid(wurzel_.size() + 1)) + u" and ("_s + teilungen.join(u" or "_s) + u')';
   bool gibt_es = true;
   if (const auto grund = versuche([&] { gibt_es = !verbindung_->Execute(frage)->Eof(); }))
     throw Abbruch(Ausgang::Datenbank,

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "host/betrieb/Ausgang.h"
+#include "host/betrieb/Datenbank.h"
 #include "platform/basic/Text.h"
 #include "platform/basic/Variant.h"
 #include "store/Bilddatei.h"
@@ -11,10 +12,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QString in_Hochkommas(QString wert) {
-  return u'\'' + wert.replace(u'\'', u"''"_s) + u'\'';
-}
 
 /// All pictures of a record that others use, with the number of these.
 QString frage(const clsBilderSpeicher& einer) {
@@ -25,7 +22,7 @@ QString frage(const clsBilderSpeicher& einer) {
   QStringList gleich;
   QStringList spalten;
   for (const auto& [spalte, wert] : Teile) {
-    dieser.append(u"a.%1 = %2"_s.arg(spalte, in_Hochkommas(wert)));
+    dieser.append(u"a.%1 = %2"_s.arg(spalte, literal(wert)));
     gleich.append(u"b.%1 = a.%1"_s.arg(spalte));
     spalten.append(u"b."_s + spalte);
   }
