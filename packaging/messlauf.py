@@ -22,7 +22,8 @@ import subprocess
 import sys
 import time
 
-LANGE_GENUG = 300
+# Seconds from which growth counts: a process that has just begun opens what it keeps.
+LANGE_GENUG = {"rss": 300, "griffe": 30, "dateien": 30}
 # For each value: the part and the amount that it may grow by.
 SPIELRAUM = {"rss": (0.10, 16.0), "griffe": (0.0, 2.0), "dateien": (0.10, 20.0)}
 
@@ -106,7 +107,7 @@ def urteil(angaben, code, sekunden, werte, uebrig):
     gruende = [] if code == 0 else [f"endete mit {code}"]
     if angaben.urteile:
         gruende += [f"{name} wuchs" for name in werte
-                    if (name != "rss" or sekunden >= LANGE_GENUG) and wuchs(name, *werte[name])]
+                    if sekunden >= LANGE_GENUG[name] and wuchs(name, *werte[name])]
     if uebrig and code >= 0:
         gruende.append(f"{uebrig} Dateien übrig")
     return "; ".join(gruende)
