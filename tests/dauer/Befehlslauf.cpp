@@ -15,8 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// What a command may take: so much and for each megapixel that the picture claims so much more. A false claim of many
-/// is sound, and is worked through. The sanitizers make a picture that is coded anew take 25 times as long; without them
-/// it is a check's short run, which shares its machine and is to find what hangs.
+/// is sound, and is worked through. The sanitizers make a picture that is coded anew take 25 times as long. Without
+/// them it is a check's short run, which shares its machine and is to find what hangs.
 #ifdef __SANITIZE_ADDRESS__
 constexpr double Langsam_s = 5;
 constexpr double Langsam_je_Megapixel_s = 1.5;
