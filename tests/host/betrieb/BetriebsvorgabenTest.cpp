@@ -99,6 +99,10 @@ TEST_F(Vorgaben, APasswordIsRefused) {
 TEST_F(Vorgaben, ASlipOfThePenIsToldWithItsPlace) {
   gibt_vor("[Verbindung]\nVerbindung\n");
   EXPECT_TRUE(abgebrochen([] { Betriebsvorgaben::lies(); }).endsWith(u"Zeile 2 ist nicht zu verstehen."_s));
+  EXPECT_EQ(
+      abgebrochen([] { EXPECT_FALSE(Berichtskopf::ist_gesperrt() || !Berichtskopf::gemerkter().zeilen.isEmpty()); }),
+      QString())
+      << "a window that is open goes on";
   gibt_vor("[Verbindung]\nBild=/srv\n");
   EXPECT_TRUE(abgebrochen([] { Betriebsvorgaben::lies(); }).endsWith(u"„Bild“ unter „[Verbindung]“ gibt es nicht."_s));
   gibt_vor("[Betrieb]\ngesperrt=Laufwerke\n");
