@@ -33,13 +33,6 @@ struct Datei : Einstellungsdatei {
   Datei() : Einstellungsdatei(u"Berichtskopf"_s) {}
 };
 
-/// A slip in them is told when a program begins; one that came since must not end it in the middle of the work.
-Betriebsvorgaben vorgaben() {
-  Betriebsvorgaben betrieb;
-  static_cast<void>(gelingt([&] { betrieb = Betriebsvorgaben::lies(); }));
-  return betrieb;
-}
-
 }  // namespace
 
 Berichtskopf Berichtskopf::aus(const QStringList& zeilen, const QString& zeichen) {
@@ -65,7 +58,7 @@ Berichtskopf Berichtskopf::aus_Datei(const QString& pfad) {
 
 Berichtskopf Berichtskopf::gemerkter() {
   const Datei datei;
-  const Betriebsvorgaben betrieb = vorgaben();
+  const Betriebsvorgaben betrieb = Betriebsvorgaben::geltende();
   const bool eigener = datei.contains(zeilenname(0)) || datei.contains(Zeichen);
   if (betrieb.berichtskopf.isEmpty() || (eigener && !betrieb.sperrt(Betriebsvorgaben::Berichtskopf)))
     return gelesen(datei);
@@ -75,7 +68,7 @@ Berichtskopf Berichtskopf::gemerkter() {
 }
 
 bool Berichtskopf::ist_gesperrt() {
-  return vorgaben().sperrt(Betriebsvorgaben::Berichtskopf);
+  return Betriebsvorgaben::geltende().sperrt(Betriebsvorgaben::Berichtskopf);
 }
 
 void Berichtskopf::merke() const {

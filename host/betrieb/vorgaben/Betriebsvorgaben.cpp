@@ -23,6 +23,11 @@ const QString Gesperrt = u"gesperrt"_s;
 /// Values by group and name, as they stand.
 using Gruppen = QHash<QString, QMap<QString, QString>>;
 
+Betriebsvorgaben& zuletzt_gelesene() {
+  static Betriebsvorgaben vorgaben;
+  return vorgaben;
+}
+
 Abbruch unbrauchbar(const QString& datei, const QString& was) {
   return {Ausgang::Datei, u"Die Vorgaben des Betriebs in „%1“ gelten nicht: %2"_s.arg(datei, was)};
 }
@@ -87,6 +92,24 @@ void pruefe(const Betriebsvorgaben& vorgaben) {
       throw unbrauchbar(vorgaben.datei, u"„%1“ lässt sich nicht sperren."_s.arg(name));
 }
 
+Betriebsvorgaben gelesene() {
+  Betriebsvorgaben vorgaben;
+  vorgaben.datei = finde();
+  if (vorgaben.datei.isEmpty()) return vorgaben;
+  const Gruppen gruppen = zerlege(vorgaben.datei);
+  pruefe_Namen(gruppen, vorgaben.datei);
+  const QMap<QString, QString> verbindung = gruppen.value(Betriebsvorgaben::Verbindung);
+  if (const QString angabe = verbindung.value(Betriebsvorgaben::Verbindung); !angabe.isEmpty())
+    vorgaben.verbindung = verbindung_aus_Angabe(angabe);
+  vorgaben.bilder = verbindung.value(Betriebsvorgaben::Bilder);
+  vorgaben.laufwerke = gruppen.value(Laufwerke);
+  const QMap<QString, QString> kopf = gruppen.value(Betriebsvorgaben::Berichtskopf);
+  for (auto wert = kopf.begin(); wert != kopf.end(); ++wert) vorgaben.berichtskopf.insert(wert.key(), wert.value());
+  vorgaben.gesperrt = liste(gruppen.value(Betrieb).value(Gesperrt));
+  pruefe(vorgaben);
+  return vorgaben;
+}
+
 }  // namespace
 
 void Betriebsvorgaben::pruefe_frei(const QString& name, const QString& option) const {
@@ -96,21 +119,16 @@ void Betriebsvorgaben::pruefe_frei(const QString& name, const QString& option) c
 }
 
 Betriebsvorgaben Betriebsvorgaben::lies() {
-  Betriebsvorgaben vorgaben;
-  vorgaben.datei = finde();
-  if (vorgaben.datei.isEmpty()) return vorgaben;
-  const Gruppen gruppen = zerlege(vorgaben.datei);
-  pruefe_Namen(gruppen, vorgaben.datei);
-  const QMap<QString, QString> verbindung = gruppen.value(Verbindung);
-  if (const QString angabe = verbindung.value(Verbindung); !angabe.isEmpty())
-    vorgaben.verbindung = verbindung_aus_Angabe(angabe);
-  vorgaben.bilder = verbindung.value(Bilder);
-  vorgaben.laufwerke = gruppen.value(Laufwerke);
-  const QMap<QString, QString> kopf = gruppen.value(Berichtskopf);
-  for (auto wert = kopf.begin(); wert != kopf.end(); ++wert) vorgaben.berichtskopf.insert(wert.key(), wert.value());
-  vorgaben.gesperrt = liste(gruppen.value(Betrieb).value(Gesperrt));
-  pruefe(vorgaben);
-  return vorgaben;
+  zuletzt_gelesene() = gelesene();
+  return zuletzt_gelesene();
+}
+
+Betriebsvorgaben Betriebsvorgaben::geltende() {
+  try {
+    return lies();
+  } catch (const Abbruch&) {
+    return zuletzt_gelesene();
+  }
 }
 
 void Betriebsvorgaben::richte_Laufwerke_ein() const {

@@ -44,6 +44,9 @@ struct Betriebsvorgaben {
   /// Reads it anew. Ends with Abbruch, Ausgang::Datei, where it can't be read, has a line or a name that is none, or
   /// holds a password: everybody on this machine may read it.
   static Betriebsvorgaben lies();
+  /// The same for what is open already: where the file can't be read any more, what it gave the last time. A slip is
+  /// told when a program begins; one that comes later must neither end the work nor unlock anything.
+  static Betriebsvorgaben geltende();
   /// Enters the drives into the path map; one that is none ends with Abbruch.
   void richte_Laufwerke_ein() const;
 };
