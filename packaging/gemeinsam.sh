@@ -16,7 +16,7 @@ readonly PAKETE_BAU=(
 )
 # What the tests need besides.
 readonly PAKETE_TEST=(libgtest-dev libgmock-dev librapidcheck-dev clang-format xvfb xauth x11-xkb-utils xkb-data openbox libx11-dev libxtst-dev
-  python3 openssl poppler-utils qpdf freetds-bin libh2-java default-jre-headless)
+  python3 openssl groff-base poppler-utils qpdf freetds-bin libh2-java default-jre-headless)
 # What the packages need besides, and a fresh system to try them in.
 readonly PAKETE_PAKETE=(build-essential fakeroot debhelper lintian pandoc python3 librsvg2-bin pkg-config appstream desktop-file-utils
   mmdebstrap)

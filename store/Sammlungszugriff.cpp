@@ -5,7 +5,6 @@
 #include <unordered_map>
 
 #include "platform/basic/Fehlerbehandlung.h"
-#include "platform/files/FileSystemObject.h"
 #include "store/Bilddatei.h"
 #include "store/Bildereignis.h"
 
@@ -69,7 +68,8 @@ std::shared_ptr<Dialogspur>& Sammlungszugriff::spur(clsBildZuordnungen& sammlung
 
 Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QString& wurzel, const QString& pfad,
     const QString& alter_Name, const QString& endung, const QString& neuer_Name) {
-  Umbenennung ergebnis;
+  const Bilddatei alt{alter_Name, endung, wurzel + u'\\' + pfad};
+  Umbenennung ergebnis(Namenswechsel(alt.pfad(), Bilddatei{neuer_Name, endung, alt.ordner}.pfad()));
   const auto sage = [&](const Laufzeitfehler& f) { ergebnis.grund = f.Beschreibung(); };
   const auto gelingt = [&](auto&& schritt) {
     return fehler::melden_und_enden(sage, [&] {
@@ -77,10 +77,7 @@ Umbenennung Sammlungszugriff::benenne_um(clsBildZuordnungen& sammlung, const QSt
       return true;
     });
   };
-  ergebnis.datei = gelingt([&] {
-    const Bilddatei alt{alter_Name, endung, wurzel + u'\\' + pfad};
-    FileSystemObject().MoveFile(alt.pfad(), Bilddatei{neuer_Name, endung, alt.ordner}.pfad());
-  });
+  ergebnis.datei = gelingt([&] { ergebnis.wechsel.benenne(); });
   ergebnis.tabelle = ergebnis.datei && gelingt([&] {
     sammlung.lesende_Verbindung().Execute(
         u"Update Bild_Zuordnungen SET Bildname = '%1' WHERE Bildname = '%2' and BildExt = '%3' and BildPfad = '%4'"_s

@@ -2,13 +2,19 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "platform/files/wirt/Namenswechsel.h"
 #include "store/Dialogspur.h"
 #include "store/clsBildZuordnungen.h"
 
 /// What came of renaming a stored picture with all its assignments.
 struct Umbenennung {
+  explicit Umbenennung(Namenswechsel w) : wechsel(std::move(w)) {}
+
+  /// For the caller to end: the file still has its old name too, where its folder lets it.
+  Namenswechsel wechsel;
   bool datei = false;
   /// The table took the name; false also where the file was not renamed.
   bool tabelle = false;

@@ -102,7 +102,8 @@ void clsBildZuordnungen::loesche_Texte_ohne_Bild(const QString& pPfad, Bildbaum&
 
 bool clsBildZuordnungen::Verarbeite_Dateinamen_Aenderung(
     const QString& pRoot, const QString& pPfad, const QString& pOldName, const QString& pExt, const QString& pNewName) {
+  Umbenennung ergebnis = Sammlungszugriff::benenne_um(*this, pRoot, pPfad, pOldName, pExt, pNewName);
+  if (ergebnis.datei) fehler::still_enden([&] { ergebnis.wechsel.vollende(); });
   // The result was never set and so tells nothing, after a success too.
-  Sammlungszugriff::benenne_um(*this, pRoot, pPfad, pOldName, pExt, pNewName);
   return false;
 }

@@ -237,7 +237,6 @@ class frm_BildZuordnung : public Form, public Auftrag {
   // Files of the rows
   void benenne_mit_allen_um(Arbeitszeile& zeile);
   void benenne_gespeicherte_um(Arbeitszeile& zeile);
-  void nimm_Text_mit(const QString& alt, const QString& neu);
   bool lege_neue_an(Arbeitszeile& zeile);
   QString kopiere(const QString& quelle, Arbeitszeile& zeile, const QString& endung);
   void merke_ohne_Datei(Arbeitszeile& zeile, const QString& name, const QString& endung);

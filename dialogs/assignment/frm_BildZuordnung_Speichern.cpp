@@ -19,6 +19,25 @@
 using namespace Qt::Literals::StringLiterals;
 using namespace oberflaeche;
 
+namespace {
+
+/// No picture had the new name, so a text that is there already belongs to none.
+void nimm_mit(Namenswechsel& text) {
+  const FileSystemObject dateien;
+  if (!dateien.FileExists(text.alter())) return;
+  if (!text.hat_beide() && dateien.FileExists(text.neuer())) dateien.DeleteFile(text.neuer(), true);
+  text.vollende();
+}
+
+/// Leaves picture and text the names that the rows have. What can't be done any more costs nothing: the picture is
+/// found by its rows, and a second name of it is nobody's.
+void beende(Namenswechsel& bild, Namenswechsel& text, bool gefolgt) {
+  fehler::still_enden([&] { gefolgt ? bild.vollende() : bild.nimm_zurueck(); });
+  fehler::still_enden([&] { gefolgt ? nimm_mit(text) : text.nimm_zurueck(); });
+}
+
+}  // namespace
+
 void frm_BildZuordnung::speichere_und_schliesse() {
   if (melde_Doppelte()) return;
   abgelehnt_ = false;
@@ -147,12 +166,11 @@ void frm_BildZuordnung::benenne_mit_allen_um(Arbeitszeile& zeile) {
   const QString alt = zeile.Spur.dateiname;
   const QString neu = zeile.Bildname = text::Trim(zeile.Bildname);
   if (neu == alt) return;
-  const Umbenennung ergebnis = Sammlungszugriff::benenne_um(Sammlung(), pRootpath, zeile.Pfad, alt, zeile.BildExt, neu);
-  if (ergebnis.datei && !ergebnis.tabelle)
-    mod_BilderSuchen::Fkt_FileReName(
-        Bilddatei{neu, zeile.BildExt, ordner}.pfad(), Bilddatei{alt, zeile.BildExt, ordner}.pfad());
+  Namenswechsel text(
+      Bilddatei{alt, zeile.BildExt, ordner}.textpfad(), Bilddatei{neu, zeile.BildExt, ordner}.textpfad());
+  Umbenennung ergebnis = Sammlungszugriff::benenne_um(Sammlung(), pRootpath, zeile.Pfad, alt, zeile.BildExt, neu);
+  beende(ergebnis.wechsel, text, ergebnis.tabelle);
   if (!ergebnis.tabelle) return zeile.lehne_Namen_ab(ergebnis.grund);
-  nimm_Text_mit(Bilddatei{alt, zeile.BildExt, ordner}.textpfad(), Bilddatei{neu, zeile.BildExt, ordner}.textpfad());
   zeile.merke_Namen(neu, zeile.Pfad);
 }
 
@@ -162,30 +180,21 @@ void frm_BildZuordnung::benenne_gespeicherte_um(Arbeitszeile& zeile) {
   const Fruehere vorher{zeile.Spur.dateiname, zeile.Spur.dateipfad};
   if (!zeile.NameGeaendert || zeile.NeuAusSuche || neu == vorher.name) return;
   const QString endung = text::Trim(zeile.BildExt);
-  const QString ziel = Bilddatei{neu, endung, Standardordner()}.pfad();
-  const bool umbenannt = mod_BilderSuchen::Fkt_FileReName(zeile.VollerPfad, ziel);
-  const bool gefolgt =
-      umbenannt && Sammlungszugriff::folge_der_Datei(Sammlung(), vorher, endung, {neu, pStandardBildPfad});
-  if (umbenannt && !gefolgt) mod_BilderSuchen::Fkt_FileReName(ziel, zeile.VollerPfad);
+  Namenswechsel bild(zeile.VollerPfad, Bilddatei{neu, endung, Standardordner()}.pfad());
+  Namenswechsel text(Bilddatei{vorher.name, endung, zeile.Root + u'\\' + vorher.pfad}.textpfad(),
+      Bilddatei{neu, endung, Standardordner()}.textpfad());
+  const bool gefolgt = fehler::still_enden([&] {
+    bild.benenne();
+    return Sammlungszugriff::folge_der_Datei(Sammlung(), vorher, endung, {neu, pStandardBildPfad});
+  });
+  beende(bild, text, gefolgt);
   if (!gefolgt) {
     MsgBox(u"Datei "_s + zeile.VollerPfad + u" konnte nicht umbennant werden"_s);
     return zeile.lehne_Namen_ab({});
   }
-  nimm_Text_mit(Bilddatei{vorher.name, endung, zeile.Root + u'\\' + vorher.pfad}.textpfad(),
-      Bilddatei{neu, endung, Standardordner()}.textpfad());
   zeile.Bildname = neu;
   zeile.Pfad = pStandardBildPfad;
   zeile.merke_Namen(neu, pStandardBildPfad);
-}
-
-/// No picture had the new name, so a text that is there already belongs to none.
-void frm_BildZuordnung::nimm_Text_mit(const QString& alt, const QString& neu) {
-  if (!mod_BilderSuchen::Fkt_FileExists(alt)) return;
-  fehler::still_enden([&] {
-    const FileSystemObject dateien;
-    if (dateien.FileExists(neu)) dateien.DeleteFile(neu, true);
-    dateien.MoveFile(alt, neu);
-  });
 }
 
 // ── New pictures ────────────────────────────────────────────────────────────────────────────────────────────────────

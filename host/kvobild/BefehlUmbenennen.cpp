@@ -1,9 +1,12 @@
+#include <optional>
+
 #include "host/betrieb/Hochkomma.h"
 #include "host/betrieb/befehl/Ausgabe.h"
 #include "host/kvobild/Befehle.h"
 #include "host/kvobild/Befehlssitzung.h"
 #include "platform/basic/Text.h"
 #include "platform/files/FileSystemObject.h"
+#include "platform/files/wirt/Namenswechsel.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -89,10 +92,11 @@ void stelle_um(Befehlssitzung& sitzung, const Vorhaben& u, const namen::Bilddate
 }
 
 /// Renames file, rows and text file. The store's result says nothing, so folder and table are asked.
-bool fuehre_aus(Befehlssitzung& sitzung, const Vorhaben& u, std::int32_t zeilen, bool mit_Text) {
+bool fuehre_aus(Befehlssitzung& sitzung, const Vorhaben& u, std::int32_t zeilen, Namenswechsel* text) {
   stelle_um(sitzung, u, u.alt, u.neu);
   if (!liegt_da(u, u.neu) || !zeilen_heissen(sitzung, u, u.neu, zeilen)) return false;
-  return !mit_Text || sitzung.store().Fkt_FileReName(u.ordner() + u.alt.textdatei(), u.ordner() + u.neu.textdatei());
+  if (text) text->vollende();
+  return true;
 }
 
 /// Gives the picture its old name back when its rows or its text file could not follow.
@@ -121,14 +125,17 @@ Ausgang benenne_um(const Aufruf& aufruf) {
   pruefe_Dateien(u);
   pruefe_Zeilen(sitzung, u);
   const std::int32_t zeilen = sitzung.store().AnzahlPos();
-  const bool mit_Text = FileSystemObject().FileExists(u.ordner() + u.alt.textdatei());
+  std::optional<Namenswechsel> text;
+  if (FileSystemObject().FileExists(u.ordner() + u.alt.textdatei()))
+    text.emplace(u.ordner() + u.alt.textdatei(), u.ordner() + u.neu.textdatei());
   bool gelungen = false;
-  if (!gelingt([&] { gelungen = fuehre_aus(sitzung, u, zeilen, mit_Text); }) || !gelungen) {
+  if (!gelingt([&] { gelungen = fuehre_aus(sitzung, u, zeilen, text ? &*text : nullptr); }) || !gelungen) {
     // Where the file kept its name the folder refused; where it had the new one, the table or the text file did.
     const bool datei_neu = liegt_da(u, u.neu);
     bool zeilen_neu = false;
     gelingt([&] { zeilen_neu = zeilen_heissen(sitzung, u, u.neu, zeilen); });
     nimm_zurueck(sitzung, u, zeilen);
+    if (text) gelingt([&] { text->nimm_zurueck(); });
     if (!datei_neu) throw Abbruch(Ausgang::Datei, u"Die Datei „%1“ ist nicht umzubenennen."_s.arg(u.alt.datei()));
     if (!zeilen_neu)
       throw Abbruch(Ausgang::Datenbank,

@@ -39,10 +39,20 @@ void loese_Platzhalter(const QByteArray& ort) {
   if (::lstat(ort.constData(), &info) == 0 && info.st_size == 0) ::unlink(ort.constData());
 }
 
+/// In a folder with the sticky bit everybody takes away only what is his own: another's file would keep both names.
+bool laesst_los(const QByteArray& ort) {
+  struct stat ordner {};
+  struct stat info {};
+  if (::stat(ordner_von(ort).constData(), &ordner) != 0 || (ordner.st_mode & S_ISVTX) == 0) return true;
+  const uid_t wir = ::geteuid();
+  return wir == 0 || wir == ordner.st_uid || (::lstat(ort.constData(), &info) == 0 && wir == info.st_uid);
+}
+
 enum class Stand { Getan, AnderesDateisystem, Verweigert };
 
 /// Both names for a moment, never none. A link is never made over an existing name.
 Stand ueber_zweiten_Namen(const QByteArray& quelle, const QByteArray& ziel) {
+  if (!laesst_los(quelle)) return Stand::Verweigert;
   if (::link(quelle.constData(), ziel.constData()) != 0) {
     if (errno == EXDEV) return Stand::AnderesDateisystem;
     if (kennt_es_nicht(errno) || errno == EMLINK || errno == EACCES) return Stand::Verweigert;

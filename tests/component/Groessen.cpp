@@ -21,6 +21,7 @@
 #include "platform/files/Dateien.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/Pfadkarte.h"
+#include "platform/files/wirt/Namenswechsel.h"
 #include "platform/gdiplus/Bild.h"
 #include "platform/gdiplus/bild/NurKopf.h"
 #include "platform/gdiplus/vorlauf/Vorlauf.h"
@@ -91,6 +92,7 @@ QMap<QString, qint64> klassengroessen() {
       GROESSE(KVFileFunctions),
       GROESSE(KVOCore),
       GROESSE(Laufzeitfehler),
+      GROESSE(Namenswechsel),
       GROESSE(Null),
       GROESSE(oberflaeche::Ereignispumpe),
       GROESSE(oberflaeche::Mauszeiger),

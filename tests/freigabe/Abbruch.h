@@ -35,6 +35,8 @@ class Abbruch {
     QStringList argumente;
   };
   Auftrag ziehe();
+  /// Name and extension of one of the record's pictures.
+  QString ziehe_Bild();
   Auftrag ziehe_Zuordnen();
   std::unique_ptr<QProcess> beginne_nebenan();
   void warte_auf(QProcess& nebenan);
@@ -43,6 +45,7 @@ class Abbruch {
   Ablage& ablage_;
   QString baum_;
   QString nachbar_;
+  bool zweite_Namen_;
   std::mt19937 zufall_;
   std::map<QString, double> dauer_ms_;
   std::map<QString, QStringList> reste_;

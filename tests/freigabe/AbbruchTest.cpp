@@ -4,8 +4,10 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <QTest>
 #include <cstdio>
 
+#include "platform/adodb/Connection.h"
 #include "tests/freigabe/Abbruch.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -42,4 +44,28 @@ TEST(AmAblageordner, WheneverACommandIsKilledEachRowHasItsWholeFileAndTheNextWri
   EXPECT_FALSE(ablage.weggelegte().filter(u"Belege/1/frei.jpg"_s).isEmpty());
   EXPECT_EQ(ablage.schlechte(), QStringList());
   std::printf("beside the tree: %d\n", static_cast<int>(ablage.weggelegte().size()));
+}
+
+// Another desk holds the table, and the user gives up in the middle.
+TEST(AmAblageordner, ARenameKilledWhileItWaitsForTheTableLeavesPictureAndTextUnderTheNameOfTheRow) {
+  Ablage ablage;
+  ASSERT_EQ(ablage.fuehre(ablage.baum(), u"zuordnen"_s, {ablage.wartendes(u"kessel.jpg"_s)}), 0);
+  const QString bild = ablage.zeilen().value(0)[u"bildname"_s].toString();
+  const QString ordner = ablage.baum() + u"/Belege/1/"_s;
+  adodb::Connection anderer;
+  anderer.Open(u"Provider=SQLite;Data Source="_s + ablage.datenbank());
+  anderer.Execute(u"BEGIN IMMEDIATE"_s);
+  const auto befehl = ablage.beginne(ablage.baum(), u"umbenennen"_s, {bild + u".jpg"_s, u"neu"_s});
+  ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(ordner + u"neu.jpg"_s); }, 30'000));
+  befehl->kill();
+  ASSERT_TRUE(Ablage::endet(*befehl));
+  anderer.Execute(u"ROLLBACK"_s);
+  EXPECT_EQ(ablage.zeilen().value(0)[u"bildname"_s].toString(), bild);
+  EXPECT_EQ(ablage.schlechte(), QStringList());
+  EXPECT_TRUE(QFile::exists(ordner + bild + u"jpg.txt"_s));
+  EXPECT_EQ(ablage.fuehre(ablage.baum(), u"umbenennen"_s, {bild + u".jpg"_s, u"anders"_s}), 0)
+      << ablage.gesagt().toStdString();
+  EXPECT_EQ(ablage.zeilen().value(0)[u"bildname"_s].toString(), u"anders"_s);
+  EXPECT_EQ(ablage.schlechte(), QStringList());
+  EXPECT_EQ(ablage.inhalt(u"Belege/1/anders.jpg"_s), ablage.inhalt(u"Belege/1/neu.jpg"_s));
 }

@@ -145,9 +145,10 @@ QStringList Ablage::schlechte() const {
   for (const QString& name : weggelegte())
     if (!ganze_.contains(inhalt(u"../baum.papierkorb/"_s + name))) schlecht.append(u"im Papierkorb "_s + name);
   for (const QJsonObject& zeile : zeilen()) {
-    const QString name = zeile[u"bildpfad"_s].toString().replace(u'\\', u'/') + u'/' + zeile[u"bildname"_s].toString() +
-        u'.' + zeile[u"bildext"_s].toString();
-    if (!QFile::exists(baum() + u'/' + name)) schlecht.append(u"Zeile ohne "_s + name);
+    const QString name = zeile[u"bildpfad"_s].toString().replace(u'\\', u'/') + u'/' + zeile[u"bildname"_s].toString();
+    const QString endung = zeile[u"bildext"_s].toString();
+    for (const QString& datei : {name + u'.' + endung, name + endung + u".txt"_s})
+      if (!QFile::exists(baum() + u'/' + datei)) schlecht.append(u"Zeile ohne "_s + datei);
   }
   return schlecht;
 }

@@ -42,7 +42,8 @@ class Ablage {
 
   /// The record's rows, as a desk at the tree itself sees them.
   QList<QJsonObject> zeilen() const;
-  /// Names of rows whose file is missing or is not whole, and of files in the tree that are no whole picture or text.
+  /// Names of rows whose file or text is missing or is not whole, and of files in the tree that are no whole picture or
+  /// text.
   QStringList schlechte() const;
   /// All files of the tree but the hidden ones that a write in progress has; relative.
   QStringList dateien() const;
@@ -54,10 +55,12 @@ class Ablage {
   QStringList weggelegte() const;
   QByteArray inhalt(const QString& relativ) const { return ordner_.lies(QStringLiteral("baum/") + relativ); }
 
+  /// The table's file.
+  QString datenbank() const { return ordner_.pfad(QStringLiteral("betrieb.db")); }
+
  private:
   bool ist_ganz(const QString& relativ) const;
   QStringList alle_Dateien() const;
-  QString datenbank() const { return ordner_.pfad(QStringLiteral("betrieb.db")); }
 
   Testordner ordner_;
   /// Every content that a whole file may have.

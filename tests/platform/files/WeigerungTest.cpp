@@ -20,6 +20,7 @@
 #include "platform/files/Dateien.h"
 #include "platform/files/Ersatzdatei.h"
 #include "platform/files/FileSystemObject.h"
+#include "platform/files/wirt/Namenswechsel.h"
 #include "tests/support/Bildwurzel.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -414,3 +415,20 @@ TEST_F(Weigerung, AFolderIsRenamedWithoutTheCallsAndNeverOntoAnotherOne) {
 }
 
 }  // namespace
+
+TEST_F(Weigerung, WhereAFileHasOneNameOnlyItIsRenamedWhenItsNewOneIsNeeded) {
+  for (const int fehler : {EINVAL, ENOSYS, EOPNOTSUPP, EPERM, EACCES, EMLINK, EXDEV}) {
+    SCOPED_TRACE(fehler);
+    stelle_her(taten().front());
+    weigerung[ZweiterName] = fehler;
+    Namenswechsel wechsel(u"P:\\a.jpg"_s, u"P:\\b.jpg"_s);
+    EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
+    wechsel.benenne();
+    EXPECT_EQ(inhalt(), QStringList{u"b.jpg"_s});
+    wechsel.nimm_zurueck();
+    EXPECT_EQ(inhalt(), QStringList{u"a.jpg"_s});
+    wechsel.vollende();
+    EXPECT_EQ(inhalt(), QStringList{u"b.jpg"_s});
+    EXPECT_EQ(wurzel.lies(u"b.jpg"_s), "neu");
+  }
+}
