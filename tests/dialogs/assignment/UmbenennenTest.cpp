@@ -125,6 +125,52 @@ TEST_F(Umbenennen, ARenamingThatFailsIsToldAndTheRowKeepsItsOldName) {
   EXPECT_EQ(gespeichert(), (QStringList{u"a|0|<NULL>"_s, u"b|1|Text"_s}));
 }
 
+// Whoever ends while the statement runs: picture and text are there by the name of the row, whichever it has.
+TEST_F(Umbenennen, PictureAndTextHaveBothNamesWhileTheRowsAreChanged) {
+  const auto dateien_waehrend = [&](Antwort antwort) {
+    QStringList dabei;
+    db.mitschrift().bei_jedem([&](const QString& anweisung) {
+      if (dabei.isEmpty() && anweisung.startsWith(u"update"_s, Qt::CaseInsensitive)) dabei = dateien();
+    });
+    zeige([&] {
+      benenne(1, u"ax"_s);
+      benenne(2, u"bx"_s);
+      meldungen.erwarte(meldung::umbenannt(), antwort);
+      speichere();
+    });
+    db.mitschrift().bei_jedem({});
+    return dabei;
+  };
+  fuege_Bilder_ein(2);
+  for (const QString& name : {u"a"_s, u"b"_s}) wurzel.schreibe(u"Belege/1/"_s + name + u"jpg.txt"_s, "Info");
+  // The first of both takes its name back.
+  EXPECT_EQ(dateien_waehrend(Antwort::Nein),
+      (QStringList{u"a.jpg"_s, u"ajpg.txt"_s, u"b.jpg"_s, u"bjpg.txt"_s, u"bx.jpg"_s, u"bxjpg.txt"_s}));
+  EXPECT_EQ(dateien(), (QStringList{u"a.jpg"_s, u"ajpg.txt"_s, u"bx.jpg"_s, u"bxjpg.txt"_s}));
+  wirt_schreibt();
+  schliesse();
+  EXPECT_EQ(dateien_waehrend(Antwort::Ja),
+      (QStringList{u"a.jpg"_s, u"ajpg.txt"_s, u"ax.jpg"_s, u"axjpg.txt"_s, u"bx.jpg"_s, u"bxjpg.txt"_s}));
+  EXPECT_EQ(dateien(), (QStringList{u"ax.jpg"_s, u"axjpg.txt"_s, u"bx.jpg"_s, u"bxjpg.txt"_s}));
+}
+
+TEST_F(Umbenennen, WhereTheTableDoesNotTakeTheNamePictureAndTextKeepTheOldOne) {
+  fuege_Bilder_ein(2);
+  for (const QString& name : {u"a"_s, u"b"_s}) wurzel.schreibe(u"Belege/1/"_s + name + u"jpg.txt"_s, "Info");
+  const QStringList vorher = dateien();
+  db.mitschrift().scheitere_bei_Beginn(u"update bild_zuordnungen set bildname"_s);
+  zeige([&] {
+    benenne(1, u"ax"_s);
+    benenne(2, u"bx"_s);
+    meldungen.erwarte(meldung::umbenannt(), Antwort::Nein);
+    meldungen.erwarte(meldung::nicht_umbenannt(u"P:\\Belege\\1\\b.jpg"_s));
+    speichere();
+  });
+  EXPECT_EQ(dateien(), vorher);
+  db.mitschrift().heile();
+  EXPECT_EQ(sammlung(), (QStringList{u"a|Belege\\1|1|0|0"_s, u"b|Belege\\1|1|0|0"_s}));
+}
+
 TEST_F(Umbenennen, CancelLeavesTableFilesAndFlagsAndEndsTheDialog) {
   fuege_Bilder_ein(2);
   zeige([&] {
