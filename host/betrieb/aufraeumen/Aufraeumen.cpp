@@ -135,7 +135,7 @@ std::size_t Aufraeumen::pruefe_Namen(const Fortgang& fortgang) const {
 
 std::optional<std::int64_t> Aufraeumen::stichzeit() const {
   using namespace std::chrono;
-  if (schonfrist_.dauer <= schonfrist_.dauer.zero()) return std::nullopt;
+  if (schonfrist_.dauer <= minutes::zero()) return std::nullopt;
   return schonfrist_.uhr(wurzel_) - duration_cast<nanoseconds>(schonfrist_.dauer).count();
 }
 

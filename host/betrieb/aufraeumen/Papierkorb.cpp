@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QSet>
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include "host/betrieb/Ausgang.h"
@@ -182,8 +183,8 @@ void Papierkorb::sammle(const QString& ordner, const QString& davor, Bestand& be
 // The list stays as long as there is something on it.
 void Papierkorb::raeume_leere(const QString& lauf, const QStringList& ordner) const {
   const FileSystemObject system;
-  for (auto pfad = ordner.crbegin(); pfad != ordner.crend(); ++pfad)
-    static_cast<void>(gelingt([&] { system.DeleteFolder(im_Lauf(lauf, pfad->chopped(1)), true); }));
+  for (const QString& pfad : std::views::reverse(ordner))
+    static_cast<void>(gelingt([&] { system.DeleteFolder(im_Lauf(lauf, pfad.chopped(1)), true); }));
   if (!gelingt([&] { system.DeleteFolder(im_Lauf(lauf, {}), true); })) return;
   static_cast<void>(gelingt([&] { system.DeleteFile(liste_von(lauf), true); }));
   static_cast<void>(gelingt([&] { system.DeleteFolder(ordner_, true); }));

@@ -8,6 +8,7 @@
 #include <QSpinBox>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <ranges>
 
 #include "host/betrieb/Ausgang.h"
 #include "host/fenster/Meldungszeilen.h"
@@ -99,11 +100,11 @@ void Papierkorbfenster::baue_auf() {
 void Papierkorbfenster::fuelle() {
   lst_Laeufe->clear();
   const QStringList laeufe = korb_.laeufe();
-  for (auto lauf = laeufe.crbegin(); lauf != laeufe.crend(); ++lauf) {
-    const Papierkorb::Bestand bestand = korb_.bestand(*lauf);
+  for (const QString& lauf : std::views::reverse(laeufe)) {
+    const Papierkorb::Bestand bestand = korb_.bestand(lauf);
     auto* zeile = new QTreeWidgetItem(
-        lst_Laeufe, {zeitpunkt(*lauf), QString::number(bestand.dateien.size()), groesse(bestand.bytes)});
-    zeile->setData(0, Lauf, *lauf);
+        lst_Laeufe, {zeitpunkt(lauf), QString::number(bestand.dateien.size()), groesse(bestand.bytes)});
+    zeile->setData(0, Lauf, lauf);
     for (const int spalte : {1, 2}) zeile->setTextAlignment(spalte, Qt::AlignRight | Qt::AlignVCenter);
   }
   for (int spalte = 0; spalte < 2; ++spalte) lst_Laeufe->resizeColumnToContents(spalte);
