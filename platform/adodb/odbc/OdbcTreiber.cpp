@@ -10,6 +10,7 @@
 #include "platform/adodb/odbc/OdbcParameter.h"
 #include "platform/adodb/odbc/OdbcVerbindung.h"
 #include "platform/adodb/odbc/OdbcWerte.h"
+#include "platform/basic/Fehlerbehandlung.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,7 +39,10 @@ class OdbcTreiber::Anweisung {
 class OdbcTreiber::Lauf {
  public:
   explicit Lauf(OdbcTreiber& treiber) : treiber_(treiber) { setze(true); }
-  ~Lauf() { setze(false); }
+  ~Lauf() {
+    setze(false);
+    if (treiber_.bote_.joinable()) treiber_.bote_.join();
+  }
   Q_DISABLE_COPY_MOVE(Lauf)
 
  private:
@@ -52,6 +56,11 @@ class OdbcTreiber::Lauf {
 };
 
 namespace {
+
+/// The age from which a call counts as waiting for the server.
+constexpr std::chrono::milliseconds Anlauf(100);
+/// How long a call that was asked to stop is left alone.
+constexpr std::chrono::seconds Nachfrage(1);
 
 void pruefe_Text(const QString& text) {
   if (text.trimmed().isEmpty()) keine_Anweisung(u"der Text ist leer"_s);
@@ -157,10 +166,12 @@ SQLRETURN OdbcTreiber::rufe(SQLHSTMT anweisung, const OdbcWerte::Ruf& ruf) {
     const std::lock_guard sperre(schutz_);
     pruefe_Aufgabe();
     wartende_ = anweisung;
+    begonnen_ = std::chrono::steady_clock::now();
   }
   const SQLRETURN ergebnis = ruf();
   const std::lock_guard sperre(schutz_);
   wartende_ = SQL_NULL_HSTMT;
+  beendet_.notify_all();
   return ergebnis;
 }
 
@@ -168,7 +179,23 @@ void OdbcTreiber::gib_auf() noexcept {
   const std::lock_guard sperre(schutz_);
   if (!laeuft_) return;
   aufgegeben_ = true;
-  if (wartende_ != SQL_NULL_HSTMT) odbc_.Cancel(wartende_);
+  if (wartende_ == SQL_NULL_HSTMT || bote_.joinable()) return;
+  const bool geschickt =
+      fehler::still_enden([&] { return (bote_ = std::thread([this] { sende_Aufgabe(); })).joinable(); });
+  if (!geschickt) odbc_.Cancel(wartende_);
+}
+
+/// FreeTDS loses the wake-up of a thread that comes back for its next packet while another one sends the wish to stop:
+/// it would wait for ever, with the rows at its door. So the wish goes only into a call that is some age, which is then
+/// waiting for the server; rows that stream end their call before, and the next call is not made. Nor does the wish go
+/// out twice in short order: the driver manager may be reading the messages that the first one left, and the second one
+/// takes them away. One that met a statement not yet sent is passed over, though, so it is said again in the end.
+void OdbcTreiber::sende_Aufgabe() {
+  std::unique_lock sperre(schutz_);
+  const auto vorbei = [this] { return wartende_ == SQL_NULL_HSTMT; };
+  for (auto wann = begonnen_ + Anlauf; !beendet_.wait_until(sperre, wann, vorbei);
+       wann = std::chrono::steady_clock::now() + Nachfrage)
+    odbc_.Cancel(wartende_);
 }
 
 /// SQL_NO_DATA from the execution means that the statement met no row; further results may follow.

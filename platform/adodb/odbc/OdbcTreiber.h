@@ -1,7 +1,10 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include "platform/adodb/Treiber.h"
@@ -54,6 +57,7 @@ class OdbcTreiber final : public Treiber {
   void verbinde(const QString& zeichenfolge, const OdbcVersuch& versuch);
   SQLRETURN rufe(SQLHSTMT anweisung, const OdbcWerte::Ruf& ruf);
   Ergebnis lies_Ergebnisse(SQLHSTMT anweisung, SQLRETURN ergebnis);
+  void sende_Aufgabe();
   void pruefe_Aufgabe() const;
   void pruefe_Leitung();
   bool ist_tot();
@@ -71,6 +75,11 @@ class OdbcTreiber final : public Treiber {
   /// The statement in a call that waits for the server. Asked to stop between two calls, FreeTDS would have the asking
   /// thread wait for the server's answer; and a handle that has gone must not be reached.
   SQLHSTMT wartende_ = SQL_NULL_HSTMT;
+  /// When that call began; and that it has ended.
+  std::chrono::steady_clock::time_point begonnen_;
+  std::condition_variable beendet_;
+  /// Asks the call to stop; ends with the statement.
+  std::thread bote_;
   std::atomic<bool> aufgegeben_ = false;
 };
 

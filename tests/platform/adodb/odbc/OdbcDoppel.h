@@ -3,6 +3,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <atomic>
 #include <functional>
 #include <map>
 #include <optional>
@@ -74,7 +75,7 @@ class OdbcDoppel final : public adodb::OdbcSchicht {
 
   // What was asked.
   std::vector<Parameter> parameter;
-  int abbrueche = 0;
+  std::atomic<int> abbrueche = 0;
   QStringList zeichenfolgen;
   QStringList texte;
   std::map<SQLINTEGER, SQLULEN> attribute;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <limits>
 #include <thread>
@@ -41,6 +42,13 @@ struct OdbcParameterTest : testing::Test {
   /// Has another thread give up, and waits for its call to come back.
   void gib_daneben_auf() {
     std::thread([this] { treiber.gib_auf(); }).join();
+  }
+  /// The same, and stays in its own call until the driver has been asked to stop so many times.
+  void gib_auf_bis(int abbrueche) {
+    while (odbc.abbrueche < abbrueche) {
+      gib_daneben_auf();
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
   }
 };
 
@@ -135,7 +143,7 @@ TEST(OdbcMarken, AreCountedOutsideOfLiteralsNamesAndComments) {
 
 TEST_F(OdbcAufgabeTest, TheStatementThatRunsIsCancelledAndFailsInOurWords) {
   oeffne();
-  odbc.waehrend_Ausfuehrung = [this] { gib_daneben_auf(); };
+  odbc.waehrend_Ausfuehrung = [this] { gib_auf_bis(1); };
   odbc.schritte = {Schritt{
       .ergebnis = SQL_ERROR, .meldungen = {{u"HY000"_s, 0, u"[FreeTDS][SQL Server]Operation was cancelled"_s}}}};
   const auto gefangener = fehler(u"Select ?"_s, {u"a"_s});
@@ -144,6 +152,26 @@ TEST_F(OdbcAufgabeTest, TheStatementThatRunsIsCancelledAndFailsInOurWords) {
   EXPECT_EQ(gefangener.Sqlstate(), u"HY008"_s);
   EXPECT_EQ(gefangener.Beschreibung(), u"Die Anweisung ist fehlgeschlagen: sie wurde aufgegeben"_s);
   EXPECT_EQ(odbc.offene_Griffe, 2);
+}
+
+// With rows on their way FreeTDS may miss that they came, once another thread has asked it to stop.
+TEST_F(OdbcAufgabeTest, ACallThatHasJustBegunIsNotCancelledAndItsStatementFailsAllTheSame) {
+  oeffne();
+  odbc.schritte = {Schritt{.spalten = {{u"a"_s, SQL_WVARCHAR}}, .zeilen = {{u"x"_s}, {u"y"_s}}}};
+  odbc.waehrend_Holen = [this] { gib_daneben_auf(); };
+  EXPECT_EQ(fehler(u"Select a from T"_s, {}).Sqlstate(), u"HY008"_s);
+  EXPECT_EQ(odbc.abbrueche, 0);
+  EXPECT_EQ(odbc.geholte_Bloecke, 1);
+}
+
+TEST_F(OdbcAufgabeTest, AWishThatWasPassedOverIsSaidAgainAfterASecondAndNotSooner) {
+  oeffne();
+  odbc.schritte = {Schritt{}};
+  const auto beginn = std::chrono::steady_clock::now();
+  odbc.waehrend_Ausfuehrung = [this] { gib_auf_bis(2); };
+  EXPECT_EQ(fehler(u"Delete from T"_s, {}).Sqlstate(), u"HY008"_s);
+  EXPECT_EQ(odbc.abbrueche, 2);
+  EXPECT_GE(std::chrono::steady_clock::now() - beginn, std::chrono::seconds(1));
 }
 
 TEST_F(OdbcAufgabeTest, NothingIsCancelledWhereNothingRunsAndTheNextStatementIsWhole) {
@@ -194,7 +222,7 @@ TEST_F(OdbcAufgabeTest, RowsThatStillComeAreNotWaitedFor) {
 TEST_F(OdbcAufgabeTest, ABatchWhoseRestWasCutOffIsNoSuccess) {
   oeffne();
   odbc.schritte = {Schritt{}};
-  odbc.waehrend_MoreResults = [this] { gib_daneben_auf(); };
+  odbc.waehrend_MoreResults = [this] { gib_auf_bis(1); };
   EXPECT_EQ(fehler(u"Delete from T Delete from U"_s, {}).Sqlstate(), u"HY008"_s);
   EXPECT_EQ(odbc.abbrueche, 1);
 }
