@@ -50,6 +50,8 @@ class OdbcTreiber::Lauf {
     const std::lock_guard sperre(treiber_.schutz_);
     treiber_.laeuft_ = laeuft;
     treiber_.aufgegeben_ = false;
+    treiber_.wartende_ = SQL_NULL_HSTMT;
+    treiber_.beendet_.notify_all();
   }
 
   OdbcTreiber& treiber_;
