@@ -1,5 +1,9 @@
 #include "platform/adodb/odbc/OdbcTreiber.h"
 
+#include <unistd.h>
+
+#include <QByteArray>
+#include <QFile>
 #include <algorithm>
 #include <limits>
 #include <optional>
@@ -63,6 +67,18 @@ namespace {
 constexpr std::chrono::milliseconds Anlauf(100);
 /// How long a call that was asked to stop is left alone.
 constexpr std::chrono::seconds Nachfrage(1);
+/// After which time a thread that did not sleep is looked at again.
+constexpr std::chrono::milliseconds Blick(5);
+
+/// A thread of this process sleeps, and so does not stand between two packets. Where the system keeps that to itself,
+/// it counts as asleep.
+bool schlaeft(pid_t faden) {
+  QFile stand(u"/proc/self/task/%1/stat"_s.arg(faden));
+  if (!stand.open(QIODevice::ReadOnly)) return true;
+  // The name, in brackets, may hold anything.
+  const QByteArray zeile = stand.readAll();
+  return zeile.mid(zeile.lastIndexOf(')')).startsWith(") S");
+}
 
 void pruefe_Text(const QString& text) {
   if (text.trimmed().isEmpty()) keine_Anweisung(u"der Text ist leer"_s);
@@ -169,6 +185,7 @@ SQLRETURN OdbcTreiber::rufe(SQLHSTMT anweisung, const OdbcWerte::Ruf& ruf) {
     pruefe_Aufgabe();
     wartende_ = anweisung;
     begonnen_ = std::chrono::steady_clock::now();
+    faden_ = ::gettid();
   }
   const SQLRETURN ergebnis = ruf();
   const std::lock_guard sperre(schutz_);
@@ -188,16 +205,20 @@ void OdbcTreiber::gib_auf() noexcept {
 }
 
 /// FreeTDS loses the wake-up of a thread that comes back for its next packet while another one sends the wish to stop:
-/// it would wait for ever, with the rows at its door. So the wish goes only into a call that is some age, which is then
-/// waiting for the server; rows that stream end their call before, and the next call is not made. Nor does the wish go
-/// out twice in short order: the driver manager may be reading the messages that the first one left, and the second one
-/// takes them away. One that met a statement not yet sent is passed over, though, so it is said again in the end.
+/// it would wait for ever, with the rows at its door. So the wish goes only into a call that is some age and sleeps,
+/// which is waiting for the server; rows that stream end their call before, and the next call is not made. Nor does the
+/// wish go out twice in short order: the driver manager may be reading the messages that the first one left, and the
+/// second one takes them away. One that met a statement not yet sent is passed over, though, so it is said again in the
+/// end.
 void OdbcTreiber::sende_Aufgabe() {
   std::unique_lock sperre(schutz_);
   const auto vorbei = [this] { return wartende_ == SQL_NULL_HSTMT; };
-  for (auto wann = begonnen_ + Anlauf; !beendet_.wait_until(sperre, wann, vorbei);
-       wann = std::chrono::steady_clock::now() + Nachfrage)
-    odbc_.Cancel(wartende_);
+  auto wann = begonnen_ + Anlauf;
+  while (!beendet_.wait_until(sperre, wann, vorbei)) {
+    const bool wartet = schlaeft(faden_);
+    if (wartet) odbc_.Cancel(wartende_);
+    wann = std::chrono::steady_clock::now() + (wartet ? std::chrono::milliseconds(Nachfrage) : Blick);
+  }
 }
 
 /// SQL_NO_DATA from the execution means that the statement met no row; further results may follow.

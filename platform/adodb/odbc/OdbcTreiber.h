@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -75,8 +77,9 @@ class OdbcTreiber final : public Treiber {
   /// The statement in a call that waits for the server. Asked to stop between two calls, FreeTDS would have the asking
   /// thread wait for the server's answer; and a handle that has gone must not be reached.
   SQLHSTMT wartende_ = SQL_NULL_HSTMT;
-  /// When that call began; and that it has ended.
+  /// When that call began and in which thread; and that it has ended.
   std::chrono::steady_clock::time_point begonnen_;
+  pid_t faden_ = 0;
   std::condition_variable beendet_;
   /// Asks the call to stop; ends with the statement.
   std::thread bote_;
