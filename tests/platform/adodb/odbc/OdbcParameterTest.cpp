@@ -164,6 +164,18 @@ TEST_F(OdbcAufgabeTest, ACallThatHasJustBegunIsNotCancelledAndItsStatementFailsA
   EXPECT_EQ(odbc.geholte_Bloecke, 1);
 }
 
+TEST_F(OdbcAufgabeTest, ACallThatWorksIsNotCancelledHoweverLongItTakes) {
+  oeffne();
+  odbc.schritte = {Schritt{}};
+  odbc.waehrend_Ausfuehrung = [this] {
+    gib_daneben_auf();
+    const auto ende = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+    while (std::chrono::steady_clock::now() < ende) continue;
+  };
+  EXPECT_EQ(fehler(u"Delete from T"_s, {}).Sqlstate(), u"HY008"_s);
+  EXPECT_EQ(odbc.abbrueche, 0);
+}
+
 TEST_F(OdbcAufgabeTest, AWishThatWasPassedOverIsSaidAgainAfterASecondAndNotSooner) {
   oeffne();
   odbc.schritte = {Schritt{}};
